@@ -1,0 +1,30 @@
+# How everything here is compiled: language, warnings, sanitizers, where results go.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_AUTOMOC ON)
+
+# The build tree is laid out like an installation, so that programs find each other the same way in both.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+
+find_program(VORO_CCACHE ccache)
+if(VORO_CCACHE)
+  set(CMAKE_C_COMPILER_LAUNCHER ${VORO_CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${VORO_CCACHE})
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough)
+if(VORO_WERROR)
+  add_compile_options(-Werror)
+endif()
+add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_DISABLE_DEPRECATED_BEFORE=0x060000)
+
+if(VORO_SANITIZE)
+  add_compile_options(-fsanitize=${VORO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${VORO_SANITIZE})
+endif()

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+
+namespace voro::pps {
+
+/** A client of a service object, as its service names it: the ID of "@control.ID". Never used twice. */
+using ClientId = uint64_t;
+
+/** Who a client is. */
+struct Peer {
+    /** The process, by the socket's credentials; the daemon's own for an adopted socket whose peer is not known. */
+    pid_t process = 0;
+    /** The socket, as Broker::adopt() named it, or 0. */
+    uint64_t adopted = 0;
+};
+
+/**
+ * What serves a control object inside the broker's process. It is called from Broker::process() and may call the
+ * broker back at any time.
+ */
+class Service {
+public:
+    virtual ~Service() = default;
+    virtual void clientOpened(ClientId client, const Peer &peer) = 0;
+    /** One message as the client wrote it, without an object line. */
+    virtual void clientMessage(ClientId client, std::string_view text) = 0;
+    virtual void clientClosed(ClientId client) = 0;
+};
+
+/**
+ * Holds every PPS object and passes messages between processes. It runs in the caller's event loop: when fd() is
+ * readable, process() does everything there is to do without blocking.
+ *
+ * Nothing that a client sends can stop it: a client that breaks the rules loses its socket, and only that.
+ */
+class Broker {
+public:
+    Broker();
+    ~Broker();
+    Broker(const Broker &) = delete;
+    Broker &operator=(const Broker &) = delete;
+
+    /** Takes a listening SOCK_SEQPACKET socket whose clients are served from now on. */
+    void listen(int socket);
+    /** Takes a connected socket (a worker's); the result names it in Peer::adopted. */
+    uint64_t adopt(int socket);
+
+    /** Readable when process() has work. */
+    int fd() const;
+    void process();
+
+    /** How many sockets of clients are open, adopted ones not counted. */
+    size_t clientCount() const;
+    /** Called from process() when clientCount() changed. */
+    void onClientCountChanged(std::function<void()> callback);
+
+    // For services in this process. Everything takes effect at once and in the order of the calls.
+
+    enum class Fence {
+        None,
+        /** Readers that did not see this content yet read it before any newer one of this object. */
+        Hold,
+    };
+    /** Publishes text on a plain object; a first line "*@name" replaces it whole, "-@name" deletes it. False when the
+        text is bad or the object would grow beyond MaximumMessage. */
+    bool publish(std::string_view path, std::string_view text, Fence fence = Fence::None);
+    /** Deletes the object at the path and every object in the folder of that name. */
+    void remove(std::string_view path);
+    /** The whole object as a reader would get it, empty when there is none. */
+    std::string content(std::string_view path) const;
+
+    /** Serves the control object at the path; false when somebody serves it already. */
+    bool serve(std::string_view path, Service *service);
+    /** Ends that; its clients are told. */
+    void unserve(std::string_view path);
+    /** Sends a message to one client, as "@control" and the given lines. Ignored when the client is gone. */
+    void send(ClientId client, std::string_view lines);
+    /** Sends a message to every client of the service object. */
+    void sendAll(std::string_view path, std::string_view lines);
+    /** Whether the client has messages that its socket did not take yet. */
+    bool isBehind(ClientId client) const;
+    /** Closes the client's object. */
+    void disconnect(ClientId client);
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace voro::pps
