@@ -11,8 +11,8 @@ extern "C" {
 /**
  * Writes an obfuscated copy of a path or URL.
  *
- * Directory and file names are replaced by marks that keep the length class of each name (s up to 8, m up to 16, l
- * above), the separators and the extension of the last name.
+ * Each directory and file name is replaced by its length class (s up to 8 bytes, m up to 16, l above); a scheme, the
+ * separators and the extension of the last name stay.
  *
  * @param flags     0
  * @param separator the character that begins an extension, 46 for "."
