@@ -1,0 +1,24 @@
+#pragma once
+
+#include <multimedia/Export.h>
+
+#include <QtCore/QObject>
+
+namespace voro::multimedia {
+
+/** What the buffer of a playing medium is doing. */
+class VOROMULTIMEDIA_EXPORT BufferStatus {
+    Q_GADGET
+public:
+    enum Type : int {
+        /** Nothing is buffered. */
+        Idle = 0,
+        /** The buffer fills up before playback goes on. */
+        Buffering = 1,
+        /** The buffer holds enough to play. */
+        Playing = 2,
+    };
+    Q_ENUM(Type)
+};
+
+} // namespace voro::multimedia

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <multimedia/Export.h>
+
+#include <QtCore/QObject>
+
+namespace voro::multimedia {
+
+/** The direction in which an object uses the audio device. */
+class VOROMULTIMEDIA_EXPORT DeviceMode {
+    Q_GADGET
+public:
+    enum Type : int {
+        /** It plays. */
+        Playback = 0,
+        /** It records. */
+        Capture = 1,
+    };
+    Q_ENUM(Type)
+};
+
+} // namespace voro::multimedia

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <multimedia/Export.h>
+
+#include <QtCore/QObject>
+
+namespace voro::multimedia {
+
+/** State of a player or a recorder. */
+class VOROMULTIMEDIA_EXPORT MediaState {
+    Q_GADGET
+public:
+    enum Type : int {
+        /** No medium is attached. */
+        Unprepared = 0,
+        /** Outputs and medium are attached; nothing has been played or recorded yet. */
+        Prepared = 1,
+        /** Playing or recording. */
+        Started = 2,
+        /** Held at the present position. */
+        Paused = 3,
+        /** Stopped, at the end or after an error; the medium is still attached. */
+        Stopped = 4,
+    };
+    Q_ENUM(Type)
+};
+
+} // namespace voro::multimedia

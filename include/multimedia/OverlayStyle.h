@@ -1,0 +1,22 @@
+#pragma once
+
+#include <multimedia/Export.h>
+
+#include <QtCore/QObject>
+
+namespace voro::multimedia {
+
+/** How the device shows what is now playing. */
+class VOROMULTIMEDIA_EXPORT OverlayStyle {
+    Q_GADGET
+public:
+    enum Type : int {
+        /** Without artwork and extras. */
+        Plain = 0,
+        /** With artwork and extras. */
+        Fancy = 1,
+    };
+    Q_ENUM(Type)
+};
+
+} // namespace voro::multimedia

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <multimedia/Export.h>
+
+#include <QtCore/QObject>
+
+namespace voro::multimedia {
+
+/** What is repeated. */
+class VOROMULTIMEDIA_EXPORT RepeatMode {
+    Q_GADGET
+public:
+    enum Type : int {
+        /** Nothing: playback ends after the last track. */
+        None = 0,
+        /** The current track. */
+        Track = 1,
+        /** All tracks. */
+        All = 2,
+        /** The source cannot repeat; never accepted by a player. */
+        Unsupported = 3,
+    };
+    Q_ENUM(Type)
+};
+
+} // namespace voro::multimedia
