@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Arguments.h"
+
+namespace voro {
+
+/** The program's exit status. */
+enum ExitStatus { Success = 0, Failure = 1, Unusable = 2 };
+
+/** One command of the program; main() finds it by its name and runs it with a QCoreApplication in place. */
+struct Command {
+    CommandHelp help;
+    ExitStatus (*run)(const Arguments &arguments);
+};
+
+extern const Command PlayCommand;
+extern const Command PpsCommand;
+
+/** Writes text to standard output at once. */
+void print(const QByteArray &text);
+/** Writes "voro: " and the text as a line of its own to standard error. */
+void complain(const QString &text);
+
+} // namespace voro

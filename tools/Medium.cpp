@@ -1,0 +1,80 @@
+#include "Medium.h"
+
+#include "Arguments.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace voro {
+
+namespace {
+
+bool exists(const QByteArray &path)
+{
+    struct stat information {};
+    return lstat(path.constData(), &information) == 0;
+}
+
+/** Whether the text begins like `http:`; one letter alone is no scheme. */
+bool hasScheme(const QByteArray &text)
+{
+    const auto colon = text.indexOf(':');
+    if (colon < 2 || !isalpha(text[0] & 0xff))
+        return false;
+    return std::all_of(text.begin(), text.begin() + colon,
+                       [](char c) { return isalnum(c & 0xff) || c == '+' || c == '-' || c == '.'; });
+}
+
+/**
+ * A path that says the same in UTF-8, the only text a URL can name. A file whose name is something else is named by a
+ * descriptor, which stays open as long as the program plays.
+ */
+QByteArray utf8Path(const QByteArray &path)
+{
+    if (QString::fromUtf8(path).toUtf8() == path)
+        return path;
+    const int descriptor = open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return path;
+    return "/proc/" + QByteArray::number(getpid()) + "/fd/" + QByteArray::number(descriptor);
+}
+
+QByteArray absolutePath(const QByteArray &path)
+{
+    if (path.startsWith('/'))
+        return path;
+    return QFile::encodeName(QDir::currentPath()) + '/' + path;
+}
+
+Medium file(const QByteArray &path)
+{
+    const QByteArray encoded = utf8Path(absolutePath(path)).toPercentEncoding("/");
+    return {QUrl::fromEncoded("file://" + encoded, QUrl::StrictMode),
+            QString::fromLocal8Bit(path.mid(path.lastIndexOf('/') + 1))};
+}
+
+} // namespace
+
+Medium mediumFromArgument(const QByteArray &argument)
+{
+    if (argument.isEmpty())
+        throw UsageError{QStringLiteral("an empty name names no file")};
+    if (exists(argument) || !hasScheme(argument))
+        return file(argument);
+    const QUrl url(QString::fromLocal8Bit(argument));
+    if (!url.isValid())
+        throw UsageError{QStringLiteral("'%1' is no URL: %2").arg(QString::fromLocal8Bit(argument), url.errorString())};
+    return {url, url.toDisplayString()};
+}
+
+Medium sampleMedium()
+{
+    return file(QFile::encodeName(QCoreApplication::applicationDirPath() + QLatin1String("/" VORO_SAMPLE)));
+}
+
+} // namespace voro

@@ -1,0 +1,289 @@
+#include "Playback.h"
+
+#include "SignalPrinter.h"
+#include "StopSignals.h"
+
+#include <multimedia/MetaData.h>
+
+#include <QtCore/QCoreApplication>
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+
+namespace voro {
+
+using multimedia::BufferStatus;
+using multimedia::MediaError;
+using multimedia::MediaPlayer;
+using multimedia::MediaState;
+using multimedia::RepeatMode;
+using multimedia::VideoOutput;
+
+namespace {
+
+constexpr int SeekStep = 5000;
+constexpr double VolumeStep = 0.05;
+
+/** Runs commands until one fails; its error is the result. */
+MediaError::Type inTurn(std::initializer_list<std::function<MediaError::Type()>> commands)
+{
+    for (const auto &command : commands)
+        if (const auto error = command(); error != MediaError::None)
+            return error;
+    return MediaError::None;
+}
+
+} // namespace
+
+Playback::Playback(PlaybackSettings settings)
+    : m_settings(std::move(settings)),
+      m_display(m_settings.json ? Display::createSilent() : Display::create()),
+      m_log([this] { m_display->clear(); })
+{
+    connectPlayer();
+}
+
+void Playback::connectPlayer()
+{
+    if (m_settings.json)
+        new SignalPrinter(&m_player, this);
+    connect(&m_player, &MediaPlayer::metaDataChanged, this, &Playback::refresh);
+    connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Playback::refresh);
+    connect(&m_player, &MediaPlayer::bufferStatusChanged, this, &Playback::refresh);
+    connect(&m_player, &MediaPlayer::volumeChanged, this, &Playback::refresh);
+    connect(&m_player, qOverload<unsigned>(&MediaPlayer::durationChanged), this, &Playback::refresh);
+    connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), this, &Playback::refresh);
+    connect(&m_player, &MediaPlayer::buffering, this, [this](double fraction) {
+        m_buffering = fraction;
+        refresh();
+    });
+    // What follows an end uses the player, which is still at its report here: it follows from the event loop.
+    connect(&m_player, &MediaPlayer::playbackCompleted, this, &Playback::onEnd, Qt::QueuedConnection);
+    connect(&m_player, qOverload<MediaError::Type, unsigned>(&MediaPlayer::error), this, &Playback::onError,
+            Qt::QueuedConnection);
+}
+
+ExitStatus Playback::run()
+{
+    StopSignals stopSignals;
+    connect(&stopSignals, &StopSignals::stop, this, &Playback::finish);
+    connect(&stopSignals, &StopSignals::suspending, this, &Playback::onSuspending);
+    connect(&stopSignals, &StopSignals::resumed, this, &Playback::onResumed);
+    if (Keyboard::isAvailable()) {
+        m_keyboard = new Keyboard(this);
+        connect(m_keyboard, &Keyboard::pressed, this, &Playback::onKey);
+    }
+    if (const auto error = m_log.run([this] { return applySettings(); }); error != MediaError::None) {
+        report(enumeratorName(error));
+        return Failure;
+    }
+    if (begin(0))
+        QCoreApplication::exec();
+    delete std::exchange(m_keyboard, nullptr);
+    return m_status;
+}
+
+MediaError::Type Playback::applySettings()
+{
+    // A single medium is repeated by the player, several ones by this program.
+    const bool repeatsHere = m_settings.repeatMode == RepeatMode::All && m_settings.media.size() > 1;
+    if (!m_settings.windowId.isEmpty()) {
+        m_player.setWindowId(m_settings.windowId);
+        if (m_settings.captions)
+            m_player.setClosedCaptionWindowId(m_settings.windowId);
+    }
+    return inTurn({
+        [&] { return m_player.setVolume(m_settings.volume); },
+        [&] { return m_player.setEqualizerPreset(m_settings.equalizerPreset); },
+        [&] { return m_player.setRepeatMode(repeatsHere ? RepeatMode::None : m_settings.repeatMode); },
+        [&] {
+            return m_settings.windowId.isEmpty() ? MediaError::None
+                                                 : m_player.setVideoOutput(VideoOutput::PrimaryDisplay);
+        },
+    });
+}
+
+MediaError::Type Playback::playMedium(const Medium &medium, bool isFirst)
+{
+    const StopSignals::AtOnce atOnce;
+    return inTurn({
+        [&] { return m_player.setSourceUrl(medium.url); },
+        [&] { return m_player.prepare(); },
+        [&] {
+            return m_settings.captions ? m_player.setClosedCaptionUrl(1, m_settings.captions->url) : MediaError::None;
+        },
+        [&] { return isFirst && m_settings.start ? m_player.seekTime(*m_settings.start) : MediaError::None; },
+        // A speed starts a prepared player by itself; play() would go back to the speed that was reported last.
+        [&] { return m_settings.speed ? m_player.setSpeed(*m_settings.speed) : m_player.play(); },
+    });
+}
+
+bool Playback::begin(size_t index)
+{
+    for (std::optional<size_t> candidate = index; candidate; candidate = after(*candidate)) {
+        m_index = *candidate;
+        const bool isFirst = m_begun++ == 0;
+        const Medium &medium = m_settings.media[m_index];
+        const auto error = m_log.run([&] { return playMedium(medium, isFirst); });
+        if (error == MediaError::None)
+            return true;
+        m_status = Failure;
+        report(medium.name + QLatin1String(": ") + enumeratorName(error));
+    }
+    return false;
+}
+
+std::optional<size_t> Playback::after(size_t index)
+{
+    if (index + 1 < m_settings.media.size())
+        return index + 1;
+    if (m_settings.repeatMode == RepeatMode::All && std::exchange(m_hasPlayed, false))
+        return 0;
+    return std::nullopt;
+}
+
+void Playback::onEnd()
+{
+    m_hasPlayed = true;
+    const auto following = after(m_index);
+    if (!following || !begin(*following))
+        finish();
+}
+
+void Playback::onError(MediaError::Type error, unsigned position)
+{
+    m_status = Failure;
+    report(
+        QStringLiteral("%1: %2 at %3").arg(m_settings.media[m_index].name, enumeratorName(error), timeText(position)));
+    const auto following = after(m_index);
+    if (!following || !begin(*following))
+        finish();
+}
+
+void Playback::onKey(Key key)
+{
+    const auto command = [&]() -> MediaError::Type {
+        switch (key) {
+        case Key::PlayPause:
+            return togglePause();
+        case Key::Back:
+            return seekBy(-SeekStep);
+        case Key::Forward:
+            return seekBy(SeekStep);
+        case Key::Louder:
+            return changeVolume(VolumeStep);
+        case Key::Softer:
+            return changeVolume(-VolumeStep);
+        case Key::Next:
+            return next();
+        case Key::Previous:
+            return previous();
+        case Key::Quit:
+            finish();
+            break;
+        }
+        return MediaError::None;
+    };
+    if (const auto error = m_log.run(command); error != MediaError::None)
+        report(enumeratorName(error));
+}
+
+MediaError::Type Playback::togglePause()
+{
+    return m_player.mediaState() == MediaState::Paused ? m_player.play() : m_player.pause();
+}
+
+MediaError::Type Playback::seekBy(int milliseconds)
+{
+    const auto target = std::max<qint64>(0, qint64(m_player.position()) + milliseconds);
+    const unsigned end = m_player.duration();
+    return m_player.seekTime(end > 0 ? unsigned(std::min<qint64>(target, end)) : unsigned(target));
+}
+
+MediaError::Type Playback::changeVolume(double step)
+{
+    // Steps are counted, so that errors of the fractions do not add up.
+    const double steps = std::round((m_player.volume() + step) / VolumeStep);
+    return m_player.setVolume(std::clamp(steps / std::round(1 / VolumeStep), 0.0, 1.0));
+}
+
+MediaError::Type Playback::next()
+{
+    if (m_player.track() < m_player.trackCount())
+        return m_player.nextTrack();
+    m_hasPlayed = true;
+    if (const auto following = after(m_index); following && !begin(*following))
+        finish();
+    return MediaError::None;
+}
+
+MediaError::Type Playback::previous()
+{
+    if (m_player.track() > 1)
+        return m_player.previousTrack();
+    if (m_index == 0)
+        return m_player.seekTime(0);
+    if (!begin(m_index - 1))
+        finish();
+    return MediaError::None;
+}
+
+void Playback::onSuspending()
+{
+    m_playsWhenResumed = m_player.mediaState() == MediaState::Started;
+    if (m_playsWhenResumed)
+        m_player.pause();
+    m_display->clear();
+    if (m_keyboard)
+        m_keyboard->release();
+}
+
+void Playback::onResumed()
+{
+    if (m_keyboard)
+        m_keyboard->take();
+    if (std::exchange(m_playsWhenResumed, false))
+        m_player.play();
+}
+
+void Playback::finish()
+{
+    QCoreApplication::quit();
+}
+
+QString Playback::title() const
+{
+    const QVariantMap metaData = m_player.metaData();
+    const QString title = metaData.value(QLatin1String(multimedia::MetaData::Title)).toString();
+    const QString artist = metaData.value(QLatin1String(multimedia::MetaData::Artist)).toString();
+    if (!title.isEmpty())
+        return printable(artist.isEmpty() ? title : title + QLatin1String(" - ") + artist);
+    // A medium that plays and still has no title will have none.
+    if (m_player.position() == 0 || m_player.mediaState() == MediaState::Unprepared)
+        return {};
+    const QUrl uri(metaData.value(QLatin1String(multimedia::MetaData::Uri)).toString());
+    return printable(m_player.trackCount() > 1 && !uri.fileName().isEmpty() ? uri.fileName()
+                                                                            : m_settings.media[m_index].name);
+}
+
+void Playback::refresh()
+{
+    m_display->show({
+        .number = m_begun,
+        .title = title(),
+        .isPaused = m_player.mediaState() == MediaState::Paused,
+        .buffering = m_player.bufferStatus() == BufferStatus::Buffering ? m_buffering : -1,
+        .position = m_player.position(),
+        .duration = m_player.duration(),
+        .volume = m_player.volume(),
+    });
+}
+
+void Playback::report(const QString &text)
+{
+    m_display->clear();
+    complain(QLatin1String("play: ") + printable(text));
+}
+
+} // namespace voro

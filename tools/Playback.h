@@ -1,0 +1,88 @@
+#pragma once
+
+#include "Command.h"
+#include "Display.h"
+#include "Keyboard.h"
+#include "LogFilter.h"
+#include "Medium.h"
+
+#include <multimedia/EqualizerPreset.h>
+#include <multimedia/MediaPlayer.h>
+#include <multimedia/RepeatMode.h>
+
+#include <QtCore/QObject>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace voro {
+
+/** How `voro play` plays. */
+struct PlaybackSettings {
+    std::vector<Medium> media;
+    /** Where the first medium begins, in milliseconds. */
+    std::optional<unsigned> start;
+    std::optional<double> speed;
+    double volume = 1;
+    multimedia::RepeatMode::Type repeatMode = multimedia::RepeatMode::None;
+    multimedia::EqualizerPreset::Type equalizerPreset = multimedia::EqualizerPreset::Off;
+    QString windowId;
+    std::optional<Medium> captions;
+    bool json = false;
+};
+
+/** Plays media one after the other and does what the keys ask for. */
+class Playback : public QObject {
+    Q_OBJECT
+public:
+    explicit Playback(PlaybackSettings settings);
+
+    /** Plays until the end, or until somebody stops it. Failure when a medium could not be played. */
+    ExitStatus run();
+
+private:
+    using Error = multimedia::MediaError;
+
+    void connectPlayer();
+    Error::Type applySettings();
+    Error::Type playMedium(const Medium &medium, bool isFirst);
+    /** Begins a medium, or the one that follows it when it fails, and so on; false when none is left. */
+    bool begin(size_t index);
+    /** The medium after the given one, if any; the first one when all are repeated. */
+    std::optional<size_t> after(size_t index);
+
+    void onEnd();
+    void onError(multimedia::MediaError::Type error, unsigned position);
+    void onKey(Key key);
+    void onSuspending();
+    void onResumed();
+
+    Error::Type togglePause();
+    Error::Type seekBy(int milliseconds);
+    Error::Type changeVolume(double step);
+    Error::Type next();
+    Error::Type previous();
+    void finish();
+
+    QString title() const;
+    void refresh();
+    void report(const QString &text);
+
+    const PlaybackSettings m_settings;
+    const std::unique_ptr<Display> m_display;
+    LogFilter m_log;
+    multimedia::MediaPlayer m_player;
+    Keyboard *m_keyboard = nullptr;
+
+    size_t m_index = 0;
+    /** Media begun so far. */
+    int m_begun = 0;
+    /** Whether something was played since the first medium was begun last; all failing, nothing is repeated. */
+    bool m_hasPlayed = false;
+    bool m_playsWhenResumed = false;
+    double m_buffering = 0;
+    ExitStatus m_status = Success;
+};
+
+} // namespace voro

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QMetaMethod>
+#include <QtCore/QObject>
+
+#include <vector>
+
+namespace voro {
+
+/**
+ * Prints every signal of an object as one JSON object a line: `t`, the milliseconds since the printer was made, `signal`,
+ * and the arguments under their names, enumerations by enumerator name.
+ *
+ * Of a typed signal and its twin with a QVariant the typed one is printed.
+ */
+class SignalPrinter : public QObject {
+public:
+    /** Prints the signals that the object's class declares, not the inherited ones. */
+    explicit SignalPrinter(QObject *sender, QObject *parent = nullptr);
+
+    /** Receives every signal; the slots are numbers, not functions, and so need no list of the signals. */
+    int qt_metacall(QMetaObject::Call call, int id, void **arguments) override;
+
+private:
+    void print(const QMetaMethod &signal, void **arguments) const;
+
+    std::vector<QMetaMethod> m_signals;
+    QElapsedTimer m_time;
+};
+
+} // namespace voro

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QSocketNotifier>
+
+namespace voro {
+
+/**
+ * Turns the signals that end a program from outside (^C, TERM, HUP), that suspend it (^Z) and that let it go on into Qt
+ * signals. One at a time.
+ */
+class StopSignals : public QObject {
+    Q_OBJECT
+public:
+    explicit StopSignals(QObject *parent = nullptr);
+    ~StopSignals() override;
+
+    /** While one lives the event loop does not run, so a signal that ends the program ends it at once, with status 0. */
+    class AtOnce {
+    public:
+        AtOnce();
+        ~AtOnce();
+        AtOnce(const AtOnce &) = delete;
+        AtOnce &operator=(const AtOnce &) = delete;
+    };
+
+Q_SIGNALS:
+    void stop();
+    /** Comes right before the program is suspended. */
+    void suspending();
+    void resumed();
+
+private:
+    void onReadable();
+
+    QSocketNotifier m_notifier;
+};
+
+} // namespace voro
