@@ -22,7 +22,7 @@ typedef struct mmr_connection mmr_connection_t;
 typedef struct mmr_context mmr_context_t;
 
 /** Why the last call on a context failed. */
-typedef struct mmr_error_info {
+typedef struct {
     /** The renderer's error code; the numbers are those of voro::multimedia::MediaError. 0 when nothing failed. */
     uint32_t error_code;
     /** For a code of 33 (a failed command) the command's own error code, else 0. */
