@@ -275,7 +275,6 @@ Q_SIGNALS:
     void windowIdChanged(const QString &windowId);
 
 private:
-    friend class MediaPlayerPrivate;
     MediaPlayerPrivate *d;
 };
 

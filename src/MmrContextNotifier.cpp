@@ -1,0 +1,643 @@
+#include "private/MmrContextNotifier.h"
+
+#include "private/Dictionary.h"
+#include "private/Logger.h"
+#include "private/Values.h"
+
+#include <multimedia/MetaData.h>
+#include <voro/PpsObject.h>
+
+#include <QtCore/QStringList>
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <utility>
+
+namespace voro::multimedia {
+
+namespace {
+
+using Attributes = QMap<QString, voro::PpsAttribute>;
+
+QString toMetaDataKey(const QString &attribute)
+{
+    struct Mapping {
+        QLatin1String attribute;
+        const char *const *key;
+    };
+    static const std::array mappings{
+        Mapping{QLatin1String("md_title_album"), &MetaData::Album},
+        Mapping{QLatin1String("md_title_artist"), &MetaData::Artist},
+        Mapping{QLatin1String("md_title_bitrate"), &MetaData::BitRate},
+        Mapping{QLatin1String("md_title_comment"), &MetaData::Description},
+        Mapping{QLatin1String("md_title_disc"), &MetaData::Disc},
+        Mapping{QLatin1String("md_title_duration"), &MetaData::Duration},
+        Mapping{QLatin1String("md_title_genre"), &MetaData::Genre},
+        Mapping{QLatin1String("md_video_height"), &MetaData::Height},
+        Mapping{QLatin1String("md_title_samplerate"), &MetaData::SampleRate},
+        Mapping{QLatin1String("md_title_seekable"), &MetaData::Seekable},
+        Mapping{QLatin1String("md_title_track"), &MetaData::Track},
+        Mapping{QLatin1String("md_title_name"), &MetaData::Title},
+        Mapping{QLatin1String("url"), &MetaData::Uri},
+        Mapping{QLatin1String("md_video_width"), &MetaData::Width},
+        Mapping{QLatin1String("md_video_pixel_width"), &MetaData::PixelWidth},
+        Mapping{QLatin1String("md_video_pixel_height"), &MetaData::PixelHeight},
+    };
+    const auto found = std::find_if(mappings.begin(), mappings.end(),
+                                    [&](const Mapping &mapping) { return attribute == mapping.attribute; });
+    return found == mappings.end() ? attribute : QString::fromLatin1(*found->key);
+}
+
+std::optional<QSize> toVideoDimensions(const QVariantMap &metaData)
+{
+    const auto number = [&](const char *key) -> std::optional<qint64> {
+        const auto entry = metaData.constFind(QLatin1String(key));
+        return entry == metaData.constEnd() ? std::nullopt : std::optional<qint64>(entry->toInt());
+    };
+    const auto width = number(MetaData::Width);
+    const auto height = number(MetaData::Height);
+    const auto pixelWidth = number(MetaData::PixelWidth);
+    const auto pixelHeight = number(MetaData::PixelHeight);
+    if (!width || !height)
+        return std::nullopt;
+    const QSize size(static_cast<int>(*width), static_cast<int>(*height));
+    if (!pixelWidth || !pixelHeight)
+        return size;
+    // The pixel's shape is compared with the frame's and not with a square; this is required.
+    if (static_cast<float>(*pixelHeight) / static_cast<float>(*pixelWidth)
+        == static_cast<float>(*height) / static_cast<float>(*width))
+        return size;
+    const qint64 smaller = std::min(*pixelHeight, *pixelWidth);
+    if (smaller == 0)
+        return size;
+    return QSize(static_cast<int>(*pixelWidth * *width / smaller), static_cast<int>(*pixelHeight * *height / smaller));
+}
+
+/** Takes attributes over into cached parameters; whether a text is another one than was cached. */
+bool mergeParameters(const Attributes &attributes, QVariantMap &cache)
+{
+    bool changed = false;
+    for (auto attribute = attributes.begin(); attribute != attributes.end(); ++attribute) {
+        if (cache.contains(attribute.key()) && attribute->flags().testFlag(voro::PpsAttributeFlag::Deleted))
+            cache.remove(attribute.key());
+        else if (replace(cache[attribute.key()], QVariant(attribute->toString())))
+            changed = true;
+    }
+    return changed;
+}
+
+} // namespace
+
+MmrContextNotifier::MmrContextNotifier(QObject *parent) : QObject(parent)
+{
+    TRACE_FUNCTION();
+}
+
+MmrContextNotifier::~MmrContextNotifier()
+{
+    TRACE_FUNCTION();
+}
+
+void MmrContextNotifier::drop(voro::PpsObject *&object)
+{
+    if (!object)
+        return;
+    object->setParent(nullptr);
+    disconnect(object, &voro::PpsObject::readyRead, this, &MmrContextNotifier::onReadyRead);
+    delete std::exchange(object, nullptr);
+}
+
+bool MmrContextNotifier::monitor(mmr_context_t *context)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "context=" << static_cast<const void *>(context);
+    if (context && context == m_context) {
+        DEBUG_LINE << "Already monitoring the context. context=" << static_cast<const void *>(context);
+        return true;
+    }
+    drop(m_allObject);
+    drop(m_stateObject);
+    m_context = context;
+    if (!m_context)
+        return true;
+
+    char path[1024];
+    if (mmr_context_path(m_context, path, sizeof path) == -1) {
+        CRITICAL_LINE << "Unable to retrieve the multimedia context path";
+        return false;
+    }
+    const QString contextPath = QString::fromUtf8(path);
+    m_allObject = new (std::nothrow) voro::PpsObject(QStringLiteral("%1/.all").arg(contextPath), this);
+    if (!m_allObject) {
+        CRITICAL_LINE << "Unable to create pps all object, object is null.";
+        return false;
+    }
+    m_stateObject = new (std::nothrow) voro::PpsObject(QStringLiteral("%1/state?delta,f=error").arg(contextPath), this);
+    if (!m_stateObject) {
+        CRITICAL_LINE << "Unable to create pps state object, object is null.";
+        return false;
+    }
+    connect(m_allObject, &voro::PpsObject::readyRead, this, &MmrContextNotifier::onReadyRead);
+    connect(m_stateObject, &voro::PpsObject::readyRead, this, &MmrContextNotifier::onReadyRead);
+
+    bool opened = m_allObject->open(voro::PpsOpenMode::Subscribe);
+    if (opened) {
+        opened = m_stateObject->open(voro::PpsOpenMode::Subscribe);
+        if (!opened) {
+            m_allObject->close();
+            DEBUG_LINE << "Error opening the pps state object. errno=" << m_stateObject->error();
+        }
+    } else {
+        DEBUG_LINE << "Error opening the pps all object. errno=" << m_allObject->error();
+    }
+    m_contextPath = contextPath;
+    return opened;
+}
+
+MediaError::Type MmrContextNotifier::lastError() const
+{
+    TRACE_FUNCTION();
+    const mmr_error_info_t *info = m_context ? mmr_error_info(m_context) : nullptr;
+    return info ? static_cast<MediaError::Type>(info->error_code) : MediaError::None;
+}
+
+// Commands
+
+MediaError::Type MmrContextNotifier::attachInput(const QString &url, const QString &type)
+{
+    TRACE_FUNCTION();
+    if (type == QLatin1String("autolist") && m_trackParameters.contains(1))
+        updateInputParameters(m_trackParameters[1]);
+    else if (type == QLatin1String("playlist"))
+        updateTrackParameters(0, m_trackParameters[1]);
+
+    MediaError::Type result = MediaError::None;
+    if (mmr_input_attach(m_context, url.toUtf8().constData(), type.toUtf8().constData()) != 0)
+        result = lastError();
+    updateTrackParameters(0, {});
+    return result;
+}
+
+MediaError::Type MmrContextNotifier::attachOutput(const QString &url, const QString &type, int *outputId)
+{
+    TRACE_FUNCTION();
+    const int id = mmr_output_attach(m_context, url.toUtf8().constData(), type.toUtf8().constData());
+    if (id == -1) {
+        const MediaError::Type result = lastError();
+        CRITICAL_LINE << "Unable to attach output. url=" << url << ", type=" << type;
+        return result;
+    }
+    if (outputId)
+        *outputId = id;
+    m_subpictureOutputAttached = type == QLatin1String("subpicture");
+    return MediaError::None;
+}
+
+MediaError::Type MmrContextNotifier::seek(unsigned int track, unsigned int position)
+{
+    TRACE_FUNCTION();
+    const QString target = QStringLiteral("%1:%2").arg(track).arg(position);
+    const QVariantMap parameters = trackParameters(track);
+    if (!parameters.isEmpty()) {
+        MediaError::Type result = updateTrackParameters(track, parameters);
+        if (result == MediaError::InvalidParameter)
+            result = updateTrackParameters(0, parameters);
+        if (result != MediaError::None)
+            return result;
+    }
+    if (mmr_seek(m_context, target.toUtf8().constData()) != -1)
+        return MediaError::None;
+    const MediaError::Type result = lastError();
+    CRITICAL_LINE << "Error seeking. track=" << track << ", position=" << position << ", error=" << keyName(result);
+    return result;
+}
+
+MediaError::Type MmrContextNotifier::updateInputParameter(const QString &name, const QString &value)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "  " << name << "=" << value;
+    m_inputParameters[name] = value;
+    return sendInputParameters(tracer, m_inputParameters);
+}
+
+MediaError::Type MmrContextNotifier::updateInputParameters(const QVariantMap &parameters)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "   " << parameters;
+    return sendInputParameters(tracer, parameters);
+}
+
+MediaError::Type MmrContextNotifier::sendInputParameters(const FunctionTracer &tracer, const QVariantMap &parameters)
+{
+    strm_dict_t *dictionary = nullptr;
+    MediaError::Type result = createDictionaryFromMap(parameters, &dictionary);
+    if (result == MediaError::None && mmr_input_parameters(m_context, dictionary) != 0) {
+        result = lastError();
+        CRITICAL_LINE << "Unable to set input parameters.";
+    }
+    return result;
+}
+
+MediaError::Type MmrContextNotifier::updateTrackParameter(unsigned int track, const QString &name, const QString &value)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "  track=" << track;
+    DEBUG_LINE << "  " << name << "=" << value;
+    const QString prevValue = trackParameters(track).value(name).toString();
+    DEBUG_LINE << "  prevValue= " << prevValue;
+
+    if (!m_trackParameters.contains(track)) {
+        const Attributes reported =
+            toParameterMap(QStringLiteral("p%1").arg(track), nullptr).value(QStringLiteral("@p%1").arg(track)).toMap();
+        for (auto attribute = reported.begin(); attribute != reported.end(); ++attribute) {
+            const QString text = attribute->toString();
+            m_trackParameters[track][attribute.key()] = text;
+            DEBUG_LINE << "track " << track << ": " << attribute.key() << "=" << text;
+        }
+    }
+    m_trackParameters[track][name] = value;
+    if (m_state == QLatin1String("idle"))
+        return MediaError::None;
+
+    const MediaError::Type result = updateTrackParameters(track, m_trackParameters[track]);
+    if (result != MediaError::None) {
+        if (prevValue.isEmpty())
+            m_trackParameters[track].remove(name);
+        else
+            m_trackParameters[track][name] = prevValue;
+    }
+    return result;
+}
+
+MediaError::Type MmrContextNotifier::updateTrackParameters(unsigned int track, const QVariantMap &parameters)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << parameters;
+    QVariantMap sent = parameters;
+    if (track != 0 && !m_subpictureOutputAttached) {
+        sent.remove(QStringLiteral("subpicture_index"));
+        sent.remove(QStringLiteral("subpicture_url"));
+    }
+    strm_dict_t *dictionary = nullptr;
+    MediaError::Type result = createDictionaryFromMap(sent, &dictionary);
+    if (result == MediaError::None && mmr_track_parameters(m_context, track, dictionary) != 0) {
+        result = lastError();
+        CRITICAL_LINE << "Unable to set track parameters. track=" << track;
+    }
+    return result;
+}
+
+QVariantMap MmrContextNotifier::trackParameters(unsigned int track) const
+{
+    TRACE_FUNCTION();
+    return m_trackParameters.value(track);
+}
+
+Attributes MmrContextNotifier::toParameterMap(const QString &file, bool *ok)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "  file=" << file;
+    Attributes result;
+    if (ok)
+        *ok = false;
+    voro::PpsObject object(QStringLiteral("%1/%2").arg(m_contextPath, file));
+    object.setReadyReadEnabled(false);
+    if (object.open(voro::PpsOpenMode::Subscribe)) {
+        const QByteArray data = object.read(ok);
+        if (!ok || *ok)
+            result = voro::PpsObject::decodeWithFlags(data, ok);
+        object.close();
+    }
+    return result;
+}
+
+MediaError::Type MmrContextNotifier::createDictionaryFromMap(const QVariantMap &map, strm_dict_t **dictionary)
+{
+    TRACE_FUNCTION();
+    Dictionary built;
+    for (auto entry = map.begin(); entry != map.end(); ++entry) {
+        const QString text = entry->toString();
+        if (text.isEmpty() || built.set(entry.key(), text))
+            continue;
+        *dictionary = nullptr;
+        WARNING_LINE << "Unable to create parameter. " << entry.key() << "=" << text;
+        return MediaError::InvalidParameter;
+    }
+    *dictionary = built.release();
+    return MediaError::None;
+}
+
+// What the renderer publishes
+
+void MmrContextNotifier::onReadyRead()
+{
+    TRACE_FUNCTION();
+    const auto object = qobject_cast<voro::PpsObject *>(sender());
+    if (!object) {
+        WARNING_LINE << "Signal sender was not a pps object";
+        return;
+    }
+    bool ok = false;
+    const Attributes objects = voro::PpsObject::decodeWithFlags(object->read(), &ok);
+    if (!ok)
+        return;
+    DEBUG_LINE << objects;
+    for (auto entry = objects.begin(); entry != objects.end(); ++entry) {
+        if (entry.key() == QLatin1String("@state") && object != m_allObject)
+            onPpsError(entry->toMap());
+        else
+            dispatch(entry.key(), *entry);
+    }
+}
+
+void MmrContextNotifier::dispatch(const QString &key, const voro::PpsAttribute &object)
+{
+    if (key == QLatin1String("@input")) {
+        onPpsInputParametersChanged(object.toMap());
+    } else if (key == QLatin1String("@play-queue")) {
+        onPpsPlayQueueChanged(object.toMap());
+    } else if (key == QLatin1String("@state")) {
+        onPpsStateChanged(object.toMap());
+    } else if (key == QLatin1String("@status")) {
+        onPpsStatusChanged(object.toMap());
+    } else if (key == QStringLiteral("@q%1").arg(m_track)) {
+        onPpsMetaDataChanged(object.toMap());
+    } else if (key.startsWith(QLatin1String("@p")) && key.size() > 2 && key.at(2).isDigit()) {
+        bool ok = false;
+        const uint track = key.mid(2).toUInt(&ok);
+        if (ok)
+            onPpsTrackParametersChanged(track, object.flags(), object.toMap());
+    }
+}
+
+void MmrContextNotifier::onPpsStateChanged(const Attributes &map)
+{
+    TRACE_FUNCTION();
+    const QString state = map.value(QStringLiteral("state")).toString();
+    const int speed = map.value(QStringLiteral("speed")).toInt();
+    if (state != m_state) {
+        reportState(tracer, state, speed, map.contains(QStringLiteral("error")));
+        m_state = state;
+    }
+    if (speed != m_speed) {
+        DEBUG_LINE << "emit speed()";
+        DEBUG_LINE << "  speed=" << speed;
+        Q_EMIT speedChanged(speed);
+        m_speed = speed;
+    }
+}
+
+void MmrContextNotifier::reportState(const FunctionTracer &tracer, const QString &state, int speed, bool hasError)
+{
+    if (state == QLatin1String("playing")) {
+        if (speed == s_PausedPlaybackSpeed) {
+            DEBUG_LINE << "emit paused()";
+            Q_EMIT paused();
+        } else {
+            DEBUG_LINE << "emit playing()";
+            Q_EMIT playing();
+        }
+    } else if (state == QLatin1String("stopped")) {
+        // What ended with an error is told by onPpsError().
+        if (!hasError) {
+            DEBUG_LINE << "emit stopped()";
+            Q_EMIT stopped();
+        }
+    } else {
+        m_subpictureOutputAttached = false;
+        Q_EMIT idle();
+    }
+}
+
+void MmrContextNotifier::onPpsError(const Attributes &map)
+{
+    TRACE_FUNCTION();
+    if (!map.contains(QStringLiteral("error")))
+        return;
+    const int code = map.value(QStringLiteral("error")).toInt();
+    if (code == 0) {
+        DEBUG_LINE << "emit playbackCompleted()";
+        Q_EMIT playbackCompleted();
+        return;
+    }
+    unsigned int track = 1;
+    unsigned int position = 0;
+    const QString errorPosition = map.value(QStringLiteral("error_pos")).toString();
+    if (!decodePosition(errorPosition, track, position))
+        WARNING_LINE << "Unable to decode error position. error_pos=" << errorPosition;
+    const auto mediaError = static_cast<MediaError::Type>(code);
+    DEBUG_LINE << "emit error()";
+    DEBUG_LINE << "  error=" << keyName(mediaError);
+    Q_EMIT error(mediaError, position, track);
+}
+
+void MmrContextNotifier::onPpsInputParametersChanged(const Attributes &map)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << map;
+    if (map.isEmpty()) {
+        m_inputParameters.clear();
+        return;
+    }
+    const bool counted = map.size() != m_inputParameters.size();
+    const bool merged = mergeParameters(map, m_inputParameters);
+    if (counted || merged)
+        updateInputParameters(m_inputParameters);
+}
+
+void MmrContextNotifier::onPpsTrackParametersChanged(uint track, voro::PpsAttributeFlag::Types flags,
+                                                     const Attributes &map)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << map;
+    if (flags.testFlag(voro::PpsAttributeFlag::Deleted))
+        m_trackParameters.remove(track);
+    if (map.isEmpty())
+        return;
+    // Attributes are counted against the tracks and not against the track's own entries; this is required.
+    const bool counted = map.size() != m_trackParameters.size();
+    const bool merged = mergeParameters(map, m_trackParameters[track]);
+    if (counted || merged)
+        updateTrackParameters(track, m_trackParameters[track]);
+}
+
+void MmrContextNotifier::onPpsMetaDataChanged(const Attributes &map)
+{
+    TRACE_FUNCTION();
+    QVariantMap metaData;
+    for (auto attribute = map.begin(); attribute != map.end(); ++attribute)
+        metaData[toMetaDataKey(attribute.key())] = attribute->toVariant();
+
+    const auto duration = metaData.constFind(QLatin1String(MetaData::Duration));
+    if (duration != metaData.constEnd() && replace(m_duration, duration->toUInt())) {
+        DEBUG_LINE << "emit durationChanged()";
+        DEBUG_LINE << "  duration=" << m_duration;
+        Q_EMIT durationChanged(m_duration);
+    }
+    const auto seekable = metaData.constFind(QLatin1String(MetaData::Seekable));
+    if (seekable != metaData.constEnd() && replace(m_seekable, seekable->toBool())) {
+        DEBUG_LINE << "emit seekableChanged()";
+        DEBUG_LINE << "  seekable=" << m_seekable;
+        Q_EMIT seekableChanged(m_seekable);
+    }
+    const std::optional<QSize> dimensions = toVideoDimensions(metaData);
+    if (dimensions && replace(m_videoDimensions, *dimensions)) {
+        DEBUG_LINE << "emit videoDimensions()";
+        DEBUG_LINE << "  videoDimensions=" << m_videoDimensions;
+        Q_EMIT videoDimensionsChanged(m_videoDimensions);
+    }
+    DEBUG_LINE << "emit metaDataChanged()";
+    DEBUG_LINE << "  metadata=" << metaData;
+    Q_EMIT metaDataChanged(metaData);
+}
+
+void MmrContextNotifier::onPpsPlayQueueChanged(const Attributes &map)
+{
+    TRACE_FUNCTION();
+    const auto current = map.constFind(QStringLiteral("current"));
+    if (current != map.constEnd() && replace(m_track, current->toVariant().toUInt())) {
+        const unsigned int track = m_track;
+        DEBUG_LINE << "emit trackChanged()";
+        DEBUG_LINE << "  track=" << track;
+        Q_EMIT trackChanged(track);
+        updateMetaData(track);
+    }
+    const auto total = map.constFind(QStringLiteral("total"));
+    if (total != map.constEnd() && replace(m_trackCount, total->toVariant().toUInt())) {
+        DEBUG_LINE << "emit trackCountChanged()";
+        DEBUG_LINE << "  trackCount=" << m_trackCount;
+        Q_EMIT trackCountChanged(m_trackCount);
+    }
+}
+
+void MmrContextNotifier::updateMetaData(unsigned int track)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "  track=" << track;
+    bool ok = false;
+    const Attributes objects = toParameterMap(QStringLiteral("q%1").arg(track), &ok);
+    const auto metaData = objects.constFind(QStringLiteral("@q%1").arg(track));
+    if (ok && metaData != objects.constEnd())
+        onPpsMetaDataChanged(metaData->toMap());
+}
+
+void MmrContextNotifier::onPpsStatusChanged(const Attributes &map)
+{
+    TRACE_FUNCTION();
+    reportPosition(tracer, map.value(QStringLiteral("position")).toString());
+
+    const auto bufferLevel = map.constFind(QStringLiteral("bufferlevel"));
+    if (bufferLevel != map.constEnd()) {
+        if (const auto level = changedLevel(tracer, "buffer", "bufferlevel", bufferLevel->toString(), m_bufferLevel)) {
+            DEBUG_LINE << "emit buffering()";
+            DEBUG_LINE << "  level=" << *level;
+            Q_EMIT buffering(*level);
+        }
+    }
+    const auto bufferStatus = map.constFind(QStringLiteral("bufferstatus"));
+    if (bufferStatus != map.constEnd())
+        reportBufferStatus(tracer, bufferStatus->toString());
+
+    const auto volume = map.constFind(QStringLiteral("volume"));
+    if (volume != map.constEnd()) {
+        if (const auto level = changedLevel(tracer, "volume", "volume", volume->toString(), m_volumeLevel)) {
+            DEBUG_LINE << "emit volumeLevelChanged()";
+            DEBUG_LINE << "  level=" << *level;
+            Q_EMIT volumeLevelChanged(*level);
+        }
+    }
+}
+
+void MmrContextNotifier::reportPosition(const FunctionTracer &tracer, const QString &text)
+{
+    unsigned int track = 0;
+    unsigned int position = 0;
+    if (!decodePosition(text, track, position)) {
+        WARNING_LINE << "Unable to decode error position. error_pos=" << text;
+    } else if (replace(m_position, position)) {
+        DEBUG_LINE << "emit position()";
+        DEBUG_LINE << "  position=" << m_position;
+        Q_EMIT positionChanged(m_position);
+    }
+}
+
+void MmrContextNotifier::reportBufferStatus(const FunctionTracer &tracer, const QString &text)
+{
+    bool ok = false;
+    const BufferStatus::Type status = toBufferStatus(text, &ok);
+    if (!ok) {
+        WARNING_LINE << "Unable to buffer status. bufferstatus=" << text;
+    } else if (replace(m_bufferStatus, status)) {
+        DEBUG_LINE << "emit bufferStatus()";
+        DEBUG_LINE << "  bufferStatus=" << keyName(m_bufferStatus);
+        Q_EMIT bufferStatusChanged(m_bufferStatus);
+    }
+}
+
+/** The level to report, when it is not the one that was stored. */
+std::optional<double> MmrContextNotifier::changedLevel(const FunctionTracer &tracer, const char *name,
+                                                       const char *attribute, const QString &text, double &stored)
+{
+    unsigned int level = 0;
+    unsigned int maximum = 0;
+    if (!decodeLevel(text, level, maximum)) {
+        WARNING_LINE << "Unable to decode " << name << " level. " << attribute << "=" << text;
+        return std::nullopt;
+    }
+    if (maximum == 0) {
+        WARNING_LINE << "Unable to calculate " << name << " level; division by zero. " << attribute << "=" << text;
+        return std::nullopt;
+    }
+    const double ratio = static_cast<double>(level) / maximum;
+    if (!replace(stored, ratio))
+        return std::nullopt;
+    return std::clamp(ratio, 0.0, 100.0);
+}
+
+bool MmrContextNotifier::decodePosition(const QString &data, unsigned int &track, unsigned int &position)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "data=" << data;
+    const QStringList parts = data.split(QLatin1Char(':'));
+    switch (parts.size()) {
+    case 1:
+        position = parts[0].toUInt();
+        track = 1;
+        return true;
+    case 2:
+        track = parts[0].toUInt();
+        position = parts[1].toUInt();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool MmrContextNotifier::decodeLevel(const QString &data, unsigned int &level, unsigned int &maximum)
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "data=" << data;
+    const QStringList parts = data.split(QLatin1Char('/'));
+    if (parts.size() != 2)
+        return false;
+    level = parts[0].toUInt();
+    maximum = parts[1].toUInt();
+    return true;
+}
+
+BufferStatus::Type MmrContextNotifier::toBufferStatus(const QString &status, bool *ok)
+{
+    TRACE_FUNCTION();
+    if (ok)
+        *ok = true;
+    if (status == QLatin1String("buffering"))
+        return BufferStatus::Buffering;
+    if (status == QLatin1String("playing"))
+        return BufferStatus::Playing;
+    if (status != QLatin1String("idle") && ok)
+        *ok = false;
+    return BufferStatus::Idle;
+}
+
+} // namespace voro::multimedia
