@@ -1,6 +1,8 @@
 #include "Display.h"
 
-#include "Command.h"
+#include "Output.h"
+
+#include <QtCore/QList>
 
 #include <sys/ioctl.h>
 #include <unistd.h>

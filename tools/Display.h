@@ -12,7 +12,7 @@ struct View {
     /** Counts the media that were begun. */
     int number = 0;
     /** Empty while not known. */
-    QString title;
+    QString title{};
     bool isPaused = false;
     /** The fill level of the buffer (0.0 to 1.0) while it fills, else negative. */
     double buffering = -1;

@@ -1,5 +1,6 @@
 #include "Playback.h"
 
+#include "Output.h"
 #include "SignalPrinter.h"
 #include "StopSignals.h"
 
@@ -47,7 +48,7 @@ Playback::Playback(PlaybackSettings settings)
 void Playback::connectPlayer()
 {
     if (m_settings.json)
-        new SignalPrinter(&m_player, this);
+        new SignalPrinter(&m_player, voro::print, this);
     connect(&m_player, &MediaPlayer::metaDataChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::bufferStatusChanged, this, &Playback::refresh);

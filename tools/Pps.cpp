@@ -1,6 +1,7 @@
 // voro pps: looks into PPS objects and writes to them, for people who debug and for tests.
 
 #include "Command.h"
+#include "Output.h"
 #include "StopSignals.h"
 
 #include <voro/PpsObject.h>

@@ -1,7 +1,5 @@
 #include "SignalPrinter.h"
 
-#include "Command.h"
-
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -42,7 +40,7 @@ QJsonValue jsonValue(const QVariant &value)
         return key ? QJsonValue(QLatin1String(key)) : QJsonValue(value.toInt());
     }
     if (type == QMetaType::fromType<QUrl>())
-        return value.toUrl().toString();
+        return value.toUrl().toString(QUrl::FullyEncoded);
     if (type == QMetaType::fromType<QSize>())
         return QJsonObject{{QStringLiteral("width"), value.toSize().width()},
                            {QStringLiteral("height"), value.toSize().height()}};
@@ -57,7 +55,9 @@ QByteArray jsonText(const QJsonValue &value)
 
 } // namespace
 
-SignalPrinter::SignalPrinter(QObject *sender, QObject *parent) : QObject(parent)
+SignalPrinter::SignalPrinter(QObject *sender, std::function<void(const QByteArray &)> sink, QObject *parent)
+    : QObject(parent),
+      m_sink(std::move(sink))
 {
     m_time.start();
     const QMetaObject &type = *sender->metaObject();
@@ -89,7 +89,7 @@ void SignalPrinter::print(const QMetaMethod &signal, void **arguments) const
         const QVariant value(signal.parameterMetaType(i), arguments[i + 1]);
         line += ",\"" + names.at(i) + "\":" + jsonText(jsonValue(value));
     }
-    voro::print(line + "}\n");
+    m_sink(line + "}\n");
 }
 
 } // namespace voro

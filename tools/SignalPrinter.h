@@ -4,6 +4,7 @@
 #include <QtCore/QMetaMethod>
 #include <QtCore/QObject>
 
+#include <functional>
 #include <vector>
 
 namespace voro {
@@ -16,8 +17,8 @@ namespace voro {
  */
 class SignalPrinter : public QObject {
 public:
-    /** Prints the signals that the object's class declares, not the inherited ones. */
-    explicit SignalPrinter(QObject *sender, QObject *parent = nullptr);
+    /** Prints the signals that the object's class declares, not the inherited ones, line by line to `sink`. */
+    SignalPrinter(QObject *sender, std::function<void(const QByteArray &)> sink, QObject *parent = nullptr);
 
     /** Receives every signal; the slots are numbers, not functions, and so need no list of the signals. */
     int qt_metacall(QMetaObject::Call call, int id, void **arguments) override;
@@ -26,6 +27,7 @@ private:
     void print(const QMetaMethod &signal, void **arguments) const;
 
     std::vector<QMetaMethod> m_signals;
+    std::function<void(const QByteArray &)> m_sink;
     QElapsedTimer m_time;
 };
 

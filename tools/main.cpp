@@ -1,6 +1,7 @@
 // The command line program `voro`: finds the command, checks its arguments, runs it.
 
 #include "Command.h"
+#include "Output.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -8,7 +9,6 @@
 
 #include <array>
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -85,17 +85,6 @@ ExitStatus run(int argc, char *argv[])
 }
 
 } // namespace
-
-void print(const QByteArray &text)
-{
-    std::fwrite(text.constData(), 1, size_t(text.size()), stdout);
-    std::fflush(stdout);
-}
-
-void complain(const QString &text)
-{
-    std::fprintf(stderr, "voro: %s\n", text.toLocal8Bit().constData());
-}
 
 } // namespace voro
 
