@@ -8,7 +8,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QSocketNotifier>
-#include <QtCore/QStringList>
 
 #include <unistd.h>
 
@@ -74,25 +73,21 @@ ExitStatus list(const QByteArrayList &operands)
     QString folder = operands.isEmpty() ? QStringLiteral("/pps") : text(operands.first());
     while (folder.endsWith(QLatin1Char('/')))
         folder.chop(1);
-    PpsObject object(folder + QLatin1String("/.all"));
+    PpsObject object(folder + QLatin1String("/.list"));
     if (!object.open(PpsOpenMode::Subscribe))
         return failed(object);
-    QStringList names;
+    // A long list comes in several reads.
     for (;;) {
         bool ok = false;
         const QByteArray data = object.read(&ok);
-        const auto objects = PpsObject::decodeWithFlags(data, &ok);
         if (!ok)
             return failed(object);
-        if (objects.isEmpty())
-            break;
-        for (const QString &name : objects.keys())
-            names.append(name.mid(1));
+        if (data.isEmpty())
+            return Success;
+        const QVariantMap entries = PpsObject::decode(data).value(QStringLiteral("@.list")).toMap();
+        for (auto entry = entries.begin(); entry != entries.end(); ++entry)
+            print(entry.key().toUtf8() + (entry.value() == QLatin1String("folder") ? "/\n" : "\n"));
     }
-    names.sort();
-    for (const QString &name : std::as_const(names))
-        print(name.toUtf8() + '\n');
-    return Success;
 }
 
 ExitStatus cat(const QByteArrayList &operands)
@@ -223,7 +218,7 @@ const Command PpsCommand{
             .synopsis = "ACTION [ARGUMENT...]",
             .summary = "looks into PPS objects and writes to them",
             .details =
-                "  ls [DIR]                    lists the objects of a folder (/pps)\n"
+                "  ls [DIR]                    lists a folder's objects and folders (/pps)\n"
                 "  cat OBJECT                  prints an object\n"
                 "  watch OBJECT[?OPTIONS]      prints an object, or what is sent to a client of it, at every change\n"
                 "  write OBJECT ATTRIBUTE...   writes one message; an ATTRIBUTE is a line like name:enc:value\n"
