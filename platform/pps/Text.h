@@ -30,15 +30,17 @@ struct Line {
 /** Walks the lines of a text that may come from anybody. */
 class LineReader {
 public:
-    explicit LineReader(std::string_view text) : m_rest(text) {}
+    explicit LineReader(std::string_view text);
     /** Reads the next line; false at the end of the text or at the first bad line. */
     bool next(Line &line);
+    /** The same without a look at encoding and value, for callers that convert the value themselves. */
+    bool nextUnchecked(Line &line);
     /** Whether a bad line (no name, unknown encoding, a bad value, an embedded NUL) ended the walk. */
     bool failed() const { return m_failed; }
 
 private:
     std::string_view m_rest;
-    bool m_failed = false;
+    bool m_failed;
 };
 
 /** Whether a name may stand in an object or attribute line. */
@@ -78,6 +80,8 @@ public:
     const std::vector<Entry> &entries() const { return m_entries; }
 
 private:
+    const Entry *find(std::string_view name) const;
+
     std::string m_object;
     std::vector<Entry> m_entries;
 };

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 
 namespace voro::pps {
 
@@ -30,6 +31,7 @@ public:
     virtual void clientOpened(ClientId client, const Peer &peer) = 0;
     /** One message as the client wrote it, without an object line. */
     virtual void clientMessage(ClientId client, std::string_view text) = 0;
+    /** Once for every client that opened, unless the object is no longer served. */
     virtual void clientClosed(ClientId client) = 0;
 };
 
@@ -77,15 +79,16 @@ public:
 
     /** Serves the control object at the path; false when somebody serves it already. */
     bool serve(std::string_view path, Service *service);
-    /** Ends that; its clients are told. */
+    /** Ends that; its clients are told. The service is not called any more. */
     void unserve(std::string_view path);
-    /** Sends a message to one client, as "@control" and the given lines. Ignored when the client is gone. */
-    void send(ClientId client, std::string_view lines);
+    /** Sends a message to one client, as "@control" and the given lines. Ignored when the client is gone or opened for
+        writing only. False when the lines are longer than MaximumMessage: nothing is sent. */
+    bool send(ClientId client, std::string_view lines);
     /** Sends a message to every client of the service object. */
-    void sendAll(std::string_view path, std::string_view lines);
-    /** Whether the client has messages that its socket did not take yet. */
+    bool sendAll(std::string_view path, std::string_view lines);
+    /** Whether the client has messages that it did not read yet. */
     bool isBehind(ClientId client) const;
-    /** Closes the client's object. */
+    /** Closes the client's object; clientClosed() follows from process(). */
     void disconnect(ClientId client);
 
 private:

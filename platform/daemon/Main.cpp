@@ -1,0 +1,122 @@
+#include "Background.h"
+#include "Options.h"
+#include "Socket.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QSocketNotifier>
+#include <QtCore/QTimer>
+
+#include <pps/broker/Broker.h>
+#include <pps/Runtime.h>
+#include <sys/eventfd.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+int stopEvent = -1;
+
+extern "C" void stop(int)
+{
+    eventfd_write(stopEvent, 1);
+}
+
+// A handler, not a blocked signal: workers must not inherit it.
+void stopOnSignals()
+{
+    stopEvent = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    struct sigaction action {};
+    action.sa_handler = stop;
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGTERM, &action, nullptr);
+    sigaction(SIGINT, &action, nullptr);
+}
+
+void raiseDescriptorLimit()
+{
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+        limit.rlim_cur = limit.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
+int complain(const std::string &problem, int status)
+{
+    std::fprintf(stderr, "vorod: %s\n", problem.c_str());
+    return status;
+}
+
+int serve(int argc, char **argv, int listener, voro::Background &background, int idleExit)
+{
+    QCoreApplication application(argc, argv);
+    voro::pps::Broker broker;
+    QSocketNotifier brokerReady(broker.fd(), QSocketNotifier::Read);
+    QObject::connect(&brokerReady, &QSocketNotifier::activated, [&broker] { broker.process(); });
+
+    // The services. They are all there before anybody can connect.
+
+    broker.listen(listener);
+
+    QSocketNotifier stopReady(stopEvent, QSocketNotifier::Read);
+    QObject::connect(&stopReady, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    QTimer idle;
+    idle.setSingleShot(true);
+    QObject::connect(&idle, &QTimer::timeout, &application, &QCoreApplication::quit);
+    if (idleExit >= 0) {
+        idle.start(idleExit * 1000);
+        broker.onClientCountChanged([&] {
+            if (broker.clientCount() == 0) {
+                idle.start(idleExit * 1000);
+            } else {
+                idle.stop();
+            }
+        });
+    }
+    background.ready();
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    std::string problem;
+    const auto options = voro::parseOptions({argv + 1, argv + argc}, problem);
+    if (!options) {
+        return complain(problem + "\nTry: vorod --help", 2);
+    }
+    if (options->help) {
+        std::fputs(voro::HelpText, stdout);
+        return 0;
+    }
+    if (options->version) {
+        std::puts("vorod " VORO_VERSION);
+        return 0;
+    }
+    umask(077);
+    std::string folder;
+    if (const int error = voro::pps::runtimeFolder(folder)) {
+        return complain(folder + ": " + std::strerror(error), 1);
+    }
+    voro::Background background;
+    if (options->background) {
+        background.enter();
+    }
+    voro::Socket socket;
+    switch (socket.open(folder, problem)) {
+    case voro::Socket::Outcome::Open:
+        break;
+    case voro::Socket::Outcome::AlreadyRunning:
+        return options->background ? 0 : complain(problem, 1);
+    case voro::Socket::Outcome::Failed:
+        return complain(problem, 1);
+    }
+    stopOnSignals();
+    raiseDescriptorLimit();
+    return serve(argc, argv, socket.release(), background, options->idleExit);
+}

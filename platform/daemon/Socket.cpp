@@ -1,0 +1,123 @@
+#include "Socket.h"
+
+#include <fcntl.h>
+#include <pps/Runtime.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+
+namespace voro {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/** The first descriptor that a service manager passes on. */
+constexpr int FirstPassed = 3;
+
+std::string because(const std::string &what)
+{
+    return what + ": " + std::strerror(errno);
+}
+
+bool hasOption(int socket, int option, int wanted)
+{
+    int value = 0;
+    socklen_t size = sizeof value;
+    return getsockopt(socket, SOL_SOCKET, option, &value, &size) == 0 && value == wanted;
+}
+
+pps::Fd passedSocket()
+{
+    const char *process = std::getenv("LISTEN_PID");
+    const char *count = std::getenv("LISTEN_FDS");
+    const bool isPassed = process && count && std::atol(process) == getpid() && std::atoi(count) >= 1
+                          && hasOption(FirstPassed, SO_TYPE, SOCK_SEQPACKET)
+                          && hasOption(FirstPassed, SO_ACCEPTCONN, 1);
+    // The workers are not meant.
+    unsetenv("LISTEN_PID");
+    unsetenv("LISTEN_FDS");
+    if (isPassed) {
+        fcntl(FirstPassed, F_SETFD, FD_CLOEXEC);
+    }
+    return pps::Fd(isPassed ? FirstPassed : -1);
+}
+
+} // namespace
+
+Socket::~Socket()
+{
+    if (!m_path.empty()) {
+        unlink(m_path.c_str());
+    }
+}
+
+Socket::Outcome Socket::open(const std::string &folder, std::string &problem)
+{
+    m_listener = passedSocket();
+    const bool isPassed = m_listener.isValid();
+    const Outcome outcome = lock(folder, problem);
+    if (outcome != Outcome::Open || isPassed) {
+        return outcome;
+    }
+    return listen(pps::socketPath(folder), problem) ? Outcome::Open : Outcome::Failed;
+}
+
+// Whoever holds the lock answers clients, is about to, or is about to end.
+Socket::Outcome Socket::lock(const std::string &folder, std::string &problem)
+{
+    const std::string path = folder + "/vorod.lock";
+    m_lock.reset(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (!m_lock.isValid()) {
+        problem = because(path);
+        return Outcome::Failed;
+    }
+    const auto deadline = std::chrono::steady_clock::now() + 10s;
+    while (flock(m_lock.get(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR) {
+            problem = because(path);
+            return Outcome::Failed;
+        }
+        // With a socket of the service manager, connecting would reach ourselves.
+        if (!m_listener.isValid() && pps::connectTo(folder).isValid()) {
+            problem = "already running in " + folder;
+            return Outcome::AlreadyRunning;
+        }
+        if (std::chrono::steady_clock::now() > deadline) {
+            problem = path + ": held by a daemon that does not answer";
+            return Outcome::Failed;
+        }
+        std::this_thread::sleep_for(5ms);
+    }
+    return Outcome::Open;
+}
+
+bool Socket::listen(const std::string &path, std::string &problem)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        errno = ENAMETOOLONG;
+        problem = because(path);
+        return false;
+    }
+    path.copy(address.sun_path, path.size());
+    m_listener.reset(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    // We hold the lock, so a socket that is there was left behind.
+    unlink(path.c_str());
+    if (bind(m_listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
+        || ::listen(m_listener.get(), SOMAXCONN) != 0) {
+        problem = because(path);
+        return false;
+    }
+    m_path = path;
+    return true;
+}
+
+} // namespace voro

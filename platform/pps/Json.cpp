@@ -1,0 +1,135 @@
+#include "Json.h"
+
+#include <charconv>
+#include <cstring>
+
+namespace voro::pps {
+
+namespace {
+
+const char *skipDigits(const char *at, const char *end)
+{
+    while (at != end && *at >= '0' && *at <= '9') {
+        ++at;
+    }
+    return at;
+}
+
+struct Validator {
+    struct Value {};
+    using List = Value;
+    using Map = Value;
+    static Value null() { return {}; }
+    static Value boolean(bool) { return {}; }
+    static Value number(Number) { return {}; }
+    static Value string(std::string_view) { return {}; }
+    static void append(List &, Value) {}
+    static void insert(Map &, std::string_view, Value) {}
+    static Value list(List) { return {}; }
+    static Value map(Map) { return {}; }
+};
+
+} // namespace
+
+bool parseNumber(std::string_view text, Number &number)
+{
+    const char *const begin = text.data();
+    const char *const end = begin + text.size();
+    const char *at = begin;
+    if (at != end && *at == '-') {
+        ++at;
+    }
+    const char *const digits = at;
+    at = skipDigits(at, end);
+    if (at == digits || (*digits == '0' && at - digits > 1)) {
+        return false;
+    }
+    number.integral = at == end;
+    if (at != end && *at == '.') {
+        const char *const fraction = ++at;
+        at = skipDigits(at, end);
+        if (at == fraction) {
+            return false;
+        }
+    }
+    if (at != end && (*at == 'e' || *at == 'E')) {
+        ++at;
+        if (at != end && (*at == '+' || *at == '-')) {
+            ++at;
+        }
+        const char *const exponent = at;
+        at = skipDigits(at, end);
+        if (at == exponent) {
+            return false;
+        }
+    }
+    if (at != end) {
+        return false;
+    }
+    if (number.integral) {
+        if (std::from_chars(begin, end, number.integer).ec == std::errc()) {
+            return true;
+        }
+        number.integral = false;
+    }
+    return std::from_chars(begin, end, number.real).ec == std::errc();
+}
+
+bool isUtf8(std::string_view text)
+{
+    const auto *at = reinterpret_cast<const unsigned char *>(text.data());
+    const auto *const end = at + text.size();
+    while (at != end) {
+        uint64_t eight;
+        if (end - at >= 8 && (std::memcpy(&eight, at, 8), (eight & 0x8080808080808080u) == 0)) {
+            at += 8;
+            continue;
+        }
+        const unsigned char first = *at++;
+        if (first < 0x80) {
+            continue;
+        }
+        const int more = first >= 0xC2 && first <= 0xDF   ? 1
+                         : (first & 0xF0) == 0xE0         ? 2
+                         : first >= 0xF0 && first <= 0xF4 ? 3
+                                                          : 0;
+        if (more == 0 || end - at < more) {
+            return false;
+        }
+        // The first continuation byte excludes overlong forms, surrogates and what lies beyond U+10FFFF.
+        const unsigned char low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
+        const unsigned char high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
+        if (*at < low || *at > high) {
+            return false;
+        }
+        for (int i = 1; i < more; ++i) {
+            if ((at[i] & 0xC0) != 0x80) {
+                return false;
+            }
+        }
+        at += more;
+    }
+    return true;
+}
+
+void appendUtf8(std::string &out, char32_t c)
+{
+    if (c < 0x80) {
+        out += char(c);
+    } else if (c < 0x800) {
+        out += {char(0xC0 | (c >> 6)), char(0x80 | (c & 0x3F))};
+    } else if (c < 0x10000) {
+        out += {char(0xE0 | (c >> 12)), char(0x80 | ((c >> 6) & 0x3F)), char(0x80 | (c & 0x3F))};
+    } else {
+        out += {char(0xF0 | (c >> 18)), char(0x80 | ((c >> 12) & 0x3F)), char(0x80 | ((c >> 6) & 0x3F)),
+                char(0x80 | (c & 0x3F))};
+    }
+}
+
+bool isJson(std::string_view text)
+{
+    Validator::Value value;
+    return JsonReader<Validator>(text).read(value);
+}
+
+} // namespace voro::pps

@@ -1,0 +1,161 @@
+#include "Runtime.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <optional>
+
+extern char **environ;
+
+namespace voro::pps {
+
+namespace {
+
+std::string folderName()
+{
+    if (const char *folder = std::getenv("VORO_RUNTIME_DIR"); folder && *folder) {
+        return folder;
+    }
+    if (const char *folder = std::getenv("XDG_RUNTIME_DIR"); folder && *folder) {
+        return std::string(folder) + "/voro";
+    }
+    return "/tmp/voro-" + std::to_string(getuid());
+}
+
+bool mayStart()
+{
+    const char *setting = std::getenv("VORO_AUTOSPAWN");
+    return !setting || std::strcmp(setting, "0") != 0;
+}
+
+std::optional<std::string> folderOf(const char *file)
+{
+    const std::unique_ptr<char, decltype(&std::free)> path(realpath(file, nullptr), &std::free);
+    return path ? std::optional(std::string(path.get(), size_t(std::strrchr(path.get(), '/') - path.get())))
+                : std::nullopt;
+}
+
+// The daemon beside the library or program that this code is in.
+std::string daemonProgram()
+{
+    static const char anchor = 0;
+    Dl_info info{};
+    const bool known = dladdr(&anchor, &info) != 0 && info.dli_fname;
+    for (const char *file : {known ? info.dli_fname : "", "/proc/self/exe"}) {
+        const auto folder = folderOf(file);
+        for (const char *way : {"/../bin/vorod", "/../../bin/vorod", "/vorod"}) {
+            if (folder && access((*folder + way).c_str(), X_OK) == 0) {
+                return *folder + way;
+            }
+        }
+    }
+    return {};
+}
+
+// Runs the program, which returns when the daemon is ready.
+int runDaemon(const std::string &program)
+{
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t none;
+    sigset_t all;
+    sigemptyset(&none);
+    sigfillset(&all);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    posix_spawnattr_setsigmask(&attributes, &none);
+    posix_spawnattr_setsigdefault(&attributes, &all);
+    char background[] = "--background";
+    std::string name = program;
+    char *const arguments[] = {name.data(), background, nullptr};
+    pid_t process = 0;
+    const int failure = posix_spawn(&process, program.c_str(), nullptr, &attributes, arguments, environ);
+    posix_spawnattr_destroy(&attributes);
+    if (failure != 0) {
+        return failure;
+    }
+    int status = 0;
+    pid_t ended;
+    do {
+        ended = waitpid(process, &status, 0);
+    } while (ended < 0 && errno == EINTR);
+    // An application that ignores or collects its children hides the status; connecting shows then what came of it.
+    return ended < 0 || (WIFEXITED(status) && WEXITSTATUS(status) == 0) ? 0 : ECONNREFUSED;
+}
+
+} // namespace
+
+int runtimeFolder(std::string &folder)
+{
+    folder = folderName();
+    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+        return errno;
+    }
+    struct stat status {};
+    if (lstat(folder.c_str(), &status) != 0) {
+        return errno;
+    }
+    if (!S_ISDIR(status.st_mode)) {
+        return ENOTDIR;
+    }
+    if (status.st_uid != geteuid()) {
+        return EPERM;
+    }
+    return (status.st_mode & 0777) == 0700 || chmod(folder.c_str(), 0700) == 0 ? 0 : errno;
+}
+
+std::string socketPath(const std::string &folder)
+{
+    return folder + "/pps.sock";
+}
+
+Fd connectTo(const std::string &folder)
+{
+    const std::string path = socketPath(folder);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        errno = ENAMETOOLONG;
+        return {};
+    }
+    path.copy(address.sun_path, path.size());
+    Fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    int result;
+    do {
+        result = connect(socket.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address);
+    } while (result < 0 && errno == EINTR);
+    return result == 0 ? std::move(socket) : Fd();
+}
+
+int startDaemon(const std::string &folder)
+{
+    if (!mayStart()) {
+        return ECONNREFUSED;
+    }
+    const Fd lock(::open((folder + "/start.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (!lock.isValid()) {
+        return errno;
+    }
+    while (flock(lock.get(), LOCK_EX) != 0) {
+        if (errno != EINTR) {
+            return errno;
+        }
+    }
+    if (connectTo(folder).isValid()) {
+        return 0;
+    }
+    const std::string program = daemonProgram();
+    return program.empty() ? ENOENT : runDaemon(program);
+}
+
+} // namespace voro::pps

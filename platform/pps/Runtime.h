@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Fd.h"
+
+#include <string>
+
+/* The runtime folder, in which the daemon and its clients find each other. */
+
+namespace voro::pps {
+
+/** Finds the runtime folder and makes it when it is missing. Returns 0, or an errno number when there is none or it is
+    not ours alone. */
+int runtimeFolder(std::string &folder);
+
+/** The path of the broker's socket in the folder. */
+std::string socketPath(const std::string &folder);
+
+/** Connects to the broker's socket in the folder; on failure the result is invalid and errno tells why. */
+Fd connectTo(const std::string &folder);
+
+/** Starts the daemon when none answers, and returns when it does; 0 or an errno number. Two processes that race start
+    one. */
+int startDaemon(const std::string &folder);
+
+} // namespace voro::pps

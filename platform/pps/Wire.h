@@ -1,0 +1,92 @@
+#pragma once
+
+#include "Text.h"
+
+#include <cstdint>
+
+/*
+ * The packets between a client and the broker: a header in the machine's own byte order and a body, one packet of a
+ * SOCK_SEQPACKET socket each. docs/pps-wire.md shows whole conversations.
+ */
+
+namespace voro::pps {
+
+inline constexpr uint16_t WireVersion = 1;
+
+/**
+ * How much of what it subscribed to a reader has seen. The broker keeps no copy for a reader; it works out what is
+ * pending from this.
+ */
+struct Position {
+    /** Everything up to this version has been seen. 0: nothing was read yet. */
+    uint64_t base = 0;
+    /** Above `base` while a long read goes on in several packets: objects last written up to this version were given
+        out. */
+    uint64_t reached = 0;
+};
+
+/** One object of which a reader has seen less than its position tells: a fence held it back. */
+struct Held {
+    uint64_t object;
+    uint64_t version;
+};
+
+/** A client's packet. */
+struct Request {
+    enum Type : uint8_t {
+        /** Body: the path with its options. Answered by Opened. */
+        Open = 1,
+        /** Body: PPS text. */
+        Write,
+        /** Body: Held entries. Answered by Answer, which tells everything since the position. */
+        Pull,
+        Close,
+    };
+    uint8_t type;
+    /** Open: the open mode. */
+    uint8_t mode;
+    /** Open: WireVersion. */
+    uint16_t version;
+    uint32_t reserved;
+    /** A random number of the sending process, and the packet's number in this process: 1, 2, 3 over all its
+        sockets. */
+    uint64_t process;
+    uint64_t number;
+    /** Pull: what the reader has seen. */
+    Position seen;
+};
+
+/** A packet of the broker. */
+struct Reply {
+    enum Type : uint8_t {
+        /** `error` is 0 or an errno number; `to` and `more` as in Answer. */
+        Opened = 1,
+        /** A change pushed to a reader whose socket was empty: Held entries and PPS text. */
+        Change,
+        /** There is more than the reader's socket holds; nothing follows until it pulls. */
+        Mark,
+        /** Held entries and PPS text: everything since the position of the Pull. */
+        Answer,
+        /** One message of a service object. */
+        Message,
+    };
+    uint8_t type;
+    /** Whether a Pull has something to tell after this packet. */
+    uint8_t more;
+    uint16_t error;
+    uint32_t heldCount;
+    /** Change: the version that the reader must have seen for the packet to be all that it lacks. */
+    uint64_t from;
+    /** The reader's position after this packet. */
+    Position to;
+};
+
+static_assert(sizeof(Request) == 40 && sizeof(Reply) == 32);
+
+/** At most so many Held entries travel with a position. */
+inline constexpr size_t MaximumHeld = 64;
+
+/** The longest packet of either side. A service's message gets an object line in front. */
+inline constexpr size_t MaximumPacket = sizeof(Request) + MaximumHeld * sizeof(Held) + MaximumMessage + 64;
+
+} // namespace voro::pps

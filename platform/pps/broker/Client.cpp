@@ -1,0 +1,80 @@
+#include "Client.h"
+
+#include <linux/sockios.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace voro::pps {
+
+Client::Received Client::receive(ClientPacket &received, char *buffer)
+{
+    ssize_t size;
+    do {
+        // A client that died with unread packets shows as ECONNRESET in front of what it had written.
+        size = recv(fd(), buffer, MaximumPacket, MSG_DONTWAIT | MSG_TRUNC);
+    } while (size < 0 && (errno == EINTR || errno == ECONNRESET));
+    if (size < 0) {
+        return errno == EAGAIN ? Received::Nothing : Received::End;
+    }
+    if (size == 0) {
+        return Received::End;
+    }
+    if (size_t(size) < sizeof received.header || size_t(size) > MaximumPacket) {
+        return Received::Garbage;
+    }
+    std::memcpy(&received.header, buffer, sizeof received.header);
+    received.body = {buffer + sizeof received.header, size_t(size) - sizeof received.header};
+    return Received::Packet;
+}
+
+void Client::send(const Reply &header, std::string_view held, std::string_view body)
+{
+    if (m_isPeerGone) {
+        return;
+    }
+    std::string whole;
+    whole.reserve(sizeof header + held.size() + body.size());
+    whole.append(reinterpret_cast<const char *>(&header), sizeof header);
+    whole.append(held).append(body);
+    if (m_queue.empty() && trySend(whole)) {
+        return;
+    }
+    if (!m_isPeerGone) {
+        m_queuedSize += whole.size();
+        m_queue.push_back(std::move(whole));
+    }
+}
+
+void Client::flush()
+{
+    while (!m_queue.empty() && trySend(m_queue.front())) {
+        m_queuedSize -= m_queue.front().size();
+        m_queue.pop_front();
+    }
+}
+
+bool Client::hasReadAll() const
+{
+    int unread = 0;
+    return m_queue.empty() && ioctl(fd(), SIOCOUTQ, &unread) == 0 && unread == 0;
+}
+
+bool Client::trySend(std::string_view whole)
+{
+    ssize_t sent;
+    do {
+        sent = ::send(fd(), whole.data(), whole.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+    } while (sent < 0 && errno == EINTR);
+    if (sent < 0 && errno != EAGAIN && errno != ENOBUFS) {
+        // Its end is seen, in the right order, by reading.
+        m_isPeerGone = true;
+        m_queue.clear();
+        m_queuedSize = 0;
+    }
+    return sent >= 0;
+}
+
+} // namespace voro::pps

@@ -1,0 +1,165 @@
+#include "Content.h"
+
+#include "../Text.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace voro::pps {
+
+namespace {
+
+constexpr size_t MaximumAttributes = 1024;
+constexpr size_t MaximumDeletions = 256;
+
+bool passes(const std::vector<std::string> &filter, std::string_view attribute)
+{
+    return filter.empty() || std::find(filter.begin(), filter.end(), attribute) != filter.end();
+}
+
+} // namespace
+
+size_t Content::size(std::string_view name) const
+{
+    size_t size = name.size() + 3;
+    for (const Attribute &attribute : m_attributes) {
+        size += attribute.line.size() + 1;
+    }
+    for (const Deletion &deletion : m_deletions) {
+        size += deletion.name.size() + 2;
+    }
+    return size;
+}
+
+bool Content::apply(std::string_view name, std::string_view text, bool replace, uint64_t version)
+{
+    if (!m_exists) {
+        m_exists = true;
+        m_created = version;
+    } else if (replace) {
+        m_replaced = version;
+    }
+    m_version = version;
+    LineReader reader(text);
+    Line line;
+    size_t expected = 0;
+    while (reader.nextUnchecked(line)) {
+        if (line.kind == Line::Kind::Object) {
+            continue;
+        }
+        if (line.mark == '-') {
+            removeAttribute(line.name);
+        } else {
+            set(line.whole, line.name, expected++);
+        }
+        if (m_attributes.size() > MaximumAttributes) {
+            return false;
+        }
+    }
+    if (replace) {
+        removeUnwritten();
+    }
+    if (size(name) > MaximumMessage) {
+        m_deletions.clear();
+        m_forgotten = version;
+    }
+    return size(name) <= MaximumMessage;
+}
+
+// A publisher mostly writes the same attributes in the same order, so the place is a good guess.
+void Content::set(std::string_view line, std::string_view attribute, size_t expected)
+{
+    const auto isNamed = [&](const Attribute &candidate) { return candidate.name() == attribute; };
+    auto found = m_attributes.begin() + std::ptrdiff_t(std::min(expected, m_attributes.size()));
+    if (found == m_attributes.end() || !isNamed(*found)) {
+        found = std::find_if(m_attributes.begin(), m_attributes.end(), isNamed);
+    }
+    if (found == m_attributes.end()) {
+        std::erase_if(m_deletions, [&](const Deletion &deletion) { return deletion.name == attribute; });
+        m_attributes.push_back({std::string(line), attribute.size(), m_version});
+    } else {
+        found->line = line;
+        found->version = m_version;
+    }
+}
+
+void Content::removeAttribute(std::string_view attribute)
+{
+    if (std::erase_if(m_attributes, [&](const Attribute &candidate) { return candidate.name() == attribute; }) > 0) {
+        addDeletion(attribute);
+    }
+}
+
+void Content::removeUnwritten()
+{
+    std::erase_if(m_attributes, [this](const Attribute &attribute) {
+        const bool isOld = attribute.version != m_version;
+        if (isOld) {
+            addDeletion(attribute.name());
+        }
+        return isOld;
+    });
+}
+
+void Content::addDeletion(std::string_view attribute)
+{
+    if (m_deletions.size() == MaximumDeletions) {
+        m_forgotten = m_deletions.front().version;
+        m_deletions.erase(m_deletions.begin());
+    }
+    m_deletions.push_back({std::string(attribute), m_version});
+}
+
+void Content::remove(uint64_t version)
+{
+    m_version = version;
+    m_exists = false;
+    removeUnwritten();
+}
+
+void Content::forgetDeletions()
+{
+    m_deletions.clear();
+    m_forgotten = m_version;
+}
+
+void Content::append(std::string &out, std::string_view name, uint64_t seen, bool delta,
+                     const std::vector<std::string> &filter) const
+{
+    const bool isFirst = seen == 0;
+    if (m_version <= seen || (!m_exists && (isFirst || !filter.empty()))) {
+        return;
+    }
+    if (!m_exists) {
+        out.append("-@").append(name).append("\n");
+        return;
+    }
+    const size_t begin = out.size();
+    const bool isReplaced = m_replaced > seen || m_forgotten > seen;
+    if (!isFirst && (m_created > seen || isReplaced)) {
+        out += m_created > seen ? '+' : '*';
+    }
+    out.append("@").append(name).append("\n");
+    const bool isWhole = !delta || isFirst || m_forgotten > seen;
+    bool isNews = filter.empty();
+    for (const Attribute &attribute : m_attributes) {
+        if (!passes(filter, attribute.name())) {
+            continue;
+        }
+        isNews = isNews || attribute.version > seen;
+        if (isWhole || attribute.version > seen) {
+            out.append(attribute.line).append("\n");
+        }
+    }
+    if (!isNews) {
+        out.resize(begin);
+        return;
+    }
+    for (const Deletion &deletion : m_deletions) {
+        if (filter.empty() && !isFirst && deletion.version > seen) {
+            out.append("-").append(deletion.name).append("\n");
+        }
+    }
+}
+
+} // namespace voro::pps

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace voro::pps {
+
+/** What an object holds, each part with the version of its last write. Copied as a fence's snapshot. */
+class Content {
+public:
+    bool exists() const { return m_exists; }
+    /** The version of the last write; 0 when there was none. */
+    uint64_t version() const { return m_version; }
+    /** The length of the longest text that a read can give. */
+    size_t size(std::string_view name) const;
+
+    /** Applies the lines of a message that is known to be valid; false, with the content in between, when it is too
+        large then. */
+    bool apply(std::string_view name, std::string_view text, bool replace, uint64_t version);
+    /** Deletes the object; who saw its attributes can still be told. */
+    void remove(uint64_t version);
+    /** Forgets what was deleted; for when no reader is left that has to be told. */
+    void forgetDeletions();
+
+    /**
+     * Appends what a reader who has seen everything up to a version (0: nothing) has to be told: the whole object or,
+     * with `delta`, what was written since. A filter lets only the attributes pass that it names, and no deletion.
+     */
+    void append(std::string &out, std::string_view name, uint64_t seen, bool delta,
+                const std::vector<std::string> &filter) const;
+
+private:
+    struct Attribute {
+        /** "name:encoding:value" */
+        std::string line;
+        size_t nameSize;
+        uint64_t version;
+        std::string_view name() const { return std::string_view(line).substr(0, nameSize); }
+    };
+    struct Deletion {
+        std::string name;
+        uint64_t version;
+    };
+
+    void set(std::string_view line, std::string_view attribute, size_t expected);
+    void removeAttribute(std::string_view attribute);
+    void removeUnwritten();
+    void addDeletion(std::string_view attribute);
+
+    bool m_exists = false;
+    std::vector<Attribute> m_attributes;
+    std::vector<Deletion> m_deletions;
+    uint64_t m_version = 0;
+    uint64_t m_created = 0;
+    uint64_t m_replaced = 0;
+    /** Deletions up to this version were forgotten; who has seen less is told of a replacement. */
+    uint64_t m_forgotten = 0;
+};
+
+} // namespace voro::pps

@@ -1,0 +1,161 @@
+#include "Order.h"
+
+#include <algorithm>
+
+namespace voro::pps {
+
+namespace {
+
+/** A dead process left at most this many packets that are handled before its end. */
+constexpr int MaximumLeftOver = 10000;
+
+} // namespace
+
+void Order::remove(Client &client)
+{
+    std::erase(m_fresh, &client);
+    const auto process = m_processes.find(client.process);
+    if (process == m_processes.end()) {
+        return;
+    }
+    std::erase(process->second.clients, &client);
+    if (process->second.clients.empty()) {
+        m_processes.erase(process);
+    }
+}
+
+void Order::readable(Client &client)
+{
+    ClientPacket packet;
+    switch (client.receive(packet, m_buffer)) {
+    case Client::Received::Nothing:
+        return;
+    case Client::Received::Garbage:
+        m_handler.handleGarbage(client);
+        return;
+    case Client::Received::End:
+        end(client);
+        return;
+    case Client::Received::Packet:
+        break;
+    }
+    bind(client, packet.header.process);
+    Process &process = m_processes[client.process];
+    if (packet.header.number <= process.next) {
+        process.next = std::max(process.next, packet.header.number + 1);
+        m_handler.handlePacket(client, packet);
+        return;
+    }
+    client.keep(packet);
+    m_behind.push_back(client.process);
+    catchUpAll();
+}
+
+// A forked child that writes to an inherited socket counts for itself.
+void Order::bind(Client &client, uint64_t process)
+{
+    Process &wanted = m_processes[process];
+    if (std::find(wanted.clients.begin(), wanted.clients.end(), &client) == wanted.clients.end()) {
+        wanted.clients.push_back(&client);
+        remove(client);
+        client.process = process;
+    }
+}
+
+void Order::readAhead(Client &client)
+{
+    if (client.hasPacket() || client.isEnded) {
+        return;
+    }
+    ClientPacket packet;
+    switch (client.receive(packet, m_buffer)) {
+    case Client::Received::Nothing:
+        return;
+    case Client::Received::Garbage:
+        client.isEnded = true;
+        m_handler.handleGarbage(client);
+        return;
+    case Client::Received::End:
+        client.isEnded = true;
+        return;
+    case Client::Received::Packet:
+        break;
+    }
+    client.keep(packet);
+    bind(client, packet.header.process);
+    m_behind.push_back(client.process);
+}
+
+void Order::readAheadAll(uint64_t process)
+{
+    m_handler.acceptPending();
+    for (Client *client : std::vector(m_fresh)) {
+        readAhead(*client);
+    }
+    if (const auto found = m_processes.find(process); found != m_processes.end()) {
+        for (Client *client : std::vector(found->second.clients)) {
+            readAhead(*client);
+        }
+    }
+}
+
+Client *Order::lowest(uint64_t process)
+{
+    Client *lowest = nullptr;
+    if (const auto found = m_processes.find(process); found != m_processes.end()) {
+        for (Client *client : found->second.clients) {
+            if (client->hasPacket() && (!lowest || client->packetNumber() < lowest->packetNumber())) {
+                lowest = client;
+            }
+        }
+    }
+    return lowest;
+}
+
+void Order::handleLowest(Client &client)
+{
+    Process &process = m_processes[client.process];
+    process.next = std::max(process.next, client.packetNumber() + 1);
+    const auto [header, body] = client.takePacket();
+    m_handler.handlePacket(client, {header, body});
+}
+
+void Order::catchUp(uint64_t process)
+{
+    while (Client *client = lowest(process)) {
+        if (client->packetNumber() > m_processes[process].next) {
+            readAheadAll(process);
+            client = lowest(process);
+        }
+        handleLowest(*client);
+    }
+}
+
+// Sockets of other processes may have been read ahead as well, on the way to one that had sent nothing yet.
+void Order::catchUpAll()
+{
+    while (!m_behind.empty()) {
+        const uint64_t process = m_behind.back();
+        m_behind.pop_back();
+        catchUp(process);
+    }
+}
+
+// A process that died wrote everything before its sockets closed, so whatever is there comes before the end.
+void Order::end(Client &client)
+{
+    client.isEnded = true;
+    const uint64_t process = client.process;
+    for (int left = MaximumLeftOver; process != 0 && left > 0; --left) {
+        readAheadAll(process);
+        Client *const next = lowest(process);
+        if (!next) {
+            break;
+        }
+        handleLowest(*next);
+    }
+    m_handler.handleEnd(client);
+    catchUpAll();
+}
+
+} // namespace voro::pps

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "../Path.h"
+#include "../Wire.h"
+#include "Content.h"
+
+#include <deque>
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace voro::pps {
+
+struct Subscriber;
+class Client;
+struct Folder;
+
+struct Object {
+    struct Fence {
+        uint64_t version;
+        std::shared_ptr<const Content> content;
+    };
+
+    Folder *folder;
+    std::string name;
+    uint64_t id;
+    Content content;
+    std::deque<Fence> fences;
+    std::vector<Subscriber *> subscribers;
+    /** The place in Folder::byVersion, which holds every object that was ever written. */
+    std::list<Object *>::iterator place;
+};
+
+struct Folder {
+    std::string path;
+    std::map<std::string, std::unique_ptr<Object>, std::less<>> objects;
+    /** Oldest write first, so that what changed since a version is at the end. */
+    std::list<Object *> byVersion;
+    std::vector<Subscriber *> subscribers;
+    /** How many of the objects are only remembered as deleted. */
+    size_t deleted = 0;
+};
+
+/** What one reader subscribed to. */
+struct Subscriber {
+    Client *client = nullptr;
+    Folder *folder = nullptr;
+    /** Null for `.all`. */
+    Object *object = nullptr;
+    bool delta = false;
+    std::vector<std::string> filter;
+};
+
+/** A reader's position with the objects of which it has seen less. */
+struct ReaderPosition {
+    Position position;
+    std::vector<Held> held;
+    /** Whether nothing of a read is left over. */
+    bool isSettled() const { return position.base == position.reached && held.empty(); }
+};
+
+/**
+ * Every plain object and what changed when. It knows no sockets and keeps nothing per reader: what a reader has not
+ * seen is worked out from its position.
+ */
+class Store {
+public:
+    /** Writes a message on the object at the path. The text must be writable there. False when the object would grow
+        beyond a bound. `object` is what readers have to be told of, or null. */
+    bool publish(const ObjectPath &path, std::string_view text, bool fence, Object *&object);
+    /** Deletes the object at the path and all in the folder of that name and below; returns those that were there. */
+    std::vector<Object *> remove(const ObjectPath &path);
+    /** The object's whole text, empty when there is none. */
+    std::string content(const ObjectPath &path) const;
+
+    /** Fills the subscriber in and counts it; false when there are too many objects. */
+    bool subscribe(const ObjectPath &path, Subscriber &subscriber);
+    void unsubscribe(Subscriber &subscriber);
+    /** The text of what the reader has not seen, at most MaximumMessage of it; moves the position accordingly. */
+    std::string read(const Subscriber &subscriber, ReaderPosition &position) const;
+    /** The paths of all objects below a folder. */
+    std::vector<std::string> pathsBelow(const std::string &folder) const;
+
+    uint64_t version() const { return m_version; }
+
+private:
+    Folder &folder(const std::string &path);
+    Object *find(const ObjectPath &path) const;
+    Object *findOrAdd(const ObjectPath &path);
+    bool write(Object &object, std::string_view text, bool replace);
+    void markDeleted(Object &object);
+    void moveToEnd(Object &object);
+    void addFence(Object &object);
+    bool forgetUnneeded(Object &object);
+    void forgetOldest(Folder &folder);
+    void erase(Object &object);
+    std::string readObject(const Subscriber &subscriber, ReaderPosition &position) const;
+    std::string readFolder(const Subscriber &subscriber, ReaderPosition &position) const;
+
+    std::map<std::string, std::unique_ptr<Folder>, std::less<>> m_folders;
+    std::unordered_map<uint64_t, Object *> m_byId;
+    uint64_t m_version = 1;
+    uint64_t m_lastId = 0;
+    size_t m_totalSize = 0;
+};
+
+} // namespace voro::pps

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+
+/**
+ * A daemon of its own for a test, in a runtime folder of its own. While it exists VORO_RUNTIME_DIR names that folder,
+ * and no other daemon is started by itself (VORO_AUTOSPAWN=0).
+ */
+class Daemon {
+public:
+    enum Start { Now, Later };
+
+    /** Makes the folder and starts the daemon in it; returns when clients can connect. */
+    explicit Daemon(Start start = Now);
+    /** Ends the daemon. A daemon that crashed or complained (a sanitizer, a leak) ends the test program. */
+    ~Daemon();
+
+    QString folder() const { return m_folder.path(); }
+    /** The process's id, 0 when it does not run. */
+    qint64 processId() const { return m_process.processId(); }
+
+    /** Starts the daemon, with additional variables "NAME=VALUE" in its environment. */
+    bool start(const QStringList &environment = {});
+    /** Ends it in order; false when it did not end with status 0. */
+    bool stop();
+    /** Kills it, as a crash would. */
+    void kill();
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_process;
+};
