@@ -29,7 +29,7 @@ bool PpsAttribute::toBool() const
     if (m_value.typeId() == QMetaType::QString) {
         return m_value.toString() == QLatin1String("true");
     }
-    return m_value.toBool();
+    return m_value.toDouble() != 0;
 }
 
 QMap<QString, PpsAttribute> PpsAttribute::toMap() const
@@ -57,6 +57,11 @@ QVariant PpsAttribute::toVariant() const
         }
     }
     return values;
+}
+
+bool PpsAttribute::operator==(const PpsAttribute &other) const
+{
+    return m_flags == other.m_flags && m_value == other.m_value && m_attributes == other.m_attributes;
 }
 
 QDebug operator<<(QDebug debug, const PpsAttribute &attribute)

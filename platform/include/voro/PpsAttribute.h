@@ -62,7 +62,7 @@ public:
     QVariant toVariant() const;
     PpsAttributeFlag::Types flags() const { return m_flags; }
 
-    bool operator==(const PpsAttribute &other) const = default;
+    bool operator==(const PpsAttribute &other) const;
 
 private:
     QVariant m_value;
