@@ -1,0 +1,104 @@
+#include "PseudoTerminal.h"
+
+#include <QtCore/QtGlobal>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <vector>
+
+namespace {
+
+constexpr int PatienceMs = 60'000;
+
+} // namespace
+
+PseudoTerminal::PseudoTerminal(const QByteArrayList &command)
+{
+    std::vector<char *> arguments;
+    for (const QByteArray &argument : command)
+        arguments.push_back(const_cast<char *>(argument.constData()));
+    arguments.push_back(nullptr);
+    const winsize size{.ws_row = 24, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
+    m_process = forkpty(&m_master, nullptr, nullptr, &size);
+    if (m_process == 0) {
+        execv(arguments[0], arguments.data());
+        _exit(127);
+    }
+    if (m_process < 0)
+        qFatal("cannot make a terminal");
+    m_slave = open(ptsname(m_master), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    m_processDescriptor = int(syscall(SYS_pidfd_open, m_process, 0));
+    if (m_slave < 0 || m_processDescriptor < 0)
+        qFatal("cannot open the terminal");
+}
+
+PseudoTerminal::~PseudoTerminal()
+{
+    if (m_process > 0) {
+        kill(m_process, SIGKILL);
+        waitpid(m_process, nullptr, 0);
+    }
+    for (int descriptor : {m_master, m_slave, m_processDescriptor})
+        close(descriptor);
+}
+
+void PseudoTerminal::type(const QByteArray &keys)
+{
+    if (write(m_master, keys.constData(), size_t(keys.size())) != keys.size())
+        qFatal("cannot type");
+}
+
+bool PseudoTerminal::waitFor(const QByteArray &text)
+{
+    for (;;) {
+        if (const auto at = m_written.indexOf(text); at >= 0) {
+            m_written.remove(0, at + text.size());
+            return true;
+        }
+        if (!readSome())
+            return false;
+    }
+}
+
+std::optional<int> PseudoTerminal::waitForEnd()
+{
+    while (readSome()) {
+    }
+    int status = 0;
+    if (waitpid(m_process, &status, WNOHANG) != m_process)
+        return std::nullopt;
+    m_process = -1;
+    return WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
+}
+
+bool PseudoTerminal::waitForStop()
+{
+    int status = 0;
+    return waitpid(m_process, &status, WUNTRACED) == m_process && WIFSTOPPED(status);
+}
+
+bool PseudoTerminal::isInOwnMode() const
+{
+    termios mode{};
+    return tcgetattr(m_slave, &mode) == 0 && (mode.c_lflag & ICANON) && (mode.c_lflag & ECHO);
+}
+
+bool PseudoTerminal::readSome()
+{
+    std::array<pollfd, 2> polled{{{m_master, POLLIN, 0}, {m_processDescriptor, POLLIN, 0}}};
+    if (poll(polled.data(), polled.size(), PatienceMs) <= 0 || !(polled[0].revents & POLLIN))
+        return false;
+    std::array<char, 4096> bytes;
+    const auto count = read(m_master, bytes.data(), bytes.size());
+    if (count > 0)
+        m_written.append(bytes.data(), count);
+    return count > 0;
+}

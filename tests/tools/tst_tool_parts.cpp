@@ -1,0 +1,334 @@
+// The pure parts of the program voro: arguments, media, keys and lines of text.
+
+#include "Arguments.h"
+#include "Display.h"
+#include "Keyboard.h"
+#include "Medium.h"
+#include "SignalPrinter.h"
+
+#include <multimedia/EqualizerPreset.h>
+#include <multimedia/RepeatMode.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QSize>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+using namespace voro;
+
+namespace {
+
+const CommandHelp Help{
+    .name = "test",
+    .synopsis = "",
+    .summary = "",
+    .details = "",
+    .options = {{"--flag", nullptr, ""}, {"--value", "V", ""}},
+};
+
+/** Why the arguments are refused; empty when they are not. */
+template<typename Function>
+QString refusal(Function function)
+{
+    try {
+        function();
+    } catch (const UsageError &error) {
+        return error.reason;
+    }
+    return {};
+}
+
+} // namespace
+
+/** Has a signal of every kind that the library's classes have. */
+class Sender : public QObject {
+    Q_OBJECT
+Q_SIGNALS:
+    void plain();
+    void stateChanged(voro::multimedia::RepeatMode::Type state, unsigned position);
+    void stateChanged(voro::multimedia::RepeatMode::Type state, const QVariant &position);
+    void positionChanged(const QVariant &position);
+    void positionChanged(unsigned position);
+    void urlChanged(const QUrl &url);
+    void sizeChanged(const QSize &size);
+    void metaDataChanged(const QVariantMap &metaData);
+    void speedChanged(double speed);
+};
+
+class tst_tool_parts : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void arguments_data();
+    void arguments();
+    void numbers_areRefused_outsideTheirRange_data();
+    void numbers_areRefused_outsideTheirRange();
+    void enumerators_areFound_byNameInAnyCase();
+    void operandsMayBeginWithDash_afterTheFirst();
+    void medium_data();
+    void medium();
+    void medium_hasUsableUrl_forNameThatIsNoUtf8();
+    void keys_data();
+    void keys();
+    void times_data();
+    void times();
+    void statusLine_fits_whateverTheWidth();
+    void statusLine_showsHowFar();
+    void printable_replacesControlCharacters();
+    void signals_arePrintedAsJson();
+};
+
+void tst_tool_parts::arguments_data()
+{
+    QTest::addColumn<QByteArrayList>("raw");
+    QTest::addColumn<QString>("reason");
+    QTest::addColumn<QByteArrayList>("operands");
+    QTest::addColumn<QByteArray>("value");
+    using List = QByteArrayList;
+    QTest::newRow("none") << List{} << QString() << List{} << QByteArray();
+    QTest::newRow("operands between options")
+        << List{"a", "--value", "1", "b", "--flag"} << QString() << List{"a", "b"} << QByteArray("1");
+    QTest::newRow("value after equals sign") << List{"--value=x=y"} << QString() << List{} << QByteArray("x=y");
+    QTest::newRow("negative value") << List{"--value", "-1"} << QString() << List{} << QByteArray("-1");
+    QTest::newRow("last value counts") << List{"--value=1", "--value=2"} << QString() << List{} << QByteArray("2");
+    QTest::newRow("end of options") << List{"--", "--flag", "--"} << QString() << List{"--flag", "--"} << QByteArray();
+    QTest::newRow("one dash is an operand") << List{"-"} << QString() << List{"-"} << QByteArray();
+    QTest::newRow("unknown") << List{"--flog"} << "unknown option '--flog'" << List{} << QByteArray();
+    QTest::newRow("unknown with value") << List{"--flog=1"} << "unknown option '--flog'" << List{} << QByteArray();
+    QTest::newRow("short") << List{"-v"} << "unknown option '-v'" << List{} << QByteArray();
+    QTest::newRow("no abbreviations") << List{"--val", "1"} << "unknown option '--val'" << List{} << QByteArray();
+    QTest::newRow("value missing") << List{"--value"} << "--value: V is missing" << List{} << QByteArray();
+    QTest::newRow("value too much") << List{"--flag=1"} << "--flag takes no value" << List{} << QByteArray();
+}
+
+void tst_tool_parts::arguments()
+{
+    QFETCH(QByteArrayList, raw);
+    QFETCH(QString, reason);
+    QCOMPARE(refusal([&] { Arguments(Help, raw); }), reason);
+    if (!reason.isEmpty())
+        return;
+    const Arguments parsed(Help, raw);
+    QTEST(parsed.operands(), "operands");
+    QTEST(parsed.value("--value").value_or(QByteArray()), "value");
+}
+
+void tst_tool_parts::numbers_areRefused_outsideTheirRange_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("isNumber");
+    QTest::addColumn<bool>("isMilliseconds");
+    QTest::newRow("0") << QByteArray("0") << true << true;
+    QTest::newRow("1") << QByteArray("1") << true << true;
+    QTest::newRow("fraction") << QByteArray("0.25") << true << false;
+    QTest::newRow("above") << QByteArray("1.01") << false << false;
+    QTest::newRow("below") << QByteArray("-0.1") << false << false;
+    QTest::newRow("large") << QByteArray("4294967295") << false << true;
+    QTest::newRow("too large") << QByteArray("4294967296") << false << false;
+    QTest::newRow("not a number") << QByteArray("nan") << false << false;
+    QTest::newRow("infinite") << QByteArray("inf") << false << false;
+    QTest::newRow("text") << QByteArray("loud") << false << false;
+    QTest::newRow("unit") << QByteArray("1s") << false << false;
+    QTest::newRow("empty") << QByteArray("") << false << false;
+}
+
+void tst_tool_parts::numbers_areRefused_outsideTheirRange()
+{
+    QFETCH(QByteArray, text);
+    const Arguments parsed(Help, {"--value", text});
+    const QString asNumber = refusal([&] { QCOMPARE(*parsed.number("--value", 0, 1), text.toDouble()); });
+    QTEST(asNumber.isEmpty(), "isNumber");
+    const QString asMilliseconds = refusal([&] { QCOMPARE(*parsed.milliseconds("--value"), text.toUInt()); });
+    QTEST(asMilliseconds.isEmpty(), "isMilliseconds");
+    for (const QString &reason : {asNumber, asMilliseconds})
+        QVERIFY(reason.isEmpty()
+                || reason.startsWith(QStringLiteral("--value: '%1' is not ").arg(QString::fromUtf8(text))));
+}
+
+void tst_tool_parts::enumerators_areFound_byNameInAnyCase()
+{
+    using multimedia::EqualizerPreset;
+    using multimedia::RepeatMode;
+    const auto preset = [](const char *name) {
+        return Arguments(Help, {"--value", name}).enumerator<EqualizerPreset>("--value");
+    };
+    QCOMPARE(preset("BassBoost"), std::optional(EqualizerPreset::BassBoost));
+    QCOMPARE(preset("rhythmandblues"), std::optional(EqualizerPreset::RhythmAndBlues));
+    QVERIFY(!Arguments(Help, {}).enumerator<EqualizerPreset>("--value"));
+    for (const char *name : {"Unsupported", "always", "1", ""})
+        QCOMPARE(refusal([&] {
+                     (void)Arguments(Help, {"--value", name}).enumerator<RepeatMode>("--value", {"Unsupported"});
+                 }),
+                 QStringLiteral("--value: '%1' is not one of None, Track, All").arg(QLatin1String(name)));
+}
+
+void tst_tool_parts::operandsMayBeginWithDash_afterTheFirst()
+{
+    CommandHelp help = Help;
+    help.operandsMayBeginWithDash = true;
+    const Arguments parsed(help, {"--flag", "write", "-name", "--flag=1"});
+    QVERIFY(parsed.has("--flag"));
+    QCOMPARE(parsed.operands(), (QByteArrayList{"write", "-name", "--flag=1"}));
+}
+
+void tst_tool_parts::medium_data()
+{
+    QTest::addColumn<QByteArray>("argument");
+    QTest::addColumn<bool>("isCreated");
+    // The path that the library will open, or the URL as text; %1 is the working folder.
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("url");
+    for (const char *name : {"plain.ogg", "with blank.ogg", "100%25.ogg", "50%.ogg", "a#b.ogg", "what?.ogg",
+                             "a+b&c;d.ogg", "http:tune.ogg", "\xc3\xa4.ogg", "-", "line\nfeed.ogg"})
+        QTest::newRow(name) << QByteArray(name) << true << QStringLiteral("%1/") + QString::fromUtf8(name) << QString();
+    QTest::newRow("missing") << QByteArray("no such.ogg") << false << "%1/no such.ogg" << QString();
+    QTest::newRow("absolute") << QByteArray("/no%41such/b.ogg") << false << "/no%41such/b.ogg" << QString();
+    QTest::newRow("drive-like") << QByteArray("c:tune.ogg") << false << "%1/c:tune.ogg" << QString();
+    QTest::newRow("http") << QByteArray("http://host:80/a%20b.ogg?x=1#y") << false << QString()
+                          << "http://host:80/a%20b.ogg?x=1#y";
+    QTest::newRow("file") << QByteArray("file:///tmp/a%2525.ogg") << false << "/tmp/a%25.ogg" << QString();
+}
+
+void tst_tool_parts::medium()
+{
+    QFETCH(QByteArray, argument);
+    QFETCH(bool, isCreated);
+    QFETCH(QString, path);
+    QFETCH(QString, url);
+    const QTemporaryDir folder;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(folder.path()));
+    if (isCreated)
+        QVERIFY(QFile(QString::fromUtf8(argument)).open(QIODevice::WriteOnly));
+    const Medium medium = mediumFromArgument(argument);
+    QDir::setCurrent(before);
+    QVERIFY(medium.url.isValid());
+    if (url.isEmpty())
+        QCOMPARE(medium.url.toLocalFile(), path.startsWith(QLatin1String("%1")) ? folder.path() + path.mid(2) : path);
+    else
+        QCOMPARE(medium.url.toString(QUrl::FullyEncoded), url);
+}
+
+void tst_tool_parts::medium_hasUsableUrl_forNameThatIsNoUtf8()
+{
+    const QTemporaryDir folder;
+    const QByteArray path = QFile::encodeName(folder.path()) + "/\xff.ogg";
+    FILE *file = std::fopen(path.constData(), "w");
+    QVERIFY(file);
+    std::fputs("content", file);
+    std::fclose(file);
+    QFile opened(mediumFromArgument(path).url.toLocalFile());
+    QVERIFY(opened.open(QIODevice::ReadOnly));
+    QCOMPARE(opened.readAll(), QByteArray("content"));
+    std::remove(path.constData());
+}
+
+void tst_tool_parts::keys_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QList<int>>("keys");
+    const auto row = [](const char *name, const QByteArray &bytes, std::initializer_list<Key> keys) {
+        QList<int> numbers;
+        for (Key key : keys)
+            numbers.append(int(key));
+        QTest::newRow(name) << bytes << numbers;
+    };
+    row("letters", " +-npq", {Key::PlayPause, Key::Louder, Key::Softer, Key::Next, Key::Previous, Key::Quit});
+    row("arrows", "\x1b[A\x1b[B\x1b[C\x1b[D", {Key::Louder, Key::Softer, Key::Forward, Key::Back});
+    row("arrows of the application mode", "\x1bOC\x1bOD", {Key::Forward, Key::Back});
+    row("unknown keys", "xyz\t\xc3\xa4", {});
+    row("unknown sequence is swallowed whole", "\x1b[15~q", {Key::Quit});
+    row("letters inside a sequence are no keys", "\x1b[1;5n", {});
+    row("escape alone", "\x1bq", {Key::Quit});
+    row("escape twice", "\x1b\x1b[C", {Key::Forward});
+}
+
+void tst_tool_parts::keys()
+{
+    QFETCH(QByteArray, bytes);
+    KeyDecoder decoder;
+    QList<int> keys;
+    for (char byte : bytes)
+        if (const auto key = decoder.feed(byte))
+            keys.append(int(*key));
+    QTEST(keys, "keys");
+}
+
+void tst_tool_parts::times_data()
+{
+    QTest::addColumn<unsigned>("milliseconds");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("0") << 0u << "0:00";
+    QTest::newRow("rounded down") << 1999u << "0:01";
+    QTest::newRow("minutes") << 754000u << "12:34";
+    QTest::newRow("hours") << 3661000u << "1:01:01";
+    QTest::newRow("largest") << 4294967295u << "1193:02:47";
+}
+
+void tst_tool_parts::times()
+{
+    QFETCH(unsigned, milliseconds);
+    QTEST(timeText(milliseconds), "text");
+}
+
+void tst_tool_parts::statusLine_fits_whateverTheWidth()
+{
+    const View view{.isPaused = true, .buffering = 0.5, .position = 4000, .duration = 20000, .volume = 0.8};
+    for (int columns = 1; columns < 200; ++columns)
+        QVERIFY2(statusLine(view, columns).size() <= columns, qPrintable(statusLine(view, columns)));
+}
+
+void tst_tool_parts::statusLine_showsHowFar()
+{
+    View view{.position = 5000, .duration = 20000};
+    QCOMPARE(statusLine(view, 48), QStringLiteral(">  0:05 [=====---------------] 0:20  volume 100%"));
+    view.position = 30000;
+    QVERIFY(!statusLine(view, 50).contains(QLatin1Char('-')));
+    view.duration = 0;
+    QCOMPARE(statusLine(view, 50), QStringLiteral(">  0:30 volume 100%"));
+}
+
+void tst_tool_parts::printable_replacesControlCharacters()
+{
+    QCOMPARE(printable(QStringLiteral("a\x1b[2Jb\n\u202ec \u00e4")), QStringLiteral("a\ufffd[2Jb\ufffd\ufffdc \u00e4"));
+}
+
+void tst_tool_parts::signals_arePrintedAsJson()
+{
+    using multimedia::RepeatMode;
+    Sender sender;
+    QByteArrayList lines;
+    const SignalPrinter printer(&sender, [&](const QByteArray &line) { lines.append(line); });
+    Q_EMIT sender.plain();
+    Q_EMIT sender.stateChanged(RepeatMode::All, 7u);
+    Q_EMIT sender.stateChanged(RepeatMode::All, QVariant(7u));
+    Q_EMIT sender.stateChanged(RepeatMode::Type(9), 7u);
+    Q_EMIT sender.positionChanged(QVariant(4000000000u));
+    Q_EMIT sender.positionChanged(4000000000u);
+    Q_EMIT sender.urlChanged(QUrl(QStringLiteral("http://host/a%20b?\"c")));
+    Q_EMIT sender.sizeChanged(QSize(4, 3));
+    Q_EMIT sender.metaDataChanged({{QStringLiteral("title"), QStringLiteral("a\nb")}, {QStringLiteral("n"), 1}});
+    Q_EMIT sender.speedChanged(0.5);
+    sender.setObjectName(QStringLiteral("inherited signals are not printed"));
+
+    const QByteArrayList expected{
+        R"("signal":"plain"})",
+        R"("signal":"stateChanged","state":"All","position":7})",
+        R"("signal":"stateChanged","state":9,"position":7})",
+        R"("signal":"positionChanged","position":4000000000})",
+        R"("signal":"urlChanged","url":"http://host/a%20b?%22c"})",
+        R"("signal":"sizeChanged","size":{"height":3,"width":4}})",
+        R"("signal":"metaDataChanged","metaData":{"n":1,"title":"a\nb"}})",
+        R"("signal":"speedChanged","speed":0.5})",
+    };
+    QCOMPARE(lines.size(), expected.size());
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        QVERIFY(lines[i].startsWith("{\"t\":"));
+        QCOMPARE(lines[i].mid(lines[i].indexOf(',') + 1), expected[i] + '\n');
+        QVERIFY(QJsonDocument::fromJson(lines[i]).isObject());
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_tool_parts)
+#include "tst_tool_parts.moc"

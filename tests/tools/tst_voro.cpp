@@ -1,0 +1,419 @@
+// The program voro as a person or a script runs it.
+
+#include "Daemon.h"
+#include "PseudoTerminal.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QProcess>
+#include <QtTest/QtTest>
+
+#include <csignal>
+
+namespace {
+
+constexpr int PatienceMs = 60'000;
+
+struct Result {
+    int status;
+    QByteArray out;
+    QByteArray err;
+};
+
+Result voro(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(VORO_PROGRAM), arguments, QIODevice::ReadOnly);
+    if (!process.waitForFinished(PatienceMs) || process.exitStatus() != QProcess::NormalExit)
+        qFatal("voro %s did not end by itself", qPrintable(arguments.join(QLatin1Char(' '))));
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+/** A voro that runs beside the test. */
+class RunningVoro : public QProcess {
+public:
+    explicit RunningVoro(const QStringList &arguments)
+    {
+        setProcessChannelMode(QProcess::MergedChannels);
+        start(QStringLiteral(VORO_PROGRAM), arguments);
+        waitForStarted();
+    }
+    ~RunningVoro() override
+    {
+        kill();
+        waitForFinished();
+    }
+
+    /** Waits until the text is printed and forgets the output up to its end. */
+    bool waitFor(const QByteArray &text)
+    {
+        while (!m_output.contains(text)) {
+            if (!waitForReadyRead(PatienceMs))
+                return false;
+            m_output += readAll();
+        }
+        m_output.remove(0, m_output.indexOf(text) + text.size());
+        return true;
+    }
+
+    /** Interrupts it as ^C does; its exit status, or -1. */
+    int interrupt()
+    {
+        ::kill(pid_t(processId()), SIGINT);
+        return waitForFinished(PatienceMs) && exitStatus() == NormalExit ? exitCode() : -1;
+    }
+
+private:
+    QByteArray m_output;
+};
+
+QByteArray lastLine(const QByteArray &text)
+{
+    const QByteArrayList lines = text.split('\n');
+    return lines.size() < 2 ? QByteArray() : lines.at(lines.size() - 2);
+}
+
+/** A daemon whose workers play in real time into nothing. */
+class SilentDaemon : public Daemon {
+public:
+    SilentDaemon() : Daemon(Later) { start({QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true")}); }
+};
+
+} // namespace
+
+class tst_voro : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void unusableArguments_areRefusedByName_data();
+    void unusableArguments_areRefusedByName();
+    void help_isPrinted_data();
+    void help_isPrinted();
+    void commands_fail_withoutDaemon_data();
+    void commands_fail_withoutDaemon();
+
+    void pps_write_isSeenByCatAndList();
+    void pps_write_deletesAttribute_namedWithDash();
+    void pps_badText_isRefused();
+    void pps_watch_printsEveryChange_untilInterrupted();
+    void pps_watch_fails_whenDaemonGoes();
+    void pps_serve_receivesAndAnswers();
+
+    void play_saysWhatIsWrong_andPlaysTheNext();
+    void play_json_tellsTheWholeStory();
+    void play_plainOutput_isLines();
+    void play_keys_workOnTerminal();
+    void play_givesTerminalBack_data();
+    void play_givesTerminalBack();
+    void play_givesTerminalBack_whileSuspended();
+};
+
+void tst_voro::unusableArguments_areRefusedByName_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("message");
+    const auto row = [](const QString &line, const char *message) {
+        const QStringList arguments = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        QTest::newRow(qPrintable(line.isEmpty() ? QStringLiteral("(nothing)") : line))
+            << arguments << QByteArray(message);
+    };
+    row(QStringLiteral(""), "voro: a command is missing (see voro --help)");
+    row(QStringLiteral("paly"), "voro: unknown command 'paly' (see voro --help)");
+    row(QStringLiteral("--jsn play"), "voro: unknown option '--jsn' (see voro --help)");
+    row(QStringLiteral("--version play"), "voro: --version stands alone (see voro --help)");
+    row(QStringLiteral("play --loud"), "voro: play: unknown option '--loud' (see voro play --help)");
+    row(QStringLiteral("play --volume"), "voro: play: --volume: F is missing (see voro play --help)");
+    row(QStringLiteral("play --volume 1.5"),
+        "voro: play: --volume: '1.5' is not a number from 0 to 1 (see voro play --help)");
+    row(QStringLiteral("play --start=-5"),
+        "voro: play: --start: '-5' is not a whole number of milliseconds (see voro play --help)");
+    row(QStringLiteral("play --speed 0"),
+        "voro: play: --speed: a speed of 0 never gets anywhere (see voro play --help)");
+    row(QStringLiteral("play --repeat unsupported"),
+        "voro: play: --repeat: 'unsupported' is not one of None, Track, All (see voro play --help)");
+    row(QStringLiteral("play --json=1"), "voro: play: --json takes no value (see voro play --help)");
+    row(QStringLiteral("play http://["), nullptr);
+    row(QStringLiteral("pps"), "voro: pps: ls, cat, watch, write or serve is missing (see voro pps --help)");
+    row(QStringLiteral("pps dog /pps/a"), "voro: pps: unknown action 'dog' (see voro pps --help)");
+    row(QStringLiteral("pps cat"), "voro: pps: cat: OBJECT is missing (see voro pps --help)");
+    row(QStringLiteral("pps cat /pps/a /pps/b"), "voro: pps: cat: '/pps/b' is too much (see voro pps --help)");
+    row(QStringLiteral("pps write /pps/a"), "voro: pps: write: ATTRIBUTE is missing (see voro pps --help)");
+}
+
+void tst_voro::unusableArguments_areRefusedByName()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, message);
+    const Result result = voro(arguments);
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.out, QByteArray());
+    if (message.isEmpty())
+        QVERIFY2(result.err.startsWith("voro: play: 'http://[' is no URL: "), result.err.constData());
+    else
+        QCOMPARE(result.err, message + '\n');
+}
+
+void tst_voro::help_isPrinted_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArrayList>("texts");
+    QTest::newRow("general") << QStringList{QStringLiteral("--help")}
+                             << QByteArrayList{"\n  play ", "\n  pps ", "--version", "exit status"};
+    QTest::newRow("play") << QStringList{QStringLiteral("play"), QStringLiteral("--help")}
+                          << QByteArrayList{"\n  --start MS ",     "\n  --speed F ", "\n  --volume F ",
+                                            "\n  --repeat MODE ",  "\n  --eq NAME ", "\n  --window ID ",
+                                            "\n  --captions URL ", "\n  --json "};
+    QTest::newRow("pps") << QStringList{QStringLiteral("pps"), QStringLiteral("--help")}
+                         << QByteArrayList{"\n  ls ", "\n  cat ", "\n  watch ", "\n  write ", "\n  serve "};
+}
+
+void tst_voro::help_isPrinted()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArrayList, texts);
+    const Result result = voro(arguments);
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.err, QByteArray());
+    QVERIFY(result.out.startsWith("usage: voro "));
+    for (const QByteArray &text : std::as_const(texts))
+        QVERIFY2(result.out.contains(text), text.constData());
+}
+
+void tst_voro::commands_fail_withoutDaemon_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("message");
+    QTest::newRow("pps") << QStringList{QStringLiteral("pps"), QStringLiteral("cat"), QStringLiteral("/pps/a")}
+                         << QByteArray("voro: pps: /pps/a: ");
+    QTest::newRow("play") << QStringList{QStringLiteral("play")} << QByteArray("voro: play: InvalidState");
+}
+
+void tst_voro::commands_fail_withoutDaemon()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, message);
+    const Daemon daemon(Daemon::Later);
+    const Result result = voro(arguments);
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.out, QByteArray());
+    QVERIFY2(lastLine(result.err).startsWith(message), result.err.constData());
+}
+
+void tst_voro::pps_write_isSeenByCatAndList()
+{
+    const Daemon daemon;
+    const QString object = QStringLiteral("/pps/test/object");
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("cat"), object}).status, 1);
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("write"), object, QStringLiteral("a::one"),
+                   QStringLiteral("b:n:2"), QStringLiteral("c:json:{\"d\":[true]}")})
+                 .status,
+             0);
+    const Result cat = voro({QStringLiteral("pps"), QStringLiteral("cat"), object});
+    QCOMPARE(cat.status, 0);
+    QCOMPARE(cat.out, QByteArray("@object\na::one\nb:n:2\nc:json:{\"d\":[true]}\n"));
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("cat"), object + QStringLiteral("?f=b")}).out,
+             QByteArray("@object\nb:n:2\n"));
+
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("ls"), QStringLiteral("/pps/test/")}).out,
+             QByteArray("object\n"));
+    QVERIFY(voro({QStringLiteral("pps"), QStringLiteral("ls")}).out.split('\n').contains("test/"));
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("ls"), QStringLiteral("/elsewhere")}).status, 1);
+}
+
+void tst_voro::pps_write_deletesAttribute_namedWithDash()
+{
+    const Daemon daemon;
+    const QString object = QStringLiteral("/pps/object");
+    const auto write = [&](const QStringList &lines) {
+        return voro(QStringList{QStringLiteral("pps"), QStringLiteral("write"), object} + lines).status;
+    };
+    QCOMPARE(write({QStringLiteral("a::1"), QStringLiteral("b::2")}), 0);
+    QCOMPARE(write({QStringLiteral("-a")}), 0);
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("cat"), object}).out, QByteArray("@object\nb::2\n"));
+}
+
+void tst_voro::pps_badText_isRefused()
+{
+    const Daemon daemon;
+    const Result result = voro(
+        {QStringLiteral("pps"), QStringLiteral("write"), QStringLiteral("/pps/a"), QStringLiteral("no attribute")});
+    QCOMPARE(result.status, 1);
+    QVERIFY2(result.err.startsWith("voro: pps: /pps/a: "), result.err.constData());
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("cat"), QStringLiteral("/pps/a")}).status, 1);
+}
+
+void tst_voro::pps_watch_printsEveryChange_untilInterrupted()
+{
+    const Daemon daemon;
+    const QString object = QStringLiteral("/pps/object");
+    const auto write = [&](const QString &line) {
+        return voro({QStringLiteral("pps"), QStringLiteral("write"), object, line}).status;
+    };
+    QCOMPARE(write(QStringLiteral("a::1")), 0);
+    RunningVoro watch({QStringLiteral("pps"), QStringLiteral("watch"), object + QStringLiteral("?delta")});
+    QVERIFY(watch.waitFor("@object\na::1\n\n"));
+    QCOMPARE(write(QStringLiteral("b::2")), 0);
+    QVERIFY(watch.waitFor("@object\nb::2\n\n"));
+    QCOMPARE(watch.interrupt(), 0);
+}
+
+void tst_voro::pps_watch_fails_whenDaemonGoes()
+{
+    Daemon daemon;
+    QCOMPARE(
+        voro({QStringLiteral("pps"), QStringLiteral("write"), QStringLiteral("/pps/a"), QStringLiteral("b::c")}).status,
+        0);
+    RunningVoro watch({QStringLiteral("pps"), QStringLiteral("watch"), QStringLiteral("/pps/a")});
+    QVERIFY(watch.waitFor("b::c\n"));
+    QVERIFY(daemon.stop());
+    QVERIFY(watch.waitFor("voro: pps: /pps/a: "));
+    QVERIFY(watch.waitForFinished(PatienceMs) || watch.state() == QProcess::NotRunning);
+    QCOMPARE(watch.exitCode(), 1);
+}
+
+void tst_voro::pps_serve_receivesAndAnswers()
+{
+    const Daemon daemon;
+    const QString object = QStringLiteral("/pps/test/control");
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("watch"), object}).status, 1);
+    RunningVoro serve({QStringLiteral("pps"), QStringLiteral("serve"), object});
+    // A client can open the object as soon as it is listed.
+    QTRY_COMPARE_WITH_TIMEOUT(voro({QStringLiteral("pps"), QStringLiteral("ls"), QStringLiteral("/pps/test")}).out,
+                              QByteArray("control\n"), PatienceMs);
+    RunningVoro client({QStringLiteral("pps"), QStringLiteral("watch"), object});
+    QVERIFY(serve.waitFor("+@control."));
+    serve.write("@control\nmsg::first\n\n\n@control\nmsg::second\nid::2\n\n");
+    QVERIFY(serve.waitForBytesWritten(PatienceMs));
+    QVERIFY(client.waitFor("@control\nmsg::first\n\n@control\nmsg::second\nid::2\n\n"));
+    QCOMPARE(voro({QStringLiteral("pps"), QStringLiteral("write"), object, QStringLiteral("msg::hello")}).status, 0);
+    QVERIFY(serve.waitFor("msg::hello\n"));
+    QVERIFY(serve.waitFor("-@control."));
+    QCOMPARE(serve.interrupt(), 0);
+    QVERIFY(client.waitFor("voro: pps: /pps/test/control: "));
+}
+
+void tst_voro::play_saysWhatIsWrong_andPlaysTheNext()
+{
+    const SilentDaemon daemon;
+    const QString missing = daemon.folder() + QStringLiteral("/100%25 #1?.ogg");
+    const Result alone = voro({QStringLiteral("play"), missing});
+    QCOMPARE(alone.status, 1);
+    QCOMPARE(lastLine(alone.err), QByteArray("voro: play: 100%25 #1?.ogg: SourceUnavailable"));
+
+    const QString sample = QStringLiteral(VORO_SAMPLE_FILE);
+    const QString copy = daemon.folder() + QStringLiteral("/100%25 #2?.ogg");
+    QVERIFY(QFile::copy(sample, copy));
+    const Result both =
+        voro({QStringLiteral("play"), missing, copy, QStringLiteral("--speed=4"), QStringLiteral("--json")});
+    QCOMPARE(both.status, 1);
+    QVERIFY(both.out.contains("\"signal\":\"playbackCompleted\"}"));
+}
+
+void tst_voro::play_json_tellsTheWholeStory()
+{
+    const SilentDaemon daemon;
+    const Result result = voro({QStringLiteral("play"), QStringLiteral("--json"), QStringLiteral("--start=19000"),
+                                QStringLiteral("--volume=0.5")});
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.status, 0);
+    double last = 0;
+    QStringList states;
+    QString title;
+    int ends = 0;
+    for (const QByteArray &line : result.out.split('\n')) {
+        if (line.isEmpty())
+            continue;
+        const QJsonObject signal = QJsonDocument::fromJson(line).object();
+        const QString name = signal.value(QLatin1String("signal")).toString();
+        QVERIFY2(!name.isEmpty() && signal.value(QLatin1String("t")).toDouble() >= last, line.constData());
+        last = signal.value(QLatin1String("t")).toDouble();
+        if (name == QLatin1String("mediaStateChanged"))
+            states.append(signal.value(QLatin1String("mediaState")).toString());
+        else if (name == QLatin1String("metaDataChanged"))
+            title = signal.value(QLatin1String("metaData")).toObject().value(QLatin1String("title")).toString();
+        else if (name == QLatin1String("positionChanged"))
+            QVERIFY2(signal.value(QLatin1String("position")).toDouble() >= 0, line.constData());
+        else if (name == QLatin1String("playbackCompleted"))
+            ++ends;
+    }
+    QCOMPARE(states, (QStringList{QStringLiteral("Prepared"), QStringLiteral("Started"), QStringLiteral("Stopped")}));
+    QCOMPARE(title, QStringLiteral("First Light"));
+    QCOMPARE(ends, 1);
+}
+
+void tst_voro::play_plainOutput_isLines()
+{
+    const SilentDaemon daemon;
+    const Result result = voro({QStringLiteral("play"), QStringLiteral("--start=18000")});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(result.out.startsWith("First Light - Voro\n"), result.out.constData());
+    QVERIFY2(result.out.contains("\n0:18 / 0:19\n"), result.out.constData());
+    QVERIFY(!result.out.contains('\r') && !result.out.contains('\x1b'));
+}
+
+void tst_voro::play_keys_workOnTerminal()
+{
+    const SilentDaemon daemon;
+    PseudoTerminal terminal({VORO_PROGRAM, "play"});
+    QVERIFY2(terminal.waitFor("First Light - Voro"), terminal.written().constData());
+    QVERIFY(!terminal.isInOwnMode());
+    terminal.type(" ");
+    QVERIFY(terminal.waitFor("|| "));
+    terminal.type("-");
+    QVERIFY(terminal.waitFor("volume 95%"));
+    terminal.type("\x1b[A");
+    QVERIFY(terminal.waitFor("volume 100%"));
+    // Paused, so the position changes by the keys alone.
+    terminal.type("\x1b[C\x1b[C");
+    QVERIFY(terminal.waitFor("|| 0:1"));
+    terminal.type("p");
+    QVERIFY(terminal.waitFor("|| 0:00"));
+    terminal.type(" ");
+    QVERIFY(terminal.waitFor(">  0:0"));
+    terminal.type("q");
+    QCOMPARE(terminal.waitForEnd(), std::optional(0));
+    QVERIFY(terminal.isInOwnMode());
+}
+
+void tst_voro::play_givesTerminalBack_data()
+{
+    QTest::addColumn<QByteArray>("keys");
+    QTest::addColumn<int>("signal");
+    QTest::newRow("^C") << QByteArray("\x03") << 0;
+    QTest::newRow("TERM") << QByteArray() << SIGTERM;
+    QTest::newRow("HUP") << QByteArray() << SIGHUP;
+    QTest::newRow("SEGV") << QByteArray() << SIGSEGV;
+}
+
+void tst_voro::play_givesTerminalBack()
+{
+    QFETCH(QByteArray, keys);
+    QFETCH(int, signal);
+    const SilentDaemon daemon;
+    PseudoTerminal terminal({VORO_PROGRAM, "play"});
+    QVERIFY(terminal.waitFor("First Light - Voro"));
+    QVERIFY(!terminal.isInOwnMode());
+    if (signal)
+        kill(terminal.processId(), signal);
+    else
+        terminal.type(keys);
+    QCOMPARE(terminal.waitForEnd(), signal == SIGSEGV ? std::nullopt : std::optional(0));
+    QVERIFY(terminal.isInOwnMode());
+}
+
+void tst_voro::play_givesTerminalBack_whileSuspended()
+{
+    const SilentDaemon daemon;
+    PseudoTerminal terminal({VORO_PROGRAM, "play"});
+    QVERIFY(terminal.waitFor("First Light - Voro"));
+    kill(terminal.processId(), SIGTSTP);
+    QVERIFY(terminal.waitForStop());
+    QVERIFY(terminal.isInOwnMode());
+    kill(terminal.processId(), SIGCONT);
+    QVERIFY(terminal.waitFor(">  0:0"));
+    QVERIFY(!terminal.isInOwnMode());
+    terminal.type("q");
+    QCOMPARE(terminal.waitForEnd(), std::optional(0));
+}
+
+QTEST_GUILESS_MAIN(tst_voro)
+#include "tst_voro.moc"
