@@ -149,7 +149,7 @@ public:
         const auto end = m_input.indexOf("\n\n");
         if (end < 0)
             return {};
-        const QByteArray paragraph = m_input.left(end + 1);
+        QByteArray paragraph = m_input.left(end + 1);
         m_input.remove(0, end + 2);
         return paragraph;
     }
