@@ -54,7 +54,8 @@ bool parsePath(std::string_view text, ObjectPath &path)
         return false;
     }
     const size_t slash = object.rfind('/');
-    for (std::string_view rest = object.substr(1, slash - 1); !rest.empty();) {
+    // Every folder's name, with the slash that ends it.
+    for (std::string_view rest = object.substr(1, slash); !rest.empty();) {
         if (!isFolderName(takeUpTo(rest, '/'))) {
             return false;
         }

@@ -90,15 +90,11 @@ void Content::removeAttribute(std::string_view attribute)
     }
 }
 
+// No deletions: the mark before the object's name says that what is not there any more is gone.
 void Content::removeUnwritten()
 {
-    std::erase_if(m_attributes, [this](const Attribute &attribute) {
-        const bool isOld = attribute.version != m_version;
-        if (isOld) {
-            addDeletion(attribute.name());
-        }
-        return isOld;
-    });
+    std::erase_if(m_attributes, [this](const Attribute &attribute) { return attribute.version != m_version; });
+    m_deletions.clear();
 }
 
 void Content::addDeletion(std::string_view attribute)
@@ -123,11 +119,12 @@ void Content::forgetDeletions()
     m_forgotten = m_version;
 }
 
-void Content::append(std::string &out, std::string_view name, uint64_t seen, bool delta,
-                     const std::vector<std::string> &filter) const
+void Content::append(std::string &out, std::string_view name, uint64_t seen, uint64_t told,
+                     const Selection &selection) const
 {
-    const bool isFirst = seen == 0;
-    if (m_version <= seen || (!m_exists && (isFirst || !filter.empty()))) {
+    const bool isFirst = told == 0;
+    const bool isFiltered = !selection.filter.empty();
+    if (m_version <= seen || (!m_exists && (isFirst || isFiltered))) {
         return;
     }
     if (!m_exists) {
@@ -135,15 +132,16 @@ void Content::append(std::string &out, std::string_view name, uint64_t seen, boo
         return;
     }
     const size_t begin = out.size();
-    const bool isReplaced = m_replaced > seen || m_forgotten > seen;
-    if (!isFirst && (m_created > seen || isReplaced)) {
-        out += m_created > seen ? '+' : '*';
+    if (!isFirst && m_created > told) {
+        out += '+';
+    } else if (!isFirst && (m_replaced > told || m_forgotten > told)) {
+        out += '*';
     }
     out.append("@").append(name).append("\n");
-    const bool isWhole = !delta || isFirst || m_forgotten > seen;
-    bool isNews = filter.empty();
+    const bool isWhole = !selection.delta || seen == 0 || m_forgotten > seen;
+    bool isNews = !isFiltered;
     for (const Attribute &attribute : m_attributes) {
-        if (!passes(filter, attribute.name())) {
+        if (!passes(selection.filter, attribute.name())) {
             continue;
         }
         isNews = isNews || attribute.version > seen;
@@ -156,7 +154,7 @@ void Content::append(std::string &out, std::string_view name, uint64_t seen, boo
         return;
     }
     for (const Deletion &deletion : m_deletions) {
-        if (filter.empty() && !isFirst && deletion.version > seen) {
+        if (!isFiltered && !isFirst && deletion.version > told) {
             out.append("-").append(deletion.name).append("\n");
         }
     }

@@ -7,6 +7,14 @@
 
 namespace voro::pps {
 
+/** Which part of an object a reader wants. */
+struct Selection {
+    /** What was written since the last read, instead of the whole object. */
+    bool delta = false;
+    /** Only the attributes named, and no deletion; empty for everything. */
+    std::vector<std::string> filter;
+};
+
 /** What an object holds, each part with the version of its last write. Copied as a fence's snapshot. */
 class Content {
 public:
@@ -25,11 +33,11 @@ public:
     void forgetDeletions();
 
     /**
-     * Appends what a reader who has seen everything up to a version (0: nothing) has to be told: the whole object or,
-     * with `delta`, what was written since. A filter lets only the attributes pass that it names, and no deletion.
+     * Appends what a reader who has seen everything up to a version (0: nothing) has to be told. Changes of what is no
+     * longer there are told when they came after the version `told`, which is not 0 once the reader has read anything.
      */
-    void append(std::string &out, std::string_view name, uint64_t seen, bool delta,
-                const std::vector<std::string> &filter) const;
+    void append(std::string &out, std::string_view name, uint64_t seen, uint64_t told,
+                const Selection &selection) const;
 
 private:
     struct Attribute {

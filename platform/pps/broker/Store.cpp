@@ -35,19 +35,21 @@ char objectMark(std::string_view text)
 }
 
 // Appends what the reader has not seen of the object, up to its next fence.
-void appendUpToFence(std::string &out, const Object &object, uint64_t seen, const Subscriber &subscriber,
+void appendUpToFence(std::string &out, const Object &object, Position seen, const Selection &selection,
                      ReaderPosition &after)
 {
     const Content *content = &object.content;
-    if (seen != 0 && after.held.size() < MaximumHeld) {
+    if (seen.base != 0 && after.held.size() < MaximumHeld) {
         const auto fence = std::find_if(object.fences.begin(), object.fences.end(),
-                                        [seen](const Object::Fence &f) { return f.version > seen; });
+                                        [seen](const Object::Fence &f) { return f.version > seen.base; });
         if (fence != object.fences.end() && fence->version < object.content.version()) {
             content = fence->content.get();
             after.held.push_back({object.id, fence->version});
         }
     }
-    content->append(out, object.name, seen, subscriber.delta, subscriber.filter);
+    // In the middle of its first long read a reader may have been given the object already.
+    const uint64_t told = seen.base != 0 ? seen.base : seen.reached;
+    content->append(out, object.name, seen.base, told, selection);
 }
 
 } // namespace
@@ -130,15 +132,14 @@ std::string Store::content(const ObjectPath &path) const
 {
     std::string text;
     if (const Object *object = find(path)) {
-        object->content.append(text, object->name, 0, false, {});
+        object->content.append(text, object->name, 0, 0, {});
     }
     return text;
 }
 
 bool Store::subscribe(const ObjectPath &path, Subscriber &subscriber)
 {
-    subscriber.delta = path.delta;
-    subscriber.filter = path.filter;
+    subscriber.selection = {path.delta, path.filter};
     if (path.isAll()) {
         subscriber.folder = &folder(path.folder);
         subscriber.folder->subscribers.push_back(&subscriber);
@@ -188,10 +189,10 @@ std::string Store::read(const Subscriber &subscriber, ReaderPosition &position) 
 
 std::string Store::readObject(const Subscriber &subscriber, ReaderPosition &position) const
 {
-    const uint64_t seen = position.held.empty() ? position.position.base : position.held.front().version;
+    const uint64_t version = position.held.empty() ? position.position.base : position.held.front().version;
     ReaderPosition after{{m_version, m_version}, {}};
     std::string text;
-    appendUpToFence(text, *subscriber.object, seen, subscriber, after);
+    appendUpToFence(text, *subscriber.object, {version, version}, subscriber.selection, after);
     position = std::move(after);
     return text;
 }
@@ -202,10 +203,10 @@ std::string Store::readFolder(const Subscriber &subscriber, ReaderPosition &posi
 {
     ReaderPosition after{position.position, {}};
     std::string text;
-    const auto add = [&](const Object &object, uint64_t seen) {
+    const auto add = [&](const Object &object, Position seen) {
         const size_t begin = text.size();
         const size_t heldBefore = after.held.size();
-        appendUpToFence(text, object, seen, subscriber, after);
+        appendUpToFence(text, object, seen, subscriber.selection, after);
         const bool fits = text.size() <= MaximumMessage;
         if (!fits) {
             text.resize(begin);
@@ -224,7 +225,7 @@ std::string Store::readFolder(const Subscriber &subscriber, ReaderPosition &posi
         if (found == m_byId.end() || found->second->folder != subscriber.folder) {
             continue;
         }
-        if (!isComplete || !add(*found->second, held.version)) {
+        if (!isComplete || !add(*found->second, {held.version, held.version})) {
             isComplete = false;
             after.held.push_back(held);
         }
@@ -235,7 +236,7 @@ std::string Store::readFolder(const Subscriber &subscriber, ReaderPosition &posi
         --at;
     }
     for (; at != order.end() && isComplete; ++at) {
-        isComplete = isHeld(**at) || add(**at, position.position.base);
+        isComplete = isHeld(**at) || add(**at, position.position);
         if (isComplete) {
             after.position.reached = (*at)->content.version();
         }

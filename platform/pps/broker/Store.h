@@ -50,8 +50,7 @@ struct Subscriber {
     Folder *folder = nullptr;
     /** Null for `.all`. */
     Object *object = nullptr;
-    bool delta = false;
-    std::vector<std::string> filter;
+    Selection selection;
 };
 
 /** A reader's position with the objects of which it has seen less. */

@@ -1,0 +1,196 @@
+#include "BrokerThread.h"
+#include "ChildProcess.h"
+#include "RawClient.h"
+
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <sys/un.h>
+
+using namespace voro::pps;
+
+namespace {
+
+constexpr auto Control = "/pps/f/control";
+
+/** Records the messages of all clients. */
+struct Recorder : Service {
+    std::vector<std::string> messages;
+    void clientOpened(ClientId, const Peer &) override { messages.push_back("+"); }
+    void clientMessage(ClientId, std::string_view text) override { messages.emplace_back(text); }
+    void clientClosed(ClientId) override { messages.push_back("-"); }
+};
+
+QByteArray joined(const std::vector<std::string> &messages)
+{
+    QByteArray text;
+    for (const std::string &message : messages) {
+        text += QByteArray::fromStdString(message) + ' ';
+    }
+    return text;
+}
+
+std::string numbered(int i)
+{
+    return "n:n:" + std::to_string(i);
+}
+
+} // namespace
+
+class TestOrder : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        recorder = std::make_unique<Recorder>();
+        broker = std::make_unique<BrokerThread>();
+        broker->run([this](Broker &b) { b.serve(Control, recorder.get()); });
+    }
+    void cleanup() { broker.reset(); }
+
+    void process_isHandledInItsOrder_overAllItsSockets();
+    void process_isHandledInItsOrder_whenSocketsComeAndGo();
+    void process_thatIsKilled_hasWrittenAllBeforeItsObjectsClose();
+    void numbers_thatNeverCome_areSkipped_data();
+    void numbers_thatNeverCome_areSkipped();
+
+private:
+    std::vector<std::string> numbers();
+
+    std::unique_ptr<Recorder> recorder;
+    std::unique_ptr<BrokerThread> broker;
+};
+
+std::vector<std::string> TestOrder::numbers()
+{
+    std::vector<std::string> result;
+    broker->run([&](Broker &) { result = recorder->messages; });
+    std::erase_if(result, [](const std::string &message) { return message == "+" || message == "-"; });
+    return result;
+}
+
+void TestOrder::process_isHandledInItsOrder_overAllItsSockets()
+{
+    std::vector<std::unique_ptr<Connection>> connections;
+    for (int i = 0; i < 8; ++i) {
+        connections.push_back(broker->open(Control, PublishSubscribe));
+    }
+    std::vector<std::string> expected;
+    for (int round = 0; round < 50; ++round) {
+        // While the broker is held up, all sockets fill; afterwards it reads them in an order of its own.
+        broker->run([&](Broker &) {
+            for (int i = 0; i < 40; ++i) {
+                expected.push_back(numbered(round * 40 + i));
+                QVERIFY(connections[size_t(i * 5 + round) % connections.size()]->write(expected.back()));
+            }
+        });
+    }
+    broker->open(Control, Publish);
+    QVERIFY(numbers() == expected);
+}
+
+void TestOrder::process_isHandledInItsOrder_whenSocketsComeAndGo()
+{
+    QTemporaryDir folder;
+    qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, folder.filePath("pps.sock").toLocal8Bit(), sizeof address.sun_path);
+    const int listener = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
+    QVERIFY(bind(listener, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0);
+    QVERIFY(listen(listener, 100) == 0);
+    broker->run([&](Broker &b) { b.listen(listener); });
+
+    std::vector<std::string> expected;
+    auto kept = broker->open(Control, Publish);
+    for (int i = 0; i < 200; ++i) {
+        expected.push_back(numbered(i));
+        if (i % 2 == 0) {
+            QVERIFY(kept->write(expected.back()));
+        } else {
+            Connection passing;
+            QVERIFY(passing.open(Control, Publish));
+            QVERIFY(passing.write(expected.back()));
+        }
+    }
+    broker->open(Control, Publish);
+    QVERIFY(numbers() == expected);
+}
+
+void TestOrder::process_thatIsKilled_hasWrittenAllBeforeItsObjectsClose()
+{
+    constexpr int Sockets = 10;
+    constexpr int Messages = 100;
+    for (int round = 0; round < 10; ++round) {
+        std::vector<int> sockets;
+        for (int i = 0; i < Sockets; ++i) {
+            sockets.push_back(broker->connect());
+        }
+        ChildProcess child([&](ChildProcess &self) {
+            std::vector<std::unique_ptr<Connection>> connections;
+            for (const int socket : sockets) {
+                connections.push_back(std::make_unique<Connection>());
+                if (!connections.back()->openOn(socket, Control, PublishSubscribe)) {
+                    return 1;
+                }
+            }
+            self.say();
+            self.hear();
+            for (int i = 0; i < Messages; ++i) {
+                connections[size_t(i) % connections.size()]->write(numbered(i));
+            }
+            self.say();
+            self.sleep();
+        });
+        for (const int socket : sockets) {
+            close(socket);
+        }
+        QVERIFY(child.hear());
+        // Killed while its messages wait in the sockets.
+        broker->run([&](Broker &) {
+            recorder->messages.clear();
+            child.say();
+            QVERIFY(child.hear());
+            child.kill();
+        });
+        std::vector<std::string> messages;
+        do {
+            broker->run([&](Broker &) { messages = recorder->messages; });
+        } while (std::count(messages.begin(), messages.end(), "-") < Sockets);
+        std::vector<std::string> expected;
+        for (int i = 0; i < Messages; ++i) {
+            expected.push_back(numbered(i));
+        }
+        expected.insert(expected.end(), Sockets, "-");
+        QCOMPARE(joined(messages), joined(expected));
+    }
+}
+
+void TestOrder::numbers_thatNeverCome_areSkipped_data()
+{
+    QTest::addColumn<std::vector<uint64_t>>("numbers");
+    QTest::newRow("a gap") << std::vector<uint64_t>{2, 5, 6};
+    QTest::newRow("a gap at the beginning") << std::vector<uint64_t>{10, 11};
+    QTest::newRow("backwards") << std::vector<uint64_t>{5, 4, 3};
+    QTest::newRow("twice") << std::vector<uint64_t>{2, 2};
+    QTest::newRow("the largest") << std::vector<uint64_t>{UINT64_MAX, 0, UINT64_MAX, 1};
+}
+
+void TestOrder::numbers_thatNeverCome_areSkipped()
+{
+    QFETCH(std::vector<uint64_t>, numbers);
+    RawClient client(broker->connect());
+    QVERIFY(client.send(request(Request::Open, Control, 42, 1)));
+    QCOMPARE(client.receive(), int(Reply::Opened));
+    std::vector<std::string> expected;
+    for (size_t i = 0; i < numbers.size(); ++i) {
+        expected.push_back(numbered(int(i)));
+        QVERIFY(client.send(request(Request::Write, expected.back(), 42, numbers[i])));
+    }
+    QVERIFY(client.send(request(Request::Close, "", 42, 100)));
+    client.waitForEnd();
+    QVERIFY(this->numbers() == expected);
+}
+
+QTEST_GUILESS_MAIN(TestOrder)
+#include "tst_order.moc"
