@@ -98,7 +98,7 @@ configure() {
     if [ -e "$folder/build.ninja" ]; then
         # A clone that was moved or copied is configured anew.
         grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt" && return
-        rm -rf "$folder/CMakeCache.txt" "$folder/CMakeFiles"
+        rm -rf "$folder/CMakeCache.txt" "$folder/CMakeFiles" "$folder/.built"
     fi
     say "configuring"
     (cd "$root" && quietly "$folder/configure.log" cmake --preset "$1" 9>&-)
