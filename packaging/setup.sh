@@ -24,14 +24,18 @@ as_root() {
     elif ! command -v sudo >/dev/null; then
         die "packages are missing and this is neither root nor is there sudo; install them with: apt-get install $missing"
     elif [ -t 2 ] && [ -r /dev/tty ]; then
-        sudo "$@" </dev/tty
+        sudo "$@"
     else
         sudo -n "$@"
     fi
 }
 
 apt() {
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=300 "$@" </dev/null >&2
+    log=$(mktemp) || return
+    quietly "$log" as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 "$@"
+    status=$?
+    rm -f "$log"
+    return $status
 }
 
 # ensure_packages GROUP...: installs what is missing of the groups.
