@@ -54,7 +54,10 @@ void Playback::connectPlayer()
     connect(&m_player, &MediaPlayer::bufferStatusChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::volumeChanged, this, &Playback::refresh);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::durationChanged), this, &Playback::refresh);
-    connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), this, &Playback::refresh);
+    connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), this, [this] {
+        m_sought.reset();
+        refresh();
+    });
     connect(&m_player, &MediaPlayer::buffering, this, [this](double fraction) {
         m_buffering = fraction;
         refresh();
@@ -197,9 +200,10 @@ MediaError::Type Playback::togglePause()
 
 MediaError::Type Playback::seekBy(int milliseconds)
 {
-    const auto target = std::max<qint64>(0, qint64(m_player.position()) + milliseconds);
+    const auto target = std::max<qint64>(0, qint64(m_sought.value_or(m_player.position())) + milliseconds);
     const unsigned end = m_player.duration();
-    return m_player.seekTime(end > 0 ? unsigned(std::min<qint64>(target, end)) : unsigned(target));
+    m_sought = end > 0 ? unsigned(std::min<qint64>(target, end)) : unsigned(target);
+    return m_player.seekTime(*m_sought);
 }
 
 MediaError::Type Playback::changeVolume(double step)

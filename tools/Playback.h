@@ -80,6 +80,8 @@ private:
     int m_begun = 0;
     /** Whether something was played since the first medium was begun last; all failing, nothing is repeated. */
     bool m_hasPlayed = false;
+    /** Where the keys sought to last, until the player reports a position: several presses add up. */
+    std::optional<unsigned> m_sought;
     bool m_playsWhenResumed = false;
     double m_buffering = 0;
     ExitStatus m_status = Success;
