@@ -97,7 +97,7 @@ public:
     bool write(Client &client, std::string_view text);
     bool pull(Client &client, const ClientPacket &packet);
     void notify(Object *object);
-    void push(Client &client);
+    void push(Client &client, const Object &object);
     void process();
     void processEvent(const epoll_event &event);
 
@@ -402,24 +402,25 @@ void Broker::Private::notify(Object *object)
         return;
     }
     for (Subscriber *subscriber : object->subscribers) {
-        push(*subscriber->client);
+        push(*subscriber->client, *object);
     }
     for (Subscriber *subscriber : object->folder->subscribers) {
-        push(*subscriber->client);
+        push(*subscriber->client, *object);
     }
 }
 
-void Broker::Private::push(Client &client)
+// Tells a reader of a change: the change itself when nothing else waits to be read, else that there is one.
+void Broker::Private::push(Client &client, const Object &object)
 {
     if (client.isMarked || client.isCondemned) {
         return;
     }
     ReaderPosition position{{client.sentVersion, client.sentVersion}, {}};
     const std::string text = store.read(client.subscriber, position);
-    if (text.empty()) {
+    if (text.empty() && !object.content.hasJustRemoved(client.subscriber.selection)) {
         return;
     }
-    if (!client.hasReadAll()) {
+    if (text.empty() || !client.hasReadAll()) {
         client.isMarked = true;
         client.send(makeReply(Reply::Mark), {}, {});
         afterSend(client);

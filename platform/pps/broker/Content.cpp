@@ -119,6 +119,14 @@ void Content::forgetDeletions()
     m_forgotten = m_version;
 }
 
+bool Content::hasJustRemoved(const Selection &selection) const
+{
+    return !m_exists || m_replaced == m_version
+           || std::any_of(m_deletions.begin(), m_deletions.end(), [&](const Deletion &deletion) {
+                  return deletion.version == m_version && passes(selection.filter, deletion.name);
+              });
+}
+
 void Content::append(std::string &out, std::string_view name, uint64_t seen, uint64_t told,
                      const Selection &selection) const
 {

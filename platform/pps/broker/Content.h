@@ -39,6 +39,10 @@ public:
     void append(std::string &out, std::string_view name, uint64_t seen, uint64_t told,
                 const Selection &selection) const;
 
+    /** Whether the last write may have removed something that the selection would have let pass. A filtered reader is not told of
+        that, but what it was told before holds no longer. */
+    bool hasJustRemoved(const Selection &selection) const;
+
 private:
     struct Attribute {
         /** "name:encoding:value" */

@@ -1,8 +1,14 @@
+#include "ChildProcess.h"
 #include "Daemon.h"
 
 #include <voro/PpsObject.h>
 
+#include <QtCore/QThread>
 #include <QtTest/QtTest>
+
+#include <pps/Connection.h>
+
+#include <thread>
 
 using namespace voro;
 
@@ -36,8 +42,24 @@ private Q_SLOTS:
     void plainObject_reads_data();
     void plainObject_reads();
     void service_answersItsClients();
+    void closedObject_refusesEverything();
+    void sendMessage_tellsWhatFailed();
+    void blockingRead_waitsForAPublication();
+    void readyRead_comesFromTheEventLoopOnly();
+    void readyRead_comesAgainUntilAllIsRead_data();
+    void readyRead_comesAgainUntilAllIsRead();
+    void readyRead_comesOnlyWithSomethingToRead_data();
+    void readyRead_comesOnlyWithSomethingToRead();
+    void readyRead_canBeSwitchedOff();
+    void readyRead_slotMayDeleteTheObject();
+    void readyRead_comesInTheObjectsThread();
+    void everyOneOfManySubscribers_isTold();
+    void brokerThatDies_isOneFailingRead();
+    void serverThatIsKilled_isOneFailingRead_afterItsMessages();
 
 private:
+    void letEventsPass();
+
     std::unique_ptr<Daemon> m_daemon;
 };
 
@@ -57,7 +79,7 @@ void TestPpsObject::plainObject_reads_data()
     QTest::newRow("deleted attribute") << "" << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"-a"}
                                        << QByteArray("@o\na::1\nb::2\n") << QByteArray("@o\nb::2\n-a\n");
     QTest::newRow("replaced whole") << "" << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"*@o\nb::3"}
-                                    << QByteArray("@o\na::1\nb::2\n") << QByteArray("*@o\nb::3\n-a\n");
+                                    << QByteArray("@o\na::1\nb::2\n") << QByteArray("*@o\nb::3\n");
     QTest::newRow("deleted object") << "" << QByteArrayList{"a::1"} << QByteArrayList{"-@o"} << QByteArray("@o\na::1\n")
                                     << QByteArray("-@o\n");
     QTest::newRow("delta") << "?delta" << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"b::2", "c::1\n-a"}
@@ -108,6 +130,310 @@ void TestPpsObject::service_answersItsClients()
     QCOMPARE(client.read(), QByteArray("@control\nmsg::all\n"));
     QVERIFY(client.close());
     QCOMPARE(server.read(), '-' + name + '\n');
+}
+
+// Returns when everything that was written so far has reached the objects of this thread.
+void TestPpsObject::letEventsPass()
+{
+    static int number = 0;
+    Open watcher(path("barrier"), PpsOpenMode::Subscribe);
+    watcher.read();
+    QSignalSpy spy(&watcher, &PpsObject::readyRead);
+    Open(path("barrier"), PpsOpenMode::Publish).write("a:n:" + QByteArray::number(++number));
+    QVERIFY(spy.wait());
+    QCoreApplication::processEvents();
+}
+
+void TestPpsObject::closedObject_refusesEverything()
+{
+    PpsObject object(path("o"));
+    bool ok = true;
+    QVERIFY(!object.isOpen());
+    QCOMPARE(object.error(), 0);
+    QCOMPARE(object.errorString(), QString());
+    QCOMPARE(object.read(&ok), QByteArray());
+    QVERIFY(!ok);
+    QVERIFY(!object.write("a::1"));
+    QVERIFY(!object.close());
+    QCOMPARE(object.error(), EBADF);
+    QVERIFY(!object.errorString().isEmpty());
+    QVERIFY(object.open(PpsOpenMode::Subscribe));
+    QVERIFY(!object.open(PpsOpenMode::Subscribe));
+    QCOMPARE(object.error(), EISCONN);
+    QVERIFY(object.isOpen());
+    QVERIFY(object.close());
+    QVERIFY(!object.isOpen());
+}
+
+void TestPpsObject::sendMessage_tellsWhatFailed()
+{
+    QCOMPARE(PpsObject::sendMessage(path("control"), "msg::play"), ENXIO);
+    Open server(path("control") + "?server,wait", PpsOpenMode::PublishSubscribe);
+    QVERIFY(server.isBlocking());
+    QCOMPARE(PpsObject::sendMessage(path("control"), "play"), EINVAL);
+    QCOMPARE(PpsObject::sendMessage(path("control"), "msg::play\ndat:b:true"), 0);
+    QByteArrayList lines;
+    while (lines.size() < 7) {
+        lines += server.read().split('\n');
+        lines.removeAll("");
+    }
+    // The first client was turned away by its own text.
+    QVERIFY(lines.at(0).startsWith("+@") && lines.at(1).startsWith("-@") && lines.at(2).startsWith("+@"));
+    QCOMPARE(lines.mid(4, 2), (QByteArrayList{"msg::play", "dat:b:true"}));
+    QCOMPARE(lines.at(6), '-' + lines.at(2).mid(1));
+}
+
+void TestPpsObject::blockingRead_waitsForAPublication()
+{
+    Open reader(path("o") + "?wait", PpsOpenMode::Subscribe);
+    Open publisher(path("o"), PpsOpenMode::Publish);
+    std::thread writer([&publisher] { publisher.write("a::1"); });
+    bool ok = false;
+    QCOMPARE(reader.read(&ok), QByteArray("+@o\na::1\n"));
+    QVERIFY(ok);
+    writer.join();
+    reader.setBlocking(false);
+    QCOMPARE(reader.read(&ok), QByteArray());
+    QVERIFY(ok);
+}
+
+void TestPpsObject::readyRead_comesFromTheEventLoopOnly()
+{
+    Open publisher(path("o"), PpsOpenMode::Publish);
+    publisher.write("a::1");
+    PpsObject reader(path("o"));
+    QSignalSpy spy(&reader, &PpsObject::readyRead);
+    QVERIFY(reader.open(PpsOpenMode::Subscribe));
+    QCOMPARE(spy.count(), 0);
+    QVERIFY(spy.wait());
+    QCOMPARE(reader.read(), QByteArray("@o\na::1\n"));
+    spy.clear();
+    publisher.write("a::2");
+    Open barrier(path("o"), PpsOpenMode::Subscribe);
+    QCOMPARE(reader.read(), QByteArray("@o\na::2\n"));
+    publisher.write("a::3");
+    publisher.write("a::4");
+    QCOMPARE(spy.count(), 0);
+    QVERIFY(spy.wait());
+}
+
+void TestPpsObject::readyRead_comesAgainUntilAllIsRead_data()
+{
+    QTest::addColumn<QString>("object");
+    QTest::addColumn<int>("reads");
+    QTest::newRow("messages") << "control" << 5;
+    QTest::newRow("texts of a folder") << ".all" << 3;
+}
+
+void TestPpsObject::readyRead_comesAgainUntilAllIsRead()
+{
+    QFETCH(QString, object);
+    QFETCH(int, reads);
+    Open server(path("control") + "?server", PpsOpenMode::PublishSubscribe);
+    PpsObject reader(path(object.toLatin1()));
+    QByteArrayList texts;
+    QSignalSpy spy(&reader, &PpsObject::readyRead);
+    connect(&reader, &PpsObject::readyRead, [&] { texts += reader.read(); });
+    QVERIFY(reader.open(PpsOpenMode::Subscribe));
+    for (int i = 0; i < 5; ++i) {
+        const QByteArray text = "a::" + QByteArray(30000, 'x');
+        server.write("@control\n" + text);
+        Open(path(("o" + QByteArray::number(i)).constData()), PpsOpenMode::Publish).write(text);
+    }
+    while (texts.size() < reads && spy.wait()) {
+    }
+    letEventsPass();
+    QVERIFY(!texts.contains(QByteArray()));
+    QCOMPARE(texts.join().count("a::"), 5);
+    QVERIFY2(texts.size() >= reads, QByteArray::number(texts.size()).constData());
+}
+
+void TestPpsObject::readyRead_comesOnlyWithSomethingToRead_data()
+{
+    QTest::addColumn<QByteArray>("removal");
+    QTest::newRow("attribute deleted") << QByteArray("-e");
+    QTest::newRow("object deleted") << QByteArray("-@o");
+    QTest::newRow("object replaced") << QByteArray("*@o\na::1");
+}
+
+// What was pushed and is gone again is never read.
+void TestPpsObject::readyRead_comesOnlyWithSomethingToRead()
+{
+    QFETCH(QByteArray, removal);
+    Open publisher(path("o"), PpsOpenMode::Publish);
+    publisher.write("e:n:1");
+    Open reader(path("o") + "?delta,f=e", PpsOpenMode::Subscribe);
+    reader.read();
+    publisher.write("e:n:2");
+    publisher.write(removal);
+    QSignalSpy spy(&reader, &PpsObject::readyRead);
+    letEventsPass();
+    QCOMPARE(spy.count(), 0);
+    publisher.write("e:n:3");
+    QVERIFY(spy.wait());
+    QVERIFY(reader.read().endsWith("@o\ne:n:3\n"));
+}
+
+void TestPpsObject::readyRead_canBeSwitchedOff()
+{
+    Open publisher(path("o"), PpsOpenMode::Publish);
+    PpsObject reader(path("o"));
+    QVERIFY(reader.isReadyReadEnabled());
+    reader.setReadyReadEnabled(false);
+    QSignalSpy spy(&reader, &PpsObject::readyRead);
+    QVERIFY(reader.open(PpsOpenMode::Subscribe));
+    publisher.write("a::1");
+    letEventsPass();
+    QCOMPARE(spy.count(), 0);
+    reader.setReadyReadEnabled(true);
+    QVERIFY(spy.wait());
+    reader.setReadyReadEnabled(false);
+    reader.read();
+    publisher.write("a::2");
+    spy.clear();
+    letEventsPass();
+    QCOMPARE(spy.count(), 0);
+    QCOMPARE(reader.read(), QByteArray("@o\na::2\n"));
+}
+
+void TestPpsObject::readyRead_slotMayDeleteTheObject()
+{
+    for (const bool readsFirst : {false, true}) {
+        Open(path("o"), PpsOpenMode::Publish).write("a::1");
+        auto *reader = new Open(path("o"), PpsOpenMode::Subscribe);
+        QSignalSpy destroyed(reader, &QObject::destroyed);
+        connect(reader, &PpsObject::readyRead, this, [reader, readsFirst] {
+            if (readsFirst) {
+                reader->read();
+            }
+            delete reader;
+        });
+        QVERIFY(destroyed.wait());
+        // And from the socket's notification, not only from the first look.
+        reader = new Open(path("o"), PpsOpenMode::Subscribe);
+        reader->read();
+        letEventsPass();
+        QSignalSpy destroyedLater(reader, &QObject::destroyed);
+        connect(reader, &PpsObject::readyRead, this, [reader] { delete reader; });
+        Open(path("o"), PpsOpenMode::Publish).write("a::2");
+        QVERIFY(destroyedLater.wait());
+    }
+}
+
+void TestPpsObject::readyRead_comesInTheObjectsThread()
+{
+    QThread thread;
+    auto *reader = new Open(path("o"), PpsOpenMode::Subscribe);
+    reader->read();
+    letEventsPass();
+    reader->moveToThread(&thread);
+    QByteArray text;
+    QThread *seenIn = nullptr;
+    QObject context;
+    connect(reader, &PpsObject::readyRead, reader, [&] {
+        seenIn = QThread::currentThread();
+        text = reader->read();
+        delete reader;
+        thread.quit();
+    });
+    thread.start();
+    Open(path("o"), PpsOpenMode::Publish).write("a::1");
+    QVERIFY(thread.wait());
+    QCOMPARE(seenIn, &thread);
+    QCOMPARE(text, QByteArray("+@o\na::1\n"));
+}
+
+void TestPpsObject::everyOneOfManySubscribers_isTold()
+{
+    constexpr int Count = 200;
+    std::vector<std::unique_ptr<PpsObject>> readers;
+    QByteArrayList texts;
+    QEventLoop loop;
+    for (int i = 0; i < Count; ++i) {
+        readers.push_back(std::make_unique<Open>(path(i % 2 ? "o" : ".all"), PpsOpenMode::Subscribe));
+        PpsObject *const reader = readers.back().get();
+        connect(reader, &PpsObject::readyRead, [&, reader] {
+            texts += reader->read();
+            if (texts.size() == Count) {
+                loop.quit();
+            }
+        });
+    }
+    Open(path("o"), PpsOpenMode::Publish).write("a::1");
+    loop.exec();
+    QCOMPARE(texts, QByteArrayList(Count, "+@o\na::1\n"));
+}
+
+void TestPpsObject::brokerThatDies_isOneFailingRead()
+{
+    Open reader(path("o"), PpsOpenMode::Subscribe);
+    Open idle(path("o"), PpsOpenMode::Subscribe);
+    Open publisher(path("o"), PpsOpenMode::Publish);
+    QSignalSpy spy(&reader, &PpsObject::readyRead);
+    QSignalSpy idleSpy(&idle, &PpsObject::readyRead);
+    QCoreApplication::processEvents();
+    m_daemon->kill();
+    QVERIFY(spy.wait());
+    QVERIFY(reader.isOpen());
+    bool ok = true;
+    QCOMPARE(reader.read(&ok), QByteArray());
+    QVERIFY(!ok);
+    QVERIFY(!reader.isOpen());
+    QVERIFY(!publisher.write("a::1"));
+    QCOMPARE(publisher.error(), EPIPE);
+    QVERIFY(!publisher.isOpen());
+    QVERIFY(m_daemon->start());
+    letEventsPass();
+    // Who does not read is told once all the same.
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(idleSpy.count(), 1);
+    QVERIFY(reader.open(PpsOpenMode::Subscribe));
+}
+
+void TestPpsObject::serverThatIsKilled_isOneFailingRead_afterItsMessages()
+{
+    const std::string name = path("control").toStdString();
+    ChildProcess server([&](ChildProcess &self) {
+        pps::Connection connection;
+        if (!connection.open(name + "?server", pps::PublishSubscribe)) {
+            return 1;
+        }
+        self.say();
+        std::string text;
+        connection.read(text, true);
+        connection.read(text, true);
+        connection.write("@control\na::1");
+        connection.write("@control\na::2");
+        self.say();
+        self.sleep();
+    });
+    QVERIFY(server.hear());
+    Open client(path("control"), PpsOpenMode::PublishSubscribe);
+    Open waiting(path("control") + "?wait", PpsOpenMode::PublishSubscribe);
+    QList<QPair<QByteArray, bool>> reads;
+    QEventLoop loop;
+    connect(&client, &PpsObject::readyRead, [&] {
+        bool ok = false;
+        const QByteArray text = client.read(&ok);
+        reads += {text, ok};
+        if (!ok) {
+            loop.quit();
+        }
+    });
+    QVERIFY(server.hear());
+    server.kill();
+    loop.exec();
+    letEventsPass();
+    QCOMPARE(reads, (QList<QPair<QByteArray, bool>>{
+                        {"@control\na::1\n", true}, {"@control\na::2\n", true}, {QByteArray(), false}}));
+    QVERIFY(!client.isOpen());
+    bool ok = false;
+    QCOMPARE(waiting.read(), QByteArray("@control\na::1\n"));
+    QCOMPARE(waiting.read(), QByteArray("@control\na::2\n"));
+    QCOMPARE(waiting.read(&ok), QByteArray("@control\nerror::closed\n"));
+    QVERIFY(ok);
+    waiting.read(&ok);
+    QVERIFY(!ok && !waiting.isOpen());
 }
 
 QTEST_GUILESS_MAIN(TestPpsObject)

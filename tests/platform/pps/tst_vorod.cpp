@@ -1,0 +1,332 @@
+#include "ChildProcess.h"
+#include "Daemon.h"
+
+#include <QtTest/QtTest>
+
+#include <poll.h>
+#include <pps/Connection.h>
+#include <pps/Runtime.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <csignal>
+
+using namespace voro;
+
+namespace {
+
+constexpr auto Object = "/pps/f/o";
+
+/** A runtime folder without a daemon, in which clients may start one; it is ended, by its id, at the end. */
+class StartFolder {
+public:
+    StartFolder()
+    {
+        qputenv("VORO_RUNTIME_DIR", folder().toLocal8Bit());
+        qunsetenv("VORO_AUTOSPAWN");
+    }
+    ~StartFolder() { end(SIGTERM); }
+
+    /** Not there before a client makes it. */
+    QString folder() const { return m_parent.filePath("runtime"); }
+    QString file(const char *name) const { return folder() + '/' + name; }
+
+    /** The process that answers at the socket; 0 when none does. */
+    pid_t daemon() const
+    {
+        const pps::Fd socket = pps::connectTo(folder().toStdString());
+        ucred peer{};
+        socklen_t size = sizeof peer;
+        getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &peer, &size);
+        return peer.pid;
+    }
+    /** Ends the daemon and waits for its end. */
+    void end(int signal) const
+    {
+        const pid_t process = daemon();
+        if (process == 0) {
+            return;
+        }
+        const pps::Fd handle(int(syscall(SYS_pidfd_open, process, 0)));
+        kill(process, signal);
+        pollfd entry{handle.get(), POLLIN, 0};
+        poll(&entry, 1, -1);
+    }
+
+private:
+    QTemporaryDir m_parent;
+};
+
+int openError(pps::Connection &connection)
+{
+    return connection.open(Object, pps::PublishSubscribe) ? 0 : connection.error();
+}
+
+struct Ended {
+    int status;
+    QByteArray out;
+    QByteArray err;
+};
+
+Ended run(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(VOROD, arguments);
+    process.waitForFinished();
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, process.readAllStandardOutput(),
+            process.readAllStandardError()};
+}
+
+} // namespace
+
+class TestVorod : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void commandLine_isAnswered_data();
+    void commandLine_isAnswered();
+    void firstOpen_startsADaemon();
+    void racingClients_startOne();
+    void killedDaemon_isReplaced();
+    void autospawn_canBeSwitchedOff();
+    void runtimeFolder_mustBeOurs_data();
+    void runtimeFolder_mustBeOurs();
+    void secondDaemon_isRefused();
+    void daemon_endsWhenNobodyIsLeft();
+    void daemon_removesItsSocket();
+    void daemon_takesThePassedSocket();
+    void otherUsersProcess_isTurnedAway();
+};
+
+void TestVorod::commandLine_isAnswered_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("out");
+    QTest::addColumn<QByteArray>("err");
+    QTest::newRow("help") << QStringList{"--help"} << 0 << QByteArray("Usage: vorod [OPTION]") << QByteArray();
+    QTest::newRow("version") << QStringList{"--version"} << 0 << QByteArray("vorod 1.0.0") << QByteArray();
+    QTest::newRow("unknown option") << QStringList{"--fast"} << 2 << QByteArray()
+                                    << QByteArray("vorod: unknown option: --fast");
+    QTest::newRow("argument") << QStringList{"now"} << 2 << QByteArray()
+                              << QByteArray("vorod: unexpected argument: now");
+    QTest::newRow("no seconds") << QStringList{"--idle-exit"} << 2 << QByteArray()
+                                << QByteArray("vorod: --idle-exit needs a number of seconds");
+    for (const char *seconds : {"", "x", "1x", "-1", "99999999999", "86401"}) {
+        QTest::addRow("seconds '%s'", seconds)
+            << QStringList{"--idle-exit", seconds} << 2 << QByteArray()
+            << QByteArray("vorod: --idle-exit: not a number of seconds from 0 to 86400: ") + seconds;
+    }
+}
+
+void TestVorod::commandLine_isAnswered()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, out);
+    QFETCH(QByteArray, err);
+    const Ended ended = run(arguments);
+    QTEST(ended.status, "status");
+    QVERIFY2(ended.out.startsWith(out) && ended.out.isEmpty() == out.isEmpty(), ended.out.constData());
+    QVERIFY2(ended.err.startsWith(err) && ended.err.isEmpty() == err.isEmpty(), ended.err.constData());
+}
+
+void TestVorod::firstOpen_startsADaemon()
+{
+    StartFolder folder;
+    pps::Connection connection;
+    QCOMPARE(openError(connection), 0);
+    QVERIFY(connection.write("a::1"));
+    std::string text;
+    QVERIFY(connection.read(text, true));
+    struct stat status {};
+    QCOMPARE(stat(folder.folder().toLocal8Bit(), &status), 0);
+    QCOMPARE(status.st_mode & 0777, mode_t(0700));
+    // It has nothing to do with who started it.
+    const pid_t daemon = folder.daemon();
+    QVERIFY(getsid(daemon) != getsid(0));
+    QCOMPARE(QFile::symLinkTarget(QString("/proc/%1/cwd").arg(daemon)), QString("/"));
+    for (const char *number : {"0", "1", "2"}) {
+        QCOMPARE(QFile::symLinkTarget(QString("/proc/%1/fd/").arg(daemon) + number), QString("/dev/null"));
+    }
+}
+
+void TestVorod::racingClients_startOne()
+{
+    StartFolder folder;
+    constexpr int Count = 4;
+    std::vector<std::unique_ptr<ChildProcess>> clients;
+    for (int i = 0; i < Count; ++i) {
+        clients.push_back(std::make_unique<ChildProcess>([&](ChildProcess &self) {
+            self.hear();
+            pps::Connection connection;
+            const int error = openError(connection);
+            self.say();
+            self.hear();
+            return error;
+        }));
+    }
+    for (const auto &client : clients) {
+        client->say();
+    }
+    for (const auto &client : clients) {
+        QVERIFY(client->hear());
+    }
+    const pid_t daemon = folder.daemon();
+    QVERIFY(daemon > 0);
+    for (const auto &client : clients) {
+        client->say();
+        QCOMPARE(client->wait(), 0);
+    }
+    // All of them were this one's clients: another would hold the lock or the socket.
+    QCOMPARE(folder.daemon(), daemon);
+    QCOMPARE(run({}).status, 1);
+}
+
+void TestVorod::killedDaemon_isReplaced()
+{
+    StartFolder folder;
+    pps::Connection before;
+    QCOMPARE(openError(before), 0);
+    const pid_t first = folder.daemon();
+    folder.end(SIGKILL);
+    QVERIFY(QFile::exists(folder.file("pps.sock")) && QFile::exists(folder.file("vorod.lock")));
+    pps::Connection after;
+    QCOMPARE(openError(after), 0);
+    QVERIFY(folder.daemon() != first);
+    std::string text;
+    QVERIFY(!before.read(text, true));
+}
+
+void TestVorod::autospawn_canBeSwitchedOff()
+{
+    StartFolder folder;
+    qputenv("VORO_AUTOSPAWN", "0");
+    pps::Connection connection;
+    QCOMPARE(openError(connection), ECONNREFUSED);
+    QCOMPARE(folder.daemon(), 0);
+}
+
+void TestVorod::runtimeFolder_mustBeOurs_data()
+{
+    QTest::addColumn<QByteArray>("folder");
+    QTest::addColumn<int>("error");
+    QTest::newRow("a file") << QByteArray("/dev/null") << ENOTDIR;
+    QTest::newRow("nowhere") << QByteArray("/nowhere/at/all") << ENOENT;
+    QTest::newRow("a link to a folder") << QByteArray("link") << ENOTDIR;
+    QTest::newRow("somebody else's") << QByteArray("other") << EPERM;
+}
+
+void TestVorod::runtimeFolder_mustBeOurs()
+{
+    QFETCH(QByteArray, folder);
+    QTemporaryDir parent;
+    qunsetenv("VORO_AUTOSPAWN");
+    if (folder == "link") {
+        folder = parent.filePath("link").toLocal8Bit();
+        QCOMPARE(symlink(parent.path().toLocal8Bit(), folder), 0);
+    } else if (folder == "other") {
+        folder = "/";
+        if (geteuid() == 0) {
+            folder = parent.path().toLocal8Bit();
+            QCOMPARE(chown(folder, 65534, 65534), 0);
+        }
+    }
+    qputenv("VORO_RUNTIME_DIR", folder);
+    pps::Connection connection;
+    QTEST(openError(connection), "error");
+    const Ended ended = run({});
+    QCOMPARE(ended.status, 1);
+    QVERIFY2(ended.err.startsWith("vorod: " + folder + ": "), ended.err.constData());
+}
+
+void TestVorod::secondDaemon_isRefused()
+{
+    Daemon daemon;
+    const Ended second = run({});
+    QCOMPARE(second.status, 1);
+    QCOMPARE(second.err, "vorod: already running in " + daemon.folder().toLocal8Bit() + '\n');
+    QCOMPARE(run({"--background"}).status, 0);
+    pps::Connection connection;
+    QCOMPARE(openError(connection), 0);
+}
+
+void TestVorod::daemon_endsWhenNobodyIsLeft()
+{
+    QTemporaryDir folder;
+    qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
+    qputenv("VORO_AUTOSPAWN", "0");
+    QCOMPARE(run({"--background", "--idle-exit", "1"}).status, 0);
+    pps::Connection connection;
+    QCOMPARE(openError(connection), 0);
+    connection.close();
+    const pps::Fd last = pps::connectTo(folder.path().toStdString());
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    QCOMPARE(getsockopt(last.get(), SOL_SOCKET, SO_PEERCRED, &peer, &size), 0);
+    const pps::Fd handle(int(syscall(SYS_pidfd_open, peer.pid, 0)));
+    const_cast<pps::Fd &>(last).reset();
+    pollfd entry{handle.get(), POLLIN, 0};
+    QCOMPARE(poll(&entry, 1, 60000), 1);
+    QVERIFY(!QFile::exists(folder.filePath("pps.sock")));
+}
+
+void TestVorod::daemon_removesItsSocket()
+{
+    Daemon daemon;
+    QVERIFY(QFile::exists(daemon.folder() + "/pps.sock"));
+    pps::Connection connection;
+    QCOMPARE(openError(connection), 0);
+    QVERIFY(daemon.stop());
+    QVERIFY(!QFile::exists(daemon.folder() + "/pps.sock"));
+}
+
+void TestVorod::daemon_takesThePassedSocket()
+{
+    QTemporaryDir folder;
+    qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
+    qputenv("VORO_AUTOSPAWN", "0");
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, folder.filePath("pps.sock").toLocal8Bit(), sizeof address.sun_path);
+    const pps::Fd listener(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    QCOMPARE(bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+    QCOMPARE(listen(listener.get(), 10), 0);
+    QProcess daemon;
+    daemon.setProcessChannelMode(QProcess::ForwardedChannels);
+    daemon.setChildProcessModifier([&listener] { dup2(listener.get(), 3); });
+    daemon.start("/bin/sh", {"-c", "LISTEN_FDS=1 LISTEN_PID=$$ exec \"$0\"", VOROD});
+    pps::Connection connection;
+    QCOMPARE(openError(connection), 0);
+    daemon.terminate();
+    QVERIFY(daemon.waitForFinished());
+    QCOMPARE(daemon.exitCode(), 0);
+    QVERIFY(QFile::exists(folder.filePath("pps.sock")));
+}
+
+void TestVorod::otherUsersProcess_isTurnedAway()
+{
+    if (geteuid() != 0) {
+        QSKIP("only root can become another user");
+    }
+    Daemon daemon;
+    const QByteArray folder = daemon.folder().toLocal8Bit();
+    QCOMPARE(chmod(folder, 0711), 0);
+    QCOMPARE(chmod(folder + "/pps.sock", 0666), 0);
+    ChildProcess other([&](ChildProcess &) {
+        if (setuid(65534) != 0) {
+            return -1;
+        }
+        pps::Connection connection;
+        return connection.openOn(pps::connectTo(folder.toStdString()).release(), Object, pps::Subscribe)
+                   ? 0
+                   : connection.error();
+    });
+    QCOMPARE(other.wait(), EACCES);
+    pps::Connection ours;
+    QCOMPARE(openError(ours), 0);
+}
+
+QTEST_GUILESS_MAIN(TestVorod)
+#include "tst_vorod.moc"
