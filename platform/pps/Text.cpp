@@ -107,8 +107,8 @@ void appendEscaped(std::string &out, std::string_view value)
 
 bool isValidName(std::string_view name)
 {
-    return !name.empty() && name.size() <= MaximumName && !isMark(name.front()) && name.front() != '@'
-           && std::none_of(name.begin(), name.end(), [](char c) { return isControl(c) || c == ':'; });
+    return !name.empty() && name.size() <= MaximumName && !isMark(name.front()) && name.front() != '@' &&
+           std::none_of(name.begin(), name.end(), [](char c) { return isControl(c) || c == ':'; }) && isUtf8(name);
 }
 
 LineReader::LineReader(std::string_view text)

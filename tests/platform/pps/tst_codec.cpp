@@ -98,6 +98,8 @@ void TestCodec::decode_refuses_data()
     row("no name", "::1");
     row("no encoding", "a");
     row("one colon", "a:1");
+    row("a name that is no UTF-8", "a\xFF::1");
+    row("a name that is too long", QByteArray(256, 'a') + "::1");
     row("bare mark", "-");
     row("mark of an attribute that has none", "+a::1");
     row("unknown encoding", "a:x:1");

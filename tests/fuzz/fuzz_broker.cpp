@@ -1,0 +1,153 @@
+#include <pps/broker/Broker.h>
+#include <pps/Wire.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+using namespace voro::pps;
+
+namespace {
+
+/** A service that does something with everything that it is told. */
+class BusyService : public Service {
+public:
+    explicit BusyService(Broker &broker) : m_broker(broker) {}
+    void clientOpened(ClientId client, const Peer &) override { m_broker.send(client, "msg::hello"); }
+    void clientMessage(ClientId client, std::string_view text) override
+    {
+        m_broker.publish("/pps/f/b", text, Broker::Fence::Hold);
+        m_broker.sendAll("/pps/f/control", text);
+        if (text.size() % 16 == 15) {
+            m_broker.disconnect(client);
+        } else if (text.size() % 16 == 14) {
+            m_broker.remove("/pps/f");
+        }
+    }
+    void clientClosed(ClientId) override { m_broker.publish("/pps/f/a", "gone::1"); }
+
+private:
+    Broker &m_broker;
+};
+
+constexpr const char *Paths[] = {"/pps/f/a",       "/pps/f/b?delta",  "/pps/f/.all",         "/pps/f/.all?delta,f=x",
+                                 "/pps/f/.list",   "/pps/f/control",  "/pps/f/control?wait", "/pps/g/control?server",
+                                 "/pps/g/control", "/pps/f/a?f=x,f=y"};
+
+/** Takes the fuzzer's bytes apart. */
+class Input {
+public:
+    Input(const uint8_t *data, size_t size) : m_at(data), m_end(data + size) {}
+    bool isEmpty() const { return m_at == m_end; }
+    uint8_t byte() { return isEmpty() ? 0 : *m_at++; }
+    std::string bytes(size_t count)
+    {
+        const size_t taken = std::min(count, size_t(m_end - m_at));
+        m_at += taken;
+        return {reinterpret_cast<const char *>(m_at - taken), taken};
+    }
+
+private:
+    const uint8_t *m_at;
+    const uint8_t *m_end;
+};
+
+/** The other ends of some of the broker's sockets. */
+class Clients {
+public:
+    explicit Clients(Broker &broker)
+    {
+        for (int &client : m_sockets) {
+            int ends[2];
+            if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
+                std::abort();
+            }
+            broker.adopt(ends[1]);
+            client = ends[0];
+        }
+    }
+    ~Clients()
+    {
+        for (const int client : m_sockets) {
+            close(client);
+        }
+    }
+    void send(size_t client, const std::string &packet)
+    {
+        ::send(m_sockets[client % std::size(m_sockets)], packet.data(), packet.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+    }
+    /** What the broker sends is well formed, whatever was sent to it. */
+    void read(size_t client)
+    {
+        static char buffer[2 * MaximumPacket];
+        const ssize_t size = recv(m_sockets[client % std::size(m_sockets)], buffer, sizeof buffer, MSG_DONTWAIT);
+        Reply header{};
+        if (size <= 0) {
+            return;
+        }
+        if (size_t(size) < sizeof header || size_t(size) > MaximumPacket) {
+            std::abort();
+        }
+        std::memcpy(&header, buffer, sizeof header);
+        if (header.type < Reply::Opened || header.type > Reply::Message
+            || header.heldCount * sizeof(Held) > size_t(size) - sizeof header) {
+            std::abort();
+        }
+    }
+
+private:
+    int m_sockets[6];
+};
+
+std::string packet(Input &input, uint64_t &number)
+{
+    const uint8_t kind = input.byte();
+    Request header{};
+    header.type = uint8_t(kind % 6);
+    header.mode = uint8_t(1 + kind / 6 % 4);
+    header.version = WireVersion;
+    header.process = 1 + input.byte() % 2;
+    // Mostly in order, sometimes with gaps and backwards.
+    number += input.byte() % 3;
+    header.number = number;
+    header.seen = {input.byte(), input.byte()};
+    std::string body =
+        header.type == Request::Open ? Paths[input.byte() % std::size(Paths)] : input.bytes(input.byte());
+    if (kind >= 250) {
+        return body;
+    }
+    return std::string(reinterpret_cast<const char *>(&header), sizeof header) + body;
+}
+
+} // namespace
+
+// Clients of one or two processes send packets, good and bad ones, over several sockets.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    Broker broker;
+    BusyService service(broker);
+    broker.serve("/pps/f/control", &service);
+    Clients clients(broker);
+    Input input(data, size);
+    uint64_t number = 0;
+    while (!input.isEmpty()) {
+        const uint8_t step = input.byte();
+        if (step % 4 == 3) {
+            clients.read(step / 4);
+        } else {
+            clients.send(step / 4, packet(input, number));
+        }
+        if (step % 2 == 0) {
+            broker.process();
+        }
+    }
+    broker.process();
+    broker.publish("/pps/f/a", "end::1");
+    if (broker.content("/pps/f/a").find("end::1\n") == std::string::npos) {
+        std::abort();
+    }
+    return 0;
+}
