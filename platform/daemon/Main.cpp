@@ -8,6 +8,7 @@
 
 #include <pps/broker/Broker.h>
 #include <pps/Runtime.h>
+#include <renderer/service/RendererService.h>
 #include <sys/eventfd.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -59,6 +60,7 @@ int serve(int argc, char **argv, int listener, voro::Background &background, int
     QObject::connect(&brokerReady, &QSocketNotifier::activated, [&broker] { broker.process(); });
 
     // The services. They are all there before anybody can connect.
+    const voro::renderer::RendererService renderer(broker);
 
     broker.listen(listener);
 

@@ -1,0 +1,163 @@
+#include "Processes.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+
+extern char **environ;
+
+namespace bench {
+
+namespace {
+
+template<typename Function>
+void forEachEntry(const std::string &folder, Function function)
+{
+    const std::unique_ptr<DIR, int (*)(DIR *)> directory(opendir(folder.c_str()), closedir);
+    while (directory) {
+        const dirent *entry = readdir(directory.get());
+        if (!entry)
+            return;
+        function(std::string(entry->d_name));
+    }
+}
+
+std::string processFolder(pid_t process)
+{
+    return "/proc/" + std::to_string(process);
+}
+
+std::vector<pid_t> processes()
+{
+    std::vector<pid_t> result;
+    forEachEntry("/proc", [&](const std::string &name) {
+        if (!name.empty() && std::all_of(name.begin(), name.end(), isdigit))
+            result.push_back(std::atoi(name.c_str()));
+    });
+    return result;
+}
+
+/** The value of a line "Name: value" of a file of /proc. */
+std::string field(const std::string &path, const std::string &name)
+{
+    std::ifstream file(path);
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with(name + ":"))
+            return line.substr(line.find_first_not_of(" \t", name.size() + 1));
+    }
+    return {};
+}
+
+} // namespace
+
+Usage usage(pid_t process)
+{
+    Usage result;
+    const std::string folder = processFolder(process);
+    result.pss = std::atol(field(folder + "/smaps_rollup", "Pss").c_str());
+    result.threads = std::atoi(field(folder + "/status", "Threads").c_str());
+    forEachEntry(folder + "/fd", [&](const std::string &name) { result.descriptors += name[0] != '.'; });
+    return result;
+}
+
+std::vector<pid_t> descendants(pid_t process)
+{
+    std::vector<pid_t> result;
+    for (const pid_t other : processes()) {
+        if (std::atoi(field(processFolder(other) + "/status", "PPid").c_str()) != process)
+            continue;
+        result.push_back(other);
+        const auto below = descendants(other);
+        result.insert(result.end(), below.begin(), below.end());
+    }
+    return result;
+}
+
+std::vector<pid_t> running(const std::string &program)
+{
+    std::vector<pid_t> result;
+    for (const pid_t process : processes()) {
+        if (field(processFolder(process) + "/status", "Name") == program)
+            result.push_back(process);
+    }
+    return result;
+}
+
+Child::Child(const std::vector<std::string> &arguments)
+{
+    int input[2];
+    int output[2];
+    if (pipe2(input, O_CLOEXEC) != 0 || pipe2(output, O_CLOEXEC) != 0)
+        std::abort();
+    std::vector<char *> list;
+    for (const std::string &argument : arguments)
+        list.push_back(const_cast<char *>(argument.c_str()));
+    list.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, input[0], 0);
+    posix_spawn_file_actions_adddup2(&actions, output[1], 1);
+    if (posix_spawn(&m_process, list[0], &actions, nullptr, list.data(), environ) != 0) {
+        std::fprintf(stderr, "%s cannot be started\n", list[0]);
+        std::abort();
+    }
+    posix_spawn_file_actions_destroy(&actions);
+    close(input[0]);
+    close(output[1]);
+    m_input = input[1];
+    m_output = output[0];
+}
+
+Child::~Child()
+{
+    finish();
+}
+
+std::string Child::line()
+{
+    for (;;) {
+        if (const size_t end = m_buffer.find('\n'); end != std::string::npos) {
+            const std::string result = m_buffer.substr(0, end);
+            m_buffer.erase(0, end + 1);
+            return result;
+        }
+        char bytes[4096];
+        const ssize_t count = read(m_output, bytes, sizeof bytes);
+        if (count <= 0)
+            return {};
+        m_buffer.append(bytes, static_cast<size_t>(count));
+    }
+}
+
+void Child::send(const std::string &line)
+{
+    const std::string text = line + "\n";
+    if (write(m_input, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+        std::abort();
+}
+
+void Child::finish()
+{
+    if (m_process < 0)
+        return;
+    close(m_input);
+    int status = 0;
+    waitpid(m_process, &status, 0);
+    close(m_output);
+    m_process = -1;
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        std::fprintf(stderr, "a measured process failed\n");
+        std::abort();
+    }
+}
+
+} // namespace bench

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/** What a process costs at this moment. */
+struct Usage {
+    long pss = 0; ///< kB, shared pages divided among those who share them
+    int threads = 0;
+    int descriptors = 0;
+};
+Usage usage(pid_t process);
+
+/** Every process below the given one. */
+std::vector<pid_t> descendants(pid_t process);
+/** The processes of this user that run the program of that name. */
+std::vector<pid_t> running(const std::string &program);
+
+/** A child process with its standard input and output. */
+class Child {
+public:
+    explicit Child(const std::vector<std::string> &arguments);
+    ~Child();
+    Child(const Child &) = delete;
+    Child &operator=(const Child &) = delete;
+
+    pid_t process() const { return m_process; }
+    /** The next line of its output, empty at the end. */
+    std::string line();
+    void send(const std::string &line);
+    /** Closes its input and waits for its end. */
+    void finish();
+
+private:
+    pid_t m_process = -1;
+    int m_input = -1;
+    int m_output = -1;
+    std::string m_buffer;
+};
+
+} // namespace bench

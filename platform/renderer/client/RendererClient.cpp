@@ -1,0 +1,215 @@
+#include "../common/Protocol.h"
+#include "RequestChannel.h"
+#include "StreamDictionary.h"
+
+#include <voro/mmr.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <string>
+
+using voro::pps::appendNumber;
+using voro::pps::appendText;
+using namespace voro::renderer;
+
+struct mmr_connection {
+    RequestChannel service;
+};
+
+struct mmr_context {
+    mmr_connection_t *connection;
+    RequestChannel control;
+    std::string name;
+    std::string path;
+    mmr_error_info_t error{};
+    bool hasFailed = false;
+};
+
+namespace {
+
+int finish(mmr_context_t &context, const Result &result)
+{
+    context.error = {};
+    if (result) {
+        return 0;
+    }
+    context.hasFailed = true;
+    context.error.error_code = uint32_t(result.code);
+    const size_t length = std::min(result.text.size(), sizeof context.error.extra_text - 1);
+    std::memcpy(context.error.extra_text, result.text.data(), length);
+    return -1;
+}
+
+int call(mmr_context_t *context, std::string_view command, std::string_view lines = {})
+{
+    return context ? finish(*context, context->control.call(command, lines)) : -1;
+}
+
+int refuse(mmr_context_t *context, const char *cause)
+{
+    return context ? finish(*context, {ErrorCode::InvalidParameter, cause}) : -1;
+}
+
+/** Sends a dictionary, which is consumed in any case, after the lines that say what it is for. */
+int callWith(mmr_context_t *context, std::string_view command, std::string lines, strm_dict_t *parameters)
+{
+    const OwnedDictionary dictionary(parameters);
+    if (!dictionary) {
+        return refuse(context, "no dictionary");
+    }
+    for (const auto &[name, value] : dictionary->parameters.entries()) {
+        if (!voro::pps::isValidName(name)) {
+            return refuse(context, "a parameter's name is no name");
+        }
+    }
+    appendText(lines, "dat", dictionary->parameters.toText());
+    return call(context, command, lines);
+}
+
+int attach(mmr_context_t *context, std::string_view command, const char *url, const char *type)
+{
+    if (!url || !type) {
+        return refuse(context, "no URL or type");
+    }
+    std::string lines;
+    appendText(lines, "url", url);
+    appendText(lines, "type", type);
+    return call(context, command, lines);
+}
+
+std::string numberLine(std::string_view name, int64_t value)
+{
+    std::string line;
+    appendNumber(line, name, value);
+    return line;
+}
+
+} // namespace
+
+mmr_connection_t *mmr_connect(const char *)
+{
+    auto connection = std::make_unique<mmr_connection_t>();
+    return connection->service.open(ServicePath) ? connection.release() : nullptr;
+}
+
+void mmr_disconnect(mmr_connection_t *connection)
+{
+    delete connection;
+}
+
+mmr_context_t *mmr_context_create(mmr_connection_t *connection, const char *name, unsigned flags, mode_t mode)
+{
+    if (!connection || !name) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    std::string lines;
+    appendText(lines, "name", name);
+    appendNumber(lines, "flags", flags);
+    appendNumber(lines, "mode", mode);
+    auto context = std::make_unique<mmr_context_t>();
+    context->connection = connection;
+    context->name = name;
+    if (!connection->service.call("context_create", lines)) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    context->path = connection->service.answer().text("path");
+    if (!context->control.open(context->path + "/control")) {
+        errno = EIO;
+        return nullptr;
+    }
+    return context.release();
+}
+
+int mmr_context_destroy(mmr_context_t *context)
+{
+    if (!context) {
+        return 0;
+    }
+    const std::unique_ptr<mmr_context_t> owned(context);
+    std::string lines;
+    appendText(lines, "name", context->name);
+    return context->connection->service.call("context_destroy", lines) ? 0 : -1;
+}
+
+ssize_t mmr_context_path(mmr_context_t *context, char *buffer, size_t length)
+{
+    if (!context || !buffer || length <= context->path.size()) {
+        return -1;
+    }
+    std::memcpy(buffer, context->path.c_str(), context->path.size() + 1);
+    return ssize_t(context->path.size());
+}
+
+int mmr_context_parameters(mmr_context_t *context, strm_dict_t *parameters)
+{
+    return callWith(context, "context_parameters", {}, parameters);
+}
+
+int mmr_input_attach(mmr_context_t *context, const char *url, const char *type)
+{
+    return attach(context, "input_attach", url, type);
+}
+
+int mmr_input_detach(mmr_context_t *context)
+{
+    return call(context, "input_detach");
+}
+
+int mmr_input_parameters(mmr_context_t *context, strm_dict_t *parameters)
+{
+    return callWith(context, "input_parameters", {}, parameters);
+}
+
+int mmr_output_attach(mmr_context_t *context, const char *url, const char *type)
+{
+    return attach(context, "output_attach", url, type) == 0 ? int(context->control.answer().number("output", -1)) : -1;
+}
+
+int mmr_output_detach(mmr_context_t *context, int output)
+{
+    return call(context, "output_detach", numberLine("output", output));
+}
+
+int mmr_output_parameters(mmr_context_t *context, int output, strm_dict_t *parameters)
+{
+    return callWith(context, "output_parameters", numberLine("output", output), parameters);
+}
+
+int mmr_play(mmr_context_t *context)
+{
+    return call(context, "play");
+}
+
+int mmr_stop(mmr_context_t *context)
+{
+    return call(context, "stop");
+}
+
+int mmr_seek(mmr_context_t *context, const char *position)
+{
+    if (!position) {
+        return refuse(context, "no position");
+    }
+    std::string lines;
+    appendText(lines, "position", position);
+    return call(context, "seek", lines);
+}
+
+int mmr_speed_set(mmr_context_t *context, int speed)
+{
+    return call(context, "speed_set", numberLine("speed", speed));
+}
+
+int mmr_track_parameters(mmr_context_t *context, unsigned track, strm_dict_t *parameters)
+{
+    return callWith(context, "track_parameters", numberLine("track", track), parameters);
+}
+
+const mmr_error_info_t *mmr_error_info(mmr_context_t *context)
+{
+    return context && context->hasFailed ? &context->error : nullptr;
+}

@@ -1,0 +1,161 @@
+#include "Medium.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr std::string_view FileScheme = "file://";
+constexpr size_t HeadSize = 4096;
+
+class File {
+public:
+    explicit File(const std::string &path) : m_fd(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
+    ~File()
+    {
+        if (m_fd >= 0) {
+            close(m_fd);
+        }
+    }
+    File(const File &) = delete;
+    File &operator=(const File &) = delete;
+
+    bool isOpen() const { return m_fd >= 0; }
+    std::string head() const
+    {
+        std::string bytes(HeadSize, '\0');
+        const ssize_t size = read(m_fd, bytes.data(), bytes.size());
+        bytes.resize(size > 0 ? static_cast<size_t>(size) : 0);
+        return bytes;
+    }
+
+private:
+    int m_fd;
+};
+
+bool isSchemeCharacter(unsigned char c)
+{
+    return c < 128 && (isalnum(c) || c == '+' || c == '-' || c == '.');
+}
+
+/** "http://…", but neither a path with a colon nor one letter before it. */
+bool hasScheme(std::string_view text)
+{
+    const size_t end = text.find("://");
+    return end != std::string_view::npos && end > 1
+           && std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end), isSchemeCharacter);
+}
+
+std::string lowerCase(std::string_view text)
+{
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), [](unsigned char c) { return std::tolower(c); });
+    return result;
+}
+
+std::string percentEncode(std::string_view path)
+{
+    constexpr std::string_view Plain = "-_.~/!$&'()*+,;=:@";
+    constexpr char Digits[] = "0123456789ABCDEF";
+    std::string result;
+    for (const unsigned char c : path) {
+        if (c < 128 && (isalnum(c) || Plain.find(static_cast<char>(c)) != std::string_view::npos)) {
+            result += static_cast<char>(c);
+        } else {
+            result += {'%', Digits[c >> 4], Digits[c & 15]};
+        }
+    }
+    return result;
+}
+
+/** By its first bytes: "#EXTM3U" is one unless it is a stream's own index, which plays like a medium. */
+bool isPlaylistText(std::string_view head)
+{
+    if (head.starts_with("\xef\xbb\xbf")) {
+        head.remove_prefix(3);
+    }
+    const std::string text = lowerCase(head);
+    if (text.starts_with("#extm3u")) {
+        return text.find("#ext-x-") == std::string::npos;
+    }
+    const size_t first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string::npos) {
+        return false;
+    }
+    const std::string_view content = std::string_view(text).substr(first);
+    return content.starts_with("[playlist]") || content.starts_with("<asx")
+           || (content.starts_with("<?xml") && content.find("<playlist") != std::string_view::npos);
+}
+
+} // namespace
+
+Medium::Medium(std::string_view url)
+{
+    if (url.starts_with(FileScheme)) {
+        m_text = url.substr(FileScheme.size());
+        m_isLocal = true;
+    } else {
+        m_text = url;
+        m_isLocal = !hasScheme(url);
+    }
+}
+
+std::string Medium::uri() const
+{
+    return m_isLocal ? "file://" + percentEncode(m_text) : m_text;
+}
+
+Result Medium::check() const
+{
+    if (!m_isLocal) {
+        return {};
+    }
+    if (m_text.empty()) {
+        return {ErrorCode::SourceUnavailable, "no source"};
+    }
+    struct stat status {};
+    if (stat(m_text.c_str(), &status) != 0) {
+        const ErrorCode code = errno == EACCES ? ErrorCode::Permission : ErrorCode::SourceUnavailable;
+        return {code, m_text + ": " + std::strerror(errno)};
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return {ErrorCode::UnsupportedMediaType, m_text + " is no file"};
+    }
+    if (!File(m_text).isOpen()) {
+        const ErrorCode code = errno == EACCES || errno == EPERM ? ErrorCode::Permission : ErrorCode::Read;
+        return {code, m_text + ": " + std::strerror(errno)};
+    }
+    if (status.st_size == 0) {
+        return {ErrorCode::ResourceCorrupted, m_text + " is empty"};
+    }
+    return {};
+}
+
+bool Medium::isPlaylist() const
+{
+    constexpr std::array Extensions{".m3u", ".m3u8", ".pls", ".xspf", ".asx"};
+    if (!m_isLocal) {
+        const std::string name = lowerCase(m_text.substr(0, m_text.find_first_of("?#")));
+        // An m3u8 on the net is nearly always a stream's own index.
+        return name.ends_with(".m3u") || name.ends_with(".pls") || name.ends_with(".xspf") || name.ends_with(".asx");
+    }
+    const std::string head = File(m_text).head();
+    if (isPlaylistText(head)) {
+        return true;
+    }
+    const std::string name = lowerCase(m_text);
+    const bool isNamedSo = std::any_of(Extensions.begin(), Extensions.end(),
+                                       [&](std::string_view extension) { return name.ends_with(extension); });
+    // A list without a head line is plain text: no medium is.
+    return isNamedSo && head.find('\0') == std::string::npos && lowerCase(head).find("#ext-x-") == std::string::npos;
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Error.h"
+
+#include <string>
+#include <string_view>
+
+namespace voro::renderer {
+
+/** A medium as an input URL names it. */
+class Medium {
+public:
+    /** A bare path or `file://PATH`, both as they stand and never decoded, or any other URL. */
+    explicit Medium(std::string_view url);
+
+    /** Whether it is a file of this machine. */
+    bool isLocal() const { return m_isLocal; }
+    /** The path of a local file. */
+    const std::string &path() const { return m_text; }
+    /** The medium as a proper URI, percent-encoded. */
+    std::string uri() const;
+
+    /** Whether a local medium can be read: missing, unreadable, no file, or empty are told apart. Opens no device and
+        waits for nobody. No error for what is not local. */
+    Result check() const;
+    /** Whether the medium is a playlist, by its content and by its name. Only for what can be read. */
+    bool isPlaylist() const;
+
+private:
+    std::string m_text;
+    bool m_isLocal;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Error.h"
+
+#include <pps/Text.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/*
+ * The messages between applications, the renderer service and its workers. A request carries `msg`, `id` and the
+ * request's own attributes (parameters as attribute lines in `dat`); its answer carries `res`, `id` and `err`, for a
+ * failure also `extra` and `error` (the cause in words).
+ */
+
+namespace voro::renderer {
+
+inline constexpr std::string_view ServicePath = "/pps/services/multimedia/renderer/control";
+inline constexpr std::string_view ContextFolder = "/pps/services/multimedia/renderer/context/";
+inline constexpr std::string_view WorkerPath = "/pps/services/multimedia/renderer/worker/control";
+/** The socket to the daemon that a worker is started with. */
+inline constexpr int WorkerSocket = 3;
+
+/** The longest name of a context, URL and list of metadata, so that no message outgrows its bound. */
+inline constexpr size_t MaximumContextName = 200;
+inline constexpr size_t MaximumUrl = 8 * 1024;
+inline constexpr size_t MaximumMetadata = 16 * 1024;
+
+/** The first lines of a request. */
+std::string request(std::string_view command, int64_t id);
+/** An answer to a request; a cause that is too long is cut. */
+std::string answer(std::string_view command, int64_t id, const Result &result);
+/** The result that an answer tells. */
+Result resultOf(const pps::Message &answer);
+
+} // namespace voro::renderer

@@ -1,0 +1,450 @@
+#include "Context.h"
+
+#include "../common/Medium.h"
+#include "../common/Protocol.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr int MostDeaths = 10;
+constexpr int SlowestSpeed = 250;
+constexpr int FastestSpeed = 4000;
+
+bool isInputType(const std::string &type)
+{
+    return type == "autolist" || type == "playlist" || type == "track";
+}
+
+Result noInput()
+{
+    return {ErrorCode::InvalidState, "there is no input"};
+}
+
+/** The parameters that a command brings. */
+Result parametersOf(const pps::Message &message, Parameters &parameters)
+{
+    auto parsed = Parameters::fromText(message.text("dat"));
+    if (!parsed) {
+        return {ErrorCode::InvalidParameter, "the parameters cannot be read"};
+    }
+    parameters = std::move(*parsed);
+    return {};
+}
+
+/** The attribute lines of an event that are a track's metadata. */
+std::string metadataLines(std::string_view lines)
+{
+    std::string result;
+    pps::LineReader reader(lines);
+    for (pps::Line line; reader.next(line);) {
+        const bool isOurs = line.kind == pps::Line::Kind::Attribute && line.name != "msg" && line.name != "track";
+        if (isOurs && line.mark == 0 && result.size() + line.whole.size() < MaximumMetadata) {
+            result.append(line.whole).append("\n");
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+Context::Context(pps::Broker &broker, EngineSource &engines, std::string path)
+    : m_broker(broker),
+      m_engines(engines),
+      m_folder(broker, std::move(path)),
+      m_isServed(broker.serve(m_folder.path() + "/control", this))
+{}
+
+Context::~Context()
+{
+    if (m_isServed) {
+        m_broker.unserve(m_folder.path() + "/control");
+    }
+}
+
+void Context::clientMessage(pps::ClientId client, std::string_view text)
+{
+    pps::Message message;
+    if (message.parse(text) && message.has("msg")) {
+        m_commands.push_back({client, std::move(message)});
+        runNext();
+    }
+}
+
+void Context::clientClosed(pps::ClientId client)
+{
+    // What is under way is finished; what waited is not begun.
+    const auto waiting = m_commands.begin() + (m_isBusy ? 1 : 0);
+    m_commands.erase(std::remove_if(waiting, m_commands.end(),
+                                    [client](const Command &command) { return command.client == client; }),
+                     m_commands.end());
+}
+
+Context::Handler Context::handlerOf(std::string_view command)
+{
+    struct Entry {
+        std::string_view name;
+        Handler handler;
+    };
+    static constexpr std::array Handlers{
+        Entry{"context_parameters", &Context::contextParameters},
+        Entry{"input_attach", &Context::inputAttach},
+        Entry{"input_detach", &Context::inputDetach},
+        Entry{"input_parameters", &Context::inputParameters},
+        Entry{"output_attach", &Context::outputAttach},
+        Entry{"output_detach", &Context::outputDetach},
+        Entry{"output_parameters", &Context::outputParameters},
+        Entry{"play", &Context::play},
+        Entry{"seek", &Context::seek},
+        Entry{"speed_set", &Context::speedSet},
+        Entry{"stop", &Context::stop},
+        Entry{"track_parameters", &Context::trackParameters},
+    };
+    const auto found =
+        std::find_if(Handlers.begin(), Handlers.end(), [command](const Entry &entry) { return entry.name == command; });
+    return found == Handlers.end() ? nullptr : found->handler;
+}
+
+void Context::runNext()
+{
+    while (!m_isBusy && !m_commands.empty()) {
+        m_isBusy = true;
+        // It stays in front until it is finished.
+        const pps::Message message = m_commands.front().message;
+        if (const Handler handler = handlerOf(message.text("msg"))) {
+            (this->*handler)(message);
+        } else {
+            finish({ErrorCode::InvalidParameter, "unknown command " + message.text("msg")});
+        }
+    }
+}
+
+void Context::finish(const Result &result, std::string_view lines)
+{
+    const Command command = std::move(m_commands.front());
+    m_commands.pop_front();
+    m_isBusy = false;
+    m_broker.send(command.client,
+                  answer(command.message.text("msg"), command.message.number("id"), result).append(lines));
+    runNext();
+}
+
+// Outputs and parameters
+
+void Context::outputAttach(const pps::Message &message)
+{
+    int id = -1;
+    std::string line;
+    const Result result = m_journal.attachOutput(message.text("url"), message.text("type"), id);
+    if (result) {
+        pps::appendNumber(line, "output", id);
+    }
+    finish(result, line);
+}
+
+void Context::outputDetach(const pps::Message &message)
+{
+    finish(m_journal.detachOutput(static_cast<int>(message.number("output", -1))));
+}
+
+void Context::outputParameters(const pps::Message &message)
+{
+    Parameters parameters;
+    Result result = parametersOf(message, parameters);
+    if (result) {
+        result = m_journal.setOutput(static_cast<int>(message.number("output", -1)), parameters);
+    }
+    result ? applySettings() : finish(result);
+}
+
+void Context::contextParameters(const pps::Message &message)
+{
+    Parameters parameters;
+    Result result = parametersOf(message, parameters);
+    if (result) {
+        result = m_journal.setContext(parameters);
+    }
+    result ? applySettings() : finish(result);
+}
+
+void Context::inputParameters(const pps::Message &message)
+{
+    Parameters parameters;
+    Result result = parametersOf(message, parameters);
+    if (result) {
+        result = m_journal.setInput(parameters);
+    }
+    if (result) {
+        m_folder.setInput(parameters);
+    }
+    result ? applySettings() : finish(result);
+}
+
+void Context::trackParameters(const pps::Message &message)
+{
+    const int64_t track = message.number("track", -1);
+    if (track < 0 || (m_input && track > m_total)) {
+        finish({ErrorCode::InvalidParameter, "there is no such track"});
+        return;
+    }
+    Parameters parameters;
+    Result result = parametersOf(message, parameters);
+    if (result) {
+        result = m_journal.setTrack(static_cast<unsigned>(track), parameters);
+    }
+    if (result && track > 0) {
+        m_folder.setTrackParameters(static_cast<unsigned>(track), parameters);
+    }
+    finish(result);
+}
+
+void Context::applySettings()
+{
+    if (m_isOpen) {
+        m_engine->ask("set", m_journal.settingLines(), [this](const Result &result) { finish(result); });
+    } else {
+        finish({});
+    }
+}
+
+// The input
+
+Engine &Context::engine()
+{
+    if (!m_engine) {
+        m_engine = m_engines.start(*this);
+    }
+    return *m_engine;
+}
+
+void Context::inputAttach(const pps::Message &message)
+{
+    const Journal::Input input{message.text("url"), message.text("type")};
+    if (input.url.size() > MaximumUrl || !isInputType(input.type)) {
+        finish({ErrorCode::InvalidParameter, "the URL is too long or the type unknown"});
+    } else if (input.type == "track") {
+        finish({ErrorCode::UnsupportedOperation, "this renderer does not record"});
+    } else if (m_input) {
+        closeMedium([this, input](const Result &) { attach(input); });
+    } else {
+        attach(input);
+    }
+}
+
+void Context::attach(const Journal::Input &input)
+{
+    const std::string url = Medium(input.url).uri();
+    if (url != m_deadlyUrl) {
+        m_deadlyUrl = url;
+        m_deaths = 0;
+    }
+    if (m_deaths >= MostDeaths) {
+        finish({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
+        return;
+    }
+    m_position = {};
+    m_resume.reset();
+    engine().ask("open", m_journal.openLines(input, m_speed, {}), [this, input](const Result &result) {
+        if (result) {
+            m_isOpen = true;
+            m_input = input;
+            const Parameters first = m_journal.firstTrack(input.type);
+            m_journal.setTrack(1, first);
+            m_folder.setTrackParameters(1, first);
+            setState(State::Stopped);
+        }
+        finish(result);
+    });
+}
+
+void Context::inputDetach(const pps::Message &)
+{
+    if (m_input) {
+        closeMedium([this](const Result &) { finish({}); });
+    } else {
+        finish({});
+    }
+}
+
+/** Shows that there is no medium, when the engine has nothing more to say about it. */
+void Context::closeMedium(Engine::Done done)
+{
+    const auto closed = [this, done = std::move(done)](const Result &) {
+        m_isOpen = false;
+        m_input.reset();
+        m_folder.clearMedium(m_position.track);
+        m_total = 0;
+        m_position = {};
+        setState(State::Idle);
+        done({});
+    };
+    if (m_isOpen) {
+        m_engine->ask("close", {}, closed);
+    } else {
+        closed({});
+    }
+}
+
+// Playing
+
+void Context::play(const pps::Message &)
+{
+    if (!m_input) {
+        finish(noInput());
+    } else if (m_state == State::Playing) {
+        finish({});
+    } else if (m_isOpen) {
+        startPlaying();
+    } else if (m_deaths >= MostDeaths) {
+        finish({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
+    } else {
+        engine().ask("open", m_journal.openLines(*m_input, m_speed, m_resume), [this](const Result &result) {
+            m_isOpen = bool(result);
+            m_isOpen ? startPlaying() : finish(result);
+        });
+    }
+}
+
+void Context::startPlaying()
+{
+    m_engine->ask("play", {}, [this](const Result &result) {
+        if (result) {
+            m_resume.reset();
+            setState(State::Playing);
+        }
+        finish(result);
+    });
+}
+
+void Context::stop(const pps::Message &)
+{
+    if (m_input && m_state == State::Playing) {
+        m_engine->ask("stop", {}, [this](const Result &result) {
+            if (result) {
+                setState(State::Stopped);
+            }
+            finish(result);
+        });
+        return;
+    }
+    if (m_hasEnded) {
+        setState(m_state);
+    }
+    finish({});
+}
+
+void Context::speedSet(const pps::Message &message)
+{
+    const int64_t speed = message.number("speed", -1);
+    if (!m_input) {
+        finish(noInput());
+        return;
+    }
+    if (speed != 0 && (std::abs(speed) < SlowestSpeed || std::abs(speed) > FastestSpeed)) {
+        finish({ErrorCode::UnsupportedValue, "the speed is out of its range"});
+        return;
+    }
+    const auto done = [this, speed = static_cast<int>(speed)](const Result &result) {
+        if (result && std::exchange(m_speed, speed) != speed) {
+            m_folder.setSpeed(speed);
+        }
+        finish(result);
+    };
+    if (m_isOpen) {
+        std::string line;
+        pps::appendNumber(line, "speed", speed);
+        m_engine->ask("speed", line, done);
+    } else {
+        done({});
+    }
+}
+
+void Context::seek(const pps::Message &message)
+{
+    if (!m_input) {
+        finish(noInput());
+        return;
+    }
+    const auto parsed = parsePosition(message.text("position"));
+    const TrackPosition target =
+        parsed ? TrackPosition{parsed->track.value_or(m_position.track), parsed->milliseconds} : TrackPosition{0, 0};
+    if (target.track == 0 || target.track > m_total) {
+        finish({ErrorCode::InvalidParameter, "there is no such position"});
+        return;
+    }
+    if (m_isOpen) {
+        std::string lines;
+        pps::appendNumber(lines, "track", target.track);
+        pps::appendNumber(lines, "position", target.milliseconds);
+        m_engine->ask("seek", lines, [this](const Result &result) { finish(result); });
+    } else {
+        m_resume = m_position = target;
+        m_folder.setStatus(target.milliseconds, "0/100", "idle");
+        finish({});
+    }
+}
+
+void Context::setState(State state, const std::optional<Folder::Ending> &ending)
+{
+    m_state = state;
+    m_hasEnded = ending.has_value();
+    if (m_engine) {
+        m_engine->setWatched(state == State::Playing);
+    }
+    const char *name = state == State::Idle ? "idle" : state == State::Stopped ? "stopped" : "playing";
+    m_folder.setState(name, m_speed, ending);
+}
+
+// What the engine says
+
+void Context::engineEvent(const pps::Message &event, std::string_view lines)
+{
+    const std::string name = event.text("msg");
+    if (name == "status") {
+        report(event);
+    } else if (name == "track") {
+        m_folder.setTrack(static_cast<unsigned>(event.number("track", 1)), metadataLines(lines));
+    } else if (name == "queue") {
+        m_total = static_cast<unsigned>(event.number("total"));
+        m_position.track = static_cast<unsigned>(event.number("current", 1));
+        m_folder.setQueue(m_position.track, m_total);
+    } else if (name == "ended") {
+        m_deaths = 0;
+        end(ErrorCode::None, event);
+    } else if (name == "failed") {
+        end(static_cast<ErrorCode>(event.number("err", int(ErrorCode::Internal))), event);
+    }
+}
+
+void Context::report(const pps::Message &status)
+{
+    m_position.milliseconds = status.number("position");
+    m_folder.setStatus(m_position.milliseconds, status.text("bufferlevel"), status.text("bufferstatus"));
+}
+
+void Context::end(ErrorCode code, const pps::Message &event)
+{
+    if (m_state != State::Playing) {
+        return;
+    }
+    m_position.milliseconds = event.number("position", m_position.milliseconds);
+    setState(State::Stopped, Folder::Ending{code, m_position});
+}
+
+void Context::engineDied()
+{
+    m_engine.reset();
+    m_isOpen = false;
+    ++m_deaths;
+    if (m_input && !m_hasEnded) {
+        m_resume = m_position;
+        setState(State::Stopped, Folder::Ending{ErrorCode::Internal, m_position});
+    }
+}
+
+} // namespace voro::renderer

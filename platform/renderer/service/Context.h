@@ -1,0 +1,99 @@
+#pragma once
+
+#include "Engine.h"
+#include "Folder.h"
+#include "Journal.h"
+
+#include <pps/broker/Broker.h>
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace voro::renderer {
+
+/**
+ * One renderer context: it takes an application's commands in their order, has an engine do what only an engine can
+ * do, and shows its state in its folder. It outlives its engines.
+ */
+class Context : private pps::Service,
+                private EngineListener {
+public:
+    Context(pps::Broker &broker, EngineSource &engines, std::string path);
+    ~Context() override;
+    Context(const Context &) = delete;
+    Context &operator=(const Context &) = delete;
+
+    /** Whether its control object is served. */
+    bool isServed() const { return m_isServed; }
+    const std::string &path() const { return m_folder.path(); }
+
+private:
+    enum class State { Idle, Stopped, Playing };
+    struct Command {
+        pps::ClientId client;
+        pps::Message message;
+    };
+    using Handler = void (Context::*)(const pps::Message &);
+
+    void clientOpened(pps::ClientId, const pps::Peer &) override {}
+    void clientMessage(pps::ClientId client, std::string_view text) override;
+    void clientClosed(pps::ClientId client) override;
+    void engineEvent(const pps::Message &event, std::string_view lines) override;
+    void engineDied() override;
+
+    void runNext();
+    void finish(const Result &result, std::string_view lines = {});
+    static Handler handlerOf(std::string_view command);
+
+    void contextParameters(const pps::Message &message);
+    void inputAttach(const pps::Message &message);
+    void inputDetach(const pps::Message &message);
+    void inputParameters(const pps::Message &message);
+    void outputAttach(const pps::Message &message);
+    void outputDetach(const pps::Message &message);
+    void outputParameters(const pps::Message &message);
+    void play(const pps::Message &message);
+    void seek(const pps::Message &message);
+    void speedSet(const pps::Message &message);
+    void stop(const pps::Message &message);
+    void trackParameters(const pps::Message &message);
+
+    Engine &engine();
+    void open(Engine::Done done);
+    void closeMedium(Engine::Done done);
+    void attach(const Journal::Input &input);
+    void applySettings();
+    void startPlaying();
+    void setState(State state, const std::optional<Folder::Ending> &ending = {});
+    void report(const pps::Message &status);
+    void end(ErrorCode code, const pps::Message &event);
+
+    pps::Broker &m_broker;
+    EngineSource &m_engines;
+    Folder m_folder;
+    Journal m_journal;
+    bool m_isServed;
+
+    std::deque<Command> m_commands;
+    bool m_isBusy = false;
+
+    std::unique_ptr<Engine> m_engine;
+    /** Whether the engine has the medium. */
+    bool m_isOpen = false;
+    std::optional<Journal::Input> m_input;
+    State m_state = State::Idle;
+    bool m_hasEnded = false;
+    int m_speed = 1000;
+    unsigned m_total = 0;
+    TrackPosition m_position;
+    /** Where the next engine begins instead of at the beginning. */
+    std::optional<TrackPosition> m_resume;
+
+    /** How many engines died in a row with the medium of this URL. */
+    int m_deaths = 0;
+    std::string m_deadlyUrl;
+};
+
+} // namespace voro::renderer

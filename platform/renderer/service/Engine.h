@@ -1,0 +1,42 @@
+#pragma once
+
+#include "../common/Error.h"
+
+#include <pps/Text.h>
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+namespace voro::renderer {
+
+/** What plays for a context: a worker. It ends with this object. */
+class Engine {
+public:
+    using Done = std::function<void(const Result &)>;
+
+    virtual ~Engine() = default;
+    /** Asks for something; `done` is called with the answer, with Internal when the engine dies first. */
+    virtual void ask(std::string_view command, std::string_view lines, Done done) = 0;
+    /** Whether it has to show that it is alive also while nothing is asked of it. */
+    virtual void setWatched(bool isWatched) = 0;
+};
+
+/** Whom an engine tells what happens. */
+class EngineListener {
+public:
+    virtual ~EngineListener() = default;
+    /** An event, as a message and as the lines that it was read from. */
+    virtual void engineEvent(const pps::Message &event, std::string_view lines) = 0;
+    /** It crashed or hung; it was asked for nothing any more, and may be destroyed now. */
+    virtual void engineDied() = 0;
+};
+
+/** Where contexts get their engines. */
+class EngineSource {
+public:
+    virtual ~EngineSource() = default;
+    virtual std::unique_ptr<Engine> start(EngineListener &listener) = 0;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,105 @@
+#include "Folder.h"
+
+#include <pps/Text.h>
+
+namespace voro::renderer {
+
+using Fence = pps::Broker::Fence;
+
+// Objects are replaced whole, so that nobody is told of attributes that the new content does not have.
+void Folder::publish(const std::string &name, std::string_view lines, Fence fence)
+{
+    m_broker.publish(objectPath(name), ("*@" + name + '\n').append(lines), fence);
+}
+
+void Folder::setState(std::string_view state, int speed, const std::optional<Ending> &ending)
+{
+    std::string lines;
+    pps::appendText(lines, "state", state);
+    pps::appendNumber(lines, "speed", speed);
+    if (ending) {
+        pps::appendNumber(lines, "error", static_cast<int>(ending->code));
+        pps::appendText(lines, "error_pos", toText(ending->position));
+    }
+    publish("state", lines);
+}
+
+void Folder::setSpeed(int speed)
+{
+    std::string lines = "@state\n";
+    pps::appendNumber(lines, "speed", speed);
+    m_broker.publish(objectPath("state"), lines);
+}
+
+void Folder::setQueue(unsigned current, unsigned total)
+{
+    publishQueue(current, total, Fence::None);
+}
+
+void Folder::publishQueue(unsigned current, unsigned total, Fence fence)
+{
+    std::string lines;
+    pps::appendNumber(lines, "current", current);
+    pps::appendNumber(lines, "total", total);
+    publish("play-queue", lines, fence);
+}
+
+void Folder::setTrack(unsigned track, std::string_view lines)
+{
+    publish('q' + std::to_string(track), lines);
+}
+
+void Folder::setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus)
+{
+    publishStatus(position, bufferLevel, bufferStatus, Fence::None);
+}
+
+void Folder::publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus, Fence fence)
+{
+    std::string lines;
+    pps::appendNumber(lines, "position", position);
+    pps::appendText(lines, "bufferlevel", bufferLevel);
+    pps::appendText(lines, "bufferstatus", bufferStatus);
+    pps::appendText(lines, "volume", "0/100");
+    publish("status", lines, fence);
+}
+
+void Folder::clearMedium(unsigned track)
+{
+    std::string lines;
+    pps::appendNumber(lines, "md_title_duration", 0);
+    pps::appendBool(lines, "md_title_seekable", false);
+    pps::appendNumber(lines, "md_video_width", 0);
+    pps::appendNumber(lines, "md_video_height", 0);
+    publish('q' + std::to_string(track), lines, Fence::Hold);
+    publishQueue(track, 0, Fence::Hold);
+    publishStatus(0, "0/100", "idle", Fence::Hold);
+}
+
+void Folder::setInput(const Parameters &parameters)
+{
+    publishChange("input", m_input, parameters);
+    m_input = parameters;
+}
+
+void Folder::setTrackParameters(unsigned track, const Parameters &parameters)
+{
+    publishChange('p' + std::to_string(track), m_trackParameters[track], parameters);
+    m_trackParameters[track] = parameters;
+}
+
+void Folder::publishChange(const std::string &name, const Parameters &before, const Parameters &now)
+{
+    if (before == now) {
+        return;
+    }
+    std::string lines = '@' + name + '\n' + now.toText();
+    for (const auto &[gone, value] : before.entries()) {
+        if (!now.entries().contains(gone)) {
+            lines += '-' + gone + '\n';
+        }
+    }
+    m_broker.publish(objectPath(name), lines);
+}
+
+} // namespace voro::renderer

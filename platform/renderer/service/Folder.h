@@ -1,0 +1,60 @@
+#pragma once
+
+#include "../common/Parameters.h"
+#include "../common/TrackPosition.h"
+
+#include <pps/broker/Broker.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace voro::renderer {
+
+/** The objects in which a context shows itself. */
+class Folder {
+public:
+    /** Why it stopped; None means that it played to the end. */
+    struct Ending {
+        ErrorCode code;
+        TrackPosition position;
+    };
+
+    Folder(pps::Broker &broker, std::string path) : m_broker(broker), m_path(std::move(path)) {}
+    /** Removes the objects. */
+    ~Folder() { m_broker.remove(m_path); }
+    Folder(const Folder &) = delete;
+    Folder &operator=(const Folder &) = delete;
+
+    const std::string &path() const { return m_path; }
+
+    void setState(std::string_view state, int speed, const std::optional<Ending> &ending = {});
+    /** Changes the speed and nothing else: what else the state says is not written again. */
+    void setSpeed(int speed);
+    void setQueue(unsigned current, unsigned total);
+    /** The metadata of a track, as attribute lines. */
+    void setTrack(unsigned track, std::string_view lines);
+    void setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus);
+    /** Input parameters; written only when they are others than before. */
+    void setInput(const Parameters &parameters);
+    /** Parameters of a track, likewise. */
+    void setTrackParameters(unsigned track, const Parameters &parameters);
+
+    /** Shows that there is no medium. Every reader sees this before it sees the next medium, which may look the same. */
+    void clearMedium(unsigned track);
+
+private:
+    void publish(const std::string &name, std::string_view lines, pps::Broker::Fence fence = pps::Broker::Fence::None);
+    void publishChange(const std::string &name, const Parameters &before, const Parameters &now);
+    void publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
+                       pps::Broker::Fence fence);
+    void publishQueue(unsigned current, unsigned total, pps::Broker::Fence fence);
+    std::string objectPath(const std::string &name) const { return m_path + '/' + name; }
+
+    pps::Broker &m_broker;
+    std::string m_path;
+    Parameters m_input;
+    std::map<unsigned, Parameters> m_trackParameters;
+};
+
+} // namespace voro::renderer

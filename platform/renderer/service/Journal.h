@@ -1,0 +1,54 @@
+#pragma once
+
+#include "../common/Parameters.h"
+#include "../common/TrackPosition.h"
+
+#include <map>
+#include <optional>
+#include <string>
+
+namespace voro::renderer {
+
+/** What a context was given. An engine is told all of it at once, be it the first one or one that follows a crash. */
+class Journal {
+public:
+    struct Output {
+        std::string type;
+        Parameters parameters;
+    };
+    struct Input {
+        std::string url;
+        std::string type;
+    };
+
+    /** Adds an output, which replaces one of the same type; the failure says why it cannot be. */
+    Result attachOutput(const std::string &url, const std::string &type, int &id);
+    Result detachOutput(int id);
+    /** Merges parameters into an output's; they are not taken over when one of them is bad. */
+    Result setOutput(int id, const Parameters &parameters);
+    Result setContext(const Parameters &parameters);
+    Result setInput(const Parameters &parameters);
+    /** Replaces a track's parameters; track 0 holds the next input's. */
+    Result setTrack(unsigned track, const Parameters &parameters);
+    /** What track 1 of an input of that type begins with. */
+    Parameters firstTrack(const std::string &type) const;
+
+    const Parameters &input() const { return m_input; }
+    const Parameters &track(unsigned track) { return m_tracks[track]; }
+
+    /** What an engine needs to open a medium. */
+    std::string openLines(const Input &input, int speed, const std::optional<TrackPosition> &start) const;
+    /** Every setting that a playing engine can change. */
+    std::string settingLines() const;
+
+private:
+    Parameters audio() const;
+
+    std::map<int, Output> m_outputs;
+    int m_nextOutput = 0;
+    Parameters m_context;
+    Parameters m_input;
+    std::map<unsigned, Parameters> m_tracks;
+};
+
+} // namespace voro::renderer

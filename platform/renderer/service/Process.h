@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QtCore/QSocketNotifier>
+
+#include <sys/types.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace voro::renderer {
+
+/** A child process that was given a socket. */
+class Process {
+public:
+    /** Starts a program with the socket as its descriptor `number`; the socket stays the caller's. */
+    Process(const std::string &program, int socket, int number);
+    /** Kills it when it still runs, and waits for its end. */
+    ~Process();
+    Process(const Process &) = delete;
+    Process &operator=(const Process &) = delete;
+
+    bool isRunning() const { return m_id > 0; }
+    /** Calls back from the event loop when it ended; not when it never started. */
+    void onEnd(std::function<void()> callback);
+    void kill();
+
+private:
+    void reap();
+
+    pid_t m_id = -1;
+    int m_descriptor = -1;
+    std::unique_ptr<QSocketNotifier> m_ended;
+    std::function<void()> m_callback;
+};
+
+} // namespace voro::renderer

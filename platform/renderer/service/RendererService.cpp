@@ -1,0 +1,85 @@
+#include "RendererService.h"
+
+#include "../common/Protocol.h"
+
+#include <algorithm>
+
+namespace voro::renderer {
+
+namespace {
+
+/** The context's folder: what cannot stand in a path becomes "_". */
+std::string folderOf(const std::string &name)
+{
+    std::string path(ContextFolder);
+    for (const unsigned char c : name) {
+        const bool isPlain = c < 128 && (isalnum(c) || c == '.' || c == '_' || c == '-');
+        path += isPlain ? static_cast<char>(c) : '_';
+    }
+    return path;
+}
+
+} // namespace
+
+RendererService::RendererService(pps::Broker &broker) : m_broker(broker), m_workers(broker)
+{
+    m_broker.serve(ServicePath, this);
+}
+
+RendererService::~RendererService()
+{
+    m_broker.unserve(ServicePath);
+}
+
+void RendererService::clientMessage(pps::ClientId client, std::string_view text)
+{
+    pps::Message message;
+    if (!message.parse(text)) {
+        return;
+    }
+    const std::string command = message.text("msg");
+    const std::string name = message.text("name");
+    std::string line;
+    Result result{ErrorCode::InvalidParameter, "unknown command " + command};
+    if (command == "context_create") {
+        result = create(client, name, line);
+    } else if (command == "context_destroy") {
+        result = destroy(client, name);
+    }
+    m_broker.send(client, answer(command, message.number("id"), result).append(line));
+}
+
+Result RendererService::create(pps::ClientId client, const std::string &name, std::string &line)
+{
+    if (name.empty() || name.size() > MaximumContextName || name.starts_with('.')) {
+        return {ErrorCode::InvalidParameter, "the name is no name of a context"};
+    }
+    if (m_contexts.contains(name)) {
+        return {ErrorCode::ResourceUnavailable, "the name is taken"};
+    }
+    auto context = std::make_unique<Context>(m_broker, m_workers, folderOf(name));
+    if (!context->isServed()) {
+        return {ErrorCode::ResourceUnavailable, "the name is taken"};
+    }
+    pps::appendText(line, "path", context->path());
+    m_contexts[name] = {client, std::move(context)};
+    m_workers.prepareSpare();
+    return {};
+}
+
+Result RendererService::destroy(pps::ClientId client, const std::string &name)
+{
+    const auto found = m_contexts.find(name);
+    if (found == m_contexts.end() || found->second.owner != client) {
+        return {ErrorCode::InvalidParameter, "there is no such context"};
+    }
+    m_contexts.erase(found);
+    return {};
+}
+
+void RendererService::clientClosed(pps::ClientId client)
+{
+    std::erase_if(m_contexts, [client](const auto &entry) { return entry.second.owner == client; });
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Context.h"
+#include "WorkerPool.h"
+
+#include <pps/broker/Broker.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace voro::renderer {
+
+/** The renderer service of the daemon: makes contexts for applications, and ends them with their applications. */
+class RendererService : private pps::Service {
+public:
+    explicit RendererService(pps::Broker &broker);
+    ~RendererService() override;
+    RendererService(const RendererService &) = delete;
+    RendererService &operator=(const RendererService &) = delete;
+
+private:
+    struct Owned {
+        pps::ClientId owner;
+        std::unique_ptr<Context> context;
+    };
+
+    void clientOpened(pps::ClientId, const pps::Peer &) override {}
+    void clientMessage(pps::ClientId client, std::string_view text) override;
+    void clientClosed(pps::ClientId client) override;
+
+    Result create(pps::ClientId client, const std::string &name, std::string &line);
+    Result destroy(pps::ClientId client, const std::string &name);
+
+    pps::Broker &m_broker;
+    WorkerPool m_workers;
+    std::map<std::string, Owned> m_contexts;
+};
+
+} // namespace voro::renderer

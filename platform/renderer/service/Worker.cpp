@@ -1,0 +1,166 @@
+#include "Worker.h"
+
+#include "../common/Protocol.h"
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr int CheckInterval = 1'000;
+/** A worker that says nothing for so long hangs. */
+constexpr int LongestSilence = 5'000;
+/** Until it has connected: the very first one on a machine reads every plugin. */
+constexpr int LongestStart = 60'000;
+
+std::string program()
+{
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer";
+}
+
+} // namespace
+
+Worker::Worker(pps::Broker &broker, std::function<void()> onDeath) : m_broker(broker), m_onDeath(std::move(onDeath))
+{
+    m_timer.setInterval(CheckInterval);
+    QObject::connect(&m_timer, &QTimer::timeout, [this] { check(); });
+    m_silence.start();
+
+    int sockets[2];
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets) == 0) {
+        // The worker waits for the answer to its opening.
+        m_process = std::make_unique<Process>(program(), sockets[1], WorkerSocket);
+        close(sockets[1]);
+        m_socket = m_broker.adopt(sockets[0]);
+    }
+    if (m_process && m_process->isRunning()) {
+        m_process->onEnd([this] { die(); });
+    } else {
+        QTimer::singleShot(0, &m_timer, [this] { die(); });
+    }
+}
+
+void Worker::connected(pps::ClientId client)
+{
+    m_client = client;
+    m_silence.restart();
+    for (const std::string &text : std::exchange(m_unsent, {})) {
+        m_broker.send(m_client, text);
+    }
+}
+
+void Worker::received(std::string_view text)
+{
+    m_silence.restart();
+    pps::Message message;
+    if (!message.parse(text)) {
+        return;
+    }
+    if (!message.has("res")) {
+        if (m_listener) {
+            m_listener->engineEvent(message, text);
+        }
+        return;
+    }
+    const auto found = m_pending.find(message.number("id"));
+    if (found == m_pending.end()) {
+        return;
+    }
+    const Engine::Done done = std::move(found->second);
+    m_pending.erase(found);
+    updateTimer();
+    done(resultOf(message));
+}
+
+void Worker::closed()
+{
+    m_client = 0;
+    die();
+}
+
+void Worker::ask(std::string_view command, std::string_view lines, Engine::Done done)
+{
+    const int64_t id = ++m_lastId;
+    if (m_pending.empty()) {
+        m_silence.restart();
+    }
+    m_pending.emplace(id, std::move(done));
+    updateTimer();
+    send(request(command, id).append(lines));
+}
+
+void Worker::send(const std::string &text)
+{
+    if (m_client == 0) {
+        m_unsent.push_back(text);
+    } else {
+        m_broker.send(m_client, text);
+    }
+}
+
+void Worker::setWatched(bool isWatched)
+{
+    if (isWatched && !m_isWatched) {
+        m_silence.restart();
+    }
+    m_isWatched = isWatched;
+    updateTimer();
+}
+
+void Worker::updateTimer()
+{
+    const bool isNeeded = m_isWatched || !m_pending.empty();
+    if (isNeeded != m_timer.isActive()) {
+        isNeeded ? m_timer.start() : m_timer.stop();
+    }
+}
+
+void Worker::check()
+{
+    if (m_silence.hasExpired(m_client == 0 ? LongestStart : LongestSilence)) {
+        std::fprintf(stderr, "vorod: a worker hangs\n");
+        die();
+    } else if (m_client != 0) {
+        // Its answer is a sign of life and nothing else.
+        m_broker.send(m_client, request("ping", 0));
+    }
+}
+
+void Worker::die()
+{
+    if (!std::exchange(m_isDead, true)) {
+        m_timer.stop();
+        m_onDeath();
+    }
+}
+
+void Worker::tellDeath()
+{
+    EngineListener *listener = std::exchange(m_listener, nullptr);
+    const auto pending = std::exchange(m_pending, {});
+    if (listener) {
+        listener->engineDied();
+    }
+    for (const auto &[id, done] : pending) {
+        done({ErrorCode::Internal, "the worker died"});
+    }
+}
+
+std::unique_ptr<Process> Worker::release()
+{
+    m_isDead = true;
+    m_listener = nullptr;
+    if (m_process) {
+        m_process->onEnd(nullptr);
+        m_process->kill();
+    }
+    return std::move(m_process);
+}
+
+} // namespace voro::renderer

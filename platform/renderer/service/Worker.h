@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Engine.h"
+#include "Process.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+
+#include <pps/broker/Broker.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace voro::renderer {
+
+/** A worker process and the conversation with it. It is spare until somebody listens. */
+class Worker {
+public:
+    /** Starts the process. `onDeath` is called from the event loop when it crashed or hung, at the latest then. */
+    Worker(pps::Broker &broker, std::function<void()> onDeath);
+    Worker(const Worker &) = delete;
+    Worker &operator=(const Worker &) = delete;
+
+    /** The name of its socket at the broker. */
+    uint64_t socket() const { return m_socket; }
+    pps::ClientId client() const { return m_client; }
+
+    void connected(pps::ClientId client);
+    void received(std::string_view text);
+    void closed();
+
+    void setListener(EngineListener *listener) { m_listener = listener; }
+    void ask(std::string_view command, std::string_view lines, Engine::Done done);
+    void setWatched(bool isWatched);
+
+    /** Gives up the conversation and hands the process over, to be killed. */
+    std::unique_ptr<Process> release();
+    /** Tells its listener, if it has one, that it died. */
+    void tellDeath();
+
+private:
+    void send(const std::string &text);
+    void die();
+    void check();
+    void updateTimer();
+
+    pps::Broker &m_broker;
+    std::function<void()> m_onDeath;
+    std::unique_ptr<Process> m_process;
+    uint64_t m_socket = 0;
+    pps::ClientId m_client = 0;
+    EngineListener *m_listener = nullptr;
+    std::map<int64_t, Engine::Done> m_pending;
+    /** What was asked before it connected. */
+    std::vector<std::string> m_unsent;
+    int64_t m_lastId = 0;
+    bool m_isWatched = false;
+    bool m_isDead = false;
+    QTimer m_timer;
+    QElapsedTimer m_silence;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,145 @@
+#include "WorkerPool.h"
+
+#include "../common/Protocol.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace voro::renderer {
+
+/** What a context holds of a worker. */
+class WorkerPool::Lease : public Engine {
+public:
+    Lease(WorkerPool &pool, std::shared_ptr<Worker> worker) : m_pool(pool), m_worker(std::move(worker)) {}
+    ~Lease() override { m_pool.end(m_worker); }
+
+    void ask(std::string_view command, std::string_view lines, Done done) override
+    {
+        m_worker->ask(command, lines, std::move(done));
+    }
+    void setWatched(bool isWatched) override { m_worker->setWatched(isWatched); }
+
+private:
+    WorkerPool &m_pool;
+    std::shared_ptr<Worker> m_worker;
+};
+
+namespace {
+
+/** How long the start of the next spare worker waits, so that it takes no time from the one that begins to work. */
+constexpr int SpareDelay = 200;
+
+} // namespace
+
+WorkerPool::WorkerPool(pps::Broker &broker) : m_broker(broker)
+{
+    m_spareTimer.setSingleShot(true);
+    m_spareTimer.setInterval(SpareDelay);
+    QObject::connect(&m_spareTimer, &QTimer::timeout, [this] { prepareSpare(); });
+    m_broker.serve(WorkerPath, this);
+}
+
+WorkerPool::~WorkerPool()
+{
+    for (const auto &worker : m_workers) {
+        worker->release();
+    }
+    m_broker.unserve(WorkerPath);
+}
+
+std::shared_ptr<Worker> WorkerPool::make()
+{
+    // The callback comes from the event loop, when the worker exists.
+    auto place = std::make_shared<Worker *>(nullptr);
+    auto worker = std::make_shared<Worker>(m_broker, [this, place] { died(*place); });
+    *place = worker.get();
+    m_workers.push_back(worker);
+    return worker;
+}
+
+void WorkerPool::prepareSpare()
+{
+    if (!m_spare) {
+        m_spare = make();
+    }
+}
+
+std::unique_ptr<Engine> WorkerPool::start(EngineListener &listener)
+{
+    std::shared_ptr<Worker> worker = m_spare ? std::exchange(m_spare, nullptr) : make();
+    worker->setListener(&listener);
+    m_spareTimer.start();
+    return std::make_unique<Lease>(*this, std::move(worker));
+}
+
+std::shared_ptr<Worker> WorkerPool::find(pps::ClientId client) const
+{
+    const auto found = std::find_if(m_workers.begin(), m_workers.end(),
+                                    [&](const auto &worker) { return worker->client() == client; });
+    return found == m_workers.end() ? nullptr : *found;
+}
+
+void WorkerPool::clientOpened(pps::ClientId client, const pps::Peer &peer)
+{
+    const auto found = std::find_if(m_workers.begin(), m_workers.end(), [&](const auto &worker) {
+        return peer.adopted != 0 && worker->socket() == peer.adopted && worker->client() == 0;
+    });
+    if (found == m_workers.end()) {
+        // Not one of ours.
+        m_broker.disconnect(client);
+        return;
+    }
+    (*found)->connected(client);
+}
+
+void WorkerPool::clientMessage(pps::ClientId client, std::string_view text)
+{
+    if (const auto worker = find(client)) {
+        worker->received(text);
+    }
+}
+
+void WorkerPool::clientClosed(pps::ClientId client)
+{
+    if (const auto worker = find(client)) {
+        worker->closed();
+    }
+}
+
+void WorkerPool::died(Worker *dead)
+{
+    const auto found =
+        std::find_if(m_workers.begin(), m_workers.end(), [&](const auto &worker) { return worker.get() == dead; });
+    if (found == m_workers.end()) {
+        return;
+    }
+    const std::shared_ptr<Worker> worker = *found;
+    m_workers.erase(found);
+    if (m_spare == worker) {
+        // The next one is started when somebody needs it: what cannot start must not be started for ever.
+        m_spare.reset();
+    }
+    worker->tellDeath();
+    killSlowly(worker->release());
+}
+
+void WorkerPool::end(const std::shared_ptr<Worker> &worker)
+{
+    if (const auto found = std::find(m_workers.begin(), m_workers.end(), worker); found != m_workers.end()) {
+        m_workers.erase(found);
+        killSlowly(worker->release());
+    }
+}
+
+/** A killed process takes its time to end; nobody waits for it. */
+void WorkerPool::killSlowly(std::unique_ptr<Process> process)
+{
+    if (!process || !process->isRunning()) {
+        return;
+    }
+    m_ending.push_back(std::move(process));
+    const auto place = std::prev(m_ending.end());
+    (*place)->onEnd([this, place] { m_ending.erase(place); });
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Engine.h"
+#include "Worker.h"
+
+#include <pps/broker/Broker.h>
+
+#include <list>
+#include <memory>
+
+namespace voro::renderer {
+
+/** Starts the workers, keeps one of them spare, and passes on what they say. */
+class WorkerPool : public EngineSource,
+                   private pps::Service {
+public:
+    explicit WorkerPool(pps::Broker &broker);
+    ~WorkerPool() override;
+    WorkerPool(const WorkerPool &) = delete;
+    WorkerPool &operator=(const WorkerPool &) = delete;
+
+    /** Sees to it that there is a spare worker. */
+    void prepareSpare();
+    std::unique_ptr<Engine> start(EngineListener &listener) override;
+
+private:
+    class Lease;
+
+    void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
+    void clientMessage(pps::ClientId client, std::string_view text) override;
+    void clientClosed(pps::ClientId client) override;
+
+    std::shared_ptr<Worker> make();
+    std::shared_ptr<Worker> find(pps::ClientId client) const;
+    void died(Worker *worker);
+    void end(const std::shared_ptr<Worker> &worker);
+    void killSlowly(std::unique_ptr<Process> process);
+
+    pps::Broker &m_broker;
+    std::shared_ptr<Worker> m_spare;
+    QTimer m_spareTimer;
+    std::list<std::shared_ptr<Worker>> m_workers;
+    /** Killed ones that are still ending. */
+    std::list<std::unique_ptr<Process>> m_ending;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Gst.h"
+
+#include <atomic>
+#include <string_view>
+
+namespace voro::renderer {
+
+/**
+ * What a playbin gets as its audio sink: speed with the pitch kept, equalizer, volume and the sink itself, behind a
+ * gate.
+ *
+ * While the gate is closed decoded sound waits in front of the sink, so that the sink opens no stream at the sound
+ * server before there is something to play: a stream that waited there would sound late.
+ */
+class AudioBin {
+public:
+    /** The element message that the first decoded buffer behind a closed gate posts. */
+    static constexpr char DecodedMessage[] = "voro-decoded";
+
+    AudioBin();
+    AudioBin(const AudioBin &) = delete;
+    AudioBin &operator=(const AudioBin &) = delete;
+
+    GstElement *element() const { return m_bin.get(); }
+    /** Gives the bin, which must not be in use, a fresh sink; one that plays into nothing in real time when it shall
+        not be heard or there is no sound server. */
+    void resetSink(bool isAudible);
+
+    void closeGate();
+    void openGate();
+    bool isOpen() const { return m_gateProbe == 0; }
+
+    /** From 0 to 100. */
+    void setVolume(long percent);
+    void setPreset(std::string_view preset);
+
+    /** Whether an object is the sink or a part of it. */
+    bool isSink(GstObject *object) const;
+    /** The rate of the decoded sound in Hz, 0 while not known. */
+    int sampleRate() const;
+
+private:
+    static GstPadProbeReturn onDecoded(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    static GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+
+    Owned<GstElement> m_bin;
+    // Parts of the bin, owned by it.
+    GstElement *m_queue;
+    GstElement *m_equalizer;
+    GstElement *m_volume;
+    GstElement *m_last;
+    GstElement *m_sink = nullptr;
+    Owned<GstPad> m_gate;
+    Owned<GstPad> m_input;
+    gulong m_gateProbe = 0;
+    /** Read by streaming threads. */
+    std::atomic<bool> m_awaitsDecoded = false;
+};
+
+} // namespace voro::renderer

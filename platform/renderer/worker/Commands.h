@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Link.h"
+#include "Player.h"
+
+namespace voro::renderer {
+
+/** Passes the service's requests to the player and its answers and reports back. */
+class Commands {
+public:
+    /** False when the worker was not started by the daemon. */
+    bool start();
+
+private:
+    void handle(const pps::Message &message);
+    Result handleNow(const std::string &command, const pps::Message &message);
+    void open(const pps::Message &message);
+    void takeSettings(const pps::Message &message);
+    void reply(const std::string &command, int64_t id, const Result &result);
+
+    Link m_link;
+    Player m_player{{.event = [this](const std::string &lines) { m_link.send(lines); }}};
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <gst/gst.h>
+
+#include <memory>
+#include <string>
+
+/* Ownership of what GStreamer and GLib hand out. */
+
+namespace voro::renderer {
+
+struct Unref {
+    void operator()(GstElement *element) const { gst_object_unref(element); }
+    void operator()(GstPad *pad) const { gst_object_unref(pad); }
+    void operator()(GstBus *bus) const { gst_object_unref(bus); }
+    void operator()(GstPluginFeature *feature) const { gst_object_unref(feature); }
+    void operator()(GstMessage *message) const { gst_message_unref(message); }
+    void operator()(GstTagList *tags) const { gst_tag_list_unref(tags); }
+    void operator()(GstQuery *query) const { gst_query_unref(query); }
+    void operator()(GError *error) const { g_error_free(error); }
+    void operator()(char *text) const { g_free(text); }
+};
+
+template<typename Type>
+using Owned = std::unique_ptr<Type, Unref>;
+
+/** A timer or watch of the main loop that ends with its owner. */
+class Source {
+public:
+    Source() = default;
+    explicit Source(guint id) : m_id(id) {}
+    ~Source() { reset(); }
+    Source(const Source &) = delete;
+    Source &operator=(const Source &) = delete;
+
+    bool isActive() const { return m_id != 0; }
+    void reset(guint id = 0)
+    {
+        if (m_id != 0) {
+            g_source_remove(m_id);
+        }
+        m_id = id;
+    }
+    /** Its callback ended it. */
+    void forget() { m_id = 0; }
+
+private:
+    guint m_id = 0;
+};
+
+/** An element of a type that the installation has to have; ends the worker without it. */
+GstElement *makeElement(const char *type);
+
+} // namespace voro::renderer

@@ -1,0 +1,181 @@
+#include "Pipeline.h"
+
+#include <algorithm>
+
+namespace voro::renderer {
+
+namespace {
+
+/** The flags of a playbin: what of a medium is played and how. */
+enum PlayFlags : guint {
+    PlayAudio = 0x2,
+    /** Conversion and volume are done by our own bin. */
+    NativeAudio = 0x20,
+    BufferStreams = 0x100,
+};
+
+int64_t toMilliseconds(gint64 nanoseconds)
+{
+    return nanoseconds / static_cast<gint64>(GST_MSECOND);
+}
+
+} // namespace
+
+Pipeline::Pipeline(Events events)
+    : m_events(std::move(events)),
+      m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
+{
+    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "flags", PlayAudio | NativeAudio | BufferStreams,
+                 nullptr);
+    const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
+    m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
+}
+
+Pipeline::~Pipeline()
+{
+    gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
+}
+
+bool Pipeline::load(const std::string &uri, bool isAudible)
+{
+    unload();
+    m_audio.resetSink(isAudible);
+    m_audio.closeGate();
+    g_object_set(m_playbin.get(), "uri", uri.c_str(), nullptr);
+    return gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED) != GST_STATE_CHANGE_FAILURE;
+}
+
+void Pipeline::run()
+{
+    m_audio.openGate();
+    gst_element_set_state(m_playbin.get(), GST_STATE_PLAYING);
+}
+
+void Pipeline::hold()
+{
+    gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
+}
+
+void Pipeline::unload()
+{
+    gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
+    // What the old medium still had to say is not the new one's.
+    const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
+    gst_bus_set_flushing(bus.get(), TRUE);
+    gst_bus_set_flushing(bus.get(), FALSE);
+    m_rate = 1000;
+    m_seeking.reset();
+    m_next.reset();
+}
+
+bool Pipeline::seek(int64_t time, int rate)
+{
+    const Target target{time, rate};
+    if (m_seeking && m_audio.isOpen() && rate == m_rate) {
+        m_next = target;
+        return true;
+    }
+    return seekNow(target);
+}
+
+bool Pipeline::seekNow(const Target &target)
+{
+    const auto time = target.time * static_cast<gint64>(GST_MSECOND);
+    const bool isForward = target.rate > 0;
+    const bool isDone = gst_element_seek(m_playbin.get(), target.rate / 1000.0, GST_FORMAT_TIME,
+                                         static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE),
+                                         GST_SEEK_TYPE_SET, isForward ? time : 0, GST_SEEK_TYPE_SET,
+                                         isForward ? static_cast<gint64>(GST_CLOCK_TIME_NONE) : time);
+    if (isDone) {
+        m_rate = target.rate;
+        m_seeking = target;
+        m_next.reset();
+    }
+    return isDone;
+}
+
+void Pipeline::finishSeek()
+{
+    m_seeking.reset();
+    if (m_next) {
+        seekNow(*m_next);
+    }
+}
+
+int64_t Pipeline::position() const
+{
+    if (m_next || m_seeking) {
+        return m_next ? m_next->time : m_seeking->time;
+    }
+    gint64 position = 0;
+    gst_element_query_position(m_playbin.get(), GST_FORMAT_TIME, &position);
+    return std::max<int64_t>(0, toMilliseconds(position));
+}
+
+int64_t Pipeline::duration() const
+{
+    gint64 duration = 0;
+    gst_element_query_duration(m_playbin.get(), GST_FORMAT_TIME, &duration);
+    return std::max<int64_t>(0, toMilliseconds(duration));
+}
+
+bool Pipeline::isSeekable() const
+{
+    const Owned<GstQuery> query(gst_query_new_seeking(GST_FORMAT_TIME));
+    gboolean isSeekable = FALSE;
+    if (gst_element_query(m_playbin.get(), query.get())) {
+        gst_query_parse_seeking(query.get(), nullptr, &isSeekable, nullptr, nullptr);
+    }
+    return isSeekable;
+}
+
+gboolean Pipeline::onMessage(GstBus *, GstMessage *message, gpointer self)
+{
+    static_cast<Pipeline *>(self)->handle(message);
+    return G_SOURCE_CONTINUE;
+}
+
+void Pipeline::handle(GstMessage *message)
+{
+    switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_ELEMENT:
+        if (gst_message_has_name(message, AudioBin::DecodedMessage)) {
+            m_events.decoded();
+        }
+        break;
+    case GST_MESSAGE_EOS:
+        m_events.ended();
+        break;
+    case GST_MESSAGE_ERROR:
+        m_events.failed(toResult(message, m_audio.isSink(GST_MESSAGE_SRC(message))));
+        break;
+    case GST_MESSAGE_TAG: {
+        // The sink repeats what our bin has told already.
+        if (GST_MESSAGE_SRC(message) != GST_OBJECT(m_audio.element())) {
+            break;
+        }
+        GstTagList *tags = nullptr;
+        gst_message_parse_tag(message, &tags);
+        const Owned<GstTagList> owned(tags);
+        m_events.tagged(tags);
+        break;
+    }
+    case GST_MESSAGE_ASYNC_DONE:
+        finishSeek();
+        m_events.changed();
+        break;
+    case GST_MESSAGE_DURATION_CHANGED:
+        m_events.changed();
+        break;
+    case GST_MESSAGE_BUFFERING: {
+        gint percent = 0;
+        gst_message_parse_buffering(message, &percent);
+        m_events.buffering(percent);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,111 @@
+#include "Setup.h"
+
+#include "Gst.h"
+
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+
+namespace voro::renderer {
+
+namespace {
+
+/** In use order: what reads, what decodes, what plays. */
+constexpr const char *Common[] = {
+    "playbin",
+    "uridecodebin",
+    "decodebin",
+    "typefind",
+    "filesrc",
+    "wavparse",
+    "oggdemux",
+    "vorbisdec",
+    "opusdec",
+    "opusparse",
+    "flacparse",
+    "flacdec",
+    "id3demux",
+    "mpegaudioparse",
+    "mpg123audiodec",
+    "qtdemux",
+    "aacparse",
+    "matroskademux",
+    "queue",
+    "multiqueue",
+    "audioconvert",
+    "audioresample",
+    "scaletempo",
+    "equalizer-10bands",
+    "volume",
+    "pulsesink",
+    "fakesink",
+    "inputselector",
+    "streamsynchronizer",
+};
+
+std::string cacheFolder()
+{
+    const Owned<char> folder(g_build_filename(g_get_user_cache_dir(), "voro", nullptr));
+    g_mkdir_with_parents(folder.get(), 0700);
+    return folder.get();
+}
+
+/** A large library decodes what the small ones do not, and is loaded only then: its decoders come last, and it does
+    not help to find out what a medium is, for which it would be loaded every time. */
+void rankLast(const char *plugin)
+{
+    GstRegistry *registry = gst_registry_get();
+    GList *features = gst_registry_get_feature_list_by_plugin(registry, plugin);
+    for (GList *entry = features; entry; entry = entry->next) {
+        auto *feature = static_cast<GstPluginFeature *>(entry->data);
+        if (GST_IS_TYPE_FIND_FACTORY(feature)) {
+            gst_registry_remove_feature(registry, feature);
+        } else if (gst_plugin_feature_get_rank(feature) > GST_RANK_MARGINAL) {
+            gst_plugin_feature_set_rank(feature, GST_RANK_MARGINAL);
+        }
+    }
+    gst_plugin_feature_list_free(features);
+}
+
+} // namespace
+
+GstElement *makeElement(const char *type)
+{
+    GstElement *element = gst_element_factory_make(type, nullptr);
+    if (!element) {
+        std::fprintf(stderr, "voro-renderer: the GStreamer element %s is missing\n", type);
+        _exit(1);
+    }
+    return element;
+}
+
+void restrictProcess()
+{
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_CORE, &none);
+}
+
+void startGStreamer()
+{
+    setenv("GST_REGISTRY", (cacheFolder() + "/gstreamer-registry.bin").c_str(), 0);
+    gst_init(nullptr, nullptr);
+    gst_registry_fork_set_enabled(FALSE);
+}
+
+void warmUp()
+{
+    rankLast("libav");
+    for (const char *name : Common) {
+        const Owned<GstPluginFeature> feature(gst_registry_lookup_feature(gst_registry_get(), name));
+        if (feature) {
+            const Owned<GstPluginFeature> loaded(gst_plugin_feature_load(feature.get()));
+        }
+    }
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,49 @@
+#include "Media.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QProcess>
+
+namespace media {
+
+namespace {
+
+/** The encoder where the extension alone does not say which. */
+QStringList encoder(const QString &path)
+{
+    if (path.endsWith(QLatin1String(".ogg")) || path.endsWith(QLatin1String(".webm")))
+        return {"-c:a", "libvorbis"};
+    if (path.endsWith(QLatin1String(".opus")))
+        return {"-c:a", "libopus"};
+    if (path.endsWith(QLatin1String(".mkv")))
+        return {"-c:a", "flac"};
+    return {};
+}
+
+} // namespace
+
+QString makeTone(const QString &path, const Tone &tone)
+{
+    QStringList arguments = {
+        "-nostdin",
+        "-loglevel",
+        "error",
+        "-y",
+        "-f",
+        "lavfi",
+        "-i",
+        QStringLiteral("sine=frequency=%1:duration=%2:sample_rate=48000").arg(tone.frequency).arg(tone.seconds)};
+    arguments += {"-ac", QString::number(tone.channels), "-af", "volume=4"};
+    for (const QString &tag : tone.tags)
+        arguments += {"-metadata", tag};
+    arguments += encoder(path);
+    arguments += QStringLiteral("file:") + path;
+
+    QProcess ffmpeg;
+    ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    ffmpeg.start(QStringLiteral("ffmpeg"), arguments);
+    if (!ffmpeg.waitForFinished(60'000) || ffmpeg.exitStatus() != QProcess::NormalExit || ffmpeg.exitCode() != 0)
+        qFatal("The encoder failed for %s", qUtf8Printable(path));
+    return path;
+}
+
+} // namespace media

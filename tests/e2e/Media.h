@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+/* Media files made on the spot. */
+
+namespace media {
+
+struct Tone {
+    double frequency = 440; ///< Hz
+    double seconds = 1.0;
+    QStringList tags = {}; ///< "title=Some title"
+    int channels = 2;
+};
+
+/** Makes a file of a sine tone; its extension chooses the format. Returns the path; ends the test program when the
+    encoder fails. */
+QString makeTone(const QString &path, const Tone &tone = {});
+
+} // namespace media

@@ -1,0 +1,95 @@
+#include "PulseServer.h"
+
+#include "Tone.h"
+
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QDebug>
+#include <QtCore/QEventLoop>
+#include <QtCore/QFile>
+#include <QtCore/QFileSystemWatcher>
+#include <QtCore/QTimer>
+
+namespace {
+
+/** Waits until the server has made its socket. */
+bool waitForFile(const QString &folder, const QString &path)
+{
+    QFileSystemWatcher watcher({folder});
+    QEventLoop loop;
+    QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &loop, [&] {
+        if (QFile::exists(path))
+            loop.quit();
+    });
+    QTimer::singleShot(20'000, &loop, [&] { loop.exit(1); });
+    return QFile::exists(path) || loop.exec() == 0;
+}
+
+} // namespace
+
+PulseServer::PulseServer()
+{
+    const QString socket = m_folder.filePath(QStringLiteral("native"));
+    // Whatever the user has configured must not reach the test's server, nor the other way round.
+    qputenv("PULSE_RUNTIME_PATH", m_folder.path().toLocal8Bit());
+    qputenv("PULSE_STATE_PATH", m_folder.path().toLocal8Bit());
+    qputenv("PULSE_COOKIE", m_folder.filePath(QStringLiteral("cookie")).toLocal8Bit());
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    m_process.start(QStringLiteral("pulseaudio"),
+                    {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
+                     QStringLiteral("module-null-sink sink_name=null"), "-L",
+                     QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1").arg(socket)});
+    if (!m_process.waitForStarted() || !waitForFile(m_folder.path(), socket))
+        qFatal("No sound server: %s", m_process.readAll().constData());
+    qputenv("PULSE_SERVER", "unix:" + socket.toLocal8Bit());
+}
+
+PulseServer::~PulseServer()
+{
+    kill();
+}
+
+void PulseServer::kill()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+MonitorRecorder::MonitorRecorder()
+{
+    m_process.start(QStringLiteral("parec"), {"--device=null.monitor", "--format=s16le", "--rate=48000", "--channels=1",
+                                              "--latency-msec=10", "--raw"});
+    if (!m_process.waitForReadyRead(20'000))
+        qFatal("The monitor cannot be recorded: %s", m_process.readAllStandardError().constData());
+}
+
+MonitorRecorder::~MonitorRecorder()
+{
+    m_process.kill();
+    m_process.waitForFinished();
+}
+
+QByteArray MonitorRecorder::samples()
+{
+    m_samples += m_process.readAllStandardOutput();
+    return m_samples;
+}
+
+bool MonitorRecorder::waitForTone(double frequency, int milliseconds, int timeout)
+{
+    const QDeadlineTimer deadline(timeout);
+    const qsizetype wanted = qsizetype(milliseconds) * 48 * 2;
+    while (!deadline.hasExpired()) {
+        const QByteArray heard = samples();
+        if (heard.size() >= wanted) {
+            const QByteArray last = heard.last(wanted);
+            if (tone::firstSound(last) >= 0 && tone::share(last, frequency) > 0.9)
+                return true;
+        }
+        // The recorder's event loop is not the player's: the player goes on through it as well.
+        QEventLoop loop;
+        QObject::connect(&m_process, &QProcess::readyRead, &loop, &QEventLoop::quit);
+        QTimer::singleShot(deadline.remainingTime(), &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    return false;
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+
+/** A sound server of the test's own whose only sink, "null", plays into nothing in real time. */
+class PulseServer {
+public:
+    /** Starts the server and makes it the one that this process and its children play to. */
+    PulseServer();
+    ~PulseServer();
+
+    /** Kills the server. */
+    void kill();
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_process;
+};
+
+/** Records what the null sink plays, as 16-bit mono samples at 48 kHz. */
+class MonitorRecorder {
+public:
+    /** Returns when the recording runs. */
+    MonitorRecorder();
+    ~MonitorRecorder();
+
+    /** Reads on until the last `milliseconds` hold the tone as nearly all of their power, or the time is over. */
+    bool waitForTone(double frequency, int milliseconds, int timeout = 20'000);
+    QByteArray samples();
+
+private:
+    QProcess m_process;
+    QByteArray m_samples;
+};

@@ -1,0 +1,183 @@
+#include "Daemon.h"
+#include "Media.h"
+
+#include <multimedia/MediaPlayer.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QtTest>
+
+#include <csignal>
+
+using namespace voro::multimedia;
+
+namespace {
+
+/** The processes that the daemon started, by the parent that the system names for each. */
+QList<pid_t> workersOf(qint64 daemon)
+{
+    QList<pid_t> workers;
+    const QByteArray parent = "PPid:\t" + QByteArray::number(daemon) + '\n';
+    for (const QString &name : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
+        QFile status(QStringLiteral("/proc/%1/status").arg(name));
+        if (status.open(QFile::ReadOnly) && status.readAll().contains(parent))
+            workers << name.toInt();
+    }
+    return workers;
+}
+
+int openDescriptors(qint64 process)
+{
+    return int(QDir(QStringLiteral("/proc/%1/fd").arg(process)).count());
+}
+
+} // namespace
+
+/** What a player does when the processes that work for it end. */
+class tst_Faults : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void workerKilled_reportsAnError_andPlaysOn_data();
+    void workerKilled_reportsAnError_andPlaysOn();
+    void workerStopped_isTakenForDead();
+    void daemonKilled_commandsFail_andANewPlayerPlays();
+    void noDaemon_playerSaysSo();
+    void aThousandPlayers_leaveNothing();
+
+private:
+    /** Kills every worker of the daemon; the spare one cannot be told from the others. */
+    void killWorkers(int signal = SIGKILL)
+    {
+        for (const pid_t worker : workersOf(m_daemon->processId()))
+            ::kill(worker, signal);
+    }
+
+    std::unique_ptr<Daemon> m_daemon;
+    QTemporaryDir m_folder;
+    QUrl m_url;
+};
+
+void tst_Faults::initTestCase()
+{
+    qputenv("VORO_AUDIO_SINK", "fakesink sync=true");
+    m_url = QUrl::fromLocalFile(media::makeTone(m_folder.filePath("tone.ogg"), {.seconds = 60}));
+}
+
+void tst_Faults::init()
+{
+    m_daemon = std::make_unique<Daemon>();
+}
+
+void tst_Faults::cleanup()
+{
+    m_daemon.reset();
+}
+
+void tst_Faults::workerKilled_reportsAnError_andPlaysOn_data()
+{
+    QTest::addColumn<bool>("isPlaying");
+    QTest::newRow("prepared") << false;
+    QTest::newRow("playing") << true;
+}
+
+void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
+{
+    QFETCH(bool, isPlaying);
+    MediaPlayer player;
+    QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
+    QCOMPARE(player.setStatusInterval(50), MediaError::None);
+    QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+    QCOMPARE(player.prepare(), MediaError::None);
+    if (isPlaying) {
+        QCOMPARE(player.seekTime(10'000), MediaError::None);
+        QCOMPARE(player.play(), MediaError::None);
+        QTRY_VERIFY(player.position() > 10'200);
+    }
+    QTRY_VERIFY(player.duration() > 0);
+    killWorkers();
+    QVERIFY(errors.wait(5'000));
+    QCOMPARE(errors.count(), 1);
+    QCOMPARE(errors.first().first().value<MediaError::Type>(), MediaError::Internal);
+    QCOMPARE(errors.first().at(1).toUInt() > 10'000, isPlaying);
+    QCOMPARE(player.mediaState(), MediaState::Stopped);
+
+    // The next play goes on where it was, in another worker.
+    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
+    QCOMPARE(player.play(), MediaError::None);
+    QCOMPARE(player.mediaState(), MediaState::Started);
+    QTRY_VERIFY(positions.count() > 3);
+    QCOMPARE(player.position() > 10'000, isPlaying);
+    QCOMPARE(errors.count(), 1);
+}
+
+void tst_Faults::workerStopped_isTakenForDead()
+{
+    MediaPlayer player;
+    QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
+    QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    killWorkers(SIGSTOP);
+    QVERIFY(errors.wait(20'000));
+    QCOMPARE(player.play(), MediaError::None);
+}
+
+void tst_Faults::daemonKilled_commandsFail_andANewPlayerPlays()
+{
+    MediaPlayer player;
+    QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    const QList<pid_t> workers = workersOf(m_daemon->processId());
+    QVERIFY(!workers.isEmpty());
+    m_daemon->kill();
+    QCOMPARE(player.pause(), MediaError::Internal);
+    QCOMPARE(player.stop(), MediaError::Internal);
+    QCOMPARE(player.reset(), MediaError::Internal);
+    for (const pid_t worker : workers)
+        QTRY_VERIFY(::kill(worker, 0) != 0);
+
+    QVERIFY(m_daemon->start());
+    QCOMPARE(player.play(), MediaError::Internal);
+    MediaPlayer next;
+    QCOMPARE(next.setSourceUrl(m_url), MediaError::None);
+    QCOMPARE(next.play(), MediaError::None);
+    QTRY_VERIFY(next.duration() > 0);
+}
+
+void tst_Faults::noDaemon_playerSaysSo()
+{
+    QVERIFY(m_daemon->stop());
+    MediaPlayer player;
+    QCOMPARE(player.setSourceUrl(m_url), MediaError::InvalidState);
+    QCOMPARE(player.prepare(), MediaError::InvalidState);
+    QCOMPARE(player.play(), MediaError::InvalidState);
+    QCOMPARE(player.mediaState(), MediaState::Unprepared);
+}
+
+void tst_Faults::aThousandPlayers_leaveNothing()
+{
+    const auto churn = [this](int count) {
+        for (int i = 0; i < count; ++i) {
+            MediaPlayer player;
+            QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+            // Every tenth one takes a worker.
+            if (i % 10 == 0)
+                QCOMPARE(player.prepare(), MediaError::None);
+        }
+    };
+    churn(20);
+    QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
+    const int ours = openDescriptors(QCoreApplication::applicationPid());
+    const int theirs = openDescriptors(m_daemon->processId());
+    churn(1000);
+    QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
+    QCOMPARE(openDescriptors(QCoreApplication::applicationPid()), ours);
+    QTRY_COMPARE(openDescriptors(m_daemon->processId()), theirs);
+}
+
+QTEST_GUILESS_MAIN(tst_Faults)
+#include "tst_faults.moc"

@@ -1,0 +1,102 @@
+#include "Daemon.h"
+#include "Media.h"
+#include "PulseServer.h"
+#include "Tone.h"
+
+#include <multimedia/MediaPlayer.h>
+
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+using namespace voro::multimedia;
+
+/** Whether what is played really sounds, heard at the sound server. */
+class tst_Sound : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void play_soundsAtTheSink_data();
+    void play_soundsAtTheSink();
+    void preparedLongAgo_soundsAtOnce();
+    void pause_silences_andPlayGoesOn();
+    void volume_changesLevel();
+
+private:
+    PulseServer m_server;
+    Daemon m_daemon;
+    QTemporaryDir m_folder;
+};
+
+void tst_Sound::initTestCase()
+{
+    QVERIFY(m_folder.isValid());
+}
+
+void tst_Sound::play_soundsAtTheSink_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : {"tone.wav", "tone.ogg", "tone.mp3", "tone.m4a"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void tst_Sound::play_soundsAtTheSink()
+{
+    QFETCH(QString, name);
+    const QString path = media::makeTone(m_folder.filePath(name), {.frequency = 880, .seconds = 10});
+    MonitorRecorder recorder;
+    MediaPlayer player;
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    QVERIFY(recorder.waitForTone(880, 300));
+}
+
+void tst_Sound::preparedLongAgo_soundsAtOnce()
+{
+    // A stream that is opened at the sound server long before it plays may start late by that time.
+    const QString path = media::makeTone(m_folder.filePath("prepared.wav"), {.frequency = 700, .seconds = 10});
+    MediaPlayer player;
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+    QCOMPARE(player.prepare(), MediaError::None);
+    MonitorRecorder recorder;
+    QTRY_VERIFY(recorder.samples().size() > 2 * 48'000 * 2);
+    QVERIFY(tone::firstSound(recorder.samples()) < 0);
+
+    const qsizetype before = recorder.samples().size();
+    QCOMPARE(player.play(), MediaError::None);
+    QVERIFY(recorder.waitForTone(700, 100));
+    const qsizetype silence = tone::firstSound(recorder.samples().mid(before));
+    QVERIFY2(silence >= 0 && silence < 48'000, qPrintable(QString::number(silence)));
+}
+
+void tst_Sound::pause_silences_andPlayGoesOn()
+{
+    const QString path = media::makeTone(m_folder.filePath("pause.wav"), {.frequency = 600, .seconds = 30});
+    MonitorRecorder recorder;
+    MediaPlayer player;
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    QVERIFY(recorder.waitForTone(600, 200));
+    QCOMPARE(player.pause(), MediaError::None);
+    QTRY_VERIFY(tone::firstSound(recorder.samples().last(48'000)) < 0);
+    QCOMPARE(player.play(), MediaError::None);
+    QVERIFY(recorder.waitForTone(600, 200));
+}
+
+void tst_Sound::volume_changesLevel()
+{
+    const QString path = media::makeTone(m_folder.filePath("volume.wav"), {.frequency = 500, .seconds = 30});
+    MonitorRecorder recorder;
+    MediaPlayer player;
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    QVERIFY(recorder.waitForTone(500, 200));
+    const auto isLouderThan = [&recorder](int level) {
+        return tone::firstSound(recorder.samples().last(9'600), level) >= 0;
+    };
+    QVERIFY(isLouderThan(8'000));
+    QCOMPARE(player.setVolume(0.1), MediaError::None);
+    QTRY_VERIFY(!isLouderThan(4'000) && isLouderThan(300));
+}
+
+QTEST_GUILESS_MAIN(tst_Sound)
+#include "tst_sound.moc"
