@@ -1,0 +1,60 @@
+#include "SignalLog.h"
+
+#include <QtCore/QDebug>
+#include <QtCore/QMetaEnum>
+#include <QtCore/QUrl>
+#include <QtCore/QVariant>
+
+namespace {
+
+QString debugText(const QVariant &value)
+{
+    QString text;
+    QDebug(&text).nospace().noquote() << value;
+    // Without the frame "QVariant(TYPE, …)" that Qt puts around it.
+    const qsizetype comma = text.indexOf(QLatin1String(", "));
+    return comma < 0 ? text : text.mid(comma + 2).chopped(1);
+}
+
+QString shown(const QMetaType &type, const void *argument)
+{
+    if (type == QMetaType::fromType<QVariant>()) {
+        const auto &value = *static_cast<const QVariant *>(argument);
+        return QLatin1String(value.metaType().name()) + QLatin1Char(' ') + value.toString();
+    }
+    if (type.flags().testFlag(QMetaType::IsEnumeration)) {
+        const QMetaEnum enumeration = type.metaObject()->enumerator(type.metaObject()->indexOfEnumerator("Type"));
+        return QLatin1String(enumeration.valueToKey(*static_cast<const int *>(argument)));
+    }
+    const QVariant value(type, argument);
+    return value.canConvert<QString>() ? value.toString() : debugText(value);
+}
+
+} // namespace
+
+SignalLog::SignalLog(QObject *sender, QStringList &trace) : m_trace(trace)
+{
+    const QMetaObject &metaObject = *sender->metaObject();
+    for (int i = QObject::staticMetaObject.methodCount(); i < metaObject.methodCount(); ++i) {
+        const QMetaMethod method = metaObject.method(i);
+        if (method.methodType() != QMetaMethod::Signal)
+            continue;
+        QMetaObject::connect(sender, i, this, QObject::staticMetaObject.methodCount() + int(m_signals.size()),
+                             Qt::DirectConnection);
+        m_signals += method;
+    }
+}
+
+int SignalLog::qt_metacall(QMetaObject::Call call, int id, void **arguments)
+{
+    id = QObject::qt_metacall(call, id, arguments);
+    if (id < 0 || call != QMetaObject::InvokeMetaMethod)
+        return id;
+    const QMetaMethod &method = m_signals.at(id);
+    QStringList values;
+    for (int i = 0; i < method.parameterCount(); ++i)
+        values += shown(method.parameterMetaType(i), arguments[i + 1]);
+    m_trace +=
+        QString::fromLatin1(method.name()) + QLatin1Char('(') + values.join(QLatin1String(", ")) + QLatin1Char(')');
+    return -1;
+}

@@ -1,0 +1,314 @@
+#include "LogCatcher.h"
+#include "private/Logger.h"
+#include "private/MediaUtils.h"
+
+#include <multimedia/AudioChannelConfiguration.h>
+#include <multimedia/AudioOutput.h>
+#include <multimedia/BufferStatus.h>
+#include <multimedia/DeviceMode.h>
+#include <multimedia/EqualizerPreset.h>
+#include <multimedia/MediaError.h>
+#include <multimedia/MediaKey.h>
+#include <multimedia/MediaKeyNotification.h>
+#include <multimedia/MediaState.h>
+#include <multimedia/MetaData.h>
+#include <multimedia/OverlayStyle.h>
+#include <multimedia/PriorityLevel.h>
+#include <multimedia/RepeatMode.h>
+#include <multimedia/ShuffleMode.h>
+#include <multimedia/SystemSound.h>
+#include <multimedia/VideoOutput.h>
+
+#include <QtCore/QSet>
+#include <QtCore/QThread>
+#include <QtTest/QtTest>
+
+#include <memory>
+
+using namespace voro::multimedia;
+
+namespace {
+QString obfuscated;
+}
+
+/** Stands in front of the system's function: notes what it was given and hides it behind a star. */
+extern "C" int slog2_obfuscate(int flags, int separator, int reserved, const char *text, size_t size, char *output)
+{
+    obfuscated = QStringLiteral("%1 %2 %3 %4 %5").arg(flags).arg(separator).arg(reserved).arg(text).arg(size);
+    if (std::strcmp(text, "unreadable") == 0)
+        return EINVAL;
+    std::strcpy(output, "*");
+    return 0;
+}
+
+class FoundationTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void enumeration_hasNamesAndNumbers_data();
+    void enumeration_hasNamesAndNumbers();
+    void metaDataKey_isWhatOtherProcessesExpect_data();
+    void metaDataKey_isWhatOtherProcessesExpect();
+    void debugLog_isRequested_onlyByExactlyOne_data();
+    void debugLog_isRequested_onlyByExactlyOne();
+    void debugLog_staysOff_whenRequestedAfterLoading();
+    void prettyFunction_givesClassAndMethod_data();
+    void prettyFunction_givesClassAndMethod();
+    void obfuscatePath_givesWhatTheSystemMakes_orNothing();
+    void url_isObfuscated_whenItIsLocal_data();
+    void url_isObfuscated_whenItIsLocal();
+    void uniqueId_holdsProcessAndNumber_data();
+    void uniqueId_holdsProcessAndNumber();
+    void uniqueIds_differ_whenThreadsAskAtOnce();
+};
+
+namespace {
+
+template<typename Enumeration>
+void enumerationRow(const char *expected)
+{
+    const QMetaEnum enumeration = QMetaEnum::fromType<Enumeration>();
+    QStringList found;
+    for (int i = 0; i < enumeration.keyCount(); ++i)
+        found += QStringLiteral("%1 %2").arg(QLatin1String(enumeration.key(i))).arg(enumeration.value(i));
+    const QByteArray scope = enumeration.scope();
+    QTest::newRow(scope.constData()) << scope << QByteArray(enumeration.name()) << enumeration.isFlag()
+                                     << found.join(QLatin1String(", ")) << QString::fromLatin1(expected);
+}
+
+} // namespace
+
+void FoundationTest::enumeration_hasNamesAndNumbers_data()
+{
+    QTest::addColumn<QByteArray>("scope");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<bool>("isFlag");
+    QTest::addColumn<QString>("found");
+    QTest::addColumn<QString>("expected");
+
+    enumerationRow<MediaError::Type>(
+        "None 0, Internal 1, InvalidParameter 2, InvalidState 3, UnsupportedValue 4, UnsupportedMediaType 5, "
+        "UnsupportedOperation 7, Read 8, Write 9, SourceUnavailable 10, ResourceCorrupted 11, OutputUnavailable 12, "
+        "OutOfMemory 13, ResourceUnavailable 14, Permission 32, CommandFailed 33");
+    enumerationRow<MediaState::Type>("Unprepared 0, Prepared 1, Started 2, Paused 3, Stopped 4");
+    enumerationRow<BufferStatus::Type>("Idle 0, Buffering 1, Playing 2");
+    enumerationRow<RepeatMode::Type>("None 0, Track 1, All 2, Unsupported 3");
+    enumerationRow<ShuffleMode::Type>("Unsupported 0, Off 1, All 2");
+    enumerationRow<EqualizerPreset::Type>(
+        "Off 0, Airplane 1, BassBoost 2, TrebleBoost 3, VoiceBoost 4, BassLower 5, TrebleLower 6, VoiceLower 7, "
+        "Acoustic 8, Dance 9, Electronic 10, HipHop 11, Jazz 12, Lounge 13, Piano 14, RhythmAndBlues 15, Rock 16, "
+        "SpokenWord 17");
+    enumerationRow<AudioOutput::Type>("None 0, Default 1");
+    enumerationRow<VideoOutput::Type>("None 0, PrimaryDisplay 1, SecondaryDisplay 2");
+    enumerationRow<AudioChannelConfiguration::Type>("Default 0, Mono 1, Stereo 2");
+    enumerationRow<DeviceMode::Type>("Playback 0, Capture 1");
+    enumerationRow<OverlayStyle::Type>("Plain 0, Fancy 1");
+    enumerationRow<PriorityLevel::Type>("Low 0, High 1");
+    enumerationRow<MediaKey::Type>("None 0, FastForward 1, Pause 2, Play 3, PlayPause 4, Rewind 5, Stop 6, "
+                                   "VolumeDown 7, VolumeUp 8, Previous 9, Next 10");
+    enumerationRow<MediaKeyNotification::Type>("Clicked 0, Threshold 1");
+    enumerationRow<SystemSound::Type>(
+        "None 0, BatteryAlarm 1, BrowserStartEvent 2, CameraShutterEvent 3, DeviceLockEvent 4, DeviceUnlockEvent 5, "
+        "DeviceTetherEvent 6, DeviceUntetherEvent 7, GeneralNotification 8, InputKeypress 9, RecordingStartEvent 10, "
+        "RecordingStopEvent 11, SapphireNotification 12, SystemMasterVolumeReference 13, VideoCallEvent 14, "
+        "VideoCallOutgoingEvent 15, CameraBurstEvent 16");
+}
+
+void FoundationTest::enumeration_hasNamesAndNumbers()
+{
+    QFETCH(QByteArray, scope);
+    QFETCH(QByteArray, name);
+    QFETCH(bool, isFlag);
+    QFETCH(QString, found);
+    QFETCH(QString, expected);
+    QVERIFY2(scope.startsWith("voro::multimedia::"), scope.constData());
+    QCOMPARE(name, QByteArray("Type"));
+    QVERIFY(!isFlag);
+    QCOMPARE(found, expected);
+}
+
+void FoundationTest::metaDataKey_isWhatOtherProcessesExpect_data()
+{
+    QTest::addColumn<QByteArray>("key");
+    const std::pair<const char *, const char *> rows[] = {
+        {MetaData::Title, "title"},
+        {MetaData::Artist, "artist"},
+        {MetaData::Album, "album"},
+        {MetaData::Composer, "composer"},
+        {MetaData::Genre, "genre"},
+        {MetaData::Year, "year"},
+        {MetaData::Track, "track"},
+        {MetaData::Disc, "disc"},
+        {MetaData::Duration, "duration"},
+        {MetaData::Description, "description"},
+        {MetaData::Uri, "uri"},
+        {MetaData::ArtworkUri, "artwork_uri"},
+        {MetaData::BitRate, "bit_rate"},
+        {MetaData::SampleRate, "sample_rate"},
+        {MetaData::Width, "width"},
+        {MetaData::Height, "height"},
+        {MetaData::PixelWidth, "pixel_width"},
+        {MetaData::PixelHeight, "pixel_height"},
+        {MetaData::Seekable, "seekable"},
+        {MetaData::Orientation, "orientation"},
+        {MetaData::Latitude, "latitute"},
+        {MetaData::Longitude, "longitute"},
+        {MetaData::Shutter, "shutter"},
+        {MetaData::Aperture, "aperture"},
+        {MetaData::FocalLength, "focal_length"},
+        {MetaData::ISO, "iso"},
+    };
+    for (const auto &[key, expected] : rows)
+        QTest::newRow(expected) << QByteArray(key);
+}
+
+void FoundationTest::metaDataKey_isWhatOtherProcessesExpect()
+{
+    QFETCH(QByteArray, key);
+    QCOMPARE(key, QByteArray(QTest::currentDataTag()));
+}
+
+void FoundationTest::debugLog_isRequested_onlyByExactlyOne_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<bool>("requested");
+    QTest::newRow("one") << QByteArray("1") << true;
+    QTest::newRow("zero") << QByteArray("0") << false;
+    QTest::newRow("empty") << QByteArray("") << false;
+    QTest::newRow("word") << QByteArray("true") << false;
+    QTest::newRow("leading zero") << QByteArray("01") << false;
+    QTest::newRow("trailing blank") << QByteArray("1 ") << false;
+}
+
+void FoundationTest::debugLog_isRequested_onlyByExactlyOne()
+{
+    QFETCH(QByteArray, value);
+    qputenv("VOROMULTIMEDIA_LOG_DEBUG", value);
+    QTEST(isDebugLogRequested(), "requested");
+    qunsetenv("VOROMULTIMEDIA_LOG_DEBUG");
+    QVERIFY(!isDebugLogRequested());
+}
+
+void FoundationTest::debugLog_staysOff_whenRequestedAfterLoading()
+{
+    qputenv("VOROMULTIMEDIA_LOG_DEBUG", "1");
+    voro::test::LogCatcher log;
+    MediaUtils::instance()->generateUniqueId();
+    QCOMPARE(log.takeLines(), QStringList());
+    qunsetenv("VOROMULTIMEDIA_LOG_DEBUG");
+}
+
+void FoundationTest::prettyFunction_givesClassAndMethod_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("method") << QByteArray("void voro::multimedia::MediaPlayer::play()")
+                            << QStringLiteral("MediaPlayer::play");
+    QTest::newRow("static") << QByteArray("static void voro::multimedia::SystemSound::play(voro::multimedia::"
+                                          "SystemSound::Type)")
+                            << QStringLiteral("SystemSound::play");
+    QTest::newRow("destructor") << QByteArray("virtual voro::multimedia::SystemSoundPrivate::~SystemSoundPrivate()")
+                                << QStringLiteral("SystemSoundPrivate::~SystemSoundPrivate");
+    QTest::newRow("in a namespace") << QByteArray("QSharedPointer<char> voro::multimedia::obfuscatePath(const char*, "
+                                                  "int)")
+                                    << QStringLiteral("multimedia::obfuscatePath");
+    QTest::newRow("free") << QByteArray("int main(int, char**)") << QStringLiteral("main");
+    QTest::newRow("without a type") << QByteArray("Player::Player()") << QStringLiteral("Player::Player");
+    QTest::newRow("three colons") << QByteArray(":::name()") << QStringLiteral("::name");
+    QTest::newRow("no parenthesis") << QByteArray("void name") << QStringLiteral("nam");
+    QTest::newRow("empty") << QByteArray("") << QString();
+}
+
+void FoundationTest::prettyFunction_givesClassAndMethod()
+{
+    QFETCH(QByteArray, text);
+    QTEST(prettyFunction(text.constData()), "expected");
+}
+
+void FoundationTest::obfuscatePath_givesWhatTheSystemMakes_orNothing()
+{
+    voro::test::LogCatcher log;
+    QCOMPARE(QByteArray(obfuscatePath("/a/b.ogg", 9).data()), QByteArray("*"));
+    QCOMPARE(obfuscated, QStringLiteral("0 46 0 /a/b.ogg 9"));
+    QCOMPARE(QByteArray(obfuscatePath(nullptr, 10).data()), QByteArray());
+    QCOMPARE(QByteArray(obfuscatePath("/a", 0).data()), QByteArray());
+    QCOMPARE(QByteArray(obfuscatePath("/a", -1).data()), QByteArray());
+    QCOMPARE(log.takeLines(), QStringList());
+
+    QCOMPARE(QByteArray(obfuscatePath("unreadable", 11).data()), QByteArray());
+    QCOMPARE(log.takeLines(),
+             QStringList(QStringLiteral("C multimedia::obfuscatePath: Path obfuscation failed at slog2 API")));
+}
+
+void FoundationTest::url_isObfuscated_whenItIsLocal_data()
+{
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<QString>("logged");
+    QTest::addColumn<QString>("arguments");
+    QTest::newRow("file") << "file:///a.ogg"
+                          << "*"
+                          << "0 46 0 file:///a.ogg 14";
+    QTest::newRow("asset") << "asset:///a.ogg"
+                           << "*"
+                           << "0 46 0 asset:///a.ogg 15";
+    QTest::newRow("path") << "/a.ogg"
+                          << "*"
+                          << "0 46 0 /a.ogg 7";
+    QTest::newRow("remote") << "http://host/a.ogg"
+                            << "\"http://host/a.ogg\""
+                            << "";
+}
+
+void FoundationTest::url_isObfuscated_whenItIsLocal()
+{
+    QFETCH(QString, url);
+    obfuscated.clear();
+    QString logged;
+    QDebug(&logged).nospace() << LoggedUrl(QUrl(url));
+    QTEST(logged, "logged");
+    QTEST(obfuscated, "arguments");
+}
+
+void FoundationTest::uniqueId_holdsProcessAndNumber_data()
+{
+    QTest::addColumn<int>("process");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("first") << 0x1234 << 0 << QStringLiteral("73ek0voxs");
+    QTest::newRow("second") << 0x1234 << 1 << QStringLiteral("73ek0voxt");
+    QTest::newRow("last before the sign") << 1 << 0x7fffffff << QString::number(0x17fffffffULL, 36);
+    QTest::newRow("the sign covers the process")
+        << 0x1234 << std::numeric_limits<int>::min() << QString::number(0xffffffff80000000ULL, 36);
+}
+
+void FoundationTest::uniqueId_holdsProcessAndNumber()
+{
+    QFETCH(int, process);
+    QFETCH(int, number);
+    QTEST(MediaUtils::toIdentifier(process, number), "expected");
+}
+
+void FoundationTest::uniqueIds_differ_whenThreadsAskAtOnce()
+{
+    constexpr int count = 500;
+    QStringList found[2];
+    std::unique_ptr<QThread> threads[2];
+    for (int i = 0; i < 2; ++i) {
+        threads[i].reset(QThread::create([&ids = found[i]] {
+            for (int n = 0; n < count; ++n)
+                ids += MediaUtils::instance()->generateUniqueId();
+        }));
+        threads[i]->start();
+    }
+    for (const auto &thread : threads)
+        thread->wait();
+    const QStringList all = found[0] + found[1];
+    QCOMPARE(QSet<QString>(all.begin(), all.end()).size(), 2 * count);
+    // Process and number, nothing else.
+    bool ok = false;
+    QCOMPARE(qint64(all.first().toULongLong(&ok, 36) >> 32), QCoreApplication::applicationPid());
+    QVERIFY(ok);
+}
+
+QTEST_GUILESS_MAIN(FoundationTest)
+#include "tst_foundation.moc"

@@ -1,0 +1,390 @@
+#include "PlayerFixture.h"
+#include "private/Logger.h"
+#include "RuntimeBroker.h"
+
+#include <QtCore/QMetaProperty>
+#include <QtTest/QtTest>
+
+#include <cmath>
+#include <memory>
+
+using namespace voro::multimedia;
+
+using P = MediaPlayer;
+using N = MmrContextNotifier;
+
+class MediaPlayerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void command_data();
+    void command() { tryPlayerRow(); }
+    void failingCommand_data();
+    void failingCommand() { tryPlayerRow(); }
+    void speed_data();
+    void speed() { tryPlayerRow(); }
+    void medium_data();
+    void medium() { tryPlayerRow(); }
+    void seeking_data();
+    void seeking() { tryPlayerRow(); }
+    void report_data();
+    void report() { tryPlayerRow(); }
+
+    void playback_isFollowed_throughTheRenderersObjects();
+    void construction_makesANamedContext_andDestructionRemovesIt();
+    void inputCandidates_followTheKindOfUrl_data();
+    void inputCandidates_followTheKindOfUrl();
+    void everyCommand_isRefused_withoutAContext_data();
+    void everyCommand_isRefused_withoutAContext();
+    void property_notifiesThroughTheRightSignal_data();
+    void property_notifiesThroughTheRightSignal();
+    void property_ofQml_isReadAndWrittenThroughVariants();
+};
+
+void MediaPlayerTest::command_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const QString toPrepared = prepareCalls + "; mediaStateChanged(Prepared)";
+    const auto halfSpeed = after(started, reported(&N::speedChanged, 500));
+
+    playerRow("prepare", withSource, call(&P::prepare), toPrepared + "; mediaState=Prepared");
+    playerRow("prepare, prepared", prepared, call(&P::prepare), "");
+    playerRow("prepare after a reset", after(prepared, call(&P::reset)), call(&P::prepare),
+              "mmr_output_attach audio:default audio; mmr_output_parameters 1 volume=100; "
+              "mmr_track_parameters 0 subpicture_index=0; mmr_input_attach file:///music/a.ogg playlist; "
+              "mmr_track_parameters 0; mmr_input_parameters; mediaStateChanged(Prepared); mediaState=Prepared");
+    playerRow("play, unprepared", withSource, call(&P::play),
+              toPrepared + "; mmr_speed_set 1000; mmr_play; mmr_play; mediaStateChanged(Started); mediaState=Started");
+    playerRow("play, started", started, call(&P::play), "mmr_speed_set 1000");
+    playerRow("play, stopped", after(started, call(&P::stop)), call(&P::play),
+              "mmr_speed_set 1000; mmr_play; mmr_play; mediaStateChanged(Started); mediaState=Started");
+    playerRow("play, paused at half the speed", after(halfSpeed, call(&P::pause)), call(&P::play),
+              "mmr_speed_set 500; mediaStateChanged(Started); speedChanged(0.5); speed=0.5; mediaState=Started");
+    playerRow("pause, unprepared", withSource, call(&P::pause),
+              toPrepared
+                  + "; mmr_speed_set 0; mmr_play; speedChanged(0); mediaStateChanged(Paused); speed=0; "
+                    "mediaState=Paused");
+    playerRow("pause, started", started, call(&P::pause),
+              "mmr_speed_set 0; mediaStateChanged(Paused); speedChanged(0); speed=0; mediaState=Paused");
+    playerRow("pause, stopped", after(started, call(&P::stop)), call(&P::pause), "mmr_speed_set 0; mmr_play");
+    playerRow("stop, unprepared", newPlayer, call(&P::stop), "-> InvalidState");
+    playerRow("stop, prepared", prepared, call(&P::stop), "mmr_stop; mediaStateChanged(Stopped); mediaState=Stopped");
+    playerRow("stop, stopped", after(prepared, call(&P::stop)), call(&P::stop), "mmr_stop");
+    playerRow("reset, unprepared", newPlayer, call(&P::reset), "");
+    playerRow("reset, with all outputs", startedWithVideo, call(&P::reset),
+              "mmr_stop; mmr_input_detach; mmr_output_detach 0; mmr_output_detach 1; mmr_output_detach 2; "
+              "mmr_track_parameters 1 subpicture_index=0; trackChanged(1); trackChanged(uint 1); "
+              "mediaStateChanged(Unprepared); mediaState=Unprepared");
+}
+
+void MediaPlayerTest::failingCommand_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    // How far the command gets when a function of the renderer fails.
+    const auto failed = [](const char *name, const Preparation &given, const Action &act, const char *function,
+                           const QString &calls) {
+        playerRow(name, after(given, failing(function, MediaError::Read)), act, calls + "; -> Read");
+    };
+    const auto prepareCallsUpTo = [](int count) { return prepareCalls.section("; ", 0, count - 1); };
+    failed("prepare, audio output", withSource, call(&P::prepare), "mmr_output_attach", prepareCallsUpTo(1));
+    failed("prepare, audio parameters", withSource, call(&P::prepare), "mmr_output_parameters", prepareCallsUpTo(2));
+    failed("prepare, input", withSource, call(&P::prepare), "mmr_input_attach", prepareCallsUpTo(5));
+    failed("prepare, repeat mode", withSource, call(&P::prepare), "mmr_input_parameters", prepareCalls);
+    failed("play, prepare", withSource, call(&P::play), "mmr_input_attach", prepareCallsUpTo(5));
+    failed("play, speed", prepared, call(&P::play), "mmr_speed_set", "mmr_speed_set 1000");
+    failed("play, start", prepared, call(&P::play), "mmr_play", "mmr_speed_set 1000; mmr_play");
+    failed("pause, prepare", withSource, call(&P::pause), "mmr_input_attach", prepareCallsUpTo(5));
+    failed("pause, speed", started, call(&P::pause), "mmr_speed_set", "mmr_speed_set 0");
+    failed("stop", started, call(&P::stop), "mmr_stop", "mmr_stop");
+    failed("reset, stop", started, call(&P::reset), "mmr_stop", "mmr_stop");
+    failed("reset, input", started, call(&P::reset), "mmr_input_detach", "mmr_stop; mmr_input_detach");
+    failed("reset, output", started, call(&P::reset), "mmr_output_detach",
+           "mmr_stop; mmr_input_detach; mmr_output_detach 0");
+
+    playerRow("a failed command's own error is the result",
+              after(started, failing("mmr_stop", MediaError::CommandFailed, MediaError::OutputUnavailable)),
+              call(&P::stop), "mmr_stop; -> OutputUnavailable");
+    playerRow("without an error record nothing has changed",
+              after(started, [](PlayerFixture &f) { f.renderer.failWithoutRecord("mmr_stop"); }), call(&P::stop),
+              "mmr_stop");
+    playerRow("outputs stay attached after a failed prepare",
+              after(withSource, failing("mmr_input_attach", MediaError::Read), call(&P::prepare),
+                    [](PlayerFixture &f) { f.renderer.succeed("mmr_input_attach"); }),
+              call(&P::prepare), prepareCalls.section("; ", 1) + "; mediaStateChanged(Prepared); mediaState=Prepared");
+}
+
+void MediaPlayerTest::speed_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto speed = [](double factor) { return call(&P::setSpeed, factor); };
+    playerRow("unprepared", newPlayer, speed(2.0), "mmr_speed_set 2000");
+    playerRow("started: the renderer's report tells", started, speed(0.5), "mmr_speed_set 500");
+    playerRow("prepared: starts", prepared, speed(1.0), "mmr_speed_set 1000; mmr_play");
+    playerRow("paused", after(started, call(&P::pause)), speed(2.0),
+              "mmr_speed_set 2000; mediaStateChanged(Started); speedChanged(2); speed=2; mediaState=Started");
+    playerRow("refused", after(started, failing("mmr_speed_set", MediaError::UnsupportedValue)), speed(-1.0),
+              "mmr_speed_set -1000; -> UnsupportedValue");
+    playerRow("truncated", started, speed(1.9999), "mmr_speed_set 1999");
+    playerRow("truncated toward zero", started, speed(-1.9999), "mmr_speed_set -1999");
+    playerRow("beyond all numbers", started, speed(1e300), "mmr_speed_set 2147483647");
+    playerRow("no number", started, speed(std::nan("")),
+              "mmr_speed_set 0; mediaStateChanged(Paused); speedChanged(0); speed=0; mediaState=Paused");
+    playerRow("reported", started, reported(&N::speedChanged, 2000), "speedChanged(2); speed=2");
+    playerRow("reported as 0 while stopped: not stored", after(started, call(&P::stop)), reported(&N::speedChanged, 0),
+              "speedChanged(0)");
+}
+
+void MediaPlayerTest::medium_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto set = call(&P::setSourceUrl, QUrl(QStringLiteral("http://host/b.ogg")));
+    playerRow("new player", newPlayer, set,
+              "mmr_input_detach; sourceUrlChanged(http://host/b.ogg); sourceUrl=http://host/b.ogg");
+    playerRow("while playing", started, set,
+              "mmr_input_detach; " + unprepared
+                  + "; sourceUrlChanged(http://host/b.ogg); sourceUrl=http://host/b.ogg; mediaState=Unprepared");
+    playerRow("the same while playing", started, call(&P::setSourceUrl, QUrl(QStringLiteral("file:///music/a.ogg"))),
+              "");
+    playerRow("refused", after(started, failing("mmr_input_detach", MediaError::Permission)), set,
+              "mmr_input_detach; -> Permission");
+    playerRow("prepared again with its outputs", after(started, set), call(&P::prepare),
+              "mmr_output_parameters 0 volume=100; mmr_input_parameters subpicture_index=0; "
+              "mmr_input_attach http://host/b.ogg autolist; mmr_track_parameters 0; mmr_input_parameters; "
+              "mediaStateChanged(Prepared); mediaState=Prepared");
+}
+
+void MediaPlayerTest::seeking_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto onTrack2 = after(started, reported(&N::trackChanged, 2u));
+    const auto ofDuration1001 = after(started, reported(&N::durationChanged, 1001u));
+    playerRow("track and position", started, call(&P::seek, 3u, 1500u),
+              "mmr_seek 3:1500; trackChanged(3); trackChanged(uint 3); track=3");
+    playerRow("the renderer's own report says nothing new", after(started, call(&P::seek, 2u, 0u)),
+              reported(&N::trackChanged, 2u), "");
+    playerRow("track", started, call(&P::seekTrack, 2u),
+              "mmr_seek 2:0; trackChanged(2); trackChanged(uint 2); track=2");
+    // The parameters that the track has go first.
+    playerRow("position", onTrack2, call(&P::seekTime, 700u),
+              "mmr_track_parameters 2; mmr_seek 2:700; trackChanged(2); trackChanged(uint 2)");
+    playerRow("fraction", ofDuration1001, call(&P::seekPercent, 0.5),
+              "mmr_seek 1:500; trackChanged(1); trackChanged(uint 1)");
+    playerRow("negative fraction", ofDuration1001, call(&P::seekPercent, -0.5),
+              "mmr_seek 1:0; trackChanged(1); trackChanged(uint 1)");
+    playerRow("endless fraction", ofDuration1001, call(&P::seekPercent, 1e30),
+              "mmr_seek 1:4294967295; trackChanged(1); trackChanged(uint 1)");
+    playerRow("next", onTrack2, call(&P::nextTrack), "mmr_seek 3:0; trackChanged(3); trackChanged(uint 3); track=3");
+    playerRow("previous on the first", after(started, failing("mmr_seek", MediaError::InvalidParameter)),
+              call(&P::previousTrack), "mmr_seek 0:0; -> InvalidParameter");
+}
+
+void MediaPlayerTest::report_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto paused = after(started, call(&P::pause));
+    const auto stopped = after(started, call(&P::stop));
+    const QVariantMap metaData{{QStringLiteral("title"), QStringLiteral("T")}};
+    const auto known =
+        after(started, reported(&N::durationChanged, 900u), reported(&N::seekableChanged, true),
+              reported(&N::bufferStatusChanged, BufferStatus::Playing), reported(&N::metaDataChanged, metaData),
+              reported(&N::positionChanged, 80u), reported(&N::videoDimensionsChanged, QSize(4, 3)));
+
+    playerRow("playing", prepared, reported(&N::playing), "mediaStateChanged(Started); mediaState=Started");
+    playerRow("playing already", started, reported(&N::playing), "");
+    playerRow("paused", started, reported(&N::paused), "mediaStateChanged(Paused); speed=0; mediaState=Paused");
+    playerRow("stopped", paused, reported(&N::stopped), "mediaStateChanged(Stopped); speed=1; mediaState=Stopped");
+    playerRow("stopped, prepared: stays prepared", prepared, reported(&N::stopped), "");
+    playerRow("idle forgets the medium, not the position", known, reported(&N::idle),
+              "bufferStatusChanged(Idle); mmr_track_parameters 1; trackChanged(1); trackChanged(uint 1); "
+              "durationChanged(0); durationChanged(uint 0); seekableChanged(false); mediaStateChanged(Unprepared); "
+              "bufferStatus=Idle; duration=0; mediaState=Unprepared; metaData=QVariant(QVariantMap, QMap()); "
+              "seekable=false");
+    playerRow("completed", started, reported(&N::playbackCompleted),
+              "mediaStateChanged(Stopped); playbackCompleted(); mediaState=Stopped");
+    playerRow("completed, stopped already", stopped, reported(&N::playbackCompleted), "playbackCompleted()");
+    playerRow("error", started, reported(&N::error, MediaError::Read, 70u, 3u),
+              "mediaStateChanged(Stopped); error(Read, 70); error(Read, uint 70); mediaState=Stopped");
+    playerRow("position", known, reported(&N::positionChanged, 100u),
+              "positionChanged(100); positionChanged(uint 100); position=100");
+    playerRow("same position: told again", known, reported(&N::positionChanged, 80u),
+              "positionChanged(80); positionChanged(uint 80)");
+    playerRow("duration", known, reported(&N::durationChanged, 5u),
+              "durationChanged(5); durationChanged(uint 5); duration=5");
+    playerRow("same duration", known, reported(&N::durationChanged, 900u), "");
+    playerRow("track count", known, reported(&N::trackCountChanged, 4u),
+              "trackCountChanged(4); trackCountChanged(uint 4); trackCount=4");
+    playerRow("same track count", known, reported(&N::trackCountChanged, 0u), "");
+    playerRow("buffering", known, reported(&N::buffering, 0.5), "buffering(0.5)");
+    playerRow("same buffering", known, reported(&N::buffering, 0.0), "");
+    playerRow("buffer status", known, reported(&N::bufferStatusChanged, BufferStatus::Buffering),
+              "bufferStatusChanged(Buffering); bufferStatus=Buffering");
+    playerRow("same buffer status", known, reported(&N::bufferStatusChanged, BufferStatus::Playing), "");
+    playerRow("seekable", known, reported(&N::seekableChanged, false), "seekableChanged(false); seekable=false");
+    playerRow("same seekable", known, reported(&N::seekableChanged, true), "");
+    playerRow("video size", known, reported(&N::videoDimensionsChanged, QSize(4, 4)),
+              "videoDimensionsChanged(QSize(4, 4)); videoDimensions=QVariant(QSize, QSize(4, 4))");
+    playerRow("same video size", known, reported(&N::videoDimensionsChanged, QSize(4, 3)), "");
+    playerRow("same metadata: told again", known, reported(&N::metaDataChanged, metaData),
+              "metaDataChanged(QMap((title, QVariant(QString, T))))");
+}
+
+void MediaPlayerTest::playback_isFollowed_throughTheRenderersObjects()
+{
+    QStringList trace;
+    RuntimeBroker broker;
+    voro::test::ScriptedRenderer renderer(trace);
+    MediaPlayer player;
+    const QString folder = voro::test::contextFolder(player.objectName());
+    broker.publish(folder, "q1 url::/music/a.ogg md_title_duration:n:900 md_title_seekable:b:true");
+    broker.publish(folder, "play-queue current:n:1 total:n:1");
+    broker.publish(folder, "status position::0 bufferstatus::playing");
+    broker.publish(folder, "state state::playing speed:n:1000");
+    player.setSourceUrl(QUrl(QStringLiteral("file:///music/a.ogg")));
+    QCOMPARE(player.play(), MediaError::None);
+    trace.clear();
+    SignalLog emitted(&player, trace);
+
+    QSignalSpy position(&player, qOverload<unsigned int>(&MediaPlayer::positionChanged));
+    broker.publish(folder, "status position::70 bufferstatus::playing");
+    QVERIFY(position.wait());
+    QSignalSpy completed(&player, &MediaPlayer::playbackCompleted);
+    broker.publish(folder, "state state::stopped speed:n:1000 error:n:0 error_pos::1:900");
+    QVERIFY(completed.wait());
+    QCOMPARE(trace.join("; "),
+             "trackCountChanged(1); trackCountChanged(uint 1); durationChanged(900); durationChanged(uint 900); "
+             "seekableChanged(true); metaDataChanged(QMap((duration, QVariant(int, 900))(seekable, QVariant(bool, "
+             "true))(uri, QVariant(QString, /music/a.ogg)))); positionChanged(70); positionChanged(uint 70); "
+             "bufferStatusChanged(Playing); mediaStateChanged(Stopped); playbackCompleted()");
+}
+
+void MediaPlayerTest::construction_makesANamedContext_andDestructionRemovesIt()
+{
+    PlayerFixture f;
+    const QString name = f.player.objectName();
+    QVERIFY(name.startsWith(QLatin1String("voro.multimedia.MediaPlayer::")));
+    QCOMPARE(f.trace, (QStringList{"mmr_connect", "mmr_context_create " + name + " 0 700", "mmr_context_path 1024"}));
+    auto other = std::make_unique<MediaPlayer>();
+    QVERIFY(other->objectName() != name);
+    f.forget();
+    other.reset();
+    QCOMPARE(f.trace, (QStringList{"mmr_context_destroy", "mmr_disconnect"}));
+}
+
+void MediaPlayerTest::inputCandidates_followTheKindOfUrl_data()
+{
+    QTest::addColumn<QUrl>("url");
+    QTest::addColumn<QStringList>("attached");
+    const QString attach = QStringLiteral("mmr_input_attach ");
+    const auto local = [&](const char *name, const char *url, const char *path) {
+        QTest::newRow(name) << QUrl(QString::fromUtf8(url))
+                            << QStringList{attach + "file://" + path + " playlist", attach + path + " autolist"};
+    };
+    const auto remote = [&](const char *name, const QUrl &url, const char *text) {
+        QTest::newRow(name) << url << QStringList{attach + text + " autolist", attach + text + " playlist"};
+    };
+    local("file with a blank", "file:///music/a%20b.mp3", "/music/a b.mp3");
+    local("file with a percent sign", "file:///music/100%2525.ogg", "/music/100%25.ogg");
+    local("file with a letter of two bytes", "file:///music/\xc3\xa4.ogg", "/music/\xc3\xa4.ogg");
+    local("three slashes in the path", "file://///music/a.ogg", "/music/a.ogg");
+    local("path", "/music/a.ogg", "/music/a.ogg");
+    remote("stream", QUrl(QStringLiteral("http://host/a.ogg")), "http://host/a.ogg");
+    remote("stream with a blank", QUrl(QStringLiteral("http://host/a b%2Fc.ogg")), "http://host/a%20b%2Fc.ogg");
+    remote("nothing", QUrl(), "");
+}
+
+void MediaPlayerTest::inputCandidates_followTheKindOfUrl()
+{
+    QFETCH(QUrl, url);
+    PlayerFixture f;
+    f.player.setSourceUrl(url);
+    f.renderer.fail("mmr_input_attach", MediaError::Internal);
+    QCOMPARE(f.player.prepare(), MediaError::Internal);
+    QTEST(QStringList(f.trace.filter("mmr_input_attach")), "attached");
+    // Any other error than this one ends the search.
+    f.forget();
+    f.renderer.fail("mmr_input_attach", MediaError::UnsupportedMediaType);
+    QCOMPARE(f.player.prepare(), MediaError::UnsupportedMediaType);
+    QCOMPARE(f.trace.filter("mmr_input_attach").size(), 1);
+}
+
+void MediaPlayerTest::everyCommand_isRefused_withoutAContext_data()
+{
+    QTest::addColumn<Action>("act");
+    QTest::newRow("prepare") << call(&P::prepare);
+    QTest::newRow("play") << call(&P::play);
+    QTest::newRow("pause") << call(&P::pause);
+    QTest::newRow("stop") << call(&P::stop);
+    QTest::newRow("reset") << call(&P::reset);
+    QTest::newRow("source") << call(&P::setSourceUrl, QUrl(QStringLiteral("file:///a")));
+    QTest::newRow("audio output") << call(&P::setAudioOutput, AudioOutput::None);
+    QTest::newRow("video output") << call(&P::setVideoOutput, VideoOutput::PrimaryDisplay);
+    QTest::newRow("video part") << call(&P::setVideoSourceRect, 0, 0, 1u, 1u);
+    QTest::newRow("captions") << call(&P::setClosedCaptionEnabled, false);
+    QTest::newRow("caption index") << call(&P::setClosedCaptionIndex, 1u);
+    QTest::newRow("caption url") << call(&P::setClosedCaptionUrl, 1u, QUrl(QStringLiteral("file:///a")));
+    QTest::newRow("volume") << call(&P::setVolume, 0.5);
+    QTest::newRow("repeat mode") << call(&P::setRepeatMode, RepeatMode::All);
+    QTest::newRow("speed") << call(&P::setSpeed, 1.0);
+    QTest::newRow("interval") << call(&P::setStatusInterval, 10u);
+    QTest::newRow("seek") << call(&P::seek, 1u, 1u);
+    QTest::newRow("next") << call(&P::nextTrack);
+}
+
+void MediaPlayerTest::everyCommand_isRefused_withoutAContext()
+{
+    QFETCH(Action, act);
+    for (const QString function : {"mmr_connect", "mmr_context_create"}) {
+        PlayerFixture f([&](auto &renderer) { renderer.fail(function, MediaError::Internal); });
+        f.forget();
+        QCOMPARE(keyName(act(f)), "InvalidState");
+        QCOMPARE(f.trace, QStringList());
+        QVERIFY(!f.log.takeLines().filter("MMR context is null").isEmpty());
+    }
+}
+
+void MediaPlayerTest::property_notifiesThroughTheRightSignal_data()
+{
+    QTest::addColumn<QMetaProperty>("property");
+    const QMetaObject &metaObject = MediaPlayer::staticMetaObject;
+    for (int i = metaObject.propertyOffset(); i < metaObject.propertyCount(); ++i)
+        QTest::newRow(metaObject.property(i).name()) << metaObject.property(i);
+}
+
+void MediaPlayerTest::property_notifiesThroughTheRightSignal()
+{
+    QFETCH(QMetaProperty, property);
+    static const QByteArrayList readOnly{"bufferStatus", "deviceMode", "duration",       "mediaError",
+                                         "mediaState",   "metaData",   "position",       "seekable",
+                                         "track",        "trackCount", "videoDimensions"};
+    const QByteArray name = property.name();
+    QCOMPARE(property.isWritable(), !readOnly.contains(name));
+    if (name == "deviceMode") {
+        QVERIFY(property.isConstant() && !property.hasNotifySignal());
+        return;
+    }
+    const QMetaMethod signal = property.notifySignal();
+    QCOMPARE(signal.name(), name + "Changed");
+    QCOMPARE(signal.parameterTypes(), QByteArrayList{property.typeName()});
+    const bool isLater = name == "closedCaptionEnabled" || name == "equalizerPreset";
+    const int revision = isLater ? QTypeRevision::fromVersion(1, 1).toEncodedVersion<int>() : 0;
+    QCOMPARE(property.revision(), revision);
+    QCOMPARE(signal.revision(), revision);
+}
+
+void MediaPlayerTest::property_ofQml_isReadAndWrittenThroughVariants()
+{
+    PlayerFixture f;
+    for (const char *name : {"audioManagerHandle", "closedCaptionIndex", "statusInterval"}) {
+        QVERIFY(f.player.setProperty(name, QStringLiteral("5")));
+        QCOMPARE(f.player.property(name), QVariant(5u));
+        f.log.takeLines();
+        f.player.setProperty(name, QStringLiteral("five"));
+        QCOMPARE(f.player.property(name), QVariant(5u));
+        QCOMPARE(f.log.takeLines().filter("Unable to convert variant").size(), 1);
+    }
+    for (const char *name : {"duration", "position", "track", "trackCount"})
+        QCOMPARE(f.player.property(name).metaType(), QMetaType::fromType<unsigned int>());
+}
+
+QTEST_GUILESS_MAIN(MediaPlayerTest)
+#include "tst_mediaplayer.moc"

@@ -1,0 +1,299 @@
+#include "PlayerFixture.h"
+#include "private/Logger.h"
+
+#include <voro/device/DisplayInfo.h>
+#include <voro/UIToolkitSupport.h>
+
+#include <QtTest/QtTest>
+
+#include <cmath>
+
+using namespace voro::multimedia;
+
+using P = MediaPlayer;
+using N = MmrContextNotifier;
+
+/** Outputs, captions and parameters of the player. */
+class PlayerSettingsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void prepareWithOutputs_data();
+    void prepareWithOutputs() { tryPlayerRow(); }
+    void output_data();
+    void output() { tryPlayerRow(); }
+    void window_data();
+    void window() { tryPlayerRow(); }
+    void closedCaption_data();
+    void closedCaption() { tryPlayerRow(); }
+    void audioSetting_data();
+    void audioSetting() { tryPlayerRow(); }
+    void otherSetting_data();
+    void otherSetting() { tryPlayerRow(); }
+
+    void equalizerPreset_isSentUnderTheRenderersName();
+    void dictionaryFailure_isRefused_andLeaksNothing_data();
+    void dictionaryFailure_isRefused_andLeaksNothing();
+};
+
+void PlayerSettingsTest::prepareWithOutputs_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto withWindows = [](VideoOutput::Type output, const char *group) {
+        return after(withSource, call(&P::setVideoOutput, output), call(&P::setWindowId, QStringLiteral("w")),
+                     call(&P::setClosedCaptionWindowId, QStringLiteral("c")),
+                     call(&P::setWindowGroupId, QString::fromLatin1(group)));
+    };
+    const auto attached = [](const QString &group, int display) {
+        const auto attach = [&](const char *window, const char *type) {
+            return QStringLiteral("mmr_output_attach screen:?winid=%1&wingrp=%2&mmf.VideoWriterDisplayIndex=%3"
+                                  "&nodstviewport=1&initflags=invisible %4; ")
+                .arg(QLatin1String(window), group, QString::number(display), QLatin1String(type));
+        };
+        return prepareCalls.section("; ", 0, 0) + "; " + attach("w", "video") + attach("c", "subpicture")
+               + prepareCalls.section("; ", 1);
+    };
+    const int primary = voro::device::DisplayInfo::primaryDisplayId();
+    const int secondary = voro::device::DisplayInfo::secondaryDisplayId();
+    const auto prepareRow = [](const char *name, const Preparation &given, const QString &calls) {
+        playerRow(name, given, call(&P::prepare), calls + "; mediaStateChanged(Prepared); mediaState=Prepared");
+    };
+    prepareRow("primary display, own window group", withWindows(VideoOutput::PrimaryDisplay, ""),
+               attached(voro::UIToolkitSupport().windowGroupID(), primary));
+    prepareRow("secondary display, no window group", withWindows(VideoOutput::SecondaryDisplay, ""),
+               attached(QString(), secondary));
+    prepareRow("a window group with a place marker", withWindows(VideoOutput::PrimaryDisplay, "%1%3"),
+               attached(QStringLiteral("%1%3"), primary));
+    prepareRow("windows without a video output", withWindows(VideoOutput::None, "g"), prepareCalls);
+    prepareRow("no sound", after(withSource, call(&P::setAudioOutput, AudioOutput::None)),
+               prepareCalls.section("; ", 2));
+}
+
+void PlayerSettingsTest::output_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto video = [](int output) { return call(&P::setVideoOutput, static_cast<VideoOutput::Type>(output)); };
+    const auto audio = [](int output) { return call(&P::setAudioOutput, static_cast<AudioOutput::Type>(output)); };
+    const auto part = [](int x, int y, unsigned int width, unsigned int height) {
+        return call(&P::setVideoSourceRect, x, y, width, height);
+    };
+    const QString unpreparedWithCaptions =
+        QStringLiteral("mmr_track_parameters 1 subpicture_index=0; ") + unprepared.section("; ", 1);
+
+    playerRow("video, no output", newPlayer, video(3), "");
+    playerRow("video, same", startedWithVideo, video(VideoOutput::PrimaryDisplay), "");
+    playerRow("video off while playing", startedWithVideo, video(VideoOutput::None),
+              "mmr_input_detach; " + unpreparedWithCaptions
+                  + "; mmr_input_detach; mmr_output_detach 1; mmr_input_detach; mmr_output_detach 2; "
+                    "videoOutputChanged(None); videoOutput=None; mediaState=Unprepared");
+    playerRow("other display while playing", startedWithVideo, video(VideoOutput::SecondaryDisplay),
+              "mmr_input_detach; " + unpreparedWithCaptions
+                  + "; mmr_output_detach 1; mmr_input_detach; mmr_output_detach 2; "
+                    "videoOutputChanged(SecondaryDisplay); videoOutput=SecondaryDisplay; mediaState=Unprepared");
+    playerRow("video, refused", after(prepared, failing("mmr_input_detach", MediaError::Internal)),
+              video(VideoOutput::PrimaryDisplay), "mmr_input_detach; -> Internal");
+    playerRow("video, output refuses", after(startedWithVideo, failing("mmr_output_detach", MediaError::Internal)),
+              video(VideoOutput::SecondaryDisplay),
+              "mmr_input_detach; " + unpreparedWithCaptions
+                  + "; mmr_output_detach 1; mediaState=Unprepared; -> Internal");
+    playerRow("audio, same", prepared, audio(AudioOutput::Default), "");
+    // The detached input has made the player unprepared, so the output stays attached; this order is required.
+    playerRow("audio off, prepared", prepared, audio(AudioOutput::None),
+              "mmr_input_detach; " + unprepared
+                  + "; audioOutputChanged(None); audioOutput=None; mediaState=Unprepared");
+    playerRow("audio, another number while playing", started, audio(7),
+              "mmr_input_detach; " + unprepared
+                  + "; mmr_output_detach 0; audioOutputChanged(); audioOutput=; mediaState=Unprepared");
+    playerRow("audio, refused", after(started, failing("mmr_input_detach", MediaError::Internal)),
+              audio(AudioOutput::None), "mmr_input_detach; -> Internal");
+
+    playerRow("part of the pictures", startedWithVideo, part(1, 2, 30, 40),
+              "mmr_output_parameters 1 video_src_x=1 video_src_y=2 video_src_h=40 video_src_w=30");
+    playerRow("empty part", startedWithVideo, part(1, 2, 0, 40),
+              "mmr_output_parameters 1 video_src_x=0 video_src_y=0 video_src_h=0 video_src_w=0");
+    playerRow("part beyond all numbers", startedWithVideo, part(std::numeric_limits<int>::min(), 0, 0xffffffff, 1),
+              "mmr_output_parameters 1 video_src_x=-2147483648 video_src_y=0 video_src_h=1 video_src_w=4294967295");
+    playerRow("part without a video output", failing("mmr_output_parameters", MediaError::InvalidParameter),
+              part(0, 0, 1, 1),
+              "mmr_output_parameters -1 video_src_x=0 video_src_y=0 video_src_h=1 video_src_w=1; "
+              "-> InvalidParameter");
+}
+
+void PlayerSettingsTest::window_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const QString id = QStringLiteral("w");
+    playerRow("window", newPlayer, call(&P::setWindowId, id), "windowIdChanged(w); windowId=w");
+    playerRow("group", newPlayer, call(&P::setWindowGroupId, id), "windowGroupIdChanged(w); windowGroupId=w");
+    playerRow("captions", newPlayer, call(&P::setClosedCaptionWindowId, id),
+              "closedCaptionWindowIdChanged(w); closedCaptionWindowId=w");
+    const auto given =
+        after(call(&P::setWindowId, id), call(&P::setWindowGroupId, id), call(&P::setClosedCaptionWindowId, id));
+    playerRow("same window", given, call(&P::setWindowId, id), "");
+    playerRow("same group", given, call(&P::setWindowGroupId, id), "");
+    playerRow("same window for captions", given, call(&P::setClosedCaptionWindowId, id), "");
+}
+
+void PlayerSettingsTest::closedCaption_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto url = QUrl(QStringLiteral("file:///films/a%20b.srt"));
+    const auto tracks = [](uint count) { return reported(&N::trackCountChanged, count); };
+    const auto onTrack = [](uint track) { return reported(&N::trackChanged, track); };
+    const auto refused = failing("mmr_track_parameters", MediaError::InvalidParameter);
+    const QString index2 =
+        QStringLiteral("closedCaptionIndexChanged(2); closedCaptionIndexChanged(uint 2); closedCaptionIndex=2");
+
+    playerRow("off", startedWithVideo, call(&P::setClosedCaptionEnabled, false),
+              "mmr_track_parameters 1 subpicture_disable=1; closedCaptionEnabledChanged(false); "
+              "closedCaptionEnabled=false");
+    playerRow("on again", after(startedWithVideo, call(&P::setClosedCaptionEnabled, false)),
+              call(&P::setClosedCaptionEnabled, true),
+              "mmr_track_parameters 1 subpicture_disable=0; closedCaptionEnabledChanged(true); "
+              "closedCaptionEnabled=true");
+    playerRow("on already", newPlayer, call(&P::setClosedCaptionEnabled, true), "");
+    playerRow("off, refused: kept without a signal", after(startedWithVideo, refused),
+              call(&P::setClosedCaptionEnabled, false),
+              "mmr_track_parameters 1 subpicture_disable=1; closedCaptionEnabled=false; -> InvalidParameter");
+    playerRow("index", startedWithVideo, call(&P::setClosedCaptionIndex, 2u),
+              "mmr_track_parameters 1 subpicture_index=2; " + index2);
+    playerRow("index, without a caption output", newPlayer, call(&P::setClosedCaptionIndex, 2u),
+              "mmr_track_parameters 1; " + index2);
+    playerRow("index, track out of range: no call, kept", after(tracks(3), onTrack(3), tracks(2)),
+              call(&P::setClosedCaptionIndex, 2u), "closedCaptionIndex=2; -> InvalidParameter");
+    playerRow(
+        "url", startedWithVideo, call(&P::setClosedCaptionUrl, 1u, url),
+        "mmr_track_parameters 1 subpicture_url=/films/a b.srt; "
+        "closedCaptionUrlChanged(1, file:///films/a b.srt); closedCaptionUrlChanged(uint 1, file:///films/a b.srt)");
+    playerRow("url, same", after(startedWithVideo, call(&P::setClosedCaptionUrl, 1u, url)),
+              call(&P::setClosedCaptionUrl, 1u, QUrl(QStringLiteral("/films/a b.srt"))), "");
+    playerRow("url, other track", newPlayer, call(&P::setClosedCaptionUrl, 2u, url), "-> InvalidParameter");
+    playerRow("url, refused", after(startedWithVideo, refused), call(&P::setClosedCaptionUrl, 1u, url),
+              "mmr_track_parameters 1 subpicture_url=/films/a b.srt; -> InvalidParameter");
+    playerRow("the index follows to a new track",
+              after(startedWithVideo, tracks(3), call(&P::setClosedCaptionIndex, 2u)), onTrack(2),
+              "mmr_track_parameters 2 subpicture_index=2; trackChanged(2); trackChanged(uint 2); track=2");
+    playerRow("a new track that refuses the index is stored without a signal", after(startedWithVideo, refused),
+              onTrack(2), "mmr_track_parameters 2 subpicture_index=0; track=2");
+}
+
+void PlayerSettingsTest::audioSetting_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto volume = [](double value) { return call(&P::setVolume, value); };
+    const auto autoPause = [](bool on) { return call(&P::setAutoPause, on); };
+    const auto equalizer = [](EqualizerPreset::Type preset) { return call(&P::setEqualizerPreset, preset); };
+    const auto handle = [](unsigned int value) { return call(&P::setAudioManagerHandle, value); };
+    const QString handle7 = QStringLiteral("audioManagerHandleChanged(7); audioManagerHandleChanged(uint 7)");
+
+    playerRow("volume, unprepared: kept for prepare", newPlayer, volume(0.5), "volumeChanged(0.5); volume=0.5");
+    playerRow("volume, same", prepared, volume(1.0), "");
+    playerRow("volume, truncated up to the last step", prepared, volume(0.999),
+              "mmr_output_parameters 0 volume=99; volumeChanged(0.999); volume=0.999");
+    playerRow("volume, truncated to silence", prepared, volume(0.005),
+              "mmr_output_parameters 0 volume=0; volumeChanged(0.005); volume=0.005");
+    playerRow("volume, negative", prepared, volume(-0.1), "-> InvalidParameter");
+    playerRow("volume, too high", prepared, volume(1.01), "-> InvalidParameter");
+    playerRow("volume, no number", prepared, volume(std::nan("")), "-> InvalidParameter");
+    playerRow("auto pause on", prepared, autoPause(true),
+              "mmr_output_parameters 0 volume=100 autopause=yes; autoPauseChanged(true); autoPause=true");
+    playerRow("auto pause off: not sent", after(prepared, autoPause(true)), autoPause(false),
+              "mmr_output_parameters 0 volume=100; autoPauseChanged(false); autoPause=false");
+    playerRow("auto pause, same", prepared, autoPause(false), "");
+    playerRow("equalizer off: not sent", after(prepared, equalizer(EqualizerPreset::Rock)),
+              equalizer(EqualizerPreset::Off),
+              "mmr_output_parameters 0 volume=100; equalizerPresetChanged(Off); equalizerPreset=Off");
+    playerRow("equalizer, same", prepared, equalizer(EqualizerPreset::Off), "");
+    playerRow("handle, with all settings",
+              after(prepared, volume(0.25), autoPause(true), equalizer(EqualizerPreset::RhythmAndBlues)), handle(7),
+              "mmr_output_parameters 0 audioman_handle=7 volume=25 autopause=yes eq_preset=randb; " + handle7
+                  + "; audioManagerHandle=7");
+    playerRow("handle, same: sent and told again", after(prepared, handle(7)), handle(7),
+              "mmr_output_parameters 0 audioman_handle=7 volume=100; " + handle7);
+
+    const auto refused = [&](const char *name, const Action &act, const char *sent) {
+        playerRow(name, after(prepared, failing("mmr_output_parameters", MediaError::OutputUnavailable)), act,
+                  QStringLiteral("mmr_output_parameters 0 ") + QLatin1String(sent) + "; -> OutputUnavailable");
+    };
+    refused("volume, refused", volume(0.5), "volume=50");
+    refused("auto pause, refused", autoPause(true), "volume=100 autopause=yes");
+    refused("equalizer, refused", equalizer(EqualizerPreset::Jazz), "volume=100 eq_preset=jazz");
+    refused("handle, refused", handle(7), "audioman_handle=7 volume=100");
+    playerRow("settings are sent again by prepare", after(prepared, volume(0.5), call(&P::reset)), call(&P::prepare),
+              "mmr_output_attach audio:default audio; mmr_output_parameters 1 volume=50; "
+              "mmr_track_parameters 0 subpicture_index=0; mmr_input_attach file:///music/a.ogg playlist; "
+              "mmr_track_parameters 0; mmr_input_parameters; mediaStateChanged(Prepared); mediaState=Prepared");
+}
+
+void PlayerSettingsTest::otherSetting_data()
+{
+    QTest::addColumn<PlayerCase>("data");
+    const auto repeat = [](int mode) { return call(&P::setRepeatMode, static_cast<RepeatMode::Type>(mode)); };
+    playerRow("repeat, unprepared: kept for prepare", newPlayer, repeat(RepeatMode::All),
+              "repeatModeChanged(All); repeatMode=All");
+    playerRow("repeat, prepared", prepared, repeat(RepeatMode::Track),
+              "mmr_input_parameters repeat=track; repeatModeChanged(Track); repeatMode=Track");
+    playerRow("repeat off: an empty value is not sent", after(prepared, repeat(RepeatMode::Track)),
+              repeat(RepeatMode::None), "mmr_input_parameters; repeatModeChanged(None); repeatMode=None");
+    playerRow("repeat, same: sent again", prepared, repeat(RepeatMode::None), "mmr_input_parameters");
+    playerRow("repeat, unsupported", newPlayer, repeat(RepeatMode::Unsupported), "-> UnsupportedValue");
+    playerRow("repeat, no mode", prepared, repeat(4), "");
+    playerRow("repeat, refused", after(prepared, failing("mmr_input_parameters", MediaError::InvalidState)),
+              repeat(RepeatMode::All), "mmr_input_parameters repeat=all; -> InvalidState");
+    playerRow("repeat is sent by prepare", after(withSource, repeat(RepeatMode::All)), call(&P::prepare),
+              prepareCalls + " repeat=all; mediaStateChanged(Prepared); mediaState=Prepared");
+
+    const auto interval = [](unsigned int value) { return call(&P::setStatusInterval, value); };
+    playerRow("interval", newPlayer, interval(50),
+              "mmr_context_parameters updateinterval=50; statusIntervalChanged(50); statusIntervalChanged(uint 50); "
+              "statusInterval=50");
+    playerRow("interval, same: sent again", newPlayer, interval(1000), "mmr_context_parameters updateinterval=1000");
+    playerRow("interval, refused", failing("mmr_context_parameters", MediaError::InvalidParameter), interval(0),
+              "mmr_context_parameters updateinterval=0; -> InvalidParameter");
+}
+
+void PlayerSettingsTest::equalizerPreset_isSentUnderTheRenderersName()
+{
+    const QStringList names{"airplane",   "bassboost", "trebleboost", "voiceboost", "basslower",  "treblelower",
+                            "voicelower", "acoustic",  "dance",       "electronic", "hiphop",     "jazz",
+                            "lounge",     "piano",     "randb",       "rock",       "spokenword", ""};
+    PlayerFixture f;
+    prepared(f);
+    for (int preset = 1; preset <= names.size(); ++preset) {
+        f.forget();
+        QCOMPARE(f.player.setEqualizerPreset(static_cast<EqualizerPreset::Type>(preset)), MediaError::None);
+        QCOMPARE(f.trace.first(), "mmr_output_parameters 0 volume=100 eq_preset=" + names.at(preset - 1));
+    }
+}
+
+void PlayerSettingsTest::dictionaryFailure_isRefused_andLeaksNothing_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<Action>("act");
+    QTest::newRow("volume") << "volume" << call(&P::setVolume, 0.5);
+    QTest::newRow("auto pause") << "autopause" << call(&P::setAutoPause, true);
+    QTest::newRow("equalizer") << "eq_preset" << call(&P::setEqualizerPreset, EqualizerPreset::Jazz);
+    QTest::newRow("handle") << "audioman_handle" << call(&P::setAudioManagerHandle, 3u);
+    QTest::newRow("interval") << "updateinterval" << call(&P::setStatusInterval, 3u);
+    QTest::newRow("repeat") << "repeat" << call(&P::setRepeatMode, RepeatMode::All);
+    QTest::newRow("left") << "video_src_x" << call(&P::setVideoSourceRect, 0, 0, 1u, 1u);
+    QTest::newRow("width") << "video_src_w" << call(&P::setVideoSourceRect, 0, 0, 1u, 1u);
+}
+
+void PlayerSettingsTest::dictionaryFailure_isRefused_andLeaksNothing()
+{
+    QFETCH(QString, key);
+    QFETCH(Action, act);
+    PlayerFixture f;
+    startedWithVideo(f);
+    f.forget();
+    const QStringList earlier = f.state();
+    f.renderer.failKey(key);
+    QCOMPARE(keyName(act(f)), "InvalidParameter");
+    QCOMPARE(f.trace, QStringList());
+    QCOMPARE(f.renderer.dictionaryCount(), 0);
+    QCOMPARE(f.state(), earlier);
+}
+
+QTEST_GUILESS_MAIN(PlayerSettingsTest)
+#include "tst_playersettings.moc"
