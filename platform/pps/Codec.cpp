@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <map>
 
 namespace voro {
 
@@ -48,43 +49,53 @@ struct JsonBuilder {
 bool decodeValue(const Line &line, QVariant &value)
 {
     if (line.encoding.empty()) {
-        value = toQString(line.value);
+        value.setValue(toQString(line.value));
         return true;
     }
-    if (line.encoding == "n") {
+    if (line.encoding == "json") {
+        return pps::JsonReader<JsonBuilder>(line.value).read(value);
+    }
+    switch (line.encoding.size() == 1 ? line.encoding.front() : '\0') {
+    case 'n': {
         pps::Number number;
         const bool isNumber = pps::parseNumber(line.value, number);
         value = toVariant(number);
         return isNumber;
     }
-    if (line.encoding == "b") {
-        value = line.value == "true";
+    case 'b':
+        value.setValue(line.value == "true");
         return line.value == "true" || line.value == "false";
-    }
-    if (line.encoding == "c") {
+    case 'c': {
         std::string text;
         const bool isEscaped = pps::unescape(line.value, text);
-        value = toQString(text);
+        value.setValue(toQString(text));
         return isEscaped;
     }
-    return line.encoding == "json" && pps::JsonReader<JsonBuilder>(line.value).read(value);
+    default:
+        return false;
+    }
 }
 
 // Attribute names repeat in every message, so a name's text is made once per thread.
 QString attributeName(std::string_view name)
 {
-    static thread_local QString known[64];
-    const size_t slot = (name.size() * 31 + static_cast<unsigned char>(name.back()) * 7
-                         + static_cast<unsigned char>(name[name.size() / 2]))
-                        % std::size(known);
-    if (known[slot] != QLatin1String(name.data(), qsizetype(name.size()))) {
-        QString text = toQString(name);
-        if (size_t(text.size()) != name.size()) {
-            return text;
+    struct Known {
+        char bytes[24];
+        size_t size = 0;
+        QString text;
+    };
+    static thread_local Known table[32];
+    Known &known = table[(name.size() * 31 + static_cast<unsigned char>(name.back()) * 7
+                          + static_cast<unsigned char>(name[name.size() / 2]))
+                         % std::size(table)];
+    if (name != std::string_view(known.bytes, known.size)) {
+        if (name.size() > sizeof known.bytes) {
+            return toQString(name);
         }
-        known[slot] = std::move(text);
+        known.size = name.copy(known.bytes, sizeof known.bytes);
+        known.text = toQString(name);
     }
-    return known[slot];
+    return known.text;
 }
 
 PpsAttributeFlag::Types flagsOf(char mark)
@@ -127,8 +138,15 @@ bool decodeObjects(const QByteArray &data, Finish finish)
     return !reader.failed();
 }
 
+// Attributes mostly come in the order of their names, so that the end is where the next one belongs.
+template<class Value>
+void insertAttribute(std::map<QString, Value> &attributes, std::string_view name, Value &&value)
+{
+    attributes.insert_or_assign(attributes.end(), attributeName(name), std::move(value));
+}
+
 struct PlainObject {
-    QVariantMap attributes;
+    std::map<QString, QVariant> attributes;
 
     bool add(const Line &line)
     {
@@ -138,16 +156,16 @@ struct PlainObject {
             return false;
         }
         if (line.mark == '-') {
-            attributes.remove(attributeName(line.name));
+            attributes.erase(attributeName(line.name));
         } else {
-            attributes.insert(attributes.cend(), attributeName(line.name), std::move(value));
+            insertAttribute(attributes, line.name, std::move(value));
         }
         return true;
     }
 };
 
 struct FlaggedObject {
-    QMap<QString, PpsAttribute> attributes;
+    std::map<QString, PpsAttribute> attributes;
 
     bool add(const Line &line)
     {
@@ -156,8 +174,7 @@ struct FlaggedObject {
         if (!isBare && !decodeValue(line, value)) {
             return false;
         }
-        attributes.insert(attributes.cend(), attributeName(line.name),
-                          PpsAttribute(std::move(value), flagsOf(line.mark)));
+        insertAttribute(attributes, line.name, PpsAttribute(std::move(value), flagsOf(line.mark)));
         return true;
     }
 };
@@ -328,7 +345,7 @@ QVariantMap PpsObject::decode(const QByteArray &data, bool *ok)
         if (flags & PpsAttributeFlag::Deleted) {
             objects.remove(name);
         } else {
-            objects.insert(name, std::move(object.attributes));
+            objects.insert(name, QVariantMap(std::move(object.attributes)));
         }
     };
     const bool isGood = decodeObjects<PlainObject>(data, finish);
@@ -340,7 +357,7 @@ QMap<QString, PpsAttribute> PpsObject::decodeWithFlags(const QByteArray &data, b
 {
     QMap<QString, PpsAttribute> objects;
     const auto finish = [&objects](const QString &name, FlaggedObject &&object, PpsAttributeFlag::Types flags) {
-        objects.insert(name, PpsAttribute(std::move(object.attributes), flags));
+        objects.insert(name, PpsAttribute(QMap<QString, PpsAttribute>(std::move(object.attributes)), flags));
     };
     const bool isGood = decodeObjects<FlaggedObject>(data, finish);
     setOk(ok, isGood);

@@ -41,16 +41,33 @@ bool isValidValue(const Line &line)
     return line.encoding == "json" && isJson(line.value);
 }
 
+// The length of the name in front of a colon or the end; 0 when there is no valid one.
+size_t nameLength(std::string_view text)
+{
+    if (text.empty() || isMark(text.front()) || text.front() == '@') {
+        return 0;
+    }
+    size_t length = 0;
+    bool isAscii = true;
+    for (; length < text.size() && text[length] != ':'; ++length) {
+        if (isControl(text[length])) {
+            return 0;
+        }
+        isAscii = isAscii && static_cast<unsigned char>(text[length]) < 0x80;
+    }
+    return length <= MaximumName && (isAscii || isUtf8(text.substr(0, length))) ? length : 0;
+}
+
 bool splitAttribute(std::string_view text, Line &line)
 {
     line.kind = Line::Kind::Attribute;
-    const size_t first = text.find(':');
+    const size_t first = nameLength(text);
     line.name = text.substr(0, first);
-    if (!isValidName(line.name)) {
+    line.encoding = line.value = {};
+    if (first == 0) {
         return false;
     }
-    line.encoding = line.value = {};
-    if (first == std::string_view::npos) {
+    if (first == text.size()) {
         return line.mark == '-';
     }
     const size_t second = text.find(':', first + 1);
@@ -107,8 +124,7 @@ void appendEscaped(std::string &out, std::string_view value)
 
 bool isValidName(std::string_view name)
 {
-    return !name.empty() && name.size() <= MaximumName && !isMark(name.front()) && name.front() != '@' &&
-           std::none_of(name.begin(), name.end(), [](char c) { return isControl(c) || c == ':'; }) && isUtf8(name);
+    return !name.empty() && nameLength(name) == name.size();
 }
 
 LineReader::LineReader(std::string_view text)

@@ -137,7 +137,7 @@ void TestOrder::process_thatIsKilled_hasWrittenAllBeforeItsObjectsClose()
             self.say();
             self.hear();
             for (int i = 0; i < Messages; ++i) {
-                connections[size_t(i) % connections.size()]->write(numbered(i));
+                connections[size_t(i / 3) % connections.size()]->write(numbered(i));
             }
             self.say();
             self.sleep();
