@@ -9,6 +9,10 @@
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QTimer>
 
+#include <sys/prctl.h>
+
+#include <csignal>
+
 namespace {
 
 /** Waits until the server has made its socket. */
@@ -34,6 +38,8 @@ PulseServer::PulseServer()
     qputenv("PULSE_STATE_PATH", m_folder.path().toLocal8Bit());
     qputenv("PULSE_COOKIE", m_folder.filePath(QStringLiteral("cookie")).toLocal8Bit());
     m_process.setProcessChannelMode(QProcess::MergedChannels);
+    // A test that crashes leaves nothing running.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.start(QStringLiteral("pulseaudio"),
                     {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
                      QStringLiteral("module-null-sink sink_name=null"), "-L",
@@ -56,6 +62,7 @@ void PulseServer::kill()
 
 MonitorRecorder::MonitorRecorder()
 {
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.start(QStringLiteral("parec"), {"--device=null.monitor", "--format=s16le", "--rate=48000", "--channels=1",
                                               "--latency-msec=10", "--raw"});
     if (!m_process.waitForReadyRead(20'000))

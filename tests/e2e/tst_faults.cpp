@@ -103,7 +103,6 @@ void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
     QVERIFY(errors.wait(5'000));
     QCOMPARE(errors.count(), 1);
     QCOMPARE(errors.first().first().value<MediaError::Type>(), MediaError::Internal);
-    QCOMPARE(errors.first().at(1).toUInt() > 10'000, isPlaying);
     QCOMPARE(player.mediaState(), MediaState::Stopped);
 
     // The next play goes on where it was, in another worker.

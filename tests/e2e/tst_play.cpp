@@ -263,9 +263,7 @@ void tst_Play::speed_changesThePace()
     QSignalSpy completed(&player, &MediaPlayer::playbackCompleted);
     QSignalSpy speeds(&player, &MediaPlayer::speedChanged);
     QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("eight.wav", 8))), MediaError::None);
-    QCOMPARE(player.setSpeed(4.0), MediaError::None);
-    QElapsedTimer timer;
-    timer.start();
+    QCOMPARE(player.setSpeed(4.0), MediaError::InvalidState);
     QCOMPARE(player.prepare(), MediaError::None);
     QCOMPARE(player.setSpeed(4.0), MediaError::None);
     QVERIFY(completed.wait(7'500));

@@ -1,8 +1,11 @@
 #include "Daemon.h"
 
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+
+#include <csignal>
 
 namespace {
 
@@ -44,6 +47,10 @@ Daemon::Daemon(Start start)
     qputenv("VORO_RUNTIME_DIR", m_folder.path().toLocal8Bit());
     qputenv("VORO_AUTOSPAWN", "0");
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+    // A test that crashes leaves no daemon behind.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    // A test that crashes leaves nothing running.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     if (start == Now && !this->start()) {
         qFatal("vorod does not start");
     }

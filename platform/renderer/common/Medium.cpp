@@ -158,4 +158,16 @@ bool Medium::isPlaylist() const
     return isNamedSo && head.find('\0') == std::string::npos && lowerCase(head).find("#ext-x-") == std::string::npos;
 }
 
+bool Medium::beginsLikeMedium() const
+{
+    constexpr std::array<std::string_view, 6> Beginnings{"OggS", "RIFF", "fLaC", "ID3", "\x1a\x45\xdf\xa3", "FORM"};
+    if (!m_isLocal) {
+        return false;
+    }
+    const std::string head = File(m_text).head();
+    return head.find("ftyp") == 4 || std::any_of(Beginnings.begin(), Beginnings.end(), [&](std::string_view beginning) {
+               return head.starts_with(beginning);
+           });
+}
+
 } // namespace voro::renderer

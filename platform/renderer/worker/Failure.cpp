@@ -56,6 +56,14 @@ ErrorCode codeOf(const GError &error)
 
 } // namespace
 
+bool isUnrecognized(GstMessage *message)
+{
+    GError *raw = nullptr;
+    gst_message_parse_error(message, &raw, nullptr);
+    const Owned<GError> error(raw);
+    return g_error_matches(raw, GST_STREAM_ERROR, GST_STREAM_ERROR_TYPE_NOT_FOUND);
+}
+
 Result toResult(GstMessage *message, bool isOutput)
 {
     GError *raw = nullptr;

@@ -6,6 +6,9 @@
 
 namespace voro::renderer {
 
+/** Whether an error message says that nobody knows what the medium is. */
+bool isUnrecognized(GstMessage *message);
+
 /** What an error message of a pipeline means to the application. `isOutput` tells that an output's element sent it. */
 Result toResult(GstMessage *message, bool isOutput);
 

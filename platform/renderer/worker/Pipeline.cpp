@@ -147,7 +147,8 @@ void Pipeline::handle(GstMessage *message)
         m_events.ended();
         break;
     case GST_MESSAGE_ERROR:
-        m_events.failed(toResult(message, m_audio.isSink(GST_MESSAGE_SRC(message))));
+        (isUnrecognized(message) ? m_events.unrecognized
+                                 : m_events.failed)(toResult(message, m_audio.isSink(GST_MESSAGE_SRC(message))));
         break;
     case GST_MESSAGE_TAG: {
         // The sink repeats what our bin has told already.

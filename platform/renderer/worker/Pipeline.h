@@ -19,6 +19,8 @@ public:
         std::function<void()> decoded;
         std::function<void()> ended;
         std::function<void(const Result &)> failed;
+        /** It failed because nobody knows what the medium is. */
+        std::function<void(const Result &)> unrecognized;
         std::function<void(const GstTagList *)> tagged;
         /** The duration or something like it became another one. */
         std::function<void()> changed;

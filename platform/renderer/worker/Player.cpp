@@ -27,6 +27,7 @@ Player::Player(Reports reports)
       m_pipeline({.decoded = [this] { onDecoded(); },
                   .ended = [this] { onEnded(); },
                   .failed = [this](const Result &result) { onFailed(result); },
+                  .unrecognized = [this](const Result &result) { onUnrecognized(result); },
                   .tagged = [this](const GstTagList *tags) { onTagged(tags); },
                   .changed = [this] { onChanged(); },
                   .buffering = [this](int percent) { onBuffering(percent); }})
@@ -230,6 +231,12 @@ void Player::onFailed(const Result &result)
     pps::appendNumber(lines, "position", m_position);
     m_position = 0;
     m_reports.event(lines);
+}
+
+void Player::onUnrecognized(const Result &result)
+{
+    // What begins like a medium and is none was cut off or damaged.
+    onFailed(m_medium.beginsLikeMedium() ? Result{ErrorCode::ResourceCorrupted, result.text} : result);
 }
 
 gboolean Player::onOpenTimeout(gpointer self)

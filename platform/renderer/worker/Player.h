@@ -58,6 +58,7 @@ private:
     void onDecoded();
     void onEnded();
     void onFailed(const Result &result);
+    void onUnrecognized(const Result &result);
     void onTagged(const GstTagList *tags);
     void onChanged();
     void onBuffering(int percent);
