@@ -71,7 +71,9 @@ std::optional<MediaError::Type> MediaPlayerPrivate::failure(const FunctionTracer
 {
     if (result != -1)
         return std::nullopt;
-    return report(tracer, lastError(), text);
+    const MediaError::Type error = lastError();
+    CRITICAL_LINE << text << keyName(error);
+    return error;
 }
 
 MediaError::Type MediaPlayerPrivate::lastError() const

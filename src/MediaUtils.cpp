@@ -26,7 +26,7 @@ MediaUtils *MediaUtils::instance()
 QString MediaUtils::generateUniqueId()
 {
     TRACE_FUNCTION();
-    const QString identifier = toIdentifier(m_processId, m_counter.fetchAndAddOrdered(1));
+    QString identifier = toIdentifier(m_processId, m_counter.fetchAndAddOrdered(1));
     DEBUG_LINE << QStringLiteral("generated: ") + identifier;
     return identifier;
 }

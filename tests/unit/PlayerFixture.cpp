@@ -64,7 +64,7 @@ void tryPlayerRow()
     f.forget();
     const QStringList earlier = f.state();
     const MediaError::Type result = data.act(f);
-    QStringList outcome = f.trace;
+    QStringList outcome = f.trace + f.log.takeLines();
     for (const QString &line : f.state()) {
         if (!earlier.contains(line))
             outcome += line;

@@ -40,8 +40,8 @@ using Preparation = std::function<void(PlayerFixture &)>;
 struct PlayerCase {
     Preparation given;
     Action act;
-    /** Calls and signals in their order, then every property that changed as "name=value", then the result as
-        "-> InvalidState" unless it is `None`; with "; " between. */
+    /** Calls and signals in their order, then the warnings and critical lines, then every property that changed as
+        "name=value", then the result as "-> InvalidState" unless it is `None`; with "; " between. */
     QString outcome;
 };
 

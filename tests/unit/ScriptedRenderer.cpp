@@ -2,7 +2,6 @@
 
 #include <voro/mmr.h>
 
-#include <cstring>
 #include <new>
 #include <utility>
 #include <vector>
@@ -149,7 +148,7 @@ ssize_t mmr_context_path(mmr_context_t *context, char *buffer, size_t length)
     const QByteArray path = voro::test::contextFolder(context->name).toUtf8();
     if (answer("mmr_context_path", context, {QString::number(length)}) == -1 || size_t(path.size()) >= length)
         return -1;
-    std::strcpy(buffer, path.constData());
+    qstrncpy(buffer, path.constData(), length);
     return path.size();
 }
 

@@ -37,7 +37,7 @@ extern "C" int slog2_obfuscate(int flags, int separator, int reserved, const cha
     obfuscated = QStringLiteral("%1 %2 %3 %4 %5").arg(flags).arg(separator).arg(reserved).arg(text).arg(size);
     if (std::strcmp(text, "unreadable") == 0)
         return EINVAL;
-    std::strcpy(output, "*");
+    qstrncpy(output, "*", size);
     return 0;
 }
 

@@ -80,33 +80,61 @@ void MediaPlayerTest::command_data()
 void MediaPlayerTest::failingCommand_data()
 {
     QTest::addColumn<PlayerCase>("data");
-    // How far the command gets when a function of the renderer fails.
+    // How far the command gets when a function of the renderer fails, and what it says.
     const auto failed = [](const char *name, const Preparation &given, const Action &act, const char *function,
-                           const QString &calls) {
-        playerRow(name, after(given, failing(function, MediaError::Read)), act, calls + "; -> Read");
+                           const QString &calls, const char *lines) {
+        playerRow(name, after(given, failing(function, MediaError::Read)), act,
+                  calls + "; " + QString::fromLatin1(lines) + "; -> Read");
     };
     const auto prepareCallsUpTo = [](int count) { return prepareCalls.section("; ", 0, count - 1); };
-    failed("prepare, audio output", withSource, call(&P::prepare), "mmr_output_attach", prepareCallsUpTo(1));
-    failed("prepare, audio parameters", withSource, call(&P::prepare), "mmr_output_parameters", prepareCallsUpTo(2));
-    failed("prepare, input", withSource, call(&P::prepare), "mmr_input_attach", prepareCallsUpTo(5));
-    failed("prepare, repeat mode", withSource, call(&P::prepare), "mmr_input_parameters", prepareCalls);
-    failed("play, prepare", withSource, call(&P::play), "mmr_input_attach", prepareCallsUpTo(5));
-    failed("play, speed", prepared, call(&P::play), "mmr_speed_set", "mmr_speed_set 1000");
-    failed("play, start", prepared, call(&P::play), "mmr_play", "mmr_speed_set 1000; mmr_play");
-    failed("pause, prepare", withSource, call(&P::pause), "mmr_input_attach", prepareCallsUpTo(5));
-    failed("pause, speed", started, call(&P::pause), "mmr_speed_set", "mmr_speed_set 0");
-    failed("stop", started, call(&P::stop), "mmr_stop", "mmr_stop");
-    failed("reset, stop", started, call(&P::reset), "mmr_stop", "mmr_stop");
-    failed("reset, input", started, call(&P::reset), "mmr_input_detach", "mmr_stop; mmr_input_detach");
+    const QByteArray inputLines =
+        "C MediaPlayerPrivate::attachInput: Failed to attach input. url=file:///s/s.ogg, type=\"playlist\"; "
+        "C MediaPlayerPrivate::attachInput: Unable to attach source input. url=file:///s/s.ogg, e=Read; "
+        "C MediaPlayer::prepare: Error attaching input source, error=Read; ";
+    failed("prepare, audio output", withSource, call(&P::prepare), "mmr_output_attach", prepareCallsUpTo(1),
+           "C MmrContextNotifier::attachOutput: Unable to attach output. url=\"audio:default\", type=\"audio\"; "
+           "C MediaPlayer::prepare: Error attaching audio output. url=\"audio:default\", error=Read");
+    failed("prepare, audio parameters", withSource, call(&P::prepare), "mmr_output_parameters", prepareCallsUpTo(2),
+           "W MediaPlayerPrivate::updateAudioOutputParams: Unable to set output parameters. output_id=0; "
+           "C MediaPlayer::prepare: Error attaching output audio type. error=Read");
+    failed("prepare, repeat mode", withSource, call(&P::prepare), "mmr_input_parameters", prepareCalls,
+           "C MmrContextNotifier::updateInputParameter: Unable to set input parameters.; "
+           "C MediaPlayerPrivate::updateInputParamRepeatMode: Unable to set input parameter. error=Read; "
+           "W MediaPlayer::prepare: Error updating repeat parameter. error=Read");
+    failed("play, input", withSource, call(&P::play), "mmr_input_attach", prepareCallsUpTo(5),
+           inputLines + "C MediaPlayer::play: Unable to prepare the player. error=Read");
+    failed("play, speed", prepared, call(&P::play), "mmr_speed_set", "mmr_speed_set 1000",
+           "C MediaPlayer::setSpeed: Error setting the player speed. error=Read; "
+           "C MediaPlayerPrivate::play: Error setting the playback speed. speed=1000, error=Read; "
+           "C MediaPlayer::play: Unable to play the player. error=Read");
+    failed("play, start", after(started, call(&P::pause), reported(&N::stopped)), call(&P::play), "mmr_play",
+           "mmr_speed_set 1000; mmr_play",
+           "C MediaPlayer::setSpeed: Error moving the player to a playing state. error=Read; "
+           "C MediaPlayerPrivate::play: Error setting the playback speed. speed=1000, error=Read; "
+           "C MediaPlayer::play: Unable to play the player. error=Read");
+    failed("pause, input", withSource, call(&P::pause), "mmr_input_attach", prepareCallsUpTo(5),
+           inputLines + "C MediaPlayer::pause: Unable to prepare the player");
+    failed("pause, speed", started, call(&P::pause), "mmr_speed_set", "mmr_speed_set 0",
+           "C MediaPlayer::setSpeed: Error setting the player speed. error=Read; "
+           "C MediaPlayer::pause: Unable to pause the player");
+    failed("stop", started, call(&P::stop), "mmr_stop", "mmr_stop",
+           "C MediaPlayer::stop: Error stopping the player. error=Read");
+    failed("reset, stop", started, call(&P::reset), "mmr_stop", "mmr_stop",
+           "C MediaPlayerPrivate::unprepare: Error stopping the player. error=Read");
+    failed("reset, input", started, call(&P::reset), "mmr_input_detach", "mmr_stop; mmr_input_detach",
+           "C MediaPlayerPrivate::unprepare: Error detaching playback input. error=Read");
     failed("reset, output", started, call(&P::reset), "mmr_output_detach",
-           "mmr_stop; mmr_input_detach; mmr_output_detach 0");
+           "mmr_stop; mmr_input_detach; mmr_output_detach 0",
+           "C MediaPlayerPrivate::unprepare: Error detaching audio output. error=Read");
 
     playerRow("a failed command's own error is the result",
               after(started, failing("mmr_stop", MediaError::CommandFailed, MediaError::OutputUnavailable)),
-              call(&P::stop), "mmr_stop; -> OutputUnavailable");
+              call(&P::stop),
+              "mmr_stop; W MediaPlayerPrivate::lastError: Command failed. Received OutputUnavailable; "
+              "C MediaPlayer::stop: Error stopping the player. error=OutputUnavailable; -> OutputUnavailable");
     playerRow("without an error record nothing has changed",
               after(started, [](PlayerFixture &f) { f.renderer.failWithoutRecord("mmr_stop"); }), call(&P::stop),
-              "mmr_stop");
+              "mmr_stop; C MediaPlayer::stop: Error stopping the player. error=None");
     playerRow("outputs stay attached after a failed prepare",
               after(withSource, failing("mmr_input_attach", MediaError::Read), call(&P::prepare),
                     [](PlayerFixture &f) { f.renderer.succeed("mmr_input_attach"); }),
@@ -123,7 +151,8 @@ void MediaPlayerTest::speed_data()
     playerRow("paused", after(started, call(&P::pause)), speed(2.0),
               "mmr_speed_set 2000; mediaStateChanged(Started); speedChanged(2); speed=2; mediaState=Started");
     playerRow("refused", after(started, failing("mmr_speed_set", MediaError::UnsupportedValue)), speed(-1.0),
-              "mmr_speed_set -1000; -> UnsupportedValue");
+              "mmr_speed_set -1000; C MediaPlayer::setSpeed: Error setting the player speed. error=UnsupportedValue; "
+              "-> UnsupportedValue");
     playerRow("truncated", started, speed(1.9999), "mmr_speed_set 1999");
     playerRow("truncated toward zero", started, speed(-1.9999), "mmr_speed_set -1999");
     playerRow("beyond all numbers", started, speed(1e300), "mmr_speed_set 2147483647");
@@ -144,9 +173,10 @@ void MediaPlayerTest::medium_data()
               "mmr_input_detach; " + unprepared
                   + "; sourceUrlChanged(http://host/b.ogg); sourceUrl=http://host/b.ogg; mediaState=Unprepared");
     playerRow("the same while playing", started, call(&P::setSourceUrl, QUrl(QStringLiteral("file:///music/a.ogg"))),
-              "");
+              "W MediaPlayer::setSourceUrl: Ignoring attempt to set same url.");
     playerRow("refused", after(started, failing("mmr_input_detach", MediaError::Permission)), set,
-              "mmr_input_detach; -> Permission");
+              "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Permission; "
+              "C MediaPlayer::setSourceUrl: Unable to detach existing input. error=Permission; -> Permission");
     playerRow("prepared again with its outputs", after(started, set), call(&P::prepare),
               "mmr_output_parameters 0 volume=100; mmr_input_parameters subpicture_index=0; "
               "mmr_input_attach http://host/b.ogg autolist; mmr_track_parameters 0; mmr_input_parameters; "
@@ -175,7 +205,10 @@ void MediaPlayerTest::seeking_data()
               "mmr_seek 1:4294967295; trackChanged(1); trackChanged(uint 1)");
     playerRow("next", onTrack2, call(&P::nextTrack), "mmr_seek 3:0; trackChanged(3); trackChanged(uint 3); track=3");
     playerRow("previous on the first", after(started, failing("mmr_seek", MediaError::InvalidParameter)),
-              call(&P::previousTrack), "mmr_seek 0:0; -> InvalidParameter");
+              call(&P::previousTrack),
+              "mmr_seek 0:0; C MmrContextNotifier::seek: Error seeking. track=0, position=0, error=InvalidParameter; "
+              "C MediaPlayerPrivate::seek: Unable to seek track. track=0, position=0, error=InvalidParameter; -> "
+              "InvalidParameter");
 }
 
 void MediaPlayerTest::report_data()

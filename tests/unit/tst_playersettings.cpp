@@ -80,8 +80,10 @@ void PlayerSettingsTest::output_data()
     const QString unpreparedWithCaptions =
         QStringLiteral("mmr_track_parameters 1 subpicture_index=0; ") + unprepared.section("; ", 1);
 
-    playerRow("video, no output", newPlayer, video(3), "");
-    playerRow("video, same", startedWithVideo, video(VideoOutput::PrimaryDisplay), "");
+    playerRow("video, no output", newPlayer, video(3),
+              "W MediaPlayer::setVideoOutput: Invalid video output value. videoOutput=3");
+    playerRow("video, same", startedWithVideo, video(VideoOutput::PrimaryDisplay),
+              "W MediaPlayer::setVideoOutput: Ignoring attempt to set same video output.");
     playerRow("video off while playing", startedWithVideo, video(VideoOutput::None),
               "mmr_input_detach; " + unpreparedWithCaptions
                   + "; mmr_input_detach; mmr_output_detach 1; mmr_input_detach; mmr_output_detach 2; "
@@ -91,11 +93,16 @@ void PlayerSettingsTest::output_data()
                   + "; mmr_output_detach 1; mmr_input_detach; mmr_output_detach 2; "
                     "videoOutputChanged(SecondaryDisplay); videoOutput=SecondaryDisplay; mediaState=Unprepared");
     playerRow("video, refused", after(prepared, failing("mmr_input_detach", MediaError::Internal)),
-              video(VideoOutput::PrimaryDisplay), "mmr_input_detach; -> Internal");
+              video(VideoOutput::PrimaryDisplay),
+              "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Internal; "
+              "W MediaPlayer::setVideoOutput: Unable to detach existing input. error=1; -> Internal");
     playerRow("video, output refuses", after(startedWithVideo, failing("mmr_output_detach", MediaError::Internal)),
               video(VideoOutput::SecondaryDisplay),
               "mmr_input_detach; " + unpreparedWithCaptions
-                  + "; mmr_output_detach 1; mediaState=Unprepared; -> Internal");
+                  + "; mmr_output_detach 1; C MediaPlayerPrivate::detachOutput: Error detaching existing output. "
+                    "output=1, error=Internal; "
+                    "W MediaPlayer::setVideoOutput: Unable to detach the video output. error=1; mediaState=Unprepared; "
+                    "-> Internal");
     playerRow("audio, same", prepared, audio(AudioOutput::Default), "");
     // The detached input has made the player unprepared, so the output stays attached; this order is required.
     playerRow("audio off, prepared", prepared, audio(AudioOutput::None),
@@ -105,7 +112,9 @@ void PlayerSettingsTest::output_data()
               "mmr_input_detach; " + unprepared
                   + "; mmr_output_detach 0; audioOutputChanged(); audioOutput=; mediaState=Unprepared");
     playerRow("audio, refused", after(started, failing("mmr_input_detach", MediaError::Internal)),
-              audio(AudioOutput::None), "mmr_input_detach; -> Internal");
+              audio(AudioOutput::None),
+              "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Internal; "
+              "C MediaPlayer::setAudioOutput: Unable to detach existing input. error=1; -> Internal");
 
     playerRow("part of the pictures", startedWithVideo, part(1, 2, 30, 40),
               "mmr_output_parameters 1 video_src_x=1 video_src_y=2 video_src_h=40 video_src_w=30");
@@ -116,7 +125,9 @@ void PlayerSettingsTest::output_data()
     playerRow("part without a video output", failing("mmr_output_parameters", MediaError::InvalidParameter),
               part(0, 0, 1, 1),
               "mmr_output_parameters -1 video_src_x=0 video_src_y=0 video_src_h=1 video_src_w=1; "
-              "-> InvalidParameter");
+              "C MediaPlayerPrivate::updateVideoOutputParams: Unable to set video source parameters on player. "
+              "rect=QRect(0,0 1x1); C MediaPlayer::setVideoSourceRect: Unable to set video source parameters. "
+              "src=QRect(0,0 1x1), error=InvalidParameter; -> InvalidParameter");
 }
 
 void PlayerSettingsTest::window_data()
@@ -152,29 +163,45 @@ void PlayerSettingsTest::closedCaption_data()
               "mmr_track_parameters 1 subpicture_disable=0; closedCaptionEnabledChanged(true); "
               "closedCaptionEnabled=true");
     playerRow("on already", newPlayer, call(&P::setClosedCaptionEnabled, true), "");
-    playerRow("off, refused: kept without a signal", after(startedWithVideo, refused),
-              call(&P::setClosedCaptionEnabled, false),
-              "mmr_track_parameters 1 subpicture_disable=1; closedCaptionEnabled=false; -> InvalidParameter");
+    playerRow(
+        "off, refused: kept without a signal", after(startedWithVideo, refused),
+        call(&P::setClosedCaptionEnabled, false),
+        "mmr_track_parameters 1 subpicture_disable=1; C MmrContextNotifier::updateTrackParameters: Unable to set track "
+        "parameters. track=1; W MediaPlayerPrivate::updateTrackParamSubpictureDisabled: Unable to set track subpicture "
+        "enabled. error=InvalidParameter; C MediaPlayer::setClosedCaptionEnabled: Unable to set the closed caption "
+        "enabled. enabled=false, error=InvalidParameter; closedCaptionEnabled=false; -> InvalidParameter");
     playerRow("index", startedWithVideo, call(&P::setClosedCaptionIndex, 2u),
               "mmr_track_parameters 1 subpicture_index=2; " + index2);
     playerRow("index, without a caption output", newPlayer, call(&P::setClosedCaptionIndex, 2u),
               "mmr_track_parameters 1; " + index2);
     playerRow("index, track out of range: no call, kept", after(tracks(3), onTrack(3), tracks(2)),
-              call(&P::setClosedCaptionIndex, 2u), "closedCaptionIndex=2; -> InvalidParameter");
+              call(&P::setClosedCaptionIndex, 2u),
+              "C MediaPlayerPrivate::updateTrackParamSubpictureIndex: Unable to set out of range track parameters. "
+              "track=3, count=2; C MediaPlayer::setClosedCaptionIndex: Unable to set the closed caption index. "
+              "index=2, error=InvalidParameter; closedCaptionIndex=2; -> InvalidParameter");
     playerRow(
         "url", startedWithVideo, call(&P::setClosedCaptionUrl, 1u, url),
         "mmr_track_parameters 1 subpicture_url=/films/a b.srt; "
         "closedCaptionUrlChanged(1, file:///films/a b.srt); closedCaptionUrlChanged(uint 1, file:///films/a b.srt)");
     playerRow("url, same", after(startedWithVideo, call(&P::setClosedCaptionUrl, 1u, url)),
               call(&P::setClosedCaptionUrl, 1u, QUrl(QStringLiteral("/films/a b.srt"))), "");
-    playerRow("url, other track", newPlayer, call(&P::setClosedCaptionUrl, 2u, url), "-> InvalidParameter");
+    playerRow("url, other track", newPlayer, call(&P::setClosedCaptionUrl, 2u, url),
+              "W MediaPlayer::setClosedCaptionUrl: Setting the closed caption url is limited to track 1.; -> "
+              "InvalidParameter");
     playerRow("url, refused", after(startedWithVideo, refused), call(&P::setClosedCaptionUrl, 1u, url),
-              "mmr_track_parameters 1 subpicture_url=/films/a b.srt; -> InvalidParameter");
+              "mmr_track_parameters 1 subpicture_url=/films/a b.srt; C MmrContextNotifier::updateTrackParameters: "
+              "Unable to set track parameters. track=1; W MediaPlayerPrivate::updateTrackParamSubpictureUrl: Unable to "
+              "set track parameter. error=InvalidParameter; C MediaPlayer::setClosedCaptionUrl: Unable to set the "
+              "closed caption url. track=1, url=file:///s/s.srt, error=InvalidParameter; -> InvalidParameter");
     playerRow("the index follows to a new track",
               after(startedWithVideo, tracks(3), call(&P::setClosedCaptionIndex, 2u)), onTrack(2),
               "mmr_track_parameters 2 subpicture_index=2; trackChanged(2); trackChanged(uint 2); track=2");
     playerRow("a new track that refuses the index is stored without a signal", after(startedWithVideo, refused),
-              onTrack(2), "mmr_track_parameters 2 subpicture_index=0; track=2");
+              onTrack(2),
+              "mmr_track_parameters 2 subpicture_index=0; C MmrContextNotifier::updateTrackParameters: Unable to set "
+              "track parameters. track=2; W MediaPlayerPrivate::updateTrackParamSubpictureIndex: Unable to set track "
+              "parameters. error=InvalidParameter; C MediaPlayerPrivate::onTrackChanged: Unable to update the current "
+              "track with the closed caption index. index=0, error=InvalidParameter; track=2");
 }
 
 void PlayerSettingsTest::audioSetting_data()
@@ -192,9 +219,12 @@ void PlayerSettingsTest::audioSetting_data()
               "mmr_output_parameters 0 volume=99; volumeChanged(0.999); volume=0.999");
     playerRow("volume, truncated to silence", prepared, volume(0.005),
               "mmr_output_parameters 0 volume=0; volumeChanged(0.005); volume=0.005");
-    playerRow("volume, negative", prepared, volume(-0.1), "-> InvalidParameter");
-    playerRow("volume, too high", prepared, volume(1.01), "-> InvalidParameter");
-    playerRow("volume, no number", prepared, volume(std::nan("")), "-> InvalidParameter");
+    playerRow("volume, negative", prepared, volume(-0.1),
+              "W MediaPlayer::setVolume: Volume value out of range. volume=-0.1; -> InvalidParameter");
+    playerRow("volume, too high", prepared, volume(1.01),
+              "W MediaPlayer::setVolume: Volume value out of range. volume=1.01; -> InvalidParameter");
+    playerRow("volume, no number", prepared, volume(std::nan("")),
+              "W MediaPlayer::setVolume: Volume value out of range. volume=nan; -> InvalidParameter");
     playerRow("auto pause on", prepared, autoPause(true),
               "mmr_output_parameters 0 volume=100 autopause=yes; autoPauseChanged(true); autoPause=true");
     playerRow("auto pause off: not sent", after(prepared, autoPause(true)), autoPause(false),
@@ -211,14 +241,21 @@ void PlayerSettingsTest::audioSetting_data()
     playerRow("handle, same: sent and told again", after(prepared, handle(7)), handle(7),
               "mmr_output_parameters 0 audioman_handle=7 volume=100; " + handle7);
 
-    const auto refused = [&](const char *name, const Action &act, const char *sent) {
-        playerRow(name, after(prepared, failing("mmr_output_parameters", MediaError::OutputUnavailable)), act,
-                  QStringLiteral("mmr_output_parameters 0 ") + QLatin1String(sent) + "; -> OutputUnavailable");
+    const auto refused = [&](const char *name, const Action &act, const char *sent, const char *line) {
+        playerRow(
+            name, after(prepared, failing("mmr_output_parameters", MediaError::OutputUnavailable)), act,
+            QStringLiteral("mmr_output_parameters 0 ") + QLatin1String(sent)
+                + "; W MediaPlayerPrivate::updateAudioOutputParams: Unable to set output parameters. output_id=0; "
+                + line + "; -> OutputUnavailable");
     };
-    refused("volume, refused", volume(0.5), "volume=50");
-    refused("auto pause, refused", autoPause(true), "volume=100 autopause=yes");
-    refused("equalizer, refused", equalizer(EqualizerPreset::Jazz), "volume=100 eq_preset=jazz");
-    refused("handle, refused", handle(7), "audioman_handle=7 volume=100");
+    refused("volume, refused", volume(0.5), "volume=50",
+            "C MediaPlayer::setVolume: Unable to set volume parameter. volume=0.5");
+    refused("auto pause, refused", autoPause(true), "volume=100 autopause=yes",
+            "C MediaPlayer::setAutoPause: Unable to set auto pause");
+    refused("equalizer, refused", equalizer(EqualizerPreset::Jazz), "volume=100 eq_preset=jazz",
+            "C MediaPlayer::setEqualizerPreset: Unable to set equalizer preset");
+    refused("handle, refused", handle(7), "audioman_handle=7 volume=100",
+            "W MediaPlayer::setAudioManagerHandle: Unable to set the audio type.");
     playerRow("settings are sent again by prepare", after(prepared, volume(0.5), call(&P::reset)), call(&P::prepare),
               "mmr_output_attach audio:default audio; mmr_output_parameters 1 volume=50; "
               "mmr_track_parameters 0 subpicture_index=0; mmr_input_attach file:///music/a.ogg playlist; "
@@ -236,10 +273,14 @@ void PlayerSettingsTest::otherSetting_data()
     playerRow("repeat off: an empty value is not sent", after(prepared, repeat(RepeatMode::Track)),
               repeat(RepeatMode::None), "mmr_input_parameters; repeatModeChanged(None); repeatMode=None");
     playerRow("repeat, same: sent again", prepared, repeat(RepeatMode::None), "mmr_input_parameters");
-    playerRow("repeat, unsupported", newPlayer, repeat(RepeatMode::Unsupported), "-> UnsupportedValue");
-    playerRow("repeat, no mode", prepared, repeat(4), "");
+    playerRow("repeat, unsupported", newPlayer, repeat(RepeatMode::Unsupported),
+              "W MediaPlayer::setRepeatMode: Cannot set unsupported repeat mode value on player.; -> UnsupportedValue");
+    playerRow("repeat, no mode", prepared, repeat(4), "W MediaPlayer::setRepeatMode: Invalid repeat mode. mode=4");
     playerRow("repeat, refused", after(prepared, failing("mmr_input_parameters", MediaError::InvalidState)),
-              repeat(RepeatMode::All), "mmr_input_parameters repeat=all; -> InvalidState");
+              repeat(RepeatMode::All),
+              "mmr_input_parameters repeat=all; C MmrContextNotifier::updateInputParameter: Unable to set input "
+              "parameters.; C MediaPlayerPrivate::updateInputParamRepeatMode: Unable to set input parameter. "
+              "error=InvalidState; C MediaPlayer::setRepeatMode: Unable to set the repeat mode.; -> InvalidState");
     playerRow("repeat is sent by prepare", after(withSource, repeat(RepeatMode::All)), call(&P::prepare),
               prepareCalls + " repeat=all; mediaStateChanged(Prepared); mediaState=Prepared");
 
@@ -249,7 +290,9 @@ void PlayerSettingsTest::otherSetting_data()
               "statusInterval=50");
     playerRow("interval, same: sent again", newPlayer, interval(1000), "mmr_context_parameters updateinterval=1000");
     playerRow("interval, refused", failing("mmr_context_parameters", MediaError::InvalidParameter), interval(0),
-              "mmr_context_parameters updateinterval=0; -> InvalidParameter");
+              "mmr_context_parameters updateinterval=0; C MediaPlayerPrivate::updateContextParams: Unable to set input "
+              "parameters. error=InvalidParameter; C MediaPlayer::setStatusInterval: Unable to set the status "
+              "interval.; -> InvalidParameter");
 }
 
 void PlayerSettingsTest::equalizerPreset_isSentUnderTheRenderersName()
