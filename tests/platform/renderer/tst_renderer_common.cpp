@@ -1,0 +1,273 @@
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <pps/Fd.h>
+#include <renderer/common/Medium.h>
+#include <renderer/common/Parameters.h>
+#include <renderer/common/Protocol.h>
+#include <renderer/common/TrackPosition.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using namespace voro::renderer;
+
+namespace {
+
+QByteArray show(const ParsedPosition &position)
+{
+    const QByteArray milliseconds = QByteArray::number(qint64(position.milliseconds));
+    return position.track ? QByteArray::number(*position.track) + ':' + milliseconds : milliseconds;
+}
+
+} // namespace
+
+/** The rules that the service and the workers share. */
+class tst_RendererCommon : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void position_data();
+    void position();
+    void parameters_data();
+    void parameters();
+    void parametersText_survivesEveryValue();
+    void check_tellsTheCause_data();
+    void check_tellsTheCause();
+    void check_unreadableIsPermission();
+    void uri_data();
+    void uri();
+    void playlist_data();
+    void playlist();
+    void answer_givesTheResultBack();
+
+private:
+    std::string write(const char *name, const QByteArray &content)
+    {
+        QFile file(m_folder.filePath(QString::fromLatin1(name)));
+        if (!file.open(QFile::WriteOnly) || file.write(content) != content.size()) {
+            qFatal("cannot write %s", name);
+        }
+        return file.fileName().toStdString();
+    }
+
+    QTemporaryDir m_folder;
+};
+
+void tst_RendererCommon::position_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("expected");
+    // What is no position gives "none".
+    for (const char *text : {"0", "1500", "3:1500", "0:7", "4294967295:4294967295"}) {
+        QTest::newRow(text) << QByteArray(text) << QByteArray(text);
+    }
+    for (const char *text : {"", ":", "1:", ":5", "1:2:3", "-1", "1:-5", "+5", " 5", "5 ", "1.5", "0x10", "abc",
+                             "4294967296", "4294967296:0", "99999999999999999999"}) {
+        QTest::newRow(text) << QByteArray(text) << QByteArray("none");
+    }
+}
+
+void tst_RendererCommon::position()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, expected);
+    const auto parsed = parsePosition({text.constData(), size_t(text.size())});
+    QCOMPARE(parsed ? show(*parsed) : QByteArray("none"), expected);
+}
+
+void tst_RendererCommon::parameters_data()
+{
+    QTest::addColumn<int>("owner");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArrayList>("good");
+    QTest::addColumn<QByteArrayList>("bad");
+    const auto row = [](const char *title, Owner owner, const char *name, const QByteArrayList &good,
+                        const QByteArrayList &bad) {
+        QTest::newRow(title) << int(owner) << QByteArray(name) << good << bad;
+    };
+    const QByteArrayList noNumbers = {"", "-1", "x", "1x", " 1", "1.0"};
+    row("interval", Owner::Context, "updateinterval", {"20", "1000", "2147483647"},
+        noNumbers + QByteArrayList{"0", "19", "2147483648"});
+    row("volume", Owner::Audio, "volume", {"0", "100"}, noNumbers + QByteArrayList{"101"});
+    row("autopause", Owner::Audio, "autopause", {"yes", "no"}, {"", "true", "YES", "1"});
+    row("preset", Owner::Audio, "eq_preset", {"off", "airplane", "randb", "spokenword"}, {"", "Rock", "unheard"});
+    row("handle", Owner::Audio, "audioman_handle", {"0", "4294967295"}, noNumbers + QByteArrayList{"4294967296"});
+    row("repeat", Owner::Input, "repeat", {"none", "track", "all"}, {"", "All", "one"});
+    row("captions of an input", Owner::Input, "subpicture_disable", {"0", "1"}, {"", "2", "yes"});
+    row("caption index", Owner::Track, "subpicture_index", {"0", "17"}, noNumbers);
+    row("caption url", Owner::Track, "subpicture_url", {"", "/a b.srt"}, {});
+    row("source rectangle", Owner::Video, "video_src_w", {"0", "1920"}, noNumbers);
+    // Known to another owner only.
+    row("volume of an input", Owner::Input, "volume", {}, {"50"});
+    row("repeat of an output", Owner::Audio, "repeat", {}, {"all"});
+    row("interval of a track", Owner::Track, "updateinterval", {}, {"1000"});
+    row("unknown", Owner::Context, "colour", {}, {"1"});
+    row("caption output", Owner::Caption, "volume", {}, {"50"});
+}
+
+void tst_RendererCommon::parameters()
+{
+    QFETCH(int, owner);
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArrayList, good);
+    QFETCH(QByteArrayList, bad);
+    const auto check = [&](const QByteArray &value) {
+        Parameters parameters;
+        parameters.set(name.toStdString(), value.toStdString());
+        return parameters.check(Owner(owner));
+    };
+    for (const QByteArray &value : good) {
+        QVERIFY2(check(value), value.constData());
+    }
+    for (const QByteArray &value : bad) {
+        const Result result = check(value);
+        QVERIFY2(result.code == ErrorCode::InvalidParameter, value.constData());
+        QVERIFY2(result.text.find(name.toStdString()) != std::string::npos, result.text.c_str());
+    }
+}
+
+void tst_RendererCommon::parametersText_survivesEveryValue()
+{
+    Parameters parameters;
+    parameters.set("plain", "a:b::c");
+    parameters.set("empty", "");
+    parameters.set("lines", "first\nmsg::stop\r\n\\n");
+    parameters.set("bytes", "\xff\xfe\x01\x7f");
+    const auto read = Parameters::fromText(parameters.toText());
+    QVERIFY(read && *read == parameters);
+    QVERIFY(!Parameters::fromText("no attribute line"));
+    QVERIFY(!Parameters::fromText("@object\na::b"));
+}
+
+void tst_RendererCommon::check_tellsTheCause_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<int>("code");
+    const auto row = [this](const char *title, const char *name, ErrorCode code) {
+        QTest::newRow(title) << m_folder.path().toUtf8() + '/' + name << int(code);
+    };
+    write("good.ogg", "OggS");
+    write("empty.ogg", {});
+    const QByteArray base = m_folder.path().toUtf8() + '/';
+    QVERIFY(mkdir((base + "folder.ogg").constData(), 0700) == 0);
+    QVERIFY(mkfifo((base + "fifo.ogg").constData(), 0600) == 0);
+    QVERIFY(symlink("good.ogg", (base + "link.ogg").constData()) == 0);
+    QVERIFY(symlink("loop.ogg", (base + "loop.ogg").constData()) == 0);
+    const voro::pps::Fd listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, (base + "socket.ogg").constData(), sizeof address.sun_path);
+    QVERIFY(bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0);
+
+    row("good", "good.ogg", ErrorCode::None);
+    row("link", "link.ogg", ErrorCode::None);
+    row("missing", "none.ogg", ErrorCode::SourceUnavailable);
+    row("in a missing folder", "none/none.ogg", ErrorCode::SourceUnavailable);
+    row("below a file", "good.ogg/none.ogg", ErrorCode::SourceUnavailable);
+    row("link to itself", "loop.ogg", ErrorCode::SourceUnavailable);
+    row("empty", "empty.ogg", ErrorCode::ResourceCorrupted);
+    row("folder", "folder.ogg", ErrorCode::UnsupportedMediaType);
+    row("pipe that nobody writes to", "fifo.ogg", ErrorCode::UnsupportedMediaType);
+    row("socket", "socket.ogg", ErrorCode::UnsupportedMediaType);
+    QTest::newRow("device") << QByteArray("/dev/zero") << int(ErrorCode::UnsupportedMediaType);
+    QTest::newRow("nothing") << QByteArray() << int(ErrorCode::SourceUnavailable);
+    QTest::newRow("long name") << base + QByteArray(300, 'x') << int(ErrorCode::SourceUnavailable);
+}
+
+void tst_RendererCommon::check_tellsTheCause()
+{
+    QFETCH(QByteArray, path);
+    QFETCH(int, code);
+    QCOMPARE(int(Medium(path.toStdString()).check().code), code);
+    QCOMPARE(int(Medium("file://" + path.toStdString()).check().code), code);
+}
+
+void tst_RendererCommon::check_unreadableIsPermission()
+{
+    const std::string path = write("secret.ogg", "OggS");
+    QVERIFY(chmod(path.c_str(), 0) == 0);
+    if (geteuid() != 0) {
+        QCOMPARE(int(Medium(path).check().code), int(ErrorCode::Permission));
+        return;
+    }
+    // Nothing is unreadable to the superuser, so somebody else looks.
+    QVERIFY(chmod(m_folder.path().toLocal8Bit().constData(), 0755) == 0);
+    constexpr uid_t Nobody = 65534;
+    QVERIFY(seteuid(Nobody) == 0);
+    const Result result = Medium(path).check();
+    QVERIFY(seteuid(0) == 0);
+    QCOMPARE(int(result.code), int(ErrorCode::Permission));
+}
+
+void tst_RendererCommon::uri_data()
+{
+    QTest::addColumn<QByteArray>("url");
+    QTest::addColumn<QByteArray>("expected");
+    const auto row = [](const char *url, const char *expected) {
+        QTest::newRow(url) << QByteArray(url) << QByteArray(expected);
+    };
+    row("/music/a.ogg", "file:///music/a.ogg");
+    row("/a b%25#?.ogg", "file:///a%20b%2525%23%3F.ogg");
+    row("file:///a%20b.ogg", "file:///a%2520b.ogg");
+    row("/\xff.ogg", "file:///%FF.ogg");
+    row("/x/http://y", "file:///x/http://y");
+    row("http://host/a%20b?c#d", "http://host/a%20b?c#d");
+}
+
+void tst_RendererCommon::uri()
+{
+    QFETCH(QByteArray, url);
+    QFETCH(QByteArray, expected);
+    QCOMPARE(QByteArray::fromStdString(Medium(url.toStdString()).uri()), expected);
+}
+
+void tst_RendererCommon::playlist_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("expected");
+    const auto row = [](const char *title, const char *name, const QByteArray &content, bool expected) {
+        QTest::newRow(title) << QByteArray(name) << content << expected;
+    };
+    row("m3u", "a.m3u", "#EXTM3U\n#EXTINF:3,T\na.ogg\n", true);
+    row("m3u without a head", "a.m3u", "a.ogg\nb.ogg\n", true);
+    row("m3u by another name", "a.txt", "#EXTM3U\na.ogg\n", true);
+    row("m3u with a byte order mark", "a.m3u8", "\xef\xbb\xbf#EXTM3U\na.ogg\n", true);
+    row("name in capitals", "A.M3U", "a.ogg\n", true);
+    row("stream index", "a.m3u8", "#EXTM3U\n#EXT-X-TARGETDURATION:10\na.ts\n", false);
+    row("pls", "a.pls", "[playlist]\nFile1=a.ogg\n", true);
+    row("pls in other letters", "a.x", "\r\n[Playlist]\nFile1=a.ogg\n", true);
+    row("xspf", "a.xspf", "<?xml version=\"1.0\"?>\n<playlist version=\"1\" xmlns=\"http://xspf.org/ns/0/\"/>", true);
+    row("asx", "a.asx", "<ASX version=\"3\"><entry><ref href=\"a\"/></entry></ASX>", true);
+    row("other xml", "a.xml", "<?xml version=\"1.0\"?><smil/>", false);
+    row("words", "a.txt", "These are only words.\n", false);
+    row("sound named m3u", "a.m3u", QByteArray("OggS\0\2\0\0", 8), false);
+    row("sound", "a.ogg", QByteArray("OggS\0\2\0\0", 8), false);
+}
+
+void tst_RendererCommon::playlist()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, content);
+    QFETCH(bool, expected);
+    QCOMPARE(Medium(write(name.constData(), content)).isPlaylist(), expected);
+}
+
+void tst_RendererCommon::answer_givesTheResultBack()
+{
+    const std::string longCause = std::string(100'000, 'x') + "\n@control\nerr:n:0";
+    voro::pps::Message message;
+    QVERIFY(message.parse(answer("seek", 7, {ErrorCode::Read, longCause})));
+    QVERIFY(message.text("res") == "seek" && message.number("id") == 7);
+    QCOMPARE(int(resultOf(message).code), int(ErrorCode::Read));
+    QVERIFY(resultOf(message).text.size() < 2000);
+    QVERIFY(message.parse(answer("seek", 8, {})));
+    QVERIFY(resultOf(message));
+    // An answer that does not say how it went is no success.
+    QVERIFY(message.parse("res::seek\nid:n:8"));
+    QCOMPARE(int(resultOf(message).code), int(ErrorCode::Internal));
+}
+
+QTEST_GUILESS_MAIN(tst_RendererCommon)
+#include "tst_renderer_common.moc"
