@@ -1,0 +1,86 @@
+#include "FakeEngines.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace voro::renderer;
+
+class FakeEngines::Fake : public Engine {
+public:
+    explicit Fake(FakeEngines &owner) : m_owner(owner) {}
+    ~Fake() override
+    {
+        m_owner.m_log.emplace_back("end");
+        m_owner.m_done = nullptr;
+        m_owner.m_listener = nullptr;
+    }
+
+    void ask(std::string_view command, std::string_view lines, Done done) override
+    {
+        m_owner.asked(command, lines, std::move(done));
+    }
+    void setWatched(bool isWatched) override { m_owner.m_isWatched = isWatched; }
+
+private:
+    FakeEngines &m_owner;
+};
+
+std::unique_ptr<Engine> FakeEngines::start(EngineListener &listener)
+{
+    ++m_started;
+    m_listener = &listener;
+    return std::make_unique<Fake>(*this);
+}
+
+void FakeEngines::asked(std::string_view command, std::string_view lines, Engine::Done done)
+{
+    std::string entry(command);
+    for (const char c : lines.substr(0, lines.empty() ? 0 : lines.size() - 1)) {
+        if (entry.size() == command.size()) {
+            entry += ' ';
+        }
+        entry += c == '\n' ? ' ' : c;
+    }
+    m_log.push_back(entry);
+    if (held == command) {
+        m_done = std::move(done);
+        return;
+    }
+    const auto answer = answers.find(command);
+    const Result result = answer == answers.end() ? Result() : answer->second;
+    if (command == "open" && result) {
+        tell(
+            "track track:n:1 md_title_duration:n:5000 md_title_seekable:b:true md_video_width:n:0 md_video_height:n:0");
+        tell("queue current:n:1 total:n:" + std::to_string(total));
+    }
+    done(result);
+}
+
+void FakeEngines::release(const Result &result)
+{
+    std::exchange(m_done, nullptr)(result);
+}
+
+void FakeEngines::tell(const std::string &event)
+{
+    std::string lines = "msg::" + event + '\n';
+    std::replace(lines.begin(), lines.end(), ' ', '\n');
+    voro::pps::Message message;
+    if (m_listener && message.parse(lines)) {
+        m_listener->engineEvent(message, lines);
+    }
+}
+
+void FakeEngines::die()
+{
+    const auto pending = std::exchange(m_done, nullptr);
+    std::exchange(m_listener, nullptr)->engineDied();
+    if (pending) {
+        pending({ErrorCode::Internal, "the worker died"});
+    }
+}
+
+std::vector<std::string> FakeEngines::takeLog()
+{
+    return std::exchange(m_log, {});
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <renderer/service/Engine.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+/**
+ * Engines that record what they are asked and answer as the test says. Used in the thread of the contexts, as the
+ * contexts are.
+ */
+class FakeEngines : public voro::renderer::EngineSource {
+public:
+    std::unique_ptr<voro::renderer::Engine> start(voro::renderer::EngineListener &listener) override;
+
+    /** The answer to a command from now on; without one it succeeds. */
+    std::map<std::string, voro::renderer::Result, std::less<>> answers;
+    /** A command that is not answered before release(), or by the engine's death. */
+    std::string held;
+    /** What the queue event before the answer to an "open" tells. */
+    int total = 1;
+
+    /** What was asked since the last call: "COMMAND ATTRIBUTE…", and "end" when a context let go of its engine. */
+    std::vector<std::string> takeLog();
+    int started() const { return m_started; }
+    bool isWatched() const { return m_isWatched; }
+    bool isHolding() const { return m_done != nullptr; }
+
+    void release(const voro::renderer::Result &result = {});
+    /** Sends an event of the present engine: "NAME ATTRIBUTE…". */
+    void tell(const std::string &event);
+    void die();
+
+private:
+    class Fake;
+
+    void asked(std::string_view command, std::string_view lines, voro::renderer::Engine::Done done);
+
+    voro::renderer::EngineListener *m_listener = nullptr;
+    voro::renderer::Engine::Done m_done;
+    std::vector<std::string> m_log;
+    int m_started = 0;
+    bool m_isWatched = false;
+};

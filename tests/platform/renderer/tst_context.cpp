@@ -1,0 +1,465 @@
+#include "FakeEngines.h"
+
+#include <QtTest/QtTest>
+
+#include <BrokerThread.h>
+#include <renderer/service/Context.h>
+
+#include <optional>
+
+using namespace voro::renderer;
+using voro::pps::Broker;
+using voro::pps::BrokerThread;
+using voro::pps::Connection;
+using voro::pps::readNow;
+
+namespace {
+
+constexpr const char *Folder = "/pps/services/multimedia/renderer/context/c";
+constexpr const char *Attach = "input_attach url::/a.ogg type::autolist";
+
+std::string path(const std::string &object)
+{
+    return std::string(Folder) + '/' + object;
+}
+
+/** One context in the broker's thread, with engines that the test plays, and the test as its application. */
+class Stage {
+public:
+    Stage()
+    {
+        run([this](Broker &broker) { m_context.emplace(broker, engines, Folder); });
+        m_control = m_thread.open(path("control"), voro::pps::PublishSubscribe);
+    }
+    ~Stage()
+    {
+        run([this](Broker &) { m_context.reset(); });
+    }
+
+    void run(const std::function<void(Broker &)> &function) { m_thread.run(function); }
+
+    /** Writes a command: "NAME ATTRIBUTE…". */
+    void write(const std::string &command)
+    {
+        std::string text = "msg::" + command + '\n';
+        std::replace(text.begin(), text.end(), ' ', '\n');
+        if (!m_control->write(text + "id:n:" + std::to_string(++m_lastId))) {
+            qFatal("cannot write");
+        }
+    }
+    /** Waits for the next answer. */
+    voro::pps::Message answer()
+    {
+        voro::pps::Message message;
+        std::string text;
+        if (!m_control->read(text, true) || !message.parse(text)) {
+            qFatal("no answer");
+        }
+        return message;
+    }
+    /** Does one step and returns how it went: a command and its error code; "!EVENT" of the engine; "!die". */
+    int step(const std::string &text)
+    {
+        if (text == "!die") {
+            run([this](Broker &) { engines.die(); });
+        } else if (text.starts_with('!')) {
+            run([&](Broker &) { engines.tell(text.substr(1)); });
+        } else {
+            write(text);
+            return int(answer().number("err", -1));
+        }
+        return 0;
+    }
+    std::string content(const std::string &object)
+    {
+        std::string text;
+        run([&](Broker &broker) { text = broker.content(path(object)); });
+        return text;
+    }
+    std::vector<std::string> takeLog()
+    {
+        std::vector<std::string> log;
+        run([&](Broker &) { log = engines.takeLog(); });
+        return log;
+    }
+    std::unique_ptr<Connection> watch(const std::string &object)
+    {
+        return m_thread.open(path(object), voro::pps::Subscribe);
+    }
+
+    FakeEngines engines;
+
+private:
+    BrokerThread m_thread;
+    std::optional<Context> m_context;
+    std::unique_ptr<Connection> m_control;
+    int m_lastId = 0;
+};
+
+/** "a:n:1 b::x" for the attributes of an object's text. */
+QByteArray attributes(const std::string &text)
+{
+    QByteArrayList lines = QByteArray::fromStdString(text).split('\n');
+    lines.removeIf([](const QByteArray &line) { return line.isEmpty() || line.contains('@'); });
+    return lines.join(' ');
+}
+
+QByteArrayList toList(const std::vector<std::string> &log)
+{
+    QByteArrayList list;
+    for (const std::string &entry : log) {
+        list << QByteArray::fromStdString(entry);
+    }
+    return list;
+}
+
+} // namespace
+
+/** A context's commands, what it asks of its engine, and what it shows. */
+class tst_Context : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void steps_data();
+    void steps();
+    void engineIsAsked_data();
+    void engineIsAsked();
+    void journal_isToldToEveryEngine();
+    void parameters_areEchoed_exactly();
+    void nothingIsShown_beforeTheFirstChange();
+    void reset_isReadBeforeTheNextMedium();
+    void speedChange_doesNotWriteTheErrorAgain();
+    void commands_areAnsweredInTheirOrder();
+    void deathDuringCommand_failsIt_data();
+    void deathDuringCommand_failsIt();
+    void tenDeaths_giveTheMediumUp();
+    void hostileMessages_areRefused_data();
+    void hostileMessages_areRefused();
+    void destruction_duringCommand_isSafe();
+};
+
+void tst_Context::steps_data()
+{
+    QTest::addColumn<QStringList>("commands");
+    QTest::addColumn<QList<int>>("codes");
+    QTest::addColumn<QByteArray>("state");
+    const auto row = [](const char *title, const QStringList &commands, const QList<int> &codes, const char *state) {
+        QTest::newRow(title) << commands << codes << QByteArray(state);
+    };
+    const QString attach = QLatin1String(Attach);
+    row("without an input", {"play", "seek position::5", "speed_set speed:n:500", "stop", "input_detach"},
+        {3, 3, 3, 0, 0}, "");
+    row("attach", {attach}, {0}, "state::stopped speed:n:1000");
+    row("attach, detach", {attach, "input_detach"}, {0, 0}, "state::idle speed:n:1000");
+    row("attach twice", {attach, attach}, {0, 0}, "state::stopped speed:n:1000");
+    row("play", {attach, "play"}, {0, 0}, "state::playing speed:n:1000");
+    row("play twice", {attach, "play", "play"}, {0, 0, 0}, "state::playing speed:n:1000");
+    row("stop twice", {attach, "play", "stop", "stop"}, {0, 0, 0, 0}, "state::stopped speed:n:1000");
+    row("hold", {attach, "play", "speed_set speed:n:0"}, {0, 0, 0}, "state::playing speed:n:0");
+    row("play held", {attach, "speed_set speed:n:0", "play"}, {0, 0, 0}, "state::playing speed:n:0");
+    row("speed while stopped", {attach, "speed_set speed:n:-2000"}, {0, 0}, "state::stopped speed:n:-2000");
+    row("speeds out of range",
+        {attach, "speed_set speed:n:249", "speed_set speed:n:-4001", "speed_set speed:n:4000", "speed_set"},
+        {0, 4, 4, 0, 4}, "state::stopped speed:n:4000");
+    row("the end", {attach, "play", "!status position:n:5000 bufferlevel::100/100 bufferstatus::playing", "!ended"},
+        {0, 0, 0, 0}, "state::stopped speed:n:1000 error:n:0 error_pos::1:5000");
+    row("a failure", {attach, "play", "!failed err:n:11 position:n:700 track:n:1"}, {0, 0, 0},
+        "state::stopped speed:n:1000 error:n:11 error_pos::1:700");
+    row("a crash", {attach, "play", "!status position:n:1200", "!die"}, {0, 0, 0, 0},
+        "state::stopped speed:n:1000 error:n:1 error_pos::1:1200");
+    row("play after the end", {attach, "play", "!ended", "play"}, {0, 0, 0, 0}, "state::playing speed:n:1000");
+    row("stop after the end", {attach, "play", "!ended", "stop"}, {0, 0, 0, 0}, "state::stopped speed:n:1000");
+    row("detach after the end", {attach, "play", "!ended", "input_detach"}, {0, 0, 0, 0}, "state::idle speed:n:1000");
+    row("a late end", {attach, "play", "stop", "!ended"}, {0, 0, 0, 0}, "state::stopped speed:n:1000");
+    row("seeks", {attach, "seek position::1:5", "seek position::7", "seek position::0:5", "seek position::2:5", "seek"},
+        {0, 0, 0, 2, 2, 2}, "state::stopped speed:n:1000");
+    row("inputs that are none",
+        {"input_attach url::/a type::film", "input_attach url::/a", "input_attach url::audio:default type::track"},
+        {2, 2, 7}, "");
+    row("outputs",
+        {"output_attach url::audio:default type::audio", "output_attach url::audio:default type::audio",
+         "output_attach url::x type::smell", "output_detach output:n:0", "output_detach output:n:1",
+         "output_detach output:n:1", "output_detach output:n:2", "output_detach"},
+        {0, 0, 2, 0, 0, 0, 2, 2}, "");
+    row("output parameters",
+        {"output_attach url::audio:default type::audio", "output_parameters output:n:0 dat::volume::50",
+         "output_parameters output:n:0 dat::volume::101", "output_parameters output:n:0 dat::loud::1",
+         "output_parameters output:n:-1 dat::volume::50", "output_parameters output:n:9 dat::volume::50"},
+        {0, 0, 2, 2, 2, 2}, "");
+    row("context parameters",
+        {"context_parameters dat::updateinterval::20", "context_parameters dat::updateinterval::19"}, {0, 2}, "");
+    row("track parameters",
+        {"track_parameters track:n:1", "track_parameters track:n:9", attach,
+         "track_parameters track:n:1 dat::subpicture_index::1", "track_parameters track:n:2",
+         "track_parameters track:n:0", "track_parameters track:n:-1", "track_parameters"},
+        {0, 0, 0, 0, 2, 0, 2, 2}, "state::stopped speed:n:1000");
+}
+
+void tst_Context::steps()
+{
+    QFETCH(QStringList, commands);
+    QFETCH(QList<int>, codes);
+    QFETCH(QByteArray, state);
+    Stage stage;
+    QList<int> results;
+    for (const QString &command : commands) {
+        results << stage.step(command.toStdString());
+    }
+    QCOMPARE(results, codes);
+    QCOMPARE(attributes(stage.content("state")), state);
+}
+
+void tst_Context::engineIsAsked_data()
+{
+    QTest::addColumn<QStringList>("commands");
+    QTest::addColumn<QByteArrayList>("asked");
+    const QString attach = QLatin1String(Attach);
+    const auto row = [&attach](const char *title, const QStringList &commands, const QByteArrayList &asked) {
+        QTest::newRow(title) << (QStringList(attach) + commands) << asked;
+    };
+    row("play", {"play", "play"}, {"play"});
+    row("stop", {"stop", "play", "stop", "stop"}, {"play", "stop"});
+    row("speed", {"speed_set speed:n:2000", "speed_set speed:n:9999"}, {"speed speed:n:2000"});
+    row("seek", {"seek position::700", "seek position::1:800", "seek position::3:0"},
+        {"seek track:n:1 position:n:700", "seek track:n:1 position:n:800"});
+    row("detach", {"input_detach", "input_detach"}, {"close"});
+    row("attach again", {"input_attach url::/b.ogg type::playlist"},
+        {"close", "open url::/b.ogg type::playlist speed:n:1000 audio:b:false interval:n:1000 volume:n:100 "
+                  "eq_preset:: autopause:: audioman_handle:: repeat::"});
+    row("crash, seek, play", {"play", "!status position:n:900", "!die", "seek position::1:2500", "play"},
+        {"play", "end",
+         "open url::/a.ogg type::autolist speed:n:1000 audio:b:false track:n:1 position:n:2500 "
+         "interval:n:1000 volume:n:100 eq_preset:: autopause:: audioman_handle:: repeat::",
+         "play"});
+    row("crash, detach", {"!die", "input_detach"}, {"end"});
+}
+
+void tst_Context::engineIsAsked()
+{
+    QFETCH(QStringList, commands);
+    QFETCH(QByteArrayList, asked);
+    Stage stage;
+    stage.step(commands.takeFirst().toStdString());
+    stage.takeLog();
+    for (const QString &command : commands) {
+        stage.step(command.toStdString());
+    }
+    QCOMPARE(toList(stage.takeLog()), asked);
+}
+
+void tst_Context::journal_isToldToEveryEngine()
+{
+    Stage stage;
+    for (const char *command :
+         {"output_attach url::audio:default type::audio", "output_parameters output:n:0 dat::volume::50",
+          "output_parameters output:n:0 dat::eq_preset::jazz", "context_parameters dat::updateinterval::250",
+          "input_parameters dat::repeat::all"}) {
+        QCOMPARE(stage.step(command), 0);
+    }
+    QVERIFY(stage.takeLog().empty());
+    QCOMPARE(stage.step(Attach), 0);
+    QCOMPARE(stage.step("speed_set speed:n:500"), 0);
+    QCOMPARE(stage.step("output_parameters output:n:0 dat::volume::70"), 0);
+    QCOMPARE(stage.step("play"), 0);
+    const QByteArray settings = "eq_preset::jazz autopause:: audioman_handle:: repeat::all";
+    const QByteArray open = "open url::/a.ogg type::autolist ";
+    QCOMPARE(toList(stage.takeLog()),
+             (QByteArrayList{open + "speed:n:1000 audio:b:true interval:n:250 volume:n:50 " + settings,
+                             "speed speed:n:500", "set interval:n:250 volume:n:70 " + settings, "play"}));
+
+    stage.step("!status position:n:3333");
+    stage.step("!die");
+    QCOMPARE(stage.engines.started(), 1);
+    QCOMPARE(stage.step("play"), 0);
+    QCOMPARE(
+        toList(stage.takeLog()),
+        (QByteArrayList{
+            "end", open + "speed:n:500 audio:b:true track:n:1 position:n:3333 interval:n:250 volume:n:70 " + settings,
+            "play"}));
+    QCOMPARE(stage.engines.started(), 2);
+    QVERIFY(stage.engines.isWatched());
+}
+
+void tst_Context::parameters_areEchoed_exactly()
+{
+    Stage stage;
+    const auto input = stage.watch("input");
+    const auto track = stage.watch("p1");
+    QCOMPARE(stage.step("input_parameters"), 0);
+    QCOMPARE(QByteArray::fromStdString(readNow(*input)), QByteArray());
+    QCOMPARE(stage.step("input_parameters dat:c:repeat::all\\naudio_type::007\\n"), 0);
+    QCOMPARE(attributes(readNow(*input)), QByteArray("audio_type::007 repeat::all"));
+    QCOMPARE(stage.step("input_parameters dat:c:audio_type::007\\nrepeat::all\\n"), 0);
+    QCOMPARE(QByteArray::fromStdString(readNow(*input)), QByteArray());
+    QCOMPARE(stage.step("input_parameters dat::repeat::loudly"), 2);
+    QCOMPARE(stage.step("input_parameters dat::repeat::track"), 0);
+    QCOMPARE(attributes(readNow(*input)), QByteArray("repeat::track -audio_type"));
+
+    QCOMPARE(stage.step("track_parameters track:n:0 dat::subpicture_index::2"), 0);
+    QCOMPARE(QByteArray::fromStdString(readNow(*track)), QByteArray());
+    QCOMPARE(stage.step(Attach), 0);
+    QCOMPARE(stage.step("input_detach"), 0);
+    QCOMPARE(attributes(stage.content("input")), QByteArray("repeat::track"));
+}
+
+void tst_Context::nothingIsShown_beforeTheFirstChange()
+{
+    Stage stage;
+    const auto all = stage.watch(".all");
+    for (const char *command : {"stop", "input_detach", "output_attach url::audio:default type::audio",
+                                "context_parameters dat::updateinterval::50", "track_parameters track:n:0", "play"}) {
+        stage.step(command);
+    }
+    QCOMPARE(QByteArray::fromStdString(readNow(*all)), QByteArray());
+}
+
+void tst_Context::reset_isReadBeforeTheNextMedium()
+{
+    Stage stage;
+    stage.step(Attach);
+    stage.step("play");
+    stage.step("!status position:n:4000 bufferlevel::100/100 bufferstatus::playing");
+    const auto all = stage.watch(".all");
+    readNow(*all);
+
+    stage.step("input_detach");
+    stage.step("input_attach url::/b.ogg type::autolist");
+    stage.step("play");
+    stage.step("!status position:n:4000 bufferlevel::100/100 bufferstatus::playing");
+    const std::string first = readNow(*all);
+    for (const char *line : {"md_title_duration:n:0", "md_title_seekable:b:false", "total:n:0", "position:n:0",
+                             "volume::0/100", "bufferstatus::idle", "state::playing"}) {
+        QVERIFY2(first.find(line) != std::string::npos, first.c_str());
+    }
+    const std::string second = readNow(*all);
+    for (const char *line :
+         {"md_title_duration:n:5000", "md_title_seekable:b:true", "current:n:1", "total:n:1", "position:n:4000"}) {
+        QVERIFY2(second.find(line) != std::string::npos, second.c_str());
+    }
+    QVERIFY2(second.find("@state") == std::string::npos, second.c_str());
+    QCOMPARE(QByteArray::fromStdString(readNow(*all)), QByteArray());
+}
+
+void tst_Context::speedChange_doesNotWriteTheErrorAgain()
+{
+    Stage stage;
+    stage.step(Attach);
+    stage.step("play");
+    const auto errors = stage.watch("state?delta,f=error");
+    readNow(*errors);
+    stage.step("!ended");
+    QCOMPARE(attributes(readNow(*errors)), QByteArray("error:n:0"));
+    stage.step("speed_set speed:n:2000");
+    QCOMPARE(attributes(stage.content("state")), QByteArray("state::stopped speed:n:2000 error:n:0 error_pos::1:0"));
+    QCOMPARE(QByteArray::fromStdString(readNow(*errors)), QByteArray());
+    stage.step("play");
+    QCOMPARE(QByteArray::fromStdString(readNow(*errors)), QByteArray());
+}
+
+void tst_Context::commands_areAnsweredInTheirOrder()
+{
+    Stage stage;
+    stage.engines.held = "open";
+    stage.write(Attach);
+    stage.write("play");
+    stage.write("seek position::5");
+    stage.run([&](Broker &) { QVERIFY(stage.engines.isHolding()); });
+    QCOMPARE(toList(stage.takeLog()).size(), 1);
+    stage.run([&](Broker &) {
+        stage.engines.tell("queue current:n:1 total:n:1");
+        stage.engines.release();
+    });
+    for (const char *command : {"input_attach", "play", "seek"}) {
+        const auto answer = stage.answer();
+        QCOMPARE(QByteArray::fromStdString(answer.text("res")), QByteArray(command));
+        QCOMPARE(answer.number("err", -1), 0);
+    }
+}
+
+void tst_Context::deathDuringCommand_failsIt_data()
+{
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("held");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("state");
+    const QString attach = QLatin1String(Attach);
+    QTest::newRow("attach") << QStringList() << attach << "open" << 1 << QByteArray();
+    QTest::newRow("seek") << QStringList{attach, "play"} << "seek position::9"
+                          << "seek" << 1 << QByteArray("state::stopped speed:n:1000 error:n:1 error_pos::1:0");
+    QTest::newRow("detach") << QStringList{attach, "play"} << "input_detach"
+                            << "close" << 0 << QByteArray("state::idle speed:n:1000");
+}
+
+void tst_Context::deathDuringCommand_failsIt()
+{
+    QFETCH(QStringList, before);
+    QFETCH(QString, command);
+    QFETCH(QString, held);
+    QFETCH(int, code);
+    QFETCH(QByteArray, state);
+    Stage stage;
+    for (const QString &step : before) {
+        QCOMPARE(stage.step(step.toStdString()), 0);
+    }
+    stage.engines.held = held.toStdString();
+    stage.write(command.toStdString());
+    stage.step("!die");
+    QCOMPARE(int(stage.answer().number("err", -1)), code);
+    QCOMPARE(attributes(stage.content("state")), state);
+    // The context goes on.
+    stage.engines.held.clear();
+    QCOMPARE(stage.step(Attach), 0);
+    QCOMPARE(stage.step("play"), 0);
+}
+
+void tst_Context::tenDeaths_giveTheMediumUp()
+{
+    Stage stage;
+    stage.step(Attach);
+    for (int i = 0; i < 10; ++i) {
+        QCOMPARE(stage.step("play"), 0);
+        stage.step("!die");
+    }
+    QCOMPARE(stage.engines.started(), 10);
+    QCOMPARE(stage.step("play"), 11);
+    QCOMPARE(stage.step(Attach), 11);
+    QCOMPARE(stage.engines.started(), 10);
+    QCOMPARE(stage.step("input_attach url::/b.ogg type::autolist"), 0);
+    QCOMPARE(stage.step("play"), 0);
+}
+
+void tst_Context::hostileMessages_areRefused_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::newRow("unknown command") << QByteArray("explode");
+    QTest::newRow("empty command") << QByteArray("");
+    QTest::newRow("long URL") << QByteArray("input_attach type::autolist url::/") + QByteArray(9000, 'x');
+    QTest::newRow("parameters that are no lines") << QByteArray("input_parameters dat::nonsense");
+    QTest::newRow("parameters with an object line") << QByteArray("input_parameters dat:c:@x\\nrepeat::all");
+    QTest::newRow("huge output") << QByteArray("output_detach output:n:4294967296");
+    QTest::newRow("huge track") << QByteArray("track_parameters track:n:4294967297 dat::subpicture_index::1");
+    QTest::newRow("huge speed") << QByteArray("speed_set speed:n:-9223372036854775808");
+    QTest::newRow("no number") << QByteArray("speed_set speed::fast");
+}
+
+void tst_Context::hostileMessages_areRefused()
+{
+    QFETCH(QByteArray, command);
+    Stage stage;
+    QCOMPARE(stage.step(Attach), 0);
+    const std::string state = stage.content("state");
+    QVERIFY(stage.step(command.toStdString()) > 0);
+    QCOMPARE(stage.content("state"), state);
+    QCOMPARE(stage.step("play"), 0);
+}
+
+void tst_Context::destruction_duringCommand_isSafe()
+{
+    Stage stage;
+    stage.engines.held = "open";
+    stage.write(Attach);
+    stage.run([&](Broker &) { QVERIFY(stage.engines.isHolding()); });
+}
+
+QTEST_GUILESS_MAIN(tst_Context)
+#include "tst_context.moc"
