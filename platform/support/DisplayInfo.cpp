@@ -1,12 +1,13 @@
 #include <voro/device/DisplayInfo.h>
 
-#include <chrono>
-#include <cstdlib>
 #include <dlfcn.h>
-#include <memory>
-#include <mutex>
 #include <xcb/randr.h>
 #include <xcb/xcb.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <mutex>
 
 namespace voro::device {
 
@@ -71,7 +72,8 @@ Displays query(const Xcb &xcb)
 {
     Displays displays;
     int screen = 0;
-    const std::unique_ptr<xcb_connection_t, decltype(xcb.disconnect)> connection(xcb.connect(nullptr, &screen), xcb.disconnect);
+    const std::unique_ptr<xcb_connection_t, decltype(xcb.disconnect)> connection(xcb.connect(nullptr, &screen),
+                                                                                 xcb.disconnect);
     if (xcb.hasError(connection.get()))
         return displays;
     const xcb_query_extension_reply_t *extension = xcb.extensionData(connection.get(), xcb.randr);

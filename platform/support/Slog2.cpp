@@ -33,8 +33,11 @@ size_t schemeLength(std::string_view text)
     const size_t colon = text.find(':');
     if (colon == std::string_view::npos || colon == 0)
         return 0;
-    const auto isSchemeCharacter = [](unsigned char c) { return c < 128 && (isalnum(c) || c == '+' || c == '-' || c == '.'); };
-    return std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(colon), isSchemeCharacter) ? colon + 1 : 0;
+    const auto isSchemeCharacter = [](unsigned char c) {
+        return c < 128 && (isalnum(c) || c == '+' || c == '-' || c == '.');
+    };
+    return std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(colon), isSchemeCharacter) ? colon + 1
+                                                                                                           : 0;
 }
 
 } // namespace
