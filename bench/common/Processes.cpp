@@ -81,16 +81,6 @@ std::vector<pid_t> descendants(pid_t process)
     return result;
 }
 
-std::vector<pid_t> running(const std::string &program)
-{
-    std::vector<pid_t> result;
-    for (const pid_t process : processes()) {
-        if (field(processFolder(process) + "/status", "Name") == program)
-            result.push_back(process);
-    }
-    return result;
-}
-
 Child::Child(const std::vector<std::string> &arguments)
 {
     int input[2];

@@ -17,8 +17,6 @@ Usage usage(pid_t process);
 
 /** Every process below the given one. */
 std::vector<pid_t> descendants(pid_t process);
-/** The processes of this user that run the program of that name. */
-std::vector<pid_t> running(const std::string &program);
 
 /** A child process with its standard input and output. */
 class Child {

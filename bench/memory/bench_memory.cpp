@@ -1,5 +1,5 @@
 /* What prepared players add to the application beside playbin3 in its process, and whether a thousand players leave
-   anything behind. Argument: a folder with a.ogg. */
+   anything behind. Argument: a folder with a.ogg; VORO_BENCH_DAEMON names the daemon's process. */
 
 #include "Figures.h"
 #include "Processes.h"
@@ -72,19 +72,15 @@ Added measurePeer(const std::string &program, const std::string &uri)
     return addedBy(before, bench::usage(child.process()), Prepared);
 }
 
-size_t rendererCount()
+/** How many workers a daemon has when those that end have ended and the spare one was started. */
+size_t settledWorkerCount(pid_t daemon)
 {
-    return bench::running("voro-renderer").size();
-}
-
-/** Workers end by themselves; what is left after a while stays. */
-size_t settledRendererCount(size_t wanted)
-{
+    const auto count = [daemon] { return bench::descendants(daemon).size(); };
     QElapsedTimer timer;
     timer.start();
-    while (rendererCount() > wanted && !timer.hasExpired(5'000))
+    while (count() != 1 && !timer.hasExpired(5'000))
         usleep(10'000);
-    return rendererCount();
+    return count();
 }
 
 void measureChurn(const QUrl &url, bool doesPrepare)
@@ -99,12 +95,12 @@ void measureChurn(const QUrl &url, bool doesPrepare)
         QCoreApplication::processEvents();
     };
     churn(Churned / 10);
-    const pid_t daemon = bench::running("vorod").at(0);
-    const size_t renderers = settledRendererCount(1);
+    const pid_t daemon = std::atoi(std::getenv("VORO_BENCH_DAEMON"));
+    const size_t workers = settledWorkerCount(daemon);
     const bench::Usage before = bench::usage(getpid());
     const bench::Usage daemonBefore = bench::usage(daemon);
     churn(Churned);
-    const size_t renderersAfter = settledRendererCount(renderers);
+    const size_t workersAfter = settledWorkerCount(daemon);
     const bench::Usage after = bench::usage(getpid());
     const bench::Usage daemonAfter = bench::usage(daemon);
 
@@ -119,7 +115,7 @@ void measureChurn(const QUrl &url, bool doesPrepare)
                     std::to_string(after.descriptors - before.descriptors) + " and "
                         + std::to_string(daemonAfter.descriptors - daemonBefore.descriptors),
                     "–", "0");
-    bench::printRow(what + "processes left", std::to_string(int(renderersAfter) - int(renderers)), "–", "0");
+    bench::printRow(what + "processes left", std::to_string(int(workersAfter) - int(workers)), "–", "0");
 }
 
 } // namespace
@@ -127,7 +123,7 @@ void measureChurn(const QUrl &url, bool doesPrepare)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 2)
+    if (argc != 2 || !std::getenv("VORO_BENCH_DAEMON"))
         return 2;
     const std::string path = std::string(argv[1]) + "/a.ogg";
     const QUrl url = QUrl::fromLocalFile(QString::fromStdString(path));
