@@ -81,18 +81,23 @@ public:
     {
         if (view.isTitledUnlike(m_last))
             line(view.title);
-        if (view.buffering >= 0 && view.buffering != m_last.buffering)
-            line(QStringLiteral("buffering %1%").arg(int(view.buffering * 100)));
+        if (view.buffering >= 0 && m_last.buffering < 0)
+            line(QStringLiteral("buffering"));
         if (view.isPaused != m_last.isPaused)
             line(view.isPaused ? QStringLiteral("paused") : QStringLiteral("playing"));
-        if (view.position != m_last.position && !view.title.isEmpty())
-            line(timeText(view.position)
-                 + (view.duration ? QStringLiteral(" / ") + timeText(view.duration) : QString()));
+        if (!view.title.isEmpty() && positionText(view) != positionText(m_last))
+            line(positionText(view));
         m_last = view;
     }
 
 private:
     static void line(const QString &text) { print(text.toUtf8() + '\n'); }
+
+    static QString positionText(const View &view)
+    {
+        return view.duration ? timeText(view.position) + QLatin1String(" / ") + timeText(view.duration)
+                             : timeText(view.position);
+    }
 
     View m_last;
 };

@@ -74,7 +74,8 @@ Medium mediumFromArgument(const QByteArray &argument)
 
 Medium sampleMedium()
 {
-    return file(QFile::encodeName(QCoreApplication::applicationDirPath() + QLatin1String("/" VORO_SAMPLE)));
+    const QString path = QCoreApplication::applicationDirPath() + QLatin1String("/" VORO_SAMPLE);
+    return file(QFile::encodeName(QDir::cleanPath(path)));
 }
 
 } // namespace voro

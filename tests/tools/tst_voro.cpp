@@ -408,6 +408,7 @@ void tst_voro::play_givesTerminalBack_whileSuspended()
     kill(terminal.processId(), SIGTSTP);
     QVERIFY(terminal.waitForStop());
     QVERIFY(terminal.isInOwnMode());
+    QVERIFY(terminal.waitFor("|| "));
     kill(terminal.processId(), SIGCONT);
     QVERIFY(terminal.waitFor(">  0:0"));
     QVERIFY(!terminal.isInOwnMode());
