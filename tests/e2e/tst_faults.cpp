@@ -47,14 +47,21 @@ private Q_SLOTS:
     void workerStopped_isTakenForDead();
     void daemonKilled_commandsFail_andANewPlayerPlays();
     void noDaemon_playerSaysSo();
-    void aThousandPlayers_leaveNothing();
+    void manyPlayers_leaveNothing();
 
 private:
-    /** Kills every worker of the daemon; the spare one cannot be told from the others. */
-    void killWorkers(int signal = SIGKILL)
+    /** Signals every worker of the daemon; the spare one cannot be told from the others. */
+    QList<pid_t> signalWorkers(int signal)
     {
-        for (const pid_t worker : workersOf(m_daemon->processId()))
+        const QList<pid_t> workers = workersOf(m_daemon->processId());
+        for (const pid_t worker : workers)
             ::kill(worker, signal);
+        return workers;
+    }
+    /** Whether the daemon knows of none of them any more. */
+    static bool areGone(const QList<pid_t> &workers)
+    {
+        return std::all_of(workers.begin(), workers.end(), [](pid_t worker) { return ::kill(worker, 0) != 0; });
     }
 
     std::unique_ptr<Daemon> m_daemon;
@@ -99,13 +106,14 @@ void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
         QTRY_VERIFY(player.position() > 10'200);
     }
     QTRY_VERIFY(player.duration() > 0);
-    killWorkers();
+    const QList<pid_t> killed = signalWorkers(SIGKILL);
     QVERIFY(errors.wait(5'000));
     QCOMPARE(errors.count(), 1);
     QCOMPARE(errors.first().first().value<MediaError::Type>(), MediaError::Internal);
     QCOMPARE(player.mediaState(), MediaState::Stopped);
 
     // The next play goes on where it was, in another worker.
+    QTRY_VERIFY(areGone(killed));
     QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
     QCOMPARE(player.play(), MediaError::None);
     QCOMPARE(player.mediaState(), MediaState::Started);
@@ -120,8 +128,11 @@ void tst_Faults::workerStopped_isTakenForDead()
     QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
     QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
     QCOMPARE(player.play(), MediaError::None);
-    killWorkers(SIGSTOP);
+    const QList<pid_t> stopped = signalWorkers(SIGSTOP);
     QVERIFY(errors.wait(20'000));
+    for (const pid_t worker : stopped)
+        ::kill(worker, SIGKILL);
+    QTRY_VERIFY(areGone(stopped));
     QCOMPARE(player.play(), MediaError::None);
 }
 
@@ -136,8 +147,7 @@ void tst_Faults::daemonKilled_commandsFail_andANewPlayerPlays()
     QCOMPARE(player.pause(), MediaError::Internal);
     QCOMPARE(player.stop(), MediaError::Internal);
     QCOMPARE(player.reset(), MediaError::Internal);
-    for (const pid_t worker : workers)
-        QTRY_VERIFY(::kill(worker, 0) != 0);
+    QTRY_VERIFY(areGone(workers));
 
     QVERIFY(m_daemon->start());
     QCOMPARE(player.play(), MediaError::Internal);
@@ -157,14 +167,14 @@ void tst_Faults::noDaemon_playerSaysSo()
     QCOMPARE(player.mediaState(), MediaState::Unprepared);
 }
 
-void tst_Faults::aThousandPlayers_leaveNothing()
+void tst_Faults::manyPlayers_leaveNothing()
 {
     const auto churn = [this](int count) {
         for (int i = 0; i < count; ++i) {
             MediaPlayer player;
             QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
-            // Every tenth one takes a worker.
-            if (i % 10 == 0)
+            // Every twentieth one takes a worker.
+            if (i % 20 == 0)
                 QCOMPARE(player.prepare(), MediaError::None);
         }
     };
@@ -172,7 +182,7 @@ void tst_Faults::aThousandPlayers_leaveNothing()
     QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
     const int ours = openDescriptors(QCoreApplication::applicationPid());
     const int theirs = openDescriptors(m_daemon->processId());
-    churn(1000);
+    churn(300);
     QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
     QCOMPARE(openDescriptors(QCoreApplication::applicationPid()), ours);
     QTRY_COMPARE(openDescriptors(m_daemon->processId()), theirs);

@@ -118,6 +118,7 @@ mmr_context_t *mmr_context_create(mmr_connection_t *connection, const char *name
     }
     context->path = connection->service.answer().text("path");
     if (!context->control.open(context->path + "/control")) {
+        mmr_context_destroy(context.release());
         errno = EIO;
         return nullptr;
     }

@@ -30,8 +30,12 @@ std::string answer(std::string_view command, int64_t id, const Result &result)
 
 Result resultOf(const pps::Message &answer)
 {
-    const auto code = ErrorCode(answer.number("err", int64_t(ErrorCode::Internal)));
-    return code == ErrorCode::None ? Result() : Result(code, answer.text("error"));
+    const int64_t number = answer.number("err", int64_t(ErrorCode::Internal));
+    if (number == int64_t(ErrorCode::None)) {
+        return {};
+    }
+    const bool isCode = number > 0 && number <= int64_t(ErrorCode::CommandFailed);
+    return {isCode ? ErrorCode(number) : ErrorCode::Internal, answer.text("error")};
 }
 
 } // namespace voro::renderer

@@ -11,7 +11,7 @@
 /*
  * The messages between applications, the renderer service and its workers. A request carries `msg`, `id` and the
  * request's own attributes (parameters as attribute lines in `dat`); its answer carries `res`, `id` and `err`, for a
- * failure also `extra` and `error` (the cause in words).
+ * failure also `error` (the cause in words).
  */
 
 namespace voro::renderer {

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
+#include <limits>
 #include <utility>
 
 namespace voro::renderer {
@@ -13,6 +13,9 @@ namespace voro::renderer {
 namespace {
 
 constexpr int MostDeaths = 10;
+/** An application that does not wait for its answers is not served any more. */
+constexpr size_t MostWaiting = 256;
+constexpr int64_t MostTracks = 10'000;
 constexpr int SlowestSpeed = 250;
 constexpr int FastestSpeed = 4000;
 
@@ -35,6 +38,13 @@ Result parametersOf(const pps::Message &message, Parameters &parameters)
     }
     parameters = std::move(*parsed);
     return {};
+}
+
+/** The output that a command names; -1 for what cannot be one. */
+int outputOf(const pps::Message &message)
+{
+    const int64_t output = message.number("output", -1);
+    return output < 0 || output > std::numeric_limits<int>::max() ? -1 : static_cast<int>(output);
 }
 
 /** The attribute lines of an event that are a track's metadata. */
@@ -70,7 +80,9 @@ Context::~Context()
 void Context::clientMessage(pps::ClientId client, std::string_view text)
 {
     pps::Message message;
-    if (message.parse(text) && message.has("msg")) {
+    if (m_commands.size() >= MostWaiting) {
+        m_broker.disconnect(client);
+    } else if (message.parse(text) && message.has("msg")) {
         m_commands.push_back({client, std::move(message)});
         runNext();
     }
@@ -112,6 +124,10 @@ Context::Handler Context::handlerOf(std::string_view command)
 
 void Context::runNext()
 {
+    // A command that is finished at once comes back here; the loop that began it goes on.
+    if (std::exchange(m_isRunning, true)) {
+        return;
+    }
     while (!m_isBusy && !m_commands.empty()) {
         m_isBusy = true;
         // It stays in front until it is finished.
@@ -122,6 +138,7 @@ void Context::runNext()
             finish({ErrorCode::InvalidParameter, "unknown command " + message.text("msg")});
         }
     }
+    m_isRunning = false;
 }
 
 void Context::finish(const Result &result, std::string_view lines)
@@ -149,7 +166,7 @@ void Context::outputAttach(const pps::Message &message)
 
 void Context::outputDetach(const pps::Message &message)
 {
-    finish(m_journal.detachOutput(static_cast<int>(message.number("output", -1))));
+    finish(m_journal.detachOutput(outputOf(message)));
 }
 
 void Context::outputParameters(const pps::Message &message)
@@ -157,7 +174,7 @@ void Context::outputParameters(const pps::Message &message)
     Parameters parameters;
     Result result = parametersOf(message, parameters);
     if (result) {
-        result = m_journal.setOutput(static_cast<int>(message.number("output", -1)), parameters);
+        result = m_journal.setOutput(outputOf(message), parameters);
     }
     result ? applySettings() : finish(result);
 }
@@ -188,7 +205,7 @@ void Context::inputParameters(const pps::Message &message)
 void Context::trackParameters(const pps::Message &message)
 {
     const int64_t track = message.number("track", -1);
-    if (track < 0 || (m_input && track > m_total)) {
+    if (track < 0 || track > (m_input ? m_total : MostTracks)) {
         finish({ErrorCode::InvalidParameter, "there is no such track"});
         return;
     }
@@ -257,6 +274,10 @@ void Context::attach(const Journal::Input &input)
             m_journal.setTrack(1, first);
             m_folder.setTrackParameters(1, first);
             setState(State::Stopped);
+        } else if (m_total > 0) {
+            // The worker had told of it before it died.
+            m_folder.clearMedium(m_position.track);
+            m_total = 0;
         }
         finish(result);
     });
@@ -276,13 +297,15 @@ void Context::closeMedium(Engine::Done done)
 {
     const auto closed = [this, done = std::move(done)](const Result &) {
         m_isOpen = false;
-        m_input.reset();
+        m_resume.reset();
         m_folder.clearMedium(m_position.track);
         m_total = 0;
         m_position = {};
         setState(State::Idle);
         done({});
     };
+    // From here on nothing that happens to the worker is a matter of this medium.
+    m_input.reset();
     if (m_isOpen) {
         m_engine->ask("close", {}, closed);
     } else {
@@ -326,6 +349,8 @@ void Context::stop(const pps::Message &)
     if (m_input && m_state == State::Playing) {
         m_engine->ask("stop", {}, [this](const Result &result) {
             if (result) {
+                m_deaths = 0;
+                m_resume.reset();
                 setState(State::Stopped);
             }
             finish(result);
@@ -345,7 +370,8 @@ void Context::speedSet(const pps::Message &message)
         finish(noInput());
         return;
     }
-    if (speed != 0 && (std::abs(speed) < SlowestSpeed || std::abs(speed) > FastestSpeed)) {
+    const bool isInRange = speed >= -FastestSpeed && speed <= FastestSpeed;
+    if (!isInRange || (speed != 0 && speed > -SlowestSpeed && speed < SlowestSpeed)) {
         finish({ErrorCode::UnsupportedValue, "the speed is out of its range"});
         return;
     }
@@ -381,7 +407,12 @@ void Context::seek(const pps::Message &message)
         std::string lines;
         pps::appendNumber(lines, "track", target.track);
         pps::appendNumber(lines, "position", target.milliseconds);
-        m_engine->ask("seek", lines, [this](const Result &result) { finish(result); });
+        m_engine->ask("seek", lines, [this, target](const Result &result) {
+            if (result && m_state != State::Playing) {
+                m_resume = target;
+            }
+            finish(result);
+        });
     } else {
         m_resume = m_position = target;
         m_folder.setStatus(target.milliseconds, "0/100", "idle");
@@ -408,16 +439,20 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
     if (name == "status") {
         report(event);
     } else if (name == "track") {
-        m_folder.setTrack(static_cast<unsigned>(event.number("track", 1)), metadataLines(lines));
+        const int64_t track = event.number("track", 1);
+        if (track >= 1 && track <= MostTracks) {
+            m_folder.setTrack(static_cast<unsigned>(track), metadataLines(lines));
+        }
     } else if (name == "queue") {
-        m_total = static_cast<unsigned>(event.number("total"));
-        m_position.track = static_cast<unsigned>(event.number("current", 1));
+        m_total = static_cast<unsigned>(std::clamp<int64_t>(event.number("total"), 0, MostTracks));
+        m_position.track = static_cast<unsigned>(std::clamp<int64_t>(event.number("current", 1), 1, MostTracks));
         m_folder.setQueue(m_position.track, m_total);
     } else if (name == "ended") {
         m_deaths = 0;
         end(ErrorCode::None, event);
     } else if (name == "failed") {
-        end(static_cast<ErrorCode>(event.number("err", int(ErrorCode::Internal))), event);
+        const Result result = resultOf(event);
+        end(result ? ErrorCode::Internal : result.code, event);
     }
 }
 
@@ -443,6 +478,7 @@ void Context::engineDied()
     ++m_deaths;
     if (m_input && !m_hasEnded) {
         m_resume = m_position;
+        m_folder.setStatus(m_position.milliseconds, "0/100", "idle");
         setState(State::Stopped, Folder::Ending{ErrorCode::Internal, m_position});
     }
 }

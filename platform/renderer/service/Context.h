@@ -78,6 +78,7 @@ private:
 
     std::deque<Command> m_commands;
     bool m_isBusy = false;
+    bool m_isRunning = false;
 
     std::unique_ptr<Engine> m_engine;
     /** Whether the engine has the medium. */

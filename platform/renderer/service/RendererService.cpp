@@ -8,12 +8,12 @@ namespace voro::renderer {
 
 namespace {
 
-/** The context's folder: what cannot stand in a path becomes "_". */
+/** The context's folder: what cannot stand in a path becomes "_", and so does a dot in front. */
 std::string folderOf(const std::string &name)
 {
     std::string path(ContextFolder);
     for (const unsigned char c : name) {
-        const bool isPlain = c < 128 && (isalnum(c) || c == '.' || c == '_' || c == '-');
+        const bool isPlain = c < 128 && (isalnum(c) || c == '_' || c == '-' || (c == '.' && path.back() != '/'));
         path += isPlain ? static_cast<char>(c) : '_';
     }
     return path;
@@ -51,26 +51,27 @@ void RendererService::clientMessage(pps::ClientId client, std::string_view text)
 
 Result RendererService::create(pps::ClientId client, const std::string &name, std::string &line)
 {
-    if (name.empty() || name.size() > MaximumContextName || name.starts_with('.')) {
+    if (name.empty() || name.size() > MaximumContextName) {
         return {ErrorCode::InvalidParameter, "the name is no name of a context"};
     }
-    if (m_contexts.contains(name)) {
+    const std::string folder = folderOf(name);
+    if (m_contexts.contains(folder)) {
         return {ErrorCode::ResourceUnavailable, "the name is taken"};
     }
-    auto context = std::make_unique<Context>(m_broker, m_workers, folderOf(name));
+    auto context = std::make_unique<Context>(m_broker, m_workers, folder);
     if (!context->isServed()) {
         return {ErrorCode::ResourceUnavailable, "the name is taken"};
     }
     pps::appendText(line, "path", context->path());
-    m_contexts[name] = {client, std::move(context)};
+    m_contexts[folder] = {client, name, std::move(context)};
     m_workers.prepareSpare();
     return {};
 }
 
 Result RendererService::destroy(pps::ClientId client, const std::string &name)
 {
-    const auto found = m_contexts.find(name);
-    if (found == m_contexts.end() || found->second.owner != client) {
+    const auto found = m_contexts.find(folderOf(name));
+    if (found == m_contexts.end() || found->second.owner != client || found->second.name != name) {
         return {ErrorCode::InvalidParameter, "there is no such context"};
     }
     m_contexts.erase(found);

@@ -22,6 +22,7 @@ public:
 private:
     struct Owned {
         pps::ClientId owner;
+        std::string name;
         std::unique_ptr<Context> context;
     };
 
@@ -34,6 +35,7 @@ private:
 
     pps::Broker &m_broker;
     WorkerPool m_workers;
+    /** By their folders: two names may have one. */
     std::map<std::string, Owned> m_contexts;
 };
 

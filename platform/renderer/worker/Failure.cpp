@@ -69,7 +69,14 @@ Result toResult(GstMessage *message, bool isOutput)
     GError *raw = nullptr;
     gst_message_parse_error(message, &raw, nullptr);
     const Owned<GError> error(raw);
-    return {isOutput ? ErrorCode::OutputUnavailable : codeOf(*error), error->message};
+    if (isOutput) {
+        return {ErrorCode::OutputUnavailable, error->message};
+    }
+    // A source that does not get anything says no more than that the stream failed.
+    const bool isSource = GST_IS_ELEMENT(GST_MESSAGE_SRC(message))
+                          && GST_OBJECT_FLAG_IS_SET(GST_MESSAGE_SRC(message), GST_ELEMENT_FLAG_SOURCE);
+    const bool isFailedSource = isSource && g_error_matches(raw, GST_STREAM_ERROR, GST_STREAM_ERROR_FAILED);
+    return {isFailedSource ? ErrorCode::SourceUnavailable : codeOf(*error), error->message};
 }
 
 } // namespace voro::renderer

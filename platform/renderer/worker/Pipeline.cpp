@@ -1,6 +1,7 @@
 #include "Pipeline.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace voro::renderer {
 
@@ -13,6 +14,9 @@ enum PlayFlags : guint {
     NativeAudio = 0x20,
     BufferStreams = 0x100,
 };
+
+/** The message that all streams of the medium were found. */
+constexpr char StreamsKnown[] = "voro-streams-known";
 
 int64_t toMilliseconds(gint64 nanoseconds)
 {
@@ -27,6 +31,9 @@ Pipeline::Pipeline(Events events)
 {
     g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "flags", PlayAudio | NativeAudio | BufferStreams,
                  nullptr);
+    // Without these it would try every video sink of the system.
+    g_object_set(m_playbin.get(), "video-sink", makeElement("fakesink"), "text-sink", makeElement("fakesink"), nullptr);
+    g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
     m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
 }
@@ -36,13 +43,13 @@ Pipeline::~Pipeline()
     gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
 }
 
-bool Pipeline::load(const std::string &uri, bool isAudible)
+void Pipeline::load(const std::string &uri, bool isAudible)
 {
     unload();
     m_audio.resetSink(isAudible);
     m_audio.closeGate();
     g_object_set(m_playbin.get(), "uri", uri.c_str(), nullptr);
-    return gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED) != GST_STATE_CHANGE_FAILURE;
+    gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
 }
 
 void Pipeline::run()
@@ -97,8 +104,34 @@ bool Pipeline::seekNow(const Target &target)
 void Pipeline::finishSeek()
 {
     m_seeking.reset();
-    if (m_next) {
-        seekNow(*m_next);
+    if (const auto next = std::exchange(m_next, std::nullopt)) {
+        seekNow(*next);
+    }
+}
+
+// Runs in a streaming thread.
+void Pipeline::onElementAdded(GstBin *, GstBin *, GstElement *element, gpointer self)
+{
+    const GstElementFactory *factory = gst_element_get_factory(element);
+    if (factory && g_str_equal(GST_OBJECT_NAME(factory), "uridecodebin")) {
+        g_signal_connect(element, "no-more-pads", G_CALLBACK(onStreamsKnown), self);
+    }
+}
+
+// Runs in a streaming thread.
+void Pipeline::onStreamsKnown(GstElement *, gpointer self)
+{
+    GstElement *playbin = static_cast<Pipeline *>(self)->m_playbin.get();
+    gst_element_post_message(playbin,
+                             gst_message_new_element(GST_OBJECT(playbin), gst_structure_new_empty(StreamsKnown)));
+}
+
+void Pipeline::checkStreams()
+{
+    gint sounds = 0;
+    g_object_get(m_playbin.get(), "n-audio", &sounds, nullptr);
+    if (sounds == 0) {
+        m_events.failed({ErrorCode::UnsupportedMediaType, "there is no sound in the medium"});
     }
 }
 
@@ -141,10 +174,15 @@ void Pipeline::handle(GstMessage *message)
     case GST_MESSAGE_ELEMENT:
         if (gst_message_has_name(message, AudioBin::DecodedMessage)) {
             m_events.decoded();
+        } else if (gst_message_has_name(message, StreamsKnown)) {
+            checkStreams();
         }
         break;
     case GST_MESSAGE_EOS:
-        m_events.ended();
+        // An end that was reached before the seek that is on its way is none any more.
+        if (!m_seeking || !m_audio.isOpen()) {
+            m_events.ended();
+        }
         break;
     case GST_MESSAGE_ERROR:
         (isUnrecognized(message) ? m_events.unrecognized

@@ -35,8 +35,8 @@ public:
 
     AudioBin &audio() { return m_audio; }
 
-    /** Opens a medium without playing it; decoded or failed follows. False when that cannot even begin. */
-    bool load(const std::string &uri, bool isAudible);
+    /** Opens a medium without playing it; decoded, failed or unrecognized follows. */
+    void load(const std::string &uri, bool isAudible);
     /** Plays on, or begins to. */
     void run();
     /** Holds where it is. */
@@ -61,10 +61,13 @@ private:
         int rate;
     };
 
+    static void onElementAdded(GstBin *bin, GstBin *parent, GstElement *element, gpointer self);
+    static void onStreamsKnown(GstElement *element, gpointer self);
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handle(GstMessage *message);
     bool seekNow(const Target &target);
     void finishSeek();
+    void checkStreams();
 
     Events m_events;
     AudioBin m_audio;

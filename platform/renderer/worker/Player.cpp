@@ -45,17 +45,17 @@ void Player::open(const std::string &url, bool isPlaylist, std::optional<int64_t
     } else if (isPlaylist || m_medium.isPlaylist()) {
         // The one tells the application to try the other.
         finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist that can be played" : "a playlist"});
-    } else if (!load()) {
-        finishOpen({ErrorCode::Internal, "the medium cannot be opened"});
+    } else {
+        load();
     }
 }
 
-bool Player::load()
+void Player::load()
 {
     m_tags.reset(gst_tag_list_new_empty());
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
-    return m_pipeline.load(m_medium.uri(), m_settings.isAudible);
+    m_pipeline.load(m_medium.uri(), m_settings.isAudible);
 }
 
 void Player::finishOpen(const Result &result)
@@ -95,8 +95,12 @@ Result Player::play()
     case Phase::Ready:
         return begin();
     case Phase::Stopped:
+        if (const Result problem = m_medium.check(); !problem) {
+            return problem;
+        }
         m_phase = Phase::Starting;
-        return load() ? Result{} : Result{ErrorCode::Internal, "the medium cannot be opened"};
+        load();
+        return {};
     case Phase::Starting:
     case Phase::Running:
         return {};
@@ -202,7 +206,8 @@ void Player::onEnded()
         onFailed({ErrorCode::ResourceCorrupted, "there is nothing to play"});
         return;
     }
-    if (!m_settings.repeat.empty() && m_settings.repeat != "none" && m_pipeline.seek(0, m_pipeline.rate())) {
+    if (m_pipeline.rate() > 0 && !m_settings.repeat.empty() && m_settings.repeat != "none"
+        && m_pipeline.seek(0, m_pipeline.rate())) {
         reportStatus();
         return;
     }
@@ -229,6 +234,7 @@ void Player::onFailed(const Result &result)
     pps::appendText(lines, "error", result.text);
     pps::appendNumber(lines, "track", 1);
     pps::appendNumber(lines, "position", m_position);
+    reportStatus();
     m_position = 0;
     m_reports.event(lines);
 }

@@ -65,7 +65,7 @@ private:
     static gboolean onStatusDue(gpointer self);
     static gboolean onOpenTimeout(gpointer self);
 
-    bool load();
+    void load();
     Result begin();
     void proceed();
     void end(Phase phase);

@@ -23,6 +23,8 @@ constexpr std::array KnownTags{
     Known{GST_TAG_BITRATE, "md_title_bitrate"},    Known{GST_TAG_NOMINAL_BITRATE, "md_title_bitrate"},
 };
 
+constexpr size_t MaximumTags = 12 * 1024;
+
 /** What changes from frame to frame tells nothing about the medium. */
 constexpr std::array Unsteady{GST_TAG_MINIMUM_BITRATE, GST_TAG_MAXIMUM_BITRATE, "channel-mode", "has-crc"};
 
@@ -92,7 +94,9 @@ std::string toAttributes(const GstTagList *tags)
     }
     std::string result;
     for (const auto &[attribute, text] : lines) {
-        result += text;
+        if (result.size() + text.size() <= MaximumTags) {
+            result += text;
+        }
     }
     return result;
 }

@@ -6,7 +6,8 @@
 
 namespace voro::renderer {
 
-/** The tags as attribute lines of a metadata object: the known ones by their md_… names, others by their own. */
+/** The tags as attribute lines of a metadata object: the known ones by their md_… names, others by their own. What
+    would make a message too long is left out. */
 std::string toAttributes(const GstTagList *tags);
 
 } // namespace voro::renderer
