@@ -411,7 +411,7 @@ void tst_voro::play_givesTerminalBack_whileSuspended()
     QVERIFY(terminal.waitFor("|| "));
     kill(terminal.processId(), SIGCONT);
     QVERIFY(terminal.waitFor(">  0:0"));
-    QVERIFY(!terminal.isInOwnMode());
+    QTRY_VERIFY(!terminal.isInOwnMode());
     terminal.type("q");
     QCOMPARE(terminal.waitForEnd(), std::optional(0));
 }
