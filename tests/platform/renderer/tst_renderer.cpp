@@ -1,0 +1,458 @@
+#include "Application.h"
+#include "RealMedia.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <arpa/inet.h>
+#include <ChildProcess.h>
+#include <Daemon.h>
+#include <netinet/in.h>
+#include <renderer/common/Error.h>
+#include <sys/socket.h>
+
+#include <cmath>
+#include <csignal>
+#include <thread>
+
+using voro::renderer::ErrorCode;
+
+namespace {
+
+/** The processes whose parent is the daemon. */
+QList<pid_t> workersOf(qint64 daemon)
+{
+    QList<pid_t> workers;
+    const QByteArray parent = "PPid:\t" + QByteArray::number(daemon) + '\n';
+    for (const QString &name : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
+        QFile status(QStringLiteral("/proc/%1/status").arg(name));
+        if (status.open(QFile::ReadOnly) && status.readAll().contains(parent)) {
+            workers << name.toInt();
+        }
+    }
+    return workers;
+}
+
+/** The workers that have a file open. */
+QList<pid_t> readersOf(const QByteArray &file, qint64 daemon)
+{
+    QList<pid_t> readers = workersOf(daemon);
+    readers.removeIf([&file](pid_t worker) {
+        const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(worker));
+        const QStringList names = descriptors.entryList(QDir::Files | QDir::System);
+        return std::none_of(names.begin(), names.end(), [&](const QString &name) {
+            return QFile::symLinkTarget(descriptors.filePath(name)).toUtf8() == file;
+        });
+    });
+    return readers;
+}
+
+} // namespace
+
+/** The renderer as applications reach it: the daemon, its workers and real media. */
+class tst_Renderer : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void duration_isRight_data();
+    void duration_isRight();
+    void attachError_tellsTheCause_data();
+    void attachError_tellsTheCause();
+    void sound_isComplete();
+    void seek_isAccurate_alsoBeforePlay();
+    void volume_scalesTheSound();
+    void speed_shortensTheSound_andKeepsThePitch();
+    void seek_isNeverFollowedByAnOlderPosition();
+    void withoutOutput_playsInRealTime();
+    void repeat_startsAgain();
+    void holdAndGoOn_keepThePosition();
+    void workerKilled_isToldInOneMessage();
+    void workerKilled_whileOpening_failsTheCall();
+    void applicationKilled_endsItsContexts();
+    void contextNames_areUniqueAndSafe();
+    void manyContexts_leaveNothing();
+
+private:
+    QByteArray file(const char *name) const { return m_folder.filePath(QString::fromLatin1(name)).toUtf8(); }
+    void write(const char *name, const QByteArray &content) const
+    {
+        QFile target(m_folder.filePath(QString::fromLatin1(name)));
+        if (!target.open(QFile::WriteOnly) || target.write(content) != content.size()) {
+            qFatal("cannot write %s", name);
+        }
+    }
+    /** Plays to the end; the samples that came out, 44100 of them each second. */
+    QList<float> play(const Application &application, int expectedCode = 0);
+
+    QTemporaryDir m_folder;
+    const int m_sink = qputenv("VORO_AUDIO_SINK", "audioconvert ! audioresample ! audio/x-raw,format=F32LE,channels=1,"
+                                                  "rate=44100 ! filesink sync=false location="
+                                                      + file("heard.raw"));
+    Daemon m_daemon;
+};
+
+void tst_Renderer::initTestCase()
+{
+    const auto encode = [this](const char *name, const QStringList &arguments = {}) {
+        media::encode(m_folder.filePath(QString::fromLatin1(name)), media::silenceThenNoise(20), arguments);
+    };
+    encode("a.wav");
+    encode("a.ogg", {"-c:a", "libvorbis"});
+    encode("a.opus", {"-c:a", "libopus", "-ar", "48000"});
+    encode("a.flac");
+    encode("constant.mp3", {"-b:a", "128k"});
+    encode("variable.mp3", {"-q:a", "4"});
+    encode("a.m4a");
+    encode("a.mka", {"-c:a", "flac"});
+    encode("a.webm", {"-c:a", "libopus", "-ar", "48000"});
+    media::encode(m_folder.filePath("tone.wav"), QStringLiteral("sine=frequency=1000:duration=4:sample_rate=44100"));
+    write("words.mp3", QByteArray("These are only words.\n").repeated(200));
+    write("zeros.mp3", QByteArray(20'000, '\0'));
+    write("empty.wav", {});
+    write("list.m3u", "#EXTM3U\na.wav\n");
+}
+
+QList<float> tst_Renderer::play(const Application &application, int expectedCode)
+{
+    const auto state = application.watch("state?wait");
+    if (mmr_play(application.context()) != 0) {
+        qFatal("cannot play: %s", mmr_error_info(application.context())->extra_text);
+    }
+    if (waitForEnd(*state).number("error", -1) != expectedCode) {
+        qFatal("it ended otherwise");
+    }
+    QFile heard(m_folder.filePath("heard.raw"));
+    if (!heard.open(QFile::ReadOnly)) {
+        qFatal("nothing was heard");
+    }
+    const QByteArray bytes = heard.readAll();
+    const auto *samples = reinterpret_cast<const float *>(bytes.constData());
+    return {samples, samples + bytes.size() / qsizetype(sizeof(float))};
+}
+
+void tst_Renderer::duration_isRight_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const char *name :
+         {"a.wav", "a.ogg", "a.opus", "a.flac", "constant.mp3", "variable.mp3", "a.m4a", "a.mka", "a.webm"}) {
+        QTest::newRow(name) << QByteArray(name);
+    }
+}
+
+void tst_Renderer::duration_isRight()
+{
+    QFETCH(QByteArray, name);
+    const Application application;
+    QCOMPARE(application.attach(file(name.constData())), 0);
+    const auto track = application.content("q1");
+    const auto duration = track.number("md_title_duration");
+    QVERIFY2(std::abs(duration - 20'000) <= 200, QByteArray::number(qint64(duration)).constData());
+    QCOMPARE(track.text("md_title_seekable"), std::string("true"));
+    QCOMPARE(track.number("md_video_width", -1), 0);
+    QCOMPARE(track.number("md_video_height", -1), 0);
+    QVERIFY(!track.has("md_video_pixel_width"));
+}
+
+void tst_Renderer::attachError_tellsTheCause_data()
+{
+    QTest::addColumn<QByteArray>("url");
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<int>("code");
+    const auto row = [](const char *title, const QByteArray &url, const char *type, ErrorCode code) {
+        QTest::newRow(title) << url << QByteArray(type) << int(code);
+    };
+    row("missing", file("none.wav"), "autolist", ErrorCode::SourceUnavailable);
+    row("missing playlist", file("none.m3u"), "playlist", ErrorCode::SourceUnavailable);
+    row("empty", file("empty.wav"), "autolist", ErrorCode::ResourceCorrupted);
+    row("words", file("words.mp3"), "autolist", ErrorCode::UnsupportedMediaType);
+    row("zeros", file("zeros.mp3"), "autolist", ErrorCode::UnsupportedMediaType);
+    row("folder", m_folder.path().toUtf8(), "autolist", ErrorCode::UnsupportedMediaType);
+    row("medium as a playlist", "file://" + file("a.wav"), "playlist", ErrorCode::Internal);
+    row("playlist as a medium", file("list.m3u"), "autolist", ErrorCode::Internal);
+    row("encoded path", "file://" + file("a%2Ewav"), "autolist", ErrorCode::SourceUnavailable);
+    row("nobody listens", "http://127.0.0.1:1/a.ogg", "autolist", ErrorCode::SourceUnavailable);
+    row("unknown scheme", "smell://rose", "autolist", ErrorCode::UnsupportedMediaType);
+}
+
+void tst_Renderer::attachError_tellsTheCause()
+{
+    QFETCH(QByteArray, url);
+    QFETCH(QByteArray, type);
+    QFETCH(int, code);
+    const Application application;
+    QCOMPARE(application.attach(url, type.constData()), code);
+    QVERIFY(mmr_error_info(application.context())->extra_text[0] != 0);
+    QVERIFY(!application.content("state").has("state"));
+    QCOMPARE(application.attach("file://" + file("tone.wav")), 0);
+    QCOMPARE(mmr_play(application.context()), 0);
+}
+
+void tst_Renderer::sound_isComplete()
+{
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.attach(file("tone.wav")), 0);
+    for (int i = 0; i < 2; ++i) {
+        const QList<float> heard = play(application);
+        QCOMPARE(heard.size(), 4 * 44100);
+        QVERIFY(std::any_of(heard.begin(), heard.begin() + 100, [](float sample) { return std::abs(sample) > 0.01f; }));
+        QCOMPARE(application.content("status").number("position"), 4000);
+        QCOMPARE(QByteArray::fromStdString(application.content("state").text("error_pos")), QByteArray("1:4000"));
+    }
+}
+
+void tst_Renderer::seek_isAccurate_alsoBeforePlay()
+{
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    for (const char *name : {"a.wav", "a.ogg", "a.flac", "variable.mp3"}) {
+        QCOMPARE(application.attach(file(name)), 0);
+        QCOMPARE(mmr_seek(application.context(), "1:9000"), 0);
+        QCOMPARE(application.content("status").number("position"), 9000);
+        const QList<float> heard = play(application);
+        QVERIFY2(std::abs(heard.size() - 11 * 44100) < 4410, name);
+        // A second of silence is left, then the noise begins.
+        const auto noise =
+            std::find_if(heard.begin(), heard.end(), [](float sample) { return std::abs(sample) > 0.1f; });
+        QVERIFY2(std::abs(noise - heard.begin() - 44100) < 4410, name);
+    }
+}
+
+void tst_Renderer::volume_scalesTheSound()
+{
+    const Application application;
+    const int output = application.attachAudio();
+    const auto loudest = [&](const char *volume) {
+        if (application.setOutput(output, "volume", volume) != 0 || application.attach(file("tone.wav")) != 0) {
+            qFatal("cannot attach");
+        }
+        const QList<float> heard = play(application);
+        return *std::max_element(heard.begin(), heard.end());
+    };
+    const float full = loudest("100");
+    QVERIFY(full > 0.05f);
+    QVERIFY(std::abs(loudest("50") / full - 0.5f) < 0.02f);
+    QCOMPARE(loudest("0"), 0.0f);
+}
+
+void tst_Renderer::speed_shortensTheSound_andKeepsThePitch()
+{
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.attach(file("tone.wav")), 0);
+    QCOMPARE(mmr_speed_set(application.context(), 2000), 0);
+    const QList<float> heard = play(application);
+    QVERIFY2(std::abs(heard.size() - 2 * 44100) < 8820, QByteArray::number(heard.size()).constData());
+    // The middle second: as many upward crossings as the tone has periods.
+    int crossings = 0;
+    for (qsizetype i = 22050; i < 66150; ++i) {
+        crossings += heard[i] < 0 && heard[i + 1] >= 0;
+    }
+    QVERIFY2(std::abs(crossings - 1000) < 30, QByteArray::number(crossings).constData());
+    QCOMPARE(application.content("state").number("speed"), 2000);
+}
+
+void tst_Renderer::seek_isNeverFollowedByAnOlderPosition()
+{
+    const Application application;
+    QCOMPARE(application.setContext("updateinterval", "20"), 0);
+    QCOMPARE(application.attach(file("a.ogg")), 0);
+    QCOMPARE(mmr_play(application.context()), 0);
+    const auto status = application.watch("status?wait");
+    while (readMessage(*status).number("position") < 100) {
+    }
+    for (const int target : {15'000, 5'000, 12'000, 2'000}) {
+        QCOMPARE(mmr_seek(application.context(), QByteArray::number(target).constData()), 0);
+        for (int64_t position = -1; position <= target;) {
+            position = readMessage(*status).number("position");
+            QVERIFY2(position >= target && position < target + 3000, QByteArray::number(qint64(position)).constData());
+        }
+    }
+}
+
+void tst_Renderer::withoutOutput_playsInRealTime()
+{
+    const Application application;
+    QCOMPARE(application.attach(file("tone.wav")), 0);
+    const auto state = application.watch("state?wait");
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QVERIFY2(timer.elapsed() >= 3'900, QByteArray::number(timer.elapsed()).constData());
+}
+
+void tst_Renderer::repeat_startsAgain()
+{
+    const Application application;
+    QCOMPARE(application.setInput("repeat", "track"), 0);
+    QCOMPARE(application.setContext("updateinterval", "20"), 0);
+    QCOMPARE(application.attach(file("tone.wav")), 0);
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    while (readMessage(*state).text("state") != "playing") {
+    }
+    const auto status = application.watch("status?wait");
+    for (int64_t last = 0, now = 0; now >= last;) {
+        last = now;
+        now = readMessage(*status).number("position");
+    }
+    QVERIFY(!application.content("state").has("error"));
+    QCOMPARE(application.setInput("repeat", "none"), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+}
+
+void tst_Renderer::holdAndGoOn_keepThePosition()
+{
+    const Application application;
+    QCOMPARE(application.setContext("updateinterval", "20"), 0);
+    QCOMPARE(application.attach(file("a.ogg")), 0);
+    QCOMPARE(mmr_play(application.context()), 0);
+    const auto status = application.watch("status?wait");
+    while (readMessage(*status).number("position") < 300) {
+    }
+    QCOMPARE(mmr_speed_set(application.context(), 0), 0);
+    const auto held = application.content("status").number("position");
+    QVERIFY(held >= 300);
+    QCOMPARE(application.content("state").text("state"), std::string("playing"));
+    QCOMPARE(application.content("state").number("speed", -1), 0);
+    QCOMPARE(mmr_speed_set(application.context(), 1000), 0);
+    const auto resumed = application.content("status").number("position");
+    QVERIFY2(resumed >= held && resumed < held + 200, QByteArray::number(qint64(resumed - held)).constData());
+}
+
+void tst_Renderer::workerKilled_isToldInOneMessage()
+{
+    const Application application;
+    QCOMPARE(application.setContext("updateinterval", "20"), 0);
+    QCOMPARE(application.attach(file("a.ogg")), 0);
+    QCOMPARE(mmr_seek(application.context(), "7000"), 0);
+    QCOMPARE(mmr_play(application.context()), 0);
+    const auto status = application.watch("status?wait");
+    while (readMessage(*status).number("position") < 7'200) {
+    }
+    const auto state = application.watch("state?wait");
+    QCOMPARE(readMessage(*state).text("state"), std::string("playing"));
+    const QList<pid_t> readers = readersOf(file("a.ogg"), m_daemon.processId());
+    QCOMPARE(readers.size(), 1);
+    ::kill(readers.first(), SIGKILL);
+    const auto ended = readMessage(*state);
+    QCOMPARE(ended.text("state"), std::string("stopped"));
+    QCOMPARE(ended.number("error", -1), int(ErrorCode::Internal));
+    const QByteArray place = QByteArray::fromStdString(ended.text("error_pos"));
+    QVERIFY2(place.startsWith("1:7") || place.startsWith("1:8"), place.constData());
+
+    QCOMPARE(mmr_play(application.context()), 0);
+    QVERIFY(!application.content("state").has("error"));
+    const auto resumed = readMessage(*status).number("position");
+    QVERIFY2(resumed >= 7'000 && resumed < 9'000, QByteArray::number(qint64(resumed)).constData());
+}
+
+void tst_Renderer::workerKilled_whileOpening_failsTheCall()
+{
+    const Application application;
+    // A peer that accepts and says nothing keeps the attach waiting.
+    QVERIFY(workersOf(m_daemon.processId()).size() > 0);
+    const voro::pps::Fd silent(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    QVERIFY(bind(silent.get(), reinterpret_cast<const sockaddr *>(&address), length) == 0);
+    QVERIFY(listen(silent.get(), 4) == 0);
+    QVERIFY(getsockname(silent.get(), reinterpret_cast<sockaddr *>(&address), &length) == 0);
+    const QByteArray url = "http://127.0.0.1:" + QByteArray::number(ntohs(address.sin_port)) + "/a.ogg";
+    std::thread killer([&] {
+        // The connection shows that the worker is at it.
+        const voro::pps::Fd peer(accept4(silent.get(), nullptr, nullptr, SOCK_CLOEXEC));
+        for (const pid_t worker : workersOf(m_daemon.processId())) {
+            ::kill(worker, SIGKILL);
+        }
+    });
+    const int code = application.attach(url);
+    killer.join();
+    QCOMPARE(code, int(ErrorCode::Internal));
+    QCOMPARE(application.attach(file("tone.wav")), 0);
+}
+
+void tst_Renderer::applicationKilled_endsItsContexts()
+{
+    const QByteArray medium = file("a.ogg");
+    ChildProcess child([&medium](ChildProcess &self) {
+        const Application application("doomed");
+        const bool isPlaying = application.attach(medium) == 0 && mmr_play(application.context()) == 0;
+        if (isPlaying) {
+            self.say();
+            self.sleep();
+        }
+        return 1;
+    });
+    QVERIFY(child.hear());
+    mmr_connection_t *connection = mmr_connect(nullptr);
+    QVERIFY(!mmr_context_create(connection, "doomed", 0, 0700));
+    child.kill();
+    mmr_context_t *context = nullptr;
+    QTRY_VERIFY_WITH_TIMEOUT(context || (context = mmr_context_create(connection, "doomed", 0, 0700)), 30'000);
+    mmr_context_destroy(context);
+    mmr_disconnect(connection);
+}
+
+void tst_Renderer::contextNames_areUniqueAndSafe()
+{
+    const Application first("voro.multimedia.MediaPlayer::1");
+    mmr_connection_t *connection = mmr_connect(nullptr);
+    QVERIFY(!mmr_context_create(connection, "voro.multimedia.MediaPlayer::1", 0, 0700));
+    QVERIFY(!mmr_context_create(connection, "", 0, 0700));
+    QVERIFY(!mmr_context_create(connection, QByteArray(300, 'x').constData(), 0, 0700));
+    for (const char *name : {".", "..", "../../control", "a/b", "c,d?e", "caf\xc3\xa9 \xff\n@x"}) {
+        mmr_context_t *context = mmr_context_create(connection, name, 0, 0700);
+        QVERIFY2(context, name);
+        char path[1024];
+        QVERIFY(mmr_context_path(context, path, sizeof path) > 0);
+        const QByteArray folder = QByteArray(path).mid(qsizetype(strlen("/pps/services/multimedia/renderer/context/")));
+        QVERIFY2(!folder.startsWith('.') && !folder.contains('/') && !folder.contains('?') && !folder.contains('\n'),
+                 path);
+        QCOMPARE(mmr_context_destroy(context), 0);
+    }
+    // Only who made a context ends it.
+    QCOMPARE(first.attach(file("tone.wav")), 0);
+    mmr_disconnect(connection);
+}
+
+void tst_Renderer::manyContexts_leaveNothing()
+{
+    const auto descriptors = [this] { return QDir(QStringLiteral("/proc/%1/fd").arg(m_daemon.processId())).count(); };
+    // What is left is one worker that did nothing yet.
+    QList<pid_t> used;
+    const auto isOnlyASpareLeft = [&] {
+        const QList<pid_t> workers = workersOf(m_daemon.processId());
+        return workers.size() == 1 && !used.contains(workers.first());
+    };
+    {
+        const Application warmUp("warm");
+        QCOMPARE(warmUp.attach(file("tone.wav")), 0);
+        used << readersOf(file("tone.wav"), m_daemon.processId());
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(isOnlyASpareLeft(), 30'000);
+    const auto before = descriptors();
+    mmr_connection_t *connection = mmr_connect(nullptr);
+    for (int i = 0; i < 1000; ++i) {
+        mmr_context_t *context = mmr_context_create(connection, QByteArray::number(i).constData(), 0, 0700);
+        QVERIFY(context);
+        QVERIFY(mmr_output_attach(context, "audio:default", "audio") >= 0);
+        if (i % 100 == 0) {
+            QCOMPARE(mmr_input_attach(context, file("tone.wav").constData(), "autolist"), 0);
+            QCOMPARE(mmr_play(context), 0);
+            used << readersOf(file("tone.wav"), m_daemon.processId());
+        }
+        QCOMPARE(mmr_context_destroy(context), 0);
+    }
+    mmr_disconnect(connection);
+    QTRY_VERIFY_WITH_TIMEOUT(isOnlyASpareLeft(), 30'000);
+    QTRY_COMPARE_WITH_TIMEOUT(descriptors(), before, 30'000);
+}
+
+QTEST_GUILESS_MAIN(tst_Renderer)
+#include "tst_renderer.moc"
