@@ -116,7 +116,11 @@ std::string Medium::uri() const
 Result Medium::check() const
 {
     if (!m_isLocal) {
-        return {};
+        // Other schemes name what is the worker's own, its open files for example.
+        constexpr std::array Schemes{"http", "https", "rtsp", "rtsps", "mms", "mmsh", "ftp"};
+        const std::string scheme = lowerCase(m_text.substr(0, m_text.find(':')));
+        const bool isKnown = std::find(Schemes.begin(), Schemes.end(), scheme) != Schemes.end();
+        return isKnown ? Result() : Result(ErrorCode::UnsupportedMediaType, "media cannot come by " + scheme);
     }
     if (m_text.empty()) {
         return {ErrorCode::SourceUnavailable, "no source"};
