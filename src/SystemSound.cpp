@@ -26,6 +26,12 @@ SystemSoundPrivate::~SystemSoundPrivate()
         m_control->close();
 }
 
+SystemSound::Type SystemSoundPrivate::sound() const
+{
+    TRACE_FUNCTION();
+    return m_sound;
+}
+
 bool SystemSoundPrivate::setSound(SystemSound::Type sound)
 {
     TRACE_FUNCTION();

@@ -2,7 +2,9 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -79,6 +81,21 @@ std::vector<pid_t> descendants(pid_t process)
         result.insert(result.end(), below.begin(), below.end());
     }
     return result;
+}
+
+bool waitForEnd(const std::vector<pid_t> &processes, int milliseconds)
+{
+    std::vector<pollfd> ends;
+    for (const pid_t process : processes)
+        ends.push_back({static_cast<int>(syscall(SYS_pidfd_open, process, 0)), POLLIN, 0});
+    // One that could not be opened has ended already.
+    const bool hasEnded = std::any_of(ends.begin(), ends.end(), [](const pollfd &end) { return end.fd < 0; })
+                          || poll(ends.data(), ends.size(), milliseconds) > 0;
+    for (const pollfd &end : ends) {
+        if (end.fd >= 0)
+            close(end.fd);
+    }
+    return hasEnded;
 }
 
 Child::Child(const std::vector<std::string> &arguments)

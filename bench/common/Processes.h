@@ -18,6 +18,9 @@ Usage usage(pid_t process);
 /** Every process below the given one. */
 std::vector<pid_t> descendants(pid_t process);
 
+/** Waits until one of the processes has ended; false when none did in time. */
+bool waitForEnd(const std::vector<pid_t> &processes, int milliseconds);
+
 /** A child process with its standard input and output. */
 class Child {
 public:

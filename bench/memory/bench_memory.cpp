@@ -7,7 +7,6 @@
 #include <multimedia/MediaPlayer.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QUrl>
 
 #include <unistd.h>
@@ -72,15 +71,14 @@ Added measurePeer(const std::string &program, const std::string &uri)
     return addedBy(before, bench::usage(child.process()), Prepared);
 }
 
-/** How many workers a daemon has when those that end have ended and the spare one was started. */
-size_t settledWorkerCount(pid_t daemon)
+/** How many workers a daemon has besides the spare one, when those that were killed have ended. */
+size_t leftWorkers(pid_t daemon)
 {
-    const auto count = [daemon] { return bench::descendants(daemon).size(); };
-    QElapsedTimer timer;
-    timer.start();
-    while (count() != 1 && !timer.hasExpired(5'000))
-        usleep(10'000);
-    return count();
+    for (;;) {
+        const auto workers = bench::descendants(daemon);
+        if (workers.size() <= 1 || !bench::waitForEnd(workers, 5'000))
+            return workers.empty() ? 0 : workers.size() - 1;
+    }
 }
 
 void measureChurn(const QUrl &url, bool doesPrepare)
@@ -96,11 +94,11 @@ void measureChurn(const QUrl &url, bool doesPrepare)
     };
     churn(Churned / 10);
     const pid_t daemon = std::atoi(std::getenv("VORO_BENCH_DAEMON"));
-    const size_t workers = settledWorkerCount(daemon);
+    leftWorkers(daemon);
     const bench::Usage before = bench::usage(getpid());
     const bench::Usage daemonBefore = bench::usage(daemon);
     churn(Churned);
-    const size_t workersAfter = settledWorkerCount(daemon);
+    const size_t left = leftWorkers(daemon);
     const bench::Usage after = bench::usage(getpid());
     const bench::Usage daemonAfter = bench::usage(daemon);
 
@@ -115,7 +113,7 @@ void measureChurn(const QUrl &url, bool doesPrepare)
                     std::to_string(after.descriptors - before.descriptors) + " and "
                         + std::to_string(daemonAfter.descriptors - daemonBefore.descriptors),
                     "–", "0");
-    bench::printRow(what + "processes left", std::to_string(int(workersAfter) - int(workers)), "–", "0");
+    bench::printRow(what + "processes left", std::to_string(left), "–", "0");
 }
 
 } // namespace

@@ -93,6 +93,7 @@ Socket::Outcome Socket::lock(const std::string &folder, std::string &problem)
             problem = path + ": held by a daemon that does not answer";
             return Outcome::Failed;
         }
+        // The kernel tells nobody when a lock becomes free.
         std::this_thread::sleep_for(5ms);
     }
     return Outcome::Open;

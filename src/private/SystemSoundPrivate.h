@@ -15,7 +15,7 @@ public:
     explicit SystemSoundPrivate(QObject *parent = nullptr);
     ~SystemSoundPrivate() override;
 
-    SystemSound::Type sound() const { return m_sound; }
+    SystemSound::Type sound() const;
     bool setSound(SystemSound::Type sound);
     void play();
     void play(SystemSound::Type sound);

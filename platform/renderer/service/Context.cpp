@@ -29,17 +29,6 @@ Result noInput()
     return {ErrorCode::InvalidState, "there is no input"};
 }
 
-/** The parameters that a command brings. */
-Result parametersOf(const pps::Message &message, Parameters &parameters)
-{
-    auto parsed = Parameters::fromText(message.text("dat"));
-    if (!parsed) {
-        return {ErrorCode::InvalidParameter, "the parameters cannot be read"};
-    }
-    parameters = std::move(*parsed);
-    return {};
-}
-
 /** The output that a command names; -1 for what cannot be one. */
 int outputOf(const pps::Message &message)
 {
@@ -171,35 +160,24 @@ void Context::outputDetach(const pps::Message &message)
 
 void Context::outputParameters(const pps::Message &message)
 {
-    Parameters parameters;
-    Result result = parametersOf(message, parameters);
-    if (result) {
-        result = m_journal.setOutput(outputOf(message), parameters);
-    }
-    result ? applySettings() : finish(result);
+    setParameters(message,
+                  [&](const Parameters &parameters) { return m_journal.setOutput(outputOf(message), parameters); });
 }
 
 void Context::contextParameters(const pps::Message &message)
 {
-    Parameters parameters;
-    Result result = parametersOf(message, parameters);
-    if (result) {
-        result = m_journal.setContext(parameters);
-    }
-    result ? applySettings() : finish(result);
+    setParameters(message, [&](const Parameters &parameters) { return m_journal.setContext(parameters); });
 }
 
 void Context::inputParameters(const pps::Message &message)
 {
-    Parameters parameters;
-    Result result = parametersOf(message, parameters);
-    if (result) {
-        result = m_journal.setInput(parameters);
-    }
-    if (result) {
-        m_folder.setInput(parameters);
-    }
-    result ? applySettings() : finish(result);
+    setParameters(message, [&](const Parameters &parameters) {
+        Result result = m_journal.setInput(parameters);
+        if (result) {
+            m_folder.setInput(parameters);
+        }
+        return result;
+    });
 }
 
 void Context::trackParameters(const pps::Message &message)
@@ -209,15 +187,22 @@ void Context::trackParameters(const pps::Message &message)
         finish({ErrorCode::InvalidParameter, "there is no such track"});
         return;
     }
-    Parameters parameters;
-    Result result = parametersOf(message, parameters);
-    if (result) {
-        result = m_journal.setTrack(static_cast<unsigned>(track), parameters);
-    }
-    if (result && track > 0) {
-        m_folder.setTrackParameters(static_cast<unsigned>(track), parameters);
-    }
-    finish(result);
+    setParameters(message, [this, track = static_cast<unsigned>(track)](const Parameters &parameters) {
+        Result result = m_journal.setTrack(track, parameters);
+        if (result && track > 0) {
+            m_folder.setTrackParameters(track, parameters);
+        }
+        return result;
+    });
+}
+
+/** Has the parameters of a command taken over, and tells the engine that plays what holds now. */
+void Context::setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take)
+{
+    const auto parameters = Parameters::fromText(message.text("dat"));
+    const Result result =
+        parameters ? take(*parameters) : Result(ErrorCode::InvalidParameter, "the parameters cannot be read");
+    result ? applySettings() : finish(result);
 }
 
 void Context::applySettings()

@@ -64,6 +64,7 @@ private:
     void open(Engine::Done done);
     void closeMedium(Engine::Done done);
     void attach(const Journal::Input &input);
+    void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings();
     void startPlaying();
     void setState(State state, const std::optional<Folder::Ending> &ending = {});

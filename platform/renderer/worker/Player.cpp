@@ -149,11 +149,6 @@ void Player::stop()
 
 Result Player::setSpeed(int speed)
 {
-    constexpr int Slowest = 250;
-    constexpr int Fastest = 4000;
-    if (speed != 0 && (std::abs(speed) < Slowest || std::abs(speed) > Fastest)) {
-        return {ErrorCode::UnsupportedValue, "the speed is out of its range"};
-    }
     if (m_phase == Phase::Running && speed != 0 && speed != m_pipeline.rate()
         && !m_pipeline.seek(m_pipeline.position(), speed)) {
         return {ErrorCode::UnsupportedOperation, "the medium cannot be played at that speed"};
