@@ -29,8 +29,7 @@ Pipeline::Pipeline(Events events)
     : m_events(std::move(events)),
       m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
 {
-    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "flags", PlayAudio | NativeAudio | BufferStreams,
-                 nullptr);
+    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), nullptr);
     // Without these it would try every video sink of the system.
     g_object_set(m_playbin.get(), "video-sink", makeElement("fakesink"), "text-sink", makeElement("fakesink"), nullptr);
     g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
@@ -48,19 +47,34 @@ void Pipeline::load(const std::string &uri, bool isAudible)
     unload();
     m_audio.resetSink(isAudible);
     m_audio.closeGate();
-    g_object_set(m_playbin.get(), "uri", uri.c_str(), nullptr);
+    const bool isNear = gst_uri_has_protocol(uri.c_str(), "file");
+    g_object_set(m_playbin.get(), "uri", uri.c_str(), "flags",
+                 isNear ? PlayAudio | NativeAudio : PlayAudio | NativeAudio | BufferStreams, nullptr);
     gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
 }
 
 void Pipeline::run()
 {
     m_audio.openGate();
-    gst_element_set_state(m_playbin.get(), GST_STATE_PLAYING);
+    m_isHeld = false;
+    settle();
 }
 
 void Pipeline::hold()
 {
-    gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
+    m_isHeld = true;
+    settle();
+}
+
+void Pipeline::settle()
+{
+    // Whoever asks a bin for less while it is on its way, and then for more again, may get neither: the bin drops the
+    // rest of its change. Holding waits for the end of the change instead.
+    if (!m_isHeld) {
+        gst_element_set_state(m_playbin.get(), GST_STATE_PLAYING);
+    } else if (gst_element_get_state(m_playbin.get(), nullptr, nullptr, 0) != GST_STATE_CHANGE_ASYNC) {
+        gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
+    }
 }
 
 void Pipeline::unload()
@@ -71,6 +85,7 @@ void Pipeline::unload()
     gst_bus_set_flushing(bus.get(), TRUE);
     gst_bus_set_flushing(bus.get(), FALSE);
     m_rate = 1000;
+    m_isHeld = true;
     m_seeking.reset();
     m_next.reset();
 }
@@ -202,6 +217,11 @@ void Pipeline::handle(GstMessage *message)
     case GST_MESSAGE_ASYNC_DONE:
         finishSeek();
         m_events.changed();
+        break;
+    case GST_MESSAGE_STATE_CHANGED:
+        if (GST_MESSAGE_SRC(message) == GST_OBJECT(m_playbin.get()) && m_audio.isOpen()) {
+            settle();
+        }
         break;
     case GST_MESSAGE_DURATION_CHANGED:
         m_events.changed();

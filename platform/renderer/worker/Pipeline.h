@@ -65,6 +65,8 @@ private:
     static void onStreamsKnown(GstElement *element, gpointer self);
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handle(GstMessage *message);
+    /** Brings the playbin to the state that it is to have, or nearer. */
+    void settle();
     bool seekNow(const Target &target);
     void finishSeek();
     void checkStreams();
@@ -74,6 +76,7 @@ private:
     Owned<GstElement> m_playbin;
     Source m_watch;
     int m_rate = 1000;
+    bool m_isHeld = true;
     /** The seek that is on its way, and the one that waits for its end. */
     std::optional<Target> m_seeking;
     std::optional<Target> m_next;
