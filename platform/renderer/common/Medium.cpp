@@ -143,23 +143,28 @@ Result Medium::check() const
     return {};
 }
 
+bool Medium::isNamedLikePlaylist() const
+{
+    constexpr std::array Extensions{".m3u", ".pls", ".xspf", ".asx", ".m3u8"};
+    const std::string name = lowerCase(m_isLocal ? m_text : m_text.substr(0, m_text.find_first_of("?#")));
+    // An m3u8 on the net is nearly always a stream's own index.
+    const auto end = Extensions.end() - (m_isLocal ? 0 : 1);
+    return std::any_of(Extensions.begin(), end,
+                       [&](std::string_view extension) { return name.ends_with(extension); });
+}
+
 bool Medium::isPlaylist() const
 {
-    constexpr std::array Extensions{".m3u", ".m3u8", ".pls", ".xspf", ".asx"};
     if (!m_isLocal) {
-        const std::string name = lowerCase(m_text.substr(0, m_text.find_first_of("?#")));
-        // An m3u8 on the net is nearly always a stream's own index.
-        return name.ends_with(".m3u") || name.ends_with(".pls") || name.ends_with(".xspf") || name.ends_with(".asx");
+        return isNamedLikePlaylist();
     }
     const std::string head = File(m_text).head();
     if (isPlaylistText(head)) {
         return true;
     }
-    const std::string name = lowerCase(m_text);
-    const bool isNamedSo = std::any_of(Extensions.begin(), Extensions.end(),
-                                       [&](std::string_view extension) { return name.ends_with(extension); });
     // A list without a head line is plain text: no medium is.
-    return isNamedSo && head.find('\0') == std::string::npos && lowerCase(head).find("#ext-x-") == std::string::npos;
+    return isNamedLikePlaylist() && head.find('\0') == std::string::npos
+           && lowerCase(head).find("#ext-x-") == std::string::npos;
 }
 
 bool Medium::beginsLikeMedium() const

@@ -25,6 +25,8 @@ public:
     Result check() const;
     /** Whether the medium is a playlist, by its content and by its name. Only for what can be read. */
     bool isPlaylist() const;
+    /** Whether it has a playlist's name. */
+    bool isNamedLikePlaylist() const;
     /** Whether a local file begins like a medium of a common format. */
     bool beginsLikeMedium() const;
 

@@ -25,7 +25,12 @@ inline constexpr int WorkerSocket = 3;
 /** The longest name of a context, URL and list of metadata, so that no message outgrows its bound. */
 inline constexpr size_t MaximumContextName = 200;
 inline constexpr size_t MaximumUrl = 8 * 1024;
-inline constexpr size_t MaximumMetadata = 16 * 1024;
+inline constexpr size_t MaximumMetadata = 48 * 1024;
+
+/** The longest queue. */
+inline constexpr int64_t MostTracks = 10'000;
+/** Before a track's number: the attribute that holds its parameters. */
+inline constexpr std::string_view TrackPrefix = "track_";
 
 /** The first lines of a request. */
 std::string request(std::string_view command, int64_t id);

@@ -15,7 +15,6 @@ namespace {
 constexpr int MostDeaths = 10;
 /** An application that does not wait for its answers is not served any more. */
 constexpr size_t MostWaiting = 256;
-constexpr int64_t MostTracks = 10'000;
 constexpr int SlowestSpeed = 250;
 constexpr int FastestSpeed = 4000;
 
@@ -145,17 +144,19 @@ void Context::finish(const Result &result, std::string_view lines)
 void Context::outputAttach(const pps::Message &message)
 {
     int id = -1;
-    std::string line;
-    const Result result = m_journal.attachOutput(message.text("url"), message.text("type"), id);
-    if (result) {
-        pps::appendNumber(line, "output", id);
+    if (Result problem = m_journal.attachOutput(message.text("url"), message.text("type"), id); !problem) {
+        finish(problem);
+        return;
     }
-    finish(result, line);
+    std::string line;
+    pps::appendNumber(line, "output", id);
+    applySettings(line);
 }
 
 void Context::outputDetach(const pps::Message &message)
 {
-    finish(m_journal.detachOutput(outputOf(message)));
+    const Result result = m_journal.detachOutput(outputOf(message));
+    result ? applySettings() : finish(result);
 }
 
 void Context::outputParameters(const pps::Message &message)
@@ -205,12 +206,13 @@ void Context::setParameters(const pps::Message &message, const std::function<Res
     result ? applySettings() : finish(result);
 }
 
-void Context::applySettings()
+void Context::applySettings(const std::string &lines)
 {
     if (m_isOpen) {
-        m_engine->ask("set", m_journal.settingLines(), [this](const Result &result) { finish(result); });
+        m_engine->ask("set", m_journal.settingLines(),
+                      [this, lines](const Result &result) { finish(result, result ? lines : std::string()); });
     } else {
-        finish({});
+        finish({}, lines);
     }
 }
 
@@ -399,6 +401,9 @@ void Context::seek(const pps::Message &message)
             finish(result);
         });
     } else {
+        if (target.track != m_position.track) {
+            m_folder.setQueue(target.track, m_total);
+        }
         m_resume = m_position = target;
         m_folder.setStatus(target.milliseconds, "0/100", "idle");
         finish({});
@@ -432,6 +437,9 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
         m_total = static_cast<unsigned>(std::clamp<int64_t>(event.number("total"), 0, MostTracks));
         m_position.track = static_cast<unsigned>(std::clamp<int64_t>(event.number("current", 1), 1, MostTracks));
         m_folder.setQueue(m_position.track, m_total);
+    } else if (name == "speed") {
+        m_speed = static_cast<int>(event.number("speed"));
+        m_folder.setSpeed(m_speed);
     } else if (name == "ended") {
         m_deaths = 0;
         end(ErrorCode::None, event);

@@ -65,7 +65,7 @@ private:
     void closeMedium(Engine::Done done);
     void attach(const Journal::Input &input);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
-    void applySettings();
+    void applySettings(const std::string &lines = {});
     void startPlaying();
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
     void report(const pps::Message &status);

@@ -6,6 +6,13 @@ namespace voro::renderer {
 
 using Fence = pps::Broker::Fence;
 
+namespace {
+
+/** How far from the current track others are shown. */
+constexpr unsigned Neighbourhood = 2;
+
+} // namespace
+
 // Objects are replaced whole, so that nobody is told of attributes that the new content does not have.
 void Folder::publish(const std::string &name, std::string_view lines, Fence fence)
 {
@@ -34,6 +41,19 @@ void Folder::setSpeed(int speed)
 void Folder::setQueue(unsigned current, unsigned total)
 {
     publishQueue(current, total, Fence::None);
+    forgetTracks(current > Neighbourhood ? current - Neighbourhood : 1, current + Neighbourhood);
+}
+
+/** Removes the tracks that are not between the two. */
+void Folder::forgetTracks(unsigned first, unsigned last)
+{
+    std::erase_if(m_tracks, [&](unsigned track) {
+        const bool isFar = track < first || track > last;
+        if (isFar) {
+            m_broker.remove(objectPath('q' + std::to_string(track)));
+        }
+        return isFar;
+    });
 }
 
 void Folder::publishQueue(unsigned current, unsigned total, Fence fence)
@@ -46,6 +66,7 @@ void Folder::publishQueue(unsigned current, unsigned total, Fence fence)
 
 void Folder::setTrack(unsigned track, std::string_view lines)
 {
+    m_tracks.insert(track);
     publish('q' + std::to_string(track), lines);
 }
 
@@ -74,6 +95,7 @@ void Folder::clearMedium(unsigned track)
     publish('q' + std::to_string(track), lines, Fence::Hold);
     publishQueue(track, 0, Fence::Hold);
     publishStatus(0, "0/100", "idle", Fence::Hold);
+    forgetTracks(track, track);
 }
 
 void Folder::setInput(const Parameters &parameters)

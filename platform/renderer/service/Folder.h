@@ -6,6 +6,7 @@
 #include <pps/broker/Broker.h>
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,7 @@ public:
     void setState(std::string_view state, int speed, const std::optional<Ending> &ending = {});
     /** Changes the speed and nothing else: what else the state says is not written again. */
     void setSpeed(int speed);
+    /** Tracks that are far from the current one are shown no longer. */
     void setQueue(unsigned current, unsigned total);
     /** The metadata of a track, as attribute lines. */
     void setTrack(unsigned track, std::string_view lines);
@@ -53,7 +55,11 @@ private:
 
     pps::Broker &m_broker;
     std::string m_path;
+    void forgetTracks(unsigned first, unsigned last);
+
     Parameters m_input;
+    /** The tracks that are shown. */
+    std::set<unsigned> m_tracks;
     std::map<unsigned, Parameters> m_trackParameters;
 };
 

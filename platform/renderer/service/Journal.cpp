@@ -1,5 +1,8 @@
 #include "Journal.h"
 
+#include "../common/Protocol.h"
+#include "Role.h"
+
 #include <pps/Text.h>
 
 #include <algorithm>
@@ -15,18 +18,37 @@ Owner ownerOf(const std::string &type)
     return type == "video" ? Owner::Video : type == "subpicture" ? Owner::Caption : Owner::Audio;
 }
 
+constexpr std::string_view ScreenScheme = "screen:";
+
 Result checkOutput(const std::string &url, const std::string &type)
 {
     if (type == "audio") {
         return url == "audio:default" ? Result() : Result(ErrorCode::OutputUnavailable, "there is no output " + url);
     }
     if (type == "video" || type == "subpicture") {
-        return {ErrorCode::OutputUnavailable, "this renderer shows no pictures"};
+        return url.starts_with(ScreenScheme) ? Result()
+                                             : Result(ErrorCode::OutputUnavailable, "there is no output " + url);
     }
     if (type == "file") {
         return {ErrorCode::UnsupportedOperation, "this renderer does not record"};
     }
     return {ErrorCode::InvalidParameter, "unknown output type " + type};
+}
+
+/** The window that a "screen:?winid=…&…" URL names, empty without. */
+std::string windowOf(std::string_view url)
+{
+    constexpr std::string_view Key = "winid=";
+    url.remove_prefix(std::min(url.size(), url.find('?')));
+    while (!url.empty()) {
+        url.remove_prefix(1);
+        const std::string_view part = url.substr(0, url.find('&'));
+        if (part.starts_with(Key)) {
+            return std::string(part.substr(Key.size()));
+        }
+        url.remove_prefix(part.size());
+    }
+    return {};
 }
 
 } // namespace
@@ -37,7 +59,7 @@ Result Journal::attachOutput(const std::string &url, const std::string &type, in
     if (result) {
         std::erase_if(m_outputs, [&](const auto &output) { return output.second.type == type; });
         id = m_nextOutput++;
-        m_outputs[id] = {type, {}};
+        m_outputs[id] = {type, url, {}};
     }
     return result;
 }
@@ -103,22 +125,19 @@ Parameters Journal::firstTrack(const std::string &type) const
     return first;
 }
 
-Parameters Journal::audio() const
+const Journal::Output *Journal::output(std::string_view type) const
 {
     const auto found = std::find_if(m_outputs.begin(), m_outputs.end(),
-                                    [](const auto &output) { return output.second.type == "audio"; });
-    return found == m_outputs.end() ? Parameters() : found->second.parameters;
+                                    [type](const auto &output) { return output.second.type == type; });
+    return found == m_outputs.end() ? nullptr : &found->second;
 }
 
 std::string Journal::openLines(const Input &input, int speed, const std::optional<TrackPosition> &start) const
 {
-    const bool isAudible = std::any_of(m_outputs.begin(), m_outputs.end(),
-                                       [](const auto &output) { return output.second.type == "audio"; });
     std::string lines;
     pps::appendText(lines, "url", input.url);
     pps::appendText(lines, "type", input.type);
     pps::appendNumber(lines, "speed", speed);
-    pps::appendBool(lines, "audio", isAudible);
     if (start) {
         pps::appendNumber(lines, "track", start->track);
         pps::appendNumber(lines, "position", start->milliseconds);
@@ -128,14 +147,28 @@ std::string Journal::openLines(const Input &input, int speed, const std::optiona
 
 std::string Journal::settingLines() const
 {
-    const Parameters audible = audio();
+    static const Parameters None;
+    const Output *audio = output("audio");
+    const Parameters &sound = audio ? audio->parameters : None;
     std::string lines;
     pps::appendNumber(lines, "interval", m_context.number("updateinterval", DefaultInterval));
-    pps::appendNumber(lines, "volume", audible.number("volume", 100));
-    for (const char *name : {"eq_preset", "autopause", "audioman_handle"}) {
-        pps::appendText(lines, name, audible.text(name));
-    }
+    pps::appendBool(lines, "audio", audio != nullptr);
+    pps::appendNumber(lines, "volume", sound.number("volume", 100));
+    pps::appendText(lines, "eq_preset", sound.text("eq_preset"));
+    pps::appendText(lines, "autopause", sound.text("autopause"));
+    pps::appendText(lines, "role", roleOf(static_cast<uint32_t>(sound.number("audioman_handle", 0))));
     pps::appendText(lines, "repeat", m_input.text("repeat"));
+    for (const char *type : {"video", "subpicture"}) {
+        if (const Output *screen = output(type)) {
+            pps::appendText(lines, type, windowOf(screen->url));
+            lines += screen->parameters.toText();
+        }
+    }
+    for (const auto &[track, parameters] : m_tracks) {
+        if (track > 0 && !parameters.isEmpty()) {
+            pps::appendText(lines, std::string(TrackPrefix) + std::to_string(track), parameters.toText());
+        }
+    }
     return lines;
 }
 

@@ -14,6 +14,7 @@ class Journal {
 public:
     struct Output {
         std::string type;
+        std::string url;
         Parameters parameters;
     };
     struct Input {
@@ -42,7 +43,7 @@ public:
     std::string settingLines() const;
 
 private:
-    Parameters audio() const;
+    const Output *output(std::string_view type) const;
 
     std::map<int, Output> m_outputs;
     int m_nextOutput = 0;

@@ -1,43 +1,23 @@
 #include "AudioBin.h"
 
 #include "Equalizer.h"
-
-#include <cstdio>
-#include <cstdlib>
+#include "WindowSink.h"
 
 namespace voro::renderer {
 
 namespace {
 
-GstElement *silentSink()
-{
-    GstElement *sink = makeElement("fakesink");
-    g_object_set(sink, "sync", TRUE, nullptr);
-    return sink;
-}
-
-/** The sink that the environment describes, null without one or with a bad one. */
-GstElement *configuredSink()
-{
-    const char *description = std::getenv("VORO_AUDIO_SINK");
-    if (!description || !*description) {
-        return nullptr;
-    }
-    GError *raw = nullptr;
-    GstElement *sink = gst_parse_bin_from_description(description, TRUE, &raw);
-    const Owned<GError> error(raw);
-    if (error) {
-        std::fprintf(stderr, "voro-renderer: VORO_AUDIO_SINK: %s\n", error->message);
-    }
-    return sink;
-}
-
 /** The sound server's sink, null when no server answers. */
-GstElement *serverSink()
+GstElement *serverSink(const std::string &role)
 {
     GstElement *sink = gst_element_factory_make("pulsesink", nullptr);
     if (!sink) {
         return nullptr;
+    }
+    if (!role.empty()) {
+        GstStructure *properties = gst_structure_new("properties", "media.role", G_TYPE_STRING, role.c_str(), nullptr);
+        g_object_set(sink, "stream-properties", properties, nullptr);
+        gst_structure_free(properties);
     }
     if (gst_element_set_state(sink, GST_STATE_READY) == GST_STATE_CHANGE_FAILURE) {
         gst_element_set_state(sink, GST_STATE_NULL);
@@ -47,12 +27,12 @@ GstElement *serverSink()
     return sink;
 }
 
-GstElement *audibleSink()
+GstElement *audibleSink(const std::string &role)
 {
-    if (GstElement *sink = configuredSink()) {
+    if (GstElement *sink = configuredSink("VORO_AUDIO_SINK")) {
         return sink;
     }
-    GstElement *sink = serverSink();
+    GstElement *sink = serverSink(role);
     return sink ? sink : silentSink();
 }
 
@@ -94,13 +74,13 @@ GstPadProbeReturn AudioBin::onQuery(GstPad *, GstPadProbeInfo *info, gpointer)
     return isAllocation ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
 }
 
-void AudioBin::resetSink(bool isAudible)
+void AudioBin::resetSink(bool isAudible, const std::string &role)
 {
     if (m_sink) {
         gst_element_set_state(m_sink, GST_STATE_NULL);
         gst_bin_remove(GST_BIN(m_bin.get()), m_sink);
     }
-    m_sink = isAudible ? audibleSink() : silentSink();
+    m_sink = isAudible ? audibleSink(role) : silentSink();
     gst_bin_add(GST_BIN(m_bin.get()), m_sink);
     gst_element_link(m_last, m_sink);
 }
@@ -159,13 +139,8 @@ bool AudioBin::isSink(GstObject *object) const
 
 int AudioBin::sampleRate() const
 {
-    GstCaps *caps = gst_pad_get_current_caps(m_input.get());
-    int rate = 0;
-    if (caps) {
-        gst_structure_get_int(gst_caps_get_structure(caps, 0), "rate", &rate);
-        gst_caps_unref(caps);
-    }
-    return rate;
+    const Owned<GstCaps> caps(gst_pad_get_current_caps(m_input.get()));
+    return sampleRateOf(caps.get());
 }
 
 } // namespace voro::renderer

@@ -25,8 +25,8 @@ public:
 
     GstElement *element() const { return m_bin.get(); }
     /** Gives the bin, which must not be in use, a fresh sink; one that plays into nothing in real time when it shall
-        not be heard or there is no sound server. */
-    void resetSink(bool isAudible);
+        not be heard or there is no sound server. The role tells the sound server what the sound is for. */
+    void resetSink(bool isAudible, const std::string &role);
 
     void closeGate();
     void openGate();

@@ -1,6 +1,8 @@
 #include "Commands.h"
 
+#include <renderer/common/Parameters.h>
 #include <renderer/common/Protocol.h>
+#include <renderer/common/TrackPosition.h>
 
 namespace voro::renderer {
 
@@ -31,14 +33,14 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
         return m_player.setSpeed(static_cast<int>(message.number("speed")));
     }
     if (command == "seek") {
-        return m_player.seek(message.number("position"));
+        return m_player.seek(static_cast<unsigned>(message.number("track", 1)), message.number("position"));
     }
     if (command == "stop") {
         m_player.stop();
         return {};
     }
     if (command == "set") {
-        takeSettings(message);
+        m_player.apply(read(message, m_player.settings()));
         return {};
     }
     if (command == "close") {
@@ -50,34 +52,45 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
 
 void Commands::open(const pps::Message &message)
 {
-    m_player.settings() = {};
-    takeSettings(message);
-    std::optional<int64_t> position;
-    if (message.has("position")) {
-        position = message.number("position");
-    }
+    m_player.close();
+    m_player.apply(read(message, {}));
     const int64_t id = message.number("id");
-    const bool isPlaylist = message.text("type") == "playlist";
-    m_player.open(message.text("url"), isPlaylist, position,
+    m_player.open(message.text("url"), message.text("type") == "playlist",
+                  static_cast<unsigned>(message.number("track", 1)), message.number("position"),
                   [this, id](const Result &result) { reply("open", id, result); });
 }
 
-void Commands::takeSettings(const pps::Message &message)
+/** What a message sets; what it leaves out stays as it is. */
+Settings Commands::read(const pps::Message &message, Settings settings)
 {
-    Player::Settings &settings = m_player.settings();
     settings.speed = static_cast<int>(message.number("speed", settings.speed));
     settings.interval = static_cast<guint>(message.number("interval", settings.interval));
     settings.volume = message.number("volume", settings.volume);
-    if (message.has("audio")) {
-        settings.isAudible = message.text("audio") == "true";
+    settings.preset = message.text("eq_preset");
+    settings.repeat = message.text("repeat");
+    settings.pausesWithDevice = message.text("autopause") == "yes";
+    settings.outputs = {.isAudible = message.text("audio") == "true",
+                        .role = message.text("role"),
+                        .hasVideo = message.has("video"),
+                        .hasCaptions = message.has("subpicture"),
+                        .window = message.text("video"),
+                        .captionWindow = message.text("subpicture")};
+    settings.source = {static_cast<int>(message.number("video_src_x")), static_cast<int>(message.number("video_src_y")),
+                       static_cast<int>(message.number("video_src_w")), static_cast<int>(message.number("video_src_h"))};
+    settings.captions.clear();
+    for (const auto &entry : message.entries()) {
+        if (!entry.name.starts_with(TrackPrefix)) {
+            continue;
+        }
+        const auto track = parseNumber(entry.name.substr(TrackPrefix.size()), 1, MostTracks);
+        const auto parameters = Parameters::fromText(entry.value);
+        if (track && parameters) {
+            settings.captions[static_cast<unsigned>(*track)] = {
+                parameters->text("subpicture_url"), static_cast<int>(parameters->number("subpicture_index", 0)),
+                parameters->text("subpicture_disable") != "1"};
+        }
     }
-    if (message.has("eq_preset")) {
-        settings.preset = message.text("eq_preset");
-    }
-    if (message.has("repeat")) {
-        settings.repeat = message.text("repeat");
-    }
-    m_player.apply();
+    return settings;
 }
 
 void Commands::reply(const std::string &command, int64_t id, const Result &result)

@@ -15,11 +15,11 @@ private:
     void handle(const pps::Message &message);
     Result handleNow(const std::string &command, const pps::Message &message);
     void open(const pps::Message &message);
-    void takeSettings(const pps::Message &message);
+    static Settings read(const pps::Message &message, Settings settings);
     void reply(const std::string &command, int64_t id, const Result &result);
 
     Link m_link;
-    Player m_player{{.event = [this](const std::string &lines) { m_link.send(lines); }}};
+    Player m_player{[this](const std::string &lines) { m_link.send(lines); }};
 };
 
 } // namespace voro::renderer

@@ -2,6 +2,7 @@
 
 #include <gst/gst.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -16,6 +17,7 @@ struct Unref {
     void operator()(GstPluginFeature *feature) const { gst_object_unref(feature); }
     void operator()(GstMessage *message) const { gst_message_unref(message); }
     void operator()(GstTagList *tags) const { gst_tag_list_unref(tags); }
+    void operator()(GstCaps *caps) const { gst_caps_unref(caps); }
     void operator()(GstQuery *query) const { gst_query_unref(query); }
     void operator()(GError *error) const { g_error_free(error); }
     void operator()(char *text) const { g_free(text); }
@@ -47,6 +49,12 @@ public:
 private:
     guint m_id = 0;
 };
+
+/** What an element that plays knows of its medium: milliseconds, 0 when not known. */
+int64_t durationOf(GstElement *element);
+bool isSeekable(GstElement *element);
+/** The rate of raw or encoded sound in Hz, 0 for other caps. */
+int sampleRateOf(const GstCaps *caps);
 
 /** An element of a type that the installation has to have; ends the worker without it. */
 GstElement *makeElement(const char *type);

@@ -9,9 +9,12 @@ namespace {
 
 /** The flags of a playbin: what of a medium is played and how. */
 enum PlayFlags : guint {
+    PlayVideo = 0x1,
     PlayAudio = 0x2,
-    /** Conversion and volume are done by our own bin. */
+    PlayText = 0x4,
+    /** Conversion and volume are done by our own bins. */
     NativeAudio = 0x20,
+    NativeVideo = 0x40,
     BufferStreams = 0x100,
 };
 
@@ -29,33 +32,75 @@ Pipeline::Pipeline(Events events)
     : m_events(std::move(events)),
       m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
 {
-    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), nullptr);
-    // Without these it would try every video sink of the system.
-    g_object_set(m_playbin.get(), "video-sink", makeElement("fakesink"), "text-sink", makeElement("fakesink"), nullptr);
+    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "video-sink", m_video.element(), nullptr);
     g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
+    g_signal_connect(m_playbin.get(), "about-to-finish", G_CALLBACK(onAboutToFinish), this);
     const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
     m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
 }
 
 Pipeline::~Pipeline()
 {
-    gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
+    unload();
 }
 
-void Pipeline::load(const std::string &uri, bool isAudible)
+void Pipeline::load(const std::string &uri, const std::string &captions, const Outputs &outputs)
 {
     unload();
-    m_audio.resetSink(isAudible);
+    m_uri = uri;
+    m_captionsUri = captions;
+    m_outputs = outputs;
+    open(false);
+}
+
+void Pipeline::open(bool needsPicture)
+{
+    m_needsPicture = needsPicture;
+    m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
-    const bool isNear = gst_uri_has_protocol(uri.c_str(), "file");
-    g_object_set(m_playbin.get(), "uri", uri.c_str(), "flags",
-                 isNear ? PlayAudio | NativeAudio : PlayAudio | NativeAudio | BufferStreams, nullptr);
+    m_video.resetSink(m_outputs.window);
+    m_video.awaitDecoded();
+    const bool hasOwnCaptions = m_outputs.hasCaptions && !m_outputs.areCaptionsOverVideo();
+    m_captions.setWindow(hasOwnCaptions ? m_outputs.captionWindow : std::string());
+    g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", m_captionsUri.empty() ? nullptr : m_captionsUri.c_str(),
+                 "text-sink", hasOwnCaptions ? m_captions.element() : nullptr, "flags", flags(needsPicture), nullptr);
     gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
+}
+
+unsigned Pipeline::flags(bool needsPicture) const
+{
+    unsigned flags = PlayAudio | NativeAudio | NativeVideo;
+    if (m_outputs.hasVideo || needsPicture) {
+        flags |= PlayVideo;
+    }
+    if (m_outputs.hasCaptions && m_areCaptionsShown) {
+        flags |= PlayText;
+    }
+    if (!gst_uri_has_protocol(m_uri.c_str(), "file")) {
+        flags |= BufferStreams;
+    }
+    return flags;
+}
+
+void Pipeline::selectCaptions(int index, bool areShown)
+{
+    m_captionsIndex = index;
+    m_areCaptionsShown = areShown;
+    g_object_set(m_playbin.get(), "flags", flags(m_needsPicture), nullptr);
+    gint texts = 0;
+    g_object_get(m_playbin.get(), "n-text", &texts, nullptr);
+    if (index < texts) {
+        g_object_set(m_playbin.get(), "current-text", index, nullptr);
+    }
+    if (!areShown) {
+        m_captions.clear();
+    }
 }
 
 void Pipeline::run()
 {
     m_audio.openGate();
+    m_hasBegun = true;
     m_isHeld = false;
     settle();
 }
@@ -79,13 +124,17 @@ void Pipeline::settle()
 
 void Pipeline::unload()
 {
+    m_succession.release();
     gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
     // What the old medium still had to say is not the new one's.
     const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
     gst_bus_set_flushing(bus.get(), TRUE);
     gst_bus_set_flushing(bus.get(), FALSE);
+    m_captions.clear();
     m_rate = 1000;
     m_isHeld = true;
+    m_hasBegun = false;
+    m_group = GST_GROUP_ID_INVALID;
     m_seeking.reset();
     m_next.reset();
 }
@@ -93,7 +142,7 @@ void Pipeline::unload()
 bool Pipeline::seek(int64_t time, int rate)
 {
     const Target target{time, rate};
-    if (m_seeking && m_audio.isOpen() && rate == m_rate) {
+    if (m_seeking && m_hasBegun && rate == m_rate) {
         m_next = target;
         return true;
     }
@@ -102,6 +151,8 @@ bool Pipeline::seek(int64_t time, int rate)
 
 bool Pipeline::seekNow(const Target &target)
 {
+    // A streaming thread that waits for the next medium would hold the seek up.
+    m_succession.release();
     const auto time = target.time * static_cast<gint64>(GST_MSECOND);
     const bool isForward = target.rate > 0;
     const bool isDone = gst_element_seek(m_playbin.get(), target.rate / 1000.0, GST_FORMAT_TIME,
@@ -134,20 +185,56 @@ void Pipeline::onElementAdded(GstBin *, GstBin *, GstElement *element, gpointer 
 }
 
 // Runs in a streaming thread.
-void Pipeline::onStreamsKnown(GstElement *, gpointer self)
+void Pipeline::onStreamsKnown(GstElement *decoder, gpointer self)
 {
-    GstElement *playbin = static_cast<Pipeline *>(self)->m_playbin.get();
+    const auto *pipeline = static_cast<Pipeline *>(self);
+    gchar *raw = nullptr;
+    g_object_get(decoder, "uri", &raw, nullptr);
+    const Owned<char> uri(raw);
+    if (!uri || pipeline->m_uri != uri.get()) {
+        // Captions, or the next medium.
+        return;
+    }
+    GstElement *playbin = pipeline->m_playbin.get();
     gst_element_post_message(playbin,
                              gst_message_new_element(GST_OBJECT(playbin), gst_structure_new_empty(StreamsKnown)));
+}
+
+// Runs in a streaming thread.
+void Pipeline::onAboutToFinish(GstElement *playbin, gpointer self)
+{
+    const std::string uri = static_cast<Pipeline *>(self)->m_succession.take();
+    if (!uri.empty()) {
+        g_object_set(playbin, "uri", uri.c_str(), "suburi", nullptr, nullptr);
+    }
 }
 
 void Pipeline::checkStreams()
 {
     gint sounds = 0;
-    g_object_get(m_playbin.get(), "n-audio", &sounds, nullptr);
-    if (sounds == 0) {
-        m_events.failed({ErrorCode::UnsupportedMediaType, "there is no sound in the medium"});
+    gint pictures = 0;
+    g_object_get(m_playbin.get(), "n-audio", &sounds, "n-video", &pictures, nullptr);
+    if (sounds == 0 && pictures == 0) {
+        m_events.failed({ErrorCode::UnsupportedMediaType, "there is nothing to hear or to see in the medium"});
+    } else if (sounds == 0 && !(flags(m_needsPicture) & PlayVideo)) {
+        // Nobody sees the pictures, but without them no time would pass.
+        unload();
+        open(true);
+    } else {
+        selectCaptions(m_captionsIndex, m_areCaptionsShown);
     }
+}
+
+Dimensions Pipeline::dimensions() const
+{
+    if (const Dimensions shown = m_video.dimensions(); shown.width > 0) {
+        return shown;
+    }
+    GstPad *raw = nullptr;
+    g_signal_emit_by_name(m_playbin.get(), "get-video-pad", 0, &raw);
+    const Owned<GstPad> pad(raw);
+    const Owned<GstCaps> caps(pad ? gst_pad_get_current_caps(pad.get()) : nullptr);
+    return dimensionsOf(caps.get());
 }
 
 int64_t Pipeline::position() const
@@ -158,23 +245,6 @@ int64_t Pipeline::position() const
     gint64 position = 0;
     gst_element_query_position(m_playbin.get(), GST_FORMAT_TIME, &position);
     return std::max<int64_t>(0, toMilliseconds(position));
-}
-
-int64_t Pipeline::duration() const
-{
-    gint64 duration = 0;
-    gst_element_query_duration(m_playbin.get(), GST_FORMAT_TIME, &duration);
-    return std::max<int64_t>(0, toMilliseconds(duration));
-}
-
-bool Pipeline::isSeekable() const
-{
-    const Owned<GstQuery> query(gst_query_new_seeking(GST_FORMAT_TIME));
-    gboolean isSeekable = FALSE;
-    if (gst_element_query(m_playbin.get(), query.get())) {
-        gst_query_parse_seeking(query.get(), nullptr, &isSeekable, nullptr, nullptr);
-    }
-    return isSeekable;
 }
 
 gboolean Pipeline::onMessage(GstBus *, GstMessage *message, gpointer self)
@@ -195,17 +265,18 @@ void Pipeline::handle(GstMessage *message)
         break;
     case GST_MESSAGE_EOS:
         // An end that was reached before the seek that is on its way is none any more.
-        if (!m_seeking || !m_audio.isOpen()) {
+        if (!m_seeking || !m_hasBegun) {
             m_events.ended();
         }
         break;
     case GST_MESSAGE_ERROR:
         (isUnrecognized(message) ? m_events.unrecognized
-                                 : m_events.failed)(toResult(message, m_audio.isSink(GST_MESSAGE_SRC(message))));
+                                 : m_events.failed)(
+            toResult(message, m_audio.isSink(GST_MESSAGE_SRC(message)) || m_video.isSink(GST_MESSAGE_SRC(message))));
         break;
     case GST_MESSAGE_TAG: {
-        // The sink repeats what our bin has told already.
-        if (GST_MESSAGE_SRC(message) != GST_OBJECT(m_audio.element())) {
+        // Our bin has told it already; and what the next medium says is not this one's.
+        if (m_audio.isSink(GST_MESSAGE_SRC(message)) || m_succession.isTaken()) {
             break;
         }
         GstTagList *tags = nullptr;
@@ -214,12 +285,15 @@ void Pipeline::handle(GstMessage *message)
         m_events.tagged(tags);
         break;
     }
+    case GST_MESSAGE_STREAM_START:
+        handleStart(message);
+        break;
     case GST_MESSAGE_ASYNC_DONE:
         finishSeek();
         m_events.changed();
         break;
     case GST_MESSAGE_STATE_CHANGED:
-        if (GST_MESSAGE_SRC(message) == GST_OBJECT(m_playbin.get()) && m_audio.isOpen()) {
+        if (GST_MESSAGE_SRC(message) == GST_OBJECT(m_playbin.get()) && m_hasBegun) {
             settle();
         }
         break;
@@ -234,6 +308,18 @@ void Pipeline::handle(GstMessage *message)
     }
     default:
         break;
+    }
+}
+
+void Pipeline::handleStart(GstMessage *message)
+{
+    guint group = GST_GROUP_ID_INVALID;
+    gst_message_parse_group_id(message, &group);
+    const bool isOther = m_group != GST_GROUP_ID_INVALID && group != m_group;
+    m_group = group;
+    if (isOther && m_succession.isTaken()) {
+        m_succession.advance();
+        m_events.advanced();
     }
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "AudioBin.h"
+#include "Captions.h"
 #include "Failure.h"
 #include "Gst.h"
+#include "Succession.h"
+#include "VideoBin.h"
 
 #include <cstdint>
 #include <functional>
@@ -11,13 +14,31 @@
 
 namespace voro::renderer {
 
+/** Where a medium is played to. */
+struct Outputs {
+    bool isAudible = true;
+    /** What the sound is for, empty when nobody said so. */
+    std::string role;
+    /** Whether pictures and captions are wanted, and the windows that they are drawn into. */
+    bool hasVideo = false;
+    bool hasCaptions = false;
+    std::string window;
+    std::string captionWindow;
+
+    bool operator==(const Outputs &) const = default;
+    /** Captions are drawn over the pictures when both have the same window. */
+    bool areCaptionsOverVideo() const { return hasVideo && hasCaptions && window == captionWindow; }
+};
+
 /** One playbin with its sinks; it is used for medium after medium. Times are milliseconds, rates thousandths. */
 class Pipeline {
 public:
     struct Events {
-        /** The medium was opened and its first sound is decoded. */
+        /** The medium was opened and its first sound or picture is decoded. */
         std::function<void()> decoded;
         std::function<void()> ended;
+        /** The medium that was named as the next one plays now. */
+        std::function<void()> advanced;
         std::function<void(const Result &)> failed;
         /** It failed because nobody knows what the medium is. */
         std::function<void(const Result &)> unrecognized;
@@ -34,15 +55,24 @@ public:
     Pipeline &operator=(const Pipeline &) = delete;
 
     AudioBin &audio() { return m_audio; }
+    VideoBin &video() { return m_video; }
 
-    /** Opens a medium without playing it; decoded, failed or unrecognized follows. */
-    void load(const std::string &uri, bool isAudible);
+    /** Opens a medium without playing it, with captions from elsewhere when their URI is not empty; decoded, failed or
+        unrecognized follows. */
+    void load(const std::string &uri, const std::string &captions, const Outputs &outputs);
     /** Plays on, or begins to. */
     void run();
     /** Holds where it is. */
     void hold();
     /** Lets go of the medium. */
     void unload();
+    bool hasBegun() const { return m_hasBegun; }
+
+    /** Which of the medium's captions are shown, if any. */
+    void selectCaptions(int index, bool areShown);
+
+    /** What comes without a gap after this medium. The medium does not end before it is known. */
+    Succession &succession() { return m_succession; }
 
     /** Goes to a time at a rate. While one seek is on its way the next one waits, and only the last one is made. False
         when the medium does not allow it. */
@@ -52,8 +82,9 @@ public:
     /** The time that is heard now, or the one that a seek goes to. */
     int64_t position() const;
     /** 0 when it is not known. */
-    int64_t duration() const;
-    bool isSeekable() const;
+    int64_t duration() const { return durationOf(m_playbin.get()); }
+    bool isSeekable() const { return renderer::isSeekable(m_playbin.get()); }
+    Dimensions dimensions() const;
 
 private:
     struct Target {
@@ -63,8 +94,13 @@ private:
 
     static void onElementAdded(GstBin *bin, GstBin *parent, GstElement *element, gpointer self);
     static void onStreamsKnown(GstElement *element, gpointer self);
+    static void onAboutToFinish(GstElement *playbin, gpointer self);
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handle(GstMessage *message);
+    void handleStart(GstMessage *message);
+    /** Opens what load() was told. */
+    void open(bool needsPicture);
+    unsigned flags(bool needsPicture) const;
     /** Brings the playbin to the state that it is to have, or nearer. */
     void settle();
     bool seekNow(const Target &target);
@@ -73,10 +109,23 @@ private:
 
     Events m_events;
     AudioBin m_audio;
+    VideoBin m_video;
+    Captions m_captions;
+    Succession m_succession;
     Owned<GstElement> m_playbin;
     Source m_watch;
+    std::string m_uri;
+    std::string m_captionsUri;
+    Outputs m_outputs;
+    int m_captionsIndex = 0;
+    bool m_areCaptionsShown = true;
     int m_rate = 1000;
     bool m_isHeld = true;
+    bool m_hasBegun = false;
+    /** Whether pictures are decoded only because there is nothing else. */
+    bool m_needsPicture = false;
+    /** The streams that play, told from the next medium's. */
+    guint m_group = GST_GROUP_ID_INVALID;
     /** The seek that is on its way, and the one that waits for its end. */
     std::optional<Target> m_seeking;
     std::optional<Target> m_next;

@@ -1,10 +1,10 @@
 #include "Player.h"
 
-#include "Tags.h"
-
-#include <pps/Text.h>
+#include <renderer/common/Medium.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 namespace voro::renderer {
@@ -12,20 +12,17 @@ namespace voro::renderer {
 namespace {
 
 constexpr guint OpenTimeout = 15'000;
-
-std::string event(std::string_view name)
-{
-    std::string lines;
-    pps::appendText(lines, "msg", name);
-    return lines;
-}
+constexpr int NormalSpeed = 1000;
+/** How far from the current track others are told of. */
+constexpr unsigned Neighbourhood = 2;
 
 } // namespace
 
-Player::Player(Reports reports)
-    : m_reports(std::move(reports)),
+Player::Player(Reports::Send send)
+    : m_reports(std::move(send)),
       m_pipeline({.decoded = [this] { onDecoded(); },
                   .ended = [this] { onEnded(); },
+                  .advanced = [this] { onAdvanced(); },
                   .failed = [this](const Result &result) { onFailed(result); },
                   .unrecognized = [this](const Result &result) { onUnrecognized(result); },
                   .tagged = [this](const GstTagList *tags) { onTagged(tags); },
@@ -33,29 +30,86 @@ Player::Player(Reports reports)
                   .buffering = [this](int percent) { onBuffering(percent); }})
 {}
 
-void Player::open(const std::string &url, bool isPlaylist, std::optional<int64_t> position, Answer answer)
+// Opening and closing
+
+void Player::open(const std::string &url, bool isPlaylist, unsigned track, int64_t position, Answer answer)
 {
     close();
-    m_medium = Medium(url);
     m_answer = std::move(answer);
-    m_position = position.value_or(0);
     m_phase = Phase::Opening;
-    if (const Result problem = m_medium.check(); !problem) {
+    m_reports.reset();
+    m_isForward = true;
+    const Medium medium(url);
+    if (const Result problem = medium.check(); !problem) {
         finishOpen(problem);
-    } else if (isPlaylist || m_medium.isPlaylist()) {
+    } else if (isPlaylist != medium.isPlaylist() && (medium.isLocal() || !isPlaylist)) {
         // The one tells the application to try the other.
-        finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist that can be played" : "a playlist"});
+        finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist" : "a playlist"});
+    } else if (!isPlaylist) {
+        m_queue.assign({{url, {}}});
+        openTrack(1, position);
     } else {
+        m_playlist.read(url, [this, track, position](const Result &result, std::vector<Entry> entries) {
+            if (!result) {
+                finishOpen(result);
+                return;
+            }
+            m_queue.assign(std::move(entries));
+            openTrack(std::clamp(track, 1U, m_queue.total()), position);
+        });
+    }
+}
+
+void Player::openTrack(unsigned track, int64_t position)
+{
+    m_queue.setCurrent(track);
+    m_position = position;
+    Result problem;
+    do {
+        problem = Medium(m_queue.entry(m_queue.current()).url).check();
+    } while (!problem && passOver(problem));
+    if (problem) {
         load();
     }
 }
 
 void Player::load()
 {
-    m_tags.reset(gst_tag_list_new_empty());
+    const unsigned track = m_queue.current();
+    m_facts = m_following && m_following->track == track ? std::move(m_following->facts) : Facts();
+    m_following.reset();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
-    m_pipeline.load(m_medium.uri(), m_settings.isAudible);
+    const CaptionChoice choice = captions(track);
+    m_pipeline.load(uri(track), choice.url.empty() ? std::string() : Medium(choice.url).uri(), m_settings.outputs);
+    m_pipeline.selectCaptions(choice.index, choice.areShown);
+    prepareFollowing();
+}
+
+void Player::reload()
+{
+    if (m_phase == Phase::Running || m_phase == Phase::Ready) {
+        m_position = position();
+        m_phase = m_phase == Phase::Running ? Phase::Starting : Phase::Opening;
+        load();
+    } else if (isOpening()) {
+        load();
+    }
+}
+
+bool Player::passOver(const Result &problem)
+{
+    const unsigned track = m_queue.current();
+    m_queue.setBad(track);
+    const auto other = m_queue.replacement(m_isForward);
+    if (!other) {
+        fail(problem);
+        return false;
+    }
+    std::fprintf(stderr, "voro-renderer: track %u is passed over: %s\n", track, problem.text.c_str());
+    m_queue.setCurrent(*other);
+    m_position = 0;
+    return true;
 }
 
 void Player::finishOpen(const Result &result)
@@ -63,18 +117,20 @@ void Player::finishOpen(const Result &result)
     m_openTimer.reset();
     if (result) {
         m_phase = Phase::Ready;
-        m_lastTrack.clear();
-        reportTrack();
-        reportQueue();
-        reportStatus();
+        refreshFacts();
+        reportCurrent();
+        prepareFollowing();
     } else {
         end(Phase::Closed);
     }
-    std::exchange(m_answer, nullptr)(result);
+    if (m_answer) {
+        std::exchange(m_answer, nullptr)(result);
+    }
 }
 
 void Player::close()
 {
+    m_playlist.cancel();
     if (m_answer) {
         std::exchange(m_answer, nullptr)({ErrorCode::InvalidState, "the medium was closed"});
     }
@@ -86,26 +142,38 @@ void Player::end(Phase phase)
     m_phase = phase;
     m_statusTimer.reset();
     m_openTimer.reset();
+    m_probe.cancel();
+    m_following.reset();
     m_pipeline.unload();
 }
+
+// Playing
 
 Result Player::play()
 {
     switch (m_phase) {
     case Phase::Ready:
         return begin();
-    case Phase::Stopped:
-        if (const Result problem = m_medium.check(); !problem) {
-            return problem;
+    case Phase::Opening:
+        if (m_answer) {
+            break;
         }
         m_phase = Phase::Starting;
-        load();
+        return {};
+    case Phase::Stopped:
+        if (m_queue.total() == 1) {
+            if (const Result problem = Medium(m_queue.entry(1).url).check(); !problem) {
+                return problem;
+            }
+        }
+        m_phase = Phase::Starting;
+        m_isForward = true;
+        openTrack(m_queue.current(), m_position);
         return {};
     case Phase::Starting:
     case Phase::Running:
         return {};
     case Phase::Closed:
-    case Phase::Opening:
         break;
     }
     return {ErrorCode::InvalidState, "no medium"};
@@ -114,11 +182,14 @@ Result Player::play()
 Result Player::begin()
 {
     m_phase = Phase::Running;
-    const int rate = m_settings.speed == 0 ? 1000 : m_settings.speed;
-    if ((m_position != 0 || rate != 1000) && !m_pipeline.seek(m_position, rate)) {
+    const int rate = m_settings.speed == 0 ? NormalSpeed : m_settings.speed;
+    if (rate < 0 && m_position == 0) {
+        holdAtBeginning();
+    } else if ((m_position != 0 || rate != NormalSpeed) && !m_pipeline.seek(m_position, rate)) {
         m_phase = Phase::Ready;
         return {ErrorCode::UnsupportedOperation, "the medium cannot be played from there or at that speed"};
     }
+    prepareFollowing();
     proceed();
     return {};
 }
@@ -128,7 +199,7 @@ void Player::proceed()
 {
     if (m_settings.speed == 0 || m_bufferLevel < 100) {
         // A sink that never played is not even opened: it would sound late.
-        if (m_pipeline.audio().isOpen()) {
+        if (m_pipeline.hasBegun()) {
             m_pipeline.hold();
         }
     } else {
@@ -138,9 +209,16 @@ void Player::proceed()
     reportStatus();
 }
 
+/** Whoever goes backward stays at the beginning. */
+void Player::holdAtBeginning()
+{
+    m_settings.speed = 0;
+    m_reports.speed(0);
+}
+
 void Player::stop()
 {
-    if (m_phase == Phase::Running || m_phase == Phase::Starting || m_phase == Phase::Ready) {
+    if (m_phase != Phase::Stopped && m_phase != Phase::Closed) {
         end(Phase::Stopped);
         m_position = 0;
         reportStatus();
@@ -149,38 +227,156 @@ void Player::stop()
 
 Result Player::setSpeed(int speed)
 {
-    if (m_phase == Phase::Running && speed != 0 && speed != m_pipeline.rate()
-        && !m_pipeline.seek(m_pipeline.position(), speed)) {
-        return {ErrorCode::UnsupportedOperation, "the medium cannot be played at that speed"};
+    if (m_phase == Phase::Running && speed != 0 && speed != m_pipeline.rate()) {
+        const int64_t now = position();
+        if (speed < 0 && now == 0) {
+            holdAtBeginning();
+            proceed();
+            return {};
+        }
+        if (m_pipeline.succession().isTaken()) {
+            m_settings.speed = speed;
+            reload();
+            return {};
+        }
+        if (!m_pipeline.seek(now, speed)) {
+            return {ErrorCode::UnsupportedOperation, "the medium cannot be played at that speed"};
+        }
     }
     m_settings.speed = speed;
     if (m_phase == Phase::Running) {
+        prepareFollowing();
         proceed();
     }
     return {};
 }
 
-Result Player::seek(int64_t position)
+Result Player::seek(unsigned track, int64_t position)
 {
-    const int64_t duration = m_pipeline.duration();
-    m_position = duration > 0 ? std::min(position, duration) : position;
-    if (m_phase == Phase::Running && !m_pipeline.seek(m_position, m_pipeline.rate())) {
+    if (track == 0 || track > m_queue.total()) {
+        return {ErrorCode::InvalidParameter, "there is no such track"};
+    }
+    if (track != m_queue.current()) {
+        m_isForward = track > m_queue.current();
+        if (m_phase == Phase::Stopped) {
+            m_queue.setCurrent(track);
+            m_position = position;
+        } else {
+            m_phase = m_phase == Phase::Running || m_phase == Phase::Starting ? Phase::Starting : Phase::Opening;
+            openTrack(track, position);
+        }
+        reportCurrent();
+        return {};
+    }
+    const int64_t length = m_facts.duration;
+    const int64_t target = length > 0 ? std::min(position, length) : position;
+    if (m_phase == Phase::Ready && target != 0 && !m_facts.isSeekable) {
         return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
     }
-    if (m_phase != Phase::Opening) {
-        reportStatus();
+    if (m_phase == Phase::Running && m_pipeline.succession().isTaken()) {
+        reload();
+        m_position = target;
+    } else if (m_phase == Phase::Running) {
+        if (!m_pipeline.seek(target, m_pipeline.rate())) {
+            return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
+        }
+        prepareFollowing();
     }
+    m_position = target;
+    reportStatus();
     return {};
 }
 
-void Player::apply()
+void Player::apply(const Settings &settings)
 {
-    m_pipeline.audio().setVolume(m_settings.volume);
-    m_pipeline.audio().setPreset(m_settings.preset);
+    const bool isOtherPlace = settings.outputs != m_settings.outputs
+                              || (m_queue.total() > 0
+                                  && settings.captions.contains(m_queue.current())
+                                  && settings.captions.at(m_queue.current()).url != captions(m_queue.current()).url);
+    m_settings = settings;
+    m_queue.setRepeat(settings.repeat);
+    m_pipeline.audio().setVolume(settings.volume);
+    m_pipeline.audio().setPreset(settings.preset);
+    m_pipeline.video().setSource(settings.source);
     if (m_statusTimer.isActive()) {
         restartStatusTimer();
     }
+    if (isOtherPlace) {
+        reload();
+    } else if (isOpen()) {
+        const CaptionChoice choice = captions(m_queue.current());
+        m_pipeline.selectCaptions(choice.index, choice.areShown);
+        const bool isOutdated = m_pipeline.succession().isTaken() && m_following
+                                && m_queue.following() != m_following->track;
+        isOutdated ? reload() : prepareFollowing();
+    }
 }
+
+// From track to track
+
+void Player::prepareFollowing()
+{
+    if (m_pipeline.succession().isTaken()) {
+        return;
+    }
+    for (;;) {
+        const auto next = m_queue.following();
+        const bool isNormal = m_settings.speed == 0 || m_settings.speed == NormalSpeed;
+        const bool isPicture = m_settings.outputs.hasVideo && m_facts.dimensions.width > 0;
+        if (!next || !isNormal || m_pipeline.rate() != NormalSpeed || isPicture || !captions(*next).url.empty()) {
+            m_pipeline.succession().set({});
+            return;
+        }
+        if (*next == m_queue.current()) {
+            // A track without an end or without a length would be repeated for ever in no time.
+            m_pipeline.succession().set(m_facts.duration > 0 ? uri(*next) : std::string());
+            return;
+        }
+        if (m_following && m_following->track == *next) {
+            // Pictures alone need another way to be played.
+            m_pipeline.succession().set(m_following->facts.sampleRate > 0 ? uri(*next) : std::string());
+            return;
+        }
+        m_pipeline.succession().setUnknown();
+        if (!isOpen()) {
+            // First things first: this track has to be opened.
+            return;
+        }
+        if (Medium(m_queue.entry(*next).url).check()) {
+            m_probe.start(uri(*next), [this, track = *next](const Result &result, Facts facts) {
+                onProbed(track, result, std::move(facts));
+            });
+            return;
+        }
+        std::fprintf(stderr, "voro-renderer: track %u is passed over: it cannot be read\n", *next);
+        m_queue.setBad(*next);
+    }
+}
+
+void Player::onProbed(unsigned track, const Result &result, Facts facts)
+{
+    if (result) {
+        m_reports.track(track, uri(track), facts);
+        m_following = Following{track, std::move(facts)};
+    } else {
+        std::fprintf(stderr, "voro-renderer: track %u is passed over: %s\n", track, result.text.c_str());
+        m_queue.setBad(track);
+    }
+    prepareFollowing();
+}
+
+void Player::onAdvanced()
+{
+    if (m_following) {
+        m_queue.setCurrent(m_following->track);
+        m_facts = std::move(m_following->facts);
+        m_following.reset();
+    }
+    reportCurrent();
+    prepareFollowing();
+}
+
+// What the pipeline tells
 
 void Player::onDecoded()
 {
@@ -188,6 +384,9 @@ void Player::onDecoded()
     if (m_phase == Phase::Opening) {
         finishOpen({});
     } else if (m_phase == Phase::Starting) {
+        refreshFacts();
+        m_phase = Phase::Running;
+        reportCurrent();
         if (const Result result = begin(); !result) {
             onFailed(result);
         }
@@ -201,43 +400,67 @@ void Player::onEnded()
         onFailed({ErrorCode::ResourceCorrupted, "there is nothing to play"});
         return;
     }
-    if (m_pipeline.rate() > 0 && !m_settings.repeat.empty() && m_settings.repeat != "none"
-        && m_pipeline.seek(0, m_pipeline.rate())) {
-        reportStatus();
+    if (m_pipeline.rate() < 0) {
+        m_pipeline.seek(0, NormalSpeed);
+        holdAtBeginning();
+        proceed();
         return;
     }
-    m_position = m_pipeline.rate() < 0 ? 0 : std::max(m_pipeline.duration(), m_pipeline.position());
-    end(Phase::Stopped);
-    reportStatus();
-    m_position = 0;
-    m_reports.event(event("ended"));
+    const auto next = m_queue.following();
+    const int64_t last = std::max(m_facts.duration, m_pipeline.position());
+    if (next == m_queue.current() && m_pipeline.position() > 0 && m_pipeline.seek(0, m_pipeline.rate())) {
+        prepareFollowing();
+        reportStatus();
+    } else if (next && next != m_queue.current()) {
+        m_isForward = true;
+        m_phase = Phase::Starting;
+        openTrack(*next, 0);
+    } else {
+        end(Phase::Stopped);
+        m_position = last;
+        reportStatus();
+        m_reports.ended(m_queue.current(), m_position);
+        m_position = 0;
+        m_queue.setCurrent(1);
+    }
 }
 
 void Player::onFailed(const Result &result)
 {
-    if (m_phase == Phase::Opening) {
-        finishOpen(result);
-        return;
-    }
     if (m_phase == Phase::Stopped || m_phase == Phase::Closed) {
         return;
     }
-    m_position = position();
+    if (m_phase == Phase::Running) {
+        m_position = position();
+    }
+    if (m_queue.total() < 2) {
+        fail(result);
+        return;
+    }
+    m_phase = m_phase == Phase::Running ? Phase::Starting : m_phase == Phase::Ready ? Phase::Opening : m_phase;
+    if (passOver(result)) {
+        openTrack(m_queue.current(), 0);
+    }
+}
+
+/** Nothing can be played any more. */
+void Player::fail(const Result &result)
+{
+    if (m_answer) {
+        finishOpen(result);
+        return;
+    }
     end(Phase::Stopped);
-    std::string lines = event("failed");
-    pps::appendNumber(lines, "err", static_cast<int>(result.code));
-    pps::appendText(lines, "error", result.text);
-    pps::appendNumber(lines, "track", 1);
-    pps::appendNumber(lines, "position", m_position);
     reportStatus();
+    m_reports.failed(result, m_queue.current(), m_position);
     m_position = 0;
-    m_reports.event(lines);
 }
 
 void Player::onUnrecognized(const Result &result)
 {
     // What begins like a medium and is none was cut off or damaged.
-    onFailed(m_medium.beginsLikeMedium() ? Result{ErrorCode::ResourceCorrupted, result.text} : result);
+    const bool wasMedium = Medium(m_queue.entry(m_queue.current()).url).beginsLikeMedium();
+    onFailed(wasMedium ? Result{ErrorCode::ResourceCorrupted, result.text} : result);
 }
 
 gboolean Player::onOpenTimeout(gpointer self)
@@ -250,19 +473,15 @@ gboolean Player::onOpenTimeout(gpointer self)
 
 void Player::onTagged(const GstTagList *tags)
 {
-    const Owned<GstTagList> news(gst_tag_list_copy(tags));
-    // A bit rate is measured again with every frame; the first one is as good as the next.
-    if (gst_tag_list_get_tag_size(m_tags.get(), GST_TAG_BITRATE) > 0) {
-        gst_tag_list_remove_tag(news.get(), GST_TAG_BITRATE);
-    }
-    m_tags.reset(gst_tag_list_merge(m_tags.get(), news.get(), GST_TAG_MERGE_REPLACE));
+    m_facts.merge(tags);
     onChanged();
 }
 
 void Player::onChanged()
 {
-    if (m_phase == Phase::Ready || m_phase == Phase::Running) {
-        reportTrack();
+    if (isOpen() && !m_pipeline.succession().isTaken()) {
+        refreshFacts();
+        m_reports.track(m_queue.current(), uri(m_queue.current()), m_facts);
     }
 }
 
@@ -280,45 +499,63 @@ void Player::onBuffering(int percent)
     }
 }
 
+// Reports
+
+CaptionChoice Player::captions(unsigned track) const
+{
+    const auto found = m_settings.captions.find(track);
+    return found == m_settings.captions.end() ? CaptionChoice() : found->second;
+}
+
+std::string Player::uri(unsigned track) const
+{
+    return Medium(m_queue.entry(track).url).uri();
+}
+
 int64_t Player::position() const
 {
     return m_phase == Phase::Running ? m_pipeline.position() : m_position;
 }
 
-void Player::reportQueue()
+void Player::refreshFacts()
 {
-    std::string lines = event("queue");
-    pps::appendNumber(lines, "current", 1);
-    pps::appendNumber(lines, "total", 1);
-    m_reports.event(lines);
+    if (const int64_t duration = m_pipeline.duration(); duration > 0) {
+        m_facts.duration = duration;
+    }
+    m_facts.isSeekable = m_pipeline.isSeekable();
+    m_facts.sampleRate = m_pipeline.audio().sampleRate();
+    m_facts.dimensions = m_pipeline.dimensions();
 }
 
-void Player::reportTrack()
+void Player::reportCurrent()
 {
-    std::string lines = event("track");
-    pps::appendNumber(lines, "track", 1);
-    pps::appendText(lines, "url", m_medium.uri());
-    pps::appendNumber(lines, "md_title_duration", m_pipeline.duration());
-    pps::appendBool(lines, "md_title_seekable", m_pipeline.isSeekable());
-    pps::appendNumber(lines, "md_title_samplerate", m_pipeline.audio().sampleRate());
-    pps::appendNumber(lines, "md_video_width", 0);
-    pps::appendNumber(lines, "md_video_height", 0);
-    lines += toAttributes(m_tags.get());
-    if (lines != m_lastTrack) {
-        m_lastTrack = lines;
-        m_reports.event(lines);
+    m_reports.track(m_queue.current(), uri(m_queue.current()), m_facts);
+    reportNeighbours();
+    m_reports.queue(m_queue.current(), m_queue.total());
+    reportStatus();
+}
+
+/** Tells of the tracks nearby what their list says, until they are looked at. */
+void Player::reportNeighbours()
+{
+    const unsigned current = m_queue.current();
+    const unsigned first = current > Neighbourhood ? current - Neighbourhood : 1;
+    for (unsigned track = first; track <= std::min(current + Neighbourhood, m_queue.total()); ++track) {
+        if (m_reports.hasTold(track)) {
+            continue;
+        }
+        Facts facts;
+        if (const std::string &title = m_queue.entry(track).title; !title.empty()) {
+            gst_tag_list_add(facts.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_TITLE, title.c_str(), nullptr);
+        }
+        m_reports.track(track, uri(track), facts);
     }
 }
 
 void Player::reportStatus()
 {
-    const bool isBuffering = m_bufferLevel < 100;
-    const char *status = m_phase != Phase::Running ? "idle" : isBuffering ? "buffering" : "playing";
-    std::string lines = event("status");
-    pps::appendNumber(lines, "position", position());
-    pps::appendText(lines, "bufferlevel", std::to_string(m_bufferLevel) + "/100");
-    pps::appendText(lines, "bufferstatus", status);
-    m_reports.event(lines);
+    const char *status = m_phase != Phase::Running ? "idle" : m_bufferLevel < 100 ? "buffering" : "playing";
+    m_reports.status(position(), m_bufferLevel, status);
 }
 
 void Player::restartStatusTimer()

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "Facts.h"
 #include "Pipeline.h"
-
-#include <renderer/common/Medium.h>
+#include "Playlist.h"
+#include "Probe.h"
+#include "Queue.h"
+#include "Reports.h"
+#include "Settings.h"
 
 #include <functional>
 #include <optional>
@@ -10,80 +14,93 @@
 
 namespace voro::renderer {
 
-/** Plays one medium as the service asks, and reports what happens. */
+/** Plays a queue as the service asks, and reports what happens. */
 class Player {
 public:
-    struct Reports {
-        /** An event's attribute lines, "msg" included. */
-        std::function<void(const std::string &)> event;
-    };
     using Answer = std::function<void(const Result &)>;
 
-    struct Settings {
-        int speed = 1000;
-        guint interval = 1000;
-        bool isAudible = true;
-        long volume = 100;
-        std::string preset;
-        std::string repeat;
-    };
+    explicit Player(Reports::Send send);
 
-    explicit Player(Reports reports);
-
-    /** Opens a medium, as a playlist or as itself; the answer comes when it is known to play or not. */
-    void open(const std::string &url, bool isPlaylist, std::optional<int64_t> position, Answer answer);
+    /** Opens a medium or, as a playlist, a queue of them; the answer comes when it is known to play or not. */
+    void open(const std::string &url, bool isPlaylist, unsigned track, int64_t position, Answer answer);
     void close();
     Result play();
     void stop();
     Result setSpeed(int speed);
-    Result seek(int64_t position);
+    Result seek(unsigned track, int64_t position);
+    /** Takes over what the application set, the speed excepted. */
+    void apply(const Settings &settings);
 
-    Settings &settings() { return m_settings; }
-    /** Applies what was changed in settings(), the speed excepted. */
-    void apply();
+    const Settings &settings() const { return m_settings; }
 
 private:
     enum class Phase {
         Closed,
+        /** A medium is being opened, to be ready. */
         Opening,
         /** Opened, but never played. */
         Ready,
-        /** Asked to play; the medium is being opened again. */
+        /** A medium is being opened, to be played. */
         Starting,
         Running,
         /** Stopped, or played to the end: the medium has to be opened again. */
         Stopped,
     };
+    /** The next track, as far as it was looked at. */
+    struct Following {
+        unsigned track;
+        Facts facts;
+    };
 
     void onDecoded();
     void onEnded();
+    void onAdvanced();
     void onFailed(const Result &result);
     void onUnrecognized(const Result &result);
     void onTagged(const GstTagList *tags);
     void onChanged();
     void onBuffering(int percent);
+    void onProbed(unsigned track, const Result &result, Facts facts);
     static gboolean onStatusDue(gpointer self);
     static gboolean onOpenTimeout(gpointer self);
 
+    /** Goes to a track, or to a later one when it does not play. */
+    void openTrack(unsigned track, int64_t position);
     void load();
+    /** Opens the current medium again where it is. */
+    void reload();
+    /** Passes a track over that does not play; false when nothing is left, which ends everything. */
+    bool passOver(const Result &problem);
+    void fail(const Result &result);
     Result begin();
     void proceed();
+    void holdAtBeginning();
     void end(Phase phase);
     void finishOpen(const Result &result);
+    /** Sees to it that the next track is known by the time that this one ends. */
+    void prepareFollowing();
+    bool isOpening() const { return m_phase == Phase::Opening || m_phase == Phase::Starting; }
+    bool isOpen() const { return m_phase == Phase::Ready || m_phase == Phase::Running; }
+    CaptionChoice captions(unsigned track) const;
+    std::string uri(unsigned track) const;
     int64_t position() const;
-    void reportQueue();
-    void reportTrack();
+    void refreshFacts();
+    void reportCurrent();
+    void reportNeighbours();
     void reportStatus();
     void restartStatusTimer();
 
     Reports m_reports;
     Pipeline m_pipeline;
+    Playlist m_playlist;
+    Probe m_probe;
+    Queue m_queue;
     Settings m_settings;
     Phase m_phase = Phase::Closed;
-    Medium m_medium{""};
     Answer m_answer;
-    Owned<GstTagList> m_tags;
-    std::string m_lastTrack;
+    Facts m_facts;
+    std::optional<Following> m_following;
+    bool m_isForward = true;
     /** Where the next play begins, or where it stands while nothing plays. */
     int64_t m_position = 0;
     int m_bufferLevel = 100;

@@ -72,16 +72,6 @@ void rankLast(const char *plugin)
 
 } // namespace
 
-GstElement *makeElement(const char *type)
-{
-    GstElement *element = gst_element_factory_make(type, nullptr);
-    if (!element) {
-        std::fprintf(stderr, "voro-renderer: the GStreamer element %s is missing\n", type);
-        _exit(1);
-    }
-    return element;
-}
-
 void restrictProcess()
 {
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);

@@ -1,0 +1,48 @@
+#include "Role.h"
+
+#include <voro/audio_manager.h>
+
+#include <cstring>
+
+namespace voro::renderer {
+
+namespace {
+
+/** The sound servers' own word for a type. */
+std::string roleOfType(int type)
+{
+    switch (type) {
+    case AUDIO_TYPE_VOICE:
+    case AUDIO_TYPE_VIDEO_CHAT:
+        return "phone";
+    case AUDIO_TYPE_MULTIMEDIA:
+        return "music";
+    case AUDIO_TYPE_VOICE_RECORDING:
+        return "production";
+    case AUDIO_TYPE_RINGTONE:
+    case AUDIO_TYPE_INPUT_FEEDBACK:
+    case AUDIO_TYPE_ALERT:
+        return "event";
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+std::string roleOf(uint32_t handle)
+{
+    return roleOfType(audio_manager_get_type_from_handle(handle));
+}
+
+std::string roleOf(const std::string &name)
+{
+    for (int type = 0; const char *known = audio_manager_get_name_from_type(type); ++type) {
+        if (name == known) {
+            return roleOfType(type);
+        }
+    }
+    return {};
+}
+
+} // namespace voro::renderer

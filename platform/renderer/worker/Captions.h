@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Gst.h"
+
+#include <string>
+
+namespace voro::renderer {
+
+/** Shows captions in a window of their own. Its element takes a playbin's text, each when its time has come. */
+class Captions {
+public:
+    Captions();
+    ~Captions();
+    Captions(const Captions &) = delete;
+    Captions &operator=(const Captions &) = delete;
+
+    GstElement *element() const { return m_sink.get(); }
+    /** Draws into a window from now on; into none with an empty name. */
+    void setWindow(const std::string &window);
+    void clear();
+
+private:
+    static void onText(GstElement *sink, GstBuffer *buffer, GstPad *pad, gpointer self);
+    static GstPadProbeReturn onFlush(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    static gboolean onOver(gpointer self);
+    /** Takes over, in the main loop, what a streaming thread left in m_next. */
+    static gboolean onNext(gpointer self);
+    void leave(std::string text, GstClockTime duration);
+    void show(const std::string &text);
+
+    struct Caption {
+        Captions *owner;
+        std::string text;
+        GstClockTime duration;
+    };
+
+    Owned<GstElement> m_sink;
+    Owned<GstElement> m_pipeline;
+    /** Part of the pipeline, owned by it. */
+    GstElement *m_overlay = nullptr;
+    Source m_timer;
+    std::string m_window;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,52 @@
+#include "Facts.h"
+
+#include "Tags.h"
+
+#include <pps/Text.h>
+
+namespace voro::renderer {
+
+Dimensions dimensionsOf(const GstCaps *caps)
+{
+    Dimensions size;
+    if (!caps || gst_caps_get_size(caps) == 0) {
+        return size;
+    }
+    const GstStructure *structure = gst_caps_get_structure(caps, 0);
+    const std::string_view name = gst_structure_get_name(structure);
+    if ((name.starts_with("video/") || name.starts_with("image/"))
+        && gst_structure_get_int(structure, "width", &size.width)
+        && gst_structure_get_int(structure, "height", &size.height)
+        && !gst_structure_get_fraction(structure, "pixel-aspect-ratio", &size.pixelWidth, &size.pixelHeight)) {
+        size.pixelWidth = size.pixelHeight = 1;
+    }
+    return size;
+}
+
+void Facts::merge(const GstTagList *news)
+{
+    const Owned<GstTagList> additions(gst_tag_list_copy(news));
+    // A bit rate is measured again with every frame; the first one is as good as the next.
+    if (gst_tag_list_get_tag_size(tags.get(), GST_TAG_BITRATE) > 0) {
+        gst_tag_list_remove_tag(additions.get(), GST_TAG_BITRATE);
+    }
+    tags.reset(gst_tag_list_merge(tags.get(), additions.get(), GST_TAG_MERGE_REPLACE));
+}
+
+std::string toAttributes(const Facts &facts)
+{
+    const Dimensions &size = facts.dimensions;
+    std::string lines;
+    pps::appendNumber(lines, "md_title_duration", facts.duration);
+    pps::appendBool(lines, "md_title_seekable", facts.isSeekable);
+    pps::appendNumber(lines, "md_title_samplerate", facts.sampleRate);
+    pps::appendNumber(lines, "md_video_width", size.width);
+    pps::appendNumber(lines, "md_video_height", size.height);
+    if (size.pixelWidth > 0 && size.pixelHeight > 0) {
+        pps::appendNumber(lines, "md_video_pixel_width", size.pixelWidth);
+        pps::appendNumber(lines, "md_video_pixel_height", size.pixelHeight);
+    }
+    return lines + toAttributes(facts.tags.get());
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,46 @@
+#include "Gst.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace voro::renderer {
+
+int64_t durationOf(GstElement *element)
+{
+    gint64 duration = 0;
+    gst_element_query_duration(element, GST_FORMAT_TIME, &duration);
+    return std::max<int64_t>(0, duration / static_cast<gint64>(GST_MSECOND));
+}
+
+bool isSeekable(GstElement *element)
+{
+    const Owned<GstQuery> query(gst_query_new_seeking(GST_FORMAT_TIME));
+    gboolean isSeekable = FALSE;
+    if (gst_element_query(element, query.get())) {
+        gst_query_parse_seeking(query.get(), nullptr, &isSeekable, nullptr, nullptr);
+    }
+    return isSeekable;
+}
+
+int sampleRateOf(const GstCaps *caps)
+{
+    int rate = 0;
+    if (caps && gst_caps_get_size(caps) > 0) {
+        gst_structure_get_int(gst_caps_get_structure(caps, 0), "rate", &rate);
+    }
+    return rate;
+}
+
+GstElement *makeElement(const char *type)
+{
+    GstElement *element = gst_element_factory_make(type, nullptr);
+    if (!element) {
+        std::fprintf(stderr, "voro-renderer: the GStreamer element %s is missing\n", type);
+        _exit(1);
+    }
+    return element;
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,117 @@
+#include "Probe.h"
+
+#include "Failure.h"
+
+#include <utility>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr guint LongestWait = 15'000;
+
+} // namespace
+
+void Probe::start(const std::string &uri, Done done)
+{
+    cancel();
+    m_done = std::move(done);
+    m_facts = {};
+    m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-probe"))));
+    GstElement *decoder = makeElement("uridecodebin");
+    g_object_set(decoder, "uri", uri.c_str(), nullptr);
+    g_signal_connect(decoder, "pad-added", G_CALLBACK(onPad), this);
+    gst_bin_add(GST_BIN(m_pipeline.get()), decoder);
+    const Owned<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
+    m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
+    m_timer.reset(g_timeout_add(LongestWait, onTimeout, this));
+    gst_element_set_state(m_pipeline.get(), GST_STATE_PAUSED);
+}
+
+void Probe::cancel()
+{
+    m_timer.reset();
+    m_watch.reset();
+    if (m_pipeline) {
+        gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+        m_pipeline.reset();
+    }
+    m_done = nullptr;
+}
+
+// Runs in a streaming thread.
+void Probe::onPad(GstElement *, GstPad *pad, gpointer self)
+{
+    GstElement *sink = makeElement("fakesink");
+    gst_bin_add(GST_BIN(static_cast<Probe *>(self)->m_pipeline.get()), sink);
+    const Owned<GstPad> target(gst_element_get_static_pad(sink, "sink"));
+    gst_pad_link(pad, target.get());
+    gst_element_sync_state_with_parent(sink);
+}
+
+gboolean Probe::onMessage(GstBus *, GstMessage *message, gpointer self)
+{
+    static_cast<Probe *>(self)->handle(message);
+    return G_SOURCE_CONTINUE;
+}
+
+void Probe::handle(GstMessage *message)
+{
+    switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_TAG: {
+        GstTagList *tags = nullptr;
+        gst_message_parse_tag(message, &tags);
+        const Owned<GstTagList> owned(tags);
+        m_facts.merge(tags);
+        break;
+    }
+    case GST_MESSAGE_ERROR:
+        finish(toResult(message, false));
+        break;
+    case GST_MESSAGE_ASYNC_DONE:
+        collect();
+        finish({});
+        break;
+    default:
+        break;
+    }
+}
+
+void Probe::collect()
+{
+    m_facts.duration = durationOf(m_pipeline.get());
+    m_facts.isSeekable = isSeekable(m_pipeline.get());
+    const auto addSink = [](const GValue *item, gpointer facts) {
+        auto *sink = static_cast<GstElement *>(g_value_get_object(item));
+        const Owned<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
+        const Owned<GstCaps> caps(pad ? gst_pad_get_current_caps(pad.get()) : nullptr);
+        auto *known = static_cast<Facts *>(facts);
+        if (const Dimensions size = dimensionsOf(caps.get()); size.width > 0) {
+            known->dimensions = size;
+        } else if (const int rate = sampleRateOf(caps.get()); rate > 0) {
+            known->sampleRate = rate;
+        }
+    };
+    GstIterator *sinks = gst_bin_iterate_sinks(GST_BIN(m_pipeline.get()));
+    gst_iterator_foreach(sinks, addSink, &m_facts);
+    gst_iterator_free(sinks);
+}
+
+gboolean Probe::onTimeout(gpointer self)
+{
+    static_cast<Probe *>(self)->m_timer.forget();
+    static_cast<Probe *>(self)->finish({ErrorCode::SourceUnavailable, "the source does not answer"});
+    return G_SOURCE_REMOVE;
+}
+
+void Probe::finish(const Result &result)
+{
+    const Done done = std::exchange(m_done, nullptr);
+    Facts facts = std::move(m_facts);
+    cancel();
+    if (done) {
+        done(result, std::move(facts));
+    }
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,75 @@
+#include "Reports.h"
+
+#include <pps/Text.h>
+
+namespace voro::renderer {
+
+namespace {
+
+std::string event(std::string_view name)
+{
+    std::string lines;
+    pps::appendText(lines, "msg", name);
+    return lines;
+}
+
+std::string ending(std::string_view name, unsigned track, int64_t position)
+{
+    std::string lines = event(name);
+    pps::appendNumber(lines, "track", track);
+    pps::appendNumber(lines, "position", position);
+    return lines;
+}
+
+} // namespace
+
+void Reports::queue(unsigned current, unsigned total)
+{
+    std::string lines = event("queue");
+    pps::appendNumber(lines, "current", current);
+    pps::appendNumber(lines, "total", total);
+    m_send(lines);
+}
+
+void Reports::track(unsigned number, const std::string &uri, const Facts &facts)
+{
+    std::string lines = event("track");
+    pps::appendNumber(lines, "track", number);
+    pps::appendText(lines, "url", uri);
+    lines += toAttributes(facts);
+    if (std::string &last = m_tracks[number]; lines != last) {
+        last = lines;
+        m_send(lines);
+    }
+}
+
+void Reports::status(int64_t position, int bufferLevel, const char *bufferStatus)
+{
+    std::string lines = event("status");
+    pps::appendNumber(lines, "position", position);
+    pps::appendText(lines, "bufferlevel", std::to_string(bufferLevel) + "/100");
+    pps::appendText(lines, "bufferstatus", bufferStatus);
+    m_send(lines);
+}
+
+void Reports::speed(int speed)
+{
+    std::string lines = event("speed");
+    pps::appendNumber(lines, "speed", speed);
+    m_send(lines);
+}
+
+void Reports::ended(unsigned track, int64_t position)
+{
+    m_send(ending("ended", track, position));
+}
+
+void Reports::failed(const Result &result, unsigned track, int64_t position)
+{
+    std::string lines = ending("failed", track, position);
+    pps::appendNumber(lines, "err", static_cast<int>(result.code));
+    pps::appendText(lines, "error", result.text);
+    m_send(lines);
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Facts.h"
+
+#include <renderer/common/Error.h>
+
+#include <functional>
+#include <map>
+#include <string>
+
+namespace voro::renderer {
+
+/** What a player tells the service, as event messages. */
+class Reports {
+public:
+    using Send = std::function<void(const std::string &lines)>;
+
+    explicit Reports(Send send) : m_send(std::move(send)) {}
+
+    /** Forgets what it told of the former queue. */
+    void reset() { m_tracks.clear(); }
+    void queue(unsigned current, unsigned total);
+    /** Told only when it is something else than before. */
+    void track(unsigned number, const std::string &uri, const Facts &facts);
+    bool hasTold(unsigned track) const { return m_tracks.contains(track); }
+    void status(int64_t position, int bufferLevel, const char *bufferStatus);
+    /** The speed became another one without having been asked for. */
+    void speed(int speed);
+    void ended(unsigned track, int64_t position);
+    void failed(const Result &result, unsigned track, int64_t position);
+
+private:
+    Send m_send;
+    std::map<unsigned, std::string> m_tracks;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,96 @@
+#include "WindowSink.h"
+
+#include <dlfcn.h>
+#include <gst/video/videooverlay.h>
+
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+
+namespace voro::renderer {
+
+namespace {
+
+std::optional<guintptr> windowNumber(std::string_view text)
+{
+    const bool isHexadecimal = text.starts_with("0x");
+    if (isHexadecimal) {
+        text.remove_prefix(2);
+    }
+    guintptr number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, isHexadecimal ? 16 : 10);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size() && number != 0;
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+/** A window that the application has destroyed is no reason to end. */
+void ignoreWindowErrors()
+{
+    using Handler = int (*)(void *display, void *event);
+    using SetHandler = Handler (*)(Handler);
+    // The library came with the sink.
+    if (const auto set = reinterpret_cast<SetHandler>(dlsym(RTLD_DEFAULT, "XSetErrorHandler"))) {
+        set([](void *, void *) { return 0; });
+    } else if (void *library = dlopen("libX11.so.6", RTLD_NOW | RTLD_NOLOAD)) {
+        reinterpret_cast<SetHandler>(dlsym(library, "XSetErrorHandler"))([](void *, void *) { return 0; });
+    }
+}
+
+/** The first of the sinks that the X server can do. */
+GstElement *drawingSink()
+{
+    for (const char *type : {"xvimagesink", "ximagesink"}) {
+        GstElement *sink = gst_element_factory_make(type, nullptr);
+        if (sink && gst_element_set_state(sink, GST_STATE_READY) != GST_STATE_CHANGE_FAILURE) {
+            return sink;
+        }
+        if (sink) {
+            gst_element_set_state(sink, GST_STATE_NULL);
+            gst_object_unref(gst_object_ref_sink(sink));
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+GstElement *configuredSink(const char *variable)
+{
+    const char *description = std::getenv(variable);
+    if (!description || !*description) {
+        return nullptr;
+    }
+    GError *raw = nullptr;
+    GstElement *sink = gst_parse_bin_from_description(description, TRUE, &raw);
+    const Owned<GError> error(raw);
+    if (error) {
+        std::fprintf(stderr, "voro-renderer: %s: %s\n", variable, error->message);
+    }
+    return sink;
+}
+
+GstElement *silentSink()
+{
+    GstElement *sink = makeElement("fakesink");
+    g_object_set(sink, "sync", TRUE, nullptr);
+    return sink;
+}
+
+GstElement *windowSink(std::string_view window)
+{
+    const auto number = windowNumber(window);
+    if (!number) {
+        return nullptr;
+    }
+    GstElement *sink = drawingSink();
+    if (!sink) {
+        std::fprintf(stderr, "voro-renderer: there is no X server to draw with\n");
+        return nullptr;
+    }
+    ignoreWindowErrors();
+    g_object_set(sink, "handle-events", FALSE, nullptr);
+    gst_video_overlay_set_window_handle(GST_VIDEO_OVERLAY(sink), *number);
+    return sink;
+}
+
+} // namespace voro::renderer
