@@ -362,8 +362,9 @@ void Context::speedSet(const pps::Message &message)
         finish({ErrorCode::UnsupportedValue, "the speed is out of its range"});
         return;
     }
+    m_isSpeedTaken = false;
     const auto done = [this, speed = static_cast<int>(speed)](const Result &result) {
-        if (result && std::exchange(m_speed, speed) != speed) {
+        if (result && !m_isSpeedTaken && std::exchange(m_speed, speed) != speed) {
             m_folder.setSpeed(speed);
         }
         finish(result);
@@ -439,6 +440,7 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
         m_folder.setQueue(m_position.track, m_total);
     } else if (name == "speed") {
         m_speed = static_cast<int>(event.number("speed"));
+        m_isSpeedTaken = true;
         m_folder.setSpeed(m_speed);
     } else if (name == "ended") {
         m_deaths = 0;

@@ -88,6 +88,8 @@ private:
     State m_state = State::Idle;
     bool m_hasEnded = false;
     int m_speed = 1000;
+    /** Whether the engine took another speed than the one that it was asked for. */
+    bool m_isSpeedTaken = false;
     unsigned m_total = 0;
     TrackPosition m_position;
     /** Where the next engine begins instead of at the beginning. */

@@ -12,9 +12,9 @@ Captions::Captions() : m_sink(GST_ELEMENT(gst_object_ref_sink(makeElement("fakes
     g_object_set(m_sink.get(), "sync", TRUE, "async", FALSE, "signal-handoffs", TRUE, nullptr);
     g_signal_connect(m_sink.get(), "handoff", G_CALLBACK(onText), this);
     const Owned<GstPad> pad(gst_element_get_static_pad(m_sink.get(), "sink"));
-    gst_pad_add_probe(pad.get(),
-                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM | GST_PAD_PROBE_TYPE_EVENT_FLUSH),
-                      onFlush, this, nullptr);
+    gst_pad_add_probe(
+        pad.get(), static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM | GST_PAD_PROBE_TYPE_EVENT_FLUSH),
+        onFlush, this, nullptr);
 }
 
 Captions::~Captions()
@@ -71,9 +71,8 @@ void Captions::show(const std::string &text)
 // Runs in a streaming thread.
 void Captions::leave(std::string text, GstClockTime duration)
 {
-    g_main_context_invoke_full(
-        nullptr, G_PRIORITY_DEFAULT, onNext, new Caption{this, std::move(text), duration},
-        [](gpointer caption) { delete static_cast<Caption *>(caption); });
+    g_main_context_invoke_full(nullptr, G_PRIORITY_DEFAULT, onNext, new Caption{this, std::move(text), duration},
+                               [](gpointer caption) { delete static_cast<Caption *>(caption); });
 }
 
 gboolean Captions::onNext(gpointer data)

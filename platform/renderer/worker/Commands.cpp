@@ -76,7 +76,8 @@ Settings Commands::read(const pps::Message &message, Settings settings)
                         .window = message.text("video"),
                         .captionWindow = message.text("subpicture")};
     settings.source = {static_cast<int>(message.number("video_src_x")), static_cast<int>(message.number("video_src_y")),
-                       static_cast<int>(message.number("video_src_w")), static_cast<int>(message.number("video_src_h"))};
+                       static_cast<int>(message.number("video_src_w")),
+                       static_cast<int>(message.number("video_src_h"))};
     settings.captions.clear();
     for (const auto &entry : message.entries()) {
         if (!entry.name.starts_with(TrackPrefix)) {

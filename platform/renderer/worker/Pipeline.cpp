@@ -56,14 +56,17 @@ void Pipeline::load(const std::string &uri, const std::string &captions, const O
 void Pipeline::open(bool needsPicture)
 {
     m_needsPicture = needsPicture;
+    // A short medium may be read to its end before anybody could say what comes next.
+    m_succession.setUnknown();
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
     m_video.resetSink(m_outputs.window);
     m_video.awaitDecoded();
     const bool hasOwnCaptions = m_outputs.hasCaptions && !m_outputs.areCaptionsOverVideo();
     m_captions.setWindow(hasOwnCaptions ? m_outputs.captionWindow : std::string());
-    g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", m_captionsUri.empty() ? nullptr : m_captionsUri.c_str(),
-                 "text-sink", hasOwnCaptions ? m_captions.element() : nullptr, "flags", flags(needsPicture), nullptr);
+    g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi",
+                 m_captionsUri.empty() ? nullptr : m_captionsUri.c_str(), "text-sink",
+                 hasOwnCaptions ? m_captions.element() : nullptr, "flags", flags(needsPicture), nullptr);
     gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
 }
 
@@ -102,6 +105,7 @@ void Pipeline::run()
     m_audio.openGate();
     m_hasBegun = true;
     m_isHeld = false;
+    m_rest.reset();
     settle();
 }
 
@@ -137,6 +141,7 @@ void Pipeline::unload()
     m_group = GST_GROUP_ID_INVALID;
     m_seeking.reset();
     m_next.reset();
+    m_rest.reset();
 }
 
 bool Pipeline::seek(int64_t time, int rate)
@@ -162,6 +167,7 @@ bool Pipeline::seekNow(const Target &target)
     if (isDone) {
         m_rate = target.rate;
         m_seeking = target;
+        m_rest = target.time;
         m_next.reset();
     }
     return isDone;
@@ -242,6 +248,9 @@ int64_t Pipeline::position() const
     if (m_next || m_seeking) {
         return m_next ? m_next->time : m_seeking->time;
     }
+    if (m_isHeld && m_rest) {
+        return *m_rest;
+    }
     gint64 position = 0;
     gst_element_query_position(m_playbin.get(), GST_FORMAT_TIME, &position);
     return std::max<int64_t>(0, toMilliseconds(position));
@@ -270,8 +279,7 @@ void Pipeline::handle(GstMessage *message)
         }
         break;
     case GST_MESSAGE_ERROR:
-        (isUnrecognized(message) ? m_events.unrecognized
-                                 : m_events.failed)(
+        (isUnrecognized(message) ? m_events.unrecognized : m_events.failed)(
             toResult(message, m_audio.isSink(GST_MESSAGE_SRC(message)) || m_video.isSink(GST_MESSAGE_SRC(message))));
         break;
     case GST_MESSAGE_TAG: {

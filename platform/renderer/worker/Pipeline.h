@@ -129,6 +129,8 @@ private:
     /** The seek that is on its way, and the one that waits for its end. */
     std::optional<Target> m_seeking;
     std::optional<Target> m_next;
+    /** Where it was brought to while it is held; sinks tell that only when they have played. */
+    std::optional<int64_t> m_rest;
 };
 
 } // namespace voro::renderer

@@ -16,6 +16,18 @@ constexpr int NormalSpeed = 1000;
 /** How far from the current track others are told of. */
 constexpr unsigned Neighbourhood = 2;
 
+/** Tells the log of a track that is passed over; of a long list's not of every one. */
+void logBad(unsigned track, const std::string &cause)
+{
+    constexpr int Most = 50;
+    static int told = 0;
+    if (++told <= Most) {
+        std::fprintf(stderr, "voro-renderer: track %u is passed over: %s\n", track, cause.c_str());
+    } else if (told == Most + 1) {
+        std::fprintf(stderr, "voro-renderer: further tracks are passed over without a word\n");
+    }
+}
+
 } // namespace
 
 Player::Player(Reports::Send send)
@@ -78,6 +90,7 @@ void Player::load()
     const unsigned track = m_queue.current();
     m_facts = m_following && m_following->track == track ? std::move(m_following->facts) : Facts();
     m_following.reset();
+    m_probe.cancel();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
     const CaptionChoice choice = captions(track);
@@ -106,7 +119,7 @@ bool Player::passOver(const Result &problem)
         fail(problem);
         return false;
     }
-    std::fprintf(stderr, "voro-renderer: track %u is passed over: %s\n", track, problem.text.c_str());
+    logBad(track, problem.text);
     m_queue.setCurrent(*other);
     m_position = 0;
     return true;
@@ -213,6 +226,7 @@ void Player::proceed()
 void Player::holdAtBeginning()
 {
     m_settings.speed = 0;
+    reportStatus();
     m_reports.speed(0);
 }
 
@@ -290,8 +304,7 @@ Result Player::seek(unsigned track, int64_t position)
 void Player::apply(const Settings &settings)
 {
     const bool isOtherPlace = settings.outputs != m_settings.outputs
-                              || (m_queue.total() > 0
-                                  && settings.captions.contains(m_queue.current())
+                              || (m_queue.total() > 0 && settings.captions.contains(m_queue.current())
                                   && settings.captions.at(m_queue.current()).url != captions(m_queue.current()).url);
     m_settings = settings;
     m_queue.setRepeat(settings.repeat);
@@ -306,8 +319,8 @@ void Player::apply(const Settings &settings)
     } else if (isOpen()) {
         const CaptionChoice choice = captions(m_queue.current());
         m_pipeline.selectCaptions(choice.index, choice.areShown);
-        const bool isOutdated = m_pipeline.succession().isTaken() && m_following
-                                && m_queue.following() != m_following->track;
+        const bool isOutdated =
+            m_pipeline.succession().isTaken() && m_following && m_queue.following() != m_following->track;
         isOutdated ? reload() : prepareFollowing();
     }
 }
@@ -348,7 +361,7 @@ void Player::prepareFollowing()
             });
             return;
         }
-        std::fprintf(stderr, "voro-renderer: track %u is passed over: it cannot be read\n", *next);
+        logBad(*next, "it cannot be read");
         m_queue.setBad(*next);
     }
 }
@@ -359,7 +372,7 @@ void Player::onProbed(unsigned track, const Result &result, Facts facts)
         m_reports.track(track, uri(track), facts);
         m_following = Following{track, std::move(facts)};
     } else {
-        std::fprintf(stderr, "voro-renderer: track %u is passed over: %s\n", track, result.text.c_str());
+        logBad(track, result.text);
         m_queue.setBad(track);
     }
     prepareFollowing();
@@ -401,6 +414,8 @@ void Player::onEnded()
         return;
     }
     if (m_pipeline.rate() < 0) {
+        // Held first, because a seek that is on its way would be played before it could be held.
+        m_pipeline.hold();
         m_pipeline.seek(0, NormalSpeed);
         holdAtBeginning();
         proceed();

@@ -2,14 +2,15 @@
 
 #include "playlist/Reader.h"
 
-#include <renderer/common/Medium.h>
-
 #include <dlfcn.h>
+#include <renderer/common/Medium.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <utility>
@@ -65,6 +66,46 @@ std::string inputUrl(const char *uri)
     }
     const Owned<char> path(g_filename_from_uri(uri, nullptr, nullptr));
     return path ? pathOf(path.get()) : uri;
+}
+
+/** Whether a line of the format with "File1=" says something else than a place. */
+bool isKeyword(const std::string &line)
+{
+    constexpr std::array Keywords{"title", "length", "numberofentries", "version"};
+    return line.find('=') != std::string::npos && std::any_of(Keywords.begin(), Keywords.end(), [&](const char *word) {
+               return g_ascii_strncasecmp(line.c_str(), word, strlen(word)) == 0;
+           });
+}
+
+/** A line of a list with its place made absolute, so that the list may be read from elsewhere. */
+std::string absoluteLine(const std::string &line, const Medium &list)
+{
+    // "File1=" in the one format, nothing in the other.
+    const bool isNamed = g_ascii_strncasecmp(line.c_str(), "file", 4) == 0 && line.find('=') != std::string::npos;
+    const size_t start = isNamed ? line.find('=') + 1 : 0;
+    const std::string place = line.substr(start);
+    const bool isComment = place.empty() || place[0] == '#' || place[0] == '[' || (!isNamed && isKeyword(line));
+    const Owned<char> scheme(g_uri_parse_scheme(place.c_str()));
+    if (isComment || place[0] == '/' || (scheme && place.find("://") != std::string::npos)) {
+        return line;
+    }
+    if (list.isLocal()) {
+        const std::string &path = list.path();
+        return line.substr(0, start) + path.substr(0, path.rfind('/') + 1) + place;
+    }
+    const Owned<char> escaped(g_uri_escape_string(place.c_str(), "/?&=;+%", FALSE));
+    return line.substr(0, start) + list.uri().substr(0, list.uri().rfind('/') + 1) + escaped.get();
+}
+
+std::string absoluteLines(const std::string &text, const Medium &list)
+{
+    std::string result;
+    for (size_t start = 0; start < text.size();) {
+        const size_t end = std::min(text.find_first_of("\r\n", start), text.size());
+        result += absoluteLine(text.substr(start, end - start), list) + '\n';
+        start = end + 1;
+    }
+    return result;
 }
 
 std::string contentOf(const std::string &path)
@@ -170,8 +211,11 @@ void Playlist::parseText(std::shared_ptr<const Trail> trail, std::string text)
         text.assign(wide ? wide.get() : "", wide ? size : 0);
     }
     const size_t first = text.find_first_not_of(" \t\r\n");
-    if (first != std::string::npos && text[first] != '[' && text[first] != '<' && text[first] != '#') {
-        text.insert(0, "#EXTM3U\n");
+    if (first != std::string::npos && text[first] != '<') {
+        text = absoluteLines(text, Medium(trail->url));
+        if (text[first] != '[' && !text.starts_with("#EXTM3U")) {
+            text.insert(0, "#EXTM3U\n");
+        }
     }
     auto reading = std::make_unique<Reading>();
     reading->trail = std::move(trail);
@@ -198,21 +242,20 @@ void Playlist::start(std::unique_ptr<Reading> reading, const std::string &uri)
     const std::string base = place.substr(0, place.rfind('/') + 1);
     reading->owner = this;
     m_reading = reading.get();
-    const PlaylistListener listener{
-        [](const char *entry, const char *title, void *data) {
-            auto *current = static_cast<Reading *>(data);
-            if (current->entries.size() < MostEntries) {
-                current->entries.push_back({entry, title ? title : ""});
-            }
-        },
-        [](bool isList, void *data) {
-            const std::unique_ptr<Reading> current(static_cast<Reading *>(data));
-            if (Playlist *owner = std::exchange(current->owner, nullptr)) {
-                owner->m_reading = nullptr;
-                owner->take(*current, isList);
-            }
-        },
-        reading.release()};
+    const PlaylistListener listener{[](const char *entry, const char *title, void *data) {
+                                        auto *current = static_cast<Reading *>(data);
+                                        if (current->entries.size() < MostEntries) {
+                                            current->entries.push_back({entry, title ? title : ""});
+                                        }
+                                    },
+                                    [](bool isList, void *data) {
+                                        const std::unique_ptr<Reading> current(static_cast<Reading *>(data));
+                                        if (Playlist *owner = std::exchange(current->owner, nullptr)) {
+                                            owner->m_reading = nullptr;
+                                            owner->take(*current, isList);
+                                        }
+                                    },
+                                    reading.release()};
     readPlaylist(uri.c_str(), base.c_str(), listener);
 }
 

@@ -31,10 +31,9 @@ VideoBin::VideoBin()
     const Owned<GstPad> target(gst_element_get_static_pad(m_crop, "sink"));
     m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
     gst_element_add_pad(m_bin.get(), m_input.get());
-    gst_pad_add_probe(
-        m_input.get(),
-        static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM), onInput, this,
-        nullptr);
+    gst_pad_add_probe(m_input.get(),
+                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
+                      onInput, this, nullptr);
 }
 
 void VideoBin::resetSink(const std::string &window)
@@ -61,8 +60,8 @@ GstPadProbeReturn VideoBin::onInput(GstPad *, GstPadProbeInfo *info, gpointer se
         }
     } else if (bin->m_awaitsDecoded.exchange(false)) {
         GstElement *element = bin->m_bin.get();
-        gst_element_post_message(element, gst_message_new_element(GST_OBJECT(element),
-                                                                  gst_structure_new_empty(AudioBin::DecodedMessage)));
+        gst_element_post_message(
+            element, gst_message_new_element(GST_OBJECT(element), gst_structure_new_empty(AudioBin::DecodedMessage)));
     }
     return GST_PAD_PROBE_OK;
 }

@@ -1,5 +1,7 @@
 #include "Application.h"
 
+#include <QtCore/QFile>
+
 #include <pps/Path.h>
 
 using voro::pps::Connection;
@@ -67,6 +69,24 @@ Message Application::content(const std::string &object) const
     watch(object)->read(text, false);
     message.parse(text);
     return message;
+}
+
+QByteArray fileSink(const QByteArray &path)
+{
+    return "audioconvert ! audioresample ! audio/x-raw,format=F32LE,channels=1,rate=44100 ! filesink sync=false "
+           "location="
+           + path;
+}
+
+QList<float> samplesOf(const QByteArray &path)
+{
+    QFile file(QString::fromUtf8(path));
+    if (!file.open(QFile::ReadOnly)) {
+        qFatal("nothing was heard");
+    }
+    const QByteArray bytes = file.readAll();
+    const auto *samples = reinterpret_cast<const float *>(bytes.constData());
+    return {samples, samples + bytes.size() / qsizetype(sizeof(float))};
 }
 
 Message readMessage(Connection &object)

@@ -3,6 +3,7 @@
 #include <voro/mmr.h>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QList>
 
 #include <pps/Connection.h>
 #include <pps/Text.h>
@@ -38,6 +39,11 @@ private:
     mmr_connection_t *m_connection;
     mmr_context_t *m_context;
 };
+
+/** A daemon's audio sink, as VORO_AUDIO_SINK: a file with 44100 samples a second, faster than time. */
+QByteArray fileSink(const QByteArray &path);
+/** The samples in that file. */
+QList<float> samplesOf(const QByteArray &path);
 
 /** Waits for the object's next content. */
 voro::pps::Message readMessage(voro::pps::Connection &object);

@@ -87,9 +87,7 @@ private:
     QList<float> play(const Application &application, int expectedCode = 0);
 
     QTemporaryDir m_folder;
-    const int m_sink = qputenv("VORO_AUDIO_SINK", "audioconvert ! audioresample ! audio/x-raw,format=F32LE,channels=1,"
-                                                  "rate=44100 ! filesink sync=false location="
-                                                      + file("heard.raw"));
+    const int m_sink = qputenv("VORO_AUDIO_SINK", fileSink(file("heard.raw")));
     Daemon m_daemon;
 };
 
@@ -123,13 +121,7 @@ QList<float> tst_Renderer::play(const Application &application, int expectedCode
     if (waitForEnd(*state).number("error", -1) != expectedCode) {
         qFatal("it ended otherwise");
     }
-    QFile heard(m_folder.filePath("heard.raw"));
-    if (!heard.open(QFile::ReadOnly)) {
-        qFatal("nothing was heard");
-    }
-    const QByteArray bytes = heard.readAll();
-    const auto *samples = reinterpret_cast<const float *>(bytes.constData());
-    return {samples, samples + bytes.size() / qsizetype(sizeof(float))};
+    return samplesOf(file("heard.raw"));
 }
 
 void tst_Renderer::duration_isRight_data()

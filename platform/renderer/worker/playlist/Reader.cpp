@@ -25,7 +25,7 @@ void onRead(GObject *parser, GAsyncResult *result, gpointer data)
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) void voroReadPlaylist(const char *uri, const char *base,
-                                                                         const PlaylistListener &listener)
+                                                                        const PlaylistListener &listener)
 {
     TotemPlParser *parser = totem_pl_parser_new();
     g_object_set(parser, "recurse", FALSE, "disable-unsafe", FALSE, nullptr);

@@ -1,0 +1,248 @@
+#include "Application.h"
+#include "RealMedia.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <Daemon.h>
+#include <renderer/common/Error.h>
+
+using voro::renderer::ErrorCode;
+
+/** Playlists and the way from track to track: the daemon, its workers and real media. */
+class tst_Queue : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void playlist_isPlayedWithoutGaps_data();
+    void playlist_isPlayedWithoutGaps();
+    void playlist_isRefused_data();
+    void playlist_isRefused();
+    void longPlaylist_showsWhatIsNear();
+    void repeatAll_endsWhenSwitchedOff();
+    void seek_goesToAnotherTrack();
+    void backward_holdsAtTheBeginning();
+    void outputs_changeWhileItIsPrepared();
+
+private:
+    QByteArray file(const char *name) const { return m_folder.filePath(QString::fromUtf8(name)).toUtf8(); }
+    void write(const QByteArray &name, const QByteArray &content) const
+    {
+        QFile target(QString::fromUtf8(file(name)));
+        if (!target.open(QFile::WriteOnly) || target.write(content) != content.size()) {
+            qFatal("cannot write %s", name.constData());
+        }
+    }
+
+    QTemporaryDir m_folder;
+    const int m_sink = qputenv("VORO_AUDIO_SINK", fileSink(file("heard.raw")));
+    Daemon m_daemon;
+};
+
+// Each file has a length of its own, so that the number of samples tells which ones were played.
+void tst_Queue::initTestCase()
+{
+    QDir(m_folder.path()).mkdir(QStringLiteral("sub"));
+    const auto encode = [this](const char *name, const char *seconds) {
+        media::encode(QString::fromUtf8(file(name)),
+                      QStringLiteral("sine=frequency=500:sample_rate=44100:duration=%1").arg(QLatin1String(seconds)));
+    };
+    encode("a.wav", "0.1");
+    encode("b b.wav", "0.2");
+    encode("c.flac", "0.4");
+    encode("sub/d.wav", "0.8");
+    encode("\xc3\xa4.wav", "1.6");
+    for (const char *name : {"e.ogg", "e.mp3", "e.m4a", "e.mka"}) {
+        encode(name, "0.5");
+    }
+    encode("long.wav", "3.2");
+    encode("percent%41.wav", "6.4");
+    write("broken.wav", QByteArray(5000, 'x'));
+    write("sub/list.m3u", "d.wav\n../a.wav\n");
+    write("circle1.m3u", "circle2.pls\na.wav\n");
+    write("circle2.pls", "[playlist]\nFile1=circle1.m3u\nFile2=c.flac\nNumberOfEntries=2\nVersion=2\n");
+}
+
+void tst_Queue::playlist_isPlayedWithoutGaps_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<double>("seconds");
+    QTest::addColumn<int>("total");
+    const QByteArray folder = m_folder.path().toUtf8();
+
+    QTest::newRow("m3u") << QByteArray("l.m3u") << QByteArray("#EXTM3U\n#EXTINF:1,One\na.wav\nb b.wav\nc.flac\n") << 0.7
+                         << 3;
+    QTest::newRow("carriage returns") << QByteArray("l.m3u") << QByteArray("#EXTM3U\r\na.wav\r\nc.flac\r\n") << 0.5
+                                      << 2;
+    QTest::newRow("no head") << QByteArray("l.m3u") << QByteArray("a.wav\nsub/d.wav\n") << 0.9 << 2;
+    QTest::newRow("byte order mark") << QByteArray("l.m3u8") << QByteArray("\xef\xbb\xbf#EXTM3U\n\xc3\xa4.wav\n") << 1.6
+                                     << 1;
+    QTest::newRow("Latin-1") << QByteArray("l.m3u") << QByteArray("\xe4.wav\na.wav\n") << 1.7 << 2;
+    QTest::newRow("percent sign") << QByteArray("l.m3u") << QByteArray("percent%41.wav\nb%20b.wav\n") << 6.6 << 2;
+    QTest::newRow("absolute") << QByteArray("l.m3u") << QByteArray(folder + "/a.wav\nfile://" + folder + "/b%20b.wav\n")
+                              << 0.3 << 2;
+    QTest::newRow("missing and broken") << QByteArray("l.m3u")
+                                        << QByteArray("no.wav\nbroken.wav\na.wav\nno.wav\nbroken.wav\nc.flac\nno.wav\n")
+                                        << 0.5 << 7;
+    QTest::newRow("nested") << QByteArray("l.m3u") << QByteArray("sub/list.m3u\nb b.wav\n") << 1.1 << 3;
+    QTest::newRow("circle") << QByteArray("l.m3u") << QByteArray("circle1.m3u\n") << 0.5 << 2;
+    QTest::newRow("pls")
+        << QByteArray("l.pls")
+        << QByteArray(
+               "[playlist]\nFile1=a.wav\nTitle1=One\nLength1=1\nFile2=sub/list.m3u\nNumberOfEntries=2\nVersion=2\n")
+        << 1.0 << 3;
+    QTest::newRow("pls, Latin-1") << QByteArray("l.pls")
+                                  << QByteArray("[playlist]\r\nFile1=\xe4.wav\r\nNumberOfEntries=1\r\n") << 1.6 << 1;
+    QTest::newRow("xspf") << QByteArray("l.xspf")
+                          << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<playlist version=\"1\" "
+                                        "xmlns=\"http://xspf.org/ns/0/\"><trackList>"
+                                        "<track><location>b%20b.wav</location></track><track><location>file://"
+                                        + folder + "/a.wav</location></track></trackList></playlist>")
+                          << 0.3 << 2;
+    QTest::newRow("asx") << QByteArray("l.asx")
+                         << QByteArray("<asx version=\"3.0\"><entry><title>T</title><ref "
+                                       "href=\"a.wav\"/></entry><entry><ref href=\"c.flac\"/></entry></asx>")
+                         << 0.5 << 2;
+}
+
+void tst_Queue::playlist_isPlayedWithoutGaps()
+{
+    QFETCH(const QByteArray, name);
+    QFETCH(const QByteArray, content);
+    QFETCH(const double, seconds);
+    QFETCH(const int, total);
+    write(name, content);
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.attach("file://" + file(name)), int(ErrorCode::Internal));
+    QCOMPARE(application.attach("file://" + file(name), "playlist"), 0);
+    QCOMPARE(application.content("play-queue").number("total"), total);
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QCOMPARE(samplesOf(file("heard.raw")).size(), qsizetype(seconds * 44100 + 0.5));
+}
+
+void tst_Queue::playlist_isRefused_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<ErrorCode>("code");
+    QTest::newRow("nothing in it") << QByteArray("#EXTM3U\n") << ErrorCode::ResourceCorrupted;
+    QTest::newRow("all missing") << QByteArray("no.wav\nneither.wav\n") << ErrorCode::SourceUnavailable;
+    QTest::newRow("the last one is broken") << QByteArray("no.wav\nbroken.wav\n") << ErrorCode::UnsupportedMediaType;
+    QTest::newRow("leads to itself") << QByteArray("refused.m3u\n") << ErrorCode::ResourceCorrupted;
+    QTest::newRow("10000 missing") << QByteArray("no.wav\n").repeated(10'000) << ErrorCode::SourceUnavailable;
+}
+
+void tst_Queue::playlist_isRefused()
+{
+    QFETCH(const QByteArray, content);
+    QFETCH(const ErrorCode, code);
+    write("refused.m3u", content);
+    const Application application;
+    QCOMPARE(application.attach(file("refused.m3u"), "playlist"), int(code));
+    QVERIFY(!application.content("state").has("state"));
+}
+
+void tst_Queue::longPlaylist_showsWhatIsNear()
+{
+    write("long.m3u", QByteArray("a.wav\n").repeated(12'000));
+    const Application application;
+    QCOMPARE(application.attach(file("long.m3u"), "playlist"), 0);
+    QCOMPARE(application.content("play-queue").number("total"), 10'000);
+    QVERIFY(application.content("q2").has("md_title_duration"));
+    QVERIFY(!application.content("q10").has("md_title_duration"));
+    QCOMPARE(mmr_seek(application.context(), "5000:0"), 0);
+    QCOMPARE(application.content("play-queue").number("current"), 5000);
+    QVERIFY(application.content("q4999").has("md_title_duration"));
+    QVERIFY(!application.content("q2").has("md_title_duration"));
+}
+
+void tst_Queue::repeatAll_endsWhenSwitchedOff()
+{
+    write("two.m3u", "a.wav\nc.flac\n");
+    const Application application;
+    QCOMPARE(application.setInput("repeat", "all"), 0);
+    QCOMPARE(application.attach(file("two.m3u"), "playlist"), 0);
+    const auto state = application.watch("state?wait");
+    const auto queue = application.watch("play-queue?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    for (const int track : {1, 2, 1, 2}) {
+        while (readMessage(*queue).number("current") != track) {
+        }
+    }
+    QCOMPARE(application.setInput("repeat", "none"), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QCOMPARE(application.content("play-queue").number("current"), 2);
+}
+
+void tst_Queue::seek_goesToAnotherTrack()
+{
+    write("two.m3u", "a.wav\nno.wav\nlong.wav\n");
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.attach(file("two.m3u"), "playlist"), 0);
+    QCOMPARE(mmr_seek(application.context(), "3:3000"), 0);
+    QCOMPARE(application.content("status").number("position"), 3000);
+    QCOMPARE(application.content("play-queue").number("current"), 3);
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QVERIFY(std::abs(samplesOf(file("heard.raw")).size() - 8820) < 100);
+    QCOMPARE(application.code(mmr_seek(application.context(), "4:0")), int(ErrorCode::InvalidParameter));
+
+    // After the end it begins with the first track again.
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QCOMPARE(samplesOf(file("heard.raw")).size(), qsizetype(3.3 * 44100 + 0.5));
+}
+
+void tst_Queue::backward_holdsAtTheBeginning()
+{
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    for (const char *name : {"c.flac", "e.ogg", "e.mp3", "e.m4a", "e.mka"}) {
+        QCOMPARE(application.attach(file(name)), 0);
+        QCOMPARE(mmr_seek(application.context(), "1:300"), 0);
+        QCOMPARE(mmr_speed_set(application.context(), -1000), 0);
+        const auto state = application.watch("state?wait");
+        QCOMPARE(mmr_play(application.context()), 0);
+        while (readMessage(*state).number("speed", -1) != 0) {
+        }
+        QCOMPARE(application.content("status").number("position"), 0);
+        QCOMPARE(application.content("state").text("state"), std::string("playing"));
+        // From there it goes on, also backward, which is to stay.
+        QCOMPARE(mmr_speed_set(application.context(), -2000), 0);
+        QCOMPARE(application.content("state").number("speed", -1), 0);
+        QCOMPARE(mmr_speed_set(application.context(), 1000), 0);
+        QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    }
+    // Not every format can be read from its end.
+    QCOMPARE(application.attach(file("long.wav")), 0);
+    QCOMPARE(mmr_seek(application.context(), "1:300"), 0);
+    QCOMPARE(mmr_speed_set(application.context(), 0), 0);
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(application.code(mmr_speed_set(application.context(), -1000)), int(ErrorCode::UnsupportedOperation));
+}
+
+void tst_Queue::outputs_changeWhileItIsPrepared()
+{
+    const Application application;
+    QCOMPARE(application.attach(file("a.wav")), 0);
+    const int output = application.attachAudio();
+    QVERIFY(output >= 0);
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QCOMPARE(samplesOf(file("heard.raw")).size(), 4410);
+    QFile::remove(QString::fromUtf8(file("heard.raw")));
+    QCOMPARE(mmr_output_detach(application.context(), output), 0);
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QVERIFY(!QFile::exists(QString::fromUtf8(file("heard.raw"))));
+}
+
+QTEST_GUILESS_MAIN(tst_Queue)
+#include "tst_queue.moc"
