@@ -38,42 +38,11 @@ std::array<Candidate, 2> inputCandidates(const QUrl &url)
     return {Candidate{text, autolist}, Candidate{text, playlist}};
 }
 
-/** Logs a refusal under its caller's name and passes it on. */
-MediaError::Type report(const FunctionTracer &tracer, MediaError::Type error, const char *text)
-{
-    if (error != MediaError::None)
-        CRITICAL_LINE << text << keyName(error);
-    return error;
-}
-
 } // namespace
 
-// MediaPlayerPrivate: rules that several functions follow. The lines carry the caller's name.
-
-MediaPlayerPrivate::MediaPlayerPrivate(MediaPlayer *player)
-    : QObject(player),
-      m_notifier(new MmrContextNotifier(this)),
-      q(player)
+MediaPlayerPrivate::MediaPlayerPrivate(MediaPlayer *player) : ContextOwner(player), q(player)
 {
     TRACE_FUNCTION();
-}
-
-bool MediaPlayerPrivate::hasContext(const FunctionTracer &tracer) const
-{
-    if (!m_context)
-        CRITICAL_LINE << "MMR context is null";
-    return m_context;
-}
-
-/** The renderer's error when a call has failed, which is -1. */
-std::optional<MediaError::Type> MediaPlayerPrivate::failure(const FunctionTracer &tracer, int result,
-                                                            const char *text) const
-{
-    if (result != -1)
-        return std::nullopt;
-    const MediaError::Type error = lastError();
-    CRITICAL_LINE << text << keyName(error);
-    return error;
 }
 
 MediaError::Type MediaPlayerPrivate::lastError() const
@@ -338,22 +307,7 @@ MediaError::Type MediaPlayerPrivate::applyAudioSettings(unsigned int audioManage
 MediaError::Type MediaPlayerPrivate::updateContextParams(unsigned int updateInterval)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "updateInterval=" << updateInterval;
-    if (!hasContext(tracer))
-        return MediaError::InvalidState;
-    Dictionary dictionary;
-    if (dictionary.isNull()) {
-        WARNING_LINE << "Unable to create parameter dictionary";
-        return MediaError::OutOfMemory;
-    }
-    if (!dictionary.set(QStringLiteral("updateinterval"), QString::number(updateInterval))) {
-        WARNING_LINE << "Unable to create update interval parameter. updateInterval=" << updateInterval
-                     << ", error=" << keyName(MediaError::InvalidParameter);
-        return MediaError::InvalidParameter;
-    }
-    return failure(tracer, mmr_context_parameters(m_context, dictionary.release()),
-                   "Unable to set input parameters. error=")
-        .value_or(MediaError::None);
+    return sendUpdateInterval(tracer, updateInterval);
 }
 
 MediaError::Type MediaPlayerPrivate::updateInputParamRepeatMode(RepeatMode::Type mode)
@@ -683,10 +637,7 @@ void MediaPlayerPrivate::connectNotifier()
 MediaPlayer::~MediaPlayer()
 {
     TRACE_FUNCTION();
-    if (d->m_context)
-        mmr_context_destroy(d->m_context);
-    if (d->m_connection)
-        mmr_disconnect(d->m_connection);
+    d->destroyContext();
 }
 
 // MediaPlayer: commands

@@ -15,5 +15,6 @@ struct Command {
 
 extern const Command PlayCommand;
 extern const Command PpsCommand;
+extern const Command RecordCommand;
 
 } // namespace voro

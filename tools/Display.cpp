@@ -1,14 +1,9 @@
 #include "Display.h"
 
 #include "Output.h"
-
-#include <QtCore/QList>
-
-#include <sys/ioctl.h>
-#include <unistd.h>
+#include "TerminalLine.h"
 
 #include <algorithm>
-#include <cwchar>
 
 namespace voro {
 
@@ -17,21 +12,6 @@ namespace {
 constexpr int NarrowestBar = 8;
 constexpr int WidestBar = 60;
 
-int columnsOf(const QString &text)
-{
-    int columns = 0;
-    for (const char32_t character : text.toUcs4())
-        columns += std::max(0, wcwidth(wchar_t(character)));
-    return columns;
-}
-
-QString fitted(QString text, int columns)
-{
-    while (columnsOf(text) > columns)
-        text.chop(text.back().isLowSurrogate() ? 2 : 1);
-    return text;
-}
-
 QString bar(const View &view, int width)
 {
     const auto played = int(std::min(1.0, double(view.position) / view.duration) * width);
@@ -39,40 +19,21 @@ QString bar(const View &view, int width)
            + QLatin1Char(']');
 }
 
-int terminalColumns()
-{
-    winsize size{};
-    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
-}
-
 class TerminalDisplay : public Display {
 public:
-    ~TerminalDisplay() override
-    {
-        if (m_isDrawn)
-            print("\n");
-    }
-
     void show(const View &view) override
     {
-        QByteArray out = "\r\x1b[K";
-        if (view.isTitledUnlike(m_last))
-            out += fitted(view.title, terminalColumns() - 1).toUtf8() + '\n';
+        const int columns = TerminalLine::columns();
+        const bool isTitled = view.isTitledUnlike(m_last);
         m_last = view;
-        m_isDrawn = true;
-        print(out + statusLine(view, terminalColumns() - 1).toUtf8());
+        m_line.draw(statusLine(view, columns), isTitled ? fitted(view.title, columns).toUtf8() + '\n' : QByteArray());
     }
 
-    void clear() override
-    {
-        if (m_isDrawn)
-            print("\r\x1b[K");
-        m_isDrawn = false;
-    }
+    void clear() override { m_line.clear(); }
 
 private:
     View m_last;
-    bool m_isDrawn = false;
+    TerminalLine m_line;
 };
 
 class PlainDisplay : public Display {
@@ -144,7 +105,7 @@ QString printable(const QString &text)
 
 std::unique_ptr<Display> Display::create()
 {
-    if (isatty(STDOUT_FILENO))
+    if (TerminalLine::isAvailable())
         return std::make_unique<TerminalDisplay>();
     return std::make_unique<PlainDisplay>();
 }

@@ -30,13 +30,18 @@ bool hasScheme(const QByteArray &text)
                        [](char c) { return isalnum(c & 0xff) || c == '+' || c == '-' || c == '.'; });
 }
 
+bool isUtf8(const QByteArray &text)
+{
+    return QString::fromUtf8(text).toUtf8() == text;
+}
+
 /**
  * A path that says the same in UTF-8, the only text a URL can name. A file whose name is something else is named by a
  * descriptor, which stays open as long as the program plays.
  */
 QByteArray utf8Path(const QByteArray &path)
 {
-    if (QString::fromUtf8(path).toUtf8() == path)
+    if (isUtf8(path))
         return path;
     const int descriptor = open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
@@ -58,18 +63,31 @@ Medium file(const QByteArray &path)
             QString::fromLocal8Bit(path.mid(path.lastIndexOf('/') + 1))};
 }
 
+void refuseEmpty(const QByteArray &name)
+{
+    if (name.isEmpty())
+        throw UsageError{QStringLiteral("an empty name names no file")};
+}
+
 } // namespace
 
 Medium mediumFromArgument(const QByteArray &argument)
 {
-    if (argument.isEmpty())
-        throw UsageError{QStringLiteral("an empty name names no file")};
+    refuseEmpty(argument);
     if (exists(argument) || !hasScheme(argument))
         return file(argument);
     const QUrl url(QString::fromLocal8Bit(argument));
     if (!url.isValid())
         throw UsageError{QStringLiteral("'%1' is no URL: %2").arg(QString::fromLocal8Bit(argument), url.errorString())};
     return {url, url.toDisplayString()};
+}
+
+Medium newFileFromArgument(const QByteArray &argument)
+{
+    refuseEmpty(argument);
+    if (!isUtf8(absolutePath(argument)))
+        throw UsageError{QStringLiteral("'%1' is not UTF-8").arg(QString::fromLocal8Bit(argument))};
+    return file(argument);
 }
 
 Medium sampleMedium()

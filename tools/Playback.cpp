@@ -6,8 +6,6 @@
 
 #include <multimedia/MetaData.h>
 
-#include <QtCore/QCoreApplication>
-
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
@@ -38,9 +36,9 @@ MediaError::Type inTurn(std::initializer_list<std::function<MediaError::Type()>>
 } // namespace
 
 Playback::Playback(PlaybackSettings settings)
-    : m_settings(std::move(settings)),
-      m_display(m_settings.json ? Display::createSilent() : Display::create()),
-      m_log([this] { m_display->clear(); })
+    : Session("play"),
+      m_settings(std::move(settings)),
+      m_display(m_settings.json ? Display::createSilent() : Display::create())
 {
     connectPlayer();
 }
@@ -68,24 +66,13 @@ void Playback::connectPlayer()
             Qt::QueuedConnection);
 }
 
-ExitStatus Playback::run()
+bool Playback::begin()
 {
-    StopSignals stopSignals;
-    connect(&stopSignals, &StopSignals::stop, this, &Playback::finish);
-    connect(&stopSignals, &StopSignals::suspending, this, &Playback::onSuspending);
-    connect(&stopSignals, &StopSignals::resumed, this, &Playback::onResumed);
-    if (Keyboard::isAvailable()) {
-        m_keyboard = new Keyboard(this);
-        connect(m_keyboard, &Keyboard::pressed, this, &Playback::onKey);
+    if (const auto error = log().run([this] { return applySettings(); }); error != MediaError::None) {
+        fail(enumeratorName(error));
+        return false;
     }
-    if (const auto error = m_log.run([this] { return applySettings(); }); error != MediaError::None) {
-        report(enumeratorName(error));
-        return Failure;
-    }
-    if (begin(0))
-        QCoreApplication::exec();
-    delete std::exchange(m_keyboard, nullptr);
-    return m_status;
+    return beginWith(0);
 }
 
 MediaError::Type Playback::applySettings()
@@ -123,17 +110,16 @@ MediaError::Type Playback::playMedium(const Medium &medium, bool isFirst)
     });
 }
 
-bool Playback::begin(size_t index)
+bool Playback::beginWith(size_t index)
 {
     for (std::optional<size_t> candidate = index; candidate; candidate = after(*candidate)) {
         m_index = *candidate;
         const bool isFirst = m_begun++ == 0;
         const Medium &medium = m_settings.media[m_index];
-        const auto error = m_log.run([&] { return playMedium(medium, isFirst); });
+        const auto error = log().run([&] { return playMedium(medium, isFirst); });
         if (error == MediaError::None)
             return true;
-        m_status = Failure;
-        report(medium.name + QLatin1String(": ") + enumeratorName(error));
+        fail(medium.name + QLatin1String(": ") + enumeratorName(error));
     }
     return false;
 }
@@ -151,17 +137,15 @@ void Playback::onEnd()
 {
     m_hasPlayed = true;
     const auto following = after(m_index);
-    if (!following || !begin(*following))
+    if (!following || !beginWith(*following))
         finish();
 }
 
 void Playback::onError(MediaError::Type error, unsigned position)
 {
-    m_status = Failure;
-    report(
-        QStringLiteral("%1: %2 at %3").arg(m_settings.media[m_index].name, enumeratorName(error), timeText(position)));
+    fail(QStringLiteral("%1: %2 at %3").arg(m_settings.media[m_index].name, enumeratorName(error), timeText(position)));
     const auto following = after(m_index);
-    if (!following || !begin(*following))
+    if (!following || !beginWith(*following))
         finish();
 }
 
@@ -189,7 +173,7 @@ void Playback::onKey(Key key)
         }
         return MediaError::None;
     };
-    if (const auto error = m_log.run(command); error != MediaError::None)
+    if (const auto error = log().run(command); error != MediaError::None)
         report(enumeratorName(error));
 }
 
@@ -218,7 +202,7 @@ MediaError::Type Playback::next()
     if (m_player.track() < m_player.trackCount())
         return m_player.nextTrack();
     m_hasPlayed = true;
-    if (const auto following = after(m_index); following && !begin(*following))
+    if (const auto following = after(m_index); following && !beginWith(*following))
         finish();
     return MediaError::None;
 }
@@ -229,32 +213,14 @@ MediaError::Type Playback::previous()
         return m_player.previousTrack();
     if (m_index == 0)
         return m_player.seekTime(0);
-    if (!begin(m_index - 1))
+    if (!beginWith(m_index - 1))
         finish();
     return MediaError::None;
 }
 
-void Playback::onSuspending()
+bool Playback::hold()
 {
-    m_playsWhenResumed = m_player.mediaState() == MediaState::Started;
-    if (m_playsWhenResumed)
-        m_player.pause();
-    m_display->clear();
-    if (m_keyboard)
-        m_keyboard->release();
-}
-
-void Playback::onResumed()
-{
-    if (m_keyboard)
-        m_keyboard->take();
-    if (std::exchange(m_playsWhenResumed, false))
-        m_player.play();
-}
-
-void Playback::finish()
-{
-    QCoreApplication::quit();
+    return m_player.mediaState() == MediaState::Started && m_player.pause() == MediaError::None;
 }
 
 QString Playback::title() const
@@ -283,12 +249,6 @@ void Playback::refresh()
         .duration = m_player.duration(),
         .volume = m_player.volume(),
     });
-}
-
-void Playback::report(const QString &text)
-{
-    m_display->clear();
-    complain(QLatin1String("play: ") + printable(text));
 }
 
 } // namespace voro

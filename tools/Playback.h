@@ -1,16 +1,12 @@
 #pragma once
 
-#include "Command.h"
 #include "Display.h"
-#include "Keyboard.h"
-#include "LogFilter.h"
 #include "Medium.h"
+#include "Session.h"
 
 #include <multimedia/EqualizerPreset.h>
 #include <multimedia/MediaPlayer.h>
 #include <multimedia/RepeatMode.h>
-
-#include <QtCore/QObject>
 
 #include <memory>
 #include <optional>
@@ -33,13 +29,17 @@ struct PlaybackSettings {
 };
 
 /** Plays media one after the other and does what the keys ask for. */
-class Playback : public QObject {
+class Playback : public Session {
     Q_OBJECT
 public:
     explicit Playback(PlaybackSettings settings);
 
-    /** Plays until the end, or until somebody stops it. Failure when a medium could not be played. */
-    ExitStatus run();
+protected:
+    bool begin() override;
+    void onKey(Key key) override;
+    bool hold() override;
+    void goOn() override { m_player.play(); }
+    void clearLine() override { m_display->clear(); }
 
 private:
     using Error = multimedia::MediaError;
@@ -48,32 +48,25 @@ private:
     Error::Type applySettings();
     Error::Type playMedium(const Medium &medium, bool isFirst);
     /** Begins a medium, or the one that follows it when it fails, and so on; false when none is left. */
-    bool begin(size_t index);
+    bool beginWith(size_t index);
     /** The medium after the given one, if any; the first one when all are repeated. */
     std::optional<size_t> after(size_t index);
 
     void onEnd();
     void onError(multimedia::MediaError::Type error, unsigned position);
-    void onKey(Key key);
-    void onSuspending();
-    void onResumed();
 
     Error::Type togglePause();
     Error::Type seekBy(int milliseconds);
     Error::Type changeVolume(double step);
     Error::Type next();
     Error::Type previous();
-    void finish();
 
     QString title() const;
     void refresh();
-    void report(const QString &text);
 
     const PlaybackSettings m_settings;
     const std::unique_ptr<Display> m_display;
-    LogFilter m_log;
     multimedia::MediaPlayer m_player;
-    Keyboard *m_keyboard = nullptr;
 
     size_t m_index = 0;
     /** Media begun so far. */
@@ -82,9 +75,7 @@ private:
     bool m_hasPlayed = false;
     /** Where the keys sought to last, until the player reports a position: several presses add up. */
     std::optional<unsigned> m_sought;
-    bool m_playsWhenResumed = false;
     double m_buffering = 0;
-    ExitStatus m_status = Success;
 };
 
 } // namespace voro

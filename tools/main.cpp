@@ -16,11 +16,11 @@ namespace voro {
 
 namespace {
 
-const std::array Commands{&PlayCommand, &PpsCommand};
+const std::array Commands{&PlayCommand, &RecordCommand, &PpsCommand};
 
 QByteArray generalHelp()
 {
-    QByteArray text = "usage: voro COMMAND [ARGUMENT...]\n\nPlays media and shows what happens inside.\n\n";
+    QByteArray text = "usage: voro COMMAND [ARGUMENT...]\n\nPlays and records media and shows what happens inside.\n\n";
     for (const Command *command : Commands)
         text += "  " + QByteArray(command->help.name).leftJustified(10) + command->help.summary + '\n';
     return text

@@ -1,26 +1,21 @@
 #pragma once
 
-#include "MmrContextNotifier.h"
+#include "ContextOwner.h"
 
 #include <multimedia/MediaPlayer.h>
-#include <voro/mmr.h>
 
 #include <QtCore/QRect>
 #include <QtCore/QString>
 
-#include <optional>
-
 namespace voro::multimedia {
 
-class FunctionTracer;
-
 /** What a player is made of: its renderer context, its settings and what the renderer reported last. */
-class MediaPlayerPrivate : public QObject {
+class MediaPlayerPrivate : public ContextOwner {
     Q_OBJECT
 public:
     explicit MediaPlayerPrivate(MediaPlayer *player);
 
-    MediaError::Type lastError() const;
+    MediaError::Type lastError() const override;
     void setMediaState(MediaState::Type mediaState);
     MediaError::Type play();
     MediaError::Type unprepare();
@@ -70,8 +65,6 @@ private:
     friend class MediaPlayer;
 
     void connectNotifier();
-    bool hasContext(const FunctionTracer &tracer) const;
-    std::optional<MediaError::Type> failure(const FunctionTracer &tracer, int result, const char *text) const;
     MediaError::Type attachOutput(const FunctionTracer &tracer, const char *name, const QString &url, const char *type,
                                   int *outputId);
     MediaError::Type attachOutputs(const FunctionTracer &tracer, const QString &audioUrl, const QString &videoUrl,
@@ -82,9 +75,6 @@ private:
                                       const QString &value, const char *failure);
     void emitTrackChanged(const FunctionTracer &tracer);
 
-    mmr_connection_t *m_connection = nullptr;
-    mmr_context_t *m_context = nullptr;
-    MmrContextNotifier *m_notifier;
     // An output id of -1 means that none is attached.
     int m_audioOutputId = -1;
     unsigned int m_duration = 0;

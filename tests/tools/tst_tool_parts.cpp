@@ -4,6 +4,7 @@
 #include "Display.h"
 #include "Keyboard.h"
 #include "Medium.h"
+#include "Meter.h"
 #include "SignalPrinter.h"
 
 #include <multimedia/EqualizerPreset.h>
@@ -75,6 +76,11 @@ private Q_SLOTS:
     void times();
     void statusLine_fits_whateverTheWidth();
     void statusLine_showsHowFar();
+    void newFile_isNamedAsItStands_data();
+    void newFile_isNamedAsItStands();
+    void peak_isHeld_andFallsToTheLevel();
+    void recordingLine_fits_whateverTheWidth();
+    void recordingLine_showsLevelAndPeak();
     void printable_replacesControlCharacters();
     void signals_arePrintedAsJson();
 };
@@ -287,6 +293,54 @@ void tst_tool_parts::statusLine_showsHowFar()
     QVERIFY(!statusLine(view, 50).contains(QLatin1Char('-')));
     view.duration = 0;
     QCOMPARE(statusLine(view, 50), QStringLiteral(">  0:30 volume 100%"));
+}
+
+void tst_tool_parts::newFile_isNamedAsItStands_data()
+{
+    QTest::addColumn<QByteArray>("argument");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("absolute") << QByteArray("/folder/100%25 #1?.wav") << QString();
+    QTest::newRow("no URL") << QByteArray("/http://host/a.wav") << QString();
+    QTest::newRow("two bytes") << QByteArray("/\xc3\xa4.wav") << QString();
+    QTest::newRow("empty") << QByteArray() << "an empty name names no file";
+    QTest::newRow("not UTF-8") << QByteArray("/\xff.wav") << QStringLiteral("'/\ufffd.wav' is not UTF-8");
+}
+
+void tst_tool_parts::newFile_isNamedAsItStands()
+{
+    QFETCH(QByteArray, argument);
+    QFETCH(QString, reason);
+    QCOMPARE(refusal([&] { QCOMPARE(newFileFromArgument(argument).url.toLocalFile(), QString::fromUtf8(argument)); }),
+             reason);
+    QCOMPARE(newFileFromArgument("http:a.wav").url.toLocalFile(), QDir::currentPath() + "/http:a.wav");
+}
+
+void tst_tool_parts::peak_isHeld_andFallsToTheLevel()
+{
+    PeakHold peak;
+    QCOMPARE(peak.update(0.5, 100), 0.5);
+    QCOMPARE(peak.update(0.2, 100 + PeakHold::HoldMs - 1), 0.5);
+    QCOMPARE(peak.update(0.2, 100 + PeakHold::HoldMs), 0.2);
+    QCOMPARE(peak.update(0.9, 101 + PeakHold::HoldMs), 0.9);
+    // An equal level holds it for longer.
+    QCOMPARE(peak.update(0.9, 2000 + PeakHold::HoldMs), 0.9);
+    QCOMPARE(peak.update(0.1, 1999 + 2 * PeakHold::HoldMs), 0.9);
+}
+
+void tst_tool_parts::recordingLine_fits_whateverTheWidth()
+{
+    const RecordingView view{.isPaused = true, .duration = 4000, .level = 0.5, .peak = 1, .size = 123456};
+    for (int columns = 1; columns < 200; ++columns)
+        QVERIFY2(recordingLine(view, columns).size() <= columns, qPrintable(recordingLine(view, columns)));
+}
+
+void tst_tool_parts::recordingLine_showsLevelAndPeak()
+{
+    RecordingView view{.duration = 65000, .level = 0.5, .peak = 0.75, .size = 1500000};
+    QCOMPARE(recordingLine(view, 39), QStringLiteral("rec 1:05 [==========----|-----]  1.5 MB"));
+    view = {.isPaused = true, .level = 7, .peak = -1};
+    QCOMPARE(recordingLine(view, 26), QStringLiteral("||  0:00  0 bytes"));
+    QCOMPARE(recordingLine(view, 28), QStringLiteral("||  0:00 [========]  0 bytes"));
 }
 
 void tst_tool_parts::printable_replacesControlCharacters()

@@ -91,6 +91,8 @@ private Q_SLOTS:
     void commands_fail_withoutDaemon_data();
     void commands_fail_withoutDaemon();
 
+    void record_keepsFileThatExists();
+
     void pps_write_isSeenByCatAndList();
     void pps_write_deletesAttribute_namedWithDash();
     void pps_badText_isRefused();
@@ -132,6 +134,14 @@ void tst_voro::unusableArguments_areRefusedByName_data()
         "voro: play: --repeat: 'unsupported' is not one of None, Track, All (see voro play --help)");
     row(QStringLiteral("play --json=1"), "voro: play: --json takes no value (see voro play --help)");
     row(QStringLiteral("play http://["), nullptr);
+    row(QStringLiteral("record"), "voro: record: FILE is missing (see voro record --help)");
+    row(QStringLiteral("record a.wav b.wav"), "voro: record: 'b.wav' is too much (see voro record --help)");
+    row(QStringLiteral("record / --force"), "voro: record: '/' is a folder (see voro record --help)");
+    row(QStringLiteral("record --loud a.wav"), "voro: record: unknown option '--loud' (see voro record --help)");
+    row(QStringLiteral("record --seconds 0 a.wav"),
+        "voro: record: --seconds: '0' is not a number from 0.001 to 604800 (see voro record --help)");
+    row(QStringLiteral("record --channels surround a.wav"),
+        "voro: record: --channels: 'surround' is not one of Default, Mono, Stereo (see voro record --help)");
     row(QStringLiteral("pps"), "voro: pps: ls, cat, watch, write or serve is missing (see voro pps --help)");
     row(QStringLiteral("pps dog /pps/a"), "voro: pps: unknown action 'dog' (see voro pps --help)");
     row(QStringLiteral("pps cat"), "voro: pps: cat: OBJECT is missing (see voro pps --help)");
@@ -157,11 +167,14 @@ void tst_voro::help_isPrinted_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArrayList>("texts");
     QTest::newRow("general") << QStringList{QStringLiteral("--help")}
-                             << QByteArrayList{"\n  play ", "\n  pps ", "--version", "exit status"};
+                             << QByteArrayList{"\n  play ", "\n  record ", "\n  pps ", "--version", "exit status"};
     QTest::newRow("play") << QStringList{QStringLiteral("play"), QStringLiteral("--help")}
                           << QByteArrayList{"\n  --start MS ",     "\n  --speed F ", "\n  --volume F ",
                                             "\n  --repeat MODE ",  "\n  --eq NAME ", "\n  --window ID ",
                                             "\n  --captions URL ", "\n  --json "};
+    QTest::newRow("record") << QStringList{QStringLiteral("record"), QStringLiteral("--help")}
+                            << QByteArrayList{"\n  --seconds N ", "\n  --channels NAME ", "\n  --force ",
+                                              "\n  --json "};
     QTest::newRow("pps") << QStringList{QStringLiteral("pps"), QStringLiteral("--help")}
                          << QByteArrayList{"\n  ls ", "\n  cat ", "\n  watch ", "\n  write ", "\n  serve "};
 }
@@ -185,6 +198,8 @@ void tst_voro::commands_fail_withoutDaemon_data()
     QTest::newRow("pps") << QStringList{QStringLiteral("pps"), QStringLiteral("cat"), QStringLiteral("/pps/a")}
                          << QByteArray("voro: pps: /pps/a: ");
     QTest::newRow("play") << QStringList{QStringLiteral("play")} << QByteArray("voro: play: InvalidState");
+    QTest::newRow("record") << QStringList{QStringLiteral("record"), QStringLiteral("/no-such-folder/a.wav")}
+                            << QByteArray("voro: record: a.wav: InvalidState");
 }
 
 void tst_voro::commands_fail_withoutDaemon()
@@ -196,6 +211,26 @@ void tst_voro::commands_fail_withoutDaemon()
     QCOMPARE(result.status, 1);
     QCOMPARE(result.out, QByteArray());
     QVERIFY2(lastLine(result.err).startsWith(message), result.err.constData());
+}
+
+void tst_voro::record_keepsFileThatExists()
+{
+    const Daemon daemon(Daemon::Later);
+    QFile file(daemon.folder() + QStringLiteral("/100% a.wav"));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    file.write("precious");
+    file.flush();
+    const Result refused = voro({QStringLiteral("record"), file.fileName()});
+    QCOMPARE(refused.status, 2);
+    QCOMPARE(refused.err,
+             "voro: record: '" + file.fileName().toUtf8() + "' exists; --force replaces it (see voro record --help)\n");
+    // A recording that never begins replaces nothing.
+    QCOMPARE(voro({QStringLiteral("record"), QStringLiteral("--force"), file.fileName()}).status, 1);
+    file.seek(0);
+    QCOMPARE(file.readAll(), QByteArray("precious"));
+    const QString link = daemon.folder() + QStringLiteral("/link.wav");
+    QVERIFY(QFile::link(daemon.folder() + QStringLiteral("/nowhere"), link));
+    QCOMPARE(voro({QStringLiteral("record"), link}).status, 2);
 }
 
 void tst_voro::pps_write_isSeenByCatAndList()

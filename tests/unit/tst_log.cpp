@@ -2,6 +2,7 @@
 #include "private/Logger.h"
 #include "private/MediaUtils.h"
 
+#include <multimedia/AudioRecorder.h>
 #include <multimedia/SystemSound.h>
 
 #include <QtCore/QRegularExpression>
@@ -12,6 +13,7 @@ using namespace voro::multimedia;
 
 using P = MediaPlayer;
 using N = MmrContextNotifier;
+using R = AudioRecorder;
 
 /** The lines that the library writes with debugging on. */
 class LogTest : public QObject {
@@ -20,20 +22,29 @@ class LogTest : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void lines_ofACommand_data();
-    void lines_ofACommand();
+    void lines_ofACommand() { tryLines<P>(); }
+    void lines_ofARecorder_data();
+    void lines_ofARecorder() { tryLines<R>(); }
     void lines_ofConstruction();
     void lines_ofAnIdentifier();
     void lines_ofASound();
     void tracer_tellsEntryAndExit();
+
+private:
+    template<typename Media>
+    void tryLines();
 };
 
 namespace {
 
 /** Lines have " | " between. */
-void row(const char *name, const Preparation &given, const Action &act, const char *lines)
+template<typename Media>
+void addRow(const char *name, const PreparationOf<Media> &given, const ActionOn<Media> &act, const char *lines)
 {
     QTest::newRow(name) << given << act << QString::fromLatin1(lines);
 }
+
+constexpr auto row = addRow<P>;
 
 } // namespace
 
@@ -119,12 +130,72 @@ void LogTest::lines_ofACommand_data()
         "D MediaPlayerPrivate::onMmrError:   error=Read | D MediaPlayerPrivate::onMmrError:   position=7");
 }
 
-void LogTest::lines_ofACommand()
+void LogTest::lines_ofARecorder_data()
 {
-    QFETCH(Preparation, given);
-    QFETCH(Action, act);
+    QTest::addColumn<PreparationOf<R>>("given");
+    QTest::addColumn<ActionOn<R>>("act");
+    QTest::addColumn<QString>("lines");
+    const auto recorderRow = addRow<R>;
+    const auto newRecorder = [](auto &) {};
+    const auto url = QUrl(QStringLiteral("file:///rec/a.wav"));
+    const auto prepared = after(call(&R::setOutputUrl, url), call(&R::prepare));
+    recorderRow("file", newRecorder, call(&R::setOutputUrl, url), "D AudioRecorder::setOutputUrl: url=file:///s/s.wav");
+    recorderRow("prepare without a file", newRecorder, call(&R::prepare),
+                "D AudioRecorder::prepare: Invalid output URL.");
+    recorderRow("prepare", call(&R::setOutputUrl, url), call(&R::prepare),
+                "D AudioRecorderPrivate::updateInputParams: audioManagerHandle=0 | "
+                "D AudioRecorderPrivate::setMediaState: emit mediaStateChanged() | "
+                "D AudioRecorderPrivate::setMediaState:   mediaState=Prepared");
+    recorderRow("prepare, prepared", prepared, call(&R::prepare),
+                "D AudioRecorder::prepare: Recorder is already prepared");
+    recorderRow("record, started", after(prepared, call(&R::record)), call(&R::record),
+                "D AudioRecorderPrivate::setMediaState: Attempting to change to same state.  mediaState=Started");
+    recorderRow("reset", prepared, call(&R::reset),
+                "D AudioRecorderPrivate::onVolumeLevelChanged: emit recordingLevelChanged() | "
+                "D AudioRecorderPrivate::onVolumeLevelChanged:   percentage=0 | "
+                "D AudioRecorderPrivate::onMmrDurationChanged: emit durationChanged() | "
+                "D AudioRecorderPrivate::onMmrDurationChanged:   duration=0 | "
+                "D AudioRecorderPrivate::setMediaState: emit mediaStateChanged() | "
+                "D AudioRecorderPrivate::setMediaState:   mediaState=Unprepared");
+    recorderRow("reset, unprepared", newRecorder, call(&R::reset),
+                "D AudioRecorderPrivate::unprepare: Already unprepared");
+    recorderRow(
+        "error", prepared, reported(&N::error, MediaError::Write, 7u, 1u),
+        "D AudioRecorderPrivate::setMediaState: emit mediaStateChanged() | "
+        "D AudioRecorderPrivate::setMediaState:   mediaState=Stopped | "
+        "D AudioRecorderPrivate::onMmrError: emit error() | D AudioRecorderPrivate::onMmrError:   error=Write | "
+        "D AudioRecorderPrivate::onMmrError:   position=7");
+    recorderRow("channels", newRecorder, call(&R::setAudioChannelConfiguration, AudioChannelConfiguration::Mono),
+                "D AudioRecorder::setAudioChannelConfiguration: audioChannelConfiguration=Mono | "
+                "D AudioRecorder::setAudioChannelConfiguration: emit audioChannelConfigurationChanged() | "
+                "D AudioRecorder::setAudioChannelConfiguration:   audioChannelConfiguration=Mono");
+    recorderRow("same channels", newRecorder,
+                call(&R::setAudioChannelConfiguration, AudioChannelConfiguration::Default),
+                "D AudioRecorder::setAudioChannelConfiguration: audioChannelConfiguration=Default | "
+                "D AudioRecorder::setAudioChannelConfiguration: Attempting to set same audio channel configuration.");
+    recorderRow("handle as a variant", newRecorder, call(&R::setAudioManagerHandleQml, QVariant(7)),
+                "D AudioRecorder::setAudioManagerHandleQml: handle=\"7\" | "
+                "D AudioRecorder::setAudioManagerHandle: audioManagerHandle=7 | "
+                "D AudioRecorder::setAudioManagerHandle: emit audioManagerHandleChanged() | "
+                "D AudioRecorder::setAudioManagerHandle:   audioManagerHandle=7");
+    recorderRow("same handle", newRecorder, call(&R::setAudioManagerHandle, 0u),
+                "D AudioRecorder::setAudioManagerHandle: audioManagerHandle=0 | "
+                "D AudioRecorder::setAudioManagerHandle: Attempting to set same audio manager handle.");
+    recorderRow("interval as a variant", newRecorder, call(&R::setStatusIntervalQml, QVariant(5)),
+                "D AudioRecorder::setStatusIntervalQml: statusInterval=\"5\" | "
+                "D AudioRecorder::setStatusInterval: statusInterval=5 | "
+                "D AudioRecorderPrivate::updateContextParams: updateInterval=5 | "
+                "D AudioRecorder::setStatusInterval: emit statusIntervalChanged() | "
+                "D AudioRecorder::setStatusInterval:   statusInterval=5");
+}
+
+template<typename Media>
+void LogTest::tryLines()
+{
+    QFETCH(PreparationOf<Media>, given);
+    QFETCH(ActionOn<Media>, act);
     QFETCH(QString, lines);
-    PlayerFixture f;
+    MediaFixture<Media> f;
     given(f);
     f.forget();
     act(f);
@@ -137,7 +208,7 @@ void LogTest::lines_ofConstruction()
     const QStringList lines = good.log.takeLinesWithoutTraces();
     QVERIFY(lines.contains(QStringLiteral("D MediaPlayer::MediaPlayer: Creating context...")));
     QVERIFY(
-        lines.contains(QStringLiteral("D MediaPlayer::MediaPlayer:   context=\"%1\"").arg(good.player.objectName())));
+        lines.contains(QStringLiteral("D MediaPlayer::MediaPlayer:   context=\"%1\"").arg(good.media.objectName())));
 }
 
 void LogTest::lines_ofAnIdentifier()
@@ -169,9 +240,9 @@ void LogTest::tracer_tellsEntryAndExit()
 {
     PlayerFixture f;
     f.forget();
-    f.player.volumeChanged(1.0);
+    f.media.volumeChanged(1.0);
     QCOMPARE(f.log.takeLines(), QStringList());
-    f.player.stop();
+    f.media.stop();
     const int thread = static_cast<int>(reinterpret_cast<quintptr>(QThread::currentThreadId()));
     const QStringList lines = f.log.takeLines();
     QCOMPARE(lines.size(), 3);

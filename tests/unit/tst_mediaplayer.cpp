@@ -293,7 +293,7 @@ void MediaPlayerTest::playback_isFollowed_throughTheRenderersObjects()
 void MediaPlayerTest::construction_makesANamedContext_andDestructionRemovesIt()
 {
     PlayerFixture f;
-    const QString name = f.player.objectName();
+    const QString name = f.media.objectName();
     QVERIFY(name.startsWith(QLatin1String("voro.multimedia.MediaPlayer::")));
     QCOMPARE(f.trace, (QStringList{"mmr_connect", "mmr_context_create " + name + " 0 700", "mmr_context_path 1024"}));
     auto other = std::make_unique<MediaPlayer>();
@@ -329,14 +329,14 @@ void MediaPlayerTest::inputCandidates_followTheKindOfUrl()
 {
     QFETCH(QUrl, url);
     PlayerFixture f;
-    f.player.setSourceUrl(url);
+    f.media.setSourceUrl(url);
     f.renderer.fail("mmr_input_attach", MediaError::Internal);
-    QCOMPARE(f.player.prepare(), MediaError::Internal);
+    QCOMPARE(f.media.prepare(), MediaError::Internal);
     QTEST(QStringList(f.trace.filter("mmr_input_attach")), "attached");
     // Any other error than this one ends the search.
     f.forget();
     f.renderer.fail("mmr_input_attach", MediaError::UnsupportedMediaType);
-    QCOMPARE(f.player.prepare(), MediaError::UnsupportedMediaType);
+    QCOMPARE(f.media.prepare(), MediaError::UnsupportedMediaType);
     QCOMPARE(f.trace.filter("mmr_input_attach").size(), 1);
 }
 
@@ -408,15 +408,15 @@ void MediaPlayerTest::property_ofQml_isReadAndWrittenThroughVariants()
 {
     PlayerFixture f;
     for (const char *name : {"audioManagerHandle", "closedCaptionIndex", "statusInterval"}) {
-        QVERIFY(f.player.setProperty(name, QStringLiteral("5")));
-        QCOMPARE(f.player.property(name), QVariant(5u));
+        QVERIFY(f.media.setProperty(name, QStringLiteral("5")));
+        QCOMPARE(f.media.property(name), QVariant(5u));
         f.log.takeLines();
-        f.player.setProperty(name, QStringLiteral("five"));
-        QCOMPARE(f.player.property(name), QVariant(5u));
+        f.media.setProperty(name, QStringLiteral("five"));
+        QCOMPARE(f.media.property(name), QVariant(5u));
         QCOMPARE(f.log.takeLines().filter("Unable to convert variant").size(), 1);
     }
     for (const char *name : {"duration", "position", "track", "trackCount"})
-        QCOMPARE(f.player.property(name).metaType(), QMetaType::fromType<unsigned int>());
+        QCOMPARE(f.media.property(name).metaType(), QMetaType::fromType<unsigned int>());
 }
 
 QTEST_GUILESS_MAIN(MediaPlayerTest)

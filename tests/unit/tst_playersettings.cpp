@@ -304,7 +304,7 @@ void PlayerSettingsTest::equalizerPreset_isSentUnderTheRenderersName()
     prepared(f);
     for (int preset = 1; preset <= names.size(); ++preset) {
         f.forget();
-        QCOMPARE(f.player.setEqualizerPreset(static_cast<EqualizerPreset::Type>(preset)), MediaError::None);
+        QCOMPARE(f.media.setEqualizerPreset(static_cast<EqualizerPreset::Type>(preset)), MediaError::None);
         QCOMPARE(f.trace.first(), "mmr_output_parameters 0 volume=100 eq_preset=" + names.at(preset - 1));
     }
 }

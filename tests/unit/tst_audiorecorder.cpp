@@ -1,0 +1,412 @@
+#include "MediaFixture.h"
+#include "private/AudioRecorderPrivate.h"
+#include "RuntimeBroker.h"
+
+#include <multimedia/AudioRecorder.h>
+
+#include <QtCore/QMetaProperty>
+#include <QtTest/QtTest>
+
+#include <memory>
+
+using namespace voro::multimedia;
+
+using R = AudioRecorder;
+using N = MmrContextNotifier;
+using RecorderFixture = MediaFixture<AudioRecorder>;
+using RecorderCase = CaseOf<AudioRecorder>;
+using Action = ActionOn<AudioRecorder>;
+using Preparation = PreparationOf<AudioRecorder>;
+
+class AudioRecorderTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void command_data();
+    void command() { tryRow<R>(); }
+    void failingCommand_data();
+    void failingCommand() { tryRow<R>(); }
+    void setting_data();
+    void setting() { tryRow<R>(); }
+    void report_data();
+    void report() { tryRow<R>(); }
+
+    void recording_isFollowed_throughTheRenderersObjects();
+    void construction_makesANamedContext_andDestructionRemovesIt();
+    void commands_sayThatThereIsNoContext_data();
+    void commands_sayThatThereIsNoContext();
+    void dictionaryFailure_isRefused_andLeaksNothing_data();
+    void dictionaryFailure_isRefused_andLeaksNothing();
+    void metaObject_hasItsMembersInOrder();
+    void property_isWritableAndNotifies_data();
+    void property_isWritableAndNotifies();
+};
+
+namespace {
+
+const Preparation newRecorder = [](RecorderFixture &) {};
+
+void withFile(RecorderFixture &f)
+{
+    f.media.setOutputUrl(QUrl(QStringLiteral("file:///rec/a%20b.wav")));
+}
+
+void prepared(RecorderFixture &f)
+{
+    withFile(f);
+    f.media.prepare();
+}
+
+void started(RecorderFixture &f)
+{
+    withFile(f);
+    f.media.record();
+}
+
+void paused(RecorderFixture &f)
+{
+    started(f);
+    f.media.pause();
+}
+
+/** What `prepared` does on a new recorder. */
+const QString prepareCalls = QStringLiteral("mmr_output_attach /rec/a b.wav file; "
+                                            "mmr_input_parameters audioman_handle=0 audio_type=voice_recording; "
+                                            "mmr_input_attach audio:default track");
+const QString toPrepared = prepareCalls + "; mediaStateChanged(Prepared)";
+const QString unprepared = QStringLiteral("recordingLevelChanged(0); durationChanged(0); durationChanged(uint 0); "
+                                          "mediaStateChanged(Unprepared)");
+const QString reset = "mmr_stop; mmr_input_detach; mmr_output_detach 0; " + unprepared;
+
+void row(const char *name, const Preparation &given, const Action &act, const QString &outcome)
+{
+    QTest::newRow(name) << RecorderCase{given, act, outcome};
+}
+
+Action setChannels(AudioChannelConfiguration::Type channels)
+{
+    return call(&R::setAudioChannelConfiguration, channels);
+}
+
+} // namespace
+
+void AudioRecorderTest::command_data()
+{
+    QTest::addColumn<RecorderCase>("data");
+    const auto url = [](const char *text) { return after(call(&R::setOutputUrl, QUrl(QString::fromUtf8(text)))); };
+    const auto channels = [](AudioChannelConfiguration::Type value) { return after(withFile, setChannels(value)); };
+    const auto attachedWith = [](const char *inputUrl) {
+        return QString(prepareCalls).replace("audio:default", inputUrl)
+               + "; mediaStateChanged(Prepared); mediaState=Prepared";
+    };
+
+    row("prepare", withFile, call(&R::prepare), toPrepared + "; mediaState=Prepared");
+    row("prepare, prepared", prepared, call(&R::prepare), "");
+    row("prepare, paused", paused, call(&R::prepare), "");
+    row("prepare in mono", channels(AudioChannelConfiguration::Mono), call(&R::prepare),
+        attachedWith("audio:default?nchan=1"));
+    row("prepare in stereo", channels(AudioChannelConfiguration::Stereo), call(&R::prepare),
+        attachedWith("audio:default?nchan=2"));
+    row("prepare with a handle", after(withFile, call(&R::setAudioManagerHandle, 7u)), call(&R::prepare),
+        QString(toPrepared).replace("handle=0", "handle=7") + "; mediaState=Prepared");
+    row("prepare without a file", newRecorder, call(&R::prepare), "-> InvalidParameter");
+    row("prepare with an invalid file", url("file://["), call(&R::prepare), "-> InvalidParameter");
+    row("the path is decoded once, and begins with one slash", url("file://///rec/100%2525.wav"), call(&R::prepare),
+        QString(toPrepared).replace("/rec/a b.wav", "/rec/100%25.wav") + "; mediaState=Prepared");
+    row("record, unprepared", withFile, call(&R::record),
+        toPrepared + "; mmr_speed_set 1000; mmr_play; mediaStateChanged(Started); mediaState=Started");
+    row("record, prepared", prepared, call(&R::record),
+        "mmr_speed_set 1000; mmr_play; mediaStateChanged(Started); mediaState=Started");
+    row("record, paused", paused, call(&R::record),
+        "mmr_speed_set 1000; mmr_play; mediaStateChanged(Started); mediaState=Started");
+    row("record, started", started, call(&R::record), "mmr_speed_set 1000; mmr_play");
+    row("pause", started, call(&R::pause), "mmr_speed_set 0; mediaStateChanged(Paused); mediaState=Paused");
+    row("pause, paused", paused, call(&R::pause), "mmr_speed_set 0");
+    row("reset, unprepared", newRecorder, call(&R::reset), "");
+    row("reset, recording", after(started, reported(&N::positionChanged, 900u)), call(&R::reset),
+        reset + "; duration=0; mediaState=Unprepared");
+    row("reset, after an error", after(started, reported(&N::error, MediaError::Write, 70u, 1u)), call(&R::reset),
+        reset + "; mediaState=Unprepared");
+    row("reset detaches the output that was attached last", after(prepared, call(&R::reset), prepared), call(&R::reset),
+        QString(reset).replace("detach 0", "detach 1") + "; mediaState=Unprepared");
+}
+
+void AudioRecorderTest::failingCommand_data()
+{
+    QTest::addColumn<RecorderCase>("data");
+    // How far the command gets when a function of the renderer fails, and what it says.
+    const auto failed = [](const char *name, const Preparation &given, const Action &act, const char *function,
+                           const QString &calls, const char *lines) {
+        row(name, after(given, failing(function, MediaError::Permission)), act,
+            calls + "; " + QString::fromLatin1(lines) + "; -> Permission");
+    };
+    const auto prepareCallsUpTo = [](int count) { return prepareCalls.section("; ", 0, count - 1); };
+    failed("prepare, file", withFile, call(&R::prepare), "mmr_output_attach", prepareCallsUpTo(1),
+           "C AudioRecorder::prepare: Error attaching audio output. url=file:///s/s.wav, error=Permission");
+    failed("prepare, parameters", withFile, call(&R::prepare), "mmr_input_parameters", prepareCallsUpTo(2),
+           "C AudioRecorderPrivate::updateInputParams: Unable to set input parameters. error=Permission; "
+           "C AudioRecorder::prepare: Unable to set input parameters.");
+    failed("prepare, input", withFile, call(&R::prepare), "mmr_input_attach", prepareCalls,
+           "C AudioRecorder::prepare: Error attaching input source. url=\"audio:default\", error=Permission");
+    failed("record, file", withFile, call(&R::record), "mmr_output_attach", prepareCallsUpTo(1),
+           "C AudioRecorder::prepare: Error attaching audio output. url=file:///s/s.wav, error=Permission; "
+           "C AudioRecorder::record: Unable to prepare the recorder");
+    failed("record, speed", prepared, call(&R::record), "mmr_speed_set", "mmr_speed_set 1000",
+           "C AudioRecorder::record: Unable to set the recorder speed to normal");
+    failed("record, start", prepared, call(&R::record), "mmr_play", "mmr_speed_set 1000; mmr_play",
+           "C AudioRecorder::record: Error recording audio. error=Permission");
+    failed("pause", started, call(&R::pause), "mmr_speed_set", "mmr_speed_set 0",
+           "C AudioRecorder::pause: Error pausing the recorder. error=Permission");
+    failed("reset, stop", started, call(&R::reset), "mmr_stop", "mmr_stop",
+           "C AudioRecorderPrivate::unprepare: Error stopping the recorder. error=Permission");
+    failed("reset, input", started, call(&R::reset), "mmr_input_detach", "mmr_stop; mmr_input_detach",
+           "C AudioRecorderPrivate::unprepare: Error detaching recording input. error=Permission");
+    failed("reset, file", started, call(&R::reset), "mmr_output_detach",
+           "mmr_stop; mmr_input_detach; mmr_output_detach 0",
+           "C AudioRecorderPrivate::unprepare: Error detaching recording file. error=Permission");
+
+    row("the renderer's code is passed on as it is",
+        after(started, failing("mmr_stop", MediaError::CommandFailed, MediaError::Write)), call(&R::reset),
+        "mmr_stop; C AudioRecorderPrivate::unprepare: Error stopping the recorder. error=CommandFailed; "
+        "-> CommandFailed");
+    row("a file that failed is attached again",
+        after(withFile, failing("mmr_input_attach", MediaError::Read), call(&R::prepare),
+              [](RecorderFixture &f) { f.renderer.succeed("mmr_input_attach"); }),
+        call(&R::prepare), toPrepared + "; mediaState=Prepared");
+}
+
+void AudioRecorderTest::setting_data()
+{
+    QTest::addColumn<RecorderCase>("data");
+    const auto handle = [](unsigned int value) { return call(&R::setAudioManagerHandle, value); };
+    const auto interval = [](unsigned int value) { return call(&R::setStatusInterval, value); };
+    const auto text = [](void (R::*setter)(const QVariant &), const char *value) {
+        return call(setter, QVariant(QString::fromLatin1(value)));
+    };
+    const QString stereo = QStringLiteral("audioChannelConfigurationChanged(Stereo)");
+    const QString handle7 = QStringLiteral("audioManagerHandleChanged(7); audioManagerHandleChanged(uint 7)");
+    const QString interval250 = QStringLiteral("mmr_context_parameters updateinterval=250; statusIntervalChanged(250); "
+                                               "statusIntervalChanged(uint 250)");
+    const auto refused = failing("mmr_input_detach", MediaError::Read);
+    const auto refusedBy = [](const char *setter) {
+        return QStringLiteral("mmr_stop; mmr_input_detach; C AudioRecorderPrivate::unprepare: Error detaching "
+                              "recording input. error=Read; C AudioRecorder::%1: Unable to unprepare the recorder.; "
+                              "-> Read")
+            .arg(QLatin1String(setter));
+    };
+
+    row("channels", newRecorder, setChannels(AudioChannelConfiguration::Stereo),
+        stereo + "; audioChannelConfiguration=Stereo");
+    row("same channels", prepared, setChannels(AudioChannelConfiguration::Default), "");
+    row("channels, recording", after(started, reported(&N::positionChanged, 70u)),
+        setChannels(AudioChannelConfiguration::Stereo),
+        reset + "; " + stereo + "; audioChannelConfiguration=Stereo; duration=0; mediaState=Unprepared");
+    row("channels, refused", after(started, refused), setChannels(AudioChannelConfiguration::Mono),
+        refusedBy("setAudioChannelConfiguration"));
+    row("handle", newRecorder, handle(7), handle7 + "; audioManagerHandle=7");
+    row("same handle", prepared, handle(0), "");
+    row("handle, prepared", prepared, handle(7),
+        reset + "; " + handle7 + "; audioManagerHandle=7; mediaState=Unprepared");
+    row("handle, refused", after(prepared, refused), handle(7), refusedBy("setAudioManagerHandle"));
+    row("handle as text", newRecorder, text(&R::setAudioManagerHandleQml, "7"), handle7 + "; audioManagerHandle=7");
+    row("handle, no number", newRecorder, text(&R::setAudioManagerHandleQml, "-1"),
+        "W AudioRecorder::setAudioManagerHandleQml: Unable to convert variant handle.");
+    row("interval", newRecorder, interval(250), interval250 + "; statusInterval=250");
+    row("same interval: sent and told again", after(started, interval(250)), interval(250), interval250);
+    row("interval, refused", failing("mmr_context_parameters", MediaError::InvalidParameter), interval(250),
+        "mmr_context_parameters updateinterval=250; C AudioRecorderPrivate::updateContextParams: Unable to set input "
+        "parameters. error=InvalidParameter; C AudioRecorder::setStatusInterval: Unable to set the status interval.; "
+        "-> InvalidParameter");
+    row("interval as text", newRecorder, text(&R::setStatusIntervalQml, "250"), interval250 + "; statusInterval=250");
+    row("interval, no number", newRecorder, text(&R::setStatusIntervalQml, "abc"),
+        "W AudioRecorder::setStatusIntervalQml: Unable to convert variant status interval.");
+    row("file, recording: for the next time", started, call(&R::setOutputUrl, QUrl(QStringLiteral("file:///b.wav"))),
+        "outputUrl=file:///b.wav");
+}
+
+void AudioRecorderTest::report_data()
+{
+    QTest::addColumn<RecorderCase>("data");
+    const auto recorded = after(started, reported(&N::positionChanged, 900u), reported(&N::volumeLevelChanged, 0.5));
+
+    row("recording", prepared, reported(&N::playing), "mediaStateChanged(Started); mediaState=Started");
+    row("recording already", started, reported(&N::playing), "");
+    row("paused", started, reported(&N::paused), "mediaStateChanged(Paused); mediaState=Paused");
+    row("stopped: unprepared without a call", recorded, reported(&N::stopped),
+        unprepared + "; duration=0; mediaState=Unprepared");
+    row("idle: reset", recorded, reported(&N::idle), reset + "; duration=0; mediaState=Unprepared");
+    row("idle, unprepared", newRecorder, reported(&N::idle), "");
+    row("idle, reset fails", after(started, failing("mmr_stop", MediaError::Read)), reported(&N::idle),
+        "mmr_stop; C AudioRecorderPrivate::unprepare: Error stopping the recorder. error=Read; "
+        "C AudioRecorderPrivate::onMmrIdle: Unable to unprepare. error=Read");
+    row("completed says nothing", prepared, reported(&N::playbackCompleted), "");
+    row("error", recorded, reported(&N::error, MediaError::Write, 70u, 3u),
+        "mediaStateChanged(Stopped); error(Write, 70); error(Write, uint 70); mediaState=Stopped");
+    row("duration", recorded, reported(&N::positionChanged, 901u),
+        "durationChanged(901); durationChanged(uint 901); duration=901");
+    row("same duration: told again", recorded, reported(&N::positionChanged, 900u),
+        "durationChanged(900); durationChanged(uint 900)");
+    row("level", recorded, reported(&N::volumeLevelChanged, 0.25), "recordingLevelChanged(0.25)");
+}
+
+void AudioRecorderTest::recording_isFollowed_throughTheRenderersObjects()
+{
+    QStringList trace;
+    RuntimeBroker broker;
+    voro::test::ScriptedRenderer renderer(trace);
+    AudioRecorder recorder;
+    const QString folder = voro::test::contextFolder(trace.filter("mmr_context_create").first().section(' ', 1, 1));
+    recorder.setOutputUrl(QUrl(QStringLiteral("file:///rec/a.wav")));
+    broker.publish(folder, "state state::stopped speed:n:1000 error:n:0 error_pos::1:0");
+    QCOMPARE(recorder.prepare(), MediaError::None);
+    trace.clear();
+    SignalLog emitted(&recorder, trace);
+
+    // The prepared recorder stays so until the renderer records.
+    QSignalSpy level(&recorder, &AudioRecorder::recordingLevelChanged);
+    broker.publish(folder, "status position::70 volume::45/100");
+    QVERIFY(level.wait());
+    QSignalSpy state(&recorder, &AudioRecorder::mediaStateChanged);
+    broker.publish(folder, "*state state::playing speed:n:1000");
+    QVERIFY(state.wait());
+    broker.publish(folder, "state state::stopped speed:n:1000 error:n:9");
+    QVERIFY(state.wait());
+    QCOMPARE(trace.join("; "),
+             "durationChanged(70); durationChanged(uint 70); recordingLevelChanged(0.45); mediaStateChanged(Started); "
+             "mediaStateChanged(Stopped); error(Write, 0); error(Write, uint 0)");
+}
+
+void AudioRecorderTest::construction_makesANamedContext_andDestructionRemovesIt()
+{
+    RecorderFixture f;
+    QVERIFY(f.trace.at(1).startsWith("mmr_context_create voro.multimedia.AudioRecorder::"));
+    QVERIFY(f.trace.at(1).endsWith(" 0 700"));
+    QCOMPARE(f.trace.size(), 3);
+    f.forget();
+    auto other = std::make_unique<AudioRecorder>();
+    QCOMPARE(f.trace.first(), "mmr_connect");
+    f.forget();
+    other.reset();
+    QCOMPARE(f.trace, (QStringList{"mmr_context_destroy", "mmr_disconnect"}));
+}
+
+void AudioRecorderTest::commands_sayThatThereIsNoContext_data()
+{
+    QTest::addColumn<Action>("act");
+    QTest::addColumn<QByteArray>("result");
+    QTest::newRow("prepare succeeds, required so") << call(&R::prepare) << QByteArray("None");
+    QTest::newRow("record") << call(&R::record) << QByteArray("InvalidState");
+    QTest::newRow("pause") << call(&R::pause) << QByteArray("InvalidState");
+    QTest::newRow("reset") << call(&R::reset) << QByteArray("InvalidState");
+    QTest::newRow("interval") << call(&R::setStatusInterval, 10u) << QByteArray("InvalidState");
+}
+
+void AudioRecorderTest::commands_sayThatThereIsNoContext()
+{
+    QFETCH(Action, act);
+    const QHash<QString, QString> lines{{"mmr_connect", "Unable to connect to MMR"},
+                                        {"mmr_context_create", "Error creating player context. error=None"}};
+    for (auto line = lines.begin(); line != lines.end(); ++line) {
+        RecorderFixture f([&](auto &renderer) { renderer.fail(line.key(), MediaError::Internal); });
+        withFile(f);
+        QCOMPARE(f.log.takeLines(), QStringList("C AudioRecorder::AudioRecorder: " + line.value()));
+        f.forget();
+        const QStringList earlier = f.state();
+        QTEST(QByteArray(keyName(act(f))), "result");
+        QCOMPARE(f.trace, QStringList());
+        QCOMPARE(f.state(), earlier);
+        QCOMPARE(f.log.takeLines().filter("MMR context is null").size(), 1);
+    }
+}
+
+void AudioRecorderTest::dictionaryFailure_isRefused_andLeaksNothing_data()
+{
+    QTest::addColumn<Action>("act");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("audioman_handle") << call(&R::prepare)
+                                     << QStringList{"C AudioRecorderPrivate::updateInputParams: Unable to create audio "
+                                                    "manager handle parameter. audioman_handle=0",
+                                                    "C AudioRecorder::prepare: Unable to set input parameters."};
+    QTest::newRow("audio_type") << call(&R::prepare)
+                                << QStringList{"C AudioRecorderPrivate::updateInputParams: Unable to create voice "
+                                               "recording audio type parameter.",
+                                               "C AudioRecorder::prepare: Unable to set input parameters."};
+    QTest::newRow("updateinterval")
+        << call(&R::setStatusInterval, 10u)
+        << QStringList{"C AudioRecorderPrivate::updateContextParams: Unable to create update interval parameter. "
+                       "updateInterval=10, error=InvalidParameter",
+                       "C AudioRecorder::setStatusInterval: Unable to set the status interval."};
+}
+
+void AudioRecorderTest::dictionaryFailure_isRefused_andLeaksNothing()
+{
+    QFETCH(Action, act);
+    RecorderFixture f;
+    withFile(f);
+    const QStringList earlier = f.state();
+    f.renderer.failKey(QTest::currentDataTag());
+    QCOMPARE(keyName(act(f)), "InvalidParameter");
+    QTEST(f.log.takeLines(), "lines");
+    QCOMPARE(f.renderer.dictionaryCount(), 0);
+    QCOMPARE(f.state(), earlier);
+}
+
+void AudioRecorderTest::metaObject_hasItsMembersInOrder()
+{
+    const auto methods = [](const QMetaObject &type) {
+        QByteArrayList signatures;
+        for (int i = type.methodOffset(); i < type.methodCount(); ++i)
+            signatures += type.method(i).methodSignature().replace("voro::multimedia::", "");
+        return signatures;
+    };
+    QCOMPARE(methods(AudioRecorder::staticMetaObject),
+             (QByteArrayList{"audioChannelConfigurationChanged(AudioChannelConfiguration::Type)",
+                             "audioManagerHandleChanged(uint)", "audioManagerHandleChanged(QVariant)",
+                             "durationChanged(uint)", "durationChanged(QVariant)", "error(MediaError::Type,uint)",
+                             "error(MediaError::Type,QVariant)", "mediaStateChanged(MediaState::Type)",
+                             "recordingLevelChanged(double)", "statusIntervalChanged(uint)",
+                             "statusIntervalChanged(QVariant)", "pause()", "record()", "prepare()", "reset()",
+                             "setAudioChannelConfiguration(AudioChannelConfiguration::Type)", "setOutputUrl(QUrl)",
+                             "setStatusInterval(uint)"}));
+    QCOMPARE(methods(AudioRecorderPrivate::staticMetaObject),
+             (QByteArrayList{"onMmrError(MediaError::Type,uint,uint)", "onMmrIdle()", "onMmrPaused()",
+                             "onMmrDurationChanged(uint)", "onMmrRecording()", "onMmrStopped()",
+                             "onVolumeLevelChanged(double)"}));
+}
+
+void AudioRecorderTest::property_isWritableAndNotifies_data()
+{
+    QTest::addColumn<bool>("isWritable");
+    QTest::addColumn<QByteArray>("signal");
+    QTest::addColumn<QByteArray>("type");
+    const auto property = [](const char *name, bool isWritable, bool notifies, const char *type) {
+        QTest::newRow(name) << isWritable << (notifies ? name + QByteArray("Changed") : QByteArray())
+                            << QByteArray(type).replace("#", "voro::multimedia::");
+    };
+    property("audioChannelConfiguration", true, true, "#AudioChannelConfiguration::Type");
+    property("audioManagerHandle", true, true, "QVariant");
+    property("deviceMode", false, false, "#DeviceMode::Type");
+    property("duration", false, true, "QVariant");
+    property("mediaError", false, false, "#MediaError::Type");
+    property("mediaState", false, true, "#MediaState::Type");
+    property("outputUrl", true, false, "QUrl");
+    property("statusInterval", true, true, "QVariant");
+}
+
+void AudioRecorderTest::property_isWritableAndNotifies()
+{
+    const QMetaObject &type = AudioRecorder::staticMetaObject;
+    const QMetaProperty property = type.property(type.indexOfProperty(QTest::currentDataTag()));
+    QTEST(property.isWritable(), "isWritable");
+    QTEST(property.notifySignal().name(), "signal");
+    QTEST(QByteArray(property.typeName()), "type");
+    QCOMPARE(property.isConstant(), property.name() == QByteArray("deviceMode"));
+    RecorderFixture f;
+    if (property.metaType() == QMetaType::fromType<QVariant>())
+        QCOMPARE(property.read(&f.media).metaType(), QMetaType::fromType<unsigned int>());
+    if (property.name() == QByteArray("deviceMode"))
+        QCOMPARE(f.media.deviceMode(), DeviceMode::Capture);
+}
+
+QTEST_GUILESS_MAIN(AudioRecorderTest)
+#include "tst_audiorecorder.moc"

@@ -1,0 +1,177 @@
+#include "Recording.h"
+
+#include "Display.h"
+#include "Output.h"
+#include "SignalPrinter.h"
+#include "StopSignals.h"
+
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+
+namespace voro {
+
+using multimedia::AudioRecorder;
+using multimedia::MediaError;
+using multimedia::MediaState;
+
+namespace {
+
+/** Milliseconds between two reports where a person watches the level. */
+constexpr unsigned MeterInterval = 100;
+
+} // namespace
+
+Recording::Recording(RecordingSettings settings) : Session("record"), m_settings(std::move(settings))
+{
+    if (!m_settings.json && TerminalLine::isAvailable())
+        m_line.emplace();
+    m_end.setSingleShot(true);
+    m_end.setTimerType(Qt::PreciseTimer);
+    connect(&m_end, &QTimer::timeout, this, &Recording::finish);
+    m_time.start();
+    connectRecorder();
+}
+
+void Recording::connectRecorder()
+{
+    if (m_settings.json)
+        new SignalPrinter(&m_recorder, voro::print, this);
+    connect(&m_recorder, &AudioRecorder::mediaStateChanged, this, &Recording::onMediaStateChanged);
+    connect(&m_recorder, qOverload<unsigned>(&AudioRecorder::durationChanged), this, &Recording::onDurationChanged);
+    connect(&m_recorder, qOverload<MediaError::Type, unsigned>(&AudioRecorder::error), this, &Recording::onError);
+    connect(&m_recorder, &AudioRecorder::recordingLevelChanged, this, [this](double level) {
+        m_level = level;
+        refresh();
+    });
+}
+
+bool Recording::begin()
+{
+    const auto error = log().run([this] { return start(); });
+    if (error != MediaError::None)
+        fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
+    return error == MediaError::None;
+}
+
+MediaError::Type Recording::start()
+{
+    if (m_line) {
+        if (const auto error = m_recorder.setStatusInterval(MeterInterval); error != MediaError::None)
+            return error;
+    }
+    m_recorder.setAudioChannelConfiguration(m_settings.channels);
+    m_recorder.setOutputUrl(m_settings.file.url);
+    {
+        // Nothing is recorded yet that could be lost.
+        const StopSignals::AtOnce atOnce;
+        if (const auto error = m_recorder.prepare(); error != MediaError::None)
+            return error;
+    }
+    return m_recorder.record();
+}
+
+void Recording::end()
+{
+    m_recorder.disconnect(this);
+    if (const auto error = log().run([this] { return m_recorder.reset(); }); error != MediaError::None)
+        fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
+    if (m_settings.json)
+        return;
+    const QString summary =
+        QStringLiteral("%1: %2, %3").arg(m_settings.file.name, timeText(m_duration), sizeText(fileSize()));
+    clearLine();
+    print(printable(summary).toUtf8() + '\n');
+}
+
+void Recording::onKey(Key key)
+{
+    if (key == Key::PlayPause)
+        togglePause();
+    else if (key == Key::Quit)
+        finish();
+}
+
+void Recording::togglePause()
+{
+    const auto command = [this] {
+        return m_recorder.mediaState() == MediaState::Paused ? m_recorder.record() : m_recorder.pause();
+    };
+    if (const auto error = log().run(command); error != MediaError::None)
+        report(enumeratorName(error));
+}
+
+bool Recording::hold()
+{
+    return m_recorder.mediaState() == MediaState::Started && m_recorder.pause() == MediaError::None;
+}
+
+void Recording::goOn()
+{
+    m_recorder.record();
+}
+
+void Recording::clearLine()
+{
+    if (m_line)
+        m_line->clear();
+}
+
+void Recording::onDurationChanged(unsigned duration)
+{
+    m_duration = std::max(m_duration, duration);
+    scheduleEnd();
+    refresh();
+}
+
+void Recording::onMediaStateChanged(MediaState::Type state)
+{
+    // The renderer has ended it.
+    if (state == MediaState::Unprepared)
+        finish();
+    scheduleEnd();
+    refresh();
+}
+
+void Recording::onError(MediaError::Type error, unsigned)
+{
+    fail(QStringLiteral("%1: %2 at %3").arg(m_settings.file.name, enumeratorName(error), timeText(m_duration)));
+    finish();
+}
+
+void Recording::scheduleEnd()
+{
+    if (!m_settings.length)
+        return;
+    if (m_recorder.mediaState() == MediaState::Started)
+        m_end.start(int(*m_settings.length - std::min(m_duration, *m_settings.length)));
+    else
+        m_end.stop();
+}
+
+qint64 Recording::fileSize() const
+{
+    return QFileInfo(m_settings.file.url.toLocalFile()).size();
+}
+
+void Recording::refresh()
+{
+    const MediaState::Type state = m_recorder.mediaState();
+    if (m_settings.json || (state != MediaState::Started && state != MediaState::Paused))
+        return;
+    const RecordingView view{
+        .isPaused = state == MediaState::Paused,
+        .duration = m_duration,
+        .level = m_level,
+        .peak = m_peak.update(m_level, m_time.elapsed()),
+        .size = fileSize(),
+    };
+    if (m_line) {
+        m_line->draw(recordingLine(view, TerminalLine::columns()));
+    } else if (const QString text = recordingText(view); text != m_text) {
+        m_text = text;
+        print(text.toUtf8() + QByteArray("  ") + sizeText(view.size).toUtf8() + '\n');
+    }
+}
+
+} // namespace voro
