@@ -32,8 +32,8 @@ void Captions::setWindow(const std::string &window)
     if (m_pipeline) {
         gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
         m_pipeline.reset();
-        m_overlay = nullptr;
     }
+    m_overlay = nullptr;
     GstElement *sink = windowSink(window);
     if (!sink) {
         return;
@@ -53,6 +53,12 @@ void Captions::setWindow(const std::string &window)
     gst_bin_add_many(GST_BIN(m_pipeline.get()), ground, size, m_overlay, convert, scale, sink, nullptr);
     gst_element_link_many(ground, size, m_overlay, convert, scale, sink, nullptr);
     gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING);
+}
+
+void Captions::setOverlay(GstElement *overlay)
+{
+    setWindow({});
+    m_overlay = overlay;
 }
 
 void Captions::clear()

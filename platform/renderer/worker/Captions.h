@@ -6,7 +6,8 @@
 
 namespace voro::renderer {
 
-/** Shows captions in a window of their own. Its element takes a playbin's text, each when its time has come. */
+/** Shows captions, over the pictures or in a window of their own. Its element takes a playbin's text, each when its time
+    has come. */
 class Captions {
 public:
     Captions();
@@ -15,8 +16,10 @@ public:
     Captions &operator=(const Captions &) = delete;
 
     GstElement *element() const { return m_sink.get(); }
-    /** Draws into a window from now on; into none with an empty name. */
+    /** Draws into a window of its own from now on; into none with an empty name. */
     void setWindow(const std::string &window);
+    /** Draws with an overlay that somebody else owns. */
+    void setOverlay(GstElement *overlay);
     void clear();
 
 private:
@@ -36,7 +39,7 @@ private:
 
     Owned<GstElement> m_sink;
     Owned<GstElement> m_pipeline;
-    /** Part of the pipeline, owned by it. */
+    /** Owned by the pipeline, or by somebody else. */
     GstElement *m_overlay = nullptr;
     Source m_timer;
     std::string m_window;

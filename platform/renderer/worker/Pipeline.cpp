@@ -32,7 +32,8 @@ Pipeline::Pipeline(Events events)
     : m_events(std::move(events)),
       m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
 {
-    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "video-sink", m_video.element(), nullptr);
+    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "video-sink", m_video.element(), "text-sink",
+                 m_captions.element(), nullptr);
     g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     g_signal_connect(m_playbin.get(), "about-to-finish", G_CALLBACK(onAboutToFinish), this);
     const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
@@ -44,11 +45,11 @@ Pipeline::~Pipeline()
     unload();
 }
 
-void Pipeline::load(const std::string &uri, const std::string &captions, const Outputs &outputs)
+void Pipeline::load(const std::string &uri, const CaptionChoice &captions, const Outputs &outputs)
 {
     unload();
     m_uri = uri;
-    m_captionsUri = captions;
+    m_choice = captions;
     m_outputs = outputs;
     open(false);
 }
@@ -60,13 +61,16 @@ void Pipeline::open(bool needsPicture)
     m_succession.setUnknown();
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
-    m_video.resetSink(m_outputs.window);
+    m_video.resetSink(m_outputs.window, m_outputs.areCaptionsOverVideo());
     m_video.awaitDecoded();
-    const bool hasOwnCaptions = m_outputs.hasCaptions && !m_outputs.areCaptionsOverVideo();
-    m_captions.setWindow(hasOwnCaptions ? m_outputs.captionWindow : std::string());
-    g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi",
-                 m_captionsUri.empty() ? nullptr : m_captionsUri.c_str(), "text-sink",
-                 hasOwnCaptions ? m_captions.element() : nullptr, "flags", flags(needsPicture), nullptr);
+    if (m_outputs.areCaptionsOverVideo()) {
+        m_captions.setOverlay(m_video.overlay());
+    } else {
+        m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : std::string());
+    }
+    const std::string captions = m_choice.url.empty() ? std::string() : m_captionFile.open(m_choice.url);
+    g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
+                 "flags", flags(needsPicture), nullptr);
     gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
 }
 
@@ -76,7 +80,7 @@ unsigned Pipeline::flags(bool needsPicture) const
     if (m_outputs.hasVideo || needsPicture) {
         flags |= PlayVideo;
     }
-    if (m_outputs.hasCaptions && m_areCaptionsShown) {
+    if (m_outputs.hasCaptions && m_choice.areShown) {
         flags |= PlayText;
     }
     if (!gst_uri_has_protocol(m_uri.c_str(), "file")) {
@@ -85,18 +89,23 @@ unsigned Pipeline::flags(bool needsPicture) const
     return flags;
 }
 
-void Pipeline::selectCaptions(int index, bool areShown)
+void Pipeline::selectCaptions(const CaptionChoice &captions)
 {
-    m_captionsIndex = index;
-    m_areCaptionsShown = areShown;
+    m_choice = captions;
     g_object_set(m_playbin.get(), "flags", flags(m_needsPicture), nullptr);
-    gint texts = 0;
-    g_object_get(m_playbin.get(), "n-text", &texts, nullptr);
-    if (index < texts) {
-        g_object_set(m_playbin.get(), "current-text", index, nullptr);
-    }
-    if (!areShown) {
+    selectStream();
+    if (!captions.areShown) {
         m_captions.clear();
+    }
+}
+
+void Pipeline::selectStream()
+{
+    gint texts = 0;
+    gint current = 0;
+    g_object_get(m_playbin.get(), "n-text", &texts, "current-text", &current, nullptr);
+    if (m_choice.index < texts && m_choice.index != current) {
+        g_object_set(m_playbin.get(), "current-text", m_choice.index, nullptr);
     }
 }
 
@@ -226,8 +235,6 @@ void Pipeline::checkStreams()
         // Nobody sees the pictures, but without them no time would pass.
         unload();
         open(true);
-    } else {
-        selectCaptions(m_captionsIndex, m_areCaptionsShown);
     }
 }
 
@@ -267,6 +274,7 @@ void Pipeline::handle(GstMessage *message)
     switch (GST_MESSAGE_TYPE(message)) {
     case GST_MESSAGE_ELEMENT:
         if (gst_message_has_name(message, AudioBin::DecodedMessage)) {
+            selectStream();
             m_events.decoded();
         } else if (gst_message_has_name(message, StreamsKnown)) {
             checkStreams();

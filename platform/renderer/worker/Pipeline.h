@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AudioBin.h"
+#include "CaptionFile.h"
 #include "Captions.h"
 #include "Failure.h"
 #include "Gst.h"
@@ -30,6 +31,14 @@ struct Outputs {
     bool areCaptionsOverVideo() const { return hasVideo && hasCaptions && window == captionWindow; }
 };
 
+/** Which captions a track is shown with. */
+struct CaptionChoice {
+    /** Captions from elsewhere, as an input URL; empty without. */
+    std::string url;
+    int index = 0;
+    bool areShown = true;
+};
+
 /** One playbin with its sinks; it is used for medium after medium. Times are milliseconds, rates thousandths. */
 class Pipeline {
 public:
@@ -57,9 +66,8 @@ public:
     AudioBin &audio() { return m_audio; }
     VideoBin &video() { return m_video; }
 
-    /** Opens a medium without playing it, with captions from elsewhere when their URI is not empty; decoded, failed or
-        unrecognized follows. */
-    void load(const std::string &uri, const std::string &captions, const Outputs &outputs);
+    /** Opens a medium without playing it; decoded, failed or unrecognized follows. */
+    void load(const std::string &uri, const CaptionChoice &captions, const Outputs &outputs);
     /** Plays on, or begins to. */
     void run();
     /** Holds where it is. */
@@ -68,8 +76,8 @@ public:
     void unload();
     bool hasBegun() const { return m_hasBegun; }
 
-    /** Which of the medium's captions are shown, if any. */
-    void selectCaptions(int index, bool areShown);
+    /** Which of the medium's captions are shown, if any. Others from elsewhere have to be loaded with the medium. */
+    void selectCaptions(const CaptionChoice &captions);
 
     /** What comes without a gap after this medium. The medium does not end before it is known. */
     Succession &succession() { return m_succession; }
@@ -106,6 +114,7 @@ private:
     bool seekNow(const Target &target);
     void finishSeek();
     void checkStreams();
+    void selectStream();
 
     Events m_events;
     AudioBin m_audio;
@@ -115,10 +124,9 @@ private:
     Owned<GstElement> m_playbin;
     Source m_watch;
     std::string m_uri;
-    std::string m_captionsUri;
+    CaptionFile m_captionFile;
+    CaptionChoice m_choice;
     Outputs m_outputs;
-    int m_captionsIndex = 0;
-    bool m_areCaptionsShown = true;
     int m_rate = 1000;
     bool m_isHeld = true;
     bool m_hasBegun = false;

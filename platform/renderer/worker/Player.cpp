@@ -93,9 +93,7 @@ void Player::load()
     m_probe.cancel();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
-    const CaptionChoice choice = captions(track);
-    m_pipeline.load(uri(track), choice.url.empty() ? std::string() : Medium(choice.url).uri(), m_settings.outputs);
-    m_pipeline.selectCaptions(choice.index, choice.areShown);
+    m_pipeline.load(uri(track), captions(track), m_settings.outputs);
     prepareFollowing();
 }
 
@@ -317,8 +315,7 @@ void Player::apply(const Settings &settings)
     if (isOtherPlace) {
         reload();
     } else if (isOpen()) {
-        const CaptionChoice choice = captions(m_queue.current());
-        m_pipeline.selectCaptions(choice.index, choice.areShown);
+        m_pipeline.selectCaptions(captions(m_queue.current()));
         const bool isOutdated =
             m_pipeline.succession().isTaken() && m_following && m_queue.following() != m_following->track;
         isOutdated ? reload() : prepareFollowing();

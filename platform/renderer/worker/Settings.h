@@ -7,14 +7,6 @@
 
 namespace voro::renderer {
 
-/** Which captions a track is shown with. */
-struct CaptionChoice {
-    /** Captions from elsewhere, as an input URL; empty without. */
-    std::string url;
-    int index = 0;
-    bool areShown = true;
-};
-
 /** What the application set. */
 struct Settings {
     int speed = 1000;

@@ -23,11 +23,11 @@ GstElement *visibleSink(const std::string &window)
 VideoBin::VideoBin()
     : m_bin(GST_ELEMENT(gst_object_ref_sink(gst_bin_new("voro-video")))),
       m_crop(makeElement("videocrop")),
+      m_convert(makeElement("videoconvert")),
       m_last(makeElement("videoscale"))
 {
-    GstElement *convert = makeElement("videoconvert");
-    gst_bin_add_many(GST_BIN(m_bin.get()), m_crop, convert, m_last, nullptr);
-    gst_element_link_many(m_crop, convert, m_last, nullptr);
+    gst_bin_add_many(GST_BIN(m_bin.get()), m_crop, m_convert, m_last, nullptr);
+    gst_element_link(m_crop, m_convert);
     const Owned<GstPad> target(gst_element_get_static_pad(m_crop, "sink"));
     m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
     gst_element_add_pad(m_bin.get(), m_input.get());
@@ -36,11 +36,22 @@ VideoBin::VideoBin()
                       onInput, this, nullptr);
 }
 
-void VideoBin::resetSink(const std::string &window)
+void VideoBin::resetSink(const std::string &window, bool hasCaptions)
 {
-    if (m_sink) {
-        gst_element_set_state(m_sink, GST_STATE_NULL);
-        gst_bin_remove(GST_BIN(m_bin.get()), m_sink);
+    for (GstElement *old : {m_sink, m_overlay}) {
+        if (old) {
+            gst_element_set_state(old, GST_STATE_NULL);
+            gst_bin_remove(GST_BIN(m_bin.get()), old);
+        }
+    }
+    m_overlay = nullptr;
+    gst_element_unlink(m_convert, m_last);
+    if (hasCaptions) {
+        m_overlay = makeElement("textoverlay");
+        gst_bin_add(GST_BIN(m_bin.get()), m_overlay);
+        gst_element_link_many(m_convert, m_overlay, m_last, nullptr);
+    } else {
+        gst_element_link(m_convert, m_last);
     }
     m_sink = visibleSink(window);
     gst_bin_add(GST_BIN(m_bin.get()), m_sink);

@@ -28,7 +28,9 @@ public:
 
     GstElement *element() const { return m_bin.get(); }
     /** Gives the bin, which must not be in use, a fresh sink that draws into a window; nothing is seen without one. */
-    void resetSink(const std::string &window);
+    void resetSink(const std::string &window, bool hasCaptions);
+    /** What draws captions over the pictures, null when nothing does. */
+    GstElement *overlay() const { return m_overlay; }
     void setSource(const Rectangle &part);
     bool isSink(GstObject *object) const;
 
@@ -44,7 +46,9 @@ private:
     Owned<GstElement> m_bin;
     // Parts of the bin, owned by it.
     GstElement *m_crop;
+    GstElement *m_convert;
     GstElement *m_last;
+    GstElement *m_overlay = nullptr;
     GstElement *m_sink = nullptr;
     Owned<GstPad> m_input;
     /** Read by streaming threads. */

@@ -1,0 +1,201 @@
+#include "Application.h"
+#include "RealMedia.h"
+
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <Daemon.h>
+#include <XServer.h>
+
+namespace {
+
+constexpr int Width = 320;
+constexpr int Height = 240;
+
+bool isRed(quint32 rgb)
+{
+    return (rgb >> 16 & 255) > 200 && (rgb >> 8 & 255) < 60 && (rgb & 255) < 60;
+}
+
+bool isBlue(quint32 rgb)
+{
+    return (rgb >> 16 & 255) < 60 && (rgb >> 8 & 255) < 60 && (rgb & 255) > 200;
+}
+
+bool isWhite(quint32 rgb)
+{
+    return (rgb >> 16 & 255) > 150 && (rgb >> 8 & 255) > 150 && (rgb & 255) > 150;
+}
+
+QByteArray screen(quint32 window)
+{
+    return "screen:?winid=" + QByteArray::number(window)
+           + "&wingrp=&mmf.VideoWriterDisplayIndex=0&nodstviewport=1&initflags=invisible";
+}
+
+} // namespace
+
+/** Pictures and captions in windows: the daemon, its workers and an X server. */
+class tst_Video : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void picture_isDrawn_andCut();
+    void windowGone_isNoError();
+    void withoutWindow_playsWhatItCan_data();
+    void withoutWindow_playsWhatItCan();
+    void captions_areShown_data();
+    void captions_areShown();
+    void dimensions_areTold();
+
+private:
+    QByteArray file(const char *name) const { return m_folder.filePath(QString::fromUtf8(name)).toUtf8(); }
+    void write(const char *name, const QByteArray &content) const
+    {
+        QFile target(QString::fromUtf8(file(name)));
+        if (!target.open(QFile::WriteOnly) || target.write(content) != content.size()) {
+            qFatal("cannot write %s", name);
+        }
+    }
+    int count(quint32 window, bool (*isMeant)(quint32)) { return m_screen.count(window, 0, 0, Width, Height, isMeant); }
+
+    QTemporaryDir m_folder;
+    XServer m_screen;
+    Daemon m_daemon;
+};
+
+// Left red, right blue; the captions are white.
+void tst_Video::initTestCase()
+{
+    write("c.srt", "1\n00:00:00,200 --> 00:00:20,000\nWIDE WHITE WORDS\n");
+    write("c.vtt", "WEBVTT\n\n00:00:00.200 --> 00:00:20.000\nWIDE WHITE WORDS\n");
+    write("c.ass",
+          "[Script Info]\nScriptType: v4.00+\n\n[V4+ Styles]\nFormat: Name, Fontname, Fontsize, PrimaryColour\n"
+          "Style: Default,Sans,24,&H00FFFFFF\n\n[Events]\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, "
+          "MarginV, Effect, Text\nDialogue: 0,0:00:00.20,0:00:20.00,Default,,0,0,0,,{\\b1}WIDE WHITE, "
+          "WORDS{\\b0}\\Nmore\n");
+    const QString graph = QStringLiteral("color=c=red:s=160x240:r=25:d=20[l];color=c=blue:s=160x240:r=25:d=20[r];"
+                                         "[l][r]hstack[out0];sine=frequency=440:duration=20[out1]");
+    const QStringList vp8 = {"-map", "0", "-c:v", "libvpx", "-b:v", "300k", "-deadline", "realtime"};
+    media::encode(QString::fromUtf8(file("v.webm")), graph, vp8 + QStringList{"-c:a", "libvorbis"});
+    media::encode(QString::fromUtf8(file("captions.mkv")), graph,
+                  QStringList{"-i", QString::fromUtf8(file("c.srt")), "-i", QString::fromUtf8(file("c.ass")), "-map",
+                              "1", "-map", "2"}
+                      + vp8 + QStringList{"-c:a", "libvorbis", "-c:s:0", "srt", "-c:s:1", "ass"});
+    media::encode(QString::fromUtf8(file("mute.webm")), QStringLiteral("color=c=red:s=160x240:r=25:d=1"),
+                  {"-c:v", "libvpx"});
+    media::encode(QString::fromUtf8(file("wide.mp4")), QStringLiteral("color=c=red:s=160x240:r=25:d=1,setsar=2/1"), {});
+}
+
+void tst_Video::picture_isDrawn_andCut()
+{
+    const quint32 window = m_screen.makeWindow(0, 0, Width, Height);
+    const Application application;
+    const int video = mmr_output_attach(application.context(), screen(window).constData(), "video");
+    QVERIFY(video >= 0);
+    QCOMPARE(application.attach(file("v.webm")), 0);
+    QCOMPARE(mmr_play(application.context()), 0);
+    QTRY_VERIFY(m_screen.count(window, 10, 10, 140, 220, isRed) == 140 * 220);
+    QVERIFY(m_screen.count(window, 170, 10, 140, 220, isBlue) == 140 * 220);
+
+    QCOMPARE(application.setOutput(video, "video_src_x", "160"), 0);
+    QCOMPARE(application.setOutput(video, "video_src_w", "160"), 0);
+    QCOMPARE(application.setOutput(video, "video_src_h", "120"), 0);
+    QTRY_VERIFY(m_screen.count(window, 10, 10, 300, 220, isBlue) == 300 * 220);
+    m_screen.destroyWindow(window);
+}
+
+void tst_Video::windowGone_isNoError()
+{
+    const quint32 window = m_screen.makeWindow(0, 0, Width, Height);
+    const Application application;
+    QCOMPARE(application.setContext("updateinterval", "20"), 0);
+    QVERIFY(mmr_output_attach(application.context(), screen(window).constData(), "video") >= 0);
+    QCOMPARE(application.attach(file("v.webm")), 0);
+    QCOMPARE(mmr_play(application.context()), 0);
+    QTRY_VERIFY(count(window, isRed) > 1000);
+    const auto status = application.watch("status?wait");
+    m_screen.destroyWindow(window);
+    const auto before = application.content("status").number("position");
+    while (readMessage(*status).number("position") < before + 500) {
+    }
+    QVERIFY(!application.content("state").has("error"));
+}
+
+void tst_Video::withoutWindow_playsWhatItCan_data()
+{
+    QTest::addColumn<QByteArray>("url");
+    QTest::newRow("no output") << QByteArray();
+    QTest::newRow("no window") << QByteArray("screen:?winid=&wingrp=");
+    QTest::newRow("no such window") << QByteArray("screen:?winid=4242424242&wingrp=");
+}
+
+void tst_Video::withoutWindow_playsWhatItCan()
+{
+    QFETCH(const QByteArray, url);
+    const Application application;
+    QVERIFY(url.isEmpty() || mmr_output_attach(application.context(), url.constData(), "video") >= 0);
+    QCOMPARE(application.attach(file("mute.webm")), 0);
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QCOMPARE(application.content("status").number("position"), 1000);
+}
+
+void tst_Video::captions_areShown_data()
+{
+    QTest::addColumn<QByteArray>("medium");
+    QTest::addColumn<QByteArray>("captions");
+    QTest::addColumn<QByteArray>("index");
+    QTest::addColumn<bool>("hasOwnWindow");
+    for (const bool hasOwnWindow : {false, true}) {
+        const auto row = [&](const char *name, const char *medium, const char *captions, const char *index) {
+            QTest::addRow("%s%s", name, hasOwnWindow ? ", own window" : "")
+                << QByteArray(medium) << QByteArray(captions) << QByteArray(index) << hasOwnWindow;
+        };
+        row("srt", "v.webm", "c.srt", "0");
+        row("vtt", "v.webm", "c.vtt", "0");
+        row("ass", "v.webm", "c.ass", "0");
+        row("embedded srt", "captions.mkv", "", "0");
+        row("embedded ass", "captions.mkv", "", "1");
+    }
+}
+
+void tst_Video::captions_areShown()
+{
+    QFETCH(const QByteArray, medium);
+    QFETCH(const QByteArray, captions);
+    QFETCH(const QByteArray, index);
+    QFETCH(const bool, hasOwnWindow);
+    const quint32 window = m_screen.makeWindow(0, 0, Width, Height);
+    const quint32 other = hasOwnWindow ? m_screen.makeWindow(400, 0, Width, Height) : window;
+    const Application application;
+    QVERIFY(mmr_output_attach(application.context(), screen(window).constData(), "video") >= 0);
+    QVERIFY(mmr_output_attach(application.context(), screen(other).constData(), "subpicture") >= 0);
+    QCOMPARE(application.attach(file(medium.constData())), 0);
+    const auto set = [&](const char *name, const QByteArray &value) {
+        return mmr_track_parameters(application.context(), 1, strm_dict_set(strm_dict_new(), name, value.constData()));
+    };
+    QCOMPARE(captions.isEmpty() ? set("subpicture_index", index) : set("subpicture_url", file(captions.constData())),
+             0);
+    QCOMPARE(mmr_play(application.context()), 0);
+    QTRY_VERIFY(count(other, isWhite) > 60);
+    QVERIFY(count(window, isRed) > 1000);
+    QCOMPARE(set("subpicture_disable", "1"), 0);
+    QTRY_VERIFY(count(other, isWhite) == 0);
+    m_screen.destroyWindow(window);
+}
+
+void tst_Video::dimensions_areTold()
+{
+    const Application application;
+    QCOMPARE(application.attach(file("wide.mp4")), 0);
+    const auto track = application.content("q1");
+    QCOMPARE(track.number("md_video_width"), 160);
+    QCOMPARE(track.number("md_video_height"), 240);
+    QCOMPARE(track.number("md_video_pixel_width"), 2);
+    QCOMPARE(track.number("md_video_pixel_height"), 1);
+}
+
+QTEST_GUILESS_MAIN(tst_Video)
+#include "tst_video.moc"
