@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "Confinement.h"
 #include "Setup.h"
 
 #include <cstdio>
@@ -16,6 +17,7 @@ int main(int argc, char **argv)
     }
     restrictProcess();
     startGStreamer();
+    forbidWriting();
     warmUp();
     Commands commands;
     if (!commands.start()) {

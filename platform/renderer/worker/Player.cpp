@@ -91,6 +91,8 @@ void Player::load()
     m_facts = m_following && m_following->track == track ? std::move(m_following->facts) : Facts();
     m_following.reset();
     m_probe.cancel();
+    m_measure.cancel();
+    m_measured = 0;
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
     m_pipeline.load(uri(track), captions(track), m_settings.outputs);
@@ -131,6 +133,7 @@ void Player::finishOpen(const Result &result)
         refreshFacts();
         reportCurrent();
         prepareFollowing();
+        measure();
     } else {
         end(Phase::Closed);
     }
@@ -154,6 +157,7 @@ void Player::end(Phase phase)
     m_statusTimer.reset();
     m_openTimer.reset();
     m_probe.cancel();
+    m_measure.cancel();
     m_following.reset();
     m_pipeline.unload();
 }
@@ -384,6 +388,7 @@ void Player::onAdvanced()
     }
     reportCurrent();
     prepareFollowing();
+    measure();
 }
 
 // What the pipeline tells
@@ -397,6 +402,7 @@ void Player::onDecoded()
         refreshFacts();
         m_phase = Phase::Running;
         reportCurrent();
+        measure();
         if (const Result result = begin(); !result) {
             onFailed(result);
         }
@@ -531,12 +537,26 @@ int64_t Player::position() const
 
 void Player::refreshFacts()
 {
-    if (const int64_t duration = m_pipeline.duration(); duration > 0) {
+    if (m_measured > 0) {
+        m_facts.duration = m_measured;
+    } else if (const int64_t duration = m_pipeline.duration(); duration > 0) {
         m_facts.duration = duration;
     }
     m_facts.isSeekable = m_pipeline.isSeekable();
     m_facts.sampleRate = m_pipeline.audio().sampleRate();
     m_facts.dimensions = m_pipeline.dimensions();
+}
+
+void Player::measure()
+{
+    m_measured = 0;
+    const Medium medium(m_queue.entry(m_queue.current()).url);
+    if (medium.isLocal()) {
+        m_measure.start(medium.path(), [this](int64_t duration) {
+            m_measured = duration;
+            onChanged();
+        });
+    }
 }
 
 void Player::reportCurrent()

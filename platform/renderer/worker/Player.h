@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Facts.h"
+#include "Measure.h"
 #include "Pipeline.h"
 #include "Playlist.h"
 #include "Probe.h"
@@ -85,6 +86,8 @@ private:
     std::string uri(unsigned track) const;
     int64_t position() const;
     void refreshFacts();
+    /** Corrects the duration of what only an estimate is known of. */
+    void measure();
     void reportCurrent();
     void reportNeighbours();
     void reportStatus();
@@ -94,11 +97,14 @@ private:
     Pipeline m_pipeline;
     Playlist m_playlist;
     Probe m_probe;
+    Measure m_measure;
     Queue m_queue;
     Settings m_settings;
     Phase m_phase = Phase::Closed;
     Answer m_answer;
     Facts m_facts;
+    /** The duration that was measured, 0 while it was not. */
+    int64_t m_measured = 0;
     std::optional<Following> m_following;
     bool m_isForward = true;
     /** Where the next play begins, or where it stands while nothing plays. */

@@ -2,13 +2,6 @@
 
 #include "Gst.h"
 
-#include <sys/prctl.h>
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <cstdio>
-
 namespace voro::renderer {
 
 namespace {
@@ -71,14 +64,6 @@ void rankLast(const char *plugin)
 }
 
 } // namespace
-
-void restrictProcess()
-{
-    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const rlimit none{0, 0};
-    setrlimit(RLIMIT_CORE, &none);
-}
 
 void startGStreamer()
 {

@@ -2,9 +2,6 @@
 
 namespace voro::renderer {
 
-/** Gives up what a worker does not need: new privileges, core dumps, a life without its daemon. */
-void restrictProcess();
-
 /** Starts GStreamer with the registry of our own. */
 void startGStreamer();
 

@@ -102,6 +102,7 @@ void tst_Renderer::initTestCase()
     encode("a.flac");
     encode("constant.mp3", {"-b:a", "128k"});
     encode("variable.mp3", {"-q:a", "4"});
+    encode("uncounted.mp3", {"-q:a", "4", "-write_xing", "0"});
     encode("a.m4a");
     encode("a.mka", {"-c:a", "flac"});
     encode("a.webm", {"-c:a", "libopus", "-ar", "48000"});
@@ -128,7 +129,7 @@ void tst_Renderer::duration_isRight_data()
 {
     QTest::addColumn<QByteArray>("name");
     for (const char *name :
-         {"a.wav", "a.ogg", "a.opus", "a.flac", "constant.mp3", "variable.mp3", "a.m4a", "a.mka", "a.webm"}) {
+         {"a.wav", "a.ogg", "a.opus", "a.flac", "constant.mp3", "variable.mp3", "uncounted.mp3", "a.m4a", "a.mka", "a.webm"}) {
         QTest::newRow(name) << QByteArray(name);
     }
 }
@@ -138,9 +139,9 @@ void tst_Renderer::duration_isRight()
     QFETCH(QByteArray, name);
     const Application application;
     QCOMPARE(application.attach(file(name.constData())), 0);
+    // Where only counting tells, it comes a little later.
+    QTRY_VERIFY(std::abs(application.content("q1").number("md_title_duration") - 20'000) <= 200);
     const auto track = application.content("q1");
-    const auto duration = track.number("md_title_duration");
-    QVERIFY2(std::abs(duration - 20'000) <= 200, QByteArray::number(qint64(duration)).constData());
     QCOMPARE(track.text("md_title_seekable"), std::string("true"));
     QCOMPARE(track.number("md_video_width", -1), 0);
     QCOMPARE(track.number("md_video_height", -1), 0);

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace voro::renderer {
+
+/** Measures how long a file is when its format does not say, in a thread of its own. */
+class Measure {
+public:
+    using Done = std::function<void(int64_t duration)>;
+
+    Measure() = default;
+    ~Measure() { cancel(); }
+    Measure(const Measure &) = delete;
+    Measure &operator=(const Measure &) = delete;
+
+    /** Calls `done` from the main loop with the milliseconds, not at all when there is nothing to measure. */
+    void start(const std::string &path, Done done);
+    void cancel() { m_done.reset(); }
+
+private:
+    std::shared_ptr<Done> m_done;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,125 @@
+#include "Mp3Length.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+
+namespace voro::renderer {
+
+namespace {
+
+struct Frame {
+    long size;
+    int rate;
+    int samples;
+};
+
+/** In kbit/s, for version 1 and for the versions with lower rates. */
+constexpr std::array<std::array<int, 15>, 2> BitRates{{
+    {0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320},
+    {0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160},
+}};
+
+/** What follows the header of the first frame when the encoder counted for us. */
+constexpr std::array<std::string_view, 3> Counts{"Xing", "Info", "VBRI"};
+/** How far into the first frame such a count may be. */
+constexpr size_t CountRange = 200;
+
+using Header = std::array<unsigned char, 10>;
+
+std::optional<Frame> frameOf(const Header &header)
+{
+    if (header[0] != 0xff || (header[1] & 0xe0) != 0xe0) {
+        return std::nullopt;
+    }
+    const unsigned version = header[1] >> 3 & 3;
+    const unsigned layer = header[1] >> 1 & 3;
+    const unsigned bitRate = header[2] >> 4;
+    const unsigned rate = header[2] >> 2 & 3;
+    const unsigned padding = header[2] >> 1 & 1;
+    constexpr unsigned Reserved = 1;
+    constexpr unsigned LayerThree = 1;
+    constexpr unsigned VersionOne = 3;
+    if (version == Reserved || layer != LayerThree || bitRate == 0 || bitRate == 15 || rate == 3) {
+        return std::nullopt;
+    }
+    const bool isFull = version == VersionOne;
+    constexpr std::array<int, 3> Rates{44100, 48000, 32000};
+    const int divisor = isFull ? 1 : version == 2 ? 2 : 4;
+    const int frequency = Rates[rate] / divisor;
+    const int samples = isFull ? 1152 : 576;
+    const int kilobits = BitRates[isFull ? 0 : 1][bitRate];
+    return Frame{samples / 8L * kilobits * 1000 / frequency + static_cast<long>(padding), frequency, samples};
+}
+
+struct CloseFile {
+    void operator()(std::FILE *file) const { std::fclose(file); }
+};
+
+/** A file that is read here and there. */
+class Reader {
+public:
+    explicit Reader(const std::string &path) : m_file(std::fopen(path.c_str(), "rbe")) {}
+
+    /** What stands at a place; zeros behind the end. */
+    Header headerAt(long place)
+    {
+        Header header{};
+        if (m_file && std::fseek(m_file.get(), place, SEEK_SET) == 0) {
+            const size_t size = std::fread(header.data(), 1, header.size(), m_file.get());
+            std::fill(header.begin() + static_cast<std::ptrdiff_t>(size), header.end(), 0);
+        }
+        return header;
+    }
+    std::string textAt(long place, size_t size)
+    {
+        std::string text(size, '\0');
+        if (!m_file || std::fseek(m_file.get(), place, SEEK_SET) != 0) {
+            return {};
+        }
+        text.resize(std::fread(text.data(), 1, size, m_file.get()));
+        return text;
+    }
+
+private:
+    std::unique_ptr<std::FILE, CloseFile> m_file;
+};
+
+/** Behind the tags that may stand before the first frame. */
+long audioStart(Reader &file)
+{
+    long start = 0;
+    for (Header tag = file.headerAt(0); tag[0] == 'I' && tag[1] == 'D' && tag[2] == '3'; tag = file.headerAt(start)) {
+        const long size = (tag[6] & 127) << 21 | (tag[7] & 127) << 14 | (tag[8] & 127) << 7 | (tag[9] & 127);
+        start += static_cast<long>(tag.size()) + size;
+    }
+    return start;
+}
+
+} // namespace
+
+std::optional<int64_t> mp3Length(const std::string &path)
+{
+    Reader file(path);
+    long place = audioStart(file);
+    const auto first = frameOf(file.headerAt(place));
+    if (!first || !frameOf(file.headerAt(place + first->size))) {
+        return std::nullopt;
+    }
+    const std::string head = file.textAt(place, CountRange);
+    for (const std::string_view count : Counts) {
+        if (head.find(count) != std::string::npos) {
+            return std::nullopt;
+        }
+    }
+    double seconds = 0;
+    while (const auto frame = frameOf(file.headerAt(place))) {
+        seconds += static_cast<double>(frame->samples) / frame->rate;
+        place += frame->size;
+    }
+    return static_cast<int64_t>(seconds * 1000);
+}
+
+} // namespace voro::renderer
