@@ -42,11 +42,37 @@ PulseServer::PulseServer()
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.start(QStringLiteral("pulseaudio"),
                     {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
-                     QStringLiteral("module-null-sink sink_name=null"), "-L",
+                     QStringLiteral("module-null-sink sink_name=null"), "-L", "module-rescue-streams", "-L",
                      QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1").arg(socket)});
     if (!m_process.waitForStarted() || !waitForFile(m_folder.path(), socket))
         qFatal("No sound server: %s", m_process.readAll().constData());
     qputenv("PULSE_SERVER", "unix:" + socket.toLocal8Bit());
+}
+
+namespace {
+
+QByteArray control(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral("pactl"), arguments);
+    if (!process.waitForFinished(20'000) || process.exitCode() != 0)
+        qFatal("pactl: %s", process.readAllStandardError().constData());
+    return process.readAllStandardOutput().trimmed();
+}
+
+} // namespace
+
+QByteArray PulseServer::addSink(const char *name)
+{
+    const QByteArray module =
+        control({"load-module", "module-null-sink", QStringLiteral("sink_name=%1").arg(QLatin1String(name))});
+    control({"set-default-sink", QString::fromLatin1(name)});
+    return module;
+}
+
+void PulseServer::removeSink(const QByteArray &sink)
+{
+    control({"unload-module", QString::fromLatin1(sink)});
 }
 
 PulseServer::~PulseServer()

@@ -11,6 +11,11 @@ public:
     PulseServer();
     ~PulseServer();
 
+    /** Adds a sink, which becomes the default one; what is to be given to removeSink(). */
+    QByteArray addSink(const char *name);
+    /** Takes a sink away; what played to it is moved to another one. */
+    void removeSink(const QByteArray &sink);
+
     /** Kills the server. */
     void kill();
 

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void preparedLongAgo_soundsAtOnce();
     void pause_silences_andPlayGoesOn();
     void volume_changesLevel();
+    void deviceGone_holds_data();
+    void deviceGone_holds();
 
 private:
     PulseServer m_server;
@@ -104,6 +106,35 @@ void tst_Sound::volume_changesLevel()
     QVERIFY(isLouderThan(8'000));
     QCOMPARE(player.setVolume(0.1), MediaError::None);
     QTRY_VERIFY(!isLouderThan(4'000) && isLouderThan(300));
+}
+
+void tst_Sound::deviceGone_holds_data()
+{
+    QTest::addColumn<bool>("isAutoPause");
+    QTest::newRow("auto-pause") << true;
+    QTest::newRow("no auto-pause") << false;
+}
+
+void tst_Sound::deviceGone_holds()
+{
+    QFETCH(bool, isAutoPause);
+    const QString path = media::makeTone(m_folder.filePath("gone.wav"), {.frequency = 600, .seconds = 20});
+    const QByteArray headphones = m_server.addSink("headphones");
+    MediaPlayer player;
+    QCOMPARE(player.setStatusInterval(20), MediaError::None);
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+    QCOMPARE(player.setAutoPause(isAutoPause), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    QTRY_VERIFY(player.position() > 300);
+    m_server.removeSink(headphones);
+    MonitorRecorder recorder;
+    if (isAutoPause) {
+        QTRY_COMPARE(player.mediaState(), MediaState::Paused);
+        QCOMPARE(player.play(), MediaError::None);
+    }
+    // It goes on at the device that is left.
+    QVERIFY(recorder.waitForTone(600, 300));
+    QCOMPARE(player.mediaState(), MediaState::Started);
 }
 
 QTEST_GUILESS_MAIN(tst_Sound)

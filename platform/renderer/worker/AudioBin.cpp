@@ -132,6 +132,17 @@ void AudioBin::setPreset(std::string_view preset)
     renderer::setPreset(m_equalizer, preset);
 }
 
+std::string AudioBin::device() const
+{
+    const bool hasDevice = m_sink && g_object_class_find_property(G_OBJECT_GET_CLASS(m_sink), "current-device");
+    gchar *raw = nullptr;
+    if (hasDevice) {
+        g_object_get(m_sink, "current-device", &raw, nullptr);
+    }
+    const Owned<char> name(raw);
+    return name ? name.get() : "";
+}
+
 bool AudioBin::isSink(GstObject *object) const
 {
     return m_sink && (object == GST_OBJECT(m_sink) || gst_object_has_as_ancestor(object, GST_OBJECT(m_sink)));

@@ -3,6 +3,7 @@
 #include "Gst.h"
 
 #include <atomic>
+#include <string>
 #include <string_view>
 
 namespace voro::renderer {
@@ -36,6 +37,8 @@ public:
     void setVolume(long percent);
     void setPreset(std::string_view preset);
 
+    /** The sound server's device that is played to, empty while there is none. */
+    std::string device() const;
     /** Whether an object is the sink or a part of it. */
     bool isSink(GstObject *object) const;
     /** The rate of the decoded sound in Hz, 0 while not known. */

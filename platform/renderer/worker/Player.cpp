@@ -154,6 +154,7 @@ void Player::close()
 void Player::end(Phase phase)
 {
     m_phase = phase;
+    m_device.watch({});
     m_statusTimer.reset();
     m_openTimer.reset();
     m_probe.cancel();
@@ -221,7 +222,21 @@ void Player::proceed()
         m_pipeline.run();
     }
     restartStatusTimer();
+    watchDevice();
     reportStatus();
+}
+
+void Player::watchDevice()
+{
+    const bool isWanted = m_settings.pausesWithDevice && m_phase == Phase::Running && m_settings.speed != 0;
+    m_device.watch(isWanted ? m_pipeline.audio().device() : std::string());
+}
+
+void Player::onDeviceLost()
+{
+    m_settings.speed = 0;
+    proceed();
+    m_reports.speed(0);
 }
 
 /** Whoever goes backward stays at the beginning. */
@@ -316,6 +331,7 @@ void Player::apply(const Settings &settings)
     if (m_statusTimer.isActive()) {
         restartStatusTimer();
     }
+    watchDevice();
     if (isOtherPlace) {
         reload();
     } else if (isOpen()) {
@@ -451,6 +467,14 @@ void Player::onFailed(const Result &result)
     if (m_phase == Phase::Running) {
         m_position = position();
     }
+    if (m_phase == Phase::Running && m_settings.pausesWithDevice && result.code == ErrorCode::OutputUnavailable) {
+        // The device took the stream along; it goes on with another one when the application wants.
+        m_settings.speed = 0;
+        m_phase = Phase::Starting;
+        load();
+        m_reports.speed(0);
+        return;
+    }
     if (m_queue.total() < 2) {
         fail(result);
         return;
@@ -500,6 +524,7 @@ void Player::onChanged()
     if (isOpen() && !m_pipeline.succession().isTaken()) {
         refreshFacts();
         m_reports.track(m_queue.current(), uri(m_queue.current()), m_facts);
+        watchDevice();
     }
 }
 
@@ -598,7 +623,9 @@ void Player::restartStatusTimer()
 
 gboolean Player::onStatusDue(gpointer self)
 {
-    static_cast<Player *>(self)->reportStatus();
+    auto *player = static_cast<Player *>(self);
+    player->reportStatus();
+    player->watchDevice();
     return G_SOURCE_CONTINUE;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DeviceWatch.h"
 #include "Facts.h"
 #include "Measure.h"
 #include "Pipeline.h"
@@ -61,6 +62,7 @@ private:
     void onTagged(const GstTagList *tags);
     void onChanged();
     void onBuffering(int percent);
+    void onDeviceLost();
     void onProbed(unsigned track, const Result &result, Facts facts);
     static gboolean onStatusDue(gpointer self);
     static gboolean onOpenTimeout(gpointer self);
@@ -76,6 +78,8 @@ private:
     Result begin();
     void proceed();
     void holdAtBeginning();
+    /** Has the device watched while something is played to it and the application wants that. */
+    void watchDevice();
     void end(Phase phase);
     void finishOpen(const Result &result);
     /** Sees to it that the next track is known by the time that this one ends. */
@@ -98,6 +102,7 @@ private:
     Playlist m_playlist;
     Probe m_probe;
     Measure m_measure;
+    DeviceWatch m_device{[this] { onDeviceLost(); }};
     Queue m_queue;
     Settings m_settings;
     Phase m_phase = Phase::Closed;
