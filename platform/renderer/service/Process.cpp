@@ -59,12 +59,18 @@ void Process::kill()
     }
 }
 
+std::string Process::ending() const
+{
+    return WIFSIGNALED(m_status) ? "was ended by signal " + std::to_string(WTERMSIG(m_status))
+                                 : "ended with status " + std::to_string(WEXITSTATUS(m_status));
+}
+
 void Process::reap()
 {
     if (!isRunning()) {
         return;
     }
-    while (waitpid(m_id, nullptr, 0) < 0 && errno == EINTR) {
+    while (waitpid(m_id, &m_status, 0) < 0 && errno == EINTR) {
     }
     m_id = -1;
     m_ended->setEnabled(false);

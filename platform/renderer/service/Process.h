@@ -24,10 +24,13 @@ public:
     /** Calls back from the event loop when it ended; not when it never started. */
     void onEnd(std::function<void()> callback);
     void kill();
+    /** How it ended, in words. */
+    std::string ending() const;
 
 private:
     void reap();
 
+    int m_status = 0;
     pid_t m_id = -1;
     int m_descriptor = -1;
     std::unique_ptr<QSocketNotifier> m_ended;

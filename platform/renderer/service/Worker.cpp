@@ -40,7 +40,10 @@ Worker::Worker(pps::Broker &broker, std::function<void()> onDeath) : m_broker(br
         m_socket = m_broker.adopt(sockets[0]);
     }
     if (m_process && m_process->isRunning()) {
-        m_process->onEnd([this] { die(); });
+        m_process->onEnd([this] {
+            std::fprintf(stderr, "vorod: a worker %s\n", m_process->ending().c_str());
+            die();
+        });
     } else {
         QTimer::singleShot(0, &m_timer, [this] { die(); });
     }
