@@ -19,10 +19,10 @@ int currentThread()
 /** The shared empty text is static. */
 void noDelete(char *) {}
 
-bool isLocal(const QUrl &url)
+bool namesFile(const QUrl &url)
 {
     const QString scheme = url.scheme();
-    return scheme.isEmpty() || scheme.compare(QLatin1String("file"), Qt::CaseInsensitive) == 0
+    return scheme.compare(QLatin1String("file"), Qt::CaseInsensitive) == 0
            || scheme.compare(QLatin1String("asset"), Qt::CaseInsensitive) == 0;
 }
 
@@ -80,7 +80,9 @@ QSharedPointer<char> obfuscatePath(const char *path, int size)
 QDebug operator<<(QDebug debug, const LoggedUrl &logged)
 {
     const QString text = logged.m_url.toString();
-    if (!isLocal(logged.m_url))
+    const bool isHidden =
+        logged.m_url.scheme().isEmpty() ? logged.m_relative == LoggedUrl::HideRelative : namesFile(logged.m_url);
+    if (!isHidden)
         return debug << text;
     const QByteArray local = text.toLocal8Bit();
     return debug << obfuscatePath(local.constData(), static_cast<int>(local.size()) + 1).data();

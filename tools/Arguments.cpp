@@ -22,6 +22,12 @@ const Option &findOption(const CommandHelp &help, const QByteArray &name)
     return *found;
 }
 
+[[noreturn]] void refuse(const char *name, const QByteArray &text, const QString &expected)
+{
+    throw UsageError{
+        QStringLiteral("%1: '%2' is not %3").arg(QLatin1String(name), QString::fromLocal8Bit(text), expected)};
+}
+
 } // namespace
 
 Arguments::Arguments(const CommandHelp &help, const QByteArrayList &raw)
@@ -66,49 +72,52 @@ std::optional<QByteArray> Arguments::value(const char *option) const
 std::optional<double> Arguments::number(const char *option, double minimum, double maximum) const
 {
     const auto text = value(option);
-    if (!text)
-        return std::nullopt;
-    bool ok = false;
-    const double number = text->toDouble(&ok);
-    if (!ok || !std::isfinite(number) || number < minimum || number > maximum)
-        refuse(option, QStringLiteral("a number from %1 to %2").arg(minimum).arg(maximum));
-    return number;
+    return text ? std::optional(numberFrom(option, *text, minimum, maximum)) : std::nullopt;
 }
 
 std::optional<unsigned> Arguments::milliseconds(const char *option) const
 {
     const auto text = value(option);
-    if (!text)
-        return std::nullopt;
+    return text ? std::optional(millisecondsFrom(option, *text)) : std::nullopt;
+}
+
+double numberFrom(const char *name, const QByteArray &text, double minimum, double maximum)
+{
     bool ok = false;
-    const unsigned number = text->toUInt(&ok);
-    if (!ok)
-        refuse(option, QStringLiteral("a whole number of milliseconds"));
+    const double number = text.toDouble(&ok);
+    if (!ok || !std::isfinite(number) || number < minimum || number > maximum)
+        refuse(name, text, QStringLiteral("a number from %1 to %2").arg(minimum).arg(maximum));
     return number;
 }
 
-std::optional<int> Arguments::enumeratorOf(const char *option, const QMetaEnum &type,
-                                           const QByteArrayList &refused) const
+unsigned millisecondsFrom(const char *name, const QByteArray &text)
 {
-    const auto text = value(option);
-    if (!text)
-        return std::nullopt;
+    bool ok = false;
+    const unsigned number = text.toUInt(&ok);
+    if (!ok)
+        refuse(name, text, QStringLiteral("a whole number of milliseconds"));
+    return number;
+}
+
+int enumeratorFrom(const char *name, const QByteArray &text, const QMetaEnum &type, const QByteArrayList &refused)
+{
     QStringList names;
     for (int i = 0; i < type.keyCount(); ++i) {
         const QByteArray key = type.key(i);
         if (refused.contains(key))
             continue;
-        if (key.compare(*text, Qt::CaseInsensitive) == 0)
+        if (key.compare(text, Qt::CaseInsensitive) == 0)
             return type.value(i);
         names.append(QString::fromLatin1(key));
     }
-    refuse(option, QStringLiteral("one of ") + names.join(QStringLiteral(", ")));
+    refuse(name, text, QStringLiteral("one of ") + names.join(QStringLiteral(", ")));
 }
 
-void Arguments::refuse(const char *option, const QString &expected) const
+bool switchFrom(const char *name, const QByteArray &text)
 {
-    throw UsageError{QStringLiteral("%1: '%2' is not %3")
-                         .arg(QLatin1String(option), QString::fromLocal8Bit(m_values.value(option)), expected)};
+    if (text != "on" && text != "off")
+        refuse(name, text, QStringLiteral("on or off"));
+    return text == "on";
 }
 
 QByteArray helpText(const CommandHelp &help)

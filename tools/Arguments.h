@@ -35,6 +35,20 @@ struct CommandHelp {
     bool operandsMayBeginWithDash = false;
 };
 
+// Texts as what they have to be. When they are not that, UsageError says what they were to be and begins with the name.
+
+double numberFrom(const char *name, const QByteArray &text, double minimum, double maximum);
+unsigned millisecondsFrom(const char *name, const QByteArray &text);
+int enumeratorFrom(const char *name, const QByteArray &text, const QMetaEnum &type, const QByteArrayList &refused);
+/** An enumerator of `Class::Type` by its name, in any case; the names in `refused` do not count. */
+template<typename Class>
+typename Class::Type enumeratorFrom(const char *name, const QByteArray &text, const QByteArrayList &refused = {})
+{
+    return typename Class::Type(enumeratorFrom(name, text, QMetaEnum::fromType<typename Class::Type>(), refused));
+}
+/** True for "on", false for "off". */
+bool switchFrom(const char *name, const QByteArray &text);
+
 /** A command's arguments as the shell gave them, checked against its options. */
 class Arguments {
 public:
@@ -46,22 +60,18 @@ public:
     std::optional<QByteArray> value(const char *option) const;
     const QByteArrayList &operands() const { return m_operands; }
 
-    // Values as what they have to be; UsageError when they are not.
+    // Values of options, converted as by the functions above.
 
     std::optional<double> number(const char *option, double minimum, double maximum) const;
     std::optional<unsigned> milliseconds(const char *option) const;
-    /** An enumerator of `Class::Type` by its name, in any case; the names in `refused` do not count. */
     template<typename Class>
     std::optional<typename Class::Type> enumerator(const char *option, const QByteArrayList &refused = {}) const
     {
-        const auto number = enumeratorOf(option, QMetaEnum::fromType<typename Class::Type>(), refused);
-        return number ? std::optional(typename Class::Type(*number)) : std::nullopt;
+        const auto text = value(option);
+        return text ? std::optional(enumeratorFrom<Class>(option, *text, refused)) : std::nullopt;
     }
 
 private:
-    std::optional<int> enumeratorOf(const char *option, const QMetaEnum &type, const QByteArrayList &refused) const;
-    [[noreturn]] void refuse(const char *option, const QString &expected) const;
-
     QHash<QByteArray, QByteArray> m_values;
     QByteArrayList m_operands;
 };

@@ -15,6 +15,8 @@ struct Command {
 
 extern const Command PlayCommand;
 extern const Command PpsCommand;
+extern const Command PublishCommand;
 extern const Command RecordCommand;
+extern const Command RemoteCommand;
 
 } // namespace voro

@@ -81,15 +81,22 @@ int SignalPrinter::qt_metacall(QMetaObject::Call call, int id, void **arguments)
     return id - int(m_signals.size());
 }
 
+QByteArray SignalPrinter::line(qint64 milliseconds, const QByteArray &name,
+                               const std::vector<std::pair<QByteArray, QVariant>> &arguments)
+{
+    QByteArray line = "{\"t\":" + QByteArray::number(milliseconds) + ",\"signal\":\"" + name + '"';
+    for (const auto &[argument, value] : arguments)
+        line += ",\"" + argument + "\":" + jsonText(jsonValue(value));
+    return line + "}\n";
+}
+
 void SignalPrinter::print(const QMetaMethod &signal, void **arguments) const
 {
-    QByteArray line = "{\"t\":" + QByteArray::number(m_time.elapsed()) + ",\"signal\":\"" + signal.name() + '"';
+    std::vector<std::pair<QByteArray, QVariant>> values;
     const QByteArrayList names = signal.parameterNames();
-    for (int i = 0; i < signal.parameterCount(); ++i) {
-        const QVariant value(signal.parameterMetaType(i), arguments[i + 1]);
-        line += ",\"" + names.at(i) + "\":" + jsonText(jsonValue(value));
-    }
-    m_sink(line + "}\n");
+    for (int i = 0; i < signal.parameterCount(); ++i)
+        values.emplace_back(names.at(i), QVariant(signal.parameterMetaType(i), arguments[i + 1]));
+    m_sink(line(m_time.elapsed(), signal.name(), values));
 }
 
 } // namespace voro

@@ -3,8 +3,10 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QMetaMethod>
 #include <QtCore/QObject>
+#include <QtCore/QVariant>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace voro {
@@ -19,6 +21,10 @@ class SignalPrinter : public QObject {
 public:
     /** Prints the signals that the object's class declares, not the inherited ones, line by line to `sink`. */
     SignalPrinter(QObject *sender, std::function<void(const QByteArray &)> sink, QObject *parent = nullptr);
+
+    /** A line of the printer's form. */
+    static QByteArray line(qint64 milliseconds, const QByteArray &name,
+                           const std::vector<std::pair<QByteArray, QVariant>> &arguments);
 
     /** Receives every signal; the slots are numbers, not functions, and so need no list of the signals. */
     int qt_metacall(QMetaObject::Call call, int id, void **arguments) override;

@@ -16,7 +16,7 @@ namespace voro {
 
 namespace {
 
-const std::array Commands{&PlayCommand, &RecordCommand, &PpsCommand};
+const std::array Commands{&PlayCommand, &RecordCommand, &PublishCommand, &RemoteCommand, &PpsCommand};
 
 QByteArray generalHelp()
 {

@@ -46,11 +46,15 @@ QSharedPointer<char> obfuscatePath(const char *path, int size);
 /** A URL on its way into a line: its text, or the obfuscated text of a URL that names something on this device. */
 class LoggedUrl {
 public:
-    explicit LoggedUrl(const QUrl &url) : m_url(url) {}
+    /** What becomes of a URL without a scheme. */
+    enum Relative { HideRelative, ShowRelative };
+
+    explicit LoggedUrl(const QUrl &url, Relative relative = HideRelative) : m_url(url), m_relative(relative) {}
     friend QDebug operator<<(QDebug debug, const LoggedUrl &logged);
 
 private:
     const QUrl &m_url;
+    Relative m_relative;
 };
 
 /** The name of an enumerator, null for a number that has none. */

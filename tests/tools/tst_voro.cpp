@@ -147,6 +147,21 @@ void tst_voro::unusableArguments_areRefusedByName_data()
     row(QStringLiteral("pps cat"), "voro: pps: cat: OBJECT is missing (see voro pps --help)");
     row(QStringLiteral("pps cat /pps/a /pps/b"), "voro: pps: cat: '/pps/b' is too much (see voro pps --help)");
     row(QStringLiteral("pps write /pps/a"), "voro: pps: write: ATTRIBUTE is missing (see voro pps --help)");
+    row(QStringLiteral("publish demo"), "voro: publish: 'demo' is too much (see voro publish --help)");
+    row(QStringLiteral("publish --priority middle"),
+        "voro: publish: --priority: 'middle' is not one of Low, High (see voro publish --help)");
+    row(QStringLiteral("publish --duration 1s"),
+        "voro: publish: --duration: '1s' is not a whole number of milliseconds (see voro publish --help)");
+    row(QStringLiteral("remote"), "voro: remote: a command is missing (see voro remote --help)");
+    row(QStringLiteral("remote fly"), "voro: remote: unknown command 'fly' (see voro remote --help)");
+    row(QStringLiteral("remote play now"), "voro: remote: play: 'now' is too much (see voro remote --help)");
+    row(QStringLiteral("remote watch now"), "voro: remote: watch: 'now' is too much (see voro remote --help)");
+    row(QStringLiteral("remote volume"), "voro: remote: volume: F is missing (see voro remote --help)");
+    row(QStringLiteral("remote volume 2"),
+        "voro: remote: volume: '2' is not a number from 0 to 1 (see voro remote --help)");
+    row(QStringLiteral("remote mute maybe"), "voro: remote: mute: 'maybe' is not on or off (see voro remote --help)");
+    row(QStringLiteral("remote shuffle Unsupported"),
+        "voro: remote: shuffle: 'Unsupported' is not one of Off, All (see voro remote --help)");
 }
 
 void tst_voro::unusableArguments_areRefusedByName()
@@ -177,6 +192,10 @@ void tst_voro::help_isPrinted_data()
                                               "\n  --json "};
     QTest::newRow("pps") << QStringList{QStringLiteral("pps"), QStringLiteral("--help")}
                          << QByteArrayList{"\n  ls ", "\n  cat ", "\n  watch ", "\n  write ", "\n  serve "};
+    QTest::newRow("publish") << QStringList{QStringLiteral("publish"), QStringLiteral("--help")}
+                             << QByteArrayList{"\n  --name N ", "\n  --title T ", "\n  state NAME ", "\n  revoke"};
+    QTest::newRow("remote") << QStringList{QStringLiteral("remote"), QStringLiteral("--help")}
+                            << QByteArrayList{" playpause ", "\n  volume F ", "\n  status ", "\n  watch "};
 }
 
 void tst_voro::help_isPrinted()
@@ -200,6 +219,13 @@ void tst_voro::commands_fail_withoutDaemon_data()
     QTest::newRow("play") << QStringList{QStringLiteral("play")} << QByteArray("voro: play: InvalidState");
     QTest::newRow("record") << QStringList{QStringLiteral("record"), QStringLiteral("/no-such-folder/a.wav")}
                             << QByteArray("voro: record: a.wav: InvalidState");
+    QTest::newRow("publish") << QStringList{QStringLiteral("publish")} << QByteArray("voro: publish: Internal");
+    for (const char *command : {"next", "volume-up", "repeat"})
+        QTest::newRow(command) << QStringList{QStringLiteral("remote"), QLatin1String(command)}
+                               << QByteArray("voro: remote: Write");
+    for (const char *command : {"status", "watch"})
+        QTest::newRow(command) << QStringList{QStringLiteral("remote"), QLatin1String(command)}
+                               << QByteArray("voro: remote: Read");
 }
 
 void tst_voro::commands_fail_withoutDaemon()

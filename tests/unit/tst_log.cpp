@@ -1,6 +1,7 @@
 #include "PlayerFixture.h"
 #include "private/Logger.h"
 #include "private/MediaUtils.h"
+#include "private/NowPlayingConnectionPrivate.h"
 
 #include <multimedia/AudioRecorder.h>
 #include <multimedia/SystemSound.h>
@@ -28,6 +29,8 @@ private Q_SLOTS:
     void lines_ofConstruction();
     void lines_ofAnIdentifier();
     void lines_ofASound();
+    void lines_ofNowPlaying_data();
+    void lines_ofNowPlaying();
     void tracer_tellsEntryAndExit();
 
 private:
@@ -234,6 +237,99 @@ void LogTest::lines_ofASound()
     sound.setSound(SystemSound::InputKeypress);
     QCOMPARE(log.takeLinesWithoutTraces().last(),
              QStringLiteral("D SystemSoundPrivate::setSound: Ignoring sound already set"));
+}
+
+using NowPlaying = std::function<void(NowPlayingConnection &, NowPlayingConnectionPrivate &)>;
+
+void LogTest::lines_ofNowPlaying_data()
+{
+    QTest::addColumn<NowPlaying>("act");
+    QTest::addColumn<QString>("lines");
+    const auto setterRow = [](const char *name, const std::function<void(NowPlayingConnection &)> &act,
+                              const char *lines) {
+        QTest::newRow(name) << NowPlaying([=](NowPlayingConnection &connection, auto &) { act(connection); })
+                            << QString::fromLatin1(lines);
+    };
+    const auto messageRow = [](const char *name, const QVariantMap &control, const char *lines) {
+        QTest::newRow(name) << NowPlaying([=](auto &, NowPlayingConnectionPrivate &parts) {
+            parts.handleControlMessage(control);
+        }) << QString::fromLatin1(lines);
+    };
+    setterRow(
+        "position", [](auto &c) { c.setPosition(7); },
+        "D NowPlayingConnection::setPosition: postion=7 | D NowPlayingConnection::setPosition: emit "
+        "positionChanged() | D NowPlayingConnection::setPosition:   position=7");
+    setterRow(
+        "icon", [](auto &c) { c.setIconUrl(QUrl(QStringLiteral("file:///music/a.png"))); },
+        "D NowPlayingConnection::setIconUrl: url=file:///s/s.png | D NowPlayingConnection::setIconUrl: emit "
+        "iconUrlChanged() | D NowPlayingConnection::setIconUrl:   iconUrl=file:///s/s.png");
+    setterRow(
+        "relative icon", [](auto &c) { c.setIconUrl(QUrl(QStringLiteral("a.png"))); },
+        "D NowPlayingConnection::setIconUrl: url=\"a.png\" | D NowPlayingConnection::setIconUrl: emit "
+        "iconUrlChanged() | D NowPlayingConnection::setIconUrl:   iconUrl=\"a.png\"");
+    setterRow(
+        "state", [](auto &c) { c.setMediaState(MediaState::Paused); },
+        "D NowPlayingConnection::setMediaState: state=3 | D NowPlayingConnection::setMediaState: emit "
+        "mediaStateChanged() | D NowPlayingConnection::setMediaState:   mediaState=Paused");
+    setterRow(
+        "same next", [](auto &c) { c.setNextEnabled(true); },
+        "D NowPlayingConnection::setNextEnabled: nextEnabled=true | D NowPlayingConnection::setNextEnabled: Next "
+        "button is already enabled");
+    setterRow(
+        "same shuffle mode", [](auto &c) { c.setShuffleMode(ShuffleMode::Unsupported); },
+        "D NowPlayingConnection::setShuffleMode: shuffleMode=0 | D NowPlayingConnection::setShuffleMode: Ignoring "
+        "setting the same repeat mode. shuffleMode=0");
+    setterRow(
+        "preemptable already", [](auto &c) { c.setPreemptable(true); },
+        "D NowPlayingConnection::setPreemptable: preemptable=true | D NowPlayingConnection::setPreemptable: This "
+        "connection is already  preemtable");
+    setterRow(
+        "not preemptable", [](auto &c) { c.setPreemptable(false); },
+        "D NowPlayingConnection::setPreemptable: preemptable=false | D NowPlayingConnection::setPriorityLevel: "
+        "priority level=1 | D NowPlayingConnection::setPreemptable: emit preemptableChanged() | "
+        "D NowPlayingConnection::setPreemptable:   preemptable=false");
+    setterRow(
+        "track change", [](auto &c) { c.trackChange(); },
+        "D NowPlayingConnection::trackChange: Service not acquired. error=InvalidState");
+    QTest::newRow("registration")
+        << NowPlaying([](auto &, NowPlayingConnectionPrivate &parts) {
+               parts.registration(QStringLiteral("a"), PriorityLevel::High, OverlayStyle::Plain, 7,
+                                  DeviceMode::Capture);
+           })
+        << QStringLiteral("D NowPlayingConnectionPrivate::registration: overlayStyle=Plain, connectionName=\"a\", "
+                          "priority level=High, audioManagerHandle=7, deviceMode=Capture | "
+                          "D NowPlayingConnectionPrivate::toString: priority level=High | "
+                          "D NowPlayingConnectionPrivate::toString: overlayStyle=Plain | "
+                          "D NowPlayingConnectionPrivate::send: msg=QMap((\"dat\", QVariant(QVariantMap, "
+                          "QMap((\"audio\", QVariant(QString, \"general\"))(\"audioman_handle\", QVariant(uint, 7))"
+                          "(\"name\", QVariant(QString, \"a\"))(\"overlay\", QVariant(QString, \"plain\"))"
+                          "(\"prio\", QVariant(QString, \"high\"))(\"recorder\", QVariant(bool, true)))))"
+                          "(\"msg\", QVariant(QString, \"register\")))");
+    QTest::newRow("nothing to publish") << NowPlaying([](auto &, auto &parts) { parts.onInvalidate(); })
+                                        << QStringLiteral(
+                                               "D NowPlayingConnectionPrivate::onInvalidate: force=false | "
+                                               "D NowPlayingConnectionPrivate::onInvalidate: Not sending data. "
+                                               "acquired=false, send=false");
+    messageRow("watcher", {{"msg", "track"}, {"dat", "sendData"}},
+               "D NowPlayingConnectionPrivate::handleControlMessage: control=QMap((\"dat\", QVariant(QString, "
+               "\"sendData\"))(\"msg\", QVariant(QString, \"track\"))) | "
+               "D NowPlayingConnectionPrivate::handleControlMessage: SEND metadata | "
+               "D NowPlayingConnectionPrivate::handleControlMessage: emit controllerActiveChanged() | "
+               "D NowPlayingConnectionPrivate::handleControlMessage:   controllerActive=true");
+    messageRow("unknown message", {{"msg", "odd"}},
+               "D NowPlayingConnectionPrivate::handleControlMessage: control=QMap((\"msg\", QVariant(QString, "
+               "\"odd\"))) | D NowPlayingConnectionPrivate::handleControlMessage: Unknown message. msg=\"odd\"");
+}
+
+void LogTest::lines_ofNowPlaying()
+{
+    QFETCH(NowPlaying, act);
+    QFETCH(QString, lines);
+    NowPlayingConnection connection;
+    NowPlayingConnectionPrivate parts(&connection);
+    voro::test::LogCatcher log;
+    act(connection, parts);
+    QCOMPARE(log.takeLinesWithoutTraces(), lines.split(QStringLiteral(" | ")));
 }
 
 void LogTest::tracer_tellsEntryAndExit()

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <multimedia/NowPlayingController.h>
+
+#include <QtCore/QStringList>
+#include <QtCore/QVariantMap>
+
+namespace voro {
+class PpsObject;
+}
+
+namespace voro::multimedia {
+
+class FunctionTracer;
+
+/** What a now-playing controller is made of: its subscription, and what was published last. */
+class NowPlayingControllerPrivate : public QObject {
+    Q_OBJECT
+public:
+    explicit NowPlayingControllerPrivate(NowPlayingController *controller);
+
+    /** Sends a command to the service, as text of the messages' own form. */
+    MediaError::Type command(const QString &text) const;
+    /** Sends a command about a mode; without a mode it asks for the next one. */
+    MediaError::Type modeCommand(const char *subCommand) const;
+    MediaError::Type modeCommand(const char *subCommand, const QString &mode) const;
+
+    /** Subscribes when there is a listener and no subscription yet. */
+    void addConnection();
+    /** Ends the subscription when there is no listener. */
+    void removeConnection();
+    /** Does that from the event loop, or at once when somebody asks for a value before. */
+    void countLater();
+    bool registerNotifications(voro::PpsObject *object) const;
+    bool unregisterNotifications(voro::PpsObject *object) const;
+    /** Writes a message; false when the object is closed or the message cannot be encoded or written. */
+    bool send(voro::PpsObject *object, const QVariantMap &message) const;
+
+    /** Converts one message of the service into typed entries of the result; false when it is none. */
+    bool processPpsRead(const QVariantMap &control, QVariantMap &result) const;
+    /** Asks the service for fields, whole metadata among them, and waits for them without a limit; false when it has
+        none to give. */
+    bool blockReadMetaData(const QStringList &fields, QVariantMap &result) const;
+    /** True when the fields are cached; else they are read from the service, as far as it gives them. */
+    bool makeDataAvailable(const QStringList &fields, QVariantMap &result) const;
+
+    // The service's spelling of enumerators.
+
+    static QString toString(RepeatMode::Type repeatMode);
+    static QString toString(ShuffleMode::Type shuffleMode);
+    /** `None`, and false in `ok`, for an unknown text. */
+    static RepeatMode::Type toRepeatMode(const QString &text, bool *ok = nullptr);
+    /** `Off`, and false in `ok`, for an unknown text. */
+    static ShuffleMode::Type toShuffleMode(const QString &text, bool *ok = nullptr);
+
+Q_SIGNALS:
+    /** Part of the class's interface; nothing in this library listens. */
+    void nowplayingProcessControls(const QVariantMap &controls);
+
+public Q_SLOTS:
+    void onReceivedMetaData();
+
+private:
+    friend class NowPlayingController;
+
+    int listenerCount() const;
+    void countNow();
+    /** A field from the cache while subscribed, else from the service. */
+    template<typename Value>
+    Value value(QLatin1String field, const Value &cached);
+    /** Takes a field of an update over; false when it is not there or known. */
+    template<typename Value>
+    static bool learn(const FunctionTracer &tracer, const QVariantMap &update, QLatin1String field, Value &cached,
+                      const char *signal, const char *name);
+    void takeUpdate(const FunctionTracer &tracer, const QVariantMap &update);
+
+    QVariant m_iconUrl = QString();
+    unsigned int m_duration = 0;
+    unsigned int m_position = 0;
+    MediaState::Type m_mediaState = MediaState::Stopped;
+    bool m_nextEnabled = false;
+    bool m_previousEnabled = false;
+    RepeatMode::Type m_repeatMode = RepeatMode::Unsupported;
+    ShuffleMode::Type m_shuffleMode = ShuffleMode::Unsupported;
+    QVariantMap m_metaData;
+    voro::PpsObject *m_control;
+    bool m_isCountDue = false;
+    NowPlayingController *q;
+};
+
+} // namespace voro::multimedia

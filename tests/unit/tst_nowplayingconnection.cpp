@@ -1,0 +1,608 @@
+#include "LogCatcher.h"
+#include "private/NowPlayingConnectionPrivate.h"
+#include "ScriptedService.h"
+#include "SignalLog.h"
+
+#include <multimedia/NowPlayingConnection.h>
+
+#include <QtCore/QMetaProperty>
+#include <QtTest/QtTest>
+
+#include <functional>
+
+using namespace voro::multimedia;
+
+using C = NowPlayingConnection;
+
+namespace {
+
+const QString ControlPath = QStringLiteral("/pps/services/multimedia/mediaplayer/control");
+
+/** A broker with a service that grants the role, a connection to it, and their logs. */
+struct Fixture {
+    Fixture() { service.answer(QStringLiteral("msg::acquire"), {QStringLiteral("res::acquire")}); }
+
+    /** Acquires the role and forgets what that took. */
+    void acquire()
+    {
+        if (connection.acquire() != MediaError::None)
+            qFatal("the role was not granted");
+        service.next(4);
+        trace.clear();
+        log.takeLines();
+    }
+    /** Acquires the role, and there is somebody who wants to know. */
+    void acquireForWatcher()
+    {
+        acquire();
+        receive(QStringLiteral("msg::track|dat::sendData"));
+        service.next();
+        trace.clear();
+    }
+    /** Sends a message to the connection, and returns when it was handled. */
+    void receive(const QString &message)
+    {
+        service.send(message);
+        service.send(QStringLiteral("msg::track|dat::stop"));
+        QTRY_VERIFY(!trace.isEmpty() && trace.last() == QLatin1String("stop()"));
+        trace.removeLast();
+        // What was put off until the event loop comes by.
+        QCoreApplication::processEvents();
+    }
+    /** Everything that was written since; the connection is at its end. */
+    QStringList written()
+    {
+        connection.revoke();
+        QStringList messages;
+        for (QString event = service.next(); event != QLatin1String("closed"); event = service.next())
+            messages += event;
+        return messages;
+    }
+
+    QStringList trace;
+    voro::test::LogCatcher log;
+    RuntimeBroker broker;
+    ScriptedService service{broker, ControlPath};
+    C connection{QStringLiteral("player")};
+    SignalLog emitted{&connection, trace};
+};
+
+using Action = std::function<void(Fixture &)>;
+
+/** The metadata that is published, as the JSON of an otherwise new connection with these entries changed or added. */
+QString metaDataMessage(const QVariantMap &entries)
+{
+    QVariantMap data{{"duration", 0}, {"nextEnabled", true}, {"position", 0}, {"prevEnabled", true}};
+    data.insert(entries);
+    QString text = QString::fromUtf8(QJsonDocument(QJsonObject::fromVariantMap(data)).toJson(QJsonDocument::Compact));
+    return QLatin1String("dat:json:") + text + QLatin1String("|msg::metadata|");
+}
+
+} // namespace
+
+class NowPlayingConnectionTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void metaObject_isAsDeclared();
+    void newConnection_hasItsValues();
+    void acquire_data();
+    void acquire();
+    void acquire_registersAndSaysItsState();
+    void acquire_isRefused_whileAcquired();
+    void acquire_fails_withoutService();
+    void acquire_worksAgain_afterServiceWent();
+    void registration_data();
+    void registration();
+    void acquireResult_isNone_withoutControlMessage();
+    void revoke_closesAndTells_onlyWhenAcquired();
+    void preempted_isWhatStatusSays_data();
+    void preempted_isWhatStatusSays();
+    void message_data();
+    void message();
+    void revokeMessage_tellsWho_onlyWhenAcquired();
+    void setter_data();
+    void setter();
+    void metaData_data();
+    void metaData();
+    void metaData_isPublished_onlyForWatcher();
+    void state_isPublished_onlyWhenAcquired();
+};
+
+void NowPlayingConnectionTest::metaObject_isAsDeclared()
+{
+    const QMetaObject &metaObject = C::staticMetaObject;
+    QByteArrayList signatures;
+    QByteArrayList slotNames;
+    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
+        const QMetaMethod method = metaObject.method(i);
+        if (method.methodType() == QMetaMethod::Signal)
+            signatures += method.methodSignature().replace("voro::multimedia::", "");
+        else
+            slotNames += method.name();
+    }
+    QCOMPARE(signatures, QByteArrayList({"acquired()",
+                                         "audioManagerHandleChanged(uint)",
+                                         "audioManagerHandleChanged(QVariant)",
+                                         "controllerActiveChanged(bool)",
+                                         "durationChanged(uint)",
+                                         "durationChanged(QVariant)",
+                                         "forward()",
+                                         "iconUrlChanged(QUrl)",
+                                         "mediaStateChanged(MediaState::Type)",
+                                         "metaDataChanged(QVariantMap)",
+                                         "next()",
+                                         "nextEnabledChanged(bool)",
+                                         "overlayStyleChanged(OverlayStyle::Type)",
+                                         "pause()",
+                                         "play()",
+                                         "positionChanged(uint)",
+                                         "positionChanged(QVariant)",
+                                         "preemptableChanged(bool)",
+                                         "previous()",
+                                         "previousEnabledChanged(bool)",
+                                         "repeat()",
+                                         "repeatRequest(RepeatMode::Type)",
+                                         "repeatModeChanged(RepeatMode::Type)",
+                                         "revoked()",
+                                         "rewind()",
+                                         "shuffle()",
+                                         "shuffleRequest(ShuffleMode::Type)",
+                                         "shuffleModeChanged(ShuffleMode::Type)",
+                                         "stop()"}));
+    QCOMPARE(slotNames,
+             QByteArrayList({"acquire", "revoke", "setDuration", "setIconUrl", "setMediaState", "setMetaData",
+                             "setNextEnabled", "setOverlayStyle", "setPosition", "setPreemptable", "setPreviousEnabled",
+                             "setRepeatMode", "setShuffleMode", "trackChange"}));
+    // Name, whether it can be written, and the signal that tells of changes.
+    QStringList properties;
+    for (int i = metaObject.propertyOffset(); i < metaObject.propertyCount(); ++i) {
+        const QMetaProperty property = metaObject.property(i);
+        properties += QStringLiteral("%1 %2 %3")
+                          .arg(QLatin1String(property.name()), QLatin1String(property.isWritable() ? "RW" : "R"),
+                               QLatin1String(property.hasNotifySignal() ? property.notifySignal().name() : "-"));
+    }
+    QCOMPARE(
+        properties,
+        QStringList({"acquired R acquired", "audioManagerHandle RW audioManagerHandleChanged", "connectionName R -",
+                     "controllerActive R controllerActiveChanged", "duration RW durationChanged",
+                     "iconUrl RW iconUrlChanged", "lastRevokingConnectionName R revoked",
+                     "lastRevokingConnectionPid R revoked", "nextEnabled RW nextEnabledChanged",
+                     "mediaState RW mediaStateChanged", "overlayStyle RW overlayStyleChanged",
+                     "position RW positionChanged", "preemptable RW preemptableChanged", "preempted R -",
+                     "previousEnabled RW previousEnabledChanged", "priorityLevel R -", "deviceMode R -",
+                     "repeatMode RW repeatModeChanged", "shuffleMode RW shuffleModeChanged"}));
+}
+
+void NowPlayingConnectionTest::newConnection_hasItsValues()
+{
+    const C connection;
+    const C other;
+    QVERIFY(connection.connectionName().startsWith(QLatin1String("NPC:")));
+    QVERIFY(connection.connectionName() != other.connectionName());
+    QVERIFY(!connection.isAcquired() && !connection.isControllerActive() && !connection.isPreempted());
+    QVERIFY(connection.isNextEnabled() && connection.isPreviousEnabled() && connection.isPreemptable());
+    QCOMPARE(connection.mediaState(), MediaState::Stopped);
+    QCOMPARE(connection.repeatMode(), RepeatMode::Unsupported);
+    QCOMPARE(connection.shuffleMode(), ShuffleMode::Unsupported);
+    QCOMPARE(connection.priorityLevel(), PriorityLevel::Low);
+    for (const char *name : {"audioManagerHandle", "duration", "lastRevokingConnectionPid", "position"})
+        QCOMPARE(connection.property(name), QVariant(0U));
+}
+
+void NowPlayingConnectionTest::acquire_data()
+{
+    QTest::addColumn<QStringList>("answers");
+    QTest::addColumn<MediaError::Type>("error");
+    QTest::addColumn<QStringList>("signals");
+    QTest::addColumn<QString>("lines");
+    const QString prefix = QStringLiteral("W NowPlayingConnectionPrivate::");
+    const auto lines = [&](const char *first, const char *error) {
+        QString text = prefix + QLatin1String("acquire: Error trying to acquire the service. error=") + error;
+        return *first ? prefix + QLatin1String("handleAcquireResult: ") + first + QLatin1Char('|') + text : text;
+    };
+    QTest::newRow("granted") << QStringList{"res::acquire"} << MediaError::None << QStringList{"acquired()"}
+                             << QString();
+    QTest::newRow("id is not compared") << QStringList{"res::acquire|id::other"} << MediaError::None
+                                        << QStringList{"acquired()"} << QString();
+    QTest::newRow("refused") << QStringList{"res::acquire|err::revoked"} << MediaError::ResourceUnavailable
+                             << QStringList() << lines("Service is unavailable", "ResourceUnavailable");
+    QTest::newRow("unknown error") << QStringList{"res::acquire|err:n:7"} << MediaError::Internal << QStringList()
+                                   << lines("Unknown acquire error. err=\"7\"", "Internal");
+    QTest::newRow("other answer") << QStringList{"res::register"} << MediaError::InvalidParameter << QStringList()
+                                  << lines("", "InvalidParameter");
+    QTest::newRow("commands before the answer")
+        << QStringList{"msg::track|dat::play", "msg::track|dat::sendData", "msg::revoke", "res::acquire"}
+        << MediaError::None << QStringList{"play()", "controllerActiveChanged(true)", "acquired()"} << QString();
+    QTest::newRow("service goes") << QStringList{"msg::track|dat::play", "gone"} << MediaError::Internal
+                                  << QStringList{"play()"} << prefix + "acquire: Unable to send acquire message.";
+}
+
+void NowPlayingConnectionTest::acquire()
+{
+    QFETCH(QStringList, answers);
+    QFETCH(MediaError::Type, error);
+    QFETCH(QString, lines);
+    Fixture f;
+    f.service.answer(QStringLiteral("msg::acquire"), answers);
+    QCOMPARE(f.connection.acquire(), error);
+    QTEST(f.trace, "signals");
+    QCOMPARE(f.log.takeLines().join(QLatin1Char('|')), lines);
+    QCOMPARE(f.connection.isAcquired(), error == MediaError::None);
+}
+
+void NowPlayingConnectionTest::acquire_registersAndSaysItsState()
+{
+    Fixture f;
+    f.connection.setMediaState(MediaState::Started);
+    QCOMPARE(f.connection.acquire(), MediaError::None);
+    QCOMPARE(f.written(), (QStringList{"opened",
+                                       "dat:json:{\"audio\":\"general\",\"name\":\"player\",\"overlay\":\"plain\","
+                                       "\"prio\":\"low\"}|msg::register|",
+                                       "id::player|msg::acquire|", "dat::playing|msg::state|"}));
+}
+
+void NowPlayingConnectionTest::acquire_isRefused_whileAcquired()
+{
+    Fixture f;
+    f.acquire();
+    QCOMPARE(f.connection.acquire(), MediaError::InvalidState);
+    QCOMPARE(f.written(), QStringList());
+}
+
+void NowPlayingConnectionTest::acquire_fails_withoutService()
+{
+    Fixture f;
+    f.service.stop();
+    QCOMPARE(f.connection.acquire(), MediaError::Internal);
+    const QString line = f.log.takeLines().value(0);
+    QVERIFY2(
+        line.startsWith(QLatin1String("W NowPlayingConnectionPrivate::acquire: Unable to open PPS object. errno=")),
+        qPrintable(line));
+    QVERIFY(f.trace.isEmpty());
+}
+
+void NowPlayingConnectionTest::acquire_worksAgain_afterServiceWent()
+{
+    Fixture f;
+    f.service.answer(QStringLiteral("msg::acquire"), {QStringLiteral("gone")});
+    QCOMPARE(f.connection.acquire(), MediaError::Internal);
+    ScriptedService next(f.broker, ControlPath);
+    next.answer(QStringLiteral("msg::acquire"), {QStringLiteral("res::acquire")});
+    QCOMPARE(f.connection.acquire(), MediaError::None);
+}
+
+void NowPlayingConnectionTest::registration_data()
+{
+    QTest::addColumn<Action>("act");
+    QTest::addColumn<QString>("data");
+    const auto row = [](const char *name, const Action &act, const char *data) {
+        QTest::newRow(name) << act << QString::fromLatin1(data);
+    };
+    row(
+        "high priority", [](Fixture &f) { f.connection.setPriorityLevel(PriorityLevel::High); },
+        R"({"audio":"general","name":"player","overlay":"plain","prio":"high"})");
+    row(
+        "not preemptable", [](Fixture &f) { f.connection.setPreemptable(false); },
+        R"({"audio":"general","name":"player","overlay":"plain","prio":"high"})");
+    row(
+        "recorder", [](Fixture &f) { f.connection.setDeviceMode(DeviceMode::Capture); },
+        R"({"audio":"general","name":"player","overlay":"plain","prio":"low","recorder":true})");
+    row(
+        "name", [](Fixture &f) { f.connection.setConnectionName(QStringLiteral("a \"b\"")); },
+        R"({"audio":"general","name":"a \"b\"","overlay":"plain","prio":"low"})");
+    row(
+        "audio manager handle", [](Fixture &f) { f.connection.setAudioManagerHandle(4000000000U); },
+        R"({"audio":"general","audioman_handle":4000000000,"name":"player","overlay":"plain","prio":"low"})");
+    row(
+        "overlay", [](Fixture &f) { f.connection.setOverlayStyle(OverlayStyle::Fancy); },
+        R"({"audio":"general","name":"player","overlay":"fancy","prio":"low"})");
+}
+
+void NowPlayingConnectionTest::registration()
+{
+    QFETCH(Action, act);
+    QFETCH(QString, data);
+    Fixture f;
+    act(f);
+    f.connection.acquire();
+    QCOMPARE(f.service.next(2).last(), QLatin1String("dat:json:") + data + QLatin1String("|msg::register|"));
+}
+
+void NowPlayingConnectionTest::acquireResult_isNone_withoutControlMessage()
+{
+    C connection;
+    NowPlayingConnectionPrivate parts(&connection);
+    QCOMPARE(parts.handleAcquireResult({}), MediaError::InvalidParameter);
+    QCOMPARE(parts.handleAcquireResult({{"@control", QVariantMap{{"msg", "acquire"}}}}), MediaError::InvalidParameter);
+    bool ok = true;
+    QCOMPARE(parts.sendReceive(nullptr, {}, ok), QVariantMap());
+    QVERIFY(!ok);
+}
+
+void NowPlayingConnectionTest::revoke_closesAndTells_onlyWhenAcquired()
+{
+    Fixture f;
+    QCOMPARE(f.connection.revoke(), MediaError::None);
+    QVERIFY(f.trace.isEmpty());
+    f.acquire();
+    QCOMPARE(f.connection.revoke(), MediaError::None);
+    QCOMPARE(f.service.next(), QStringLiteral("closed"));
+    QCOMPARE(f.trace, QStringList("revoked()"));
+    QVERIFY(!f.connection.isAcquired());
+    f.acquire();
+    QVERIFY(f.connection.isAcquired());
+}
+
+void NowPlayingConnectionTest::preempted_isWhatStatusSays_data()
+{
+    QTest::addColumn<QString>("status");
+    QTest::addColumn<bool>("preempted");
+    QTest::newRow("no status") << QString() << false;
+    QTest::newRow("nobody named") << QStringLiteral("status active_pid:n:1") << false;
+    QTest::newRow("itself") << QStringLiteral("status active_name::player") << false;
+    QTest::newRow("another") << QStringLiteral("status active_name::other") << true;
+    QTest::newRow("free") << QStringLiteral("status active_name::") << true;
+}
+
+void NowPlayingConnectionTest::preempted_isWhatStatusSays()
+{
+    QFETCH(QString, status);
+    Fixture f;
+    if (!status.isEmpty())
+        f.broker.publish(QStringLiteral("/pps/services/multimedia/mediaplayer"), status);
+    QVERIFY(!f.connection.isPreempted());
+    f.acquire();
+    QTEST(f.connection.isPreempted(), "preempted");
+}
+
+void NowPlayingConnectionTest::message_data()
+{
+    QTest::addColumn<QString>("signals");
+    QTest::addColumn<QString>("lines");
+    const auto row = [](const char *message, const char *signalText, const char *lines = "") {
+        QTest::newRow(message) << QString::fromLatin1(signalText) << QString::fromLatin1(lines);
+    };
+    row("msg::track|dat::next", "next()");
+    row("msg::track|dat::prev", "previous()");
+    row("msg::track|dat::previous", "");
+    row("msg::track|dat::play", "play()");
+    row("msg::track|dat::pause", "pause()");
+    row("msg::track|dat::stop", "stop()");
+    row("msg::track|dat::forward", "forward()");
+    row("msg::track|dat::rewind", "rewind()");
+    row("msg::track|dat::Play", "");
+    row("msg::track", "");
+    row("msg::other|dat::play", "");
+    row("dat::play", "");
+    row("msg::track|dat::sendData", "controllerActiveChanged(true)");
+    row("msg::track|dat::holdData", "");
+    row(R"(msg::track|dat:json:{"command":"repeat"})", "repeat()");
+    row(R"(msg::track|dat:json:{"command":"repeat","value":"none"})", "repeatRequest(None)");
+    row(R"(msg::track|dat:json:{"command":"repeat","value":"track"})", "repeatRequest(Track)");
+    row(R"(msg::track|dat:json:{"command":"repeat","value":"all"})", "repeatRequest(All)");
+    row(R"(msg::track|dat:json:{"command":"repeat","value":"one"})", "",
+        "W NowPlayingConnectionPrivate::toRepeatMode: Unknown repeat mode string '\"one\"'|"
+        "W NowPlayingConnectionPrivate::handleControlMessage: Ignored unknown repeat command. value=\"one\"");
+    row(R"(msg::track|dat:json:{"command":"shuffle"})", "shuffle()");
+    row(R"(msg::track|dat:json:{"command":"shuffle","value":"off"})", "shuffleRequest(Off)");
+    row(R"(msg::track|dat:json:{"command":"shuffle","value":"all"})", "shuffleRequest(All)");
+    row(R"(msg::track|dat:json:{"command":"shuffle","value":"none"})", "",
+        "W NowPlayingConnectionPrivate::toShuffleMode: Unknown shuffle mode string '\"none\"'|"
+        "W NowPlayingConnectionPrivate::handleControlMessage: Ignored unknown repeat command. value=\"none\"");
+    row(R"(msg::track|dat:json:{"command":"next"})", "");
+}
+
+void NowPlayingConnectionTest::message()
+{
+    QFETCH(QString, lines);
+    Fixture f;
+    f.acquire();
+    // Commands are passed on also when the role is lost.
+    for (const char *given : {"msg::track|dat::holdData", "msg::revoke"}) {
+        f.receive(QString::fromLatin1(given));
+        f.trace.clear();
+        f.receive(QString::fromLatin1(QTest::currentDataTag()));
+        QTEST(f.trace.join(QLatin1Char('|')), "signals");
+        QCOMPARE(f.log.takeLines().join(QLatin1Char('|')), lines);
+        f.receive(QStringLiteral("msg::track|dat::holdData"));
+    }
+    QVERIFY(!f.connection.isAcquired());
+}
+
+void NowPlayingConnectionTest::revokeMessage_tellsWho_onlyWhenAcquired()
+{
+    Fixture f;
+    f.acquire();
+    f.receive(QStringLiteral(R"(msg::revoke|dat:json:{"name":"other","pid":4000000000})"));
+    QCOMPARE(f.trace, QStringList("revoked()"));
+    QVERIFY(!f.connection.isAcquired());
+    QCOMPARE(f.connection.lastRevokingConnectionName(), QStringLiteral("other"));
+    QCOMPARE(f.connection.lastRevokingConnectionPidQml(), QVariant(4000000000U));
+    f.receive(QStringLiteral("msg::revoke"));
+    QCOMPARE(f.trace, QStringList("revoked()"));
+    QCOMPARE(f.connection.lastRevokingConnectionName(), QStringLiteral("other"));
+
+    // The object stays open: what is written goes on in it.
+    QCOMPARE(f.connection.acquire(), MediaError::None);
+    QCOMPARE(f.service.next(3).last(), QStringLiteral("dat::stopped|msg::state|"));
+    f.receive(QStringLiteral("msg::revoke"));
+    QCOMPARE(f.connection.lastRevokingConnectionName(), QString());
+    QCOMPARE(f.connection.lastRevokingConnectionPid(), 0U);
+}
+
+void NowPlayingConnectionTest::setter_data()
+{
+    QTest::addColumn<Action>("act");
+    QTest::addColumn<QString>("signals");
+    QTest::addColumn<QStringList>("messages");
+    QTest::addColumn<QString>("lines");
+    const auto row = [](const char *name, const Action &act, const char *signalText, const QStringList &messages,
+                        const char *lines = "") {
+        QTest::newRow(name) << act << QString::fromLatin1(signalText) << messages << QString::fromLatin1(lines);
+    };
+    const QVariantMap metaData{{"title", "A"}};
+    row("metadata", [=](Fixture &f) { f.connection.setMetaData(metaData); },
+        "metaDataChanged(QMap((title, QVariant(QString, A))))", {metaDataMessage({{"title", "A"}, {"track", "A"}})});
+    row("icon", [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("http://host/a"))); },
+        "iconUrlChanged(http://host/a)", {});
+    row("duration", [](Fixture &f) { f.connection.setDuration(7); }, "durationChanged(7)|durationChanged(uint 7)",
+        {metaDataMessage({{"duration", 7}})});
+    row("position", [](Fixture &f) { f.connection.setPosition(0); }, "positionChanged(0)|positionChanged(uint 0)",
+        {metaDataMessage({})});
+    row("two in a row",
+        [](Fixture &f) {
+            f.connection.setPosition(1);
+            f.connection.setDuration(2);
+        },
+        "positionChanged(1)|positionChanged(uint 1)|durationChanged(2)|durationChanged(uint 2)",
+        {metaDataMessage({{"duration", 2}, {"position", 1}}), metaDataMessage({{"duration", 2}, {"position", 1}})});
+    row("next", [](Fixture &f) { f.connection.setNextEnabled(false); }, "nextEnabledChanged(false)", {});
+    row("same next", [](Fixture &f) { f.connection.setNextEnabled(true); }, "", {});
+    row("previous", [](Fixture &f) { f.connection.setPreviousEnabled(false); }, "previousEnabledChanged(false)", {});
+    row("same previous", [](Fixture &f) { f.connection.setPreviousEnabled(true); }, "", {});
+    row("repeat mode", [](Fixture &f) { f.connection.setRepeatMode(RepeatMode::Track); }, "repeatModeChanged(Track)",
+        {metaDataMessage({{"repeat_mode", "track"}})});
+    row("same repeat mode", [](Fixture &f) { f.connection.setRepeatMode(RepeatMode::Unsupported); }, "", {});
+    row("shuffle mode", [](Fixture &f) { f.connection.setShuffleMode(ShuffleMode::All); }, "shuffleModeChanged(All)",
+        {metaDataMessage({{"shuffle_mode", "all"}})});
+    row("same shuffle mode", [](Fixture &f) { f.connection.setShuffleMode(ShuffleMode::Unsupported); }, "", {});
+    row("paused", [](Fixture &f) { f.connection.setMediaState(MediaState::Paused); }, "mediaStateChanged(Paused)",
+        {"dat::paused|msg::state|"});
+    row("prepared", [](Fixture &f) { f.connection.setMediaState(MediaState::Prepared); }, "mediaStateChanged(Prepared)",
+        {"dat::stopped|msg::state|"});
+    row("same state", [](Fixture &f) { f.connection.setMediaState(MediaState::Stopped); }, "mediaStateChanged(Stopped)",
+        {"dat::stopped|msg::state|"});
+    row("track change", [](Fixture &f) { QCOMPARE(f.connection.trackChange(), MediaError::None); }, "",
+        {"dat::trackchange|msg::state|"});
+    row("overlay", [](Fixture &f) { f.connection.setOverlayStyle(OverlayStyle::Fancy); }, "overlayStyleChanged(Fancy)",
+        {R"(dat:json:{"audio":"general","name":"player","overlay":"fancy","prio":"low"}|msg::register|)"});
+    row("same overlay", [](Fixture &f) { f.connection.setOverlayStyle(OverlayStyle::Plain); }, "", {});
+    row("handle", [](Fixture &f) { f.connection.setAudioManagerHandleQml(7); },
+        "audioManagerHandleChanged(7)|audioManagerHandleChanged(uint 7)",
+        {R"(dat:json:{"audio":"general","audioman_handle":7,"name":"player","overlay":"plain","prio":"low"}|)"
+         "msg::register|"});
+    row("same handle", [](Fixture &f) { f.connection.setAudioManagerHandle(0); }, "", {});
+    row(
+        "variants that are none",
+        [](Fixture &f) {
+            for (const char *name : {"position", "duration", "audioManagerHandle"})
+                f.connection.setProperty(name, QStringLiteral("abc"));
+        },
+        "", {},
+        "W NowPlayingConnection::setPositionQml: Unable to convert variant position. position=\"abc\"|"
+        "W NowPlayingConnection::setDurationQml: Unable to convert variant duration. duration=\"abc\"|"
+        "W NowPlayingConnection::setAudioManagerHandleQml: Unable to convert variant handle.");
+    row(
+        "preemptable, too late", [](Fixture &f) { f.connection.setPreemptable(false); }, "", {},
+        "W NowPlayingConnection::setPreemptable: Attempting to set preemptable after creation.");
+    row(
+        "metadata that no message can hold",
+        [](Fixture &f) {
+            f.connection.setMetaData({{"uri", QUrl(QStringLiteral("a:b"))}});
+            f.trace.clear();
+        },
+        "", {}, "W NowPlayingConnectionPrivate::send: Error encoding message for PPS. errno=0");
+    row(
+        "metadata that is too long",
+        [](Fixture &f) {
+            f.connection.setMetaData({{"title", QString(70000, QLatin1Char('a'))}});
+            f.trace.clear();
+        },
+        "", {}, "W NowPlayingConnectionPrivate::send: Error writing message to PPS. errno=90");
+}
+
+void NowPlayingConnectionTest::setter()
+{
+    QFETCH(Action, act);
+    QFETCH(QString, lines);
+    Fixture f;
+    f.acquireForWatcher();
+    act(f);
+    QTEST(f.trace.join(QLatin1Char('|')), "signals");
+    f.receive(QStringLiteral("msg::track|dat::holdData"));
+    QCOMPARE(f.log.takeLines().join(QLatin1Char('|')), lines);
+    QTEST(f.written(), "messages");
+}
+
+void NowPlayingConnectionTest::metaData_data()
+{
+    QTest::addColumn<Action>("given");
+    QTest::addColumn<QString>("message");
+    const auto row = [](const char *name, const Action &given, const QVariantMap &entries) {
+        QTest::newRow(name) << given << metaDataMessage(entries);
+    };
+    const auto withMetaData = [](const QVariantMap &metaData) {
+        return [=](Fixture &f) { f.connection.setMetaData(metaData); };
+    };
+    row("title and number", withMetaData({{"title", "A"}, {"track", 3}}),
+        {{"title", "A"}, {"track", "A"}, {"track_number", "3"}});
+    row("number alone", withMetaData({{"track", 3}}), {{"track", 3}, {"track_number", "3"}});
+    row("unsupported modes", withMetaData({{"repeat_mode", "all"}, {"shuffle_mode", "all"}}), {});
+    row("a duration of its own", withMetaData({{"duration", 5}, {"nextEnabled", 5}}), {});
+    row("modes and keys",
+        [](Fixture &f) {
+            f.connection.setRepeatMode(RepeatMode::None);
+            f.connection.setShuffleMode(ShuffleMode::Off);
+            f.connection.setNextEnabled(false);
+            f.connection.setPreviousEnabled(false);
+        },
+        {{"nextEnabled", false}, {"prevEnabled", false}, {"repeat_mode", "none"}, {"shuffle_mode", "off"}});
+    const QString here = QCoreApplication::applicationFilePath();
+    row("icon", [=](Fixture &f) { f.connection.setIconUrl(QUrl::fromLocalFile(here)); },
+        {{"albumArtwork", QString(QLatin1String("file://") + here)}});
+    row("missing icon", [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("file:///no/such/file"))); },
+        {{"albumArtwork", "file:///no/such/file"}});
+    row("icon in the net", [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("http://host/a.png"))); }, {});
+}
+
+void NowPlayingConnectionTest::metaData()
+{
+    QFETCH(Action, given);
+    Fixture f;
+    given(f);
+    f.acquire();
+    f.receive(QStringLiteral("msg::track|dat::sendData"));
+    QTEST(f.service.next(), "message");
+}
+
+void NowPlayingConnectionTest::metaData_isPublished_onlyForWatcher()
+{
+    Fixture f;
+    const auto update = [&f] {
+        f.connection.setPosition(1);
+        QCoreApplication::processEvents();
+    };
+    const QString message = metaDataMessage({{"position", 1}});
+    update();
+    f.acquire();
+    update();
+    f.receive(QStringLiteral("msg::track|dat::sendData"));
+    f.receive(QStringLiteral("msg::track|dat::sendData"));
+    QCOMPARE(f.trace.filter(QStringLiteral("controllerActive")), QStringList("controllerActiveChanged(true)"));
+    update();
+    f.receive(QStringLiteral("msg::track|dat::holdData"));
+    update();
+    f.receive(QStringLiteral("msg::track|dat::sendData"));
+    f.receive(QStringLiteral("msg::revoke"));
+    update();
+    f.connection.acquire();
+    QCOMPARE(f.written().filter(QStringLiteral("metadata")), QStringList(4, message));
+}
+
+void NowPlayingConnectionTest::state_isPublished_onlyWhenAcquired()
+{
+    Fixture f;
+    QCOMPARE(f.connection.trackChange(), MediaError::InvalidState);
+    f.acquire();
+    f.receive(QStringLiteral("msg::revoke"));
+    f.connection.setMediaState(MediaState::Started);
+    QCOMPARE(f.connection.trackChange(), MediaError::InvalidState);
+    f.connection.acquire();
+    QCOMPARE(f.service.next(3).last(), QStringLiteral("dat::playing|msg::state|"));
+    f.service.stop();
+    QTRY_COMPARE(f.connection.trackChange(), MediaError::Internal);
+}
+
+QTEST_GUILESS_MAIN(NowPlayingConnectionTest)
+#include "tst_nowplayingconnection.moc"
