@@ -34,6 +34,8 @@ public:
 
     /** Replaces a message; it is sent by the next tell(). */
     void set(Kind kind, const QByteArray &lines);
+    /** Replaces a message for those who have yet to get it. */
+    void renew(Kind kind, const QByteArray &lines) { m_newest[kind] = lines; }
     /** What was set and not sent yet is not to be sent. */
     void drop(Kind kind);
     /** Sends what was set to everybody who can take it. */

@@ -53,6 +53,11 @@ void ControllerService::tellMetadata(const Metadata &metadata)
     release();
 }
 
+void ControllerService::renewMetadata(const Metadata &metadata)
+{
+    m_audience.renew(Audience::Update, makeUpdate(metadata));
+}
+
 void ControllerService::tellTrackChange()
 {
     m_audience.set(Audience::TrackChange, makeMessage("m_state", "trackchange"));

@@ -40,6 +40,8 @@ public:
     void tellState(State state);
     void tellMetadata(const Metadata &metadata);
     void tellTrackChange();
+    /** The metadata as they are now, for newcomers; for the others they have not changed. */
+    void renewMetadata(const Metadata &metadata);
     /** What was held back is not awaited any more. */
     void release();
 

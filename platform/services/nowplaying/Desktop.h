@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace voro::nowplaying {
 
@@ -28,10 +29,12 @@ public:
         virtual void desktopCommanded(const TrackCommand &command) = 0;
         /** isShown() may have changed. Comes from the event loop only. */
         virtual void desktopShownChanged() = 0;
-        /** player() is another one now, or there is one no more or now; or isSearching() is over. */
+        /** player() is another one now, or there is none any more. */
         virtual void desktopPlayerChanged() = 0;
         /** player() has another state or another track. */
         virtual void desktopPlayerTold(bool isOtherState, bool isOtherMetadata) = 0;
+        /** isSearching() is over. */
+        virtual void desktopSearched() = 0;
     };
     /** Takes how a command went: empty, or a problem for people. */
     using Done = std::function<void(const QString &problem)>;
@@ -48,8 +51,8 @@ public:
     /** Whether the holder is there for others on the bus. */
     virtual bool isShown() const = 0;
 
-    /** The player of another program that is commanded when nobody holds the role; null when there is none. */
-    virtual const Player *player() const = 0;
+    /** The player of another program that is commanded when nobody holds the role, as it is now. */
+    virtual std::optional<Player> player() const = 0;
     /** Whether players that run already may not have been found yet. */
     virtual bool isSearching() const = 0;
     /** Commands player(). */

@@ -75,7 +75,7 @@ void NowPlayingService::holderChangedTrack()
 void NowPlayingService::tellSource()
 {
     const Holder *const holder = m_role.holder();
-    const Player *const player = holder || !m_desktop ? nullptr : m_desktop->player();
+    const auto player = holder || !m_desktop ? std::nullopt : m_desktop->player();
     m_state = State::Stopped;
     m_controllers.tellSource(holder ? holder->process : player ? player->process : 0);
     if (player) {
@@ -130,7 +130,13 @@ Audience::Kinds NowPlayingService::subscribing()
     if (m_role.holder()) {
         return m_wasWatched ? 0 : Audience::bit(Audience::Update);
     }
-    return m_desktop && m_desktop->isSearching() ? Audience::Lasting : 0;
+    if (!m_desktop || m_desktop->isSearching()) {
+        return m_desktop ? Audience::Lasting : 0;
+    }
+    if (const auto player = m_desktop->player()) {
+        m_controllers.renewMetadata(player->metadata);
+    }
+    return 0;
 }
 
 bool NowPlayingService::isWatched() const

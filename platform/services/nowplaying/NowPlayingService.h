@@ -37,6 +37,7 @@ private:
     void desktopShownChanged() override { updateWatched(); }
     void desktopPlayerChanged() override;
     void desktopPlayerTold(bool isOtherState, bool isOtherMetadata) override;
+    void desktopSearched() override { m_controllers.release(); }
 
     /** Null when its module is missing. */
     Desktop *desktop();
