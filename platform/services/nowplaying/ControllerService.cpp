@@ -38,7 +38,7 @@ void ControllerService::setSource(qint64 process)
 void ControllerService::tellSource(qint64 process)
 {
     setSource(process);
-    release();
+    m_audience.tell();
 }
 
 void ControllerService::tellState(State state)

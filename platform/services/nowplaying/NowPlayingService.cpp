@@ -82,6 +82,8 @@ void NowPlayingService::tellSource()
         setState(player->state);
         m_controllers.tellMetadata(player->metadata);
     }
+    // Whoever waited for the present gets it whole.
+    m_controllers.release();
 }
 
 void NowPlayingService::setState(State state)

@@ -75,6 +75,7 @@ void SessionBus::seek()
         return;
     }
     watchForSocket();
+    m_retry.stop();
     m_attempts = 0;
     if (m_socket.isEmpty() || QFileInfo::exists(m_socket)) {
         connectToBus();
