@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <random>
 
 namespace {
 
@@ -48,6 +49,7 @@ private Q_SLOTS:
     void firstSubscriber_getsTheHoldersNextMetadata();
     void firstSubscriber_waitsNoLonger_thanAFifthOfASecond();
     void subscriberThatIsBehind_getsOnlyTheNewest();
+    void role_isHeldByOne_whateverConnectionsDo();
 
 private:
     std::unique_ptr<Daemon> daemon;
@@ -317,6 +319,66 @@ void TestNowPlaying::subscriberThatIsBehind_getsOnlyTheNewest()
     QCOMPARE(x.next(), Paused);
     QCOMPARE(x.next(), update({{"position", 49'999}}));
     QCOMPARE(x.rest(), QByteArrayList());
+}
+
+// Fifty connections that acquire, close and come back, against a model of who holds the role.
+void TestNowPlaying::role_isHeldByOne_whateverConnectionsDo()
+{
+    struct Connection {
+        std::unique_ptr<Talk> talk = std::make_unique<Talk>(PlayerControl);
+        /** What it has been told. */
+        bool hasRole = false;
+
+        void take(const QByteArray &message)
+        {
+            hasRole = message == Granted || (hasRole && !message.contains("revoke"));
+        }
+    };
+    std::vector<Connection> connections(50);
+    std::mt19937 random(20240229);
+    const auto below = [&random](int limit) { return int(random() % unsigned(limit)); };
+    int holder = -1;
+    bool isHigh = false;
+    Talk controller;
+    controller.subscribe();
+    for (int acquired = 0; acquired < 1000;) {
+        const int actor = below(int(connections.size()));
+        const QByteArray name = "c" + QByteArray::number(actor);
+        if (below(10) == 0) {
+            connections[size_t(actor)] = {};
+            holder = holder == actor ? -1 : holder;
+        } else {
+            ++acquired;
+            const bool wantsHigh = below(2) == 0;
+            const bool isGranted = holder < 0 || holder == actor || !isHigh || wantsHigh;
+            Connection &connection = connections[size_t(actor)];
+            connection.talk->acquire(name, wantsHigh ? "high" : "low");
+            QByteArray message;
+            do {
+                message = connection.talk->next();
+                connection.take(message);
+            } while (!message.contains("\"res\""));
+            QCOMPARE(message, isGranted ? Granted : Revoked);
+            if (isGranted) {
+                holder = actor;
+                isHigh = wantsHigh;
+            }
+        }
+        const QByteArray status = "{\"name\":\"" + (holder < 0 ? QByteArray() : "c" + QByteArray::number(holder))
+                                  + "\",\"pid\":" + (holder < 0 ? "0" : "PID") + '}';
+        QCOMPARE(roleStatus(), status);
+    }
+    for (int i = 0; i < int(connections.size()); ++i) {
+        for (const QByteArray &message : connections[size_t(i)].talk->rest()) {
+            connections[size_t(i)].take(message);
+        }
+        QCOMPARE(connections[size_t(i)].hasRole, i == holder);
+    }
+    // The controller has slept through all of it and learns how it is.
+    QCOMPARE(controller.rest(), (QByteArrayList{Stopped, update(), Free}));
+    QCOMPARE(controller.next(), holder < 0 ? Free : Ours);
+    QCOMPARE(controller.next(), Stopped);
+    QCOMPARE(controller.next(), update());
 }
 
 QTEST_GUILESS_MAIN(TestNowPlaying)
