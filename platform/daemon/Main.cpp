@@ -62,7 +62,8 @@ int serve(int argc, char **argv, int listener, voro::Background &background, int
 
     // The services. They are all there before anybody can connect.
     const voro::renderer::RendererService renderer(broker);
-    const voro::nowplaying::NowPlayingService nowPlaying(broker);
+    voro::nowplaying::NowPlayingService nowPlaying(broker);
+    broker.serve("/pps/services/multimedia/mediaplayer/control", &nowPlaying.connections());
 
     broker.listen(listener);
 

@@ -6,7 +6,6 @@ namespace voro::nowplaying {
 
 namespace {
 
-constexpr std::string_view ControlPath = "/pps/services/multimedia/mediaplayer/control";
 constexpr std::string_view StatusPath = "/pps/services/multimedia/mediaplayer/status";
 
 } // namespace
@@ -14,12 +13,6 @@ constexpr std::string_view StatusPath = "/pps/services/multimedia/mediaplayer/st
 RoleService::RoleService(pps::Broker &broker, Listener &listener) : m_broker(broker), m_listener(listener)
 {
     publishStatus();
-    m_broker.serve(ControlPath, this);
-}
-
-RoleService::~RoleService()
-{
-    m_broker.unserve(ControlPath);
 }
 
 void RoleService::command(const QVariant &data)

@@ -19,10 +19,10 @@ struct Holder {
 };
 
 /**
- * The service of the now-playing connections: gives the role to one of them at a time, shows which in the status
+ * What serves the media player's control object: gives the role to one of them at a time, shows which in the status
  * object, and takes what the holder tells.
  */
-class RoleService : private pps::Service {
+class RoleService : public pps::Service {
 public:
     class Listener {
     public:
@@ -39,7 +39,6 @@ public:
     };
 
     RoleService(pps::Broker &broker, Listener &listener);
-    ~RoleService() override;
     RoleService(const RoleService &) = delete;
     RoleService &operator=(const RoleService &) = delete;
 
@@ -48,6 +47,10 @@ public:
     /** Sends the holder a "track" message. Nothing happens while the role is free. */
     void command(const QVariant &data);
 
+    void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
+    void clientMessage(pps::ClientId client, std::string_view text) override;
+    void clientClosed(pps::ClientId client) override;
+
 private:
     struct Connection {
         qint64 process = 0;
@@ -55,10 +58,6 @@ private:
         /** Why it cannot have the role; empty after a good registration. */
         QString problem = QStringLiteral("not registered");
     };
-
-    void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
-    void clientMessage(pps::ClientId client, std::string_view text) override;
-    void clientClosed(pps::ClientId client) override;
 
     void enroll(pps::ClientId client, const QVariant &data);
     void acquire(pps::ClientId client);

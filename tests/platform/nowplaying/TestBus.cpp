@@ -56,6 +56,16 @@ void TestBus::kill()
     m_process.waitForFinished();
 }
 
+void TestBus::stop()
+{
+    ::kill(pid_t(m_process.processId()), SIGSTOP);
+}
+
+void TestBus::goOn()
+{
+    ::kill(pid_t(m_process.processId()), SIGCONT);
+}
+
 QByteArray runProgram(const QString &program, const QStringList &arguments)
 {
     QProcess process;

@@ -15,6 +15,9 @@ public:
     QString address() const;
     void start();
     void kill();
+    /** Stops it in its tracks, or lets it go on. */
+    void stop();
+    void goOn();
 
 private:
     QTemporaryDir m_folder;

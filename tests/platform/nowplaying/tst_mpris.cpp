@@ -95,6 +95,8 @@ private Q_SLOTS:
     void calls_thatAreWrong_getAnError();
     void preemptedHolder_goesBeforeTheNewOneAppears();
     void bus_maybeStartedLater_goAway_andComeBack();
+    void bus_thatHangs_holdsNobodyUp_data();
+    void bus_thatHangs_holdsNobodyUp();
     void playerctl_followsTheHolder();
 
 private:
@@ -464,6 +466,40 @@ void TestMpris::bus_maybeStartedLater_goAway_andComeBack()
         bus->kill();
         QCOMPARE(holder->next(), Hold);
     }
+}
+
+void TestMpris::bus_thatHangs_holdsNobodyUp_data()
+{
+    QTest::addColumn<bool>("isConnected");
+    QTest::newRow("from the beginning") << false;
+    QTest::newRow("later") << true;
+}
+
+void TestMpris::bus_thatHangs_holdsNobodyUp()
+{
+    QFETCH(const bool, isConnected);
+    if (isConnected) {
+        acquire("z");
+    }
+    bus->stop();
+    Talk controller;
+    QElapsedTimer timer;
+    timer.start();
+    controller.subscribe();
+    QVERIFY(
+        controller.waitFor(isConnected ? R"({"dat":PID,"msg":"m_active_pid"})" : R"({"dat":0,"msg":"m_active_pid"})"));
+    QVERIFY2(timer.elapsed() < 250, QByteArray::number(timer.elapsed()));
+    timer.restart();
+    Talk other(PlayerControl);
+    other.acquire("a");
+    QCOMPARE(other.next(), Granted);
+    QCOMPARE(other.next(), Send);
+    other.write("msg::state|dat::playing");
+    QVERIFY(controller.waitFor(R"({"dat":"playing","msg":"m_state"})"));
+    QVERIFY2(timer.elapsed() < 150, QByteArray::number(timer.elapsed()));
+    bus->goOn();
+    QVERIFY(waitForName(Name));
+    QCOMPARE(property("PlaybackStatus"), "Playing");
 }
 
 void TestMpris::playerctl_followsTheHolder()
