@@ -9,6 +9,7 @@
 #include <pps/broker/Broker.h>
 #include <pps/Runtime.h>
 #include <renderer/service/RendererService.h>
+#include <services/nowplaying/NowPlayingService.h>
 #include <sys/eventfd.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -61,6 +62,8 @@ int serve(int argc, char **argv, int listener, voro::Background &background, int
 
     // The services. They are all there before anybody can connect.
     const voro::renderer::RendererService renderer(broker);
+    voro::nowplaying::NowPlayingService nowPlaying(broker);
+    broker.serve("/pps/services/multimedia/mediaplayer/control", &nowPlaying.connections());
 
     broker.listen(listener);
 

@@ -3,6 +3,7 @@
 #include "Hub.h"
 #include "Listing.h"
 #include "Order.h"
+#include "ReadWatch.h"
 
 #include <fcntl.h>
 #include <sys/epoll.h>
@@ -26,6 +27,7 @@ constexpr int MaximumEvents = 64;
 /** What an epoll event is about: a client's ID, or one of these. */
 constexpr uint64_t WakeEvent = 0;
 constexpr uint64_t ListenEvent = UINT64_MAX;
+constexpr uint64_t ReadEvent = UINT64_MAX - 1;
 
 Fd spareDescriptor()
 {
@@ -64,6 +66,7 @@ public:
     Private() : order(*this), hub([this](Client &client) { afterSend(client); })
     {
         watch(EPOLL_CTL_ADD, wake.get(), WakeEvent, EPOLLIN);
+        watch(EPOLL_CTL_ADD, readers.fd(), ReadEvent, EPOLLIN);
     }
 
     void watch(int operation, int fd, uint64_t about, uint32_t events)
@@ -85,6 +88,7 @@ public:
     void afterSend(Client &client);
     void closeWhenFlushed(Client &client);
     void endService(Endpoint &endpoint);
+    void tellReader(ClientId id);
 
     // Packets.
     void handlePacket(Client &client, const ClientPacket &packet) override;
@@ -103,6 +107,7 @@ public:
 
     Fd epoll{epoll_create1(EPOLL_CLOEXEC)};
     Fd wake{eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
+    ReadWatch readers;
     Fd spare = spareDescriptor();
     std::vector<Fd> listeners;
     std::unordered_map<ClientId, std::unique_ptr<Client>> clients;
@@ -211,6 +216,7 @@ void Broker::Private::settle()
 void Broker::Private::detach(Client &client)
 {
     order.remove(client);
+    readers.remove(client);
     store.unsubscribe(client.subscriber);
     if (client.endpoint && client.endpoint->server == &client) {
         endService(*client.endpoint);
@@ -250,6 +256,13 @@ void Broker::Private::endService(Endpoint &endpoint)
 {
     for (Client *client : hub.remove(endpoint)) {
         closeWhenFlushed(*client);
+    }
+}
+
+void Broker::Private::tellReader(ClientId id)
+{
+    if (Client *client = find(id); client && client->endpoint && client->endpoint->service) {
+        client->endpoint->service->clientHasRead(id);
     }
 }
 
@@ -470,6 +483,12 @@ void Broker::Private::processEvent(const epoll_event &event)
         acceptPending();
         return;
     }
+    if (event.data.u64 == ReadEvent) {
+        for (const ClientId id : readers.takeRead()) {
+            tellReader(id);
+        }
+        return;
+    }
     Client *const client = find(event.data.u64);
     if (!client) {
         return;
@@ -589,6 +608,13 @@ bool Broker::isBehind(ClientId id) const
 {
     const Client *const client = d->find(id);
     return client && client->reads() && !client->hasReadAll();
+}
+
+void Broker::tellWhenRead(ClientId id)
+{
+    if (Client *client = d->find(id); client && !client->isCondemned) {
+        d->readers.add(*client);
+    }
 }
 
 void Broker::disconnect(ClientId id)

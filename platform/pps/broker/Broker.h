@@ -33,6 +33,8 @@ public:
     virtual void clientMessage(ClientId client, std::string_view text) = 0;
     /** Once for every client that opened, unless the object is no longer served. */
     virtual void clientClosed(ClientId client) = 0;
+    /** The client has read everything that was sent: follows once on each Broker::tellWhenRead(). */
+    virtual void clientHasRead(ClientId) {}
 };
 
 /**
@@ -88,6 +90,8 @@ public:
     bool sendAll(std::string_view path, std::string_view lines);
     /** Whether the client has messages that it did not read yet. */
     bool isBehind(ClientId client) const;
+    /** Has clientHasRead() called from process() as soon as the client is not behind. */
+    void tellWhenRead(ClientId client);
     /** Closes the client's object; clientClosed() follows from process(). */
     void disconnect(ClientId client);
 

@@ -39,6 +39,7 @@ struct RecordingService : Service {
         events.push_back("closed");
         onClosed(client);
     }
+    void clientHasRead(ClientId) override { events.push_back("read"); }
 };
 
 using Events = std::vector<std::string>;
@@ -99,6 +100,7 @@ private Q_SLOTS:
     void service_thatEnds_isReadToItsEnd();
     void remoteServer_thatEnds_closesItsClients();
     void client_thatDoesNotRead_isDisconnectedAtOneMebibyte();
+    void service_isTold_onceTheClientHasReadEverything();
     void publisherOnly_isNeverSentAnything();
     void listing_showsObjectsServicesAndFolders();
 
@@ -587,6 +589,47 @@ void TestBroker::client_thatDoesNotRead_isDisconnectedAtOneMebibyte()
     while (sleeper->read(text, true)) {
     }
     QVERIFY(reader->write("a::1"));
+}
+
+void TestBroker::service_isTold_onceTheClientHasReadEverything()
+{
+    broker->run([&](Broker &b) { b.serve(Control, service.get()); });
+    auto client = broker->open(Control, PublishSubscribe);
+    auto gone = broker->open(Control, PublishSubscribe);
+    const auto events = [&] {
+        Events taken;
+        broker->run([&](Broker &) { taken.swap(service->events); });
+        return taken;
+    };
+    events();
+    for (int round = 0; round < 200; ++round) {
+        broker->run([&](Broker &b) {
+            b.sendAll(Control, "a::1");
+            b.sendAll(Control, "a::2");
+            for (const auto &[id, peer] : service->peers) {
+                b.tellWhenRead(id);
+                b.tellWhenRead(id);
+            }
+        });
+        readNext(*client);
+        broker->run([](Broker &) {});
+        QVERIFY(events().empty());
+        readNext(*client);
+        Events told;
+        QTRY_VERIFY(!told.empty() || (told = events(), !told.empty()));
+        QCOMPARE(told, Events{"read"});
+    }
+    gone.reset();
+    broker->run([](Broker &) {});
+    QCOMPARE(events(), Events{"closed"});
+    // Nothing is unread: that is told as well, and from process() only.
+    broker->run([&](Broker &b) {
+        b.tellWhenRead(service->peers.begin()->first);
+        QVERIFY(service->events.empty());
+    });
+    Events told;
+    QTRY_VERIFY(!told.empty() || (told = events(), !told.empty()));
+    QCOMPARE(told, Events{"read"});
 }
 
 void TestBroker::publisherOnly_isNeverSentAnything()

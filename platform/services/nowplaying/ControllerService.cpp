@@ -1,0 +1,119 @@
+#include "ControllerService.h"
+
+namespace voro::nowplaying {
+
+namespace {
+
+constexpr std::string_view ControlPath = "/pps/services/multimedia/mediacontroller/control";
+/** The longest time that a newcomer waits for what the source tells anew. */
+constexpr int MaximumWait = 200;
+
+} // namespace
+
+ControllerService::ControllerService(pps::Broker &broker, Listener &listener)
+    : m_broker(broker),
+      m_listener(listener),
+      m_audience(broker)
+{
+    m_wait.setSingleShot(true);
+    m_wait.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_wait, &QTimer::timeout, [this] { release(); });
+    setSource(0);
+    m_broker.serve(ControlPath, this);
+}
+
+ControllerService::~ControllerService()
+{
+    m_broker.unserve(ControlPath);
+}
+
+void ControllerService::setSource(qint64 process)
+{
+    m_audience.set(Audience::ActivePid, makeMessage("m_active_pid", process));
+    m_audience.drop(Audience::TrackChange);
+    m_audience.set(Audience::State, makeMessage("m_state", toText(State::Stopped)));
+    m_audience.set(Audience::Update, makeUpdate({}));
+}
+
+void ControllerService::tellSource(qint64 process)
+{
+    setSource(process);
+    m_audience.tell();
+}
+
+void ControllerService::tellState(State state)
+{
+    m_audience.set(Audience::State, makeMessage("m_state", toText(state)));
+    m_audience.tell();
+}
+
+void ControllerService::tellMetadata(const Metadata &metadata)
+{
+    m_audience.set(Audience::Update, makeUpdate(metadata));
+    release();
+}
+
+void ControllerService::renewMetadata(const Metadata &metadata)
+{
+    m_audience.renew(Audience::Update, makeUpdate(metadata));
+}
+
+void ControllerService::tellTrackChange()
+{
+    m_audience.set(Audience::TrackChange, makeMessage("m_state", "trackchange"));
+    m_audience.tell();
+}
+
+void ControllerService::release()
+{
+    m_wait.stop();
+    m_heldBack = 0;
+    m_audience.release();
+}
+
+void ControllerService::clientOpened(pps::ClientId, const pps::Peer &)
+{
+    m_listener.controllerOpened();
+}
+
+void ControllerService::clientClosed(pps::ClientId client)
+{
+    unsubscribe(client);
+}
+
+void ControllerService::clientMessage(pps::ClientId client, std::string_view text)
+{
+    const QVariantMap message = parseMessage(text);
+    const QString name = message.value("msg").toString();
+    if (name == "md_subscribe") {
+        subscribe(client);
+    } else if (name == "md_unsubscribe") {
+        unsubscribe(client);
+    } else {
+        m_listener.commanded(parseCommand(message), [this, client, name](const QString &problem) {
+            if (!problem.isEmpty()) {
+                m_broker.send(client, view(makeFailure(name, problem)));
+            }
+        });
+    }
+}
+
+void ControllerService::subscribe(pps::ClientId client)
+{
+    m_heldBack |= m_listener.subscribing();
+    if (m_heldBack != 0 && !m_wait.isActive()) {
+        m_wait.start(MaximumWait);
+    }
+    m_audience.add(client, m_heldBack);
+    m_listener.subscribersChanged();
+}
+
+void ControllerService::unsubscribe(pps::ClientId client)
+{
+    if (m_audience.has(client)) {
+        m_audience.remove(client);
+        m_listener.subscribersChanged();
+    }
+}
+
+} // namespace voro::nowplaying

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Audience.h"
+#include "Messages.h"
+
+#include <QtCore/QTimer>
+
+#include <functional>
+
+namespace voro::nowplaying {
+
+/** The service of the controllers: tells them about the source, and takes their commands for it. */
+class ControllerService : private pps::Service {
+public:
+    /** Takes how a command went: empty, or a problem for people. */
+    using Done = std::function<void(const QString &problem)>;
+
+    class Listener {
+    public:
+        virtual ~Listener() = default;
+        /** Carries a command out. `done` may be called later. */
+        virtual void commanded(const Command &command, const Done &done) = 0;
+        /** Somebody opened the service for the first time. */
+        virtual void controllerOpened() = 0;
+        /** Somebody is about to subscribe; what the source is about to tell anew is held back, for a short time. */
+        virtual Audience::Kinds subscribing() = 0;
+        /** hasSubscribers() may have changed. */
+        virtual void subscribersChanged() = 0;
+    };
+
+    ControllerService(pps::Broker &broker, Listener &listener);
+    ~ControllerService() override;
+    ControllerService(const ControllerService &) = delete;
+    ControllerService &operator=(const ControllerService &) = delete;
+
+    bool hasSubscribers() const { return !m_audience.isEmpty(); }
+
+    /** Tells that there is another source now, or none (0), of which nothing else is known yet. */
+    void tellSource(qint64 process);
+    void tellState(State state);
+    void tellMetadata(const Metadata &metadata);
+    void tellTrackChange();
+    /** The metadata as they are now, for newcomers; for the others they have not changed. */
+    void renewMetadata(const Metadata &metadata);
+    /** What was held back is not awaited any more. */
+    void release();
+
+private:
+    void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
+    void clientMessage(pps::ClientId client, std::string_view text) override;
+    void clientClosed(pps::ClientId client) override;
+    void clientHasRead(pps::ClientId client) override { m_audience.hasRead(client); }
+
+    void subscribe(pps::ClientId client);
+    void unsubscribe(pps::ClientId client);
+    void setSource(qint64 process);
+
+    pps::Broker &m_broker;
+    Listener &m_listener;
+    Audience m_audience;
+    /** What is held back from newcomers while the timer runs. */
+    Audience::Kinds m_heldBack = 0;
+    QTimer m_wait;
+};
+
+} // namespace voro::nowplaying

@@ -1,0 +1,184 @@
+#include "NowPlayingService.h"
+
+namespace voro::nowplaying {
+
+NowPlayingService::NowPlayingService(pps::Broker &broker) : m_role(broker, *this), m_controllers(broker, *this) {}
+
+NowPlayingService::~NowPlayingService() = default;
+
+Desktop *NowPlayingService::desktop()
+{
+    if (!m_isDesktopTried) {
+        m_isDesktopTried = true;
+        m_desktop = loadDesktop(*this);
+    }
+    return m_desktop.get();
+}
+
+void NowPlayingService::command(std::string_view text)
+{
+    commanded(parseCommand(parseMessage(text)), [](const QString &) {});
+}
+
+// --- The holder
+
+void NowPlayingService::holderChanged()
+{
+    const Holder *const holder = m_role.holder();
+    if (holder && desktop()) {
+        m_desktop->showHolder(holder->name, holder->process);
+    } else if (m_desktop) {
+        m_desktop->hideHolder();
+    }
+    tellSource();
+}
+
+void NowPlayingService::holderAnswered()
+{
+    m_wasWatched = isWatched();
+    m_role.command(m_wasWatched ? "sendData" : "holdData");
+}
+
+void NowPlayingService::holderRenamed()
+{
+    if (m_desktop) {
+        m_desktop->renameHolder(m_role.holder()->name);
+    }
+}
+
+void NowPlayingService::holderToldState(State state)
+{
+    setState(state);
+    if (m_desktop) {
+        m_desktop->showState(state);
+    }
+}
+
+void NowPlayingService::holderToldMetadata(const Metadata &metadata)
+{
+    m_controllers.tellMetadata(metadata);
+    if (m_desktop) {
+        m_desktop->showMetadata(metadata);
+    }
+}
+
+void NowPlayingService::holderChangedTrack()
+{
+    m_controllers.tellTrackChange();
+    if (m_desktop) {
+        m_desktop->showTrackChange();
+    }
+}
+
+// --- The source, whatever it is
+
+void NowPlayingService::tellSource()
+{
+    const Holder *const holder = m_role.holder();
+    const auto player = holder || !m_desktop ? std::nullopt : m_desktop->player();
+    m_state = State::Stopped;
+    m_controllers.tellSource(holder ? holder->process : player ? player->process : 0);
+    if (player) {
+        setState(player->state);
+        m_controllers.tellMetadata(player->metadata);
+    }
+    // Whoever waited for the present gets it whole.
+    m_controllers.release();
+}
+
+void NowPlayingService::setState(State state)
+{
+    m_state = state;
+    m_controllers.tellState(state);
+}
+
+TrackCommand NowPlayingService::resolve(const TrackCommand &command) const
+{
+    if (command.data == QVariant("playpause")) {
+        return {m_state == State::Playing ? "pause" : "play"};
+    }
+    return command;
+}
+
+void NowPlayingService::commandSource(const TrackCommand &command, const ControllerService::Done &done)
+{
+    if (m_role.holder()) {
+        m_role.command(resolve(command).data);
+        done({});
+    } else if (desktop() && m_desktop->player()) {
+        m_desktop->commandPlayer(resolve(command), done);
+    } else {
+        done("nothing is playing");
+    }
+}
+
+// --- Controllers
+
+void NowPlayingService::commanded(const Command &command, const ControllerService::Done &done)
+{
+    if (const auto *bad = std::get_if<BadCommand>(&command)) {
+        done(bad->problem);
+    } else if (const auto *track = std::get_if<TrackCommand>(&command)) {
+        commandSource(*track, done);
+    } else if (desktop()) {
+        m_desktop->changeVolume(std::get<VolumeCommand>(command), done);
+    } else {
+        done("there is no sound server");
+    }
+}
+
+Audience::Kinds NowPlayingService::subscribing()
+{
+    if (m_role.holder()) {
+        return m_wasWatched ? 0 : Audience::bit(Audience::Update);
+    }
+    if (!m_desktop || m_desktop->isSearching()) {
+        return m_desktop ? Audience::Lasting : 0;
+    }
+    if (const auto player = m_desktop->player()) {
+        m_controllers.renewMetadata(player->metadata);
+    }
+    return 0;
+}
+
+bool NowPlayingService::isWatched() const
+{
+    return m_controllers.hasSubscribers() || (m_desktop && m_desktop->isShown());
+}
+
+void NowPlayingService::updateWatched()
+{
+    if (m_role.holder() && isWatched() != m_wasWatched) {
+        m_wasWatched = !m_wasWatched;
+        m_role.command(m_wasWatched ? "sendData" : "holdData");
+    }
+}
+
+// --- The desktop
+
+void NowPlayingService::desktopCommanded(const TrackCommand &command)
+{
+    m_role.command(resolve(command).data);
+}
+
+void NowPlayingService::desktopPlayerChanged()
+{
+    if (!m_role.holder()) {
+        tellSource();
+    }
+}
+
+void NowPlayingService::desktopPlayerTold(bool isOtherState, bool isOtherMetadata)
+{
+    if (m_role.holder()) {
+        return;
+    }
+    if (isOtherState) {
+        setState(m_desktop->player()->state);
+    }
+    if (isOtherMetadata) {
+        m_controllers.tellMetadata(m_desktop->player()->metadata);
+    }
+}
+
+} // namespace voro::nowplaying

@@ -1,0 +1,463 @@
+#include "HolderObject.h"
+
+#include "Mpris.h"
+
+#include <QtDBus/QDBusPendingCallWatcher>
+#include <QtDBus/QDBusPendingReply>
+#include <QtDBus/QDBusVariant>
+
+#include <cmath>
+#include <cstdio>
+
+namespace voro::nowplaying {
+
+namespace {
+
+constexpr auto BusService = "org.freedesktop.DBus";
+constexpr auto BusPath = "/org/freedesktop/DBus";
+constexpr uint DoNotQueue = 4;
+constexpr uint PrimaryOwner = 1;
+constexpr uint AlreadyOwner = 4;
+/** A report that differs by more than this from where the position should be is a jump. In milliseconds. */
+constexpr qint64 Jump = 1000;
+
+QDBusMessage busCall(const char *method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(BusService, BusPath, BusService, method);
+    message.setArguments(arguments);
+    return message;
+}
+
+QVariantMap rootProperties(const QString &identity)
+{
+    return {
+        {"CanQuit", false},
+        {"CanRaise", false},
+        {"HasTrackList", false},
+        {"Identity", identity},
+        {"SupportedUriSchemes", QStringList()},
+        {"SupportedMimeTypes", QStringList()},
+    };
+}
+
+constexpr auto Introspection = R"(<!DOCTYPE node PUBLIC "-//freedesktop//DTD D-BUS Object Introspection 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/introspect.dtd">
+<node>
+  <interface name="org.freedesktop.DBus.Introspectable">
+    <method name="Introspect">
+      <arg name="xml_data" type="s" direction="out"/>
+    </method>
+  </interface>
+  <interface name="org.mpris.MediaPlayer2">
+    <method name="Raise"/>
+    <method name="Quit"/>
+    <property name="CanQuit" type="b" access="read"/>
+    <property name="CanRaise" type="b" access="read"/>
+    <property name="HasTrackList" type="b" access="read"/>
+    <property name="Identity" type="s" access="read"/>
+    <property name="SupportedUriSchemes" type="as" access="read"/>
+    <property name="SupportedMimeTypes" type="as" access="read"/>
+  </interface>
+  <interface name="org.mpris.MediaPlayer2.Player">
+    <method name="Next"/>
+    <method name="Previous"/>
+    <method name="Pause"/>
+    <method name="PlayPause"/>
+    <method name="Stop"/>
+    <method name="Play"/>
+    <method name="Seek">
+      <arg name="Offset" type="x" direction="in"/>
+    </method>
+    <method name="SetPosition">
+      <arg name="TrackId" type="o" direction="in"/>
+      <arg name="Position" type="x" direction="in"/>
+    </method>
+    <method name="OpenUri">
+      <arg name="Uri" type="s" direction="in"/>
+    </method>
+    <signal name="Seeked">
+      <arg name="Position" type="x"/>
+    </signal>
+    <property name="PlaybackStatus" type="s" access="read"/>
+    <property name="LoopStatus" type="s" access="readwrite"/>
+    <property name="Rate" type="d" access="readwrite"/>
+    <property name="Shuffle" type="b" access="readwrite"/>
+    <property name="Metadata" type="a{sv}" access="read"/>
+    <property name="Volume" type="d" access="readwrite"/>
+    <property name="Position" type="x" access="read">
+      <annotation name="org.freedesktop.DBus.Property.EmitsChangedSignal" value="false"/>
+    </property>
+    <property name="MinimumRate" type="d" access="read"/>
+    <property name="MaximumRate" type="d" access="read"/>
+    <property name="CanGoNext" type="b" access="read"/>
+    <property name="CanGoPrevious" type="b" access="read"/>
+    <property name="CanPlay" type="b" access="read"/>
+    <property name="CanPause" type="b" access="read"/>
+    <property name="CanSeek" type="b" access="read"/>
+    <property name="CanControl" type="b" access="read">
+      <annotation name="org.freedesktop.DBus.Property.EmitsChangedSignal" value="false"/>
+    </property>
+  </interface>
+  <interface name="org.freedesktop.DBus.Properties">
+    <method name="Get">
+      <arg name="interface_name" type="s" direction="in"/>
+      <arg name="property_name" type="s" direction="in"/>
+      <arg name="value" type="v" direction="out"/>
+    </method>
+    <method name="Set">
+      <arg name="interface_name" type="s" direction="in"/>
+      <arg name="property_name" type="s" direction="in"/>
+      <arg name="value" type="v" direction="in"/>
+    </method>
+    <method name="GetAll">
+      <arg name="interface_name" type="s" direction="in"/>
+      <arg name="properties" type="a{sv}" direction="out"/>
+    </method>
+    <signal name="PropertiesChanged">
+      <arg name="interface_name" type="s"/>
+      <arg name="changed_properties" type="a{sv}"/>
+      <arg name="invalidated_properties" type="as"/>
+    </signal>
+  </interface>
+</node>
+)";
+
+} // namespace
+
+HolderObject::~HolderObject()
+{
+    blockSignals(true);
+    detach();
+}
+
+// --- The model
+
+void HolderObject::setHolder(const QString &name, qint64 process)
+{
+    hide();
+    m_hasHolder = true;
+    m_name = name;
+    m_process = process;
+    m_state = State::Stopped;
+    m_metadata = {};
+    m_position = {};
+    m_track = 0;
+    show();
+}
+
+void HolderObject::rename(const QString &name)
+{
+    hide();
+    m_name = name;
+    show();
+}
+
+void HolderObject::clear()
+{
+    hide();
+    m_hasHolder = false;
+}
+
+void HolderObject::setState(State state)
+{
+    m_state = state;
+    m_position.setRate(state == State::Playing ? 1 : 0);
+    tellChanges();
+}
+
+void HolderObject::setMetadata(const Metadata &metadata)
+{
+    const bool isOtherTrack = m_track == 0 || metadata.title != m_metadata.title || metadata.artist != m_metadata.artist
+                              || metadata.album != m_metadata.album;
+    const bool isJump = std::abs(qint64(metadata.position) - m_position.now()) > Jump;
+    if (isOtherTrack) {
+        m_track = ++m_lastTrack;
+    }
+    m_metadata = metadata;
+    m_position.setDuration(metadata.duration);
+    m_position.set(metadata.position);
+    tellChanges();
+    if (isJump) {
+        tellSeeked();
+    }
+}
+
+void HolderObject::setVolume(double volume)
+{
+    m_volume = volume;
+    tellChanges();
+}
+
+void HolderObject::changeTrack()
+{
+    m_track = ++m_lastTrack;
+    tellChanges();
+}
+
+// --- On the bus
+
+void HolderObject::attach(const QDBusConnection &bus)
+{
+    m_bus = bus;
+    m_bus->registerVirtualObject(mpris::Path, this);
+    if (m_hasHolder) {
+        show();
+        Q_EMIT shownChanged();
+    }
+}
+
+void HolderObject::detach()
+{
+    if (m_bus) {
+        const bool wasShown = isShown();
+        m_busName.clear();
+        m_bus->unregisterObject(mpris::Path);
+        m_bus.reset();
+        if (wasShown) {
+            Q_EMIT shownChanged();
+        }
+    }
+}
+
+void HolderObject::show()
+{
+    if (m_bus && m_hasHolder) {
+        m_told = playerProperties();
+        claim(mpris::busName(m_name));
+    }
+}
+
+void HolderObject::hide()
+{
+    if (isShown()) {
+        m_bus->send(busCall("ReleaseName", {std::exchange(m_busName, QString())}));
+    }
+}
+
+void HolderObject::claim(const QString &busName)
+{
+    m_busName = busName;
+    auto *const watcher =
+        new QDBusPendingCallWatcher(m_bus->asyncCall(busCall("RequestName", {busName, DoNotQueue})), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, busName] {
+        watcher->deleteLater();
+        const QDBusPendingReply<uint> reply = *watcher;
+        claimed(busName, reply.isError() ? 0 : reply.value());
+    });
+}
+
+void HolderObject::claimed(const QString &busName, uint result)
+{
+    if (busName != m_busName || result == PrimaryOwner || result == AlreadyOwner) {
+        return;
+    }
+    const QString other = mpris::busName(m_name, QStringLiteral(".instance%1").arg(m_process));
+    if (busName != other) {
+        claim(other);
+        return;
+    }
+    std::fprintf(stderr, "vorod: the session bus refuses the name %s\n", qUtf8Printable(busName));
+    m_busName.clear();
+    Q_EMIT shownChanged();
+}
+
+void HolderObject::signal(const QString &interface, const QString &name, const QVariantList &arguments) const
+{
+    QDBusMessage message = QDBusMessage::createSignal(mpris::Path, interface, name);
+    message.setArguments(arguments);
+    m_bus->send(message);
+}
+
+void HolderObject::tellChanges()
+{
+    if (!isShown()) {
+        return;
+    }
+    const QVariantMap present = playerProperties();
+    QVariantMap changes;
+    for (auto property = present.cbegin(); property != present.cend(); ++property) {
+        if (m_told.value(property.key()) != property.value()) {
+            changes.insert(property.key(), property.value());
+        }
+    }
+    m_told = present;
+    if (!changes.isEmpty()) {
+        signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::PlayerInterface, changes, QStringList()});
+    }
+}
+
+void HolderObject::tellSeeked()
+{
+    if (isShown()) {
+        signal(mpris::PlayerInterface, "Seeked", {m_position.now() * 1000});
+    }
+}
+
+// --- Calls
+
+// Qt leaves calls for the introspection of a virtual object to handleMessage().
+QString HolderObject::introspect(const QString &) const
+{
+    return {};
+}
+
+bool HolderObject::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    if (message.path() != mpris::Path || message.type() != QDBusMessage::MethodCallMessage) {
+        return false;
+    }
+    const QDBusMessage reply = message.interface() == mpris::PropertiesInterface ? callProperties(message)
+                               : message.member() == "Introspect" ? message.createReply(QString(Introspection))
+                                                                  : call(message);
+    if (reply.type() == QDBusMessage::InvalidMessage) {
+        // It follows later.
+        return true;
+    }
+    return connection.send(reply);
+}
+
+QVariantMap HolderObject::playerProperties() const
+{
+    return {
+        {"PlaybackStatus", mpris::fromState(m_state)},
+        {"LoopStatus", mpris::fromRepeatMode(m_metadata.repeatMode)},
+        {"Rate", 1.0},
+        {"Shuffle", m_metadata.shuffleMode == "all"},
+        {"Metadata", mpris::fromMetadata(m_metadata, m_track)},
+        {"Volume", m_volume},
+        {"MinimumRate", 1.0},
+        {"MaximumRate", 1.0},
+        {"CanGoNext", m_metadata.nextEnabled},
+        {"CanGoPrevious", m_metadata.previousEnabled},
+        {"CanPlay", true},
+        {"CanPause", true},
+        {"CanSeek", false},
+        {"CanControl", true},
+    };
+}
+
+QVariantMap HolderObject::properties(const QString &interface) const
+{
+    if (interface == mpris::RootInterface) {
+        return rootProperties(m_name);
+    }
+    if (interface != mpris::PlayerInterface) {
+        return {};
+    }
+    QVariantMap properties = playerProperties();
+    properties.insert("Position", m_position.now() * 1000);
+    return properties;
+}
+
+QDBusMessage HolderObject::call(const QDBusMessage &message)
+{
+    struct Method {
+        QString interface;
+        QString signature;
+    };
+    // Raise, Quit and seeking are said to be impossible; they do nothing then.
+    static const QMap<QString, Method> methods = {
+        {"Raise", {mpris::RootInterface, ""}},      {"Quit", {mpris::RootInterface, ""}},
+        {"Next", {mpris::PlayerInterface, ""}},     {"Previous", {mpris::PlayerInterface, ""}},
+        {"Pause", {mpris::PlayerInterface, ""}},    {"PlayPause", {mpris::PlayerInterface, ""}},
+        {"Stop", {mpris::PlayerInterface, ""}},     {"Play", {mpris::PlayerInterface, ""}},
+        {"Seek", {mpris::PlayerInterface, "x"}},    {"SetPosition", {mpris::PlayerInterface, "ox"}},
+        {"OpenUri", {mpris::PlayerInterface, "s"}},
+    };
+    const QString name = message.member();
+    const auto method = methods.constFind(name);
+    if (method == methods.cend() || (!message.interface().isEmpty() && message.interface() != method->interface)) {
+        return message.createErrorReply(QDBusError::UnknownMethod, "There is no method " + name);
+    }
+    if (message.signature() != method->signature) {
+        return message.createErrorReply(QDBusError::InvalidArgs, name + " takes other arguments");
+    }
+    if (name == "OpenUri") {
+        return message.createErrorReply(QDBusError::NotSupported, "URIs cannot be opened");
+    }
+    command(name);
+    return message.createReply();
+}
+
+void HolderObject::command(const QString &method)
+{
+    static const QMap<QString, QString> commands = {{"Next", "next"},   {"Previous", "prev"},
+                                                    {"Pause", "pause"}, {"PlayPause", "playpause"},
+                                                    {"Stop", "stop"},   {"Play", "play"}};
+    const bool isPossible = (method != "Next" || m_metadata.nextEnabled)
+                            && (method != "Previous" || m_metadata.previousEnabled) && commands.contains(method);
+    if (isPossible) {
+        Q_EMIT commanded({commands.value(method)});
+    }
+}
+
+QDBusMessage HolderObject::callProperties(const QDBusMessage &message)
+{
+    static const QMap<QString, QString> signatures = {{"Get", "ss"}, {"GetAll", "s"}, {"Set", "ssv"}};
+    const QString method = message.member();
+    if (message.signature() != signatures.value(method)) {
+        return message.createErrorReply(QDBusError::InvalidArgs, "This is no call of a property");
+    }
+    const QVariantList arguments = message.arguments();
+    const QString interface = arguments.at(0).toString();
+    const QVariantMap known = properties(interface);
+    if (known.isEmpty()) {
+        return message.createErrorReply(QDBusError::UnknownInterface, "There is no interface " + interface);
+    }
+    if (method == "GetAll") {
+        return message.createReply(known);
+    }
+    const QString name = arguments.at(1).toString();
+    if (!known.contains(name)) {
+        return message.createErrorReply(QDBusError::UnknownProperty, "There is no property " + name);
+    }
+    if (method == "Get") {
+        return message.createReply(QVariant::fromValue(QDBusVariant(known.value(name))));
+    }
+    const QVariant value = arguments.at(2).value<QDBusVariant>().variant();
+    if (value.metaType() != known.value(name).metaType()) {
+        return message.createErrorReply(QDBusError::InvalidArgs, name + " is of another type");
+    }
+    return setProperty(message, name, value);
+}
+
+QDBusMessage HolderObject::setProperty(const QDBusMessage &message, const QString &name, const QVariant &value)
+{
+    if (name == "LoopStatus") {
+        return setLoopStatus(message, value.toString());
+    }
+    if (name == "Volume") {
+        return changeVolume(message, value.toDouble());
+    }
+    if (name == "Shuffle") {
+        Q_EMIT commanded({QVariantMap{{"command", "shuffle"}, {"value", value.toBool() ? "all" : "off"}}});
+    } else if (name == "Rate") {
+        // The only rate is 1; 0 is a pause.
+        command(value.toDouble() == 0 ? QStringLiteral("Pause") : QString());
+    } else {
+        return message.createErrorReply(QDBusError::PropertyReadOnly, name + " cannot be set");
+    }
+    return message.createReply();
+}
+
+QDBusMessage HolderObject::setLoopStatus(const QDBusMessage &message, const QString &status)
+{
+    const QString mode = mpris::toRepeatMode(status);
+    if (mode.isEmpty()) {
+        return message.createErrorReply(QDBusError::InvalidArgs, "LoopStatus is None, Track or Playlist");
+    }
+    Q_EMIT commanded({QVariantMap{{"command", "repeat"}, {"value", mode}}});
+    return message.createReply();
+}
+
+QDBusMessage HolderObject::changeVolume(const QDBusMessage &message, double volume)
+{
+    message.setDelayedReply(true);
+    const int level = volume > 0 ? int(std::lround(std::min(volume, 1.0) * 100)) : 0;
+    Q_EMIT volumeCommanded({VolumeCommand::Set, level}, [message, bus = *m_bus](const QString &problem) {
+        bus.send(problem.isEmpty() ? message.createReply() : message.createErrorReply(QDBusError::Failed, problem));
+    });
+    return {};
+}
+
+} // namespace voro::nowplaying

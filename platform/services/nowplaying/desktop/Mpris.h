@@ -1,0 +1,40 @@
+#pragma once
+
+#include "../Desktop.h"
+
+/* The names and values of MPRIS, the desktop's interface for players, and what they are here. */
+
+namespace voro::nowplaying::mpris {
+
+inline const QString Path = QStringLiteral("/org/mpris/MediaPlayer2");
+inline const QString RootInterface = QStringLiteral("org.mpris.MediaPlayer2");
+inline const QString PlayerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
+inline const QString PropertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+/** Players' names begin so. */
+inline const QString NamePrefix = QStringLiteral("org.mpris.MediaPlayer2.");
+/** Our own names begin so. */
+inline const QString OurPrefix = QStringLiteral("org.mpris.MediaPlayer2.voro.");
+
+/** How long a player may take for an answer, in milliseconds. */
+inline constexpr int Patience = 5000;
+
+/** The bus name of a holder; `suffix` makes it another one. */
+QString busName(const QString &holder, const QString &suffix = {});
+
+/** "Playing", "Paused", "Stopped" and back; anything else is stopped. */
+QString fromState(State state);
+State toState(const QString &status);
+
+/** "None", "Track", "Playlist" for "none", "track", "all" and back; empty for anything else. */
+QString fromRepeatMode(const QString &mode);
+QString toRepeatMode(const QString &status);
+
+/** Metadata for the bus. `track` is the track's number, 0 while there is none. */
+QVariantMap fromMetadata(const Metadata &metadata, quint64 track);
+/** Takes over the entries of a player's metadata; whatever has a wrong type or is too large counts as not given. */
+void takeMetadata(const QVariant &value, Metadata &metadata);
+
+/** A place of artwork as a URL that needs nothing from the net; empty when it is none. */
+QString artworkUrl(const QString &artwork);
+
+} // namespace voro::nowplaying::mpris

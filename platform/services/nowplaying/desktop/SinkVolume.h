@@ -1,0 +1,62 @@
+#pragma once
+
+#include "../Desktop.h"
+
+#include <QtCore/QObject>
+
+#include <pulse/context.h>
+#include <pulse/introspect.h>
+#include <pulse/subscribe.h>
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace voro::nowplaying {
+
+/** The volume of the sound server's default sink. */
+class SinkVolume : public QObject {
+    Q_OBJECT
+public:
+    ~SinkVolume() override;
+
+    /** Connects to the sound server unless it is connected, so that the volume is known. */
+    void watch();
+    /** Carries the command out when the sink is known. */
+    void change(const VolumeCommand &command, const Desktop::Done &done);
+    /** The volume as a fraction of the normal one, at most 1. */
+    double volume() const;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    struct Sink {
+        pa_cvolume volume{};
+        bool isMuted = false;
+    };
+    struct Waiting {
+        VolumeCommand command;
+        Desktop::Done done;
+    };
+    struct ContextDeleter {
+        void operator()(pa_context *context) const;
+    };
+
+    void contextChanged();
+    void sinkTold(const pa_sink_info *info, int end);
+    void askForSink();
+    void carryOut(const VolumeCommand &command, const Desktop::Done &done);
+    void acknowledged(bool isGood);
+    void fail(const QString &problem);
+
+    std::unique_ptr<pa_context, ContextDeleter> m_context;
+    std::optional<Sink> m_sink;
+    /** Commands that wait for the sink to be known. */
+    std::vector<Waiting> m_waiting;
+    /** Those that were sent and not acknowledged; what the server tells of the sink may be from before them. */
+    std::deque<Desktop::Done> m_sent;
+};
+
+} // namespace voro::nowplaying

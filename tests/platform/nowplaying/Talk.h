@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QVariant>
+
+#include <pps/Connection.h>
+
+inline constexpr auto PlayerControl = "/pps/services/multimedia/mediaplayer/control";
+inline constexpr auto PlayerStatus = "/pps/services/multimedia/mediaplayer/status";
+inline constexpr auto ControllerControl = "/pps/services/multimedia/mediacontroller/control";
+
+/** A client of one of the services: writes messages and reads what comes back. */
+class Talk {
+public:
+    /** Opens the service; ends the test program when that fails. */
+    explicit Talk(const char *path = ControllerControl);
+
+    /** Writes a message, its lines separated by '|'. */
+    void write(const QByteArray &lines);
+    /** Waits for the next message and returns it as JSON, with this process's id as "PID"; "END" when there is no more,
+        "NOTHING" when none comes. */
+    QByteArray next();
+    /** The same as a map. */
+    QVariantMap nextMap();
+    /** What comes before the service has answered; the client must not be waiting for anything else. */
+    QByteArrayList rest();
+
+    /** Registers under the name and asks for the role. */
+    void acquire(const QByteArray &name, const QByteArray &priority = "low");
+    void subscribe() { write("msg::md_subscribe"); }
+    /** Reads messages until one is this. */
+    bool waitFor(const QByteArray &message);
+
+    voro::pps::Connection &connection() { return m_connection; }
+
+private:
+    const bool m_isController;
+    voro::pps::Connection m_connection;
+};
+
+/** The present status: the holder's name and process, "NAME PID". */
+QByteArray roleStatus();
+
+/** An "md_update" as JSON, as it is without anything but these fields. */
+QByteArray update(const QVariantMap &fields = {});

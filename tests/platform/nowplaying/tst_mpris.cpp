@@ -1,0 +1,538 @@
+#include "Daemon.h"
+#include "Talk.h"
+#include "TestBus.h"
+
+#include <QtDBus/QtDBus>
+#include <QtTest/QtTest>
+
+#include <memory>
+
+namespace {
+
+const QString Path = "/org/mpris/MediaPlayer2";
+const QString Root = "org.mpris.MediaPlayer2";
+const QString PlayerInterface = "org.mpris.MediaPlayer2.Player";
+const QString Properties = "org.freedesktop.DBus.Properties";
+const QString Name = "org.mpris.MediaPlayer2.voro.a";
+
+const QByteArray Granted(R"({"res":"acquire"})");
+const QByteArray Send(R"({"dat":"sendData","msg":"track"})");
+const QByteArray Hold(R"({"dat":"holdData","msg":"track"})");
+
+QByteArray track(const QByteArray &data)
+{
+    return R"({"dat":)" + data + R"(,"msg":"track"})";
+}
+
+/** Whoever waits for the bus or a player that hangs, waits longer than this. In milliseconds. */
+constexpr qint64 Blocked = 4000;
+
+} // namespace
+
+/** Records what the bus tells: names that come and go, changed properties, jumps. */
+class Witness : public QObject {
+    Q_OBJECT
+public:
+    explicit Witness(QDBusConnection bus)
+    {
+        bus.connect("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged", this,
+                    SLOT(ownerChanged(QString, QString, QString)));
+        bus.connect(QString(), Path, Properties, "PropertiesChanged", this,
+                    SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
+        bus.connect(QString(), Path, PlayerInterface, "Seeked", this, SLOT(seeked(qlonglong)));
+        // The matches are in place when the bus has answered anything.
+        bus.interface()->isServiceRegistered("none");
+    }
+    QStringList names;
+    QVariantMap changes;
+    QList<qlonglong> jumps;
+
+private Q_SLOTS:
+    void ownerChanged(const QString &name, const QString &before, const QString &after)
+    {
+        if (name.startsWith(Root)) {
+            names += (after.isEmpty() ? "-" : before.isEmpty() ? "+" : "*") + name.mid(Root.size() + 1);
+        }
+    }
+    void propertiesChanged(const QString &, const QVariantMap &changed, const QStringList &)
+    {
+        changes.insert(changed);
+    }
+    void seeked(qlonglong position) { jumps += position; }
+};
+
+class TestMpris : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        bus = std::make_unique<TestBus>();
+        daemon = std::make_unique<Daemon>();
+        test = QDBusConnection::connectToBus(bus->address(), "test");
+        holder = std::make_unique<Talk>(PlayerControl);
+    }
+    void cleanup()
+    {
+        holder.reset();
+        test = QDBusConnection("none");
+        QDBusConnection::disconnectFromBus("test");
+        daemon.reset();
+        bus.reset();
+    }
+
+    void name_isMadeOfTheHolders_data();
+    void name_isMadeOfTheHolders();
+    void name_ofAnyBytes_isShown();
+    void name_thatIsTaken_getsTheProcess();
+    void object_isAWatcher();
+    void object_saysWhatItIs();
+    void properties_areAsTheHolderTells();
+    void propertiesChanged_tellsWhatChanged_data();
+    void propertiesChanged_tellsWhatChanged();
+    void artwork_isALocalUrl_data();
+    void artwork_isALocalUrl();
+    void position_runsOn_andJumpsAreTold();
+    void calls_commandTheHolder_data();
+    void calls_commandTheHolder();
+    void calls_thatAreWrong_getAnError_data();
+    void calls_thatAreWrong_getAnError();
+    void preemptedHolder_goesBeforeTheNewOneAppears();
+    void bus_maybeStartedLater_goAway_andComeBack();
+    void bus_thatHangs_holdsNobodyUp_data();
+    void bus_thatHangs_holdsNobodyUp();
+    void playerctl_followsTheHolder();
+
+private:
+    void acquire(const QByteArray &name = "a");
+    /** Has the holder write, and returns when the service has handled it. */
+    void tell(const QByteArray &lines);
+    bool waitForName(const QString &name);
+    QDBusMessage call(const QString &interface, const QString &method, const QVariantList &arguments = {});
+    QVariant property(const QString &name);
+
+    std::unique_ptr<TestBus> bus;
+    std::unique_ptr<Daemon> daemon;
+    QDBusConnection test{"none"};
+    std::unique_ptr<Talk> holder;
+};
+
+void TestMpris::acquire(const QByteArray &name)
+{
+    holder->acquire(name);
+    QVERIFY(holder->waitFor(Send));
+}
+
+void TestMpris::tell(const QByteArray &lines)
+{
+    holder->write(lines);
+    QCOMPARE(holder->rest(), QByteArrayList());
+    // What was told is there when a later answer is.
+    call(Properties, "Get", {PlayerInterface, "Rate"});
+    QCoreApplication::processEvents();
+}
+
+bool TestMpris::waitForName(const QString &name)
+{
+    return QTest::qWaitFor([&] { return test.interface()->isServiceRegistered(name).value(); }, 20'000);
+}
+
+QDBusMessage TestMpris::call(const QString &interface, const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(Name, Path, interface, method);
+    message.setArguments(arguments);
+    return test.call(message);
+}
+
+QVariant TestMpris::property(const QString &name)
+{
+    const QDBusMessage reply = call(Properties, "Get", {PlayerInterface, name});
+    const QVariant value = reply.arguments().value(0).value<QDBusVariant>().variant();
+    return value.metaType() == QMetaType::fromType<QDBusArgument>() ? QVariant(qdbus_cast<QVariantMap>(value)) : value;
+}
+
+void TestMpris::name_isMadeOfTheHolders_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("busName");
+    QTest::newRow("plain") << QByteArray("Player_1") << "Player_1";
+    QTest::newRow("generated") << QByteArray("NPC:17") << "NPC_17";
+    QTest::newRow("dots") << QByteArray("com.example.Player") << "com.example.Player";
+    QTest::newRow("empty elements") << QByteArray(".a..b.") << "_a._b_";
+    QTest::newRow("digits") << QByteArray("1.2.x3") << "_._.x3";
+    QTest::newRow("blanks, letters of others") << QByteArray("My Plåyer-2") << "My_Pl__yer-2";
+    QTest::newRow("long") << QByteArray(300, 'x') << QString(255 - 28, 'x');
+}
+
+void TestMpris::name_isMadeOfTheHolders()
+{
+    QFETCH(const QByteArray, name);
+    QFETCH(const QString, busName);
+    acquire(name);
+    QVERIFY(waitForName("org.mpris.MediaPlayer2.voro." + busName));
+}
+
+void TestMpris::name_ofAnyBytes_isShown()
+{
+    QString all;
+    QByteArray json;
+    for (ushort c = 255; c > 0; --c) {
+        all += QChar(c);
+        json += "\\u00" + QByteArray::number(c, 16).rightJustified(2, '0');
+    }
+    Witness witness(test);
+    // A text on the bus ends where a NUL is.
+    acquire(json + "\\u0000");
+    QTRY_COMPARE(witness.names.size(), 1);
+    const QString name = Root + '.' + witness.names.first().mid(1);
+    QDBusMessage question = QDBusMessage::createMethodCall(name, Path, Properties, "Get");
+    question.setArguments({Root, "Identity"});
+    const QDBusMessage reply = test.call(question);
+    QCOMPARE(reply.arguments().value(0).value<QDBusVariant>().variant().toString(), all);
+}
+
+void TestMpris::name_thatIsTaken_getsTheProcess()
+{
+    QVERIFY(test.registerService(Name));
+    acquire();
+    QVERIFY(waitForName(Name + ".instance" + QString::number(getpid())));
+    QVERIFY(test.registerService("org.mpris.MediaPlayer2.voro.b"));
+    QVERIFY(test.registerService("org.mpris.MediaPlayer2.voro.b.instance" + QString::number(getpid())));
+    // Without any name it is not there, and nobody watches.
+    holder->write(R"(msg::register|dat:json:{"name":"b","prio":"low"})");
+    QCOMPARE(holder->next(), Hold);
+}
+
+void TestMpris::object_isAWatcher()
+{
+    acquire();
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(R"({"dat":PID,"msg":"m_active_pid"})"));
+    QCOMPARE(holder->rest(), QByteArrayList());
+    bus->kill();
+    controller.write("msg::md_unsubscribe");
+    QCOMPARE(holder->next(), Hold);
+}
+
+void TestMpris::object_saysWhatItIs()
+{
+    acquire();
+    QVERIFY(waitForName(Name));
+    const QVariantMap known = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {Root}).arguments().value(0));
+    QCOMPARE(known, (QVariantMap{{"CanQuit", false},
+                                 {"CanRaise", false},
+                                 {"HasTrackList", false},
+                                 {"Identity", "a"},
+                                 {"SupportedUriSchemes", QStringList()},
+                                 {"SupportedMimeTypes", QStringList()}}));
+    const QString xml = call("org.freedesktop.DBus.Introspectable", "Introspect").arguments().value(0).toString();
+    QXmlStreamReader reader(xml);
+    QMap<QString, QString> types;
+    while (!reader.atEnd()) {
+        if (reader.readNextStartElement() && reader.name() == QStringLiteral("property")) {
+            types[reader.attributes().value("name").toString()] = reader.attributes().value("type").toString();
+        }
+    }
+    QVERIFY(!reader.hasError() || reader.error() == QXmlStreamReader::PrematureEndOfDocumentError);
+    const auto player = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {PlayerInterface}).arguments().value(0));
+    for (auto value = player.cbegin(); value != player.cend(); ++value) {
+        const QByteArray type = value.key() == "Metadata"
+                                    ? value->value<QDBusArgument>().currentSignature().toLatin1()
+                                    : QByteArray(QDBusMetaType::typeToSignature(value->metaType()));
+        QCOMPARE(value.key() + ' ' + type, value.key() + ' ' + types.take(value.key()));
+    }
+    QCOMPARE(types.keys(), known.keys());
+}
+
+void TestMpris::properties_areAsTheHolderTells()
+{
+    acquire();
+    QVERIFY(waitForName(Name));
+    QVERIFY(property("Metadata").toMap().value("mpris:trackid").value<QDBusObjectPath>().path().endsWith("/NoTrack"));
+    tell("msg::state|dat::paused");
+    tell(
+        R"(msg::metadata|dat:json:{"artist":"A","album":"B","track":"C","track_number":"7","duration":9000,"position":4000,)"
+        R"("nextEnabled":true,"prevEnabled":true,"repeat_mode":"all","shuffle_mode":"all"})");
+    QVariantMap metadata = property("Metadata").toMap();
+    const QString trackId = metadata.take("mpris:trackid").value<QDBusObjectPath>().path();
+    QVERIFY(!trackId.endsWith("/NoTrack"));
+    QCOMPARE(metadata, (QVariantMap{{"xesam:artist", QStringList("A")},
+                                    {"xesam:album", "B"},
+                                    {"xesam:title", "C"},
+                                    {"xesam:trackNumber", 7},
+                                    {"mpris:length", qint64(9'000'000)}}));
+    auto all = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {PlayerInterface}).arguments().value(0));
+    all.remove("Metadata");
+    QCOMPARE(all, (QVariantMap{{"PlaybackStatus", "Paused"},
+                               {"LoopStatus", "Playlist"},
+                               {"Rate", 1.0},
+                               {"Shuffle", true},
+                               {"Volume", 1.0},
+                               {"Position", qint64(4'000'000)},
+                               {"MinimumRate", 1.0},
+                               {"MaximumRate", 1.0},
+                               {"CanGoNext", true},
+                               {"CanGoPrevious", true},
+                               {"CanPlay", true},
+                               {"CanPause", true},
+                               {"CanSeek", false},
+                               {"CanControl", true}}));
+}
+
+void TestMpris::propertiesChanged_tellsWhatChanged_data()
+{
+    QTest::addColumn<QByteArray>("lines");
+    QTest::addColumn<QStringList>("changed");
+    QTest::newRow("state") << QByteArray("msg::state|dat::playing") << QStringList{"PlaybackStatus"};
+    QTest::newRow("the same state") << QByteArray("msg::state|dat::paused") << QStringList();
+    QTest::newRow("track change") << QByteArray("msg::state|dat::trackchange") << QStringList{"Metadata"};
+    QTest::newRow("the same metadata") << QByteArray(R"(msg::metadata|dat:json:{"track":"T"})") << QStringList();
+    QTest::newRow("position only") << QByteArray(R"(msg::metadata|dat:json:{"track":"T","position":900})")
+                                   << QStringList();
+    QTest::newRow("title") << QByteArray(R"(msg::metadata|dat:json:{"track":"U"})") << QStringList{"Metadata"};
+    QTest::newRow("duration") << QByteArray(R"(msg::metadata|dat:json:{"track":"T","duration":1})")
+                              << QStringList{"Metadata"};
+    QTest::newRow("modes and buttons") << QByteArray(
+        R"(msg::metadata|dat:json:{"track":"T","repeat_mode":"track","shuffle_mode":"all","nextEnabled":true,"prevEnabled":true})")
+                                       << QStringList{"CanGoNext", "CanGoPrevious", "LoopStatus", "Shuffle"};
+}
+
+void TestMpris::propertiesChanged_tellsWhatChanged()
+{
+    QFETCH(const QByteArray, lines);
+    QFETCH(const QStringList, changed);
+    acquire();
+    QVERIFY(waitForName(Name));
+    tell("msg::state|dat::paused");
+    tell(R"(msg::metadata|dat:json:{"track":"T"})");
+    const QVariant trackId = property("Metadata").toMap().value("mpris:trackid");
+    Witness witness(test);
+    tell(lines);
+    QCOMPARE(witness.changes.keys(), changed);
+    const bool isOtherTrack = property("Metadata").toMap().value("mpris:trackid") != trackId;
+    QCOMPARE(isOtherTrack, lines.contains("trackchange") || lines.contains("\"U\""));
+}
+
+void TestMpris::artwork_isALocalUrl_data()
+{
+    QTest::addColumn<QByteArray>("artwork");
+    QTest::addColumn<QString>("url");
+    QTest::newRow("url") << QByteArray("file:///a.png") << "file:///a.png";
+    QTest::newRow("path") << QByteArray("/a b%.png") << "file:///a%20b%25.png";
+    QTest::newRow("url with blanks") << QByteArray("file:///a bü%25.png") << "file:///a%20b%C3%BC%25.png";
+    QTest::newRow("data") << QByteArray("data:image/png;base64,AAAA") << "data:image/png;base64,AAAA";
+    QTest::newRow("net") << QByteArray("http://example.org/a.png") << "";
+    QTest::newRow("file of another machine") << QByteArray("file://example.org/a.png") << "";
+    QTest::newRow("no place") << QByteArray("a.png") << "";
+}
+
+void TestMpris::artwork_isALocalUrl()
+{
+    QFETCH(const QByteArray, artwork);
+    acquire();
+    QVERIFY(waitForName(Name));
+    tell(R"(msg::metadata|dat:json:{"albumArtwork":")" + artwork + "\"}");
+    QTEST(property("Metadata").toMap().value("mpris:artUrl").toString(), "url");
+}
+
+void TestMpris::position_runsOn_andJumpsAreTold()
+{
+    acquire();
+    QVERIFY(waitForName(Name));
+    Witness witness(test);
+    tell(R"(msg::metadata|dat:json:{"position":60000,"duration":61000})");
+    QCOMPARE(witness.jumps, QList<qlonglong>{60'000'000});
+    QCOMPARE(property("Position"), QVariant(qint64(60'000'000)));
+    tell("msg::state|dat::playing");
+    QTRY_VERIFY(property("Position").toLongLong() > 60'100'000);
+    tell(R"(msg::metadata|dat:json:{"position":60300,"duration":61000})");
+    QCOMPARE(witness.jumps.size(), 1);
+    QTRY_COMPARE(property("Position"), QVariant(qint64(61'000'000)));
+    tell("msg::state|dat::paused");
+    tell(R"(msg::metadata|dat:json:{"position":1000,"duration":61000})");
+    QCOMPARE(property("Position"), QVariant(qint64(1'000'000)));
+    QCOMPARE(witness.jumps, (QList<qlonglong>{60'000'000, 1'000'000}));
+}
+
+void TestMpris::calls_commandTheHolder_data()
+{
+    QTest::addColumn<QString>("interface");
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<QVariantList>("arguments");
+    QTest::addColumn<QByteArrayList>("commands");
+    const auto row = [](const char *method, const QVariantList &arguments, const QByteArrayList &commands) {
+        QTest::newRow(method) << PlayerInterface << QString(method) << arguments << commands;
+    };
+    row("Play", {}, {track(R"("play")")});
+    row("Pause", {}, {track(R"("pause")")});
+    row("PlayPause", {}, {track(R"("pause")")});
+    row("Stop", {}, {track(R"("stop")")});
+    row("Next", {}, {track(R"("next")")});
+    row("Previous", {}, {});
+    row("Seek", {qint64(1000)}, {});
+    row("SetPosition", {QVariant::fromValue(QDBusObjectPath("/a")), qint64(1000)}, {});
+    QTest::newRow("Raise") << Root << "Raise" << QVariantList() << QByteArrayList();
+    QTest::newRow("Quit") << Root << "Quit" << QVariantList() << QByteArrayList();
+    QTest::newRow("no interface") << ""
+                                  << "Play" << QVariantList() << QByteArrayList{track(R"("play")")};
+    const auto set = [](const char *name, const QVariant &value, const QByteArrayList &commands) {
+        const QVariantList arguments{PlayerInterface, name, QVariant::fromValue(QDBusVariant(value))};
+        QTest::addRow("%s %s", name, value.toByteArray().constData())
+            << Properties << QString("Set") << arguments << commands;
+    };
+    set("LoopStatus", "Playlist", {track(R"({"command":"repeat","value":"all"})")});
+    set("LoopStatus", "None", {track(R"({"command":"repeat","value":"none"})")});
+    set("Shuffle", true, {track(R"({"command":"shuffle","value":"all"})")});
+    set("Shuffle", false, {track(R"({"command":"shuffle","value":"off"})")});
+    set("Rate", 2.0, {});
+    set("Rate", 0.0, {track(R"("pause")")});
+}
+
+void TestMpris::calls_commandTheHolder()
+{
+    QFETCH(const QString, interface);
+    QFETCH(const QString, method);
+    QFETCH(const QVariantList, arguments);
+    acquire();
+    QVERIFY(waitForName(Name));
+    tell("msg::state|dat::playing");
+    tell(R"(msg::metadata|dat:json:{"nextEnabled":true})");
+    const QDBusMessage reply = call(interface, method, arguments);
+    QCOMPARE(reply.errorMessage(), QString());
+    QTEST(holder->rest(), "commands");
+}
+
+void TestMpris::calls_thatAreWrong_getAnError_data()
+{
+    QTest::addColumn<QString>("interface");
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<QVariantList>("arguments");
+    QTest::addColumn<QString>("error");
+    const auto variant = [](const QVariant &value) { return QVariant::fromValue(QDBusVariant(value)); };
+    const auto row = [](const QString &interface, const QString &method, const QVariantList &arguments,
+                        const QString &error) {
+        QTest::addRow("%s %lld %s", qPrintable(method), qlonglong(arguments.size()),
+                      qPrintable(arguments.value(1).toString()))
+            << interface << method << arguments << "org.freedesktop.DBus.Error." + error;
+    };
+    row(PlayerInterface, "Dance", {}, "UnknownMethod");
+    row(Root, "Next", {}, "UnknownMethod");
+    row(PlayerInterface, "Next", {1}, "InvalidArgs");
+    row(PlayerInterface, "Seek", {"1"}, "InvalidArgs");
+    row(PlayerInterface, "OpenUri", {"file:///a.ogg"}, "NotSupported");
+    row(Properties, "Get", {"a.b"}, "InvalidArgs");
+    row(Properties, "Get", {"a.b", "Rate"}, "UnknownInterface");
+    row(Properties, "Get", {PlayerInterface, "Colour"}, "UnknownProperty");
+    row(Properties, "Set", {PlayerInterface, "CanSeek", variant(true)}, "PropertyReadOnly");
+    row(Properties, "Set", {PlayerInterface, "LoopStatus", variant("Twice")}, "InvalidArgs");
+    row(Properties, "Set", {PlayerInterface, "Shuffle", variant(1)}, "InvalidArgs");
+    row(Properties, "Set", {PlayerInterface, "Volume", variant(0.5)}, "Failed");
+    row(Properties, "Forget", {PlayerInterface}, "InvalidArgs");
+}
+
+void TestMpris::calls_thatAreWrong_getAnError()
+{
+    QFETCH(const QString, interface);
+    QFETCH(const QString, method);
+    QFETCH(const QVariantList, arguments);
+    acquire();
+    QVERIFY(waitForName(Name));
+    QTEST(call(interface, method, arguments).errorName(), "error");
+    QCOMPARE(holder->rest(), QByteArrayList());
+}
+
+void TestMpris::preemptedHolder_goesBeforeTheNewOneAppears()
+{
+    Witness witness(test);
+    acquire();
+    Talk other(PlayerControl);
+    other.acquire("b");
+    QCOMPARE(other.next(), Granted);
+    QCOMPARE(other.next(), Send);
+    other.write(R"(msg::register|dat:json:{"name":"c","prio":"low"})");
+    QTRY_COMPARE(witness.names, (QStringList{"+voro.a", "-voro.a", "+voro.b", "-voro.b", "+voro.c"}));
+}
+
+void TestMpris::bus_maybeStartedLater_goAway_andComeBack()
+{
+    holder.reset();
+    daemon.reset();
+    bus.reset();
+    bus = std::make_unique<TestBus>(TestBus::Later);
+    daemon = std::make_unique<Daemon>();
+    holder = std::make_unique<Talk>(PlayerControl);
+    holder->acquire("a");
+    QCOMPARE(holder->next(), Granted);
+    QCOMPARE(holder->next(), Hold);
+    for (int i = 0; i < 3; ++i) {
+        bus->start();
+        QCOMPARE(holder->next(), Send);
+        QVERIFY(runProgram("playerctl", {"-l"}).contains("voro.a"));
+        bus->kill();
+        QCOMPARE(holder->next(), Hold);
+    }
+}
+
+void TestMpris::bus_thatHangs_holdsNobodyUp_data()
+{
+    QTest::addColumn<bool>("isConnected");
+    QTest::newRow("from the beginning") << false;
+    QTest::newRow("later") << true;
+}
+
+void TestMpris::bus_thatHangs_holdsNobodyUp()
+{
+    QFETCH(const bool, isConnected);
+    if (isConnected) {
+        acquire("z");
+    }
+    bus->stop();
+    Talk controller;
+    QElapsedTimer timer;
+    timer.start();
+    controller.subscribe();
+    QVERIFY(
+        controller.waitFor(isConnected ? R"({"dat":PID,"msg":"m_active_pid"})" : R"({"dat":0,"msg":"m_active_pid"})"));
+    QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
+    timer.restart();
+    Talk other(PlayerControl);
+    other.acquire("a");
+    QCOMPARE(other.next(), Granted);
+    QCOMPARE(other.next(), Send);
+    other.write("msg::state|dat::playing");
+    QVERIFY(controller.waitFor(R"({"dat":"playing","msg":"m_state"})"));
+    QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
+    bus->goOn();
+    QVERIFY(waitForName(Name));
+    QCOMPARE(property("PlaybackStatus"), "Playing");
+}
+
+void TestMpris::playerctl_followsTheHolder()
+{
+    QProcess playerctl;
+    playerctl.start("playerctl", {"-a", "metadata", "--follow", "--format", "{{playerName}} {{status}} {{title}}"});
+    QVERIFY(playerctl.waitForStarted());
+    const auto line = [&playerctl] {
+        return playerctl.canReadLine() || playerctl.waitForReadyRead(20'000) ? playerctl.readLine().trimmed() : "NONE";
+    };
+    acquire();
+    QVERIFY(waitForName(Name));
+    tell("msg::state|dat::playing");
+    tell(R"(msg::metadata|dat:json:{"track":"T"})");
+    QByteArray last;
+    while (last != "voro Playing T" && last != "NONE") {
+        last = line();
+    }
+    QCOMPARE(last, "voro Playing T");
+    tell("msg::state|dat::paused");
+    QCOMPARE(line(), "voro Paused T");
+    playerctl.kill();
+    playerctl.waitForFinished();
+    runProgram("playerctl", {"play-pause"});
+    QCOMPARE(holder->next(), track(R"("play")"));
+    runProgram("playerctl", {"loop", "Track"});
+    QCOMPARE(holder->next(), track(R"({"command":"repeat","value":"track"})"));
+}
+
+QTEST_GUILESS_MAIN(TestMpris)
+#include "tst_mpris.moc"

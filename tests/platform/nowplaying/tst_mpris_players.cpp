@@ -1,0 +1,326 @@
+#include "Daemon.h"
+#include "Talk.h"
+#include "TestBus.h"
+
+#include <QtTest/QtTest>
+
+#include <memory>
+
+namespace {
+
+const QByteArray Free(R"({"dat":0,"msg":"m_active_pid"})");
+const QByteArray Playing(R"({"dat":"playing","msg":"m_state"})");
+const QByteArray Paused(R"({"dat":"paused","msg":"m_state"})");
+const QByteArray Stopped(R"({"dat":"stopped","msg":"m_state"})");
+
+QByteArray failure(const QByteArray &command, const QByteArray &problem)
+{
+    return R"({"err":")" + problem + R"(","error":")" + problem + R"(","res":")" + command + "\"}";
+}
+
+/** Whoever waits for the bus or a player that hangs, waits longer than this. In milliseconds. */
+constexpr qint64 Blocked = 4000;
+
+} // namespace
+
+/** Players of other programs, as the controllers see and command them. */
+class TestMprisPlayers : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        bus = std::make_unique<TestBus>();
+        daemon = std::make_unique<Daemon>();
+        players = std::make_unique<TestPlayers>();
+    }
+    void cleanup()
+    {
+        players.reset();
+        daemon.reset();
+        bus.reset();
+    }
+
+    void player_isShown_data();
+    void player_isShown();
+    void player_thatRuns_isFoundBeforeTheFirstController();
+    void changes_areTold();
+    void commands_areCalls_data();
+    void commands_areCalls();
+    void theOnePlaying_isChosen();
+    void holder_comesFirst();
+    void manyPlayers_comeAndGo();
+    void player_thatHangs_holdsNobodyUp();
+    void bus_thatGoes_takesThePlayersAlong();
+
+private:
+    /** The message about the source being the players' process. */
+    QByteArray theirs() const
+    {
+        return R"({"dat":)" + QByteArray::number(players->process()) + R"(,"msg":"m_active_pid"})";
+    }
+    /** Subscribes and returns the present: state, metadata, source. */
+    static QByteArrayList present();
+
+    std::unique_ptr<TestBus> bus;
+    std::unique_ptr<Daemon> daemon;
+    std::unique_ptr<TestPlayers> players;
+};
+
+QByteArrayList TestMprisPlayers::present()
+{
+    Talk controller;
+    controller.subscribe();
+    return {controller.next(), controller.next(), controller.next()};
+}
+
+void TestMprisPlayers::player_isShown_data()
+{
+    QTest::addColumn<QByteArray>("properties");
+    QTest::addColumn<QByteArray>("state");
+    QTest::addColumn<QVariantMap>("fields");
+    using Fields = QVariantMap;
+
+    QTest::newRow("everything") << QByteArray(
+        R"(PlaybackStatus="Paused", LoopStatus="Playlist", Shuffle=True, CanGoNext=True, CanGoPrevious=True, Position=Int64(1500000),)"
+        R"(Metadata=metadata(title="T", artist=["A", "B"], album="C", trackNumber=3, length=Int64(5000000), artUrl="file:///a.png"))")
+                                << Paused
+                                << Fields{{"track", "T"},
+                                          {"artist", "A, B"},
+                                          {"album", "C"},
+                                          {"track_number", "3"},
+                                          {"albumArtwork", "file:///a.png"},
+                                          {"duration", 5000},
+                                          {"position", 1500},
+                                          {"repeat_mode", "all"},
+                                          {"shuffle_mode", "all"},
+                                          {"nextEnabled", true},
+                                          {"prevEnabled", true}};
+    QTest::newRow("nothing") << QByteArray() << Stopped << Fields();
+    QTest::newRow("other types") << QByteArray(
+        R"(PlaybackStatus=7, LoopStatus=True, Shuffle="yes?", CanGoNext=[1], Position="far", Rate="fast", Metadata="none")")
+                                 << Stopped << Fields{{"shuffle_mode", "all"}};
+    QTest::newRow("other types in the metadata") << QByteArray(
+        R"(Metadata=metadata(title=["T"], artist="A", album=metadata(a=1), trackNumber=ObjectPath("/a"), length="long", artUrl=[1, 2]))")
+                                                 << Stopped << Fields{{"track", "T"}, {"artist", "A"}};
+    QTest::newRow("negative length") << QByteArray("Metadata=metadata(length=Int64(-5000000)), Position=Int64(-1)")
+                                     << Stopped << Fields();
+    QTest::newRow("huge length") << QByteArray("Metadata=metadata(length=Int64(9223372036854775807))") << Stopped
+                                 << Fields{{"duration", qint64(4294967295)}};
+    QTest::newRow("huge artwork") << QByteArray(R"(Metadata=metadata(title="T", artUrl="file:///" + "a" * 1048576))")
+                                  << Stopped << Fields{{"track", "T"}};
+    QTest::newRow("huge texts") << QByteArray(R"(Metadata=metadata(title="T" * 1048576))") << Stopped
+                                << Fields{{"track", QString(4096, 'T')}};
+}
+
+void TestMprisPlayers::player_isShown()
+{
+    QFETCH(const QByteArray, properties);
+    QFETCH(const QByteArray, state);
+    QFETCH(const QVariantMap, fields);
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(Free));
+    players->call("add('p', " + properties + ')');
+    QCOMPARE(controller.next(), theirs());
+    QCOMPARE(controller.next(), Stopped);
+    QCOMPARE(controller.next(), update());
+    QCOMPARE(controller.next(), state);
+    QCOMPARE(controller.next(), update(fields));
+    QCOMPARE(present(), (QByteArrayList{state, update(fields), theirs()}));
+    QCOMPARE(roleStatus(), R"({"name":"","pid":0})");
+    players->call("remove('p')");
+    QCOMPARE(controller.next(), Free);
+    QCOMPARE(controller.next(), Stopped);
+    QCOMPARE(controller.next(), update());
+    QCOMPARE(controller.rest(), QByteArrayList());
+}
+
+void TestMprisPlayers::player_thatRuns_isFoundBeforeTheFirstController()
+{
+    players->call("add('p', PlaybackStatus='Playing', Metadata=metadata(title='T'))");
+    // The first of all: nobody has used the services yet.
+    const QByteArrayList first = present();
+    QCOMPARE(first.at(0), Playing);
+    QVERIFY2(first.at(1).contains("\"track\":\"T\""), first.at(1));
+    QCOMPARE(first.at(2), theirs());
+}
+
+void TestMprisPlayers::changes_areTold()
+{
+    players->call("add('p', PlaybackStatus='Paused', Position=Int64(7000000), Metadata=metadata(title='T'))");
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(theirs()));
+    players->call("change('p', PlaybackStatus='Playing')");
+    QCOMPARE(controller.next(), Playing);
+    players->call("change('p', PlaybackStatus='Paused')");
+    QCOMPARE(controller.next(), Paused);
+    players->call("signal('p', 'Seeked', 'x', Int64(9000000))");
+    QCOMPARE(controller.next(), update({{"track", "T"}, {"position", 9000}}));
+    players->call("change('p', Volume=0.5)");
+    players->call("change('p', Metadata=metadata(title='U'))");
+    QCOMPARE(controller.next(), update({{"track", "U"}}));
+    players->call("invalidate('p', CanGoNext=True)");
+    QVERIFY(controller.waitFor(update({{"track", "U"}, {"nextEnabled", true}, {"position", 7000}})));
+    QCOMPARE(controller.rest(), QByteArrayList());
+}
+
+void TestMprisPlayers::commands_areCalls_data()
+{
+    QTest::addColumn<QByteArray>("properties");
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QByteArray>("call");
+    const auto row = [](const QByteArray &properties, const QByteArray &command, const QByteArray &call) {
+        QTest::addRow("%s %s", command.constData(), properties.constData()) << properties << command << call;
+    };
+    const auto mode = [](const QByteArray &fields) { return "m_command|dat:json:{" + fields + '}'; };
+    row("", "m_play", "p Play");
+    row("", "m_pause", "p Pause");
+    row("", "m_stop", "p Stop");
+    row("", "m_next", "p Next");
+    row("", "m_previous", "p Previous");
+    row("", "m_playpause", "p Play");
+    row("PlaybackStatus='Playing'", "m_playpause", "p Pause");
+    row("", "m_fforward", "p Seek 10000000");
+    row("", "m_rewind", "p Seek -10000000");
+    row("LoopStatus='None'", mode(R"("command":"repeat","value":"track")"), R"(p Set LoopStatus "Track")");
+    row("LoopStatus='None'", mode(R"("command":"repeat")"), R"(p Set LoopStatus "Playlist")");
+    row("LoopStatus='Track'", mode(R"("command":"repeat")"), R"(p Set LoopStatus "None")");
+    row("Shuffle=False", mode(R"("command":"shuffle","value":"all")"), "p Set Shuffle True");
+    row("Shuffle=True", mode(R"("command":"shuffle")"), "p Set Shuffle False");
+    row("CanGoNext=False", "m_next", "");
+    row("CanSeek=False", "m_rewind", "");
+    row("", mode(R"("command":"shuffle")"), "");
+}
+
+void TestMprisPlayers::commands_areCalls()
+{
+    QFETCH(const QByteArray, properties);
+    QFETCH(const QByteArray, command);
+    QFETCH(const QByteArray, call);
+    players->call("add('p', " + properties + ')');
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(theirs()));
+    controller.write("msg::" + command);
+    if (call.isEmpty()) {
+        const QByteArray answer = controller.rest().value(0);
+        QVERIFY2(answer.contains("the player cannot do this"), answer);
+    } else {
+        QCOMPARE(players->nextCall(), call);
+    }
+}
+
+void TestMprisPlayers::theOnePlaying_isChosen()
+{
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(Free));
+    const auto shows = [&controller](const QByteArray &title) {
+        return controller.waitFor(update({{"track", title}}));
+    };
+    players->call("add('p', PlaybackStatus='Paused', Metadata=metadata(title='P'))");
+    QVERIFY(shows("P"));
+    players->call("add('q', PlaybackStatus='Paused', Metadata=metadata(title='Q'))");
+    players->call("change('q', PlaybackStatus='Playing')");
+    QVERIFY(controller.waitFor(Playing));
+    controller.write("msg::m_pause");
+    QCOMPARE(players->nextCall(), "q Pause");
+    players->call("change('p', PlaybackStatus='Playing')");
+    // The one that plays already stays.
+    controller.write("msg::m_stop");
+    QCOMPARE(players->nextCall(), "q Stop");
+    players->call("change('q', PlaybackStatus='Paused')");
+    QVERIFY(controller.waitFor(Playing));
+    controller.write("msg::m_stop");
+    QCOMPARE(players->nextCall(), "p Stop");
+    players->call("remove('p')");
+    QVERIFY(controller.waitFor(Paused));
+    controller.write("msg::m_stop");
+    QCOMPARE(players->nextCall(), "q Stop");
+}
+
+void TestMprisPlayers::holder_comesFirst()
+{
+    players->call("add('p', PlaybackStatus='Paused', Metadata=metadata(title='P'))");
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(theirs()));
+    auto holder = std::make_unique<Talk>(PlayerControl);
+    holder->acquire("a");
+    QVERIFY(controller.waitFor(R"({"dat":PID,"msg":"m_active_pid"})"));
+    QCOMPARE(controller.next(), Stopped);
+    QCOMPARE(controller.next(), update());
+    players->call("change('p', PlaybackStatus='Playing')");
+    QVERIFY(holder->waitFor(R"({"dat":"sendData","msg":"track"})"));
+    controller.write("msg::m_next");
+    QCOMPARE(holder->next(), R"({"dat":"next","msg":"track"})");
+    QCOMPARE(controller.rest(), QByteArrayList());
+    holder.reset();
+    QCOMPARE(controller.next(), theirs());
+    QCOMPARE(controller.next(), Stopped);
+    QCOMPARE(controller.next(), update());
+    QVERIFY(controller.waitFor(Playing));
+}
+
+void TestMprisPlayers::manyPlayers_comeAndGo()
+{
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(Free));
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < 20; ++i) {
+            players->call("add('p" + QByteArray::number(i)
+                          + "', PlaybackStatus='Playing', Metadata=metadata(title='T'))");
+        }
+        QVERIFY(controller.waitFor(theirs()));
+        for (int i = 0; i < 20; ++i) {
+            players->call("remove('p" + QByteArray::number(i) + "')");
+        }
+        QVERIFY(controller.waitFor(Free));
+    }
+    controller.write("msg::m_play");
+    QVERIFY(controller.waitFor(failure("m_play", "nothing is playing")));
+}
+
+void TestMprisPlayers::player_thatHangs_holdsNobodyUp()
+{
+    TestPlayers hanging;
+    hanging.call("add('hung', PlaybackStatus='Playing')");
+    hanging.stop();
+    Talk controller;
+    QElapsedTimer timer;
+    timer.start();
+    controller.subscribe();
+    QVERIFY(controller.waitFor(Free));
+    QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
+    players->call("add('p', PlaybackStatus='Paused')");
+    QVERIFY(controller.waitFor(theirs()));
+    timer.restart();
+    QCOMPARE(present(), (QByteArrayList{Paused, update(), theirs()}));
+    QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
+    // It answers after all, and plays.
+    hanging.goOn();
+    QVERIFY(controller.waitFor(Playing));
+    controller.write("msg::m_next");
+    QCOMPARE(hanging.nextCall(), "hung Next");
+}
+
+void TestMprisPlayers::bus_thatGoes_takesThePlayersAlong()
+{
+    players->call("add('p', PlaybackStatus='Playing')");
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(theirs()));
+    bus->kill();
+    QVERIFY(controller.waitFor(Free));
+    controller.write("msg::m_play");
+    QVERIFY(controller.waitFor(failure("m_play", "nothing is playing")));
+    bus->start();
+    players = std::make_unique<TestPlayers>();
+    players->call("add('p', PlaybackStatus='Playing')");
+    QVERIFY(controller.waitFor(theirs()));
+}
+
+QTEST_GUILESS_MAIN(TestMprisPlayers)
+#include "tst_mpris_players.moc"

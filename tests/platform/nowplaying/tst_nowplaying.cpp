@@ -1,0 +1,385 @@
+#include "Daemon.h"
+#include "Talk.h"
+
+#include <QtTest/QtTest>
+
+#include <map>
+#include <memory>
+#include <random>
+
+namespace {
+
+const QByteArray Granted(R"({"res":"acquire"})");
+const QByteArray Revoked(R"({"err":"revoked","res":"acquire"})");
+const QByteArray Send(R"({"dat":"sendData","msg":"track"})");
+const QByteArray Hold(R"({"dat":"holdData","msg":"track"})");
+const QByteArray Free(R"({"dat":0,"msg":"m_active_pid"})");
+const QByteArray Ours(R"({"dat":PID,"msg":"m_active_pid"})");
+const QByteArray Playing(R"({"dat":"playing","msg":"m_state"})");
+const QByteArray Paused(R"({"dat":"paused","msg":"m_state"})");
+const QByteArray Stopped(R"({"dat":"stopped","msg":"m_state"})");
+const QByteArray TrackChange(R"({"dat":"trackchange","msg":"m_state"})");
+
+QByteArray failure(const QByteArray &command, const QByteArray &problem)
+{
+    return R"({"err":")" + problem + R"(","error":")" + problem + R"(","res":")" + command + "\"}";
+}
+
+QByteArray track(const QByteArray &data)
+{
+    return R"({"dat":)" + data + R"(,"msg":"track"})";
+}
+
+QByteArray revokedBy(const QByteArray &name)
+{
+    return R"({"dat":{"name":")" + name + R"(","pid":PID},"msg":"revoke"})";
+}
+
+} // namespace
+
+class TestNowPlaying : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { daemon = std::make_unique<Daemon>(); }
+    void cleanup() { daemon.reset(); }
+
+    void conversation_data();
+    void conversation();
+    void status_showsTheHolder();
+    void firstSubscriber_getsTheHoldersNextMetadata();
+    void firstSubscriber_waitsNoLonger_thanAFifthOfASecond();
+    void subscriberThatIsBehind_getsOnlyTheNewest();
+    void role_isHeldByOne_whateverConnectionsDo();
+
+private:
+    std::unique_ptr<Daemon> daemon;
+};
+
+// Each step is "WHO > LINES" (written), "WHO < MESSAGE" (read next) or "WHO x" (closed). Lower-case letters are connections,
+// upper-case ones controllers. At the end nobody has anything more to read.
+void TestNowPlaying::conversation_data()
+{
+    QTest::addColumn<QByteArrayList>("steps");
+    const auto acquire = [](const QByteArray &who, const QByteArray &priority) {
+        return QByteArrayList{who + " > msg::register|dat:json:{\"name\":\"" + who + R"(","prio":")" + priority + "\"}",
+                              who + " > msg::acquire|id::" + who};
+    };
+    const auto granted = [&](const QByteArray &who, const QByteArray &priority, const QByteArray &data) {
+        return acquire(who, priority) + QByteArrayList{who + " < " + Granted, who + " < " + data};
+    };
+    const auto newSource = [](const QByteArray &who, const QByteArray &process) {
+        return QByteArrayList{who + " < " + process, who + " < " + Stopped, who + " < " + update()};
+    };
+    const auto subscribed = [](const QByteArray &who, const QByteArray &process) {
+        return QByteArrayList{who + " > msg::md_subscribe", who + " < " + Stopped, who + " < " + update(),
+                              who + " < " + process};
+    };
+    using Steps = QByteArrayList;
+
+    QTest::newRow("granted when free") << granted("a", "low", Hold);
+    QTest::newRow("granted again to the holder")
+        << granted("a", "high", Hold) + acquire("a", "low") + Steps{"a < " + Granted};
+    QTest::newRow("low gives way to low")
+        << granted("a", "low", Hold) + granted("b", "low", Hold) + Steps{"a < " + revokedBy("b")};
+    QTest::newRow("low gives way to high")
+        << granted("a", "low", Hold) + granted("b", "high", Hold) + Steps{"a < " + revokedBy("b")};
+    QTest::newRow("high gives way to high")
+        << granted("a", "high", Hold) + granted("b", "high", Hold) + Steps{"a < " + revokedBy("b")};
+    QTest::newRow("high stays against low")
+        << granted("a", "high", Hold) + acquire("b", "low") + Steps{"b < " + Revoked};
+    QTest::newRow("a new priority counts at once")
+        << granted("a", "high", Hold) + Steps{R"(a > msg::register|dat:json:{"name":"a","prio":"low"})"}
+               + granted("b", "low", Hold) + Steps{"a < " + revokedBy("b")};
+    QTest::newRow("free after its holder closed")
+        << granted("a", "high", Hold) + Steps{"a x"} + granted("b", "low", Hold);
+    QTest::newRow("not registered") << Steps{"a > msg::acquire", R"(a < {"err":"not registered","res":"acquire"})"};
+    const QByteArray longName(1025, 'n');
+    for (const auto &[data, problem] : std::initializer_list<std::pair<QByteArray, QByteArray>>{
+             {"dat::text", "bad name"},
+             {"dat:json:[]", "bad name"},
+             {"dat:json:{\"prio\":\"low\"}", "bad name"},
+             {"dat:json:{\"name\":3,\"prio\":\"low\"}", "bad name"},
+             {"dat:json:{\"name\":\"\",\"prio\":\"low\"}", "bad name"},
+             {"dat:json:{\"name\":\"" + longName + "\",\"prio\":\"low\"}", "bad name"},
+             {"dat:json:{\"name\":\"a\",\"prio\":\"urgent\"}", "bad priority"},
+             {"dat:json:{\"name\":\"a\"}", "bad priority"},
+         }) {
+        QTest::addRow("bad registration %s", data.left(40).constData())
+            << Steps{"a > msg::register|" + data, "a > msg::acquire",
+                     "a < {\"err\":\"" + problem + R"(","res":"acquire"})"}
+                   + granted("a", "low", Hold);
+    }
+    QTest::newRow("only acquire is answered")
+        << Steps{"a > msg::state|dat::playing", "a > msg::metadata|dat:json:{}", "a > msg::what", "a > dat::1"};
+    QTest::newRow("only the holder tells")
+        << granted("a", "low", Hold) + subscribed("X", Ours).mid(0, 2)
+               + Steps{"X < " + Ours, "a < " + Send, "a > msg::metadata|dat:json:{}", "X < " + update()}
+               + Steps{"b > msg::state|dat::playing", R"(b > msg::metadata|dat:json:{"title":"b"})",
+                       "a > msg::state|dat::paused", "X < " + Paused};
+    QTest::newRow("subscriber of nothing") << subscribed("X", Free);
+    QTest::newRow("unsubscribed") << subscribed("X", Free)
+                                         + Steps{"X > msg::md_unsubscribe", "X > msg::m_play",
+                                                 "X < " + failure("m_play", "nothing is playing")}
+                                         + granted("a", "low", Hold);
+    QTest::newRow("watched when it acquires")
+        << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours);
+    QTest::newRow("watched and not watched")
+        << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+               + Steps{"Y > msg::md_subscribe",   "Y < " + Stopped, "Y < " + update(), "Y < " + Ours, "X x",
+                       "Y > msg::md_unsubscribe", "a < " + Hold};
+    QTest::newRow("falls free") << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                                       + Steps{"a x"} + newSource("X", Free);
+    QTest::newRow("changes hands") << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                                          + Steps{"a > msg::state|dat::playing", "X < " + Playing}
+                                          + granted("b", "low", Send) + Steps{"a < " + revokedBy("b")}
+                                          + newSource("X", Ours)
+                                          + Steps{"a > msg::state|dat::paused", "b > msg::state|dat::playing",
+                                                  "X < " + Playing};
+    QTest::newRow("states") << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                                   + Steps{"a > msg::state|dat::playing",
+                                           "X < " + Playing,
+                                           "a > msg::state|dat::trackchange",
+                                           "X < " + TrackChange,
+                                           "a > msg::state|dat::loud",
+                                           "a > msg::state",
+                                           "a > msg::state|dat:json:{}",
+                                           "a > msg::state|dat::paused",
+                                           "X < " + Paused,
+                                           "Y > msg::md_subscribe",
+                                           "Y < " + Paused,
+                                           "Y < " + update(),
+                                           "Y < " + Ours};
+    for (
+        const auto &[source, fields] : std::initializer_list<std::pair<QByteArray, QVariantMap>>{
+            {R"({"artist":"A","album":"B","title":"C","track":"C","track_number":"7","albumArtwork":"file:///c.png","duration":9,"position":4,"nextEnabled":true,"prevEnabled":true,"repeat_mode":"all","shuffle_mode":"all","genre":"G"})",
+             {{"artist", "A"},
+              {"album", "B"},
+              {"track", "C"},
+              {"track_number", "7"},
+              {"albumArtwork", "file:///c.png"},
+              {"duration", 9},
+              {"position", 4},
+              {"nextEnabled", true},
+              {"prevEnabled", true},
+              {"repeat_mode", "all"},
+              {"shuffle_mode", "all"}}},
+            {R"({"artist":["A","B"],"album":{"a":1},"track":7,"track_number":7,"albumArtwork":true})",
+             {{"artist", "A, B"}, {"track_number", "7"}}},
+            {R"({"duration":"9","position":-4,"nextEnabled":"true","prevEnabled":1,"repeat_mode":"some","shuffle_mode":2})",
+             {{"duration", 9}, {"nextEnabled", true}}},
+            {R"({"duration":1e300,"position":4.9})", {{"duration", qint64(4294967295)}, {"position", 4}}},
+        }) {
+        QTest::addRow("metadata %s", source.left(40).constData())
+            << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                   + Steps{"a > msg::metadata|dat:json:" + source, "X < " + update(fields)};
+    }
+    QTest::newRow("metadata that is no map") << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                                                    + Steps{"a > msg::metadata|dat::A", "a > msg::metadata"};
+
+    for (const auto &[command, data] : std::initializer_list<std::pair<QByteArray, QByteArray>>{
+             {"m_play", R"("play")"},
+             {"m_pause", R"("pause")"},
+             {"m_playpause", R"("play")"},
+             {"m_stop", R"("stop")"},
+             {"m_next", R"("next")"},
+             {"m_previous", R"("prev")"},
+             {"m_fforward", R"("forward")"},
+             {"m_rewind", R"("rewind")"},
+             {R"(m_command|dat:json:{"command":"repeat"})", R"({"command":"repeat"})"},
+             {R"(m_command|dat:json:{"command":"repeat", "value":"track"})", R"({"command":"repeat","value":"track"})"},
+             {R"(m_command|dat:json:{"command":"shuffle"})", R"({"command":"shuffle"})"},
+             {R"(m_command|dat:json:{"command":"shuffle", "value":"off"})", R"({"command":"shuffle","value":"off"})"},
+         }) {
+        QTest::addRow("command %s", command.constData())
+            << granted("a", "low", Hold) + Steps{"X > msg::" + command, "a < " + track(data)};
+    }
+    QTest::newRow("playpause while playing")
+        << granted("a", "low", Hold)
+               + Steps{"a > msg::state|dat::playing", "X > msg::m_playpause", "a < " + track(R"("pause")")};
+    for (const auto &[command, problem] : std::initializer_list<std::pair<QByteArray, QByteArray>>{
+             {"m_louder", "unknown message"},
+             {"m_command", "unknown command"},
+             {R"(m_command|dat:json:{"command":"dance"})", "unknown command"},
+             {R"(m_command|dat:json:{"command":"repeat","value":"off"})", "unknown value"},
+             {R"(m_command|dat:json:{"command":"shuffle","value":"none"})", "unknown value"},
+             {"v_set", "the volume is a number from 0 to 100"},
+             {"v_set|dat::loud", "the volume is a number from 0 to 100"},
+             {"v_set|dat::101", "the volume is a number from 0 to 100"},
+             {"v_set|dat:n:-1", "the volume is a number from 0 to 100"},
+             {"v_set|dat:b:true", "the volume is a number from 0 to 100"},
+             {"v_mute|dat::loud", "mute is true or false"},
+             {"v_mute", "mute is true or false"},
+             {"v_up", "there is no sound server"},
+             {"v_set|dat::50", "there is no sound server"},
+         }) {
+        QTest::addRow("refused %s", command.constData())
+            << granted("a", "low", Hold)
+                   + Steps{"X > msg::" + command, "X < " + failure(command.split('|').first(), problem)};
+    }
+    QTest::newRow("no command at all") << Steps{"X > dat::1", "X < " + failure({}, "unknown message")};
+}
+
+void TestNowPlaying::conversation()
+{
+    QFETCH(const QByteArrayList, steps);
+    std::map<char, std::unique_ptr<Talk>> clients;
+    for (const QByteArray &step : steps) {
+        std::unique_ptr<Talk> &client = clients[step.front()];
+        if (!client) {
+            client = std::make_unique<Talk>(step.front() < 'a' ? ControllerControl : PlayerControl);
+        }
+        switch (step.at(2)) {
+        case '>':
+            client->write(step.mid(4));
+            break;
+        case '<':
+            QCOMPARE(client->next(), step.mid(4));
+            break;
+        default:
+            clients.erase(step.front());
+        }
+    }
+    for (const auto &[name, client] : clients) {
+        QCOMPARE(client->rest(), QByteArrayList());
+    }
+}
+
+void TestNowPlaying::status_showsTheHolder()
+{
+    QCOMPARE(roleStatus(), R"({"name":"","pid":0})");
+    Talk a(PlayerControl);
+    a.acquire("a");
+    QCOMPARE(a.next(), Granted);
+    QCOMPARE(roleStatus(), R"({"name":"a","pid":PID})");
+    a.write(R"(msg::register|dat:json:{"name":"Ä:\n","prio":"low"})");
+    QCOMPARE(roleStatus(), R"({"name":"Ä:\n","pid":PID})");
+    auto b = std::make_unique<Talk>(PlayerControl);
+    b->acquire("b");
+    QCOMPARE(b->next(), Granted);
+    QCOMPARE(roleStatus(), R"({"name":"b","pid":PID})");
+    b.reset();
+    QCOMPARE(roleStatus(), R"({"name":"","pid":0})");
+}
+
+void TestNowPlaying::firstSubscriber_getsTheHoldersNextMetadata()
+{
+    Talk a(PlayerControl);
+    a.acquire("a");
+    QVERIFY(a.waitFor(Hold));
+    a.write(R"(msg::metadata|dat:json:{"track":"old"})");
+    Talk x;
+    Talk y;
+    x.subscribe();
+    QCOMPARE(x.next(), Stopped);
+    QCOMPARE(x.next(), Ours);
+    // Whoever comes while the first one waits, waits for the same.
+    y.subscribe();
+    QCOMPARE(y.next(), Stopped);
+    QCOMPARE(y.next(), Ours);
+    QVERIFY(a.waitFor(Send));
+    a.write(R"(msg::metadata|dat:json:{"track":"new"})");
+    QCOMPARE(x.next(), update({{"track", "new"}}));
+    QCOMPARE(y.next(), update({{"track", "new"}}));
+}
+
+void TestNowPlaying::firstSubscriber_waitsNoLonger_thanAFifthOfASecond()
+{
+    Talk a(PlayerControl);
+    a.acquire("a");
+    QVERIFY(a.waitFor(Hold));
+    a.write(R"(msg::metadata|dat:json:{"track":"old"})");
+    Talk x;
+    QElapsedTimer timer;
+    timer.start();
+    x.subscribe();
+    QCOMPARE(x.next(), Stopped);
+    QCOMPARE(x.next(), Ours);
+    QCOMPARE(x.next(), update({{"track", "old"}}));
+    QVERIFY2(timer.elapsed() >= 195, QByteArray::number(timer.elapsed()));
+}
+
+void TestNowPlaying::subscriberThatIsBehind_getsOnlyTheNewest()
+{
+    Talk x;
+    x.subscribe();
+    QVERIFY(x.waitFor(Free));
+    Talk a(PlayerControl);
+    a.acquire("a");
+    QVERIFY(a.waitFor(Send));
+    for (int i = 0; i < 50'000; ++i) {
+        a.write(i % 2 == 0 ? "msg::state|dat::playing" : "msg::state|dat::paused");
+        a.write("msg::state|dat::trackchange");
+        a.write("msg::metadata|dat:json:{\"position\":" + QByteArray::number(i) + '}');
+    }
+    QCOMPARE(a.rest(), QByteArrayList());
+    QCOMPARE(x.next(), Ours);
+    QCOMPARE(x.next(), Stopped);
+    QCOMPARE(x.next(), update());
+    QCOMPARE(x.next(), TrackChange);
+    QCOMPARE(x.next(), Paused);
+    QCOMPARE(x.next(), update({{"position", 49'999}}));
+    QCOMPARE(x.rest(), QByteArrayList());
+}
+
+// Fifty connections that acquire, close and come back, against a model of who holds the role.
+void TestNowPlaying::role_isHeldByOne_whateverConnectionsDo()
+{
+    struct Connection {
+        std::unique_ptr<Talk> talk = std::make_unique<Talk>(PlayerControl);
+        /** What it has been told. */
+        bool hasRole = false;
+
+        void take(const QByteArray &message)
+        {
+            hasRole = message == Granted || (hasRole && !message.contains("revoke"));
+        }
+    };
+    std::vector<Connection> connections(50);
+    std::mt19937 random(20240229);
+    const auto below = [&random](int limit) { return int(random() % unsigned(limit)); };
+    int holder = -1;
+    bool isHigh = false;
+    Talk controller;
+    controller.subscribe();
+    for (int acquired = 0; acquired < 1000;) {
+        const int actor = below(int(connections.size()));
+        const QByteArray name = "c" + QByteArray::number(actor);
+        if (below(10) == 0) {
+            connections[size_t(actor)] = {};
+            holder = holder == actor ? -1 : holder;
+        } else {
+            ++acquired;
+            const bool wantsHigh = below(2) == 0;
+            const bool isGranted = holder < 0 || holder == actor || !isHigh || wantsHigh;
+            Connection &connection = connections[size_t(actor)];
+            connection.talk->acquire(name, wantsHigh ? "high" : "low");
+            QByteArray message;
+            do {
+                message = connection.talk->next();
+                connection.take(message);
+            } while (!message.contains("\"res\""));
+            QCOMPARE(message, isGranted ? Granted : Revoked);
+            if (isGranted) {
+                holder = actor;
+                isHigh = wantsHigh;
+            }
+        }
+        const QByteArray status = "{\"name\":\"" + (holder < 0 ? QByteArray() : "c" + QByteArray::number(holder))
+                                  + "\",\"pid\":" + (holder < 0 ? "0" : "PID") + '}';
+        QCOMPARE(roleStatus(), status);
+    }
+    for (int i = 0; i < int(connections.size()); ++i) {
+        for (const QByteArray &message : connections[size_t(i)].talk->rest()) {
+            connections[size_t(i)].take(message);
+        }
+        QCOMPARE(connections[size_t(i)].hasRole, i == holder);
+    }
+    // The controller has slept through all of it and learns how it is.
+    QCOMPARE(controller.rest(), (QByteArrayList{Stopped, update(), Free}));
+    QCOMPARE(controller.next(), holder < 0 ? Free : Ours);
+    QCOMPARE(controller.next(), Stopped);
+    QCOMPARE(controller.next(), update());
+}
+
+QTEST_GUILESS_MAIN(TestNowPlaying)
+#include "tst_nowplaying.moc"

@@ -1,0 +1,118 @@
+#include "Daemon.h"
+#include "PulseServer.h"
+#include "Talk.h"
+#include "TestBus.h"
+
+#include <QtTest/QtTest>
+
+#include <memory>
+
+namespace {
+
+/** The null sink's volume in percent, and "muted" when it is. */
+QByteArray sink()
+{
+    static const QRegularExpression percent("(\\d+)%");
+    const QString volume = runProgram("pactl", {"get-sink-volume", "null"});
+    const bool isMuted = runProgram("pactl", {"get-sink-mute", "null"}).contains("yes");
+    return percent.match(volume).captured(1).toLatin1() + (isMuted ? " muted" : "");
+}
+
+QByteArray failure(const QByteArray &command)
+{
+    return R"({"err":"there is no sound server","error":"there is no sound server","res":")" + command + "\"}";
+}
+
+} // namespace
+
+class TestVolume : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        server = std::make_unique<PulseServer>();
+        bus = std::make_unique<TestBus>();
+        daemon = std::make_unique<Daemon>();
+    }
+    void cleanup()
+    {
+        daemon.reset();
+        bus.reset();
+        server.reset();
+    }
+
+    void commands_changeTheDefaultSink_data();
+    void commands_changeTheDefaultSink();
+    void player_onTheBus_hasTheSinksVolume();
+    void server_thatGoes_makesCommandsFail();
+
+private:
+    std::unique_ptr<PulseServer> server;
+    std::unique_ptr<TestBus> bus;
+    std::unique_ptr<Daemon> daemon;
+};
+
+void TestVolume::commands_changeTheDefaultSink_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QByteArrayList>("commands");
+    QTest::addColumn<QByteArray>("after");
+    using Commands = QByteArrayList;
+    QTest::newRow("set") << "40%" << Commands{"v_set|dat::75"} << QByteArray("75");
+    QTest::newRow("set to nothing") << "40%" << Commands{"v_set|dat::0"} << QByteArray("0");
+    QTest::newRow("up") << "40%" << Commands{"v_up"} << QByteArray("45");
+    QTest::newRow("down") << "40%" << Commands{"v_down"} << QByteArray("35");
+    QTest::newRow("quick steps") << "40%" << Commands{"v_up", "v_up", "v_up", "v_down"} << QByteArray("50");
+    QTest::newRow("up to the end") << "97%" << Commands{"v_up", "v_up"} << QByteArray("100");
+    QTest::newRow("down to the end") << "3%" << Commands{"v_down", "v_down"} << QByteArray("0");
+    QTest::newRow("up from above the end")
+        << "130%" << Commands{"v_up", "v_up", "v_mute|dat:b:true"} << QByteArray("130 muted");
+    QTest::newRow("mute") << "40%" << Commands{"v_mute|dat:b:true"} << QByteArray("40 muted");
+    QTest::newRow("mute and not") << "40%" << Commands{"v_mute|dat:b:true", "v_mute|dat:b:false", "v_up"}
+                                  << QByteArray("45");
+}
+
+void TestVolume::commands_changeTheDefaultSink()
+{
+    QFETCH(const QString, before);
+    QFETCH(const QByteArrayList, commands);
+    runProgram("pactl", {"set-sink-volume", "null", before});
+    Talk controller;
+    for (const QByteArray &command : commands) {
+        controller.write("msg::" + command);
+    }
+    QFETCH(const QByteArray, after);
+    QTRY_COMPARE(sink(), after);
+    QCOMPARE(controller.rest(), QByteArrayList());
+}
+
+void TestVolume::player_onTheBus_hasTheSinksVolume()
+{
+    runProgram("pactl", {"set-sink-volume", "null", "40%"});
+    Talk holder(PlayerControl);
+    holder.acquire("a");
+    QVERIFY(holder.waitFor(R"({"dat":"sendData","msg":"track"})"));
+    const auto volume = [] { return runProgram("playerctl", {"volume"}).trimmed(); };
+    QTRY_COMPARE(volume(), "0.400000");
+    runProgram("pactl", {"set-sink-volume", "null", "55%"});
+    QTRY_COMPARE(volume(), "0.550000");
+    QCOMPARE(runProgram("playerctl", {"volume", "0.25"}), "");
+    QCOMPARE(sink(), "25");
+    QCOMPARE(volume(), "0.250000");
+}
+
+void TestVolume::server_thatGoes_makesCommandsFail()
+{
+    runProgram("pactl", {"set-sink-volume", "null", "40%"});
+    Talk controller;
+    controller.write("msg::v_up");
+    QTRY_COMPARE(sink(), "45");
+    server->kill();
+    controller.write("msg::v_up");
+    QCOMPARE(controller.next(), failure("v_up"));
+    controller.write("msg::v_mute|dat:b:true");
+    QCOMPARE(controller.next(), failure("v_mute"));
+}
+
+QTEST_GUILESS_MAIN(TestVolume)
+#include "tst_volume.moc"
