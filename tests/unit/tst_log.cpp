@@ -2,6 +2,7 @@
 #include "private/Logger.h"
 #include "private/MediaUtils.h"
 #include "private/NowPlayingConnectionPrivate.h"
+#include "private/NowPlayingControllerPrivate.h"
 
 #include <multimedia/AudioRecorder.h>
 #include <multimedia/SystemSound.h>
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void lines_ofConstruction();
     void lines_ofAnIdentifier();
     void lines_ofASound();
+    void lines_ofAController();
     void lines_ofNowPlaying_data();
     void lines_ofNowPlaying();
     void tracer_tellsEntryAndExit();
@@ -237,6 +239,25 @@ void LogTest::lines_ofASound()
     sound.setSound(SystemSound::InputKeypress);
     QCOMPARE(log.takeLinesWithoutTraces().last(),
              QStringLiteral("D SystemSoundPrivate::setSound: Ignoring sound already set"));
+}
+
+void LogTest::lines_ofAController()
+{
+    NowPlayingController controller;
+    NowPlayingControllerPrivate parts(&controller);
+    voro::test::LogCatcher log;
+    QVariantMap result;
+    const QVariantMap update{{"msg", "md_update"}, {"dat", QVariantMap{{"track", "T"}, {"prevEnabled", true}}}};
+    QVERIFY(parts.processPpsRead(update, result));
+    const QStringList lines = log.takeLinesWithoutTraces();
+    const QString prefix = QStringLiteral("D NowPlayingControllerPrivate::processPpsRead: ");
+    QCOMPARE(lines.size(), 4);
+    QVERIFY(lines.at(0).startsWith(prefix + "control=QMap("));
+    QVERIFY(lines.at(1).startsWith(prefix + "control received: QMap("));
+    QCOMPARE(lines.at(2), prefix + "metadata 'title':QVariant(QString, \"T\")");
+    QCOMPARE(lines.at(3), prefix + "metadata 'prevEnabled':QVariant(bool, true)");
+    parts.processPpsRead({{"msg", "m_state"}, {"dat", "paused"}}, result);
+    QCOMPARE(log.takeLinesWithoutTraces().last(), prefix + "pps state received: '\"paused\"");
 }
 
 using NowPlaying = std::function<void(NowPlayingConnection &, NowPlayingConnectionPrivate &)>;
