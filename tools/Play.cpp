@@ -37,6 +37,7 @@ ExitStatus run(const Arguments &arguments)
     if (const auto captions = arguments.value("--captions"))
         settings.captions = mediumFromArgument(*captions);
     settings.json = arguments.has("--json");
+    settings.isPublished = !arguments.has("--no-publish");
     return Playback(std::move(settings)).run();
 }
 
@@ -61,6 +62,7 @@ const Command PlayCommand{
                     {"--eq", "NAME", "an equalizer preset, for instance BassBoost or Rock"},
                     {"--window", "ID", "shows the video in a window"},
                     {"--captions", "URL", "a file of captions for the video"},
+                    {"--no-publish", nullptr, "does not show as what is now playing on the device"},
                     {"--json", nullptr, "prints every signal of the player as one JSON object a line"},
                 },
         },

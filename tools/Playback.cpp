@@ -72,6 +72,9 @@ bool Playback::begin()
         fail(enumeratorName(error));
         return false;
     }
+    if (m_settings.isPublished)
+        m_publication = std::make_unique<Publication>(
+            m_player, [this](Key key) { onKey(key); }, nullptr);
     return beginWith(0);
 }
 
@@ -240,6 +243,11 @@ QString Playback::title() const
 
 void Playback::refresh()
 {
+    if (m_publication) {
+        m_publication->setNeighbours(m_player.track() < m_player.trackCount() || m_index + 1 < m_settings.media.size()
+                                         || m_settings.repeatMode == RepeatMode::All,
+                                     m_player.track() > 1 || m_index > 0);
+    }
     m_display->show({
         .number = m_begun,
         .title = title(),

@@ -2,6 +2,7 @@
 
 #include "Display.h"
 #include "Medium.h"
+#include "Publication.h"
 #include "Session.h"
 
 #include <multimedia/EqualizerPreset.h>
@@ -26,6 +27,8 @@ struct PlaybackSettings {
     QString windowId;
     std::optional<Medium> captions;
     bool json = false;
+    /** Whether it shows as what is now playing on the device. */
+    bool isPublished = true;
 };
 
 /** Plays media one after the other and does what the keys ask for. */
@@ -67,6 +70,7 @@ private:
     const PlaybackSettings m_settings;
     const std::unique_ptr<Display> m_display;
     multimedia::MediaPlayer m_player;
+    std::unique_ptr<Publication> m_publication;
 
     size_t m_index = 0;
     /** Media begun so far. */
