@@ -12,7 +12,7 @@
 
 namespace voro::multimedia {
 
-AudioRecorderPrivate::AudioRecorderPrivate(AudioRecorder *recorder) : ContextOwner(recorder), q(recorder)
+AudioRecorderPrivate::AudioRecorderPrivate(AudioRecorder *recorder) : ContextOwner(recorder)
 {
     TRACE_FUNCTION();
 }
@@ -34,11 +34,15 @@ void AudioRecorderPrivate::setMediaState(MediaState::Type mediaState)
     }
     if (mediaState == MediaState::Unprepared) {
         onVolumeLevelChanged(0.0);
-        onMmrDurationChanged(0);
+        if (!isOrphan())
+            onMmrDurationChanged(0);
     }
+    if (isOrphan())
+        return;
     DEBUG_LINE << "emit mediaStateChanged()";
     DEBUG_LINE << "  mediaState=" << keyName(mediaState);
-    Q_EMIT q->mediaStateChanged(mediaState);
+    if (const Emission to{this})
+        Q_EMIT to->mediaStateChanged(mediaState);
 }
 
 MediaError::Type AudioRecorderPrivate::unprepare()
@@ -121,11 +125,16 @@ void AudioRecorderPrivate::onMmrError(MediaError::Type e, unsigned int position,
 {
     TRACE_FUNCTION();
     setMediaState(MediaState::Stopped);
+    if (isOrphan())
+        return;
     DEBUG_LINE << "emit error()";
     DEBUG_LINE << "  error=" << keyName(e);
     DEBUG_LINE << "  position=" << position;
-    Q_EMIT q->error(e, position);
-    Q_EMIT q->error(e, QVariant(position));
+    const Emission to{this};
+    if (to)
+        Q_EMIT to->error(e, position);
+    if (to)
+        Q_EMIT to->error(e, QVariant(position));
 }
 
 void AudioRecorderPrivate::onMmrIdle()
@@ -146,8 +155,11 @@ void AudioRecorderPrivate::onMmrDurationChanged(unsigned int duration)
     m_duration = duration;
     DEBUG_LINE << "emit durationChanged()";
     DEBUG_LINE << "  duration=" << duration;
-    Q_EMIT q->durationChanged(duration);
-    Q_EMIT q->durationChanged(QVariant(duration));
+    const Emission to{this};
+    if (to)
+        Q_EMIT to->durationChanged(duration);
+    if (to)
+        Q_EMIT to->durationChanged(QVariant(duration));
 }
 
 void AudioRecorderPrivate::onMmrRecording()
@@ -167,7 +179,8 @@ void AudioRecorderPrivate::onVolumeLevelChanged(double percentage)
     TRACE_FUNCTION();
     DEBUG_LINE << "emit recordingLevelChanged()";
     DEBUG_LINE << "  percentage=" << percentage;
-    Q_EMIT q->recordingLevelChanged(percentage);
+    if (const Emission to{this})
+        Q_EMIT to->recordingLevelChanged(percentage);
 }
 
 // AudioRecorder: construction
@@ -204,13 +217,17 @@ void AudioRecorderPrivate::connectNotifier()
     connect(m_notifier, &Notifier::playing, this, &Self::onMmrRecording);
     connect(m_notifier, &Notifier::positionChanged, this, &Self::onMmrDurationChanged);
     connect(m_notifier, &Notifier::stopped, this, &Self::onMmrStopped);
-    connect(m_notifier, &Notifier::volumeLevelChanged, q, &AudioRecorder::recordingLevelChanged);
+    // Passed on, without the lines that onVolumeLevelChanged() logs.
+    connect(m_notifier, &Notifier::volumeLevelChanged, this, [this](double percentage) {
+        if (const Emission to{this})
+            Q_EMIT to->recordingLevelChanged(percentage);
+    });
 }
 
 AudioRecorder::~AudioRecorder()
 {
     TRACE_FUNCTION();
-    d->destroyContext();
+    d->end();
 }
 
 // AudioRecorder: commands
@@ -256,11 +273,14 @@ MediaError::Type AudioRecorder::record()
     TRACE_FUNCTION();
     if (!d->hasContext(tracer))
         return MediaError::InvalidState;
-    if (d->m_mediaState == MediaState::Unprepared) {
+    AudioRecorderPrivate *const self = d;
+    if (self->m_mediaState == MediaState::Unprepared) {
         if (const auto error = prepare()) {
             CRITICAL_LINE << "Unable to prepare the recorder";
             return error;
         }
+        if (self->isOrphan())
+            return MediaError::None;
     }
     if (mmr_speed_set(d->m_context, MmrContextNotifier::s_NormalPlaybackSpeed) == -1) {
         const MediaError::Type error = d->lastError();
@@ -301,12 +321,16 @@ MediaError::Type AudioRecorder::setAudioChannelConfiguration(AudioChannelConfigu
         DEBUG_LINE << "Attempting to set same audio channel configuration.";
         return MediaError::None;
     }
-    if (const auto error = d->unprepareForChange(tracer))
+    AudioRecorderPrivate *const self = d;
+    if (const auto error = self->unprepareForChange(tracer))
         return error;
+    if (self->isOrphan())
+        return MediaError::None;
     d->m_audioChannelConfiguration = audioChannelConfiguration;
     DEBUG_LINE << "emit audioChannelConfigurationChanged()";
     DEBUG_LINE << "  audioChannelConfiguration=" << keyName(audioChannelConfiguration);
-    Q_EMIT audioChannelConfigurationChanged(audioChannelConfiguration);
+    if (const Emission to{d})
+        Q_EMIT to->audioChannelConfigurationChanged(audioChannelConfiguration);
     return MediaError::None;
 }
 
@@ -318,13 +342,19 @@ MediaError::Type AudioRecorder::setAudioManagerHandle(unsigned int handle)
         DEBUG_LINE << "Attempting to set same audio manager handle.";
         return MediaError::None;
     }
-    if (const auto error = d->unprepareForChange(tracer))
+    AudioRecorderPrivate *const self = d;
+    if (const auto error = self->unprepareForChange(tracer))
         return error;
+    if (self->isOrphan())
+        return MediaError::None;
     d->m_audioManagerHandle = handle;
     DEBUG_LINE << "emit audioManagerHandleChanged()";
     DEBUG_LINE << "  audioManagerHandle=" << handle;
-    Q_EMIT audioManagerHandleChanged(handle);
-    Q_EMIT audioManagerHandleChanged(QVariant(handle));
+    const Emission to{d};
+    if (to)
+        Q_EMIT to->audioManagerHandleChanged(handle);
+    if (to)
+        Q_EMIT to->audioManagerHandleChanged(QVariant(handle));
     return MediaError::None;
 }
 
@@ -360,8 +390,11 @@ MediaError::Type AudioRecorder::setStatusInterval(unsigned int statusInterval)
     d->m_statusInterval = statusInterval;
     DEBUG_LINE << "emit statusIntervalChanged()";
     DEBUG_LINE << "  statusInterval=" << statusInterval;
-    Q_EMIT statusIntervalChanged(statusInterval);
-    Q_EMIT statusIntervalChanged(QVariant(statusInterval));
+    const Emission to{d};
+    if (to)
+        Q_EMIT to->statusIntervalChanged(statusInterval);
+    if (to)
+        Q_EMIT to->statusIntervalChanged(QVariant(statusInterval));
     return MediaError::None;
 }
 

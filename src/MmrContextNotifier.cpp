@@ -1,6 +1,5 @@
 #include "private/MmrContextNotifier.h"
 
-#include "private/Dictionary.h"
 #include "private/Logger.h"
 #include "private/Values.h"
 
@@ -162,138 +161,6 @@ MediaError::Type MmrContextNotifier::lastError() const
     return info ? static_cast<MediaError::Type>(info->error_code) : MediaError::None;
 }
 
-// Commands
-
-MediaError::Type MmrContextNotifier::attachInput(const QString &url, const QString &type)
-{
-    TRACE_FUNCTION();
-    if (type == QLatin1String("autolist") && m_trackParameters.contains(1))
-        updateInputParameters(m_trackParameters[1]);
-    else if (type == QLatin1String("playlist"))
-        updateTrackParameters(0, m_trackParameters[1]);
-
-    MediaError::Type result = MediaError::None;
-    if (mmr_input_attach(m_context, url.toUtf8().constData(), type.toUtf8().constData()) != 0)
-        result = lastError();
-    updateTrackParameters(0, {});
-    return result;
-}
-
-MediaError::Type MmrContextNotifier::attachOutput(const QString &url, const QString &type, int *outputId)
-{
-    TRACE_FUNCTION();
-    const int id = mmr_output_attach(m_context, url.toUtf8().constData(), type.toUtf8().constData());
-    if (id == -1) {
-        const MediaError::Type result = lastError();
-        CRITICAL_LINE << "Unable to attach output. url=" << url << ", type=" << type;
-        return result;
-    }
-    if (outputId)
-        *outputId = id;
-    m_subpictureOutputAttached = type == QLatin1String("subpicture");
-    return MediaError::None;
-}
-
-MediaError::Type MmrContextNotifier::seek(unsigned int track, unsigned int position)
-{
-    TRACE_FUNCTION();
-    const QString target = QStringLiteral("%1:%2").arg(track).arg(position);
-    const QVariantMap parameters = trackParameters(track);
-    if (!parameters.isEmpty()) {
-        MediaError::Type result = updateTrackParameters(track, parameters);
-        if (result == MediaError::InvalidParameter)
-            result = updateTrackParameters(0, parameters);
-        if (result != MediaError::None)
-            return result;
-    }
-    if (mmr_seek(m_context, target.toUtf8().constData()) != -1)
-        return MediaError::None;
-    const MediaError::Type result = lastError();
-    CRITICAL_LINE << "Error seeking. track=" << track << ", position=" << position << ", error=" << keyName(result);
-    return result;
-}
-
-MediaError::Type MmrContextNotifier::updateInputParameter(const QString &name, const QString &value)
-{
-    TRACE_FUNCTION();
-    DEBUG_LINE << "  " << name << "=" << value;
-    m_inputParameters[name] = value;
-    return sendInputParameters(tracer, m_inputParameters);
-}
-
-MediaError::Type MmrContextNotifier::updateInputParameters(const QVariantMap &parameters)
-{
-    TRACE_FUNCTION();
-    DEBUG_LINE << "   " << parameters;
-    return sendInputParameters(tracer, parameters);
-}
-
-MediaError::Type MmrContextNotifier::sendInputParameters(const FunctionTracer &tracer, const QVariantMap &parameters)
-{
-    strm_dict_t *dictionary = nullptr;
-    MediaError::Type result = createDictionaryFromMap(parameters, &dictionary);
-    if (result == MediaError::None && mmr_input_parameters(m_context, dictionary) != 0) {
-        result = lastError();
-        CRITICAL_LINE << "Unable to set input parameters.";
-    }
-    return result;
-}
-
-MediaError::Type MmrContextNotifier::updateTrackParameter(unsigned int track, const QString &name, const QString &value)
-{
-    TRACE_FUNCTION();
-    DEBUG_LINE << "  track=" << track;
-    DEBUG_LINE << "  " << name << "=" << value;
-    const QString prevValue = trackParameters(track).value(name).toString();
-    DEBUG_LINE << "  prevValue= " << prevValue;
-
-    if (!m_trackParameters.contains(track)) {
-        const Attributes reported =
-            toParameterMap(QStringLiteral("p%1").arg(track), nullptr).value(QStringLiteral("@p%1").arg(track)).toMap();
-        for (auto attribute = reported.begin(); attribute != reported.end(); ++attribute) {
-            const QString text = attribute->toString();
-            m_trackParameters[track][attribute.key()] = text;
-            DEBUG_LINE << "track " << track << ": " << attribute.key() << "=" << text;
-        }
-    }
-    m_trackParameters[track][name] = value;
-    if (m_state == QLatin1String("idle"))
-        return MediaError::None;
-
-    const MediaError::Type result = updateTrackParameters(track, m_trackParameters[track]);
-    if (result != MediaError::None) {
-        if (prevValue.isEmpty())
-            m_trackParameters[track].remove(name);
-        else
-            m_trackParameters[track][name] = prevValue;
-    }
-    return result;
-}
-
-MediaError::Type MmrContextNotifier::updateTrackParameters(unsigned int track, const QVariantMap &parameters)
-{
-    TRACE_FUNCTION();
-    DEBUG_LINE << parameters;
-    QVariantMap sent = parameters;
-    if (track != 0 && !m_subpictureOutputAttached) {
-        sent.remove(QStringLiteral("subpicture_index"));
-        sent.remove(QStringLiteral("subpicture_url"));
-    }
-    strm_dict_t *dictionary = nullptr;
-    MediaError::Type result = createDictionaryFromMap(sent, &dictionary);
-    if (result == MediaError::None && mmr_track_parameters(m_context, track, dictionary) != 0) {
-        result = lastError();
-        CRITICAL_LINE << "Unable to set track parameters. track=" << track;
-    }
-    return result;
-}
-
-QVariantMap MmrContextNotifier::trackParameters(unsigned int track) const
-{
-    TRACE_FUNCTION();
-    return m_trackParameters.value(track);
-}
-
 Attributes MmrContextNotifier::toParameterMap(const QString &file, bool *ok)
 {
     TRACE_FUNCTION();
@@ -312,22 +179,6 @@ Attributes MmrContextNotifier::toParameterMap(const QString &file, bool *ok)
     return result;
 }
 
-MediaError::Type MmrContextNotifier::createDictionaryFromMap(const QVariantMap &map, strm_dict_t **dictionary)
-{
-    TRACE_FUNCTION();
-    Dictionary built;
-    for (auto entry = map.begin(); entry != map.end(); ++entry) {
-        const QString text = entry->toString();
-        if (text.isEmpty() || built.set(entry.key(), text))
-            continue;
-        *dictionary = nullptr;
-        WARNING_LINE << "Unable to create parameter. " << entry.key() << "=" << text;
-        return MediaError::InvalidParameter;
-    }
-    *dictionary = built.release();
-    return MediaError::None;
-}
-
 // What the renderer publishes
 
 void MmrContextNotifier::onReadyRead()
@@ -343,7 +194,8 @@ void MmrContextNotifier::onReadyRead()
     if (!ok)
         return;
     DEBUG_LINE << objects;
-    for (auto entry = objects.begin(); entry != objects.end(); ++entry) {
+    // A slot may have ended the context.
+    for (auto entry = objects.begin(); entry != objects.end() && m_context; ++entry) {
         if (entry.key() == QLatin1String("@state") && object != m_allObject)
             onPpsError(entry->toMap());
         else
@@ -501,7 +353,8 @@ void MmrContextNotifier::onPpsPlayQueueChanged(const Attributes &map)
         DEBUG_LINE << "emit trackChanged()";
         DEBUG_LINE << "  track=" << track;
         Q_EMIT trackChanged(track);
-        updateMetaData(track);
+        if (m_context)
+            updateMetaData(track);
     }
     const auto total = map.constFind(QStringLiteral("total"));
     if (total != map.constEnd() && replace(m_trackCount, total->toVariant().toUInt())) {

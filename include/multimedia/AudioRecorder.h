@@ -24,8 +24,8 @@ class AudioRecorderPrivate;
  * Commands and setters that return a `MediaError` return `None` on success, else the renderer's error, with a line in
  * the log.
  *
- * A recorder is used on the thread that owns it. A slot of one of its signals must not delete it; deleteLater() is
- * safe.
+ * A recorder is used on the thread that owns it. It may be destroyed in a slot of any of its own signals: nothing more
+ * is emitted then, and a command that was under way ends there and returns `None`.
  */
 class VOROMULTIMEDIA_EXPORT AudioRecorder : public QObject {
     Q_OBJECT

@@ -29,7 +29,8 @@ class MediaPlayerPrivate;
  * Commands and setters that return a `MediaError` return `None` on success, else the renderer's error, with a line in
  * the log. Where the renderer service could not be reached when the player was made, they return `InvalidState`.
  *
- * A player is used on the thread that owns it. A slot of one of its signals must not delete it; deleteLater() is safe.
+ * A player is used on the thread that owns it. It may be destroyed in a slot of any of its own signals: nothing more is
+ * emitted then, and a command that was under way ends there and returns `None`.
  */
 class VOROMULTIMEDIA_EXPORT MediaPlayer : public QObject {
     Q_OBJECT

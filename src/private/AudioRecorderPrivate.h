@@ -9,7 +9,7 @@
 namespace voro::multimedia {
 
 /** What a recorder is made of: its renderer context, its settings and what the renderer reported last. */
-class AudioRecorderPrivate : public ContextOwner {
+class AudioRecorderPrivate : public ContextOwner<AudioRecorder> {
     Q_OBJECT
 public:
     /** The base of every input URL. */
@@ -49,7 +49,6 @@ private:
     QUrl m_outputUrl;
     // What the renderer does unless it is told otherwise.
     unsigned int m_statusInterval = 1000;
-    AudioRecorder *q;
 };
 
 } // namespace voro::multimedia

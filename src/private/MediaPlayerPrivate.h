@@ -9,8 +9,14 @@
 
 namespace voro::multimedia {
 
+/** A speed in thousandths of normal speed as a factor. */
+inline double toFactor(int rate)
+{
+    return rate / static_cast<double>(MmrContextNotifier::s_NormalPlaybackSpeed);
+}
+
 /** What a player is made of: its renderer context, its settings and what the renderer reported last. */
-class MediaPlayerPrivate : public ContextOwner {
+class MediaPlayerPrivate : public ContextOwner<MediaPlayer> {
     Q_OBJECT
 public:
     explicit MediaPlayerPrivate(MediaPlayer *player);
@@ -107,7 +113,6 @@ private:
     unsigned int m_audioManagerHandle = 0;
     unsigned int m_closedCaptionIndex = 0;
     bool m_closedCaptionDisabled = false;
-    MediaPlayer *q;
 };
 
 } // namespace voro::multimedia

@@ -11,6 +11,7 @@
 #include <QtTest/QtTest>
 
 #include <functional>
+#include <memory>
 
 /** Every property that an object's class adds to QObject, as "name=value". */
 QStringList propertiesOf(const QObject &object);
@@ -46,9 +47,13 @@ public:
     QTemporaryDir folder;
     voro::test::LogCatcher log;
     voro::test::ScriptedRenderer renderer;
-    Media media;
+    /** A test may destroy it. */
+    std::unique_ptr<Media> owned = std::make_unique<Media>();
+    Media &media = *owned;
     SignalLog emitted;
     voro::multimedia::MmrContextNotifier &notifier;
+    const QString contextName =
+        trace.filter(QStringLiteral("mmr_context_create ")).value(0).section(QLatin1Char(' '), 1, 1);
 };
 
 template<typename Media>

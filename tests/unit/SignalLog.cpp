@@ -56,5 +56,7 @@ int SignalLog::qt_metacall(QMetaObject::Call call, int id, void **arguments)
         values += shown(method.parameterMetaType(i), arguments[i + 1]);
     m_trace +=
         QString::fromLatin1(method.name()) + QLatin1Char('(') + values.join(QLatin1String(", ")) + QLatin1Char(')');
+    if (m_then)
+        m_then();
     return -1;
 }
