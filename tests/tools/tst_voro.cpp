@@ -102,6 +102,7 @@ private Q_SLOTS:
 
     void play_saysWhatIsWrong_andPlaysTheNext();
     void play_json_tellsTheWholeStory();
+    void play_doesWhatTheRemoteAsks_alsoWithoutTheRole();
     void play_plainOutput_isLines();
     void play_keys_workOnTerminal();
     void play_givesTerminalBack_data();
@@ -399,6 +400,28 @@ void tst_voro::play_json_tellsTheWholeStory()
     QCOMPARE(states, (QStringList{QStringLiteral("Prepared"), QStringLiteral("Started"), QStringLiteral("Stopped")}));
     QCOMPARE(title, QStringLiteral("First Light"));
     QCOMPARE(ends, 1);
+}
+
+void tst_voro::play_doesWhatTheRemoteAsks_alsoWithoutTheRole()
+{
+    const SilentDaemon daemon;
+    const auto state = [](const char *name) { return QByteArray("\"mediaState\":\"") + name + '"'; };
+    const auto remote = [](const char *command) {
+        return voro({QStringLiteral("remote"), QString::fromLatin1(command)});
+    };
+    RunningVoro playing({QStringLiteral("play"), QStringLiteral("--json")});
+    QVERIFY(playing.waitFor(state("Started")));
+    QTRY_VERIFY(remote("status").out.contains("First Light"));
+    QCOMPARE(remote("pause").status, 0);
+    QVERIFY(playing.waitFor(state("Paused")));
+    QCOMPARE(remote("play").status, 0);
+    QVERIFY(playing.waitFor(state("Started")));
+
+    RunningVoro other({QStringLiteral("publish"), QStringLiteral("--name=Other"), QStringLiteral("--json")});
+    QVERIFY(other.waitFor("\"acquired\""));
+    // The role is another one's now, and the music goes on.
+    QVERIFY(playing.waitFor("\"positionChanged\""));
+    QCOMPARE(playing.interrupt(), 0);
 }
 
 void tst_voro::play_plainOutput_isLines()
