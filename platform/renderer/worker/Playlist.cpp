@@ -24,9 +24,17 @@ constexpr int MostPlaylists = 500;
 constexpr int DeepestNesting = 16;
 constexpr std::string_view Mark = "\xef\xbb\xbf";
 
+/** The module's place beside the worker, in an installation as in the build tree. */
+std::string modulePath()
+{
+    const Owned<char> program(g_file_read_link("/proc/self/exe", nullptr));
+    const Owned<char> folder(g_path_get_dirname(program.get()));
+    return std::string(folder.get()) + PlaylistModule;
+}
+
 ReadPlaylist reader()
 {
-    static void *const module = dlopen(PlaylistModule, RTLD_NOW | RTLD_LOCAL);
+    static void *const module = dlopen(modulePath().c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module) {
         std::fprintf(stderr, "voro-renderer: %s\n", dlerror());
         return nullptr;
