@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <string_view>
+#include <tuple>
 
 namespace voro::renderer {
 
@@ -26,16 +28,19 @@ FileWriter::FileWriter(Head head) : m_head(head), m_sink(GST_ELEMENT(gst_object_
     gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, this, nullptr);
 }
 
-void FileWriter::begin(pps::Fd file)
+void FileWriter::open(pps::Fd file)
 {
     m_file = std::move(file);
-    m_offset = m_told = 0;
+    m_offset = m_end = m_told = 0;
     m_hasBegun = m_hasFailed = false;
 }
 
 void FileWriter::finish()
 {
-    if (m_hasBegun && m_head == Head::Wav) {
+    if (m_file.isValid() && !m_hasBegun) {
+        begin();
+    }
+    if (m_file.isValid() && m_head == Head::Wav) {
         // Its place is there, also on a disk that is full.
         writeHead();
     }
@@ -89,15 +94,7 @@ void FileWriter::write(GstBuffer *buffer)
         return;
     }
     if (!m_hasBegun) {
-        m_hasBegun = true;
-        if (ftruncate(m_file.get(), 0) != 0) {
-            fail(errno);
-        } else if (m_head == Head::Wav) {
-            writeHead();
-            m_offset = m_told = sizeof(WavHeader);
-        } else if (m_head == Head::Amr) {
-            append(AmrHead.data(), AmrHead.size());
-        }
+        begin();
     }
     const bool isWritten = append(map.data, map.size);
     gst_buffer_unmap(buffer, &map);
@@ -105,6 +102,20 @@ void FileWriter::write(GstBuffer *buffer)
     if (isWritten && m_head == Head::Wav && m_offset - m_told >= second) {
         writeHead();
         m_told = m_offset;
+    }
+}
+
+/** Replaces what the file held. */
+void FileWriter::begin()
+{
+    m_hasBegun = true;
+    if (ftruncate(m_file.get(), 0) != 0) {
+        fail(errno);
+    } else if (m_head == Head::Wav) {
+        writeHead();
+        m_offset = m_end = m_told = sizeof(WavHeader);
+    } else if (m_head == Head::Amr) {
+        append(AmrHead.data(), AmrHead.size());
     }
 }
 
@@ -117,7 +128,19 @@ void FileWriter::writeHead()
 
 bool FileWriter::append(const void *bytes, size_t size)
 {
-    return !m_hasFailed && writeAt(m_offset, bytes, size) && (m_offset += size, true);
+    if (m_hasFailed) {
+        return false;
+    }
+    if (!writeAt(m_offset, bytes, size)) {
+        if (m_offset == m_end) {
+            // A part of a frame would be an error in the file; where that cannot be helped it stays.
+            std::ignore = ftruncate(m_file.get(), off_t(m_end));
+        }
+        return false;
+    }
+    m_offset += size;
+    m_end = std::max(m_end, m_offset);
+    return true;
 }
 
 bool FileWriter::writeAt(uint64_t offset, const void *bytes, size_t size)

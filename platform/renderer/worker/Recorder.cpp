@@ -69,8 +69,7 @@ void Recorder::start(pps::Fd file, Answer answer)
     m_answer = std::move(answer);
     m_phase = Phase::Starting;
     setTimeout(StartTimeout);
-    m_pipeline->start(std::move(file));
-    m_pipeline->gate().setOpen(!m_settings.isPaused);
+    m_pipeline->start(std::move(file), !m_settings.isPaused);
 }
 
 void Recorder::setPaused(bool isPaused)
@@ -136,8 +135,7 @@ void Recorder::onFailed(const Result &result)
     case Phase::Starting:
         m_phase = Phase::Ready;
         m_timeout.reset();
-        m_pipeline->release();
-        m_pipeline->prepare();
+        m_pipeline->abandon();
         answer(result);
         break;
     case Phase::Running:

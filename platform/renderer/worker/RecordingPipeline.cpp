@@ -65,10 +65,10 @@ Result RecordingPipeline::prepare()
     return message ? failureOf(message.get()) : Result(ErrorCode::SourceUnavailable, "there is no source of sound");
 }
 
-void RecordingPipeline::start(pps::Fd file)
+void RecordingPipeline::start(pps::Fd file, bool isOpen)
 {
-    m_writer.begin(std::move(file));
-    m_gate.reset();
+    m_writer.open(std::move(file));
+    m_gate.reset(isOpen);
     gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING);
 }
 
@@ -81,6 +81,13 @@ void RecordingPipeline::release()
 {
     gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
     m_writer.finish();
+}
+
+void RecordingPipeline::abandon()
+{
+    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+    m_writer.abandon();
+    prepare();
 }
 
 Result RecordingPipeline::failureOf(GstMessage *message) const

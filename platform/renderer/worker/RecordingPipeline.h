@@ -33,12 +33,14 @@ public:
 
     /** Finds out whether there is a source, without recording. */
     Result prepare();
-    /** Begins to record into the file. */
-    void start(pps::Fd file);
+    /** Begins to record into the file, at once or when the gate is opened. */
+    void start(pps::Fd file, bool isOpen);
     /** Lets no more samples in; ended or failed follows when the rest is written. */
     void finish();
     /** Lets go of the source and of the file, which is complete then. */
     void release();
+    /** Likewise of a file that nothing was recorded into, which stays as it is; it can be started again. */
+    void abandon();
 
 private:
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);

@@ -39,10 +39,11 @@ void SampleGate::setOpen(bool isOpen)
     m_isOpen = isOpen;
 }
 
-void SampleGate::reset()
+void SampleGate::reset(bool isOpen)
 {
     const std::lock_guard lock(m_mutex);
-    m_isOpen = m_hasSegment = false;
+    m_isOpen = isOpen;
+    m_hasSegment = false;
     m_isFirst = true;
     m_frames = 0;
     m_peak = 0;

@@ -27,7 +27,7 @@ public:
 
     void setOpen(bool isOpen);
     /** Begins a new stream, while no samples come. */
-    void reset();
+    void reset(bool isOpen);
     /** Ends the stream: nothing passes any more. */
     void end();
 
