@@ -16,18 +16,6 @@ using namespace voro::multimedia;
 namespace {
 
 /** The processes that the daemon started, by the parent that the system names for each. */
-QList<pid_t> workersOf(qint64 daemon)
-{
-    QList<pid_t> workers;
-    const QByteArray parent = "PPid:\t" + QByteArray::number(daemon) + '\n';
-    for (const QString &name : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
-        QFile status(QStringLiteral("/proc/%1/status").arg(name));
-        if (status.open(QFile::ReadOnly) && status.readAll().contains(parent))
-            workers << name.toInt();
-    }
-    return workers;
-}
-
 int openDescriptors(qint64 process)
 {
     return int(QDir(QStringLiteral("/proc/%1/fd").arg(process)).count());

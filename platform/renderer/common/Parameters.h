@@ -10,7 +10,7 @@
 namespace voro::renderer {
 
 /** What parameters belong to. */
-enum class Owner { Context, Input, Track, Audio, Video, Caption };
+enum class Owner { Context, Input, Track, Audio, Video, Caption, File };
 
 /** A set of named texts. */
 class Parameters {

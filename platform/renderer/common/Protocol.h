@@ -21,6 +21,8 @@ inline constexpr std::string_view ContextFolder = "/pps/services/multimedia/rend
 inline constexpr std::string_view WorkerPath = "/pps/services/multimedia/renderer/worker/control";
 /** The socket to the daemon that a worker is started with. */
 inline constexpr int WorkerSocket = 3;
+/** The socket over which it gets the files that it writes. */
+inline constexpr int WorkerFilesSocket = 4;
 
 /** The longest name of a context, URL and list of metadata, so that no message outgrows its bound. */
 inline constexpr size_t MaximumContextName = 200;

@@ -17,6 +17,7 @@ constexpr int MostDeaths = 10;
 constexpr size_t MostWaiting = 256;
 constexpr int SlowestSpeed = 250;
 constexpr int FastestSpeed = 4000;
+constexpr int NormalSpeed = 1000;
 
 bool isInputType(const std::string &type)
 {
@@ -26,6 +27,16 @@ bool isInputType(const std::string &type)
 Result noInput()
 {
     return {ErrorCode::InvalidState, "there is no input"};
+}
+
+/** Whether a medium can be played at that speed. A recording either goes on or pauses. */
+bool isSpeed(int64_t speed, bool isRecording)
+{
+    if (isRecording) {
+        return speed == 0 || speed == NormalSpeed;
+    }
+    const bool isInRange = speed >= -FastestSpeed && speed <= FastestSpeed;
+    return isInRange && (speed == 0 || speed <= -SlowestSpeed || speed >= SlowestSpeed);
 }
 
 /** The output that a command names; -1 for what cannot be one. */
@@ -143,20 +154,37 @@ void Context::finish(const Result &result, std::string_view lines)
 
 void Context::outputAttach(const pps::Message &message)
 {
-    int id = -1;
-    if (Result problem = m_journal.attachOutput(message.text("url"), message.text("type"), id); !problem) {
-        finish(problem);
-        return;
-    }
-    std::string line;
-    pps::appendNumber(line, "output", id);
-    applySettings(line);
+    const auto attach = [this, url = message.text("url"), type = message.text("type")] {
+        int id = -1;
+        if (Result problem = m_journal.attachOutput(url, type, id); !problem) {
+            finish(problem);
+            return;
+        }
+        std::string line;
+        pps::appendNumber(line, "output", id);
+        applySettings(line);
+    };
+    message.text("type") == "file" ? completeRecording(attach) : attach();
 }
 
 void Context::outputDetach(const pps::Message &message)
 {
-    const Result result = m_journal.detachOutput(outputOf(message));
-    result ? applySettings() : finish(result);
+    const int output = outputOf(message);
+    const auto detach = [this, output] {
+        const Result result = m_journal.detachOutput(output);
+        result ? applySettings() : finish(result);
+    };
+    m_journal.isFile(output) ? completeRecording(detach) : detach();
+}
+
+/** Goes on when nothing is written into the file any more. */
+void Context::completeRecording(const std::function<void()> &next)
+{
+    if (isRecording() && m_state == State::Playing) {
+        stopPlaying([next](const Result &) { next(); });
+    } else {
+        next();
+    }
 }
 
 void Context::outputParameters(const pps::Message &message)
@@ -231,8 +259,8 @@ void Context::inputAttach(const pps::Message &message)
     const Journal::Input input{message.text("url"), message.text("type")};
     if (input.url.size() > MaximumUrl || !isInputType(input.type)) {
         finish({ErrorCode::InvalidParameter, "the URL is too long or the type unknown"});
-    } else if (input.type == "track") {
-        finish({ErrorCode::UnsupportedOperation, "this renderer does not record"});
+    } else if (const Result problem = m_journal.checkInput(input); !problem) {
+        finish(problem);
     } else if (m_input) {
         closeMedium([this, input](const Result &) { attach(input); });
     } else {
@@ -308,6 +336,8 @@ void Context::play(const pps::Message &)
         finish(noInput());
     } else if (m_state == State::Playing) {
         finish({});
+    } else if (const Result problem = checkRecording(); !problem) {
+        finish(problem);
     } else if (m_isOpen) {
         startPlaying();
     } else if (m_deaths >= MostDeaths) {
@@ -320,9 +350,34 @@ void Context::play(const pps::Message &)
     }
 }
 
+/** Whether a recording could begin now. */
+Result Context::checkRecording() const
+{
+    if (!isRecording()) {
+        return {};
+    }
+    const RecordingFile *file = m_journal.file();
+    return file && !file->isUsed() ? Result() : Result(ErrorCode::InvalidState, "there is no file, or it is finished");
+}
+
 void Context::startPlaying()
 {
-    m_engine->ask("play", {}, [this](const Result &result) {
+    RecordingFile *file = isRecording() ? m_journal.file() : nullptr;
+    if (file) {
+        if (const Result problem = file->open(); !problem) {
+            finish(problem);
+            return;
+        }
+        if (!m_engine->pass(file->descriptor())) {
+            file->discard();
+            finish({ErrorCode::Internal, "the worker does not take the file"});
+            return;
+        }
+    }
+    m_engine->ask("play", {}, [this, file](const Result &result) {
+        if (file) {
+            result ? file->commit() : file->discard();
+        }
         if (result) {
             m_resume.reset();
             setState(State::Playing);
@@ -334,20 +389,25 @@ void Context::startPlaying()
 void Context::stop(const pps::Message &)
 {
     if (m_input && m_state == State::Playing) {
-        m_engine->ask("stop", {}, [this](const Result &result) {
-            if (result) {
-                m_deaths = 0;
-                m_resume.reset();
-                setState(State::Stopped);
-            }
-            finish(result);
-        });
+        stopPlaying([this](const Result &result) { finish(result); });
         return;
     }
     if (m_hasEnded) {
         setState(m_state);
     }
     finish({});
+}
+
+void Context::stopPlaying(Engine::Done done)
+{
+    m_engine->ask("stop", {}, [this, done = std::move(done)](const Result &result) {
+        if (result) {
+            m_deaths = 0;
+            m_resume.reset();
+            setState(State::Stopped);
+        }
+        done(result);
+    });
 }
 
 void Context::speedSet(const pps::Message &message)
@@ -357,8 +417,7 @@ void Context::speedSet(const pps::Message &message)
         finish(noInput());
         return;
     }
-    const bool isInRange = speed >= -FastestSpeed && speed <= FastestSpeed;
-    if (!isInRange || (speed != 0 && speed > -SlowestSpeed && speed < SlowestSpeed)) {
+    if (!isSpeed(speed, isRecording())) {
         finish({ErrorCode::UnsupportedValue, "the speed is out of its range"});
         return;
     }
@@ -417,9 +476,12 @@ void Context::setState(State state, const std::optional<Folder::Ending> &ending)
     m_hasEnded = ending.has_value();
     if (m_engine) {
         m_engine->setWatched(state == State::Playing);
+        m_engine->setCompleting(state == State::Playing && isRecording());
     }
     const char *name = state == State::Idle ? "idle" : state == State::Stopped ? "stopped" : "playing";
-    m_folder.setState(name, m_speed, ending);
+    // A recorder that is ready must not look like one that was reset.
+    const bool isReadyRecorder = state == State::Stopped && isRecording();
+    m_folder.setState(name, m_speed, isReadyRecorder && !ending ? Folder::Ending{ErrorCode::None, m_position} : ending);
 }
 
 // What the engine says
@@ -454,7 +516,8 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
 void Context::report(const pps::Message &status)
 {
     m_position.milliseconds = status.number("position");
-    m_folder.setStatus(m_position.milliseconds, status.text("bufferlevel"), status.text("bufferstatus"));
+    m_folder.setStatus(m_position.milliseconds, status.text("bufferlevel"), status.text("bufferstatus"),
+                       status.has("volume") ? status.text("volume") : std::string(Folder::NoVolume));
 }
 
 void Context::end(ErrorCode code, const pps::Message &event)

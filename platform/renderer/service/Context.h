@@ -66,7 +66,11 @@ private:
     void attach(const Journal::Input &input);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});
+    bool isRecording() const { return m_input && m_input->isRecording(); }
+    Result checkRecording() const;
+    void completeRecording(const std::function<void()> &next);
     void startPlaying();
+    void stopPlaying(Engine::Done done);
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
     void report(const pps::Message &status);
     void end(ErrorCode code, const pps::Message &event);

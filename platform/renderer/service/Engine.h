@@ -18,8 +18,12 @@ public:
     virtual ~Engine() = default;
     /** Asks for something; `done` is called with the answer, with Internal when the engine dies first. */
     virtual void ask(std::string_view command, std::string_view lines, Done done) = 0;
+    /** Hands an open file over, for what is asked next; it stays the caller's as well. False when it cannot. */
+    virtual bool pass(int descriptor) = 0;
     /** Whether it has to show that it is alive also while nothing is asked of it. */
     virtual void setWatched(bool isWatched) = 0;
+    /** Whether it completes what it records when this object ends, before it ends itself. */
+    virtual void setCompleting(bool isCompleting) = 0;
 };
 
 /** Whom an engine tells what happens. */

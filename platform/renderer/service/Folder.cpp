@@ -70,18 +70,20 @@ void Folder::setTrack(unsigned track, std::string_view lines)
     publish('q' + std::to_string(track), lines);
 }
 
-void Folder::setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus)
+void Folder::setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
+                       std::string_view volume)
 {
-    publishStatus(position, bufferLevel, bufferStatus, Fence::None);
+    publishStatus(position, bufferLevel, bufferStatus, volume, Fence::None);
 }
 
-void Folder::publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus, Fence fence)
+void Folder::publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
+                           std::string_view volume, Fence fence)
 {
     std::string lines;
     pps::appendNumber(lines, "position", position);
     pps::appendText(lines, "bufferlevel", bufferLevel);
     pps::appendText(lines, "bufferstatus", bufferStatus);
-    pps::appendText(lines, "volume", "0/100");
+    pps::appendText(lines, "volume", volume);
     publish("status", lines, fence);
 }
 
@@ -94,7 +96,7 @@ void Folder::clearMedium(unsigned track)
     pps::appendNumber(lines, "md_video_height", 0);
     publish('q' + std::to_string(track), lines, Fence::Hold);
     publishQueue(track, 0, Fence::Hold);
-    publishStatus(0, "0/100", "idle", Fence::Hold);
+    publishStatus(0, "0/100", "idle", NoVolume, Fence::Hold);
     forgetTracks(track, track);
 }
 

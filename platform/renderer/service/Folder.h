@@ -21,6 +21,9 @@ public:
         TrackPosition position;
     };
 
+    /** The volume of what does not record. */
+    static constexpr std::string_view NoVolume = "0/100";
+
     Folder(pps::Broker &broker, std::string path) : m_broker(broker), m_path(std::move(path)) {}
     /** Removes the objects. */
     ~Folder() { m_broker.remove(m_path); }
@@ -36,7 +39,8 @@ public:
     void setQueue(unsigned current, unsigned total);
     /** The metadata of a track, as attribute lines. */
     void setTrack(unsigned track, std::string_view lines);
-    void setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus);
+    void setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
+                   std::string_view volume = NoVolume);
     /** Input parameters; written only when they are others than before. */
     void setInput(const Parameters &parameters);
     /** Parameters of a track, likewise. */
@@ -49,7 +53,7 @@ private:
     void publish(const std::string &name, std::string_view lines, pps::Broker::Fence fence = pps::Broker::Fence::None);
     void publishChange(const std::string &name, const Parameters &before, const Parameters &now);
     void publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
-                       pps::Broker::Fence fence);
+                       std::string_view volume, pps::Broker::Fence fence);
     void publishQueue(unsigned current, unsigned total, pps::Broker::Fence fence);
     std::string objectPath(const std::string &name) const { return m_path + '/' + name; }
 

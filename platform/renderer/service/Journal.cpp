@@ -1,6 +1,7 @@
 #include "Journal.h"
 
 #include "../common/Protocol.h"
+#include "AudioInput.h"
 #include "Role.h"
 
 #include <pps/Text.h>
@@ -15,7 +16,10 @@ constexpr long DefaultInterval = 1000;
 
 Owner ownerOf(const std::string &type)
 {
-    return type == "video" ? Owner::Video : type == "subpicture" ? Owner::Caption : Owner::Audio;
+    return type == "video"        ? Owner::Video
+           : type == "subpicture" ? Owner::Caption
+           : type == "file"       ? Owner::File
+                                  : Owner::Audio;
 }
 
 constexpr std::string_view ScreenScheme = "screen:";
@@ -28,9 +32,6 @@ Result checkOutput(const std::string &url, const std::string &type)
     if (type == "video" || type == "subpicture") {
         return url.starts_with(ScreenScheme) ? Result()
                                              : Result(ErrorCode::OutputUnavailable, "there is no output " + url);
-    }
-    if (type == "file") {
-        return {ErrorCode::UnsupportedOperation, "this renderer does not record"};
     }
     return {ErrorCode::InvalidParameter, "unknown output type " + type};
 }
@@ -55,13 +56,37 @@ std::string windowOf(std::string_view url)
 
 Result Journal::attachOutput(const std::string &url, const std::string &type, int &id)
 {
-    Result result = checkOutput(url, type);
+    const bool isFile = type == "file";
+    const std::string path = isFile ? RecordingFile::pathOf(url) : std::string();
+    Result result = isFile ? RecordingFile::check(path, file()) : checkOutput(url, type);
     if (result) {
         std::erase_if(m_outputs, [&](const auto &output) { return output.second.type == type; });
         id = m_nextOutput++;
-        m_outputs[id] = {type, url, {}};
+        m_outputs[id] = {type, url, {}, isFile ? std::make_shared<RecordingFile>(path) : nullptr};
     }
     return result;
+}
+
+RecordingFile *Journal::file() const
+{
+    const Output *recording = output("file");
+    return recording ? recording->file.get() : nullptr;
+}
+
+bool Journal::isFile(int id) const
+{
+    const auto found = m_outputs.find(id);
+    return found != m_outputs.end() && found->second.file;
+}
+
+Result Journal::checkInput(const Input &input) const
+{
+    if (input.isRecording() != (file() != nullptr)) {
+        return input.isRecording() ? Result(ErrorCode::InvalidState, "there is no file to record into")
+                                   : Result(ErrorCode::UnsupportedOperation, "only the audio input can be recorded");
+    }
+    int channels = 0;
+    return input.isRecording() ? parseAudioInput(input.url, channels) : Result();
 }
 
 Result Journal::detachOutput(int id)
@@ -142,7 +167,18 @@ std::string Journal::openLines(const Input &input, int speed, const std::optiona
         pps::appendNumber(lines, "track", start->track);
         pps::appendNumber(lines, "position", start->milliseconds);
     }
-    return lines + settingLines();
+    return lines + (input.isRecording() ? recordingLines(input) : std::string()) + settingLines();
+}
+
+std::string Journal::recordingLines(const Input &input) const
+{
+    int channels = 0;
+    parseAudioInput(input.url, channels);
+    std::string lines;
+    pps::appendNumber(lines, "channels", channels);
+    pps::appendText(lines, "format", file() ? file()->format().extension : std::string_view());
+    pps::appendText(lines, "recording_role", recordingRole(m_input));
+    return lines;
 }
 
 std::string Journal::settingLines() const

@@ -2,8 +2,10 @@
 
 #include "../common/Parameters.h"
 #include "../common/TrackPosition.h"
+#include "RecordingFile.h"
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -16,10 +18,13 @@ public:
         std::string type;
         std::string url;
         Parameters parameters;
+        /** Of an output of the type "file". */
+        std::shared_ptr<RecordingFile> file;
     };
     struct Input {
         std::string url;
         std::string type;
+        bool isRecording() const { return type == "track"; }
     };
 
     /** Adds an output, which replaces one of the same type; the failure says why it cannot be. */
@@ -34,6 +39,13 @@ public:
     /** What track 1 of an input of that type begins with. */
     Parameters firstTrack(const std::string &type) const;
 
+    /** The file that is recorded into, null without such an output. */
+    RecordingFile *file() const;
+    /** Whether an output is that file. */
+    bool isFile(int id) const;
+    /** Whether there can be an input like that with the present outputs. */
+    Result checkInput(const Input &input) const;
+
     const Parameters &input() const { return m_input; }
     const Parameters &track(unsigned track) { return m_tracks[track]; }
 
@@ -44,6 +56,7 @@ public:
 
 private:
     const Output *output(std::string_view type) const;
+    std::string recordingLines(const Input &input) const;
 
     std::map<int, Output> m_outputs;
     int m_nextOutput = 0;

@@ -15,11 +15,13 @@ extern char **environ;
 
 namespace voro::renderer {
 
-Process::Process(const std::string &program, int socket, int number)
+Process::Process(const std::string &program, std::initializer_list<Socket> sockets)
 {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, socket, number);
+    for (const Socket &socket : sockets) {
+        posix_spawn_file_actions_adddup2(&actions, socket.descriptor, socket.number);
+    }
     char *const arguments[] = {const_cast<char *>(program.c_str()), nullptr};
     const int error = posix_spawn(&m_id, program.c_str(), &actions, nullptr, arguments, environ);
     posix_spawn_file_actions_destroy(&actions);

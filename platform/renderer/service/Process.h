@@ -5,16 +5,23 @@
 #include <sys/types.h>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 
 namespace voro::renderer {
 
-/** A child process that was given a socket. */
+/** A child process that was given sockets. */
 class Process {
 public:
-    /** Starts a program with the socket as its descriptor `number`; the socket stays the caller's. */
-    Process(const std::string &program, int socket, int number);
+    struct Socket {
+        int descriptor;
+        /** The descriptor that it is in the process. */
+        int number;
+    };
+
+    /** Starts a program with the sockets, which stay the caller's. */
+    Process(const std::string &program, std::initializer_list<Socket> sockets);
     /** Kills it when it still runs, and waits for its end. */
     ~Process();
     Process(const Process &) = delete;

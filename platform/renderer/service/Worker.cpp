@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -24,6 +25,15 @@ std::string program()
     return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer";
 }
 
+std::pair<pps::Fd, pps::Fd> socketPair()
+{
+    int sockets[2];
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets) != 0) {
+        return {};
+    }
+    return {pps::Fd(sockets[0]), pps::Fd(sockets[1])};
+}
+
 } // namespace
 
 Worker::Worker(pps::Broker &broker, std::function<void()> onDeath) : m_broker(broker), m_onDeath(std::move(onDeath))
@@ -32,12 +42,15 @@ Worker::Worker(pps::Broker &broker, std::function<void()> onDeath) : m_broker(br
     QObject::connect(&m_timer, &QTimer::timeout, [this] { check(); });
     m_silence.start();
 
-    int sockets[2];
-    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets) == 0) {
+    auto [ours, theirs] = socketPair();
+    auto [files, theirFiles] = socketPair();
+    if (theirs.isValid() && theirFiles.isValid()) {
+        m_process = std::make_unique<Process>(
+            program(), std::initializer_list<Process::Socket>{{theirs.get(), WorkerSocket},
+                                                              {theirFiles.get(), WorkerFilesSocket}});
         // The worker waits for the answer to its opening.
-        m_process = std::make_unique<Process>(program(), sockets[1], WorkerSocket);
-        close(sockets[1]);
-        m_socket = m_broker.adopt(sockets[0]);
+        m_socket = m_broker.adopt(ours.release());
+        m_files = std::move(files);
     }
     if (m_process && m_process->isRunning()) {
         m_process->onEnd([this] {
@@ -105,6 +118,24 @@ void Worker::send(const std::string &text)
     } else {
         m_broker.send(m_client, text);
     }
+}
+
+bool Worker::pass(int descriptor)
+{
+    char byte = 0;
+    iovec data{&byte, sizeof byte};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof descriptor)]{};
+    msghdr message{};
+    message.msg_iov = &data;
+    message.msg_iovlen = 1;
+    message.msg_control = control;
+    message.msg_controllen = sizeof control;
+    cmsghdr *header = CMSG_FIRSTHDR(&message);
+    header->cmsg_level = SOL_SOCKET;
+    header->cmsg_type = SCM_RIGHTS;
+    header->cmsg_len = CMSG_LEN(sizeof descriptor);
+    std::memcpy(CMSG_DATA(header), &descriptor, sizeof descriptor);
+    return sendmsg(m_files.get(), &message, MSG_NOSIGNAL | MSG_DONTWAIT) == ssize_t(sizeof byte);
 }
 
 void Worker::setWatched(bool isWatched)

@@ -7,6 +7,7 @@
 #include <QtCore/QTimer>
 
 #include <pps/broker/Broker.h>
+#include <pps/Fd.h>
 
 #include <map>
 #include <memory>
@@ -15,7 +16,7 @@
 namespace voro::renderer {
 
 /** A worker process and the conversation with it. It is spare until somebody listens. */
-class Worker {
+class Worker : public std::enable_shared_from_this<Worker> {
 public:
     /** Starts the process. `onDeath` is called from the event loop when it crashed or hung, at the latest then. */
     Worker(pps::Broker &broker, std::function<void()> onDeath);
@@ -32,6 +33,8 @@ public:
 
     void setListener(EngineListener *listener) { m_listener = listener; }
     void ask(std::string_view command, std::string_view lines, Engine::Done done);
+    /** Hands an open file over; false when the worker does not take it. */
+    bool pass(int descriptor);
     void setWatched(bool isWatched);
 
     /** Gives up the conversation and hands the process over, to be killed. */
@@ -49,6 +52,8 @@ private:
     std::function<void()> m_onDeath;
     std::unique_ptr<Process> m_process;
     uint64_t m_socket = 0;
+    /** Where files are handed over. */
+    pps::Fd m_files;
     pps::ClientId m_client = 0;
     EngineListener *m_listener = nullptr;
     std::map<int64_t, Engine::Done> m_pending;

@@ -11,17 +11,20 @@ namespace voro::renderer {
 class WorkerPool::Lease : public Engine {
 public:
     Lease(WorkerPool &pool, std::shared_ptr<Worker> worker) : m_pool(pool), m_worker(std::move(worker)) {}
-    ~Lease() override { m_pool.end(m_worker); }
+    ~Lease() override { m_isCompleting ? m_pool.endCompleted(m_worker) : m_pool.end(m_worker); }
 
     void ask(std::string_view command, std::string_view lines, Done done) override
     {
         m_worker->ask(command, lines, std::move(done));
     }
+    bool pass(int descriptor) override { return m_worker->pass(descriptor); }
     void setWatched(bool isWatched) override { m_worker->setWatched(isWatched); }
+    void setCompleting(bool isCompleting) override { m_isCompleting = isCompleting; }
 
 private:
     WorkerPool &m_pool;
     std::shared_ptr<Worker> m_worker;
+    bool m_isCompleting = false;
 };
 
 namespace {
@@ -128,6 +131,15 @@ void WorkerPool::end(const std::shared_ptr<Worker> &worker)
     if (const auto found = std::find(m_workers.begin(), m_workers.end(), worker); found != m_workers.end()) {
         m_workers.erase(found);
         killSlowly(worker->release());
+    }
+}
+
+/** Ends a worker that nobody listens to any more when it has completed its recording. */
+void WorkerPool::endCompleted(const std::shared_ptr<Worker> &worker)
+{
+    if (std::find(m_workers.begin(), m_workers.end(), worker) != m_workers.end()) {
+        worker->setListener(nullptr);
+        worker->ask("close", {}, [this, worker = worker.get()](const Result &) { end(worker->shared_from_this()); });
     }
 }
 

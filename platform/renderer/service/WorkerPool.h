@@ -34,6 +34,7 @@ private:
     std::shared_ptr<Worker> find(pps::ClientId client) const;
     void died(Worker *worker);
     void end(const std::shared_ptr<Worker> &worker);
+    void endCompleted(const std::shared_ptr<Worker> &worker);
     void killSlowly(std::unique_ptr<Process> process);
 
     pps::Broker &m_broker;

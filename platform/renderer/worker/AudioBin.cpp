@@ -29,7 +29,7 @@ GstElement *serverSink(const std::string &role)
 
 GstElement *audibleSink(const std::string &role)
 {
-    if (GstElement *sink = configuredSink("VORO_AUDIO_SINK")) {
+    if (GstElement *sink = configuredBin("VORO_AUDIO_SINK")) {
         return sink;
     }
     GstElement *sink = serverSink(role);

@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include "Files.h"
+
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/common/TrackPosition.h>
@@ -16,6 +18,8 @@ void Commands::handle(const pps::Message &message)
     const std::string command = message.text("msg");
     if (command == "open") {
         open(message);
+    } else if (m_recorder.isOpen() && command != "ping") {
+        record(command, message);
     } else {
         reply(command, message.number("id"), handleNow(command, message));
     }
@@ -53,11 +57,47 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
 void Commands::open(const pps::Message &message)
 {
     m_player.close();
+    if (message.text("type") == "track") {
+        openRecorder(message);
+        return;
+    }
     m_player.apply(read(message, {}));
     const int64_t id = message.number("id");
     m_player.open(message.text("url"), message.text("type") == "playlist",
                   static_cast<unsigned>(message.number("track", 1)), message.number("position"),
                   [this, id](const Result &result) { reply("open", id, result); });
+}
+
+void Commands::openRecorder(const pps::Message &message)
+{
+    reply("open", message.number("id"),
+          m_recorder.open({.format = message.text("format"),
+                           .channels = static_cast<int>(message.number("channels")),
+                           .role = message.text("recording_role"),
+                           .interval = static_cast<guint>(message.number("interval")),
+                           .isPaused = message.number("speed") == 0}));
+}
+
+void Commands::record(const std::string &command, const pps::Message &message)
+{
+    const auto answer = [this, command, id = message.number("id")](const Result &result) {
+        reply(command, id, result);
+    };
+    if (command == "play") {
+        m_recorder.start(takeFile(), answer);
+    } else if (command == "stop") {
+        m_recorder.stop(answer);
+    } else if (command == "close") {
+        m_recorder.close(answer);
+    } else if (command == "speed") {
+        m_recorder.setPaused(message.number("speed") == 0);
+        answer({});
+    } else if (command == "set") {
+        m_recorder.setInterval(static_cast<guint>(message.number("interval")));
+        answer({});
+    } else {
+        answer({ErrorCode::UnsupportedOperation, "a recording cannot do that"});
+    }
 }
 
 /** What a message sets; what it leaves out stays as it is. */

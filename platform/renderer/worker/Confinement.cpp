@@ -51,6 +51,8 @@ void restrictProcess()
 {
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // A file that has reached its limit fails the recording and nothing more.
+    std::signal(SIGXFSZ, SIG_IGN);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_DATA, MostMemory);
 }

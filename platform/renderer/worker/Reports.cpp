@@ -43,12 +43,13 @@ void Reports::track(unsigned number, const std::string &uri, const Facts &facts)
     }
 }
 
-void Reports::status(int64_t position, int bufferLevel, const char *bufferStatus)
+void Reports::status(int64_t position, int bufferLevel, const char *bufferStatus, int volume)
 {
     std::string lines = event("status");
     pps::appendNumber(lines, "position", position);
     pps::appendText(lines, "bufferlevel", std::to_string(bufferLevel) + "/100");
     pps::appendText(lines, "bufferstatus", bufferStatus);
+    pps::appendText(lines, "volume", std::to_string(volume) + "/100");
     m_send(lines);
 }
 

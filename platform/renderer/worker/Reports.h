@@ -23,7 +23,7 @@ public:
     /** Told only when it is something else than before. */
     void track(unsigned number, const std::string &uri, const Facts &facts);
     bool hasTold(unsigned track) const { return m_tracks.contains(track); }
-    void status(int64_t position, int bufferLevel, const char *bufferStatus);
+    void status(int64_t position, int bufferLevel, const char *bufferStatus, int volume = 0);
     /** The speed became another one without having been asked for. */
     void speed(int speed);
     void ended(unsigned track, int64_t position);

@@ -11,7 +11,7 @@ namespace {
 
 GstElement *visibleSink(const std::string &window)
 {
-    if (GstElement *sink = configuredSink("VORO_VIDEO_SINK")) {
+    if (GstElement *sink = configuredBin("VORO_VIDEO_SINK")) {
         return sink;
     }
     GstElement *sink = windowSink(window);

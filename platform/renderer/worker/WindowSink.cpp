@@ -54,7 +54,7 @@ GstElement *drawingSink()
 
 } // namespace
 
-GstElement *configuredSink(const char *variable)
+GstElement *configuredBin(const char *variable)
 {
     const char *description = std::getenv(variable);
     if (!description || !*description) {

@@ -8,7 +8,7 @@
 namespace voro::renderer {
 
 /** A bin that the environment describes, null without one or with a bad one. */
-GstElement *configuredSink(const char *variable);
+GstElement *configuredBin(const char *variable);
 /** A sink that shows nothing and lets time pass as if it did. */
 GstElement *silentSink();
 /** A sink that draws into a window of the X server, which goes on when the window goes. Null for what is no number of a

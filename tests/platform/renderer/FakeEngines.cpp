@@ -19,7 +19,13 @@ public:
     {
         m_owner.asked(command, lines, std::move(done));
     }
+    bool pass(int) override
+    {
+        m_owner.m_log.emplace_back("file");
+        return true;
+    }
     void setWatched(bool isWatched) override { m_owner.m_isWatched = isWatched; }
+    void setCompleting(bool isCompleting) override { m_owner.m_isCompleting = isCompleting; }
 
 private:
     FakeEngines &m_owner;

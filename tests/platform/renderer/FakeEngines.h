@@ -25,6 +25,8 @@ public:
     std::vector<std::string> takeLog();
     int started() const { return m_started; }
     bool isWatched() const { return m_isWatched; }
+    /** Whether the present engine, or the last one, completes its recording before it ends. */
+    bool isCompleting() const { return m_isCompleting; }
     bool isHolding() const { return m_done != nullptr; }
 
     void release(const voro::renderer::Result &result = {});
@@ -42,4 +44,5 @@ private:
     std::vector<std::string> m_log;
     int m_started = 0;
     bool m_isWatched = false;
+    bool m_isCompleting = false;
 };

@@ -12,44 +12,13 @@
 #include <netinet/in.h>
 #include <renderer/common/Error.h>
 #include <sys/socket.h>
+#include <Workers.h>
 
 #include <cmath>
 #include <csignal>
 #include <thread>
 
 using voro::renderer::ErrorCode;
-
-namespace {
-
-/** The processes whose parent is the daemon. */
-QList<pid_t> workersOf(qint64 daemon)
-{
-    QList<pid_t> workers;
-    const QByteArray parent = "PPid:\t" + QByteArray::number(daemon) + '\n';
-    for (const QString &name : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
-        QFile status(QStringLiteral("/proc/%1/status").arg(name));
-        if (status.open(QFile::ReadOnly) && status.readAll().contains(parent)) {
-            workers << name.toInt();
-        }
-    }
-    return workers;
-}
-
-/** The workers that have a file open. */
-QList<pid_t> readersOf(const QByteArray &file, qint64 daemon)
-{
-    QList<pid_t> readers = workersOf(daemon);
-    readers.removeIf([&file](pid_t worker) {
-        const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(worker));
-        const QStringList names = descriptors.entryList(QDir::Files | QDir::System);
-        return std::none_of(names.begin(), names.end(), [&](const QString &name) {
-            return QFile::symLinkTarget(descriptors.filePath(name)).toUtf8() == file;
-        });
-    });
-    return readers;
-}
-
-} // namespace
 
 /** The renderer as applications reach it: the daemon, its workers and real media. */
 class tst_Renderer : public QObject {
@@ -128,8 +97,8 @@ QList<float> tst_Renderer::play(const Application &application, int expectedCode
 void tst_Renderer::duration_isRight_data()
 {
     QTest::addColumn<QByteArray>("name");
-    for (const char *name :
-         {"a.wav", "a.ogg", "a.opus", "a.flac", "constant.mp3", "variable.mp3", "uncounted.mp3", "a.m4a", "a.mka", "a.webm"}) {
+    for (const char *name : {"a.wav", "a.ogg", "a.opus", "a.flac", "constant.mp3", "variable.mp3", "uncounted.mp3",
+                             "a.m4a", "a.mka", "a.webm"}) {
         QTest::newRow(name) << QByteArray(name);
     }
 }
@@ -328,7 +297,7 @@ void tst_Renderer::workerKilled_isToldInOneMessage()
     }
     const auto state = application.watch("state?wait");
     QCOMPARE(readMessage(*state).text("state"), std::string("playing"));
-    const QList<pid_t> readers = readersOf(file("a.ogg"), m_daemon.processId());
+    const QList<pid_t> readers = workersWith(file("a.ogg"), m_daemon.processId());
     QCOMPARE(readers.size(), 1);
     ::kill(readers.first(), SIGKILL);
     const auto ended = readMessage(*state);
@@ -426,7 +395,7 @@ void tst_Renderer::manyContexts_leaveNothing()
     {
         const Application warmUp("warm");
         QCOMPARE(warmUp.attach(file("tone.wav")), 0);
-        used << readersOf(file("tone.wav"), m_daemon.processId());
+        used << workersWith(file("tone.wav"), m_daemon.processId());
     }
     QTRY_VERIFY_WITH_TIMEOUT(isOnlyASpareLeft(), 30'000);
     const auto before = descriptors();
@@ -438,7 +407,7 @@ void tst_Renderer::manyContexts_leaveNothing()
         if (i % 100 == 0) {
             QCOMPARE(mmr_input_attach(context, file("tone.wav").constData(), "autolist"), 0);
             QCOMPARE(mmr_play(context), 0);
-            used << readersOf(file("tone.wav"), m_daemon.processId());
+            used << workersWith(file("tone.wav"), m_daemon.processId());
         }
         QCOMPARE(mmr_context_destroy(context), 0);
     }

@@ -1,0 +1,160 @@
+#include "RecordingFile.h"
+
+#include "../common/Medium.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <set>
+
+namespace voro::renderer {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/** The keys of all that are taken. */
+std::set<std::string> &taken()
+{
+    static std::set<std::string> keys;
+    return keys;
+}
+
+std::string keyOf(const std::string &path)
+{
+    std::error_code error;
+    const fs::path canonical = fs::weakly_canonical(path, error);
+    return error ? path : canonical.string();
+}
+
+const RecordingFormat *formatOf(const std::string &path)
+{
+    const std::string extension = fs::path(path).extension();
+    return extension.empty() ? nullptr : recordingFormat(std::string_view(extension).substr(1));
+}
+
+Result failure(const std::string &path, int error)
+{
+    const std::string text = path + ": " + std::strerror(error);
+    switch (error) {
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return {ErrorCode::Permission, text};
+    case ENOSPC:
+    case EDQUOT:
+    case EIO:
+        return {ErrorCode::Write, text};
+    default:
+        return {ErrorCode::OutputUnavailable, text};
+    }
+}
+
+Result checkFolder(const std::string &path)
+{
+    const std::string folder = fs::path(path).parent_path();
+    struct stat status {};
+    if (stat(folder.c_str(), &status) != 0) {
+        return failure(folder, errno);
+    }
+    if (!S_ISDIR(status.st_mode)) {
+        return failure(folder, ENOTDIR);
+    }
+    return faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0 ? Result() : failure(folder, errno);
+}
+
+} // namespace
+
+RecordingFile::RecordingFile(const std::string &path) : m_path(path), m_key(keyOf(path)), m_format(formatOf(path))
+{
+    taken().insert(m_key);
+}
+
+RecordingFile::~RecordingFile()
+{
+    discard();
+    taken().erase(m_key);
+}
+
+std::string RecordingFile::pathOf(std::string_view url)
+{
+    const Medium medium(url);
+    return medium.isLocal() ? medium.path() : std::string();
+}
+
+Result RecordingFile::check(const std::string &path, const RecordingFile *own)
+{
+    if (!path.starts_with('/')) {
+        return {ErrorCode::OutputUnavailable, "a recording needs the whole path of a file"};
+    }
+    if (!formatOf(path)) {
+        return {ErrorCode::UnsupportedMediaType, path + " has no extension of a format that can be recorded"};
+    }
+    struct stat status {};
+    const bool isThere = stat(path.c_str(), &status) == 0;
+    if (!isThere && errno != ENOENT) {
+        return failure(path, errno);
+    }
+    if (isThere && !S_ISREG(status.st_mode)) {
+        return {ErrorCode::OutputUnavailable, path + " is no file"};
+    }
+    const Result result = !isThere                                                   ? checkFolder(path)
+                          : faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 ? Result()
+                                                                                     : failure(path, errno);
+    const std::string key = keyOf(path);
+    if (result && taken().contains(key) && !(own && own->m_key == key)) {
+        return {ErrorCode::ResourceUnavailable, path + " is being recorded into"};
+    }
+    return result;
+}
+
+Result RecordingFile::open()
+{
+    constexpr int Flags = O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    m_isNew = false;
+    m_file.reset(::open(m_path.c_str(), Flags));
+    if (!m_file.isValid() && errno == ENOENT) {
+        m_file.reset(::open(m_path.c_str(), Flags | O_CREAT | O_EXCL, 0666));
+        m_isNew = m_file.isValid();
+    }
+    struct stat status {};
+    if (!m_file.isValid() || fstat(m_file.get(), &status) != 0) {
+        return failure(m_path, errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        m_file.reset();
+        return {ErrorCode::OutputUnavailable, m_path + " is no file"};
+    }
+    // The path may lead to what somebody else records into under another name.
+    if (flock(m_file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        m_file.reset();
+        return {ErrorCode::ResourceUnavailable, m_path + " is in use"};
+    }
+    return {};
+}
+
+void RecordingFile::commit()
+{
+    m_isUsed = true;
+    m_file.reset();
+}
+
+void RecordingFile::discard()
+{
+    struct stat ours {};
+    struct stat there {};
+    const bool isOurs = m_isNew && fstat(m_file.get(), &ours) == 0 && ours.st_size == 0
+                        && lstat(m_path.c_str(), &there) == 0 && there.st_dev == ours.st_dev
+                        && there.st_ino == ours.st_ino;
+    if (isOurs) {
+        unlink(m_path.c_str());
+    }
+    m_file.reset();
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,175 @@
+#include "FileWriter.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <tuple>
+
+namespace voro::renderer {
+
+using Head = RecordingFormat::Head;
+
+namespace {
+
+constexpr std::string_view AmrHead = "#!AMR\n";
+
+} // namespace
+
+FileWriter::FileWriter(Head head) : m_head(head), m_sink(GST_ELEMENT(gst_object_ref_sink(makeElement("fakesink"))))
+{
+    g_object_set(m_sink.get(), "async", FALSE, nullptr);
+    const Owned<GstPad> pad(gst_element_get_static_pad(m_sink.get(), "sink"));
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onBuffer, this, nullptr);
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, onEvent, this, nullptr);
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, this, nullptr);
+}
+
+void FileWriter::open(pps::Fd file)
+{
+    m_file = std::move(file);
+    m_offset = m_end = m_told = 0;
+    m_hasBegun = m_hasFailed = false;
+}
+
+void FileWriter::finish()
+{
+    if (m_file.isValid() && !m_hasBegun) {
+        begin();
+    }
+    if (m_file.isValid() && m_head == Head::Wav) {
+        // Its place is there, also on a disk that is full.
+        writeHead();
+    }
+    m_file.reset();
+}
+
+// Runs in a streaming thread, as all that follows.
+GstPadProbeReturn FileWriter::onBuffer(GstPad *, GstPadProbeInfo *info, gpointer self)
+{
+    static_cast<FileWriter *>(self)->write(GST_PAD_PROBE_INFO_BUFFER(info));
+    return GST_PAD_PROBE_OK;
+}
+
+GstPadProbeReturn FileWriter::onEvent(GstPad *, GstPadProbeInfo *info, gpointer self)
+{
+    auto *writer = static_cast<FileWriter *>(self);
+    GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
+    if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
+        const GstSegment *segment = nullptr;
+        gst_event_parse_segment(event, &segment);
+        if (segment->format == GST_FORMAT_BYTES) {
+            // Somebody completes what was written before.
+            writer->m_offset = segment->start;
+        }
+    } else if (GST_EVENT_TYPE(event) == GST_EVENT_CAPS) {
+        GstCaps *caps = nullptr;
+        gst_event_parse_caps(event, &caps);
+        const GstStructure *structure = gst_caps_get_structure(caps, 0);
+        gst_structure_get_int(structure, "rate", &writer->m_spec.rate);
+        gst_structure_get_int(structure, "channels", &writer->m_spec.channels);
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+GstPadProbeReturn FileWriter::onQuery(GstPad *, GstPadProbeInfo *info, gpointer)
+{
+    GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_SEEKING) {
+        return GST_PAD_PROBE_OK;
+    }
+    GstFormat format = GST_FORMAT_UNDEFINED;
+    gst_query_parse_seeking(query, &format, nullptr, nullptr, nullptr);
+    gst_query_set_seeking(query, format, format == GST_FORMAT_BYTES, 0, -1);
+    return GST_PAD_PROBE_HANDLED;
+}
+
+void FileWriter::write(GstBuffer *buffer)
+{
+    GstMapInfo map;
+    if (m_hasFailed || !m_file.isValid() || !gst_buffer_map(buffer, &map, GST_MAP_READ)) {
+        return;
+    }
+    if (!m_hasBegun) {
+        begin();
+    }
+    const bool isWritten = append(map.data, map.size);
+    gst_buffer_unmap(buffer, &map);
+    const uint64_t second = uint64_t(m_spec.rate) * m_spec.frameSize();
+    if (isWritten && m_head == Head::Wav && m_offset - m_told >= second) {
+        writeHead();
+        m_told = m_offset;
+    }
+}
+
+/** Replaces what the file held. */
+void FileWriter::begin()
+{
+    m_hasBegun = true;
+    if (ftruncate(m_file.get(), 0) != 0) {
+        fail(errno);
+    } else if (m_head == Head::Wav) {
+        writeHead();
+        m_offset = m_end = m_told = sizeof(WavHeader);
+    } else if (m_head == Head::Amr) {
+        append(AmrHead.data(), AmrHead.size());
+    }
+}
+
+void FileWriter::writeHead()
+{
+    const uint64_t samples = m_offset > sizeof(WavHeader) ? m_offset - sizeof(WavHeader) : 0;
+    const WavHeader header = wavHeader(m_spec, samples - samples % m_spec.frameSize());
+    writeAt(0, header.data(), header.size());
+}
+
+bool FileWriter::append(const void *bytes, size_t size)
+{
+    if (m_hasFailed) {
+        return false;
+    }
+    if (!writeAt(m_offset, bytes, size)) {
+        if (m_offset == m_end) {
+            // A part of a frame would be an error in the file; where that cannot be helped it stays.
+            std::ignore = ftruncate(m_file.get(), off_t(m_end));
+        }
+        return false;
+    }
+    m_offset += size;
+    m_end = std::max(m_end, m_offset);
+    return true;
+}
+
+bool FileWriter::writeAt(uint64_t offset, const void *bytes, size_t size)
+{
+    const auto *next = static_cast<const char *>(bytes);
+    while (size > 0) {
+        const ssize_t written = pwrite(m_file.get(), next, size, off_t(offset));
+        if (written < 0 && errno != EINTR) {
+            fail(errno);
+            return false;
+        }
+        const size_t progress = written > 0 ? size_t(written) : 0;
+        next += progress;
+        offset += progress;
+        size -= progress;
+    }
+    return true;
+}
+
+void FileWriter::fail(int error)
+{
+    if (std::exchange(m_hasFailed, true)) {
+        return;
+    }
+    const bool isFull = error == ENOSPC || error == EDQUOT || error == EFBIG;
+    const Owned<GError> problem(
+        g_error_new_literal(GST_RESOURCE_ERROR, isFull ? GST_RESOURCE_ERROR_NO_SPACE_LEFT : GST_RESOURCE_ERROR_WRITE,
+                            std::strerror(error)));
+    gst_element_post_message(m_sink.get(), gst_message_new_error(GST_OBJECT(m_sink.get()), problem.get(), nullptr));
+}
+
+} // namespace voro::renderer

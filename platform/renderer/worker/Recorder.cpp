@@ -1,0 +1,224 @@
+#include "Recorder.h"
+
+#include "AudioSource.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace voro::renderer {
+
+namespace {
+
+/** How long a source may take to give its first samples. */
+constexpr guint StartTimeout = 4'000;
+/** How long the rest of a recording may take to be written. */
+constexpr guint FinishTimeout = 10'000;
+
+/** What makes the file, null when it cannot be made here. */
+GstElement *makeEncoder(const RecordingFormat &format, Result &result)
+{
+    GError *raw = nullptr;
+    GstElement *encoder = gst_parse_bin_from_description_full(std::string(format.encoder).c_str(), TRUE, nullptr,
+                                                              GST_PARSE_FLAG_FATAL_ERRORS, &raw);
+    const Owned<GError> error(raw);
+    if (error) {
+        result = {ErrorCode::UnsupportedMediaType, error->message};
+    }
+    return encoder;
+}
+
+} // namespace
+
+Result Recorder::open(const Settings &settings)
+{
+    m_settings = settings;
+    const RecordingFormat *format = recordingFormat(settings.format);
+    if (!format) {
+        return {ErrorCode::UnsupportedMediaType, "unknown format " + settings.format};
+    }
+    Result result;
+    GstElement *encoder = format->encoder.empty() ? nullptr : makeEncoder(*format, result);
+    GstElement *source = result ? makeAudioSource(settings.role) : nullptr;
+    if (!source) {
+        return result ? Result(ErrorCode::SourceUnavailable, "there is no source of sound") : result;
+    }
+    m_failure = {};
+    m_phase = Phase::Ready;
+    m_pipeline = std::make_unique<RecordingPipeline>(
+        RecordingPipeline::Events{.begun = [this] { onBegun(); },
+                                  .ended = [this] { onEnded(); },
+                                  .failed = [this](const Result &problem) { onFailed(problem); }},
+        source, encoder, format->head, settings.channels);
+    if (const Result problem = m_pipeline->prepare(); !problem) {
+        m_pipeline.reset();
+        return problem;
+    }
+    m_reports.reset();
+    m_reports.track(1, "audio:default", {});
+    m_reports.queue(1, 1);
+    reportStatus();
+    return {};
+}
+
+void Recorder::start(pps::Fd file, Answer answer)
+{
+    if (m_phase != Phase::Ready || !file.isValid()) {
+        answer({ErrorCode::InvalidState, "there is no file, or it is finished"});
+        return;
+    }
+    m_answer = std::move(answer);
+    m_phase = Phase::Starting;
+    setTimeout(StartTimeout);
+    m_pipeline->start(std::move(file), !m_settings.isPaused);
+}
+
+void Recorder::setPaused(bool isPaused)
+{
+    m_settings.isPaused = isPaused;
+    if (m_phase == Phase::Running) {
+        m_pipeline->gate().setOpen(!isPaused);
+        reportStatus();
+    }
+}
+
+void Recorder::setInterval(guint interval)
+{
+    m_settings.interval = interval;
+    if (m_statusTimer.isActive()) {
+        restartStatusTimer();
+    }
+}
+
+void Recorder::stop(Answer answer)
+{
+    m_answer = std::move(answer);
+    if (m_phase == Phase::Running || m_phase == Phase::Starting) {
+        finish();
+    } else if (m_phase != Phase::Finishing) {
+        this->answer({});
+    }
+}
+
+void Recorder::close(Answer answer)
+{
+    stop([this, answer = std::move(answer)](const Result &result) {
+        m_pipeline.reset();
+        answer(result);
+    });
+}
+
+// What the pipeline tells
+
+void Recorder::onBegun()
+{
+    if (m_phase == Phase::Starting) {
+        m_phase = Phase::Running;
+        m_timeout.reset();
+        restartStatusTimer();
+        reportStatus();
+        answer({});
+    }
+}
+
+void Recorder::onEnded()
+{
+    if (m_phase == Phase::Finishing) {
+        complete();
+    } else {
+        onFailed({ErrorCode::SourceUnavailable, "the source of sound has ended"});
+    }
+}
+
+void Recorder::onFailed(const Result &result)
+{
+    switch (m_phase) {
+    case Phase::Starting:
+        m_phase = Phase::Ready;
+        m_timeout.reset();
+        m_pipeline->abandon();
+        answer(result);
+        break;
+    case Phase::Running:
+        std::fprintf(stderr, "voro-renderer: the recording ends: %s\n", result.text.c_str());
+        m_failure = result;
+        finish();
+        break;
+    case Phase::Finishing:
+        if (m_failure) {
+            m_failure = result;
+        }
+        // The rest will not come any more.
+        complete();
+        break;
+    case Phase::Ready:
+    case Phase::Finished:
+        break;
+    }
+}
+
+gboolean Recorder::onTimeout(gpointer self)
+{
+    auto *recorder = static_cast<Recorder *>(self);
+    recorder->m_timeout.forget();
+    recorder->onFailed(recorder->m_phase == Phase::Starting
+                           ? Result(ErrorCode::SourceUnavailable, "the source of sound gives nothing")
+                           : Result(ErrorCode::Write, "the file cannot be completed"));
+    return G_SOURCE_REMOVE;
+}
+
+// Ending
+
+void Recorder::finish()
+{
+    m_phase = Phase::Finishing;
+    m_statusTimer.reset();
+    setTimeout(FinishTimeout);
+    m_pipeline->finish();
+}
+
+/** The file is closed before anybody hears of it. */
+void Recorder::complete()
+{
+    m_phase = Phase::Finished;
+    m_timeout.reset();
+    m_pipeline->release();
+    reportStatus();
+    if (!m_failure) {
+        m_reports.failed(m_failure, 1, m_pipeline->gate().position());
+    }
+    answer(m_failure);
+}
+
+void Recorder::answer(const Result &result)
+{
+    if (m_answer) {
+        std::exchange(m_answer, nullptr)(result);
+    }
+}
+
+void Recorder::setTimeout(guint milliseconds)
+{
+    m_timeout.reset(g_timeout_add(milliseconds, onTimeout, this));
+}
+
+// Reports
+
+void Recorder::restartStatusTimer()
+{
+    m_statusTimer.reset(g_timeout_add(m_settings.interval, onStatusDue, this));
+}
+
+gboolean Recorder::onStatusDue(gpointer self)
+{
+    static_cast<Recorder *>(self)->reportStatus();
+    return G_SOURCE_CONTINUE;
+}
+
+void Recorder::reportStatus()
+{
+    const bool isRunning = m_phase == Phase::Running;
+    const int level = isRunning ? m_pipeline->gate().takeLevel() : 0;
+    m_reports.status(m_pipeline->gate().position(), 100, isRunning ? "playing" : "idle", level);
+}
+
+} // namespace voro::renderer

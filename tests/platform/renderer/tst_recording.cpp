@@ -1,0 +1,373 @@
+#include "Application.h"
+
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <Daemon.h>
+#include <renderer/common/Error.h>
+#include <sys/resource.h>
+#include <Tone.h>
+#include <Workers.h>
+
+#include <cmath>
+#include <csignal>
+
+using voro::pps::Connection;
+using voro::renderer::ErrorCode;
+
+namespace {
+
+constexpr double Frequency = 443;
+
+/** A source of the daemon, as VORO_AUDIO_SOURCE: a tone of half the full scale in real time. */
+QString toneSource(int channels, const char *more = "")
+{
+    return QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true samplesperbuffer=441 volume=0.5 freq=%1 %2 ! "
+                          "capsfilter caps=audio/x-raw,rate=44100,channels=%3")
+        .arg(Frequency)
+        .arg(QLatin1String(more))
+        .arg(channels);
+}
+
+QByteArray output(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(program, arguments);
+    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        qWarning("%s cannot read the file", qPrintable(program));
+        return {};
+    }
+    return process.readAllStandardOutput();
+}
+
+/** What a player hears in the file: 16-bit mono samples. */
+QByteArray decoded(const QString &file, int rate = 48'000)
+{
+    return output(QStringLiteral("ffmpeg"), {"-v", "error", "-nostdin", "-i", file, "-f", "s16le", "-ac", "1", "-ar",
+                                             QString::number(rate), "-"});
+}
+
+/** Codec, rate and channels, as a player sees them. */
+QByteArray probed(const QString &file)
+{
+    return output(QStringLiteral("ffprobe"),
+                  {"-v", "error", "-show_entries", "stream=codec_name,sample_rate,channels", "-of", "csv=p=0", file})
+        .trimmed();
+}
+
+int64_t milliseconds(const QByteArray &samples, int rate = 48'000)
+{
+    return samples.size() / 2 * 1000 / rate;
+}
+
+/** A recorder with its file and the input attached, as an application has it. */
+class Recorder : public Application {
+public:
+    explicit Recorder(const QString &file, const char *source = "audio:default") : Application("recorder")
+    {
+        const bool isReady = mmr_output_attach(context(), file.toUtf8().constData(), "file") >= 0
+                             && setContext("updateinterval", "20") == 0;
+        result = isReady ? attach(source, "track") : -1;
+        status = watch("status?wait");
+        state = watch("state?wait");
+    }
+
+    int play() const { return code(mmr_play(context())); }
+    /** Waits until so much is recorded. */
+    void waitFor(int64_t position) const
+    {
+        while (readMessage(*status).number("position") < position) {
+            if (content("state").text("state") != "playing") {
+                qFatal("the recording has ended");
+            }
+        }
+    }
+
+    /** Of the last attach. */
+    int result = -1;
+    std::unique_ptr<Connection> status;
+    std::unique_ptr<Connection> state;
+};
+
+} // namespace
+
+/** Recordings: the daemon, its workers, and files that other programs read. */
+class tst_Recording : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void file_holdsWhatWasRecorded_whenStopReturns_data();
+    void file_holdsWhatWasRecorded_whenStopReturns();
+    void channels_areThoseOfTheUrl_data();
+    void channels_areThoseOfTheUrl();
+    void pause_leavesNoTrace();
+    void level_isThePeakInDecibels_data();
+    void level_isThePeakInDecibels();
+    void sourceFails_oldFileStays_data();
+    void sourceFails_oldFileStays();
+    void sourceEnds_fileIsComplete();
+    void diskFull_whatIsThereCanBeRead_data();
+    void diskFull_whatIsThereCanBeRead();
+    void workerKilled_fileStaysAndPlays_data();
+    void workerKilled_fileStaysAndPlays();
+    void applicationGone_fileIsCompleted_data();
+    void applicationGone_fileIsCompleted();
+
+private:
+    QString file(const QString &name) const { return m_folder.filePath(name); }
+    static void addFormats(const QStringList &formats)
+    {
+        QTest::addColumn<QString>("format");
+        for (const QString &format : formats) {
+            QTest::newRow(qPrintable(format)) << format;
+        }
+    }
+
+    QTemporaryDir m_folder;
+};
+
+void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("wav") << "a.wav" << QByteArray("pcm_s16le,44100,2");
+    QTest::newRow("ogg") << "a.ogg" << QByteArray("vorbis,44100,2");
+    QTest::newRow("opus") << "a.opus" << QByteArray("opus,48000,2");
+    QTest::newRow("flac") << "a.flac" << QByteArray("flac,44100,2");
+    QTest::newRow("mp3") << "a.mp3" << QByteArray("mp3,44100,2");
+    QTest::newRow("m4a") << "a.m4a" << QByteArray("aac,44100,2");
+    QTest::newRow("amr") << "a.amr" << QByteArray("amr_nb,8000,1");
+    QTest::newRow("upper case, blanks") << "\xc3\xa4 %41.FLAC" << QByteArray("flac,44100,2");
+}
+
+void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QByteArray, content);
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({toneSource(2)}));
+    const Recorder recorder(file(name));
+    QCOMPARE(recorder.result, 0);
+    QCOMPARE(recorder.play(), 0);
+    recorder.waitFor(700);
+    QCOMPARE(mmr_stop(recorder.context()), 0);
+    const QByteArray samples = decoded(file(name));
+    QCOMPARE(probed(file(name)), content);
+    QCOMPARE(recorder.content("state").number("error", -1), 0);
+    const int64_t position = recorder.content("status").number("position");
+    QVERIFY2(std::abs(milliseconds(samples) - position) < 80, qPrintable(QString::number(milliseconds(samples))));
+    QVERIFY(tone::share(samples.mid(9600, 48'000), Frequency) > 0.98);
+    // It is finished for good.
+    QCOMPARE(recorder.play(), int(ErrorCode::InvalidState));
+    QCOMPARE(decoded(file(name)), samples);
+}
+
+void tst_Recording::channels_areThoseOfTheUrl_data()
+{
+    QTest::addColumn<int>("source");
+    QTest::addColumn<QByteArray>("url");
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("mono source") << 1 << QByteArray("audio:default") << QByteArray("pcm_s16le,44100,1");
+    QTest::newRow("stereo of mono") << 1 << QByteArray("audio:default?nchan=2") << QByteArray("pcm_s16le,44100,2");
+    QTest::newRow("mono of stereo") << 2 << QByteArray("audio:default?nchan=1") << QByteArray("pcm_s16le,44100,1");
+}
+
+void tst_Recording::channels_areThoseOfTheUrl()
+{
+    QFETCH(const int, source);
+    QFETCH(const QByteArray, url);
+    QFETCH(const QByteArray, content);
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({toneSource(source)}));
+    const Recorder recorder(file("c.wav"), url.constData());
+    QCOMPARE(recorder.play(), 0);
+    recorder.waitFor(100);
+    QCOMPARE(mmr_stop(recorder.context()), 0);
+    QCOMPARE(probed(file("c.wav")), content);
+    QVERIFY(tone::share(decoded(file("c.wav")), Frequency) > 0.98);
+}
+
+void tst_Recording::pause_leavesNoTrace()
+{
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({toneSource(1)}));
+    const Recorder recorder(file("p.wav"));
+    QCOMPARE(recorder.play(), 0);
+    for (int i = 1; i <= 8; ++i) {
+        recorder.waitFor(i * 50);
+        QCOMPARE(mmr_speed_set(recorder.context(), 0), 0);
+        // The level is told on, and nothing moves.
+        const int64_t position = recorder.content("status").number("position");
+        for (int report = 0; report < 4; ++report) {
+            QCOMPARE(readMessage(*recorder.status).number("position"), position);
+        }
+        QCOMPARE(recorder.content("state").text("state"), std::string("playing"));
+        QCOMPARE(mmr_speed_set(recorder.context(), 1000), 0);
+    }
+    QCOMPARE(mmr_stop(recorder.context()), 0);
+
+    const QByteArray bytes = decoded(file("p.wav"), 44'100);
+    QCOMPARE(milliseconds(bytes, 44'100), recorder.content("status").number("position"));
+    const auto *samples = reinterpret_cast<const qint16 *>(bytes.constData());
+    int largestStep = 0;
+    for (qsizetype i = 1; i < bytes.size() / 2; ++i) {
+        largestStep = std::max(largestStep, std::abs(samples[i] - samples[i - 1]));
+    }
+    // The tone's own steps, and what the blending of two sides of full height adds.
+    QVERIFY2(largestStep < 1034 + 150 + 5, qPrintable(QString::number(largestStep)));
+}
+
+void tst_Recording::level_isThePeakInDecibels_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("level");
+    QTest::newRow("full scale") << toneSource(1, "volume=1") << "100/100";
+    QTest::newRow("-6 dB") << toneSource(2) << "90/100";
+    QTest::newRow("-40 dB") << toneSource(1, "volume=0.01") << "33/100";
+    QTest::newRow("silence") << toneSource(1, "wave=silence") << "0/100";
+}
+
+void tst_Recording::level_isThePeakInDecibels()
+{
+    QFETCH(const QString, source);
+    QFETCH(const QString, level);
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({source}));
+    const Recorder recorder(file("l.wav"));
+    QCOMPARE(recorder.content("status").text("volume"), std::string("0/100"));
+    QCOMPARE(recorder.play(), 0);
+    recorder.waitFor(50);
+    QCOMPARE(QString::fromStdString(readMessage(*recorder.status).text("volume")), level);
+    QCOMPARE(mmr_input_detach(recorder.context()), 0);
+    QCOMPARE(recorder.content("status").text("volume"), std::string("0/100"));
+    QCOMPARE(recorder.content("state").text("state"), std::string("idle"));
+}
+
+void tst_Recording::sourceFails_oldFileStays_data()
+{
+    QTest::addColumn<QStringList>("environment");
+    QTest::addColumn<bool>("isAttached");
+    QTest::newRow("no sound server") << QStringList{"VORO_AUDIO_SOURCE=", "PULSE_SERVER=unix:/nowhere"} << false;
+    QTest::newRow("cannot be opened") << QStringList{"VORO_AUDIO_SOURCE=filesrc location=/nowhere ! wavparse"} << true;
+    QTest::newRow("gives nothing") << QStringList{"VORO_AUDIO_SOURCE=appsrc ! identity"} << true;
+    QTest::newRow("ends at once") << QStringList{toneSource(1, "num-buffers=0")} << true;
+}
+
+void tst_Recording::sourceFails_oldFileStays()
+{
+    QFETCH(const QStringList, environment);
+    QFETCH(const bool, isAttached);
+    QFile old(file("old.wav"));
+    QVERIFY(old.open(QFile::ReadWrite | QFile::Truncate));
+    old.write("old");
+    old.flush();
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start(environment));
+    for (const char *name : {"old.wav", "new.wav"}) {
+        const Recorder recorder(file(name));
+        QCOMPARE(recorder.result, isAttached ? 0 : int(ErrorCode::SourceUnavailable));
+        if (isAttached) {
+            QCOMPARE(recorder.play(), int(ErrorCode::SourceUnavailable));
+        }
+    }
+    QCOMPARE(old.size(), 3);
+    QVERIFY(!QFile::exists(file("new.wav")));
+}
+
+void tst_Recording::sourceEnds_fileIsComplete()
+{
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({toneSource(1, "num-buffers=30")}));
+    const Recorder recorder(file("e.m4a"));
+    QCOMPARE(recorder.play(), 0);
+    const auto end = waitForEnd(*recorder.state);
+    QCOMPARE(end.number("error"), int(ErrorCode::SourceUnavailable));
+    QCOMPARE(end.text("error_pos"), std::string("1:300"));
+    QVERIFY(std::abs(milliseconds(decoded(file("e.m4a"))) - 300) < 50);
+    QCOMPARE(recorder.play(), int(ErrorCode::InvalidState));
+    QCOMPARE(mmr_stop(recorder.context()), 0);
+    QCOMPARE(recorder.content("state").number("error", -1), 0);
+}
+
+void tst_Recording::diskFull_whatIsThereCanBeRead_data()
+{
+    addFormats({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
+}
+
+// A limit of the files' size stands for the disk.
+void tst_Recording::diskFull_whatIsThereCanBeRead()
+{
+    QFETCH(const QString, format);
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({toneSource(2, "wave=white-noise")}));
+    const rlim_t most = format == QLatin1String("amr") ? 1000 : 20'000;
+    const rlimit limit{most, most};
+    QCOMPARE(prlimit(pid_t(daemon.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
+    const QString path = file("full." + format);
+    const Recorder recorder(path);
+    QCOMPARE(recorder.play(), 0);
+    QCOMPARE(waitForEnd(*recorder.state).number("error"), int(ErrorCode::Write));
+    QVERIFY(QFileInfo(path).size() <= qint64(most));
+    QVERIFY2(milliseconds(decoded(path)) > 80, qPrintable(QString::number(milliseconds(decoded(path)))));
+}
+
+void tst_Recording::workerKilled_fileStaysAndPlays_data()
+{
+    addFormats({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
+}
+
+void tst_Recording::workerKilled_fileStaysAndPlays()
+{
+    QFETCH(const QString, format);
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({toneSource(1)}));
+    const QString path = file("killed." + format);
+    Recorder recorder(path);
+    QCOMPARE(recorder.play(), 0);
+    recorder.waitFor(1500);
+    const QList<pid_t> workers = workersWith(path.toUtf8(), daemon.processId());
+    QCOMPARE(workers.size(), 1);
+    ::kill(workers.first(), SIGKILL);
+    const auto end = waitForEnd(*recorder.state);
+    QCOMPARE(end.number("error"), int(ErrorCode::Internal));
+    const QByteArray samples = decoded(path);
+    QVERIFY2(milliseconds(samples) > 400, qPrintable(QString::number(milliseconds(samples))));
+    QVERIFY(tone::share(samples.mid(9600), Frequency) > 0.9);
+    QCOMPARE(recorder.play(), int(ErrorCode::InvalidState));
+    QCOMPARE(decoded(path), samples);
+
+    // The application prepares it again, and only then the file is a new one.
+    QCOMPARE(mmr_input_detach(recorder.context()), 0);
+    QVERIFY(mmr_output_attach(recorder.context(), path.toUtf8().constData(), "file") >= 0);
+    QCOMPARE(recorder.attach("audio:default", "track"), 0);
+    QCOMPARE(decoded(path), samples);
+    QCOMPARE(recorder.play(), 0);
+    recorder.waitFor(100);
+    QCOMPARE(mmr_stop(recorder.context()), 0);
+    QVERIFY(decoded(path).size() < samples.size() && !decoded(path).isEmpty());
+}
+
+void tst_Recording::applicationGone_fileIsCompleted_data()
+{
+    addFormats({"wav", "m4a", "flac"});
+}
+
+void tst_Recording::applicationGone_fileIsCompleted()
+{
+    QFETCH(const QString, format);
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({toneSource(1)}));
+    const QString path = file("gone." + format);
+    {
+        const Recorder recorder(path);
+        QCOMPARE(recorder.play(), 0);
+        recorder.waitFor(500);
+    }
+    QTRY_VERIFY(workersWith(path.toUtf8(), daemon.processId()).isEmpty());
+    // A head or an index that was not completed would tell of less.
+    QVERIFY(milliseconds(decoded(path)) > 480);
+}
+
+QTEST_GUILESS_MAIN(tst_Recording)
+#include "tst_recording.moc"

@@ -1,0 +1,96 @@
+#include <voro/audio_manager.h>
+
+#include <QtTest/QtTest>
+
+#include <renderer/service/AudioInput.h>
+#include <renderer/worker/WavHeader.h>
+
+using namespace voro::renderer;
+
+namespace {
+
+constexpr uint64_t GiB = uint64_t(1) << 30;
+
+uint64_t number(const WavHeader &header, size_t offset, int bytes)
+{
+    uint64_t value = 0;
+    for (int i = bytes - 1; i >= 0; --i) {
+        value = value << 8 | header[offset + size_t(i)];
+    }
+    return value;
+}
+
+QByteArray text(const WavHeader &header, size_t offset)
+{
+    return {reinterpret_cast<const char *>(header.data()) + offset, 4};
+}
+
+} // namespace
+
+/** The parts of recording that need neither a source nor a file. */
+class tst_RecordingParts : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void wavHeader_tellsSizes_data();
+    void wavHeader_tellsSizes();
+    void role_isTheHandles_elseTheTypes_data();
+    void role_isTheHandles_elseTheTypes();
+};
+
+void tst_RecordingParts::wavHeader_tellsSizes_data()
+{
+    QTest::addColumn<uint64_t>("size");
+    QTest::addColumn<bool>("isLarge");
+    QTest::newRow("empty") << uint64_t(0) << false;
+    QTest::newRow("a second") << uint64_t(192'000) << false;
+    QTest::newRow("the last small one") << 4 * GiB - 1 - 72 << false;
+    QTest::newRow("the first large one") << 4 * GiB - 72 << true;
+    QTest::newRow("a week") << uint64_t(7 * 24 * 3600) * 192'000 << true;
+}
+
+void tst_RecordingParts::wavHeader_tellsSizes()
+{
+    QFETCH(const uint64_t, size);
+    QFETCH(const bool, isLarge);
+    constexpr uint64_t Most = 0xFFFFFFFF;
+    const WavHeader header = wavHeader({48'000, 2}, size);
+    QCOMPARE(text(header, 0), QByteArray(isLarge ? "RF64" : "RIFF"));
+    QCOMPARE(number(header, 4, 4), isLarge ? Most : size + 72);
+    QCOMPARE(text(header, 12), QByteArray(isLarge ? "ds64" : "JUNK"));
+    QCOMPARE(number(header, 20, 8), isLarge ? size + 72 : 0);
+    QCOMPARE(number(header, 28, 8), isLarge ? size : 0);
+    QCOMPARE(number(header, 36, 8), isLarge ? size / 4 : 0);
+    QCOMPARE(text(header, 48), QByteArray("fmt "));
+    QCOMPARE(number(header, 60, 4), uint64_t(48'000));
+    QCOMPARE(number(header, 64, 4), uint64_t(192'000));
+    QCOMPARE(text(header, 72), QByteArray("data"));
+    QCOMPARE(number(header, 76, 4), isLarge ? Most : size);
+}
+
+void tst_RecordingParts::role_isTheHandles_elseTheTypes_data()
+{
+    QTest::addColumn<QByteArray>("handle");
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<QByteArray>("role");
+    QTest::newRow("nothing") << QByteArray("0") << QByteArray() << QByteArray();
+    unsigned call = 0;
+    QCOMPARE(audio_manager_get_handle(AUDIO_TYPE_VOICE, &call), 0);
+    QTest::newRow("a handle and a type") << QByteArray::number(call) << QByteArray("voice_recording")
+                                         << QByteArray("phone");
+    QTest::newRow("a type") << QByteArray("0") << QByteArray("voice_recording") << QByteArray("production");
+    QTest::newRow("an unknown type") << QByteArray("0") << QByteArray("smell") << QByteArray();
+}
+
+void tst_RecordingParts::role_isTheHandles_elseTheTypes()
+{
+    QFETCH(const QByteArray, handle);
+    QFETCH(const QByteArray, type);
+    QFETCH(const QByteArray, role);
+    Parameters parameters;
+    parameters.set("audioman_handle", handle.toStdString());
+    parameters.set("audio_type", type.toStdString());
+    QCOMPARE(QByteArray::fromStdString(recordingRole(parameters)), role);
+}
+
+QTEST_GUILESS_MAIN(tst_RecordingParts)
+#include "tst_recording_parts.moc"

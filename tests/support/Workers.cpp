@@ -1,0 +1,32 @@
+#include "Workers.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+
+#include <algorithm>
+
+QList<pid_t> workersOf(qint64 daemon)
+{
+    QList<pid_t> workers;
+    const QByteArray parent = "PPid:\t" + QByteArray::number(daemon) + '\n';
+    for (const QString &name : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
+        QFile status(QStringLiteral("/proc/%1/status").arg(name));
+        if (status.open(QFile::ReadOnly) && status.readAll().contains(parent)) {
+            workers << name.toInt();
+        }
+    }
+    return workers;
+}
+
+QList<pid_t> workersWith(const QByteArray &file, qint64 daemon)
+{
+    QList<pid_t> workers = workersOf(daemon);
+    workers.removeIf([&file](pid_t worker) {
+        const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(worker));
+        const QStringList names = descriptors.entryList(QDir::Files | QDir::System);
+        return std::none_of(names.begin(), names.end(), [&](const QString &name) {
+            return QFile::symLinkTarget(descriptors.filePath(name)).toUtf8() == file;
+        });
+    });
+    return workers;
+}

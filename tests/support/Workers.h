@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QList>
+
+#include <sys/types.h>
+
+/** The processes whose parent is the daemon. */
+QList<pid_t> workersOf(qint64 daemon);
+/** Those of them that have a file open. */
+QList<pid_t> workersWith(const QByteArray &file, qint64 daemon);
