@@ -1,5 +1,6 @@
 #include "Daemon.h"
 #include "Media.h"
+#include "Workers.h"
 
 #include <multimedia/MediaPlayer.h>
 
@@ -15,7 +16,6 @@ using namespace voro::multimedia;
 
 namespace {
 
-/** The processes that the daemon started, by the parent that the system names for each. */
 int openDescriptors(qint64 process)
 {
     return int(QDir(QStringLiteral("/proc/%1/fd").arg(process)).count());
