@@ -3,16 +3,20 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <poll.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <memory>
+#include <thread>
 
 extern char **environ;
 
@@ -64,10 +68,46 @@ Usage usage(pid_t process)
 {
     Usage result;
     const std::string folder = processFolder(process);
-    result.pss = std::atol(field(folder + "/smaps_rollup", "Pss").c_str());
+    const auto memory = [&](const char *name) { return std::atol(field(folder + "/smaps_rollup", name).c_str()); };
+    result.pss = memory("Pss");
+    result.rss = memory("Rss");
+    result.anonymous = memory("Anonymous");
     result.threads = std::atoi(field(folder + "/status", "Threads").c_str());
     forEachEntry(folder + "/fd", [&](const std::string &name) { result.descriptors += name[0] != '.'; });
     return result;
+}
+
+Usage usage(const std::vector<pid_t> &processes)
+{
+    Usage sum;
+    for (const pid_t process : processes) {
+        const Usage one = usage(process);
+        sum.pss += one.pss;
+        sum.rss += one.rss;
+        sum.anonymous += one.anonymous;
+        sum.threads += one.threads;
+        sum.descriptors += one.descriptors;
+    }
+    return sum;
+}
+
+double processorTime(pid_t process)
+{
+    clockid_t clock = 0;
+    timespec time = {};
+    if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &time) != 0)
+        return 0;
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+pid_t daemonProcess()
+{
+    const char *daemon = std::getenv("VORO_BENCH_DAEMON");
+    if (!daemon) {
+        std::fprintf(stderr, "VORO_BENCH_DAEMON is not set\n");
+        std::exit(2);
+    }
+    return std::atoi(daemon);
 }
 
 std::vector<pid_t> descendants(pid_t process)
@@ -81,6 +121,26 @@ std::vector<pid_t> descendants(pid_t process)
         result.insert(result.end(), below.begin(), below.end());
     }
     return result;
+}
+
+void waitForCalm(pid_t process)
+{
+    constexpr double Busy = 0.1;
+    constexpr auto Period = std::chrono::milliseconds(500);
+    const auto used = [](const std::vector<pid_t> &processes) {
+        double sum = 0;
+        for (const pid_t one : processes)
+            sum += processorTime(one);
+        return sum;
+    };
+    for (int i = 0; i < 20; ++i) {
+        const auto before = descendants(process);
+        const double usedBefore = used(before);
+        std::this_thread::sleep_for(Period);
+        if (descendants(process) == before
+            && used(before) - usedBefore < Busy * std::chrono::duration<double>(Period).count())
+            return;
+    }
 }
 
 bool waitForEnd(const std::vector<pid_t> &processes, int milliseconds)
@@ -157,10 +217,17 @@ void Child::finish()
     if (m_process < 0)
         return;
     close(m_input);
+    const bool hasHung = !waitForEnd({m_process}, 10'000);
+    if (hasHung) {
+        std::fprintf(stderr, "a measured process hung\n");
+        kill(m_process, SIGKILL);
+    }
     int status = 0;
     waitpid(m_process, &status, 0);
     close(m_output);
     m_process = -1;
+    if (hasHung)
+        return;
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
         std::fprintf(stderr, "a measured process failed\n");
         std::abort();

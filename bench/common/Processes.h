@@ -9,14 +9,28 @@ namespace bench {
 
 /** What a process costs at this moment. */
 struct Usage {
-    long pss = 0; ///< kB, shared pages divided among those who share them
+    long pss = 0;       ///< kB, shared pages divided among those who share them
+    long rss = 0;       ///< kB, shared pages in full
+    long anonymous = 0; ///< kB, heaps and stacks: no file's pages
     int threads = 0;
     int descriptors = 0;
 };
 Usage usage(pid_t process);
+/** Of several processes together. */
+Usage usage(const std::vector<pid_t> &processes);
+
+/** Processor time that a process has used, in seconds; threads that ended count. */
+double processorTime(pid_t process);
+
+/** The process of the daemon that serves this run, as VORO_BENCH_DAEMON names it. */
+pid_t daemonProcess();
 
 /** Every process below the given one. */
 std::vector<pid_t> descendants(pid_t process);
+
+/** Waits until no process comes or goes below the given one and none is busy: a spare worker is started a moment after the
+    last one was given out, and loads its plugins. */
+void waitForCalm(pid_t process);
 
 /** Waits until one of the processes has ended; false when none did in time. */
 bool waitForEnd(const std::vector<pid_t> &processes, int milliseconds);
@@ -33,7 +47,7 @@ public:
     /** The next line of its output, empty at the end. */
     std::string line();
     void send(const std::string &line);
-    /** Closes its input and waits for its end. */
+    /** Closes its input and waits for its end; one that hangs is killed. */
     void finish();
 
 private:

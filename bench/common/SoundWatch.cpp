@@ -102,8 +102,16 @@ void SoundWatch::samplesReady(pa_stream *stream, size_t, void *self)
 
 void SoundWatch::arm()
 {
-    std::unique_lock lock(m_mutex);
-    m_changed.wait_for(lock, 10s, [this] { return m_silentSamples >= SilenceBefore; });
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait_for(lock, 10s, [this] { return m_silentSamples >= SilenceBefore; });
+    }
+    forget();
+}
+
+void SoundWatch::forget()
+{
+    const std::lock_guard lock(m_mutex);
     m_streamTime = 0;
     m_soundTime = 0;
 }

@@ -19,6 +19,8 @@ public:
 
     /** Waits for silence, then forgets what was seen. */
     void arm();
+    /** Forgets what was seen, without waiting. */
+    void forget();
     /** The times (see now()) of the first stream and the first sound since arm(); 0 when it did not come in time. */
     int64_t streamTime();
     int64_t soundTime();

@@ -1,6 +1,7 @@
-/* What prepared players add to the application beside playbin3 in its process, and whether a thousand players leave
-   anything behind. Argument: a folder with a.ogg; VORO_BENCH_DAEMON names the daemon's process. */
+/* What prepared players cost, beside the peers. Argument: a folder with a.ogg; VORO_BENCH_DAEMON names the daemon's
+   process. */
 
+#include "Contestants.h"
 #include "Figures.h"
 #include "Processes.h"
 
@@ -11,109 +12,72 @@
 
 #include <unistd.h>
 
-#include <cstdio>
-#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 using namespace voro::multimedia;
 
 namespace {
 
 constexpr int Prepared = 16;
-constexpr int Churned = 1000;
 
-struct Added {
-    double pss;
-    double threads;
+/** What players add to the application, and what they take with the processes that serve it. */
+struct Cost {
+    long application = 0;
+    long altogether = 0;
+    int threads = 0;
 };
 
-Added addedBy(const bench::Usage &before, const bench::Usage &after, int count)
-{
-    return {double(after.pss - before.pss) / count, double(after.threads - before.threads) / count};
-}
+struct Costs {
+    Cost one;
+    Cost all;
+};
 
-std::unique_ptr<MediaPlayer> prepared(const QUrl &url)
+/** The application's memory is all that it maps: its share of what is shared would shrink with each worker. */
+Costs measure(pid_t application, const std::function<void()> &prepare, const std::function<long()> &others)
 {
-    auto player = std::make_unique<MediaPlayer>();
-    player->setSourceUrl(url);
-    if (player->prepare() != MediaError::None) {
-        std::fprintf(stderr, "the player failed\n");
-        std::exit(1);
-    }
-    QCoreApplication::processEvents();
-    return player;
-}
-
-Added measureOurs(const QUrl &url)
-{
-    // One player beforehand: what the library itself costs once is not what a player adds.
-    const auto first = prepared(url);
-    const bench::Usage before = bench::usage(getpid());
-    std::vector<std::unique_ptr<MediaPlayer>> players;
-    for (int i = 0; i < Prepared; ++i)
-        players.push_back(prepared(url));
-    return addedBy(before, bench::usage(getpid()), Prepared);
-}
-
-Added measurePeer(const std::string &program, const std::string &uri)
-{
-    bench::Child child({program});
-    child.line();
-    const auto prepare = [&] {
-        child.send("prepare " + uri);
-        child.line();
+    const bench::Usage before = bench::usage(application);
+    const auto cost = [&] {
+        const bench::Usage after = bench::usage(application);
+        return Cost{after.rss - before.rss, after.rss - before.rss + others(), after.threads - before.threads};
     };
+    Costs costs;
     prepare();
-    const bench::Usage before = bench::usage(child.process());
-    for (int i = 0; i < Prepared; ++i)
+    costs.one = cost();
+    for (int i = 1; i < Prepared; ++i)
         prepare();
-    return addedBy(before, bench::usage(child.process()), Prepared);
+    costs.all = cost();
+    return costs;
 }
 
-/** How many workers a daemon has besides the spare one, when those that were killed have ended. */
-size_t leftWorkers(pid_t daemon)
+Costs measureOurs(const std::string &path)
 {
-    for (;;) {
-        const auto workers = bench::descendants(daemon);
-        if (workers.size() <= 1 || !bench::waitForEnd(workers, 5'000))
-            return workers.empty() ? 0 : workers.size() - 1;
-    }
-}
-
-void measureChurn(const QUrl &url, bool doesPrepare)
-{
-    const auto churn = [&](int count) {
-        for (int i = 0; i < count; ++i) {
-            if (doesPrepare)
-                prepared(url);
-            else
-                MediaPlayer();
-        }
+    std::vector<std::unique_ptr<MediaPlayer>> players;
+    const auto prepare = [&] {
+        players.push_back(std::make_unique<MediaPlayer>());
+        players.back()->setSourceUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+        bench::must(players.back()->prepare());
         QCoreApplication::processEvents();
     };
-    churn(Churned / 10);
-    const pid_t daemon = std::atoi(std::getenv("VORO_BENCH_DAEMON"));
-    leftWorkers(daemon);
-    const bench::Usage before = bench::usage(getpid());
-    const bench::Usage daemonBefore = bench::usage(daemon);
-    churn(Churned);
-    const size_t left = leftWorkers(daemon);
-    const bench::Usage after = bench::usage(getpid());
-    const bench::Usage daemonAfter = bench::usage(daemon);
+    const pid_t daemon = bench::daemonProcess();
+    return measure(getpid(), prepare, [daemon] {
+        bench::waitForCalm(daemon);
+        return bench::usage(daemon).pss + bench::usage(bench::descendants(daemon)).pss;
+    });
+}
 
-    const std::string what =
-        std::string("1000 players ") + (doesPrepare ? "made, prepared" : "made") + " and destroyed: ";
-    const auto kilobytes = [](const bench::Usage &a, const bench::Usage &b) {
-        return bench::text(double(b.pss - a.pss), 0, " kB");
-    };
-    bench::printRow(what + "memory of the application", kilobytes(before, after), "–", "flat");
-    bench::printRow(what + "memory of the daemon", kilobytes(daemonBefore, daemonAfter), "–", "flat");
-    bench::printRow(what + "descriptors, application and daemon",
-                    std::to_string(after.descriptors - before.descriptors) + " and "
-                        + std::to_string(daemonAfter.descriptors - daemonBefore.descriptors),
-                    "–", "0");
-    bench::printRow(what + "processes left", std::to_string(left), "–", "0");
+Costs measurePeer(const std::string &name, const std::string &path)
+{
+    bench::PeerProcess peer(name);
+    return measure(
+        peer.process(), [&] { peer.prepare(path); }, [] { return 0L; });
+}
+
+std::string megabytes(long kilobytes)
+{
+    return bench::text(static_cast<double>(kilobytes) / 1000, 1, " MB");
 }
 
 } // namespace
@@ -121,19 +85,32 @@ void measureChurn(const QUrl &url, bool doesPrepare)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 2 || !std::getenv("VORO_BENCH_DAEMON"))
+    if (argc != 2)
         return 2;
     const std::string path = std::string(argv[1]) + "/a.ogg";
-    const QUrl url = QUrl::fromLocalFile(QString::fromStdString(path));
 
-    bench::printHead("What players cost");
-    const Added ours = measureOurs(url);
-    const Added theirs =
-        measurePeer(QCoreApplication::applicationDirPath().toStdString() + "/peer_playbin3", "file://" + path);
-    bench::printRow("memory that a prepared player adds to the application (PSS)", bench::text(ours.pss, 0, " kB"),
-                    bench::text(theirs.pss, 0, " kB (playbin3)"), "< 150 kB");
-    bench::printRow("threads that it adds", bench::text(ours.threads, 1, ""),
-                    bench::text(theirs.threads, 1, " (playbin3)"), "0");
-    measureChurn(url, false);
-    measureChurn(url, true);
+    bench::printHead("What prepared players cost (ogg)");
+    const Costs ours = measureOurs(path);
+    const std::vector<std::string> names = {"qmediaplayer", "mpv", "playbin3"};
+    std::vector<Costs> peers;
+    for (const std::string &name : names)
+        peers.push_back(measurePeer(name, path));
+
+    const auto row = [&](const std::string &what, auto value, const std::string &wanted) {
+        std::string others;
+        for (size_t i = 0; i < names.size(); ++i)
+            others += (i > 0 ? ", " : "") + value(peers[i]) + " (" + names[i] + ")";
+        bench::printRow(what, value(ours), others, wanted);
+    };
+    row(
+        "16 players: memory in the application", [](const Costs &costs) { return megabytes(costs.all.application); },
+        "< 3 MB");
+    row(
+        "16 players: memory altogether", [](const Costs &costs) { return megabytes(costs.all.altogether); },
+        "< 200 MB");
+    row(
+        "16 players: threads in the application", [](const Costs &costs) { return std::to_string(costs.all.threads); },
+        "0");
+    row(
+        "one player: memory altogether", [](const Costs &costs) { return megabytes(costs.one.altogether); }, "< 45 MB");
 }

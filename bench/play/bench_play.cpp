@@ -1,51 +1,119 @@
-/* From play() on a new medium to the stream at the sound server, and to the first sound at the null sink's monitor,
-   beside a cold playbin3 in the application's process. Arguments: a folder with a.EXT and b.EXT, the number of runs. */
+/* What a listener waits for: from play() on a new medium to the stream at the sound server and to the first sound at the
+   null sink's monitor, and from a seek to the first sound from there. Arguments: a folder with a.EXT, b.EXT and
+   seek.EXT (a tone until 0.5 s, silence until 15 s, then a tone), the number of runs. */
 
+#include "Contestants.h"
 #include "Figures.h"
-#include "Processes.h"
 #include "SoundWatch.h"
 
-#include <multimedia/MediaPlayer.h>
-
 #include <QtCore/QCoreApplication>
-#include <QtCore/QUrl>
 
-#include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
-
-using namespace voro::multimedia;
+#include <vector>
 
 namespace {
 
-struct Times {
-    bench::Figures stream;
-    bench::Figures sound;
+constexpr int InSilence = 3'000;
+constexpr int InTone = 20'000;
 
-    void add(bench::SoundWatch &watch, int64_t asked)
+struct Entry {
+    std::unique_ptr<bench::Contestant> contestant;
+    bench::Figures stream = {};
+    bench::Figures sound = {};
+    /** How often nothing was heard. */
+    int silences = 0;
+
+    /** False when nothing came in time; then the contestant is made anew. */
+    bool add(bench::Figures Entry::*figures, int64_t asked, int64_t time, bool isWarm)
     {
-        const int64_t streamTime = watch.streamTime();
-        const int64_t soundTime = watch.soundTime();
-        if (streamTime == 0 || soundTime == 0) {
-            std::fprintf(stderr, "nothing was heard\n");
-            std::exit(1);
+        if (time == 0) {
+            ++silences;
+            contestant->renew();
+        } else if (isWarm) {
+            (this->*figures).add(static_cast<double>(time - asked));
         }
-        stream.add(static_cast<double>(streamTime - asked));
-        sound.add(static_cast<double>(soundTime - asked));
+        return time != 0;
     }
 };
+/** Ours is the first. */
+using Entries = std::vector<Entry>;
 
-void must(MediaError::Type result)
+Entries contestants(bool withCold)
 {
-    if (result == MediaError::None)
-        return;
-    std::fprintf(stderr, "the player failed: %d\n", int(result));
-    std::exit(1);
+    using bench::PeerProcess;
+    Entries entries;
+    entries.push_back({.contestant = std::make_unique<bench::Ours>()});
+    for (const char *name : {"qmediaplayer", "mpv"})
+        entries.push_back({.contestant = std::make_unique<PeerProcess>(name)});
+    if (withCold)
+        entries.push_back({.contestant = std::make_unique<PeerProcess>("playbin3", PeerProcess::Kept::Cold)});
+    return entries;
 }
 
-std::string row(const char *what, const std::string &extension)
+std::string figure(const Entry &entry, bench::Figures Entry::*figures)
 {
-    return std::string(what) + ", " + extension;
+    const std::string time = bench::milliseconds((entry.*figures).median());
+    return entry.silences == 0 ? time : time + ", nothing heard " + std::to_string(entry.silences) + " times";
+}
+
+void printRow(const std::string &what, const Entries &entries, bench::Figures Entry::*figures,
+              const std::string &wanted)
+{
+    std::string peers;
+    for (size_t i = 1; i < entries.size(); ++i) {
+        peers += (i > 1 ? ", " : "") + figure(entries[i], figures) + " (" + entries[i].contestant->name() + ")";
+    }
+    bench::printRow(what, figure(entries[0], figures), peers, wanted);
+}
+
+void measurePlay(bench::SoundWatch &watch, const std::string &folder, const std::string &extension, int runs)
+{
+    Entries entries = contestants(true);
+    // The first run warms up what is warm.
+    for (int i = -1; i < runs; ++i) {
+        for (Entry &entry : entries) {
+            watch.arm();
+            const int64_t asked = entry.contestant->play(folder + (i % 2 ? "/b." : "/a.") + extension);
+            if (entry.add(&Entry::sound, asked, watch.soundTime(), i >= 0)) {
+                entry.add(&Entry::stream, asked, watch.streamTime(), i >= 0);
+                entry.contestant->stop();
+            }
+        }
+    }
+    const bool isQuick = extension == "wav" || extension == "ogg";
+    printRow("play() to stream at the sound server, " + extension, entries, &Entry::stream,
+             std::string("≤ ") + (isQuick ? "0.9" : "0.7") + " × the faster warm peer");
+    printRow("play() to first sound at the monitor, " + extension, entries, &Entry::sound, "≤ the faster peer");
+}
+
+/** Plays on in silence. */
+void beginSeeking(bench::SoundWatch &watch, bench::Contestant &contestant, const std::string &path)
+{
+    watch.arm();
+    contestant.play(path);
+    watch.soundTime();
+}
+
+void measureSeek(bench::SoundWatch &watch, const std::string &folder, const std::string &extension, int runs)
+{
+    Entries entries = contestants(false);
+    const std::string path = folder + "/seek." + extension;
+    for (Entry &entry : entries) {
+        beginSeeking(watch, *entry.contestant, path);
+        for (int i = -1; i < runs; ++i) {
+            watch.arm();
+            const int64_t asked = entry.contestant->seek(InTone);
+            if (entry.add(&Entry::sound, asked, watch.soundTime(), i >= 0))
+                entry.contestant->seek(InSilence);
+            else
+                beginSeeking(watch, *entry.contestant, path);
+            QCoreApplication::processEvents();
+        }
+        entry.contestant->stop();
+    }
+    printRow("seek while playing to first sound from there, " + extension, entries, &Entry::sound, "≤ the faster peer");
 }
 
 } // namespace
@@ -57,41 +125,11 @@ int main(int argc, char **argv)
         return 2;
     const std::string folder = argv[1];
     const int runs = std::atoi(argv[2]);
-    const std::string peer = QCoreApplication::applicationDirPath().toStdString() + "/peer_playbin3";
 
     bench::SoundWatch watch;
-    bench::printHead("From play() on a new medium, medians of " + std::to_string(runs));
-    for (const std::string extension : {"wav", "ogg", "mp3"}) {
-        Times ours;
-        Times theirs;
-        MediaPlayer player;
-        // The first one starts the daemon; an application that plays has one.
-        for (int i = -1; i < runs; ++i) {
-            const std::string path = folder + (i % 2 ? "/b." : "/a.") + extension;
-            watch.arm();
-            const int64_t asked = bench::now();
-            must(player.setSourceUrl(QUrl::fromLocalFile(QString::fromStdString(path))));
-            must(player.play());
-            if (i >= 0)
-                ours.add(watch, asked);
-            else
-                watch.soundTime();
-            must(player.reset());
-            QCoreApplication::processEvents();
-        }
-        for (int i = 0; i < runs; ++i) {
-            bench::Child child({peer});
-            child.line();
-            watch.arm();
-            child.send("file://" + folder + (i % 2 ? "/b." : "/a.") + extension);
-            theirs.add(watch, std::atoll(child.line().c_str()));
-            child.finish();
-        }
-        bench::printRow(row("play() to stream at the sound server", extension),
-                        bench::milliseconds(ours.stream.median()),
-                        bench::milliseconds(theirs.stream.median()) + " (playbin3, cold)", "no later");
-        bench::printRow(row("play() to first sound at the monitor", extension),
-                        bench::milliseconds(ours.sound.median()),
-                        bench::milliseconds(theirs.sound.median()) + " (playbin3, cold)", "no later");
-    }
+    bench::printHead("What a listener waits for, medians of " + std::to_string(runs));
+    for (const std::string extension : {"wav", "ogg", "mp3", "mp4"})
+        measurePlay(watch, folder, extension, runs);
+    for (const std::string extension : {"wav", "ogg", "mp3", "mp4"})
+        measureSeek(watch, folder, extension, runs);
 }
