@@ -25,7 +25,7 @@ public:
     /** Looks from the event loop whether there is something to read. */
     void postCheck();
     void check();
-    void dropNotifier() { delete std::exchange(notifier, nullptr); }
+    void dropNotifier();
 
     PpsObject *const q;
     const QString path;
@@ -51,6 +51,15 @@ void PpsObjectPrivate::postCheck()
                 check();
             },
             Qt::QueuedConnection);
+    }
+}
+
+// An object may be closed in disconnectNotify(), which Qt calls with locks held that a QObject's destruction wants.
+void PpsObjectPrivate::dropNotifier()
+{
+    if (notifier) {
+        notifier->setEnabled(false);
+        std::exchange(notifier, nullptr)->deleteLater();
     }
 }
 
