@@ -9,6 +9,8 @@
 #include <pps/broker/Broker.h>
 #include <pps/Runtime.h>
 #include <renderer/service/RendererService.h>
+#include <services/common/SharedControl.h>
+#include <services/mediakeys/MediaKeyService.h>
 #include <services/nowplaying/NowPlayingService.h>
 #include <sys/eventfd.h>
 #include <sys/resource.h>
@@ -63,7 +65,11 @@ int serve(int argc, char **argv, int listener, voro::Background &background, int
     // The services. They are all there before anybody can connect.
     const voro::renderer::RendererService renderer(broker);
     voro::nowplaying::NowPlayingService nowPlaying(broker);
-    broker.serve("/pps/services/multimedia/mediaplayer/control", &nowPlaying.connections());
+    voro::mediakeys::MediaKeyService mediaKeys(broker);
+    mediaKeys.setCommand([&nowPlaying](std::string_view message) { nowPlaying.command(message); });
+    voro::SharedControl playerControl(broker, "/pps/services/multimedia/mediaplayer/control");
+    playerControl.add(nowPlaying.connections());
+    playerControl.add(mediaKeys);
 
     broker.listen(listener);
 

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -37,6 +38,9 @@ private:
     Fd m_wake;
     std::thread m_thread;
 };
+
+/** A listening socket at which clients find a broker in the runtime folder. */
+int listenIn(const std::string &folder);
 
 /** What a read that does not wait gives; "FAILED" for a failing one. */
 std::string readNow(Connection &connection);

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QtCore/QJsonObject>
+
+#include <string>
+#include <string_view>
+
+namespace voro {
+
+/** What a client of a service asks for. */
+struct Request {
+    /** The command (`msg`). */
+    std::string command;
+    /** The command's map (`dat`); empty when it is missing or something else. */
+    QJsonObject data;
+};
+
+/** Takes a message apart; empty when the text is bad. */
+Request parseRequest(std::string_view text);
+
+/** The lines that tell a client that its command failed. */
+std::string makeFailure(std::string_view command, std::string_view problem);
+
+} // namespace voro

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Key.h"
+
+#include <chrono>
+#include <cstdint>
+
+namespace voro::mediakeys {
+
+using Clock = std::chrono::steady_clock;
+using Time = Clock::time_point;
+
+/** Who presses keys. */
+struct SourceId {
+    enum Kind { Device, Client };
+    Kind kind;
+    uint64_t number;
+    bool operator==(const SourceId &) const = default;
+};
+
+/** Is told what sources do. All times are those at which it happened, not at which it became known. */
+class KeyListener {
+public:
+    virtual ~KeyListener() = default;
+    virtual void keyPressed(SourceId source, Key key, Time at) = 0;
+    virtual void keyReleased(SourceId source, Key key, Time at) = 0;
+    /** The source is gone, perhaps with keys that are down. */
+    virtual void sourceGone(SourceId source) = 0;
+};
+
+} // namespace voro::mediakeys

@@ -1,0 +1,579 @@
+#include "FakeDevice.h"
+#include "ServiceThread.h"
+
+#include <multimedia/MediaKeyWatcher.h>
+#include <voro/PpsObject.h>
+
+#include <QtCore/QFile>
+#include <QtTest/QtTest>
+
+#include <fcntl.h>
+#include <linux/input-event-codes.h>
+#include <unistd.h>
+
+#include <memory>
+
+using namespace std::chrono_literals;
+using namespace voro::multimedia;
+using voro::mediakeys::Mode;
+using voro::mediakeys::Presses;
+
+namespace {
+
+/** A client of the service that presses keys. */
+class Finger {
+public:
+    Finger() : m_control(QStringLiteral("/pps/services/multimedia/mediakeys/control"))
+    {
+        if (!m_control.open(voro::PpsOpenMode::PublishSubscribe))
+            qFatal("The service cannot be reached");
+        m_control.setBlocking(true);
+    }
+
+    void start(const char *key, int milliseconds)
+    {
+        write(QStringLiteral(R"(msg::press
+dat:json:{"key":"%1","ms":%2}
+)")
+                  .arg(QLatin1String(key))
+                  .arg(milliseconds)
+                  .toUtf8());
+    }
+    /** The service's next answer, without its object line. */
+    QByteArray answer() { return m_control.read().remove(0, int(strlen("@control\n"))).trimmed(); }
+    /** Presses a key and returns when it was released. */
+    void press(const char *key, int milliseconds)
+    {
+        start(key, milliseconds);
+        QCOMPARE(answer(), "res::press");
+    }
+    void write(const QByteArray &message)
+    {
+        if (!m_control.write(message))
+            qFatal("The service cannot be reached");
+    }
+
+private:
+    voro::PpsObject m_control;
+};
+
+/** A watcher that writes down what it reports. */
+class Watch {
+public:
+    enum Signal { Short = 1, Long = 2 };
+
+    explicit Watch(MediaKey::Type key, int listenTo = Short | Long,
+                   MediaKeyNotification::Type notification = MediaKeyNotification::Clicked)
+        : m_watcher(std::make_unique<MediaKeyWatcher>(key))
+    {
+        if (listenTo & Short)
+            QObject::connect(m_watcher.get(), &MediaKeyWatcher::shortPress, [this] { m_trace.append("short"); });
+        if (listenTo & Long)
+            QObject::connect(m_watcher.get(), &MediaKeyWatcher::longPress, [this] { m_trace.append("long"); });
+        if (notification != m_watcher->notification())
+            m_watcher->setNotification(notification);
+    }
+
+    MediaKeyWatcher &watcher() { return *m_watcher; }
+    void destroy() { m_watcher.reset(); }
+    const QStringList &trace() const { return m_trace; }
+    QStringList takeTrace() { return std::exchange(m_trace, {}); }
+
+private:
+    QStringList m_trace;
+    std::unique_ptr<MediaKeyWatcher> m_watcher;
+};
+
+/** Takes what is written to standard error for as long as it lives. */
+class ErrorCatcher {
+public:
+    explicit ErrorCatcher(const QString &path) : m_path(path), m_before(dup(STDERR_FILENO))
+    {
+        const int file = open(path.toLocal8Bit(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+        dup2(file, STDERR_FILENO);
+        close(file);
+    }
+    ~ErrorCatcher()
+    {
+        dup2(m_before, STDERR_FILENO);
+        close(m_before);
+    }
+    Q_DISABLE_COPY_MOVE(ErrorCatcher)
+
+    QByteArrayList lines() const
+    {
+        QFile file(m_path);
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("%s cannot be read", qPrintable(m_path));
+        const QByteArray text = file.readAll().trimmed();
+        return text.isEmpty() ? QByteArrayList() : text.split('\n');
+    }
+
+private:
+    QString m_path;
+    int m_before;
+};
+
+} // namespace
+
+class MediaKeysTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { qunsetenv("XDG_CURRENT_DESKTOP"); }
+    void press_isReported_byItsLength_data();
+    void press_isReported_byItsLength();
+    void watcher_hearsOfAPress_byItsLengthAndKind_data();
+    void watcher_hearsOfAPress_byItsLengthAndKind();
+    void threshold_isReported_whileTheKeyIsDown();
+    void watchersOfDifferentSettings_hearEachTheirOwn();
+    void registrationThatGoes_takesThePressAlong();
+    void registrationThatChanges_getsTheRestOfThePress();
+    void registrationThatComes_getsNothingOfThePress();
+    void presses_areNeverLostNorDoubled();
+    void fiftyWatchers_hearOfOnePress();
+    void device_isHeard_data();
+    void device_isHeard();
+    void deviceTimes_decide_notWhenTheyAreRead();
+    void deviceThatGoes_releasesWithoutAPress();
+    void devices_pressOneKey_independently();
+    void keyThatNobodyRegistered_isActedUpon_data();
+    void keyThatNobodyRegistered_isActedUpon();
+    void missingPermission_isOneWarning_untilItIsGiven();
+    void folder_mayComeLater();
+    void badMessage_isRefused_data();
+    void badMessage_isRefused();
+};
+
+void MediaKeysTest::press_isReported_byItsLength_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("looksAt");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("a tap") << 0 << -1 << "before";
+    QTest::newRow("just before the threshold") << 799 << -1 << "before";
+    QTest::newRow("the threshold") << 800 << -1 << "threshold after";
+    QTest::newRow("long, and seen late") << 801 << -1 << "threshold after";
+    QTest::newRow("long, and seen in time") << 1200 << 800 << "threshold after";
+    QTest::newRow("looked at before the threshold") << 1200 << 799 << "threshold after";
+}
+
+void MediaKeysTest::press_isReported_byItsLength()
+{
+    QFETCH(int, length);
+    QFETCH(int, looksAt);
+    QFETCH(QString, expected);
+    QStringList trace;
+    Presses presses([&](Presses::Event event, voro::mediakeys::Key, const voro::mediakeys::Owners &owners) {
+        const char *names[] = {"threshold", "before", "after"};
+        trace.append(names[int(event)]);
+        QCOMPARE(owners, (voro::mediakeys::Owners{7}));
+    });
+    const auto start = voro::mediakeys::Clock::now();
+    const voro::mediakeys::SourceId source{voro::mediakeys::SourceId::Device, 1};
+    presses.press(source, voro::mediakeys::Key::Play, start, {7});
+    QCOMPARE(presses.next(), std::optional(start + 800ms));
+    if (looksAt >= 0) {
+        presses.advance(start + std::chrono::milliseconds(looksAt));
+        QCOMPARE(trace.isEmpty(), looksAt < 800);
+        QCOMPARE(presses.next().has_value(), looksAt < 800);
+    }
+    // Neither is anything that happens to what is down.
+    presses.press(source, voro::mediakeys::Key::Play, start + 10ms, {7});
+    presses.release({voro::mediakeys::SourceId::Device, 2}, voro::mediakeys::Key::Play, start + 10ms);
+    presses.release(source, voro::mediakeys::Key::Next, start + 10ms);
+    presses.release(source, voro::mediakeys::Key::Play, start + std::chrono::milliseconds(length));
+    QCOMPARE(trace.join(' '), expected);
+    QCOMPARE(presses.next(), std::nullopt);
+}
+
+void MediaKeysTest::watcher_hearsOfAPress_byItsLengthAndKind_data()
+{
+    QTest::addColumn<int>("listenTo");
+    QTest::addColumn<MediaKeyNotification::Type>("notification");
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QStringList>("expected");
+    const auto clicked = MediaKeyNotification::Clicked;
+    const auto threshold = MediaKeyNotification::Threshold;
+    QTest::newRow("short, 799") << int(Watch::Short) << clicked << 799 << QStringList("short");
+    QTest::newRow("short, 801") << int(Watch::Short) << threshold << 801 << QStringList("short");
+    QTest::newRow("long, 799") << int(Watch::Long) << clicked << 799 << QStringList();
+    QTest::newRow("long, 801") << int(Watch::Long) << clicked << 801 << QStringList("long");
+    QTest::newRow("both clicked, 799") << int(Watch::Short | Watch::Long) << clicked << 799 << QStringList("short");
+    QTest::newRow("both clicked, 801") << int(Watch::Short | Watch::Long) << clicked << 801
+                                       << QStringList({"long", "short"});
+    QTest::newRow("both threshold, 799") << int(Watch::Short | Watch::Long) << threshold << 799 << QStringList("short");
+    QTest::newRow("both threshold, 801") << int(Watch::Short | Watch::Long) << threshold << 801 << QStringList("long");
+}
+
+void MediaKeysTest::watcher_hearsOfAPress_byItsLengthAndKind()
+{
+    QFETCH(int, listenTo);
+    QFETCH(MediaKeyNotification::Type, notification);
+    QFETCH(int, length);
+    QFETCH(QStringList, expected);
+    ServiceThread service;
+    service.start();
+    Watch watch(MediaKey::Play, listenTo, notification);
+    Watch playPause(MediaKey::PlayPause, Watch::Short);
+    Watch end(MediaKey::Stop, Watch::Short);
+    Finger finger;
+    finger.press("play", length);
+    finger.press("stop", 0);
+    QTRY_COMPARE(end.trace(), QStringList("short"));
+    QTRY_COMPARE(watch.trace(), expected);
+    QCOMPARE(playPause.trace(), QStringList());
+    QCOMPARE(service.takeCommands(), QStringList());
+}
+
+void MediaKeysTest::threshold_isReported_whileTheKeyIsDown()
+{
+    ServiceThread service;
+    service.start();
+    Watch watch(MediaKey::Next);
+    Finger finger;
+    QElapsedTimer time;
+    time.start();
+    finger.start("next", 10'000);
+    QTRY_COMPARE(watch.trace(), QStringList("long"));
+    QVERIFY2(time.elapsed() >= 799 && time.elapsed() < 5'000, qPrintable(QString::number(time.elapsed())));
+}
+
+void MediaKeysTest::watchersOfDifferentSettings_hearEachTheirOwn()
+{
+    ServiceThread service;
+    service.start();
+    Watch clicked(MediaKey::Play);
+    Watch threshold(MediaKey::Play, Watch::Short | Watch::Long, MediaKeyNotification::Threshold);
+    Watch shortOnly(MediaKey::Play, Watch::Short);
+    Finger finger;
+    finger.press("play", 801);
+    finger.press("play", 799);
+    QTRY_COMPARE(clicked.trace(), QStringList({"long", "short", "short"}));
+    QTRY_COMPARE(threshold.trace(), QStringList({"long", "short"}));
+    QTRY_COMPARE(shortOnly.trace(), QStringList({"short", "short"}));
+}
+
+void MediaKeysTest::registrationThatGoes_takesThePressAlong()
+{
+    ServiceThread service;
+    service.start();
+    Watch watch(MediaKey::Play, Watch::Short);
+    Finger finger;
+    finger.start("play", 100);
+    watch.destroy();
+    QCOMPARE(finger.answer(), "res::press");
+    // It was somebody's, and so it is nobody else's either.
+    QCOMPARE(service.takeCommands(), QStringList());
+    QCOMPARE(watch.trace(), QStringList());
+    finger.press("play", 0);
+    QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
+}
+
+void MediaKeysTest::registrationThatChanges_getsTheRestOfThePress()
+{
+    ServiceThread service;
+    service.start();
+    Watch watch(MediaKey::Play);
+    Finger finger;
+    finger.start("play", 100);
+    watch.watcher().setNotification(MediaKeyNotification::Threshold);
+    QCOMPARE(finger.answer(), "res::press");
+    QTRY_COMPARE(watch.trace(), QStringList("short"));
+    QCOMPARE(service.takeCommands(), QStringList());
+}
+
+void MediaKeysTest::registrationThatComes_getsNothingOfThePress()
+{
+    ServiceThread service;
+    service.start();
+    Finger finger;
+    finger.start("play", 100);
+    Watch watch(MediaKey::Play);
+    QCOMPARE(finger.answer(), "res::press");
+    QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
+    finger.press("play", 0);
+    QTRY_COMPARE(watch.trace(), QStringList("short"));
+}
+
+void MediaKeysTest::presses_areNeverLostNorDoubled()
+{
+    constexpr int Count = 10'000;
+    ServiceThread service;
+    service.start();
+    Watch watch(MediaKey::Play, Watch::Short);
+    const auto device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
+    int pressed = 0;
+    Finger finger;
+    // Presses come no faster than they are read; those of the device fit into its pipe.
+    while (pressed < Count) {
+        for (int i = 0; i < 100; ++i) {
+            finger.start("play", 0);
+            device->tell(KEY_PLAYCD, 1);
+            device->tell(KEY_PLAYCD, 0);
+        }
+        pressed += 200;
+        QTRY_COMPARE(watch.trace().size(), pressed);
+    }
+    QCOMPARE(watch.takeTrace().count("short"), Count);
+    QCOMPARE(service.takeCommands(), QStringList());
+}
+
+void MediaKeysTest::fiftyWatchers_hearOfOnePress()
+{
+    ServiceThread service;
+    service.start();
+    std::vector<std::unique_ptr<Watch>> watches;
+    for (int i = 0; i < 50; ++i)
+        watches.push_back(std::make_unique<Watch>(MediaKey::Previous));
+    Finger finger;
+    finger.press("prev", 0);
+    for (const auto &watch : watches)
+        QTRY_COMPARE(watch->trace(), QStringList("short"));
+}
+
+void MediaKeysTest::device_isHeard_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<MediaKey::Type>("key");
+    QTest::newRow("fast forward") << KEY_FASTFORWARD << MediaKey::FastForward;
+    QTest::newRow("headset, pause") << KEY_PAUSECD << MediaKey::Pause;
+    QTest::newRow("remote control, play") << KEY_PLAY << MediaKey::Play;
+    QTest::newRow("headset, play") << KEY_PLAYCD << MediaKey::Play;
+    QTest::newRow("keyboard, play or pause") << KEY_PLAYPAUSE << MediaKey::PlayPause;
+    QTest::newRow("headset's only button") << KEY_MEDIA << MediaKey::PlayPause;
+    QTest::newRow("rewind") << KEY_REWIND << MediaKey::Rewind;
+    QTest::newRow("keyboard, stop") << KEY_STOPCD << MediaKey::Stop;
+    QTest::newRow("volume down") << KEY_VOLUMEDOWN << MediaKey::VolumeDown;
+    QTest::newRow("volume up") << KEY_VOLUMEUP << MediaKey::VolumeUp;
+    QTest::newRow("keyboard, previous") << KEY_PREVIOUSSONG << MediaKey::Previous;
+    QTest::newRow("remote control, previous") << KEY_PREVIOUS << MediaKey::Previous;
+    QTest::newRow("keyboard, next") << KEY_NEXTSONG << MediaKey::Next;
+    QTest::newRow("remote control, next") << KEY_NEXT << MediaKey::Next;
+}
+
+void MediaKeysTest::device_isHeard()
+{
+    QFETCH(int, code);
+    QFETCH(MediaKey::Type, key);
+    ServiceThread service;
+    service.start();
+    Watch watch(key);
+    Watch end(key == MediaKey::Stop ? MediaKey::Play : MediaKey::Stop, Watch::Short);
+    FakeDevice device(service.deviceFolder() + "/event3");
+    const auto start = std::chrono::steady_clock::now();
+    device.tell(unsigned(code), 1, start);
+    // What a held key repeats is no press, and a mute key is none of the ten.
+    device.tell(unsigned(code), 2, start + 1ms);
+    device.tell(KEY_MUTE, 1, start + 2ms);
+    device.tell(KEY_MUTE, 0, start + 3ms);
+    device.tell(unsigned(code), 0, start + 4ms);
+    QTRY_COMPARE(watch.trace(), QStringList("short"));
+    QCOMPARE(service.takeCommands(), QStringList());
+}
+
+void MediaKeysTest::deviceTimes_decide_notWhenTheyAreRead()
+{
+    ServiceThread service;
+    service.start();
+    Watch watch(MediaKey::Play, Watch::Short | Watch::Long, MediaKeyNotification::Threshold);
+    FakeDevice device(service.deviceFolder() + "/event0");
+    const auto start = std::chrono::steady_clock::now() - 2s;
+    device.tellPress(KEY_PLAY, start, start + 799ms);
+    device.tellPress(KEY_PLAY, start + 1000ms, start + 1801ms);
+    QTRY_COMPARE(watch.trace(), QStringList({"short", "long"}));
+}
+
+void MediaKeysTest::deviceThatGoes_releasesWithoutAPress()
+{
+    ServiceThread service;
+    service.start();
+    Watch watch(MediaKey::Play);
+    Watch other(MediaKey::Next);
+    auto device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
+    device->tell(KEY_NEXT, 1);
+    device->tell(KEY_NEXT, 0);
+    device->tell(KEY_PLAY, 1);
+    device.reset();
+    QTRY_COMPARE(other.trace(), QStringList("short"));
+    // The same device again: what it pressed before is not down any more.
+    device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
+    device->tell(KEY_PLAY, 0);
+    device->tell(KEY_NEXT, 1);
+    // When events were lost, what is not down any more was released.
+    device->tellLoss();
+    QTRY_COMPARE(other.trace(), QStringList({"short", "short"}));
+    device->tell(KEY_PLAY, 1);
+    device->tell(KEY_PLAY, 0);
+    QTRY_COMPARE(watch.trace(), QStringList("short"));
+}
+
+void MediaKeysTest::devices_pressOneKey_independently()
+{
+    ServiceThread service;
+    service.start();
+    Watch watch(MediaKey::Play);
+    FakeDevice first(service.deviceFolder() + "/event0");
+    FakeDevice second(service.deviceFolder() + "/event1");
+    const auto start = std::chrono::steady_clock::now() - 2s;
+    first.tellPress(KEY_PLAY, start, start + 900ms);
+    QTRY_COMPARE(watch.trace(), QStringList({"long", "short"}));
+    watch.takeTrace();
+    first.tell(KEY_PLAY, 1);
+    second.tell(KEY_PLAY, 1);
+    second.tell(KEY_PLAY, 0);
+    QTRY_COMPARE(watch.trace(), QStringList("short"));
+    first.tell(KEY_PLAY, 0);
+    QTRY_COMPARE(watch.trace(), QStringList({"short", "short"}));
+}
+
+void MediaKeysTest::keyThatNobodyRegistered_isActedUpon_data()
+{
+    QTest::addColumn<Mode>("mode");
+    QTest::addColumn<bool>("hasDesktop");
+    QTest::addColumn<bool>("isActedUpon");
+    QTest::newRow("auto") << Mode::Auto << false << true;
+    QTest::newRow("auto, in a desktop session") << Mode::Auto << true << false;
+    QTest::newRow("all, in a desktop session") << Mode::All << true << true;
+    QTest::newRow("registered") << Mode::Registered << false << false;
+}
+
+void MediaKeysTest::keyThatNobodyRegistered_isActedUpon()
+{
+    QFETCH(Mode, mode);
+    QFETCH(bool, hasDesktop);
+    QFETCH(bool, isActedUpon);
+    if (hasDesktop)
+        qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+    ServiceThread service(mode);
+    service.start();
+    FakeDevice device(service.deviceFolder() + "/event0");
+    auto end = std::make_unique<Watch>(MediaKey::PlayPause, Watch::Short);
+    const std::pair<unsigned, const char *> keys[] = {
+        {KEY_FASTFORWARD, "msg::m_fforward"}, {KEY_PAUSECD, "msg::m_pause"}, {KEY_PLAY, "msg::m_play"},
+        {KEY_REWIND, "msg::m_rewind"},        {KEY_STOPCD, "msg::m_stop"},   {KEY_VOLUMEDOWN, "msg::v_down"},
+        {KEY_VOLUMEUP, "msg::v_up"},          {KEY_NEXTSONG, "msg::m_next"}, {KEY_PREVIOUSSONG, "msg::m_previous"}};
+    QStringList expected;
+    for (const auto &[code, command] : keys) {
+        device.tell(code, 1);
+        device.tell(code, 0);
+        if (isActedUpon)
+            expected.append(command);
+    }
+    device.tell(KEY_PLAYPAUSE, 1);
+    device.tell(KEY_PLAYPAUSE, 0);
+    QTRY_COMPARE(end->trace(), QStringList("short"));
+    end.reset();
+    // A key that was put in is meant, whatever the mode.
+    Finger().press("playpause", 0);
+    expected.append("msg::m_playpause");
+    QCOMPARE(service.takeCommands(), expected);
+}
+
+void MediaKeysTest::missingPermission_isOneWarning_untilItIsGiven()
+{
+    QTemporaryDir folder;
+    ServiceThread service;
+    service.dropPermissions();
+    const QString folderPath = QFileInfo(service.deviceFolder()).path();
+    const QString path = service.deviceFolder() + "/event";
+    FakeDevice device(path + "0");
+    const FakeDevice other(path + "1");
+    QVERIFY(QFile::setPermissions(path + "0", {}));
+    QVERIFY(QFile::setPermissions(path + "1", {}));
+    for (const QString &name : {folderPath, service.deviceFolder()})
+        QVERIFY(QFile::setPermissions(name, QFile::Permissions(0x7755)));
+    const ErrorCatcher errors(folder.filePath("errors"));
+    service.start();
+    Watch watch(MediaKey::Play, Watch::Short);
+    Finger().press("play", 0);
+    QTRY_COMPARE(watch.trace(), QStringList("short"));
+    QTRY_COMPARE(errors.lines().size(), 1);
+    QVERIFY2(errors.lines().first().contains("no permission to read media keys"), errors.lines().first().constData());
+    QVERIFY(QFile::setPermissions(path + "0", QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    device.tell(KEY_PLAY, 1);
+    device.tell(KEY_PLAY, 0);
+    QTRY_COMPARE(watch.trace(), QStringList({"short", "short"}));
+    QCOMPARE(errors.lines().size(), 1);
+}
+
+void MediaKeysTest::folder_mayComeLater()
+{
+    ServiceThread service;
+    QVERIFY(QDir().rmdir(service.deviceFolder()));
+    service.start();
+    Watch watch(MediaKey::Play, Watch::Short);
+    for (const char *name : {"/event0", "/event7"}) {
+        QVERIFY(QDir().mkdir(service.deviceFolder()));
+        {
+            FakeDevice device(service.deviceFolder() + name);
+            device.tell(KEY_PLAY, 1);
+            device.tell(KEY_PLAY, 0);
+            QTRY_COMPARE(watch.trace(), QStringList("short"));
+            watch.takeTrace();
+        }
+        QVERIFY(QDir().rmdir(service.deviceFolder()));
+    }
+}
+
+void MediaKeysTest::badMessage_isRefused_data()
+{
+    QTest::addColumn<bool>("isPress");
+    QTest::addColumn<QByteArray>("message");
+    QTest::addColumn<QByteArray>("answer");
+    const QByteArray refusal("res::button\nerr::bad registration");
+    QTest::newRow("button without data") << false << QByteArray("msg::button") << refusal;
+    QTest::newRow("button, data of another type") << false << QByteArray("msg::button\ndat::bn_play_short") << refusal;
+    const char *registrations[] = {
+        R"({"key":"bn_play_short"})",
+        R"({"action":"forward"})",
+        R"({"key":"bn_play_short","action":"steal"})",
+        R"({"key":"bn_play_short","action":5})",
+        R"({"key":["bn_play_short"],"action":"forward"})",
+        R"({"key":"bn_mute_short","action":"forward"})",
+        R"({"key":"bn_play_long","action":"forward"})",
+        R"({"key":"bn_play","action":"forward"})",
+        R"({"key":"bn__short","action":"forward"})",
+        R"({"key":"play_short","action":"forward"})",
+    };
+    for (const char *registration : registrations)
+        QTest::newRow(registration) << false << "msg::button\ndat:json:" + QByteArray(registration) << refusal;
+    const auto failure = [](const QByteArray &command, const QByteArray &problem) {
+        return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
+    };
+    QTest::newRow("unknown command") << true << QByteArray("msg::hold") << failure("hold", "unknown command");
+    QTest::newRow("long command") << true << "msg::" + QByteArray(1000, 'x')
+                                  << failure(QByteArray(64, 'x'), "unknown command");
+    QTest::newRow("press without data") << true << QByteArray("msg::press") << failure("press", "unknown key");
+    const std::pair<const char *, const char *> presses[] = {
+        {R"({"key":"mute","ms":0})", "unknown key"},
+        {R"({"key":3,"ms":0})", "unknown key"},
+        {R"({"key":"play"})", "bad length"},
+        {R"({"key":"play","ms":-1})", "bad length"},
+        {R"({"key":"play","ms":0.5})", "bad length"},
+        {R"({"key":"play","ms":60001})", "bad length"},
+        {R"({"key":"play","ms":"100"})", "bad length"},
+    };
+    for (const auto &[press, problem] : presses)
+        QTest::newRow(press) << true << "msg::press\ndat:json:" + QByteArray(press) << failure("press", problem);
+}
+
+void MediaKeysTest::badMessage_isRefused()
+{
+    QFETCH(bool, isPress);
+    QFETCH(QByteArray, message);
+    QFETCH(QByteArray, answer);
+    ServiceThread service;
+    service.start();
+    voro::PpsObject control(QStringLiteral("/pps/services/multimedia/%1/control")
+                                .arg(QLatin1String(isPress ? "mediakeys" : "mediaplayer")));
+    QVERIFY(control.open(voro::PpsOpenMode::PublishSubscribe));
+    control.setBlocking(true);
+    QVERIFY(control.write(message));
+    QCOMPARE(control.read().trimmed(), "@control\n" + answer);
+    Finger().press("play", 0);
+    QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
+}
+
+QTEST_GUILESS_MAIN(MediaKeysTest)
+#include "tst_mediakeys.moc"
