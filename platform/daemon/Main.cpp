@@ -12,6 +12,7 @@
 #include <services/common/SharedControl.h>
 #include <services/mediakeys/MediaKeyService.h>
 #include <services/nowplaying/NowPlayingService.h>
+#include <services/sound/SoundService.h>
 #include <sys/eventfd.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -70,6 +71,7 @@ int serve(int argc, char **argv, int listener, voro::Background &background, int
     voro::SharedControl playerControl(broker, "/pps/services/multimedia/mediaplayer/control");
     playerControl.add(nowPlaying.connections());
     playerControl.add(mediaKeys);
+    const voro::sound::SoundService sound(broker);
 
     broker.listen(listener);
 

@@ -32,7 +32,6 @@ bool waitForFile(const QString &folder, const QString &path)
 
 PulseServer::PulseServer()
 {
-    const QString socket = m_folder.filePath(QStringLiteral("native"));
     // Whatever the user has configured must not reach the test's server, nor the other way round.
     qputenv("PULSE_RUNTIME_PATH", m_folder.path().toLocal8Bit());
     qputenv("PULSE_STATE_PATH", m_folder.path().toLocal8Bit());
@@ -40,13 +39,29 @@ PulseServer::PulseServer()
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     // A test that crashes leaves nothing running.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    start();
+    qputenv("PULSE_SERVER", "unix:" + socketPath().toLocal8Bit());
+}
+
+QString PulseServer::socketPath() const
+{
+    return m_folder.filePath(QStringLiteral("native"));
+}
+
+void PulseServer::start()
+{
+    QFile::remove(socketPath());
     m_process.start(QStringLiteral("pulseaudio"),
                     {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
                      QStringLiteral("module-null-sink sink_name=null"), "-L", "module-rescue-streams", "-L",
-                     QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1").arg(socket)});
-    if (!m_process.waitForStarted() || !waitForFile(m_folder.path(), socket))
+                     QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1").arg(socketPath())});
+    if (!m_process.waitForStarted() || !waitForFile(m_folder.path(), socketPath()))
         qFatal("No sound server: %s", m_process.readAll().constData());
-    qputenv("PULSE_SERVER", "unix:" + socket.toLocal8Bit());
+}
+
+void PulseServer::suspend()
+{
+    ::kill(pid_t(m_process.processId()), SIGSTOP);
 }
 
 namespace {
@@ -105,6 +120,12 @@ QByteArray MonitorRecorder::samples()
 {
     m_samples += m_process.readAllStandardOutput();
     return m_samples;
+}
+
+void MonitorRecorder::clear()
+{
+    m_process.readAllStandardOutput();
+    m_samples.clear();
 }
 
 bool MonitorRecorder::waitForTone(double frequency, int milliseconds, int timeout)

@@ -18,8 +18,14 @@ public:
 
     /** Kills the server. */
     void kill();
+    /** Starts it again, at the same place. */
+    void start();
+    /** Lets it hang, until it is killed. */
+    void suspend();
 
 private:
+    QString socketPath() const;
+
     QTemporaryDir m_folder;
     QProcess m_process;
 };
@@ -33,7 +39,9 @@ public:
 
     /** Reads on until the last `milliseconds` hold the tone as nearly all of their power, or the time is over. */
     bool waitForTone(double frequency, int milliseconds, int timeout = 20'000);
+    /** What was recorded since the beginning or the last clear(). */
     QByteArray samples();
+    void clear();
 
 private:
     QProcess m_process;

@@ -1,13 +1,13 @@
 // Makes the sample that `voro play` plays without arguments: eight bars for pad, harp, bass and bells, as a WAV file.
 
+#include "Wav.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <numbers>
-#include <string>
 #include <vector>
 
 namespace {
@@ -187,34 +187,6 @@ void normalise(Stereo &mix)
             sample *= Peak / highest;
 }
 
-void append(std::string &bytes, uint64_t value, int size)
-{
-    for (int i = 0; i < size; ++i)
-        bytes += char(value >> (8 * i) & 0xff);
-}
-
-std::string wav(const Stereo &mix)
-{
-    const auto dataSize = uint64_t(mix.left.size()) * 4;
-    std::string bytes = "RIFF";
-    append(bytes, 36 + dataSize, 4);
-    bytes += "WAVEfmt ";
-    append(bytes, 16, 4);
-    append(bytes, 1, 2);
-    append(bytes, 2, 2);
-    append(bytes, SampleRate, 4);
-    append(bytes, SampleRate * 4, 4);
-    append(bytes, 4, 2);
-    append(bytes, 16, 2);
-    bytes += "data";
-    append(bytes, dataSize, 4);
-    for (size_t i = 0; i < mix.left.size(); ++i) {
-        append(bytes, uint64_t(std::lround(mix.left[i] * 32767)), 2);
-        append(bytes, uint64_t(std::lround(mix.right[i] * 32767)), 2);
-    }
-    return bytes;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
@@ -229,7 +201,7 @@ int main(int argc, char *argv[])
     reverberate(mix.right, 23);
     normalise(mix);
     std::ofstream file(argv[1], std::ios::binary);
-    file << wav(mix);
+    file << wav(SampleRate, std::array<std::span<const double>, 2>{mix.left, mix.right});
     file.close();
     if (!file) {
         std::fprintf(stderr, "make-sample: cannot write %s\n", argv[1]);

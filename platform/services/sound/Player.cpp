@@ -1,0 +1,71 @@
+#include "Player.h"
+
+#include <chrono>
+#include <thread>
+
+namespace voro::sound {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/** More than this is not heard one by one any more. */
+constexpr size_t MaximumWaiting = 64;
+
+} // namespace
+
+Player::Player(std::string folder) : m_folder(std::move(folder)), m_shared(std::make_shared<Shared>()) {}
+
+Player::~Player()
+{
+    std::unique_lock lock(m_shared->mutex);
+    m_shared->isEnding = true;
+    m_shared->tasks.clear();
+    m_shared->changed.notify_all();
+    if (m_isStarted) {
+        m_shared->changed.wait_for(lock, 1s, [this] { return m_shared->hasEnded; });
+    }
+}
+
+bool Player::perform(Action action, const Sound &sound, Done done)
+{
+    const std::lock_guard lock(m_shared->mutex);
+    if (m_shared->tasks.size() >= MaximumWaiting) {
+        return false;
+    }
+    m_shared->tasks.push_back({action, &sound, std::move(done)});
+    m_shared->changed.notify_all();
+    if (!m_isStarted) {
+        m_isStarted = true;
+        std::thread([shared = m_shared, folder = m_folder] { run(shared, folder); }).detach();
+    }
+    return true;
+}
+
+void Player::run(const std::shared_ptr<Shared> &shared, const std::string &folder)
+{
+    std::unique_lock lock(shared->mutex);
+    {
+        SoundServer server(folder);
+        for (;;) {
+            shared->changed.wait(lock, [&] { return shared->isEnding || !shared->tasks.empty(); });
+            if (shared->isEnding) {
+                break;
+            }
+            const Task task = std::move(shared->tasks.front());
+            shared->tasks.pop_front();
+            lock.unlock();
+            const std::string_view problem = server.perform(task.action, *task.sound);
+            lock.lock();
+            if (!shared->isEnding) {
+                task.done(problem);
+            }
+        }
+        lock.unlock();
+    }
+    lock.lock();
+    shared->hasEnded = true;
+    shared->changed.notify_all();
+}
+
+} // namespace voro::sound

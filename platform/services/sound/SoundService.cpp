@@ -1,0 +1,60 @@
+#include "SoundService.h"
+
+#include <services/common/Request.h>
+
+#include <filesystem>
+
+namespace voro::sound {
+
+namespace {
+
+constexpr std::string_view ControlPath = "/pps/services/multimedia/sound/control";
+
+std::string soundsFolder()
+{
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / VORO_SOUNDS;
+}
+
+} // namespace
+
+SoundService::SoundService(pps::Broker &broker) : m_broker(broker), m_player(soundsFolder())
+{
+    m_broker.serve(ControlPath, this);
+}
+
+SoundService::~SoundService()
+{
+    m_broker.unserve(ControlPath);
+}
+
+void SoundService::clientMessage(pps::ClientId client, std::string_view text)
+{
+    const Request request = parseRequest(text);
+    const bool isPlay = request.command == "play_sound";
+    if (!isPlay && request.command != "prepare_sound") {
+        fail(client, request.command, "unknown command");
+        return;
+    }
+    const Sound *sound = soundNamed(request.data.value(QStringLiteral("sound")).toString().toStdString());
+    if (!sound) {
+        fail(client, request.command, "unknown sound");
+        return;
+    }
+    const auto done = [this, client, command = request.command](std::string_view problem) {
+        if (!problem.empty()) {
+            QMetaObject::invokeMethod(
+                &m_context, [this, client, command, problem] { fail(client, command, problem); }, Qt::QueuedConnection);
+        }
+    };
+    if (!m_player.perform(isPlay ? Player::Action::Play : Player::Action::Prepare, *sound, done)) {
+        fail(client, request.command, "too many sounds wait");
+    }
+}
+
+void SoundService::fail(pps::ClientId client, const std::string &command, std::string_view problem)
+{
+    m_broker.send(client, makeFailure(command, problem));
+}
+
+} // namespace voro::sound

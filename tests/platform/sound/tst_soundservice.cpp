@@ -1,0 +1,371 @@
+#include "Daemon.h"
+#include "PulseServer.h"
+#include "Tone.h"
+
+#include <multimedia/SystemSound.h>
+#include <voro/PpsObject.h>
+
+#include <QtCore/QFile>
+#include <QtTest/QtTest>
+
+#include <array>
+#include <cmath>
+#include <complex>
+#include <numbers>
+#include <numeric>
+#include <optional>
+#include <span>
+
+using namespace voro::multimedia;
+
+namespace {
+
+constexpr char ThemeFolder[] = "/usr/share/sounds/freedesktop/stereo/";
+
+QByteArray run(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(program, arguments);
+    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        qFatal("%s failed", qPrintable(program));
+    return process.readAllStandardOutput();
+}
+
+/** What a sound is made of, moment by moment: the strengths of some frequencies, moments apart by `Hop` samples. */
+using Image = std::vector<std::array<double, 20>>;
+constexpr size_t Hop = 240;
+constexpr size_t Moments = 50;
+/** By how many moments a recording may begin early or late. */
+constexpr int MaximumShift = 6;
+
+/** The image of the beginning of the sound that the samples hold. */
+Image imageOf(const QByteArray &bytes)
+{
+    const std::span samples(reinterpret_cast<const qint16 *>(bytes.constData()), size_t(bytes.size()) / 2);
+    const auto loudest =
+        std::max_element(samples.begin(), samples.end(), [](qint16 a, qint16 b) { return std::abs(a) < std::abs(b); });
+    const auto first = std::find_if(samples.begin(), loudest,
+                                    [&](qint16 sample) { return std::abs(sample) * 10 > std::abs(*loudest); });
+    std::vector<qint16> sound(MaximumShift * Hop);
+    sound.insert(sound.end(), first, samples.end());
+    Image image(Moments);
+    for (size_t moment = 0; moment < Moments; ++moment) {
+        double frequency = 250;
+        for (double &strength : image[moment]) {
+            const double step = 2 * std::numbers::pi * frequency / 48'000;
+            std::complex<double> sum;
+            for (size_t i = moment * Hop; i < std::min(moment * Hop + 2 * Hop, sound.size()); ++i)
+                sum += std::polar(double(sound[i]), step * double(i));
+            // Soft parts tell as much as loud ones.
+            strength = std::sqrt(std::abs(sum));
+            frequency *= 1.19;
+        }
+    }
+    return image;
+}
+
+/** How alike two sounds are, 0 to 1, where one of them may have begun a little earlier. */
+double likeness(const Image &a, const Image &b)
+{
+    double best = 0;
+    for (int shift = -MaximumShift; shift <= MaximumShift; ++shift) {
+        double product = 0;
+        double powerA = 0;
+        double powerB = 0;
+        for (int moment = MaximumShift; moment < int(Moments) - MaximumShift; ++moment) {
+            const auto &partA = a[size_t(moment)];
+            const auto &partB = b[size_t(moment + shift)];
+            product += std::inner_product(partA.begin(), partA.end(), partB.begin(), 0.0);
+            powerA += std::inner_product(partA.begin(), partA.end(), partA.begin(), 0.0);
+            powerB += std::inner_product(partB.begin(), partB.end(), partB.begin(), 0.0);
+        }
+        best = std::max(best, product / std::sqrt(powerA * powerB + 1));
+    }
+    return best;
+}
+
+struct Expected {
+    const char *name;
+    QString file;
+};
+
+QString ours(const char *name)
+{
+    return QStringLiteral(VORO_SOUNDS "/%1.wav").arg(QLatin1String(name));
+}
+
+QString themes(const char *event)
+{
+    return QLatin1String(ThemeFolder) + QLatin1String(event) + QLatin1String(".oga");
+}
+
+/** A client of the sound service that reads what it answers. */
+class Client {
+public:
+    Client() : m_control(QStringLiteral("/pps/services/multimedia/sound/control"))
+    {
+        if (!m_control.open(voro::PpsOpenMode::PublishSubscribe))
+            qFatal("The service cannot be reached");
+        m_control.setBlocking(true);
+    }
+
+    void write(const QByteArray &message)
+    {
+        if (!m_control.write(message))
+            qFatal("The service cannot be reached");
+    }
+    void request(const QByteArray &command, const QByteArray &sound)
+    {
+        write("msg::" + command + "\nid::0\ndat:json:{\"sound\":\"" + sound + "\"}\n");
+    }
+    QByteArray answer() { return m_control.read().remove(0, int(strlen("@control\n"))).trimmed(); }
+    /** Returns when the service has read everything before. */
+    void settle()
+    {
+        request("settle", {});
+        while (!answer().startsWith("res::settle")) {
+        }
+    }
+
+private:
+    voro::PpsObject m_control;
+};
+
+/** The memory of a process that is its own, in KiB. */
+qint64 memoryOf(qint64 process)
+{
+    QFile file(QStringLiteral("/proc/%1/statm").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("there is no process %lld", process);
+    const QByteArrayList pages = file.readAll().split(' ');
+    return (pages.at(1).toLongLong() - pages.at(2).toLongLong()) * 4;
+}
+
+qsizetype soundsThatPlay()
+{
+    return run("pactl", {"list", "short", "sink-inputs"}).count('\n');
+}
+
+} // namespace
+
+/** Whether system sounds sound, heard at the sound server. */
+class SoundServiceTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void sound_isHeard_andIsNoOther_data();
+    void sound_isHeard_andIsNoOther();
+    void prepare_givesTheServerTheSound();
+    void sounds_overlap();
+    void cameraIsHeard_whileEventSoundsAreMuted();
+    void badMessage_isRefused_data();
+    void badMessage_isRefused();
+    void manySounds_neitherBlockNorStay();
+    void serverThatGoes_isAnError_andComesBack();
+    void serverThatHangs_holdsNobodyUp();
+
+private:
+    /** What the sink plays from the call on, until the sound has lasted for a while. */
+    Image hear(const std::function<void()> &play);
+
+    PulseServer m_server;
+    Daemon m_daemon;
+    std::optional<MonitorRecorder> m_recorder;
+    std::vector<Expected> m_expected;
+    std::vector<Image> m_references;
+};
+
+void SoundServiceTest::initTestCase()
+{
+    m_expected = {
+        {"BatteryAlarm", ours("alarm_battery")},
+        {"BrowserStartEvent", ours("event_browser_start")},
+        {"CameraShutterEvent", themes("camera-shutter")},
+        {"DeviceLockEvent", ours("event_device_lock")},
+        {"DeviceUnlockEvent", ours("event_device_unlock")},
+        {"DeviceTetherEvent", themes("network-connectivity-established")},
+        {"DeviceUntetherEvent", themes("network-connectivity-lost")},
+        {"GeneralNotification", themes("message-new-instant")},
+        {"InputKeypress", ours("input_keypress")},
+        {"RecordingStartEvent", ours("event_recording_start")},
+        {"RecordingStopEvent", ours("event_recording_stop")},
+        {"SapphireNotification", ours("notification_sapphire")},
+        {"SystemMasterVolumeReference", themes("audio-volume-change")},
+        {"VideoCallEvent", themes("phone-incoming-call")},
+        {"VideoCallOutgoingEvent", themes("phone-outgoing-calling")},
+        {"CameraBurstEvent", ours("event_camera_burst_sound")},
+    };
+    for (const Expected &expected : m_expected)
+        m_references.push_back(imageOf(
+            run("ffmpeg", {"-v", "error", "-i", expected.file, "-f", "s16le", "-ac", "1", "-ar", "48000", "-"})));
+}
+
+Image SoundServiceTest::hear(const std::function<void()> &play)
+{
+    if (!m_recorder)
+        m_recorder.emplace();
+    m_recorder->clear();
+    play();
+    const auto isEnough = [&] {
+        const QByteArray heard = m_recorder->samples();
+        const qsizetype first = tone::firstSound(heard, 100);
+        return first >= 0 && heard.size() / 2 - first > qsizetype((Moments + 2) * Hop);
+    };
+    // No QTRY_ macro: it would end no test.
+    return QTest::qWaitFor(isEnough, 20'000) ? imageOf(m_recorder->samples()) : Image(Moments);
+}
+
+void SoundServiceTest::sound_isHeard_andIsNoOther_data()
+{
+    QTest::addColumn<int>("number");
+    for (size_t i = 0; i < m_expected.size(); ++i)
+        QTest::newRow(m_expected[i].name) << int(i);
+}
+
+void SoundServiceTest::sound_isHeard_andIsNoOther()
+{
+    QFETCH(int, number);
+    QTRY_COMPARE(soundsThatPlay(), 0);
+    const auto sound =
+        SystemSound::Type(QMetaEnum::fromType<SystemSound::Type>().keyToValue(m_expected[size_t(number)].name));
+    const Image heard = hear([&] { SystemSound::play(sound); });
+    const double itself = likeness(heard, m_references[size_t(number)]);
+    QVERIFY2(itself > 0.94, qPrintable(QString::number(itself)));
+    for (size_t i = 0; i < m_expected.size(); ++i) {
+        const double value = likeness(heard, m_references[i]);
+        QVERIFY2(int(i) == number || value < itself,
+                 qPrintable(QStringLiteral("%1: %2").arg(QLatin1String(m_expected[i].name)).arg(value)));
+    }
+}
+
+void SoundServiceTest::prepare_givesTheServerTheSound()
+{
+    // Its earlier plays have left it there as well.
+    m_recorder.reset();
+    m_server.kill();
+    m_server.start();
+    SystemSound sound(SystemSound::GeneralNotification);
+    SystemSound own(SystemSound::InputKeypress);
+    QTRY_VERIFY(run("pactl", {"list", "samples"}).contains("Name: message-new-instant"));
+    QTRY_VERIFY(run("pactl", {"list", "samples"}).contains("Name: voro-input_keypress"));
+    QCOMPARE(soundsThatPlay(), 0);
+    const Image heard = hear([&] { sound.play(); });
+    QVERIFY(likeness(heard, m_references[SystemSound::GeneralNotification - 1]) > 0.9);
+}
+
+void SoundServiceTest::sounds_overlap()
+{
+    SystemSound::play(SystemSound::VideoCallEvent);
+    SystemSound::play(SystemSound::VideoCallOutgoingEvent);
+    SystemSound::play(SystemSound::VideoCallEvent);
+    QTRY_COMPARE(soundsThatPlay(), 3);
+    QTRY_COMPARE(soundsThatPlay(), 0);
+}
+
+void SoundServiceTest::cameraIsHeard_whileEventSoundsAreMuted()
+{
+    run("pactl", {"load-module", "module-stream-restore"});
+    QTRY_COMPARE(soundsThatPlay(), 0);
+    // What is set for one stream of a role is kept for all that follow.
+    QProcess stream;
+    stream.start("pacat", {"--property=media.role=event", "--raw", "/dev/zero"});
+    QTRY_COMPARE(soundsThatPlay(), 1);
+    run("pactl", {"set-sink-input-mute",
+                  QString::fromLatin1(run("pactl", {"list", "short", "sink-inputs"}).split('\t').first()), "1"});
+    const Image heard = hear([] {
+        SystemSound::play(SystemSound::GeneralNotification);
+        SystemSound::play(SystemSound::CameraShutterEvent);
+    });
+    QVERIFY(likeness(heard, m_references[SystemSound::CameraShutterEvent - 1]) > 0.9);
+    const Image burst = hear([] { SystemSound::play(SystemSound::CameraBurstEvent); });
+    QVERIFY(likeness(burst, m_references[SystemSound::CameraBurstEvent - 1]) > 0.9);
+    stream.kill();
+    stream.waitForFinished();
+}
+
+void SoundServiceTest::badMessage_isRefused_data()
+{
+    QTest::addColumn<QByteArray>("message");
+    QTest::addColumn<QByteArray>("answer");
+    const auto failure = [](const QByteArray &command, const QByteArray &problem) {
+        return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
+    };
+    const QByteArray play = failure("play_sound", "unknown sound");
+    QTest::newRow("unknown command") << QByteArray("msg::stop_sound") << failure("stop_sound", "unknown command");
+    QTest::newRow("no command") << QByteArray("dat::x") << failure("", "unknown command");
+    QTest::newRow("no data") << QByteArray("msg::play_sound") << play;
+    QTest::newRow("data of another type") << QByteArray("msg::play_sound\ndat::alarm_battery") << play;
+    QTest::newRow("a list") << QByteArray("msg::play_sound\ndat:json:[\"alarm_battery\"]") << play;
+    QTest::newRow("a sound of another type") << QByteArray("msg::play_sound\ndat:json:{\"sound\":1}") << play;
+    QTest::newRow("unknown sound") << QByteArray("msg::play_sound\ndat:json:{\"sound\":\"moo\"}") << play;
+    QTest::newRow("no sound") << QByteArray("msg::prepare_sound\ndat:json:{\"sound\":\"\"}")
+                              << failure("prepare_sound", "unknown sound");
+    QTest::newRow("a path") << QByteArray("msg::play_sound\ndat:json:{\"sound\":\"../sounds/alarm_battery\"}") << play;
+}
+
+void SoundServiceTest::badMessage_isRefused()
+{
+    QFETCH(QByteArray, message);
+    QFETCH(QByteArray, answer);
+    Client client;
+    client.write(message);
+    QCOMPARE(client.answer(), answer);
+}
+
+void SoundServiceTest::manySounds_neitherBlockNorStay()
+{
+    Client client;
+    const auto playMany = [&] {
+        for (int i = 0; i < 500; ++i)
+            client.request("play_sound", i % 2 ? "input_keypress" : "system_master_volume_reference");
+        QElapsedTimer time;
+        time.start();
+        client.settle();
+        QVERIFY2(time.elapsed() < 1'000, qPrintable(QString::number(time.elapsed())));
+        QTRY_COMPARE(soundsThatPlay(), 0);
+    };
+    // What is needed once at the most is there after the first time.
+    playMany();
+    const qint64 before = memoryOf(m_daemon.processId());
+    for (int i = 0; i < 4; ++i)
+        playMany();
+    const qint64 growth = memoryOf(m_daemon.processId()) - before;
+#ifdef __SANITIZE_ADDRESS__
+    // What was freed is kept for a while.
+    constexpr qint64 Allowed = 64 * 1024;
+#else
+    constexpr qint64 Allowed = 512;
+#endif
+    QVERIFY2(growth < Allowed, qPrintable(QString::number(growth)));
+}
+
+void SoundServiceTest::serverThatGoes_isAnError_andComesBack()
+{
+    Client client;
+    m_recorder.reset();
+    m_server.kill();
+    client.request("play_sound", "event_camera_shutter");
+    QVERIFY(client.answer().startsWith("res::play_sound\nerr::"));
+    client.request("prepare_sound", "event_camera_shutter");
+    QVERIFY(client.answer().startsWith("res::prepare_sound\nerr::"));
+    m_server.start();
+    const Image heard = hear([&] { client.request("play_sound", "event_camera_shutter"); });
+    QVERIFY(likeness(heard, m_references[SystemSound::CameraShutterEvent - 1]) > 0.9);
+}
+
+void SoundServiceTest::serverThatHangs_holdsNobodyUp()
+{
+    Client client;
+    m_server.suspend();
+    for (int i = 0; i < 100; ++i)
+        client.request("play_sound", "input_keypress");
+    QCOMPARE(client.answer(), "res::play_sound\nerr::too many sounds wait\nerror::too many sounds wait");
+    client.settle();
+    QVERIFY(m_daemon.stop());
+    m_server.kill();
+}
+
+QTEST_GUILESS_MAIN(SoundServiceTest)
+#include "tst_soundservice.moc"
