@@ -1,6 +1,6 @@
 #include "DesktopSession.h"
 
-#include <systemd/sd-login.h>
+#include <dlfcn.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -15,11 +15,15 @@ struct Free {
 };
 using Text = std::unique_ptr<char, Free>;
 
-template<typename Function, typename Subject>
-Text ask(Function function, Subject subject)
+/** Asks a function of the login manager's library, which is loaded only now because it links much. */
+template<typename Subject>
+Text ask(const char *function, Subject subject)
 {
+    static void *const library = dlopen("libsystemd.so.0", RTLD_LAZY | RTLD_LOCAL);
+    using Ask = int(Subject, char **);
+    const auto call = library ? reinterpret_cast<Ask *>(dlsym(library, function)) : nullptr;
     char *answer = nullptr;
-    return Text(function(subject, &answer) >= 0 ? answer : nullptr);
+    return Text(call && call(subject, &answer) >= 0 ? answer : nullptr);
 }
 
 } // namespace
@@ -30,8 +34,8 @@ bool isDesktopSession()
     if (const char *desktop = std::getenv("XDG_CURRENT_DESKTOP"); desktop && *desktop) {
         return true;
     }
-    const Text session = ask(sd_uid_get_display, getuid());
-    return session && ask(sd_session_get_desktop, static_cast<const char *>(session.get()));
+    const Text session = ask("sd_uid_get_display", getuid());
+    return session && ask<const char *>("sd_session_get_desktop", session.get());
 }
 
 } // namespace voro::mediakeys

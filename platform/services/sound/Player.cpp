@@ -14,7 +14,11 @@ constexpr size_t MaximumWaiting = 64;
 
 } // namespace
 
-Player::Player(std::string folder) : m_folder(std::move(folder)), m_shared(std::make_shared<Shared>()) {}
+Player::Player(std::string modulePath, std::string folder)
+    : m_modulePath(std::move(modulePath)),
+      m_folder(std::move(folder)),
+      m_shared(std::make_shared<Shared>())
+{}
 
 Player::~Player()
 {
@@ -37,32 +41,33 @@ bool Player::perform(Action action, const Sound &sound, Done done)
     m_shared->changed.notify_all();
     if (!m_isStarted) {
         m_isStarted = true;
-        std::thread([shared = m_shared, folder = m_folder] { run(shared, folder); }).detach();
+        std::thread([shared = m_shared, modulePath = m_modulePath, folder = m_folder] {
+            run(shared, modulePath, folder);
+        }).detach();
     }
     return true;
 }
 
-void Player::run(const std::shared_ptr<Shared> &shared, const std::string &folder)
+void Player::run(const std::shared_ptr<Shared> &shared, const std::string &modulePath, const std::string &folder)
 {
+    auto server = loadSoundServer(modulePath, folder);
     std::unique_lock lock(shared->mutex);
-    {
-        SoundServer server(folder);
-        for (;;) {
-            shared->changed.wait(lock, [&] { return shared->isEnding || !shared->tasks.empty(); });
-            if (shared->isEnding) {
-                break;
-            }
-            const Task task = std::move(shared->tasks.front());
-            shared->tasks.pop_front();
-            lock.unlock();
-            const std::string_view problem = server.perform(task.action, *task.sound);
-            lock.lock();
-            if (!shared->isEnding) {
-                task.done(problem);
-            }
+    for (;;) {
+        shared->changed.wait(lock, [&] { return shared->isEnding || !shared->tasks.empty(); });
+        if (shared->isEnding) {
+            break;
         }
+        const Task task = std::move(shared->tasks.front());
+        shared->tasks.pop_front();
         lock.unlock();
+        const std::string_view problem = server ? server->perform(task.action, *task.sound) : "no sound module";
+        lock.lock();
+        if (!shared->isEnding) {
+            task.done(problem);
+        }
     }
+    lock.unlock();
+    server.reset();
     lock.lock();
     shared->hasEnded = true;
     shared->changed.notify_all();

@@ -20,7 +20,8 @@ public:
     /** Takes how it went, in the player's thread: empty, or a problem for people. */
     using Done = std::function<void(std::string_view problem)>;
 
-    explicit Player(std::string folder);
+    /** The sounds of the project's own lie in the folder. */
+    Player(std::string modulePath, std::string folder);
     /** Lets a thread that is stuck go on without it. No `done` is called any more. */
     ~Player();
     Player(const Player &) = delete;
@@ -43,8 +44,9 @@ private:
         bool isEnding = false;
         bool hasEnded = false;
     };
-    static void run(const std::shared_ptr<Shared> &shared, const std::string &folder);
+    static void run(const std::shared_ptr<Shared> &shared, const std::string &modulePath, const std::string &folder);
 
+    const std::string m_modulePath;
     const std::string m_folder;
     std::shared_ptr<Shared> m_shared;
     bool m_isStarted = false;

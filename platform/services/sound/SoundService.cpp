@@ -1,8 +1,8 @@
 #include "SoundService.h"
 
-#include <services/common/Request.h>
+#include <QtCore/QCoreApplication>
 
-#include <filesystem>
+#include <services/common/Request.h>
 
 namespace voro::sound {
 
@@ -10,15 +10,17 @@ namespace {
 
 constexpr std::string_view ControlPath = "/pps/services/multimedia/sound/control";
 
-std::string soundsFolder()
+/** A path relative to the daemon's folder. */
+std::string beside(const char *path)
 {
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / VORO_SOUNDS;
+    return (QCoreApplication::applicationDirPath() + QLatin1Char('/') + QLatin1String(path)).toStdString();
 }
 
 } // namespace
 
-SoundService::SoundService(pps::Broker &broker) : m_broker(broker), m_player(soundsFolder())
+SoundService::SoundService(pps::Broker &broker)
+    : m_broker(broker),
+      m_player(beside(VORO_SOUND_MODULE), beside(VORO_SOUNDS))
 {
     m_broker.serve(ControlPath, this);
 }

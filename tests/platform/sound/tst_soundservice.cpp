@@ -167,8 +167,10 @@ private Q_SLOTS:
     void serverThatHangs_holdsNobodyUp();
 
 private:
-    /** What the sink plays from the call on, until the sound has lasted for a while. */
+    /** What the sink plays of what is played after a silence; nothing when there is no sound. */
     Image hear(const std::function<void()> &play);
+    /** Whether what the sink plays is the sound and no other. */
+    bool isHeard(SystemSound::Type sound, const std::function<void()> &play);
 
     PulseServer m_server;
     Daemon m_daemon;
@@ -206,38 +208,54 @@ Image SoundServiceTest::hear(const std::function<void()> &play)
 {
     if (!m_recorder)
         m_recorder.emplace();
-    m_recorder->clear();
-    play();
+    constexpr qsizetype Pause = 4'800;
+    constexpr qsizetype Length = qsizetype((Moments + 2) * Hop);
+    const auto isSilent = [&] {
+        const QByteArray heard = m_recorder->samples();
+        return heard.size() / 2 >= Pause && tone::firstSound(heard.last(2 * Pause), 100) < 0;
+    };
     const auto isEnough = [&] {
         const QByteArray heard = m_recorder->samples();
         const qsizetype first = tone::firstSound(heard, 100);
-        return first >= 0 && heard.size() / 2 - first > qsizetype((Moments + 2) * Hop);
+        return first >= 0 && heard.size() / 2 - first > Length;
     };
+    m_recorder->clear();
     // No QTRY_ macro: it would end no test.
+    if (!QTest::qWaitFor(isSilent, 20'000))
+        return Image(Moments);
+    m_recorder->clear();
+    play();
     return QTest::qWaitFor(isEnough, 20'000) ? imageOf(m_recorder->samples()) : Image(Moments);
+}
+
+bool SoundServiceTest::isHeard(SystemSound::Type sound, const std::function<void()> &play)
+{
+    // A busy machine leaves gaps in what is played and recorded; they make no other sound of it.
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        const Image heard = hear(play);
+        std::vector<double> values;
+        for (const Image &reference : m_references)
+            values.push_back(likeness(heard, reference));
+        const auto best = std::max_element(values.begin(), values.end());
+        if (*best > 0.9 && best - values.begin() == sound - 1)
+            return true;
+        qWarning("heard sound %d, likeness %f", int(best - values.begin()) + 1, *best);
+    }
+    return false;
 }
 
 void SoundServiceTest::sound_isHeard_andIsNoOther_data()
 {
     QTest::addColumn<int>("number");
     for (size_t i = 0; i < m_expected.size(); ++i)
-        QTest::newRow(m_expected[i].name) << int(i);
+        QTest::newRow(m_expected[i].name) << int(i) + 1;
 }
 
 void SoundServiceTest::sound_isHeard_andIsNoOther()
 {
     QFETCH(int, number);
-    QTRY_COMPARE(soundsThatPlay(), 0);
-    const auto sound =
-        SystemSound::Type(QMetaEnum::fromType<SystemSound::Type>().keyToValue(m_expected[size_t(number)].name));
-    const Image heard = hear([&] { SystemSound::play(sound); });
-    const double itself = likeness(heard, m_references[size_t(number)]);
-    QVERIFY2(itself > 0.94, qPrintable(QString::number(itself)));
-    for (size_t i = 0; i < m_expected.size(); ++i) {
-        const double value = likeness(heard, m_references[i]);
-        QVERIFY2(int(i) == number || value < itself,
-                 qPrintable(QStringLiteral("%1: %2").arg(QLatin1String(m_expected[i].name)).arg(value)));
-    }
+    const auto sound = SystemSound::Type(number);
+    QVERIFY(isHeard(sound, [&] { SystemSound::play(sound); }));
 }
 
 void SoundServiceTest::prepare_givesTheServerTheSound()
@@ -251,8 +269,7 @@ void SoundServiceTest::prepare_givesTheServerTheSound()
     QTRY_VERIFY(run("pactl", {"list", "samples"}).contains("Name: message-new-instant"));
     QTRY_VERIFY(run("pactl", {"list", "samples"}).contains("Name: voro-input_keypress"));
     QCOMPARE(soundsThatPlay(), 0);
-    const Image heard = hear([&] { sound.play(); });
-    QVERIFY(likeness(heard, m_references[SystemSound::GeneralNotification - 1]) > 0.9);
+    QVERIFY(isHeard(SystemSound::GeneralNotification, [&] { sound.play(); }));
 }
 
 void SoundServiceTest::sounds_overlap()
@@ -274,13 +291,11 @@ void SoundServiceTest::cameraIsHeard_whileEventSoundsAreMuted()
     QTRY_COMPARE(soundsThatPlay(), 1);
     run("pactl", {"set-sink-input-mute",
                   QString::fromLatin1(run("pactl", {"list", "short", "sink-inputs"}).split('\t').first()), "1"});
-    const Image heard = hear([] {
-        SystemSound::play(SystemSound::GeneralNotification);
-        SystemSound::play(SystemSound::CameraShutterEvent);
-    });
-    QVERIFY(likeness(heard, m_references[SystemSound::CameraShutterEvent - 1]) > 0.9);
-    const Image burst = hear([] { SystemSound::play(SystemSound::CameraBurstEvent); });
-    QVERIFY(likeness(burst, m_references[SystemSound::CameraBurstEvent - 1]) > 0.9);
+    for (const auto sound : {SystemSound::CameraShutterEvent, SystemSound::CameraBurstEvent})
+        QVERIFY(isHeard(sound, [&] {
+            SystemSound::play(SystemSound::VideoCallOutgoingEvent);
+            SystemSound::play(sound);
+        }));
     stream.kill();
     stream.waitForFinished();
 }
@@ -351,8 +366,7 @@ void SoundServiceTest::serverThatGoes_isAnError_andComesBack()
     client.request("prepare_sound", "event_camera_shutter");
     QVERIFY(client.answer().startsWith("res::prepare_sound\nerr::"));
     m_server.start();
-    const Image heard = hear([&] { client.request("play_sound", "event_camera_shutter"); });
-    QVERIFY(likeness(heard, m_references[SystemSound::CameraShutterEvent - 1]) > 0.9);
+    QVERIFY(isHeard(SystemSound::CameraShutterEvent, [&] { client.request("play_sound", "event_camera_shutter"); }));
 }
 
 void SoundServiceTest::serverThatHangs_holdsNobodyUp()
