@@ -13,10 +13,12 @@ struct Command {
     ExitStatus (*run)(const Arguments &arguments);
 };
 
+extern const Command KeysCommand;
 extern const Command PlayCommand;
 extern const Command PpsCommand;
 extern const Command PublishCommand;
 extern const Command RecordCommand;
 extern const Command RemoteCommand;
+extern const Command SoundCommand;
 
 } // namespace voro

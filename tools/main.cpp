@@ -16,7 +16,8 @@ namespace voro {
 
 namespace {
 
-const std::array Commands{&PlayCommand, &RecordCommand, &PublishCommand, &RemoteCommand, &PpsCommand};
+const std::array Commands{&PlayCommand, &RecordCommand, &PublishCommand, &RemoteCommand,
+                          &KeysCommand, &SoundCommand,  &PpsCommand};
 
 QByteArray generalHelp()
 {

@@ -9,7 +9,8 @@ endfunction()
 file(REMOVE_RECURSE ${WORK})
 set(prefix "${WORK}/a prefix")
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
-foreach(file bin/voro bin/vorod bin/voro-renderer share/voro/sample.ogg include/voro/PpsObject.h
+foreach(file bin/voro bin/vorod bin/voro-renderer share/voro/sample.ogg
+        share/voro/sounds/input_keypress.wav lib/voro/sound.so include/voro/PpsObject.h
         include/multimedia/MediaPlayer.h lib/systemd/user/vorod.socket lib/systemd/user/vorod.service)
   if(NOT EXISTS ${prefix}/${file})
     message(FATAL_ERROR "${file} was not installed")

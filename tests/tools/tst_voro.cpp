@@ -47,6 +47,7 @@ public:
     /** Waits until the text is printed and forgets the output up to its end. */
     bool waitFor(const QByteArray &text)
     {
+        m_output += readAll();
         while (!m_output.contains(text)) {
             if (!waitForReadyRead(PatienceMs))
                 return false;
@@ -55,6 +56,9 @@ public:
         m_output.remove(0, m_output.indexOf(text) + text.size());
         return true;
     }
+
+    /** The output that is not forgotten. */
+    QByteArray rest() { return m_output + readAll(); }
 
     /** Interrupts it as ^C does; its exit status, or -1. */
     int interrupt()
@@ -99,6 +103,12 @@ private Q_SLOTS:
     void pps_watch_printsEveryChange_untilInterrupted();
     void pps_watch_fails_whenDaemonGoes();
     void pps_serve_receivesAndAnswers();
+
+    void keys_watch_tellsOfPresses_data();
+    void keys_watch_tellsOfPresses();
+    void keys_watch_fails_whenDaemonGoes();
+    void keys_press_isRefused_byTheService();
+    void sound_isListed_andRequested();
 
     void play_saysWhatIsWrong_andPlaysTheNext();
     void play_json_tellsTheWholeStory();
@@ -163,6 +173,21 @@ void tst_voro::unusableArguments_areRefusedByName_data()
     row(QStringLiteral("remote mute maybe"), "voro: remote: mute: 'maybe' is not on or off (see voro remote --help)");
     row(QStringLiteral("remote shuffle Unsupported"),
         "voro: remote: shuffle: 'Unsupported' is not one of Off, All (see voro remote --help)");
+    row(QStringLiteral("keys"), "voro: keys: watch or press is missing (see voro keys --help)");
+    row(QStringLiteral("keys hold Play"), "voro: keys: unknown action 'hold' (see voro keys --help)");
+    row(QStringLiteral("keys watch"), "voro: keys: watch: KEY is missing (see voro keys --help)");
+    row(QStringLiteral("keys press Play Stop"), "voro: keys: press: 'Stop' is too much (see voro keys --help)");
+    row(QStringLiteral("keys press None"), "voro: keys: press: 'None' is not one of FastForward, Pause, Play, "
+                                           "PlayPause, Rewind, Stop, VolumeDown, VolumeUp, "
+                                           "Previous, Next (see voro keys --help)");
+    row(QStringLiteral("keys watch Play --ms 3"), "voro: keys: watch has no --ms (see voro keys --help)");
+    row(QStringLiteral("keys press Play --json"), "voro: keys: press has no --json (see voro keys --help)");
+    row(QStringLiteral("keys press Play --ms long"),
+        "voro: keys: --ms: 'long' is not a whole number of milliseconds (see voro keys --help)");
+    row(QStringLiteral("keys watch Play --notification held"),
+        "voro: keys: --notification: 'held' is not one of Clicked, Threshold (see voro keys --help)");
+    row(QStringLiteral("sound"), "voro: sound: NAME or list is missing (see voro sound --help)");
+    row(QStringLiteral("sound list all"), "voro: sound: 'all' is too much (see voro sound --help)");
 }
 
 void tst_voro::unusableArguments_areRefusedByName()
@@ -221,6 +246,11 @@ void tst_voro::commands_fail_withoutDaemon_data()
     QTest::newRow("record") << QStringList{QStringLiteral("record"), QStringLiteral("/no-such-folder/a.wav")}
                             << QByteArray("voro: record: a.wav: InvalidState");
     QTest::newRow("publish") << QStringList{QStringLiteral("publish")} << QByteArray("voro: publish: Internal");
+    for (const char *action : {"watch", "press"})
+        QTest::newRow(action) << QStringList{QStringLiteral("keys"), QLatin1String(action), QStringLiteral("Play")}
+                              << QByteArray("voro: keys: ");
+    QTest::newRow("sound") << QStringList{QStringLiteral("sound"), QStringLiteral("InputKeypress")}
+                           << QByteArray("voro: sound: there is no sound service");
     for (const char *command : {"next", "volume-up", "repeat"})
         QTest::newRow(command) << QStringList{QStringLiteral("remote"), QLatin1String(command)}
                                << QByteArray("voro: remote: Write");
@@ -351,6 +381,82 @@ void tst_voro::pps_serve_receivesAndAnswers()
     QVERIFY(serve.waitFor("-@control."));
     QCOMPARE(serve.interrupt(), 0);
     QVERIFY(client.waitFor("voro: pps: /pps/test/control: "));
+}
+
+void tst_voro::keys_watch_tellsOfPresses_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArrayList>("expected");
+    QTest::newRow("clicked") << QStringList() << QByteArrayList{"long press\nshort press\nshort press\n"};
+    QTest::newRow("threshold") << QStringList{QStringLiteral("--notification"), QStringLiteral("threshold")}
+                               << QByteArrayList{"long press\nshort press\n"};
+    const QByteArray end(",\"key\":\"VolumeUp\"}\n");
+    QTest::newRow("json") << QStringList{QStringLiteral("--json")}
+                          << QByteArrayList{"\"longPress\"" + end, "\"mediumPress\"" + end, "\"shortPress\"" + end,
+                                            "\"shortPress\"" + end};
+}
+
+void tst_voro::keys_watch_tellsOfPresses()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QByteArrayList, expected);
+    const Daemon daemon;
+    const auto press = [](const char *ms) {
+        return voro({QStringLiteral("keys"), QStringLiteral("press"), QStringLiteral("volumeup"),
+                     QStringLiteral("--ms"), QLatin1String(ms)})
+            .status;
+    };
+    RunningVoro watch(QStringList{QStringLiteral("keys"), QStringLiteral("watch"), QStringLiteral("VolumeUp")}
+                      + options);
+    // It does not say when it has begun to watch.
+    while (watch.bytesAvailable() == 0) {
+        QCOMPARE(press("0"), 0);
+        watch.waitForReadyRead(100);
+    }
+    QCOMPARE(press("801"), 0);
+    QCOMPARE(press("0"), 0);
+    for (const QByteArray &text : std::as_const(expected))
+        QVERIFY(watch.waitFor(text));
+    QCOMPARE(watch.interrupt(), 0);
+    QCOMPARE(watch.rest(), QByteArray());
+}
+
+void tst_voro::keys_watch_fails_whenDaemonGoes()
+{
+    Daemon daemon;
+    RunningVoro watch(
+        {QStringLiteral("keys"), QStringLiteral("watch"), QStringLiteral("Play"), QStringLiteral("--json")});
+    while (watch.bytesAvailable() == 0) {
+        QCOMPARE(voro({QStringLiteral("keys"), QStringLiteral("press"), QStringLiteral("Play")}).status, 0);
+        watch.waitForReadyRead(100);
+    }
+    daemon.kill();
+    QVERIFY(watch.waitFor("voro: keys: "));
+    QVERIFY(watch.state() == QProcess::NotRunning || watch.waitForFinished(PatienceMs));
+    QCOMPARE(watch.exitCode(), 1);
+}
+
+void tst_voro::keys_press_isRefused_byTheService()
+{
+    const Daemon daemon;
+    const Result result = voro({QStringLiteral("keys"), QStringLiteral("press"), QStringLiteral("Play"),
+                                QStringLiteral("--ms"), QStringLiteral("60001")});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.err, QByteArray("voro: keys: bad length\n"));
+}
+
+void tst_voro::sound_isListed_andRequested()
+{
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({QStringLiteral("PULSE_SERVER=unix:/nonexistent")}));
+    const Result list = voro({QStringLiteral("sound"), QStringLiteral("list")});
+    QCOMPARE(list.status, 0);
+    const QByteArrayList names = list.out.trimmed().split('\n');
+    QCOMPARE(names.size(), 16);
+    // Without a sound server a sound is silent, and that is no error.
+    const Result played = voro({QStringLiteral("sound"), QString::fromLatin1(names.last())});
+    QCOMPARE(played.status, 0);
+    QCOMPARE(played.err, QByteArray());
 }
 
 void tst_voro::play_saysWhatIsWrong_andPlaysTheNext()

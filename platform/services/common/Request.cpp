@@ -18,7 +18,7 @@ Request parseRequest(std::string_view text)
 std::string makeFailure(std::string_view command, std::string_view problem)
 {
     // What a client calls its command comes back to it, but not at any length.
-    constexpr size_t MaximumCommandName = 64;
+    constexpr size_t MaximumCommandName = 255;
     std::string lines;
     pps::appendText(lines, "res", command.substr(0, MaximumCommandName));
     pps::appendText(lines, "err", problem);

@@ -1,5 +1,7 @@
 #include "ControllerService.h"
 
+#include <services/common/Request.h>
+
 namespace voro::nowplaying {
 
 namespace {
@@ -92,7 +94,7 @@ void ControllerService::clientMessage(pps::ClientId client, std::string_view tex
     } else {
         m_listener.commanded(parseCommand(message), [this, client, name](const QString &problem) {
             if (!problem.isEmpty()) {
-                m_broker.send(client, view(makeFailure(name, problem)));
+                m_broker.send(client, makeFailure(name.toStdString(), problem.toStdString()));
             }
         });
     }

@@ -10,7 +10,6 @@ namespace {
 
 /** A name travels to others in every message about the role. */
 constexpr qsizetype MaximumName = 1024;
-constexpr qsizetype MaximumCommandName = 255;
 /** With texts of this length no update is too long, however they are written. */
 constexpr qsizetype ShortText = 2000;
 
@@ -89,11 +88,6 @@ QByteArray makeUpdate(const Metadata &metadata)
         shortened.artwork.clear();
     }
     return makeMessage("md_update", shortened.toMap());
-}
-
-QByteArray makeFailure(const QString &command, const QString &problem)
-{
-    return PpsObject::encode({{"res", command.left(MaximumCommandName)}, {"err", problem}, {"error", problem}});
 }
 
 bool parseRegistration(const QVariant &data, Registration &registration, QString &problem)

@@ -16,8 +16,6 @@ QVariantMap parseMessage(std::string_view text);
 QByteArray makeMessage(const QString &name, const QVariant &data);
 /** The lines of an "md_update". Texts are shortened when the message would be too long otherwise. */
 QByteArray makeUpdate(const Metadata &metadata);
-/** The lines that tell a controller that its command failed. */
-QByteArray makeFailure(const QString &command, const QString &problem);
 
 inline std::string_view view(const QByteArray &bytes)
 {

@@ -14,11 +14,7 @@ constexpr size_t MaximumWaiting = 64;
 
 } // namespace
 
-Player::Player(std::string modulePath, std::string folder)
-    : m_modulePath(std::move(modulePath)),
-      m_folder(std::move(folder)),
-      m_shared(std::make_shared<Shared>())
-{}
+Player::Player(std::string folder) : m_folder(std::move(folder)), m_shared(std::make_shared<Shared>()) {}
 
 Player::~Player()
 {
@@ -41,16 +37,14 @@ bool Player::perform(Action action, const Sound &sound, Done done)
     m_shared->changed.notify_all();
     if (!m_isStarted) {
         m_isStarted = true;
-        std::thread([shared = m_shared, modulePath = m_modulePath, folder = m_folder] {
-            run(shared, modulePath, folder);
-        }).detach();
+        std::thread([shared = m_shared, folder = m_folder] { run(shared, folder); }).detach();
     }
     return true;
 }
 
-void Player::run(const std::shared_ptr<Shared> &shared, const std::string &modulePath, const std::string &folder)
+void Player::run(const std::shared_ptr<Shared> &shared, const std::string &folder)
 {
-    auto server = loadSoundServer(modulePath, folder);
+    auto server = loadSoundServer(folder);
     std::unique_lock lock(shared->mutex);
     for (;;) {
         shared->changed.wait(lock, [&] { return shared->isEnding || !shared->tasks.empty(); });

@@ -21,7 +21,7 @@ public:
     using Done = std::function<void(std::string_view problem)>;
 
     /** The sounds of the project's own lie in the folder. */
-    Player(std::string modulePath, std::string folder);
+    explicit Player(std::string folder);
     /** Lets a thread that is stuck go on without it. No `done` is called any more. */
     ~Player();
     Player(const Player &) = delete;
@@ -44,9 +44,8 @@ private:
         bool isEnding = false;
         bool hasEnded = false;
     };
-    static void run(const std::shared_ptr<Shared> &shared, const std::string &modulePath, const std::string &folder);
+    static void run(const std::shared_ptr<Shared> &shared, const std::string &folder);
 
-    const std::string m_modulePath;
     const std::string m_folder;
     std::shared_ptr<Shared> m_shared;
     bool m_isStarted = false;

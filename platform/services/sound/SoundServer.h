@@ -28,6 +28,6 @@ public:
 using MakeSoundServer = SoundServer *(const std::string &folder);
 
 /** Loads the module; null, and a line in the log, when that fails. */
-std::unique_ptr<SoundServer> loadSoundServer(const std::string &modulePath, const std::string &folder);
+std::unique_ptr<SoundServer> loadSoundServer(const std::string &folder);
 
 } // namespace voro::sound

@@ -10,17 +10,14 @@ namespace {
 
 constexpr std::string_view ControlPath = "/pps/services/multimedia/sound/control";
 
-/** A path relative to the daemon's folder. */
-std::string beside(const char *path)
+std::string soundsFolder()
 {
-    return (QCoreApplication::applicationDirPath() + QLatin1Char('/') + QLatin1String(path)).toStdString();
+    return (QCoreApplication::applicationDirPath() + QLatin1String("/" VORO_SOUNDS)).toStdString();
 }
 
 } // namespace
 
-SoundService::SoundService(pps::Broker &broker)
-    : m_broker(broker),
-      m_player(beside(VORO_SOUND_MODULE), beside(VORO_SOUNDS))
+SoundService::SoundService(pps::Broker &broker) : m_broker(broker), m_player(soundsFolder())
 {
     m_broker.serve(ControlPath, this);
 }

@@ -543,7 +543,7 @@ void MediaKeysTest::badMessage_isRefused_data()
     };
     QTest::newRow("unknown command") << true << QByteArray("msg::hold") << failure("hold", "unknown command");
     QTest::newRow("long command") << true << "msg::" + QByteArray(1000, 'x')
-                                  << failure(QByteArray(64, 'x'), "unknown command");
+                                  << failure(QByteArray(255, 'x'), "unknown command");
     QTest::newRow("press without data") << true << QByteArray("msg::press") << failure("press", "unknown key");
     const std::pair<const char *, const char *> presses[] = {
         {R"({"key":"mute","ms":0})", "unknown key"},

@@ -1,0 +1,65 @@
+// voro sound: plays a system sound.
+
+#include "Command.h"
+#include "LogFilter.h"
+#include "Output.h"
+
+#include <multimedia/SystemSound.h>
+
+namespace voro {
+
+namespace {
+
+using multimedia::SystemSound;
+
+ExitStatus list()
+{
+    const QMetaEnum sounds = QMetaEnum::fromType<SystemSound::Type>();
+    for (int i = 0; i < sounds.keyCount(); ++i)
+        if (sounds.value(i) != SystemSound::None)
+            print(QByteArray(sounds.key(i)) + '\n');
+    return Success;
+}
+
+ExitStatus play(SystemSound::Type type)
+{
+    LogFilter log([] {});
+    const bool isRefused = log.run([type] {
+        SystemSound sound;
+        const bool isConnected = sound.setSound(type);
+        sound.play();
+        return !isConnected;
+    });
+    if (isRefused)
+        complain(QStringLiteral("sound: there is no sound service"));
+    return isRefused ? Failure : Success;
+}
+
+ExitStatus run(const Arguments &arguments)
+{
+    const QByteArrayList &operands = arguments.operands();
+    if (operands.isEmpty())
+        throw UsageError{QStringLiteral("NAME or list is missing")};
+    if (operands.size() > 1)
+        throw UsageError{QStringLiteral("'%1' is too much").arg(QString::fromLocal8Bit(operands.at(1)))};
+    if (operands.first() == "list")
+        return list();
+    return play(enumeratorFrom<SystemSound>("NAME", operands.first(), {"None"}));
+}
+
+} // namespace
+
+const Command SoundCommand{
+    .help =
+        {
+            .name = "sound",
+            .synopsis = "NAME|list",
+            .summary = "plays a system sound",
+            .details = "  NAME    plays the system sound of that name\n"
+                       "  list    prints the names",
+            .options = {},
+        },
+    .run = run,
+};
+
+} // namespace voro
