@@ -11,6 +11,8 @@
 
 #include <QtCore/QFile>
 
+#include <functional>
+
 namespace voro::multimedia {
 
 namespace {
@@ -59,16 +61,22 @@ constexpr Command Commands[] = {
 } // namespace
 
 NowPlayingConnectionPrivate::NowPlayingConnectionPrivate(NowPlayingConnection *connection)
-    : QObject(connection),
+    : PrivateObject(connection),
       m_control(new voro::PpsObject(QStringLiteral("/pps/services/multimedia/mediaplayer/control"), this)),
-      m_connectionName(QStringLiteral("NPC:%1").arg(MediaUtils::instance()->generateUniqueId())),
-      q(connection)
+      m_connectionName(QStringLiteral("NPC:%1").arg(MediaUtils::instance()->generateUniqueId()))
 {
     TRACE_FUNCTION();
     connect(m_control, &voro::PpsObject::readyRead, this, &NowPlayingConnectionPrivate::onReceivedPPSData);
     // Queued, so that nothing is published from inside a setter.
     connect(
         this, &NowPlayingConnectionPrivate::invalidate, this, [this] { onInvalidate(); }, Qt::QueuedConnection);
+}
+
+void NowPlayingConnectionPrivate::end()
+{
+    TRACE_FUNCTION();
+    if (becomeOrphan() && m_control->isOpen())
+        m_control->close();
 }
 
 // NowPlayingConnectionPrivate: the role
@@ -113,7 +121,8 @@ MediaError::Type NowPlayingConnectionPrivate::revoke()
             error = MediaError::Internal;
         }
         announce(tracer, "revoked");
-        Q_EMIT q->revoked();
+        if (const Emission to{this})
+            Q_EMIT to->revoked();
     }
     m_acquired = false;
     return error;
@@ -188,7 +197,8 @@ MediaError::Type NowPlayingConnectionPrivate::handleAcquireResult(const QVariant
     if (!sendMediaState(m_mediaState))
         WARNING_LINE << "Unable to send initial meta data.";
     announce(tracer, "acquired");
-    Q_EMIT q->acquired();
+    if (const Emission to{this})
+        Q_EMIT to->acquired();
     return MediaError::None;
 }
 
@@ -328,7 +338,8 @@ void NowPlayingConnectionPrivate::handleRevoke(const FunctionTracer &tracer, con
         DEBUG_LINE << "  by: pid=" << m_lastRevokingConnectionPid << ", name=" << m_lastRevokingConnectionName;
     }
     announce(tracer, "revoked");
-    Q_EMIT q->revoked();
+    if (const Emission to{this})
+        Q_EMIT to->revoked();
 }
 
 void NowPlayingConnectionPrivate::handleTrackMessage(const FunctionTracer &tracer, const QVariant &data)
@@ -350,7 +361,8 @@ void NowPlayingConnectionPrivate::handleTrackMessage(const FunctionTracer &trace
         if (text != QLatin1String(command.data))
             continue;
         announce(tracer, command.name);
-        Q_EMIT(q->*command.signal)();
+        if (const Emission to{this})
+            Q_EMIT std::invoke(command.signal, q);
         return;
     }
     const QVariantMap map = data.toMap();
@@ -368,7 +380,8 @@ void NowPlayingConnectionPrivate::setControllerActive(const FunctionTracer &trac
     if (!replace(m_controllerActive, controllerActive))
         return;
     announce(tracer, "controllerActiveChanged", "controllerActive", controllerActive);
-    Q_EMIT q->controllerActiveChanged(controllerActive);
+    if (const Emission to{this})
+        Q_EMIT to->controllerActiveChanged(controllerActive);
 }
 
 void NowPlayingConnectionPrivate::requestRepeat(const FunctionTracer &tracer, const QVariantMap &command)
@@ -376,7 +389,8 @@ void NowPlayingConnectionPrivate::requestRepeat(const FunctionTracer &tracer, co
     const auto value = command.find(QStringLiteral("value"));
     if (value == command.end()) {
         announce(tracer, "repeat");
-        Q_EMIT q->repeat();
+        if (const Emission to{this})
+            Q_EMIT to->repeat();
         return;
     }
     bool ok = false;
@@ -386,7 +400,8 @@ void NowPlayingConnectionPrivate::requestRepeat(const FunctionTracer &tracer, co
         return;
     }
     announce(tracer, "repeat", "repeatMode", repeatMode);
-    Q_EMIT q->repeatRequest(repeatMode);
+    if (const Emission to{this})
+        Q_EMIT to->repeatRequest(repeatMode);
 }
 
 void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, const QVariantMap &command)
@@ -394,7 +409,8 @@ void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, c
     const auto value = command.find(QStringLiteral("value"));
     if (value == command.end()) {
         announce(tracer, "shuffle");
-        Q_EMIT q->shuffle();
+        if (const Emission to{this})
+            Q_EMIT to->shuffle();
         return;
     }
     bool ok = false;
@@ -405,7 +421,8 @@ void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, c
         return;
     }
     announce(tracer, "shuffle", "shuffleMode", shuffleMode);
-    Q_EMIT q->shuffleRequest(shuffleMode);
+    if (const Emission to{this})
+        Q_EMIT to->shuffleRequest(shuffleMode);
 }
 
 // NowPlayingConnectionPrivate: the service's spelling
@@ -501,6 +518,7 @@ NowPlayingConnection::NowPlayingConnection(const QString &connectionName, Priori
 NowPlayingConnection::~NowPlayingConnection()
 {
     TRACE_FUNCTION();
+    d->end();
 }
 
 MediaError::Type NowPlayingConnection::acquire()
@@ -560,8 +578,11 @@ void NowPlayingConnection::setDuration(unsigned int duration)
     d->m_duration = duration;
     Q_EMIT d->invalidate();
     announce(tracer, "durationChanged", "duration", d->m_duration);
-    Q_EMIT durationChanged(d->m_duration);
-    Q_EMIT durationChanged(QVariant(d->m_duration));
+    const Emission to{d};
+    if (to)
+        Q_EMIT to->durationChanged(d->m_duration);
+    if (to)
+        Q_EMIT to->durationChanged(QVariant(d->m_duration));
 }
 
 void NowPlayingConnection::setDurationQml(const QVariant &duration)
@@ -584,8 +605,11 @@ void NowPlayingConnection::setPosition(unsigned int position)
     d->m_position = position;
     Q_EMIT d->invalidate();
     announce(tracer, "positionChanged", "position", d->m_position);
-    Q_EMIT positionChanged(d->m_position);
-    Q_EMIT positionChanged(QVariant(d->m_position));
+    const Emission to{d};
+    if (to)
+        Q_EMIT to->positionChanged(d->m_position);
+    if (to)
+        Q_EMIT to->positionChanged(QVariant(d->m_position));
 }
 
 void NowPlayingConnection::setPositionQml(const QVariant &position)
@@ -683,8 +707,11 @@ void NowPlayingConnection::setAudioManagerHandle(unsigned int audioManagerHandle
     }
     d->updateRegistration();
     announce(tracer, "audioManagerHandleChanged", "audioManagerHandle", audioManagerHandle);
-    Q_EMIT audioManagerHandleChanged(audioManagerHandle);
-    Q_EMIT audioManagerHandleChanged(QVariant(audioManagerHandle));
+    const Emission to{d};
+    if (to)
+        Q_EMIT to->audioManagerHandleChanged(audioManagerHandle);
+    if (to)
+        Q_EMIT to->audioManagerHandleChanged(QVariant(audioManagerHandle));
 }
 
 void NowPlayingConnection::setAudioManagerHandleQml(const QVariant &handle)

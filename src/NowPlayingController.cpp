@@ -164,15 +164,21 @@ bool takeFields(const FunctionTracer &tracer, const QStringList &fields, const Q
 } // namespace
 
 NowPlayingControllerPrivate::NowPlayingControllerPrivate(NowPlayingController *controller)
-    : QObject(controller),
+    : PrivateObject(controller),
       m_metaData{{QLatin1String(MetaData::Artist), QString()},
                  {QLatin1String(MetaData::Album), QString()},
                  {QLatin1String(MetaData::Title), QString()}},
-      m_control(new voro::PpsObject(PPS_CONTROLLER_PATHNAME, this)),
-      q(controller)
+      m_control(new voro::PpsObject(PPS_CONTROLLER_PATHNAME, this))
 {
     TRACE_FUNCTION();
     connect(m_control, &voro::PpsObject::readyRead, this, &NowPlayingControllerPrivate::onReceivedMetaData);
+}
+
+void NowPlayingControllerPrivate::end()
+{
+    TRACE_FUNCTION();
+    if (becomeOrphan() && m_control->isOpen())
+        m_control->close();
 }
 
 // NowPlayingControllerPrivate: commands
@@ -376,22 +382,23 @@ void NowPlayingControllerPrivate::onReceivedMetaData()
     }
     QVariantMap result;
     processPpsRead(map.value(ControlName).toMap(), result);
+    const Emission to{this};
     if (result.value(STATE_TRACKCHANGE).toBool()) {
         announce(tracer, "trackChanged");
-        Q_EMIT q->trackChanged();
+        Q_EMIT to->trackChanged();
     }
-    if (learn(tracer, result, PROPERTY_STATE, m_mediaState, "mediaStateChanged", "mediaState"))
-        Q_EMIT q->mediaStateChanged(m_mediaState);
+    if (takeField(tracer, result, PROPERTY_STATE, m_mediaState, "mediaStateChanged", "mediaState"))
+        Q_EMIT to->mediaStateChanged(m_mediaState);
     if (result.contains(MSG_UPDATE))
         takeUpdate(tracer, result.value(MSG_UPDATE).toMap());
 }
 
 template<typename Value>
-bool NowPlayingControllerPrivate::learn(const FunctionTracer &tracer, const QVariantMap &update, QLatin1String field,
-                                        Value &cached, const char *signal, const char *name)
+bool NowPlayingControllerPrivate::takeField(const FunctionTracer &tracer, const QVariantMap &update,
+                                            QLatin1String field, Value &cached, const char *signal, const char *name)
 {
     const auto found = update.find(field);
-    if (found == update.end() || !replace(cached, found->template value<Value>()))
+    if (found == update.end() || !learn(cached, found->template value<Value>()))
         return false;
     announce(tracer, signal, name, cached);
     return true;
@@ -399,32 +406,35 @@ bool NowPlayingControllerPrivate::learn(const FunctionTracer &tracer, const QVar
 
 void NowPlayingControllerPrivate::takeUpdate(const FunctionTracer &tracer, const QVariantMap &update)
 {
-    if (learn(tracer, update, PROPERTY_NEXTENABLED, m_nextEnabled, "nextEnabledChanged", "nextEnabled"))
-        Q_EMIT q->nextEnabledChanged(m_nextEnabled);
-    if (learn(tracer, update, PROPERTY_PREVENABLED, m_previousEnabled, "previousEnabledChanged", "prevEnabled"))
-        Q_EMIT q->previousEnabledChanged(m_previousEnabled);
-    if (learn(tracer, update, PROPERTY_DURATION, m_duration, "durationChanged", "duration")) {
-        Q_EMIT q->durationChanged(m_duration);
-        Q_EMIT q->durationChanged(QVariant(m_duration));
+    const Emission to{this};
+    if (takeField(tracer, update, PROPERTY_NEXTENABLED, m_nextEnabled, "nextEnabledChanged", "nextEnabled"))
+        Q_EMIT to->nextEnabledChanged(m_nextEnabled);
+    if (takeField(tracer, update, PROPERTY_PREVENABLED, m_previousEnabled, "previousEnabledChanged", "prevEnabled"))
+        Q_EMIT to->previousEnabledChanged(m_previousEnabled);
+    if (takeField(tracer, update, PROPERTY_DURATION, m_duration, "durationChanged", "duration")) {
+        Q_EMIT to->durationChanged(m_duration);
+        if (to)
+            Q_EMIT to->durationChanged(QVariant(m_duration));
     }
-    if (learn(tracer, update, PROPERTY_REPEATMODE, m_repeatMode, "repeatModeChanged", "repeatMode"))
-        Q_EMIT q->repeatModeChanged(m_repeatMode);
-    if (learn(tracer, update, PROPERTY_SHUFFLEMODE, m_shuffleMode, "shuffleModeChanged", "shuffleMode"))
-        Q_EMIT q->shuffleModeChanged(m_shuffleMode);
-    if (learn(tracer, update, PROPERTY_POSITION, m_position, "positionChanged", "position")) {
-        Q_EMIT q->positionChanged(m_position);
-        Q_EMIT q->positionChanged(QVariant(m_position));
+    if (takeField(tracer, update, PROPERTY_REPEATMODE, m_repeatMode, "repeatModeChanged", "repeatMode"))
+        Q_EMIT to->repeatModeChanged(m_repeatMode);
+    if (takeField(tracer, update, PROPERTY_SHUFFLEMODE, m_shuffleMode, "shuffleModeChanged", "shuffleMode"))
+        Q_EMIT to->shuffleModeChanged(m_shuffleMode);
+    if (takeField(tracer, update, PROPERTY_POSITION, m_position, "positionChanged", "position")) {
+        Q_EMIT to->positionChanged(m_position);
+        if (to)
+            Q_EMIT to->positionChanged(QVariant(m_position));
     }
-    if (update.contains(PROPERTY_ARTWORK) && replace(m_iconUrl, update.value(PROPERTY_ARTWORK))) {
+    if (update.contains(PROPERTY_ARTWORK) && learn(m_iconUrl, update.value(PROPERTY_ARTWORK))) {
         const QUrl iconUrl = m_iconUrl.toUrl();
         announce(tracer, "iconUrlChanged", "iconUrl", LoggedUrl(iconUrl));
-        Q_EMIT q->iconUrlChanged(iconUrl);
+        Q_EMIT to->iconUrlChanged(iconUrl);
     }
     const QVariantMap metaData = metaDataOf(update);
-    if (!metaData.isEmpty() && replace(m_metaData, metaData)) {
+    if (!metaData.isEmpty() && learn(m_metaData, metaData)) {
         DEBUG_LINE << "new metadata: " << m_metaData;
         announce(tracer, "metaDataChanged");
-        Q_EMIT q->metaDataChanged(m_metaData);
+        Q_EMIT to->metaDataChanged(m_metaData);
     }
 }
 
@@ -477,6 +487,7 @@ NowPlayingController::NowPlayingController(QObject *parent) : QObject(parent), d
 NowPlayingController::~NowPlayingController()
 {
     TRACE_FUNCTION();
+    d->end();
 }
 
 void NowPlayingController::connectNotify(const QMetaMethod &signal)

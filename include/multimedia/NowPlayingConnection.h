@@ -26,8 +26,7 @@ class NowPlayingConnectionPrivate;
  * State, metadata and the rest may be set at any time. They are published while the role is held: the state at once,
  * everything else from the event loop and only while a controller is interested.
  *
- * A connection is used on the thread that owns it. A slot of one of its signals must not delete it; deleteLater() is
- * safe.
+ * A connection is used on the thread that owns it. It may be destroyed in a slot of any of its own signals.
  */
 class VOROMULTIMEDIA_EXPORT NowPlayingConnection : public QObject {
     Q_OBJECT

@@ -24,8 +24,7 @@ class NowPlayingControllerPrivate;
  * published last. While nothing is connected each getter asks the service and blocks until it has answered, without a
  * limit.
  *
- * A controller is used on the thread that owns it. A slot of one of its signals must not delete it; deleteLater() is
- * safe.
+ * A controller is used on the thread that owns it. It may be destroyed in a slot of any of its own signals.
  */
 class VOROMULTIMEDIA_EXPORT NowPlayingController : public QObject {
     Q_OBJECT

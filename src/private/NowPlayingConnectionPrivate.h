@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PrivateObject.h"
+
 #include <multimedia/NowPlayingConnection.h>
 
 #include <QtCore/QUrl>
@@ -14,10 +16,13 @@ namespace voro::multimedia {
 class FunctionTracer;
 
 /** What a now-playing connection is made of: its channel to the service, and what is to be published. */
-class NowPlayingConnectionPrivate : public QObject {
+class NowPlayingConnectionPrivate : public PrivateObject<NowPlayingConnection> {
     Q_OBJECT
 public:
     explicit NowPlayingConnectionPrivate(NowPlayingConnection *connection);
+
+    /** Gives the role up when the public object goes. */
+    void end();
 
     MediaError::Type acquire();
     MediaError::Type revoke();
@@ -91,7 +96,6 @@ private:
     PriorityLevel::Type m_priorityLevel = PriorityLevel::Low;
     /** A registration was written once. */
     bool m_registered = false;
-    NowPlayingConnection *q;
 };
 
 } // namespace voro::multimedia

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PrivateObject.h"
+
 #include <multimedia/NowPlayingController.h>
 
 #include <QtCore/QStringList>
@@ -14,10 +16,13 @@ namespace voro::multimedia {
 class FunctionTracer;
 
 /** What a now-playing controller is made of: its subscription, and what was published last. */
-class NowPlayingControllerPrivate : public QObject {
+class NowPlayingControllerPrivate : public PrivateObject<NowPlayingController> {
     Q_OBJECT
 public:
     explicit NowPlayingControllerPrivate(NowPlayingController *controller);
+
+    /** Ends the subscription when the public object goes. */
+    void end();
 
     /** Sends a command to the service, as text of the messages' own form. */
     MediaError::Type command(const QString &text) const;
@@ -68,10 +73,10 @@ private:
     /** A field from the cache while subscribed, else from the service. */
     template<typename Value>
     Value value(QLatin1String field, const Value &cached);
-    /** Takes a field of an update over; false when it is not there or known. */
+    /** Takes a field of an update over; false when it is not there or known, or nobody is there to be told. */
     template<typename Value>
-    static bool learn(const FunctionTracer &tracer, const QVariantMap &update, QLatin1String field, Value &cached,
-                      const char *signal, const char *name);
+    bool takeField(const FunctionTracer &tracer, const QVariantMap &update, QLatin1String field, Value &cached,
+                   const char *signal, const char *name);
     void takeUpdate(const FunctionTracer &tracer, const QVariantMap &update);
 
     QVariant m_iconUrl = QString();
@@ -85,7 +90,6 @@ private:
     QVariantMap m_metaData;
     voro::PpsObject *m_control;
     bool m_isCountDue = false;
-    NowPlayingController *q;
 };
 
 } // namespace voro::multimedia

@@ -110,6 +110,9 @@ private Q_SLOTS:
     void keys_press_isRefused_byTheService();
     void sound_isListed_andRequested();
 
+    void publish_andRemote_understandEachOther();
+    void publish_losesTheRole_andTakesItAgain();
+
     void play_saysWhatIsWrong_andPlaysTheNext();
     void play_json_tellsTheWholeStory();
     void play_doesWhatTheRemoteAsks_alsoWithoutTheRole();
@@ -457,6 +460,58 @@ void tst_voro::sound_isListed_andRequested()
     const Result played = voro({QStringLiteral("sound"), QString::fromLatin1(names.last())});
     QCOMPARE(played.status, 0);
     QCOMPARE(played.err, QByteArray());
+}
+
+void tst_voro::publish_andRemote_understandEachOther()
+{
+    const Daemon daemon;
+    RunningVoro publish({QStringLiteral("publish"), QStringLiteral("--name=demo"), QStringLiteral("--title=A song"),
+                         QStringLiteral("--duration=60000"), QStringLiteral("--state=started")});
+    QVERIFY(publish.waitFor("acquired\n"));
+    RunningVoro watch({QStringLiteral("remote"), QStringLiteral("--json"), QStringLiteral("watch")});
+    QVERIFY(publish.waitFor("watched\n"));
+    QVERIFY(watch.waitFor("\"title\":\"A song\""));
+    for (const char *command :
+         {"play", "pause", "stop", "next", "previous", "forward", "rewind", "repeat", "shuffle"}) {
+        QCOMPARE(voro({QStringLiteral("remote"), QLatin1String(command)}).status, 0);
+        QVERIFY2(publish.waitFor(QByteArray(command) + '\n'), command);
+    }
+    QCOMPARE(voro({QStringLiteral("remote"), QStringLiteral("repeat"), QStringLiteral("all")}).status, 0);
+    QVERIFY(publish.waitFor("repeat All\n"));
+    publish.write("bogus\nstate odd\nposition 7\nrepeat track\nstate Paused\n");
+    QVERIFY(publish.waitFor("voro: publish: unknown line 'bogus'\nvoro: publish: state: 'odd' is not one of "));
+    QVERIFY(watch.waitFor("\"mediaState\":\"Paused\""));
+    QVERIFY(watch.waitFor("\"repeatMode\":\"Track\""));
+    QCOMPARE(voro({QStringLiteral("remote"), QStringLiteral("status")}).out,
+             QByteArray("state: Paused\ntitle: A song\nduration: 60000\nposition: 7\nnext: true\nprevious: true\n"
+                        "repeat: Track\nshuffle: Off\n"));
+    publish.write("track\n");
+    QVERIFY(publish.waitForBytesWritten(PatienceMs));
+    QVERIFY(watch.waitFor("\"signal\":\"trackChanged\"}"));
+    publish.write("revoke\n");
+    QVERIFY(publish.waitFor("revoked\n"));
+    QVERIFY(watch.waitFor("\"mediaState\":\"Stopped\""));
+    QCOMPARE(watch.interrupt(), 0);
+    // A line was refused.
+    QCOMPARE(publish.interrupt(), 1);
+}
+
+void tst_voro::publish_losesTheRole_andTakesItAgain()
+{
+    const Daemon daemon;
+    RunningVoro publish({QStringLiteral("publish")});
+    QVERIFY(publish.waitFor("acquired\n"));
+    RunningVoro other({QStringLiteral("publish"), QStringLiteral("--name=other"), QStringLiteral("--priority=high"),
+                       QStringLiteral("--json")});
+    QVERIFY(other.waitFor("\"signal\":\"acquired\"}\n"));
+    QVERIFY(publish.waitFor("revoked by other (process " + QByteArray::number(other.processId()) + ")\n"));
+    publish.write("acquire\n");
+    QVERIFY(publish.waitFor("voro: publish: ResourceUnavailable\n"));
+    other.write("revoke\nquit\n");
+    QVERIFY(other.waitForFinished(PatienceMs));
+    QCOMPARE(other.exitCode(), 0);
+    publish.write("acquire\n");
+    QVERIFY(publish.waitFor("acquired\n"));
 }
 
 void tst_voro::play_saysWhatIsWrong_andPlaysTheNext()

@@ -9,6 +9,7 @@
 #include <QtTest/QtTest>
 
 #include <functional>
+#include <memory>
 
 using namespace voro::multimedia;
 
@@ -63,7 +64,8 @@ struct Fixture {
     voro::test::LogCatcher log;
     RuntimeBroker broker;
     ScriptedService service{broker, ControlPath};
-    C connection{QStringLiteral("player")};
+    std::unique_ptr<C> owned = std::make_unique<C>(QStringLiteral("player"));
+    C &connection = *owned;
     SignalLog emitted{&connection, trace};
 };
 
@@ -107,6 +109,8 @@ private Q_SLOTS:
     void metaData();
     void metaData_isPublished_onlyForWatcher();
     void state_isPublished_onlyWhenAcquired();
+    void connection_mayGo_inEachSlot_data();
+    void connection_mayGo_inEachSlot();
 };
 
 void NowPlayingConnectionTest::metaObject_isAsDeclared()
@@ -602,6 +606,70 @@ void NowPlayingConnectionTest::state_isPublished_onlyWhenAcquired()
     QCOMPARE(f.service.next(3).last(), QStringLiteral("dat::playing|msg::state|"));
     f.service.stop();
     QTRY_COMPARE(f.connection.trackChange(), MediaError::Internal);
+}
+
+void NowPlayingConnectionTest::connection_mayGo_inEachSlot_data()
+{
+    QTest::addColumn<Action>("given");
+    QTest::addColumn<Action>("act");
+    QTest::addColumn<int>("signalCount");
+    const auto row = [](const char *name, const Action &given, const Action &act, int signalCount) {
+        QTest::newRow(name) << given << act << signalCount;
+    };
+    const Action nothing = [](Fixture &) {};
+    const Action acquire = [](Fixture &f) { f.connection.acquire(); };
+    const Action acquired = [](Fixture &f) { f.acquire(); };
+    const auto message = [](const char *text) -> Action {
+        return [text = QString::fromLatin1(text)](Fixture &f) {
+            f.service.send(text);
+            QTRY_VERIFY(!f.trace.isEmpty());
+        };
+    };
+    row("acquire", nothing, acquire, 1);
+    row(
+        "acquire, with messages before the answer",
+        [](Fixture &f) {
+            f.service.answer(QStringLiteral("msg::acquire"),
+                             {"msg::track|dat::play", "msg::track|dat::sendData",
+                              R"(msg::track|dat:json:{"command":"repeat"})", "res::acquire"});
+        },
+        acquire, 4);
+    row(
+        "revoke", acquired, [](Fixture &f) { f.connection.revoke(); }, 1);
+    row(
+        "position", acquired, [](Fixture &f) { f.connection.setPosition(7); }, 2);
+    row(
+        "duration", acquired, [](Fixture &f) { f.connection.setDuration(7); }, 2);
+    row(
+        "handle", acquired, [](Fixture &f) { f.connection.setAudioManagerHandle(7); }, 2);
+    row(
+        "metadata", acquired, [](Fixture &f) { f.connection.setMetaData({}); }, 1);
+    row("command", acquired, message("msg::track|dat::next"), 1);
+    row("watcher", acquired, message("msg::track|dat::sendData"), 1);
+    row("role taken away", acquired, message("msg::revoke|dat:json:{}"), 1);
+}
+
+void NowPlayingConnectionTest::connection_mayGo_inEachSlot()
+{
+    QFETCH(Action, given);
+    QFETCH(Action, act);
+    QFETCH(int, signalCount);
+    for (int last = 1; last <= signalCount; ++last) {
+        Fixture f;
+        given(f);
+        f.emitted.setThen([&] {
+            if (f.trace.size() == last)
+                f.owned.reset();
+        });
+        act(f);
+        QCOMPARE(f.trace.size(), last);
+        QVERIFY(!f.owned);
+        QString event;
+        while (event != QLatin1String("closed") && event != QLatin1String("nothing"))
+            event = f.service.next();
+        QCOMPARE(event, QStringLiteral("closed"));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 }
 
 QTEST_GUILESS_MAIN(NowPlayingConnectionTest)

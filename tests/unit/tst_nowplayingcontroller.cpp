@@ -32,7 +32,8 @@ struct Fixture {
     voro::test::LogCatcher log;
     RuntimeBroker broker;
     ScriptedService service{broker, ControlPath};
-    C controller;
+    std::unique_ptr<C> owned = std::make_unique<C>();
+    C &controller = *owned;
 };
 
 /** The same with somebody who listens to every signal. */
@@ -78,6 +79,7 @@ private Q_SLOTS:
     void subscription_comesAgain_afterServiceWent();
     void messages_data();
     void messages();
+    void controller_mayGo_inEachSlot();
     void getters_giveTheCache_whileSubscribed();
     void getter_asksService_data();
     void getter_asksService();
@@ -291,6 +293,25 @@ void NowPlayingControllerTest::messages()
     f.receive(messages);
     QTEST(f.trace, "signals");
     QCOMPARE(f.log.takeLines().join(QLatin1Char('|')), lines);
+}
+
+void NowPlayingControllerTest::controller_mayGo_inEachSlot()
+{
+    const QStringList messages{Marker, QStringLiteral("msg::m_state|dat::playing"), Update};
+    const int signalCount = 12;
+    for (int last = 1; last <= signalCount; ++last) {
+        SubscribedFixture f;
+        f.emitted.setThen([&] {
+            if (f.trace.size() == last)
+                f.owned.reset();
+        });
+        for (const QString &message : messages)
+            f.service.send(message);
+        QTRY_VERIFY(!f.owned);
+        QCOMPARE(f.trace.size(), last);
+        QCOMPARE(f.service.next(), QStringLiteral("closed"));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
 }
 
 void NowPlayingControllerTest::getters_giveTheCache_whileSubscribed()
