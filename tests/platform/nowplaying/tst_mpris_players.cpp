@@ -20,6 +20,8 @@ QByteArray failure(const QByteArray &command, const QByteArray &problem)
 
 /** Whoever waits for the bus or a player that hangs, waits longer than this. In milliseconds. */
 constexpr qint64 Blocked = 4000;
+/** The first controller waits so long for the players that run already. In milliseconds. */
+constexpr qint64 SearchLimit = 200;
 
 } // namespace
 
@@ -137,12 +139,14 @@ void TestMprisPlayers::player_isShown()
 
 void TestMprisPlayers::player_thatRuns_isFoundBeforeTheFirstController()
 {
-    players->call("add('p', PlaybackStatus='Playing', Metadata=metadata(title='T'))");
+    players->call("add('p', PlaybackStatus='Playing', Rate=0.0, Metadata=metadata(title='T'))");
     // The first of all: nobody has used the services yet.
+    QElapsedTimer timer;
+    timer.start();
     const QByteArrayList first = present();
-    QCOMPARE(first.at(0), Playing);
-    QVERIFY2(first.at(1).contains("\"track\":\"T\""), first.at(1));
-    QCOMPARE(first.at(2), theirs());
+    if (timer.elapsed() < SearchLimit) {
+        QCOMPARE(first, (QByteArrayList{Playing, update({{"track", "T"}}), theirs()}));
+    }
 }
 
 void TestMprisPlayers::changes_areTold()
@@ -150,7 +154,7 @@ void TestMprisPlayers::changes_areTold()
     players->call("add('p', PlaybackStatus='Paused', Position=Int64(7000000), Metadata=metadata(title='T'))");
     Talk controller;
     controller.subscribe();
-    QVERIFY(controller.waitFor(theirs()));
+    QVERIFY(controller.waitForBoth(theirs(), update({{"track", "T"}, {"position", 7000}})));
     players->call("change('p', PlaybackStatus='Playing')");
     QCOMPARE(controller.next(), Playing);
     players->call("change('p', PlaybackStatus='Paused')");
@@ -188,9 +192,10 @@ void TestMprisPlayers::commands_areCalls_data()
     row("LoopStatus='Track'", mode(R"("command":"repeat")"), R"(p Set LoopStatus "None")");
     row("Shuffle=False", mode(R"("command":"shuffle","value":"all")"), "p Set Shuffle True");
     row("Shuffle=True", mode(R"("command":"shuffle")"), "p Set Shuffle False");
-    row("CanGoNext=False", "m_next", "");
-    row("CanSeek=False", "m_rewind", "");
-    row("", mode(R"("command":"shuffle")"), "");
+    // What the player cannot do is answered.
+    row("CanGoNext=False", "m_next", "!the player cannot do this now");
+    row("CanSeek=False", "m_rewind", "!the player cannot do this now");
+    row("", mode(R"("command":"shuffle")"), "!the player cannot do this");
 }
 
 void TestMprisPlayers::commands_areCalls()
@@ -203,9 +208,8 @@ void TestMprisPlayers::commands_areCalls()
     controller.subscribe();
     QVERIFY(controller.waitFor(theirs()));
     controller.write("msg::" + command);
-    if (call.isEmpty()) {
-        const QByteArray answer = controller.rest().value(0);
-        QVERIFY2(answer.contains("the player cannot do this"), answer);
+    if (call.startsWith('!')) {
+        QVERIFY(controller.waitFor(failure(command.split('|').first(), call.mid(1))));
     } else {
         QCOMPARE(players->nextCall(), call);
     }

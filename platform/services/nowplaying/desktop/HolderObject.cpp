@@ -239,24 +239,26 @@ void HolderObject::claim(const QString &busName)
     m_busName = busName;
     auto *const watcher =
         new QDBusPendingCallWatcher(m_bus->asyncCall(busCall("RequestName", {busName, DoNotQueue})), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, busName] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number = ++m_claim] {
         watcher->deleteLater();
         const QDBusPendingReply<uint> reply = *watcher;
-        claimed(busName, reply.isError() ? 0 : reply.value());
+        if (number == m_claim && isShown()) {
+            claimed(reply.isError() ? 0 : reply.value());
+        }
     });
 }
 
-void HolderObject::claimed(const QString &busName, uint result)
+void HolderObject::claimed(uint result)
 {
-    if (busName != m_busName || result == PrimaryOwner || result == AlreadyOwner) {
+    if (result == PrimaryOwner || result == AlreadyOwner) {
         return;
     }
     const QString other = mpris::busName(m_name, QStringLiteral(".instance%1").arg(m_process));
-    if (busName != other) {
+    if (m_busName != other) {
         claim(other);
         return;
     }
-    std::fprintf(stderr, "vorod: the session bus refuses the name %s\n", qUtf8Printable(busName));
+    std::fprintf(stderr, "vorod: the session bus refuses the name %s\n", qUtf8Printable(other));
     m_busName.clear();
     Q_EMIT shownChanged();
 }

@@ -45,7 +45,7 @@ private:
     void show();
     void hide();
     void claim(const QString &busName);
-    void claimed(const QString &busName, uint result);
+    void claimed(uint result);
 
     /** Everything but the position, which changes without being told. */
     QVariantMap playerProperties() const;
@@ -64,6 +64,8 @@ private:
     std::optional<QDBusConnection> m_bus;
     /** The name that was asked for last; empty while the object is not there. */
     QString m_busName;
+    /** Counts the claims of names: only the answer to the last one matters. */
+    quint64 m_claim = 0;
 
     bool m_hasHolder = false;
     QString m_name;

@@ -8,7 +8,7 @@ namespace voro::nowplaying {
 namespace {
 
 /** How long players that run already are waited for, in milliseconds. */
-constexpr int SearchLimit = 100;
+constexpr int SearchLimit = 200;
 
 class Module : public QObject,
                public Desktop {
