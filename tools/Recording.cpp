@@ -79,11 +79,13 @@ MediaError::Type Recording::start()
 void Recording::end()
 {
     m_silence.stop();
+    m_recorder.disconnect(this);
+    connect(&m_recorder, qOverload<unsigned>(&AudioRecorder::durationChanged), this,
+            [this](unsigned duration) { m_duration = std::max(m_duration, duration); });
     if (!m_settings.json && m_recorder.mediaState() == MediaState::Started && m_recorder.pause() == MediaError::None) {
         // The last report tells how long it became.
         QCoreApplication::processEvents();
     }
-    m_recorder.disconnect(this);
     if (const auto error = log().run([this] { return m_recorder.reset(); }); error != MediaError::None)
         fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
     if (m_settings.json)

@@ -273,6 +273,7 @@ void tst_voro::record_plainOutput_endsWithTheWholeLength()
     const Result result = voro({QStringLiteral("record"), QStringLiteral("--seconds"), QStringLiteral("1"), file});
     QCOMPARE(result.status, 0);
     QVERIFY2(lastLine(result.out).startsWith("a.wav: 0:01, "), result.out.constData());
+    QVERIFY2(!result.out.contains("paused"), result.out.constData());
 }
 
 void tst_voro::record_fails_whenDaemonGoes()
