@@ -5,6 +5,7 @@
 #include "SignalPrinter.h"
 #include "StopSignals.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
@@ -19,6 +20,8 @@ namespace {
 
 /** Milliseconds between two reports where a person watches the level. */
 constexpr unsigned MeterInterval = 100;
+/** Reports come at least every second. */
+constexpr int LongestSilence = 3'000;
 
 } // namespace
 
@@ -29,6 +32,8 @@ Recording::Recording(RecordingSettings settings) : Session("record"), m_settings
     m_end.setSingleShot(true);
     m_end.setTimerType(Qt::PreciseTimer);
     connect(&m_end, &QTimer::timeout, this, &Recording::finish);
+    connect(&m_silence, &QTimer::timeout, this, &Recording::checkRenderer);
+    m_silence.start(LongestSilence);
     m_time.start();
     connectRecorder();
 }
@@ -73,7 +78,14 @@ MediaError::Type Recording::start()
 
 void Recording::end()
 {
+    m_silence.stop();
     m_recorder.disconnect(this);
+    connect(&m_recorder, qOverload<unsigned>(&AudioRecorder::durationChanged), this,
+            [this](unsigned duration) { m_duration = std::max(m_duration, duration); });
+    if (!m_settings.json && m_recorder.mediaState() == MediaState::Started && m_recorder.pause() == MediaError::None) {
+        // The last report tells how long it became.
+        QCoreApplication::processEvents();
+    }
     if (const auto error = log().run([this] { return m_recorder.reset(); }); error != MediaError::None)
         fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
     if (m_settings.json)
@@ -101,6 +113,16 @@ void Recording::togglePause()
         report(enumeratorName(error));
 }
 
+void Recording::checkRenderer()
+{
+    const bool isPaused = m_recorder.mediaState() == MediaState::Paused;
+    const auto error = log().run([&] { return isPaused ? m_recorder.pause() : m_recorder.record(); });
+    if (error != MediaError::None) {
+        fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
+        finish();
+    }
+}
+
 bool Recording::hold()
 {
     return m_recorder.mediaState() == MediaState::Started && m_recorder.pause() == MediaError::None;
@@ -120,6 +142,7 @@ void Recording::clearLine()
 void Recording::onDurationChanged(unsigned duration)
 {
     m_duration = std::max(m_duration, duration);
+    m_silence.start();
     scheduleEnd();
     refresh();
 }

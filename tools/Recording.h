@@ -45,6 +45,8 @@ private:
     void onMediaStateChanged(multimedia::MediaState::Type state);
     void onError(multimedia::MediaError::Type error, unsigned position);
     void togglePause();
+    /** Asks for what is the case anyway, which fails when nothing is recorded any more. */
+    void checkRenderer();
     /** Lets the recording end when what is still wanted has been recorded. */
     void scheduleEnd();
 
@@ -57,6 +59,8 @@ private:
     QString m_text;
     multimedia::AudioRecorder m_recorder;
     QTimer m_end;
+    /** Runs out when the renderer says nothing for long. */
+    QTimer m_silence;
     QElapsedTimer m_time;
     PeakHold m_peak;
     double m_level = 0;

@@ -77,10 +77,14 @@ QByteArray lastLine(const QByteArray &text)
     return lines.size() < 2 ? QByteArray() : lines.at(lines.size() - 2);
 }
 
-/** A daemon whose workers play in real time into nothing. */
+/** A daemon whose workers play into nothing and record silence, both in real time. */
 class SilentDaemon : public Daemon {
 public:
-    SilentDaemon() : Daemon(Later) { start({QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true")}); }
+    SilentDaemon() : Daemon(Later)
+    {
+        start({QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true"),
+               QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true wave=silence samplesperbuffer=441")});
+    }
 };
 
 } // namespace
@@ -96,6 +100,8 @@ private Q_SLOTS:
     void commands_fail_withoutDaemon();
 
     void record_keepsFileThatExists();
+    void record_plainOutput_endsWithTheWholeLength();
+    void record_fails_whenDaemonGoes();
 
     void pps_write_isSeenByCatAndList();
     void pps_write_deletesAttribute_namedWithDash();
@@ -291,6 +297,27 @@ void tst_voro::record_keepsFileThatExists()
     const QString link = daemon.folder() + QStringLiteral("/link.wav");
     QVERIFY(QFile::link(daemon.folder() + QStringLiteral("/nowhere"), link));
     QCOMPARE(voro({QStringLiteral("record"), link}).status, 2);
+}
+
+void tst_voro::record_plainOutput_endsWithTheWholeLength()
+{
+    const SilentDaemon daemon;
+    const QString file = daemon.folder() + QStringLiteral("/a.wav");
+    const Result result = voro({QStringLiteral("record"), QStringLiteral("--seconds"), QStringLiteral("1"), file});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(lastLine(result.out).startsWith("a.wav: 0:01, "), result.out.constData());
+    QVERIFY2(!result.out.contains("paused"), result.out.constData());
+}
+
+void tst_voro::record_fails_whenDaemonGoes()
+{
+    SilentDaemon daemon;
+    RunningVoro recording({QStringLiteral("record"), daemon.folder() + QStringLiteral("/a.ogg")});
+    QVERIFY(recording.waitFor("recording 0:00"));
+    daemon.kill();
+    QVERIFY(recording.waitFor("voro: record: a.ogg: Internal"));
+    QVERIFY(recording.waitForFinished(PatienceMs) || recording.state() == QProcess::NotRunning);
+    QCOMPARE(recording.exitCode(), 1);
 }
 
 void tst_voro::pps_write_isSeenByCatAndList()

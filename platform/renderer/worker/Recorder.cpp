@@ -122,10 +122,15 @@ void Recorder::onBegun()
 
 void Recorder::onEnded()
 {
-    if (m_phase == Phase::Finishing) {
+    const Result hasEnded(ErrorCode::SourceUnavailable, "the source of sound has ended");
+    if (m_phase == Phase::Running) {
+        // All of it has gone through already.
+        m_failure = hasEnded;
+        complete();
+    } else if (m_phase == Phase::Finishing) {
         complete();
     } else {
-        onFailed({ErrorCode::SourceUnavailable, "the source of sound has ended"});
+        onFailed(hasEnded);
     }
 }
 
