@@ -30,6 +30,7 @@ double Figures::median() const
 void printHead(const std::string &title)
 {
     std::printf("\n### %s\n\n| what | ours | peer | wanted |\n|---|---|---|---|\n", title.c_str());
+    std::fflush(stdout);
 }
 
 void printRow(const std::string &what, const std::string &ours, const std::string &peer, const std::string &wanted)

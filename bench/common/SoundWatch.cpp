@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 using namespace std::chrono_literals;
 
@@ -71,13 +72,26 @@ void SoundWatch::streamState(pa_stream *stream, void *self)
     watch(self)->m_changed.notify_all();
 }
 
-void SoundWatch::serverEvent(pa_context *, pa_subscription_event_type_t type, uint32_t, void *self)
+void SoundWatch::serverEvent(pa_context *context, pa_subscription_event_type_t type, uint32_t index, void *self)
 {
     if ((type & PA_SUBSCRIPTION_EVENT_TYPE_MASK) != PA_SUBSCRIPTION_EVENT_NEW)
         return;
+    {
+        const std::lock_guard lock(watch(self)->m_mutex);
+        watch(self)->m_newStreams[index] = now();
+    }
+    pa_operation_unref(pa_context_get_sink_input_info(context, index, streamKnown, self));
+}
+
+void SoundWatch::streamKnown(pa_context *, const pa_sink_input_info *stream, int, void *self)
+{
+    // GStreamer asks the server what it can by a stream that never plays.
+    if (!stream || std::string_view(stream->name) == "pulsesink probe")
+        return;
     const std::lock_guard lock(watch(self)->m_mutex);
-    if (watch(self)->m_streamTime == 0)
-        watch(self)->m_streamTime = now();
+    const auto found = watch(self)->m_newStreams.find(stream->index);
+    if (watch(self)->m_streamTime == 0 && found != watch(self)->m_newStreams.end())
+        watch(self)->m_streamTime = found->second;
     watch(self)->m_changed.notify_all();
 }
 
@@ -112,6 +126,7 @@ void SoundWatch::arm()
 void SoundWatch::forget()
 {
     const std::lock_guard lock(m_mutex);
+    m_newStreams.clear();
     m_streamTime = 0;
     m_soundTime = 0;
 }

@@ -89,6 +89,7 @@ int main(int argc, char **argv)
         return 2;
     const std::string path = std::string(argv[1]) + "/a.ogg";
 
+    bench::silenceLibrary();
     bench::printHead("What prepared players cost (ogg)");
     const Costs ours = measureOurs(path);
     const std::vector<std::string> names = {"qmediaplayer", "mpv", "playbin3"};

@@ -40,10 +40,10 @@ public:
         m_prepared.push_back(std::make_unique<Player>());
         QMediaPlayer &player = m_prepared.back()->player;
         m_prepared.back()->setSource(uri);
-        player.pause();
         QEventLoop loop;
         QObject::connect(&player, &QMediaPlayer::mediaStatusChanged, &loop, &QEventLoop::quit);
-        while (player.mediaStatus() != QMediaPlayer::BufferedMedia)
+        player.pause();
+        while (player.mediaStatus() == QMediaPlayer::LoadingMedia)
             loop.exec();
     }
 

@@ -62,16 +62,26 @@ AudioBin::AudioBin()
                       static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_BUFFER_LIST
                                                    | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
                       onDecoded, this, nullptr);
-    gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, nullptr, nullptr);
+    m_accepted.reset(gst_pad_query_caps(target.get(), nullptr));
+    gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, this, nullptr);
     m_gate.reset(gst_element_get_static_pad(m_queue, "src"));
 }
 
 // Runs in a streaming thread. A decoder that asks for buffers would wait in the queue for the closed gate; it has its
-// own.
-GstPadProbeReturn AudioBin::onQuery(GstPad *, GstPadProbeInfo *info, gpointer)
+// own. What is accepted is asked time and again while a medium opens, and all elements of the bin would think about it.
+GstPadProbeReturn AudioBin::onQuery(GstPad *, GstPadProbeInfo *info, gpointer self)
 {
-    const bool isAllocation = GST_QUERY_TYPE(GST_PAD_PROBE_INFO_QUERY(info)) == GST_QUERY_ALLOCATION;
-    return isAllocation ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
+    GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_CAPS || !(GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_PUSH)) {
+        return GST_QUERY_TYPE(query) == GST_QUERY_ALLOCATION ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
+    }
+    GstCaps *accepted = static_cast<AudioBin *>(self)->m_accepted.get();
+    GstCaps *filter = nullptr;
+    gst_query_parse_caps(query, &filter);
+    const Owned<GstCaps> result(filter ? gst_caps_intersect_full(filter, accepted, GST_CAPS_INTERSECT_FIRST)
+                                       : gst_caps_ref(accepted));
+    gst_query_set_caps_result(query, result.get());
+    return GST_PAD_PROBE_HANDLED;
 }
 
 void AudioBin::resetSink(bool isAudible, const std::string &role)

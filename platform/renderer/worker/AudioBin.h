@@ -57,6 +57,8 @@ private:
     GstElement *m_sink = nullptr;
     Owned<GstPad> m_gate;
     Owned<GstPad> m_input;
+    /** What can be put in, whichever the sink is. */
+    Owned<GstCaps> m_accepted;
     gulong m_gateProbe = 0;
     /** Read by streaming threads. */
     std::atomic<bool> m_awaitsDecoded = false;

@@ -32,8 +32,7 @@ Pipeline::Pipeline(Events events)
     : m_events(std::move(events)),
       m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
 {
-    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "video-sink", m_video.element(), "text-sink",
-                 m_captions.element(), nullptr);
+    g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "text-sink", m_captions.element(), nullptr);
     g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     g_signal_connect(m_playbin.get(), "about-to-finish", G_CALLBACK(onAboutToFinish), this);
     const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
@@ -61,14 +60,19 @@ void Pipeline::open(bool needsPicture)
     m_succession.setUnknown();
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
-    m_video.resetSink(m_outputs.window, m_outputs.areCaptionsOverVideo());
-    m_video.awaitDecoded();
+    // Who decodes asks every sink what it takes, and for pictures that takes as long as all the rest.
+    const bool hasPictures = (flags(needsPicture) & PlayVideo) != 0;
+    if (hasPictures) {
+        m_video.resetSink(m_outputs.window, m_outputs.areCaptionsOverVideo());
+        m_video.awaitDecoded();
+    }
     if (m_outputs.areCaptionsOverVideo()) {
         m_captions.setOverlay(m_video.overlay());
     } else {
         m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : std::string());
     }
     const std::string captions = m_choice.url.empty() ? std::string() : m_captionFile.open(m_choice.url);
+    g_object_set(m_playbin.get(), "video-sink", hasPictures ? m_video.element() : nullptr, nullptr);
     g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
                  "flags", flags(needsPicture), nullptr);
     gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
