@@ -32,6 +32,8 @@ QString makeTone(const QString &path, const Tone &tone)
         "lavfi",
         "-i",
         QStringLiteral("sine=frequency=%1:duration=%2:sample_rate=48000").arg(tone.frequency).arg(tone.seconds)};
+    if (tone.hasPicture)
+        arguments += {"-f", "lavfi", "-i", QStringLiteral("testsrc2=size=64x48:rate=10:duration=%1").arg(tone.seconds)};
     arguments += {"-ac", QString::number(tone.channels), "-af", "volume=4"};
     for (const QString &tag : tone.tags)
         arguments += {"-metadata", tag};

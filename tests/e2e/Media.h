@@ -12,6 +12,7 @@ struct Tone {
     double seconds = 1.0;
     QStringList tags = {}; ///< "title=Some title"
     int channels = 2;
+    bool hasPicture = false;
 };
 
 /** Makes a file of a sine tone; its extension chooses the format. Returns the path; ends the test program when the

@@ -76,25 +76,6 @@ std::string percentEncode(std::string_view path)
     return result;
 }
 
-/** By its first bytes: "#EXTM3U" is one unless it is a stream's own index, which plays like a medium. */
-bool isPlaylistText(std::string_view head)
-{
-    if (head.starts_with("\xef\xbb\xbf")) {
-        head.remove_prefix(3);
-    }
-    const std::string text = lowerCase(head);
-    if (text.starts_with("#extm3u")) {
-        return text.find("#ext-x-") == std::string::npos;
-    }
-    const size_t first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos) {
-        return false;
-    }
-    const std::string_view content = std::string_view(text).substr(first);
-    return content.starts_with("[playlist]") || content.starts_with("<asx")
-           || (content.starts_with("<?xml") && content.find("<playlist") != std::string_view::npos);
-}
-
 } // namespace
 
 Medium::Medium(std::string_view url)
@@ -143,14 +124,31 @@ Result Medium::check() const
     return {};
 }
 
+bool Medium::isPlaylistText(std::string_view head)
+{
+    if (head.starts_with("\xef\xbb\xbf")) {
+        head.remove_prefix(3);
+    }
+    const std::string text = lowerCase(head);
+    if (text.starts_with("#extm3u")) {
+        return text.find("#ext-x-") == std::string::npos;
+    }
+    const size_t first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string::npos) {
+        return false;
+    }
+    const std::string_view content = std::string_view(text).substr(first);
+    return content.starts_with("[playlist]") || content.starts_with("<asx")
+           || (content.starts_with("<?xml") && content.find("<playlist") != std::string_view::npos);
+}
+
 bool Medium::isNamedLikePlaylist() const
 {
     constexpr std::array Extensions{".m3u", ".pls", ".xspf", ".asx", ".m3u8"};
     const std::string name = lowerCase(m_isLocal ? m_text : m_text.substr(0, m_text.find_first_of("?#")));
     // An m3u8 on the net is nearly always a stream's own index.
     const auto end = Extensions.end() - (m_isLocal ? 0 : 1);
-    return std::any_of(Extensions.begin(), end,
-                       [&](std::string_view extension) { return name.ends_with(extension); });
+    return std::any_of(Extensions.begin(), end, [&](std::string_view extension) { return name.ends_with(extension); });
 }
 
 bool Medium::isPlaylist() const

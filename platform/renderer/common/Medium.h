@@ -25,6 +25,9 @@ public:
     Result check() const;
     /** Whether the medium is a playlist, by its content and by its name. Only for what can be read. */
     bool isPlaylist() const;
+    /** Whether the beginning of a content is a playlist's: "#EXTM3U" is one unless it is a stream's own index, which
+        plays like a medium. */
+    static bool isPlaylistText(std::string_view head);
     /** Whether it has a playlist's name. */
     bool isNamedLikePlaylist() const;
     /** Whether a local file begins like a medium of a common format. */

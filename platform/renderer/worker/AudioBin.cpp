@@ -107,10 +107,11 @@ GstPadProbeReturn AudioBin::onDecoded(GstPad *, GstPadProbeInfo *info, gpointer 
             GstTagList *tags = nullptr;
             gst_event_parse_tag(event, &tags);
             gst_element_post_message(element, gst_message_new_tag(GST_OBJECT(element), gst_tag_list_ref(tags)));
+        } else if (GST_EVENT_TYPE(event) == GST_EVENT_EOS && bin->m_awaitsDecoded.exchange(false)) {
+            postNote(element, EmptyMessage);
         }
     } else if (bin->m_awaitsDecoded.exchange(false)) {
-        gst_element_post_message(element,
-                                 gst_message_new_element(GST_OBJECT(element), gst_structure_new_empty(DecodedMessage)));
+        postNote(element, DecodedMessage);
     }
     return GST_PAD_PROBE_OK;
 }

@@ -33,6 +33,17 @@ int sampleRateOf(const GstCaps *caps)
     return rate;
 }
 
+bool isOfType(GstElement *element, const char *type)
+{
+    const GstElementFactory *factory = gst_element_get_factory(element);
+    return factory && g_str_equal(GST_OBJECT_NAME(factory), type);
+}
+
+void postNote(GstElement *element, const char *name)
+{
+    gst_element_post_message(element, gst_message_new_element(GST_OBJECT(element), gst_structure_new_empty(name)));
+}
+
 GstElement *makeElement(const char *type)
 {
     GstElement *element = gst_element_factory_make(type, nullptr);

@@ -56,6 +56,12 @@ bool isSeekable(GstElement *element);
 /** The rate of raw or encoded sound in Hz, 0 for other caps. */
 int sampleRateOf(const GstCaps *caps);
 
+/** Whether an element is of a type, as "playbin" is one. */
+bool isOfType(GstElement *element, const char *type);
+
+/** Posts an element message that has a name and nothing else. */
+void postNote(GstElement *element, const char *name);
+
 /** An element of a type that the installation has to have; ends the worker without it. */
 GstElement *makeElement(const char *type);
 

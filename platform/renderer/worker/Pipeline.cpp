@@ -1,5 +1,8 @@
 #include "Pipeline.h"
 
+#include "EarlyErrors.h"
+#include "HttpSource.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -33,6 +36,7 @@ Pipeline::Pipeline(Events events)
       m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
 {
     g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "text-sink", m_captions.element(), nullptr);
+    EarlyErrors::keep(m_playbin.get());
     g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     g_signal_connect(m_playbin.get(), "about-to-finish", G_CALLBACK(onAboutToFinish), this);
     const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
@@ -56,6 +60,8 @@ void Pipeline::load(const std::string &uri, const CaptionChoice &captions, const
 void Pipeline::open(bool needsPicture)
 {
     m_needsPicture = needsPicture;
+    m_isOpening = true;
+    m_emptyStreams = 0;
     // A short medium may be read to its end before anybody could say what comes next.
     m_succession.setUnknown();
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
@@ -197,9 +203,10 @@ void Pipeline::finishSeek()
 // Runs in a streaming thread.
 void Pipeline::onElementAdded(GstBin *, GstBin *, GstElement *element, gpointer self)
 {
-    const GstElementFactory *factory = gst_element_get_factory(element);
-    if (factory && g_str_equal(GST_OBJECT_NAME(factory), "uridecodebin")) {
+    if (isOfType(element, "uridecodebin")) {
         g_signal_connect(element, "no-more-pads", G_CALLBACK(onStreamsKnown), self);
+    } else if (isOfType(element, "souphttpsrc")) {
+        keepToServersOffer(element);
     }
 }
 
@@ -214,9 +221,7 @@ void Pipeline::onStreamsKnown(GstElement *decoder, gpointer self)
         // Captions, or the next medium.
         return;
     }
-    GstElement *playbin = pipeline->m_playbin.get();
-    gst_element_post_message(playbin,
-                             gst_message_new_element(GST_OBJECT(playbin), gst_structure_new_empty(StreamsKnown)));
+    postNote(pipeline->m_playbin.get(), StreamsKnown);
 }
 
 // Runs in a streaming thread.
@@ -239,6 +244,17 @@ void Pipeline::checkStreams()
         // Nobody sees the pictures, but without them no time would pass.
         unload();
         open(true);
+    }
+}
+
+void Pipeline::checkContent()
+{
+    gint sounds = 0;
+    gint pictures = 0;
+    g_object_get(m_playbin.get(), "n-audio", &sounds, "n-video", &pictures, nullptr);
+    const bool arePicturesDecoded = pictures > 0 && (flags(m_needsPicture) & PlayVideo);
+    if (++m_emptyStreams >= (sounds > 0) + arePicturesDecoded && m_isOpening) {
+        m_events.failed({ErrorCode::ResourceCorrupted, "there is nothing in the medium that can be decoded"});
     }
 }
 
@@ -277,12 +293,7 @@ void Pipeline::handle(GstMessage *message)
 {
     switch (GST_MESSAGE_TYPE(message)) {
     case GST_MESSAGE_ELEMENT:
-        if (gst_message_has_name(message, AudioBin::DecodedMessage)) {
-            selectStream();
-            m_events.decoded();
-        } else if (gst_message_has_name(message, StreamsKnown)) {
-            checkStreams();
-        }
+        handleOwn(message);
         break;
     case GST_MESSAGE_EOS:
         // An end that was reached before the seek that is on its way is none any more.
@@ -328,6 +339,22 @@ void Pipeline::handle(GstMessage *message)
     }
     default:
         break;
+    }
+}
+
+/** Handles what this program's own bins and helpers tell. */
+void Pipeline::handleOwn(GstMessage *message)
+{
+    if (gst_message_has_name(message, AudioBin::DecodedMessage)) {
+        m_isOpening = false;
+        selectStream();
+        m_events.decoded();
+    } else if (gst_message_has_name(message, AudioBin::EmptyMessage)) {
+        checkContent();
+    } else if (gst_message_has_name(message, StreamsKnown)) {
+        checkStreams();
+    } else if (const Owned<GstMessage> error = EarlyErrors::in(message); error && m_isOpening) {
+        m_events.failed(toResult(error.get(), false));
     }
 }
 

@@ -105,6 +105,7 @@ private:
     static void onAboutToFinish(GstElement *playbin, gpointer self);
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handle(GstMessage *message);
+    void handleOwn(GstMessage *message);
     void handleStart(GstMessage *message);
     /** Opens what load() was told. */
     void open(bool needsPicture);
@@ -114,6 +115,8 @@ private:
     bool seekNow(const Target &target);
     void finishSeek();
     void checkStreams();
+    /** A stream has ended without anything in it; fails when all of them have. */
+    void checkContent();
     void selectStream();
 
     Events m_events;
@@ -130,6 +133,9 @@ private:
     int m_rate = 1000;
     bool m_isHeld = true;
     bool m_hasBegun = false;
+    /** Nothing is decoded yet. */
+    bool m_isOpening = false;
+    int m_emptyStreams = 0;
     /** Whether pictures are decoded only because there is nothing else. */
     bool m_needsPicture = false;
     /** The streams that play, told from the next medium's. */

@@ -51,6 +51,7 @@ void Player::open(const std::string &url, bool isPlaylist, unsigned track, int64
     m_phase = Phase::Opening;
     m_reports.reset();
     m_isForward = true;
+    m_mayBePlaylist = false;
     const Medium medium(url);
     if (const Result problem = medium.check(); !problem) {
         finishOpen(problem);
@@ -59,6 +60,7 @@ void Player::open(const std::string &url, bool isPlaylist, unsigned track, int64
         finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist" : "a playlist"});
     } else if (!isPlaylist) {
         m_queue.assign({{url, {}}});
+        m_mayBePlaylist = !medium.isLocal();
         openTrack(1, position);
     } else {
         m_playlist.read(url, [this, track, position](const Result &result, std::vector<Entry> entries) {
@@ -160,6 +162,7 @@ void Player::end(Phase phase)
     m_probe.cancel();
     m_measure.cancel();
     m_following.reset();
+    m_fetch.cancel();
     m_pipeline.unload();
 }
 
@@ -475,6 +478,10 @@ void Player::onFailed(const Result &result)
         m_reports.speed(0);
         return;
     }
+    if (m_answer && result.code == ErrorCode::UnsupportedMediaType && std::exchange(m_mayBePlaylist, false)) {
+        lookForPlaylist(result);
+        return;
+    }
     if (m_queue.total() < 2) {
         fail(result);
         return;
@@ -483,6 +490,16 @@ void Player::onFailed(const Result &result)
     if (passOver(result)) {
         openTrack(m_queue.current(), 0);
     }
+}
+
+/** What a server sends that is no medium may be a playlist, whatever it is called. */
+void Player::lookForPlaylist(const Result &result)
+{
+    m_openTimer.reset();
+    m_pipeline.unload();
+    m_fetch.get(uri(1), [this, result](const Result &, const std::string &content) {
+        finishOpen(Medium::isPlaylistText(content) ? Result(ErrorCode::Internal, "a playlist") : result);
+    });
 }
 
 /** Nothing can be played any more. */

@@ -2,6 +2,7 @@
 
 #include "DeviceWatch.h"
 #include "Facts.h"
+#include "Fetch.h"
 #include "Measure.h"
 #include "Pipeline.h"
 #include "Playlist.h"
@@ -74,6 +75,7 @@ private:
     void reload();
     /** Passes a track over that does not play; false when nothing is left, which ends everything. */
     bool passOver(const Result &problem);
+    void lookForPlaylist(const Result &result);
     void fail(const Result &result);
     Result begin();
     void proceed();
@@ -101,6 +103,7 @@ private:
     Pipeline m_pipeline;
     Playlist m_playlist;
     Probe m_probe;
+    Fetch m_fetch;
     Measure m_measure;
     DeviceWatch m_device{[this] { onDeviceLost(); }};
     Queue m_queue;
@@ -112,6 +115,8 @@ private:
     int64_t m_measured = 0;
     std::optional<Following> m_following;
     bool m_isForward = true;
+    /** The medium comes from a server that has not shown yet what it is. */
+    bool m_mayBePlaylist = false;
     /** Where the next play begins, or where it stands while nothing plays. */
     int64_t m_position = 0;
     int m_bufferLevel = 100;

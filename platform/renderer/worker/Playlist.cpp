@@ -94,7 +94,8 @@ std::string absoluteLine(const std::string &line, const Medium &list)
     const std::string place = line.substr(start);
     const bool isComment = place.empty() || place[0] == '#' || place[0] == '[' || (!isNamed && isKeyword(line));
     const Owned<char> scheme(g_uri_parse_scheme(place.c_str()));
-    if (isComment || place[0] == '/' || (scheme && place.find("://") != std::string::npos)) {
+    const bool isLocalPath = list.isLocal() && place[0] == '/';
+    if (isComment || isLocalPath || (scheme && place.find("://") != std::string::npos)) {
         return line;
     }
     if (list.isLocal()) {
@@ -102,7 +103,8 @@ std::string absoluteLine(const std::string &line, const Medium &list)
         return line.substr(0, start) + path.substr(0, path.rfind('/') + 1) + place;
     }
     const Owned<char> escaped(g_uri_escape_string(place.c_str(), "/?&=;+%", FALSE));
-    return line.substr(0, start) + list.uri().substr(0, list.uri().rfind('/') + 1) + escaped.get();
+    const Owned<char> joined(gst_uri_join_strings(list.uri().c_str(), escaped.get()));
+    return line.substr(0, start) + (joined ? joined.get() : escaped.get());
 }
 
 std::string absoluteLines(const std::string &text, const Medium &list)

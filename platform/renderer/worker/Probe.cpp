@@ -1,5 +1,6 @@
 #include "Probe.h"
 
+#include "EarlyErrors.h"
 #include "Failure.h"
 
 #include <utility>
@@ -20,6 +21,7 @@ void Probe::start(const std::string &uri, Done done)
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-probe"))));
     GstElement *decoder = makeElement("uridecodebin");
     g_object_set(decoder, "uri", uri.c_str(), nullptr);
+    EarlyErrors::keep(m_pipeline.get());
     g_signal_connect(decoder, "pad-added", G_CALLBACK(onPad), this);
     gst_bin_add(GST_BIN(m_pipeline.get()), decoder);
     const Owned<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
@@ -65,6 +67,11 @@ void Probe::handle(GstMessage *message)
         m_facts.merge(tags);
         break;
     }
+    case GST_MESSAGE_ELEMENT:
+        if (const Owned<GstMessage> error = EarlyErrors::in(message)) {
+            finish(toResult(error.get(), false));
+        }
+        break;
     case GST_MESSAGE_ERROR:
         finish(toResult(message, false));
         break;

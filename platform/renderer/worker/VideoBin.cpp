@@ -68,11 +68,11 @@ GstPadProbeReturn VideoBin::onInput(GstPad *, GstPadProbeInfo *info, gpointer se
             GstCaps *caps = nullptr;
             gst_event_parse_caps(event, &caps);
             bin->crop(dimensionsOf(caps));
+        } else if (GST_EVENT_TYPE(event) == GST_EVENT_EOS && bin->m_awaitsDecoded.exchange(false)) {
+            postNote(bin->element(), AudioBin::EmptyMessage);
         }
     } else if (bin->m_awaitsDecoded.exchange(false)) {
-        GstElement *element = bin->m_bin.get();
-        gst_element_post_message(
-            element, gst_message_new_element(GST_OBJECT(element), gst_structure_new_empty(AudioBin::DecodedMessage)));
+        postNote(bin->element(), AudioBin::DecodedMessage);
     }
     return GST_PAD_PROBE_OK;
 }

@@ -36,7 +36,8 @@ public:
 
     /** The size of the pictures that come, nothing while not known. */
     Dimensions dimensions() const;
-    /** From now on the first picture is told by an element message DecodedMessage. */
+    /** From now on the first picture is told by an element message DecodedMessage, or their end
+        before the first one by an EmptyMessage. */
     void awaitDecoded() { m_awaitsDecoded = true; }
 
 private:

@@ -1,0 +1,357 @@
+#include "Application.h"
+#include "HttpServer.h"
+#include "RealMedia.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QSemaphore>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <Daemon.h>
+#include <renderer/common/Error.h>
+
+using voro::renderer::ErrorCode;
+
+namespace {
+
+constexpr int TitleInterval = 4096;
+/** Enough to begin with, too little for all. */
+constexpr qsizetype Begun = 2'500'000;
+
+/** A title as it stands between the sound of an internet radio. */
+QByteArray titleBlock(const QByteArray &title)
+{
+    const QByteArray text = "StreamTitle='" + title + "';";
+    const qsizetype units = (text.size() + 15) / 16;
+    return QByteArray(1, char(units)) + text.leftJustified(units * 16, '\0');
+}
+
+} // namespace
+
+/** Media that come by HTTP from servers of every kind. */
+class tst_Streams : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void stream_isPlayedWhole_data();
+    void stream_isPlayedWhole();
+    void stream_isSoughtIn_ifTheServerSendsParts();
+    void segments_arePlayedAndSoughtIn();
+    void playlist_isPlayedWhole_data();
+    void playlist_isPlayedWhole();
+    void failingServer_isTold_data();
+    void failingServer_isTold();
+    void radio_tellsItsTitles();
+    void stalledServer_showsBuffering();
+    void brokenConnection_isTaken_data();
+    void brokenConnection_isTaken();
+
+private:
+    QByteArray file(const QByteArray &name) const { return m_folder.filePath(QString::fromUtf8(name)).toUtf8(); }
+    QByteArray content(const QByteArray &name) const
+    {
+        QFile source(QString::fromUtf8(file(name)));
+        return source.open(QFile::ReadOnly) ? source.readAll() : QByteArray();
+    }
+    /** Plays a medium to the end, from a position on; how many samples came out, 44100 of them a second. */
+    qsizetype play(const QByteArray &url, const char *type = "autolist", const char *position = "0");
+
+    void serve(HttpExchange &exchange);
+    void serveRadio(HttpExchange &exchange);
+    void serveInParts(HttpExchange &exchange, const QByteArray &medium);
+
+    QTemporaryDir m_folder;
+    const int m_sink = qputenv("VORO_AUDIO_SINK", fileSink(file("heard.raw")));
+    /** What a server waits for before it goes on. */
+    QSemaphore m_gate;
+    Daemon m_daemon;
+    HttpServer m_server{[this](HttpExchange &exchange) { serve(exchange); }};
+};
+
+void tst_Streams::initTestCase()
+{
+    const auto encode = [this](const char *name, const char *seconds, const QStringList &arguments = {}) {
+        media::encode(QString::fromUtf8(file(name)),
+                      QStringLiteral("sine=frequency=500:sample_rate=44100:duration=%1").arg(QLatin1String(seconds)),
+                      arguments);
+    };
+    for (const char *name : {"a.wav", "a.ogg", "a.mp3", "a.flac", "a.mka", "a.m4a"}) {
+        encode(name, "4");
+    }
+    encode("early.m4a", "4", {"-movflags", "faststart"});
+    encode("long.wav", "40");
+    encode("one.wav", "0.1");
+    encode("two.wav", "0.2");
+    encode("index.m3u8", "8", {"-c:a", "aac", "-f", "hls", "-hls_time", "2", "-hls_list_size", "0"});
+}
+
+/** The first part of the path says how the second one is served. */
+void tst_Streams::serve(HttpExchange &exchange)
+{
+    const QByteArray kind = exchange.path().split('/').value(1);
+    const QByteArray name = exchange.path().mid(kind.size() + 2);
+    const QByteArray medium = content(name);
+    if (kind == "ranges" && !medium.isEmpty()) {
+        exchange.sendRange(medium);
+    } else if (kind == "whole" && !medium.isEmpty()) {
+        exchange.sendHead("200 OK", "Content-Length: " + QByteArray::number(medium.size()) + "\r\n")
+            && exchange.send(medium);
+    } else if (kind == "endless" && !medium.isEmpty()) {
+        exchange.sendHead("200 OK") && exchange.send(medium);
+    } else if (kind == "moved") {
+        exchange.sendHead("302 Found", "Location: /ranges/" + name + "\r\nContent-Length: 0\r\n");
+    } else if (kind == "lists") {
+        exchange.sendHead("200 OK", "Content-Type: audio/x-mpegurl\r\n")
+            && exchange.send(name.startsWith("pls") ? "[playlist]\nFile1=/ranges/one.wav\nFile2="
+                                                          + m_server.url("/whole/two.wav") + "\nNumberOfEntries=2\n"
+                                                    : QByteArray("#EXTM3U\n../ranges/one.wav\n/whole/two.wav\n"));
+    } else if (kind == "page") {
+        exchange.sendHead("200 OK", "Content-Type: text/html\r\n")
+            && exchange.send("<!DOCTYPE html><html><body>" + QByteArray("<p>Not here.</p>").repeated(500) + "</body>");
+    } else if (kind == "silent") {
+        exchange.stall();
+    } else if (kind == "mute") {
+        exchange.sendHead("200 OK", "Content-Type: audio/ogg\r\n") && exchange.send(content("a.ogg").left(100));
+        exchange.stall();
+    } else if (kind == "rude") {
+        exchange.reset();
+    } else if (kind == "radio") {
+        serveRadio(exchange);
+    } else if (kind.startsWith("parts")) {
+        serveInParts(exchange, medium);
+    } else if (kind.toInt() > 0) {
+        exchange.sendHead(kind + " No", "Content-Length: 0\r\n");
+    } else {
+        exchange.sendHead("404 Not Found", "Content-Length: 0\r\n");
+    }
+}
+
+void tst_Streams::serveRadio(HttpExchange &exchange)
+{
+    const bool wantsTitles = exchange.field("icy-metadata") == "1";
+    const QByteArray sound = content("a.mp3").repeated(20);
+    exchange.sendHead(
+        "200 OK", "Content-Type: audio/mpeg\r\nicy-name: Radio Test\r\n"
+                      + (wantsTitles ? "icy-metaint: " + QByteArray::number(TitleInterval) + "\r\n" : QByteArray()));
+    int title = 0;
+    for (qsizetype start = 0; start < sound.size(); start += TitleInterval) {
+        exchange.send(sound.mid(start, TitleInterval));
+        if (wantsTitles && start + TitleInterval <= sound.size()) {
+            // A new title every fifty parts; an empty one says that nothing changed.
+            const bool isNew = start / TitleInterval % 50 == 0;
+            exchange.send(isNew ? titleBlock("Title " + QByteArray::number(++title)) : QByteArray(1, '\0'));
+        }
+    }
+}
+
+/** Sends the beginning; what happens then is in the name. */
+void tst_Streams::serveInParts(HttpExchange &exchange, const QByteArray &medium)
+{
+    const QByteArray kind = exchange.path().split('/').value(1);
+    const bool sendsParts = kind.contains("ranges");
+    if (!exchange.field("range").isEmpty()) {
+        // The second try.
+        if (sendsParts) {
+            exchange.sendRange(medium);
+        } else {
+            exchange.sendHead("200 OK") && exchange.send(medium);
+        }
+        return;
+    }
+    const QByteArray ranges = sendsParts ? "Accept-Ranges: bytes\r\n" : "";
+    exchange.sendHead("200 OK", ranges + "Content-Length: " + QByteArray::number(medium.size()) + "\r\n");
+    exchange.send(medium.left(Begun));
+    if (kind.contains("stall")) {
+        exchange.stall();
+    } else if (kind.contains("reset")) {
+        m_gate.acquire();
+        exchange.reset();
+    } else if (kind.contains("close")) {
+        m_gate.acquire();
+    } else {
+        m_gate.acquire();
+        exchange.send(medium.mid(Begun));
+    }
+}
+
+qsizetype tst_Streams::play(const QByteArray &url, const char *type, const char *position)
+{
+    const Application application("another");
+    const bool isReady = application.attachAudio() >= 0 && application.attach(url, type) == 0
+                         && mmr_seek(application.context(), position) == 0;
+    const auto state = application.watch("state?wait");
+    if (!isReady || mmr_play(application.context()) != 0) {
+        qWarning("%s", mmr_error_info(application.context())->extra_text);
+        return -1;
+    }
+    const auto code = waitForEnd(*state).number("error", -1);
+    return code == 0 ? samplesOf(file("heard.raw")).size() : -1;
+}
+
+void tst_Streams::stream_isPlayedWhole_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    QTest::addColumn<QByteArray>("name");
+    for (const char *kind : {"ranges", "whole", "endless"}) {
+        for (const char *name : {"a.wav", "a.ogg", "a.mp3", "a.flac", "a.mka", "a.m4a", "early.m4a"}) {
+            QTest::addRow("%s, %s", kind, name) << QByteArray(kind) << QByteArray(name);
+        }
+    }
+    QTest::newRow("moved") << QByteArray("moved") << QByteArray("a.ogg");
+}
+
+void tst_Streams::stream_isPlayedWhole()
+{
+    QFETCH(const QByteArray, kind);
+    QFETCH(const QByteArray, name);
+    // A decoder that cannot look ahead plays the last packet as a whole.
+    constexpr qsizetype Packet = 1200;
+    const qsizetype heard = play(m_server.url('/' + kind + '/' + name));
+    QVERIFY2(std::abs(heard - play(file(name))) < Packet, QByteArray::number(heard).constData());
+}
+
+void tst_Streams::stream_isSoughtIn_ifTheServerSendsParts()
+{
+    const Application application;
+    QCOMPARE(application.attach(m_server.url("/ranges/a.wav")), 0);
+    QCOMPARE(application.content("q1").text("md_title_seekable"), std::string("true"));
+    QCOMPARE(application.content("q1").number("md_title_duration"), 4000);
+    const qsizetype heard = play(m_server.url("/ranges/a.wav"), "autolist", "1:3000");
+    QVERIFY2(std::abs(heard - 44'100) < 100, QByteArray::number(heard).constData());
+
+    for (const char *kind : {"/whole/a.ogg", "/whole/a.wav", "/endless/a.ogg"}) {
+        QCOMPARE(application.attach(m_server.url(kind)), 0);
+        QCOMPARE(application.content("q1").text("md_title_seekable"), std::string("false"));
+        QCOMPARE(application.code(mmr_seek(application.context(), "3000")), int(ErrorCode::UnsupportedOperation));
+    }
+}
+
+void tst_Streams::segments_arePlayedAndSoughtIn()
+{
+    const QByteArray url = m_server.url("/whole/index.m3u8");
+    const Application application;
+    QCOMPARE(application.attach(url), 0);
+    QVERIFY(std::abs(application.content("q1").number("md_title_duration") - 8000) < 200);
+    QCOMPARE(application.content("q1").text("md_title_seekable"), std::string("true"));
+    QVERIFY(std::abs(play(url) - 8 * 44'100) < 4'096);
+    // A seek goes to a segment, not to a sample.
+    const qsizetype heard = play(url, "autolist", "1:5000");
+    QVERIFY2(heard >= 3 * 44'100 && heard < 5 * 44'100, QByteArray::number(heard).constData());
+}
+
+void tst_Streams::playlist_isPlayedWhole_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<double>("seconds");
+    QTest::newRow("m3u") << QByteArray("/lists/list.m3u") << 0.3;
+    QTest::newRow("pls") << QByteArray("/lists/pls/list.pls") << 0.3;
+    QTest::newRow("query") << QByteArray("/lists/list.m3u?station=5") << 0.3;
+    QTest::newRow("without an extension") << QByteArray("/lists/listen") << 0.3;
+    QTest::newRow("pls without an extension") << QByteArray("/lists/pls") << 0.3;
+}
+
+void tst_Streams::playlist_isPlayedWhole()
+{
+    QFETCH(const QByteArray, path);
+    QFETCH(const double, seconds);
+    const Application application;
+    QCOMPARE(application.attach(m_server.url(path)), int(ErrorCode::Internal));
+    QCOMPARE(play(m_server.url(path), "playlist"), qsizetype(seconds * 44100 + 0.5));
+}
+
+void tst_Streams::failingServer_isTold_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<ErrorCode>("code");
+    QTest::newRow("nothing there") << QByteArray("/404/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("gone") << QByteArray("/410/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("forbidden") << QByteArray("/403/a.ogg") << ErrorCode::Permission;
+    QTest::newRow("secret") << QByteArray("/401/a.ogg") << ErrorCode::Permission;
+    QTest::newRow("server fails") << QByteArray("/500/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("busy") << QByteArray("/503/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("page") << QByteArray("/page/a.ogg") << ErrorCode::UnsupportedMediaType;
+    QTest::newRow("connection is reset") << QByteArray("/rude/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("no answer") << QByteArray("/silent/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("begins and stalls") << QByteArray("/mute/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("playlist, nothing there") << QByteArray("/404/a.m3u") << ErrorCode::SourceUnavailable;
+}
+
+void tst_Streams::failingServer_isTold()
+{
+    QFETCH(const QByteArray, path);
+    QFETCH(const ErrorCode, code);
+    const Application application;
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(application.attach(m_server.url(path), path.endsWith(".m3u") ? "playlist" : "autolist"), int(code));
+    QVERIFY2(timer.elapsed() < 20'000, QByteArray::number(timer.elapsed()).constData());
+    QVERIFY(!application.content("state").has("state"));
+}
+
+void tst_Streams::radio_tellsItsTitles()
+{
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.attach(m_server.url("/radio/")), 0);
+    const auto track = application.watch("q1?wait");
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    for (const char *title : {"Title 1", "Title 2", "Title 3"}) {
+        while (readMessage(*track).text("md_title_name") != title) {
+        }
+    }
+    QCOMPARE(application.content("q1").text("md_title_seekable"), std::string("false"));
+}
+
+void tst_Streams::stalledServer_showsBuffering()
+{
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.attach(m_server.url("/parts/long.wav")), 0);
+    const auto status = application.watch("status?wait");
+    const auto waitFor = [&status](const char *bufferStatus) {
+        while (readMessage(*status).text("bufferstatus") != bufferStatus) {
+        }
+    };
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    waitFor("playing");
+    waitFor("buffering");
+    QVERIFY(!application.content("state").has("error"));
+    m_gate.release();
+    waitFor("playing");
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QCOMPARE(samplesOf(file("heard.raw")).size(), 40 * 44100);
+}
+
+void tst_Streams::brokenConnection_isTaken_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    QTest::addColumn<ErrorCode>("code");
+    QTest::newRow("reset, goes on elsewhere") << QByteArray("parts-ranges-reset") << ErrorCode::None;
+    QTest::newRow("closed, goes on elsewhere") << QByteArray("parts-ranges-close") << ErrorCode::None;
+    QTest::newRow("reset") << QByteArray("parts-reset") << ErrorCode::Read;
+    QTest::newRow("closed") << QByteArray("parts-close") << ErrorCode::Read;
+    QTest::newRow("stalls") << QByteArray("parts-stall") << ErrorCode::Read;
+    QTest::newRow("stalls, goes on elsewhere") << QByteArray("parts-ranges-stall") << ErrorCode::None;
+}
+
+void tst_Streams::brokenConnection_isTaken()
+{
+    QFETCH(const QByteArray, kind);
+    QFETCH(const ErrorCode, code);
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.attach(m_server.url('/' + kind + "/long.wav")), 0);
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    m_gate.release(kind.contains("stall") ? 0 : 1);
+    QCOMPARE(waitForEnd(*state).number("error", -1), int(code));
+    if (code == ErrorCode::None) {
+        QCOMPARE(samplesOf(file("heard.raw")).size(), 40 * 44100);
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_Streams)
+#include "tst_streams.moc"
