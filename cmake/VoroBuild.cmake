@@ -14,8 +14,10 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 find_program(VORO_CCACHE ccache)
 if(VORO_CCACHE)
-  set(CMAKE_C_COMPILER_LAUNCHER ${VORO_CCACHE})
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${VORO_CCACHE})
+  # Clones in other folders share what was compiled.
+  set(launcher ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${VORO_CCACHE})
+  set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough)
