@@ -33,6 +33,7 @@ int64_t toMilliseconds(gint64 nanoseconds)
 
 Pipeline::Pipeline(Events events)
     : m_events(std::move(events)),
+      m_blind(GST_ELEMENT(gst_object_ref_sink(makeElement("fakesink")))),
       m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
 {
     g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "text-sink", m_captions.element(), nullptr);
@@ -66,7 +67,8 @@ void Pipeline::open(bool needsPicture)
     m_succession.setUnknown();
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
-    // Who decodes asks every sink what it takes, and for pictures that takes as long as all the rest.
+    // Who decodes asks every sink what it takes, and our bin for pictures takes as long as all the rest. Without any
+    // sink playbin would look for one itself.
     const bool hasPictures = (flags(needsPicture) & PlayVideo) != 0;
     if (hasPictures) {
         m_video.resetSink(m_outputs.window, m_outputs.areCaptionsOverVideo());
@@ -78,7 +80,7 @@ void Pipeline::open(bool needsPicture)
         m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : std::string());
     }
     const std::string captions = m_choice.url.empty() ? std::string() : m_captionFile.open(m_choice.url);
-    g_object_set(m_playbin.get(), "video-sink", hasPictures ? m_video.element() : nullptr, nullptr);
+    g_object_set(m_playbin.get(), "video-sink", hasPictures ? m_video.element() : m_blind.get(), nullptr);
     g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
                  "flags", flags(needsPicture), nullptr);
     gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
@@ -302,8 +304,7 @@ void Pipeline::handle(GstMessage *message)
         }
         break;
     case GST_MESSAGE_ERROR:
-        (isUnrecognized(message) ? m_events.unrecognized : m_events.failed)(
-            toResult(message, m_audio.isSink(GST_MESSAGE_SRC(message)) || m_video.isSink(GST_MESSAGE_SRC(message))));
+        handleError(message);
         break;
     case GST_MESSAGE_TAG: {
         // Our bin has told it already; and what the next medium says is not this one's.
@@ -354,8 +355,15 @@ void Pipeline::handleOwn(GstMessage *message)
     } else if (gst_message_has_name(message, StreamsKnown)) {
         checkStreams();
     } else if (const Owned<GstMessage> error = EarlyErrors::in(message); error && m_isOpening) {
-        m_events.failed(toResult(error.get(), false));
+        handleError(error.get());
     }
+}
+
+void Pipeline::handleError(GstMessage *error)
+{
+    GstObject *source = GST_MESSAGE_SRC(error);
+    (isUnrecognized(error) ? m_events.unrecognized : m_events.failed)(
+        toResult(error, m_audio.isSink(source) || m_video.isSink(source)));
 }
 
 void Pipeline::handleStart(GstMessage *message)

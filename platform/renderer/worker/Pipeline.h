@@ -106,6 +106,7 @@ private:
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handle(GstMessage *message);
     void handleOwn(GstMessage *message);
+    void handleError(GstMessage *error);
     void handleStart(GstMessage *message);
     /** Opens what load() was told. */
     void open(bool needsPicture);
@@ -122,6 +123,8 @@ private:
     Events m_events;
     AudioBin m_audio;
     VideoBin m_video;
+    /** Takes the place of the bin for pictures while nobody sees them. */
+    Owned<GstElement> m_blind;
     Captions m_captions;
     Succession m_succession;
     Owned<GstElement> m_playbin;
