@@ -173,7 +173,7 @@ Child::Child(const std::vector<std::string> &arguments)
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input[0], 0);
     posix_spawn_file_actions_adddup2(&actions, output[1], 1);
-    if (posix_spawn(&m_process, list[0], &actions, nullptr, list.data(), environ) != 0) {
+    if (posix_spawnp(&m_process, list[0], &actions, nullptr, list.data(), environ) != 0) {
         std::fprintf(stderr, "%s cannot be started\n", list[0]);
         std::abort();
     }

@@ -1,0 +1,47 @@
+/* Our recorder: "record PATH" answers with the time when it was asked to, "stop" when the file is complete. */
+
+#include "Figures.h"
+
+#include <multimedia/AudioRecorder.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QSocketNotifier>
+#include <QtCore/QUrl>
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+using namespace voro::multimedia;
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    AudioRecorder recorder;
+    const auto check = [](MediaError::Type error) {
+        if (error != MediaError::None) {
+            std::cerr << "recorder: error " << int(error) << std::endl;
+            std::exit(1);
+        }
+    };
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, [&] {
+        std::string line;
+        if (!std::getline(std::cin, line)) {
+            QCoreApplication::quit();
+        } else if (line == "stop") {
+            check(recorder.reset());
+            std::cout << bench::now() << std::endl;
+        } else {
+            const std::string path = line.substr(line.find(' ') + 1);
+            recorder.setOutputUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+            const int64_t asked = bench::now();
+            check(recorder.record());
+            std::cout << asked << std::endl;
+        }
+    });
+    std::cout << "ready" << std::endl;
+    return QCoreApplication::exec();
+}
