@@ -15,7 +15,6 @@
 #include <services/sound/SoundService.h>
 #include <sys/eventfd.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 
 #include <csignal>
 #include <cstdio>
@@ -111,7 +110,6 @@ int main(int argc, char **argv)
         std::puts("vorod " VORO_VERSION);
         return 0;
     }
-    umask(077);
     std::string folder;
     if (const int error = voro::pps::runtimeFolder(folder)) {
         return complain(folder + ": " + std::strerror(error), 1);

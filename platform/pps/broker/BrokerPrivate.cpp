@@ -1,0 +1,467 @@
+#include "BrokerPrivate.h"
+
+#include "Listing.h"
+
+#include <fcntl.h>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace voro::pps {
+
+namespace {
+
+constexpr size_t MaximumUnread = 1024 * 1024;
+constexpr size_t MaximumClients = 8192;
+constexpr int MaximumClientsOfProcess = 4096;
+constexpr int MaximumEvents = 64;
+
+/** What an epoll event is about: a client's ID, or one of these. */
+constexpr uint64_t WakeEvent = 0;
+constexpr uint64_t ListenEvent = UINT64_MAX;
+constexpr uint64_t ReadEvent = UINT64_MAX - 1;
+
+Fd spareDescriptor()
+{
+    return Fd(open("/dev/null", O_RDONLY | O_CLOEXEC));
+}
+
+Reply makeReply(Reply::Type type, int error = 0)
+{
+    Reply reply{};
+    reply.type = type;
+    reply.error = uint16_t(error);
+    return reply;
+}
+
+std::string_view asBytes(const std::vector<Held> &held)
+{
+    return {reinterpret_cast<const char *>(held.data()), held.size() * sizeof(Held)};
+}
+
+bool parseHeld(std::string_view body, std::vector<Held> &held)
+{
+    if (body.size() % sizeof(Held) != 0 || body.size() / sizeof(Held) > MaximumHeld) {
+        return false;
+    }
+    held.resize(body.size() / sizeof(Held));
+    if (!held.empty()) {
+        std::memcpy(held.data(), body.data(), body.size());
+    }
+    return true;
+}
+
+} // namespace
+
+Broker::Private::Private()
+    : epoll(epoll_create1(EPOLL_CLOEXEC)),
+      wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      spare(spareDescriptor()),
+      order(*this),
+      hub([this](Client &client) { afterSend(client); })
+{
+    watch(EPOLL_CTL_ADD, wake.get(), WakeEvent, EPOLLIN);
+    watch(EPOLL_CTL_ADD, readers.fd(), ReadEvent, EPOLLIN);
+}
+
+void Broker::Private::addListener(int socket)
+{
+    fcntl(socket, F_SETFL, fcntl(socket, F_GETFL) | O_NONBLOCK);
+    listeners.emplace_back(socket);
+    watch(EPOLL_CTL_ADD, socket, ListenEvent, EPOLLIN);
+}
+
+void Broker::Private::watch(int operation, int fd, uint64_t about, uint32_t events)
+{
+    epoll_event event{};
+    event.events = events;
+    event.data.u64 = about;
+    epoll_ctl(epoll.get(), operation, fd, &event);
+}
+
+// --- Clients
+
+Client *Broker::Private::addClient(Fd socket, uint64_t adopted)
+{
+    ucred credentials{};
+    socklen_t size = sizeof credentials;
+    if (getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &credentials, &size) != 0) {
+        return nullptr;
+    }
+    const ClientId id = adopted ? adopted : ++lastId;
+    const int fd = socket.get();
+    auto client = std::make_unique<Client>(id, std::move(socket), Peer{credentials.pid, adopted});
+    int &ofProcess = clientsOfProcess[credentials.pid];
+    const int refusal = credentials.uid != geteuid()                                               ? EACCES
+                        : clients.size() >= MaximumClients || ofProcess >= MaximumClientsOfProcess ? ENFILE
+                                                                                                   : 0;
+    if (refusal != 0 && !adopted) {
+        client->send(makeReply(Reply::Opened, refusal), {}, {});
+        if (ofProcess == 0) {
+            clientsOfProcess.erase(credentials.pid);
+        }
+        return nullptr;
+    }
+    ++ofProcess;
+    count += !adopted;
+    watch(EPOLL_CTL_ADD, fd, id, EPOLLIN);
+    client->subscriber.client = client.get();
+    Client &added = *client;
+    clients[id] = std::move(client);
+    order.add(added);
+    return &added;
+}
+
+Client *Broker::Private::find(ClientId id) const
+{
+    const auto found = clients.find(id);
+    return found == clients.end() ? nullptr : found->second.get();
+}
+
+void Broker::Private::acceptPending()
+{
+    for (const Fd &listener : listeners) {
+        while (acceptOne(listener.get())) {
+        }
+    }
+}
+
+bool Broker::Private::acceptOne(int listener)
+{
+    Fd socket(accept4(listener, nullptr, nullptr, SOCK_CLOEXEC));
+    if (socket.isValid()) {
+        addClient(std::move(socket), 0);
+        return true;
+    }
+    if (errno == EMFILE || errno == ENFILE) {
+        // The spare descriptor lets us take the client and turn it away; it would wake us for ever otherwise.
+        spare.reset();
+        socket.reset(accept4(listener, nullptr, nullptr, SOCK_CLOEXEC));
+        const bool isTaken = socket.isValid();
+        socket.reset();
+        spare = spareDescriptor();
+        return isTaken;
+    }
+    return errno == EINTR || errno == ECONNABORTED;
+}
+
+// Ends a client at the next safe moment: this may be called while lists of clients are walked.
+void Broker::Private::condemn(Client &client)
+{
+    if (client.isCondemned) {
+        return;
+    }
+    client.isCondemned = true;
+    condemned.push_back(&client);
+    if (!isProcessing) {
+        eventfd_write(wake.get(), 1);
+    }
+}
+
+void Broker::Private::settle()
+{
+    while (!condemned.empty()) {
+        Client *const client = condemned.back();
+        condemned.pop_back();
+        detach(*client);
+    }
+}
+
+void Broker::Private::detach(Client &client)
+{
+    order.remove(client);
+    readers.remove(client);
+    store.unsubscribe(client.subscriber);
+    if (client.endpoint && client.endpoint->server == &client) {
+        endService(*client.endpoint);
+    } else if (client.endpoint) {
+        hub.removeClient(client);
+    }
+    watch(EPOLL_CTL_DEL, client.fd(), 0, 0);
+    const auto ofProcess = clientsOfProcess.find(client.peer.process);
+    if (--ofProcess->second == 0) {
+        clientsOfProcess.erase(ofProcess);
+    }
+    count -= client.peer.adopted == 0;
+    const auto found = clients.find(client.id);
+    graveyard.push_back(std::move(found->second));
+    clients.erase(found);
+}
+
+void Broker::Private::afterSend(Client &client)
+{
+    if (client.queuedSize() > MaximumUnread) {
+        condemn(client);
+    } else if (client.isQueued() != client.isWatchedForWriting) {
+        client.isWatchedForWriting = client.isQueued();
+        watch(EPOLL_CTL_MOD, client.fd(), client.id, client.isQueued() ? EPOLLIN | EPOLLOUT : EPOLLIN);
+    }
+}
+
+void Broker::Private::closeWhenFlushed(Client &client)
+{
+    client.isClosing = true;
+    if (!client.isQueued()) {
+        condemn(client);
+    }
+}
+
+void Broker::Private::endService(Endpoint &endpoint)
+{
+    for (Client *client : hub.remove(endpoint)) {
+        closeWhenFlushed(*client);
+    }
+}
+
+void Broker::Private::tellReader(ClientId id)
+{
+    if (Client *client = find(id); client && client->endpoint && client->endpoint->service) {
+        client->endpoint->service->clientHasRead(id);
+    }
+}
+
+// --- Packets
+
+void Broker::Private::handlePacket(Client &client, const ClientPacket &packet)
+{
+    if (!client.isCondemned && !client.isClosing) {
+        dispatch(client, packet);
+    }
+    settle();
+}
+
+void Broker::Private::handleEnd(Client &client)
+{
+    condemn(client);
+    settle();
+}
+
+void Broker::Private::dispatch(Client &client, const ClientPacket &packet)
+{
+    bool isGood = client.isOpen() == (packet.header.type != Request::Open);
+    if (isGood) {
+        switch (packet.header.type) {
+        case Request::Open:
+            open(client, packet);
+            break;
+        case Request::Write:
+            isGood = write(client, packet.body);
+            break;
+        case Request::Pull:
+            isGood = pull(client, packet);
+            break;
+        default:
+            isGood = false;
+        }
+    }
+    if (!isGood) {
+        condemn(client);
+    }
+}
+
+void Broker::Private::open(Client &client, const ClientPacket &packet)
+{
+    Reply reply = makeReply(Reply::Opened);
+    ObjectPath path;
+    int error = 0;
+    if (packet.header.version != WireVersion) {
+        error = EPROTO;
+    } else if (!parsePath(packet.body, path) || !isOpenable(path, packet.header.mode)) {
+        error = EINVAL;
+    } else {
+        client.path = std::move(path);
+        client.mode = packet.header.mode;
+        error = client.path.isService() ? openService(client) : openPlain(client, reply);
+    }
+    if (error != 0) {
+        client.mode = 0;
+        reply.error = uint16_t(error);
+        condemn(client);
+    }
+    client.send(reply, {}, {});
+    if (error == 0 && client.path.isService() && !client.path.server) {
+        // After the answer, because the service may send at once.
+        hub.addClient(*hub.find(client.path.path()), client);
+    }
+}
+
+int Broker::Private::openService(Client &client)
+{
+    if (!client.path.server) {
+        return hub.find(client.path.path()) ? 0 : ENXIO;
+    }
+    Endpoint *const endpoint = hub.add(client.path.path());
+    if (!endpoint) {
+        return EBUSY;
+    }
+    endpoint->server = &client;
+    client.endpoint = endpoint;
+    return 0;
+}
+
+int Broker::Private::openPlain(Client &client, Reply &reply)
+{
+    if (client.path.isListing()) {
+        reply.more = true;
+        return 0;
+    }
+    if (!client.reads()) {
+        return 0;
+    }
+    if (!store.subscribe(client.path, client.subscriber)) {
+        return ENOSPC;
+    }
+    // What is there now waits for the first read: nothing is pushed before the reader pulls.
+    ReaderPosition position;
+    client.isMarked = !store.read(client.subscriber, position).empty();
+    client.sentVersion = store.version();
+    reply.more = client.isMarked;
+    if (!client.isMarked) {
+        reply.to = {client.sentVersion, client.sentVersion};
+    }
+    return 0;
+}
+
+bool Broker::Private::write(Client &client, std::string_view text)
+{
+    if (!(client.mode & Publish) || text.size() > MaximumMessage || !isWritable(client.path, text)) {
+        return false;
+    }
+    if (client.path.server) {
+        hub.fromServer(*client.endpoint, text);
+    } else if (client.endpoint) {
+        hub.toServer(client, text);
+    } else {
+        Object *object = nullptr;
+        if (!store.publish(client.path, text, false, object)) {
+            return false;
+        }
+        notify(object);
+    }
+    return true;
+}
+
+bool Broker::Private::pull(Client &client, const ClientPacket &packet)
+{
+    ReaderPosition position{packet.header.seen, {}};
+    Reply reply = makeReply(Reply::Answer);
+    std::string text;
+    if (client.path.isListing()) {
+        text = listFolder(client.path.folder, store.pathsBelow(client.path.folder), hub.paths(), position.position);
+    } else if (client.subscriber.folder && parseHeld(packet.body, position.held)) {
+        text = store.read(client.subscriber, position);
+        client.sentVersion = position.position.base;
+        client.isMarked = !position.isSettled();
+    } else {
+        return false;
+    }
+    reply.to = position.position;
+    reply.heldCount = uint32_t(position.held.size());
+    reply.more = !position.isSettled();
+    client.send(reply, asBytes(position.held), text);
+    // A reader waits for each answer; one that piles them up is none.
+    return !client.isQueued();
+}
+
+void Broker::Private::notify(Object *object)
+{
+    if (!object) {
+        return;
+    }
+    for (Subscriber *subscriber : object->subscribers) {
+        push(*subscriber->client, *object);
+    }
+    for (Subscriber *subscriber : object->folder->subscribers) {
+        push(*subscriber->client, *object);
+    }
+}
+
+// Tells a reader of a change: the change itself when nothing else waits to be read, else that there is one.
+void Broker::Private::push(Client &client, const Object &object)
+{
+    if (client.isMarked || client.isCondemned) {
+        return;
+    }
+    ReaderPosition position{{client.sentVersion, client.sentVersion}, {}};
+    const std::string text = store.read(client.subscriber, position);
+    if (text.empty() && !object.content.hasJustRemoved(client.subscriber.selection)) {
+        return;
+    }
+    if (text.empty() || !client.hasReadAll()) {
+        client.isMarked = true;
+        client.send(makeReply(Reply::Mark), {}, {});
+        afterSend(client);
+        return;
+    }
+    Reply reply = makeReply(Reply::Change);
+    reply.from = client.sentVersion;
+    reply.to = position.position;
+    reply.heldCount = uint32_t(position.held.size());
+    reply.more = !position.isSettled();
+    client.sentVersion = position.position.base;
+    client.isMarked = reply.more;
+    client.send(reply, asBytes(position.held), text);
+    afterSend(client);
+}
+
+void Broker::Private::process()
+{
+    isProcessing = true;
+    epoll_event events[MaximumEvents];
+    int ready;
+    do {
+        ready = epoll_wait(epoll.get(), events, MaximumEvents, 0);
+    } while (ready < 0 && errno == EINTR);
+    for (int i = 0; i < ready; ++i) {
+        processEvent(events[i]);
+        settle();
+    }
+    isProcessing = false;
+    graveyard.clear();
+    if (count != reportedCount) {
+        reportedCount = count;
+        if (countChanged) {
+            countChanged();
+        }
+    }
+}
+
+void Broker::Private::processEvent(const epoll_event &event)
+{
+    if (event.data.u64 == WakeEvent) {
+        eventfd_t ignored;
+        eventfd_read(wake.get(), &ignored);
+        return;
+    }
+    if (event.data.u64 == ListenEvent) {
+        acceptPending();
+        return;
+    }
+    if (event.data.u64 == ReadEvent) {
+        for (const ClientId id : readers.takeRead()) {
+            tellReader(id);
+        }
+        return;
+    }
+    Client *const client = find(event.data.u64);
+    if (!client) {
+        return;
+    }
+    if (event.events & EPOLLOUT) {
+        client->flush();
+        afterSend(*client);
+        if (client->isClosing && !client->isQueued()) {
+            condemn(*client);
+        }
+    }
+    if (!client->isCondemned && (event.events & ~uint32_t(EPOLLOUT))) {
+        order.readable(*client);
+    }
+}
+
+} // namespace voro::pps

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "Broker.h"
+#include "Hub.h"
+#include "Order.h"
+#include "ReadWatch.h"
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+struct epoll_event;
+
+namespace voro::pps {
+
+/** The broker at work: clients, their packets, and what they subscribed to. */
+class Broker::Private final : public Order::Handler {
+public:
+    Private();
+
+    void addListener(int socket);
+    void watch(int operation, int fd, uint64_t about, uint32_t events);
+
+    // Clients.
+    Client *addClient(Fd socket, uint64_t adopted);
+    Client *find(ClientId id) const;
+    void acceptPending() override;
+    bool acceptOne(int listener);
+    void condemn(Client &client);
+    void settle();
+    void detach(Client &client);
+    void afterSend(Client &client);
+    void closeWhenFlushed(Client &client);
+    void endService(Endpoint &endpoint);
+    void tellReader(ClientId id);
+
+    // Packets.
+    void handlePacket(Client &client, const ClientPacket &packet) override;
+    void handleEnd(Client &client) override;
+    void handleGarbage(Client &client) override { condemn(client); }
+    void dispatch(Client &client, const ClientPacket &packet);
+    void open(Client &client, const ClientPacket &packet);
+    int openService(Client &client);
+    int openPlain(Client &client, Reply &reply);
+    bool write(Client &client, std::string_view text);
+    bool pull(Client &client, const ClientPacket &packet);
+    void notify(Object *object);
+    void push(Client &client, const Object &object);
+    void process();
+    void processEvent(const epoll_event &event);
+
+    Fd epoll;
+    Fd wake;
+    ReadWatch readers;
+    /** Given up to accept, and so turn away, a client when there is no other descriptor left. */
+    Fd spare;
+    std::vector<Fd> listeners;
+    std::unordered_map<ClientId, std::unique_ptr<Client>> clients;
+    std::unordered_map<pid_t, int> clientsOfProcess;
+    Store store;
+    Order order;
+    Hub hub;
+    std::vector<Client *> condemned;
+    /** Detached clients that a caller further up may still refer to. */
+    std::vector<std::unique_ptr<Client>> graveyard;
+    std::function<void()> countChanged;
+    ClientId lastId = 0;
+    size_t count = 0;
+    size_t reportedCount = 0;
+    bool isProcessing = false;
+};
+
+} // namespace voro::pps
