@@ -41,6 +41,7 @@ private Q_SLOTS:
     void workerKilled_whileOpening_failsTheCall();
     void applicationKilled_endsItsContexts();
     void contextNames_areUniqueAndSafe();
+    void parametersBeyondAMessage_areRefused();
     void manyContexts_leaveNothing();
 
 private:
@@ -381,6 +382,19 @@ void tst_Renderer::contextNames_areUniqueAndSafe()
     // Only who made a context ends it.
     QCOMPARE(first.attach(file("tone.wav")), 0);
     mmr_disconnect(connection);
+}
+
+void tst_Renderer::parametersBeyondAMessage_areRefused()
+{
+    const Application application;
+    const std::string longest(40'000, 'x');
+    for (const unsigned track : {8U, 9U}) {
+        strm_dict_t *const parameters = strm_dict_set(strm_dict_new(), "subpicture_url", longest.c_str());
+        QCOMPARE(mmr_track_parameters(application.context(), track, parameters), 0);
+    }
+    QCOMPARE(application.attach(file("a.ogg")), int(ErrorCode::InvalidParameter));
+    QCOMPARE(mmr_track_parameters(application.context(), 9, strm_dict_new()), 0);
+    QCOMPARE(application.attach(file("a.ogg")), 0);
 }
 
 void tst_Renderer::manyContexts_leaveNothing()
