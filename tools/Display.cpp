@@ -4,6 +4,7 @@
 #include "TerminalLine.h"
 
 #include <algorithm>
+#include <array>
 
 namespace voro {
 
@@ -18,6 +19,25 @@ QString bar(const View &view, int width)
     return QLatin1Char('[') + QString(played, QLatin1Char('=')) + QString(width - played, QLatin1Char('-'))
            + QLatin1Char(']');
 }
+
+// What is told of a playback only where it is not what everybody expects; empty otherwise.
+
+QString trackText(const View &view)
+{
+    return view.trackCount > 1 ? QStringLiteral("track %1 of %2").arg(view.track).arg(view.trackCount) : QString();
+}
+
+QString speedText(const View &view)
+{
+    return view.isPaused || view.speed == 1 ? QString() : QStringLiteral("speed %1").arg(view.speed);
+}
+
+QString captionsText(const View &view)
+{
+    return !view.captions ? QString() : *view.captions ? QStringLiteral("captions on") : QStringLiteral("captions off");
+}
+
+constexpr std::array Notes{trackText, speedText, captionsText};
 
 class TerminalDisplay : public Display {
 public:
@@ -42,6 +62,9 @@ public:
     {
         if (view.isTitledUnlike(m_last))
             line(view.title);
+        for (const auto note : Notes)
+            if (const QString text = note(view); !text.isEmpty() && text != note(m_last))
+                line(text);
         if (view.buffering >= 0 && m_last.buffering < 0)
             line(QStringLiteral("buffering"));
         if (view.isPaused != m_last.isPaused)
@@ -88,6 +111,9 @@ QString statusLine(const View &view, int columns)
     after += QStringLiteral("  volume %1%").arg(qRound(view.volume * 100));
     if (view.buffering >= 0)
         after += QStringLiteral("  buffering %1%").arg(int(view.buffering * 100));
+    for (const auto note : Notes)
+        if (const QString text = note(view); !text.isEmpty())
+            after += QLatin1String("  ") + text;
     const auto room = columns - before.size() - after.size() - 2;
     if (view.duration == 0 || room < NarrowestBar)
         return fitted(before + after.trimmed(), columns);

@@ -4,6 +4,7 @@
 #include <QtCore/QString>
 
 #include <memory>
+#include <optional>
 
 namespace voro {
 
@@ -21,6 +22,13 @@ struct View {
     unsigned duration = 0;
     /** From 0.0 to 1.0. */
     double volume = 1;
+    /** Which of how many plays, from 1. */
+    unsigned track = 1;
+    unsigned trackCount = 1;
+    /** A factor of normal speed. */
+    double speed = 1;
+    /** Whether captions are shown; nothing when there are none to be shown. */
+    std::optional<bool> captions{};
 
     /** Whether a title has to be shown that the other view did not have. */
     bool isTitledUnlike(const View &other) const

@@ -52,6 +52,8 @@ std::optional<Key> plainKey(char byte)
         return Key::Next;
     case 'p':
         return Key::Previous;
+    case 'c':
+        return Key::Captions;
     case 'q':
         return Key::Quit;
     default:

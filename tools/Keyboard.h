@@ -9,7 +9,7 @@
 namespace voro {
 
 /** A key that commands the player. */
-enum class Key { PlayPause, Back, Forward, Louder, Softer, Next, Previous, Quit };
+enum class Key { PlayPause, Back, Forward, Louder, Softer, Next, Previous, Captions, Quit };
 
 /** Finds keys in the bytes that a terminal sends, which may arrive in pieces. */
 class KeyDecoder {

@@ -52,7 +52,8 @@ const Command PlayCommand{
             .details =
                 "Plays files and streams, one after the other; without any, the sample that comes with the program.\n"
                 "On a terminal these keys work: space pauses and goes on, left and right seek by five seconds,\n"
-                "up and down (or + and -) change the volume, n and p go to the next and previous track, q quits.",
+                "up and down (or + and -) change the volume, n and p go to the next and previous track, c switches\n"
+                "captions off and on, q quits.",
             .options =
                 {
                     {"--start", "MS", "begins the first medium at a position in milliseconds"},
@@ -61,7 +62,7 @@ const Command PlayCommand{
                     {"--repeat", "MODE", "none, track or all"},
                     {"--eq", "NAME", "an equalizer preset, for instance BassBoost or Rock"},
                     {"--window", "ID", "shows the video in a window"},
-                    {"--captions", "URL", "a file of captions for the video"},
+                    {"--captions", "URL", "a file of captions, shown in the window"},
                     {"--no-publish", nullptr, "does not show as what is now playing on the device"},
                     {"--json", nullptr, "prints every signal of the player as one JSON object a line"},
                 },

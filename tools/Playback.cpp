@@ -51,6 +51,10 @@ void Playback::connectPlayer()
     connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::bufferStatusChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::volumeChanged, this, &Playback::refresh);
+    connect(&m_player, &MediaPlayer::speedChanged, this, &Playback::refresh);
+    connect(&m_player, &MediaPlayer::closedCaptionEnabledChanged, this, &Playback::refresh);
+    connect(&m_player, qOverload<unsigned>(&MediaPlayer::trackChanged), this, &Playback::refresh);
+    connect(&m_player, qOverload<unsigned>(&MediaPlayer::trackCountChanged), this, &Playback::refresh);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::durationChanged), this, &Playback::refresh);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), this, [this] {
         m_sought.reset();
@@ -170,6 +174,8 @@ void Playback::onKey(Key key)
             return next();
         case Key::Previous:
             return previous();
+        case Key::Captions:
+            return m_player.setClosedCaptionEnabled(!m_player.closedCaptionEnabled());
         case Key::Quit:
             finish();
             break;
@@ -248,6 +254,8 @@ void Playback::refresh()
                                          || m_settings.repeatMode == RepeatMode::All,
                                      m_player.track() > 1 || m_index > 0);
     }
+    const bool isList = m_player.trackCount() > 1;
+    const bool hasCaptions = m_settings.captions && !m_settings.windowId.isEmpty();
     m_display->show({
         .number = m_begun,
         .title = title(),
@@ -256,6 +264,10 @@ void Playback::refresh()
         .position = m_player.position(),
         .duration = m_player.duration(),
         .volume = m_player.volume(),
+        .track = isList ? m_player.track() : unsigned(m_index + 1),
+        .trackCount = isList ? m_player.trackCount() : unsigned(m_settings.media.size()),
+        .speed = m_player.speed(),
+        .captions = hasCaptions ? std::optional(m_player.closedCaptionEnabled()) : std::nullopt,
     });
 }
 

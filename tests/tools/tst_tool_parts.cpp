@@ -240,7 +240,8 @@ void tst_tool_parts::keys_data()
             numbers.append(int(key));
         QTest::newRow(name) << bytes << numbers;
     };
-    row("letters", " +-npq", {Key::PlayPause, Key::Louder, Key::Softer, Key::Next, Key::Previous, Key::Quit});
+    row("letters", " +-npcq",
+        {Key::PlayPause, Key::Louder, Key::Softer, Key::Next, Key::Previous, Key::Captions, Key::Quit});
     row("arrows", "\x1b[A\x1b[B\x1b[C\x1b[D", {Key::Louder, Key::Softer, Key::Forward, Key::Back});
     row("arrows of the application mode", "\x1bOC\x1bOD", {Key::Forward, Key::Back});
     row("unknown keys", "xyz\t\xc3\xa4", {});
@@ -280,7 +281,14 @@ void tst_tool_parts::times()
 
 void tst_tool_parts::statusLine_fits_whateverTheWidth()
 {
-    const View view{.isPaused = true, .buffering = 0.5, .position = 4000, .duration = 20000, .volume = 0.8};
+    const View view{.isPaused = true,
+                    .buffering = 0.5,
+                    .position = 4000,
+                    .duration = 20000,
+                    .volume = 0.8,
+                    .track = 3,
+                    .trackCount = 12,
+                    .captions = true};
     for (int columns = 1; columns < 200; ++columns)
         QVERIFY2(statusLine(view, columns).size() <= columns, qPrintable(statusLine(view, columns)));
 }
@@ -293,6 +301,11 @@ void tst_tool_parts::statusLine_showsHowFar()
     QVERIFY(!statusLine(view, 50).contains(QLatin1Char('-')));
     view.duration = 0;
     QCOMPARE(statusLine(view, 50), QStringLiteral(">  0:30 volume 100%"));
+    view.track = 2;
+    view.trackCount = 9;
+    view.speed = -1.5;
+    view.captions = false;
+    QCOMPARE(statusLine(view, 80), QStringLiteral(">  0:30 volume 100%  track 2 of 9  speed -1.5  captions off"));
 }
 
 void tst_tool_parts::newFile_isNamedAsItStands_data()

@@ -620,6 +620,18 @@ void tst_voro::play_plainOutput_isLines()
     QVERIFY2(result.out.startsWith("First Light - Voro\n"), result.out.constData());
     QVERIFY2(result.out.contains("\n0:18 / 0:19\n"), result.out.constData());
     QVERIFY(!result.out.contains('\r') && !result.out.contains('\x1b'));
+
+    const QString list = daemon.folder() + QStringLiteral("/list.m3u");
+    QFile file(list);
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write(QByteArray(VORO_SAMPLE_FILE "\n").repeated(2));
+    file.close();
+    const Result several =
+        voro({QStringLiteral("play"), list, QStringLiteral("--speed=4"), QStringLiteral("--start=18000")});
+    QCOMPARE(several.status, 0);
+    QVERIFY2(several.out.contains("track 1 of 2\n"), several.out.constData());
+    QVERIFY2(several.out.contains("speed 4\n"), several.out.constData());
+    QVERIFY2(several.out.contains("track 2 of 2\n"), several.out.constData());
 }
 
 void tst_voro::play_keys_workOnTerminal()

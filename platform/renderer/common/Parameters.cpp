@@ -13,6 +13,7 @@ namespace voro::renderer {
 namespace {
 
 constexpr int64_t Most = std::numeric_limits<int>::max();
+constexpr int64_t MostUnsigned = std::numeric_limits<uint32_t>::max();
 
 template<int64_t Lowest, int64_t Highest>
 bool isBetween(std::string_view value)
@@ -53,9 +54,9 @@ struct Rule {
 };
 
 constexpr std::array Rules{
-    Rule{Owner::Context, "updateinterval", isBetween<20, Most>},
+    Rule{Owner::Context, "updateinterval", isBetween<20, MostUnsigned>},
     Rule{Owner::Input, "repeat", isRepeat},
-    Rule{Owner::Input, "audioman_handle", isBetween<0, std::numeric_limits<uint32_t>::max()>},
+    Rule{Owner::Input, "audioman_handle", isBetween<0, MostUnsigned>},
     Rule{Owner::Input, "audio_type", isAnything},
     Rule{Owner::Input, "subpicture_url", isAnything},
     Rule{Owner::Input, "subpicture_index", isBetween<0, Most>},
@@ -63,7 +64,7 @@ constexpr std::array Rules{
     Rule{Owner::Track, "subpicture_url", isAnything},
     Rule{Owner::Track, "subpicture_index", isBetween<0, Most>},
     Rule{Owner::Track, "subpicture_disable", isBetween<0, 1>},
-    Rule{Owner::Audio, "audioman_handle", isBetween<0, std::numeric_limits<uint32_t>::max()>},
+    Rule{Owner::Audio, "audioman_handle", isBetween<0, MostUnsigned>},
     Rule{Owner::Audio, "volume", isBetween<0, 100>},
     Rule{Owner::Audio, "autopause", isYesOrNo},
     Rule{Owner::Audio, "eq_preset", isPreset},
@@ -94,7 +95,7 @@ long Parameters::number(std::string_view name, long fallback) const
     if (found == m_entries.end()) {
         return fallback;
     }
-    return parseNumber(found->second, 0, std::numeric_limits<uint32_t>::max()).value_or(fallback);
+    return parseNumber(found->second, 0, MostUnsigned).value_or(fallback);
 }
 
 Result Parameters::check(Owner owner) const

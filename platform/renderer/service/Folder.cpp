@@ -40,6 +40,10 @@ void Folder::setSpeed(int speed)
 
 void Folder::setQueue(unsigned current, unsigned total)
 {
+    // Its readers look at once for the track that becomes the current one.
+    if (!m_tracks.contains(current)) {
+        publishUnknownTrack(current, Fence::None);
+    }
     publishQueue(current, total, Fence::None);
     forgetTracks(current > Neighbourhood ? current - Neighbourhood : 1, current + Neighbourhood);
 }
@@ -87,14 +91,21 @@ void Folder::publishStatus(int64_t position, std::string_view bufferLevel, std::
     publish("status", lines, fence);
 }
 
-void Folder::clearMedium(unsigned track)
+/** Shows a track of which nothing is known. */
+void Folder::publishUnknownTrack(unsigned track, Fence fence)
 {
     std::string lines;
     pps::appendNumber(lines, "md_title_duration", 0);
     pps::appendBool(lines, "md_title_seekable", false);
     pps::appendNumber(lines, "md_video_width", 0);
     pps::appendNumber(lines, "md_video_height", 0);
-    publish('q' + std::to_string(track), lines, Fence::Hold);
+    m_tracks.insert(track);
+    publish('q' + std::to_string(track), lines, fence);
+}
+
+void Folder::clearMedium(unsigned track)
+{
+    publishUnknownTrack(track, Fence::Hold);
     publishQueue(track, 0, Fence::Hold);
     publishStatus(0, "0/100", "idle", NoVolume, Fence::Hold);
     forgetTracks(track, track);

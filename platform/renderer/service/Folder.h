@@ -35,7 +35,7 @@ public:
     void setState(std::string_view state, int speed, const std::optional<Ending> &ending = {});
     /** Changes the speed and nothing else: what else the state says is not written again. */
     void setSpeed(int speed);
-    /** Tracks that are far from the current one are shown no longer. */
+    /** Tracks that are far from the current one are shown no longer; the current one always is. */
     void setQueue(unsigned current, unsigned total);
     /** The metadata of a track, as attribute lines. */
     void setTrack(unsigned track, std::string_view lines);
@@ -55,12 +55,12 @@ private:
     void publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
                        std::string_view volume, pps::Broker::Fence fence);
     void publishQueue(unsigned current, unsigned total, pps::Broker::Fence fence);
+    void publishUnknownTrack(unsigned track, pps::Broker::Fence fence);
+    void forgetTracks(unsigned first, unsigned last);
     std::string objectPath(const std::string &name) const { return m_path + '/' + name; }
 
     pps::Broker &m_broker;
     std::string m_path;
-    void forgetTracks(unsigned first, unsigned last);
-
     Parameters m_input;
     /** The tracks that are shown. */
     std::set<unsigned> m_tracks;

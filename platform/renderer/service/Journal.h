@@ -46,9 +46,6 @@ public:
     /** Whether there can be an input like that with the present outputs. */
     Result checkInput(const Input &input) const;
 
-    const Parameters &input() const { return m_input; }
-    const Parameters &track(unsigned track) { return m_tracks[track]; }
-
     /** What an engine needs to open a medium. */
     std::string openLines(const Input &input, int speed, const std::optional<TrackPosition> &start) const;
     /** Every setting that a playing engine can change. */

@@ -100,15 +100,27 @@ void Worker::closed()
     die();
 }
 
+void Worker::forsake()
+{
+    m_listener = nullptr;
+    m_pending.clear();
+    updateTimer();
+}
+
 void Worker::ask(std::string_view command, std::string_view lines, Engine::Done done)
 {
     const int64_t id = ++m_lastId;
+    const std::string text = request(command, id).append(lines);
+    if (text.size() > pps::MaximumMessage) {
+        done({ErrorCode::InvalidParameter, "the parameters are too many for a message"});
+        return;
+    }
     if (m_pending.empty()) {
         m_silence.restart();
     }
     m_pending.emplace(id, std::move(done));
     updateTimer();
-    send(request(command, id).append(lines));
+    send(text);
 }
 
 void Worker::send(const std::string &text)

@@ -32,6 +32,9 @@ public:
     void closed();
 
     void setListener(EngineListener *listener) { m_listener = listener; }
+    /** Nobody is told anything any more, nor of what was asked before. */
+    void forsake();
+    /** As Engine::ask(). What is too long for a message fails at once. */
     void ask(std::string_view command, std::string_view lines, Engine::Done done);
     /** Hands an open file over; false when the worker does not take it. */
     bool pass(int descriptor);

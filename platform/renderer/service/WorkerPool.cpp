@@ -138,7 +138,7 @@ void WorkerPool::end(const std::shared_ptr<Worker> &worker)
 void WorkerPool::endCompleted(const std::shared_ptr<Worker> &worker)
 {
     if (std::find(m_workers.begin(), m_workers.end(), worker) != m_workers.end()) {
-        worker->setListener(nullptr);
+        worker->forsake();
         worker->ask("close", {}, [this, worker = worker.get()](const Result &) { end(worker->shared_from_this()); });
     }
 }

@@ -51,12 +51,12 @@ int Application::setOutput(int output, const char *name, const char *value) cons
     return code(mmr_output_parameters(m_context, output, dictionary(name, value)));
 }
 
-std::unique_ptr<Connection> Application::watch(const std::string &object) const
+std::unique_ptr<Connection> Application::watch(const std::string &object, unsigned mode) const
 {
     char path[1024];
     mmr_context_path(m_context, path, sizeof path);
     auto connection = std::make_unique<Connection>();
-    if (!connection->open(std::string(path) + '/' + object, voro::pps::Subscribe)) {
+    if (!connection->open(std::string(path) + '/' + object, mode)) {
         qFatal("cannot open %s", object.c_str());
     }
     return connection;

@@ -30,8 +30,8 @@ public:
     int setOutput(int output, const char *name, const char *value) const;
     int attachAudio() const { return mmr_output_attach(m_context, "audio:default", "audio"); }
 
-    /** An object of the context's folder, to be read. */
-    std::unique_ptr<voro::pps::Connection> watch(const std::string &object) const;
+    /** An object of the context's folder, to be read if nothing else is said. */
+    std::unique_ptr<voro::pps::Connection> watch(const std::string &object, unsigned mode = voro::pps::Subscribe) const;
     /** What an object of the folder holds now. */
     voro::pps::Message content(const std::string &object) const;
 

@@ -134,6 +134,7 @@ private Q_SLOTS:
     void parameters_areEchoed_exactly();
     void nothingIsShown_beforeTheFirstChange();
     void reset_isReadBeforeTheNextMedium();
+    void currentTrack_isAlwaysShown();
     void speedChange_doesNotWriteTheErrorAgain();
     void commands_areAnsweredInTheirOrder();
     void deathDuringCommand_failsIt_data();
@@ -458,6 +459,21 @@ void tst_Context::reset_isReadBeforeTheNextMedium()
     }
     QVERIFY2(second.find("@state") == std::string::npos, second.c_str());
     QCOMPARE(QByteArray::fromStdString(readNow(*all)), QByteArray());
+}
+
+void tst_Context::currentTrack_isAlwaysShown()
+{
+    const QByteArray unknown = "md_title_duration:n:0 md_title_seekable:b:false md_video_width:n:0 md_video_height:n:0";
+    Stage stage;
+    stage.engines.total = 9;
+    QCOMPARE(stage.step(Attach), 0);
+    stage.step("!queue current:n:7 total:n:9");
+    QCOMPARE(attributes(stage.content("q7")), unknown);
+    // Without an engine nobody can tell of the other track.
+    stage.step("!die");
+    QCOMPARE(stage.step("seek position::2:5"), 0);
+    QCOMPARE(attributes(stage.content("q2")), unknown);
+    QCOMPARE(attributes(stage.content("q7")), QByteArray());
 }
 
 void tst_Context::speedChange_doesNotWriteTheErrorAgain()

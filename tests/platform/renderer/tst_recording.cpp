@@ -350,19 +350,37 @@ void tst_Recording::workerKilled_fileStaysAndPlays()
 
 void tst_Recording::applicationGone_fileIsCompleted_data()
 {
-    addFormats({"wav", "m4a", "flac"});
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<bool>("isCommanded");
+    QTest::newRow("wav") << "wav" << false;
+    QTest::newRow("m4a") << "m4a" << false;
+    QTest::newRow("flac") << "flac" << false;
+    QTest::newRow("with a command under way") << "m4a" << true;
 }
 
 void tst_Recording::applicationGone_fileIsCompleted()
 {
     QFETCH(const QString, format);
+    QFETCH(const bool, isCommanded);
     Daemon daemon(Daemon::Later);
     QVERIFY(daemon.start({toneSource(1)}));
     const QString path = file("gone." + format);
+    QList<pid_t> halted;
     {
         const Recorder recorder(path);
         QCOMPARE(recorder.play(), 0);
         recorder.waitFor(500);
+        if (isCommanded) {
+            // The worker answers when the application is gone.
+            halted = workersWith(path.toUtf8(), daemon.processId());
+            QCOMPARE(halted.size(), 1);
+            ::kill(halted.first(), SIGSTOP);
+            const auto control = recorder.watch("control", voro::pps::Publish);
+            QVERIFY(control->write("msg::speed_set\nid:n:1\nspeed:n:0"));
+        }
+    }
+    for (const pid_t worker : halted) {
+        ::kill(worker, SIGCONT);
     }
     QTRY_VERIFY(workersWith(path.toUtf8(), daemon.processId()).isEmpty());
     // A head or an index that was not completed would tell of less.

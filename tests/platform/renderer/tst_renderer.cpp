@@ -14,11 +14,46 @@
 #include <sys/socket.h>
 #include <Workers.h>
 
+#include <array>
 #include <cmath>
+#include <complex>
 #include <csignal>
+#include <map>
 #include <thread>
 
 using voro::renderer::ErrorCode;
+
+namespace {
+
+/** The middles of octaves. */
+constexpr std::array Frequencies{29, 59, 119, 237, 474, 947, 1889, 3770, 7523, 15011};
+using Levels = std::array<double, Frequencies.size()>;
+
+/** How loud each frequency is, in dB. The beginning, where filters settle, does not count. */
+Levels levelsOf(const QList<float> &samples)
+{
+    Levels levels{};
+    for (size_t i = 0; i < Frequencies.size(); ++i) {
+        std::complex<double> sum;
+        for (qsizetype sample = 44100; sample < samples.size(); ++sample) {
+            sum += double(samples[sample]) * std::polar(1.0, 2 * M_PI * Frequencies[i] * double(sample) / 44100);
+        }
+        levels[i] = 20 * std::log10(std::abs(sum) / double(samples.size() - 44100));
+    }
+    return levels;
+}
+
+/** By how many dB they differ where they differ most. */
+double difference(const Levels &one, const Levels &other)
+{
+    double most = 0;
+    for (size_t i = 0; i < one.size(); ++i) {
+        most = std::max(most, std::abs(one[i] - other[i]));
+    }
+    return most;
+}
+
+} // namespace
 
 /** The renderer as applications reach it: the daemon, its workers and real media. */
 class tst_Renderer : public QObject {
@@ -32,6 +67,7 @@ private Q_SLOTS:
     void sound_isComplete();
     void seek_isAccurate_alsoBeforePlay();
     void volume_scalesTheSound();
+    void presets_soundDifferent();
     void speed_shortensTheSound_andKeepsThePitch();
     void seek_isNeverFollowedByAnOlderPosition();
     void withoutOutput_playsInRealTime();
@@ -41,6 +77,7 @@ private Q_SLOTS:
     void workerKilled_whileOpening_failsTheCall();
     void applicationKilled_endsItsContexts();
     void contextNames_areUniqueAndSafe();
+    void parametersBeyondAMessage_areRefused();
     void manyContexts_leaveNothing();
 
 private:
@@ -76,6 +113,11 @@ void tst_Renderer::initTestCase()
     encode("a.mka", {"-c:a", "flac"});
     encode("a.webm", {"-c:a", "libopus", "-ar", "48000"});
     media::encode(m_folder.filePath("tone.wav"), QStringLiteral("sine=frequency=1000:duration=4:sample_rate=44100"));
+    QStringList tones;
+    for (const int frequency : Frequencies) {
+        tones << QStringLiteral("0.02*sin(2*PI*%1*t)").arg(frequency);
+    }
+    media::encode(m_folder.filePath("tones.wav"), QLatin1String("aevalsrc=") + tones.join('+') + ":s=44100:d=2");
     write("words.mp3", QByteArray("These are only words.\n").repeated(200));
     write("zeros.mp3", QByteArray(20'000, '\0'));
     write("empty.wav", {});
@@ -197,6 +239,26 @@ void tst_Renderer::volume_scalesTheSound()
     QVERIFY(full > 0.05f);
     QVERIFY(std::abs(loudest("50") / full - 0.5f) < 0.02f);
     QCOMPARE(loudest("0"), 0.0f);
+}
+
+void tst_Renderer::presets_soundDifferent()
+{
+    std::map<std::string, Levels> heard;
+    for (const char *preset :
+         {"off", "airplane", "bassboost", "trebleboost", "voiceboost", "basslower", "treblelower", "voicelower",
+          "acoustic", "dance", "electronic", "hiphop", "jazz", "lounge", "piano", "randb", "rock", "spokenword"}) {
+        const Application application;
+        QCOMPARE(application.setOutput(application.attachAudio(), "eq_preset", preset), 0);
+        QCOMPARE(application.attach(file("tones.wav")), 0);
+        const Levels levels = levelsOf(play(application));
+        for (const auto &[other, theirs] : heard) {
+            QVERIFY2(difference(levels, theirs) > (other == "off" ? 3 : 1.5), (preset + (" is " + other)).c_str());
+        }
+        heard[preset] = levels;
+    }
+    QVERIFY(heard["bassboost"][1] - heard["off"][1] > 4);
+    QVERIFY(std::abs(heard["bassboost"][8] - heard["off"][8]) < 1);
+    QVERIFY(heard["treblelower"][9] - heard["off"][9] < -6);
 }
 
 void tst_Renderer::speed_shortensTheSound_andKeepsThePitch()
@@ -381,6 +443,19 @@ void tst_Renderer::contextNames_areUniqueAndSafe()
     // Only who made a context ends it.
     QCOMPARE(first.attach(file("tone.wav")), 0);
     mmr_disconnect(connection);
+}
+
+void tst_Renderer::parametersBeyondAMessage_areRefused()
+{
+    const Application application;
+    const std::string longest(40'000, 'x');
+    for (const unsigned track : {8U, 9U}) {
+        strm_dict_t *const parameters = strm_dict_set(strm_dict_new(), "subpicture_url", longest.c_str());
+        QCOMPARE(mmr_track_parameters(application.context(), track, parameters), 0);
+    }
+    QCOMPARE(application.attach(file("a.ogg")), int(ErrorCode::InvalidParameter));
+    QCOMPARE(mmr_track_parameters(application.context(), 9, strm_dict_new()), 0);
+    QCOMPARE(application.attach(file("a.ogg")), 0);
 }
 
 void tst_Renderer::manyContexts_leaveNothing()

@@ -87,8 +87,8 @@ void tst_RendererCommon::parameters_data()
         QTest::newRow(title) << int(owner) << QByteArray(name) << good << bad;
     };
     const QByteArrayList noNumbers = {"", "-1", "x", "1x", " 1", "1.0"};
-    row("interval", Owner::Context, "updateinterval", {"20", "1000", "2147483647"},
-        noNumbers + QByteArrayList{"0", "19", "2147483648"});
+    row("interval", Owner::Context, "updateinterval", {"20", "1000", "4294967295"},
+        noNumbers + QByteArrayList{"0", "19", "4294967296"});
     row("volume", Owner::Audio, "volume", {"0", "100"}, noNumbers + QByteArrayList{"101"});
     row("autopause", Owner::Audio, "autopause", {"yes", "no"}, {"", "true", "YES", "1"});
     row("preset", Owner::Audio, "eq_preset", {"off", "airplane", "randb", "spokenword"}, {"", "Rock", "unheard"});
