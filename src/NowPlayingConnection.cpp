@@ -83,7 +83,8 @@ void NowPlayingConnection::setMetaData(const QVariantMap &metaData)
     d->m_metaData = metaData;
     Q_EMIT d->invalidate();
     announce(tracer, "metaDataChanged", "metaData", d->m_metaData);
-    Q_EMIT metaDataChanged(d->m_metaData);
+    // Not the stored one, which goes with the connection when a slot destroys it.
+    Q_EMIT metaDataChanged(metaData);
 }
 
 void NowPlayingConnection::setIconUrl(const QUrl &iconUrl)
@@ -93,7 +94,7 @@ void NowPlayingConnection::setIconUrl(const QUrl &iconUrl)
     DEBUG_LINE << "url=" << logged;
     d->m_iconUrl = iconUrl;
     announce(tracer, "iconUrlChanged", "iconUrl", logged);
-    Q_EMIT iconUrlChanged(d->m_iconUrl);
+    Q_EMIT iconUrlChanged(iconUrl);
 }
 
 void NowPlayingConnection::setDuration(unsigned int duration)
