@@ -2,6 +2,7 @@
    session bus, from a command to the application beside playerctl, and a crowd of controllers. Arguments: the number of
    runs, the seconds for which the crowd is kept busy; VORO_BENCH_DAEMON names the daemon's process. */
 
+#include "Contestants.h"
 #include "Figures.h"
 #include "Processes.h"
 
@@ -40,15 +41,10 @@ constexpr int Patience = 10'000;
     std::exit(1);
 }
 
-std::string program(const char *name)
-{
-    return QCoreApplication::applicationDirPath().toStdString() + "/" + name;
-}
-
 /** A program that is now playing. */
 class SourceProcess {
 public:
-    explicit SourceProcess(const char *name) : m_child({program(name)})
+    explicit SourceProcess(const char *name) : m_child({bench::program(name)})
     {
         if (m_child.line() != "ready")
             giveUp("a source does not start");
@@ -173,7 +169,7 @@ Times measurePeer(int runs)
         times.metaData = measureMetaData(source, listener.arrivals, runs);
         std::unique_ptr<bench::Child> playerctl;
         const auto next = [&playerctl] {
-            playerctl = std::make_unique<bench::Child>(std::vector<std::string>{"/usr/bin/playerctl", "next"});
+            playerctl = std::make_unique<bench::Child>(std::vector<std::string>{"playerctl", "next"});
         };
         times.command = measureCommand(source, next, runs);
     }
@@ -295,7 +291,7 @@ int main(int argc, char **argv)
     const std::string crowd =
         std::to_string(CrowdSize) + " controllers, ten changes a second for " + std::to_string(seconds) + " s";
     measureCrowd(crowd, seconds);
-    bench::Child sleeper({program("bench_nowplaying"), "sleep"});
+    bench::Child sleeper({bench::program("bench_nowplaying"), "sleep"});
     sleeper.line();
     measureCrowd("the same and one that never reads", seconds);
 }
