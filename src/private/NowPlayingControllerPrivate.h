@@ -72,7 +72,12 @@ private:
     void countNow();
     /** A field from the cache while subscribed, else from the service. */
     template<typename Value>
-    Value value(QLatin1String field, const Value &cached);
+    Value value(QLatin1String field, const Value &cached)
+    {
+        countNow();
+        QVariantMap result;
+        return makeDataAvailable({field}, result) ? cached : result.value(field).template value<Value>();
+    }
     /** Takes a field of an update over; false when it is not there or known, or nobody is there to be told. */
     template<typename Value>
     bool takeField(const FunctionTracer &tracer, const QVariantMap &update, QLatin1String field, Value &cached,

@@ -47,8 +47,6 @@ Daemon::Daemon(Start start)
     qputenv("VORO_RUNTIME_DIR", m_folder.path().toLocal8Bit());
     qputenv("VORO_AUTOSPAWN", "0");
     m_process.setProcessChannelMode(QProcess::ForwardedChannels);
-    // A test that crashes leaves no daemon behind.
-    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     // A test that crashes leaves nothing running.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     if (start == Now && !this->start()) {

@@ -30,6 +30,17 @@ QString shown(const QMetaType &type, const void *argument)
     return value.canConvert<QString>() ? value.toString() : debugText(value);
 }
 
+QString described(const QMetaMethod &method, void **arguments)
+{
+    QStringList values;
+    for (int i = 0; i < method.parameterCount(); ++i) {
+        // Qt reads it without the sanitizer that would tell when it is gone.
+        static_cast<void>(*static_cast<const volatile char *>(arguments[i + 1]));
+        values += shown(method.parameterMetaType(i), arguments[i + 1]);
+    }
+    return QString::fromLatin1(method.name()) + QLatin1Char('(') + values.join(QLatin1String(", ")) + QLatin1Char(')');
+}
+
 } // namespace
 
 SignalLog::SignalLog(QObject *sender, QStringList &trace) : m_trace(trace)
@@ -51,12 +62,13 @@ int SignalLog::qt_metacall(QMetaObject::Call call, int id, void **arguments)
     if (id < 0 || call != QMetaObject::InvokeMetaMethod)
         return id;
     const QMetaMethod &method = m_signals.at(id);
-    QStringList values;
-    for (int i = 0; i < method.parameterCount(); ++i)
-        values += shown(method.parameterMetaType(i), arguments[i + 1]);
-    m_trace +=
-        QString::fromLatin1(method.name()) + QLatin1Char('(') + values.join(QLatin1String(", ")) + QLatin1Char(')');
-    if (m_then)
+    const QString text = described(method, arguments);
+    m_trace += text;
+    if (m_then) {
         m_then();
+        // A slot may go on with its arguments, whatever it did.
+        if (described(method, arguments) != text)
+            m_trace += text + QLatin1String(" has changed");
+    }
     return -1;
 }

@@ -643,7 +643,13 @@ void NowPlayingConnectionTest::connection_mayGo_inEachSlot_data()
     row(
         "handle", acquired, [](Fixture &f) { f.connection.setAudioManagerHandle(7); }, 2);
     row(
-        "metadata", acquired, [](Fixture &f) { f.connection.setMetaData({}); }, 1);
+        "metadata", acquired,
+        [](Fixture &f) {
+            f.connection.setMetaData({{"title", "A"}});
+        },
+        1);
+    row(
+        "icon", acquired, [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("file:///a.png"))); }, 1);
     row("command", acquired, message("msg::track|dat::next"), 1);
     row("watcher", acquired, message("msg::track|dat::sendData"), 1);
     row("role taken away", acquired, message("msg::revoke|dat:json:{}"), 1);

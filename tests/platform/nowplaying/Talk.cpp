@@ -20,6 +20,24 @@ QByteArray toJson(const QVariantMap &map)
         .replace("\"dat\":" + QByteArray::number(getpid()), "\"dat\":PID");
 }
 
+QByteArray readStatus(pps::Connection &status)
+{
+    std::string text;
+    if (!status.read(text, false)) {
+        qFatal("no status");
+    }
+    const QVariantMap map = PpsObject::decode(QByteArray::fromStdString(text)).value("@status").toMap();
+    return toJson({{"name", map.value("active_name")}, {"pid", map.value("active_pid")}});
+}
+
+QByteArray openStatus(pps::Connection &status)
+{
+    if (!status.open(PlayerStatus, pps::Subscribe)) {
+        qFatal("no status");
+    }
+    return readStatus(status);
+}
+
 } // namespace
 
 Talk::Talk(const char *path) : m_isController(qstrcmp(path, ControllerControl) == 0)
@@ -103,12 +121,18 @@ void Talk::acquire(const QByteArray &name, const QByteArray &priority)
 QByteArray roleStatus()
 {
     pps::Connection status;
-    std::string text;
-    if (!status.open(PlayerStatus, pps::Subscribe) || !status.read(text, false)) {
-        qFatal("no status");
+    return openStatus(status);
+}
+
+bool waitForRole(const QByteArray &wanted)
+{
+    pps::Connection status;
+    QByteArray present = openStatus(status);
+    pollfd entry{status.fd(), POLLIN, 0};
+    while (present != wanted && poll(&entry, 1, Patience) == 1) {
+        present = readStatus(status);
     }
-    const QVariantMap map = PpsObject::decode(QByteArray::fromStdString(text)).value("@status").toMap();
-    return toJson({{"name", map.value("active_name")}, {"pid", map.value("active_pid")}});
+    return present == wanted;
 }
 
 QByteArray update(const QVariantMap &fields)

@@ -40,8 +40,10 @@ private:
     voro::pps::Connection m_connection;
 };
 
-/** The present status: the holder's name and process, "NAME PID". */
+/** The present status as JSON: the holder's name and process. */
 QByteArray roleStatus();
+/** Waits until the status is this. */
+bool waitForRole(const QByteArray &status);
 
 /** An "md_update" as JSON, as it is without anything but these fields. */
 QByteArray update(const QVariantMap &fields = {});

@@ -13,6 +13,9 @@ public:
     ChildProcess(const ChildProcess &) = delete;
     ChildProcess &operator=(const ChildProcess &) = delete;
 
+    /** In the parent: the child's process; 0 after its end. */
+    pid_t process() const { return m_process; }
+
     /** Lets the other process's hear() return. */
     void say();
     /** Waits until the other process said something; false when it ended without. */

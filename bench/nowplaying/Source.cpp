@@ -1,0 +1,53 @@
+#include "Source.h"
+
+#include "Figures.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QSocketNotifier>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
+#include <string>
+
+namespace bench {
+
+namespace {
+
+void obey(Source &source, const std::string &line)
+{
+    const size_t space = std::min(line.find(' '), line.size());
+    const QString title = QString::fromStdString(line.substr(std::min(space + 1, line.size())));
+    const int64_t asked = now();
+    if (line.starts_with("turn "))
+        source.turn(title);
+    else
+        source.publish(title);
+    // What is sent from the event loop goes first.
+    QMetaObject::invokeMethod(
+        qApp, [asked] { std::cout << asked << std::endl; }, Qt::QueuedConnection);
+}
+
+} // namespace
+
+int obeyInput(Source &source)
+{
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, [&source] {
+        std::string line;
+        if (std::getline(std::cin, line))
+            obey(source, line);
+        else
+            QCoreApplication::quit();
+    });
+    std::cout << "ready" << std::endl;
+    return QCoreApplication::exec();
+}
+
+void tellNext()
+{
+    std::cout << now() << std::endl;
+}
+
+} // namespace bench

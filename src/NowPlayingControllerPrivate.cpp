@@ -1,0 +1,422 @@
+#include "private/NowPlayingControllerPrivate.h"
+
+#include "private/Announcement.h"
+#include "private/ControllerNames.h"
+#include "private/ModeNames.h"
+
+#include <multimedia/MetaData.h>
+#include <voro/PpsObject.h>
+
+#include <QtCore/QMetaMethod>
+
+#include <algorithm>
+
+namespace voro::multimedia {
+
+namespace {
+
+constexpr QLatin1String ControlName("@control");
+
+/** The metadata among the entries of a converted update. */
+QVariantMap metaDataOf(const QVariantMap &update)
+{
+    QVariantMap metaData;
+    for (const char *key : {MetaData::Artist, MetaData::Album, MetaData::Title, MetaData::Track}) {
+        const auto entry = update.find(QLatin1String(key));
+        if (entry != update.end())
+            metaData.insert(entry.key(), entry.value());
+    }
+    return metaData;
+}
+
+/** An update of the service with the library's names and types. */
+QVariantMap converted(const FunctionTracer &tracer, const QVariantMap &update)
+{
+    QVariantMap result;
+    const auto convert = [&](QLatin1String field, const char *key, auto toValue) {
+        const auto found = update.find(field);
+        if (found == update.end())
+            return;
+        const QVariant value = toValue(found.value());
+        DEBUG_LINE << "metadata '" << key << "':" << value;
+        result.insert(QLatin1String(key), value);
+    };
+    const auto same = [](const QVariant &value) { return value; };
+    const auto toBool = [](const QVariant &value) { return QVariant(value.toString() == QLatin1String("true")); };
+    const auto toRepeat = [](const QVariant &value) {
+        return QVariant(static_cast<int>(NowPlayingControllerPrivate::toRepeatMode(value.toString())));
+    };
+    const auto toShuffle = [](const QVariant &value) {
+        return QVariant(static_cast<int>(NowPlayingControllerPrivate::toShuffleMode(value.toString())));
+    };
+    convert(PROPERTY_ARTIST, MetaData::Artist, same);
+    convert(PROPERTY_ALBUM, MetaData::Album, same);
+    convert(PROPERTY_TRACK, MetaData::Title, same);
+    convert(PROPERTY_TRACK_NUMBER, MetaData::Track, same);
+    convert(PROPERTY_NEXTENABLED, PROPERTY_NEXTENABLED.data(), toBool);
+    convert(PROPERTY_PREVENABLED, PROPERTY_PREVENABLED.data(), toBool);
+    convert(PROPERTY_REPEATMODE, PROPERTY_REPEATMODE.data(), toRepeat);
+    convert(PROPERTY_SHUFFLEMODE, PROPERTY_SHUFFLEMODE.data(), toShuffle);
+    for (const QLatin1String field : {PROPERTY_POSITION, PROPERTY_DURATION, PROPERTY_ARTWORK}) {
+        const auto found = update.find(field);
+        if (found != update.end())
+            result.insert(field, found.value());
+    }
+    return result;
+}
+
+/** Waits for the next message of the service, however often reading fails. */
+QVariantMap nextMessage(const FunctionTracer &tracer, voro::PpsObject &object)
+{
+    for (;;) {
+        DEBUG_LINE << "waiting for the blocking PPS read.";
+        bool ok = false;
+        const QByteArray data = object.read(&ok);
+        if (!ok) {
+            WARNING_LINE << "Error reading PPS = " << object.error() << " (" << object.errorString();
+            continue;
+        }
+        const QVariantMap map = voro::PpsObject::decode(data, &ok);
+        if (!ok) {
+            WARNING_LINE << "Error decoding PPS message = " << object.error() << " (" << object.errorString();
+            continue;
+        }
+        if (map.contains(ControlName))
+            return map.value(ControlName).toMap();
+    }
+}
+
+/** Takes the fields that were asked for out of what was received so far; false while some are missing. */
+bool takeFields(const FunctionTracer &tracer, const QStringList &fields, const QVariantMap &received,
+                QVariantMap &result)
+{
+    if (fields.contains(PROPERTY_STATE) && received.contains(PROPERTY_STATE)) {
+        result.insert(PROPERTY_STATE, received.value(PROPERTY_STATE));
+        return true;
+    }
+    if (!received.contains(MSG_UPDATE))
+        return false;
+    const QVariantMap update = received.value(MSG_UPDATE).toMap();
+    if (fields.contains(PROPERTY_ALLMETADATA)) {
+        result.insert(PROPERTY_ALLMETADATA, metaDataOf(update));
+        return true;
+    }
+    if (!std::all_of(fields.begin(), fields.end(), [&](const QString &field) { return update.contains(field); })) {
+        DEBUG_LINE << "Missing requested field. Continue.";
+        return false;
+    }
+    DEBUG_LINE << "Field found - exiting.";
+    for (const QString &field : fields)
+        result.insert(field, update.value(field));
+    return true;
+}
+
+} // namespace
+
+NowPlayingControllerPrivate::NowPlayingControllerPrivate(NowPlayingController *controller)
+    : PrivateObject(controller),
+      m_metaData{{QLatin1String(MetaData::Artist), QString()},
+                 {QLatin1String(MetaData::Album), QString()},
+                 {QLatin1String(MetaData::Title), QString()}},
+      m_control(new voro::PpsObject(PPS_CONTROLLER_PATHNAME, this))
+{
+    TRACE_FUNCTION();
+    connect(m_control, &voro::PpsObject::readyRead, this, &NowPlayingControllerPrivate::onReceivedMetaData);
+}
+
+void NowPlayingControllerPrivate::end()
+{
+    TRACE_FUNCTION();
+    if (becomeOrphan() && m_control->isOpen())
+        m_control->close();
+}
+
+// Commands
+
+MediaError::Type NowPlayingControllerPrivate::command(const QString &text) const
+{
+    TRACE_FUNCTION();
+    return voro::PpsObject::sendMessage(PPS_CONTROLLER_PATHNAME, text) == 0 ? MediaError::None : MediaError::Write;
+}
+
+MediaError::Type NowPlayingControllerPrivate::modeCommand(const char *subCommand) const
+{
+    TRACE_FUNCTION();
+    return command(QStringLiteral("msg::%1\ndat:json:{\"command\":\"%2\"}")
+                       .arg(QLatin1String(COMMAND_GENERIC), QLatin1String(subCommand)));
+}
+
+MediaError::Type NowPlayingControllerPrivate::modeCommand(const char *subCommand, const QString &mode) const
+{
+    TRACE_FUNCTION();
+    return command(QStringLiteral("msg::%1\ndat:json:{\"command\":\"%2\", \"value\":\"%3\"}")
+                       .arg(QLatin1String(COMMAND_GENERIC), QLatin1String(subCommand), mode));
+}
+
+bool NowPlayingControllerPrivate::send(voro::PpsObject *object, const QVariantMap &message) const
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "msg=" << message;
+    if (!object->isOpen()) {
+        WARNING_LINE << "PPS is not open.";
+        return false;
+    }
+    bool ok = false;
+    const QByteArray encoded = voro::PpsObject::encode(message, &ok);
+    if (!ok) {
+        WARNING_LINE << "Error encoding message for PPS. errno=" << object->error();
+        return false;
+    }
+    if (!object->write(encoded)) {
+        WARNING_LINE << "Error writing message to PPS. errno=" << object->error();
+        return false;
+    }
+    return true;
+}
+
+QString NowPlayingControllerPrivate::toString(RepeatMode::Type repeatMode)
+{
+    TRACE_FUNCTION();
+    return modeName(tracer, repeatMode);
+}
+
+QString NowPlayingControllerPrivate::toString(ShuffleMode::Type shuffleMode)
+{
+    TRACE_FUNCTION();
+    return modeName(tracer, shuffleMode);
+}
+
+RepeatMode::Type NowPlayingControllerPrivate::toRepeatMode(const QString &text, bool *ok)
+{
+    TRACE_FUNCTION();
+    return repeatModeFrom(tracer, text, ok);
+}
+
+ShuffleMode::Type NowPlayingControllerPrivate::toShuffleMode(const QString &text, bool *ok)
+{
+    TRACE_FUNCTION();
+    return shuffleModeFrom(tracer, text, ok);
+}
+
+// The subscription
+
+int NowPlayingControllerPrivate::listenerCount() const
+{
+    const QMetaObject &metaObject = NowPlayingController::staticMetaObject;
+    int count = 0;
+    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
+        const QMetaMethod method = metaObject.method(i);
+        // The digit is what SIGNAL() puts before a signature.
+        if (method.methodType() == QMetaMethod::Signal)
+            count += q->receivers(("2" + method.methodSignature()).constData());
+    }
+    return count;
+}
+
+void NowPlayingControllerPrivate::addConnection()
+{
+    TRACE_FUNCTION();
+    if (!m_control->isOpen() && listenerCount() > 0 && !registerNotifications(m_control))
+        WARNING_LINE << "Cannot register notification from PPS.";
+}
+
+void NowPlayingControllerPrivate::removeConnection()
+{
+    TRACE_FUNCTION();
+    if (m_control->isOpen() && listenerCount() == 0 && !unregisterNotifications(m_control))
+        WARNING_LINE << "Cannot unregister notification from PPS.";
+}
+
+void NowPlayingControllerPrivate::countLater()
+{
+    TRACE_FUNCTION();
+    if (replace(m_isCountDue, true))
+        QMetaObject::invokeMethod(this, &NowPlayingControllerPrivate::countNow, Qt::QueuedConnection);
+}
+
+void NowPlayingControllerPrivate::countNow()
+{
+    TRACE_FUNCTION();
+    if (replace(m_isCountDue, false))
+        removeConnection();
+}
+
+bool NowPlayingControllerPrivate::registerNotifications(voro::PpsObject *object) const
+{
+    TRACE_FUNCTION();
+    if (object->isOpen() && !object->close()) {
+        WARNING_LINE << "Error trying to close the PPS connection. error=" << object->errorString();
+        return false;
+    }
+    if (!object->open(voro::PpsOpenMode::PublishSubscribe)) {
+        WARNING_LINE << "Error trying to open the PPS connection. error=" << object->errorString();
+        return false;
+    }
+    if (!send(object, {{QStringLiteral("msg"), MSG_SUBSCRIBE}})) {
+        WARNING_LINE << "Nowplaying controller subscription failed.";
+        return false;
+    }
+    DEBUG_LINE << "Subscription message sent:" << messageText(MSG_SUBSCRIBE.data());
+    return true;
+}
+
+bool NowPlayingControllerPrivate::unregisterNotifications(voro::PpsObject *object) const
+{
+    TRACE_FUNCTION();
+    if (!object->isOpen())
+        return false;
+    if (!send(object, {{QStringLiteral("msg"), MSG_UNSUBSCRIBE}})) {
+        WARNING_LINE << "Nowplaying controller unsubscription failed.";
+        return false;
+    }
+    if (!object->close()) {
+        WARNING_LINE << "Error trying to close the PPS connection. error=" << object->errorString();
+        return false;
+    }
+    return true;
+}
+
+// What the service publishes
+
+bool NowPlayingControllerPrivate::processPpsRead(const QVariantMap &control, QVariantMap &result) const
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "control=" << control;
+    if (control.contains(RESULT_ERROR)) {
+        WARNING_LINE << "returning error:" << control.value(RESULT_ERROR).toString();
+        result.insert(RESULT_ERROR, control.value(RESULT_ERROR));
+    }
+    if (!control.contains(QStringLiteral("msg"))) {
+        WARNING_LINE << "'msg' is not found in incoming PPS object.'";
+        return false;
+    }
+    const QString message = control.value(QStringLiteral("msg")).toString();
+    const QVariant data = control.value(QStringLiteral("dat"));
+    if (message == MSG_STATE) {
+        const QString state = data.toString();
+        DEBUG_LINE << "pps state received: '" << state;
+        if (state == STATE_STOPPED)
+            result.insert(PROPERTY_STATE, static_cast<int>(MediaState::Stopped));
+        else if (state == STATE_PAUSED)
+            result.insert(PROPERTY_STATE, static_cast<int>(MediaState::Paused));
+        else if (state == STATE_PLAYING)
+            result.insert(PROPERTY_STATE, static_cast<int>(MediaState::Started));
+        else if (state == STATE_TRACKCHANGE)
+            result.insert(STATE_TRACKCHANGE, true);
+        else
+            WARNING_LINE << "error: unknown state.";
+    } else if (message == MSG_UPDATE) {
+        DEBUG_LINE << "control received: " << control;
+        result.insert(MSG_UPDATE, converted(tracer, data.toMap()));
+    } else if (message == MSG_ACTIVE_PID) {
+        result.insert(MSG_ACTIVE_PID, data);
+    }
+    return true;
+}
+
+void NowPlayingControllerPrivate::onReceivedMetaData()
+{
+    TRACE_FUNCTION();
+    DEBUG_LINE << "Reading received data.";
+    bool ok = false;
+    const QByteArray data = m_control->read(&ok);
+    const QVariantMap map = ok ? voro::PpsObject::decode(data, &ok) : QVariantMap();
+    if (!ok) {
+        WARNING_LINE << "cannot read from PPS.";
+        return;
+    }
+    DEBUG_LINE << "msg=" << map;
+    if (!map.contains(ControlName)) {
+        WARNING_LINE << "message does not contain @control";
+        return;
+    }
+    QVariantMap result;
+    processPpsRead(map.value(ControlName).toMap(), result);
+    const Emission to{this};
+    if (result.value(STATE_TRACKCHANGE).toBool()) {
+        announce(tracer, "trackChanged");
+        Q_EMIT to->trackChanged();
+    }
+    if (takeField(tracer, result, PROPERTY_STATE, m_mediaState, "mediaStateChanged", "mediaState"))
+        Q_EMIT to->mediaStateChanged(m_mediaState);
+    if (result.contains(MSG_UPDATE))
+        takeUpdate(tracer, result.value(MSG_UPDATE).toMap());
+}
+
+template<typename Value>
+bool NowPlayingControllerPrivate::takeField(const FunctionTracer &tracer, const QVariantMap &update,
+                                            QLatin1String field, Value &cached, const char *signal, const char *name)
+{
+    const auto found = update.find(field);
+    if (found == update.end() || !learn(cached, found->template value<Value>()))
+        return false;
+    announce(tracer, signal, name, cached);
+    return true;
+}
+
+void NowPlayingControllerPrivate::takeUpdate(const FunctionTracer &tracer, const QVariantMap &update)
+{
+    const Emission to{this};
+    if (takeField(tracer, update, PROPERTY_NEXTENABLED, m_nextEnabled, "nextEnabledChanged", "nextEnabled"))
+        Q_EMIT to->nextEnabledChanged(m_nextEnabled);
+    if (takeField(tracer, update, PROPERTY_PREVENABLED, m_previousEnabled, "previousEnabledChanged", "prevEnabled"))
+        Q_EMIT to->previousEnabledChanged(m_previousEnabled);
+    if (takeField(tracer, update, PROPERTY_DURATION, m_duration, "durationChanged", "duration")) {
+        Q_EMIT to->durationChanged(m_duration);
+        if (to)
+            Q_EMIT to->durationChanged(QVariant(m_duration));
+    }
+    if (takeField(tracer, update, PROPERTY_REPEATMODE, m_repeatMode, "repeatModeChanged", "repeatMode"))
+        Q_EMIT to->repeatModeChanged(m_repeatMode);
+    if (takeField(tracer, update, PROPERTY_SHUFFLEMODE, m_shuffleMode, "shuffleModeChanged", "shuffleMode"))
+        Q_EMIT to->shuffleModeChanged(m_shuffleMode);
+    if (takeField(tracer, update, PROPERTY_POSITION, m_position, "positionChanged", "position")) {
+        Q_EMIT to->positionChanged(m_position);
+        if (to)
+            Q_EMIT to->positionChanged(QVariant(m_position));
+    }
+    if (update.contains(PROPERTY_ARTWORK) && learn(m_iconUrl, update.value(PROPERTY_ARTWORK))) {
+        const QUrl iconUrl = m_iconUrl.toUrl();
+        announce(tracer, "iconUrlChanged", "iconUrl", LoggedUrl(iconUrl));
+        Q_EMIT to->iconUrlChanged(iconUrl);
+    }
+    const QVariantMap metaData = metaDataOf(update);
+    if (!metaData.isEmpty() && learn(m_metaData, metaData)) {
+        DEBUG_LINE << "new metadata: " << m_metaData;
+        announce(tracer, "metaDataChanged");
+        Q_EMIT to->metaDataChanged(m_metaData);
+    }
+}
+
+// Reading without a subscription
+
+bool NowPlayingControllerPrivate::makeDataAvailable(const QStringList &fields, QVariantMap &result) const
+{
+    TRACE_FUNCTION();
+    if (m_control->isOpen())
+        return true;
+    blockReadMetaData(fields, result);
+    DEBUG_LINE << "To use the cached values: " << false;
+    return false;
+}
+
+bool NowPlayingControllerPrivate::blockReadMetaData(const QStringList &fields, QVariantMap &result) const
+{
+    TRACE_FUNCTION();
+    voro::PpsObject object(PPS_CONTROLLER_PATHNAME_WAIT);
+    if (!registerNotifications(&object))
+        return false;
+    QVariantMap received;
+    bool isFound = false;
+    bool isOver = false;
+    while (!isFound && !isOver) {
+        processPpsRead(nextMessage(tracer, object), received);
+        const auto activePid = received.find(MSG_ACTIVE_PID);
+        isOver = received.contains(RESULT_ERROR) || (activePid != received.end() && activePid->toInt() == 0);
+        isFound = takeFields(tracer, fields, received, result);
+    }
+    unregisterNotifications(&object);
+    return isFound;
+}
+
+} // namespace voro::multimedia
