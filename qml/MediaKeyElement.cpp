@@ -2,8 +2,6 @@
 
 #include <QtCore/QMetaMethod>
 
-#include <array>
-
 namespace voro::qml {
 
 using voro::multimedia::MediaKey;
@@ -33,18 +31,19 @@ void MediaKeyElement::followListeners()
 {
     using Press = void (MediaKeyElement::*)(MediaKey::Type);
     using WatchedPress = void (MediaKeyWatcher::*)(MediaKey::Type);
-    static constexpr std::array<std::pair<Press, WatchedPress>, 3> Presses{{
-        {&MediaKeyElement::shortPress, &MediaKeyWatcher::shortPress},
-        {&MediaKeyElement::mediumPress, &MediaKeyWatcher::mediumPress},
-        {&MediaKeyElement::longPress, &MediaKeyWatcher::longPress},
-    }};
-    for (const auto &[press, watched] : Presses) {
-        const bool isListenedTo = isSignalConnected(QMetaMethod::fromSignal(press));
-        if (isListenedTo)
+    // Counted, because QML's own connections are known to isSignalConnected() for ever.
+    const auto follow = [this](const char *signal, WatchedPress watched, Press press) {
+        if (receivers(signal) > 0)
             connect(&m_watcher, watched, this, press, Qt::UniqueConnection);
         else
             disconnect(&m_watcher, watched, this, press);
-    }
+    };
+    follow(SIGNAL(shortPress(voro::multimedia::MediaKey::Type)), &MediaKeyWatcher::shortPress,
+           &MediaKeyElement::shortPress);
+    follow(SIGNAL(mediumPress(voro::multimedia::MediaKey::Type)), &MediaKeyWatcher::mediumPress,
+           &MediaKeyElement::mediumPress);
+    follow(SIGNAL(longPress(voro::multimedia::MediaKey::Type)), &MediaKeyWatcher::longPress,
+           &MediaKeyElement::longPress);
 }
 
 void MediaKeyElement::connectNotify(const QMetaMethod &)

@@ -26,6 +26,8 @@ public:
 
     /** When shortPress() comes; `Clicked` at first. */
     voro::multimedia::MediaKeyNotification::Type notification() const { return m_watcher.notification(); }
+
+public Q_SLOTS:
     void setNotification(voro::multimedia::MediaKeyNotification::Type notification);
 
 Q_SIGNALS:
