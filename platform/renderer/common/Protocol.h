@@ -31,6 +31,8 @@ inline constexpr size_t MaximumMetadata = 48 * 1024;
 
 /** The longest queue. */
 inline constexpr int64_t MostTracks = 10'000;
+/** How far from the current track others are shown. */
+inline constexpr unsigned Neighbourhood = 2;
 /** Before a track's number: the attribute that holds its parameters. */
 inline constexpr std::string_view TrackPrefix = "track_";
 

@@ -1,17 +1,12 @@
 #include "Folder.h"
 
+#include "../common/Protocol.h"
+
 #include <pps/Text.h>
 
 namespace voro::renderer {
 
 using Fence = pps::Broker::Fence;
-
-namespace {
-
-/** How far from the current track others are shown. */
-constexpr unsigned Neighbourhood = 2;
-
-} // namespace
 
 // Objects are replaced whole, so that nobody is told of attributes that the new content does not have.
 void Folder::publish(const std::string &name, std::string_view lines, Fence fence)

@@ -1,6 +1,7 @@
 #include "Player.h"
 
 #include <renderer/common/Medium.h>
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -13,8 +14,6 @@ namespace {
 
 constexpr guint OpenTimeout = 15'000;
 constexpr int NormalSpeed = 1000;
-/** How far from the current track others are told of. */
-constexpr unsigned Neighbourhood = 2;
 
 /** Tells the log of a track that is passed over; of a long list's not of every one. */
 void logBad(unsigned track, const std::string &cause)

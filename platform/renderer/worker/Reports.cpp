@@ -1,6 +1,7 @@
 #include "Reports.h"
 
 #include <pps/Text.h>
+#include <renderer/common/Protocol.h>
 
 namespace voro::renderer {
 
@@ -29,6 +30,9 @@ void Reports::queue(unsigned current, unsigned total)
     pps::appendNumber(lines, "current", current);
     pps::appendNumber(lines, "total", total);
     m_send(lines);
+    std::erase_if(m_tracks, [current](const auto &told) {
+        return told.first + Neighbourhood < current || told.first > current + Neighbourhood;
+    });
 }
 
 void Reports::track(unsigned number, const std::string &uri, const Facts &facts)

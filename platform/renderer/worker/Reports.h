@@ -19,6 +19,7 @@ public:
 
     /** Forgets what it told of the former queue. */
     void reset() { m_tracks.clear(); }
+    /** The service forgets the tracks that are far from the current one, and so does this. */
     void queue(unsigned current, unsigned total);
     /** Told only when it is something else than before. */
     void track(unsigned number, const std::string &uri, const Facts &facts);

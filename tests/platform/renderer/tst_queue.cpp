@@ -158,6 +158,11 @@ void tst_Queue::longPlaylist_showsWhatIsNear()
     QCOMPARE(application.content("play-queue").number("current"), 5000);
     QVERIFY(application.content("q4999").has("md_title_duration"));
     QVERIFY(!application.content("q2").has("md_title_duration"));
+    // Back again, what was forgotten is told anew.
+    QCOMPARE(mmr_seek(application.context(), "1:0"), 0);
+    for (const char *track : {"q1", "q2", "q3"}) {
+        QVERIFY2(application.content(track).text("url").ends_with("/a.wav"), track);
+    }
 }
 
 void tst_Queue::repeatAll_endsWhenSwitchedOff()
