@@ -5,12 +5,18 @@
 #include <multimedia/MediaPlayer.h>
 
 #include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
+#include <algorithm>
+#include <chrono>
 #include <csignal>
+#include <random>
+#include <semaphore>
+#include <thread>
 
 using namespace voro::multimedia;
 
@@ -19,6 +25,35 @@ namespace {
 int openDescriptors(qint64 process)
 {
     return int(QDir(QStringLiteral("/proc/%1/fd").arg(process)).count());
+}
+
+constexpr int Players = 16;
+
+/** A player and what became of it. */
+struct Victim {
+    MediaPlayer player;
+    QSignalSpy errors{&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error)};
+    QSignalSpy positions{&player, qOverload<uint>(&MediaPlayer::positionChanged)};
+    QSignalSpy completions{&player, &MediaPlayer::playbackCompleted};
+    QString path;
+    bool hasFailed = false;
+};
+
+enum class Moment { Prepare, Play, Seek, Reset };
+
+MediaError::Type act(MediaPlayer &player, Moment moment)
+{
+    switch (moment) {
+    case Moment::Prepare:
+        return player.prepare();
+    case Moment::Play:
+        return player.play();
+    case Moment::Seek:
+        return player.seekTime(30'000);
+    case Moment::Reset:
+        return player.reset();
+    }
+    return MediaError::None;
 }
 
 } // namespace
@@ -36,6 +71,11 @@ private Q_SLOTS:
     void daemonKilled_commandsFail_andANewPlayerPlays();
     void noDaemon_playerSaysSo();
     void manyPlayers_leaveNothing();
+    void manyPlayers_outliveTheirWorkers_data();
+    void manyPlayers_outliveTheirWorkers();
+    void sourceChangedOften_playsTheLast();
+    void fileCutWhilePlaying_isTold_data();
+    void fileCutWhilePlaying_isTold();
 
 private:
     /** Signals every worker of the daemon; the spare one cannot be told from the others. */
@@ -174,6 +214,133 @@ void tst_Faults::manyPlayers_leaveNothing()
     QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
     QCOMPARE(openDescriptors(QCoreApplication::applicationPid()), ours);
     QTRY_COMPARE(openDescriptors(m_daemon->processId()), theirs);
+}
+
+void tst_Faults::manyPlayers_outliveTheirWorkers_data()
+{
+    QTest::addColumn<Moment>("moment");
+    QTest::newRow("prepare") << Moment::Prepare;
+    QTest::newRow("play") << Moment::Play;
+    QTest::newRow("seek") << Moment::Seek;
+    QTest::newRow("reset") << Moment::Reset;
+}
+
+void tst_Faults::manyPlayers_outliveTheirWorkers()
+{
+    QFETCH(const Moment, moment);
+    std::vector<std::unique_ptr<Victim>> victims;
+    for (int i = 0; i < Players; ++i) {
+        // A file of its own for each tells whose worker is whose.
+        auto victim = std::make_unique<Victim>();
+        victim->path = m_folder.filePath(QStringLiteral("copy%1.ogg").arg(i));
+        QFile::copy(m_url.toLocalFile(), victim->path);
+        victim->player.setStatusInterval(50);
+        QCOMPARE(victim->player.setSourceUrl(QUrl::fromLocalFile(victim->path)), MediaError::None);
+        if (moment != Moment::Prepare)
+            QCOMPARE(victim->player.prepare(), MediaError::None);
+        if (moment == Moment::Seek || moment == Moment::Reset)
+            QCOMPARE(victim->player.play(), MediaError::None);
+        victims.push_back(std::move(victim));
+    }
+
+    // The workers die while one of the players, chosen by chance, does it.
+    std::mt19937 random(static_cast<unsigned>(moment));
+    const unsigned chosen = random() % Players;
+    const std::chrono::microseconds delay(random() % 10'000);
+    std::binary_semaphore start(0);
+    QElapsedTimer sinceDeath;
+    std::thread killer([&] {
+        start.acquire();
+        std::this_thread::sleep_for(delay);
+        sinceDeath.start();
+        signalWorkers(SIGKILL);
+    });
+    for (unsigned i = 0; i < Players; ++i) {
+        if (i == chosen)
+            start.release();
+        victims[i]->hasFailed = act(victims[i]->player, moment) != MediaError::None;
+    }
+    killer.join();
+
+    // Each has a worker, wants none, or has said that it lost it.
+    const auto isSettled = [this](const auto &victim) {
+        return victim->hasFailed || !victim->errors.isEmpty() || victim->player.mediaState() == MediaState::Unprepared
+               || !workersWith(victim->path.toUtf8(), m_daemon->processId()).isEmpty();
+    };
+    QTRY_VERIFY(std::all_of(victims.begin(), victims.end(), isSettled));
+    const auto lost =
+        std::count_if(victims.begin(), victims.end(), [](const auto &victim) { return !victim->errors.isEmpty(); });
+    qInfo("%d of the players had lost their workers, and knew it after %d ms", int(lost), int(sinceDeath.elapsed()));
+    for (const auto &victim : victims) {
+        QVERIFY(victim->errors.count() <= 1);
+        victim->positions.clear();
+        QCOMPARE(victim->player.play(), MediaError::None);
+    }
+    for (const auto &victim : victims) {
+        const bool moves = QTest::qWaitFor([&] { return victim->positions.count() > 2; });
+        if (!moves) qWarning() << victim->path << victim->player.mediaState() << victim->player.position() << victim->errors.count() << victim->errors << victim->positions << workersWith(victim->path.toUtf8(), m_daemon->processId());
+        QVERIFY(moves);
+    }
+}
+
+void tst_Faults::sourceChangedOften_playsTheLast()
+{
+    const QUrl other = QUrl::fromLocalFile(media::makeTone(m_folder.filePath("other.wav"), {.seconds = 30}));
+    MediaPlayer player;
+    QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
+    for (int i = 0; i < 100; ++i) {
+        QCOMPARE(player.setSourceUrl(i % 2 == 0 ? m_url : other), MediaError::None);
+        QCOMPARE(player.play(), MediaError::None);
+        QCOMPARE(player.mediaState(), MediaState::Started);
+    }
+    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
+    QTRY_VERIFY(positions.count() > 1);
+    QCOMPARE(player.duration(), 30'000u);
+    QCOMPARE(player.mediaState(), MediaState::Started);
+    QVERIFY(errors.isEmpty());
+    QCOMPARE(workersWith(other.toLocalFile().toUtf8(), m_daemon->processId()).size(), 1);
+    QVERIFY(workersWith(m_url.toLocalFile().toUtf8(), m_daemon->processId()).isEmpty());
+}
+
+void tst_Faults::fileCutWhilePlaying_isTold_data()
+{
+    QTest::addColumn<bool>("isSought");
+    QTest::addColumn<bool>("isRepeated");
+    QTest::newRow("goes on") << false << false;
+    QTest::newRow("is sought in") << true << false;
+    QTest::newRow("is repeated") << false << true;
+}
+
+void tst_Faults::fileCutWhilePlaying_isTold()
+{
+    QFETCH(const bool, isSought);
+    QFETCH(const bool, isRepeated);
+    std::vector<std::unique_ptr<Victim>> victims;
+    for (const char *name : {"cut.wav", "cut.ogg", "cut.opus", "cut.mp3", "cut.flac", "cut.m4a", "cut.mkv"}) {
+        auto victim = std::make_unique<Victim>();
+        victim->path = media::makeTone(m_folder.filePath(QLatin1String(name)), {.seconds = 60});
+        QCOMPARE(victim->player.setStatusInterval(50), MediaError::None);
+        QCOMPARE(victim->player.setRepeatMode(isRepeated ? RepeatMode::Track : RepeatMode::None), MediaError::None);
+        QCOMPARE(victim->player.setSourceUrl(QUrl::fromLocalFile(victim->path)), MediaError::None);
+        QCOMPARE(victim->player.play(), MediaError::None);
+        QTRY_VERIFY(victim->player.position() > 0);
+        victims.push_back(std::move(victim));
+    }
+    for (const auto &victim : victims) {
+        QVERIFY(QFile::resize(victim->path, 1000));
+        if (isSought)
+            QCOMPARE(victim->player.seekTime(50'000), MediaError::None);
+    }
+    for (const auto &victim : victims) {
+        QTRY_COMPARE_WITH_TIMEOUT(victim->errors.count(), 1, 20'000);
+        QCOMPARE(victim->errors.first().first().value<MediaError::Type>(), MediaError::Read);
+        QVERIFY(victim->completions.isEmpty());
+        QCOMPARE(victim->player.mediaState(), MediaState::Stopped);
+        // Where a seek found nothing any more is not a place where it played.
+        QVERIFY(isSought || victim->player.position() < 30'000);
+        QCOMPARE(victim->player.setSourceUrl(m_url), MediaError::None);
+        QCOMPARE(victim->player.play(), MediaError::None);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Faults)

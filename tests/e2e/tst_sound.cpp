@@ -6,6 +6,7 @@
 #include <multimedia/MediaPlayer.h>
 
 #include <QtCore/QTemporaryDir>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
 using namespace voro::multimedia;
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void preparedLongAgo_soundsAtOnce();
     void pause_silences_andPlayGoesOn();
     void volume_changesLevel();
+    void serverEnds_playerStops_andSoundsWithTheNextOne();
     void deviceGone_holds_data();
     void deviceGone_holds();
 
@@ -135,6 +137,34 @@ void tst_Sound::deviceGone_holds()
     // It goes on at the device that is left.
     QVERIFY(recorder.waitForTone(600, 300));
     QCOMPARE(player.mediaState(), MediaState::Started);
+}
+
+void tst_Sound::serverEnds_playerStops_andSoundsWithTheNextOne()
+{
+    const QString path = media::makeTone(m_folder.filePath("server.wav"), {.frequency = 550, .seconds = 60});
+    MediaPlayer player;
+    QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    for (int i = 0; i < 2; ++i) {
+        {
+            MonitorRecorder recorder;
+            QVERIFY(recorder.waitForTone(550, 200));
+        }
+        errors.clear();
+        m_server.kill();
+        QTRY_COMPARE(errors.count(), 1);
+        QCOMPARE(errors.first().first().value<MediaError::Type>(), MediaError::OutputUnavailable);
+        QCOMPARE(player.mediaState(), MediaState::Stopped);
+
+        // Without a server it plays into nothing, in time.
+        QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
+        QCOMPARE(player.play(), MediaError::None);
+        QTRY_VERIFY(positions.count() > 2);
+        QCOMPARE(player.stop(), MediaError::None);
+        m_server.start();
+        QCOMPARE(player.play(), MediaError::None);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Sound)

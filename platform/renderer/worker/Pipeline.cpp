@@ -72,8 +72,8 @@ void Pipeline::open(bool needsPicture)
     const bool hasPictures = (flags(needsPicture) & PlayVideo) != 0;
     if (hasPictures) {
         m_video.resetSink(m_outputs.window, m_outputs.areCaptionsOverVideo());
-        m_video.awaitDecoded();
     }
+    m_video.awaitDecoded();
     if (m_outputs.areCaptionsOverVideo()) {
         m_captions.setOverlay(m_video.overlay());
     } else {
@@ -229,7 +229,12 @@ void Pipeline::onStreamsKnown(GstElement *decoder, gpointer self)
 // Runs in a streaming thread.
 void Pipeline::onAboutToFinish(GstElement *playbin, gpointer self)
 {
-    const std::string uri = static_cast<Pipeline *>(self)->m_succession.take();
+    auto *pipeline = static_cast<Pipeline *>(self);
+    if (pipeline->m_audio.awaitsDecoded() && pipeline->m_video.awaitsDecoded()) {
+        // Nothing was in it; that is told when the end has come through.
+        return;
+    }
+    const std::string uri = pipeline->m_succession.take();
     if (!uri.empty()) {
         g_object_set(playbin, "uri", uri.c_str(), "suburi", nullptr, nullptr);
     }

@@ -14,6 +14,7 @@ namespace {
 
 constexpr guint OpenTimeout = 15'000;
 constexpr int NormalSpeed = 1000;
+constexpr char WasCut[] = "the file was cut off while it played";
 
 /** Tells the log of a track that is passed over; of a long list's not of every one. */
 void logBad(unsigned track, const std::string &cause)
@@ -95,6 +96,7 @@ void Player::load()
     m_measure.cancel();
     m_measured = 0;
     m_bufferLevel = 100;
+    watchExtent();
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
     m_pipeline.load(uri(track), captions(track), m_settings.outputs);
     prepareFollowing();
@@ -163,6 +165,7 @@ void Player::end(Phase phase)
     m_following.reset();
     m_fetch.cancel();
     m_pipeline.unload();
+    m_extent = {};
 }
 
 // Playing
@@ -399,10 +402,19 @@ void Player::onProbed(unsigned track, const Result &result, Facts facts)
 
 void Player::onAdvanced()
 {
+    if (m_extent.hasShrunk()) {
+        logBad(m_queue.current(), WasCut);
+        m_queue.setBad(m_queue.current());
+    }
     if (m_following) {
         m_queue.setCurrent(m_following->track);
         m_facts = std::move(m_following->facts);
         m_following.reset();
+        watchExtent();
+    } else if (m_extent.hasShrunk()) {
+        // What is left of it would be repeated for ever.
+        onEnded();
+        return;
     }
     reportCurrent();
     prepareFollowing();
@@ -434,6 +446,10 @@ void Player::onEnded()
         onFailed({ErrorCode::ResourceCorrupted, "there is nothing to play"});
         return;
     }
+    if (m_extent.hasShrunk()) {
+        onFailed({ErrorCode::Read, WasCut});
+        return;
+    }
     if (m_pipeline.rate() < 0) {
         // Held first, because a seek that is on its way would be played before it could be held.
         m_pipeline.hold();
@@ -461,8 +477,10 @@ void Player::onEnded()
     }
 }
 
-void Player::onFailed(const Result &result)
+void Player::onFailed(const Result &cause)
 {
+    const bool isMedium = cause.code != ErrorCode::OutputUnavailable;
+    const Result result = isMedium && m_extent.hasShrunk() ? Result(ErrorCode::Read, WasCut) : cause;
     if (m_phase == Phase::Stopped || m_phase == Phase::Closed) {
         return;
     }
@@ -574,6 +592,12 @@ std::string Player::uri(unsigned track) const
 int64_t Player::position() const
 {
     return m_phase == Phase::Running ? m_pipeline.position() : m_position;
+}
+
+void Player::watchExtent()
+{
+    const Medium medium(m_queue.entry(m_queue.current()).url);
+    m_extent = medium.isLocal() ? Extent(medium.path()) : Extent();
 }
 
 void Player::refreshFacts()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DeviceWatch.h"
+#include "Extent.h"
 #include "Facts.h"
 #include "Fetch.h"
 #include "Measure.h"
@@ -58,7 +59,7 @@ private:
     void onDecoded();
     void onEnded();
     void onAdvanced();
-    void onFailed(const Result &result);
+    void onFailed(const Result &cause);
     void onUnrecognized(const Result &result);
     void onTagged(const GstTagList *tags);
     void onChanged();
@@ -91,6 +92,8 @@ private:
     CaptionChoice captions(unsigned track) const;
     std::string uri(unsigned track) const;
     int64_t position() const;
+    /** Looks from now on whether the current medium keeps its length. */
+    void watchExtent();
     void refreshFacts();
     /** Corrects the duration of what only an estimate is known of. */
     void measure();
@@ -111,6 +114,8 @@ private:
     Phase m_phase = Phase::Closed;
     Answer m_answer;
     Facts m_facts;
+    /** Of the current medium, when it is a file that is open. */
+    Extent m_extent;
     /** The duration that was measured, 0 while it was not. */
     int64_t m_measured = 0;
     std::optional<Following> m_following;
