@@ -35,8 +35,6 @@ public:
     void closeGate();
     void openGate();
     bool isOpen() const { return m_gateProbe == 0; }
-    /** Whether neither sound nor its end has come to the closed gate yet. */
-    bool awaitsDecoded() const { return m_awaitsDecoded; }
 
     /** From 0 to 100. */
     void setVolume(long percent);

@@ -72,8 +72,10 @@ void Pipeline::open(bool needsPicture)
     const bool hasPictures = (flags(needsPicture) & PlayVideo) != 0;
     if (hasPictures) {
         m_video.resetSink(m_outputs.window, m_outputs.areCaptionsOverVideo());
+        m_video.awaitDecoded();
     }
-    m_video.awaitDecoded();
+    m_showsPictures = hasPictures;
+    m_hasContent = false;
     if (m_outputs.areCaptionsOverVideo()) {
         m_captions.setOverlay(m_video.overlay());
     } else {
@@ -207,6 +209,7 @@ void Pipeline::onElementAdded(GstBin *, GstBin *, GstElement *element, gpointer 
 {
     if (isOfType(element, "uridecodebin")) {
         g_signal_connect(element, "no-more-pads", G_CALLBACK(onStreamsKnown), self);
+        g_signal_connect(element, "pad-added", G_CALLBACK(onStreamAdded), self);
     } else if (isOfType(element, "souphttpsrc")) {
         keepToServersOffer(element);
     }
@@ -227,11 +230,29 @@ void Pipeline::onStreamsKnown(GstElement *decoder, gpointer self)
 }
 
 // Runs in a streaming thread.
+void Pipeline::onStreamAdded(GstElement *, GstPad *stream, gpointer self)
+{
+    gst_pad_add_probe(stream, GST_PAD_PROBE_TYPE_BUFFER, onFirstBuffer, self, nullptr);
+}
+
+// Runs in a streaming thread.
+GstPadProbeReturn Pipeline::onFirstBuffer(GstPad *stream, GstPadProbeInfo *, gpointer self)
+{
+    auto *pipeline = static_cast<Pipeline *>(self);
+    const Owned<GstCaps> caps(gst_pad_get_current_caps(stream));
+    const std::string_view type(caps ? gst_structure_get_name(gst_caps_get_structure(caps.get(), 0)) : "");
+    if (type.starts_with("audio/") || (type.starts_with("video/") && pipeline->m_showsPictures)) {
+        pipeline->m_hasContent = true;
+    }
+    return GST_PAD_PROBE_REMOVE;
+}
+
+// Runs in a streaming thread.
 void Pipeline::onAboutToFinish(GstElement *playbin, gpointer self)
 {
     auto *pipeline = static_cast<Pipeline *>(self);
-    if (pipeline->m_audio.awaitsDecoded() && pipeline->m_video.awaitsDecoded()) {
-        // Nothing was in it; that is told when the end has come through.
+    if (!pipeline->m_hasContent) {
+        // That is told when the end has come through.
         return;
     }
     const std::string uri = pipeline->m_succession.take();

@@ -8,6 +8,7 @@
 #include "Succession.h"
 #include "VideoBin.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -102,6 +103,8 @@ private:
 
     static void onElementAdded(GstBin *bin, GstBin *parent, GstElement *element, gpointer self);
     static void onStreamsKnown(GstElement *element, gpointer self);
+    static void onStreamAdded(GstElement *decoder, GstPad *stream, gpointer self);
+    static GstPadProbeReturn onFirstBuffer(GstPad *stream, GstPadProbeInfo *info, gpointer self);
     static void onAboutToFinish(GstElement *playbin, gpointer self);
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handle(GstMessage *message);
@@ -141,6 +144,10 @@ private:
     int m_emptyStreams = 0;
     /** Whether pictures are decoded only because there is nothing else. */
     bool m_needsPicture = false;
+    // Read by streaming threads.
+    std::atomic<bool> m_showsPictures = false;
+    /** Whether anything came out of the medium that is to be played. */
+    std::atomic<bool> m_hasContent = false;
     /** The streams that play, told from the next medium's. */
     guint m_group = GST_GROUP_ID_INVALID;
     /** The seek that is on its way, and the one that waits for its end. */

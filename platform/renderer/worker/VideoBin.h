@@ -39,8 +39,6 @@ public:
     /** From now on the first picture is told by an element message DecodedMessage, or their end
         before the first one by an EmptyMessage. */
     void awaitDecoded() { m_awaitsDecoded = true; }
-    /** Whether there was neither yet. */
-    bool awaitsDecoded() const { return m_awaitsDecoded; }
 
 private:
     static GstPadProbeReturn onInput(GstPad *pad, GstPadProbeInfo *info, gpointer self);
