@@ -18,8 +18,8 @@ using multimedia::MediaState;
 
 namespace {
 
-/** Milliseconds between two reports where a person watches the level. */
-constexpr unsigned MeterInterval = 100;
+/** Milliseconds between two reports where a person watches the level or the length counts. */
+constexpr unsigned ReportInterval = 100;
 /** Reports come at least every second. */
 constexpr int LongestSilence = 3'000;
 
@@ -31,7 +31,7 @@ Recording::Recording(RecordingSettings settings) : Session("record"), m_settings
         m_line.emplace();
     m_end.setSingleShot(true);
     m_end.setTimerType(Qt::PreciseTimer);
-    connect(&m_end, &QTimer::timeout, this, &Recording::finish);
+    connect(&m_end, &QTimer::timeout, this, &Recording::onDue);
     connect(&m_silence, &QTimer::timeout, this, &Recording::checkRenderer);
     m_silence.start(LongestSilence);
     m_time.start();
@@ -61,8 +61,8 @@ bool Recording::begin()
 
 MediaError::Type Recording::start()
 {
-    if (m_line) {
-        if (const auto error = m_recorder.setStatusInterval(MeterInterval); error != MediaError::None)
+    if (m_line || m_settings.length) {
+        if (const auto error = m_recorder.setStatusInterval(ReportInterval); error != MediaError::None)
             return error;
     }
     m_recorder.setAudioChannelConfiguration(m_settings.channels);
@@ -82,11 +82,11 @@ void Recording::end()
     m_recorder.disconnect(this);
     connect(&m_recorder, qOverload<unsigned>(&AudioRecorder::durationChanged), this,
             [this](unsigned duration) { m_duration = std::max(m_duration, duration); });
-    if (!m_settings.json && m_recorder.mediaState() == MediaState::Started && m_recorder.pause() == MediaError::None) {
+    if (!m_settings.json && !hasFailed() && hold()) {
         // The last report tells how long it became.
         QCoreApplication::processEvents();
     }
-    if (const auto error = log().run([this] { return m_recorder.reset(); }); error != MediaError::None)
+    if (const auto error = log().run([this] { return m_recorder.reset(); }); error != MediaError::None && !hasFailed())
         fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
     if (m_settings.json)
         return;
@@ -170,6 +170,13 @@ void Recording::scheduleEnd()
         m_end.start(int(*m_settings.length - std::min(m_duration, *m_settings.length)));
     else
         m_end.stop();
+}
+
+void Recording::onDue()
+{
+    // A source that stalls has given less than the time that went by; the end is scheduled anew when it gives more.
+    if (m_duration + 2 * ReportInterval >= *m_settings.length)
+        finish();
 }
 
 qint64 Recording::fileSize() const

@@ -49,6 +49,7 @@ private:
     void checkRenderer();
     /** Lets the recording end when what is still wanted has been recorded. */
     void scheduleEnd();
+    void onDue();
 
     qint64 fileSize() const;
     void refresh();

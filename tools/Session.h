@@ -37,6 +37,7 @@ protected:
     void report(const QString &text);
     /** Reports something that lets the program fail. */
     void fail(const QString &text);
+    bool hasFailed() const { return m_status != Success; }
     LogFilter &log() { return m_log; }
 
 private:

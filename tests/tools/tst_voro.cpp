@@ -80,10 +80,11 @@ QByteArray lastLine(const QByteArray &text)
 /** A daemon whose workers play into nothing and record silence, both in real time. */
 class SilentDaemon : public Daemon {
 public:
-    SilentDaemon() : Daemon(Later)
+    explicit SilentDaemon(int samplesAtOnce = 441) : Daemon(Later)
     {
         start({QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true"),
-               QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true wave=silence samplesperbuffer=441")});
+               QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true wave=silence samplesperbuffer=%1")
+                   .arg(samplesAtOnce)});
     }
 };
 
@@ -100,6 +101,7 @@ private Q_SLOTS:
     void commands_fail_withoutDaemon();
 
     void record_keepsFileThatExists();
+    void record_plainOutput_endsWithTheWholeLength_data();
     void record_plainOutput_endsWithTheWholeLength();
     void record_fails_whenDaemonGoes();
 
@@ -299,13 +301,25 @@ void tst_voro::record_keepsFileThatExists()
     QCOMPARE(voro({QStringLiteral("record"), link}).status, 2);
 }
 
+void tst_voro::record_plainOutput_endsWithTheWholeLength_data()
+{
+    QTest::addColumn<int>("samplesAtOnce");
+    QTest::addColumn<QString>("seconds");
+    QTest::addColumn<QByteArray>("summary");
+    QTest::newRow("a steady source") << 441 << "1" << QByteArray("a.wav: 0:01, ");
+    QTest::newRow("a source that gives a second at once") << 44'100 << "1.5" << QByteArray("a.wav: 0:02, ");
+}
+
 void tst_voro::record_plainOutput_endsWithTheWholeLength()
 {
-    const SilentDaemon daemon;
+    QFETCH(int, samplesAtOnce);
+    QFETCH(QString, seconds);
+    QFETCH(QByteArray, summary);
+    const SilentDaemon daemon(samplesAtOnce);
     const QString file = daemon.folder() + QStringLiteral("/a.wav");
-    const Result result = voro({QStringLiteral("record"), QStringLiteral("--seconds"), QStringLiteral("1"), file});
+    const Result result = voro({QStringLiteral("record"), QStringLiteral("--seconds"), seconds, file});
     QCOMPARE(result.status, 0);
-    QVERIFY2(lastLine(result.out).startsWith("a.wav: 0:01, "), result.out.constData());
+    QVERIFY2(lastLine(result.out).startsWith(summary), result.out.constData());
     QVERIFY2(!result.out.contains("paused"), result.out.constData());
 }
 
