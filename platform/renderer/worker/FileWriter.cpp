@@ -16,6 +16,8 @@ using Head = RecordingFormat::Head;
 namespace {
 
 constexpr std::string_view AmrHead = "#!AMR\n";
+/** How much of a recording a loss of power may cost, but for what the disk adds. */
+constexpr std::chrono::seconds LongestUnsent(2);
 
 } // namespace
 
@@ -102,6 +104,17 @@ void FileWriter::write(GstBuffer *buffer)
     if (isWritten && m_head == Head::Wav && m_offset - m_told >= second) {
         writeHead();
         m_told = m_offset;
+    }
+    send();
+}
+
+/** Has the disk begin with what is written, without waiting for it; the system keeps that in memory much longer. */
+void FileWriter::send()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (now - m_sent >= LongestUnsent) {
+        m_sent = now;
+        sync_file_range(m_file.get(), 0, 0, SYNC_FILE_RANGE_WRITE);
     }
 }
 

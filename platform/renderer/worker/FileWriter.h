@@ -6,6 +6,7 @@
 #include <pps/Fd.h>
 #include <renderer/common/RecordingFormat.h>
 
+#include <chrono>
 #include <cstdint>
 
 namespace voro::renderer {
@@ -37,6 +38,7 @@ private:
     void write(GstBuffer *buffer);
     void begin();
     void writeHead();
+    void send();
     bool append(const void *bytes, size_t size);
     bool writeAt(uint64_t offset, const void *bytes, size_t size);
     void fail(int error);
@@ -52,6 +54,8 @@ private:
     uint64_t m_told = 0;
     /** What comes; something valid before it is known. */
     SampleSpec m_spec{44'100, 1};
+    /** When what is written was last sent to the disk. */
+    std::chrono::steady_clock::time_point m_sent;
     bool m_hasBegun = false;
     bool m_hasFailed = false;
 };
