@@ -7,6 +7,7 @@
 #include <Daemon.h>
 #include <renderer/common/Error.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <Tone.h>
 #include <Workers.h>
 
@@ -97,6 +98,8 @@ public:
 class tst_Recording : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    // What others may do with the user's files is the user's choice.
+    void initTestCase() { umask(027); }
     void file_holdsWhatWasRecorded_whenStopReturns_data();
     void file_holdsWhatWasRecorded_whenStopReturns();
     void channels_areThoseOfTheUrl_data();
@@ -154,6 +157,9 @@ void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns()
     QCOMPARE(mmr_stop(recorder.context()), 0);
     const QByteArray samples = decoded(file(name));
     QCOMPARE(probed(file(name)), content);
+    struct stat status {};
+    QCOMPARE(stat(file(name).toLocal8Bit().constData(), &status), 0);
+    QCOMPARE(int(status.st_mode & 0777), 0640);
     QCOMPARE(recorder.content("state").number("error", -1), 0);
     const int64_t position = recorder.content("status").number("position");
     QVERIFY2(std::abs(milliseconds(samples) - position) < 80, qPrintable(QString::number(milliseconds(samples))));
