@@ -10,7 +10,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QThread>
 
 #include <cstdlib>
 #include <string>
@@ -19,14 +18,12 @@ using namespace voro::multimedia;
 
 namespace {
 
-/** A key that is pressed and released; the time when it was released. */
+/** Presses a key shortly; the time when it was released. */
 int64_t tap(FakeDevice &device)
 {
-    device.tell(KEY_PLAY, 1);
-    // What the press causes is done before the release.
-    QThread::msleep(5);
     const int64_t released = bench::now();
-    device.tell(KEY_PLAY, 0);
+    const auto now = FakeDevice::Time::clock::now();
+    device.tellPress(KEY_PLAY, now, now);
     return released;
 }
 

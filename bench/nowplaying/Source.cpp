@@ -1,11 +1,7 @@
 #include "Source.h"
 
 #include "Figures.h"
-
-#include <QtCore/QCoreApplication>
-#include <QtCore/QSocketNotifier>
-
-#include <unistd.h>
+#include "Lines.h"
 
 #include <algorithm>
 #include <iostream>
@@ -33,16 +29,8 @@ void obey(Source &source, const std::string &line)
 
 int obeyInput(Source &source)
 {
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, [&source] {
-        std::string line;
-        if (std::getline(std::cin, line))
-            obey(source, line);
-        else
-            QCoreApplication::quit();
-    });
-    std::cout << "ready" << std::endl;
-    return QCoreApplication::exec();
+    tellReady();
+    return obeyLines([&source](const std::string &line) { obey(source, line); });
 }
 
 void tellNext()

@@ -1,17 +1,14 @@
 /* The peer QMediaPlayer, with the backend that it chooses by itself. */
 
+#include "Lines.h"
 #include "Peer.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEventLoop>
-#include <QtCore/QSocketNotifier>
 #include <QtCore/QUrl>
 #include <QtMultimedia/QAudioOutput>
 #include <QtMultimedia/QMediaPlayer>
 
-#include <unistd.h>
-
-#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -58,14 +55,6 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QtPeer peer;
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, [&] {
-        std::string line;
-        if (std::getline(std::cin, line))
-            bench::obey(peer, line);
-        else
-            QCoreApplication::quit();
-    });
-    std::cout << "ready" << std::endl;
-    QCoreApplication::exec();
+    bench::tellReady();
+    return bench::obeyLines([&peer](const std::string &line) { bench::obey(peer, line); });
 }

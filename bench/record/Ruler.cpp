@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <vector>
+
+using namespace std::chrono_literals;
 
 namespace bench {
 
@@ -93,8 +96,20 @@ void Ruler::samplesReady(pa_stream *stream, size_t, void *self)
                 marks.push_back({last, now()});
             if (marks.size() > KeptMarks)
                 marks.pop_front();
+            ruler(self)->m_marked.notify_all();
         }
         pa_stream_drop(stream);
+    }
+}
+
+void Ruler::await(std::chrono::milliseconds sound)
+{
+    std::unique_lock lock(m_mutex);
+    const int64_t frames = sound.count() * Format.rate / 1000;
+    const int64_t end = (m_marks.empty() ? 0 : m_marks.back().frame) + frames;
+    if (!m_marked.wait_for(lock, 2 * sound + 10s, [&] { return !m_marks.empty() && m_marks.back().frame >= end; })) {
+        std::fprintf(stderr, "no sound comes from the monitor\n");
+        std::exit(1);
     }
 }
 

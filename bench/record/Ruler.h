@@ -2,6 +2,8 @@
 
 #include <pulse/pulseaudio.h>
 
+#include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -18,6 +20,8 @@ public:
     Ruler(const Ruler &) = delete;
     Ruler &operator=(const Ruler &) = delete;
 
+    /** Waits until the monitor has given out so much more of it. */
+    void await(std::chrono::milliseconds sound);
     /** When the monitor gave out the first of these frames of 16-bit stereo; nothing when they are not the ruler's. */
     std::optional<int64_t> timeOf(std::span<const int16_t> frames);
 
@@ -37,6 +41,7 @@ private:
     pa_stream *m_monitor = nullptr;
     int64_t m_nextFrame = 1;
     std::mutex m_mutex;
+    std::condition_variable m_marked;
     /** The last frames of what the monitor gave out together. */
     std::deque<Mark> m_marks;
 };

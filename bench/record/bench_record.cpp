@@ -16,7 +16,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
-#include <thread>
+#include <tuple>
 #include <vector>
 
 using namespace std::chrono_literals;
@@ -95,28 +95,26 @@ struct Start {
     }
 };
 
-void measureStart(const std::string &folder, int runs)
+void measureStart(bench::Ruler &ruler, const std::string &folder, int runs)
 {
-    bench::Ruler ruler;
     Recorder ours("record_ours");
     Recorder qt("peer_qmediarecorder");
     Start ourStart;
     Start qtStart;
     Start parecordStart;
-    std::this_thread::sleep_for(1s);
     // The first run warms up.
     for (int i = -1; i < runs; ++i) {
         const std::string name = folder + "/record" + std::to_string(i);
         for (const auto &[recorder, start, suffix] :
              {std::tuple(&ours, &ourStart, "o.wav"), std::tuple(&qt, &qtStart, "q.wav")}) {
             const int64_t asked = recorder->record(name + suffix);
-            std::this_thread::sleep_for(700ms);
+            ruler.await(700ms);
             recorder->stop();
             start->add(ruler, name + suffix, asked, i >= 0);
         }
         const int64_t asked = bench::now();
         const auto parecord = startParecord(name + "p.wav");
-        std::this_thread::sleep_for(700ms);
+        ruler.await(700ms);
         stopParecord(*parecord);
         parecordStart.add(ruler, name + "p.wav", asked, i >= 0);
     }
@@ -133,7 +131,7 @@ double processorTime(const std::vector<pid_t> &processes)
     return sum;
 }
 
-void measureMinute(const std::string &folder)
+void measureMinute(bench::Ruler &ruler, const std::string &folder)
 {
     const bench::Child sound({"paplay", folder + "/minute.wav"});
     Recorder ours("record_ours");
@@ -141,7 +139,7 @@ void measureMinute(const std::string &folder)
     ours.record(folder + "/minute.opus");
     qt.record(folder + "/minute-qt.ogg");
     const auto parecord = startParecord(folder + "/minute-parecord.wav");
-    std::this_thread::sleep_for(2s);
+    ruler.await(2s);
     const pid_t daemon = bench::daemonProcess();
     std::vector<pid_t> ourProcesses = bench::descendants(daemon);
     ourProcesses.insert(ourProcesses.end(), {daemon, ours.process()});
@@ -151,7 +149,7 @@ void measureMinute(const std::string &folder)
     std::array<long, 3> memory;
     for (size_t i = 0; i < groups.size(); ++i)
         before[i] = processorTime(groups[i]);
-    std::this_thread::sleep_for(60s);
+    ruler.await(60s);
     for (size_t i = 0; i < groups.size(); ++i) {
         used[i] = processorTime(groups[i]) - before[i];
         memory[i] = bench::usage(groups[i]).pss;
@@ -183,6 +181,7 @@ int main(int argc, char **argv)
         return 2;
     const std::string self = argv[0];
     programFolder = self.substr(0, self.rfind('/'));
-    measureStart(argv[1], std::atoi(argv[2]));
-    measureMinute(argv[1]);
+    bench::Ruler ruler;
+    measureStart(ruler, argv[1], std::atoi(argv[2]));
+    measureMinute(ruler, argv[1]);
 }

@@ -1,16 +1,14 @@
 /* The peer QMediaRecorder: "record PATH" answers with the time when it was asked to, "stop" when the file is complete. */
 
 #include "Figures.h"
+#include "Lines.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QSocketNotifier>
 #include <QtCore/QUrl>
 #include <QtMultimedia/QAudioInput>
 #include <QtMultimedia/QMediaCaptureSession>
 #include <QtMultimedia/QMediaFormat>
 #include <QtMultimedia/QMediaRecorder>
-
-#include <unistd.h>
 
 #include <iostream>
 #include <string>
@@ -42,12 +40,9 @@ int main(int argc, char **argv)
         if (state == QMediaRecorder::StoppedState)
             std::cout << bench::now() << std::endl;
     });
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, [&] {
-        std::string line;
-        if (!std::getline(std::cin, line)) {
-            QCoreApplication::quit();
-        } else if (line == "stop") {
+    bench::tellReady();
+    return bench::obeyLines([&](const std::string &line) {
+        if (line == "stop") {
             recorder.stop();
         } else {
             const std::string path = line.substr(line.find(' ') + 1);
@@ -61,6 +56,4 @@ int main(int argc, char **argv)
             std::cout << asked << std::endl;
         }
     });
-    std::cout << "ready" << std::endl;
-    return QCoreApplication::exec();
 }

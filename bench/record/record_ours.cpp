@@ -1,14 +1,12 @@
 /* Our recorder: "record PATH" answers with the time when it was asked to, "stop" when the file is complete. */
 
 #include "Figures.h"
+#include "Lines.h"
 
 #include <multimedia/AudioRecorder.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QSocketNotifier>
 #include <QtCore/QUrl>
-
-#include <unistd.h>
 
 #include <cstdlib>
 #include <iostream>
@@ -26,12 +24,9 @@ int main(int argc, char **argv)
             std::exit(1);
         }
     };
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, [&] {
-        std::string line;
-        if (!std::getline(std::cin, line)) {
-            QCoreApplication::quit();
-        } else if (line == "stop") {
+    bench::tellReady();
+    return bench::obeyLines([&](const std::string &line) {
+        if (line == "stop") {
             check(recorder.reset());
             std::cout << bench::now() << std::endl;
         } else {
@@ -42,6 +37,4 @@ int main(int argc, char **argv)
             std::cout << asked << std::endl;
         }
     });
-    std::cout << "ready" << std::endl;
-    return QCoreApplication::exec();
 }

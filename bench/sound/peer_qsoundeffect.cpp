@@ -2,13 +2,11 @@
    Argument: the file. */
 
 #include "Figures.h"
+#include "Lines.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QSocketNotifier>
 #include <QtCore/QUrl>
 #include <QtMultimedia/QSoundEffect>
-
-#include <unistd.h>
 
 #include <iostream>
 #include <string>
@@ -21,21 +19,14 @@ int main(int argc, char **argv)
     QSoundEffect effect;
     QObject::connect(&effect, &QSoundEffect::statusChanged, [&] {
         if (effect.status() == QSoundEffect::Ready)
-            std::cout << "ready" << std::endl;
+            bench::tellReady();
         else if (effect.status() == QSoundEffect::Error)
             QCoreApplication::exit(1);
     });
     effect.setSource(QUrl::fromLocalFile(QString::fromLocal8Bit(argv[1])));
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, [&] {
-        std::string line;
-        if (!std::getline(std::cin, line)) {
-            QCoreApplication::quit();
-            return;
-        }
+    return bench::obeyLines([&effect](const std::string &) {
         const int64_t asked = bench::now();
         effect.play();
         std::cout << asked << std::endl;
     });
-    return QCoreApplication::exec();
 }

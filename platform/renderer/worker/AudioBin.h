@@ -19,7 +19,6 @@ class AudioBin {
 public:
     /** The element message that the first decoded buffer behind a closed gate posts. */
     static constexpr char DecodedMessage[] = "voro-decoded";
-
     /** The element message of a stream that ends without such a buffer. */
     static constexpr char EmptyMessage[] = "voro-empty";
 

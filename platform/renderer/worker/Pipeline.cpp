@@ -60,7 +60,6 @@ void Pipeline::load(const std::string &uri, const CaptionChoice &captions, const
 
 void Pipeline::open(bool needsPicture)
 {
-    m_needsPicture = needsPicture;
     m_isOpening = true;
     m_emptyStreams = 0;
     // A short medium may be read to its end before anybody could say what comes next.
@@ -69,12 +68,11 @@ void Pipeline::open(bool needsPicture)
     m_audio.closeGate();
     // Who decodes asks every sink what it takes, and our bin for pictures takes as long as all the rest. Without any
     // sink playbin would look for one itself.
-    const bool hasPictures = (flags(needsPicture) & PlayVideo) != 0;
-    if (hasPictures) {
+    m_showsPictures = m_outputs.hasVideo || needsPicture;
+    if (m_showsPictures) {
         m_video.resetSink(m_outputs.window, m_outputs.areCaptionsOverVideo());
         m_video.awaitDecoded();
     }
-    m_showsPictures = hasPictures;
     m_hasContent = false;
     if (m_outputs.areCaptionsOverVideo()) {
         m_captions.setOverlay(m_video.overlay());
@@ -82,16 +80,16 @@ void Pipeline::open(bool needsPicture)
         m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : std::string());
     }
     const std::string captions = m_choice.url.empty() ? std::string() : m_captionFile.open(m_choice.url);
-    g_object_set(m_playbin.get(), "video-sink", hasPictures ? m_video.element() : m_blind.get(), nullptr);
+    g_object_set(m_playbin.get(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);
     g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
-                 "flags", flags(needsPicture), nullptr);
+                 "flags", flags(), nullptr);
     gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
 }
 
-unsigned Pipeline::flags(bool needsPicture) const
+unsigned Pipeline::flags() const
 {
     unsigned flags = PlayAudio | NativeAudio | NativeVideo;
-    if (m_outputs.hasVideo || needsPicture) {
+    if (m_showsPictures) {
         flags |= PlayVideo;
     }
     if (m_outputs.hasCaptions && m_choice.areShown) {
@@ -106,7 +104,7 @@ unsigned Pipeline::flags(bool needsPicture) const
 void Pipeline::selectCaptions(const CaptionChoice &captions)
 {
     m_choice = captions;
-    g_object_set(m_playbin.get(), "flags", flags(m_needsPicture), nullptr);
+    g_object_set(m_playbin.get(), "flags", flags(), nullptr);
     selectStream();
     if (!captions.areShown) {
         m_captions.clear();
@@ -268,7 +266,7 @@ void Pipeline::checkStreams()
     g_object_get(m_playbin.get(), "n-audio", &sounds, "n-video", &pictures, nullptr);
     if (sounds == 0 && pictures == 0) {
         m_events.failed({ErrorCode::UnsupportedMediaType, "there is nothing to hear or to see in the medium"});
-    } else if (sounds == 0 && !(flags(m_needsPicture) & PlayVideo)) {
+    } else if (sounds == 0 && !m_showsPictures) {
         // Nobody sees the pictures, but without them no time would pass.
         unload();
         open(true);
@@ -280,7 +278,7 @@ void Pipeline::checkContent()
     gint sounds = 0;
     gint pictures = 0;
     g_object_get(m_playbin.get(), "n-audio", &sounds, "n-video", &pictures, nullptr);
-    const bool arePicturesDecoded = pictures > 0 && (flags(m_needsPicture) & PlayVideo);
+    const bool arePicturesDecoded = pictures > 0 && m_showsPictures;
     if (++m_emptyStreams >= (sounds > 0) + arePicturesDecoded && m_isOpening) {
         m_events.failed({ErrorCode::ResourceCorrupted, "there is nothing in the medium that can be decoded"});
     }

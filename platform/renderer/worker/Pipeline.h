@@ -113,7 +113,7 @@ private:
     void handleStart(GstMessage *message);
     /** Opens what load() was told. */
     void open(bool needsPicture);
-    unsigned flags(bool needsPicture) const;
+    unsigned flags() const;
     /** Brings the playbin to the state that it is to have, or nearer. */
     void settle();
     bool seekNow(const Target &target);
@@ -142,9 +142,8 @@ private:
     /** Nothing is decoded yet. */
     bool m_isOpening = false;
     int m_emptyStreams = 0;
-    /** Whether pictures are decoded only because there is nothing else. */
-    bool m_needsPicture = false;
     // Read by streaming threads.
+    /** Whether pictures are decoded: to be seen, or because there is nothing else. */
     std::atomic<bool> m_showsPictures = false;
     /** Whether anything came out of the medium that is to be played. */
     std::atomic<bool> m_hasContent = false;

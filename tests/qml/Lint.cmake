@@ -1,0 +1,30 @@
+# Runs qmllint over the QML files of the project and the QML examples of the README; any warning is a failure.
+# cmake -D QMLLINT=FILE -D SOURCE=DIR -D IMPORTS=DIR,DIR -D WORK=DIR -P Lint.cmake
+file(GLOB_RECURSE files ${SOURCE}/examples/*.qml ${SOURCE}/tests/qml/*.qml)
+
+file(REMOVE_RECURSE ${WORK})
+file(READ ${SOURCE}/README.md text)
+set(opening "```qml\n")
+string(LENGTH "${opening}" length)
+set(count 0)
+string(FIND "${text}" "${opening}" start)
+while(NOT start EQUAL -1)
+  math(EXPR start "${start} + ${length}")
+  string(SUBSTRING "${text}" ${start} -1 text)
+  string(FIND "${text}" "\n```" end)
+  string(SUBSTRING "${text}" 0 ${end} example)
+  math(EXPR count "${count} + 1")
+  file(WRITE ${WORK}/Readme${count}.qml "${example}\n")
+  list(APPEND files ${WORK}/Readme${count}.qml)
+  string(FIND "${text}" "${opening}" start)
+endwhile()
+if(count EQUAL 0)
+  message(FATAL_ERROR "The README has no QML example")
+endif()
+
+string(REPLACE "," ";-I;" imports "${IMPORTS}")
+execute_process(COMMAND ${QMLLINT} -I ${imports} --unused-imports warning ${files}
+  RESULT_VARIABLE result OUTPUT_VARIABLE said ERROR_VARIABLE said)
+if(NOT result EQUAL 0 OR said MATCHES "Warning:")
+  message(FATAL_ERROR "${said}")
+endif()
