@@ -24,6 +24,8 @@ constexpr std::array KnownTags{
 };
 
 constexpr size_t MaximumTags = 12 * 1024;
+/** A picture's text leaves room for all the rest of a message. */
+constexpr size_t MaximumPicture = pps::MaximumMessage - MaximumTags - 4 * 1024;
 
 /** What changes from frame to frame tells nothing about the medium. */
 constexpr std::array Unsteady{GST_TAG_MINIMUM_BITRATE, GST_TAG_MAXIMUM_BITRATE, "channel-mode", "has-crc"};
@@ -44,6 +46,23 @@ std::string attributeOf(const char *tag)
 bool isLessThanKnown(const char *tag)
 {
     return g_str_equal(tag, GST_TAG_DESCRIPTION) || g_str_equal(tag, GST_TAG_NOMINAL_BITRATE);
+}
+
+/** A picture as a data URL, empty for one that is too large or of an unknown type. */
+std::string dataUrl(GstSample *picture)
+{
+    const GstCaps *caps = gst_sample_get_caps(picture);
+    GstBuffer *buffer = gst_sample_get_buffer(picture);
+    if (!caps || gst_caps_get_size(caps) == 0 || !buffer || gst_buffer_get_size(buffer) / 3 * 4 > MaximumPicture) {
+        return {};
+    }
+    const std::string type = gst_structure_get_name(gst_caps_get_structure(caps, 0));
+    gpointer data = nullptr;
+    gsize size = 0;
+    gst_buffer_extract_dup(buffer, 0, gst_buffer_get_size(buffer), &data, &size);
+    const Owned<char> encoded(g_base64_encode(static_cast<const guchar *>(data), size));
+    g_free(data);
+    return type.starts_with("image/") ? "data:" + type + ";base64," + encoded.get() : std::string();
 }
 
 /** The tag's value as an attribute line, empty for a kind of value that no line can hold. */
@@ -70,6 +89,10 @@ std::string line(const GstTagList *tags, const char *tag, const std::string &att
     } else if (G_VALUE_HOLDS(&value, G_TYPE_DATE) || G_VALUE_HOLDS_DOUBLE(&value)) {
         const Owned<char> serialized(gst_value_serialize(&value));
         pps::appendText(text, attribute, serialized ? serialized.get() : "");
+    } else if (G_VALUE_HOLDS(&value, GST_TYPE_SAMPLE)) {
+        if (const std::string url = dataUrl(gst_value_get_sample(&value)); !url.empty()) {
+            pps::appendText(text, attribute, url);
+        }
     }
     g_value_unset(&value);
     g_value_unset(&number);
@@ -94,9 +117,13 @@ std::string toAttributes(const GstTagList *tags)
     }
     std::string result;
     for (const auto &[attribute, text] : lines) {
-        if (result.size() + text.size() <= MaximumTags) {
+        if (attribute != GST_TAG_IMAGE && result.size() + text.size() <= MaximumTags) {
             result += text;
         }
+    }
+    if (const auto picture = lines.find(GST_TAG_IMAGE);
+        picture != lines.end() && picture->second.size() <= MaximumPicture) {
+        result += picture->second;
     }
     return result;
 }

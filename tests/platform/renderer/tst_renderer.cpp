@@ -62,6 +62,8 @@ private Q_SLOTS:
     void initTestCase();
     void duration_isRight_data();
     void duration_isRight();
+    void cover_isToldWhereItFits_data();
+    void cover_isToldWhereItFits();
     void attachError_tellsTheCause_data();
     void attachError_tellsTheCause();
     void sound_isComplete();
@@ -157,6 +159,44 @@ void tst_Renderer::duration_isRight()
     QCOMPARE(track.number("md_video_width", -1), 0);
     QCOMPARE(track.number("md_video_height", -1), 0);
     QVERIFY(!track.has("md_video_pixel_width"));
+}
+
+void tst_Renderer::cover_isToldWhereItFits_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("picture");
+    QTest::addColumn<bool>("isTold");
+    QTest::newRow("mp3") << QByteArray("cover.mp3") << QStringLiteral("color=red:size=16x16:duration=1:rate=1") << true;
+    QTest::newRow("flac") << QByteArray("cover.flac") << QStringLiteral("color=red:size=16x16:duration=1:rate=1")
+                          << true;
+    QTest::newRow("m4a") << QByteArray("cover.m4a") << QStringLiteral("color=red:size=16x16:duration=1:rate=1") << true;
+    QTest::newRow("too large") << QByteArray("large.mp3")
+                               << QStringLiteral("nullsrc=size=300x300:duration=1:rate=1,geq=random(1)*255:128:128")
+                               << false;
+}
+
+void tst_Renderer::cover_isToldWhereItFits()
+{
+    QFETCH(const QByteArray, name);
+    QFETCH(const QString, picture);
+    QFETCH(const bool, isTold);
+    media::encode(m_folder.filePath(QString::fromLatin1(name)),
+                  QStringLiteral("sine=duration=2[out0];%1[out1]").arg(picture),
+                  {"-map", "0", "-c:v", "png", "-disposition:v", "attached_pic", "-metadata", "title=Red", "-metadata",
+                   "artist=Cover"});
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.attach(file(name.constData())), 0);
+    const auto track = application.content("q1");
+    QCOMPARE(track.text("md_title_name"), std::string("Red"));
+    QCOMPARE(track.text("md_title_artist"), std::string("Cover"));
+    QCOMPARE(track.has("image"), isTold);
+    if (isTold) {
+        const QByteArray url = QByteArray::fromStdString(track.text("image"));
+        QVERIFY2(url.startsWith("data:image/png;base64,"), url.left(30).constData());
+        QVERIFY(QByteArray::fromBase64(url.mid(url.indexOf(',') + 1)).startsWith("\x89PNG\r\n"));
+    }
+    QVERIFY(std::abs(play(application).size() - 2 * 44100) < 1200);
 }
 
 void tst_Renderer::attachError_tellsTheCause_data()
@@ -286,6 +326,13 @@ void tst_Renderer::seek_isNeverFollowedByAnOlderPosition()
     QCOMPARE(mmr_play(application.context()), 0);
     const auto status = application.watch("status?wait");
     while (readMessage(*status).number("position") < 100) {
+    }
+    // A burst, whose last one is for a place behind which the medium goes on.
+    for (int i = 0; i < 200; ++i) {
+        const int target = 16'000 - i * 70;
+        QCOMPARE(mmr_seek(application.context(), QByteArray::number(target).constData()), 0);
+        const auto position = application.content("status").number("position");
+        QVERIFY2(position >= target && position < target + 1000, QByteArray::number(qint64(position)).constData());
     }
     for (const int target : {15'000, 5'000, 12'000, 2'000}) {
         QCOMPARE(mmr_seek(application.context(), QByteArray::number(target).constData()), 0);
