@@ -6,12 +6,18 @@
 #include "Figures.h"
 #include "SoundWatch.h"
 
+#include <multimedia/MediaPlayer.h>
+
 #include <QtCore/QCoreApplication>
+#include <QtCore/QUrl>
 
 #include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
+
+using namespace voro::multimedia;
 
 namespace {
 
@@ -116,6 +122,26 @@ void measureSeek(bench::SoundWatch &watch, const std::string &folder, const std:
     printRow("seek while playing to first sound from there, " + extension, entries, &Entry::sound, "≤ the faster peer");
 }
 
+/** A list is prepared when its first track is. */
+void measureLongList(const std::string &folder, int runs)
+{
+    constexpr int Entries = 10'000;
+    const std::string path = folder + "/long.m3u";
+    std::ofstream list(path);
+    for (int i = 0; i < Entries; ++i)
+        list << "a.ogg\n";
+    list.close();
+    bench::Figures times;
+    for (int i = 0; i < runs; ++i) {
+        MediaPlayer player;
+        bench::must(player.setSourceUrl(QUrl::fromLocalFile(QString::fromStdString(path))));
+        const int64_t asked = bench::now();
+        bench::must(player.prepare());
+        times.add(static_cast<double>(bench::now() - asked));
+    }
+    bench::printRow("prepare() of a playlist of 10000", bench::milliseconds(times.median()), "–", "< 1 s");
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -132,4 +158,5 @@ int main(int argc, char **argv)
         measurePlay(watch, folder, extension, runs);
     for (const std::string extension : {"wav", "ogg", "mp3", "mp4"})
         measureSeek(watch, folder, extension, runs);
+    measureLongList(folder, runs);
 }

@@ -64,9 +64,7 @@ void PulseServer::suspend()
     ::kill(pid_t(m_process.processId()), SIGSTOP);
 }
 
-namespace {
-
-QByteArray control(const QStringList &arguments)
+QByteArray PulseServer::control(const QStringList &arguments)
 {
     QProcess process;
     process.start(QStringLiteral("pactl"), arguments);
@@ -74,8 +72,6 @@ QByteArray control(const QStringList &arguments)
         qFatal("pactl: %s", process.readAllStandardError().constData());
     return process.readAllStandardOutput().trimmed();
 }
-
-} // namespace
 
 QByteArray PulseServer::addSink(const char *name)
 {

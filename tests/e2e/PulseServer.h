@@ -16,6 +16,9 @@ public:
     /** Takes a sink away; what played to it is moved to another one. */
     void removeSink(const QByteArray &sink);
 
+    /** What the server's control program answers to these arguments. */
+    static QByteArray control(const QStringList &arguments);
+
     /** Kills the server. */
     void kill();
     /** Starts it again, at the same place. */

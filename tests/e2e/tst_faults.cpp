@@ -280,7 +280,10 @@ void tst_Faults::manyPlayers_outliveTheirWorkers()
     }
     for (const auto &victim : victims) {
         const bool moves = QTest::qWaitFor([&] { return victim->positions.count() > 2; });
-        if (!moves) qWarning() << victim->path << victim->player.mediaState() << victim->player.position() << victim->errors.count() << victim->errors << victim->positions << workersWith(victim->path.toUtf8(), m_daemon->processId());
+        if (!moves)
+            qWarning() << victim->path << victim->player.mediaState() << victim->player.position()
+                       << victim->errors.count() << victim->errors << victim->positions
+                       << workersWith(victim->path.toUtf8(), m_daemon->processId());
         QVERIFY(moves);
     }
 }

@@ -4,6 +4,7 @@
 #include "Tone.h"
 
 #include <multimedia/MediaPlayer.h>
+#include <voro/audio_manager.h>
 
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void preparedLongAgo_soundsAtOnce();
     void pause_silences_andPlayGoesOn();
     void volume_changesLevel();
+    void audioType_isTheStreamsRole();
     void serverEnds_playerStops_andSoundsWithTheNextOne();
     void deviceGone_holds_data();
     void deviceGone_holds();
@@ -108,6 +110,21 @@ void tst_Sound::volume_changesLevel()
     QVERIFY(isLouderThan(8'000));
     QCOMPARE(player.setVolume(0.1), MediaError::None);
     QTRY_VERIFY(!isLouderThan(4'000) && isLouderThan(300));
+}
+
+void tst_Sound::audioType_isTheStreamsRole()
+{
+    const QString path = media::makeTone(m_folder.filePath("role.wav"), {.frequency = 500, .seconds = 30});
+    unsigned handle = 0;
+    QCOMPARE(audio_manager_get_handle(AUDIO_TYPE_ALERT, &handle), 0);
+    MonitorRecorder recorder;
+    MediaPlayer player;
+    QCOMPARE(player.setAudioManagerHandle(handle), MediaError::None);
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    QVERIFY(recorder.waitForTone(500, 200));
+    const QByteArray streams = m_server.control({"list", "sink-inputs"});
+    QVERIFY2(streams.contains("media.role = \"event\""), streams.constData());
 }
 
 void tst_Sound::deviceGone_holds_data()
