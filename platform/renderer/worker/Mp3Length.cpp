@@ -27,6 +27,11 @@ constexpr std::array<std::string_view, 3> Counts{"Xing", "Info", "VBRI"};
 /** How far into the first frame such a count may be. */
 constexpr size_t CountRange = 200;
 
+/** How far behind the count the delays are: the encoder's name and settings stand between them. */
+constexpr size_t DelaysBehindCount = 21;
+/** Every decoder of this kind is late by as many samples. */
+constexpr int64_t DecoderDelay = 529;
+
 using Header = std::array<unsigned char, 10>;
 
 std::optional<Frame> frameOf(const Header &header)
@@ -98,7 +103,42 @@ long audioStart(Reader &file)
     return start;
 }
 
+unsigned bytesAt(std::string_view text, size_t place, size_t size)
+{
+    unsigned value = 0;
+    for (const char byte : text.substr(place, size)) {
+        value = value << 8 | static_cast<unsigned char>(byte);
+    }
+    return value;
+}
+
 } // namespace
+
+std::optional<Mp3Sound> mp3Sound(const std::string &path)
+{
+    Reader file(path);
+    const long place = audioStart(file);
+    const auto first = frameOf(file.headerAt(place));
+    if (!first) {
+        return std::nullopt;
+    }
+    const std::string head = file.textAt(place, CountRange);
+    const size_t count = std::min(head.find("Xing"), head.find("Info"));
+    // All four parts of the count: how many frames and bytes, a table, the quality.
+    constexpr size_t PartSizes = 4 + 4 + 100 + 4;
+    constexpr unsigned AllParts = 15;
+    const size_t delays = count + 8 + PartSizes + DelaysBehindCount;
+    if (count == std::string::npos || head.size() < delays + 3
+        || (bytesAt(head, count + 4, 4) & AllParts) != AllParts) {
+        return std::nullopt;
+    }
+    const int64_t frames = bytesAt(head, count + 8, 4);
+    const unsigned both = bytesAt(head, delays, 3);
+    const int64_t before = both >> 12;
+    const int64_t behind = both & 0xfff;
+    const Mp3Sound sound{before + DecoderDelay, frames * first->samples - before - behind, first->rate};
+    return both != 0 && sound.count > 0 ? std::optional(sound) : std::nullopt;
+}
 
 std::optional<int64_t> mp3Length(const std::string &path)
 {

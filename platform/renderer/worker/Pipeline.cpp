@@ -2,6 +2,7 @@
 
 #include "EarlyErrors.h"
 #include "HttpSource.h"
+#include "Trim.h"
 
 #include <algorithm>
 #include <utility>
@@ -23,6 +24,14 @@ enum PlayFlags : guint {
 
 /** The message that all streams of the medium were found. */
 constexpr char StreamsKnown[] = "voro-streams-known";
+
+std::string uriOf(GstElement *decoder)
+{
+    gchar *raw = nullptr;
+    g_object_get(decoder, "uri", &raw, nullptr);
+    const Owned<char> uri(raw);
+    return uri ? uri.get() : "";
+}
 
 int64_t toMilliseconds(gint64 nanoseconds)
 {
@@ -60,6 +69,7 @@ void Pipeline::load(const std::string &uri, const CaptionChoice &captions, const
 
 void Pipeline::open(bool needsPicture)
 {
+    m_isLoaded = true;
     m_isOpening = true;
     m_emptyStreams = 0;
     // A short medium may be read to its end before anybody could say what comes next.
@@ -149,7 +159,11 @@ void Pipeline::settle()
 
 void Pipeline::unload()
 {
+    if (!std::exchange(m_isLoaded, false)) {
+        return;
+    }
     m_succession.release();
+    m_audio.keepConnection();
     gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
     // What the old medium still had to say is not the new one's.
     const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
@@ -217,10 +231,7 @@ void Pipeline::onElementAdded(GstBin *, GstBin *, GstElement *element, gpointer 
 void Pipeline::onStreamsKnown(GstElement *decoder, gpointer self)
 {
     const auto *pipeline = static_cast<Pipeline *>(self);
-    gchar *raw = nullptr;
-    g_object_get(decoder, "uri", &raw, nullptr);
-    const Owned<char> uri(raw);
-    if (!uri || pipeline->m_uri != uri.get()) {
+    if (pipeline->m_uri != uriOf(decoder)) {
         // Captions, or the next medium.
         return;
     }
@@ -228,8 +239,9 @@ void Pipeline::onStreamsKnown(GstElement *decoder, gpointer self)
 }
 
 // Runs in a streaming thread.
-void Pipeline::onStreamAdded(GstElement *, GstPad *stream, gpointer self)
+void Pipeline::onStreamAdded(GstElement *decoder, GstPad *stream, gpointer self)
 {
+    trimEncoderDelay(stream, uriOf(decoder));
     gst_pad_add_probe(stream, GST_PAD_PROBE_TYPE_BUFFER, onFirstBuffer, self, nullptr);
 }
 
@@ -386,8 +398,8 @@ void Pipeline::handleOwn(GstMessage *message)
 void Pipeline::handleError(GstMessage *error)
 {
     GstObject *source = GST_MESSAGE_SRC(error);
-    (isUnrecognized(error) ? m_events.unrecognized : m_events.failed)(
-        toResult(error, m_audio.isSink(source) || m_video.isSink(source)));
+    (isUnrecognized(error) ? m_events.unrecognized
+                           : m_events.failed)(toResult(error, m_audio.isSink(source) || m_video.isSink(source)));
 }
 
 void Pipeline::handleStart(GstMessage *message)

@@ -207,8 +207,10 @@ void tst_Streams::stream_isPlayedWhole()
     QFETCH(const QByteArray, name);
     // A decoder that cannot look ahead plays the last packet as a whole.
     constexpr qsizetype Packet = 1200;
+    // What the encoder put before and behind the sound is known of files only.
+    const qsizetype added = name.endsWith(".mp3") ? 1105 + 1152 : 0;
     const qsizetype heard = play(m_server.url('/' + kind + '/' + name));
-    QVERIFY2(std::abs(heard - play(file(name))) < Packet, QByteArray::number(heard).constData());
+    QVERIFY2(std::abs(heard - play(file(name))) < Packet + added, QByteArray::number(heard).constData());
 }
 
 void tst_Streams::stream_isSoughtIn_ifTheServerSendsParts()
