@@ -234,14 +234,15 @@ void Context::setParameters(const pps::Message &message, const std::function<Res
     result ? applySettings() : finish(result);
 }
 
+/** Finishes a command that changed settings. */
 void Context::applySettings(const std::string &lines)
 {
-    if (m_isOpen) {
-        m_engine->ask("set", m_journal.settingLines(),
-                      [this, lines](const Result &result) { finish(result, result ? lines : std::string()); });
-    } else {
-        finish({}, lines);
+    // An engine takes whatever was checked here, and before all that follows.
+    if (m_isOpen && m_journal.settingLines() != m_settings) {
+        m_settings = m_journal.settingLines();
+        m_engine->ask("set", m_settings, [](const Result &) {});
     }
+    finish({}, lines);
 }
 
 // The input
@@ -281,7 +282,7 @@ void Context::attach(const Journal::Input &input)
     }
     m_position = {};
     m_resume.reset();
-    engine().ask("open", m_journal.openLines(input, m_speed, {}), [this, input](const Result &result) {
+    open(input, [this, input](const Result &result) {
         if (result) {
             m_isOpen = true;
             m_input = input;
@@ -296,6 +297,12 @@ void Context::attach(const Journal::Input &input)
         }
         finish(result);
     });
+}
+
+void Context::open(const Journal::Input &input, Engine::Done done)
+{
+    m_settings = m_journal.settingLines();
+    engine().ask("open", m_journal.openLines(input, m_speed, m_resume), std::move(done));
 }
 
 void Context::inputDetach(const pps::Message &)
@@ -343,7 +350,7 @@ void Context::play(const pps::Message &)
     } else if (m_deaths >= MostDeaths) {
         finish({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
     } else {
-        engine().ask("open", m_journal.openLines(*m_input, m_speed, m_resume), [this](const Result &result) {
+        open(*m_input, [this](const Result &result) {
             m_isOpen = bool(result);
             m_isOpen ? startPlaying() : finish(result);
         });
@@ -428,11 +435,13 @@ void Context::speedSet(const pps::Message &message)
         }
         finish(result);
     };
+    const bool canFail = m_state == State::Playing;
     if (m_isOpen) {
         std::string line;
         pps::appendNumber(line, "speed", speed);
-        m_engine->ask("speed", line, done);
-    } else {
+        m_engine->ask("speed", line, canFail ? Engine::Done(done) : [](const Result &) {});
+    }
+    if (!m_isOpen || !canFail) {
         done({});
     }
 }

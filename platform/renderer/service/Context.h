@@ -64,6 +64,7 @@ private:
     void open(Engine::Done done);
     void closeMedium(Engine::Done done);
     void attach(const Journal::Input &input);
+    void open(const Journal::Input &input, Engine::Done done);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});
     bool isRecording() const { return m_input && m_input->isRecording(); }
@@ -98,6 +99,8 @@ private:
     TrackPosition m_position;
     /** Where the next engine begins instead of at the beginning. */
     std::optional<TrackPosition> m_resume;
+    /** The settings that the engine was told last. */
+    std::string m_settings;
 
     /** How many engines died in a row with the medium of this URL. */
     int m_deaths = 0;

@@ -3,79 +3,25 @@
 #include "Equalizer.h"
 #include "WindowSink.h"
 
+#include <gst/audio/audio.h>
+
 namespace voro::renderer {
 
 namespace {
 
-/** The sound server's sink, null when no server answers. */
-GstElement *serverSink(const std::string &role)
+void setRole(GstElement *serverSink, const std::string &role)
 {
-    GstElement *sink = gst_element_factory_make("pulsesink", nullptr);
-    if (!sink) {
-        return nullptr;
-    }
+    GstStructure *properties = gst_structure_new_empty("properties");
     if (!role.empty()) {
-        GstStructure *properties = gst_structure_new("properties", "media.role", G_TYPE_STRING, role.c_str(), nullptr);
-        g_object_set(sink, "stream-properties", properties, nullptr);
-        gst_structure_free(properties);
+        gst_structure_set(properties, "media.role", G_TYPE_STRING, role.c_str(), nullptr);
     }
-    if (gst_element_set_state(sink, GST_STATE_READY) == GST_STATE_CHANGE_FAILURE) {
-        gst_element_set_state(sink, GST_STATE_NULL);
-        gst_object_unref(gst_object_ref_sink(sink));
-        return nullptr;
-    }
-    return sink;
+    g_object_set(serverSink, "stream-properties", properties, nullptr);
+    gst_structure_free(properties);
 }
 
-GstElement *audibleSink(const std::string &role)
+/** Answers from memory what is accepted, which is asked time and again while a medium opens. */
+GstPadProbeReturn answerCaps(GstQuery *query, GstCaps *accepted)
 {
-    if (GstElement *sink = configuredBin("VORO_AUDIO_SINK")) {
-        return sink;
-    }
-    GstElement *sink = serverSink(role);
-    return sink ? sink : silentSink();
-}
-
-} // namespace
-
-AudioBin::AudioBin()
-    : m_bin(GST_ELEMENT(gst_object_ref_sink(gst_bin_new("voro-audio")))),
-      m_queue(makeElement("queue")),
-      m_equalizer(makeElement("equalizer-10bands")),
-      m_volume(makeElement("volume")),
-      m_last(makeElement("audioresample"))
-{
-    GstElement *convert = makeElement("audioconvert");
-    GstElement *tempo = makeElement("scaletempo");
-    GstElement *convertBack = makeElement("audioconvert");
-    gst_bin_add_many(GST_BIN(m_bin.get()), m_queue, convert, tempo, m_equalizer, m_volume, convertBack, m_last,
-                     nullptr);
-    gst_element_link_many(m_queue, convert, tempo, m_equalizer, m_volume, convertBack, m_last, nullptr);
-    // Enough to play without a gap, little enough to answer a change at once.
-    g_object_set(m_queue, "max-size-buffers", 0, "max-size-bytes", 0, "max-size-time", guint64(200 * GST_MSECOND),
-                 nullptr);
-
-    const Owned<GstPad> target(gst_element_get_static_pad(m_queue, "sink"));
-    m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
-    gst_element_add_pad(m_bin.get(), m_input.get());
-    gst_pad_add_probe(m_input.get(),
-                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_BUFFER_LIST
-                                                   | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
-                      onDecoded, this, nullptr);
-    m_accepted.reset(gst_pad_query_caps(target.get(), nullptr));
-    gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, this, nullptr);
-    m_gate.reset(gst_element_get_static_pad(m_queue, "src"));
-}
-
-// Runs in a streaming thread. A decoder that asks for buffers would wait in the queue for the closed gate; it has its
-// own. What is accepted is asked time and again while a medium opens, and all elements of the bin would think about it.
-GstPadProbeReturn AudioBin::onQuery(GstPad *, GstPadProbeInfo *info, gpointer self)
-{
-    GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
-    if (GST_QUERY_TYPE(query) != GST_QUERY_CAPS || !(GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_PUSH)) {
-        return GST_QUERY_TYPE(query) == GST_QUERY_ALLOCATION ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
-    }
-    GstCaps *accepted = static_cast<AudioBin *>(self)->m_accepted.get();
     GstCaps *filter = nullptr;
     gst_query_parse_caps(query, &filter);
     const Owned<GstCaps> result(filter ? gst_caps_intersect_full(filter, accepted, GST_CAPS_INTERSECT_FIRST)
@@ -84,15 +30,158 @@ GstPadProbeReturn AudioBin::onQuery(GstPad *, GstPadProbeInfo *info, gpointer se
     return GST_PAD_PROBE_HANDLED;
 }
 
+/** Answers for the sink, which would ask the server each time. */
+GstPadProbeReturn onSinkQuery(GstPad *, GstPadProbeInfo *info, gpointer self)
+{
+    GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
+    auto *format = static_cast<GstCaps *>(self);
+    if (GST_QUERY_TYPE(query) == GST_QUERY_CAPS) {
+        return answerCaps(query, format);
+    }
+    if (GST_QUERY_TYPE(query) == GST_QUERY_ACCEPT_CAPS) {
+        GstCaps *caps = nullptr;
+        gst_query_parse_accept_caps(query, &caps);
+        gst_query_set_accept_caps_result(query, gst_caps_is_subset(caps, format));
+        return GST_PAD_PROBE_HANDLED;
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+void discard(GstElement *sink)
+{
+    gst_element_set_state(sink, GST_STATE_NULL);
+    gst_object_unref(gst_object_ref_sink(sink));
+}
+
+/** A sink that is connected to the sound server, null when no server answers. */
+GstElement *serverSink()
+{
+    GstElement *sink = gst_element_factory_make("pulsesink", nullptr);
+    if (sink && gst_element_set_state(sink, GST_STATE_READY) == GST_STATE_CHANGE_FAILURE) {
+        discard(sink);
+        return nullptr;
+    }
+    return sink;
+}
+
+/** Whether the connection that all sinks of this process share, as long as there is one, is still good. */
+bool isConnectionGood()
+{
+    GstElement *sink = serverSink();
+    if (sink) {
+        discard(sink);
+    }
+    return sink != nullptr;
+}
+
+/** A sink with what it may need to take our format; the sound server needs nothing. */
+GstElement *adapted(GstElement *sink)
+{
+    GstElement *bin = gst_bin_new(nullptr);
+    GstElement *convert = makeElement("audioconvert");
+    GstElement *resample = makeElement("audioresample");
+    gst_bin_add_many(GST_BIN(bin), convert, resample, sink, nullptr);
+    gst_element_link_many(convert, resample, sink, nullptr);
+    const Owned<GstPad> target(gst_element_get_static_pad(convert, "sink"));
+    gst_element_add_pad(bin, gst_ghost_pad_new("sink", target.get()));
+    return bin;
+}
+
+} // namespace
+
+AudioBin::AudioBin()
+    : m_bin(GST_ELEMENT(gst_object_ref_sink(gst_bin_new("voro-audio")))),
+      m_equalizer(makeElement("equalizer-10bands")),
+      m_volume(makeElement("volume")),
+      m_format(gst_caps_from_string("audio/x-raw, format = " GST_AUDIO_NE(F32) ", layout = interleaved"))
+{
+    GstElement *queue = makeElement("queue");
+    GstElement *convert = makeElement("audioconvert");
+    GstElement *format = makeElement("capsfilter");
+    GstElement *tempo = makeElement("scaletempo");
+    // One format for all: they need not find out at each medium which of many they have in common.
+    g_object_set(format, "caps", m_format.get(), nullptr);
+    gst_bin_add_many(GST_BIN(m_bin.get()), queue, convert, format, tempo, m_equalizer, m_volume, nullptr);
+    gst_element_link_many(queue, convert, format, tempo, m_equalizer, m_volume, nullptr);
+    // Enough to play without a gap, little enough to answer a change at once.
+    g_object_set(queue, "max-size-buffers", 0, "max-size-bytes", 0, "max-size-time", guint64(200 * GST_MSECOND),
+                 nullptr);
+
+    const Owned<GstPad> target(gst_element_get_static_pad(queue, "sink"));
+    m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
+    gst_element_add_pad(m_bin.get(), m_input.get());
+    gst_pad_add_probe(m_input.get(),
+                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_BUFFER_LIST
+                                                   | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
+                      onDecoded, this, nullptr);
+    m_accepted.reset(gst_pad_query_caps(target.get(), nullptr));
+    gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, this, nullptr);
+    // Changes of equalizer and volume hold for what waits, too.
+    m_gate.reset(gst_element_get_static_pad(tempo, "src"));
+}
+
+// Runs in a streaming thread. A decoder that asks for buffers would wait in the queue for the closed gate; it has its
+// own.
+GstPadProbeReturn AudioBin::onQuery(GstPad *, GstPadProbeInfo *info, gpointer self)
+{
+    GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) == GST_QUERY_CAPS && GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_PUSH) {
+        return answerCaps(query, static_cast<AudioBin *>(self)->m_accepted.get());
+    }
+    return GST_QUERY_TYPE(query) == GST_QUERY_ALLOCATION ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
+}
+
+AudioBin::~AudioBin()
+{
+    removeSink();
+}
+
 void AudioBin::resetSink(bool isAudible, const std::string &role)
 {
+    if (m_isServerSink && isAudible && isConnectionGood()) {
+        gst_element_set_locked_state(m_sink, FALSE);
+    } else {
+        removeSink();
+        addSink(isAudible);
+    }
+    if (m_isServerSink) {
+        setRole(m_sink, role);
+    }
+}
+
+void AudioBin::addSink(bool isAudible)
+{
+    GstElement *configured = isAudible ? configuredBin("VORO_AUDIO_SINK") : nullptr;
+    m_sink = configured ? adapted(configured) : isAudible ? serverSink() : nullptr;
+    m_isServerSink = m_sink && !configured;
+    if (!m_sink) {
+        m_sink = silentSink();
+    }
+    gst_bin_add(GST_BIN(m_bin.get()), m_sink);
+    gst_element_link(m_volume, m_sink);
+    if (m_isServerSink) {
+        const Owned<GstPad> pad(gst_element_get_static_pad(m_sink, "sink"));
+        gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onSinkQuery, m_format.get(), nullptr);
+    }
+}
+
+void AudioBin::removeSink()
+{
     if (m_sink) {
+        gst_element_set_locked_state(m_sink, FALSE);
         gst_element_set_state(m_sink, GST_STATE_NULL);
         gst_bin_remove(GST_BIN(m_bin.get()), m_sink);
+        m_sink = nullptr;
+        m_isServerSink = false;
     }
-    m_sink = isAudible ? audibleSink(role) : silentSink();
-    gst_bin_add(GST_BIN(m_bin.get()), m_sink);
-    gst_element_link(m_last, m_sink);
+}
+
+void AudioBin::keepConnection()
+{
+    if (m_isServerSink) {
+        gst_element_set_state(m_sink, GST_STATE_READY);
+        gst_element_set_locked_state(m_sink, TRUE);
+    }
 }
 
 // Runs in a streaming thread.

@@ -23,13 +23,16 @@ public:
     static constexpr char EmptyMessage[] = "voro-empty";
 
     AudioBin();
+    ~AudioBin();
     AudioBin(const AudioBin &) = delete;
     AudioBin &operator=(const AudioBin &) = delete;
 
     GstElement *element() const { return m_bin.get(); }
-    /** Gives the bin, which must not be in use, a fresh sink; one that plays into nothing in real time when it shall
-        not be heard or there is no sound server. The role tells the sound server what the sound is for. */
+    /** Gives the bin, which must not be in use, a sink; one that plays into nothing in real time when it shall not be
+        heard or there is no sound server. The role tells the sound server what the sound is for. */
     void resetSink(bool isAudible, const std::string &role);
+    /** Before the bin is taken out of use: to connect to the sound server anew would take time with each medium. */
+    void keepConnection();
 
     void closeGate();
     void openGate();
@@ -50,13 +53,17 @@ private:
     static GstPadProbeReturn onDecoded(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     static GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
 
+    void addSink(bool isAudible);
+    void removeSink();
+
     Owned<GstElement> m_bin;
     // Parts of the bin, owned by it.
-    GstElement *m_queue;
     GstElement *m_equalizer;
     GstElement *m_volume;
-    GstElement *m_last;
+    /** What all elements behind the first conversion have. */
+    Owned<GstCaps> m_format;
     GstElement *m_sink = nullptr;
+    bool m_isServerSink = false;
     Owned<GstPad> m_gate;
     Owned<GstPad> m_input;
     /** What can be put in, whichever the sink is. */

@@ -139,6 +139,7 @@ private:
     int m_rate = 1000;
     bool m_isHeld = true;
     bool m_hasBegun = false;
+    bool m_isLoaded = false;
     /** Nothing is decoded yet. */
     bool m_isOpening = false;
     int m_emptyStreams = 0;

@@ -63,6 +63,15 @@ void rankLast(const char *plugin)
     gst_plugin_feature_list_free(features);
 }
 
+/** Among equals the name would decide. */
+void rankFirst(const char *decoder)
+{
+    const Owned<GstPluginFeature> feature(gst_registry_lookup_feature(gst_registry_get(), decoder));
+    if (feature) {
+        gst_plugin_feature_set_rank(feature.get(), GST_RANK_PRIMARY);
+    }
+}
+
 } // namespace
 
 void startGStreamer()
@@ -75,6 +84,7 @@ void startGStreamer()
 void warmUp()
 {
     rankLast("libav");
+    rankFirst("mpg123audiodec");
     for (const char *name : Common) {
         const Owned<GstPluginFeature> feature(gst_registry_lookup_feature(gst_registry_get(), name));
         if (feature) {
