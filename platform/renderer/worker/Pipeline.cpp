@@ -3,6 +3,7 @@
 #include "EarlyErrors.h"
 #include "HttpSource.h"
 #include "Trim.h"
+#include "Unheard.h"
 
 #include <algorithm>
 #include <utility>
@@ -224,6 +225,8 @@ void Pipeline::onElementAdded(GstBin *, GstBin *, GstElement *element, gpointer 
         g_signal_connect(element, "pad-added", G_CALLBACK(onStreamAdded), self);
     } else if (isOfType(element, "souphttpsrc")) {
         keepToServersOffer(element);
+    } else if (isOfType(element, "vorbisdec") || isOfType(element, "opusdec")) {
+        skipUnheard(element);
     }
 }
 
