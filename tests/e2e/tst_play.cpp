@@ -61,7 +61,10 @@ private:
     QString tone(const QString &name, double seconds, const QStringList &tags = {})
     {
         const QString path = m_folder.filePath(name);
-        return QFile::exists(path) ? path : media::makeTone(path, {.seconds = seconds, .tags = tags});
+        return QFile::exists(path)
+                   ? path
+                   : media::makeTone(path,
+                                     {.seconds = seconds, .tags = tags, .hasPicture = name.startsWith("pictures")});
     }
 
     const int m_sink = qputenv("VORO_AUDIO_SINK", "fakesink sync=true");
@@ -72,7 +75,8 @@ private:
 void tst_Play::playToTheEnd_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : {"t.wav", "t.ogg", "t.opus", "t.flac", "t.mp3", "t.m4a", "t.mp4", "t.mkv", "t.webm"})
+    for (const char *name :
+         {"t.wav", "t.ogg", "t.opus", "t.flac", "t.mp3", "t.m4a", "t.mp4", "t.mkv", "t.webm", "pictures.mp4"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
@@ -92,6 +96,11 @@ void tst_Play::playToTheEnd()
     QTRY_COMPARE(player.trackCount(), 1u);
     QCOMPARE(player.track(), 1u);
 
+    QElapsedTimer time;
+    time.start();
+    connect(&player, qOverload<uint>(&MediaPlayer::positionChanged), this, [&](uint position) {
+        QVERIFY2(position <= time.elapsed() + 200, qPrintable(QString::number(position))); // nothing runs ahead of the sound
+    });
     QCOMPARE(player.play(), MediaError::None);
     QVERIFY(completed.wait(20'000));
     QCOMPARE(states.take(), (QList{MediaState::Prepared, MediaState::Started, MediaState::Stopped}));

@@ -4,6 +4,7 @@
 #include "HttpSource.h"
 #include "Trim.h"
 #include "Unheard.h"
+#include "WindowSink.h"
 
 #include <algorithm>
 #include <utility>
@@ -43,7 +44,7 @@ int64_t toMilliseconds(gint64 nanoseconds)
 
 Pipeline::Pipeline(Events events)
     : m_events(std::move(events)),
-      m_blind(GST_ELEMENT(gst_object_ref_sink(makeElement("fakesink")))),
+      m_blind(GST_ELEMENT(gst_object_ref_sink(silentSink()))),
       m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
 {
     g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "text-sink", m_captions.element(), nullptr);
@@ -78,7 +79,7 @@ void Pipeline::open(bool needsPicture)
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
     // Who decodes asks every sink what it takes, and our bin for pictures takes as long as all the rest. Without any
-    // sink playbin would look for one itself.
+    // sink playbin would look for one itself; and the one it gets tells the position, so it keeps time.
     m_showsPictures = m_outputs.hasVideo || needsPicture;
     if (m_showsPictures) {
         m_video.resetSink(m_outputs.window, m_outputs.areCaptionsOverVideo());
