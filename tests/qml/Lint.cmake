@@ -1,6 +1,11 @@
 # Runs qmllint over the QML files of the project and the QML examples of the README; any warning is a failure.
-# cmake -D QMLLINT=FILE -D SOURCE=DIR -D IMPORTS=DIR,DIR -D WORK=DIR -P Lint.cmake
-file(GLOB_RECURSE files ${SOURCE}/examples/*.qml ${SOURCE}/tests/qml/*.qml)
+# cmake -D QMLLINT=FILE -D SOURCE=DIR -D MODULES=DIR -D IMPORTS=DIR,DIR -D WORK=DIR -P Lint.cmake
+file(GLOB_RECURSE files ${SOURCE}/tests/qml/*.qml)
+
+# The applications' files are seen where their modules are described.
+file(GLOB examples RELATIVE ${SOURCE}/examples ${SOURCE}/examples/*/*.qml)
+list(TRANSFORM examples PREPEND ${MODULES}/voro/)
+list(APPEND files ${examples})
 
 file(REMOVE_RECURSE ${WORK})
 include(${CMAKE_CURRENT_LIST_DIR}/../Examples.cmake)

@@ -17,7 +17,7 @@ foreach(file bin/voro bin/vorod bin/voro-renderer share/voro/sample.ogg
   endif()
 endforeach()
 
-run(${CMAKE_COMMAND} -S ${SOURCE}/examples/player -B ${WORK}/player -G Ninja -DCMAKE_PREFIX_PATH=${prefix}
+run(${CMAKE_COMMAND} -S ${SOURCE}/examples/minimal -B ${WORK}/player -G Ninja -DCMAKE_PREFIX_PATH=${prefix}
     -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS})
 run(${CMAKE_COMMAND} --build ${WORK}/player)
 
@@ -26,7 +26,7 @@ execute_process(COMMAND pkg-config --cflags --libs voromultimedia
   OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 separate_arguments(flags UNIX_COMMAND "${flags}")
 separate_arguments(own_flags UNIX_COMMAND "${FLAGS}")
-run(${COMPILER} -std=c++20 -fPIC ${own_flags} ${SOURCE}/examples/player/main.cpp ${flags} -o ${WORK}/player/by-pkg-config)
+run(${COMPILER} -std=c++20 -fPIC ${own_flags} ${SOURCE}/examples/minimal/main.cpp ${flags} -o ${WORK}/player/by-pkg-config)
 
 # The programs find the libraries beside them.
 execute_process(COMMAND ${prefix}/bin/voro --version OUTPUT_VARIABLE version COMMAND_ERROR_IS_FATAL ANY)

@@ -1,0 +1,153 @@
+#include "Files.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QStandardPaths>
+
+namespace {
+
+QString pathIn(const QUrl &folder, const QString &name)
+{
+    return QDir(folder.toLocalFile()).filePath(name);
+}
+
+/** Why a name cannot be a file's, empty when it can. */
+QString problemOfName(const QString &name)
+{
+    if (name.trimmed().isEmpty())
+        return Files::tr("A name is missing.");
+    if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.')))
+        return Files::tr("A name has no slash and begins with no dot.");
+    return {};
+}
+
+QByteArray linesOf(const QList<QUrl> &media)
+{
+    QByteArray lines;
+    for (const QUrl &medium : media)
+        lines += medium.toEncoded() + '\n';
+    return lines;
+}
+
+} // namespace
+
+QUrl Files::music()
+{
+    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    return QUrl::fromLocalFile(QFileInfo(music).isDir() ? music : QDir::homePath());
+}
+
+QUrl Files::recordings()
+{
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::MusicLocation) + QStringLiteral("/Recordings");
+    QDir().mkpath(folder);
+    return QUrl::fromLocalFile(folder);
+}
+
+bool Files::isFolder(const QUrl &url) const
+{
+    return QFileInfo(url.toLocalFile()).isDir();
+}
+
+QString Files::nameOf(const QUrl &url) const
+{
+    return QFileInfo(url.fileName()).completeBaseName();
+}
+
+double Files::sizeOf(const QUrl &url) const
+{
+    return double(QFileInfo(url.toLocalFile()).size());
+}
+
+QUrl Files::folderOf(const QUrl &url) const
+{
+    return QUrl::fromLocalFile(QFileInfo(QDir::cleanPath(url.toLocalFile())).path());
+}
+
+QString Files::titleOf(const QUrl &folder) const
+{
+    const QString path = QDir::cleanPath(folder.toLocalFile());
+    return path == QDir::rootPath() ? path : QFileInfo(path).fileName();
+}
+
+QUrl Files::coverOf(const QUrl &medium) const
+{
+    if (!medium.isLocalFile())
+        return {};
+    const QDir folder = QFileInfo(medium.toLocalFile()).dir();
+    const QStringList names{QStringLiteral("cover"), QStringLiteral("folder"), QStringLiteral("front")};
+    for (const QString &file : folder.entryList({"*.jpg", "*.jpeg", "*.png"}, QDir::Files))
+        if (names.contains(QFileInfo(file).completeBaseName(), Qt::CaseInsensitive))
+            return QUrl::fromLocalFile(folder.filePath(file));
+    return {};
+}
+
+QUrl Files::newRecording(const QString &extension) const
+{
+    const QString name = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH-mm-ss"));
+    QString path = pathIn(recordings(), name + QLatin1Char('.') + extension);
+    for (int i = 2; QFileInfo::exists(path); ++i)
+        path = pathIn(recordings(), QStringLiteral("%1 (%2).%3").arg(name).arg(i).arg(extension));
+    return QUrl::fromLocalFile(path);
+}
+
+QString Files::rename(const QUrl &file, const QString &name) const
+{
+    const QString problem = problemOfName(name);
+    if (!problem.isEmpty())
+        return problem;
+    const QFileInfo old(file.toLocalFile());
+    const QString path = old.dir().filePath(name.trimmed() + QLatin1Char('.') + old.suffix());
+    if (path == old.filePath())
+        return {};
+    if (QFileInfo::exists(path))
+        return tr("There is already “%1”.").arg(QFileInfo(path).fileName());
+    QFile renamed(old.filePath());
+    return renamed.rename(path) ? QString() : tr("It cannot be renamed: %1.").arg(renamed.errorString());
+}
+
+QString Files::remove(const QUrl &file) const
+{
+    QFile removed(file.toLocalFile());
+    return removed.remove() ? QString() : tr("It cannot be deleted: %1.").arg(removed.errorString());
+}
+
+QList<QUrl> Files::readPlaylist(const QUrl &playlist) const
+{
+    QFile file(playlist.toLocalFile());
+    QList<QUrl> media;
+    if (!file.open(QIODevice::ReadOnly))
+        return media;
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
+            continue;
+        media += line.contains(QLatin1String("://"))
+                     ? QUrl(line)
+                     : QUrl::fromLocalFile(QFileInfo(playlist.toLocalFile()).dir().absoluteFilePath(line));
+    }
+    return media;
+}
+
+QString Files::addToPlaylist(const QString &name, const QUrl &medium) const
+{
+    const QString problem = problemOfName(name);
+    if (!problem.isEmpty())
+        return problem;
+    QFile file(pathIn(music(), name.trimmed() + QStringLiteral(".m3u8")));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append) || file.write(linesOf({medium})) < 0 || !file.flush())
+        return tr("The playlist cannot be written: %1.").arg(file.errorString());
+    return {};
+}
+
+QUrl Files::makeQueue(const QList<QUrl> &media)
+{
+    // A new name each time, because the player takes the same URL for the same medium.
+    QFile file(m_queues.filePath(QStringLiteral("%1.m3u8").arg(m_queueCount++)));
+    if (!file.open(QIODevice::WriteOnly) || file.write(linesOf(media)) < 0)
+        return {};
+    return QUrl::fromLocalFile(file.fileName());
+}

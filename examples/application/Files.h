@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QUrl>
+#include <QtQml/qqmlregistration.h>
+
+/** What the applications do with files. Functions that change something return what went wrong, as a sentence. */
+class Files : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(QUrl music READ music CONSTANT)
+    Q_PROPERTY(QUrl recordings READ recordings CONSTANT)
+public:
+    using QObject::QObject;
+
+    /** The user's folder of music, or the home folder where there is none. */
+    static QUrl music();
+    /** The folder of recordings, made when it is asked for. */
+    static QUrl recordings();
+
+    Q_INVOKABLE bool isFolder(const QUrl &url) const;
+    /** The name without folder and extension. */
+    Q_INVOKABLE QString nameOf(const QUrl &url) const;
+    /** In bytes. */
+    Q_INVOKABLE double sizeOf(const QUrl &url) const;
+    Q_INVOKABLE QUrl folderOf(const QUrl &url) const;
+    /** The name of a folder, as its heading. */
+    Q_INVOKABLE QString titleOf(const QUrl &folder) const;
+    /** The picture that lies beside a medium; empty without one. */
+    Q_INVOKABLE QUrl coverOf(const QUrl &medium) const;
+
+    /** A new name for a recording, by the time. */
+    Q_INVOKABLE QUrl newRecording(const QString &extension) const;
+    /** Gives a file another name in its folder; the extension stays. */
+    Q_INVOKABLE QString rename(const QUrl &file, const QString &name) const;
+    Q_INVOKABLE QString remove(const QUrl &file) const;
+
+    /** The media that a playlist of the kind M3U names. */
+    Q_INVOKABLE QList<QUrl> readPlaylist(const QUrl &playlist) const;
+    /** Adds a medium to a playlist of the music folder, which is made if need be. */
+    Q_INVOKABLE QString addToPlaylist(const QString &name, const QUrl &medium) const;
+    /** Writes what is to be played into a playlist that lives as long as the application. */
+    Q_INVOKABLE QUrl makeQueue(const QList<QUrl> &media);
+
+private:
+    QTemporaryDir m_queues;
+    int m_queueCount = 0;
+};

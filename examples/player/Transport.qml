@@ -1,0 +1,84 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import voro.application
+import voro.multimedia
+
+/** Where playback is and what is to become of it. */
+ColumnLayout {
+    id: transport
+
+    required property Playback player
+
+    spacing: 0
+
+    Seeker {
+        id: seeker
+        Layout.fillWidth: true
+        to: Math.max(1, transport.player.duration)
+        enabled: transport.player.seekable
+        Accessible.name: qsTr("Position")
+        stepSize: 10000
+        present: transport.player.position
+        onChosen: (milliseconds) => transport.player.check(transport.player.seekTime(milliseconds))
+    }
+    RowLayout {
+        Layout.leftMargin: 10
+        Layout.rightMargin: 10
+        Layout.topMargin: -8
+        Label {
+            text: Format.time(seeker.value)
+            color: Theme.faint
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+        Label {
+            text: transport.player.duration > 0 ? Format.time(transport.player.duration) : "–:––"
+            color: Theme.faint
+        }
+    }
+    RowLayout {
+        Layout.alignment: Qt.AlignHCenter
+        spacing: 8
+        IconButton {
+            readonly property int mode: transport.player.repeatMode
+            symbol: mode === RepeatMode.Track ? "repeat-one" : "repeat"
+            text: mode === RepeatMode.Track ? qsTr("Repeats the track")
+                : mode === RepeatMode.All ? qsTr("Repeats everything") : qsTr("Repeats nothing")
+            checked: mode !== RepeatMode.None
+            onClicked: transport.player.goOnRepeating()
+        }
+        IconButton {
+            symbol: "previous"
+            text: qsTr("Previous track")
+            enabled: transport.player.isLoaded
+            onClicked: transport.player.goToPrevious()
+        }
+        IconButton {
+            symbol: transport.player.isPlaying ? "pause" : "play"
+            text: transport.player.isPlaying ? qsTr("Pause") : qsTr("Play")
+            size: 64
+            isMain: true
+            enabled: transport.player.isLoaded
+            onClicked: transport.player.toggle()
+        }
+        IconButton {
+            symbol: "next"
+            text: qsTr("Next track")
+            enabled: transport.player.hasNext
+            onClicked: transport.player.goToNext()
+        }
+        IconButton {
+            symbol: "queue"
+            text: qsTr("Queue")
+            enabled: transport.player.trackCount > 1
+            onClicked: queue.open()
+        }
+    }
+
+    QueueSheet {
+        id: queue
+        player: transport.player
+    }
+}

@@ -1,0 +1,130 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Qt.labs.folderlistmodel
+import voro.application
+import voro.multimedia
+
+/** The recordings, the newest first; each can be played, renamed and deleted. */
+FocusScope {
+    id: page
+
+    property bool isRecording: false
+    /** The file that is still being written, which is not to be touched. */
+    property url unfinished
+
+    signal failed(problem: string)
+
+    function check(result: int) {
+        if (result !== MediaError.None)
+            failed(MediaErrors.text(result));
+    }
+
+    function stop() {
+        player.reset();
+    }
+
+    function toggle(file: url) {
+        if (String(player.sourceUrl) === String(file) && player.mediaState === MediaState.Started) {
+            check(player.pause());
+            return;
+        }
+        if (String(player.sourceUrl) !== String(file))
+            player.sourceUrl = file;
+        check(player.play());
+    }
+
+    MediaPlayer {
+        id: player
+        statusInterval: 200
+        onError: (mediaError) => page.check(mediaError)
+        onPlaybackCompleted: reset()
+    }
+    FolderListModel {
+        id: model
+        folder: Files.recordings
+        showDirs: false
+        sortField: FolderListModel.Time
+        nameFilters: ["*.ogg", "*.opus", "*.mp3", "*.flac", "*.wav", "*.m4a", "*.amr"]
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+        Label {
+            Layout.margins: Theme.margin
+            text: qsTr("Recordings")
+            font { pixelSize: 20; bold: true }
+            Accessible.role: Accessible.Heading
+        }
+        ListView {
+            id: list
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            focus: true
+            clip: true
+            enabled: !page.isRecording
+            opacity: enabled ? 1 : 0.5
+            model: model
+            ScrollBar.vertical: ScrollBar { }
+            Accessible.role: Accessible.List
+            Accessible.name: qsTr("Recordings")
+            delegate: RecordingLine {
+                readonly property bool isLoaded: player.mediaState !== MediaState.Unprepared
+                                                 && String(player.sourceUrl) === String(fileUrl)
+                isUnfinished: String(fileUrl) === String(page.unfinished)
+                highlighted: ListView.isCurrentItem
+                isPlaying: isLoaded && player.mediaState === MediaState.Started
+                position: isLoaded ? Format.time(player.position) + " / " + Format.time(player.duration) : ""
+                onPlayed: {
+                    list.currentIndex = index;
+                    page.toggle(fileUrl);
+                }
+                onRenamed: {
+                    renaming.file = fileUrl;
+                    renaming.name = title;
+                    renaming.open();
+                }
+                onRemoved: removing.ask(fileUrl)
+            }
+            EmptyState {
+                anchors.centerIn: parent
+                width: parent.width - 64
+                visible: model.status === FolderListModel.Ready && model.count === 0
+                symbol: "microphone"
+                title: qsTr("No recordings yet")
+                text: qsTr("The red button starts the first one.")
+            }
+        }
+    }
+
+    /** Lets go of a file that is about to change. */
+    function release(file: url) {
+        if (String(player.sourceUrl) === String(file))
+            player.sourceUrl = "";
+    }
+
+    NameDialog {
+        id: renaming
+        property url file
+        title: qsTr("Rename the recording")
+        action: qsTr("Rename")
+        onNamed: (name) => {
+            page.release(file);
+            const problem = Files.rename(file, name);
+            if (problem !== "")
+                page.failed(problem);
+        }
+    }
+    ConfirmSheet {
+        id: removing
+        title: qsTr("Delete the recording?")
+        onConfirmed: (file) => {
+            page.release(file);
+            const problem = Files.remove(file);
+            if (problem !== "")
+                page.failed(problem);
+        }
+    }
+}
