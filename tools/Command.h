@@ -13,6 +13,7 @@ struct Command {
     ExitStatus (*run)(const Arguments &arguments);
 };
 
+extern const Command DemoCommand;
 extern const Command KeysCommand;
 extern const Command PlayCommand;
 extern const Command PpsCommand;

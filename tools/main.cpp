@@ -17,7 +17,7 @@ namespace voro {
 namespace {
 
 const std::array Commands{&PlayCommand, &RecordCommand, &PublishCommand, &RemoteCommand,
-                          &KeysCommand, &SoundCommand,  &PpsCommand};
+                          &KeysCommand, &SoundCommand,  &DemoCommand,    &PpsCommand};
 
 QByteArray generalHelp()
 {
