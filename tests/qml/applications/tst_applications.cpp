@@ -1,0 +1,444 @@
+#include "Daemon.h"
+#include "Media.h"
+#include "Screen.h"
+#include "XServer.h"
+
+#include <multimedia/MetaData.h>
+#include <multimedia/NowPlayingConnection.h>
+#include <multimedia/NowPlayingController.h>
+
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPainter>
+#include <QtQuick/QQuickWindow>
+#include <QtTest/QtTest>
+
+using namespace voro::multimedia;
+
+namespace {
+
+constexpr int PatienceMs = 20'000;
+
+/** A home folder with music: an album of three songs and its cover, a file that is no music. */
+class Home {
+public:
+    Home()
+    {
+        qputenv("HOME", m_folder.path().toUtf8());
+        qputenv("XDG_RUNTIME_DIR", m_folder.path().toUtf8());
+        for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
+            qunsetenv(name);
+        QDir(m_folder.path()).mkpath(QStringLiteral("Music/Northern Lights"));
+        const QStringList titles{QStringLiteral("First Frost"), QStringLiteral("The Long Way Home under a Green Sky"),
+                                 QStringLiteral("Harbour")};
+        for (int i = 0; i < titles.size(); ++i)
+            media::makeTone(album(QStringLiteral("%1.ogg").arg(i + 1)),
+                            {.frequency = 220.0 * (i + 1),
+                             .seconds = 90,
+                             .tags = {"title=" + titles[i], "artist=The Example Band", "album=Northern Lights"}});
+        write(QStringLiteral("Music/broken.ogg"), "This is no music.");
+    }
+    /** The album's picture: blue above, orange below. */
+    void drawCover() const
+    {
+        QImage cover(400, 400, QImage::Format_RGB32);
+        QPainter painter(&cover);
+        QLinearGradient sky(0, 0, 0, 400);
+        sky.setColorAt(0, QColor(0x14, 0x2c, 0x66));
+        sky.setColorAt(0.6, QColor(0xd0, 0x60, 0x50));
+        sky.setColorAt(1, QColor(0xf0, 0xa0, 0x30));
+        painter.fillRect(cover.rect(), sky);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0xff, 0xe8, 0xb0));
+        painter.drawEllipse(QPoint(200, 220), 64, 64);
+        painter.setBrush(QColor(0x10, 0x18, 0x30));
+        painter.drawPolygon(QPolygon({{0, 330}, {90, 250}, {170, 320}, {280, 230}, {400, 340}, {400, 400}, {0, 400}}));
+        painter.end();
+        cover.save(album(QStringLiteral("cover.png")));
+    }
+
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+    QString album(const QString &name) const { return path(QStringLiteral("Music/Northern Lights/") + name); }
+
+private:
+    void write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(path(name));
+        if (!file.open(QFile::WriteOnly) || file.write(content) != content.size())
+            qFatal("Cannot write %s", qPrintable(name));
+    }
+
+    QTemporaryDir m_folder;
+};
+
+/** Sees what the now-playing service has been told. */
+class Watcher : public NowPlayingController {
+public:
+    QString title() const { return metaData().value(QLatin1String(MetaData::Title)).toString(); }
+
+private:
+    // While somebody listens the values are kept up to date.
+    QSignalSpy m_states{this, &NowPlayingController::mediaStateChanged};
+    QSignalSpy m_metaData{this, &NowPlayingController::metaDataChanged};
+    QSignalSpy m_positions{this, qOverload<unsigned>(&NowPlayingController::positionChanged)};
+};
+
+bool isLike(QRgb colour, QRgb other)
+{
+    return qAbs(qRed(colour) - qRed(other)) < 40 && qAbs(qGreen(colour) - qGreen(other)) < 40
+           && qAbs(qBlue(colour) - qBlue(other)) < 40;
+}
+
+/** How many pixels of a part of the window are of about that colour. */
+int count(const Screen &screen, const QRect &part, QRgb colour)
+{
+    const QImage picture = screen.picture().copy(part);
+    int number = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            number += isLike(picture.pixel(x, y), colour);
+    return number;
+}
+
+constexpr QRgb DarkBackground = 0xff101418;
+constexpr QRgb LightBackground = 0xfff5f7f9;
+constexpr QRgb LightAccent = 0xff0a7563;
+constexpr QRgb CoverAbove = 0xff142c66;
+constexpr QRgb CoverBelow = 0xff101830;
+
+struct Exit {
+    int status;
+    QByteArray complaint;
+};
+
+Exit runProgram(const QString &name, const QStringList &arguments, const QStringList &withoutVariables = {})
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const QString &variable : withoutVariables)
+        environment.remove(variable);
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(BIN) + name, arguments, QIODevice::ReadOnly);
+    if (!process.waitForFinished(PatienceMs) || process.exitStatus() != QProcess::NormalExit)
+        return {-1, process.readAllStandardError()};
+    return {process.exitCode(), process.readAllStandardError()};
+}
+
+} // namespace
+
+/** The applications in windows of an X server, with a daemon, workers and a home folder of the test's own. */
+class tst_Applications : public QObject {
+    Q_OBJECT
+public:
+    explicit tst_Applications(const Home &home) : m_home(home) {}
+
+private Q_SLOTS:
+    void initTestCase();
+    void player_playsFromTheLibrary_andTellsTheDevice();
+    void player_obeysTheKeys();
+    void player_obeysTheRemote();
+    void player_keepsPlaylists();
+    void player_tellsWhatCannotBePlayed();
+    void player_fillsAWideWindow();
+    void recorder_records_plays_renames_deletes();
+    void remote_showsTheHolder_andCommandsIt();
+    void colours_data();
+    void colours();
+    void commandLine_data();
+    void commandLine();
+    void demo_playsTheSample();
+
+private:
+    const Home &m_home;
+    Daemon m_daemon{Daemon::Later};
+};
+
+void tst_Applications::initTestCase()
+{
+    m_home.drawCover();
+    QVERIFY(m_daemon.start({QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true"),
+                            QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true wave=ticks freq=300 volume=0.4 "
+                                           "sine-periods-per-tick=75 tick-interval=600000000")}));
+}
+
+void tst_Applications::player_playsFromTheLibrary_andTellsTheDevice()
+{
+    Watcher device;
+    Screen player("voro.player");
+    QVERIFY(player.click(QStringLiteral("Northern Lights")));
+    QVERIFY(player.click(QStringLiteral("2, OGG*")));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("The Long Way Home under a Green Sky"), PatienceMs);
+    QTRY_COMPARE(device.mediaState(), MediaState::Started);
+    QTRY_COMPARE(device.iconUrl(), QUrl::fromLocalFile(m_home.album(QStringLiteral("cover.png"))));
+    QCOMPARE(device.metaData().value(QLatin1String(MetaData::Artist)).toString(), QStringLiteral("The Example Band"));
+
+    QVERIFY(player.click(QStringLiteral("Now playing: The Long Way*")));
+    QTRY_VERIFY(player.place(QStringLiteral("Cover")).width() >= 200);
+    QVERIFY(player.picture().rect().contains(player.place(QStringLiteral("Cover"))));
+    QTRY_VERIFY(isLike(player.colourAt(QStringLiteral("Cover"), {20, 4}), CoverAbove));
+    QVERIFY(isLike(player.colourAt(QStringLiteral("Cover"), {4, -4}), CoverBelow));
+    QVERIFY(player.shows(QStringLiteral("1:30")));
+
+    QVERIFY(player.drag(QStringLiteral("Position"), 0.5));
+    QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 40'000 && device.position() < 60'000, PatienceMs);
+    QVERIFY(player.keepPicture(QStringLiteral("player.png")));
+    QVERIFY(player.click(QStringLiteral("Next track")));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
+    QTRY_VERIFY(!device.isNextEnabled());
+    QVERIFY(player.click(QStringLiteral("Queue")));
+    QVERIFY(player.click(QStringLiteral("1")));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("First Frost"), PatienceMs);
+
+    QVERIFY(player.click(QStringLiteral("Equalizer")));
+    QVERIFY(player.click(QStringLiteral("More bass")));
+    QTRY_VERIFY(player.isChecked(QStringLiteral("Equalizer")));
+    QVERIFY(player.click(QStringLiteral("Speed: 1×")));
+    QVERIFY(player.click(QStringLiteral("2 ×")));
+    QTRY_VERIFY(player.shows(QStringLiteral("Speed: 2×")));
+    QVERIFY(player.click(QStringLiteral("Repeats nothing")));
+    QTRY_COMPARE(device.repeatMode(), RepeatMode::All);
+    QVERIFY(player.click(QStringLiteral("Pause")));
+    QTRY_COMPARE(device.mediaState(), MediaState::Paused);
+    QVERIFY(player.click(QStringLiteral("Library")));
+    QTRY_VERIFY(player.shows(QStringLiteral("Library")) && !player.shows(QStringLiteral("Queue")));
+}
+
+void tst_Applications::player_obeysTheKeys()
+{
+    Watcher device;
+    Screen player("voro.player");
+    QTRY_VERIFY(player.shows(QStringLiteral("Northern Lights")));
+    player.press(Qt::Key_Return);
+    QTRY_VERIFY(player.shows(QStringLiteral("3, OGG*")));
+    player.press(Qt::Key_Down);
+    player.press(Qt::Key_Return);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("The Long Way Home under a Green Sky"), PatienceMs);
+    QTRY_COMPARE(device.mediaState(), MediaState::Started);
+    player.press(Qt::Key_Space);
+    QTRY_COMPARE(device.mediaState(), MediaState::Paused);
+    player.press(Qt::Key_Right);
+    QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 10'000, PatienceMs);
+    player.press(Qt::Key_N);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
+    player.press(Qt::Key_P);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("The Long Way Home under a Green Sky"), PatienceMs);
+    player.press(Qt::Key_Escape);
+    QTRY_VERIFY(player.shows(QStringLiteral("broken, OGG*")));
+}
+
+void tst_Applications::player_obeysTheRemote()
+{
+    Watcher device;
+    Screen player("voro.player", {{QStringLiteral("operands"),
+                                   QVariantList{QUrl::fromLocalFile(m_home.album(QStringLiteral("1.ogg"))),
+                                                QUrl::fromLocalFile(m_home.album(QStringLiteral("3.ogg")))}}});
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("First Frost"), PatienceMs);
+    QTRY_VERIFY(player.shows(QStringLiteral("Pause")));
+    QCOMPARE(device.pause(), MediaError::None);
+    QTRY_VERIFY(player.shows(QStringLiteral("Play")));
+    QCOMPARE(device.next(), MediaError::None);
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows(QStringLiteral("Harbour")), PatienceMs);
+    QVERIFY(player.shows(QStringLiteral("Pause")));
+}
+
+void tst_Applications::player_keepsPlaylists()
+{
+    Watcher device;
+    Screen player("voro.player");
+    QVERIFY(player.click(QStringLiteral("Northern Lights")));
+    QVERIFY(player.click(QStringLiteral("Add “3” to a playlist")));
+    QVERIFY(player.click(QStringLiteral("New playlist…")));
+    QTRY_VERIFY(player.shows(QStringLiteral("New playlist")));
+    player.type(QStringLiteral("Evening"));
+    player.press(Qt::Key_Return);
+    const QString file = m_home.path(QStringLiteral("Music/Evening.m3u8"));
+    QTRY_VERIFY(QFile::exists(file));
+
+    QVERIFY(player.click(QStringLiteral("Folder above")));
+    QVERIFY(player.click(QStringLiteral("Evening, Playlist")));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
+    QVERIFY(player.click(QStringLiteral("Delete “Evening”")));
+    QVERIFY(player.click(QStringLiteral("Keep")));
+    QTRY_VERIFY(!player.shows(QStringLiteral("Keep")));
+    QVERIFY(QFile::exists(file));
+    QVERIFY(player.click(QStringLiteral("Delete “Evening”")));
+    QVERIFY(player.click(QStringLiteral("Delete")));
+    QTRY_VERIFY(!QFile::exists(file));
+}
+
+void tst_Applications::player_tellsWhatCannotBePlayed()
+{
+    Screen player("voro.player");
+    QVERIFY(player.click(QStringLiteral("broken, OGG*")));
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows(QStringLiteral("“broken”: *")), PatienceMs);
+    QVERIFY(player.click(QStringLiteral("Close the message")));
+    QTRY_VERIFY(!player.shows(QStringLiteral("“broken”: *")));
+}
+
+void tst_Applications::player_fillsAWideWindow()
+{
+    Screen player("voro.player");
+    QTRY_VERIFY(player.shows(QStringLiteral("Northern Lights")));
+    QVERIFY(!player.shows(QStringLiteral("Nothing is played")));
+    player.resize(1000, 640);
+    QTRY_VERIFY(player.shows(QStringLiteral("Nothing is played")));
+    QTRY_VERIFY(player.place(QStringLiteral("Library")).right() <= player.place(QStringLiteral("Cover")).left());
+    player.resize(360, 640);
+    QTRY_VERIFY(!player.shows(QStringLiteral("Nothing is played")));
+}
+
+void tst_Applications::recorder_records_plays_renames_deletes()
+{
+    const QDir folder(m_home.path(QStringLiteral("Music/Recordings")));
+    const auto files = [&] { return folder.entryList(QDir::Files); };
+    Screen recorder("voro.recorder");
+    QTRY_VERIFY(recorder.shows(QStringLiteral("No recordings yet")));
+    for (int i = 1; i <= 2; ++i) {
+        QVERIFY(recorder.click(QStringLiteral("Record")));
+        QTRY_VERIFY_WITH_TIMEOUT(recorder.shows(QStringLiteral("Recorded: 0:02")), PatienceMs);
+        if (i == 2)
+            break;
+        QVERIFY(recorder.click(QStringLiteral("Finish")));
+        QTRY_VERIFY(recorder.shows(QStringLiteral("Recorded: 0:00")));
+        QCOMPARE(files().size(), i);
+        QVERIFY(recorder.click(QStringLiteral("Rename “*")));
+        QTRY_VERIFY(recorder.shows(QStringLiteral("Rename the recording")));
+        recorder.type(QStringLiteral("Rain on the roof"));
+        recorder.press(Qt::Key_Return);
+        QTRY_COMPARE(files(), QStringList{QStringLiteral("Rain on the roof.ogg")});
+        QTRY_VERIFY(recorder.shows(QStringLiteral("Rain on the roof, *")));
+    }
+    const QRect level = recorder.place(QStringLiteral("Level"));
+    QTRY_VERIFY(count(recorder, level, LightAccent) > level.width());
+    QVERIFY(recorder.keepPicture(QStringLiteral("recorder.png")));
+    QVERIFY(recorder.click(QStringLiteral("Hold")));
+    QVERIFY(recorder.click(QStringLiteral("Go on")));
+    QVERIFY(recorder.click(QStringLiteral("Finish")));
+    QTRY_COMPARE(files().size(), 2);
+
+    QVERIFY(recorder.click(QStringLiteral("Rain on the roof, *")));
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.shows(QStringLiteral("Rain on the roof, 0:01 / 0:02")), PatienceMs);
+    QVERIFY(recorder.click(QStringLiteral("Delete “Rain on the roof”")));
+    QVERIFY(recorder.click(QStringLiteral("Keep")));
+    QTRY_VERIFY(!recorder.shows(QStringLiteral("Keep")));
+    QCOMPARE(files().size(), 2);
+    QVERIFY(recorder.click(QStringLiteral("Delete “Rain on the roof”")));
+    QVERIFY(recorder.click(QStringLiteral("Delete")));
+    QTRY_COMPARE(files().size(), 1);
+    QTRY_VERIFY(!recorder.shows(QStringLiteral("Rain on the roof, *")));
+}
+
+void tst_Applications::remote_showsTheHolder_andCommandsIt()
+{
+    Screen remote("voro.remote", {{QStringLiteral("colours"), QStringLiteral("dark")}});
+    QTRY_VERIFY(remote.shows(QStringLiteral("Nothing is playing")));
+    {
+        NowPlayingConnection holder(QStringLiteral("tst_applications"));
+        holder.setMetaData({{QLatin1String(MetaData::Title), QStringLiteral("Harbour")},
+                            {QLatin1String(MetaData::Artist), QStringLiteral("The Example Band")},
+                            {QLatin1String(MetaData::Album), QStringLiteral("Northern Lights")}});
+        holder.setIconUrl(QUrl::fromLocalFile(m_home.album(QStringLiteral("cover.png"))));
+        holder.setDuration(200'000);
+        holder.setPosition(65'000);
+        holder.setNextEnabled(true);
+        holder.setMediaState(MediaState::Started);
+        QCOMPARE(holder.acquire(), MediaError::None);
+        QTRY_VERIFY(remote.shows(QStringLiteral("Harbour")));
+        QTRY_VERIFY(remote.shows(QStringLiteral("The Example Band · Northern Lights")));
+        QTRY_VERIFY(remote.shows(QStringLiteral("1:05")) && remote.shows(QStringLiteral("3:20")));
+        QTRY_VERIFY(isLike(remote.colourAt(QStringLiteral("Cover"), {20, 4}), CoverAbove));
+        QVERIFY(remote.keepPicture(QStringLiteral("remote.png")));
+
+        QSignalSpy next(&holder, &NowPlayingConnection::next);
+        QSignalSpy pause(&holder, &NowPlayingConnection::pause);
+        QSignalSpy forward(&holder, &NowPlayingConnection::forward);
+        QVERIFY(remote.click(QStringLiteral("Next track")));
+        QTRY_COMPARE(next.count(), 1);
+        QVERIFY(remote.click(QStringLiteral("Pause")));
+        QTRY_COMPARE(pause.count(), 1);
+        remote.press(Qt::Key_Right);
+        QTRY_COMPARE(forward.count(), 1);
+        holder.setMediaState(MediaState::Paused);
+        QTRY_VERIFY(remote.shows(QStringLiteral("Play")));
+    }
+    QTRY_VERIFY(remote.shows(QStringLiteral("Nothing is playing")));
+}
+
+void tst_Applications::colours_data()
+{
+    QTest::addColumn<QString>("uri");
+    QTest::addColumn<QString>("colours");
+    QTest::addColumn<QRgb>("background");
+    for (const char *uri : {"voro.player", "voro.recorder", "voro.remote"}) {
+        QTest::addRow("%s dark", uri) << QString::fromLatin1(uri) << QStringLiteral("dark") << DarkBackground;
+        QTest::addRow("%s light", uri) << QString::fromLatin1(uri) << QStringLiteral("light") << LightBackground;
+    }
+}
+
+void tst_Applications::colours()
+{
+    QFETCH(QString, uri);
+    QFETCH(QString, colours);
+    QFETCH(QRgb, background);
+    Screen screen(qPrintable(uri), {{QStringLiteral("colours"), colours}});
+    const QRect all = screen.picture().rect();
+    QTRY_VERIFY(count(screen, all, background) > all.width() * all.height() / 3);
+}
+
+void tst_Applications::commandLine_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("complaint");
+    const QString player = QStringLiteral("voro-player");
+    QTest::newRow("help") << player << QStringList{"--help"} << 0 << QByteArray();
+    QTest::newRow("unknown option") << player << QStringList{"--loud"} << 2
+                                    << QByteArray("voro-player: Unknown option 'loud'.");
+    QTest::newRow("dark and light") << player << QStringList{"--dark", "--light"} << 2
+                                    << QByteArray("voro-player: It is either --dark or --light.");
+    QTest::newRow("operand") << QStringLiteral("voro-remote") << QStringList{"song.ogg"} << 2
+                             << QByteArray("voro-remote: 'song.ogg' is too much.");
+    QTest::newRow("no display") << QStringLiteral("voro") << QStringList{"demo"} << 1
+                                << QByteArray(
+                                       "voro: demo: there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+}
+
+void tst_Applications::commandLine()
+{
+    QFETCH(QString, program);
+    QFETCH(QStringList, arguments);
+    QFETCH(int, status);
+    QFETCH(QByteArray, complaint);
+    const QStringList withoutVariables =
+        status == 1 ? QStringList{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"} : QStringList();
+    const Exit exit = runProgram(program, arguments, withoutVariables);
+    QCOMPARE(exit.complaint.trimmed(), complaint);
+    QCOMPARE(exit.status, status);
+}
+
+void tst_Applications::demo_playsTheSample()
+{
+    Watcher device;
+    QProcess demo;
+    demo.start(QStringLiteral(BIN "voro"), {QStringLiteral("demo")});
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("First Light"), PatienceMs);
+    demo.terminate();
+    QVERIFY(demo.waitForFinished(PatienceMs));
+    QTRY_COMPARE(device.title(), QString());
+}
+
+int main(int argc, char *argv[])
+{
+    const Home home;
+    const XServer screen;
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("tst_applications"));
+    QGuiApplication::setOrganizationName(QStringLiteral("voro"));
+    tst_Applications test(home);
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_applications.moc"
