@@ -55,7 +55,7 @@ int complain(const std::string &problem, int status)
     return status;
 }
 
-int serve(int argc, char **argv, int listener, voro::Background &background, int idleExit)
+int serve(int argc, char **argv, const std::string &folder, int listener, voro::Background &background, int idleExit)
 {
     QCoreApplication application(argc, argv);
     voro::pps::Broker broker;
@@ -63,7 +63,10 @@ int serve(int argc, char **argv, int listener, voro::Background &background, int
     QObject::connect(&brokerReady, &QSocketNotifier::activated, [&broker] { broker.process(); });
 
     // The services. They are all there before anybody can connect.
-    const voro::renderer::RendererService renderer(broker);
+    voro::renderer::RendererService renderer(broker);
+    if (!renderer.listen(folder)) {
+        std::perror("vorod: pictures are shown in windows only");
+    }
     voro::nowplaying::NowPlayingService nowPlaying(broker);
     voro::mediakeys::MediaKeyService mediaKeys(broker);
     mediaKeys.setCommand([&nowPlaying](std::string_view message) { nowPlaying.command(message); });
@@ -129,5 +132,5 @@ int main(int argc, char **argv)
     }
     stopOnSignals();
     raiseDescriptorLimit();
-    return serve(argc, argv, socket.release(), background, options->idleExit);
+    return serve(argc, argv, folder, socket.release(), background, options->idleExit);
 }

@@ -240,6 +240,7 @@ void Context::applySettings(const std::string &lines)
     // An engine takes whatever was checked here, and before all that follows.
     if (m_isOpen && m_journal.settingLines() != m_settings) {
         m_settings = m_journal.settingLines();
+        m_engine->setFrameQueues(m_journal.frameQueues());
         m_engine->ask("set", m_settings, [](const Result &) {});
     }
     finish({}, lines);
@@ -299,9 +300,11 @@ void Context::attach(const Journal::Input &input)
     });
 }
 
+/** Has an engine open the input with all that the context was given. */
 void Context::open(const Journal::Input &input, Engine::Done done)
 {
     m_settings = m_journal.settingLines();
+    engine().setFrameQueues(m_journal.frameQueues());
     engine().ask("open", m_journal.openLines(input, m_speed, m_resume), std::move(done));
 }
 

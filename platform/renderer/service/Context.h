@@ -61,7 +61,6 @@ private:
     void trackParameters(const pps::Message &message);
 
     Engine &engine();
-    void open(Engine::Done done);
     void closeMedium(Engine::Done done);
     void attach(const Journal::Input &input);
     void open(const Journal::Input &input, Engine::Done done);

@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <memory>
+#include <set>
+#include <string>
 #include <string_view>
 
 namespace voro::renderer {
@@ -20,6 +22,8 @@ public:
     virtual void ask(std::string_view command, std::string_view lines, Done done) = 0;
     /** Hands an open file over, for what is asked next; it stays the caller's as well. False when it cannot. */
     virtual bool pass(int descriptor) = 0;
+    /** The frame queues that its outputs show in, for what is asked next. */
+    virtual void setFrameQueues(const std::set<std::string> &names) = 0;
     /** Whether it has to show that it is alive also while nothing is asked of it. */
     virtual void setWatched(bool isWatched) = 0;
     /** Whether it completes what it records when this object ends, before it ends itself. */

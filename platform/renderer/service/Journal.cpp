@@ -1,5 +1,6 @@
 #include "Journal.h"
 
+#include "../common/FrameQueue.h"
 #include "../common/Protocol.h"
 #include "AudioInput.h"
 #include "Role.h"
@@ -23,6 +24,7 @@ Owner ownerOf(const std::string &type)
 }
 
 constexpr std::string_view ScreenScheme = "screen:";
+constexpr const char *ScreenTypes[] = {"video", "subpicture"};
 
 Result checkOutput(const std::string &url, const std::string &type)
 {
@@ -157,6 +159,19 @@ const Journal::Output *Journal::output(std::string_view type) const
     return found == m_outputs.end() ? nullptr : &found->second;
 }
 
+std::set<std::string> Journal::frameQueues() const
+{
+    std::set<std::string> names;
+    for (const char *type : ScreenTypes) {
+        const Output *screen = output(type);
+        const std::string window = screen ? windowOf(screen->url) : std::string();
+        if (isFrameQueue(window)) {
+            names.insert(window);
+        }
+    }
+    return names;
+}
+
 std::string Journal::openLines(const Input &input, int speed, const std::optional<TrackPosition> &start) const
 {
     std::string lines;
@@ -194,7 +209,7 @@ std::string Journal::settingLines() const
     pps::appendText(lines, "autopause", sound.text("autopause"));
     pps::appendText(lines, "role", roleOf(static_cast<uint32_t>(sound.number("audioman_handle", 0))));
     pps::appendText(lines, "repeat", m_input.text("repeat"));
-    for (const char *type : {"video", "subpicture"}) {
+    for (const char *type : ScreenTypes) {
         if (const Output *screen = output(type)) {
             pps::appendText(lines, type, windowOf(screen->url));
             lines += screen->parameters.toText();

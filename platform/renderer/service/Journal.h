@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace voro::renderer {
@@ -45,6 +46,9 @@ public:
     bool isFile(int id) const;
     /** Whether there can be an input like that with the present outputs. */
     Result checkInput(const Input &input) const;
+
+    /** The frame queues that outputs show in. */
+    std::set<std::string> frameQueues() const;
 
     /** What an engine needs to open a medium. */
     std::string openLines(const Input &input, int speed, const std::optional<TrackPosition> &start) const;

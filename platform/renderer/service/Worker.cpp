@@ -1,12 +1,11 @@
 #include "Worker.h"
 
 #include "../common/Protocol.h"
+#include "SocketPair.h"
 
-#include <sys/socket.h>
-#include <unistd.h>
+#include <pps/FdPassing.h>
 
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -23,15 +22,6 @@ constexpr int LongestStart = 60'000;
 std::string program()
 {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer";
-}
-
-std::pair<pps::Fd, pps::Fd> socketPair()
-{
-    int sockets[2];
-    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets) != 0) {
-        return {};
-    }
-    return {pps::Fd(sockets[0]), pps::Fd(sockets[1])};
 }
 
 } // namespace
@@ -132,22 +122,11 @@ void Worker::send(const std::string &text)
     }
 }
 
-bool Worker::pass(int descriptor)
+bool Worker::pass(int descriptor, std::string_view name)
 {
-    char byte = 0;
-    iovec data{&byte, sizeof byte};
-    alignas(cmsghdr) char control[CMSG_SPACE(sizeof descriptor)]{};
-    msghdr message{};
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    message.msg_control = control;
-    message.msg_controllen = sizeof control;
-    cmsghdr *header = CMSG_FIRSTHDR(&message);
-    header->cmsg_level = SOL_SOCKET;
-    header->cmsg_type = SCM_RIGHTS;
-    header->cmsg_len = CMSG_LEN(sizeof descriptor);
-    std::memcpy(CMSG_DATA(header), &descriptor, sizeof descriptor);
-    return sendmsg(m_files.get(), &message, MSG_NOSIGNAL | MSG_DONTWAIT) == ssize_t(sizeof byte);
+    // No packet is empty: that would be the end.
+    const std::string packet = std::string(name) + '\0';
+    return pps::sendPacket(m_files.get(), std::as_bytes(std::span(packet)), descriptor);
 }
 
 void Worker::setWatched(bool isWatched)

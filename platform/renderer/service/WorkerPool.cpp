@@ -11,13 +11,32 @@ namespace voro::renderer {
 class WorkerPool::Lease : public Engine {
 public:
     Lease(WorkerPool &pool, std::shared_ptr<Worker> worker) : m_pool(pool), m_worker(std::move(worker)) {}
-    ~Lease() override { m_isCompleting ? m_pool.endCompleted(m_worker) : m_pool.end(m_worker); }
+    ~Lease() override
+    {
+        setFrameQueues({});
+        m_isCompleting ? m_pool.endCompleted(m_worker) : m_pool.end(m_worker);
+    }
 
     void ask(std::string_view command, std::string_view lines, Done done) override
     {
         m_worker->ask(command, lines, std::move(done));
     }
     bool pass(int descriptor) override { return m_worker->pass(descriptor); }
+    void setFrameQueues(const std::set<std::string> &names) override
+    {
+        for (const std::string &name : m_queues) {
+            if (!names.contains(name)) {
+                m_pool.m_queues.remove(name, m_worker.get());
+            }
+        }
+        for (const std::string &name : names) {
+            if (!m_queues.contains(name)) {
+                m_pool.m_queues.add(name, m_worker.get(),
+                                    [worker = m_worker, name](int socket) { worker->pass(socket, name); });
+            }
+        }
+        m_queues = names;
+    }
     void setWatched(bool isWatched) override { m_worker->setWatched(isWatched); }
     void setCompleting(bool isCompleting) override { m_isCompleting = isCompleting; }
 
@@ -25,6 +44,7 @@ private:
     WorkerPool &m_pool;
     std::shared_ptr<Worker> m_worker;
     bool m_isCompleting = false;
+    std::set<std::string> m_queues;
 };
 
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine.h"
+#include "FrameQueues.h"
 #include "Worker.h"
 
 #include <pps/broker/Broker.h>
@@ -21,6 +22,8 @@ public:
 
     /** Sees to it that there is a spare worker. */
     void prepareSpare();
+    /** Where its workers show pictures when not in windows. */
+    FrameQueues &frameQueues() { return m_queues; }
     std::unique_ptr<Engine> start(EngineListener &listener) override;
 
 private:
@@ -38,6 +41,7 @@ private:
     void killSlowly(std::unique_ptr<Process> process);
 
     pps::Broker &m_broker;
+    FrameQueues m_queues;
     std::shared_ptr<Worker> m_spare;
     QTimer m_spareTimer;
     std::list<std::shared_ptr<Worker>> m_workers;

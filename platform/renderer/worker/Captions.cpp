@@ -22,7 +22,7 @@ Captions::~Captions()
     setWindow({});
 }
 
-void Captions::setWindow(const std::string &window)
+void Captions::setWindow(const Window &window)
 {
     if (window == m_window) {
         return;
@@ -34,7 +34,7 @@ void Captions::setWindow(const std::string &window)
         m_pipeline.reset();
     }
     m_overlay = nullptr;
-    GstElement *sink = windowSink(window);
+    GstElement *sink = screenSink(window);
     if (!sink) {
         return;
     }

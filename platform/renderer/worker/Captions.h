@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FrameChannel.h"
 #include "Gst.h"
 
 #include <string>
@@ -16,8 +17,8 @@ public:
     Captions &operator=(const Captions &) = delete;
 
     GstElement *element() const { return m_sink.get(); }
-    /** Draws into a window of its own from now on; into none with an empty name. */
-    void setWindow(const std::string &window);
+    /** Draws into a window or frame queue of its own from now on; into none with an empty name. */
+    void setWindow(const Window &window);
     /** Draws with an overlay that somebody else owns. */
     void setOverlay(GstElement *overlay);
     void clear();
@@ -42,7 +43,7 @@ private:
     /** Owned by the pipeline, or by somebody else. */
     GstElement *m_overlay = nullptr;
     Source m_timer;
-    std::string m_window;
+    Window m_window;
 };
 
 } // namespace voro::renderer

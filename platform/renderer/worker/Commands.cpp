@@ -2,6 +2,7 @@
 
 #include "Files.h"
 
+#include <glib-unix.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/common/TrackPosition.h>
@@ -10,12 +11,40 @@ namespace voro::renderer {
 
 bool Commands::start()
 {
+    // An item of an application may come at any time.
+    m_fileSource.reset(
+        g_unix_fd_add(WorkerFilesSocket, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), onFile, this));
     return m_link.open([this](const pps::Message &message) { handle(message); });
+}
+
+gboolean Commands::onFile(gint, GIOCondition condition, gpointer self)
+{
+    auto *commands = static_cast<Commands *>(self);
+    commands->takeFiles();
+    if (condition & (G_IO_HUP | G_IO_ERR)) {
+        commands->m_fileSource.forget();
+        return G_SOURCE_REMOVE;
+    }
+    return G_SOURCE_CONTINUE;
+}
+
+/** Takes what was handed over up to now. */
+void Commands::takeFiles()
+{
+    while (auto passed = takeFile()) {
+        if (passed->queue.empty()) {
+            m_file = std::move(passed->file);
+        } else {
+            m_frames.connect(passed->queue, std::move(passed->file));
+        }
+    }
 }
 
 void Commands::handle(const pps::Message &message)
 {
     const std::string command = message.text("msg");
+    // What was handed over for a request came before it.
+    takeFiles();
     if (command == "open") {
         open(message);
     } else if (m_recorder.isOpen() && command != "ping") {
@@ -84,7 +113,7 @@ void Commands::record(const std::string &command, const pps::Message &message)
         reply(command, id, result);
     };
     if (command == "play") {
-        m_recorder.start(takeFile(), answer);
+        m_recorder.start(std::move(m_file), answer);
     } else if (command == "stop") {
         m_recorder.stop(answer);
     } else if (command == "close") {
@@ -113,8 +142,8 @@ Settings Commands::read(const pps::Message &message, Settings settings)
                         .role = message.text("role"),
                         .hasVideo = message.has("video"),
                         .hasCaptions = message.has("subpicture"),
-                        .window = message.text("video"),
-                        .captionWindow = message.text("subpicture")};
+                        .window = m_frames.window(message.text("video")),
+                        .captionWindow = m_frames.window(message.text("subpicture"))};
     settings.source = {static_cast<int>(message.number("video_src_x")), static_cast<int>(message.number("video_src_y")),
                        static_cast<int>(message.number("video_src_w")),
                        static_cast<int>(message.number("video_src_h"))};

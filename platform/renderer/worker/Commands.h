@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FrameChannel.h"
 #include "Link.h"
 #include "Player.h"
 #include "Recorder.h"
@@ -18,10 +19,16 @@ private:
     void open(const pps::Message &message);
     void openRecorder(const pps::Message &message);
     void record(const std::string &command, const pps::Message &message);
-    static Settings read(const pps::Message &message, Settings settings);
+    Settings read(const pps::Message &message, Settings settings);
+    static gboolean onFile(gint fd, GIOCondition condition, gpointer self);
+    void takeFiles();
     void reply(const std::string &command, int64_t id, const Result &result);
 
     Link m_link;
+    Source m_fileSource;
+    /** What the next recording is written into. */
+    pps::Fd m_file;
+    FrameChannels m_frames;
     Player m_player{[this](const std::string &lines) { m_link.send(lines); }};
     Recorder m_recorder{[this](const std::string &lines) { m_link.send(lines); }};
 };

@@ -1,34 +1,24 @@
 #include "Files.h"
 
+#include <pps/FdPassing.h>
+#include <renderer/common/FrameQueue.h>
 #include <renderer/common/Protocol.h>
-#include <sys/socket.h>
 
-#include <cstring>
+#include <array>
 
 namespace voro::renderer {
 
-pps::Fd takeFile()
+std::optional<PassedFile> takeFile()
 {
-    pps::Fd file;
-    for (;;) {
-        char byte = 0;
-        iovec data{&byte, sizeof byte};
-        alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))]{};
-        msghdr message{};
-        message.msg_iov = &data;
-        message.msg_iovlen = 1;
-        message.msg_control = control;
-        message.msg_controllen = sizeof control;
-        if (recvmsg(WorkerFilesSocket, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC) <= 0) {
-            return file;
-        }
-        const cmsghdr *header = CMSG_FIRSTHDR(&message);
-        if (header && header->cmsg_level == SOL_SOCKET && header->cmsg_type == SCM_RIGHTS) {
-            int descriptor = -1;
-            std::memcpy(&descriptor, CMSG_DATA(header), sizeof descriptor);
-            file.reset(descriptor);
-        }
+    std::array<std::byte, MaximumQueueName + 1> packet;
+    PassedFile passed;
+    const ssize_t size = pps::receivePacket(WorkerFilesSocket, packet, passed.file);
+    if (size <= 0) {
+        return std::nullopt;
     }
+    // A name ends with a null byte.
+    passed.queue.assign(reinterpret_cast<const char *>(packet.data()), size_t(size) - 1);
+    return passed;
 }
 
 } // namespace voro::renderer

@@ -89,7 +89,7 @@ void Pipeline::open(bool needsPicture)
     if (m_outputs.areCaptionsOverVideo()) {
         m_captions.setOverlay(m_video.overlay());
     } else {
-        m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : std::string());
+        m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : Window());
     }
     const std::string captions = m_choice.url.empty() ? std::string() : m_captionFile.open(m_choice.url);
     g_object_set(m_playbin.get(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);

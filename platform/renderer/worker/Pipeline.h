@@ -21,11 +21,11 @@ struct Outputs {
     bool isAudible = true;
     /** What the sound is for, empty when nobody said so. */
     std::string role;
-    /** Whether pictures and captions are wanted, and the windows that they are drawn into. */
+    /** Whether pictures and captions are wanted, and where they are drawn. */
     bool hasVideo = false;
     bool hasCaptions = false;
-    std::string window;
-    std::string captionWindow;
+    Window window;
+    Window captionWindow;
 
     bool operator==(const Outputs &) const = default;
     /** Captions are drawn over the pictures when both have the same window. */

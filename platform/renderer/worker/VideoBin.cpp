@@ -9,12 +9,12 @@ namespace voro::renderer {
 
 namespace {
 
-GstElement *visibleSink(const std::string &window)
+GstElement *visibleSink(const Window &window)
 {
     if (GstElement *sink = configuredBin("VORO_VIDEO_SINK")) {
         return sink;
     }
-    GstElement *sink = windowSink(window);
+    GstElement *sink = screenSink(window);
     return sink ? sink : silentSink();
 }
 
@@ -36,7 +36,7 @@ VideoBin::VideoBin()
                       onInput, this, nullptr);
 }
 
-void VideoBin::resetSink(const std::string &window, bool hasCaptions)
+void VideoBin::resetSink(const Window &window, bool hasCaptions)
 {
     for (GstElement *old : {m_sink, m_overlay}) {
         if (old) {
@@ -48,6 +48,8 @@ void VideoBin::resetSink(const std::string &window, bool hasCaptions)
     gst_element_unlink(m_convert, m_last);
     if (hasCaptions) {
         m_overlay = makeElement("textoverlay");
+        // For pictures of 640 pixels; it grows and shrinks with them.
+        g_object_set(m_overlay, "font-desc", "Sans 28", nullptr);
         gst_bin_add(GST_BIN(m_bin.get()), m_overlay);
         gst_element_link_many(m_convert, m_overlay, m_last, nullptr);
     } else {

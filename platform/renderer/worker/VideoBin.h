@@ -1,11 +1,11 @@
 #pragma once
 
 #include "Facts.h"
+#include "FrameChannel.h"
 #include "Gst.h"
 
 #include <atomic>
 #include <mutex>
-#include <string>
 
 namespace voro::renderer {
 
@@ -27,8 +27,8 @@ public:
     VideoBin &operator=(const VideoBin &) = delete;
 
     GstElement *element() const { return m_bin.get(); }
-    /** Gives the bin, which must not be in use, a fresh sink that draws into a window; nothing is seen without one. */
-    void resetSink(const std::string &window, bool hasCaptions);
+    /** Gives the bin, which must not be in use, a fresh sink that draws into a window or frame queue; nothing is seen without one. */
+    void resetSink(const Window &window, bool hasCaptions);
     /** What draws captions over the pictures, null when nothing does. */
     GstElement *overlay() const { return m_overlay; }
     void setSource(const Rectangle &part);

@@ -1,27 +1,17 @@
 #include "WindowSink.h"
 
+#include "FrameSink.h"
+
 #include <dlfcn.h>
 #include <gst/video/videooverlay.h>
+#include <renderer/common/Window.h>
 
-#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 
 namespace voro::renderer {
 
 namespace {
-
-std::optional<guintptr> windowNumber(std::string_view text)
-{
-    const bool isHexadecimal = text.starts_with("0x");
-    if (isHexadecimal) {
-        text.remove_prefix(2);
-    }
-    guintptr number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, isHexadecimal ? 16 : 10);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size() && number != 0;
-    return isNumber ? std::optional(number) : std::nullopt;
-}
 
 /** A window that the application has destroyed is no reason to end. */
 void ignoreWindowErrors()
@@ -76,9 +66,12 @@ GstElement *silentSink()
     return sink;
 }
 
-GstElement *windowSink(std::string_view window)
+GstElement *screenSink(const Window &window)
 {
-    const auto number = windowNumber(window);
+    if (window.frames) {
+        return frameSink(window.frames);
+    }
+    const auto number = windowNumber(window.name);
     if (!number) {
         return nullptr;
     }

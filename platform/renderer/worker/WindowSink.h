@@ -1,9 +1,7 @@
 #pragma once
 
+#include "FrameChannel.h"
 #include "Gst.h"
-
-#include <optional>
-#include <string_view>
 
 namespace voro::renderer {
 
@@ -11,8 +9,8 @@ namespace voro::renderer {
 GstElement *configuredBin(const char *variable);
 /** A sink that shows nothing and lets time pass as if it did. */
 GstElement *silentSink();
-/** A sink that draws into a window of the X server, which goes on when the window goes. Null for what is no number of a
-    window or without an X server. */
-GstElement *windowSink(std::string_view window);
+/** A sink that shows pictures in a frame queue, or draws into a window of the X server and goes on when the window goes.
+    Null for what is neither, or without an X server. */
+GstElement *screenSink(const Window &window);
 
 } // namespace voro::renderer

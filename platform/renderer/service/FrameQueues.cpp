@@ -1,0 +1,138 @@
+#include "FrameQueues.h"
+
+#include "../common/FrameQueue.h"
+#include "SocketPair.h"
+
+#include <pps/FdPassing.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr int Backlog = 64;
+constexpr size_t MostViewers = 1024;
+
+bool isOurUser(int socket)
+{
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
+}
+
+} // namespace
+
+FrameQueues::~FrameQueues()
+{
+    if (m_listener.isValid()) {
+        unlink(m_path.c_str());
+    }
+}
+
+bool FrameQueues::listen(const std::string &folder)
+{
+    m_path = folder + '/' + std::string(FrameSocketName);
+    // Whoever watches the folder finds a socket that takes connections, or none.
+    const std::string made = m_path + ".new";
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (made.size() >= sizeof address.sun_path) {
+        errno = ENAMETOOLONG;
+        return false;
+    }
+    made.copy(address.sun_path, made.size());
+    unlink(made.c_str());
+    pps::Fd listener(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    if (bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
+        || ::listen(listener.get(), Backlog) != 0 || rename(made.c_str(), m_path.c_str()) != 0) {
+        return false;
+    }
+    m_listener = std::move(listener);
+    m_pending = std::make_unique<QSocketNotifier>(m_listener.get(), QSocketNotifier::Read);
+    QObject::connect(m_pending.get(), &QSocketNotifier::activated, [this] { accept(); });
+    return true;
+}
+
+void FrameQueues::add(const std::string &name, const void *worker, Give give)
+{
+    m_sources.insert_or_assign(name, Source{worker, std::move(give)});
+    bring(name);
+}
+
+void FrameQueues::remove(const std::string &name, const void *worker)
+{
+    const auto found = m_sources.find(name);
+    if (found != m_sources.end() && found->second.worker == worker) {
+        m_sources.erase(found);
+    }
+}
+
+void FrameQueues::accept()
+{
+    pps::Fd socket(accept4(m_listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    if (!socket.isValid() || !isOurUser(socket.get()) || m_viewers.size() >= MostViewers) {
+        return;
+    }
+    const int viewer = socket.get();
+    auto ready = std::make_unique<QSocketNotifier>(viewer, QSocketNotifier::Read);
+    QObject::connect(ready.get(), &QSocketNotifier::activated, [this, viewer] { read(viewer); });
+    m_viewers[viewer] = {std::move(socket), std::move(ready), {}};
+}
+
+/** Its first packet is the name; a second one or the end of the connection ends it. */
+void FrameQueues::read(int viewer)
+{
+    std::array<std::byte, MaximumQueueName + 1> packet;
+    pps::Fd passed;
+    const ssize_t size = pps::receivePacket(viewer, packet, passed);
+    if (size < 0 && errno == EAGAIN) {
+        return;
+    }
+    const std::string name(reinterpret_cast<const char *>(packet.data()), size_t(std::max<ssize_t>(size, 0)));
+    if (!isFrameQueue(name) || !m_viewers[viewer].name.empty()) {
+        close(viewer);
+        return;
+    }
+    // An item that connects again may be seen before the end of its old connection is.
+    const auto former = std::find_if(m_viewers.begin(), m_viewers.end(),
+                                     [&name](const auto &other) { return other.second.name == name; });
+    if (former != m_viewers.end()) {
+        close(former->first);
+    }
+    m_viewers[viewer].name = name;
+    bring(name);
+}
+
+void FrameQueues::close(int viewer)
+{
+    const auto found = m_viewers.find(viewer);
+    found->second.ready->setEnabled(false);
+    // A notifier must not be destroyed while it notifies.
+    found->second.ready.release()->deleteLater();
+    m_viewers.erase(found);
+}
+
+/** Gives the two ends away when both who want them are there. */
+void FrameQueues::bring(const std::string &name)
+{
+    const auto source = m_sources.find(name);
+    const auto viewer =
+        std::find_if(m_viewers.begin(), m_viewers.end(), [&](const auto &one) { return one.second.name == name; });
+    if (source == m_sources.end() || viewer == m_viewers.end()) {
+        return;
+    }
+    const auto [ours, theirs] = socketPair();
+    constexpr std::byte Note{};
+    if (ours.isValid() && pps::sendPacket(viewer->first, std::span(&Note, 1), ours.get())) {
+        source->second.give(theirs.get());
+    }
+}
+
+} // namespace voro::renderer

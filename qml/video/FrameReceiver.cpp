@@ -1,0 +1,209 @@
+#include "FrameReceiver.h"
+
+#include <QtCore/QFile>
+
+#include <fcntl.h>
+#include <pps/FdPassing.h>
+#include <pps/Runtime.h>
+#include <sys/mman.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+#include <array>
+#include <cerrno>
+
+namespace voro::qml {
+
+using namespace voro::renderer;
+using voro::pps::Fd;
+
+std::shared_ptr<FrameRing> FrameRing::map(const FrameDescription &description, int file)
+{
+    struct stat status {};
+    const int seals = fcntl(file, F_GET_SEALS);
+    const bool canShrink = seals < 0 || (seals & F_SEAL_SHRINK) == 0;
+    if (canShrink || fstat(file, &status) != 0 || !isSound(description, static_cast<uint64_t>(status.st_size))) {
+        return nullptr;
+    }
+    const auto size = static_cast<size_t>(status.st_size);
+    void *memory = mmap(nullptr, size, PROT_READ, MAP_SHARED, file, 0);
+    if (memory == MAP_FAILED) {
+        return nullptr;
+    }
+    std::shared_ptr<FrameRing> ring(new FrameRing);
+    ring->m_description = description;
+    ring->m_memory = static_cast<const std::byte *>(memory);
+    ring->m_size = size;
+    return ring;
+}
+
+FrameRing::~FrameRing()
+{
+    munmap(const_cast<std::byte *>(m_memory), m_size);
+}
+
+Frame::~Frame()
+{
+    FrameRelease release;
+    release.generation = m_ring->description().generation;
+    release.slot = m_slot;
+    // A worker that is gone wants nothing back.
+    voro::pps::sendPacket(m_socket->get(), bytesOf(release));
+}
+
+uint64_t Frame::serial() const
+{
+    return reinterpret_cast<const FrameHeader *>(m_ring->slot(m_slot))->serial;
+}
+
+QSize Frame::size() const
+{
+    return {static_cast<int>(m_ring->description().width), static_cast<int>(m_ring->description().height)};
+}
+
+QSizeF Frame::shownSize() const
+{
+    const FrameDescription &description = m_ring->description();
+    return {qreal(description.width) * description.pixelWidth / description.pixelHeight, qreal(description.height)};
+}
+
+QImage Frame::image(const std::shared_ptr<Frame> &frame)
+{
+    const FrameDescription &description = frame->m_ring->description();
+    const auto *pixels = reinterpret_cast<const uchar *>(frame->m_ring->slot(frame->m_slot) + description.offset);
+    return QImage(
+        pixels, frame->size().width(), frame->size().height(), qsizetype(description.stride), QImage::Format_RGB32,
+        [](void *held) { delete static_cast<std::shared_ptr<Frame> *>(held); }, new std::shared_ptr<Frame>(frame));
+}
+
+void FrameReceiver::Watched::set(Fd descriptor, const std::function<void()> &onReady)
+{
+    reset();
+    socket = std::make_shared<Fd>(std::move(descriptor));
+    ready = std::make_unique<QSocketNotifier>(socket->get(), QSocketNotifier::Read);
+    QObject::connect(ready.get(), &QSocketNotifier::activated, ready.get(), onReady);
+}
+
+void FrameReceiver::Watched::reset()
+{
+    if (ready) {
+        ready->setEnabled(false);
+        // It may be what calls.
+        ready.release()->deleteLater();
+    }
+    socket.reset();
+}
+
+FrameReceiver::FrameReceiver(const QString &name, QObject *parent) : QObject(parent), m_name(name.toUtf8())
+{
+    std::string folder;
+    if (const int error = voro::pps::runtimeFolder(folder)) {
+        qWarning("VideoWindow: there is no runtime folder: %s", strerror(error));
+        return;
+    }
+    m_folder = QString::fromStdString(folder);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FrameReceiver::connectToDaemon);
+    // Watched first: a daemon that starts now must not be missed.
+    m_watcher.addPath(m_folder);
+    connectToDaemon();
+}
+
+void FrameReceiver::connectToDaemon()
+{
+    if (m_daemon.socket) {
+        return;
+    }
+    const std::string path = m_folder.toStdString() + '/' + std::string(FrameSocketName);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        return;
+    }
+    path.copy(address.sun_path, path.size());
+    Fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    if (::connect(socket.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0
+        && voro::pps::sendPacket(socket.get(), std::as_bytes(std::span(m_name.constData(), size_t(m_name.size()))))) {
+        m_daemon.set(std::move(socket), [this] { readDaemon(); });
+    }
+}
+
+void FrameReceiver::readDaemon()
+{
+    std::byte note{};
+    Fd worker;
+    const ssize_t size = voro::pps::receivePacket(m_daemon.socket->get(), std::span(&note, 1), worker);
+    if (size < 0 && errno == EAGAIN) {
+        return;
+    }
+    if (size <= 0) {
+        // The next daemon makes its socket anew, which the folder shows; unless it has done so already.
+        m_daemon.reset();
+        connectToDaemon();
+        return;
+    }
+    if (worker.isValid()) {
+        m_worker.set(std::move(worker), [this] { readWorker(); });
+        m_ring.reset();
+        FrameFormats formats;
+        formats.formats = static_cast<uint32_t>(FrameFormat::Bgrx);
+        voro::pps::sendPacket(m_worker.socket->get(), bytesOf(formats));
+    }
+}
+
+void FrameReceiver::readWorker()
+{
+    for (;;) {
+        std::array<std::byte, MaximumFramePacket> packet;
+        Fd file;
+        const ssize_t size = voro::pps::receivePacket(m_worker.socket->get(), packet, file);
+        if (size < 0 && errno == EAGAIN) {
+            return;
+        }
+        if (size <= 0 || !handle(std::span(packet).first(size_t(size)), file)) {
+            m_worker.reset();
+            m_ring.reset();
+            show(nullptr);
+            return;
+        }
+    }
+}
+
+bool FrameReceiver::handle(std::span<const std::byte> packet, const Fd &file)
+{
+    FrameDescription description;
+    FrameReady ready;
+    switch (kindOf(packet)) {
+    case FramePacket::Description:
+        m_ring = readPacket(packet, description) ? FrameRing::map(description, file.get()) : nullptr;
+        return m_ring != nullptr;
+    case FramePacket::Frame:
+        return readPacket(packet, ready) && take(ready);
+    case FramePacket::Clear:
+        show(nullptr);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool FrameReceiver::take(const FrameReady &ready)
+{
+    if (!m_ring || ready.generation != m_ring->description().generation || ready.slot >= m_ring->description().slots) {
+        return false;
+    }
+    auto frame = std::make_shared<Frame>(m_worker.socket, m_ring, ready.slot);
+    // What was overwritten meanwhile is not shown.
+    if (frame->serial() == ready.serial) {
+        show(std::move(frame));
+    }
+    return true;
+}
+
+void FrameReceiver::show(std::shared_ptr<Frame> frame)
+{
+    m_frame = std::move(frame);
+    Q_EMIT frameChanged();
+}
+
+} // namespace voro::qml

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <QtCore/QFileSystemWatcher>
+#include <QtCore/QObject>
+#include <QtCore/QSocketNotifier>
+#include <QtGui/QImage>
+
+#include <pps/Fd.h>
+#include <renderer/common/FrameQueue.h>
+
+#include <memory>
+#include <span>
+
+namespace voro::qml {
+
+/** A worker's memory file with pictures, mapped to be read. */
+class FrameRing {
+public:
+    /** Null for a file that does not hold what the description says, or that could shrink. */
+    static std::shared_ptr<FrameRing> map(const voro::renderer::FrameDescription &description, int file);
+    ~FrameRing();
+    FrameRing(const FrameRing &) = delete;
+    FrameRing &operator=(const FrameRing &) = delete;
+
+    const voro::renderer::FrameDescription &description() const { return m_description; }
+    const std::byte *slot(uint32_t slot) const { return m_memory + slot * m_description.slotSize; }
+
+private:
+    FrameRing() = default;
+
+    voro::renderer::FrameDescription m_description;
+    const std::byte *m_memory = nullptr;
+    size_t m_size = 0;
+};
+
+/** One picture in the memory of a worker, which gets its slot back when the picture is destroyed, in whatever thread. */
+class Frame {
+public:
+    Frame(std::shared_ptr<voro::pps::Fd> socket, std::shared_ptr<FrameRing> ring, uint32_t slot)
+        : m_socket(std::move(socket)),
+          m_ring(std::move(ring)),
+          m_slot(slot)
+    {}
+    ~Frame();
+    Frame(const Frame &) = delete;
+    Frame &operator=(const Frame &) = delete;
+
+    /** The number that the worker has written beside the picture. */
+    uint64_t serial() const;
+    QSize size() const;
+    /** The size on a screen with square pixels. */
+    QSizeF shownSize() const;
+    /** The picture as it lies there, nothing copied. The frame lives as long as the image and its copies. */
+    static QImage image(const std::shared_ptr<Frame> &frame);
+
+private:
+    std::shared_ptr<voro::pps::Fd> m_socket;
+    std::shared_ptr<FrameRing> m_ring;
+    uint32_t m_slot;
+};
+
+/** The item's end of a frame queue: finds the daemon, and is handed the socket of each worker that shows there. */
+class FrameReceiver : public QObject {
+    Q_OBJECT
+public:
+    explicit FrameReceiver(const QString &name, QObject *parent = nullptr);
+
+    /** The newest picture, null without one. */
+    const std::shared_ptr<Frame> &frame() const { return m_frame; }
+
+Q_SIGNALS:
+    /** There is another picture, or none any more. */
+    void frameChanged();
+
+private:
+    /** A socket and the watch for what comes from it. */
+    struct Watched {
+        std::shared_ptr<voro::pps::Fd> socket;
+        std::unique_ptr<QSocketNotifier> ready;
+
+        void set(voro::pps::Fd descriptor, const std::function<void()> &onReady);
+        void reset();
+    };
+
+    void connectToDaemon();
+    void readDaemon();
+    void readWorker();
+    /** False for what no worker would say. */
+    bool handle(std::span<const std::byte> packet, const voro::pps::Fd &file);
+    bool take(const voro::renderer::FrameReady &ready);
+    void show(std::shared_ptr<Frame> frame);
+
+    const QByteArray m_name;
+    QString m_folder;
+    /** The daemon's folder, while there is no daemon. */
+    QFileSystemWatcher m_watcher;
+    Watched m_daemon;
+    Watched m_worker;
+    std::shared_ptr<FrameRing> m_ring;
+    std::shared_ptr<Frame> m_frame;
+};
+
+} // namespace voro::qml

@@ -1,0 +1,451 @@
+#include "FrameReceiver.h"
+#include "RealMedia.h"
+
+#include <multimedia/MediaPlayer.h>
+
+#include <QtCore/QTemporaryDir>
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickView>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QtTest>
+
+#include <Daemon.h>
+#include <fcntl.h>
+#include <pps/FdPassing.h>
+#include <sys/mman.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <Workers.h>
+
+#include <csignal>
+#include <set>
+
+using namespace voro::multimedia;
+using namespace voro::renderer;
+using voro::qml::Frame;
+using voro::qml::FrameReceiver;
+
+namespace {
+
+constexpr char Scene[] = R"(
+import QtQuick
+import voro.multimedia
+Rectangle {
+    id: scene
+    width: 640; height: 480
+    color: "gray"
+    property alias video: video
+    property MediaPlayer player: MediaPlayer {
+        windowId: video.windowId
+        closedCaptionWindowId: video.windowId
+        videoOutput: VideoOutput.PrimaryDisplay
+    }
+    VideoWindow { id: video; objectName: "video"; width: 640; height: 480 }
+}
+)";
+
+bool isLike(const QColor &color, const QColor &expected)
+{
+    const auto isNear = [](int one, int other) { return std::abs(one - other) < 48; };
+    return isNear(color.red(), expected.red()) && isNear(color.green(), expected.green())
+           && isNear(color.blue(), expected.blue());
+}
+
+/** The number that a frame of numbers.mkv shows in a line: sixteen columns, black or white. */
+int numberIn(const QImage &image, int y)
+{
+    int number = 0;
+    for (int bit = 0; bit < 16; ++bit) {
+        number |= int(qGray(image.pixel(bit * 40 + 20, y)) > 127) << bit;
+    }
+    return number;
+}
+
+/** A daemon and a worker that say what the test wants. */
+class Liar {
+public:
+    explicit Liar(const QString &folder)
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        const std::string path = folder.toStdString() + "/frames.sock";
+        path.copy(address.sun_path, path.size());
+        m_listener.reset(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+        if (bind(m_listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
+            || listen(m_listener.get(), 4) != 0) {
+            qFatal("no socket");
+        }
+    }
+    /** Accepts the item and hands it the other end of our socket. */
+    void meet()
+    {
+        m_item.reset(accept4(m_listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
+        int ends[2];
+        if (!m_item.isValid() || socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
+            qFatal("no item");
+        }
+        m_worker.reset(ends[0]);
+        const voro::pps::Fd theirs(ends[1]);
+        constexpr std::byte Note{};
+        voro::pps::sendPacket(m_item.get(), std::span(&Note, 1), theirs.get());
+    }
+    bool say(std::span<const std::byte> packet, int file = -1) const
+    {
+        return voro::pps::sendPacket(m_worker.get(), packet, file);
+    }
+    /** Whether the item has closed its end. */
+    bool isLeft() const
+    {
+        std::array<std::byte, 64> packet;
+        voro::pps::Fd file;
+        ssize_t size;
+        do {
+            size = voro::pps::receivePacket(m_worker.get(), packet, file);
+        } while (size > 0);
+        return size == 0 || errno == ECONNRESET;
+    }
+
+private:
+    voro::pps::Fd m_listener;
+    voro::pps::Fd m_item;
+    voro::pps::Fd m_worker;
+};
+
+voro::pps::Fd memoryFile(off_t size, unsigned seals)
+{
+    voro::pps::Fd file(memfd_create("lie", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    if (ftruncate(file.get(), size) != 0 || fcntl(file.get(), F_ADD_SEALS, seals) != 0) {
+        qFatal("no memory");
+    }
+    return file;
+}
+
+FrameDescription description(uint32_t width, uint32_t height)
+{
+    FrameDescription result;
+    result.generation = 1;
+    result.width = width;
+    result.height = height;
+    result.slots = FewestFrameSlots;
+    result.offset = FrameHeaderSize;
+    result.stride = width * 4;
+    result.slotSize = FrameHeaderSize + width * height * 4;
+    return result;
+}
+
+} // namespace
+
+/** Pictures in an item: the daemon, its workers, and a scene without a screen. */
+class tst_VideoWindow : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void picture_isWhereItBelongs_data();
+    void picture_isWhereItBelongs();
+    void picture_followsSeek_staysInPause_goesWithTheMedium();
+    void captions_comeAndGo();
+    void frames_areWholeAndComplete();
+    void workerKilled_costsThePicture();
+    void itemGoes_whilePicturesCome();
+    void lies_costThePictureOnly_data();
+    void lies_costThePictureOnly();
+
+private:
+    QUrl url(const char *name) const { return QUrl::fromLocalFile(m_folder.filePath(QLatin1String(name))); }
+    void makeScene();
+    MediaPlayer *player() const { return m_view->rootObject()->property("player").value<MediaPlayer *>(); }
+    QQuickItem *video() const { return m_view->rootObject()->findChild<QQuickItem *>(QStringLiteral("video")); }
+    /** Whether the scene shows such colours at these places, sooner or later. */
+    bool shows(const QList<std::pair<QPoint, QColor>> &points) const;
+
+    QTemporaryDir m_folder;
+    const int m_sink = qputenv("VORO_AUDIO_SINK", "fakesink sync=true");
+    Daemon m_daemon;
+    std::unique_ptr<QQuickView> m_view;
+};
+
+// Four colours, one in each corner; after ten seconds the left ones change places with the right ones.
+void tst_VideoWindow::initTestCase()
+{
+    const auto corners = [](const char *first, const char *second, const char *third, const char *fourth) {
+        return QStringLiteral("color=c=%1:s=160x120:r=25:d=10[a];color=c=%2:s=160x120:r=25:d=10[b];"
+                              "color=c=%3:s=160x120:r=25:d=10[c];color=c=%4:s=160x120:r=25:d=10[d];"
+                              "[a][b]hstack[ab];[c][d]hstack[cd];[ab][cd]vstack")
+            .arg(QLatin1String(first), QLatin1String(second), QLatin1String(third), QLatin1String(fourth));
+    };
+    const QStringList codec{"-c:v", "mpeg4", "-q:v", "2"};
+    media::encode(m_folder.filePath("one.mp4"), corners("red", "lime", "blue", "white"), codec);
+    media::encode(m_folder.filePath("other.mp4"), corners("lime", "red", "white", "blue"), codec);
+    media::encode(m_folder.filePath("wide.mp4"), corners("red", "lime", "blue", "white") + ",setsar=2/1", codec);
+    media::encode(m_folder.filePath("change.mp4"),
+                  QStringLiteral("color=c=red:s=320x240:r=25:d=10,format=yuv420p,"
+                                 "drawbox=c=blue:t=fill:enable='gte(t,5)'"),
+                  codec);
+    media::encode(m_folder.filePath("numbers.mkv"),
+                  QStringLiteral("nullsrc=s=640x360:r=30:d=12,geq='255*mod(floor(N/pow(2,floor(X/40))),2)':128:128"),
+                  {"-c:v", "mpeg4", "-q:v", "2"});
+    QFile captions(m_folder.filePath("c.srt"));
+    QVERIFY(captions.open(QFile::WriteOnly));
+    captions.write("1\n00:00:01,000 --> 00:00:03,000\nWIDE WHITE WORDS\n");
+}
+
+void tst_VideoWindow::makeScene()
+{
+    m_view = std::make_unique<QQuickView>();
+    m_view->engine()->addImportPath(QStringLiteral(MODULES));
+    QQmlComponent component(m_view->engine());
+    component.setData(Scene, QUrl());
+    QObject *scene = component.create();
+    if (!scene) {
+        qFatal("%s", qUtf8Printable(component.errorString()));
+    }
+    m_view->setContent(QUrl(), nullptr, scene);
+    m_view->show();
+    if (!QTest::qWaitForWindowExposed(m_view.get())) {
+        qFatal("no window");
+    }
+}
+
+bool tst_VideoWindow::shows(const QList<std::pair<QPoint, QColor>> &points) const
+{
+    return QTest::qWaitFor(
+        [&] {
+            const QImage image = m_view->grabWindow();
+            return std::all_of(points.begin(), points.end(),
+                               [&](const auto &point) { return isLike(image.pixelColor(point.first), point.second); });
+        },
+        20'000);
+}
+
+void tst_VideoWindow::picture_isWhereItBelongs_data()
+{
+    using Points = QList<std::pair<QPoint, QColor>>;
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QVariantMap>("properties");
+    QTest::addColumn<Points>("points");
+    const auto corners = [](QRect area) {
+        const QPoint margin(area.width() / 8, area.height() / 8);
+        const QRect inner(area.topLeft() + margin, area.bottomRight() - margin);
+        return Points{{inner.topLeft(), Qt::red},
+                      {inner.topRight(), Qt::green},
+                      {inner.bottomLeft(), Qt::blue},
+                      {inner.bottomRight(), Qt::white}};
+    };
+    QTest::newRow("twice as large") << "one.mp4" << QVariantMap{} << corners({0, 0, 640, 480});
+    QTest::newRow("as it is") << "one.mp4" << QVariantMap{{"width", 320}, {"height", 240}}
+                              << corners({0, 0, 320, 240}) + Points{{{330, 250}, Qt::darkGray}};
+    QTest::newRow("bars above and below") << "one.mp4" << QVariantMap{{"width", 320}, {"height", 480}}
+                                          << corners({0, 120, 320, 240}) + Points{{{160, 60}, Qt::darkGray}};
+    QTest::newRow("stretched") << "one.mp4" << QVariantMap{{"width", 320}, {"height", 480}, {"fillMode", 0}}
+                               << corners({0, 0, 320, 480});
+    QTest::newRow("cut off") << "one.mp4" << QVariantMap{{"width", 320}, {"height", 480}, {"fillMode", 2}}
+                             << corners({0, 0, 320, 480});
+    QTest::newRow("wide pixels") << "wide.mp4" << QVariantMap{}
+                                 << corners({0, 120, 640, 240}) + Points{{{320, 60}, Qt::darkGray}};
+    QTest::newRow("upside down") << "one.mp4" << QVariantMap{{"rotation", 180}}
+                                 << Points{{{80, 60}, Qt::white},
+                                           {{560, 60}, Qt::blue},
+                                           {{80, 420}, Qt::green},
+                                           {{560, 420}, Qt::red}};
+    QTest::newRow("mirrored medium") << "other.mp4" << QVariantMap{}
+                                     << Points{{{80, 60}, Qt::green},
+                                               {{560, 60}, Qt::red},
+                                               {{80, 420}, Qt::white},
+                                               {{560, 420}, Qt::blue}};
+}
+
+void tst_VideoWindow::picture_isWhereItBelongs()
+{
+    using Points = QList<std::pair<QPoint, QColor>>;
+    QFETCH(const QString, name);
+    QFETCH(const QVariantMap, properties);
+    QFETCH(Points, points);
+    for (auto &[point, color] : points) {
+        // The scene's gray, and the green that media call lime.
+        color = color == QColor(Qt::darkGray) ? QColor("gray") : color == QColor(Qt::green) ? QColor("lime") : color;
+    }
+    makeScene();
+    for (auto property = properties.begin(); property != properties.end(); ++property) {
+        QVERIFY(video()->setProperty(qPrintable(property.key()), property.value()));
+    }
+    QCOMPARE(player()->setSourceUrl(QUrl::fromLocalFile(m_folder.filePath(name))), MediaError::None);
+    QCOMPARE(player()->play(), MediaError::None);
+    QVERIFY(shows(points));
+    QCOMPARE(video()->property("sourceSize").toSize(), QSize(320, 240));
+    // Wherever the picture is, it is there at every size.
+    if (properties.isEmpty() && name == QLatin1String("one.mp4")) {
+        for (int i = 0; i < 100; ++i) {
+            m_view->rootObject()->setProperty("width", 200 + i * 4);
+            video()->setSize(QSizeF(40 + i * 6, 30 + i * 3));
+            m_view->grabWindow();
+        }
+        video()->setSize(QSizeF(640, 480));
+        QVERIFY(shows(points));
+    }
+}
+
+void tst_VideoWindow::picture_followsSeek_staysInPause_goesWithTheMedium()
+{
+    makeScene();
+    QCOMPARE(player()->setSourceUrl(url("change.mp4")), MediaError::None);
+    QCOMPARE(player()->play(), MediaError::None);
+    QVERIFY(shows({{{320, 240}, Qt::red}}));
+    QCOMPARE(player()->seekTime(7'000), MediaError::None);
+    QVERIFY(shows({{{320, 240}, Qt::blue}}));
+    QCOMPARE(player()->pause(), MediaError::None);
+    QCOMPARE(player()->seekTime(1'000), MediaError::None);
+    QVERIFY(shows({{{320, 240}, Qt::red}}));
+    QVERIFY(video()->property("hasPicture").toBool());
+    QCOMPARE(player()->reset(), MediaError::None);
+    QVERIFY(shows({{{320, 240}, QColor("gray")}}));
+    QVERIFY(!video()->property("hasPicture").toBool());
+}
+
+void tst_VideoWindow::captions_comeAndGo()
+{
+    makeScene();
+    MediaPlayer *const shown = player();
+    QCOMPARE(shown->setSourceUrl(url("change.mp4")), MediaError::None);
+    QCOMPARE(shown->setClosedCaptionUrl(1, url("c.srt")), MediaError::None);
+    QCOMPARE(shown->setClosedCaptionEnabled(true), MediaError::None);
+    QCOMPARE(shown->play(), MediaError::None);
+    const auto whitePixels = [this] {
+        const QImage image = m_view->grabWindow();
+        int count = 0;
+        for (int y = 240; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                count += isLike(image.pixelColor(x, y), Qt::white);
+            }
+        }
+        return count;
+    };
+    QVERIFY(shows({{{320, 120}, Qt::red}}));
+    if (shown->position() < 900) {
+        QCOMPARE(whitePixels(), 0);
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(whitePixels() > 200, 20'000);
+    QVERIFY(shown->position() >= 900 && shown->position() < 3'500);
+    QTRY_COMPARE_WITH_TIMEOUT(whitePixels(), 0, 20'000);
+    QVERIFY(shown->position() >= 2'900);
+}
+
+void tst_VideoWindow::frames_areWholeAndComplete()
+{
+    FrameReceiver receiver(QStringLiteral("numbers"));
+    std::set<int> numbers;
+    int torn = 0;
+    uint64_t first = 0;
+    uint64_t last = 0;
+    connect(&receiver, &FrameReceiver::frameChanged, &receiver, [&] {
+        const std::shared_ptr<Frame> frame = receiver.frame();
+        if (!frame) {
+            return;
+        }
+        const QImage image = Frame::image(frame);
+        const int number = numberIn(image, 2);
+        torn += number != numberIn(image, 180) || number != numberIn(image, 357);
+        numbers.insert(number);
+        first = first == 0 ? frame->serial() : first;
+        last = frame->serial();
+    });
+    MediaPlayer player;
+    player.setWindowId(QStringLiteral("numbers"));
+    QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
+    QCOMPARE(player.setSourceUrl(url("numbers.mkv")), MediaError::None);
+    QSignalSpy completed(&player, &MediaPlayer::playbackCompleted);
+    QCOMPARE(player.play(), MediaError::None);
+    QTRY_COMPARE_WITH_TIMEOUT(completed.count(), 1, 60'000);
+    QCOMPARE(torn, 0);
+    // The renderer itself leaves pictures out that would be late; of those that it shows none is lost here.
+    QVERIFY2(last > 300, QByteArray::number(qulonglong(last)).constData());
+    QVERIFY2(qulonglong(numbers.size()) + 1 >= last - first,
+             QByteArray::number(qulonglong(numbers.size())).constData());
+    QCOMPARE(*numbers.rbegin(), 359);
+}
+
+void tst_VideoWindow::workerKilled_costsThePicture()
+{
+    makeScene();
+    QCOMPARE(player()->setSourceUrl(url("change.mp4")), MediaError::None);
+    QCOMPARE(player()->play(), MediaError::None);
+    QVERIFY(shows({{{320, 240}, Qt::red}}));
+    const QList<pid_t> workers = workersWith(url("change.mp4").toLocalFile().toUtf8(), m_daemon.processId());
+    QCOMPARE(workers.size(), 1);
+    ::kill(workers.first(), SIGKILL);
+    QVERIFY(shows({{{320, 240}, QColor("gray")}}));
+    QTRY_COMPARE(player()->mediaState(), MediaState::Stopped);
+    QCOMPARE(player()->play(), MediaError::None);
+    QVERIFY(shows({{{320, 240}, Qt::red}}));
+
+    // The daemon likewise: the item finds the next one.
+    m_daemon.kill();
+    QVERIFY(shows({{{320, 240}, QColor("gray")}}));
+    QVERIFY(m_daemon.start());
+    makeScene();
+    QCOMPARE(player()->setSourceUrl(url("change.mp4")), MediaError::None);
+    QCOMPARE(player()->play(), MediaError::None);
+    QVERIFY(shows({{{320, 240}, Qt::red}}));
+}
+
+void tst_VideoWindow::itemGoes_whilePicturesCome()
+{
+    MediaPlayer player;
+    player.setWindowId(QStringLiteral("goes"));
+    QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
+    QCOMPARE(player.setSourceUrl(url("change.mp4")), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    for (int i = 0; i < 20; ++i) {
+        auto receiver = std::make_unique<FrameReceiver>(QStringLiteral("goes"));
+        QTRY_VERIFY(receiver->frame());
+        // An image that somebody keeps is valid longer than its item.
+        const QImage kept = Frame::image(receiver->frame());
+        receiver.reset();
+        QVERIFY(isLike(kept.pixelColor(160, 120), Qt::red) || isLike(kept.pixelColor(160, 120), Qt::blue));
+    }
+    QCOMPARE(player.mediaState(), MediaState::Started);
+}
+
+void tst_VideoWindow::lies_costThePictureOnly_data()
+{
+    QTest::addColumn<QString>("lie");
+    for (const char *lie :
+         {"too large", "may shrink", "no file", "stride", "slot", "generation", "garbage", "frame first"}) {
+        QTest::newRow(lie) << QString::fromLatin1(lie);
+    }
+}
+
+void tst_VideoWindow::lies_costThePictureOnly()
+{
+    QFETCH(const QString, lie);
+    const QTemporaryDir folder;
+    const QByteArray former = qgetenv("VORO_RUNTIME_DIR");
+    qputenv("VORO_RUNTIME_DIR", folder.path().toUtf8());
+    Liar liar(folder.path());
+    FrameReceiver receiver(QStringLiteral("lied-to"));
+    qputenv("VORO_RUNTIME_DIR", former);
+    liar.meet();
+    constexpr unsigned Sealed = F_SEAL_SHRINK | F_SEAL_GROW;
+    FrameDescription truth = description(64, 32);
+    const auto size = off_t(truth.slotSize * truth.slots);
+    const voro::pps::Fd file =
+        memoryFile(lie == "too large" ? size - 1 : size, lie == "may shrink" ? F_SEAL_GROW : Sealed);
+    if (lie == "stride") {
+        truth.stride = 1U << 31;
+    }
+    if (lie == "garbage") {
+        QVERIFY(liar.say(std::as_bytes(std::span("garbage"))));
+    } else if (lie != "frame first") {
+        QVERIFY(liar.say(bytesOf(truth), lie == "no file" ? -1 : file.get()));
+    }
+    FrameReady frame;
+    frame.generation = lie == "generation" ? 2 : 1;
+    frame.slot = lie == "slot" ? FewestFrameSlots : 0;
+    liar.say(bytesOf(frame));
+    QTRY_VERIFY(liar.isLeft());
+    QVERIFY(!receiver.frame());
+}
+
+QTEST_MAIN(tst_VideoWindow)
+#include "tst_videowindow.moc"
