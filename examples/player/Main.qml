@@ -31,6 +31,7 @@ AppWindow {
 
     Playback {
         id: player
+        windowId: page.windowId
     }
 
     FocusScope {
@@ -57,6 +58,7 @@ AppWindow {
             onOpened: window.showsPlayer = true
         }
         PlayerPage {
+            id: page
             visible: window.isWide || window.showsPlayer
             enabled: visible
             anchors {

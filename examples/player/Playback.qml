@@ -25,6 +25,9 @@ MediaPlayer {
     readonly property bool hasPrevious: track > 1
 
     statusInterval: 500
+    videoOutput: VideoOutput.PrimaryDisplay
+    // Captions are drawn over the pictures.
+    closedCaptionWindowId: windowId
 
     /** Plays the media from one of them on. */
     function open(media: var, index: int) {

@@ -9,6 +9,7 @@ FocusScope {
     id: page
 
     required property Playback player
+    readonly property alias windowId: picture.windowId
     property bool canGoBack: false
 
     signal back
@@ -84,6 +85,7 @@ FocusScope {
             Layout.rightMargin: 24
 
             Picture {
+                id: picture
                 anchors.fill: parent
                 player: page.player
             }

@@ -142,6 +142,7 @@ private Q_SLOTS:
     void player_keepsPlaylists();
     void player_tellsWhatCannotBePlayed();
     void player_fillsAWideWindow();
+    void player_showsFilms();
     void recorder_records_plays_renames_deletes();
     void remote_showsTheHolder_andCommandsIt();
     void colours_data();
@@ -287,6 +288,22 @@ void tst_Applications::player_fillsAWideWindow()
     QTRY_VERIFY(player.place(QStringLiteral("Library")).right() <= player.place(QStringLiteral("Cover")).left());
     player.resize(360, 640);
     QTRY_VERIFY(!player.shows(QStringLiteral("Nothing is played")));
+}
+
+void tst_Applications::player_showsFilms()
+{
+    const QString film = media::makeTone(m_home.path(QStringLiteral("film.mkv")), {.seconds = 30, .hasPicture = true});
+    Screen player("voro.player", {{QStringLiteral("operands"), QVariantList{QUrl::fromLocalFile(film)}}});
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows(QStringLiteral("Film")), PatienceMs);
+    QVERIFY(!player.shows(QStringLiteral("Cover")));
+    // The test picture has every colour but the window's.
+    const auto emptiness = [&player] {
+        QRect middle(QPoint(), player.place(QStringLiteral("Film")).size() / 4);
+        middle.moveCenter(player.place(QStringLiteral("Film")).center());
+        const int pixels = middle.width() * middle.height();
+        return pixels == 0 ? 1.0 : double(count(player, middle, LightBackground)) / pixels;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(emptiness() < 0.1, PatienceMs);
 }
 
 void tst_Applications::recorder_records_plays_renames_deletes()
