@@ -78,6 +78,7 @@ private Q_SLOTS:
     void sourceChangedOften_playsTheLast();
     void fileCutWhilePlaying_isTold_data();
     void fileCutWhilePlaying_isTold();
+    void diskBreaks_isTold_andMended_itPlays();
 
 private:
     /** Signals every worker of the daemon; the spare one cannot be told from the others. */
@@ -345,6 +346,34 @@ void tst_Faults::fileCutWhilePlaying_isTold()
         QVERIFY(isSought || victim->player.position() < 30'000);
         QCOMPARE(victim->player.setSourceUrl(m_url), MediaError::None);
         QCOMPARE(victim->player.play(), MediaError::None);
+    }
+}
+
+void tst_Faults::diskBreaks_isTold_andMended_itPlays()
+{
+    const QDir disk(m_folder.filePath(QStringLiteral("disk")));
+    QVERIFY(disk.mkpath(QStringLiteral(".")));
+    QVERIFY(m_daemon->stop());
+    // The sanitizers' own library would have to be the first one.
+    qputenv("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ":verify_asan_link_order=0");
+    QVERIFY(m_daemon->start({QStringLiteral("LD_PRELOAD=" BROKEN_DISK), "VORO_BROKEN_DISK=" + disk.path()}));
+    for (const char *name : {"a.wav", "a.flac", "a.mkv"}) {
+        QFile mark(disk.filePath(QStringLiteral("broken")));
+        mark.remove();
+        Victim victim;
+        QCOMPARE(victim.player.setStatusInterval(50), MediaError::None);
+        const QString path = media::makeTone(disk.filePath(QLatin1String(name)), {.seconds = 600});
+        QCOMPARE(victim.player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+        QCOMPARE(victim.player.play(), MediaError::None);
+        QTRY_VERIFY(victim.player.position() > 0);
+        QVERIFY(mark.open(QFile::WriteOnly));
+        QTRY_COMPARE_WITH_TIMEOUT(victim.errors.count(), 1, 30'000);
+        QCOMPARE(victim.errors.first().first().value<MediaError::Type>(), MediaError::Read);
+        QCOMPARE(victim.player.mediaState(), MediaState::Stopped);
+        QVERIFY(mark.remove());
+        victim.positions.clear();
+        QCOMPARE(victim.player.play(), MediaError::None);
+        QTRY_VERIFY(victim.positions.count() > 2);
     }
 }
 

@@ -99,7 +99,8 @@ void tst_Play::playToTheEnd()
     QElapsedTimer time;
     time.start();
     connect(&player, qOverload<uint>(&MediaPlayer::positionChanged), this, [&](uint position) {
-        QVERIFY2(position <= time.elapsed() + 200, qPrintable(QString::number(position))); // nothing runs ahead of the sound
+        QVERIFY2(position <= time.elapsed() + 200,
+                 qPrintable(QString::number(position))); // nothing runs ahead of the sound
     });
     QCOMPARE(player.play(), MediaError::None);
     QVERIFY(completed.wait(20'000));
