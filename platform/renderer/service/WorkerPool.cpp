@@ -19,6 +19,7 @@ public:
 
     void ask(std::string_view command, std::string_view lines, Done done) override
     {
+        m_pool.m_showsFilms = m_pool.m_showsFilms || (command == "open" && lines.find("\nvideo:") != lines.npos);
         m_worker->ask(command, lines, std::move(done));
     }
     bool pass(int descriptor) override { return m_worker->pass(descriptor); }
@@ -84,6 +85,9 @@ void WorkerPool::prepareSpare()
 {
     if (!m_spare) {
         m_spare = make();
+        if (m_showsFilms) {
+            m_spare->ask("warm_films", {}, [](const Result &) {});
+        }
     }
 }
 

@@ -43,6 +43,8 @@ private:
     pps::Broker &m_broker;
     FrameQueues m_queues;
     std::shared_ptr<Worker> m_spare;
+    /** Whether anything was opened to be seen: whoever shows films shows another one. */
+    bool m_showsFilms = false;
     QTimer m_spareTimer;
     std::list<std::shared_ptr<Worker>> m_workers;
     /** Killed ones that are still ending. */

@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "Files.h"
+#include "Setup.h"
 
 #include <glib-unix.h>
 #include <renderer/common/Parameters.h>
@@ -57,6 +58,10 @@ void Commands::handle(const pps::Message &message)
 Result Commands::handleNow(const std::string &command, const pps::Message &message)
 {
     if (command == "ping") {
+        return {};
+    }
+    if (command == "warm_films") {
+        warmUpForFilms();
         return {};
     }
     if (command == "play") {

@@ -15,6 +15,7 @@ struct Unref {
     void operator()(GstPad *pad) const { gst_object_unref(pad); }
     void operator()(GstBus *bus) const { gst_object_unref(bus); }
     void operator()(GstPluginFeature *feature) const { gst_object_unref(feature); }
+    void operator()(GstPlugin *plugin) const { gst_object_unref(plugin); }
     void operator()(GstMessage *message) const { gst_message_unref(message); }
     void operator()(GstTagList *tags) const { gst_tag_list_unref(tags); }
     void operator()(GstBuffer *buffer) const { gst_buffer_unref(buffer); }

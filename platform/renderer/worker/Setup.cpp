@@ -81,6 +81,11 @@ void startGStreamer()
     gst_registry_fork_set_enabled(FALSE);
 }
 
+void warmUpForFilms()
+{
+    const Owned<GstPlugin> decoders(gst_plugin_load_by_name("libav"));
+}
+
 void warmUp()
 {
     rankLast("libav");

@@ -7,5 +7,7 @@ void startGStreamer();
 
 /** Loads what most media need, so that the first medium does not wait for it, and ranks the small decoders first. */
 void warmUp();
+/** Loads the large library that decodes most films. */
+void warmUpForFilms();
 
 } // namespace voro::renderer
