@@ -85,6 +85,19 @@ QUrl Files::coverOf(const QUrl &medium) const
     return {};
 }
 
+QUrl Files::captionsOf(const QUrl &medium) const
+{
+    if (!medium.isLocalFile())
+        return {};
+    const QFileInfo file(medium.toLocalFile());
+    for (const char *suffix : {".srt", ".vtt", ".ass", ".ssa"}) {
+        const QString path = file.dir().filePath(file.completeBaseName() + QLatin1String(suffix));
+        if (QFileInfo::exists(path))
+            return QUrl::fromLocalFile(path);
+    }
+    return {};
+}
+
 QUrl Files::newRecording(const QString &extension) const
 {
     const QString name = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH-mm-ss"));

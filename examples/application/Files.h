@@ -30,6 +30,8 @@ public:
     Q_INVOKABLE QString titleOf(const QUrl &folder) const;
     /** The picture that lies beside a medium; empty without one. */
     Q_INVOKABLE QUrl coverOf(const QUrl &medium) const;
+    /** The captions beside a medium that have its name; empty without any. */
+    Q_INVOKABLE QUrl captionsOf(const QUrl &medium) const;
 
     /** A new name for a recording, by the time. */
     Q_INVOKABLE QUrl newRecording(const QString &extension) const;

@@ -34,6 +34,9 @@ MediaPlayer {
         problem = "";
         queue = media;
         sourceUrl = media.length === 1 ? media[0] : Files.makeQueue(media);
+        const captions = Files.captionsOf(media[0]);
+        if (media.length === 1 && String(captions) !== "")
+            check(setClosedCaptionUrl(1, captions));
         if (!check(prepare()))
             return;
         if (index > 0 && !check(seekTrack(index + 1)))
