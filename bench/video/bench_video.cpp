@@ -7,14 +7,14 @@
 
 #include <QtCore/QCoreApplication>
 
-#include <chrono>
 #include <cstdlib>
 #include <string>
-#include <thread>
-
-using namespace std::chrono_literals;
 
 namespace {
+
+/** What starting costs is not what playing costs: pictures that come before those that are measured. */
+constexpr int Before = 30;
+constexpr int Measured = 150;
 
 struct Figures {
     bench::Figures start;
@@ -34,26 +34,31 @@ double processorTime(const bench::Child &child, bool isOurs)
     return sum;
 }
 
+/** The next time that the program tells. */
+int64_t told(bench::Child &child, const std::string &kind)
+{
+    const int64_t time = std::strtoll(child.line().c_str(), nullptr, 10);
+    if (time == 0) {
+        std::fprintf(stderr, "%s showed nothing\n", kind.c_str());
+        std::exit(1);
+    }
+    return time;
+}
+
 void measure(Figures &figures, const std::string &kind, const std::string &film, bool isWarm)
 {
     const bool isOurs = kind == "ours";
     const int64_t begun = bench::now();
-    bench::Child child({bench::program("show_video"), kind, film});
-    const int64_t shown = std::strtoll(child.line().c_str(), nullptr, 10);
-    if (shown == 0) {
-        std::fprintf(stderr, "%s showed nothing\n", kind.c_str());
-        std::exit(1);
-    }
-    // The measured time is a stretch of playing, whatever happens in it.
-    std::this_thread::sleep_for(1s);
+    bench::Child child(
+        {bench::program("show_video"), kind, film, std::to_string(Before), std::to_string(Before + Measured)});
+    const int64_t shown = told(child, kind);
+    told(child, kind);
     const double before = processorTime(child, isOurs);
-    const int64_t from = bench::now();
-    std::this_thread::sleep_for(5s);
+    told(child, kind);
     const double used = processorTime(child, isOurs) - before;
-    const double frames = static_cast<double>(bench::now() - from) * 30 / 1e9;
     if (isWarm) {
         figures.start.add(static_cast<double>(shown - begun));
-        figures.frame.add(used / frames * 1e9);
+        figures.frame.add(used / Measured * 1e9);
         figures.memory.add(static_cast<double>(bench::usage(child.process()).pss));
     }
     child.finish();

@@ -1,5 +1,5 @@
-/* Shows a video in a window with this project's QML module or with Qt's. Arguments: "ours" or "qt", a file. Tells on
-   standard output when the first picture was drawn, and ends with its input. */
+/* Shows a video in a window with this project's QML module or with Qt's. Arguments: "ours" or "qt", a file, two numbers.
+   Tells on standard output when the first picture was drawn, and when so many had come; ends with its input. */
 
 #include "Figures.h"
 #include "Lines.h"
@@ -11,6 +11,8 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickView>
 
+#include <cstdlib>
+
 namespace {
 
 constexpr char Ours[] = R"(
@@ -19,8 +21,8 @@ import voro.multimedia
 Item {
     id: scene
     required property url file
-    readonly property bool hasPicture: video.hasPicture
-    VideoWindow { id: video; anchors.fill: parent }
+    property int pictures: 0
+    VideoWindow { id: video; anchors.fill: parent; onPictureChanged: ++scene.pictures }
     MediaPlayer {
         sourceUrl: scene.file
         windowId: video.windowId
@@ -36,8 +38,9 @@ import QtMultimedia
 Item {
     id: scene
     required property url file
-    readonly property bool hasPicture: video.sourceRect.width > 0
+    property int pictures: 0
     VideoOutput { id: video; anchors.fill: parent }
+    Connections { target: video.videoSink; function onVideoFrameChanged() { ++scene.pictures } }
     MediaPlayer {
         source: scene.file
         audioOutput: AudioOutput {}
@@ -54,7 +57,7 @@ void dropMessage(QtMsgType, const QMessageLogContext &, const QString &) {}
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
-    if (argc != 3)
+    if (argc != 5)
         return 2;
     // The library tells that each medium was tried as a playlist first.
     qInstallMessageHandler(dropMessage);
@@ -70,10 +73,10 @@ int main(int argc, char **argv)
         std::cerr << component.errorString().toStdString() << std::endl;
         return 1;
     }
-    bool isTold = false;
-    QObject::connect(&view, &QQuickWindow::frameSwapped, scene, [scene, &isTold] {
-        if (!isTold && scene->property("hasPicture").toBool()) {
-            isTold = true;
+    QList<int> counts{1, std::atoi(argv[3]), std::atoi(argv[4])};
+    QObject::connect(&view, &QQuickWindow::frameSwapped, scene, [scene, &counts] {
+        while (!counts.isEmpty() && scene->property("pictures").toInt() >= counts.first()) {
+            counts.removeFirst();
             std::cout << bench::now() << std::endl;
         }
     });

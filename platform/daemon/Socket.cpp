@@ -99,21 +99,11 @@ Socket::Outcome Socket::lock(const std::string &folder, std::string &problem)
     return Outcome::Open;
 }
 
+// We hold the lock, so a socket that is there was left behind.
 bool Socket::listen(const std::string &path, std::string &problem)
 {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) {
-        errno = ENAMETOOLONG;
-        problem = because(path);
-        return false;
-    }
-    path.copy(address.sun_path, path.size());
-    m_listener.reset(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-    // We hold the lock, so a socket that is there was left behind.
-    unlink(path.c_str());
-    if (bind(m_listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
-        || ::listen(m_listener.get(), SOMAXCONN) != 0) {
+    m_listener = pps::listenAt(path);
+    if (!m_listener.isValid()) {
         problem = because(path);
         return false;
     }

@@ -8,9 +8,11 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -93,6 +95,19 @@ int runDaemon(const std::string &program)
     return ended < 0 || (WIFEXITED(status) && WEXITSTATUS(status) == 0) ? 0 : ECONNREFUSED;
 }
 
+/** Nothing, with errno, for a path that is too long for a socket. */
+std::optional<sockaddr_un> addressOf(const std::string &path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        errno = ENAMETOOLONG;
+        return std::nullopt;
+    }
+    path.copy(address.sun_path, path.size());
+    return address;
+}
+
 } // namespace
 
 int runtimeFolder(std::string &folder)
@@ -121,20 +136,35 @@ std::string socketPath(const std::string &folder)
 
 Fd connectTo(const std::string &folder)
 {
-    const std::string path = socketPath(folder);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) {
-        errno = ENAMETOOLONG;
+    return connectToSocket(socketPath(folder));
+}
+
+Fd connectToSocket(const std::string &path)
+{
+    const auto address = addressOf(path);
+    if (!address) {
         return {};
     }
-    path.copy(address.sun_path, path.size());
     Fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
     int result;
     do {
-        result = connect(socket.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address);
+        result = connect(socket.get(), reinterpret_cast<const sockaddr *>(&*address), sizeof *address);
     } while (result < 0 && errno == EINTR);
     return result == 0 ? std::move(socket) : Fd();
+}
+
+Fd listenAt(const std::string &path)
+{
+    const std::string made = path + ".new";
+    const auto address = addressOf(made);
+    if (!address) {
+        return {};
+    }
+    unlink(made.c_str());
+    Fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    const bool isMade = bind(socket.get(), reinterpret_cast<const sockaddr *>(&*address), sizeof *address) == 0
+                        && listen(socket.get(), SOMAXCONN) == 0 && rename(made.c_str(), path.c_str()) == 0;
+    return isMade ? std::move(socket) : Fd();
 }
 
 int startDaemon(const std::string &folder)

@@ -18,6 +18,13 @@ std::string socketPath(const std::string &folder);
 /** Connects to the broker's socket in the folder; on failure the result is invalid and errno tells why. */
 Fd connectTo(const std::string &folder);
 
+/** The same with any SOCK_SEQPACKET socket, by its path. */
+Fd connectToSocket(const std::string &path);
+
+/** Makes such a socket, in place of what is there; whoever sees its path finds it listening. On failure the result is
+    invalid and errno tells why. */
+Fd listenAt(const std::string &path);
+
 /** Starts the daemon when none answers, and returns when it does; 0 or an errno number. Two processes that race start
     one. */
 int startDaemon(const std::string &folder);

@@ -8,10 +8,10 @@
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 
 #include <array>
 #include <cerrno>
+#include <utility>
 
 namespace voro::qml {
 
@@ -111,19 +111,19 @@ FrameReceiver::FrameReceiver(const QString &name, QObject *parent) : QObject(par
 
 void FrameReceiver::connectToDaemon()
 {
-    if (m_daemon.socket) {
-        return;
-    }
     const std::string path = m_folder.toStdString() + '/' + std::string(FrameSocketName);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) {
+    struct stat status {};
+    if (m_daemon.socket || stat(path.c_str(), &status) != 0) {
         return;
     }
-    path.copy(address.sun_path, path.size());
-    Fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    if (::connect(socket.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0
-        && voro::pps::sendPacket(socket.get(), std::as_bytes(std::span(m_name.constData(), size_t(m_name.size()))))) {
+    // A daemon that has sent us away, or has left its socket behind, would do so again.
+    const auto made = std::pair(status.st_ctim.tv_sec, status.st_ctim.tv_nsec);
+    if (std::exchange(m_tried, made) == made) {
+        return;
+    }
+    Fd socket = voro::pps::connectToSocket(path);
+    const auto name = std::as_bytes(std::span(m_name.constData(), size_t(m_name.size())));
+    if (socket.isValid() && voro::pps::sendPacket(socket.get(), name)) {
         m_daemon.set(std::move(socket), [this] { readDaemon(); });
     }
 }
@@ -137,7 +137,7 @@ void FrameReceiver::readDaemon()
         return;
     }
     if (size <= 0) {
-        // The next daemon makes its socket anew, which the folder shows; unless it has done so already.
+        // The next daemon makes its socket anew; the folder shows it, unless that has been so already.
         m_daemon.reset();
         connectToDaemon();
         return;

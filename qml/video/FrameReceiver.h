@@ -95,6 +95,8 @@ private:
     /** The daemon's folder, while there is no daemon. */
     QFileSystemWatcher m_watcher;
     Watched m_daemon;
+    /** When the socket was made that was connected to last: seconds and nanoseconds. */
+    std::pair<time_t, long> m_tried;
     Watched m_worker;
     std::shared_ptr<FrameRing> m_ring;
     std::shared_ptr<Frame> m_frame;

@@ -238,8 +238,9 @@ void Context::setParameters(const pps::Message &message, const std::function<Res
 void Context::applySettings(const std::string &lines)
 {
     // An engine takes whatever was checked here, and before all that follows.
-    if (m_isOpen && m_journal.settingLines() != m_settings) {
-        m_settings = m_journal.settingLines();
+    std::string settings = m_isOpen ? m_journal.settingLines() : std::string();
+    if (m_isOpen && settings != m_settings) {
+        m_settings = std::move(settings);
         m_engine->setFrameQueues(m_journal.frameQueues());
         m_engine->ask("set", m_settings, [](const Result &) {});
     }
@@ -438,13 +439,14 @@ void Context::speedSet(const pps::Message &message)
         }
         finish(result);
     };
-    const bool canFail = m_state == State::Playing;
+    // What does not play takes any speed.
+    const bool canFail = m_isOpen && m_state == State::Playing;
     if (m_isOpen) {
         std::string line;
         pps::appendNumber(line, "speed", speed);
-        m_engine->ask("speed", line, canFail ? Engine::Done(done) : [](const Result &) {});
+        m_engine->ask("speed", line, canFail ? Engine::Done(done) : Engine::Done([](const Result &) {}));
     }
-    if (!m_isOpen || !canFail) {
+    if (!canFail) {
         done({});
     }
 }
@@ -507,6 +509,9 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
         const int64_t track = event.number("track", 1);
         if (track >= 1 && track <= MostTracks) {
             m_folder.setTrack(static_cast<unsigned>(track), metadataLines(lines));
+            if (event.number("md_video_width") > 0 && m_journal.hasVideo()) {
+                m_engines.expectFilms();
+            }
         }
     } else if (name == "queue") {
         m_total = static_cast<unsigned>(std::clamp<int64_t>(event.number("total"), 0, MostTracks));

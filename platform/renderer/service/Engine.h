@@ -45,6 +45,8 @@ class EngineSource {
 public:
     virtual ~EngineSource() = default;
     virtual std::unique_ptr<Engine> start(EngineListener &listener) = 0;
+    /** A film is shown, so engines to come are likely to show one. */
+    virtual void expectFilms() = 0;
 };
 
 } // namespace voro::renderer

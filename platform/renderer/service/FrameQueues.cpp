@@ -4,20 +4,18 @@
 #include "SocketPair.h"
 
 #include <pps/FdPassing.h>
+#include <pps/Runtime.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdio>
 
 namespace voro::renderer {
 
 namespace {
 
-constexpr int Backlog = 64;
 constexpr size_t MostViewers = 1024;
 
 bool isOurUser(int socket)
@@ -39,22 +37,10 @@ FrameQueues::~FrameQueues()
 bool FrameQueues::listen(const std::string &folder)
 {
     m_path = folder + '/' + std::string(FrameSocketName);
-    // Whoever watches the folder finds a socket that takes connections, or none.
-    const std::string made = m_path + ".new";
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (made.size() >= sizeof address.sun_path) {
-        errno = ENAMETOOLONG;
+    m_listener = pps::listenAt(m_path);
+    if (!m_listener.isValid()) {
         return false;
     }
-    made.copy(address.sun_path, made.size());
-    unlink(made.c_str());
-    pps::Fd listener(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    if (bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
-        || ::listen(listener.get(), Backlog) != 0 || rename(made.c_str(), m_path.c_str()) != 0) {
-        return false;
-    }
-    m_listener = std::move(listener);
     m_pending = std::make_unique<QSocketNotifier>(m_listener.get(), QSocketNotifier::Read);
     QObject::connect(m_pending.get(), &QSocketNotifier::activated, [this] { accept(); });
     return true;

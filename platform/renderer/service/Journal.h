@@ -47,6 +47,8 @@ public:
     /** Whether there can be an input like that with the present outputs. */
     Result checkInput(const Input &input) const;
 
+    /** Whether there is an output for pictures. */
+    bool hasVideo() const { return output("video") != nullptr; }
     /** The frame queues that outputs show in. */
     std::set<std::string> frameQueues() const;
 

@@ -19,7 +19,6 @@ public:
 
     void ask(std::string_view command, std::string_view lines, Done done) override
     {
-        m_pool.m_showsFilms = m_pool.m_showsFilms || (command == "open" && lines.find("\nvideo:") != lines.npos);
         m_worker->ask(command, lines, std::move(done));
     }
     bool pass(int descriptor) override { return m_worker->pass(descriptor); }
@@ -85,7 +84,7 @@ void WorkerPool::prepareSpare()
 {
     if (!m_spare) {
         m_spare = make();
-        if (m_showsFilms) {
+        if (m_expectsFilms) {
             m_spare->ask("warm_films", {}, [](const Result &) {});
         }
     }

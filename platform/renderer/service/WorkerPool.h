@@ -25,6 +25,7 @@ public:
     /** Where its workers show pictures when not in windows. */
     FrameQueues &frameQueues() { return m_queues; }
     std::unique_ptr<Engine> start(EngineListener &listener) override;
+    void expectFilms() override { m_expectsFilms = true; }
 
 private:
     class Lease;
@@ -43,8 +44,7 @@ private:
     pps::Broker &m_broker;
     FrameQueues m_queues;
     std::shared_ptr<Worker> m_spare;
-    /** Whether anything was opened to be seen: whoever shows films shows another one. */
-    bool m_showsFilms = false;
+    bool m_expectsFilms = false;
     QTimer m_spareTimer;
     std::list<std::shared_ptr<Worker>> m_workers;
     /** Killed ones that are still ending. */

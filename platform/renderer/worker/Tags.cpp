@@ -1,6 +1,7 @@
 #include "Tags.h"
 
 #include <pps/Text.h>
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <array>
@@ -24,8 +25,8 @@ constexpr std::array KnownTags{
 };
 
 constexpr size_t MaximumTags = 12 * 1024;
-/** A picture's text leaves room for all the rest of a message. */
-constexpr size_t MaximumPicture = pps::MaximumMessage - MaximumTags - 4 * 1024;
+/** A picture's text leaves room for all the rest. */
+constexpr size_t MaximumPicture = MaximumMetadata - MaximumTags - 4 * 1024;
 
 /** What changes from frame to frame tells nothing about the medium. */
 constexpr std::array Unsteady{GST_TAG_MINIMUM_BITRATE, GST_TAG_MAXIMUM_BITRATE, "channel-mode", "has-crc"};

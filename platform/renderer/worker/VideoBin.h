@@ -27,7 +27,8 @@ public:
     VideoBin &operator=(const VideoBin &) = delete;
 
     GstElement *element() const { return m_bin.get(); }
-    /** Gives the bin, which must not be in use, a fresh sink that draws into a window or frame queue; nothing is seen without one. */
+    /** Gives the bin, which must not be in use, a fresh sink that draws into a window or frame queue; nothing is seen
+        without one. */
     void resetSink(const Window &window, bool hasCaptions);
     /** What draws captions over the pictures, null when nothing does. */
     GstElement *overlay() const { return m_overlay; }

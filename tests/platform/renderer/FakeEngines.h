@@ -13,6 +13,7 @@
 class FakeEngines : public voro::renderer::EngineSource {
 public:
     std::unique_ptr<voro::renderer::Engine> start(voro::renderer::EngineListener &listener) override;
+    void expectFilms() override { m_expectsFilms = true; }
 
     /** The answer to a command from now on; without one it succeeds. */
     std::map<std::string, voro::renderer::Result, std::less<>> answers;
@@ -27,6 +28,7 @@ public:
     bool isWatched() const { return m_isWatched; }
     /** Whether the present engine, or the last one, completes its recording before it ends. */
     bool isCompleting() const { return m_isCompleting; }
+    bool areFilmsExpected() const { return m_expectsFilms; }
     bool isHolding() const { return m_done != nullptr; }
 
     void release(const voro::renderer::Result &result = {});
@@ -44,5 +46,6 @@ private:
     std::vector<std::string> m_log;
     int m_started = 0;
     bool m_isWatched = false;
+    bool m_expectsFilms = false;
     bool m_isCompleting = false;
 };

@@ -135,6 +135,7 @@ private Q_SLOTS:
     void nothingIsShown_beforeTheFirstChange();
     void reset_isReadBeforeTheNextMedium();
     void currentTrack_isAlwaysShown();
+    void films_areExpected_whereTheyAreSeen();
     void speedChange_doesNotWriteTheErrorAgain();
     void commands_areAnsweredInTheirOrder();
     void deathDuringCommand_failsIt_data();
@@ -474,6 +475,19 @@ void tst_Context::currentTrack_isAlwaysShown()
     QCOMPARE(stage.step("seek position::2:5"), 0);
     QCOMPARE(attributes(stage.content("q2")), unknown);
     QCOMPARE(attributes(stage.content("q7")), QByteArray());
+}
+
+void tst_Context::films_areExpected_whereTheyAreSeen()
+{
+    Stage stage;
+    stage.step(Attach);
+    stage.step("!track track:n:1 md_video_width:n:320");
+    QVERIFY(!stage.engines.areFilmsExpected());
+    QCOMPARE(stage.step("output_attach url::screen:?winid=7 type::video"), 0);
+    stage.step("!track track:n:1 md_video_width:n:0");
+    QVERIFY(!stage.engines.areFilmsExpected());
+    stage.step("!track track:n:1 md_video_width:n:320");
+    QVERIFY(stage.engines.areFilmsExpected());
 }
 
 void tst_Context::speedChange_doesNotWriteTheErrorAgain()

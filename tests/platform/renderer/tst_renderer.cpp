@@ -170,6 +170,9 @@ void tst_Renderer::cover_isToldWhereItFits_data()
     QTest::newRow("flac") << QByteArray("cover.flac") << QStringLiteral("color=red:size=16x16:duration=1:rate=1")
                           << true;
     QTest::newRow("m4a") << QByteArray("cover.m4a") << QStringLiteral("color=red:size=16x16:duration=1:rate=1") << true;
+    QTest::newRow("larger") << QByteArray("larger.mp3")
+                            << QStringLiteral("nullsrc=size=120x120:duration=1:rate=1,geq=random(1)*255:128:128")
+                            << true;
     QTest::newRow("too large") << QByteArray("large.mp3")
                                << QStringLiteral("nullsrc=size=300x300:duration=1:rate=1,geq=random(1)*255:128:128")
                                << false;
