@@ -1,9 +1,9 @@
 #include "Mp3Length.h"
 
+#include "FileReader.h"
+
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <memory>
 #include <string_view>
 
 namespace voro::renderer {
@@ -59,46 +59,21 @@ std::optional<Frame> frameOf(const Header &header)
     return Frame{samples / 8L * kilobits * 1000 / frequency + static_cast<long>(padding), frequency, samples};
 }
 
-struct CloseFile {
-    void operator()(std::FILE *file) const { std::fclose(file); }
-};
-
-/** A file that is read here and there. */
-class Reader {
-public:
-    explicit Reader(const std::string &path) : m_file(std::fopen(path.c_str(), "rbe")) {}
-
-    /** What stands at a place; zeros behind the end. */
-    Header headerAt(long place)
-    {
-        Header header{};
-        if (m_file && std::fseek(m_file.get(), place, SEEK_SET) == 0) {
-            const size_t size = std::fread(header.data(), 1, header.size(), m_file.get());
-            std::fill(header.begin() + static_cast<std::ptrdiff_t>(size), header.end(), 0);
-        }
-        return header;
-    }
-    std::string textAt(long place, size_t size)
-    {
-        std::string text(size, '\0');
-        if (!m_file || std::fseek(m_file.get(), place, SEEK_SET) != 0) {
-            return {};
-        }
-        text.resize(std::fread(text.data(), 1, size, m_file.get()));
-        return text;
-    }
-
-private:
-    std::unique_ptr<std::FILE, CloseFile> m_file;
-};
+/** The header at a place; zeros behind the end. */
+Header headerAt(FileReader &file, int64_t place)
+{
+    Header header{};
+    std::ranges::copy(file.at(place, header.size()), header.begin());
+    return header;
+}
 
 /** Behind the tags that may stand before the first frame. */
-long audioStart(Reader &file)
+int64_t audioStart(FileReader &file)
 {
-    long start = 0;
-    for (Header tag = file.headerAt(0); tag[0] == 'I' && tag[1] == 'D' && tag[2] == '3'; tag = file.headerAt(start)) {
-        const long size = (tag[6] & 127) << 21 | (tag[7] & 127) << 14 | (tag[8] & 127) << 7 | (tag[9] & 127);
-        start += static_cast<long>(tag.size()) + size;
+    int64_t start = 0;
+    for (Header tag = headerAt(file, 0); tag[0] == 'I' && tag[1] == 'D' && tag[2] == '3'; tag = headerAt(file, start)) {
+        const int64_t size = (tag[6] & 127) << 21 | (tag[7] & 127) << 14 | (tag[8] & 127) << 7 | (tag[9] & 127);
+        start += static_cast<int64_t>(tag.size()) + size;
     }
     return start;
 }
@@ -116,13 +91,13 @@ unsigned bytesAt(std::string_view text, size_t place, size_t size)
 
 std::optional<Mp3Sound> mp3Sound(const std::string &path)
 {
-    Reader file(path);
-    const long place = audioStart(file);
-    const auto first = frameOf(file.headerAt(place));
+    FileReader file(path);
+    const int64_t place = audioStart(file);
+    const auto first = frameOf(headerAt(file, place));
     if (!first) {
         return std::nullopt;
     }
-    const std::string head = file.textAt(place, CountRange);
+    const std::string head = file.at(place, CountRange);
     const size_t count = std::min(head.find("Xing"), head.find("Info"));
     // All four parts of the count: how many frames and bytes, a table, the quality.
     constexpr size_t PartSizes = 4 + 4 + 100 + 4;
@@ -140,22 +115,30 @@ std::optional<Mp3Sound> mp3Sound(const std::string &path)
     return both != 0 && sound.count > 0 ? std::optional(sound) : std::nullopt;
 }
 
+bool isMp3(const std::string &path)
+{
+    FileReader file(path);
+    const int64_t place = audioStart(file);
+    const auto first = frameOf(headerAt(file, place));
+    return first && frameOf(headerAt(file, place + first->size));
+}
+
 std::optional<int64_t> mp3Length(const std::string &path)
 {
-    Reader file(path);
-    long place = audioStart(file);
-    const auto first = frameOf(file.headerAt(place));
-    if (!first || !frameOf(file.headerAt(place + first->size))) {
+    FileReader file(path);
+    int64_t place = audioStart(file);
+    const auto first = frameOf(headerAt(file, place));
+    if (!first || !frameOf(headerAt(file, place + first->size))) {
         return std::nullopt;
     }
-    const std::string head = file.textAt(place, CountRange);
+    const std::string head = file.at(place, CountRange);
     for (const std::string_view count : Counts) {
         if (head.find(count) != std::string::npos) {
             return std::nullopt;
         }
     }
     double seconds = 0;
-    while (const auto frame = frameOf(file.headerAt(place))) {
+    while (const auto frame = frameOf(headerAt(file, place))) {
         seconds += static_cast<double>(frame->samples) / frame->rate;
         place += frame->size;
     }

@@ -14,6 +14,9 @@ struct Mp3Sound {
     int rate;
 };
 
+/** Whether a file is MPEG audio, layer III, behind the tags that may stand before it. */
+bool isMp3(const std::string &path);
+
 /** What the encoder of a file of MPEG audio, layer III, tells in the file's first frame; nothing where it tells nothing. */
 std::optional<Mp3Sound> mp3Sound(const std::string &path);
 

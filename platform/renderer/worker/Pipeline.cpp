@@ -45,7 +45,9 @@ int64_t toMilliseconds(gint64 nanoseconds)
 Pipeline::Pipeline(Events events)
     : m_events(std::move(events)),
       m_blind(GST_ELEMENT(gst_object_ref_sink(silentSink()))),
-      m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin"))))
+      m_playbin(GST_ELEMENT(gst_object_ref_sink(makeElement("playbin")))),
+      m_file(GST_ELEMENT_BUS(m_playbin.get()), m_succession),
+      m_top(m_playbin.get())
 {
     g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "text-sink", m_captions.element(), nullptr);
     EarlyErrors::keep(m_playbin.get());
@@ -66,15 +68,54 @@ void Pipeline::load(const std::string &uri, const CaptionChoice &captions, const
     m_uri = uri;
     m_choice = captions;
     m_outputs = outputs;
-    open(false);
+    open();
 }
 
-void Pipeline::open(bool needsPicture)
+void Pipeline::setVolume(long percent)
+{
+    m_audio.setVolume(percent);
+    m_file.audio().setVolume(percent);
+}
+
+void Pipeline::setPreset(std::string_view preset)
+{
+    m_audio.setPreset(preset);
+    m_file.audio().setPreset(preset);
+}
+
+void Pipeline::open()
 {
     m_isLoaded = true;
     m_isOpening = true;
     m_emptyStreams = 0;
     // A short medium may be read to its end before anybody could say what comes next.
+    m_succession.setUnknown();
+    if (m_choice.url.empty() && m_file.load(m_uri)) {
+        m_top = m_file.element();
+        m_file.audio().resetSink(m_outputs.isAudible, m_outputs.role);
+        m_file.audio().closeGate();
+        gst_element_set_state(m_top, GST_STATE_PAUSED);
+    } else {
+        openPlaybin(false);
+    }
+}
+
+bool Pipeline::openTheLongWay()
+{
+    if (!isShort() || !m_isOpening) {
+        return false;
+    }
+    unload();
+    openPlaybin(false);
+    return true;
+}
+
+void Pipeline::openPlaybin(bool needsPicture)
+{
+    m_top = m_playbin.get();
+    m_isLoaded = true;
+    m_isOpening = true;
+    m_emptyStreams = 0;
     m_succession.setUnknown();
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
@@ -116,6 +157,9 @@ unsigned Pipeline::flags() const
 void Pipeline::selectCaptions(const CaptionChoice &captions)
 {
     m_choice = captions;
+    if (isShort()) {
+        return;
+    }
     g_object_set(m_playbin.get(), "flags", flags(), nullptr);
     selectStream();
     if (!captions.areShown) {
@@ -135,7 +179,7 @@ void Pipeline::selectStream()
 
 void Pipeline::run()
 {
-    m_audio.openGate();
+    audio().openGate();
     m_hasBegun = true;
     m_isHeld = false;
     m_rest.reset();
@@ -153,9 +197,9 @@ void Pipeline::settle()
     // Whoever asks a bin for less while it is on its way, and then for more again, may get neither: the bin drops the
     // rest of its change. Holding waits for the end of the change instead.
     if (!m_isHeld) {
-        gst_element_set_state(m_playbin.get(), GST_STATE_PLAYING);
-    } else if (gst_element_get_state(m_playbin.get(), nullptr, nullptr, 0) != GST_STATE_CHANGE_ASYNC) {
-        gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
+        gst_element_set_state(m_top, GST_STATE_PLAYING);
+    } else if (gst_element_get_state(m_top, nullptr, nullptr, 0) != GST_STATE_CHANGE_ASYNC) {
+        gst_element_set_state(m_top, GST_STATE_PAUSED);
     }
 }
 
@@ -165,8 +209,12 @@ void Pipeline::unload()
         return;
     }
     m_succession.release();
-    m_audio.keepConnection();
-    gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
+    if (isShort()) {
+        m_file.unload();
+    } else {
+        m_audio.keepConnection();
+        gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
+    }
     // What the old medium still had to say is not the new one's.
     const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
     gst_bus_set_flushing(bus.get(), TRUE);
@@ -197,7 +245,7 @@ bool Pipeline::seekNow(const Target &target)
     m_succession.release();
     const auto time = target.time * static_cast<gint64>(GST_MSECOND);
     const bool isForward = target.rate > 0;
-    const bool isDone = gst_element_seek(m_playbin.get(), target.rate / 1000.0, GST_FORMAT_TIME,
+    const bool isDone = gst_element_seek(m_top, target.rate / 1000.0, GST_FORMAT_TIME,
                                          static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE),
                                          GST_SEEK_TYPE_SET, isForward ? time : 0, GST_SEEK_TYPE_SET,
                                          isForward ? static_cast<gint64>(GST_CLOCK_TIME_NONE) : time);
@@ -245,7 +293,12 @@ void Pipeline::onStreamsKnown(GstElement *decoder, gpointer self)
 // Runs in a streaming thread.
 void Pipeline::onStreamAdded(GstElement *decoder, GstPad *stream, gpointer self)
 {
-    trimEncoderDelay(stream, uriOf(decoder));
+    const Owned<GstCaps> caps(gst_pad_get_current_caps(stream));
+    const bool isSound = caps && gst_structure_has_name(gst_caps_get_structure(caps.get(), 0), "audio/x-raw");
+    const Owned<char> path(isSound ? g_filename_from_uri(uriOf(decoder).c_str(), nullptr, nullptr) : nullptr);
+    if (path) {
+        trimEncoderDelay(stream, path.get());
+    }
     gst_pad_add_probe(stream, GST_PAD_PROBE_TYPE_BUFFER, onFirstBuffer, self, nullptr);
 }
 
@@ -285,7 +338,7 @@ void Pipeline::checkStreams()
     } else if (sounds == 0 && !m_showsPictures) {
         // Nobody sees the pictures, but without them no time would pass.
         unload();
-        open(true);
+        openPlaybin(true);
     }
 }
 
@@ -302,6 +355,9 @@ void Pipeline::checkContent()
 
 Dimensions Pipeline::dimensions() const
 {
+    if (isShort()) {
+        return {};
+    }
     if (const Dimensions shown = m_video.dimensions(); shown.width > 0) {
         return shown;
     }
@@ -321,7 +377,7 @@ int64_t Pipeline::position() const
         return *m_rest;
     }
     gint64 position = 0;
-    gst_element_query_position(m_playbin.get(), GST_FORMAT_TIME, &position);
+    gst_element_query_position(m_top, GST_FORMAT_TIME, &position);
     return std::max<int64_t>(0, toMilliseconds(position));
 }
 
@@ -348,7 +404,7 @@ void Pipeline::handle(GstMessage *message)
         break;
     case GST_MESSAGE_TAG: {
         // Our bin has told it already; and what the next medium says is not this one's.
-        if (m_audio.isSink(GST_MESSAGE_SRC(message)) || m_succession.isTaken()) {
+        if (audio().isSink(GST_MESSAGE_SRC(message)) || m_succession.isTaken()) {
             break;
         }
         GstTagList *tags = nullptr;
@@ -365,7 +421,7 @@ void Pipeline::handle(GstMessage *message)
         m_events.changed();
         break;
     case GST_MESSAGE_STATE_CHANGED:
-        if (GST_MESSAGE_SRC(message) == GST_OBJECT(m_playbin.get()) && m_hasBegun) {
+        if (GST_MESSAGE_SRC(message) == GST_OBJECT(m_top) && m_hasBegun) {
             settle();
         }
         break;
@@ -391,7 +447,9 @@ void Pipeline::handleOwn(GstMessage *message)
         selectStream();
         m_events.decoded();
     } else if (gst_message_has_name(message, AudioBin::EmptyMessage)) {
-        checkContent();
+        if (!openTheLongWay()) {
+            checkContent();
+        }
     } else if (gst_message_has_name(message, StreamsKnown)) {
         checkStreams();
     } else if (const Owned<GstMessage> error = EarlyErrors::in(message); error && m_isOpening) {
@@ -401,9 +459,12 @@ void Pipeline::handleOwn(GstMessage *message)
 
 void Pipeline::handleError(GstMessage *error)
 {
+    if (openTheLongWay()) {
+        return;
+    }
     GstObject *source = GST_MESSAGE_SRC(error);
     (isUnrecognized(error) ? m_events.unrecognized
-                           : m_events.failed)(toResult(error, m_audio.isSink(source) || m_video.isSink(source)));
+                           : m_events.failed)(toResult(error, audio().isSink(source) || m_video.isSink(source)));
 }
 
 void Pipeline::handleStart(GstMessage *message)
@@ -414,6 +475,7 @@ void Pipeline::handleStart(GstMessage *message)
     m_group = group;
     if (isOther && m_succession.isTaken()) {
         m_succession.advance();
+        m_file.forgetPlayed();
         m_events.advanced();
     }
 }

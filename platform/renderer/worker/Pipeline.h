@@ -4,6 +4,7 @@
 #include "CaptionFile.h"
 #include "Captions.h"
 #include "Failure.h"
+#include "FilePipeline.h"
 #include "Gst.h"
 #include "Succession.h"
 #include "VideoBin.h"
@@ -40,7 +41,11 @@ struct CaptionChoice {
     bool areShown = true;
 };
 
-/** One playbin with its sinks; it is used for medium after medium. Times are milliseconds, rates thousandths. */
+/**
+ * Plays a medium to its outputs; it is used for medium after medium. A file of sound in a common format is played the short
+ * way, by a FilePipeline, everything else by a playbin, which also gets what the short way could not open and tells why
+ * that cannot be played. Times are milliseconds, rates thousandths.
+ */
 class Pipeline {
 public:
     struct Events {
@@ -64,8 +69,11 @@ public:
     Pipeline(const Pipeline &) = delete;
     Pipeline &operator=(const Pipeline &) = delete;
 
-    AudioBin &audio() { return m_audio; }
+    AudioBin &audio() { return isShort() ? m_file.audio() : m_audio; }
     VideoBin &video() { return m_video; }
+    /** From 0 to 100. */
+    void setVolume(long percent);
+    void setPreset(std::string_view preset);
 
     /** Opens a medium without playing it; decoded, failed or unrecognized follows. */
     void load(const std::string &uri, const CaptionChoice &captions, const Outputs &outputs);
@@ -91,8 +99,8 @@ public:
     /** The time that is heard now, or the one that a seek goes to. */
     int64_t position() const;
     /** 0 when it is not known. */
-    int64_t duration() const { return durationOf(m_playbin.get()); }
-    bool isSeekable() const { return renderer::isSeekable(m_playbin.get()); }
+    int64_t duration() const { return durationOf(m_top); }
+    bool isSeekable() const { return renderer::isSeekable(m_top); }
     Dimensions dimensions() const;
 
 private:
@@ -111,10 +119,14 @@ private:
     void handleOwn(GstMessage *message);
     void handleError(GstMessage *error);
     void handleStart(GstMessage *message);
+    bool isShort() const { return m_top == m_file.element(); }
     /** Opens what load() was told. */
-    void open(bool needsPicture);
+    void open();
+    void openPlaybin(bool needsPicture);
+    /** Opens it with the playbin when it could not be opened the short way; false when it was none. */
+    bool openTheLongWay();
     unsigned flags() const;
-    /** Brings the playbin to the state that it is to have, or nearer. */
+    /** Brings the medium to the state that it is to have, or nearer. */
     void settle();
     bool seekNow(const Target &target);
     void finishSeek();
@@ -131,6 +143,9 @@ private:
     Captions m_captions;
     Succession m_succession;
     Owned<GstElement> m_playbin;
+    FilePipeline m_file;
+    /** Which of the two has the medium. */
+    GstElement *m_top;
     Source m_watch;
     std::string m_uri;
     CaptionFile m_captionFile;

@@ -330,8 +330,8 @@ void Player::apply(const Settings &settings)
                                   && settings.captions.at(m_queue.current()).url != captions(m_queue.current()).url);
     m_settings = settings;
     m_queue.setRepeat(settings.repeat);
-    m_pipeline.audio().setVolume(settings.volume);
-    m_pipeline.audio().setPreset(settings.preset);
+    m_pipeline.setVolume(settings.volume);
+    m_pipeline.setPreset(settings.preset);
     m_pipeline.video().setSource(settings.source);
     if (m_statusTimer.isActive()) {
         restartStatusTimer();

@@ -130,13 +130,9 @@ private:
 
 } // namespace
 
-void trimEncoderDelay(GstPad *stream, const std::string &uri)
+void trimEncoderDelay(GstPad *stream, const std::string &path)
 {
-    const Owned<GstCaps> caps(gst_pad_get_current_caps(stream));
-    const bool isSound = caps && gst_structure_has_name(gst_caps_get_structure(caps.get(), 0), "audio/x-raw");
-    const Owned<char> path(isSound ? g_filename_from_uri(uri.c_str(), nullptr, nullptr) : nullptr);
-    const auto sound = path ? mp3Sound(path.get()) : std::nullopt;
-    if (sound) {
+    if (const auto sound = mp3Sound(path)) {
         gst_pad_add_probe(stream,
                           static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_BOTH
                                                        | GST_PAD_PROBE_TYPE_QUERY_BOTH),

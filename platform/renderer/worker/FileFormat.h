@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+namespace voro::renderer {
+
+/** The formats of which every file is decoded by the same few parts, one after the other. */
+enum class FileFormat { Other, Wav, Flac, Mp3, TaggedMp3, OggVorbis, OggOpus, Mp4Aac };
+
+/**
+ * What a file is, by its content. Other, too, for files of these formats that hold more than one stream or that are put
+ * together in an uncommon way. It is a look at a few places only: decoding may show that the file is something else.
+ */
+FileFormat fileFormat(const std::string &path);
+
+} // namespace voro::renderer
