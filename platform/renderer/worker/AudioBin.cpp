@@ -64,16 +64,6 @@ GstElement *serverSink()
     return sink;
 }
 
-/** Whether the connection that all sinks of this process share, as long as there is one, is still good. */
-bool isConnectionGood()
-{
-    GstElement *sink = serverSink();
-    if (sink) {
-        discard(sink);
-    }
-    return sink != nullptr;
-}
-
 /** A sink with what it may need to take our format; the sound server needs nothing. */
 GstElement *adapted(GstElement *sink)
 {
@@ -138,7 +128,7 @@ AudioBin::~AudioBin()
 
 void AudioBin::resetSink(bool isAudible, const std::string &role)
 {
-    if (m_isServerSink && isAudible && isConnectionGood()) {
+    if (m_isServerSink && isAudible) {
         gst_element_set_locked_state(m_sink, FALSE);
     } else {
         removeSink();
@@ -147,6 +137,16 @@ void AudioBin::resetSink(bool isAudible, const std::string &role)
     if (m_isServerSink) {
         setRole(m_sink, role);
     }
+}
+
+bool AudioBin::hasLostServer() const
+{
+    // All sinks of this process share a connection as long as there is one: another sink tells whether it is good.
+    GstElement *other = m_isServerSink ? serverSink() : nullptr;
+    if (other) {
+        discard(other);
+    }
+    return m_isServerSink && !other;
 }
 
 void AudioBin::addSink(bool isAudible)

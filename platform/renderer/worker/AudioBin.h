@@ -31,6 +31,11 @@ public:
     /** Gives the bin, which must not be in use, a sink; one that plays into nothing in real time when it shall not be
         heard or there is no sound server. The role tells the sound server what the sound is for. */
     void resetSink(bool isAudible, const std::string &role);
+    /** Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
+        then. */
+    bool hasLostServer() const;
+    /** Has the bin, which must not be in use, get another sink next time. */
+    void removeSink();
     /** Before the bin is taken out of use: to connect to the sound server anew would take time with each medium. */
     void keepConnection();
 
@@ -54,7 +59,6 @@ private:
     static GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
 
     void addSink(bool isAudible);
-    void removeSink();
 
     Owned<GstElement> m_bin;
     // Parts of the bin, owned by it.

@@ -53,22 +53,70 @@ Pipeline::Pipeline(Events events)
     EarlyErrors::keep(m_playbin.get());
     g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     g_signal_connect(m_playbin.get(), "about-to-finish", G_CALLBACK(onAboutToFinish), this);
-    const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
-    m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
+    m_watch.reset(gst_bus_add_watch(GST_ELEMENT_BUS(m_playbin.get()), onMessage, this));
 }
 
 Pipeline::~Pipeline()
 {
     unload();
+    dropAhead();
 }
 
 void Pipeline::load(const std::string &uri, const CaptionChoice &captions, const Outputs &outputs)
 {
     unload();
+    if (m_aheadTimer.isActive() && (uri != m_uri || outputs != m_outputs || !captions.url.empty())) {
+        dropAhead();
+    }
     m_uri = uri;
     m_choice = captions;
     m_outputs = outputs;
     open();
+}
+
+void Pipeline::loadAhead(const std::string &uri, const Outputs &outputs)
+{
+    constexpr guint LongestWait = 200;
+    unload();
+    dropAhead();
+    if (m_file.load(uri)) {
+        m_uri = uri;
+        m_outputs = outputs;
+        m_aheadTimer.reset(g_timeout_add(LongestWait, onAheadOver, this));
+        m_succession.setUnknown();
+        startFile();
+    }
+}
+
+gboolean Pipeline::onAheadOver(gpointer self)
+{
+    static_cast<Pipeline *>(self)->dropAhead();
+    return G_SOURCE_CONTINUE;
+}
+
+void Pipeline::dropAhead()
+{
+    if (m_aheadTimer.isActive()) {
+        m_aheadTimer.reset();
+        m_succession.release();
+        m_file.unload();
+        m_aheadMessages.clear();
+        forgetMessages();
+    }
+}
+
+void Pipeline::adoptAhead()
+{
+    m_aheadTimer.reset();
+    m_top = m_file.element();
+    // Before what comes now, as it was told.
+    GstBus *bus = GST_ELEMENT_BUS(m_playbin.get());
+    while (GstMessage *message = gst_bus_pop(bus)) {
+        m_aheadMessages.emplace_back(message);
+    }
+    for (auto &message : std::exchange(m_aheadMessages, {})) {
+        gst_bus_post(bus, message.release());
+    }
 }
 
 void Pipeline::setVolume(long percent)
@@ -90,13 +138,31 @@ void Pipeline::open()
     m_emptyStreams = 0;
     // A short medium may be read to its end before anybody could say what comes next.
     m_succession.setUnknown();
-    if (m_choice.url.empty() && m_file.load(m_uri)) {
+    if (m_aheadTimer.isActive()) {
+        adoptAhead();
+    } else if (m_choice.url.empty() && m_file.load(m_uri)) {
         m_top = m_file.element();
-        m_file.audio().resetSink(m_outputs.isAudible, m_outputs.role);
-        m_file.audio().closeGate();
-        gst_element_set_state(m_top, GST_STATE_PAUSED);
+        startFile();
     } else {
         openPlaybin(false);
+    }
+}
+
+void Pipeline::startFile()
+{
+    AudioBin &audio = m_file.audio();
+    const auto start = [&] {
+        audio.resetSink(m_outputs.isAudible, m_outputs.role);
+        audio.closeGate();
+        gst_element_set_state(m_file.element(), GST_STATE_PAUSED);
+    };
+    start();
+    // Other threads open the file meanwhile.
+    if (audio.hasLostServer()) {
+        gst_element_set_state(m_file.element(), GST_STATE_NULL);
+        forgetMessages();
+        audio.removeSink();
+        start();
     }
 }
 
@@ -117,6 +183,9 @@ void Pipeline::openPlaybin(bool needsPicture)
     m_isOpening = true;
     m_emptyStreams = 0;
     m_succession.setUnknown();
+    if (m_audio.hasLostServer()) {
+        m_audio.removeSink();
+    }
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
     // Who decodes asks every sink what it takes, and our bin for pictures takes as long as all the rest. Without any
@@ -215,10 +284,7 @@ void Pipeline::unload()
         m_audio.keepConnection();
         gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
     }
-    // What the old medium still had to say is not the new one's.
-    const Owned<GstBus> bus(gst_element_get_bus(m_playbin.get()));
-    gst_bus_set_flushing(bus.get(), TRUE);
-    gst_bus_set_flushing(bus.get(), FALSE);
+    forgetMessages();
     m_captions.clear();
     m_rate = 1000;
     m_isHeld = true;
@@ -227,6 +293,13 @@ void Pipeline::unload()
     m_seeking.reset();
     m_next.reset();
     m_rest.reset();
+}
+
+/** What an old medium still had to say is not the new one's. */
+void Pipeline::forgetMessages()
+{
+    gst_bus_set_flushing(GST_ELEMENT_BUS(m_playbin.get()), TRUE);
+    gst_bus_set_flushing(GST_ELEMENT_BUS(m_playbin.get()), FALSE);
 }
 
 bool Pipeline::seek(int64_t time, int rate)
@@ -383,7 +456,12 @@ int64_t Pipeline::position() const
 
 gboolean Pipeline::onMessage(GstBus *, GstMessage *message, gpointer self)
 {
-    static_cast<Pipeline *>(self)->handle(message);
+    auto *pipeline = static_cast<Pipeline *>(self);
+    if (pipeline->m_aheadTimer.isActive()) {
+        pipeline->m_aheadMessages.emplace_back(gst_message_ref(message));
+    } else {
+        pipeline->handle(message);
+    }
     return G_SOURCE_CONTINUE;
 }
 

@@ -14,6 +14,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace voro::renderer {
 
@@ -77,6 +78,8 @@ public:
 
     /** Opens a medium without playing it; decoded, failed or unrecognized follows. */
     void load(const std::string &uri, const CaptionChoice &captions, const Outputs &outputs);
+    /** Begins to open what is probably loaded next; nothing is told of it before. Given up when that does not come. */
+    void loadAhead(const std::string &uri, const Outputs &outputs);
     /** Plays on, or begins to. */
     void run();
     /** Holds where it is. */
@@ -119,9 +122,15 @@ private:
     void handleOwn(GstMessage *message);
     void handleError(GstMessage *error);
     void handleStart(GstMessage *message);
+    static gboolean onAheadOver(gpointer self);
+    void adoptAhead();
+    void dropAhead();
+    void forgetMessages();
     bool isShort() const { return m_top == m_file.element(); }
     /** Opens what load() was told. */
     void open();
+    /** Has the file that the short way took up opened. */
+    void startFile();
     void openPlaybin(bool needsPicture);
     /** Opens it with the playbin when it could not be opened the short way; false when it was none. */
     bool openTheLongWay();
@@ -147,6 +156,10 @@ private:
     /** Which of the two has the medium. */
     GstElement *m_top;
     Source m_watch;
+    /** Runs while a medium is opened ahead. */
+    Source m_aheadTimer;
+    /** What was told of it. */
+    std::vector<Owned<GstMessage>> m_aheadMessages;
     std::string m_uri;
     CaptionFile m_captionFile;
     CaptionChoice m_choice;

@@ -58,6 +58,9 @@ void Player::open(const std::string &url, bool isPlaylist, unsigned track, int64
     } else if (isPlaylist != medium.isPlaylist() && (medium.isLocal() || !isPlaylist)) {
         // The one tells the application to try the other.
         finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist" : "a playlist"});
+        if (isPlaylist) {
+            m_pipeline.loadAhead(medium.uri(), m_settings.outputs);
+        }
     } else if (!isPlaylist) {
         m_queue.assign({{url, {}}});
         m_mayBePlaylist = !medium.isLocal();
@@ -136,12 +139,14 @@ void Player::finishOpen(const Result &result)
         refreshFacts();
         reportCurrent();
         prepareFollowing();
-        measure();
     } else {
         end(Phase::Closed);
     }
     if (m_answer) {
         std::exchange(m_answer, nullptr)(result);
+    }
+    if (result) {
+        measure();
     }
 }
 
