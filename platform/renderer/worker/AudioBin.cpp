@@ -9,6 +9,11 @@ namespace voro::renderer {
 
 namespace {
 
+/** Enough to play without a gap, little enough to answer a change at once. */
+constexpr GstClockTime OpenAhead = 200 * GST_MSECOND;
+/** Others need the processor until it plays. */
+constexpr GstClockTime ClosedAhead = 10 * GST_MSECOND;
+
 void setRole(GstElement *serverSink, const std::string &role)
 {
     GstStructure *properties = gst_structure_new_empty("properties");
@@ -81,23 +86,22 @@ GstElement *adapted(GstElement *sink)
 
 AudioBin::AudioBin()
     : m_bin(GST_ELEMENT(gst_object_ref_sink(gst_bin_new("voro-audio")))),
+      m_queue(makeElement("queue")),
       m_equalizer(makeElement("equalizer-10bands")),
       m_volume(makeElement("volume")),
       m_format(gst_caps_from_string("audio/x-raw, format = " GST_AUDIO_NE(F32) ", layout = interleaved"))
 {
-    GstElement *queue = makeElement("queue");
     GstElement *convert = makeElement("audioconvert");
     GstElement *format = makeElement("capsfilter");
     GstElement *tempo = makeElement("scaletempo");
     // One format for all: they need not find out at each medium which of many they have in common.
     g_object_set(format, "caps", m_format.get(), nullptr);
-    gst_bin_add_many(GST_BIN(m_bin.get()), queue, convert, format, tempo, m_equalizer, m_volume, nullptr);
-    gst_element_link_many(queue, convert, format, tempo, m_equalizer, m_volume, nullptr);
-    // Enough to play without a gap, little enough to answer a change at once.
-    g_object_set(queue, "max-size-buffers", 0, "max-size-bytes", 0, "max-size-time", guint64(200 * GST_MSECOND),
-                 nullptr);
+    gst_bin_add_many(GST_BIN(m_bin.get()), m_queue, convert, format, tempo, m_equalizer, m_volume, nullptr);
+    gst_element_link_many(m_queue, convert, format, tempo, m_equalizer, m_volume, nullptr);
+    g_object_set(m_queue, "max-size-buffers", 0, "max-size-bytes", 0, nullptr);
+    decodeAhead(OpenAhead);
 
-    const Owned<GstPad> target(gst_element_get_static_pad(queue, "sink"));
+    const Owned<GstPad> target(gst_element_get_static_pad(m_queue, "sink"));
     m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
     gst_element_add_pad(m_bin.get(), m_input.get());
     gst_pad_add_probe(m_input.get(),
@@ -205,8 +209,14 @@ GstPadProbeReturn AudioBin::onDecoded(GstPad *, GstPadProbeInfo *info, gpointer 
     return GST_PAD_PROBE_OK;
 }
 
+void AudioBin::decodeAhead(GstClockTime time)
+{
+    g_object_set(m_queue, "max-size-time", guint64(time), nullptr);
+}
+
 void AudioBin::closeGate()
 {
+    decodeAhead(ClosedAhead);
     m_awaitsDecoded = true;
     if (m_gateProbe == 0) {
         const auto block = [](GstPad *, GstPadProbeInfo *, gpointer) { return GST_PAD_PROBE_OK; };
@@ -216,6 +226,7 @@ void AudioBin::closeGate()
 
 void AudioBin::openGate()
 {
+    decodeAhead(OpenAhead);
     if (m_gateProbe != 0) {
         gst_pad_remove_probe(m_gate.get(), m_gateProbe);
         m_gateProbe = 0;

@@ -58,10 +58,13 @@ private:
     static GstPadProbeReturn onDecoded(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     static GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
 
+    /** How much is decoded before it is needed. */
+    void decodeAhead(GstClockTime time);
     void addSink(bool isAudible);
 
     Owned<GstElement> m_bin;
     // Parts of the bin, owned by it.
+    GstElement *m_queue;
     GstElement *m_equalizer;
     GstElement *m_volume;
     /** What all elements behind the first conversion have. */

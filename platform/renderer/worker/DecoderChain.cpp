@@ -60,6 +60,11 @@ DecoderChain::DecoderChain(FileFormat format)
     }
 }
 
+DecoderChain::~DecoderChain()
+{
+    gst_element_set_state(m_bin.get(), GST_STATE_NULL);
+}
+
 GstPad *DecoderChain::open(const std::string &path)
 {
     g_object_set(m_source, "location", path.c_str(), nullptr);

@@ -11,6 +11,7 @@ namespace voro::renderer {
 class DecoderChain {
 public:
     explicit DecoderChain(FileFormat format);
+    ~DecoderChain();
     DecoderChain(const DecoderChain &) = delete;
     DecoderChain &operator=(const DecoderChain &) = delete;
 

@@ -20,6 +20,7 @@ FilePipeline::FilePipeline(GstBus *bus, Succession &succession)
 FilePipeline::~FilePipeline()
 {
     unload();
+    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
 }
 
 bool FilePipeline::load(const std::string &uri)
@@ -38,7 +39,8 @@ void FilePipeline::unload()
         }
     }
     m_audio.keepConnection();
-    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+    // The file is closed then; what is beyond that would have to be done again for the next one.
+    gst_element_set_state(m_pipeline.get(), GST_STATE_READY);
     for (Track &track : m_tracks) {
         remove(track);
     }
@@ -49,7 +51,7 @@ void FilePipeline::forgetPlayed()
 {
     const std::lock_guard lock(m_mutex);
     if (m_tracks.size() > 1) {
-        gst_element_set_state(m_tracks.front().chain->element(), GST_STATE_NULL);
+        gst_element_set_state(m_tracks.front().chain->element(), GST_STATE_READY);
         remove(m_tracks.front());
         m_tracks.pop_front();
     }
