@@ -11,6 +11,7 @@ AppWindow {
     /** Of a narrow window: what is played rather than the library. */
     property bool showsPlayer: false
 
+    visibility: page.isFilling ? Window.FullScreen : Window.AutomaticVisibility
     title: player.isPlaying ? player.title : qsTr("Voro Player")
     Component.onCompleted: {
         const folder = operands.find(url => Files.isFolder(url));
@@ -62,7 +63,7 @@ AppWindow {
             visible: window.isWide || window.showsPlayer
             enabled: visible
             anchors {
-                left: window.isWide ? library.right : parent.left
+                left: window.isWide && !page.isFilling ? library.right : parent.left
                 top: parent.top; right: parent.right; bottom: parent.bottom
             }
             player: player
@@ -77,6 +78,7 @@ AppWindow {
     }
 
     function handleKey(key: int): bool {
+        page.wake();
         switch (key) {
         case Qt.Key_Space: player.toggle(); return true;
         case Qt.Key_Left: player.seekBy(-10000); return true;
@@ -86,8 +88,15 @@ AppWindow {
         case Qt.Key_Plus: player.volume = Math.min(1, player.volume + 0.05); return true;
         case Qt.Key_Minus: player.volume = Math.max(0, player.volume - 0.05); return true;
         case Qt.Key_R: player.goOnRepeating(); return true;
+        case Qt.Key_S: player.setShuffles(!player.shuffles); return true;
+        case Qt.Key_F:
+        case Qt.Key_F11: page.isCinema = player.hasVideo && !page.isCinema; return true;
         case Qt.Key_Escape:
         case Qt.Key_Back:
+            if (page.isFilling) {
+                page.isCinema = false;
+                return true;
+            }
             if (window.isWide || !window.showsPlayer)
                 return library.goUp();
             window.showsPlayer = false;

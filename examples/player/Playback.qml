@@ -8,6 +8,10 @@ MediaPlayer {
 
     /** What is played one after the other; empty when only the renderer knows, as with a playlist from the net. */
     property list<url> queue
+    /** Whether the queue is played in an order of its own, mixed anew each time. */
+    property bool shuffles: false
+    /** The queue in its own order. */
+    property list<url> ordered
     /** What went wrong, in words; empty while nothing did. */
     property string problem: ""
     /** The factor that the user chose, which holds also while playback is paused. */
@@ -20,7 +24,11 @@ MediaPlayer {
     readonly property url current: queue[track - 1] ?? sourceUrl
     readonly property string title: metaData[MetaData.Title] || (isLoaded ? Files.nameOf(current) : "")
     readonly property string artist: metaData[MetaData.Artist] || ""
-    readonly property url cover: Files.coverOf(current)
+    /** The attribute of a picture that is in the medium itself. */
+    readonly property string embedded: "image"
+    /** The one in the medium, or the one beside it. */
+    readonly property url cover: metaData[embedded] || Files.coverOf(current)
+    readonly property bool canShuffle: queue.length > 1
     readonly property bool hasNext: track < trackCount
     readonly property bool hasPrevious: track > 1
 
@@ -32,8 +40,12 @@ MediaPlayer {
     /** Plays the media from one of them on. */
     function open(media: var, index: int) {
         problem = "";
-        queue = media;
-        sourceUrl = media.length === 1 ? media[0] : Files.makeQueue(media);
+        ordered = media;
+        if (shuffles) {
+            media = mixed(media, index);
+            index = 0;
+        }
+        take(media);
         const captions = Files.captionsOf(media[0]);
         if (media.length === 1 && String(captions) !== "")
             check(setClosedCaptionUrl(1, captions));
@@ -48,9 +60,46 @@ MediaPlayer {
     function openPlaylist(playlist: url) {
         const media = Files.readPlaylist(playlist);
         problem = "";
-        queue = media;
-        sourceUrl = playlist;
+        ordered = media;
+        if (shuffles && media.length > 1) {
+            take(mixed(media, Math.floor(Math.random() * media.length)));
+        } else {
+            queue = media;
+            sourceUrl = playlist;
+        }
         resume();
+    }
+
+    function take(media: var) {
+        queue = media;
+        sourceUrl = media.length === 1 ? media[0] : Files.makeQueue(media);
+    }
+
+    /** Media in another order, the one that is chosen in front. */
+    function mixed(media: var, first: int): var {
+        const rest = media.filter((medium, index) => index !== first);
+        for (let i = rest.length - 1; i > 0; --i) {
+            const other = Math.floor(Math.random() * (i + 1));
+            [rest[i], rest[other]] = [rest[other], rest[i]];
+        }
+        return [media[first], ...rest];
+    }
+
+    /** Mixes what comes after this track, or goes back to the queue's own order; this track plays on where it is. */
+    function setShuffles(wanted: bool) {
+        if (!canShuffle || wanted === shuffles)
+            return;
+        shuffles = wanted;
+        const wasPlaying = isPlaying;
+        const here = position;
+        const index = track - 1;
+        const next = wanted ? mixed(queue, index) : ordered;
+        const number = wanted ? 1 : ordered.findIndex(medium => medium === queue[index]) + 1;
+        take(next);
+        if (!check(prepare()) || (number > 1 && !check(seekTrack(number))) || !check(seekTime(here)))
+            return;
+        if (wasPlaying)
+            resume();
     }
 
     function resume() {
@@ -119,7 +168,7 @@ MediaPlayer {
         nextEnabled: player.hasNext
         previousEnabled: player.isLoaded
         repeatMode: player.repeatMode
-        shuffleMode: ShuffleMode.Unsupported
+        shuffleMode: !player.canShuffle ? ShuffleMode.Unsupported : player.shuffles ? ShuffleMode.All : ShuffleMode.Off
 
         onPlay: player.resume()
         onPause: player.check(player.pause())
@@ -130,6 +179,8 @@ MediaPlayer {
         onRewind: player.seekBy(-10000)
         onRepeat: player.goOnRepeating()
         onRepeatRequest: (mode) => player.repeatMode = mode
+        onShuffle: player.setShuffles(!player.shuffles)
+        onShuffleRequest: (mode) => player.setShuffles(mode === ShuffleMode.All)
         onRevoked: if (player.isPlaying) player.check(player.pause())
     }
 }

@@ -11,6 +11,9 @@ FocusScope {
     required property Playback player
     readonly property alias windowId: picture.windowId
     property bool canGoBack: false
+    /** Films fill the screen. */
+    property bool isCinema: false
+    readonly property bool isFilling: isCinema && player.hasVideo
 
     signal back
 
@@ -36,6 +39,11 @@ FocusScope {
         { text: qsTr("Spoken word"), value: EqualizerPreset.SpokenWord },
     ]
 
+    /** Somebody is there. */
+    function wake() {
+        filling.wake();
+    }
+
     Rectangle {
         anchors.fill: parent
         color: Theme.surface
@@ -56,6 +64,12 @@ FocusScope {
             Item {
                 Layout.fillWidth: true
                 implicitHeight: Theme.touch
+            }
+            IconButton {
+                symbol: "full-screen"
+                text: qsTr("Full screen")
+                visible: page.player.hasVideo
+                onClicked: page.isCinema = true
             }
             IconButton {
                 symbol: "captions"
@@ -79,6 +93,7 @@ FocusScope {
         }
 
         Item {
+            id: holder
             Layout.fillWidth: true
             Layout.fillHeight: true
             Layout.leftMargin: 24
@@ -86,8 +101,13 @@ FocusScope {
 
             Picture {
                 id: picture
+                parent: page.isFilling ? filling.holder : holder
                 anchors.fill: parent
                 player: page.player
+            }
+            TapHandler {
+                enabled: page.player.hasVideo
+                onDoubleTapped: page.isCinema = true
             }
         }
 
@@ -142,6 +162,14 @@ FocusScope {
                 onChosen: (volume) => page.player.volume = volume
             }
         }
+    }
+
+    FullScreen {
+        id: filling
+        anchors.fill: parent
+        visible: page.isFilling
+        player: page.player
+        onClosed: page.isCinema = false
     }
 
     ChoiceSheet {

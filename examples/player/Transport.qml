@@ -40,7 +40,7 @@ ColumnLayout {
     }
     RowLayout {
         Layout.alignment: Qt.AlignHCenter
-        spacing: 8
+        spacing: 2
         IconButton {
             readonly property int mode: transport.player.repeatMode
             symbol: mode === RepeatMode.Track ? "repeat-one" : "repeat"
@@ -48,6 +48,13 @@ ColumnLayout {
                 : mode === RepeatMode.All ? qsTr("Repeats everything") : qsTr("Repeats nothing")
             checked: mode !== RepeatMode.None
             onClicked: transport.player.goOnRepeating()
+        }
+        IconButton {
+            symbol: "shuffle"
+            text: transport.player.shuffles ? qsTr("Plays in a mixed order") : qsTr("Plays in order")
+            enabled: transport.player.canShuffle
+            checked: transport.player.shuffles
+            onClicked: transport.player.setShuffles(!transport.player.shuffles)
         }
         IconButton {
             symbol: "previous"

@@ -1,5 +1,6 @@
 #include "FilePipeline.h"
 
+#include "Id3.h"
 #include "Trim.h"
 
 #include <algorithm>
@@ -27,7 +28,36 @@ bool FilePipeline::load(const std::string &uri)
 {
     const std::lock_guard lock(m_mutex);
     m_isLoaded = append(uri);
+    m_tags.reset();
+    if (m_isLoaded && m_tracks.back().chain->format() == FileFormat::TaggedMp3) {
+        // The demultiplexer keeps its tags to itself when others read through it.
+        const Owned<char> path(g_filename_from_uri(uri.c_str(), nullptr, nullptr));
+        m_tags = id3Tags(path.get());
+    }
     return m_isLoaded;
+}
+
+void FilePipeline::start(bool isAudible, const std::string &role)
+{
+    GstElement *pipeline = m_pipeline.get();
+    const auto open = [&] {
+        m_audio.resetSink(isAudible, role);
+        m_audio.closeGate();
+        if (m_tags) {
+            GstTagList *tags = gst_tag_list_ref(m_tags.get());
+            gst_element_post_message(pipeline, gst_message_new_tag(GST_OBJECT(pipeline), tags));
+        }
+        gst_element_set_state(pipeline, GST_STATE_PAUSED);
+    };
+    open();
+    // Other threads open the file meanwhile.
+    if (m_audio.hasLostServer()) {
+        gst_element_set_state(pipeline, GST_STATE_NULL);
+        gst_bus_set_flushing(GST_ELEMENT_BUS(pipeline), TRUE);
+        gst_bus_set_flushing(GST_ELEMENT_BUS(pipeline), FALSE);
+        m_audio.removeSink();
+        open();
+    }
 }
 
 void FilePipeline::unload()

@@ -19,7 +19,7 @@ namespace voro::renderer {
  */
 class FilePipeline {
 public:
-    /** Its messages are posted on the bus. */
+    /** Its messages are posted on the bus, which has to be empty of older ones when a file is started. */
     FilePipeline(GstBus *bus, Succession &succession);
     ~FilePipeline();
     FilePipeline(const FilePipeline &) = delete;
@@ -30,6 +30,8 @@ public:
 
     /** Takes up a medium; false when it is none that can be played this way. */
     bool load(const std::string &uri);
+    /** Opens what was taken up, up to the closed gate. */
+    void start(bool isAudible, const std::string &role);
     void unload();
     /** Lets go of what has played, when the next file plays. */
     void forgetPlayed();
@@ -57,6 +59,8 @@ private:
     /** What follows is used by streaming threads, too. */
     std::mutex m_mutex;
     bool m_isLoaded = false;
+    /** Of the file that is loaded, as far as it is not told by what decodes it. */
+    Owned<GstTagList> m_tags;
     std::list<Track> m_tracks;
     /** Chains without a file. */
     std::list<std::unique_ptr<DecoderChain>> m_kept;

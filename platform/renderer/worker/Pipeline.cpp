@@ -84,7 +84,7 @@ void Pipeline::loadAhead(const std::string &uri, const Outputs &outputs)
         m_outputs = outputs;
         m_aheadTimer.reset(g_timeout_add(LongestWait, onAheadOver, this));
         m_succession.setUnknown();
-        startFile();
+        m_file.start(m_outputs.isAudible, m_outputs.role);
     }
 }
 
@@ -142,27 +142,9 @@ void Pipeline::open()
         adoptAhead();
     } else if (m_choice.url.empty() && m_file.load(m_uri)) {
         m_top = m_file.element();
-        startFile();
+        m_file.start(m_outputs.isAudible, m_outputs.role);
     } else {
         openPlaybin(false);
-    }
-}
-
-void Pipeline::startFile()
-{
-    AudioBin &audio = m_file.audio();
-    const auto start = [&] {
-        audio.resetSink(m_outputs.isAudible, m_outputs.role);
-        audio.closeGate();
-        gst_element_set_state(m_file.element(), GST_STATE_PAUSED);
-    };
-    start();
-    // Other threads open the file meanwhile.
-    if (audio.hasLostServer()) {
-        gst_element_set_state(m_file.element(), GST_STATE_NULL);
-        forgetMessages();
-        audio.removeSink();
-        start();
     }
 }
 

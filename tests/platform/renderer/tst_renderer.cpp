@@ -60,8 +60,8 @@ class tst_Renderer : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void duration_isRight_data();
-    void duration_isRight();
+    void durationAndTitle_areRight_data();
+    void durationAndTitle_areRight();
     void cover_isToldWhereItFits_data();
     void cover_isToldWhereItFits();
     void attachError_tellsTheCause_data();
@@ -102,7 +102,8 @@ private:
 void tst_Renderer::initTestCase()
 {
     const auto encode = [this](const char *name, const QStringList &arguments = {}) {
-        media::encode(m_folder.filePath(QString::fromLatin1(name)), media::silenceThenNoise(20), arguments);
+        media::encode(m_folder.filePath(QString::fromLatin1(name)), media::silenceThenNoise(20),
+                      QStringList{"-metadata", "title=Long"} + arguments);
     };
     encode("a.wav");
     encode("a.ogg", {"-c:a", "libvorbis"});
@@ -138,7 +139,7 @@ QList<float> tst_Renderer::play(const Application &application, int expectedCode
     return samplesOf(file("heard.raw"));
 }
 
-void tst_Renderer::duration_isRight_data()
+void tst_Renderer::durationAndTitle_areRight_data()
 {
     QTest::addColumn<QByteArray>("name");
     for (const char *name : {"a.wav", "a.ogg", "a.opus", "a.flac", "constant.mp3", "variable.mp3", "uncounted.mp3",
@@ -147,11 +148,12 @@ void tst_Renderer::duration_isRight_data()
     }
 }
 
-void tst_Renderer::duration_isRight()
+void tst_Renderer::durationAndTitle_areRight()
 {
     QFETCH(QByteArray, name);
     const Application application;
     QCOMPARE(application.attach(file(name.constData())), 0);
+    QCOMPARE(application.content("q1").text("md_title_name"), std::string("Long"));
     // Where only counting tells, it comes a little later.
     QTRY_VERIFY(std::abs(application.content("q1").number("md_title_duration") - 20'000) <= 200);
     const auto track = application.content("q1");

@@ -242,6 +242,19 @@ void tst_Applications::player_obeysTheRemote()
     QCOMPARE(device.next(), MediaError::None);
     QTRY_VERIFY_WITH_TIMEOUT(player.shows(QStringLiteral("Harbour")), PatienceMs);
     QVERIFY(player.shows(QStringLiteral("Pause")));
+
+    // The last one becomes the first, and what was before it comes next.
+    QVERIFY(player.click(QStringLiteral("Plays in order")));
+    QTRY_COMPARE(device.shuffleMode(), ShuffleMode::All);
+    QTRY_VERIFY(player.shows(QStringLiteral("Pause")));
+    QCOMPARE(device.title(), QStringLiteral("Harbour"));
+    QTRY_VERIFY(device.isNextEnabled());
+    QCOMPARE(device.next(), MediaError::None);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("First Frost"), PatienceMs);
+    QCOMPARE(device.shuffle(), MediaError::None);
+    QTRY_VERIFY(player.shows(QStringLiteral("Plays in order")) && device.isNextEnabled());
+    QCOMPARE(device.next(), MediaError::None);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
 }
 
 void tst_Applications::player_keepsPlaylists()
@@ -304,6 +317,17 @@ void tst_Applications::player_showsFilms()
         return pixels == 0 ? 1.0 : double(count(player, middle, LightBackground)) / pixels;
     };
     QTRY_VERIFY_WITH_TIMEOUT(emptiness() < 0.1, PatienceMs);
+    QVERIFY(player.click(QStringLiteral("Full screen")));
+    QTRY_COMPARE(player.place(QStringLiteral("Film")).size(), player.window()->size());
+    QTRY_COMPARE(player.window()->visibility(), QWindow::FullScreen);
+    QTRY_VERIFY_WITH_TIMEOUT(emptiness() < 0.1, PatienceMs);
+    // Nobody moves.
+    QTRY_VERIFY_WITH_TIMEOUT(!player.shows(QStringLiteral("Leave full screen")), PatienceMs);
+    player.press(Qt::Key_R);
+    QTRY_VERIFY(player.shows(QStringLiteral("Leave full screen")));
+    player.press(Qt::Key_Escape);
+    QTRY_VERIFY(player.shows(QStringLiteral("Full screen")));
+    QCOMPARE(player.window()->visibility(), QWindow::Windowed);
 }
 
 void tst_Applications::recorder_records_plays_renames_deletes()

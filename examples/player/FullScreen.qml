@@ -1,0 +1,63 @@
+import QtQuick
+import voro.application
+
+/** Room for a film on the whole screen; the controls come when somebody moves, and go when nobody does. */
+Rectangle {
+    id: page
+
+    required property Playback player
+    /** Where the picture goes. */
+    readonly property alias holder: holder
+    readonly property bool showsControls: calm.running || !player.isPlaying || transport.activeFocus
+
+    signal closed
+
+    color: "black"
+
+    /** Shows the controls for a while. */
+    function wake() {
+        calm.restart();
+    }
+
+    onVisibleChanged: if (visible) wake()
+
+    Timer {
+        id: calm
+        interval: 3000
+    }
+    Item {
+        id: holder
+        anchors.fill: parent
+    }
+    HoverHandler {
+        cursorShape: page.showsControls ? Qt.ArrowCursor : Qt.BlankCursor
+        // It is told of points with every new picture, also of a mouse that rests.
+        readonly property point place: point.scenePosition
+        onPlaceChanged: page.wake()
+    }
+    TapHandler {
+        onTapped: page.wake()
+        onDoubleTapped: page.closed()
+    }
+    Rectangle {
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+        height: transport.implicitHeight + 24
+        color: Theme.surface
+        opacity: page.showsControls ? 0.9 : 0
+        visible: opacity > 0
+        Behavior on opacity {
+            NumberAnimation { duration: 150 }
+        }
+        Transport {
+            id: transport
+            anchors { fill: parent; margins: 12 }
+            player: page.player
+        }
+        IconButton {
+            anchors { right: parent.right; bottom: parent.bottom; margins: 12 }
+            symbol: "full-screen"
+            text: qsTr("Leave full screen")
+            onClicked: page.closed()
+        }
+    }
+}
