@@ -11,6 +11,7 @@
 #include <QtQml/QQmlComponent>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickView>
+#include <QtQuickControls2/QQuickStyle>
 
 #include <Application.h>
 
@@ -115,12 +116,13 @@ int main(int argc, char **argv)
     const QList<int> counts{1, std::atoi(argv[3]), std::atoi(argv[4])};
     const QUrl file = QUrl::fromLocalFile(QString::fromLocal8Bit(argv[2]));
     if (argv[1] == std::string("player")) {
+        // As the application itself does.
+        QQuickStyle::setStyle(QStringLiteral("Basic"));
         QQmlApplicationEngine engine;
         engine.addImportPath(QStringLiteral(MODULES));
         if (!application::show(engine, QStringLiteral("voro.player"), {{"operands", QVariantList{file}}}))
             return 1;
         auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-        window->resize(1280, 720);
         const QVariant video = QVariant::fromValue(videoIn(window->contentItem()));
         tellPictures(window, make(engine, Counter, {{"video", video}}), counts);
         return bench::obeyLines([](const std::string &) {});

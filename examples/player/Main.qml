@@ -10,6 +10,7 @@ AppWindow {
     property var operands: []
     /** Of a narrow window: what is played rather than the library. */
     property bool showsPlayer: false
+    property bool isReady: false
 
     visibility: page.isFilling ? Window.FullScreen : Window.AutomaticVisibility
     title: player.isPlaying ? player.title : qsTr("Voro Player")
@@ -22,6 +23,8 @@ AppWindow {
             player.open(media, 0);
             showsPlayer = true;
         }
+        isReady = true;
+        library.need();
         keys.forceActiveFocus();
     }
 
@@ -41,14 +44,21 @@ AppWindow {
         focus: true
         Keys.onPressed: (event) => event.accepted = window.handleKey(event.key)
 
-        LibraryPage {
+        Loader {
             id: library
+            property url folder: Files.music
+            readonly property LibraryPage page: item as LibraryPage
             visible: window.isWide || !window.showsPlayer
+            // What is played first need not wait for what is not seen.
+            function need() {
+                if (window.isReady && visible && !item)
+                    setSource("LibraryPage.qml", { player: player, folder: folder, focus: true });
+            }
+            onVisibleChanged: need()
             enabled: visible
             x: 0
             width: window.isWide ? Math.max(320, Math.round(parent.width * 0.4)) : parent.width
             anchors { top: parent.top; bottom: bar.visible ? bar.top : parent.bottom }
-            player: player
             focus: visible
         }
         MiniBar {
@@ -98,7 +108,7 @@ AppWindow {
                 return true;
             }
             if (window.isWide || !window.showsPlayer)
-                return library.goUp();
+                return library.page?.goUp() ?? false;
             window.showsPlayer = false;
             return true;
         }

@@ -17,31 +17,13 @@ FocusScope {
 
     signal back
 
-    readonly property var speeds: [0.5, 0.75, 1, 1.25, 1.5, 2]
-    readonly property var presets: [
-        { text: qsTr("Off"), value: EqualizerPreset.Off },
-        { text: qsTr("Against cabin noise"), value: EqualizerPreset.Airplane },
-        { text: qsTr("More bass"), value: EqualizerPreset.BassBoost },
-        { text: qsTr("More treble"), value: EqualizerPreset.TrebleBoost },
-        { text: qsTr("Louder voices"), value: EqualizerPreset.VoiceBoost },
-        { text: qsTr("Less bass"), value: EqualizerPreset.BassLower },
-        { text: qsTr("Less treble"), value: EqualizerPreset.TrebleLower },
-        { text: qsTr("Softer voices"), value: EqualizerPreset.VoiceLower },
-        { text: qsTr("Acoustic"), value: EqualizerPreset.Acoustic },
-        { text: qsTr("Dance"), value: EqualizerPreset.Dance },
-        { text: qsTr("Electronic"), value: EqualizerPreset.Electronic },
-        { text: qsTr("Hip hop"), value: EqualizerPreset.HipHop },
-        { text: qsTr("Jazz"), value: EqualizerPreset.Jazz },
-        { text: qsTr("Lounge"), value: EqualizerPreset.Lounge },
-        { text: qsTr("Piano"), value: EqualizerPreset.Piano },
-        { text: qsTr("Rhythm and blues"), value: EqualizerPreset.RhythmAndBlues },
-        { text: qsTr("Rock"), value: EqualizerPreset.Rock },
-        { text: qsTr("Spoken word"), value: EqualizerPreset.SpokenWord },
-    ]
+    readonly property FullScreen screen: filling.item as FullScreen
+
+    onIsCinemaChanged: if (!screen) filling.setSource("FullScreen.qml", { player: page.player })
 
     /** Somebody is there. */
     function wake() {
-        filling.wake();
+        screen?.wake();
     }
 
     Rectangle {
@@ -101,7 +83,7 @@ FocusScope {
 
             Picture {
                 id: picture
-                parent: page.isFilling ? filling.holder : holder
+                parent: page.isFilling && page.screen ? page.screen.holder : holder
                 anchors.fill: parent
                 player: page.player
             }
@@ -164,30 +146,31 @@ FocusScope {
         }
     }
 
-    FullScreen {
+    Loader {
         id: filling
         anchors.fill: parent
         visible: page.isFilling
-        player: page.player
-        onClosed: page.isCinema = false
+    }
+    Connections {
+        target: page.screen
+        function onClosed() {
+            page.isCinema = false;
+        }
     }
 
-    ChoiceSheet {
+    LazySheet {
         id: speed
-        title: qsTr("Speed")
-        choices: page.speeds.map(factor => ({ text: factor + " ×", value: factor }))
-        current: page.player.wantedSpeed
-        onChosen: (factor) => page.player.chooseSpeed(factor)
+        sheet: Qt.resolvedUrl("SpeedSheet.qml")
+        properties: ({ player: page.player })
     }
-    ChoiceSheet {
+    LazySheet {
         id: equalizer
-        title: qsTr("Equalizer")
-        choices: page.presets
-        current: page.player.equalizerPreset
-        onChosen: (preset) => page.player.equalizerPreset = preset
+        sheet: Qt.resolvedUrl("EqualizerSheet.qml")
+        properties: ({ player: page.player })
     }
-    CaptionSheet {
+    LazySheet {
         id: captions
-        player: page.player
+        sheet: Qt.resolvedUrl("CaptionSheet.qml")
+        properties: ({ player: page.player })
     }
 }

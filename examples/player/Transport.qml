@@ -84,8 +84,9 @@ ColumnLayout {
         }
     }
 
-    QueueSheet {
+    LazySheet {
         id: queue
-        player: transport.player
+        sheet: Qt.resolvedUrl("QueueSheet.qml")
+        properties: ({ player: transport.player })
     }
 }
