@@ -185,7 +185,7 @@ void tst_VideoWindow::initTestCase()
                                  "drawbox=c=blue:t=fill:enable='gte(t,5)'"),
                   codec);
     media::encode(m_folder.filePath("numbers.mkv"),
-                  QStringLiteral("nullsrc=s=640x360:r=30:d=12,geq='255*mod(floor(N/pow(2,floor(X/40))),2)':128:128"),
+                  QStringLiteral("nullsrc=s=640x360:r=30:d=60,geq='255*mod(floor(N/pow(2,floor(X/40))),2)':128:128"),
                   {"-c:v", "mpeg4", "-q:v", "2"});
     QFile captions(m_folder.filePath("c.srt"));
     QVERIFY(captions.open(QFile::WriteOnly));
@@ -357,13 +357,14 @@ void tst_VideoWindow::frames_areWholeAndComplete()
     QCOMPARE(player.setSourceUrl(url("numbers.mkv")), MediaError::None);
     QSignalSpy completed(&player, &MediaPlayer::playbackCompleted);
     QCOMPARE(player.play(), MediaError::None);
-    QTRY_COMPARE_WITH_TIMEOUT(completed.count(), 1, 60'000);
+    QTRY_COMPARE_WITH_TIMEOUT(completed.count(), 1, 150'000);
     QCOMPARE(torn, 0);
+    qInfo() << numbers.size() << "of 1800 pictures";
     // The renderer itself leaves pictures out that would be late; of those that it shows none is lost here.
-    QVERIFY2(last > 300, QByteArray::number(qulonglong(last)).constData());
+    QVERIFY2(last > 1500, QByteArray::number(qulonglong(last)).constData());
     QVERIFY2(qulonglong(numbers.size()) + 1 >= last - first,
              QByteArray::number(qulonglong(numbers.size())).constData());
-    QCOMPARE(*numbers.rbegin(), 359);
+    QCOMPARE(*numbers.rbegin(), 1799);
 }
 
 void tst_VideoWindow::workerKilled_costsThePicture()
