@@ -183,8 +183,9 @@ void AudioBin::removeSink()
 void AudioBin::keepConnection()
 {
     if (m_isServerSink) {
-        gst_element_set_state(m_sink, GST_STATE_READY);
+        // Locked first: a pipeline that is on its way to another state would take it along again.
         gst_element_set_locked_state(m_sink, TRUE);
+        gst_element_set_state(m_sink, GST_STATE_READY);
     }
 }
 

@@ -81,7 +81,10 @@ void FilePipeline::forgetPlayed()
 {
     const std::lock_guard lock(m_mutex);
     if (m_tracks.size() > 1) {
-        gst_element_set_state(m_tracks.front().chain->element(), GST_STATE_READY);
+        GstElement *played = m_tracks.front().chain->element();
+        // A pipeline that is on its way to another state would take it along again.
+        gst_element_set_locked_state(played, TRUE);
+        gst_element_set_state(played, GST_STATE_READY);
         remove(m_tracks.front());
         m_tracks.pop_front();
     }
@@ -112,6 +115,7 @@ bool FilePipeline::append(const std::string &uri)
     gst_pad_add_probe(output,
                       static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
                       onData, &track, nullptr);
+    gst_element_set_locked_state(track.chain->element(), FALSE);
     gst_bin_add(GST_BIN(m_pipeline.get()), track.chain->element());
     track.input.reset(gst_element_request_pad_simple(m_concat, "sink_%u"));
     gst_pad_link_full(output, track.input.get(), GST_PAD_LINK_CHECK_NOTHING);
