@@ -107,8 +107,6 @@ MediaPlayer {
             return;
         if (speed !== wantedSpeed)
             check(setSpeed(wantedSpeed));
-        if (!role.acquired)
-            role.acquire();
     }
 
     function toggle() {
@@ -153,6 +151,8 @@ MediaPlayer {
         return result === MediaError.None;
     }
 
+    // What is heard and seen need not wait for the role.
+    onPositionChanged: if (isPlaying && !role.acquired) role.acquire()
     onError: (mediaError) => check(mediaError)
     onTrackChanged: if (role.acquired) role.trackChange()
 
