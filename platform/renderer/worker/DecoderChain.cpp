@@ -55,6 +55,9 @@ DecoderChain::DecoderChain(FileFormat format)
         last = part;
     }
     m_decoder = last;
+    const Owned<GstPad> input(gst_element_get_static_pad(m_decoder, "sink"));
+    gst_pad_add_probe(input.get(), static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_PUSH),
+                      onCoded, this, nullptr);
     if (format == FileFormat::OggVorbis || format == FileFormat::OggOpus) {
         skipUnheard(m_decoder);
     }
@@ -67,6 +70,7 @@ DecoderChain::~DecoderChain()
 
 GstPad *DecoderChain::open(const std::string &path)
 {
+    m_isClosed = false;
     g_object_set(m_source, "location", path.c_str(), nullptr);
     if (m_output) {
         gst_pad_set_active(m_output, FALSE);
@@ -77,6 +81,18 @@ GstPad *DecoderChain::open(const std::string &path)
     m_output = gst_ghost_pad_new("src", target.get());
     gst_element_add_pad(m_bin.get(), m_output);
     return m_output;
+}
+
+// Runs in a streaming thread. A decoder may not heed that its samples are refused, and decode the file in vain until its
+// turn to stop comes.
+GstPadProbeReturn DecoderChain::onCoded(GstPad *, GstPadProbeInfo *info, gpointer self)
+{
+    if (!static_cast<DecoderChain *>(self)->m_isClosed) {
+        return GST_PAD_PROBE_OK;
+    }
+    gst_buffer_unref(GST_PAD_PROBE_INFO_BUFFER(info));
+    GST_PAD_PROBE_INFO_FLOW_RETURN(info) = GST_FLOW_FLUSHING;
+    return GST_PAD_PROBE_HANDLED;
 }
 
 // Runs in a streaming thread.

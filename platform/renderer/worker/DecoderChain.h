@@ -3,6 +3,7 @@
 #include "FileFormat.h"
 #include "Gst.h"
 
+#include <atomic>
 #include <string>
 
 namespace voro::renderer {
@@ -21,8 +22,11 @@ public:
     GstElement *element() const { return m_bin.get(); }
     /** Takes up a file, while it is in no use; the sound comes out of the pad, which is the file's own. */
     GstPad *open(const std::string &path);
+    /** Decodes no more, before nobody takes it. */
+    void close() { m_isClosed = true; }
 
 private:
+    static GstPadProbeReturn onCoded(GstPad *, GstPadProbeInfo *info, gpointer self);
     static void onPad(GstElement *demuxer, GstPad *pad, gpointer next);
 
     FileFormat m_format;
@@ -31,6 +35,7 @@ private:
     GstElement *m_source = nullptr;
     GstElement *m_decoder = nullptr;
     GstPad *m_output = nullptr;
+    std::atomic<bool> m_isClosed = false;
 };
 
 } // namespace voro::renderer

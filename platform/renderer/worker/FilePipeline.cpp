@@ -68,6 +68,9 @@ void FilePipeline::unload()
             return;
         }
     }
+    for (const Track &track : m_tracks) {
+        track.chain->close();
+    }
     m_audio.keepConnection();
     // The file is closed then; what is beyond that would have to be done again for the next one.
     gst_element_set_state(m_pipeline.get(), GST_STATE_READY);
