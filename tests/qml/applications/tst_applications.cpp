@@ -1,5 +1,6 @@
 #include "Daemon.h"
 #include "Media.h"
+#include "PulseServer.h"
 #include "Screen.h"
 #include "XServer.h"
 
@@ -145,6 +146,7 @@ private Q_SLOTS:
     void player_showsFilms();
     void recorder_records_plays_renames_deletes();
     void remote_showsTheHolder_andCommandsIt();
+    void remote_changesTheVolume();
     void colours_data();
     void colours();
     void commandLine_data();
@@ -153,6 +155,7 @@ private Q_SLOTS:
 
 private:
     const Home &m_home;
+    PulseServer m_soundServer;
     Daemon m_daemon{Daemon::Later};
 };
 
@@ -405,6 +408,22 @@ void tst_Applications::remote_showsTheHolder_andCommandsIt()
         QTRY_VERIFY(remote.shows(QStringLiteral("Play")));
     }
     QTRY_VERIFY(remote.shows(QStringLiteral("Nothing is playing")));
+}
+
+void tst_Applications::remote_changesTheVolume()
+{
+    const auto sink = [](const QString &what) { return PulseServer::control({what, QStringLiteral("null")}); };
+    PulseServer::control({QStringLiteral("set-sink-volume"), QStringLiteral("null"), QStringLiteral("40%")});
+    Screen remote("voro.remote");
+    QVERIFY(remote.click(QStringLiteral("Louder")));
+    QTRY_VERIFY(sink(QStringLiteral("get-sink-volume")).contains(" 45% "));
+    QVERIFY(remote.click(QStringLiteral("Softer")));
+    remote.press(Qt::Key_Minus);
+    QTRY_VERIFY(sink(QStringLiteral("get-sink-volume")).contains(" 35% "));
+    QVERIFY(remote.click(QStringLiteral("Sound off")));
+    QTRY_VERIFY(sink(QStringLiteral("get-sink-mute")).contains("yes"));
+    QVERIFY(remote.click(QStringLiteral("Sound on")));
+    QTRY_VERIFY(sink(QStringLiteral("get-sink-mute")).contains("no"));
 }
 
 void tst_Applications::colours_data()
