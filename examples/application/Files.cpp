@@ -1,8 +1,8 @@
 #include "Files.h"
 
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 
@@ -85,6 +85,25 @@ QUrl Files::coverOf(const QUrl &medium) const
     return {};
 }
 
+QUrl Files::fileOf(const QUrl &picture)
+{
+    const QByteArray text = picture.path().toLatin1();
+    const auto comma = text.indexOf(',');
+    const auto content = QByteArray::fromBase64Encoding(text.mid(comma + 1));
+    if (picture.scheme() != QLatin1String("data") || !text.first(comma + 1).endsWith(";base64,") || !content)
+        return picture;
+    // A new name for a new picture, because others keep what they have read.
+    const QByteArray name = QCryptographicHash::hash(*content, QCryptographicHash::Sha1).toHex();
+    const QString path = m_folder.filePath(QString::fromLatin1(name));
+    if (path == m_picture.fileName())
+        return QUrl::fromLocalFile(path);
+    m_picture.remove();
+    m_picture.setFileName(path);
+    const bool isWritten = m_picture.open(QIODevice::WriteOnly) && m_picture.write(*content) == (*content).size();
+    m_picture.close();
+    return isWritten ? QUrl::fromLocalFile(path) : picture;
+}
+
 QUrl Files::captionsOf(const QUrl &medium) const
 {
     if (!medium.isLocalFile())
@@ -159,7 +178,7 @@ QString Files::addToPlaylist(const QString &name, const QUrl &medium) const
 QUrl Files::makeQueue(const QList<QUrl> &media)
 {
     // A new name each time, because the player takes the same URL for the same medium.
-    QFile file(m_queues.filePath(QStringLiteral("%1.m3u8").arg(m_queueCount++)));
+    QFile file(m_folder.filePath(QStringLiteral("%1.m3u8").arg(m_queueCount++)));
     if (!file.open(QIODevice::WriteOnly) || file.write(linesOf(media)) < 0)
         return {};
     return QUrl::fromLocalFile(file.fileName());

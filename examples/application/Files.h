@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QFile>
 #include <QtCore/QObject>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
@@ -30,6 +31,8 @@ public:
     Q_INVOKABLE QString titleOf(const QUrl &folder) const;
     /** The picture that lies beside a medium; empty without one. */
     Q_INVOKABLE QUrl coverOf(const QUrl &medium) const;
+    /** A file for a picture that stands in a data URL, for others to read too; it goes when the next one comes. */
+    Q_INVOKABLE QUrl fileOf(const QUrl &picture);
     /** The captions beside a medium that have its name; empty without any. */
     Q_INVOKABLE QUrl captionsOf(const QUrl &medium) const;
 
@@ -47,6 +50,8 @@ public:
     Q_INVOKABLE QUrl makeQueue(const QList<QUrl> &media);
 
 private:
-    QTemporaryDir m_queues;
+    /** What lives as long as the application. */
+    QTemporaryDir m_folder;
     int m_queueCount = 0;
+    QFile m_picture;
 };

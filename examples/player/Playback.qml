@@ -27,7 +27,7 @@ MediaPlayer {
     /** The attribute of a picture that is in the medium itself. */
     readonly property string embedded: "image"
     /** The one in the medium, or the one beside it. */
-    readonly property url cover: metaData[embedded] || Files.coverOf(current)
+    readonly property url cover: metaData[embedded] ? Files.fileOf(metaData[embedded]) : Files.coverOf(current)
     readonly property bool canShuffle: queue.length > 1
     readonly property bool hasNext: track < trackCount
     readonly property bool hasPrevious: track > 1

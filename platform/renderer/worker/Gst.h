@@ -19,6 +19,7 @@ struct Unref {
     void operator()(GstMessage *message) const { gst_message_unref(message); }
     void operator()(GstTagList *tags) const { gst_tag_list_unref(tags); }
     void operator()(GstBuffer *buffer) const { gst_buffer_unref(buffer); }
+    void operator()(GstSample *sample) const { gst_sample_unref(sample); }
     void operator()(GstCaps *caps) const { gst_caps_unref(caps); }
     void operator()(GstQuery *query) const { gst_query_unref(query); }
     void operator()(GError *error) const { g_error_free(error); }

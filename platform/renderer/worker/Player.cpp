@@ -1,5 +1,7 @@
 #include "Player.h"
 
+#include "Tags.h"
+
 #include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 
@@ -97,6 +99,7 @@ void Player::load()
     m_following.reset();
     m_probe.cancel();
     m_measure.cancel();
+    m_thumbnailer.cancel();
     m_measured = 0;
     m_bufferLevel = 100;
     watchExtent();
@@ -167,6 +170,7 @@ void Player::end(Phase phase)
     m_openTimer.reset();
     m_probe.cancel();
     m_measure.cancel();
+    m_thumbnailer.cancel();
     m_following.reset();
     m_fetch.cancel();
     m_pipeline.unload();
@@ -415,6 +419,7 @@ void Player::onAdvanced()
         m_queue.setCurrent(m_following->track);
         m_facts = std::move(m_following->facts);
         m_following.reset();
+        m_thumbnailer.cancel();
         watchExtent();
     } else if (m_extent.hasShrunk()) {
         // What is left of it would be repeated for ever.
@@ -562,7 +567,7 @@ void Player::onChanged()
 {
     if (isOpen() && !m_pipeline.succession().isTaken()) {
         refreshFacts();
-        m_reports.track(m_queue.current(), uri(m_queue.current()), m_facts);
+        reportTrack();
         watchDevice();
     }
 }
@@ -629,9 +634,30 @@ void Player::measure()
     }
 }
 
-void Player::reportCurrent()
+void Player::reportTrack()
 {
     m_reports.track(m_queue.current(), uri(m_queue.current()), m_facts);
+    shrinkCover();
+}
+
+void Player::shrinkCover()
+{
+    const auto cover = pictureWithoutPreview(m_facts.tags.get());
+    if (cover && !m_thumbnailer.isRunning()) {
+        m_thumbnailer.start(cover.get(), MaximumPicture, [this](GstSample *thumbnail) {
+            if (thumbnail) {
+                gst_tag_list_add(m_facts.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_PREVIEW_IMAGE, thumbnail, nullptr);
+                reportTrack();
+            } else {
+                gst_tag_list_remove_tag(m_facts.tags.get(), GST_TAG_IMAGE);
+            }
+        });
+    }
+}
+
+void Player::reportCurrent()
+{
+    reportTrack();
     reportNeighbours();
     m_reports.queue(m_queue.current(), m_queue.total());
     reportStatus();

@@ -11,6 +11,7 @@
 #include "Queue.h"
 #include "Reports.h"
 #include "Settings.h"
+#include "Thumbnailer.h"
 
 #include <functional>
 #include <optional>
@@ -98,6 +99,9 @@ private:
     /** Corrects the duration of what only an estimate is known of. */
     void measure();
     void reportCurrent();
+    void reportTrack();
+    /** Sees to it that a cover is told, even one that is large. */
+    void shrinkCover();
     void reportNeighbours();
     void reportStatus();
     void restartStatusTimer();
@@ -108,6 +112,7 @@ private:
     Probe m_probe;
     Fetch m_fetch;
     Measure m_measure;
+    Thumbnailer m_thumbnailer;
     DeviceWatch m_device{[this] { onDeviceLost(); }};
     Queue m_queue;
     Settings m_settings;

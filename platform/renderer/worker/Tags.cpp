@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <utility>
 
 namespace voro::renderer {
 
@@ -26,7 +27,7 @@ constexpr std::array KnownTags{
 
 constexpr size_t MaximumTags = 12 * 1024;
 /** A picture's text leaves room for all the rest. */
-constexpr size_t MaximumPicture = MaximumMetadata - MaximumTags - 4 * 1024;
+constexpr size_t MaximumPictureText = MaximumMetadata - MaximumTags - 4 * 1024;
 
 /** What changes from frame to frame tells nothing about the medium. */
 constexpr std::array Unsteady{GST_TAG_MINIMUM_BITRATE, GST_TAG_MAXIMUM_BITRATE, "channel-mode", "has-crc"};
@@ -54,7 +55,7 @@ std::string dataUrl(GstSample *picture)
 {
     const GstCaps *caps = gst_sample_get_caps(picture);
     GstBuffer *buffer = gst_sample_get_buffer(picture);
-    if (!caps || gst_caps_get_size(caps) == 0 || !buffer || gst_buffer_get_size(buffer) / 3 * 4 > MaximumPicture) {
+    if (!caps || gst_caps_get_size(caps) == 0 || !buffer || gst_buffer_get_size(buffer) > MaximumPicture) {
         return {};
     }
     const std::string type = gst_structure_get_name(gst_caps_get_structure(caps, 0));
@@ -102,6 +103,9 @@ std::string line(const GstTagList *tags, const char *tag, const std::string &att
 
 } // namespace
 
+/** In base64, behind what says so. */
+const size_t MaximumPicture = (MaximumPictureText - 100) / 4 * 3;
+
 std::string toAttributes(const GstTagList *tags)
 {
     std::map<std::string, std::string> lines;
@@ -122,11 +126,23 @@ std::string toAttributes(const GstTagList *tags)
             result += text;
         }
     }
-    if (const auto picture = lines.find(GST_TAG_IMAGE);
-        picture != lines.end() && picture->second.size() <= MaximumPicture) {
+    if (const auto picture = lines.find(GST_TAG_IMAGE); picture != lines.end()) {
         result += picture->second;
+    } else if (tags) {
+        result += line(tags, GST_TAG_PREVIEW_IMAGE, GST_TAG_IMAGE);
     }
     return result;
+}
+
+Owned<GstSample> pictureWithoutPreview(const GstTagList *tags)
+{
+    GstSample *picture = nullptr;
+    if (gst_tag_list_get_tag_size(tags, GST_TAG_PREVIEW_IMAGE) == 0
+        && gst_tag_list_get_sample(tags, GST_TAG_IMAGE, &picture)
+        && gst_buffer_get_size(gst_sample_get_buffer(picture)) <= MaximumPicture) {
+        gst_sample_unref(std::exchange(picture, nullptr));
+    }
+    return Owned<GstSample>(picture);
 }
 
 } // namespace voro::renderer

@@ -2,12 +2,19 @@
 
 #include "Gst.h"
 
+#include <cstddef>
 #include <string>
 
 namespace voro::renderer {
 
+/** The largest picture in bytes that a metadata object has room for. */
+extern const size_t MaximumPicture;
+
 /** The tags as attribute lines of a metadata object: the known ones by their md_… names, others by their own. What
-    would make a message too long is left out. */
+    would make a message too long is left out; a preview stands in for a picture that is too large. */
 std::string toAttributes(const GstTagList *tags);
+
+/** The picture that is too large and has no preview, null when there is none. */
+Owned<GstSample> pictureWithoutPreview(const GstTagList *tags);
 
 } // namespace voro::renderer

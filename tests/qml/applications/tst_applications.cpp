@@ -140,6 +140,7 @@ private Q_SLOTS:
     void player_playsFromTheLibrary_andTellsTheDevice();
     void player_obeysTheKeys();
     void player_obeysTheRemote();
+    void player_showsTheCoverInAFile();
     void player_keepsPlaylists();
     void player_tellsWhatCannotBePlayed();
     void player_fillsAWideWindow();
@@ -258,6 +259,25 @@ void tst_Applications::player_obeysTheRemote()
     QTRY_VERIFY(player.shows(QStringLiteral("Plays in order")) && device.isNextEnabled());
     QCOMPARE(device.next(), MediaError::None);
     QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
+}
+
+void tst_Applications::player_showsTheCoverInAFile()
+{
+    const QString song = m_home.path(QStringLiteral("song.mp3"));
+    const QString picture = QStringLiteral("[1]scale=1200:1200,noise=alls=8:allf=u[picture]");
+    QCOMPARE(QProcess::execute(QStringLiteral("ffmpeg"),
+                               {"-nostdin", "-loglevel", "error", "-i", m_home.album(QStringLiteral("1.ogg")), "-i",
+                                m_home.album(QStringLiteral("cover.png")), "-filter_complex", picture, "-map", "0:a",
+                                "-map", "[picture]", "-c:v", "png", "-disposition:v", "attached_pic", song}),
+             0);
+    Watcher device;
+    Screen player("voro.player", {{QStringLiteral("operands"), QVariantList{QUrl::fromLocalFile(song)}}});
+    QTRY_VERIFY(!device.iconUrl().isEmpty());
+    QImage cover(device.iconUrl().toLocalFile());
+    QCOMPARE(cover.size(), QSize(320, 320));
+    QVERIFY(isLike(cover.pixel(20, 4), CoverAbove));
+    QVERIFY(isLike(cover.pixel(4, 316), CoverBelow));
+    QTRY_VERIFY(isLike(player.colourAt(QStringLiteral("Cover"), {20, 4}), CoverAbove));
 }
 
 void tst_Applications::player_keepsPlaylists()
