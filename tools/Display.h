@@ -10,8 +10,6 @@ namespace voro {
 
 /** What a person is shown of a playback. */
 struct View {
-    /** Counts the media that were begun. */
-    int number = 0;
     /** Empty while not known. */
     QString title{};
     bool isPaused = false;
@@ -33,7 +31,7 @@ struct View {
     /** Whether a title has to be shown that the other view did not have. */
     bool isTitledUnlike(const View &other) const
     {
-        return !title.isEmpty() && (number != other.number || title != other.title);
+        return !title.isEmpty() && title != other.title;
     }
 };
 

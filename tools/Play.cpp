@@ -50,7 +50,7 @@ const Command PlayCommand{
             .synopsis = "[OPTION...] [FILE|URL...]",
             .summary = "plays files and streams, one after the other",
             .details =
-                "Plays files and streams, one after the other; without any, the sample that comes with the program.\n"
+                "Plays files and streams as a queue; without any, the sample that comes with the program.\n"
                 "On a terminal these keys work: space pauses and goes on, left and right seek by five seconds,\n"
                 "up and down (or + and -) change the volume, n and p go to the next and previous track, c switches\n"
                 "captions off and on, q quits.",

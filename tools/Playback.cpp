@@ -6,12 +6,15 @@
 
 #include <multimedia/MetaData.h>
 
+#include <QtCore/QFileInfo>
+
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
 
 namespace voro {
 
+using multimedia::AudioOutput;
 using multimedia::BufferStatus;
 using multimedia::MediaError;
 using multimedia::MediaPlayer;
@@ -53,18 +56,25 @@ void Playback::connectPlayer()
     connect(&m_player, &MediaPlayer::volumeChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::speedChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::closedCaptionEnabledChanged, this, &Playback::refresh);
-    connect(&m_player, qOverload<unsigned>(&MediaPlayer::trackChanged), this, &Playback::refresh);
-    connect(&m_player, qOverload<unsigned>(&MediaPlayer::trackCountChanged), this, &Playback::refresh);
+    connect(&m_player, qOverload<unsigned>(&MediaPlayer::trackCountChanged), this, [this](unsigned count) {
+        m_trackCount = std::max(m_trackCount, count);
+        refresh();
+    });
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::durationChanged), this, &Playback::refresh);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), this, [this] {
         m_sought.reset();
+        // Nothing tells that the first track is the first.
+        if (m_track == 0 && m_player.track() == 1)
+            m_track = 1;
         refresh();
     });
     connect(&m_player, &MediaPlayer::buffering, this, [this](double fraction) {
         m_buffering = fraction;
         refresh();
     });
-    // What follows an end uses the player, which is still at its report here: it follows from the event loop.
+    // The number of tracks comes behind the first track, and what follows an end uses the player, which is still at its
+    // report here: they follow from the event loop.
+    connect(&m_player, qOverload<unsigned>(&MediaPlayer::trackChanged), this, &Playback::onTrack, Qt::QueuedConnection);
     connect(&m_player, &MediaPlayer::playbackCompleted, this, &Playback::onEnd, Qt::QueuedConnection);
     connect(&m_player, qOverload<MediaError::Type, unsigned>(&MediaPlayer::error), this, &Playback::onError,
             Qt::QueuedConnection);
@@ -79,13 +89,18 @@ bool Playback::begin()
     if (m_settings.isPublished)
         m_publication = std::make_unique<Publication>(
             m_player, [this](Key key) { onKey(key); }, nullptr);
-    return beginWith(0);
+    omitMissingFiles();
+    if (m_media.empty())
+        return false;
+    const auto error = log().run([this] { return playFirst(); });
+    if (error != MediaError::None)
+        fail((m_media.size() == 1 ? m_media.front().name : QStringLiteral("none of them can be played"))
+             + QLatin1String(": ") + enumeratorName(error));
+    return error == MediaError::None;
 }
 
 MediaError::Type Playback::applySettings()
 {
-    // A single medium is repeated by the player, several ones by this program.
-    const bool repeatsHere = m_settings.repeatMode == RepeatMode::All && m_settings.media.size() > 1;
     if (!m_settings.windowId.isEmpty()) {
         m_player.setWindowId(m_settings.windowId);
         if (m_settings.captions)
@@ -94,7 +109,7 @@ MediaError::Type Playback::applySettings()
     return inTurn({
         [&] { return m_player.setVolume(m_settings.volume); },
         [&] { return m_player.setEqualizerPreset(m_settings.equalizerPreset); },
-        [&] { return m_player.setRepeatMode(repeatsHere ? RepeatMode::None : m_settings.repeatMode); },
+        [&] { return m_player.setRepeatMode(m_settings.repeatMode); },
         [&] {
             return m_settings.windowId.isEmpty() ? MediaError::None
                                                  : m_player.setVideoOutput(VideoOutput::PrimaryDisplay);
@@ -102,57 +117,102 @@ MediaError::Type Playback::applySettings()
     });
 }
 
-MediaError::Type Playback::playMedium(const Medium &medium, bool isFirst)
+void Playback::omitMissingFiles()
+{
+    for (const Medium &medium : m_settings.media) {
+        if (m_settings.media.size() == 1 || !medium.url.isLocalFile() || QFileInfo::exists(medium.url.toLocalFile()))
+            m_media.push_back(medium);
+        else
+            fail(medium.name + QLatin1String(": ") + enumeratorName(MediaError::SourceUnavailable));
+    }
+}
+
+QUrl Playback::source()
+{
+    if (m_media.size() == 1)
+        return m_media.front().url;
+    QByteArray lines;
+    for (const Medium &medium : m_media)
+        lines += medium.url.toEncoded() + '\n';
+    const bool isWritten = m_playlist.open() && m_playlist.write(lines) == lines.size() && m_playlist.flush();
+    return isWritten ? QUrl::fromLocalFile(m_playlist.fileName()) : QUrl();
+}
+
+MediaError::Type Playback::playFirst()
 {
     const StopSignals::AtOnce atOnce;
     return inTurn({
-        [&] { return m_player.setSourceUrl(medium.url); },
+        [&] { return m_player.setSourceUrl(source()); },
         [&] { return m_player.prepare(); },
         [&] {
-            return m_settings.captions ? m_player.setClosedCaptionUrl(1, m_settings.captions->url) : MediaError::None;
+            auto error = MediaError::None;
+            for (unsigned track = 1; m_settings.captions && error == MediaError::None && track <= m_media.size();
+                 ++track)
+                error = m_player.setClosedCaptionUrl(track, m_settings.captions->url);
+            return error;
         },
-        [&] { return isFirst && m_settings.start ? m_player.seekTime(*m_settings.start) : MediaError::None; },
-        // A speed starts a prepared player by itself; play() would go back to the speed that was reported last.
-        [&] { return m_settings.speed ? m_player.setSpeed(*m_settings.speed) : m_player.play(); },
+        [&] { return m_settings.start ? m_player.seekTime(*m_settings.start) : MediaError::None; },
+        [&] { return start(); },
     });
 }
 
-bool Playback::beginWith(size_t index)
+MediaError::Type Playback::start()
 {
-    for (std::optional<size_t> candidate = index; candidate; candidate = after(*candidate)) {
-        m_index = *candidate;
-        const bool isFirst = m_begun++ == 0;
-        const Medium &medium = m_settings.media[m_index];
-        const auto error = log().run([&] { return playMedium(medium, isFirst); });
-        if (error == MediaError::None)
-            return true;
-        fail(medium.name + QLatin1String(": ") + enumeratorName(error));
-    }
-    return false;
+    // A speed starts a prepared player by itself; play() would go back to the speed that was reported last.
+    return m_settings.speed ? m_player.setSpeed(*m_settings.speed) : m_player.play();
 }
 
-std::optional<size_t> Playback::after(size_t index)
+bool Playback::playOn(unsigned track)
 {
-    if (index + 1 < m_settings.media.size())
-        return index + 1;
-    if (m_settings.repeatMode == RepeatMode::All && std::exchange(m_hasPlayed, false))
-        return 0;
-    return std::nullopt;
+    if (track > m_trackCount)
+        return false;
+    const auto error = log().run([&] {
+        return inTurn(
+            {[&] { return m_player.prepare(); }, [&] { return m_player.seekTrack(track); }, [&] { return start(); }});
+    });
+    if (error != MediaError::None)
+        fail(nameOf(track) + QLatin1String(": ") + enumeratorName(error));
+    return error == MediaError::None;
+}
+
+void Playback::complainOf(unsigned first, unsigned end)
+{
+    for (unsigned track = first; track < end; ++track) {
+        if (!m_examined.insert(track).second)
+            continue;
+        if (!isKnown()) {
+            fail(nameOf(track) + QLatin1String(": passed over"));
+            continue;
+        }
+        // A very short one may have been over before it was told of.
+        MediaPlayer player;
+        const auto error = log().run([&] {
+            return inTurn({[&] { return player.setAudioOutput(AudioOutput::None); },
+                           [&] { return player.setSourceUrl(m_media[track - 1].url); },
+                           [&] { return player.prepare(); }});
+        });
+        if (error != MediaError::None)
+            fail(nameOf(track) + QLatin1String(": ") + enumeratorName(error));
+    }
+}
+
+void Playback::onTrack(unsigned track)
+{
+    complainOf(m_track + 1, track);
+    m_track = track;
+    refresh();
 }
 
 void Playback::onEnd()
 {
-    m_hasPlayed = true;
-    const auto following = after(m_index);
-    if (!following || !beginWith(*following))
-        finish();
+    complainOf(m_track + 1, m_trackCount + 1);
+    finish();
 }
 
 void Playback::onError(MediaError::Type error, unsigned position)
 {
-    fail(QStringLiteral("%1: %2 at %3").arg(m_settings.media[m_index].name, enumeratorName(error), timeText(position)));
-    const auto following = after(m_index);
-    if (!following || !beginWith(*following))
+    fail(QStringLiteral("%1: %2 at %3").arg(nameOf(current()), enumeratorName(error), timeText(position)));
+    if (!playOn(current() + 1))
         finish();
 }
 
@@ -208,23 +268,14 @@ MediaError::Type Playback::changeVolume(double step)
 
 MediaError::Type Playback::next()
 {
-    if (m_player.track() < m_player.trackCount())
+    if (current() < m_trackCount)
         return m_player.nextTrack();
-    m_hasPlayed = true;
-    if (const auto following = after(m_index); following && !beginWith(*following))
-        finish();
-    return MediaError::None;
+    return m_settings.repeatMode == RepeatMode::All ? m_player.seekTrack(1) : MediaError::None;
 }
 
 MediaError::Type Playback::previous()
 {
-    if (m_player.track() > 1)
-        return m_player.previousTrack();
-    if (m_index == 0)
-        return m_player.seekTime(0);
-    if (!beginWith(m_index - 1))
-        finish();
-    return MediaError::None;
+    return m_track > 1 ? m_player.previousTrack() : m_player.seekTime(0);
 }
 
 bool Playback::hold()
@@ -243,29 +294,31 @@ QString Playback::title() const
     if (m_player.position() == 0 || m_player.mediaState() == MediaState::Unprepared)
         return {};
     const QUrl uri(metaData.value(QLatin1String(multimedia::MetaData::Uri)).toString());
-    return printable(m_player.trackCount() > 1 && !uri.fileName().isEmpty() ? uri.fileName()
-                                                                            : m_settings.media[m_index].name);
+    return printable(isKnown() || uri.fileName().isEmpty() ? nameOf(current()) : uri.fileName());
+}
+
+QString Playback::nameOf(unsigned track) const
+{
+    if (isKnown())
+        return m_media[track - 1].name;
+    const QString number = QStringLiteral("track %1").arg(track);
+    return m_media.size() > 1 ? number : m_media.front().name + QLatin1String(", ") + number;
 }
 
 void Playback::refresh()
 {
-    if (m_publication) {
-        m_publication->setNeighbours(m_player.track() < m_player.trackCount() || m_index + 1 < m_settings.media.size()
-                                         || m_settings.repeatMode == RepeatMode::All,
-                                     m_player.track() > 1 || m_index > 0);
-    }
-    const bool isList = m_player.trackCount() > 1;
+    if (m_publication)
+        m_publication->setNeighbours(current() < m_trackCount || m_settings.repeatMode == RepeatMode::All, m_track > 1);
     const bool hasCaptions = m_settings.captions && !m_settings.windowId.isEmpty();
     m_display->show({
-        .number = m_begun,
         .title = title(),
         .isPaused = m_player.mediaState() == MediaState::Paused,
         .buffering = m_player.bufferStatus() == BufferStatus::Buffering ? m_buffering : -1,
         .position = m_player.position(),
         .duration = m_player.duration(),
         .volume = m_player.volume(),
-        .track = isList ? m_player.track() : unsigned(m_index + 1),
-        .trackCount = isList ? m_player.trackCount() : unsigned(m_settings.media.size()),
+        .track = current(),
+        .trackCount = m_trackCount,
         .speed = m_player.speed(),
         .captions = hasCaptions ? std::optional(m_player.closedCaptionEnabled()) : std::nullopt,
     });

@@ -9,8 +9,13 @@
 #include <multimedia/MediaPlayer.h>
 #include <multimedia/RepeatMode.h>
 
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryFile>
+
+#include <algorithm>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace voro {
@@ -31,7 +36,7 @@ struct PlaybackSettings {
     bool isPublished = true;
 };
 
-/** Plays media one after the other and does what the keys ask for. */
+/** Plays media one after the other, several ones as a queue, and does what the keys ask for. */
 class Playback : public Session {
     Q_OBJECT
 public:
@@ -49,21 +54,31 @@ private:
 
     void connectPlayer();
     Error::Type applySettings();
-    Error::Type playMedium(const Medium &medium, bool isFirst);
-    /** Begins a medium, or the one that follows it when it fails, and so on; false when none is left. */
-    bool beginWith(size_t index);
-    /** The medium after the given one, if any; the first one when all are repeated. */
-    std::optional<size_t> after(size_t index);
+    /** Complains of files that are not there, and leaves them out when there are others. */
+    void omitMissingFiles();
+    /** The medium, or a playlist of several ones; empty when that cannot be written. */
+    QUrl source();
+    Error::Type playFirst();
+    /** Plays on with a track of the queue after an error; false when there is none. */
+    bool playOn(unsigned track);
+    /** Says of tracks that were passed over what is wrong with them, once. */
+    void complainOf(unsigned first, unsigned end);
 
+    void onTrack(unsigned track);
     void onEnd();
     void onError(multimedia::MediaError::Type error, unsigned position);
 
     Error::Type togglePause();
+    Error::Type start();
     Error::Type seekBy(int milliseconds);
     Error::Type changeVolume(double step);
     Error::Type next();
     Error::Type previous();
 
+    /** Whether the tracks of the queue are the media given. */
+    bool isKnown() const { return m_trackCount == m_media.size(); }
+    unsigned current() const { return std::max(m_track, 1U); }
+    QString nameOf(unsigned track) const;
     QString title() const;
     void refresh();
 
@@ -72,11 +87,12 @@ private:
     multimedia::MediaPlayer m_player;
     std::unique_ptr<Publication> m_publication;
 
-    size_t m_index = 0;
-    /** Media begun so far. */
-    int m_begun = 0;
-    /** Whether something was played since the first medium was begun last; all failing, nothing is repeated. */
-    bool m_hasPlayed = false;
+    std::vector<Medium> m_media;
+    QTemporaryFile m_playlist{QDir::tempPath() + QStringLiteral("/voro-XXXXXX.m3u8")};
+    /** What the player told last, which an error makes it forget; 0 before anything is played. */
+    unsigned m_track = 0;
+    unsigned m_trackCount = 1;
+    std::set<unsigned> m_examined;
     /** Where the keys sought to last, until the player reports a position: several presses add up. */
     std::optional<unsigned> m_sought;
     double m_buffering = 0;

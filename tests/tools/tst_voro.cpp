@@ -566,10 +566,21 @@ void tst_voro::play_saysWhatIsWrong_andPlaysTheNext()
     const QString sample = QStringLiteral(VORO_SAMPLE_FILE);
     const QString copy = daemon.folder() + QStringLiteral("/100%25 #2?.ogg");
     QVERIFY(QFile::copy(sample, copy));
-    const Result both =
-        voro({QStringLiteral("play"), missing, copy, QStringLiteral("--speed=4"), QStringLiteral("--json")});
-    QCOMPARE(both.status, 1);
-    QVERIFY(both.out.contains("\"signal\":\"playbackCompleted\"}"));
+    const QString junk = daemon.folder() + QStringLiteral("/junk.ogg");
+    QFile file(junk);
+    QVERIFY(file.open(QFile::WriteOnly) && file.write("no music") > 0);
+    file.close();
+    const Result several = voro({QStringLiteral("play"), junk, missing, sample, junk, copy, junk,
+                                 QStringLiteral("--speed=4"), QStringLiteral("--json")});
+    QCOMPARE(several.status, 1);
+    QCOMPARE(several.out.count("\"signal\":\"playbackCompleted\"}"), 1);
+    QCOMPARE(several.out.count("\"signal\":\"trackChanged\",\"track\":4}"), 1);
+    for (const char *line : {"100%25 #1?.ogg: SourceUnavailable\n", "junk.ogg: UnsupportedMediaType\n"})
+        QVERIFY2(several.err.contains(QByteArray("voro: play: ") + line), several.err.constData());
+    QCOMPARE(several.err.count("junk.ogg: U"), 3);
+    const Result bad = voro({QStringLiteral("play"), junk, junk});
+    QCOMPARE(bad.status, 1);
+    QVERIFY2(lastLine(bad.err).startsWith("voro: play: none of them can be played: "), bad.err.constData());
 }
 
 void tst_voro::play_json_tellsTheWholeStory()

@@ -124,11 +124,15 @@ bool Player::passOver(const Result &problem)
     const unsigned track = m_queue.current();
     m_queue.setBad(track);
     const auto other = m_queue.replacement(m_isForward);
-    if (!other) {
+    if (!other && (!m_played || problem.code == ErrorCode::OutputUnavailable)) {
         fail(problem);
         return false;
     }
     logBad(track, problem.text);
+    if (!other) {
+        complete(m_played->track, m_played->end);
+        return false;
+    }
     m_queue.setCurrent(*other);
     m_position = 0;
     return true;
@@ -165,6 +169,7 @@ void Player::close()
 void Player::end(Phase phase)
 {
     m_phase = phase;
+    m_played.reset();
     m_device.watch({});
     m_statusTimer.reset();
     m_openTimer.reset();
@@ -303,6 +308,7 @@ Result Player::seek(unsigned track, int64_t position)
     }
     if (track != m_queue.current()) {
         m_isForward = track > m_queue.current();
+        m_played.reset();
         if (m_phase == Phase::Stopped) {
             m_queue.setCurrent(track);
             m_position = position;
@@ -441,6 +447,7 @@ void Player::onDecoded()
     } else if (m_phase == Phase::Starting) {
         refreshFacts();
         m_phase = Phase::Running;
+        m_played.reset();
         reportCurrent();
         measure();
         if (const Result result = begin(); !result) {
@@ -476,15 +483,22 @@ void Player::onEnded()
     } else if (next && next != m_queue.current()) {
         m_isForward = true;
         m_phase = Phase::Starting;
+        m_played = Played{m_queue.current(), last};
         openTrack(*next, 0);
     } else {
-        end(Phase::Stopped);
-        m_position = last;
-        reportStatus();
-        m_reports.ended(m_queue.current(), m_position);
-        m_position = 0;
-        m_queue.setCurrent(1);
+        complete(m_queue.current(), last);
     }
+}
+
+void Player::complete(unsigned track, int64_t last)
+{
+    m_queue.setCurrent(track);
+    end(Phase::Stopped);
+    m_position = last;
+    reportStatus();
+    m_reports.ended(track, m_position);
+    m_position = 0;
+    m_queue.setCurrent(1);
 }
 
 void Player::onFailed(const Result &cause)

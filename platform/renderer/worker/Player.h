@@ -79,6 +79,8 @@ private:
     bool passOver(const Result &problem);
     void lookForPlaylist(const Result &result);
     void fail(const Result &result);
+    /** The queue is over, with the track that was played last. */
+    void complete(unsigned track, int64_t last);
     Result begin();
     void proceed();
     void holdAtBeginning();
@@ -125,6 +127,12 @@ private:
     int64_t m_measured = 0;
     std::optional<Following> m_following;
     bool m_isForward = true;
+    /** What has just been played to its end, until the next track is decoded. */
+    struct Played {
+        unsigned track;
+        int64_t end;
+    };
+    std::optional<Played> m_played;
     /** The medium comes from a server that has not shown yet what it is. */
     bool m_mayBePlaylist = false;
     /** Where the next play begins, or where it stands while nothing plays. */
