@@ -30,15 +30,14 @@ public:
         qputenv("XDG_RUNTIME_DIR", m_folder.path().toUtf8());
         for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
             qunsetenv(name);
-        QDir(m_folder.path()).mkpath(QStringLiteral("Music/Northern Lights"));
-        const QStringList titles{QStringLiteral("First Frost"), QStringLiteral("The Long Way Home under a Green Sky"),
-                                 QStringLiteral("Harbour")};
+        QDir(m_folder.path()).mkpath("Music/Northern Lights");
+        const QStringList titles{"First Frost", "The Long Way Home under a Green Sky", "Harbour"};
         for (int i = 0; i < titles.size(); ++i)
             media::makeTone(album(QStringLiteral("%1.ogg").arg(i + 1)),
                             {.frequency = 220.0 * (i + 1),
                              .seconds = 90,
                              .tags = {"title=" + titles[i], "artist=The Example Band", "album=Northern Lights"}});
-        write(QStringLiteral("Music/broken.ogg"), "This is no music.");
+        write("Music/broken.ogg", "This is no music.");
     }
     /** The album's picture: blue above, orange below. */
     void drawCover() const
@@ -57,7 +56,7 @@ public:
         painter.setBrush(QColor(0x10, 0x18, 0x30));
         painter.drawPolygon(QPolygon({{0, 330}, {90, 250}, {170, 320}, {280, 230}, {400, 340}, {400, 400}, {0, 400}}));
         painter.end();
-        cover.save(album(QStringLiteral("cover.png")));
+        cover.save(album("cover.png"));
     }
 
     QString path(const QString &name) const { return m_folder.filePath(name); }
@@ -163,7 +162,7 @@ private:
 void tst_Applications::initTestCase()
 {
     m_home.drawCover();
-    QVERIFY(m_daemon.start({QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true"),
+    QVERIFY(m_daemon.start({"VORO_AUDIO_SINK=fakesink sync=true",
                             QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true wave=ticks freq=300 volume=0.4 "
                                            "sine-periods-per-tick=75 tick-interval=600000000")}));
 }
@@ -172,278 +171,276 @@ void tst_Applications::player_playsFromTheLibrary_andTellsTheDevice()
 {
     Watcher device;
     Screen player("voro.player");
-    QVERIFY(player.click(QStringLiteral("Northern Lights")));
-    QVERIFY(player.click(QStringLiteral("2, OGG*")));
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("The Long Way Home under a Green Sky"), PatienceMs);
+    QVERIFY(player.click("Northern Lights"));
+    QVERIFY(player.click("2, OGG*"));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "The Long Way Home under a Green Sky", PatienceMs);
     QTRY_COMPARE(device.mediaState(), MediaState::Started);
-    QTRY_COMPARE(device.iconUrl(), QUrl::fromLocalFile(m_home.album(QStringLiteral("cover.png"))));
-    QCOMPARE(device.metaData().value(QLatin1String(MetaData::Artist)).toString(), QStringLiteral("The Example Band"));
+    QTRY_COMPARE(device.iconUrl(), QUrl::fromLocalFile(m_home.album("cover.png")));
+    QCOMPARE(device.metaData().value(QLatin1String(MetaData::Artist)).toString(), "The Example Band");
 
-    QVERIFY(player.click(QStringLiteral("Now playing: The Long Way*")));
-    QTRY_VERIFY(player.place(QStringLiteral("Cover")).width() >= 200);
-    QVERIFY(player.picture().rect().contains(player.place(QStringLiteral("Cover"))));
-    QTRY_VERIFY(isLike(player.colourAt(QStringLiteral("Cover"), {20, 4}), CoverAbove));
-    QVERIFY(isLike(player.colourAt(QStringLiteral("Cover"), {4, -4}), CoverBelow));
-    QVERIFY(player.shows(QStringLiteral("1:30")));
+    QVERIFY(player.click("Now playing: The Long Way*"));
+    QTRY_VERIFY(player.place("Cover").width() >= 200);
+    QVERIFY(player.picture().rect().contains(player.place("Cover")));
+    QTRY_VERIFY(isLike(player.colourAt("Cover", {20, 4}), CoverAbove));
+    QVERIFY(isLike(player.colourAt("Cover", {4, -4}), CoverBelow));
+    QVERIFY(player.shows("1:30"));
 
-    QVERIFY(player.drag(QStringLiteral("Position"), 0.5));
+    QVERIFY(player.drag("Position", 0.5));
     QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 40'000 && device.position() < 60'000, PatienceMs);
-    QVERIFY(player.keepPicture(QStringLiteral("player.png")));
-    QVERIFY(player.click(QStringLiteral("Next track")));
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
+    QVERIFY(player.keepPicture("player.png"));
+    QVERIFY(player.click("Next track"));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "Harbour", PatienceMs);
     QTRY_VERIFY(!device.isNextEnabled());
-    QVERIFY(player.click(QStringLiteral("Queue")));
-    QVERIFY(player.click(QStringLiteral("1")));
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("First Frost"), PatienceMs);
+    QVERIFY(player.click("Queue"));
+    QVERIFY(player.click("1"));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "First Frost", PatienceMs);
 
-    QVERIFY(player.click(QStringLiteral("Equalizer")));
-    QVERIFY(player.click(QStringLiteral("More bass")));
-    QTRY_VERIFY(player.isChecked(QStringLiteral("Equalizer")));
-    QVERIFY(player.click(QStringLiteral("Speed: 1×")));
-    QVERIFY(player.click(QStringLiteral("2 ×")));
-    QTRY_VERIFY(player.shows(QStringLiteral("Speed: 2×")));
-    QVERIFY(player.click(QStringLiteral("Repeats nothing")));
+    QVERIFY(player.click("Equalizer"));
+    QVERIFY(player.click("More bass"));
+    QTRY_VERIFY(player.isChecked("Equalizer"));
+    QVERIFY(player.click("Speed: 1×"));
+    QVERIFY(player.click("2 ×"));
+    QTRY_VERIFY(player.shows("Speed: 2×"));
+    QVERIFY(player.click("Repeats nothing"));
     QTRY_COMPARE(device.repeatMode(), RepeatMode::All);
-    QVERIFY(player.click(QStringLiteral("Pause")));
+    QVERIFY(player.click("Pause"));
     QTRY_COMPARE(device.mediaState(), MediaState::Paused);
-    QVERIFY(player.click(QStringLiteral("Library")));
-    QTRY_VERIFY(player.shows(QStringLiteral("Library")) && !player.shows(QStringLiteral("Queue")));
+    QVERIFY(player.click("Library"));
+    QTRY_VERIFY(player.shows("Library") && !player.shows("Queue"));
 }
 
 void tst_Applications::player_obeysTheKeys()
 {
     Watcher device;
     Screen player("voro.player");
-    QTRY_VERIFY(player.shows(QStringLiteral("Northern Lights")));
+    QTRY_VERIFY(player.shows("Northern Lights"));
     player.press(Qt::Key_Return);
-    QTRY_VERIFY(player.shows(QStringLiteral("3, OGG*")));
+    QTRY_VERIFY(player.shows("3, OGG*"));
     player.press(Qt::Key_Down);
     player.press(Qt::Key_Return);
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("The Long Way Home under a Green Sky"), PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "The Long Way Home under a Green Sky", PatienceMs);
     QTRY_COMPARE(device.mediaState(), MediaState::Started);
     player.press(Qt::Key_Space);
     QTRY_COMPARE(device.mediaState(), MediaState::Paused);
     player.press(Qt::Key_Right);
     QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 10'000, PatienceMs);
     player.press(Qt::Key_N);
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "Harbour", PatienceMs);
     player.press(Qt::Key_P);
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("The Long Way Home under a Green Sky"), PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "The Long Way Home under a Green Sky", PatienceMs);
     player.press(Qt::Key_Escape);
-    QTRY_VERIFY(player.shows(QStringLiteral("broken, OGG*")));
+    QTRY_VERIFY(player.shows("broken, OGG*"));
 }
 
 void tst_Applications::player_obeysTheRemote()
 {
     Watcher device;
-    Screen player("voro.player", {{QStringLiteral("operands"),
-                                   QVariantList{QUrl::fromLocalFile(m_home.album(QStringLiteral("1.ogg"))),
-                                                QUrl::fromLocalFile(m_home.album(QStringLiteral("3.ogg")))}}});
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("First Frost"), PatienceMs);
-    QTRY_VERIFY(player.shows(QStringLiteral("Pause")));
+    Screen player("voro.player", {{"operands", QVariantList{QUrl::fromLocalFile(m_home.album("1.ogg")),
+                                                            QUrl::fromLocalFile(m_home.album("3.ogg"))}}});
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "First Frost", PatienceMs);
+    QTRY_VERIFY(player.shows("Pause"));
     QCOMPARE(device.pause(), MediaError::None);
-    QTRY_VERIFY(player.shows(QStringLiteral("Play")));
+    QTRY_VERIFY(player.shows("Play"));
     QCOMPARE(device.next(), MediaError::None);
-    QTRY_VERIFY_WITH_TIMEOUT(player.shows(QStringLiteral("Harbour")), PatienceMs);
-    QVERIFY(player.shows(QStringLiteral("Pause")));
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Harbour"), PatienceMs);
+    QVERIFY(player.shows("Pause"));
 
     // The last one becomes the first, and what was before it comes next.
-    QVERIFY(player.click(QStringLiteral("Plays in order")));
+    QVERIFY(player.click("Plays in order"));
     QTRY_COMPARE(device.shuffleMode(), ShuffleMode::All);
-    QTRY_VERIFY(player.shows(QStringLiteral("Pause")));
-    QCOMPARE(device.title(), QStringLiteral("Harbour"));
+    QTRY_VERIFY(player.shows("Pause"));
+    QCOMPARE(device.title(), "Harbour");
     QTRY_VERIFY(device.isNextEnabled());
     QCOMPARE(device.next(), MediaError::None);
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("First Frost"), PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "First Frost", PatienceMs);
     QCOMPARE(device.shuffle(), MediaError::None);
-    QTRY_VERIFY(player.shows(QStringLiteral("Plays in order")) && device.isNextEnabled());
+    QTRY_VERIFY(player.shows("Plays in order") && device.isNextEnabled());
     QCOMPARE(device.next(), MediaError::None);
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "Harbour", PatienceMs);
 }
 
 void tst_Applications::player_showsTheCoverInAFile()
 {
-    const QString song = m_home.path(QStringLiteral("song.mp3"));
-    const QString picture = QStringLiteral("[1]scale=1200:1200,noise=alls=8:allf=u[picture]");
-    QCOMPARE(QProcess::execute(QStringLiteral("ffmpeg"),
-                               {"-nostdin", "-loglevel", "error", "-i", m_home.album(QStringLiteral("1.ogg")), "-i",
-                                m_home.album(QStringLiteral("cover.png")), "-filter_complex", picture, "-map", "0:a",
-                                "-map", "[picture]", "-c:v", "png", "-disposition:v", "attached_pic", song}),
+    const QString song = m_home.path("song.mp3");
+    const QString picture = "[1]scale=1200:1200,noise=alls=8:allf=u[picture]";
+    QCOMPARE(QProcess::execute("ffmpeg", {"-nostdin", "-loglevel", "error", "-i", m_home.album("1.ogg"), "-i",
+                                          m_home.album("cover.png"), "-filter_complex", picture, "-map", "0:a", "-map",
+                                          "[picture]", "-c:v", "png", "-disposition:v", "attached_pic", song}),
              0);
     Watcher device;
-    Screen player("voro.player", {{QStringLiteral("operands"), QVariantList{QUrl::fromLocalFile(song)}}});
+    Screen player("voro.player", {{"operands", QVariantList{QUrl::fromLocalFile(song)}}});
     QTRY_VERIFY(!device.iconUrl().isEmpty());
     QImage cover(device.iconUrl().toLocalFile());
     QCOMPARE(cover.size(), QSize(320, 320));
     QVERIFY(isLike(cover.pixel(20, 4), CoverAbove));
     QVERIFY(isLike(cover.pixel(4, 316), CoverBelow));
-    QTRY_VERIFY(isLike(player.colourAt(QStringLiteral("Cover"), {20, 4}), CoverAbove));
+    QTRY_VERIFY(isLike(player.colourAt("Cover", {20, 4}), CoverAbove));
 }
 
 void tst_Applications::player_keepsPlaylists()
 {
     Watcher device;
     Screen player("voro.player");
-    QVERIFY(player.click(QStringLiteral("Northern Lights")));
-    QVERIFY(player.click(QStringLiteral("Add “3” to a playlist")));
-    QVERIFY(player.click(QStringLiteral("New playlist…")));
-    QTRY_VERIFY(player.shows(QStringLiteral("New playlist")));
-    player.type(QStringLiteral("Evening"));
+    QVERIFY(player.click("Northern Lights"));
+    QVERIFY(player.click("Add “3” to a playlist"));
+    QVERIFY(player.click("New playlist…"));
+    QTRY_VERIFY(player.shows("New playlist"));
+    player.type("Evening");
     player.press(Qt::Key_Return);
-    const QString file = m_home.path(QStringLiteral("Music/Evening.m3u8"));
+    const QString file = m_home.path("Music/Evening.m3u8");
     QTRY_VERIFY(QFile::exists(file));
 
-    QVERIFY(player.click(QStringLiteral("Folder above")));
-    QVERIFY(player.click(QStringLiteral("Evening, Playlist")));
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("Harbour"), PatienceMs);
-    QVERIFY(player.click(QStringLiteral("Delete “Evening”")));
-    QVERIFY(player.click(QStringLiteral("Keep")));
-    QTRY_VERIFY(!player.shows(QStringLiteral("Keep")));
+    QVERIFY(player.click("Folder above"));
+    QVERIFY(player.click("Evening, Playlist"));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "Harbour", PatienceMs);
+    QVERIFY(player.click("Delete “Evening”"));
+    QVERIFY(player.click("Keep"));
+    QTRY_VERIFY(!player.shows("Keep"));
     QVERIFY(QFile::exists(file));
-    QVERIFY(player.click(QStringLiteral("Delete “Evening”")));
-    QVERIFY(player.click(QStringLiteral("Delete")));
+    QVERIFY(player.click("Delete “Evening”"));
+    QVERIFY(player.click("Delete"));
     QTRY_VERIFY(!QFile::exists(file));
 }
 
 void tst_Applications::player_tellsWhatCannotBePlayed()
 {
     Screen player("voro.player");
-    QVERIFY(player.click(QStringLiteral("broken, OGG*")));
-    QTRY_VERIFY_WITH_TIMEOUT(player.shows(QStringLiteral("“broken”: *")), PatienceMs);
-    QVERIFY(player.click(QStringLiteral("Close the message")));
-    QTRY_VERIFY(!player.shows(QStringLiteral("“broken”: *")));
+    QVERIFY(player.click("broken, OGG*"));
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("“broken”: *"), PatienceMs);
+    QVERIFY(player.click("Close the message"));
+    QTRY_VERIFY(!player.shows("“broken”: *"));
 }
 
 void tst_Applications::player_fillsAWideWindow()
 {
     Screen player("voro.player");
-    QTRY_VERIFY(player.shows(QStringLiteral("Northern Lights")));
-    QVERIFY(!player.shows(QStringLiteral("Nothing is played")));
+    QTRY_VERIFY(player.shows("Northern Lights"));
+    QVERIFY(!player.shows("Nothing is played"));
     player.resize(1000, 640);
-    QTRY_VERIFY(player.shows(QStringLiteral("Nothing is played")));
-    QTRY_VERIFY(player.place(QStringLiteral("Library")).right() <= player.place(QStringLiteral("Cover")).left());
+    QTRY_VERIFY(player.shows("Nothing is played"));
+    QTRY_VERIFY(player.place("Library").right() <= player.place("Cover").left());
     player.resize(360, 640);
-    QTRY_VERIFY(!player.shows(QStringLiteral("Nothing is played")));
+    QTRY_VERIFY(!player.shows("Nothing is played"));
 }
 
 void tst_Applications::player_showsFilms()
 {
-    const QString film = media::makeTone(m_home.path(QStringLiteral("film.mkv")), {.seconds = 30, .hasPicture = true});
-    Screen player("voro.player", {{QStringLiteral("operands"), QVariantList{QUrl::fromLocalFile(film)}}});
-    QTRY_VERIFY_WITH_TIMEOUT(player.shows(QStringLiteral("Film")), PatienceMs);
-    QVERIFY(!player.shows(QStringLiteral("Cover")));
+    const QString film = media::makeTone(m_home.path("film.mkv"), {.seconds = 30, .hasPicture = true});
+    Screen player("voro.player", {{"operands", QVariantList{QUrl::fromLocalFile(film)}}});
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Film"), PatienceMs);
+    QVERIFY(!player.shows("Cover"));
     // The test picture has every colour but the window's.
     const auto emptiness = [&player] {
-        QRect middle(QPoint(), player.place(QStringLiteral("Film")).size() / 4);
-        middle.moveCenter(player.place(QStringLiteral("Film")).center());
+        QRect middle(QPoint(), player.place("Film").size() / 4);
+        middle.moveCenter(player.place("Film").center());
         const int pixels = middle.width() * middle.height();
         return pixels == 0 ? 1.0 : double(count(player, middle, LightBackground)) / pixels;
     };
     QTRY_VERIFY_WITH_TIMEOUT(emptiness() < 0.1, PatienceMs);
-    QVERIFY(player.click(QStringLiteral("Full screen")));
-    QTRY_COMPARE(player.place(QStringLiteral("Film")).size(), player.window()->size());
+    QVERIFY(player.click("Full screen"));
+    QTRY_COMPARE(player.place("Film").size(), player.window()->size());
     QTRY_COMPARE(player.window()->visibility(), QWindow::FullScreen);
     QTRY_VERIFY_WITH_TIMEOUT(emptiness() < 0.1, PatienceMs);
     // Nobody moves.
-    QTRY_VERIFY_WITH_TIMEOUT(!player.shows(QStringLiteral("Leave full screen")), PatienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!player.shows("Leave full screen"), PatienceMs);
     player.press(Qt::Key_R);
-    QTRY_VERIFY(player.shows(QStringLiteral("Leave full screen")));
+    QTRY_VERIFY(player.shows("Leave full screen"));
     player.press(Qt::Key_Escape);
-    QTRY_VERIFY(player.shows(QStringLiteral("Full screen")));
+    QTRY_VERIFY(player.shows("Full screen"));
     QCOMPARE(player.window()->visibility(), QWindow::Windowed);
 }
 
 void tst_Applications::recorder_records_plays_renames_deletes()
 {
-    const QDir folder(m_home.path(QStringLiteral("Music/Recordings")));
+    const QDir folder(m_home.path("Music/Recordings"));
     const auto files = [&] { return folder.entryList(QDir::Files); };
     Screen recorder("voro.recorder");
-    QTRY_VERIFY(recorder.shows(QStringLiteral("No recordings yet")));
+    QTRY_VERIFY(recorder.shows("No recordings yet"));
     for (int i = 1; i <= 2; ++i) {
-        QVERIFY(recorder.click(QStringLiteral("Record")));
-        QTRY_VERIFY_WITH_TIMEOUT(recorder.shows(QStringLiteral("Recorded: 0:02")), PatienceMs);
+        QVERIFY(recorder.click("Record"));
+        QTRY_VERIFY_WITH_TIMEOUT(recorder.shows("Recorded: 0:02"), PatienceMs);
         if (i == 2)
             break;
-        QVERIFY(recorder.click(QStringLiteral("Finish")));
-        QTRY_VERIFY(recorder.shows(QStringLiteral("Recorded: 0:00")));
+        QVERIFY(recorder.click("Finish"));
+        QTRY_VERIFY(recorder.shows("Recorded: 0:00"));
         QCOMPARE(files().size(), i);
-        QVERIFY(recorder.click(QStringLiteral("Rename “*")));
-        QTRY_VERIFY(recorder.shows(QStringLiteral("Rename the recording")));
-        recorder.type(QStringLiteral("Rain on the roof"));
+        QVERIFY(recorder.click("Rename “*"));
+        QTRY_VERIFY(recorder.shows("Rename the recording"));
+        recorder.type("Rain on the roof");
         recorder.press(Qt::Key_Return);
-        QTRY_COMPARE(files(), QStringList{QStringLiteral("Rain on the roof.ogg")});
-        QTRY_VERIFY(recorder.shows(QStringLiteral("Rain on the roof, *")));
+        QTRY_COMPARE(files(), QStringList{"Rain on the roof.ogg"});
+        QTRY_VERIFY(recorder.shows("Rain on the roof, *"));
     }
-    const QRect level = recorder.place(QStringLiteral("Level"));
+    const QRect level = recorder.place("Level");
     QTRY_VERIFY(count(recorder, level, LightAccent) > level.width());
-    QVERIFY(recorder.keepPicture(QStringLiteral("recorder.png")));
-    QVERIFY(recorder.click(QStringLiteral("Hold")));
-    QVERIFY(recorder.click(QStringLiteral("Go on")));
-    QVERIFY(recorder.click(QStringLiteral("Finish")));
+    QVERIFY(recorder.keepPicture("recorder.png"));
+    QVERIFY(recorder.click("Hold"));
+    QVERIFY(recorder.click("Go on"));
+    QVERIFY(recorder.click("Finish"));
     QTRY_COMPARE(files().size(), 2);
 
-    QVERIFY(recorder.click(QStringLiteral("Rain on the roof, *")));
-    QTRY_VERIFY_WITH_TIMEOUT(recorder.shows(QStringLiteral("Rain on the roof, 0:01 / 0:02")), PatienceMs);
-    QVERIFY(recorder.click(QStringLiteral("Delete “Rain on the roof”")));
-    QVERIFY(recorder.click(QStringLiteral("Keep")));
-    QTRY_VERIFY(!recorder.shows(QStringLiteral("Keep")));
+    QVERIFY(recorder.click("Rain on the roof, *"));
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.shows("Rain on the roof, 0:01 / 0:02"), PatienceMs);
+    QVERIFY(recorder.click("Delete “Rain on the roof”"));
+    QVERIFY(recorder.click("Keep"));
+    QTRY_VERIFY(!recorder.shows("Keep"));
     QCOMPARE(files().size(), 2);
-    QVERIFY(recorder.click(QStringLiteral("Delete “Rain on the roof”")));
-    QVERIFY(recorder.click(QStringLiteral("Delete")));
+    QVERIFY(recorder.click("Delete “Rain on the roof”"));
+    QVERIFY(recorder.click("Delete"));
     QTRY_COMPARE(files().size(), 1);
-    QTRY_VERIFY(!recorder.shows(QStringLiteral("Rain on the roof, *")));
+    QTRY_VERIFY(!recorder.shows("Rain on the roof, *"));
 }
 
 void tst_Applications::remote_showsTheHolder_andCommandsIt()
 {
-    Screen remote("voro.remote", {{QStringLiteral("colours"), QStringLiteral("dark")}});
-    QTRY_VERIFY(remote.shows(QStringLiteral("Nothing is playing")));
+    Screen remote("voro.remote", {{"colours", "dark"}});
+    QTRY_VERIFY(remote.shows("Nothing is playing"));
     {
-        NowPlayingConnection holder(QStringLiteral("tst_applications"));
-        holder.setMetaData({{QLatin1String(MetaData::Title), QStringLiteral("Harbour")},
-                            {QLatin1String(MetaData::Artist), QStringLiteral("The Example Band")},
-                            {QLatin1String(MetaData::Album), QStringLiteral("Northern Lights")}});
-        holder.setIconUrl(QUrl::fromLocalFile(m_home.album(QStringLiteral("cover.png"))));
+        NowPlayingConnection holder("tst_applications");
+        holder.setMetaData({{QLatin1String(MetaData::Title), "Harbour"},
+                            {QLatin1String(MetaData::Artist), "The Example Band"},
+                            {QLatin1String(MetaData::Album), "Northern Lights"}});
+        holder.setIconUrl(QUrl::fromLocalFile(m_home.album("cover.png")));
         holder.setDuration(200'000);
         holder.setPosition(65'000);
         holder.setNextEnabled(true);
         holder.setMediaState(MediaState::Started);
         QCOMPARE(holder.acquire(), MediaError::None);
-        QTRY_VERIFY(remote.shows(QStringLiteral("Harbour")));
-        QTRY_VERIFY(remote.shows(QStringLiteral("The Example Band · Northern Lights")));
-        QTRY_VERIFY(remote.shows(QStringLiteral("1:05")) && remote.shows(QStringLiteral("3:20")));
-        QTRY_VERIFY(isLike(remote.colourAt(QStringLiteral("Cover"), {20, 4}), CoverAbove));
-        QVERIFY(remote.keepPicture(QStringLiteral("remote.png")));
+        QTRY_VERIFY(remote.shows("Harbour"));
+        QTRY_VERIFY(remote.shows("The Example Band · Northern Lights"));
+        QTRY_VERIFY(remote.shows("1:05") && remote.shows("3:20"));
+        QTRY_VERIFY(isLike(remote.colourAt("Cover", {20, 4}), CoverAbove));
+        QVERIFY(remote.keepPicture("remote.png"));
 
         QSignalSpy next(&holder, &NowPlayingConnection::next);
         QSignalSpy pause(&holder, &NowPlayingConnection::pause);
         QSignalSpy forward(&holder, &NowPlayingConnection::forward);
-        QVERIFY(remote.click(QStringLiteral("Next track")));
+        QVERIFY(remote.click("Next track"));
         QTRY_COMPARE(next.count(), 1);
-        QVERIFY(remote.click(QStringLiteral("Pause")));
+        QVERIFY(remote.click("Pause"));
         QTRY_COMPARE(pause.count(), 1);
         remote.press(Qt::Key_Right);
         QTRY_COMPARE(forward.count(), 1);
         holder.setMediaState(MediaState::Paused);
-        QTRY_VERIFY(remote.shows(QStringLiteral("Play")));
+        QTRY_VERIFY(remote.shows("Play"));
     }
-    QTRY_VERIFY(remote.shows(QStringLiteral("Nothing is playing")));
+    QTRY_VERIFY(remote.shows("Nothing is playing"));
 }
 
 void tst_Applications::remote_changesTheVolume()
 {
-    const auto sink = [](const QString &what) { return PulseServer::control({what, QStringLiteral("null")}); };
-    PulseServer::control({QStringLiteral("set-sink-volume"), QStringLiteral("null"), QStringLiteral("40%")});
+    const auto sink = [](const QString &what) { return PulseServer::control({what, "null"}); };
+    PulseServer::control({"set-sink-volume", "null", "40%"});
     Screen remote("voro.remote");
-    QVERIFY(remote.click(QStringLiteral("Louder")));
-    QTRY_VERIFY(sink(QStringLiteral("get-sink-volume")).contains(" 45% "));
-    QVERIFY(remote.click(QStringLiteral("Softer")));
+    QVERIFY(remote.click("Louder"));
+    QTRY_VERIFY(sink("get-sink-volume").contains(" 45% "));
+    QVERIFY(remote.click("Softer"));
     remote.press(Qt::Key_Minus);
-    QTRY_VERIFY(sink(QStringLiteral("get-sink-volume")).contains(" 35% "));
-    QVERIFY(remote.click(QStringLiteral("Sound off")));
-    QTRY_VERIFY(sink(QStringLiteral("get-sink-mute")).contains("yes"));
-    QVERIFY(remote.click(QStringLiteral("Sound on")));
-    QTRY_VERIFY(sink(QStringLiteral("get-sink-mute")).contains("no"));
+    QTRY_VERIFY(sink("get-sink-volume").contains(" 35% "));
+    QVERIFY(remote.click("Sound off"));
+    QTRY_VERIFY(sink("get-sink-mute").contains("yes"));
+    QVERIFY(remote.click("Sound on"));
+    QTRY_VERIFY(sink("get-sink-mute").contains("no"));
 }
 
 void tst_Applications::colours_data()
@@ -452,8 +449,8 @@ void tst_Applications::colours_data()
     QTest::addColumn<QString>("colours");
     QTest::addColumn<QRgb>("background");
     for (const char *uri : {"voro.player", "voro.recorder", "voro.remote"}) {
-        QTest::addRow("%s dark", uri) << QString::fromLatin1(uri) << QStringLiteral("dark") << DarkBackground;
-        QTest::addRow("%s light", uri) << QString::fromLatin1(uri) << QStringLiteral("light") << LightBackground;
+        QTest::addRow("%s dark", uri) << QString::fromLatin1(uri) << "dark" << DarkBackground;
+        QTest::addRow("%s light", uri) << QString::fromLatin1(uri) << "light" << LightBackground;
     }
 }
 
@@ -462,7 +459,7 @@ void tst_Applications::colours()
     QFETCH(QString, uri);
     QFETCH(QString, colours);
     QFETCH(QRgb, background);
-    Screen screen(qPrintable(uri), {{QStringLiteral("colours"), colours}});
+    Screen screen(qPrintable(uri), {{"colours", colours}});
     const QRect all = screen.picture().rect();
     QTRY_VERIFY(count(screen, all, background) > all.width() * all.height() / 3);
 }
@@ -473,15 +470,15 @@ void tst_Applications::commandLine_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("complaint");
-    const QString player = QStringLiteral("voro-player");
+    const QString player = "voro-player";
     QTest::newRow("help") << player << QStringList{"--help"} << 0 << QByteArray();
     QTest::newRow("unknown option") << player << QStringList{"--loud"} << 2
                                     << QByteArray("voro-player: Unknown option 'loud'.");
     QTest::newRow("dark and light") << player << QStringList{"--dark", "--light"} << 2
                                     << QByteArray("voro-player: It is either --dark or --light.");
-    QTest::newRow("operand") << QStringLiteral("voro-remote") << QStringList{"song.ogg"} << 2
+    QTest::newRow("operand") << "voro-remote" << QStringList{"song.ogg"} << 2
                              << QByteArray("voro-remote: 'song.ogg' is too much.");
-    QTest::newRow("no display") << QStringLiteral("voro") << QStringList{"demo"} << 1
+    QTest::newRow("no display") << "voro" << QStringList{"demo"} << 1
                                 << QByteArray(
                                        "voro: demo: there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
 }
@@ -503,8 +500,8 @@ void tst_Applications::demo_playsTheSample()
 {
     Watcher device;
     QProcess demo;
-    demo.start(QStringLiteral(BIN "voro"), {QStringLiteral("demo")});
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), QStringLiteral("First Light"), PatienceMs);
+    demo.start(QStringLiteral(BIN "voro"), {"demo"});
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "First Light", PatienceMs);
     demo.terminate();
     QVERIFY(demo.waitForFinished(PatienceMs));
     QTRY_COMPARE(device.title(), QString());
@@ -515,8 +512,8 @@ int main(int argc, char *argv[])
     const Home home;
     const XServer screen;
     QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName(QStringLiteral("tst_applications"));
-    QGuiApplication::setOrganizationName(QStringLiteral("voro"));
+    QGuiApplication::setApplicationName("tst_applications");
+    QGuiApplication::setOrganizationName("voro");
     tst_Applications test(home);
     return QTest::qExec(&test, argc, argv);
 }
