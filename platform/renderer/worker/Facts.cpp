@@ -6,6 +6,24 @@
 
 namespace voro::renderer {
 
+namespace {
+
+bool isSame(GstSample *one, GstSample *other)
+{
+    GstBuffer *buffer = gst_sample_get_buffer(one);
+    GstMapInfo map;
+    if (!gst_buffer_map(buffer, &map, GST_MAP_READ)) {
+        return false;
+    }
+    GstBuffer *otherBuffer = gst_sample_get_buffer(other);
+    const bool isEqual =
+        gst_buffer_get_size(otherBuffer) == map.size && gst_buffer_memcmp(otherBuffer, 0, map.data, map.size) == 0;
+    gst_buffer_unmap(buffer, &map);
+    return isEqual;
+}
+
+} // namespace
+
 Dimensions dimensionsOf(const GstCaps *caps)
 {
     Dimensions size;
@@ -29,6 +47,11 @@ void Facts::merge(const GstTagList *news)
     // A bit rate is measured again with every frame; the first one is as good as the next.
     if (gst_tag_list_get_tag_size(tags.get(), GST_TAG_BITRATE) > 0) {
         gst_tag_list_remove_tag(additions.get(), GST_TAG_BITRATE);
+    }
+    const auto known = pictureIn(tags.get());
+    const auto picture = pictureIn(news);
+    if (known && picture && !isSame(known.get(), picture.get())) {
+        gst_tag_list_remove_tag(tags.get(), GST_TAG_PREVIEW_IMAGE);
     }
     tags.reset(gst_tag_list_merge(tags.get(), additions.get(), GST_TAG_MERGE_REPLACE));
 }

@@ -28,7 +28,7 @@ struct Facts {
     int sampleRate = 0;
     Dimensions dimensions;
 
-    /** Adds tags; newer ones replace older ones. */
+    /** Adds tags; newer ones replace older ones, and a preview goes with its picture. */
     void merge(const GstTagList *news);
 };
 

@@ -574,6 +574,10 @@ gboolean Player::onOpenTimeout(gpointer self)
 void Player::onTagged(const GstTagList *tags)
 {
     m_facts.merge(tags);
+    if (gst_tag_list_get_tag_size(tags, GST_TAG_IMAGE) > 0) {
+        // It may be another one than the one that is being made smaller.
+        m_thumbnailer.cancel();
+    }
     onChanged();
 }
 

@@ -134,15 +134,19 @@ std::string toAttributes(const GstTagList *tags)
     return result;
 }
 
+Owned<GstSample> pictureIn(const GstTagList *tags)
+{
+    GstSample *sample = nullptr;
+    gst_tag_list_get_sample(tags, GST_TAG_IMAGE, &sample);
+    Owned<GstSample> picture(sample);
+    return picture && gst_sample_get_buffer(picture.get()) ? std::move(picture) : nullptr;
+}
+
 Owned<GstSample> pictureWithoutPreview(const GstTagList *tags)
 {
-    GstSample *picture = nullptr;
-    if (gst_tag_list_get_tag_size(tags, GST_TAG_PREVIEW_IMAGE) == 0
-        && gst_tag_list_get_sample(tags, GST_TAG_IMAGE, &picture)
-        && gst_buffer_get_size(gst_sample_get_buffer(picture)) <= MaximumPicture) {
-        gst_sample_unref(std::exchange(picture, nullptr));
-    }
-    return Owned<GstSample>(picture);
+    auto picture = pictureIn(tags);
+    const bool isLarge = picture && gst_buffer_get_size(gst_sample_get_buffer(picture.get())) > MaximumPicture;
+    return isLarge && gst_tag_list_get_tag_size(tags, GST_TAG_PREVIEW_IMAGE) == 0 ? std::move(picture) : nullptr;
 }
 
 } // namespace voro::renderer

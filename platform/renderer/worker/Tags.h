@@ -14,6 +14,8 @@ extern const size_t MaximumPicture;
     would make a message too long is left out; a preview stands in for a picture that is too large. */
 std::string toAttributes(const GstTagList *tags);
 
+/** The picture, null when there is none. */
+Owned<GstSample> pictureIn(const GstTagList *tags);
 /** The picture that is too large and has no preview, null when there is none. */
 Owned<GstSample> pictureWithoutPreview(const GstTagList *tags);
 
