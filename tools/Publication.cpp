@@ -22,7 +22,11 @@ Publication::Publication(MediaPlayer &player, std::function<void(Key)> ask, QObj
 void Publication::connectPlayer()
 {
     connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Publication::publishState);
-    connect(&m_player, &MediaPlayer::metaDataChanged, &m_connection, &NowPlayingConnection::setMetaData);
+    connect(&m_player, &MediaPlayer::metaDataChanged, &m_connection, [this](QVariantMap metaData) {
+        // A picture would make every report of a position a long one.
+        metaData.remove(QStringLiteral("image"));
+        m_connection.setMetaData(metaData);
+    });
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::durationChanged), &m_connection,
             &NowPlayingConnection::setDuration);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), &m_connection,
