@@ -51,7 +51,7 @@ void Facts::merge(const GstTagList *news)
     const auto known = pictureIn(tags.get());
     const auto picture = pictureIn(news);
     if (known && picture && !isSame(known.get(), picture.get())) {
-        gst_tag_list_remove_tag(tags.get(), GST_TAG_PREVIEW_IMAGE);
+        thumbnail.reset();
     }
     tags.reset(gst_tag_list_merge(tags.get(), additions.get(), GST_TAG_MERGE_REPLACE));
 }
@@ -69,7 +69,7 @@ std::string toAttributes(const Facts &facts)
         pps::appendNumber(lines, "md_video_pixel_width", size.pixelWidth);
         pps::appendNumber(lines, "md_video_pixel_height", size.pixelHeight);
     }
-    return lines + toAttributes(facts.tags.get());
+    return lines + toAttributes(facts.tags.get(), facts.thumbnail.get());
 }
 
 } // namespace voro::renderer

@@ -21,6 +21,8 @@ Dimensions dimensionsOf(const GstCaps *caps);
 /** What is known of a track. */
 struct Facts {
     Owned<GstTagList> tags{gst_tag_list_new_empty()};
+    /** Of a picture that is too large to be told, null while not made. */
+    Owned<GstSample> thumbnail{};
     /** In milliseconds, 0 when not known. */
     int64_t duration = 0;
     bool isSeekable = false;
@@ -28,7 +30,7 @@ struct Facts {
     int sampleRate = 0;
     Dimensions dimensions;
 
-    /** Adds tags; newer ones replace older ones, and a preview goes with its picture. */
+    /** Adds tags; newer ones replace older ones, and a thumbnail goes with its picture. */
     void merge(const GstTagList *news);
 };
 

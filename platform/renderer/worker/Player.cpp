@@ -660,17 +660,18 @@ void Player::reportTrack()
 
 void Player::shrinkCover()
 {
-    const auto cover = pictureWithoutPreview(m_facts.tags.get());
-    if (cover && !m_thumbnailer.isRunning()) {
-        m_thumbnailer.start(cover.get(), MaximumPicture, [this](GstSample *thumbnail) {
-            if (thumbnail) {
-                gst_tag_list_add(m_facts.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_PREVIEW_IMAGE, thumbnail, nullptr);
-                reportTrack();
-            } else {
-                gst_tag_list_remove_tag(m_facts.tags.get(), GST_TAG_IMAGE);
-            }
-        });
+    const auto cover = pictureIn(m_facts.tags.get());
+    if (!cover || !isTooLarge(cover.get()) || m_facts.thumbnail || m_thumbnailer.isRunning()) {
+        return;
     }
+    m_thumbnailer.start(cover.get(), MaximumPicture, [this](GstSample *thumbnail) {
+        if (thumbnail) {
+            m_facts.thumbnail.reset(gst_sample_ref(thumbnail));
+            reportTrack();
+        } else {
+            gst_tag_list_remove_tag(m_facts.tags.get(), GST_TAG_IMAGE);
+        }
+    });
 }
 
 void Player::reportCurrent()

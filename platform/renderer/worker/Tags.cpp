@@ -106,7 +106,7 @@ std::string line(const GstTagList *tags, const char *tag, const std::string &att
 /** In base64, behind what says so. */
 const size_t MaximumPicture = (MaximumPictureText - 100) / 4 * 3;
 
-std::string toAttributes(const GstTagList *tags)
+std::string toAttributes(const GstTagList *tags, GstSample *thumbnail)
 {
     std::map<std::string, std::string> lines;
     for (int i = 0; tags && i < gst_tag_list_n_tags(tags); ++i) {
@@ -128,8 +128,8 @@ std::string toAttributes(const GstTagList *tags)
     }
     if (const auto picture = lines.find(GST_TAG_IMAGE); picture != lines.end()) {
         result += picture->second;
-    } else if (tags) {
-        result += line(tags, GST_TAG_PREVIEW_IMAGE, GST_TAG_IMAGE);
+    } else if (const std::string url = thumbnail ? dataUrl(thumbnail) : std::string(); !url.empty()) {
+        pps::appendText(result, GST_TAG_IMAGE, url);
     }
     return result;
 }
@@ -142,11 +142,9 @@ Owned<GstSample> pictureIn(const GstTagList *tags)
     return picture && gst_sample_get_buffer(picture.get()) ? std::move(picture) : nullptr;
 }
 
-Owned<GstSample> pictureWithoutPreview(const GstTagList *tags)
+bool isTooLarge(GstSample *picture)
 {
-    auto picture = pictureIn(tags);
-    const bool isLarge = picture && gst_buffer_get_size(gst_sample_get_buffer(picture.get())) > MaximumPicture;
-    return isLarge && gst_tag_list_get_tag_size(tags, GST_TAG_PREVIEW_IMAGE) == 0 ? std::move(picture) : nullptr;
+    return gst_buffer_get_size(gst_sample_get_buffer(picture)) > MaximumPicture;
 }
 
 } // namespace voro::renderer
