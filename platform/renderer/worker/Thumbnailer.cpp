@@ -1,5 +1,7 @@
 #include "Thumbnailer.h"
 
+#include <malloc.h>
+
 #include <string>
 #include <utility>
 
@@ -102,6 +104,10 @@ void Thumbnailer::finish(GstSample *thumbnail)
     const Done done = std::exchange(m_done, nullptr);
     cancel();
     done(thumbnail);
+    // The pictures were many times as large as what is left.
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 } // namespace voro::renderer
