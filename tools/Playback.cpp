@@ -56,16 +56,13 @@ void Playback::connectPlayer()
     connect(&m_player, &MediaPlayer::volumeChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::speedChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::closedCaptionEnabledChanged, this, &Playback::refresh);
-    connect(&m_player, qOverload<unsigned>(&MediaPlayer::trackCountChanged), this, [this](unsigned count) {
-        m_trackCount = std::max(m_trackCount, count);
-        refresh();
-    });
+    connect(&m_player, qOverload<unsigned>(&MediaPlayer::trackCountChanged), this, &Playback::refresh);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::durationChanged), this, &Playback::refresh);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), this, [this] {
         m_sought.reset();
         // Nothing tells that the first track is the first.
-        if (m_track == 0 && m_player.track() == 1)
-            m_track = 1;
+        if (m_told == 0 && m_player.track() == 1)
+            m_told = 1;
         refresh();
     });
     connect(&m_player, &MediaPlayer::buffering, this, [this](double fraction) {
@@ -134,8 +131,9 @@ QUrl Playback::source()
     QByteArray lines;
     for (const Medium &medium : m_media)
         lines += medium.url.toEncoded() + '\n';
-    const bool isWritten = m_playlist.open() && m_playlist.write(lines) == lines.size() && m_playlist.flush();
-    return isWritten ? QUrl::fromLocalFile(m_playlist.fileName()) : QUrl();
+    QFile playlist(m_folder.emplace().filePath(QStringLiteral("queue.m3u8")));
+    const bool isWritten = playlist.open(QFile::WriteOnly) && playlist.write(lines) == lines.size() && playlist.flush();
+    return isWritten ? QUrl::fromLocalFile(playlist.fileName()) : QUrl();
 }
 
 MediaError::Type Playback::playFirst()
@@ -164,7 +162,7 @@ MediaError::Type Playback::start()
 
 bool Playback::playOn(unsigned track)
 {
-    if (track > m_trackCount)
+    if (track > trackCount())
         return false;
     const auto error = log().run([&] {
         return inTurn(
@@ -198,21 +196,21 @@ void Playback::complainOf(unsigned first, unsigned end)
 
 void Playback::onTrack(unsigned track)
 {
-    complainOf(m_track + 1, track);
-    m_track = track;
+    complainOf(m_told + 1, track);
+    m_told = track;
     refresh();
 }
 
 void Playback::onEnd()
 {
-    complainOf(m_track + 1, m_trackCount + 1);
+    complainOf(m_told + 1, trackCount() + 1);
     finish();
 }
 
 void Playback::onError(MediaError::Type error, unsigned position)
 {
-    fail(QStringLiteral("%1: %2 at %3").arg(nameOf(current()), enumeratorName(error), timeText(position)));
-    if (!playOn(current() + 1))
+    fail(QStringLiteral("%1: %2 at %3").arg(nameOf(m_player.track()), enumeratorName(error), timeText(position)));
+    if (!playOn(m_player.track() + 1))
         finish();
 }
 
@@ -268,14 +266,14 @@ MediaError::Type Playback::changeVolume(double step)
 
 MediaError::Type Playback::next()
 {
-    if (current() < m_trackCount)
+    if (m_player.track() < trackCount())
         return m_player.nextTrack();
     return m_settings.repeatMode == RepeatMode::All ? m_player.seekTrack(1) : MediaError::None;
 }
 
 MediaError::Type Playback::previous()
 {
-    return m_track > 1 ? m_player.previousTrack() : m_player.seekTime(0);
+    return m_player.track() > 1 ? m_player.previousTrack() : m_player.seekTime(0);
 }
 
 bool Playback::hold()
@@ -294,7 +292,7 @@ QString Playback::title() const
     if (m_player.position() == 0 || m_player.mediaState() == MediaState::Unprepared)
         return {};
     const QUrl uri(metaData.value(QLatin1String(multimedia::MetaData::Uri)).toString());
-    return printable(isKnown() || uri.fileName().isEmpty() ? nameOf(current()) : uri.fileName());
+    return printable(isKnown() || uri.fileName().isEmpty() ? nameOf(m_player.track()) : uri.fileName());
 }
 
 QString Playback::nameOf(unsigned track) const
@@ -308,7 +306,8 @@ QString Playback::nameOf(unsigned track) const
 void Playback::refresh()
 {
     if (m_publication)
-        m_publication->setNeighbours(current() < m_trackCount || m_settings.repeatMode == RepeatMode::All, m_track > 1);
+        m_publication->setNeighbours(m_player.track() < trackCount() || m_settings.repeatMode == RepeatMode::All,
+                                     m_player.track() > 1);
     const bool hasCaptions = m_settings.captions && !m_settings.windowId.isEmpty();
     m_display->show({
         .title = title(),
@@ -317,8 +316,8 @@ void Playback::refresh()
         .position = m_player.position(),
         .duration = m_player.duration(),
         .volume = m_player.volume(),
-        .track = current(),
-        .trackCount = m_trackCount,
+        .track = m_player.track(),
+        .trackCount = trackCount(),
         .speed = m_player.speed(),
         .captions = hasCaptions ? std::optional(m_player.closedCaptionEnabled()) : std::nullopt,
     });

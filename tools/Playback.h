@@ -9,8 +9,7 @@
 #include <multimedia/MediaPlayer.h>
 #include <multimedia/RepeatMode.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QTemporaryFile>
+#include <QtCore/QTemporaryDir>
 
 #include <algorithm>
 #include <memory>
@@ -76,8 +75,8 @@ private:
     Error::Type previous();
 
     /** Whether the tracks of the queue are the media given. */
-    bool isKnown() const { return m_trackCount == m_media.size(); }
-    unsigned current() const { return std::max(m_track, 1U); }
+    bool isKnown() const { return trackCount() == m_media.size(); }
+    unsigned trackCount() const { return std::max(m_player.trackCount(), 1U); }
     QString nameOf(unsigned track) const;
     QString title() const;
     void refresh();
@@ -88,10 +87,10 @@ private:
     std::unique_ptr<Publication> m_publication;
 
     std::vector<Medium> m_media;
-    QTemporaryFile m_playlist{QDir::tempPath() + QStringLiteral("/voro-XXXXXX.m3u8")};
-    /** What the player told last, which an error makes it forget; 0 before anything is played. */
-    unsigned m_track = 0;
-    unsigned m_trackCount = 1;
+    /** Where the playlist of several media lies. */
+    std::optional<QTemporaryDir> m_folder;
+    /** The last track that was told of; 0 before. */
+    unsigned m_told = 0;
     std::set<unsigned> m_examined;
     /** Where the keys sought to last, until the player reports a position: several presses add up. */
     std::optional<unsigned> m_sought;

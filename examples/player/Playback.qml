@@ -16,6 +16,8 @@ MediaPlayer {
     property string problem: ""
     /** The factor that the user chose, which holds also while playback is paused. */
     property real wantedSpeed: 1
+    /** Whether the role is to be asked for, once: what is heard and seen need not wait for it. */
+    property bool wantsRole: false
 
     readonly property bool isPlaying: mediaState === MediaState.Started
     readonly property bool isLoaded: String(sourceUrl) !== ""
@@ -107,6 +109,7 @@ MediaPlayer {
             return;
         if (speed !== wantedSpeed)
             check(setSpeed(wantedSpeed));
+        wantsRole = !role.acquired;
     }
 
     function toggle() {
@@ -151,8 +154,12 @@ MediaPlayer {
         return result === MediaError.None;
     }
 
-    // What is heard and seen need not wait for the role.
-    onPositionChanged: if (isPlaying && !role.acquired) role.acquire()
+    onPositionChanged: {
+        if (wantsRole && isPlaying) {
+            wantsRole = false;
+            role.acquire();
+        }
+    }
     onError: (mediaError) => check(mediaError)
     onTrackChanged: if (role.acquired) role.trackChange()
 
