@@ -1,0 +1,188 @@
+// voro play, into pipes and on a terminal.
+
+#include "Program.h"
+#include "PseudoTerminal.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+class tst_VoroPlay : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void saysWhatIsWrong_andPlaysTheNext();
+    void json_tellsTheWholeStory();
+    void doesWhatTheRemoteAsks_alsoWithoutTheRole();
+    void plainOutput_isLines();
+    void keys_workOnTerminal();
+    void givesTerminalBack_data();
+    void givesTerminalBack();
+    void givesTerminalBack_whileSuspended();
+};
+
+void tst_VoroPlay::saysWhatIsWrong_andPlaysTheNext()
+{
+    const SilentDaemon daemon;
+    const QString missing = daemon.folder() + "/100%25 #1?.ogg";
+    const Result alone = voro({"play", missing});
+    QCOMPARE(alone.status, 1);
+    QCOMPARE(lastLine(alone.err), QByteArray("voro: play: 100%25 #1?.ogg: SourceUnavailable"));
+
+    const QString sample = QStringLiteral(VORO_SAMPLE_FILE);
+    const QString copy = daemon.folder() + "/100%25 #2?.ogg";
+    QVERIFY(QFile::copy(sample, copy));
+    const QString junk = daemon.folder() + "/junk.ogg";
+    QFile file(junk);
+    QVERIFY(file.open(QFile::WriteOnly) && file.write("no music") > 0);
+    file.close();
+    const Result several = voro({"play", junk, missing, sample, junk, copy, junk, "--speed=4", "--json"});
+    QCOMPARE(several.status, 1);
+    QCOMPARE(several.out.count("\"signal\":\"playbackCompleted\"}"), 1);
+    QCOMPARE(several.out.count("\"signal\":\"trackChanged\",\"track\":4}"), 1);
+    for (const char *line : {"100%25 #1?.ogg: SourceUnavailable\n", "junk.ogg: UnsupportedMediaType\n"})
+        QVERIFY2(several.err.contains(QByteArray("voro: play: ") + line), several.err.constData());
+    QCOMPARE(several.err.count("junk.ogg: U"), 3);
+    const Result bad = voro({"play", junk, junk});
+    QCOMPARE(bad.status, 1);
+    QVERIFY2(lastLine(bad.err).startsWith("voro: play: none of them can be played: "), bad.err.constData());
+}
+
+void tst_VoroPlay::json_tellsTheWholeStory()
+{
+    const SilentDaemon daemon;
+    const Result result = voro({"play", "--json", "--start=19000", "--volume=0.5"});
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.status, 0);
+    double last = 0;
+    QStringList states;
+    QString title;
+    int ends = 0;
+    for (const QByteArray &line : result.out.split('\n')) {
+        if (line.isEmpty())
+            continue;
+        const QJsonObject signal = QJsonDocument::fromJson(line).object();
+        const QString name = signal.value(QLatin1String("signal")).toString();
+        QVERIFY2(!name.isEmpty() && signal.value(QLatin1String("t")).toDouble() >= last, line.constData());
+        last = signal.value(QLatin1String("t")).toDouble();
+        if (name == QLatin1String("mediaStateChanged"))
+            states.append(signal.value(QLatin1String("mediaState")).toString());
+        else if (name == QLatin1String("metaDataChanged"))
+            title = signal.value(QLatin1String("metaData")).toObject().value(QLatin1String("title")).toString();
+        else if (name == QLatin1String("positionChanged"))
+            QVERIFY2(signal.value(QLatin1String("position")).toDouble() >= 0, line.constData());
+        else if (name == QLatin1String("playbackCompleted"))
+            ++ends;
+    }
+    QCOMPARE(states, (QStringList{"Prepared", "Started", "Stopped"}));
+    QCOMPARE(title, "First Light");
+    QCOMPARE(ends, 1);
+}
+
+void tst_VoroPlay::doesWhatTheRemoteAsks_alsoWithoutTheRole()
+{
+    const SilentDaemon daemon;
+    const auto state = [](const char *name) { return QByteArray("\"mediaState\":\"") + name + '"'; };
+    const auto remote = [](const char *command) { return voro({"remote", QString::fromLatin1(command)}); };
+    RunningVoro playing({"play", "--json"});
+    QVERIFY(playing.waitFor(state("Started")));
+    QTRY_VERIFY(remote("status").out.contains("First Light"));
+    QCOMPARE(remote("pause").status, 0);
+    QVERIFY(playing.waitFor(state("Paused")));
+    QCOMPARE(remote("play").status, 0);
+    QVERIFY(playing.waitFor(state("Started")));
+
+    RunningVoro other({"publish", "--name=Other", "--json"});
+    QVERIFY(other.waitFor("\"acquired\""));
+    // The role is another one's now, and the music goes on.
+    QVERIFY(playing.waitFor("\"positionChanged\""));
+    QCOMPARE(playing.interrupt(), 0);
+}
+
+void tst_VoroPlay::plainOutput_isLines()
+{
+    const SilentDaemon daemon;
+    const Result result = voro({"play", "--start=18000"});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(result.out.startsWith("First Light - Voro\n"), result.out.constData());
+    QVERIFY2(result.out.contains("\n0:18 / 0:19\n"), result.out.constData());
+    QVERIFY(!result.out.contains('\r') && !result.out.contains('\x1b'));
+
+    const QString list = daemon.folder() + "/list.m3u";
+    QFile file(list);
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write(QByteArray(VORO_SAMPLE_FILE "\n").repeated(2));
+    file.close();
+    const Result several = voro({"play", list, "--speed=4", "--start=18000"});
+    QCOMPARE(several.status, 0);
+    QVERIFY2(several.out.contains("track 1 of 2\n"), several.out.constData());
+    QVERIFY2(several.out.contains("speed 4\n"), several.out.constData());
+    QVERIFY2(several.out.contains("track 2 of 2\n"), several.out.constData());
+}
+
+void tst_VoroPlay::keys_workOnTerminal()
+{
+    const SilentDaemon daemon;
+    PseudoTerminal terminal({VORO_PROGRAM, "play"});
+    QVERIFY2(terminal.waitFor("First Light - Voro"), terminal.written().constData());
+    QVERIFY(!terminal.isInOwnMode());
+    terminal.type(" ");
+    QVERIFY(terminal.waitFor("|| "));
+    terminal.type("-");
+    QVERIFY(terminal.waitFor("volume 95%"));
+    terminal.type("\x1b[A");
+    QVERIFY(terminal.waitFor("volume 100%"));
+    // Paused, so the position changes by the keys alone.
+    terminal.type("\x1b[C\x1b[C");
+    QVERIFY(terminal.waitFor("|| 0:1"));
+    terminal.type("p");
+    QVERIFY(terminal.waitFor("|| 0:00"));
+    terminal.type(" ");
+    QVERIFY(terminal.waitFor(">  0:0"));
+    terminal.type("q");
+    QCOMPARE(terminal.waitForEnd(), std::optional(0));
+    QVERIFY(terminal.isInOwnMode());
+}
+
+void tst_VoroPlay::givesTerminalBack_data()
+{
+    QTest::addColumn<QByteArray>("keys");
+    QTest::addColumn<int>("signal");
+    QTest::newRow("^C") << QByteArray("\x03") << 0;
+    QTest::newRow("TERM") << QByteArray() << SIGTERM;
+    QTest::newRow("HUP") << QByteArray() << SIGHUP;
+    QTest::newRow("SEGV") << QByteArray() << SIGSEGV;
+}
+
+void tst_VoroPlay::givesTerminalBack()
+{
+    QFETCH(QByteArray, keys);
+    QFETCH(int, signal);
+    const SilentDaemon daemon;
+    PseudoTerminal terminal({VORO_PROGRAM, "play"});
+    QVERIFY(terminal.waitFor("First Light - Voro"));
+    QVERIFY(!terminal.isInOwnMode());
+    if (signal)
+        kill(terminal.processId(), signal);
+    else
+        terminal.type(keys);
+    QCOMPARE(terminal.waitForEnd(), signal == SIGSEGV ? std::nullopt : std::optional(0));
+    QVERIFY(terminal.isInOwnMode());
+}
+
+void tst_VoroPlay::givesTerminalBack_whileSuspended()
+{
+    const SilentDaemon daemon;
+    PseudoTerminal terminal({VORO_PROGRAM, "play"});
+    QVERIFY(terminal.waitFor("First Light - Voro"));
+    kill(terminal.processId(), SIGTSTP);
+    QVERIFY(terminal.waitForStop());
+    QVERIFY(terminal.isInOwnMode());
+    QVERIFY(terminal.waitFor("|| "));
+    kill(terminal.processId(), SIGCONT);
+    QVERIFY(terminal.waitFor(">  0:0"));
+    QTRY_VERIFY(!terminal.isInOwnMode());
+    terminal.type("q");
+    QCOMPARE(terminal.waitForEnd(), std::optional(0));
+}
+
+QTEST_GUILESS_MAIN(tst_VoroPlay)
+#include "tst_voro_play.moc"
