@@ -52,7 +52,10 @@ void FilePipeline::start(bool isAudible, const std::string &role)
     open();
     // Other threads open the file meanwhile.
     if (m_audio.hasLostServer()) {
+        // They may have come to its end already, and wait for what follows.
+        m_succession.release();
         gst_element_set_state(pipeline, GST_STATE_NULL);
+        m_succession.setUnknown();
         gst_bus_set_flushing(GST_ELEMENT_BUS(pipeline), TRUE);
         gst_bus_set_flushing(GST_ELEMENT_BUS(pipeline), FALSE);
         m_audio.removeSink();
@@ -84,10 +87,6 @@ void FilePipeline::forgetPlayed()
 {
     const std::lock_guard lock(m_mutex);
     if (m_tracks.size() > 1) {
-        GstElement *played = m_tracks.front().chain->element();
-        // A pipeline that is on its way to another state would take it along again.
-        gst_element_set_locked_state(played, TRUE);
-        gst_element_set_state(played, GST_STATE_READY);
         remove(m_tracks.front());
         m_tracks.pop_front();
     }
@@ -127,8 +126,13 @@ bool FilePipeline::append(const std::string &uri)
 
 void FilePipeline::remove(Track &track)
 {
+    GstElement *element = track.chain->element();
+    // A pipeline that is on its way to another state would take it along again, and one that has failed on its way does
+    // not take it down.
+    gst_element_set_locked_state(element, TRUE);
+    gst_element_set_state(element, GST_STATE_READY);
     gst_element_release_request_pad(m_concat, track.input.get());
-    gst_bin_remove(GST_BIN(m_pipeline.get()), track.chain->element());
+    gst_bin_remove(GST_BIN(m_pipeline.get()), element);
     m_kept.push_front(std::move(track.chain));
 }
 
