@@ -35,7 +35,10 @@ GstPadProbeReturn answerCaps(GstQuery *query, GstCaps *accepted)
     return GST_PAD_PROBE_HANDLED;
 }
 
-/** Answers for the sink, which would ask the server each time. */
+/**
+ * Answers for the sink, which would ask the server each time, by a stream that it opens there; when the server ends with
+ * such a stream open, the sink waits forever.
+ */
 GstPadProbeReturn onSinkQuery(GstPad *, GstPadProbeInfo *info, gpointer self)
 {
     GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
@@ -161,12 +164,12 @@ void AudioBin::addSink(bool isAudible)
     if (!m_sink) {
         m_sink = silentSink();
     }
-    gst_bin_add(GST_BIN(m_bin.get()), m_sink);
-    gst_element_link(m_volume, m_sink);
     if (m_isServerSink) {
         const Owned<GstPad> pad(gst_element_get_static_pad(m_sink, "sink"));
         gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onSinkQuery, m_format.get(), nullptr);
     }
+    gst_bin_add(GST_BIN(m_bin.get()), m_sink);
+    gst_element_link(m_volume, m_sink);
 }
 
 void AudioBin::removeSink()
@@ -177,6 +180,13 @@ void AudioBin::removeSink()
         gst_bin_remove(GST_BIN(m_bin.get()), m_sink);
         m_sink = nullptr;
         m_isServerSink = false;
+    }
+}
+
+void AudioBin::removeLostSink()
+{
+    if (hasLostServer()) {
+        removeSink();
     }
 }
 

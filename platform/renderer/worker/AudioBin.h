@@ -36,6 +36,8 @@ public:
     bool hasLostServer() const;
     /** Has the bin, which must not be in use, get another sink next time. */
     void removeSink();
+    /** Does so when the connection broke. */
+    void removeLostSink();
     /** Before the bin is taken out of use: to connect to the sound server anew would take time with each medium. */
     void keepConnection();
 

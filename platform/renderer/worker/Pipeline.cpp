@@ -84,7 +84,7 @@ void Pipeline::loadAhead(const std::string &uri, const Outputs &outputs)
         m_outputs = outputs;
         m_aheadTimer.reset(g_timeout_add(LongestWait, onAheadOver, this));
         m_succession.setUnknown();
-        m_file.start(m_outputs.isAudible, m_outputs.role);
+        startFile();
     }
 }
 
@@ -142,10 +142,16 @@ void Pipeline::open()
         adoptAhead();
     } else if (m_choice.url.empty() && m_file.load(m_uri)) {
         m_top = m_file.element();
-        m_file.start(m_outputs.isAudible, m_outputs.role);
+        startFile();
     } else {
         openPlaybin(false);
     }
+}
+
+void Pipeline::startFile()
+{
+    m_audio.removeLostSink();
+    m_file.start(m_outputs.isAudible, m_outputs.role);
 }
 
 bool Pipeline::openTheLongWay()
@@ -165,9 +171,9 @@ void Pipeline::openPlaybin(bool needsPicture)
     m_isOpening = true;
     m_emptyStreams = 0;
     m_succession.setUnknown();
-    if (m_audio.hasLostServer()) {
-        m_audio.removeSink();
-    }
+    // All sinks share a connection: a kept one would give its broken one to every new one.
+    m_file.audio().removeLostSink();
+    m_audio.removeLostSink();
     m_audio.resetSink(m_outputs.isAudible, m_outputs.role);
     m_audio.closeGate();
     // Who decodes asks every sink what it takes, and our bin for pictures takes as long as all the rest. Without any

@@ -129,6 +129,7 @@ private:
     bool isShort() const { return m_top == m_file.element(); }
     /** Opens what load() was told. */
     void open();
+    void startFile();
     void openPlaybin(bool needsPicture);
     /** Opens it with the playbin when it could not be opened the short way; false when it was none. */
     bool openTheLongWay();
