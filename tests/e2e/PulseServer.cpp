@@ -6,7 +6,6 @@
 #include <QtCore/QDebug>
 #include <QtCore/QEventLoop>
 #include <QtCore/QFile>
-#include <QtCore/QFileSystemWatcher>
 #include <QtCore/QTimer>
 
 #include <sys/prctl.h>
@@ -15,17 +14,15 @@
 
 namespace {
 
-/** Waits until the server has made its socket. */
-bool waitForFile(const QString &folder, const QString &path)
+/** Waits until the server says that it is ready: its socket can be seen before anybody can connect to it. */
+bool waitForStartup(QProcess &server, QByteArray &log)
 {
-    QFileSystemWatcher watcher({folder});
-    QEventLoop loop;
-    QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &loop, [&] {
-        if (QFile::exists(path))
-            loop.quit();
-    });
-    QTimer::singleShot(20'000, &loop, [&] { loop.exit(1); });
-    return QFile::exists(path) || loop.exec() == 0;
+    while (!log.contains("Daemon startup complete")) {
+        if (!server.waitForReadyRead(20'000))
+            return false;
+        log += server.readAll();
+    }
+    return true;
 }
 
 } // namespace
@@ -37,6 +34,9 @@ PulseServer::PulseServer()
     qputenv("PULSE_STATE_PATH", m_folder.path().toLocal8Bit());
     qputenv("PULSE_COOKIE", m_folder.filePath(QStringLiteral("cookie")).toLocal8Bit());
     m_process.setProcessChannelMode(QProcess::MergedChannels);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LC_ALL", "C");
+    m_process.setProcessEnvironment(environment);
     // A test that crashes leaves nothing running.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     start();
@@ -52,11 +52,12 @@ void PulseServer::start()
 {
     QFile::remove(socketPath());
     m_process.start(QStringLiteral("pulseaudio"),
-                    {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
+                    {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--log-level=info", "-L",
                      QStringLiteral("module-null-sink sink_name=null"), "-L", "module-rescue-streams", "-L",
                      QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1").arg(socketPath())});
-    if (!m_process.waitForStarted() || !waitForFile(m_folder.path(), socketPath()))
-        qFatal("No sound server: %s", m_process.readAll().constData());
+    QByteArray log;
+    if (!waitForStartup(m_process, log))
+        qFatal("No sound server: %s", log.constData());
 }
 
 void PulseServer::suspend()
