@@ -90,17 +90,18 @@ GstElement *adapted(GstElement *sink)
 AudioBin::AudioBin()
     : m_bin(GST_ELEMENT(gst_object_ref_sink(gst_bin_new("voro-audio")))),
       m_queue(makeElement("queue")),
+      m_filter(makeElement("capsfilter")),
       m_equalizer(makeElement("equalizer-10bands")),
       m_volume(makeElement("volume")),
       m_format(gst_caps_from_string("audio/x-raw, format = " GST_AUDIO_NE(F32) ", layout = interleaved"))
 {
     GstElement *convert = makeElement("audioconvert");
-    GstElement *format = makeElement("capsfilter");
-    GstElement *tempo = makeElement("scaletempo");
     // One format for all: they need not find out at each medium which of many they have in common.
-    g_object_set(format, "caps", m_format.get(), nullptr);
-    gst_bin_add_many(GST_BIN(m_bin.get()), m_queue, convert, format, tempo, m_equalizer, m_volume, nullptr);
-    gst_element_link_many(m_queue, convert, format, tempo, m_equalizer, m_volume, nullptr);
+    g_object_set(m_filter, "caps", m_format.get(), nullptr);
+    gst_bin_add_many(GST_BIN(m_bin.get()), m_queue, convert, m_filter, m_equalizer, m_volume, nullptr);
+    gst_element_link_many(m_queue, convert, m_filter, nullptr);
+    gst_element_link(m_equalizer, m_volume);
+    addTempo();
     g_object_set(m_queue, "max-size-buffers", 0, "max-size-bytes", 0, nullptr);
     decodeAhead(OpenAhead);
 
@@ -113,8 +114,6 @@ AudioBin::AudioBin()
                       onDecoded, this, nullptr);
     m_accepted.reset(gst_pad_query_caps(target.get(), nullptr));
     gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, this, nullptr);
-    // Changes of equalizer and volume hold for what waits, too.
-    m_gate.reset(gst_element_get_static_pad(tempo, "src"));
 }
 
 // Runs in a streaming thread. A decoder that asks for buffers would wait in the queue for the closed gate; it has its
@@ -135,6 +134,10 @@ AudioBin::~AudioBin()
 
 void AudioBin::resetSink(bool isAudible, const std::string &role)
 {
+    if (m_isStretched.exchange(false)) {
+        removeTempo();
+        addTempo();
+    }
     if (m_isServerSink && isAudible) {
         gst_element_set_locked_state(m_sink, FALSE);
     } else {
@@ -154,6 +157,22 @@ bool AudioBin::hasLostServer() const
         discard(other);
     }
     return m_isServerSink && !other;
+}
+
+void AudioBin::addTempo()
+{
+    m_tempo = makeElement("scaletempo");
+    gst_bin_add(GST_BIN(m_bin.get()), m_tempo);
+    gst_element_link_many(m_filter, m_tempo, m_equalizer, nullptr);
+    // Changes of equalizer and volume hold for what waits, too.
+    m_gate.reset(gst_element_get_static_pad(m_tempo, "src"));
+}
+
+void AudioBin::removeTempo()
+{
+    openGate();
+    gst_element_set_state(m_tempo, GST_STATE_NULL);
+    gst_bin_remove(GST_BIN(m_bin.get()), m_tempo);
 }
 
 void AudioBin::addSink(bool isAudible)
@@ -211,6 +230,12 @@ GstPadProbeReturn AudioBin::onDecoded(GstPad *, GstPadProbeInfo *info, gpointer 
             GstTagList *tags = nullptr;
             gst_event_parse_tag(event, &tags);
             gst_element_post_message(element, gst_message_new_tag(GST_OBJECT(element), gst_tag_list_ref(tags)));
+        } else if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
+            const GstSegment *segment = nullptr;
+            gst_event_parse_segment(event, &segment);
+            if (segment->rate != 1) {
+                bin->m_isStretched = true;
+            }
         } else if (GST_EVENT_TYPE(event) == GST_EVENT_EOS && bin->m_awaitsDecoded.exchange(false)) {
             postNote(element, EmptyMessage);
         }

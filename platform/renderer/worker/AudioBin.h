@@ -63,10 +63,14 @@ private:
     /** How much is decoded before it is needed. */
     void decodeAhead(GstClockTime time);
     void addSink(bool isAudible);
+    void addTempo();
+    void removeTempo();
 
     Owned<GstElement> m_bin;
     // Parts of the bin, owned by it.
     GstElement *m_queue;
+    GstElement *m_filter;
+    GstElement *m_tempo = nullptr;
     GstElement *m_equalizer;
     GstElement *m_volume;
     /** What all elements behind the first conversion have. */
@@ -80,6 +84,8 @@ private:
     gulong m_gateProbe = 0;
     /** Read by streaming threads. */
     std::atomic<bool> m_awaitsDecoded = false;
+    /** The speed was another one: what changed it has garbage in its first samples when it is started again. */
+    std::atomic<bool> m_isStretched = false;
 };
 
 } // namespace voro::renderer

@@ -96,6 +96,8 @@ private:
 
     QTemporaryDir m_folder;
     const int m_sink = qputenv("VORO_AUDIO_SINK", fileSink(file("heard.raw")));
+    // Memory that nobody filled holds samples that cannot be overheard.
+    const int m_memory = qputenv("MALLOC_PERTURB_", "129");
     Daemon m_daemon;
 };
 
@@ -312,15 +314,20 @@ void tst_Renderer::speed_shortensTheSound_andKeepsThePitch()
     QVERIFY(application.attachAudio() >= 0);
     QCOMPARE(application.attach(file("tone.wav")), 0);
     QCOMPARE(mmr_speed_set(application.context(), 2000), 0);
-    const QList<float> heard = play(application);
-    QVERIFY2(std::abs(heard.size() - 2 * 44100) < 8820, QByteArray::number(heard.size()).constData());
-    // The middle second: as many upward crossings as the tone has periods.
-    int crossings = 0;
-    for (qsizetype i = 22050; i < 66150; ++i) {
-        crossings += heard[i] < 0 && heard[i + 1] >= 0;
+    // The second time with what the first one left.
+    for (int i = 0; i < 2; ++i) {
+        const QList<float> heard = play(application);
+        QVERIFY2(std::abs(heard.size() - 2 * 44100) < 8820, QByteArray::number(heard.size()).constData());
+        QVERIFY(std::ranges::all_of(heard, [](float sample) { return std::abs(sample) < 0.2F; }));
+        // The middle second: as many upward crossings as the tone has periods.
+        int crossings = 0;
+        for (qsizetype k = 22050; k < 66150; ++k) {
+            crossings += heard[k] < 0 && heard[k + 1] >= 0;
+        }
+        QVERIFY2(std::abs(crossings - 1000) < 30, QByteArray::number(crossings).constData());
+        QCOMPARE(application.content("state").number("speed"), 2000);
+        QCOMPARE(mmr_stop(application.context()), 0);
     }
-    QVERIFY2(std::abs(crossings - 1000) < 30, QByteArray::number(crossings).constData());
-    QCOMPARE(application.content("state").number("speed"), 2000);
 }
 
 void tst_Renderer::seek_isNeverFollowedByAnOlderPosition()
