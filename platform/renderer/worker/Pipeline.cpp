@@ -379,8 +379,12 @@ GstPadProbeReturn Pipeline::onFirstBuffer(GstPad *stream, GstPadProbeInfo *, gpo
 void Pipeline::onAboutToFinish(GstElement *playbin, gpointer self)
 {
     auto *pipeline = static_cast<Pipeline *>(self);
-    if (!pipeline->m_hasContent) {
-        // That is told when the end has come through.
+    gint pictures = 0;
+    gint texts = 0;
+    g_object_get(playbin, "n-video", &pictures, "n-text", &texts, nullptr);
+    // Streams that run side by side wait for each other at their end, which playbin, with the next medium, never lets
+    // go. And that nothing was in the medium is told when the end has come through.
+    if (pictures > 0 || texts > 0 || !pipeline->m_hasContent) {
         return;
     }
     const std::string uri = pipeline->m_succession.take();

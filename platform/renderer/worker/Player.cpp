@@ -372,8 +372,7 @@ void Player::prepareFollowing()
     for (;;) {
         const auto next = m_queue.following();
         const bool isNormal = m_settings.speed == 0 || m_settings.speed == NormalSpeed;
-        const bool isPicture = m_settings.outputs.hasVideo && m_facts.dimensions.width > 0;
-        if (!next || !isNormal || m_pipeline.rate() != NormalSpeed || isPicture || !captions(*next).url.empty()) {
+        if (!next || !isNormal || m_pipeline.rate() != NormalSpeed || !captions(*next).url.empty()) {
             m_pipeline.succession().set({});
             return;
         }

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void playlist_isRefused_data();
     void playlist_isRefused();
     void longPlaylist_showsWhatIsNear();
+    void repeatAll_endsWhenSwitchedOff_data();
     void repeatAll_endsWhenSwitchedOff();
     void seek_goesToAnotherTrack();
     void backward_holdsAtTheBeginning();
@@ -56,6 +57,9 @@ void tst_Queue::initTestCase()
     for (const char *name : {"e.ogg", "e.mp3", "e.m4a", "e.mka"}) {
         encode(name, "0.5");
     }
+    media::encode(QString::fromUtf8(file("pictures.mkv")),
+                  QStringLiteral("color=c=red:s=64x48:r=25:d=0.3[out0];sine=duration=0.3[out1]"),
+                  {"-c:v", "mpeg4", "-c:a", "flac"});
     const auto content = [this](const char *name) {
         QFile source(QString::fromUtf8(file(name)));
         return source.open(QFile::ReadOnly) ? source.readAll() : QByteArray();
@@ -174,9 +178,18 @@ void tst_Queue::longPlaylist_showsWhatIsNear()
     }
 }
 
+void tst_Queue::repeatAll_endsWhenSwitchedOff_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("sound") << QByteArray("a.wav\nc.flac\n");
+    QTest::newRow("another container") << QByteArray("e.mka\ne.mka\n");
+    QTest::newRow("sound and pictures") << QByteArray("pictures.mkv\npictures.mkv\n");
+}
+
 void tst_Queue::repeatAll_endsWhenSwitchedOff()
 {
-    write("two.m3u", "a.wav\nc.flac\n");
+    QFETCH(const QByteArray, content);
+    write("two.m3u", content);
     const Application application;
     QCOMPARE(application.setInput("repeat", "all"), 0);
     QCOMPARE(application.attach(file("two.m3u"), "playlist"), 0);
