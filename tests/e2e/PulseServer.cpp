@@ -8,22 +8,42 @@
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
 
+#include <poll.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <csignal>
+#include <cstring>
 
 namespace {
 
-/** Waits until the server says that it is ready: its socket can be seen before anybody can connect to it. */
-bool waitForStartup(QProcess &server, QByteArray &log)
-{
-    while (!log.contains("Daemon startup complete")) {
-        if (!server.waitForReadyRead(20'000))
-            return false;
-        log += server.readAll();
+/** Where a service tells that it is ready, as the system's service manager has it told. */
+class Readiness {
+public:
+    explicit Readiness(const QString &path)
+    {
+        QFile::remove(path);
+        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+        qstrncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path);
+        if (bind(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
+            qFatal("%s: %s", qPrintable(path), std::strerror(errno));
     }
-    return true;
-}
+    ~Readiness() { close(m_socket); }
+    Readiness(const Readiness &) = delete;
+    Readiness &operator=(const Readiness &) = delete;
+
+    /** False when nothing was told in time. */
+    bool wait() const
+    {
+        pollfd ready{.fd = m_socket, .events = POLLIN, .revents = 0};
+        return poll(&ready, 1, 20'000) == 1;
+    }
+
+private:
+    const int m_socket = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+};
 
 } // namespace
 
@@ -35,7 +55,7 @@ PulseServer::PulseServer()
     qputenv("PULSE_COOKIE", m_folder.filePath(QStringLiteral("cookie")).toLocal8Bit());
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("LC_ALL", "C");
+    environment.insert(QStringLiteral("NOTIFY_SOCKET"), readinessPath());
     m_process.setProcessEnvironment(environment);
     // A test that crashes leaves nothing running.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -48,16 +68,22 @@ QString PulseServer::socketPath() const
     return m_folder.filePath(QStringLiteral("native"));
 }
 
+QString PulseServer::readinessPath() const
+{
+    return m_folder.filePath(QStringLiteral("ready"));
+}
+
 void PulseServer::start()
 {
     QFile::remove(socketPath());
+    const Readiness readiness(readinessPath());
     m_process.start(QStringLiteral("pulseaudio"),
-                    {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--log-level=info", "-L",
+                    {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
                      QStringLiteral("module-null-sink sink_name=null"), "-L", "module-rescue-streams", "-L",
                      QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1").arg(socketPath())});
-    QByteArray log;
-    if (!waitForStartup(m_process, log))
-        qFatal("No sound server: %s", log.constData());
+    // Its socket can be seen before anybody can connect to it.
+    if (!readiness.wait())
+        qFatal("No sound server: %s", m_process.readAll().constData());
 }
 
 void PulseServer::suspend()

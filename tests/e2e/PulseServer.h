@@ -28,6 +28,7 @@ public:
 
 private:
     QString socketPath() const;
+    QString readinessPath() const;
 
     QTemporaryDir m_folder;
     QProcess m_process;

@@ -216,7 +216,7 @@ void tst_Faults::manyPlayers_leaveNothing()
     churn(300);
     QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
     QCOMPARE(openDescriptors(QCoreApplication::applicationPid()), ours);
-    QTRY_COMPARE(openDescriptors(m_daemon->processId()), theirs);
+    QTRY_VERIFY(openDescriptors(m_daemon->processId()) <= theirs);
 }
 
 void tst_Faults::manyPlayers_outliveTheirWorkers_data()
