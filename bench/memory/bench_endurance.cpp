@@ -90,6 +90,7 @@ public:
             bench::must(player.stop());
         });
         seek();
+        confuse();
     }
 
 private:
@@ -137,6 +138,34 @@ private:
                 QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
             if (i % 10 == 9 && !hasArrived)
                 fail("a seek did not arrive");
+        });
+    }
+
+    /** Whatever comes; now and then the player has to play all the same. */
+    void confuse()
+    {
+        std::minstd_rand random;
+        const auto any = [&random](unsigned count) { return static_cast<int>(random() % count); };
+        const std::vector<std::function<void(MediaPlayer &)>> commands = {
+            [&, this](MediaPlayer &player) { setSource(player, any(4)); },
+            [](MediaPlayer &player) { player.prepare(); },
+            [](MediaPlayer &player) { player.play(); },
+            [](MediaPlayer &player) { player.play(); },
+            [](MediaPlayer &player) { player.pause(); },
+            [](MediaPlayer &player) { player.stop(); },
+            [](MediaPlayer &player) { player.reset(); },
+            [&](MediaPlayer &player) { player.seekPercent(any(100) / 100.0); },
+            [&](MediaPlayer &player) { player.setSpeed((any(16) + 1) / 4.0); },
+            [&](MediaPlayer &player) { player.setRepeatMode(static_cast<RepeatMode::Type>(any(3))); },
+            [&](MediaPlayer &player) { player.setEqualizerPreset(static_cast<EqualizerPreset::Type>(any(17))); },
+        };
+        endureWithPlayer("random commands", 10'000, [&, this](MediaPlayer &player, int i) {
+            if (i % 20 < 19) {
+                commands[static_cast<size_t>(any(static_cast<unsigned>(commands.size())))](player);
+            } else {
+                bench::must(player.reset());
+                play(player, i);
+            }
         });
     }
 
