@@ -10,6 +10,8 @@ namespace voro::renderer {
 Captions::Captions() : m_sink(GST_ELEMENT(gst_object_ref_sink(makeElement("fakesink"))))
 {
     g_object_set(m_sink.get(), "sync", TRUE, "async", FALSE, "signal-handoffs", TRUE, nullptr);
+    // A medium ends with its sound and pictures, whatever captions were still to come.
+    GST_OBJECT_FLAG_UNSET(m_sink.get(), GST_ELEMENT_FLAG_SINK);
     g_signal_connect(m_sink.get(), "handoff", G_CALLBACK(onText), this);
     const Owned<GstPad> pad(gst_element_get_static_pad(m_sink.get(), "sink"));
     gst_pad_add_probe(
@@ -61,6 +63,14 @@ void Captions::setOverlay(GstElement *overlay)
     m_overlay = overlay;
 }
 
+void Captions::setShown(bool isShown)
+{
+    m_isShown = isShown;
+    if (!isShown) {
+        clear();
+    }
+}
+
 void Captions::clear()
 {
     m_timer.reset();
@@ -86,7 +96,7 @@ gboolean Captions::onNext(gpointer data)
     const auto *caption = static_cast<Caption *>(data);
     Captions *self = caption->owner;
     self->m_timer.reset();
-    self->show(caption->text);
+    self->show(self->m_isShown ? caption->text : std::string());
     if (!caption->text.empty() && GST_CLOCK_TIME_IS_VALID(caption->duration)) {
         self->m_timer.reset(g_timeout_add(static_cast<guint>(GST_TIME_AS_MSECONDS(caption->duration)), onOver, self));
     }

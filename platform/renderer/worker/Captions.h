@@ -21,6 +21,8 @@ public:
     void setWindow(const Window &window);
     /** Draws with an overlay that somebody else owns. */
     void setOverlay(GstElement *overlay);
+    /** Whether those that come are shown. */
+    void setShown(bool isShown);
     void clear();
 
 private:
@@ -42,6 +44,7 @@ private:
     Owned<GstElement> m_pipeline;
     /** Owned by the pipeline, or by somebody else. */
     GstElement *m_overlay = nullptr;
+    bool m_isShown = true;
     Source m_timer;
     Window m_window;
 };

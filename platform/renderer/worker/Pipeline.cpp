@@ -71,6 +71,10 @@ void Pipeline::load(const std::string &uri, const CaptionChoice &captions, const
     m_uri = uri;
     m_choice = captions;
     m_outputs = outputs;
+    if (!outputs.hasCaptions) {
+        // A file of captions that nobody takes would end the medium.
+        m_choice.url.clear();
+    }
     open();
 }
 
@@ -189,6 +193,7 @@ void Pipeline::openPlaybin(bool needsPicture)
     } else {
         m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : Window());
     }
+    m_captions.setShown(m_choice.areShown);
     const std::string captions = m_choice.url.empty() ? std::string() : m_captionFile.open(m_choice.url);
     g_object_set(m_playbin.get(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);
     g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
@@ -202,7 +207,7 @@ unsigned Pipeline::flags() const
     if (m_showsPictures) {
         flags |= PlayVideo;
     }
-    if (m_outputs.hasCaptions && m_choice.areShown) {
+    if (m_outputs.hasCaptions && (m_choice.areShown || !m_choice.url.empty())) {
         flags |= PlayText;
     }
     if (!gst_uri_has_protocol(m_uri.c_str(), "file")) {
@@ -219,9 +224,7 @@ void Pipeline::selectCaptions(const CaptionChoice &captions)
     }
     g_object_set(m_playbin.get(), "flags", flags(), nullptr);
     selectStream();
-    if (!captions.areShown) {
-        m_captions.clear();
-    }
+    m_captions.setShown(captions.areShown);
 }
 
 void Pipeline::selectStream()
