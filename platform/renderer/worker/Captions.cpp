@@ -66,9 +66,7 @@ void Captions::setOverlay(GstElement *overlay)
 void Captions::setShown(bool isShown)
 {
     m_isShown = isShown;
-    if (!isShown) {
-        clear();
-    }
+    draw();
 }
 
 void Captions::clear()
@@ -79,8 +77,14 @@ void Captions::clear()
 
 void Captions::show(const std::string &text)
 {
+    m_text = text;
+    draw();
+}
+
+void Captions::draw()
+{
     if (m_overlay) {
-        g_object_set(m_overlay, "text", text.c_str(), nullptr);
+        g_object_set(m_overlay, "text", m_isShown ? m_text.c_str() : "", nullptr);
     }
 }
 
@@ -96,7 +100,7 @@ gboolean Captions::onNext(gpointer data)
     const auto *caption = static_cast<Caption *>(data);
     Captions *self = caption->owner;
     self->m_timer.reset();
-    self->show(self->m_isShown ? caption->text : std::string());
+    self->show(caption->text);
     if (!caption->text.empty() && GST_CLOCK_TIME_IS_VALID(caption->duration)) {
         self->m_timer.reset(g_timeout_add(static_cast<guint>(GST_TIME_AS_MSECONDS(caption->duration)), onOver, self));
     }

@@ -21,7 +21,7 @@ public:
     void setWindow(const Window &window);
     /** Draws with an overlay that somebody else owns. */
     void setOverlay(GstElement *overlay);
-    /** Whether those that come are shown. */
+    /** Hides the captions, or shows them again. */
     void setShown(bool isShown);
     void clear();
 
@@ -33,6 +33,7 @@ private:
     static gboolean onNext(gpointer self);
     void leave(std::string text, GstClockTime duration);
     void show(const std::string &text);
+    void draw();
 
     struct Caption {
         Captions *owner;
@@ -44,6 +45,8 @@ private:
     Owned<GstElement> m_pipeline;
     /** Owned by the pipeline, or by somebody else. */
     GstElement *m_overlay = nullptr;
+    /** What is due now. */
+    std::string m_text;
     bool m_isShown = true;
     Source m_timer;
     Window m_window;

@@ -46,6 +46,8 @@ private Q_SLOTS:
     void withoutWindow_playsWhatItCan();
     void captions_areShown_data();
     void captions_areShown();
+    void captionsOfFile_leaveTheMediumAlone_data();
+    void captionsOfFile_leaveTheMediumAlone();
     void dimensions_areTold();
 
 private:
@@ -173,16 +175,49 @@ void tst_Video::captions_areShown()
     QVERIFY(mmr_output_attach(application.context(), screen(window).constData(), "video") >= 0);
     QVERIFY(mmr_output_attach(application.context(), screen(other).constData(), "subpicture") >= 0);
     QCOMPARE(application.attach(file(medium.constData())), 0);
-    const auto set = [&](const char *name, const QByteArray &value) {
-        return mmr_track_parameters(application.context(), 1, strm_dict_set(strm_dict_new(), name, value.constData()));
+    const auto choose = [&](const char *isDisabled) {
+        strm_dict_t *parameters = strm_dict_set(strm_dict_new(), "subpicture_disable", isDisabled);
+        parameters = captions.isEmpty()
+                         ? strm_dict_set(parameters, "subpicture_index", index.constData())
+                         : strm_dict_set(parameters, "subpicture_url", file(captions.constData()).constData());
+        return mmr_track_parameters(application.context(), 1, parameters);
     };
-    QCOMPARE(captions.isEmpty() ? set("subpicture_index", index) : set("subpicture_url", file(captions.constData())),
-             0);
+    QCOMPARE(choose("0"), 0);
     QCOMPARE(mmr_play(application.context()), 0);
     QTRY_VERIFY(count(other, isWhite) > 60);
     QVERIFY(count(window, isRed) > 1000);
-    QCOMPARE(set("subpicture_disable", "1"), 0);
+    QCOMPARE(choose("1"), 0);
     QTRY_VERIFY(count(other, isWhite) == 0);
+    QCOMPARE(choose("0"), 0);
+    QTRY_VERIFY(count(other, isWhite) > 60);
+    m_screen.destroyWindow(window);
+}
+
+void tst_Video::captionsOfFile_leaveTheMediumAlone_data()
+{
+    QTest::addColumn<bool>("hasWindow");
+    QTest::addColumn<QByteArray>("isDisabled");
+    QTest::newRow("no window") << false << QByteArray("0");
+    QTest::newRow("switched off") << true << QByteArray("1");
+    QTest::newRow("longer than the medium") << true << QByteArray("0");
+}
+
+void tst_Video::captionsOfFile_leaveTheMediumAlone()
+{
+    QFETCH(const bool, hasWindow);
+    QFETCH(const QByteArray, isDisabled);
+    const quint32 window = m_screen.makeWindow(0, 0, Width, Height);
+    const Application application;
+    QVERIFY(mmr_output_attach(application.context(), screen(window).constData(), "video") >= 0);
+    QVERIFY(!hasWindow || mmr_output_attach(application.context(), screen(window).constData(), "subpicture") >= 0);
+    QCOMPARE(application.attach(file("mute.webm")), 0);
+    strm_dict_t *parameters = strm_dict_set(strm_dict_new(), "subpicture_url", file("c.srt").constData());
+    parameters = strm_dict_set(parameters, "subpicture_disable", isDisabled.constData());
+    QCOMPARE(mmr_track_parameters(application.context(), 1, parameters), 0);
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QCOMPARE(application.content("status").number("position"), 1000);
     m_screen.destroyWindow(window);
 }
 
