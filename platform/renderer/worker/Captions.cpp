@@ -35,7 +35,7 @@ void Captions::setWindow(const Window &window)
         gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
         m_pipeline.reset();
     }
-    m_overlay = nullptr;
+    m_overlay.reset();
     GstElement *sink = screenSink(window);
     if (!sink) {
         return;
@@ -43,24 +43,25 @@ void Captions::setWindow(const Window &window)
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-captions"))));
     GstElement *ground = makeElement("videotestsrc");
     GstElement *size = makeElement("capsfilter");
-    m_overlay = makeElement("textoverlay");
+    GstElement *overlay = makeElement("textoverlay");
     GstElement *convert = makeElement("videoconvert");
     GstElement *scale = makeElement("videoscale");
     const Owned<GstCaps> caps(gst_caps_from_string("video/x-raw,width=640,height=160,framerate=10/1"));
     gst_util_set_object_arg(G_OBJECT(ground), "pattern", "black");
     g_object_set(ground, "is-live", TRUE, nullptr);
     g_object_set(size, "caps", caps.get(), nullptr);
-    g_object_set(m_overlay, "font-desc", "Sans 24", "text", "", nullptr);
-    gst_util_set_object_arg(G_OBJECT(m_overlay), "valignment", "center");
-    gst_bin_add_many(GST_BIN(m_pipeline.get()), ground, size, m_overlay, convert, scale, sink, nullptr);
-    gst_element_link_many(ground, size, m_overlay, convert, scale, sink, nullptr);
+    g_object_set(overlay, "font-desc", "Sans 24", "text", "", nullptr);
+    gst_util_set_object_arg(G_OBJECT(overlay), "valignment", "center");
+    gst_bin_add_many(GST_BIN(m_pipeline.get()), ground, size, overlay, convert, scale, sink, nullptr);
+    gst_element_link_many(ground, size, overlay, convert, scale, sink, nullptr);
+    m_overlay.reset(GST_ELEMENT(gst_object_ref(overlay)));
     gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING);
 }
 
 void Captions::setOverlay(GstElement *overlay)
 {
     setWindow({});
-    m_overlay = overlay;
+    m_overlay.reset(GST_ELEMENT(gst_object_ref(overlay)));
 }
 
 void Captions::setShown(bool isShown)
@@ -84,7 +85,7 @@ void Captions::show(const std::string &text)
 void Captions::draw()
 {
     if (m_overlay) {
-        g_object_set(m_overlay, "text", m_isShown ? m_text.c_str() : "", nullptr);
+        g_object_set(m_overlay.get(), "text", m_isShown ? m_text.c_str() : "", nullptr);
     }
 }
 

@@ -43,8 +43,8 @@ private:
 
     Owned<GstElement> m_sink;
     Owned<GstElement> m_pipeline;
-    /** Owned by the pipeline, or by somebody else. */
-    GstElement *m_overlay = nullptr;
+    /** A part of the pipeline, or of somebody else's. */
+    Owned<GstElement> m_overlay;
     /** What is due now. */
     std::string m_text;
     bool m_isShown = true;
