@@ -124,19 +124,15 @@ void tst_VoroPlay::keys_workOnTerminal()
     PseudoTerminal terminal({VORO_PROGRAM, "play"});
     QVERIFY2(terminal.waitFor("First Light - Voro"), terminal.written().constData());
     QVERIFY(!terminal.isInOwnMode());
-    terminal.type(" ");
-    QVERIFY(terminal.waitFor("|| "));
-    terminal.type("-");
-    QVERIFY(terminal.waitFor("volume 95%"));
-    terminal.type("\x1b[A");
-    QVERIFY(terminal.waitFor("volume 100%"));
-    // Paused, so the position changes by the keys alone.
-    terminal.type("\x1b[C\x1b[C");
-    QVERIFY(terminal.waitFor("|| 0:1"));
-    terminal.type("p");
-    QVERIFY(terminal.waitFor("|| 0:00"));
-    terminal.type(" ");
-    QVERIFY(terminal.waitFor(">  0:0"));
+    const std::pair<const char *, const char *> answers[] = {
+        {" ", "|| "}, {"-", "volume 95%"}, {"\x1b[A", "volume 100%"},
+        // Paused, so the position changes by the keys alone.
+        {"\x1b[C\x1b[C", "|| 0:1"}, {"p", "|| 0:00"}, {" ", ">  0:0"},
+    };
+    for (const auto &[keys, answer] : answers) {
+        terminal.type(keys);
+        QVERIFY2(terminal.waitFor(answer), keys);
+    }
     terminal.type("q");
     QCOMPARE(terminal.waitForEnd(), std::optional(0));
     QVERIFY(terminal.isInOwnMode());

@@ -71,10 +71,6 @@ void Pipeline::load(const std::string &uri, const CaptionChoice &captions, const
     m_uri = uri;
     m_choice = captions;
     m_outputs = outputs;
-    if (!outputs.hasCaptions) {
-        // A file of captions that nobody takes would end the medium.
-        m_choice.url.clear();
-    }
     open();
 }
 
@@ -144,7 +140,7 @@ void Pipeline::open()
     m_succession.setUnknown();
     if (m_aheadTimer.isActive()) {
         adoptAhead();
-    } else if (m_choice.url.empty() && m_file.load(m_uri)) {
+    } else if (!hasCaptionFile() && m_file.load(m_uri)) {
         m_top = m_file.element();
         startFile();
     } else {
@@ -194,7 +190,7 @@ void Pipeline::openPlaybin(bool needsPicture)
         m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : Window());
     }
     m_captions.setShown(m_choice.areShown);
-    const std::string captions = m_choice.url.empty() ? std::string() : m_captionFile.open(m_choice.url);
+    const std::string captions = hasCaptionFile() ? m_captionFile.open(m_choice.url) : std::string();
     g_object_set(m_playbin.get(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);
     g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
                  "flags", flags(), nullptr);
@@ -207,7 +203,7 @@ unsigned Pipeline::flags() const
     if (m_showsPictures) {
         flags |= PlayVideo;
     }
-    if (m_outputs.hasCaptions && (m_choice.areShown || !m_choice.url.empty())) {
+    if (hasCaptionFile() || (m_outputs.hasCaptions && m_choice.areShown)) {
         flags |= PlayText;
     }
     if (!gst_uri_has_protocol(m_uri.c_str(), "file")) {

@@ -130,6 +130,8 @@ private:
     /** Opens what load() was told. */
     void open();
     void startFile();
+    /** Whether captions come from a file of their own; one whose texts nobody takes would end the medium. */
+    bool hasCaptionFile() const { return m_outputs.hasCaptions && !m_choice.url.empty(); }
     void openPlaybin(bool needsPicture);
     /** Opens it with the playbin when it could not be opened the short way; false when it was none. */
     bool openTheLongWay();
