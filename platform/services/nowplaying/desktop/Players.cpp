@@ -12,6 +12,9 @@ namespace voro::nowplaying {
 
 namespace {
 
+const QString PropertiesChanged = QStringLiteral("PropertiesChanged");
+const QString Seeked = QStringLiteral("Seeked");
+
 bool isForeignPlayer(const QString &name)
 {
     return name.startsWith(mpris::NamePrefix) && !name.startsWith(mpris::OurPrefix);
@@ -30,9 +33,9 @@ QDBusMessage busCall(const QString &method, const QVariantList &arguments)
 void Players::attach(const QDBusConnection &bus)
 {
     m_bus = bus;
-    m_bus->connect(QString(), mpris::Path, mpris::PropertiesInterface, "PropertiesChanged", {mpris::PlayerInterface},
+    m_bus->connect(QString(), mpris::Path, mpris::PropertiesInterface, PropertiesChanged, {mpris::PlayerInterface},
                    QString(), this, SLOT(propertiesChanged(QDBusMessage)));
-    m_bus->connect(QString(), mpris::Path, mpris::PlayerInterface, "Seeked", this, SLOT(seeked(QDBusMessage)));
+    m_bus->connect(QString(), mpris::Path, mpris::PlayerInterface, Seeked, this, SLOT(seeked(QDBusMessage)));
     m_watcher = std::make_unique<QDBusServiceWatcher>("org.mpris.MediaPlayer2*", *m_bus,
                                                       QDBusServiceWatcher::WatchForOwnerChange);
     connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
@@ -44,6 +47,9 @@ void Players::attach(const QDBusConnection &bus)
 void Players::detach()
 {
     m_watcher.reset();
+    m_bus->disconnect(QString(), mpris::Path, mpris::PropertiesInterface, PropertiesChanged, {mpris::PlayerInterface},
+                      QString(), this, SLOT(propertiesChanged(QDBusMessage)));
+    m_bus->disconnect(QString(), mpris::Path, mpris::PlayerInterface, Seeked, this, SLOT(seeked(QDBusMessage)));
     m_bus.reset();
     m_players.clear();
     m_openQuestions = 0;

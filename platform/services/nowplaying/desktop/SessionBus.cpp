@@ -15,6 +15,11 @@ using namespace std::chrono_literals;
 constexpr int MaximumAttempts = 6;
 constexpr auto FirstRetry = 50ms;
 
+/** The signal with which a connection tells its own end. */
+const QString LocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
+const QString LocalInterface = QStringLiteral("org.freedesktop.DBus.Local");
+const QString Disconnected = QStringLiteral("Disconnected");
+
 QString sessionAddress()
 {
     const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
@@ -65,7 +70,7 @@ SessionBus::~SessionBus()
         m_connecting->wait();
     }
     if (!m_name.isEmpty()) {
-        QDBusConnection::disconnectFromBus(m_name);
+        drop();
     }
 }
 
@@ -112,16 +117,15 @@ void SessionBus::finish()
     m_connecting->wait();
     m_connecting.reset();
     QDBusConnection bus = connection();
-    m_isConnected = bus.isConnected()
-                    && bus.connect(QString(), "/org/freedesktop/DBus/Local", "org.freedesktop.DBus.Local",
-                                   "Disconnected", this, SLOT(lose()));
+    m_isConnected =
+        bus.isConnected() && bus.connect(QString(), LocalPath, LocalInterface, Disconnected, this, SLOT(lose()));
     if (m_isConnected) {
         if (!m_watcher.directories().isEmpty()) {
             m_watcher.removePaths(m_watcher.directories());
         }
         Q_EMIT connected();
     } else {
-        QDBusConnection::disconnectFromBus(std::exchange(m_name, QString()));
+        drop();
         if (++m_attempts < MaximumAttempts) {
             m_retry.start(FirstRetry * (1 << m_attempts));
         }
@@ -134,9 +138,16 @@ void SessionBus::lose()
     if (m_isConnected) {
         m_isConnected = false;
         Q_EMIT disconnected();
-        QDBusConnection::disconnectFromBus(std::exchange(m_name, QString()));
+        drop();
         seek();
     }
+}
+
+// Qt ends a connection in a thread of its own, without waiting for it: none of our objects may hang on it by then.
+void SessionBus::drop()
+{
+    connection().disconnect(QString(), LocalPath, LocalInterface, Disconnected, this, SLOT(lose()));
+    QDBusConnection::disconnectFromBus(std::exchange(m_name, QString()));
 }
 
 } // namespace voro::nowplaying

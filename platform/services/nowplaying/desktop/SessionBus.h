@@ -22,6 +22,7 @@ public:
 
 Q_SIGNALS:
     void connected();
+    /** Whoever hangs on the connection lets go of it now. */
     void disconnected();
     /** Whether there is a bus is known: isConnecting() is false. */
     void settled();
@@ -33,6 +34,7 @@ private:
     void seek();
     void connectToBus();
     void finish();
+    void drop();
     void watchForSocket();
 
     const QString m_address;
