@@ -1,9 +1,6 @@
 #include "Player.h"
 
-#include "Tags.h"
-
 #include <renderer/common/Medium.h>
-#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -85,7 +82,7 @@ void Player::openTrack(unsigned track, int64_t position)
     m_position = position;
     Result problem;
     do {
-        problem = Medium(m_queue.entry(m_queue.current()).url).check();
+        problem = mediumOf(m_queue.current()).check();
     } while (!problem && passOver(problem));
     if (problem) {
         load();
@@ -95,14 +92,11 @@ void Player::openTrack(unsigned track, int64_t position)
 void Player::load()
 {
     const unsigned track = m_queue.current();
-    m_facts = m_following && m_following->track == track ? std::move(m_following->facts) : Facts();
+    const bool isProbed = m_following && m_following->track == track;
+    m_track.begin(m_queue.entry(track).url, isProbed ? std::move(m_following->facts) : Facts());
     m_following.reset();
     m_probe.cancel();
-    m_measure.cancel();
-    m_thumbnailer.cancel();
-    m_measured = 0;
     m_bufferLevel = 100;
-    watchExtent();
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
     m_pipeline.load(uri(track), captions(track), m_settings.outputs);
     prepareFollowing();
@@ -143,7 +137,7 @@ void Player::finishOpen(const Result &result)
     m_openTimer.reset();
     if (result) {
         m_phase = Phase::Ready;
-        refreshFacts();
+        m_track.refresh(m_pipeline);
         reportCurrent();
         prepareFollowing();
     } else {
@@ -153,7 +147,7 @@ void Player::finishOpen(const Result &result)
         std::exchange(m_answer, nullptr)(result);
     }
     if (result) {
-        measure();
+        m_track.measure();
     }
 }
 
@@ -174,12 +168,10 @@ void Player::end(Phase phase)
     m_statusTimer.reset();
     m_openTimer.reset();
     m_probe.cancel();
-    m_measure.cancel();
-    m_thumbnailer.cancel();
     m_following.reset();
     m_fetch.cancel();
     m_pipeline.unload();
-    m_extent = {};
+    m_track.end();
 }
 
 // Playing
@@ -197,7 +189,7 @@ Result Player::play()
         return {};
     case Phase::Stopped:
         if (m_queue.total() == 1) {
-            if (const Result problem = Medium(m_queue.entry(1).url).check(); !problem) {
+            if (const Result problem = mediumOf(1).check(); !problem) {
                 return problem;
             }
         }
@@ -319,9 +311,9 @@ Result Player::seek(unsigned track, int64_t position)
         reportCurrent();
         return {};
     }
-    const int64_t length = m_facts.duration;
+    const int64_t length = m_track.facts().duration;
     const int64_t target = length > 0 ? std::min(position, length) : position;
-    if (m_phase == Phase::Ready && target != 0 && !m_facts.isSeekable) {
+    if (m_phase == Phase::Ready && target != 0 && !m_track.facts().isSeekable) {
         return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
     }
     if (m_phase == Phase::Running && m_pipeline.succession().isTaken()) {
@@ -378,7 +370,7 @@ void Player::prepareFollowing()
         }
         if (*next == m_queue.current()) {
             // A track without an end or without a length would be repeated for ever in no time.
-            m_pipeline.succession().set(m_facts.duration > 0 ? uri(*next) : std::string());
+            m_pipeline.succession().set(m_track.facts().duration > 0 ? uri(*next) : std::string());
             return;
         }
         if (m_following && m_following->track == *next) {
@@ -391,7 +383,7 @@ void Player::prepareFollowing()
             // First things first: this track has to be opened.
             return;
         }
-        if (Medium(m_queue.entry(*next).url).check()) {
+        if (mediumOf(*next).check()) {
             m_probe.start(uri(*next), [this, track = *next](const Result &result, Facts facts) {
                 onProbed(track, result, std::move(facts));
             });
@@ -416,24 +408,22 @@ void Player::onProbed(unsigned track, const Result &result, Facts facts)
 
 void Player::onAdvanced()
 {
-    if (m_extent.hasShrunk()) {
+    if (m_track.hasShrunk()) {
         logBad(m_queue.current(), WasCut);
         m_queue.setBad(m_queue.current());
     }
     if (m_following) {
         m_queue.setCurrent(m_following->track);
-        m_facts = std::move(m_following->facts);
+        m_track.begin(m_queue.entry(m_following->track).url, std::move(m_following->facts));
         m_following.reset();
-        m_thumbnailer.cancel();
-        watchExtent();
-    } else if (m_extent.hasShrunk()) {
+    } else if (m_track.hasShrunk()) {
         // What is left of it would be repeated for ever.
         onEnded();
         return;
     }
     reportCurrent();
     prepareFollowing();
-    measure();
+    m_track.measure();
 }
 
 // What the pipeline tells
@@ -444,11 +434,11 @@ void Player::onDecoded()
     if (m_phase == Phase::Opening) {
         finishOpen({});
     } else if (m_phase == Phase::Starting) {
-        refreshFacts();
+        m_track.refresh(m_pipeline);
         m_phase = Phase::Running;
         m_played.reset();
         reportCurrent();
-        measure();
+        m_track.measure();
         if (const Result result = begin(); !result) {
             onFailed(result);
         }
@@ -462,7 +452,7 @@ void Player::onEnded()
         onFailed({ErrorCode::ResourceCorrupted, "there is nothing to play"});
         return;
     }
-    if (m_extent.hasShrunk()) {
+    if (m_track.hasShrunk()) {
         onFailed({ErrorCode::Read, WasCut});
         return;
     }
@@ -475,7 +465,7 @@ void Player::onEnded()
         return;
     }
     const auto next = m_queue.following();
-    const int64_t last = std::max(m_facts.duration, m_pipeline.position());
+    const int64_t last = std::max(m_track.facts().duration, m_pipeline.position());
     if (next == m_queue.current() && m_pipeline.position() > 0 && m_pipeline.seek(0, m_pipeline.rate())) {
         prepareFollowing();
         reportStatus();
@@ -503,7 +493,7 @@ void Player::complete(unsigned track, int64_t last)
 void Player::onFailed(const Result &cause)
 {
     const bool isMedium = cause.code != ErrorCode::OutputUnavailable;
-    const Result result = isMedium && m_extent.hasShrunk() ? Result(ErrorCode::Read, WasCut) : cause;
+    const Result result = isMedium && m_track.hasShrunk() ? Result(ErrorCode::Read, WasCut) : cause;
     if (m_phase == Phase::Stopped || m_phase == Phase::Closed) {
         return;
     }
@@ -558,7 +548,7 @@ void Player::fail(const Result &result)
 void Player::onUnrecognized(const Result &result)
 {
     // What begins like a medium and is none was cut off or damaged.
-    const bool wasMedium = Medium(m_queue.entry(m_queue.current()).url).beginsLikeMedium();
+    const bool wasMedium = mediumOf(m_queue.current()).beginsLikeMedium();
     onFailed(wasMedium ? Result{ErrorCode::ResourceCorrupted, result.text} : result);
 }
 
@@ -572,18 +562,14 @@ gboolean Player::onOpenTimeout(gpointer self)
 
 void Player::onTagged(const GstTagList *tags)
 {
-    m_facts.merge(tags);
-    if (gst_tag_list_get_tag_size(tags, GST_TAG_IMAGE) > 0) {
-        // It may be another one than the one that is being made smaller.
-        m_thumbnailer.cancel();
-    }
+    m_track.merge(tags);
     onChanged();
 }
 
 void Player::onChanged()
 {
     if (isOpen() && !m_pipeline.succession().isTaken()) {
-        refreshFacts();
+        m_track.refresh(m_pipeline);
         reportTrack();
         watchDevice();
     }
@@ -611,9 +597,14 @@ CaptionChoice Player::captions(unsigned track) const
     return found == m_settings.captions.end() ? CaptionChoice() : found->second;
 }
 
+Medium Player::mediumOf(unsigned track) const
+{
+    return Medium(m_queue.entry(track).url);
+}
+
 std::string Player::uri(unsigned track) const
 {
-    return Medium(m_queue.entry(track).url).uri();
+    return mediumOf(track).uri();
 }
 
 int64_t Player::position() const
@@ -621,81 +612,18 @@ int64_t Player::position() const
     return m_phase == Phase::Running ? m_pipeline.position() : m_position;
 }
 
-void Player::watchExtent()
-{
-    const Medium medium(m_queue.entry(m_queue.current()).url);
-    m_extent = medium.isLocal() ? Extent(medium.path()) : Extent();
-}
-
-void Player::refreshFacts()
-{
-    if (m_measured > 0) {
-        m_facts.duration = m_measured;
-    } else if (const int64_t duration = m_pipeline.duration(); duration > 0) {
-        m_facts.duration = duration;
-    }
-    m_facts.isSeekable = m_pipeline.isSeekable();
-    m_facts.sampleRate = m_pipeline.audio().sampleRate();
-    m_facts.dimensions = m_pipeline.dimensions();
-}
-
-void Player::measure()
-{
-    m_measured = 0;
-    const Medium medium(m_queue.entry(m_queue.current()).url);
-    if (medium.isLocal()) {
-        m_measure.start(medium.path(), [this](int64_t duration) {
-            m_measured = duration;
-            onChanged();
-        });
-    }
-}
-
 void Player::reportTrack()
 {
-    m_reports.track(m_queue.current(), uri(m_queue.current()), m_facts);
-    shrinkCover();
-}
-
-void Player::shrinkCover()
-{
-    const auto cover = pictureIn(m_facts.tags.get());
-    if (!cover || !isTooLarge(cover.get()) || m_facts.thumbnail || m_thumbnailer.isRunning()) {
-        return;
-    }
-    m_thumbnailer.start(cover.get(), MaximumPicture, [this](GstSample *thumbnail) {
-        if (thumbnail) {
-            m_facts.thumbnail.reset(gst_sample_ref(thumbnail));
-            reportTrack();
-        } else {
-            gst_tag_list_remove_tag(m_facts.tags.get(), GST_TAG_IMAGE);
-        }
-    });
+    m_reports.track(m_queue.current(), uri(m_queue.current()), m_track.facts());
+    m_track.shrinkCover();
 }
 
 void Player::reportCurrent()
 {
     reportTrack();
-    reportNeighbours();
+    m_reports.neighbours(m_queue);
     m_reports.queue(m_queue.current(), m_queue.total());
     reportStatus();
-}
-
-/** Tells of the tracks nearby what their list says, until they are looked at. */
-void Player::reportNeighbours()
-{
-    const unsigned current = m_queue.current();
-    const unsigned first = current > Neighbourhood ? current - Neighbourhood : 1;
-    for (unsigned track = first; track <= std::min(current + Neighbourhood, m_queue.total()); ++track) {
-        if (m_reports.hasTold(track)) {
-            continue;
-        }
-        Facts facts;
-        if (const std::string &title = m_queue.entry(track).title; !title.empty()) {
-            gst_tag_list_add(facts.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_TITLE, title.c_str(), nullptr);
-        }
-        m_reports.track(track, uri(track), facts);
-    }
 }
 
 void Player::reportStatus()

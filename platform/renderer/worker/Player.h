@@ -1,17 +1,14 @@
 #pragma once
 
 #include "DeviceWatch.h"
-#include "Extent.h"
-#include "Facts.h"
 #include "Fetch.h"
-#include "Measure.h"
 #include "Pipeline.h"
 #include "Playlist.h"
 #include "Probe.h"
 #include "Queue.h"
 #include "Reports.h"
 #include "Settings.h"
-#include "Thumbnailer.h"
+#include "Track.h"
 
 #include <functional>
 #include <optional>
@@ -93,18 +90,11 @@ private:
     bool isOpening() const { return m_phase == Phase::Opening || m_phase == Phase::Starting; }
     bool isOpen() const { return m_phase == Phase::Ready || m_phase == Phase::Running; }
     CaptionChoice captions(unsigned track) const;
+    Medium mediumOf(unsigned track) const;
     std::string uri(unsigned track) const;
     int64_t position() const;
-    /** Looks from now on whether the current medium keeps its length. */
-    void watchExtent();
-    void refreshFacts();
-    /** Corrects the duration of what only an estimate is known of. */
-    void measure();
     void reportCurrent();
     void reportTrack();
-    /** Sees to it that a cover is told, even one that is large. */
-    void shrinkCover();
-    void reportNeighbours();
     void reportStatus();
     void restartStatusTimer();
 
@@ -113,18 +103,12 @@ private:
     Playlist m_playlist;
     Probe m_probe;
     Fetch m_fetch;
-    Measure m_measure;
-    Thumbnailer m_thumbnailer;
     DeviceWatch m_device{[this] { onDeviceLost(); }};
     Queue m_queue;
     Settings m_settings;
     Phase m_phase = Phase::Closed;
     Answer m_answer;
-    Facts m_facts;
-    /** Of the current medium, when it is a file that is open. */
-    Extent m_extent;
-    /** The duration that was measured, 0 while it was not. */
-    int64_t m_measured = 0;
+    Track m_track{{.measured = [this] { onChanged(); }, .coverMade = [this] { reportTrack(); }}};
     std::optional<Following> m_following;
     bool m_isForward = true;
     /** What has just been played to its end, until the next track is decoded. */

@@ -1,7 +1,10 @@
 #include "Reports.h"
 
 #include <pps/Text.h>
+#include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
+
+#include <algorithm>
 
 namespace voro::renderer {
 
@@ -44,6 +47,23 @@ void Reports::track(unsigned number, const std::string &uri, const Facts &facts)
     if (std::string &last = m_tracks[number]; lines != last) {
         last = lines;
         m_send(lines);
+    }
+}
+
+void Reports::neighbours(const Queue &queue)
+{
+    const unsigned current = queue.current();
+    const unsigned first = current > Neighbourhood ? current - Neighbourhood : 1;
+    for (unsigned number = first; number <= std::min(current + Neighbourhood, queue.total()); ++number) {
+        if (m_tracks.contains(number)) {
+            continue;
+        }
+        const auto &[url, title] = queue.entry(number);
+        Facts facts;
+        if (!title.empty()) {
+            gst_tag_list_add(facts.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_TITLE, title.c_str(), nullptr);
+        }
+        track(number, Medium(url).uri(), facts);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Facts.h"
+#include "Queue.h"
 
 #include <renderer/common/Error.h>
 
@@ -23,7 +24,8 @@ public:
     void queue(unsigned current, unsigned total);
     /** Told only when it is something else than before. */
     void track(unsigned number, const std::string &uri, const Facts &facts);
-    bool hasTold(unsigned track) const { return m_tracks.contains(track); }
+    /** Tells of the tracks near the current one what their list says, until they are looked at. */
+    void neighbours(const Queue &queue);
     void status(int64_t position, int bufferLevel, const char *bufferStatus, int volume = 0);
     /** The speed became another one without having been asked for. */
     void speed(int speed);
