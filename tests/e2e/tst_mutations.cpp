@@ -21,7 +21,7 @@ using namespace voro::multimedia;
 
 namespace {
 
-constexpr int DefaultCount = 40;
+constexpr int DefaultCount = 500;
 constexpr int LongestWait = 10'000;
 constexpr std::array Formats{"wav", "ogg", "mp3", "mp4", "mkv", "flac"};
 
@@ -154,6 +154,7 @@ void tst_Mutations::mutatedFile_isPlayedOrFails()
     MediaPlayer player;
     player.setWindowId(QStringLiteral("1"));
     player.setWindowGroupId(QStringLiteral("group"));
+    QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
     QMap<QString, int> results;
     auto log = std::make_unique<voro::test::LogCatcher>();
     for (int i = 0; i < count; ++i) {
