@@ -250,11 +250,16 @@ void Pipeline::hold()
 
 void Pipeline::settle()
 {
+    const GstStateChangeReturn change = gst_element_get_state(m_top, nullptr, nullptr, 0);
+    // What has failed tells why. Asked again, a playbin takes itself apart while its threads still run, and hangs.
+    if (change == GST_STATE_CHANGE_FAILURE) {
+        return;
+    }
     // Whoever asks a bin for less while it is on its way, and then for more again, may get neither: the bin drops the
     // rest of its change. Holding waits for the end of the change instead.
     if (!m_isHeld) {
         gst_element_set_state(m_top, GST_STATE_PLAYING);
-    } else if (gst_element_get_state(m_top, nullptr, nullptr, 0) != GST_STATE_CHANGE_ASYNC) {
+    } else if (change != GST_STATE_CHANGE_ASYNC) {
         gst_element_set_state(m_top, GST_STATE_PAUSED);
     }
 }
