@@ -31,6 +31,7 @@ private Q_SLOTS:
     void play_soundsAtTheSink();
     void preparedLongAgo_soundsAtOnce();
     void pause_silences_andPlayGoesOn();
+    void filmSoughtToItsEnd_rightAfterPlay_ends();
     void volume_changesLevel();
     void audioType_isTheStreamsRole();
     void serverEnds_playerStops_andSoundsWithTheNextOne();
@@ -97,6 +98,20 @@ void tst_Sound::pause_silences_andPlayGoesOn()
     QTRY_VERIFY(tone::firstSound(newest(recorder, 48'000)) < 0);
     QCOMPARE(player.play(), MediaError::None);
     QVERIFY(recorder.waitForTone(600, 200));
+}
+
+void tst_Sound::filmSoughtToItsEnd_rightAfterPlay_ends()
+{
+    const QString path = media::makeTone(m_folder.filePath("film.mp4"), {.seconds = 1.5, .hasPicture = true});
+    // Neither of its streams has anything left, and it depends on the moment how far they came before.
+    for (int i = 0; i < 10; ++i) {
+        MediaPlayer player;
+        QSignalSpy completed(&player, &MediaPlayer::playbackCompleted);
+        QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+        QCOMPARE(player.play(), MediaError::None);
+        QCOMPARE(player.seekTime(1600), MediaError::None);
+        QTRY_COMPARE_WITH_TIMEOUT(completed.count(), 1, 20'000);
+    }
 }
 
 void tst_Sound::volume_changesLevel()

@@ -1,6 +1,7 @@
 #include "AudioBin.h"
 
 #include "Equalizer.h"
+#include "Gaps.h"
 #include "WindowSink.h"
 
 #include <gst/audio/audio.h>
@@ -112,6 +113,7 @@ AudioBin::AudioBin()
                       static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_BUFFER_LIST
                                                    | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
                       onDecoded, this, nullptr);
+    keepGapsInside(m_input.get());
     m_accepted.reset(gst_pad_query_caps(target.get(), nullptr));
     gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, this, nullptr);
 }

@@ -16,6 +16,7 @@ struct Unref {
     void operator()(GstBus *bus) const { gst_object_unref(bus); }
     void operator()(GstPluginFeature *feature) const { gst_object_unref(feature); }
     void operator()(GstPlugin *plugin) const { gst_object_unref(plugin); }
+    void operator()(GstEvent *event) const { gst_event_unref(event); }
     void operator()(GstMessage *message) const { gst_message_unref(message); }
     void operator()(GstTagList *tags) const { gst_tag_list_unref(tags); }
     void operator()(GstBuffer *buffer) const { gst_buffer_unref(buffer); }

@@ -1,6 +1,7 @@
 #include "Pipeline.h"
 
 #include "EarlyErrors.h"
+#include "Gaps.h"
 #include "HttpSource.h"
 #include "Trim.h"
 #include "Unheard.h"
@@ -50,6 +51,7 @@ Pipeline::Pipeline(Events events)
       m_top(m_playbin.get())
 {
     g_object_set(m_playbin.get(), "audio-sink", m_audio.element(), "text-sink", m_captions.element(), nullptr);
+    keepGapsInside(Owned<GstPad>(gst_element_get_static_pad(m_blind.get(), "sink")).get());
     EarlyErrors::keep(m_playbin.get());
     g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     g_signal_connect(m_playbin.get(), "about-to-finish", G_CALLBACK(onAboutToFinish), this);

@@ -1,6 +1,7 @@
 #include "VideoBin.h"
 
 #include "AudioBin.h"
+#include "Gaps.h"
 #include "WindowSink.h"
 
 #include <algorithm>
@@ -34,6 +35,7 @@ VideoBin::VideoBin()
     gst_pad_add_probe(m_input.get(),
                       static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
                       onInput, this, nullptr);
+    keepGapsInside(m_input.get());
 }
 
 void VideoBin::resetSink(const Window &window, bool hasCaptions)
