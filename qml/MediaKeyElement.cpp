@@ -15,16 +15,18 @@ MediaKeyElement::MediaKeyElement(QObject *parent) : QObject(parent)
 
 void MediaKeyElement::setKey(MediaKey::Type key)
 {
-    if (key == m_watcher.key())
+    if (key == m_watcher.key()) {
         return;
+    }
     m_watcher.setKey(key);
     Q_EMIT keyChanged();
 }
 
 void MediaKeyElement::setNotification(MediaKeyNotification::Type notification)
 {
-    if (notification != m_watcher.notification())
+    if (notification != m_watcher.notification()) {
         m_watcher.setNotification(notification);
+    }
 }
 
 void MediaKeyElement::followListeners()
@@ -33,10 +35,11 @@ void MediaKeyElement::followListeners()
     using WatchedPress = void (MediaKeyWatcher::*)(MediaKey::Type);
     // Counted, because QML's own connections are known to isSignalConnected() for ever.
     const auto follow = [this](const char *signal, WatchedPress watched, Press press) {
-        if (receivers(signal) > 0)
+        if (receivers(signal) > 0) {
             connect(&m_watcher, watched, this, press, Qt::UniqueConnection);
-        else
+        } else {
             disconnect(&m_watcher, watched, this, press);
+        }
     };
     follow(SIGNAL(shortPress(voro::multimedia::MediaKey::Type)), &MediaKeyWatcher::shortPress,
            &MediaKeyElement::shortPress);

@@ -16,24 +16,27 @@ NowPlayingElement::NowPlayingElement(QObject *parent) : NowPlayingConnection(par
 
 void NowPlayingElement::changeConnectionName(const QString &name)
 {
-    if (name == connectionName())
+    if (name == connectionName()) {
         return;
+    }
     setConnectionName(name);
     Q_EMIT connectionNameChanged();
 }
 
 void NowPlayingElement::changePriorityLevel(PriorityLevel::Type level)
 {
-    if (level == priorityLevel())
+    if (level == priorityLevel()) {
         return;
+    }
     setPriorityLevel(level);
     Q_EMIT preemptableChanged(isPreemptable());
 }
 
 void NowPlayingElement::changeDeviceMode(DeviceMode::Type mode)
 {
-    if (mode == deviceMode())
+    if (mode == deviceMode()) {
         return;
+    }
     setDeviceMode(mode);
     Q_EMIT deviceModeChanged();
 }

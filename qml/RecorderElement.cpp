@@ -13,8 +13,9 @@ RecorderElement::RecorderElement(QObject *parent) : AudioRecorder(parent)
 
 void RecorderElement::changeOutputUrl(const QUrl &url)
 {
-    if (url == outputUrl())
+    if (url == outputUrl()) {
         return;
+    }
     setOutputUrl(url);
     Q_EMIT outputUrlChanged();
 }

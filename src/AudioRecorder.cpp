@@ -34,33 +34,40 @@ void AudioRecorderPrivate::setMediaState(MediaState::Type mediaState)
     }
     if (mediaState == MediaState::Unprepared) {
         onVolumeLevelChanged(0.0);
-        if (!isOrphan())
+        if (!isOrphan()) {
             onMmrDurationChanged(0);
+        }
     }
-    if (isOrphan())
+    if (isOrphan()) {
         return;
+    }
     DEBUG_LINE << "emit mediaStateChanged()";
     DEBUG_LINE << "  mediaState=" << keyName(mediaState);
-    if (const Emission to{this})
+    if (const Emission to{this}) {
         Q_EMIT to->mediaStateChanged(mediaState);
+    }
 }
 
 MediaError::Type AudioRecorderPrivate::unprepare()
 {
     TRACE_FUNCTION();
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (m_mediaState == MediaState::Unprepared) {
         DEBUG_LINE << "Already unprepared";
         return MediaError::None;
     }
-    if (const auto error = failure(tracer, mmr_stop(m_context), "Error stopping the recorder. error="))
+    if (const auto error = failure(tracer, mmr_stop(m_context), "Error stopping the recorder. error=")) {
         return *error;
-    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching recording input. error="))
+    }
+    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching recording input. error=")) {
         return *error;
+    }
     if (const auto error =
-            failure(tracer, mmr_output_detach(m_context, m_outputId), "Error detaching recording file. error="))
+            failure(tracer, mmr_output_detach(m_context, m_outputId), "Error detaching recording file. error=")) {
         return *error;
+    }
     setMediaState(MediaState::Unprepared);
     return MediaError::None;
 }
@@ -68,11 +75,13 @@ MediaError::Type AudioRecorderPrivate::unprepare()
 /** A setting that the input depends on can change only while there is none. */
 MediaError::Type AudioRecorderPrivate::unprepareForChange(const FunctionTracer &tracer)
 {
-    if (m_mediaState == MediaState::Unprepared)
+    if (m_mediaState == MediaState::Unprepared) {
         return MediaError::None;
+    }
     const MediaError::Type error = unprepare();
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         CRITICAL_LINE << "Unable to unprepare the recorder.";
+    }
     return error;
 }
 
@@ -87,8 +96,9 @@ QString AudioRecorderPrivate::generateInputUrl()
         const int channels = m_audioChannelConfiguration == AudioChannelConfiguration::Stereo ? 2 : 1;
         items += QStringLiteral("nchan=%1").arg(channels);
     }
-    if (!items.isEmpty())
+    if (!items.isEmpty()) {
         url += QLatin1Char('?') + items.join(QLatin1Char('&'));
+    }
     return url;
 }
 
@@ -102,8 +112,9 @@ MediaError::Type AudioRecorderPrivate::updateInputParams(unsigned int handle)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "audioManagerHandle=" << handle;
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     Dictionary dictionary;
     if (!dictionary.set(QStringLiteral("audioman_handle"), QString::number(handle))) {
         CRITICAL_LINE << "Unable to create audio manager handle parameter. audioman_handle=" << handle;
@@ -125,16 +136,19 @@ void AudioRecorderPrivate::onMmrError(MediaError::Type e, unsigned int position,
 {
     TRACE_FUNCTION();
     setMediaState(MediaState::Stopped);
-    if (isOrphan())
+    if (isOrphan()) {
         return;
+    }
     DEBUG_LINE << "emit error()";
     DEBUG_LINE << "  error=" << keyName(e);
     DEBUG_LINE << "  position=" << position;
     const Emission to{this};
-    if (to)
+    if (to) {
         Q_EMIT to->error(e, position);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->error(e, QVariant(position));
+    }
 }
 
 void AudioRecorderPrivate::onMmrIdle()
@@ -156,10 +170,12 @@ void AudioRecorderPrivate::onMmrDurationChanged(unsigned int duration)
     DEBUG_LINE << "emit durationChanged()";
     DEBUG_LINE << "  duration=" << duration;
     const Emission to{this};
-    if (to)
+    if (to) {
         Q_EMIT to->durationChanged(duration);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->durationChanged(QVariant(duration));
+    }
 }
 
 void AudioRecorderPrivate::onMmrRecording()
@@ -179,8 +195,9 @@ void AudioRecorderPrivate::onVolumeLevelChanged(double percentage)
     TRACE_FUNCTION();
     DEBUG_LINE << "emit recordingLevelChanged()";
     DEBUG_LINE << "  percentage=" << percentage;
-    if (const Emission to{this})
+    if (const Emission to{this}) {
         Q_EMIT to->recordingLevelChanged(percentage);
+    }
 }
 
 // AudioRecorder: construction
@@ -219,8 +236,9 @@ void AudioRecorderPrivate::connectNotifier()
     connect(m_notifier, &Notifier::stopped, this, &Self::onMmrStopped);
     // Passed on, without the lines that onVolumeLevelChanged() logs.
     connect(m_notifier, &Notifier::volumeLevelChanged, this, [this](double percentage) {
-        if (const Emission to{this})
+        if (const Emission to{this}) {
             Q_EMIT to->recordingLevelChanged(percentage);
+        }
     });
 }
 
@@ -238,8 +256,9 @@ MediaError::Type AudioRecorder::prepare()
     const QString inputUrl = d->generateInputUrl();
     const QString path = toLocalPath(d->m_outputUrl);
     // The result without a context is required.
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::None;
+    }
     if (d->m_mediaState != MediaState::Unprepared) {
         DEBUG_LINE << "Recorder is already prepared";
         return MediaError::None;
@@ -271,24 +290,27 @@ MediaError::Type AudioRecorder::prepare()
 MediaError::Type AudioRecorder::record()
 {
     TRACE_FUNCTION();
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     AudioRecorderPrivate *const self = d;
     if (self->m_mediaState == MediaState::Unprepared) {
         if (const auto error = prepare()) {
             CRITICAL_LINE << "Unable to prepare the recorder";
             return error;
         }
-        if (self->isOrphan())
+        if (self->isOrphan()) {
             return MediaError::None;
+        }
     }
     if (mmr_speed_set(d->m_context, MmrContextNotifier::s_NormalPlaybackSpeed) == -1) {
         const MediaError::Type error = d->lastError();
         CRITICAL_LINE << "Unable to set the recorder speed to normal";
         return error;
     }
-    if (const auto error = d->failure(tracer, mmr_play(d->m_context), "Error recording audio. error="))
+    if (const auto error = d->failure(tracer, mmr_play(d->m_context), "Error recording audio. error=")) {
         return *error;
+    }
     d->setMediaState(MediaState::Started);
     return MediaError::None;
 }
@@ -296,11 +318,13 @@ MediaError::Type AudioRecorder::record()
 MediaError::Type AudioRecorder::pause()
 {
     TRACE_FUNCTION();
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (const auto error = d->failure(tracer, mmr_speed_set(d->m_context, MmrContextNotifier::s_PausedPlaybackSpeed),
-                                      "Error pausing the recorder. error="))
+                                      "Error pausing the recorder. error=")) {
         return *error;
+    }
     d->setMediaState(MediaState::Paused);
     return MediaError::None;
 }
@@ -322,15 +346,18 @@ MediaError::Type AudioRecorder::setAudioChannelConfiguration(AudioChannelConfigu
         return MediaError::None;
     }
     AudioRecorderPrivate *const self = d;
-    if (const auto error = self->unprepareForChange(tracer))
+    if (const auto error = self->unprepareForChange(tracer)) {
         return error;
-    if (self->isOrphan())
+    }
+    if (self->isOrphan()) {
         return MediaError::None;
+    }
     d->m_audioChannelConfiguration = audioChannelConfiguration;
     DEBUG_LINE << "emit audioChannelConfigurationChanged()";
     DEBUG_LINE << "  audioChannelConfiguration=" << keyName(audioChannelConfiguration);
-    if (const Emission to{d})
+    if (const Emission to{d}) {
         Q_EMIT to->audioChannelConfigurationChanged(audioChannelConfiguration);
+    }
     return MediaError::None;
 }
 
@@ -343,18 +370,22 @@ MediaError::Type AudioRecorder::setAudioManagerHandle(unsigned int handle)
         return MediaError::None;
     }
     AudioRecorderPrivate *const self = d;
-    if (const auto error = self->unprepareForChange(tracer))
+    if (const auto error = self->unprepareForChange(tracer)) {
         return error;
-    if (self->isOrphan())
+    }
+    if (self->isOrphan()) {
         return MediaError::None;
+    }
     d->m_audioManagerHandle = handle;
     DEBUG_LINE << "emit audioManagerHandleChanged()";
     DEBUG_LINE << "  audioManagerHandle=" << handle;
     const Emission to{d};
-    if (to)
+    if (to) {
         Q_EMIT to->audioManagerHandleChanged(handle);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->audioManagerHandleChanged(QVariant(handle));
+    }
     return MediaError::None;
 }
 
@@ -364,10 +395,11 @@ void AudioRecorder::setAudioManagerHandleQml(const QVariant &handle)
     DEBUG_LINE << "handle=" << handle.toString();
     bool ok = false;
     const unsigned int number = handle.toUInt(&ok);
-    if (ok)
+    if (ok) {
         setAudioManagerHandle(number);
-    else
+    } else {
         WARNING_LINE << "Unable to convert variant handle.";
+    }
 }
 
 void AudioRecorder::setOutputUrl(const QUrl &url)
@@ -381,8 +413,9 @@ MediaError::Type AudioRecorder::setStatusInterval(unsigned int statusInterval)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "statusInterval=" << statusInterval;
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (const auto error = d->updateContextParams(statusInterval)) {
         CRITICAL_LINE << "Unable to set the status interval.";
         return error;
@@ -391,10 +424,12 @@ MediaError::Type AudioRecorder::setStatusInterval(unsigned int statusInterval)
     DEBUG_LINE << "emit statusIntervalChanged()";
     DEBUG_LINE << "  statusInterval=" << statusInterval;
     const Emission to{d};
-    if (to)
+    if (to) {
         Q_EMIT to->statusIntervalChanged(statusInterval);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->statusIntervalChanged(QVariant(statusInterval));
+    }
     return MediaError::None;
 }
 
@@ -404,10 +439,11 @@ void AudioRecorder::setStatusIntervalQml(const QVariant &statusInterval)
     DEBUG_LINE << "statusInterval=" << statusInterval.toString();
     bool ok = false;
     const unsigned int number = statusInterval.toUInt(&ok);
-    if (ok)
+    if (ok) {
         setStatusInterval(number);
-    else
+    } else {
         WARNING_LINE << "Unable to convert variant status interval.";
+    }
 }
 
 // AudioRecorder: getters

@@ -32,13 +32,15 @@ QString prettyFunction(const char *prettyFunctionText)
 {
     const QString text = QString::fromLatin1(prettyFunctionText);
     qsizetype end = text.lastIndexOf(QLatin1Char('('));
-    if (end < 0)
+    if (end < 0) {
         end = text.size() - 1;
+    }
     qsizetype start = end;
     for (int colons = 0; start > 0; --start) {
         const QChar before = text.at(start - 1);
-        if (before == QLatin1Char(' ') || (before == QLatin1Char(':') && ++colons == 3))
+        if (before == QLatin1Char(' ') || (before == QLatin1Char(':') && ++colons == 3)) {
             break;
+        }
     }
     return text.mid(start, end - start);
 }
@@ -46,16 +48,18 @@ QString prettyFunction(const char *prettyFunctionText)
 FunctionTracer::FunctionTracer(QString name) : m_name(std::move(name))
 {
     m_timer.start();
-    if (!ENABLE_DEBUG)
+    if (!ENABLE_DEBUG) {
         return;
+    }
     qDebug().nospace() << prettyFunction(__PRETTY_FUNCTION__).toLocal8Bit().constData() << ": "
                        << "START" << currentThread() << m_name.toLatin1().constData();
 }
 
 FunctionTracer::~FunctionTracer()
 {
-    if (!ENABLE_DEBUG)
+    if (!ENABLE_DEBUG) {
         return;
+    }
     qDebug().nospace() << prettyFunction(__PRETTY_FUNCTION__).toLocal8Bit().constData() << ": "
                        << "=> END" << currentThread() << "(" << m_timer.elapsed() << "ms):";
 }
@@ -65,13 +69,16 @@ QSharedPointer<char> obfuscatePath(const char *path, int size)
     static char emptyText[] = "";
     static const QSharedPointer<char> empty(emptyText, noDelete);
 
-    if (!path || size <= 0)
+    if (!path || size <= 0) {
         return empty;
+    }
     std::unique_ptr<char, decltype(&std::free)> output(static_cast<char *>(std::malloc(size)), std::free);
-    if (!output)
+    if (!output) {
         return empty;
-    if (slog2_obfuscate(0, 46, 0, path, size, output.get()) == 0)
+    }
+    if (slog2_obfuscate(0, 46, 0, path, size, output.get()) == 0) {
         return QSharedPointer<char>(output.release(), std::free);
+    }
     qCritical().nospace() << prettyFunction(__PRETTY_FUNCTION__).toLocal8Bit().constData() << ": "
                           << "Path obfuscation failed at slog2 API";
     return empty;
@@ -82,8 +89,9 @@ QDebug operator<<(QDebug debug, const LoggedUrl &logged)
     const QString text = logged.m_url.toString();
     const bool isHidden =
         logged.m_url.scheme().isEmpty() ? logged.m_relative == LoggedUrl::HideRelative : namesFile(logged.m_url);
-    if (!isHidden)
+    if (!isHidden) {
         return debug << text;
+    }
     const QByteArray local = text.toLocal8Bit();
     return debug << obfuscatePath(local.constData(), static_cast<int>(local.size()) + 1).data();
 }

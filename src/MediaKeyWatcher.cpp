@@ -25,8 +25,9 @@ MediaKeyWatcherPrivate::MediaKeyWatcherPrivate(MediaKeyWatcher *watcher, MediaKe
 MediaKeyWatcherPrivate::~MediaKeyWatcherPrivate()
 {
     TRACE_FUNCTION();
-    if (m_control->isOpen())
+    if (m_control->isOpen()) {
         m_control->close();
+    }
 }
 
 MediaKey::Type MediaKeyWatcherPrivate::key() const
@@ -81,16 +82,18 @@ void MediaKeyWatcherPrivate::listenerWent(const QMetaMethod &signal)
     TRACE_FUNCTION();
     m_listeners = listenersWithout(signal);
     updateButtonRegistration(m_control, m_key, m_notification, false);
-    if (m_isLookPosted)
+    if (m_isLookPosted) {
         return;
+    }
     // A listener that is being destroyed still counts now, and several may have gone at once.
     m_isLookPosted = true;
     QMetaObject::invokeMethod(
         this,
         [this] {
             m_isLookPosted = false;
-            if (countListeners() != m_registered)
+            if (countListeners() != m_registered) {
                 listenersChanged();
+            }
         },
         Qt::QueuedConnection);
 }
@@ -106,15 +109,17 @@ MediaKeyWatcherPrivate::Listeners MediaKeyWatcherPrivate::countListeners() const
 MediaKeyWatcherPrivate::Listeners MediaKeyWatcherPrivate::listenersWithout(const QMetaMethod &signal) const
 {
     TRACE_FUNCTION();
-    if (!signal.isValid())
+    if (!signal.isValid()) {
         return countListeners();
+    }
     Listeners left = m_listeners;
-    if (signal == QMetaMethod::fromSignal(&MediaKeyWatcher::shortPress))
+    if (signal == QMetaMethod::fromSignal(&MediaKeyWatcher::shortPress)) {
         --left.shortPress;
-    else if (signal == QMetaMethod::fromSignal(&MediaKeyWatcher::mediumPress))
+    } else if (signal == QMetaMethod::fromSignal(&MediaKeyWatcher::mediumPress)) {
         --left.mediumPress;
-    else if (signal == QMetaMethod::fromSignal(&MediaKeyWatcher::longPress))
+    } else if (signal == QMetaMethod::fromSignal(&MediaKeyWatcher::longPress)) {
         --left.longPress;
+    }
     return left;
 }
 
@@ -128,8 +133,9 @@ int MediaKeyWatcherPrivate::updateButtonRegistration(voro::PpsObject *object, Me
     }
     const int shortListeners = m_listeners.shortPress;
     const int longerListeners = m_listeners.mediumPress + m_listeners.longPress;
-    if (!force && longerListeners >= 2 && shortListeners >= 2)
+    if (!force && longerListeners >= 2 && shortListeners >= 2) {
         return 0;
+    }
     m_registered = m_listeners;
     if (object->isOpen() && !object->close()) {
         WARNING_LINE << "Error trying to close the PPS connection. error=" << object->errorString();
@@ -161,8 +167,9 @@ int MediaKeyWatcherPrivate::updateButtonRegistration(voro::PpsObject *object, Me
     }
     if (longerListeners >= 1) {
         result = send(object, key, QStringLiteral("med"));
-        if (result != 0)
+        if (result != 0) {
             WARNING_LINE << "Unable to register for button medium length notification. key=" << toString(key);
+        }
     }
     return result;
 }
@@ -204,22 +211,24 @@ void MediaKeyWatcherPrivate::onReadyRead()
     }
     const QVariantMap control = voro::PpsObject::decode(object->read()).value(QStringLiteral("@control")).toMap();
     DEBUG_LINE << control;
-    if (control.contains(QStringLiteral("err")))
+    if (control.contains(QStringLiteral("err"))) {
         WARNING_LINE << "Control error received."
                      << " err=" << control.value(QStringLiteral("err")).toString()
                      << ", res=" << control.value(QStringLiteral("res")).toString();
-    else if (control.value(QStringLiteral("msg")) == QLatin1String("key"))
+    } else if (control.value(QStringLiteral("msg")) == QLatin1String("key")) {
         handleKeyMessage(control);
-    else
+    } else {
         WARNING_LINE << "Unhandled control message. map=" << control;
+    }
 }
 
 void MediaKeyWatcherPrivate::handleKeyMessage(const QVariantMap &control)
 {
     TRACE_FUNCTION();
     const QString name = control.value(QStringLiteral("dat")).toString();
-    if (!name.startsWith(QStringLiteral("bn_%1").arg(QLatin1String(toString(m_key)))))
+    if (!name.startsWith(QStringLiteral("bn_%1").arg(QLatin1String(toString(m_key))))) {
         return;
+    }
     const MediaKey::Type key = m_key;
     if (name.endsWith(QLatin1String("_short"))) {
         DEBUG_LINE << "emit shortPress()";
@@ -231,8 +240,9 @@ void MediaKeyWatcherPrivate::handleKeyMessage(const QVariantMap &control)
         const QPointer<MediaKeyWatcher> watcher(m_watcher);
         Q_EMIT watcher->longPress(key);
         // A listener may have destroyed the watcher.
-        if (watcher)
+        if (watcher) {
             Q_EMIT watcher->mediumPress(key);
+        }
     }
 }
 

@@ -42,26 +42,31 @@ MediaError::Type MediaPlayer::prepare()
 {
     TRACE_FUNCTION();
     QString windowGroupId = d->m_windowGroupId;
-    if (windowGroupId.isEmpty() && d->m_videoOutput == VideoOutput::PrimaryDisplay)
+    if (windowGroupId.isEmpty() && d->m_videoOutput == VideoOutput::PrimaryDisplay) {
         windowGroupId = voro::UIToolkitSupport().windowGroupID();
+    }
     const QString audioUrl = d->generateAudioOutputUrl(d->m_audioOutput);
     const QString videoUrl = d->generateVideoOutputUrl(d->m_videoOutput, d->m_windowId, windowGroupId);
     const QString closedCaptionUrl =
         d->generateVideoOutputUrl(d->m_videoOutput, d->m_closedCaptionWindowId, windowGroupId);
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (d->m_mediaState != MediaState::Unprepared) {
         DEBUG_LINE << "Player already prepared";
         return MediaError::None;
     }
-    if (const auto error = d->attachOutputs(tracer, audioUrl, videoUrl, closedCaptionUrl))
+    if (const auto error = d->attachOutputs(tracer, audioUrl, videoUrl, closedCaptionUrl)) {
         return error;
+    }
     if (const auto error = report(
             tracer, d->applyAudioSettings(d->m_audioManagerHandle, d->m_volume, d->m_autoPause, d->m_equalizerPreset),
-            "Error attaching output audio type. error="))
+            "Error attaching output audio type. error=")) {
         return error;
-    if (const auto error = report(tracer, d->attachInput(d->m_sourceUrl), "Error attaching input source, error="))
+    }
+    if (const auto error = report(tracer, d->attachInput(d->m_sourceUrl), "Error attaching input source, error=")) {
         return error;
+    }
     if (d->updateInputParamRepeatMode(d->m_repeatMode) != MediaError::None) {
         const MediaError::Type error = d->lastError();
         WARNING_LINE << "Error updating repeat parameter. error=" << keyName(error);
@@ -74,14 +79,17 @@ MediaError::Type MediaPlayer::prepare()
 MediaError::Type MediaPlayer::play()
 {
     TRACE_FUNCTION();
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     MediaPlayerPrivate *const self = d;
     if (self->m_mediaState == MediaState::Unprepared) {
-        if (const auto error = report(tracer, prepare(), "Unable to prepare the player. error="))
+        if (const auto error = report(tracer, prepare(), "Unable to prepare the player. error=")) {
             return error;
-        if (self->isOrphan())
+        }
+        if (self->isOrphan()) {
             return MediaError::None;
+        }
     }
     return report(tracer, self->play(), "Unable to play the player. error=");
 }
@@ -89,34 +97,39 @@ MediaError::Type MediaPlayer::play()
 MediaError::Type MediaPlayer::pause()
 {
     TRACE_FUNCTION();
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     MediaPlayerPrivate *const self = d;
     if (self->m_mediaState == MediaState::Unprepared) {
         if (const auto error = prepare()) {
             CRITICAL_LINE << "Unable to prepare the player";
             return error;
         }
-        if (self->isOrphan())
+        if (self->isOrphan()) {
             return MediaError::None;
+        }
     }
     const MediaError::Type error = setSpeed(0.0);
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         CRITICAL_LINE << "Unable to pause the player";
+    }
     return error;
 }
 
 MediaError::Type MediaPlayer::stop()
 {
     TRACE_FUNCTION();
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (d->m_mediaState == MediaState::Unprepared) {
         DEBUG_LINE << "Media player is unprepared";
         return MediaError::InvalidState;
     }
-    if (const auto error = d->failure(tracer, mmr_stop(d->m_context), "Error stopping the player. error="))
+    if (const auto error = d->failure(tracer, mmr_stop(d->m_context), "Error stopping the player. error=")) {
         return *error;
+    }
     d->setMediaState(MediaState::Stopped);
     return MediaError::None;
 }
@@ -168,16 +181,19 @@ MediaError::Type MediaPlayer::setSpeed(double speed)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "speed=" << speed;
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     const int rate = truncated<int>(speed * MmrContextNotifier::s_NormalPlaybackSpeed);
     if (const auto error =
-            d->failure(tracer, mmr_speed_set(d->m_context, rate), "Error setting the player speed. error="))
+            d->failure(tracer, mmr_speed_set(d->m_context, rate), "Error setting the player speed. error=")) {
         return *error;
+    }
     if (d->m_mediaState == MediaState::Prepared || d->m_mediaState == MediaState::Stopped) {
         if (const auto error =
-                d->failure(tracer, mmr_play(d->m_context), "Error moving the player to a playing state. error="))
+                d->failure(tracer, mmr_play(d->m_context), "Error moving the player to a playing state. error=")) {
             return *error;
+        }
     }
     MediaPlayerPrivate *const self = d;
     const MediaState::Type state = self->m_mediaState;
@@ -198,31 +214,36 @@ MediaError::Type MediaPlayer::setSourceUrl(const QUrl &url)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "url=" << LoggedUrl(url);
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (url == d->m_sourceUrl) {
         WARNING_LINE << "Ignoring attempt to set same url.";
         return MediaError::None;
     }
     MediaPlayerPrivate *const self = d;
-    if (const auto error = report(tracer, self->detachInput(), "Unable to detach existing input. error="))
+    if (const auto error = report(tracer, self->detachInput(), "Unable to detach existing input. error=")) {
         return error;
-    if (self->isOrphan())
+    }
+    if (self->isOrphan()) {
         return MediaError::None;
+    }
     self->setMediaState(MediaState::Unprepared);
     self->m_sourceUrl = url;
     // The text is required; it is not the signal's name.
     DEBUG_LINE << "emit sourceChanged()";
-    if (const Emission to{self})
+    if (const Emission to{self}) {
         Q_EMIT to->sourceUrlChanged(self->m_sourceUrl);
+    }
     return MediaError::None;
 }
 
 MediaError::Type MediaPlayer::setAudioOutput(AudioOutput::Type audioOutput)
 {
     TRACE_FUNCTION();
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (audioOutput == d->m_audioOutput) {
         DEBUG_LINE << "Ignoring attempt to set same audio output.";
         return MediaError::None;
@@ -240,17 +261,21 @@ MediaError::Type MediaPlayer::setAudioOutput(AudioOutput::Type audioOutput)
             return error;
         }
     }
-    if (self->isOrphan())
+    if (self->isOrphan()) {
         return MediaError::None;
+    }
     self->m_audioOutput = audioOutput;
-    if (audioOutput == AudioOutput::None)
+    if (audioOutput == AudioOutput::None) {
         self->m_audioOutputId = -1;
-    if (self->m_mediaState != MediaState::Unprepared)
+    }
+    if (self->m_mediaState != MediaState::Unprepared) {
         self->setMediaState(MediaState::Unprepared);
+    }
     DEBUG_LINE << "emit audioOutputChanged()";
     DEBUG_LINE << "  output=" << keyName(audioOutput);
-    if (const Emission to{self})
+    if (const Emission to{self}) {
         Q_EMIT to->audioOutputChanged(audioOutput);
+    }
     return MediaError::None;
 }
 
@@ -288,16 +313,19 @@ MediaError::Type MediaPlayer::setVideoOutput(VideoOutput::Type videoOutput)
             return error;
         }
     }
-    if (self->isOrphan())
+    if (self->isOrphan()) {
         return MediaError::None;
+    }
     self->m_videoOutput = videoOutput;
     self->m_videoOutputId = self->m_closedCaptionOutputId = -1;
-    if (self->m_mediaState != MediaState::Unprepared)
+    if (self->m_mediaState != MediaState::Unprepared) {
         self->setMediaState(MediaState::Unprepared);
+    }
     DEBUG_LINE << "emit videoOutputChanged()";
     DEBUG_LINE << "  output=" << static_cast<int>(videoOutput);
-    if (const Emission to{self})
+    if (const Emission to{self}) {
         Q_EMIT to->videoOutputChanged(videoOutput);
+    }
     return MediaError::None;
 }
 
@@ -309,8 +337,9 @@ MediaError::Type MediaPlayer::setVideoSourceRect(int x, int y, unsigned int widt
         return static_cast<int>(static_cast<unsigned int>(first) + extent - 1);
     };
     const QRect rect(QPoint(x, y), QPoint(last(x, width), last(y, height)));
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (const auto error = d->updateVideoOutputParams(rect)) {
         CRITICAL_LINE << "Unable to set video source parameters. src=" << rect << ", error=" << keyName(error);
         return error;
@@ -329,8 +358,9 @@ void MediaPlayer::setWindowId(const QString &windowId)
     }
     DEBUG_LINE << "emit windowIdChanged()";
     DEBUG_LINE << "  windowId=" << windowId;
-    if (const Emission to{d})
+    if (const Emission to{d}) {
         Q_EMIT to->windowIdChanged(windowId);
+    }
 }
 
 void MediaPlayer::setWindowGroupId(const QString &windowGroupId)
@@ -343,8 +373,9 @@ void MediaPlayer::setWindowGroupId(const QString &windowGroupId)
     }
     DEBUG_LINE << "emit windowGroupIdChanged()";
     DEBUG_LINE << "  windowGroupId=" << windowGroupId;
-    if (const Emission to{d})
+    if (const Emission to{d}) {
         Q_EMIT to->windowGroupIdChanged(windowGroupId);
+    }
 }
 
 void MediaPlayer::setClosedCaptionWindowId(const QString &windowId)
@@ -357,8 +388,9 @@ void MediaPlayer::setClosedCaptionWindowId(const QString &windowId)
     }
     DEBUG_LINE << "emit closedCaptionWindowIdChanged()";
     DEBUG_LINE << "  closedCaptionWindowId=" << windowId;
-    if (const Emission to{d})
+    if (const Emission to{d}) {
         Q_EMIT to->closedCaptionWindowIdChanged(windowId);
+    }
 }
 
 // Getters

@@ -25,8 +25,9 @@ std::array<Candidate, 2> inputCandidates(const QUrl &url)
     const QString playlist = QStringLiteral("playlist");
     const QString autolist = QStringLiteral("autolist");
     const QString path = toLocalPath(url);
-    if (!path.isEmpty())
+    if (!path.isEmpty()) {
         return {Candidate{QStringLiteral("file://") + path, playlist}, Candidate{path, autolist}};
+    }
     const QString text = url.toString().replace(QLatin1Char(' '), QLatin1String("%20"));
     return {Candidate{text, autolist}, Candidate{text, playlist}};
 }
@@ -42,11 +43,13 @@ MediaError::Type MediaPlayerPrivate::lastError() const
 {
     TRACE_FUNCTION();
     const mmr_error_info_t *info = m_context ? mmr_error_info(m_context) : nullptr;
-    if (!info)
+    if (!info) {
         return MediaError::None;
+    }
     const auto error = static_cast<MediaError::Type>(info->error_code);
-    if (error != MediaError::CommandFailed)
+    if (error != MediaError::CommandFailed) {
         return error;
+    }
     const auto cause = static_cast<MediaError::Type>(info->extra_value);
     WARNING_LINE << "Command failed. Received " << keyName(cause);
     return cause;
@@ -90,19 +93,22 @@ void MediaPlayerPrivate::setMediaState(MediaState::Type mediaState)
         onSeekableChanged(false);
         m_metaData = {};
     }
-    if (isOrphan())
+    if (isOrphan()) {
         return;
+    }
     DEBUG_LINE << "emit mediaStateChanged()";
     DEBUG_LINE << "  mediaState=" << keyName(m_mediaState);
-    if (const Emission to{this})
+    if (const Emission to{this}) {
         Q_EMIT to->mediaStateChanged(m_mediaState);
+    }
 }
 
 MediaError::Type MediaPlayerPrivate::play()
 {
     TRACE_FUNCTION();
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::None;
+    }
     // A speed of 0 is never stored, so this also ends a pause.
     const MediaError::Type error = q->setSpeed(toFactor(m_speed));
     if (error != MediaError::None) {
@@ -110,8 +116,9 @@ MediaError::Type MediaPlayerPrivate::play()
         return error;
     }
     if (m_mediaState != MediaState::Started && !isOrphan()) {
-        if (const auto refused = failure(tracer, mmr_play(m_context), "Error playing the player. error="))
+        if (const auto refused = failure(tracer, mmr_play(m_context), "Error playing the player. error=")) {
             return *refused;
+        }
         setMediaState(MediaState::Started);
     }
     return MediaError::None;
@@ -120,16 +127,19 @@ MediaError::Type MediaPlayerPrivate::play()
 MediaError::Type MediaPlayerPrivate::unprepare()
 {
     TRACE_FUNCTION();
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (m_mediaState == MediaState::Unprepared) {
         DEBUG_LINE << "Already unprepared";
         return MediaError::None;
     }
-    if (const auto error = failure(tracer, mmr_stop(m_context), "Error stopping the player. error="))
+    if (const auto error = failure(tracer, mmr_stop(m_context), "Error stopping the player. error=")) {
         return *error;
-    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching playback input. error="))
+    }
+    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching playback input. error=")) {
         return *error;
+    }
     // The text of the closed-caption output is the video output's; this is required.
     const std::pair<int, const char *> outputs[] = {
         {m_audioOutputId, "Error detaching audio output. error="},
@@ -137,10 +147,12 @@ MediaError::Type MediaPlayerPrivate::unprepare()
         {m_closedCaptionOutputId, "Error detaching video output. error="},
     };
     for (const auto &[outputId, text] : outputs) {
-        if (outputId == -1)
+        if (outputId == -1) {
             continue;
-        if (const auto error = failure(tracer, mmr_output_detach(m_context, outputId), text))
+        }
+        if (const auto error = failure(tracer, mmr_output_detach(m_context, outputId), text)) {
             return *error;
+        }
     }
     m_audioOutputId = m_closedCaptionOutputId = m_videoOutputId = -1;
     setMediaState(MediaState::Unprepared);
@@ -152,8 +164,9 @@ MediaError::Type MediaPlayerPrivate::seek(unsigned int track, unsigned int posit
     TRACE_FUNCTION();
     DEBUG_LINE << "track=" << track;
     DEBUG_LINE << "position=" << position;
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     const MediaError::Type error = m_notifier->seek(track, position);
     if (error != MediaError::None) {
         CRITICAL_LINE << "Unable to seek track. track=" << track << ", position=" << position
@@ -186,8 +199,9 @@ MediaError::Type MediaPlayerPrivate::attachInput(const QUrl &url)
         }
         CRITICAL_LINE << "Failed to attach input. url=" << LoggedUrl(candidateUrl) << ", type=" << candidate.type;
         // Only this error says that the input may be of the other type.
-        if (result != MediaError::Internal)
+        if (result != MediaError::Internal) {
             break;
+        }
     }
     CRITICAL_LINE << "Unable to attach source input. url=" << LoggedUrl(url) << ", e=" << keyName(result);
     return result;
@@ -196,10 +210,12 @@ MediaError::Type MediaPlayerPrivate::attachInput(const QUrl &url)
 MediaError::Type MediaPlayerPrivate::detachInput()
 {
     TRACE_FUNCTION();
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
-    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching existing input. error="))
+    }
+    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching existing input. error=")) {
         return *error;
+    }
     setMediaState(MediaState::Unprepared);
     return MediaError::None;
 }
@@ -208,8 +224,9 @@ MediaError::Type MediaPlayerPrivate::attachOutput(const FunctionTracer &tracer, 
                                                   const char *type, int *outputId)
 {
     const MediaError::Type error = m_notifier->attachOutput(url, QLatin1String(type), outputId);
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         CRITICAL_LINE << "Error attaching " << name << " output. url=" << url << ", error=" << keyName(error);
+    }
     return error;
 }
 
@@ -219,15 +236,18 @@ MediaError::Type MediaPlayerPrivate::attachOutputs(const FunctionTracer &tracer,
 {
     const bool hasVideo = m_videoOutput != VideoOutput::None;
     if (m_audioOutputId == -1 && !audioUrl.isEmpty()) {
-        if (const auto error = attachOutput(tracer, "audio", audioUrl, "audio", &m_audioOutputId))
+        if (const auto error = attachOutput(tracer, "audio", audioUrl, "audio", &m_audioOutputId)) {
             return error;
+        }
     }
     if (m_videoOutputId == -1 && hasVideo && !m_windowId.isEmpty()) {
-        if (const auto error = attachOutput(tracer, "video", videoUrl, "video", &m_videoOutputId))
+        if (const auto error = attachOutput(tracer, "video", videoUrl, "video", &m_videoOutputId)) {
             return error;
+        }
     }
-    if (m_closedCaptionOutputId == -1 && hasVideo && !m_closedCaptionWindowId.isEmpty())
+    if (m_closedCaptionOutputId == -1 && hasVideo && !m_closedCaptionWindowId.isEmpty()) {
         return attachOutput(tracer, "closed caption", closedCaptionUrl, "subpicture", &m_closedCaptionOutputId);
+    }
     return MediaError::None;
 }
 
@@ -235,10 +255,12 @@ MediaError::Type MediaPlayerPrivate::detachOutput(int outputId)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "outputId=" << outputId;
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
-    if (const auto error = report(tracer, detachInput(), "Unable to detach existing input. error="))
+    }
+    if (const auto error = report(tracer, detachInput(), "Unable to detach existing input. error=")) {
         return error;
+    }
     if (outputId != -1 && !isOrphan() && mmr_output_detach(m_context, outputId) == -1) {
         const MediaError::Type error = lastError();
         CRITICAL_LINE << "Error detaching existing output. output=" << outputId << ", error=" << keyName(error);
@@ -276,8 +298,9 @@ MediaError::Type MediaPlayerPrivate::updateAudioOutputParams(unsigned int audioM
 {
     TRACE_FUNCTION();
     const unsigned int level = volume * 100.0 >= 100 ? 100 : truncated<unsigned int>(volume * 100.0);
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (m_audioOutputId == -1) {
         WARNING_LINE << "Audio output is not attached";
         return MediaError::InvalidState;
@@ -306,8 +329,9 @@ MediaError::Type MediaPlayerPrivate::updateAudioOutputParams(unsigned int audioM
         WARNING_LINE << "Unable to create equalizer preset parameter. equalizerPreset=" << keyName(equalizerPreset);
         return MediaError::InvalidParameter;
     }
-    if (mmr_output_parameters(m_context, m_audioOutputId, dictionary.release()) == 0)
+    if (mmr_output_parameters(m_context, m_audioOutputId, dictionary.release()) == 0) {
         return MediaError::None;
+    }
     const MediaError::Type error = lastError();
     WARNING_LINE << "Unable to set output parameters. output_id=" << m_audioOutputId;
     return error;
@@ -317,8 +341,9 @@ MediaError::Type MediaPlayerPrivate::updateAudioOutputParams(unsigned int audioM
 MediaError::Type MediaPlayerPrivate::applyAudioSettings(unsigned int audioManagerHandle, double volume, bool autoPause,
                                                         EqualizerPreset::Type equalizerPreset)
 {
-    if (m_audioOutputId == -1)
+    if (m_audioOutputId == -1) {
         return MediaError::None;
+    }
     return updateAudioOutputParams(audioManagerHandle, volume, autoPause, equalizerPreset);
 }
 
@@ -332,8 +357,9 @@ MediaError::Type MediaPlayerPrivate::updateInputParamRepeatMode(RepeatMode::Type
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "mode=" << static_cast<int>(mode);
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     return report(tracer, m_notifier->updateInputParameter(QStringLiteral("repeat"), toString(mode)),
                   "Unable to set input parameter. error=");
 }
@@ -341,15 +367,17 @@ MediaError::Type MediaPlayerPrivate::updateInputParamRepeatMode(RepeatMode::Type
 MediaError::Type MediaPlayerPrivate::updateTrackParam(const FunctionTracer &tracer, unsigned int track,
                                                       const QString &name, const QString &value, const char *failure)
 {
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (m_trackCount != 0 && track > m_trackCount) {
         CRITICAL_LINE << "Unable to set out of range track parameters. track=" << track << ", count=" << m_trackCount;
         return MediaError::InvalidParameter;
     }
     const MediaError::Type error = m_notifier->updateTrackParameter(track, name, value);
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         WARNING_LINE << failure << keyName(error);
+    }
     return error;
 }
 
@@ -384,8 +412,9 @@ MediaError::Type MediaPlayerPrivate::updateVideoOutputParams(const QRect &rect)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "rect=" << rect;
-    if (!hasContext(tracer))
+    if (!hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     const auto extent = [](int first, int last) { return static_cast<qint64>(last) - first + 1; };
     struct Parameter {
         QString key;
@@ -405,8 +434,9 @@ MediaError::Type MediaPlayerPrivate::updateVideoOutputParams(const QRect &rect)
             return MediaError::InvalidParameter;
         }
     }
-    if (mmr_output_parameters(m_context, m_videoOutputId, dictionary.release()) == 0)
+    if (mmr_output_parameters(m_context, m_videoOutputId, dictionary.release()) == 0) {
         return MediaError::None;
+    }
     const MediaError::Type error = lastError();
     CRITICAL_LINE << "Unable to set video source parameters on player. rect=" << rect;
     return error;

@@ -13,8 +13,9 @@ namespace voro::multimedia {
 MediaError::Type MediaPlayer::setClosedCaptionEnabled(bool enabled)
 {
     TRACE_FUNCTION();
-    if (!replace(d->m_closedCaptionDisabled, !enabled))
+    if (!replace(d->m_closedCaptionDisabled, !enabled)) {
         return MediaError::None;
+    }
     if (const auto error = d->updateTrackParamSubpictureDisabled(track(), !enabled)) {
         CRITICAL_LINE << "Unable to set the closed caption enabled. enabled=" << enabled
                       << ", error=" << keyName(error);
@@ -22,16 +23,18 @@ MediaError::Type MediaPlayer::setClosedCaptionEnabled(bool enabled)
     }
     DEBUG_LINE << "emit closedCaptionEnabledChanged()";
     DEBUG_LINE << "  enabled=" << enabled;
-    if (const Emission to{d})
+    if (const Emission to{d}) {
         Q_EMIT to->closedCaptionEnabledChanged(enabled);
+    }
     return MediaError::None;
 }
 
 MediaError::Type MediaPlayer::setClosedCaptionIndex(unsigned int index)
 {
     TRACE_FUNCTION();
-    if (!replace(d->m_closedCaptionIndex, index))
+    if (!replace(d->m_closedCaptionIndex, index)) {
         return MediaError::None;
+    }
     if (const auto error = d->updateTrackParamSubpictureIndex(track(), index)) {
         CRITICAL_LINE << "Unable to set the closed caption index. index=" << index << ", error=" << keyName(error);
         return error;
@@ -39,10 +42,12 @@ MediaError::Type MediaPlayer::setClosedCaptionIndex(unsigned int index)
     DEBUG_LINE << "emit closedCaptionIndexChanged()";
     DEBUG_LINE << "  index=" << index;
     const Emission to{d};
-    if (to)
+    if (to) {
         Q_EMIT to->closedCaptionIndexChanged(index);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->closedCaptionIndexChanged(QVariant(index));
+    }
     return MediaError::None;
 }
 
@@ -52,10 +57,11 @@ void MediaPlayer::setClosedCaptionIndexQml(const QVariant &index)
     DEBUG_LINE << "index=" << index.toString();
     bool ok = false;
     const unsigned int number = index.toUInt(&ok);
-    if (ok)
+    if (ok) {
         setClosedCaptionIndex(number);
-    else
+    } else {
         WARNING_LINE << "Unable to convert variant closed caption index.";
+    }
 }
 
 QUrl MediaPlayer::closedCaptionUrl(unsigned int track) const
@@ -72,8 +78,9 @@ MediaError::Type MediaPlayer::setClosedCaptionUrl(unsigned int track, const QUrl
         WARNING_LINE << "Setting the closed caption url is limited to track 1.";
         return MediaError::InvalidParameter;
     }
-    if (url == current)
+    if (url == current) {
         return MediaError::None;
+    }
     if (const auto error = d->updateTrackParamSubpictureUrl(1, url)) {
         CRITICAL_LINE << "Unable to set the closed caption url. track=" << track << ", url=" << LoggedUrl(url)
                       << ", error=" << keyName(error);
@@ -83,10 +90,12 @@ MediaError::Type MediaPlayer::setClosedCaptionUrl(unsigned int track, const QUrl
     DEBUG_LINE << "  track=" << track;
     DEBUG_LINE << "  url=" << LoggedUrl(url);
     const Emission to{d};
-    if (to)
+    if (to) {
         Q_EMIT to->closedCaptionUrlChanged(track, url);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->closedCaptionUrlChanged(QVariant(track), url);
+    }
     return MediaError::None;
 }
 
@@ -96,8 +105,9 @@ MediaError::Type MediaPlayer::setVolume(double volume)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "volume=" << volume;
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (volume == d->m_volume) {
         DEBUG_LINE << "Volume already set to " << volume;
         return MediaError::None;
@@ -115,8 +125,9 @@ MediaError::Type MediaPlayer::setVolume(double volume)
     d->m_volume = volume;
     DEBUG_LINE << "emit volumeChanged()";
     DEBUG_LINE << "  volume=" << volume;
-    if (const Emission to{d})
+    if (const Emission to{d}) {
         Q_EMIT to->volumeChanged(volume);
+    }
     return MediaError::None;
 }
 
@@ -135,8 +146,9 @@ MediaError::Type MediaPlayer::setAutoPause(bool autoPause)
     }
     d->m_autoPause = autoPause;
     DEBUG_LINE << "emit autoPauseChanged()";
-    if (const Emission to{d})
+    if (const Emission to{d}) {
         Q_EMIT to->autoPauseChanged(autoPause);
+    }
     return MediaError::None;
 }
 
@@ -156,8 +168,9 @@ MediaError::Type MediaPlayer::setEqualizerPreset(EqualizerPreset::Type equalizer
     d->m_equalizerPreset = equalizerPreset;
     DEBUG_LINE << "emit equalizerPresetChanged()";
     DEBUG_LINE << "  equalizerPreset=" << keyName(equalizerPreset);
-    if (const Emission to{d})
+    if (const Emission to{d}) {
         Q_EMIT to->equalizerPresetChanged(equalizerPreset);
+    }
     return MediaError::None;
 }
 
@@ -173,10 +186,12 @@ MediaError::Type MediaPlayer::setAudioManagerHandle(unsigned int handle)
     DEBUG_LINE << "emit audioManagerHandleChanged()";
     DEBUG_LINE << "  audioManagerHandle=" << handle;
     const Emission to{d};
-    if (to)
+    if (to) {
         Q_EMIT to->audioManagerHandleChanged(handle);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->audioManagerHandleChanged(QVariant(handle));
+    }
     return MediaError::None;
 }
 
@@ -186,18 +201,20 @@ void MediaPlayer::setAudioManagerHandleQml(const QVariant &handle)
     DEBUG_LINE << "handle=" << handle.toString();
     bool ok = false;
     const unsigned int number = handle.toUInt(&ok);
-    if (ok)
+    if (ok) {
         setAudioManagerHandle(number);
-    else
+    } else {
         WARNING_LINE << "Unable to convert variant handle.";
+    }
 }
 
 MediaError::Type MediaPlayer::setRepeatMode(RepeatMode::Type repeatMode)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "repeatMode=" << keyName(repeatMode);
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (repeatMode == RepeatMode::Unsupported) {
         WARNING_LINE << "Cannot set unsupported repeat mode value on player.";
         return MediaError::UnsupportedValue;
@@ -215,8 +232,9 @@ MediaError::Type MediaPlayer::setRepeatMode(RepeatMode::Type repeatMode)
     if (replace(d->m_repeatMode, repeatMode)) {
         DEBUG_LINE << "emit repeatModeChanged()";
         DEBUG_LINE << "  repeatMode=" << keyName(repeatMode);
-        if (const Emission to{d})
+        if (const Emission to{d}) {
             Q_EMIT to->repeatModeChanged(repeatMode);
+        }
     }
     return MediaError::None;
 }
@@ -225,8 +243,9 @@ MediaError::Type MediaPlayer::setStatusInterval(unsigned int statusInterval)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "statusInterval=" << statusInterval;
-    if (!d->hasContext(tracer))
+    if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
+    }
     if (const auto error = d->updateContextParams(statusInterval)) {
         CRITICAL_LINE << "Unable to set the status interval.";
         return error;
@@ -235,10 +254,12 @@ MediaError::Type MediaPlayer::setStatusInterval(unsigned int statusInterval)
         DEBUG_LINE << "emit statusIntervalChanged()";
         DEBUG_LINE << "  statusInterval=" << statusInterval;
         const Emission to{d};
-        if (to)
+        if (to) {
             Q_EMIT to->statusIntervalChanged(statusInterval);
-        if (to)
+        }
+        if (to) {
             Q_EMIT to->statusIntervalChanged(QVariant(statusInterval));
+        }
     }
     return MediaError::None;
 }
@@ -249,10 +270,11 @@ void MediaPlayer::setStatusIntervalQml(const QVariant &statusInterval)
     DEBUG_LINE << "statusInterval=" << statusInterval.toString();
     bool ok = false;
     const unsigned int number = statusInterval.toUInt(&ok);
-    if (ok)
+    if (ok) {
         setStatusInterval(number);
-    else
+    } else {
         WARNING_LINE << "Unable to convert variant status interval.";
+    }
 }
 
 } // namespace voro::multimedia

@@ -18,8 +18,9 @@ MediaUtils *MediaUtils::instance()
 {
     TRACE_FUNCTION();
     const QMutexLocker locker(&m_mutex);
-    if (!m_instance)
+    if (!m_instance) {
         m_instance = new MediaUtils;
+    }
     return m_instance;
 }
 

@@ -9,14 +9,16 @@ namespace voro::multimedia {
 MediaError::Type MmrContextNotifier::attachInput(const QString &url, const QString &type)
 {
     TRACE_FUNCTION();
-    if (type == QLatin1String("autolist") && m_trackParameters.contains(1))
+    if (type == QLatin1String("autolist") && m_trackParameters.contains(1)) {
         updateInputParameters(m_trackParameters[1]);
-    else if (type == QLatin1String("playlist"))
+    } else if (type == QLatin1String("playlist")) {
         updateTrackParameters(0, m_trackParameters[1]);
+    }
 
     MediaError::Type result = MediaError::None;
-    if (mmr_input_attach(m_context, url.toUtf8().constData(), type.toUtf8().constData()) != 0)
+    if (mmr_input_attach(m_context, url.toUtf8().constData(), type.toUtf8().constData()) != 0) {
         result = lastError();
+    }
     updateTrackParameters(0, {});
     return result;
 }
@@ -30,8 +32,9 @@ MediaError::Type MmrContextNotifier::attachOutput(const QString &url, const QStr
         CRITICAL_LINE << "Unable to attach output. url=" << url << ", type=" << type;
         return result;
     }
-    if (outputId)
+    if (outputId) {
         *outputId = id;
+    }
     m_subpictureOutputAttached = type == QLatin1String("subpicture");
     return MediaError::None;
 }
@@ -43,13 +46,16 @@ MediaError::Type MmrContextNotifier::seek(unsigned int track, unsigned int posit
     const QVariantMap parameters = trackParameters(track);
     if (!parameters.isEmpty()) {
         MediaError::Type result = updateTrackParameters(track, parameters);
-        if (result == MediaError::InvalidParameter)
+        if (result == MediaError::InvalidParameter) {
             result = updateTrackParameters(0, parameters);
-        if (result != MediaError::None)
+        }
+        if (result != MediaError::None) {
             return result;
+        }
     }
-    if (mmr_seek(m_context, target.toUtf8().constData()) != -1)
+    if (mmr_seek(m_context, target.toUtf8().constData()) != -1) {
         return MediaError::None;
+    }
     const MediaError::Type result = lastError();
     CRITICAL_LINE << "Error seeking. track=" << track << ", position=" << position << ", error=" << keyName(result);
     return result;
@@ -99,15 +105,17 @@ MediaError::Type MmrContextNotifier::updateTrackParameter(unsigned int track, co
         }
     }
     m_trackParameters[track][name] = value;
-    if (m_state == QLatin1String("idle"))
+    if (m_state == QLatin1String("idle")) {
         return MediaError::None;
+    }
 
     const MediaError::Type result = updateTrackParameters(track, m_trackParameters[track]);
     if (result != MediaError::None) {
-        if (prevValue.isEmpty())
+        if (prevValue.isEmpty()) {
             m_trackParameters[track].remove(name);
-        else
+        } else {
             m_trackParameters[track][name] = prevValue;
+        }
     }
     return result;
 }
@@ -142,8 +150,9 @@ MediaError::Type MmrContextNotifier::createDictionaryFromMap(const QVariantMap &
     Dictionary built;
     for (auto entry = map.begin(); entry != map.end(); ++entry) {
         const QString text = entry->toString();
-        if (text.isEmpty() || built.set(entry.key(), text))
+        if (text.isEmpty() || built.set(entry.key(), text)) {
             continue;
+        }
         *dictionary = nullptr;
         WARNING_LINE << "Unable to create parameter. " << entry.key() << "=" << text;
         return MediaError::InvalidParameter;

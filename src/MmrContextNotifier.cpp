@@ -58,18 +58,22 @@ std::optional<QSize> toVideoDimensions(const QVariantMap &metaData)
     const auto height = number(MetaData::Height);
     const auto pixelWidth = number(MetaData::PixelWidth);
     const auto pixelHeight = number(MetaData::PixelHeight);
-    if (!width || !height)
+    if (!width || !height) {
         return std::nullopt;
+    }
     const QSize size(static_cast<int>(*width), static_cast<int>(*height));
-    if (!pixelWidth || !pixelHeight)
+    if (!pixelWidth || !pixelHeight) {
         return size;
+    }
     // The pixel's shape is compared with the frame's and not with a square; this is required.
     if (static_cast<float>(*pixelHeight) / static_cast<float>(*pixelWidth)
-        == static_cast<float>(*height) / static_cast<float>(*width))
+        == static_cast<float>(*height) / static_cast<float>(*width)) {
         return size;
+    }
     const qint64 smaller = std::min(*pixelHeight, *pixelWidth);
-    if (smaller == 0)
+    if (smaller == 0) {
         return size;
+    }
     return QSize(static_cast<int>(*pixelWidth * *width / smaller), static_cast<int>(*pixelHeight * *height / smaller));
 }
 
@@ -78,10 +82,11 @@ bool mergeParameters(const Attributes &attributes, QVariantMap &cache)
 {
     bool changed = false;
     for (auto attribute = attributes.begin(); attribute != attributes.end(); ++attribute) {
-        if (cache.contains(attribute.key()) && attribute->flags().testFlag(voro::PpsAttributeFlag::Deleted))
+        if (cache.contains(attribute.key()) && attribute->flags().testFlag(voro::PpsAttributeFlag::Deleted)) {
             cache.remove(attribute.key());
-        else if (replace(cache[attribute.key()], QVariant(attribute->toString())))
+        } else if (replace(cache[attribute.key()], QVariant(attribute->toString()))) {
             changed = true;
+        }
     }
     return changed;
 }
@@ -100,8 +105,9 @@ MmrContextNotifier::~MmrContextNotifier()
 
 void MmrContextNotifier::drop(voro::PpsObject *&object)
 {
-    if (!object)
+    if (!object) {
         return;
+    }
     object->setParent(nullptr);
     disconnect(object, &voro::PpsObject::readyRead, this, &MmrContextNotifier::onReadyRead);
     delete std::exchange(object, nullptr);
@@ -118,8 +124,9 @@ bool MmrContextNotifier::monitor(mmr_context_t *context)
     drop(m_allObject);
     drop(m_stateObject);
     m_context = context;
-    if (!m_context)
+    if (!m_context) {
         return true;
+    }
 
     char path[1024];
     if (mmr_context_path(m_context, path, sizeof path) == -1) {
@@ -166,14 +173,16 @@ Attributes MmrContextNotifier::toParameterMap(const QString &file, bool *ok)
     TRACE_FUNCTION();
     DEBUG_LINE << "  file=" << file;
     Attributes result;
-    if (ok)
+    if (ok) {
         *ok = false;
+    }
     voro::PpsObject object(QStringLiteral("%1/%2").arg(m_contextPath, file));
     object.setReadyReadEnabled(false);
     if (object.open(voro::PpsOpenMode::Subscribe)) {
         const QByteArray data = object.read(ok);
-        if (!ok || *ok)
+        if (!ok || *ok) {
             result = voro::PpsObject::decodeWithFlags(data, ok);
+        }
         object.close();
     }
     return result;
@@ -191,15 +200,17 @@ void MmrContextNotifier::onReadyRead()
     }
     bool ok = false;
     const Attributes objects = voro::PpsObject::decodeWithFlags(object->read(), &ok);
-    if (!ok)
+    if (!ok) {
         return;
+    }
     DEBUG_LINE << objects;
     // A slot may have ended the context.
     for (auto entry = objects.begin(); entry != objects.end() && m_context; ++entry) {
-        if (entry.key() == QLatin1String("@state") && object != m_allObject)
+        if (entry.key() == QLatin1String("@state") && object != m_allObject) {
             onPpsError(entry->toMap());
-        else
+        } else {
             dispatch(entry.key(), *entry);
+        }
     }
 }
 
@@ -218,8 +229,9 @@ void MmrContextNotifier::dispatch(const QString &key, const voro::PpsAttribute &
     } else if (key.startsWith(QLatin1String("@p")) && key.size() > 2 && key.at(2).isDigit()) {
         bool ok = false;
         const uint track = key.mid(2).toUInt(&ok);
-        if (ok)
+        if (ok) {
             onPpsTrackParametersChanged(track, object.flags(), object.toMap());
+        }
     }
 }
 
@@ -265,8 +277,9 @@ void MmrContextNotifier::reportState(const FunctionTracer &tracer, const QString
 void MmrContextNotifier::onPpsError(const Attributes &map)
 {
     TRACE_FUNCTION();
-    if (!map.contains(QStringLiteral("error")))
+    if (!map.contains(QStringLiteral("error"))) {
         return;
+    }
     const int code = map.value(QStringLiteral("error")).toInt();
     if (code == 0) {
         DEBUG_LINE << "emit playbackCompleted()";
@@ -276,8 +289,9 @@ void MmrContextNotifier::onPpsError(const Attributes &map)
     unsigned int track = 1;
     unsigned int position = 0;
     const QString errorPosition = map.value(QStringLiteral("error_pos")).toString();
-    if (!decodePosition(errorPosition, track, position))
+    if (!decodePosition(errorPosition, track, position)) {
         WARNING_LINE << "Unable to decode error position. error_pos=" << errorPosition;
+    }
     const auto mediaError = static_cast<MediaError::Type>(code);
     DEBUG_LINE << "emit error()";
     DEBUG_LINE << "  error=" << keyName(mediaError);
@@ -294,8 +308,9 @@ void MmrContextNotifier::onPpsInputParametersChanged(const Attributes &map)
     }
     const bool counted = map.size() != m_inputParameters.size();
     const bool merged = mergeParameters(map, m_inputParameters);
-    if (counted || merged)
+    if (counted || merged) {
         updateInputParameters(m_inputParameters);
+    }
 }
 
 void MmrContextNotifier::onPpsTrackParametersChanged(uint track, voro::PpsAttributeFlag::Types flags,
@@ -303,23 +318,27 @@ void MmrContextNotifier::onPpsTrackParametersChanged(uint track, voro::PpsAttrib
 {
     TRACE_FUNCTION();
     DEBUG_LINE << map;
-    if (flags.testFlag(voro::PpsAttributeFlag::Deleted))
+    if (flags.testFlag(voro::PpsAttributeFlag::Deleted)) {
         m_trackParameters.remove(track);
-    if (map.isEmpty())
+    }
+    if (map.isEmpty()) {
         return;
+    }
     // Attributes are counted against the tracks and not against the track's own entries; this is required.
     const bool counted = map.size() != m_trackParameters.size();
     const bool merged = mergeParameters(map, m_trackParameters[track]);
-    if (counted || merged)
+    if (counted || merged) {
         updateTrackParameters(track, m_trackParameters[track]);
+    }
 }
 
 void MmrContextNotifier::onPpsMetaDataChanged(const Attributes &map)
 {
     TRACE_FUNCTION();
     QVariantMap metaData;
-    for (auto attribute = map.begin(); attribute != map.end(); ++attribute)
+    for (auto attribute = map.begin(); attribute != map.end(); ++attribute) {
         metaData[toMetaDataKey(attribute.key())] = attribute->toVariant();
+    }
 
     const auto duration = metaData.constFind(QLatin1String(MetaData::Duration));
     if (duration != metaData.constEnd() && replace(m_duration, duration->toUInt())) {
@@ -353,8 +372,9 @@ void MmrContextNotifier::onPpsPlayQueueChanged(const Attributes &map)
         DEBUG_LINE << "emit trackChanged()";
         DEBUG_LINE << "  track=" << track;
         Q_EMIT trackChanged(track);
-        if (m_context)
+        if (m_context) {
             updateMetaData(track);
+        }
     }
     const auto total = map.constFind(QStringLiteral("total"));
     if (total != map.constEnd() && replace(m_trackCount, total->toVariant().toUInt())) {
@@ -371,8 +391,9 @@ void MmrContextNotifier::updateMetaData(unsigned int track)
     bool ok = false;
     const Attributes objects = toParameterMap(QStringLiteral("q%1").arg(track), &ok);
     const auto metaData = objects.constFind(QStringLiteral("@q%1").arg(track));
-    if (ok && metaData != objects.constEnd())
+    if (ok && metaData != objects.constEnd()) {
         onPpsMetaDataChanged(metaData->toMap());
+    }
 }
 
 void MmrContextNotifier::onPpsStatusChanged(const Attributes &map)
@@ -389,8 +410,9 @@ void MmrContextNotifier::onPpsStatusChanged(const Attributes &map)
         }
     }
     const auto bufferStatus = map.constFind(QStringLiteral("bufferstatus"));
-    if (bufferStatus != map.constEnd())
+    if (bufferStatus != map.constEnd()) {
         reportBufferStatus(tracer, bufferStatus->toString());
+    }
 
     const auto volume = map.constFind(QStringLiteral("volume"));
     if (volume != map.constEnd()) {
@@ -443,8 +465,9 @@ std::optional<double> MmrContextNotifier::changedLevel(const FunctionTracer &tra
         return std::nullopt;
     }
     const double ratio = static_cast<double>(level) / maximum;
-    if (!replace(stored, ratio))
+    if (!replace(stored, ratio)) {
         return std::nullopt;
+    }
     return std::clamp(ratio, 0.0, 100.0);
 }
 
@@ -472,8 +495,9 @@ bool MmrContextNotifier::decodeLevel(const QString &data, unsigned int &level, u
     TRACE_FUNCTION();
     DEBUG_LINE << "data=" << data;
     const QStringList parts = data.split(QLatin1Char('/'));
-    if (parts.size() != 2)
+    if (parts.size() != 2) {
         return false;
+    }
     level = parts[0].toUInt();
     maximum = parts[1].toUInt();
     return true;
@@ -482,14 +506,18 @@ bool MmrContextNotifier::decodeLevel(const QString &data, unsigned int &level, u
 BufferStatus::Type MmrContextNotifier::toBufferStatus(const QString &status, bool *ok)
 {
     TRACE_FUNCTION();
-    if (ok)
+    if (ok) {
         *ok = true;
-    if (status == QLatin1String("buffering"))
+    }
+    if (status == QLatin1String("buffering")) {
         return BufferStatus::Buffering;
-    if (status == QLatin1String("playing"))
+    }
+    if (status == QLatin1String("playing")) {
         return BufferStatus::Playing;
-    if (status != QLatin1String("idle") && ok)
+    }
+    if (status != QLatin1String("idle") && ok) {
         *ok = false;
+    }
     return BufferStatus::Idle;
 }
 

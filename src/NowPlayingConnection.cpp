@@ -105,10 +105,12 @@ void NowPlayingConnection::setDuration(unsigned int duration)
     Q_EMIT d->invalidate();
     announce(tracer, "durationChanged", "duration", d->m_duration);
     const Emission to{d};
-    if (to)
+    if (to) {
         Q_EMIT to->durationChanged(d->m_duration);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->durationChanged(QVariant(d->m_duration));
+    }
 }
 
 void NowPlayingConnection::setDurationQml(const QVariant &duration)
@@ -117,10 +119,11 @@ void NowPlayingConnection::setDurationQml(const QVariant &duration)
     DEBUG_LINE << "duration=" << duration.toString();
     bool ok = false;
     const unsigned int number = duration.toUInt(&ok);
-    if (ok)
+    if (ok) {
         setDuration(number);
-    else
+    } else {
         WARNING_LINE << "Unable to convert variant duration. duration=" << duration.toString();
+    }
 }
 
 void NowPlayingConnection::setPosition(unsigned int position)
@@ -132,10 +135,12 @@ void NowPlayingConnection::setPosition(unsigned int position)
     Q_EMIT d->invalidate();
     announce(tracer, "positionChanged", "position", d->m_position);
     const Emission to{d};
-    if (to)
+    if (to) {
         Q_EMIT to->positionChanged(d->m_position);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->positionChanged(QVariant(d->m_position));
+    }
 }
 
 void NowPlayingConnection::setPositionQml(const QVariant &position)
@@ -144,10 +149,11 @@ void NowPlayingConnection::setPositionQml(const QVariant &position)
     DEBUG_LINE << "position=" << position.toString();
     bool ok = false;
     const unsigned int number = position.toUInt(&ok);
-    if (ok)
+    if (ok) {
         setPosition(number);
-    else
+    } else {
         WARNING_LINE << "Unable to convert variant position. position=" << position.toString();
+    }
 }
 
 void NowPlayingConnection::setNextEnabled(bool nextEnabled)
@@ -206,8 +212,9 @@ void NowPlayingConnection::setMediaState(MediaState::Type mediaState)
     TRACE_FUNCTION();
     DEBUG_LINE << "state=" << static_cast<int>(mediaState);
     d->m_mediaState = mediaState;
-    if (d->m_acquired)
+    if (d->m_acquired) {
         d->sendMediaState(mediaState);
+    }
     announce(tracer, "mediaStateChanged", "mediaState", mediaState);
     Q_EMIT mediaStateChanged(mediaState);
 }
@@ -216,8 +223,9 @@ void NowPlayingConnection::setOverlayStyle(OverlayStyle::Type overlayStyle)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "overlayStyle=" << static_cast<int>(overlayStyle);
-    if (!replace(d->m_overlayStyle, overlayStyle))
+    if (!replace(d->m_overlayStyle, overlayStyle)) {
         return;
+    }
     d->updateRegistration();
     announce(tracer, "overlayStyleChanged", "overlayStyle", overlayStyle);
     Q_EMIT overlayStyleChanged(overlayStyle);
@@ -234,10 +242,12 @@ void NowPlayingConnection::setAudioManagerHandle(unsigned int audioManagerHandle
     d->updateRegistration();
     announce(tracer, "audioManagerHandleChanged", "audioManagerHandle", audioManagerHandle);
     const Emission to{d};
-    if (to)
+    if (to) {
         Q_EMIT to->audioManagerHandleChanged(audioManagerHandle);
-    if (to)
+    }
+    if (to) {
         Q_EMIT to->audioManagerHandleChanged(QVariant(audioManagerHandle));
+    }
 }
 
 void NowPlayingConnection::setAudioManagerHandleQml(const QVariant &handle)
@@ -246,10 +256,11 @@ void NowPlayingConnection::setAudioManagerHandleQml(const QVariant &handle)
     DEBUG_LINE << "handle=" << handle.toString();
     bool ok = false;
     const unsigned int number = handle.toUInt(&ok);
-    if (ok)
+    if (ok) {
         setAudioManagerHandle(number);
-    else
+    } else {
         WARNING_LINE << "Unable to convert variant handle.";
+    }
 }
 
 void NowPlayingConnection::setPreemptable(bool preemptable)

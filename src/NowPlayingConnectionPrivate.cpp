@@ -75,8 +75,9 @@ NowPlayingConnectionPrivate::NowPlayingConnectionPrivate(NowPlayingConnection *c
 void NowPlayingConnectionPrivate::end()
 {
     TRACE_FUNCTION();
-    if (becomeOrphan() && m_control->isOpen())
+    if (becomeOrphan() && m_control->isOpen()) {
         m_control->close();
+    }
 }
 
 // The role
@@ -105,8 +106,9 @@ MediaError::Type NowPlayingConnectionPrivate::acquire()
         return MediaError::Internal;
     }
     const MediaError::Type error = handleAcquireResult(answer);
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         WARNING_LINE << "Error trying to acquire the service. error=" << keyName(error);
+    }
     return error;
 }
 
@@ -121,8 +123,9 @@ MediaError::Type NowPlayingConnectionPrivate::revoke()
             error = MediaError::Internal;
         }
         announce(tracer, "revoked");
-        if (const Emission to{this})
+        if (const Emission to{this}) {
             Q_EMIT to->revoked();
+        }
     }
     m_acquired = false;
     return error;
@@ -132,14 +135,16 @@ bool NowPlayingConnectionPrivate::isPreempted() const
 {
     TRACE_FUNCTION();
     voro::PpsObject object(QStringLiteral("/pps/services/multimedia/mediaplayer/status"));
-    if (!m_acquired || !object.open(voro::PpsOpenMode::Subscribe))
+    if (!m_acquired || !object.open(voro::PpsOpenMode::Subscribe)) {
         return false;
+    }
     bool ok = false;
     const QByteArray data = object.read(&ok);
     const QVariantMap map = ok ? voro::PpsObject::decode(data, &ok) : QVariantMap();
     object.close();
-    if (!ok || !map.contains(StatusName))
+    if (!ok || !map.contains(StatusName)) {
         return false;
+    }
     const QVariantMap status = map.value(StatusName).toMap();
     const auto activeName = status.find(QStringLiteral("active_name"));
     return activeName != status.end() && activeName->toString() != m_connectionName;
@@ -158,29 +163,34 @@ bool NowPlayingConnectionPrivate::registration(const QString &name, PriorityLeve
     data[QStringLiteral("prio")] = toString(priorityLevel);
     data[QStringLiteral("audio")] = QStringLiteral("general");
     data[QStringLiteral("overlay")] = toString(overlayStyle);
-    if (audioManagerHandle != 0)
+    if (audioManagerHandle != 0) {
         data[QStringLiteral("audioman_handle")] = audioManagerHandle;
-    if (deviceMode == DeviceMode::Capture)
+    }
+    if (deviceMode == DeviceMode::Capture) {
         data[QStringLiteral("recorder")] = true;
+    }
     m_registered = true;
     return send(m_control, {{QStringLiteral("msg"), QStringLiteral("register")}, {QStringLiteral("dat"), data}});
 }
 
 void NowPlayingConnectionPrivate::updateRegistration()
 {
-    if (m_control->isOpen())
+    if (m_control->isOpen()) {
         registration(m_connectionName, m_priorityLevel, m_overlayStyle, m_audioManagerHandle, m_deviceMode);
+    }
 }
 
 MediaError::Type NowPlayingConnectionPrivate::handleAcquireResult(const QVariantMap &map)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "map=" << map;
-    if (!map.contains(ControlName))
+    if (!map.contains(ControlName)) {
         return MediaError::InvalidParameter;
+    }
     const QVariantMap control = map.value(ControlName).toMap();
-    if (control.value(QStringLiteral("res")).toString() != QLatin1String("acquire"))
+    if (control.value(QStringLiteral("res")).toString() != QLatin1String("acquire")) {
         return MediaError::InvalidParameter;
+    }
     const auto refusal = control.find(QStringLiteral("err"));
     if (refusal != control.end() && refusal->toString() == QLatin1String("revoked")) {
         DEBUG_LINE << "REVOKED";
@@ -194,11 +204,13 @@ MediaError::Type NowPlayingConnectionPrivate::handleAcquireResult(const QVariant
     }
     DEBUG_LINE << "ACQUIRED";
     m_acquired = true;
-    if (!sendMediaState(m_mediaState))
+    if (!sendMediaState(m_mediaState)) {
         WARNING_LINE << "Unable to send initial meta data.";
+    }
     announce(tracer, "acquired");
-    if (const Emission to{this})
+    if (const Emission to{this}) {
         Q_EMIT to->acquired();
+    }
     return MediaError::None;
 }
 
@@ -208,16 +220,18 @@ bool NowPlayingConnectionPrivate::send(const voro::PpsObject *object, const QVar
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "msg=" << message;
-    if (!object || !object->isOpen())
+    if (!object || !object->isOpen()) {
         return false;
+    }
     bool ok = false;
     const QByteArray encoded = voro::PpsObject::encode(message, &ok);
     if (!ok) {
         WARNING_LINE << "Error encoding message for PPS. errno=" << m_control->error();
         return false;
     }
-    if (!m_control->write(encoded))
+    if (!m_control->write(encoded)) {
         WARNING_LINE << "Error writing message to PPS. errno=" << m_control->error();
+    }
     return true;
 }
 
@@ -234,14 +248,17 @@ QVariantMap NowPlayingConnectionPrivate::sendReceive(voro::PpsObject *object, co
     ok = send(object, message);
     while (ok) {
         const QByteArray data = object->read(&ok);
-        if (!ok)
+        if (!ok) {
             break;
+        }
         answer = voro::PpsObject::decode(data, &ok);
-        if (!ok || !answer.contains(ControlName))
+        if (!ok || !answer.contains(ControlName)) {
             break;
+        }
         const QVariantMap control = answer.value(ControlName).toMap();
-        if (control.contains(QStringLiteral("res")))
+        if (control.contains(QStringLiteral("res"))) {
             break;
+        }
         handleControlMessage(control);
     }
     return answer;
@@ -270,20 +287,24 @@ bool NowPlayingConnectionPrivate::sendMetaData(const QVariantMap &metaData)
     data[QStringLiteral("nextEnabled")] = m_nextEnabled;
     data[QStringLiteral("prevEnabled")] = m_previousEnabled;
     data.remove(repeatModeKey);
-    if (m_repeatMode != RepeatMode::Unsupported)
+    if (m_repeatMode != RepeatMode::Unsupported) {
         data[repeatModeKey] = toString(m_repeatMode);
+    }
     data.remove(shuffleModeKey);
-    if (m_shuffleMode != ShuffleMode::Unsupported)
+    if (m_shuffleMode != ShuffleMode::Unsupported) {
         data[shuffleModeKey] = toString(m_shuffleMode);
+    }
     if (!path.isEmpty()) {
         data[QStringLiteral("albumArtwork")] =
             QFile::exists(path) ? QStringLiteral("file://%1").arg(path) : m_iconUrl.toString();
     }
     // The service's track is the title, so the number has to give way first.
-    if (data.contains(trackKey))
+    if (data.contains(trackKey)) {
         data[QStringLiteral("track_number")] = data.value(trackKey).toString();
-    if (data.contains(titleKey))
+    }
+    if (data.contains(titleKey)) {
         data[trackKey] = data.value(titleKey).toString();
+    }
     return send(m_control, {{QStringLiteral("msg"), QStringLiteral("metadata")}, {QStringLiteral("dat"), data}});
 }
 
@@ -305,11 +326,13 @@ void NowPlayingConnectionPrivate::onReceivedPPSData()
     TRACE_FUNCTION();
     bool ok = false;
     const QByteArray data = m_control->read(&ok);
-    if (!ok)
+    if (!ok) {
         return;
+    }
     const QVariantMap map = voro::PpsObject::decode(data, &ok);
-    if (ok && map.contains(ControlName))
+    if (ok && map.contains(ControlName)) {
         handleControlMessage(map.value(ControlName).toMap());
+    }
 }
 
 void NowPlayingConnectionPrivate::handleControlMessage(const QVariantMap &control)
@@ -317,18 +340,20 @@ void NowPlayingConnectionPrivate::handleControlMessage(const QVariantMap &contro
     TRACE_FUNCTION();
     DEBUG_LINE << "control=" << control;
     const QString message = control.value(QStringLiteral("msg")).toString();
-    if (message == QLatin1String("revoke"))
+    if (message == QLatin1String("revoke")) {
         handleRevoke(tracer, control);
-    else if (message == QLatin1String("track"))
+    } else if (message == QLatin1String("track")) {
         handleTrackMessage(tracer, control.value(QStringLiteral("dat")));
-    else
+    } else {
         DEBUG_LINE << "Unknown message. msg=" << message;
+    }
 }
 
 void NowPlayingConnectionPrivate::handleRevoke(const FunctionTracer &tracer, const QVariantMap &control)
 {
-    if (!replace(m_acquired, false))
+    if (!replace(m_acquired, false)) {
         return;
+    }
     const auto data = control.find(QStringLiteral("dat"));
     const QVariantMap by = data == control.end() ? QVariantMap() : data->toMap();
     m_lastRevokingConnectionPid = by.value(QStringLiteral("pid")).toUInt();
@@ -338,8 +363,9 @@ void NowPlayingConnectionPrivate::handleRevoke(const FunctionTracer &tracer, con
         DEBUG_LINE << "  by: pid=" << m_lastRevokingConnectionPid << ", name=" << m_lastRevokingConnectionName;
     }
     announce(tracer, "revoked");
-    if (const Emission to{this})
+    if (const Emission to{this}) {
         Q_EMIT to->revoked();
+    }
 }
 
 void NowPlayingConnectionPrivate::handleTrackMessage(const FunctionTracer &tracer, const QVariant &data)
@@ -358,30 +384,35 @@ void NowPlayingConnectionPrivate::handleTrackMessage(const FunctionTracer &trace
         return;
     }
     for (const Command &command : Commands) {
-        if (text != QLatin1String(command.data))
+        if (text != QLatin1String(command.data)) {
             continue;
+        }
         announce(tracer, command.name);
-        if (const Emission to{this})
+        if (const Emission to{this}) {
             Q_EMIT std::invoke(command.signal, q);
+        }
         return;
     }
     const QVariantMap map = data.toMap();
     const QString name = map.value(QStringLiteral("command")).toString();
-    if (name == QLatin1String("repeat"))
+    if (name == QLatin1String("repeat")) {
         requestRepeat(tracer, map);
-    else if (name == QLatin1String("shuffle"))
+    } else if (name == QLatin1String("shuffle")) {
         requestShuffle(tracer, map);
-    else
+    } else {
         DEBUG_LINE << "Unknown message data. dat=" << data;
+    }
 }
 
 void NowPlayingConnectionPrivate::setControllerActive(const FunctionTracer &tracer, bool controllerActive)
 {
-    if (!replace(m_controllerActive, controllerActive))
+    if (!replace(m_controllerActive, controllerActive)) {
         return;
+    }
     announce(tracer, "controllerActiveChanged", "controllerActive", controllerActive);
-    if (const Emission to{this})
+    if (const Emission to{this}) {
         Q_EMIT to->controllerActiveChanged(controllerActive);
+    }
 }
 
 void NowPlayingConnectionPrivate::requestRepeat(const FunctionTracer &tracer, const QVariantMap &command)
@@ -389,8 +420,9 @@ void NowPlayingConnectionPrivate::requestRepeat(const FunctionTracer &tracer, co
     const auto value = command.find(QStringLiteral("value"));
     if (value == command.end()) {
         announce(tracer, "repeat");
-        if (const Emission to{this})
+        if (const Emission to{this}) {
             Q_EMIT to->repeat();
+        }
         return;
     }
     bool ok = false;
@@ -400,8 +432,9 @@ void NowPlayingConnectionPrivate::requestRepeat(const FunctionTracer &tracer, co
         return;
     }
     announce(tracer, "repeat", "repeatMode", repeatMode);
-    if (const Emission to{this})
+    if (const Emission to{this}) {
         Q_EMIT to->repeatRequest(repeatMode);
+    }
 }
 
 void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, const QVariantMap &command)
@@ -409,8 +442,9 @@ void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, c
     const auto value = command.find(QStringLiteral("value"));
     if (value == command.end()) {
         announce(tracer, "shuffle");
-        if (const Emission to{this})
+        if (const Emission to{this}) {
             Q_EMIT to->shuffle();
+        }
         return;
     }
     bool ok = false;
@@ -421,8 +455,9 @@ void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, c
         return;
     }
     announce(tracer, "shuffle", "shuffleMode", shuffleMode);
-    if (const Emission to{this})
+    if (const Emission to{this}) {
         Q_EMIT to->shuffleRequest(shuffleMode);
+    }
 }
 
 // The service's spelling

@@ -23,8 +23,9 @@ QVariantMap metaDataOf(const QVariantMap &update)
     QVariantMap metaData;
     for (const char *key : {MetaData::Artist, MetaData::Album, MetaData::Title, MetaData::Track}) {
         const auto entry = update.find(QLatin1String(key));
-        if (entry != update.end())
+        if (entry != update.end()) {
             metaData.insert(entry.key(), entry.value());
+        }
     }
     return metaData;
 }
@@ -35,8 +36,9 @@ QVariantMap converted(const FunctionTracer &tracer, const QVariantMap &update)
     QVariantMap result;
     const auto convert = [&](QLatin1String field, const char *key, auto toValue) {
         const auto found = update.find(field);
-        if (found == update.end())
+        if (found == update.end()) {
             return;
+        }
         const QVariant value = toValue(found.value());
         DEBUG_LINE << "metadata '" << key << "':" << value;
         result.insert(QLatin1String(key), value);
@@ -59,8 +61,9 @@ QVariantMap converted(const FunctionTracer &tracer, const QVariantMap &update)
     convert(PROPERTY_SHUFFLEMODE, PROPERTY_SHUFFLEMODE.data(), toShuffle);
     for (const QLatin1String field : {PROPERTY_POSITION, PROPERTY_DURATION, PROPERTY_ARTWORK}) {
         const auto found = update.find(field);
-        if (found != update.end())
+        if (found != update.end()) {
             result.insert(field, found.value());
+        }
     }
     return result;
 }
@@ -81,8 +84,9 @@ QVariantMap nextMessage(const FunctionTracer &tracer, voro::PpsObject &object)
             WARNING_LINE << "Error decoding PPS message = " << object.error() << " (" << object.errorString();
             continue;
         }
-        if (map.contains(ControlName))
+        if (map.contains(ControlName)) {
             return map.value(ControlName).toMap();
+        }
     }
 }
 
@@ -94,8 +98,9 @@ bool takeFields(const FunctionTracer &tracer, const QStringList &fields, const Q
         result.insert(PROPERTY_STATE, received.value(PROPERTY_STATE));
         return true;
     }
-    if (!received.contains(MSG_UPDATE))
+    if (!received.contains(MSG_UPDATE)) {
         return false;
+    }
     const QVariantMap update = received.value(MSG_UPDATE).toMap();
     if (fields.contains(PROPERTY_ALLMETADATA)) {
         result.insert(PROPERTY_ALLMETADATA, metaDataOf(update));
@@ -106,8 +111,9 @@ bool takeFields(const FunctionTracer &tracer, const QStringList &fields, const Q
         return false;
     }
     DEBUG_LINE << "Field found - exiting.";
-    for (const QString &field : fields)
+    for (const QString &field : fields) {
         result.insert(field, update.value(field));
+    }
     return true;
 }
 
@@ -127,8 +133,9 @@ NowPlayingControllerPrivate::NowPlayingControllerPrivate(NowPlayingController *c
 void NowPlayingControllerPrivate::end()
 {
     TRACE_FUNCTION();
-    if (becomeOrphan() && m_control->isOpen())
+    if (becomeOrphan() && m_control->isOpen()) {
         m_control->close();
+    }
 }
 
 // Commands
@@ -207,8 +214,9 @@ int NowPlayingControllerPrivate::listenerCount() const
     for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
         const QMetaMethod method = metaObject.method(i);
         // The digit is what SIGNAL() puts before a signature.
-        if (method.methodType() == QMetaMethod::Signal)
+        if (method.methodType() == QMetaMethod::Signal) {
             count += q->receivers(("2" + method.methodSignature()).constData());
+        }
     }
     return count;
 }
@@ -216,29 +224,33 @@ int NowPlayingControllerPrivate::listenerCount() const
 void NowPlayingControllerPrivate::addConnection()
 {
     TRACE_FUNCTION();
-    if (!m_control->isOpen() && listenerCount() > 0 && !registerNotifications(m_control))
+    if (!m_control->isOpen() && listenerCount() > 0 && !registerNotifications(m_control)) {
         WARNING_LINE << "Cannot register notification from PPS.";
+    }
 }
 
 void NowPlayingControllerPrivate::removeConnection()
 {
     TRACE_FUNCTION();
-    if (m_control->isOpen() && listenerCount() == 0 && !unregisterNotifications(m_control))
+    if (m_control->isOpen() && listenerCount() == 0 && !unregisterNotifications(m_control)) {
         WARNING_LINE << "Cannot unregister notification from PPS.";
+    }
 }
 
 void NowPlayingControllerPrivate::countLater()
 {
     TRACE_FUNCTION();
-    if (replace(m_isCountDue, true))
+    if (replace(m_isCountDue, true)) {
         QMetaObject::invokeMethod(this, &NowPlayingControllerPrivate::countNow, Qt::QueuedConnection);
+    }
 }
 
 void NowPlayingControllerPrivate::countNow()
 {
     TRACE_FUNCTION();
-    if (replace(m_isCountDue, false))
+    if (replace(m_isCountDue, false)) {
         removeConnection();
+    }
 }
 
 bool NowPlayingControllerPrivate::registerNotifications(voro::PpsObject *object) const
@@ -263,8 +275,9 @@ bool NowPlayingControllerPrivate::registerNotifications(voro::PpsObject *object)
 bool NowPlayingControllerPrivate::unregisterNotifications(voro::PpsObject *object) const
 {
     TRACE_FUNCTION();
-    if (!object->isOpen())
+    if (!object->isOpen()) {
         return false;
+    }
     if (!send(object, {{QStringLiteral("msg"), MSG_UNSUBSCRIBE}})) {
         WARNING_LINE << "Nowplaying controller unsubscription failed.";
         return false;
@@ -295,16 +308,17 @@ bool NowPlayingControllerPrivate::processPpsRead(const QVariantMap &control, QVa
     if (message == MSG_STATE) {
         const QString state = data.toString();
         DEBUG_LINE << "pps state received: '" << state;
-        if (state == STATE_STOPPED)
+        if (state == STATE_STOPPED) {
             result.insert(PROPERTY_STATE, static_cast<int>(MediaState::Stopped));
-        else if (state == STATE_PAUSED)
+        } else if (state == STATE_PAUSED) {
             result.insert(PROPERTY_STATE, static_cast<int>(MediaState::Paused));
-        else if (state == STATE_PLAYING)
+        } else if (state == STATE_PLAYING) {
             result.insert(PROPERTY_STATE, static_cast<int>(MediaState::Started));
-        else if (state == STATE_TRACKCHANGE)
+        } else if (state == STATE_TRACKCHANGE) {
             result.insert(STATE_TRACKCHANGE, true);
-        else
+        } else {
             WARNING_LINE << "error: unknown state.";
+        }
     } else if (message == MSG_UPDATE) {
         DEBUG_LINE << "control received: " << control;
         result.insert(MSG_UPDATE, converted(tracer, data.toMap()));
@@ -337,10 +351,12 @@ void NowPlayingControllerPrivate::onReceivedMetaData()
         announce(tracer, "trackChanged");
         Q_EMIT to->trackChanged();
     }
-    if (takeField(tracer, result, PROPERTY_STATE, m_mediaState, "mediaStateChanged", "mediaState"))
+    if (takeField(tracer, result, PROPERTY_STATE, m_mediaState, "mediaStateChanged", "mediaState")) {
         Q_EMIT to->mediaStateChanged(m_mediaState);
-    if (result.contains(MSG_UPDATE))
+    }
+    if (result.contains(MSG_UPDATE)) {
         takeUpdate(tracer, result.value(MSG_UPDATE).toMap());
+    }
 }
 
 template<typename Value>
@@ -348,8 +364,9 @@ bool NowPlayingControllerPrivate::takeField(const FunctionTracer &tracer, const 
                                             QLatin1String field, Value &cached, const char *signal, const char *name)
 {
     const auto found = update.find(field);
-    if (found == update.end() || !learn(cached, found->template value<Value>()))
+    if (found == update.end() || !learn(cached, found->template value<Value>())) {
         return false;
+    }
     announce(tracer, signal, name, cached);
     return true;
 }
@@ -357,23 +374,29 @@ bool NowPlayingControllerPrivate::takeField(const FunctionTracer &tracer, const 
 void NowPlayingControllerPrivate::takeUpdate(const FunctionTracer &tracer, const QVariantMap &update)
 {
     const Emission to{this};
-    if (takeField(tracer, update, PROPERTY_NEXTENABLED, m_nextEnabled, "nextEnabledChanged", "nextEnabled"))
+    if (takeField(tracer, update, PROPERTY_NEXTENABLED, m_nextEnabled, "nextEnabledChanged", "nextEnabled")) {
         Q_EMIT to->nextEnabledChanged(m_nextEnabled);
-    if (takeField(tracer, update, PROPERTY_PREVENABLED, m_previousEnabled, "previousEnabledChanged", "prevEnabled"))
+    }
+    if (takeField(tracer, update, PROPERTY_PREVENABLED, m_previousEnabled, "previousEnabledChanged", "prevEnabled")) {
         Q_EMIT to->previousEnabledChanged(m_previousEnabled);
+    }
     if (takeField(tracer, update, PROPERTY_DURATION, m_duration, "durationChanged", "duration")) {
         Q_EMIT to->durationChanged(m_duration);
-        if (to)
+        if (to) {
             Q_EMIT to->durationChanged(QVariant(m_duration));
+        }
     }
-    if (takeField(tracer, update, PROPERTY_REPEATMODE, m_repeatMode, "repeatModeChanged", "repeatMode"))
+    if (takeField(tracer, update, PROPERTY_REPEATMODE, m_repeatMode, "repeatModeChanged", "repeatMode")) {
         Q_EMIT to->repeatModeChanged(m_repeatMode);
-    if (takeField(tracer, update, PROPERTY_SHUFFLEMODE, m_shuffleMode, "shuffleModeChanged", "shuffleMode"))
+    }
+    if (takeField(tracer, update, PROPERTY_SHUFFLEMODE, m_shuffleMode, "shuffleModeChanged", "shuffleMode")) {
         Q_EMIT to->shuffleModeChanged(m_shuffleMode);
+    }
     if (takeField(tracer, update, PROPERTY_POSITION, m_position, "positionChanged", "position")) {
         Q_EMIT to->positionChanged(m_position);
-        if (to)
+        if (to) {
             Q_EMIT to->positionChanged(QVariant(m_position));
+        }
     }
     if (update.contains(PROPERTY_ARTWORK) && learn(m_iconUrl, update.value(PROPERTY_ARTWORK))) {
         const QUrl iconUrl = m_iconUrl.toUrl();
@@ -393,8 +416,9 @@ void NowPlayingControllerPrivate::takeUpdate(const FunctionTracer &tracer, const
 bool NowPlayingControllerPrivate::makeDataAvailable(const QStringList &fields, QVariantMap &result) const
 {
     TRACE_FUNCTION();
-    if (m_control->isOpen())
+    if (m_control->isOpen()) {
         return true;
+    }
     blockReadMetaData(fields, result);
     DEBUG_LINE << "To use the cached values: " << false;
     return false;
@@ -404,8 +428,9 @@ bool NowPlayingControllerPrivate::blockReadMetaData(const QStringList &fields, Q
 {
     TRACE_FUNCTION();
     voro::PpsObject object(PPS_CONTROLLER_PATHNAME_WAIT);
-    if (!registerNotifications(&object))
+    if (!registerNotifications(&object)) {
         return false;
+    }
     QVariantMap received;
     bool isFound = false;
     bool isOver = false;

@@ -15,15 +15,17 @@ SystemSoundPrivate::SystemSoundPrivate(QObject *parent)
       m_control(new voro::PpsObject(QStringLiteral("/pps/services/multimedia/sound/control"), this))
 {
     TRACE_FUNCTION();
-    if (!m_control->open(voro::PpsOpenMode::Publish))
+    if (!m_control->open(voro::PpsOpenMode::Publish)) {
         WARNING_LINE << "Unable open PPS. uri=" << m_control->path() << ", error=" << m_control->error();
+    }
 }
 
 SystemSoundPrivate::~SystemSoundPrivate()
 {
     TRACE_FUNCTION();
-    if (m_control->isOpen())
+    if (m_control->isOpen()) {
         m_control->close();
+    }
 }
 
 SystemSound::Type SystemSoundPrivate::sound() const
@@ -66,8 +68,9 @@ bool SystemSoundPrivate::send(const voro::PpsObject *object, const QString &mess
     TRACE_FUNCTION();
     DEBUG_LINE << "sound=" << static_cast<int>(sound) << ", msg=" << message;
     const QString name = QString::fromLatin1(toString(sound));
-    if (name.isEmpty() || !object->isOpen())
+    if (name.isEmpty() || !object->isOpen()) {
         return false;
+    }
     const QVariantMap request{
         {QStringLiteral("msg"), message},
         {QStringLiteral("id"), QStringLiteral("0")},

@@ -13,12 +13,14 @@ constexpr Option HelpOption{"--help", nullptr, "says this"};
 
 const Option &findOption(const CommandHelp &help, const QByteArray &name)
 {
-    if (name == HelpOption.name)
+    if (name == HelpOption.name) {
         return HelpOption;
+    }
     const auto found = std::find_if(help.options.begin(), help.options.end(),
                                     [&](const Option &option) { return name == option.name; });
-    if (found == help.options.end())
+    if (found == help.options.end()) {
         throw UsageError{QStringLiteral("unknown option '%1'").arg(QString::fromLocal8Bit(name))};
+    }
     return *found;
 }
 
@@ -49,8 +51,9 @@ Arguments::Arguments(const CommandHelp &help, const QByteArrayList &raw)
         const auto equals = argument->indexOf('=');
         const Option &option = findOption(help, equals < 0 ? *argument : argument->left(equals));
         if (!option.placeholder) {
-            if (equals >= 0)
+            if (equals >= 0) {
                 throw UsageError{QStringLiteral("%1 takes no value").arg(QLatin1String(option.name))};
+            }
             m_values.insert(option.name, {});
         } else if (equals >= 0) {
             m_values.insert(option.name, argument->mid(equals + 1));
@@ -85,8 +88,9 @@ double numberFrom(const char *name, const QByteArray &text, double minimum, doub
 {
     bool ok = false;
     const double number = text.toDouble(&ok);
-    if (!ok || !std::isfinite(number) || number < minimum || number > maximum)
+    if (!ok || !std::isfinite(number) || number < minimum || number > maximum) {
         refuse(name, text, QStringLiteral("a number from %1 to %2").arg(minimum).arg(maximum));
+    }
     return number;
 }
 
@@ -94,8 +98,9 @@ unsigned millisecondsFrom(const char *name, const QByteArray &text)
 {
     bool ok = false;
     const unsigned number = text.toUInt(&ok);
-    if (!ok)
+    if (!ok) {
         refuse(name, text, QStringLiteral("a whole number of milliseconds"));
+    }
     return number;
 }
 
@@ -104,10 +109,12 @@ int enumeratorFrom(const char *name, const QByteArray &text, const QMetaEnum &ty
     QStringList names;
     for (int i = 0; i < type.keyCount(); ++i) {
         const QByteArray key = type.key(i);
-        if (refused.contains(key))
+        if (refused.contains(key)) {
             continue;
-        if (key.compare(text, Qt::CaseInsensitive) == 0)
+        }
+        if (key.compare(text, Qt::CaseInsensitive) == 0) {
             return type.value(i);
+        }
         names.append(QString::fromLatin1(key));
     }
     refuse(name, text, QStringLiteral("one of ") + names.join(QStringLiteral(", ")));
@@ -115,8 +122,9 @@ int enumeratorFrom(const char *name, const QByteArray &text, const QMetaEnum &ty
 
 bool switchFrom(const char *name, const QByteArray &text)
 {
-    if (text != "on" && text != "off")
+    if (text != "on" && text != "off") {
         refuse(name, text, QStringLiteral("on or off"));
+    }
     return text == "on";
 }
 
@@ -125,12 +133,14 @@ QByteArray helpText(const CommandHelp &help)
     QByteArray text = QByteArray("usage: voro ") + help.name + ' ' + help.synopsis + "\n\n" + help.details + "\n\n";
     const auto line = [](const Option &option) {
         QByteArray name = option.name;
-        if (option.placeholder)
+        if (option.placeholder) {
             name += QByteArray(" ") + option.placeholder;
+        }
         return "  " + name.leftJustified(20) + "  " + option.description + '\n';
     };
-    for (const Option &option : help.options)
+    for (const Option &option : help.options) {
         text += line(option);
+    }
     return text + line(HelpOption);
 }
 

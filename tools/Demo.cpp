@@ -19,9 +19,11 @@ namespace {
 /** Whether a window has somewhere to go; a platform plugin that was chosen knows by itself. */
 bool hasDisplay()
 {
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        if (!qEnvironmentVariableIsEmpty(name))
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        if (!qEnvironmentVariableIsEmpty(name)) {
             return true;
+        }
+    }
     return false;
 }
 
@@ -34,17 +36,21 @@ ExitStatus fail(const QString &reason)
 ExitStatus run(const Arguments &arguments)
 {
     QByteArrayList media;
-    for (const QByteArray &operand : arguments.operands())
+    for (const QByteArray &operand : arguments.operands()) {
         media += mediumFromArgument(operand).url.toEncoded();
-    if (media.isEmpty())
+    }
+    if (media.isEmpty()) {
         media += sampleMedium().url.toEncoded();
+    }
 
-    if (!hasDisplay())
+    if (!hasDisplay()) {
         return fail(QStringLiteral("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"));
+    }
     QByteArray player = QFile::encodeName(QCoreApplication::applicationDirPath() + QStringLiteral("/voro-player"));
     std::vector<char *> command{player.data()};
-    for (QByteArray &medium : media)
+    for (QByteArray &medium : media) {
         command.push_back(medium.data());
+    }
     command.push_back(nullptr);
     execv(player.constData(), command.data());
     return fail(errno == ENOENT ? QStringLiteral("the application voro-player is not installed")

@@ -15,7 +15,7 @@ constexpr int WidestBar = 60;
 
 QString bar(const View &view, int width)
 {
-    const auto played = int(std::min(1.0, double(view.position) / view.duration) * width);
+    const auto played = static_cast<int>(std::min(1.0, static_cast<double>(view.position) / view.duration) * width);
     return QLatin1Char('[') + QString(played, QLatin1Char('=')) + QString(width - played, QLatin1Char('-'))
            + QLatin1Char(']');
 }
@@ -60,17 +60,23 @@ class PlainDisplay : public Display {
 public:
     void show(const View &view) override
     {
-        if (view.isTitledUnlike(m_last))
+        if (view.isTitledUnlike(m_last)) {
             line(view.title);
-        for (const auto note : Notes)
-            if (const QString text = note(view); !text.isEmpty() && text != note(m_last))
+        }
+        for (const auto note : Notes) {
+            if (const QString text = note(view); !text.isEmpty() && text != note(m_last)) {
                 line(text);
-        if (view.buffering >= 0 && m_last.buffering < 0)
+            }
+        }
+        if (view.buffering >= 0 && m_last.buffering < 0) {
             line(QStringLiteral("buffering"));
-        if (view.isPaused != m_last.isPaused)
+        }
+        if (view.isPaused != m_last.isPaused) {
             line(view.isPaused ? QStringLiteral("paused") : QStringLiteral("playing"));
-        if (!view.title.isEmpty() && positionText(view) != positionText(m_last))
+        }
+        if (!view.title.isEmpty() && positionText(view) != positionText(m_last)) {
             line(positionText(view));
+        }
         m_last = view;
     }
 
@@ -98,8 +104,9 @@ QString timeText(unsigned milliseconds)
     const unsigned seconds = milliseconds / 1000;
     const QString rest = QStringLiteral(":%1").arg(seconds % 60, 2, 10, QLatin1Char('0'));
     const unsigned minutes = seconds / 60;
-    if (minutes < 60)
+    if (minutes < 60) {
         return QString::number(minutes) + rest;
+    }
     return QStringLiteral("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0')) + rest;
 }
 
@@ -109,30 +116,37 @@ QString statusLine(const View &view, int columns)
     const QString before = sign.leftJustified(3) + timeText(view.position) + QLatin1Char(' ');
     QString after = view.duration ? QLatin1Char(' ') + timeText(view.duration) : QString();
     after += QStringLiteral("  volume %1%").arg(qRound(view.volume * 100));
-    if (view.buffering >= 0)
-        after += QStringLiteral("  buffering %1%").arg(int(view.buffering * 100));
-    for (const auto note : Notes)
-        if (const QString text = note(view); !text.isEmpty())
+    if (view.buffering >= 0) {
+        after += QStringLiteral("  buffering %1%").arg(static_cast<int>(view.buffering * 100));
+    }
+    for (const auto note : Notes) {
+        if (const QString text = note(view); !text.isEmpty()) {
             after += QLatin1String("  ") + text;
+        }
+    }
     const auto room = columns - before.size() - after.size() - 2;
-    if (view.duration == 0 || room < NarrowestBar)
+    if (view.duration == 0 || room < NarrowestBar) {
         return fitted(before + after.trimmed(), columns);
-    return before + bar(view, int(std::min<qsizetype>(room, WidestBar))) + after;
+    }
+    return before + bar(view, static_cast<int>(std::min<qsizetype>(room, WidestBar))) + after;
 }
 
 QString printable(const QString &text)
 {
     QString result = text;
-    for (QChar &character : result)
-        if (character.category() == QChar::Other_Control || character.category() == QChar::Other_Format)
+    for (QChar &character : result) {
+        if (character.category() == QChar::Other_Control || character.category() == QChar::Other_Format) {
             character = QChar::ReplacementCharacter;
+        }
+    }
     return result;
 }
 
 std::unique_ptr<Display> Display::create()
 {
-    if (TerminalLine::isAvailable())
+    if (TerminalLine::isAvailable()) {
         return std::make_unique<TerminalDisplay>();
+    }
     return std::make_unique<PlainDisplay>();
 }
 

@@ -29,10 +29,7 @@ struct View {
     std::optional<bool> captions{};
 
     /** Whether a title has to be shown that the other view did not have. */
-    bool isTitledUnlike(const View &other) const
-    {
-        return !title.isEmpty() && title != other.title;
-    }
+    bool isTitledUnlike(const View &other) const { return !title.isEmpty() && title != other.title; }
 };
 
 /** Milliseconds as m:ss or h:mm:ss. */

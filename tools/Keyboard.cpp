@@ -17,8 +17,9 @@ volatile std::sig_atomic_t isChanged = 0;
 
 void restoreMode()
 {
-    if (!isChanged)
+    if (!isChanged) {
         return;
+    }
     isChanged = 0;
     tcsetattr(STDIN_FILENO, TCSANOW, &ownMode);
 }
@@ -33,9 +34,10 @@ void setDeadlyHandlers(void (*handler)(int))
 {
     struct sigaction action {};
     action.sa_handler = handler;
-    action.sa_flags = int(SA_RESETHAND | SA_NODEFER);
-    for (int number : {SIGQUIT, SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE})
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+    for (int number : {SIGQUIT, SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE}) {
         sigaction(number, &action, nullptr);
+    }
 }
 
 std::optional<Key> plainKey(char byte)
@@ -98,8 +100,9 @@ std::optional<Key> KeyDecoder::feed(char byte)
         return plainKey(byte);
     case State::Sequence:
         // Parameters (0x20 to 0x3f) may stand before the byte that ends a sequence.
-        if (byte >= 0x20 && byte <= 0x3f)
+        if (byte >= 0x20 && byte <= 0x3f) {
             return std::nullopt;
+        }
         m_state = State::Plain;
         return arrowKey(byte);
     }
@@ -134,8 +137,9 @@ void Keyboard::release()
 
 void Keyboard::take()
 {
-    if (isChanged || !isAvailable() || tcgetattr(STDIN_FILENO, &ownMode) != 0)
+    if (isChanged || !isAvailable() || tcgetattr(STDIN_FILENO, &ownMode) != 0) {
         return;
+    }
     termios single = ownMode;
     single.c_lflag &= ~tcflag_t(ICANON | ECHO);
     single.c_cc[VMIN] = 1;
@@ -154,9 +158,11 @@ void Keyboard::onReadable()
         m_notifier.setEnabled(false);
         return;
     }
-    for (ssize_t i = 0; i < count; ++i)
-        if (const auto key = m_decoder.feed(bytes[size_t(i)]))
+    for (ssize_t i = 0; i < count; ++i) {
+        if (const auto key = m_decoder.feed(bytes[static_cast<size_t>(i)])) {
             Q_EMIT pressed(*key);
+        }
+    }
 }
 
 } // namespace voro

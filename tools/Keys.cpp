@@ -48,20 +48,23 @@ ExitStatus watch(MediaKey::Type key, const Arguments &arguments)
 {
     // A watcher says nothing of a service that is not there or goes.
     PpsObject service(QStringLiteral("/pps/services/multimedia/mediaplayer/control"));
-    if (!service.open(PpsOpenMode::PublishSubscribe))
+    if (!service.open(PpsOpenMode::PublishSubscribe)) {
         return failed(service.errorString());
+    }
     QObject::connect(&service, &PpsObject::readyRead, [&service] {
         bool ok = false;
         service.read(&ok);
-        if (!ok)
+        if (!ok) {
             QCoreApplication::exit(failed(service.errorString()));
+        }
     });
     StopSignals stopSignals;
     QObject::connect(&stopSignals, &StopSignals::stop, [] { QCoreApplication::exit(Success); });
     MediaKeyWatcher watcher(key);
     if (const auto notification = arguments.enumerator<MediaKeyNotification>("--notification");
-        notification && *notification != watcher.notification())
+        notification && *notification != watcher.notification()) {
         watcher.setNotification(*notification);
+    }
     if (arguments.has("--json")) {
         new SignalPrinter(&watcher, print, &watcher);
     } else {
@@ -79,8 +82,9 @@ ExitStatus press(MediaKey::Type key, const Arguments &arguments)
                                             {QStringLiteral("ms"), arguments.milliseconds("--ms").value_or(TapMs)}}},
     };
     PpsObject service(QStringLiteral("/pps/services/multimedia/mediakeys/control?wait"));
-    if (!service.open(PpsOpenMode::PublishSubscribe) || !service.write(PpsObject::encode(request)))
+    if (!service.open(PpsOpenMode::PublishSubscribe) || !service.write(PpsObject::encode(request))) {
         return failed(service.errorString());
+    }
     const StopSignals::AtOnce atOnce;
     // The answer comes when the key is released.
     const QVariantMap answer = PpsObject::decode(service.read()).value(QStringLiteral("@control")).toMap();
@@ -91,20 +95,26 @@ ExitStatus press(MediaKey::Type key, const Arguments &arguments)
 ExitStatus run(const Arguments &arguments)
 {
     const QByteArrayList &operands = arguments.operands();
-    if (operands.isEmpty())
+    if (operands.isEmpty()) {
         throw UsageError{QStringLiteral("watch or press is missing")};
+    }
     const bool isPress = operands.first() == "press";
-    if (!isPress && operands.first() != "watch")
+    if (!isPress && operands.first() != "watch") {
         throw UsageError{QStringLiteral("unknown action '%1'").arg(QString::fromLocal8Bit(operands.first()))};
+    }
     const char *const action = isPress ? "press" : "watch";
-    for (const char *option : {"--notification", "--json", "--ms"})
-        if (arguments.has(option) && isPress != (option == QByteArray("--ms")))
+    for (const char *option : {"--notification", "--json", "--ms"}) {
+        if (arguments.has(option) && isPress != (option == QByteArray("--ms"))) {
             throw UsageError{QStringLiteral("%1 has no %2").arg(QLatin1String(action), QLatin1String(option))};
-    if (operands.size() < 2)
+        }
+    }
+    if (operands.size() < 2) {
         throw UsageError{QStringLiteral("%1: KEY is missing").arg(QLatin1String(action))};
-    if (operands.size() > 2)
+    }
+    if (operands.size() > 2) {
         throw UsageError{
             QStringLiteral("%1: '%2' is too much").arg(QLatin1String(action), QString::fromLocal8Bit(operands.at(2)))};
+    }
     const auto key = enumeratorFrom<MediaKey>(action, operands.at(1), {"None"});
     return isPress ? press(key, arguments) : watch(key, arguments);
 }

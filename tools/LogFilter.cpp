@@ -38,11 +38,13 @@ void LogFilter::handle(QtMsgType type, const QMessageLogContext &context, const 
 void LogFilter::finish(bool failed)
 {
     const auto lines = std::exchange(m_held, {});
-    if (!failed || lines.empty())
+    if (!failed || lines.empty()) {
         return;
+    }
     m_makeRoom();
-    for (const Line &line : lines)
+    for (const Line &line : lines) {
         showLine(line.type, QMessageLogContext(), line.text);
+    }
 }
 
 } // namespace voro

@@ -24,8 +24,9 @@ bool exists(const QByteArray &path)
 bool hasScheme(const QByteArray &text)
 {
     const auto colon = text.indexOf(':');
-    if (colon < 2 || !isalpha(text[0] & 0xff))
+    if (colon < 2 || !isalpha(text[0] & 0xff)) {
         return false;
+    }
     return std::all_of(text.begin(), text.begin() + colon,
                        [](char c) { return isalnum(c & 0xff) || c == '+' || c == '-' || c == '.'; });
 }
@@ -41,18 +42,21 @@ bool isUtf8(const QByteArray &text)
  */
 QByteArray utf8Path(const QByteArray &path)
 {
-    if (isUtf8(path))
+    if (isUtf8(path)) {
         return path;
+    }
     const int descriptor = open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0)
+    if (descriptor < 0) {
         return path;
+    }
     return "/proc/" + QByteArray::number(getpid()) + "/fd/" + QByteArray::number(descriptor);
 }
 
 QByteArray absolutePath(const QByteArray &path)
 {
-    if (path.startsWith('/'))
+    if (path.startsWith('/')) {
         return path;
+    }
     return QFile::encodeName(QDir::currentPath()) + '/' + path;
 }
 
@@ -65,8 +69,9 @@ Medium file(const QByteArray &path)
 
 void refuseEmpty(const QByteArray &name)
 {
-    if (name.isEmpty())
+    if (name.isEmpty()) {
         throw UsageError{QStringLiteral("an empty name names no file")};
+    }
 }
 
 } // namespace
@@ -74,19 +79,22 @@ void refuseEmpty(const QByteArray &name)
 Medium mediumFromArgument(const QByteArray &argument)
 {
     refuseEmpty(argument);
-    if (exists(argument) || !hasScheme(argument))
+    if (exists(argument) || !hasScheme(argument)) {
         return file(argument);
+    }
     const QUrl url(QString::fromLocal8Bit(argument));
-    if (!url.isValid())
+    if (!url.isValid()) {
         throw UsageError{QStringLiteral("'%1' is no URL: %2").arg(QString::fromLocal8Bit(argument), url.errorString())};
+    }
     return {url, url.toDisplayString()};
 }
 
 Medium newFileFromArgument(const QByteArray &argument)
 {
     refuseEmpty(argument);
-    if (!isUtf8(absolutePath(argument)))
+    if (!isUtf8(absolutePath(argument))) {
         throw UsageError{QStringLiteral("'%1' is not UTF-8").arg(QString::fromLocal8Bit(argument))};
+    }
     return file(argument);
 }
 

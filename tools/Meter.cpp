@@ -16,10 +16,11 @@ constexpr int WidestMeter = 40;
 
 QString meter(double level, double peak, int width)
 {
-    const auto columns = [width](double fraction) { return int(std::clamp(fraction, 0.0, 1.0) * width); };
+    const auto columns = [width](double fraction) { return static_cast<int>(std::clamp(fraction, 0.0, 1.0) * width); };
     QString text = QString(columns(level), QLatin1Char('=')).leftJustified(width, QLatin1Char('-'));
-    if (const int held = columns(peak); held > 0)
+    if (const int held = columns(peak); held > 0) {
         text[held - 1] = QLatin1Char('|');
+    }
     return QLatin1Char('[') + text + QLatin1Char(']');
 }
 
@@ -39,9 +40,10 @@ QString recordingLine(const RecordingView &view, int columns)
     const QString before = (view.isPaused ? QStringLiteral("||  ") : QStringLiteral("rec ")) + timeText(view.duration);
     const QString after = QLatin1String("  ") + sizeText(view.size);
     const auto room = columns - before.size() - after.size() - 3;
-    if (room < NarrowestMeter)
+    if (room < NarrowestMeter) {
         return fitted(before + after, columns);
-    const int width = int(std::min<qsizetype>(room, WidestMeter));
+    }
+    const int width = static_cast<int>(std::min<qsizetype>(room, WidestMeter));
     return before + QLatin1Char(' ') + meter(view.level, view.peak, width) + after;
 }
 

@@ -12,10 +12,12 @@ constexpr double FastestSpeed = 100;
 std::vector<Medium> mediaFrom(const QByteArrayList &operands)
 {
     std::vector<Medium> media;
-    for (const QByteArray &operand : operands)
+    for (const QByteArray &operand : operands) {
         media.push_back(mediumFromArgument(operand));
-    if (media.empty())
+    }
+    if (media.empty()) {
         media.push_back(sampleMedium());
+    }
     return media;
 }
 
@@ -26,16 +28,18 @@ ExitStatus run(const Arguments &arguments)
     settings.start = arguments.milliseconds("--start");
     settings.speed = arguments.number("--speed", -FastestSpeed, FastestSpeed);
     // The renderer counts in thousandths; less than one is a pause without an end.
-    if (settings.speed && std::abs(*settings.speed) < 0.001)
+    if (settings.speed && std::abs(*settings.speed) < 0.001) {
         throw UsageError{QStringLiteral("--speed: a speed of 0 never gets anywhere")};
+    }
     settings.volume = arguments.number("--volume", 0, 1).value_or(settings.volume);
     settings.repeatMode =
         arguments.enumerator<multimedia::RepeatMode>("--repeat", {"Unsupported"}).value_or(settings.repeatMode);
     settings.equalizerPreset =
         arguments.enumerator<multimedia::EqualizerPreset>("--eq").value_or(settings.equalizerPreset);
     settings.windowId = QString::fromLocal8Bit(arguments.value("--window").value_or(QByteArray()));
-    if (const auto captions = arguments.value("--captions"))
+    if (const auto captions = arguments.value("--captions")) {
         settings.captions = mediumFromArgument(*captions);
+    }
     settings.json = arguments.has("--json");
     settings.isPublished = !arguments.has("--no-publish");
     return Playback(std::move(settings)).run();

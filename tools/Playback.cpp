@@ -30,9 +30,11 @@ constexpr double VolumeStep = 0.05;
 /** Runs commands until one fails; its error is the result. */
 MediaError::Type inTurn(std::initializer_list<std::function<MediaError::Type()>> commands)
 {
-    for (const auto &command : commands)
-        if (const auto error = command(); error != MediaError::None)
+    for (const auto &command : commands) {
+        if (const auto error = command(); error != MediaError::None) {
             return error;
+        }
+    }
     return MediaError::None;
 }
 
@@ -48,8 +50,9 @@ Playback::Playback(PlaybackSettings settings)
 
 void Playback::connectPlayer()
 {
-    if (m_settings.json)
+    if (m_settings.json) {
         new SignalPrinter(&m_player, voro::print, this);
+    }
     connect(&m_player, &MediaPlayer::metaDataChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::bufferStatusChanged, this, &Playback::refresh);
@@ -61,8 +64,9 @@ void Playback::connectPlayer()
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), this, [this] {
         m_sought.reset();
         // Nothing tells that the first track is the first.
-        if (m_told == 0 && m_player.track() == 1)
+        if (m_told == 0 && m_player.track() == 1) {
             m_told = 1;
+        }
         refresh();
     });
     connect(&m_player, &MediaPlayer::buffering, this, [this](double fraction) {
@@ -83,16 +87,19 @@ bool Playback::begin()
         fail(enumeratorName(error));
         return false;
     }
-    if (m_settings.isPublished)
+    if (m_settings.isPublished) {
         m_publication = std::make_unique<Publication>(
             m_player, [this](Key key) { onKey(key); }, nullptr);
+    }
     omitMissingFiles();
-    if (m_media.empty())
+    if (m_media.empty()) {
         return false;
+    }
     const auto error = log().run([this] { return playFirst(); });
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         fail((m_media.size() == 1 ? m_media.front().name : QStringLiteral("none of them can be played"))
              + QLatin1String(": ") + enumeratorName(error));
+    }
     return error == MediaError::None;
 }
 
@@ -100,8 +107,9 @@ MediaError::Type Playback::applySettings()
 {
     if (!m_settings.windowId.isEmpty()) {
         m_player.setWindowId(m_settings.windowId);
-        if (m_settings.captions)
+        if (m_settings.captions) {
             m_player.setClosedCaptionWindowId(m_settings.windowId);
+        }
     }
     return inTurn({
         [&] { return m_player.setVolume(m_settings.volume); },
@@ -117,20 +125,23 @@ MediaError::Type Playback::applySettings()
 void Playback::omitMissingFiles()
 {
     for (const Medium &medium : m_settings.media) {
-        if (m_settings.media.size() == 1 || !medium.url.isLocalFile() || QFileInfo::exists(medium.url.toLocalFile()))
+        if (m_settings.media.size() == 1 || !medium.url.isLocalFile() || QFileInfo::exists(medium.url.toLocalFile())) {
             m_media.push_back(medium);
-        else
+        } else {
             fail(medium.name + QLatin1String(": ") + enumeratorName(MediaError::SourceUnavailable));
+        }
     }
 }
 
 QUrl Playback::source()
 {
-    if (m_media.size() == 1)
+    if (m_media.size() == 1) {
         return m_media.front().url;
+    }
     QByteArray lines;
-    for (const Medium &medium : m_media)
+    for (const Medium &medium : m_media) {
         lines += medium.url.toEncoded() + '\n';
+    }
     QFile playlist(m_folder.emplace().filePath(QStringLiteral("queue.m3u8")));
     const bool isWritten = playlist.open(QFile::WriteOnly) && playlist.write(lines) == lines.size() && playlist.flush();
     return isWritten ? QUrl::fromLocalFile(playlist.fileName()) : QUrl();
@@ -145,8 +156,9 @@ MediaError::Type Playback::playFirst()
         [&] {
             auto error = MediaError::None;
             for (unsigned track = 1; m_settings.captions && error == MediaError::None && track <= m_media.size();
-                 ++track)
+                 ++track) {
                 error = m_player.setClosedCaptionUrl(track, m_settings.captions->url);
+            }
             return error;
         },
         [&] { return m_settings.start ? m_player.seekTime(*m_settings.start) : MediaError::None; },
@@ -162,22 +174,25 @@ MediaError::Type Playback::start()
 
 bool Playback::playOn(unsigned track)
 {
-    if (track > trackCount())
+    if (track > trackCount()) {
         return false;
+    }
     const auto error = log().run([&] {
         return inTurn(
             {[&] { return m_player.prepare(); }, [&] { return m_player.seekTrack(track); }, [&] { return start(); }});
     });
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         fail(nameOf(track) + QLatin1String(": ") + enumeratorName(error));
+    }
     return error == MediaError::None;
 }
 
 void Playback::complainOf(unsigned first, unsigned end)
 {
     for (unsigned track = first; track < end; ++track) {
-        if (!m_examined.insert(track).second)
+        if (!m_examined.insert(track).second) {
             continue;
+        }
         if (!isKnown()) {
             fail(nameOf(track) + QLatin1String(": passed over"));
             continue;
@@ -189,8 +204,9 @@ void Playback::complainOf(unsigned first, unsigned end)
                            [&] { return player.setSourceUrl(m_media[track - 1].url); },
                            [&] { return player.prepare(); }});
         });
-        if (error != MediaError::None)
+        if (error != MediaError::None) {
             fail(nameOf(track) + QLatin1String(": ") + enumeratorName(error));
+        }
     }
 }
 
@@ -210,8 +226,9 @@ void Playback::onEnd()
 void Playback::onError(MediaError::Type error, unsigned position)
 {
     fail(QStringLiteral("%1: %2 at %3").arg(nameOf(m_player.track()), enumeratorName(error), timeText(position)));
-    if (!playOn(m_player.track() + 1))
+    if (!playOn(m_player.track() + 1)) {
         finish();
+    }
 }
 
 void Playback::onKey(Key key)
@@ -240,8 +257,9 @@ void Playback::onKey(Key key)
         }
         return MediaError::None;
     };
-    if (const auto error = log().run(command); error != MediaError::None)
+    if (const auto error = log().run(command); error != MediaError::None) {
         report(enumeratorName(error));
+    }
 }
 
 MediaError::Type Playback::togglePause()
@@ -251,9 +269,9 @@ MediaError::Type Playback::togglePause()
 
 MediaError::Type Playback::seekBy(int milliseconds)
 {
-    const auto target = std::max<qint64>(0, qint64(m_sought.value_or(m_player.position())) + milliseconds);
+    const auto target = std::max<qint64>(0, static_cast<qint64>(m_sought.value_or(m_player.position())) + milliseconds);
     const unsigned end = m_player.duration();
-    m_sought = end > 0 ? unsigned(std::min<qint64>(target, end)) : unsigned(target);
+    m_sought = end > 0 ? static_cast<unsigned>(std::min<qint64>(target, end)) : static_cast<unsigned>(target);
     return m_player.seekTime(*m_sought);
 }
 
@@ -266,8 +284,9 @@ MediaError::Type Playback::changeVolume(double step)
 
 MediaError::Type Playback::next()
 {
-    if (m_player.track() < trackCount())
+    if (m_player.track() < trackCount()) {
         return m_player.nextTrack();
+    }
     return m_settings.repeatMode == RepeatMode::All ? m_player.seekTrack(1) : MediaError::None;
 }
 
@@ -286,28 +305,32 @@ QString Playback::title() const
     const QVariantMap metaData = m_player.metaData();
     const QString title = metaData.value(QLatin1String(multimedia::MetaData::Title)).toString();
     const QString artist = metaData.value(QLatin1String(multimedia::MetaData::Artist)).toString();
-    if (!title.isEmpty())
+    if (!title.isEmpty()) {
         return printable(artist.isEmpty() ? title : title + QLatin1String(" - ") + artist);
+    }
     // A medium that plays and still has no title will have none.
-    if (m_player.position() == 0 || m_player.mediaState() == MediaState::Unprepared)
+    if (m_player.position() == 0 || m_player.mediaState() == MediaState::Unprepared) {
         return {};
+    }
     const QUrl uri(metaData.value(QLatin1String(multimedia::MetaData::Uri)).toString());
     return printable(isKnown() || uri.fileName().isEmpty() ? nameOf(m_player.track()) : uri.fileName());
 }
 
 QString Playback::nameOf(unsigned track) const
 {
-    if (isKnown())
+    if (isKnown()) {
         return m_media[track - 1].name;
+    }
     const QString number = QStringLiteral("track %1").arg(track);
     return m_media.size() > 1 ? number : m_media.front().name + QLatin1String(", ") + number;
 }
 
 void Playback::refresh()
 {
-    if (m_publication)
+    if (m_publication) {
         m_publication->setNeighbours(m_player.track() < trackCount() || m_settings.repeatMode == RepeatMode::All,
                                      m_player.track() > 1);
+    }
     const bool hasCaptions = m_settings.captions && !m_settings.windowId.isEmpty();
     m_display->show({
         .title = title(),

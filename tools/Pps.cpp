@@ -48,10 +48,12 @@ bool printAll(PpsObject &object)
     for (;;) {
         bool ok = false;
         const QByteArray data = object.read(&ok);
-        if (!ok)
+        if (!ok) {
             return false;
-        if (data.isEmpty())
+        }
+        if (data.isEmpty()) {
             return true;
+        }
         printRead(data);
     }
 }
@@ -62,8 +64,9 @@ ExitStatus follow(PpsObject &object)
     StopSignals stopSignals;
     QObject::connect(&stopSignals, &StopSignals::stop, [] { QCoreApplication::exit(Success); });
     QObject::connect(&object, &PpsObject::readyRead, [&object] {
-        if (!printAll(object))
+        if (!printAll(object)) {
             QCoreApplication::exit(failed(object));
+        }
     });
     return ExitStatus(QCoreApplication::exec());
 }
@@ -71,35 +74,42 @@ ExitStatus follow(PpsObject &object)
 ExitStatus list(const QByteArrayList &operands)
 {
     QString folder = operands.isEmpty() ? QStringLiteral("/pps") : text(operands.first());
-    while (folder.endsWith(QLatin1Char('/')))
+    while (folder.endsWith(QLatin1Char('/'))) {
         folder.chop(1);
+    }
     PpsObject object(folder + QLatin1String("/.list"));
-    if (!object.open(PpsOpenMode::Subscribe))
+    if (!object.open(PpsOpenMode::Subscribe)) {
         return failed(object);
+    }
     // A long list comes in several reads.
     for (;;) {
         bool ok = false;
         const QByteArray data = object.read(&ok);
-        if (!ok)
+        if (!ok) {
             return failed(object);
-        if (data.isEmpty())
+        }
+        if (data.isEmpty()) {
             return Success;
+        }
         const QVariantMap entries = PpsObject::decode(data).value(QStringLiteral("@.list")).toMap();
-        for (auto entry = entries.begin(); entry != entries.end(); ++entry)
+        for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
             print(entry.key().toUtf8() + (entry.value() == QLatin1String("folder") ? "/\n" : "\n"));
+        }
     }
 }
 
 ExitStatus cat(const QByteArrayList &operands)
 {
     PpsObject object(text(operands.first()));
-    if (!object.open(PpsOpenMode::Subscribe))
+    if (!object.open(PpsOpenMode::Subscribe)) {
         return failed(object);
+    }
     object.setBlocking(false);
     bool ok = false;
     const QByteArray data = object.read(&ok);
-    if (!ok)
+    if (!ok) {
         return failed(object);
+    }
     if (data.isEmpty()) {
         complain(QStringLiteral("pps: %1: there is no such object").arg(object.path()));
         return Failure;
@@ -111,8 +121,9 @@ ExitStatus cat(const QByteArrayList &operands)
 ExitStatus watch(const QByteArrayList &operands)
 {
     PpsObject object(text(operands.first()));
-    if (!object.open(PpsOpenMode::Subscribe))
+    if (!object.open(PpsOpenMode::Subscribe)) {
         return failed(object);
+    }
     // A blocking read would not let ^C through.
     object.setBlocking(false);
     return follow(object);
@@ -121,8 +132,9 @@ ExitStatus watch(const QByteArrayList &operands)
 ExitStatus write(const QByteArrayList &operands)
 {
     PpsObject object(text(operands.first()));
-    if (!object.open(PpsOpenMode::Publish) || !object.write(operands.mid(1).join('\n') + '\n') || !object.close())
+    if (!object.open(PpsOpenMode::Publish) || !object.write(operands.mid(1).join('\n') + '\n') || !object.close()) {
         return failed(object);
+    }
     return Success;
 }
 
@@ -134,21 +146,24 @@ public:
     {
         std::array<char, 4096> bytes;
         const auto count = ::read(STDIN_FILENO, bytes.data(), bytes.size());
-        if (count > 0)
+        if (count > 0) {
             m_input.append(bytes.data(), count);
-        else
+        } else {
             m_input.append("\n\n");
+        }
         return count > 0;
     }
 
     /** The next complete paragraph; empty when there is none. */
     QByteArray take()
     {
-        while (m_input.startsWith('\n'))
+        while (m_input.startsWith('\n')) {
             m_input.remove(0, 1);
+        }
         const auto end = m_input.indexOf("\n\n");
-        if (end < 0)
+        if (end < 0) {
             return {};
+        }
         QByteArray paragraph = m_input.left(end + 1);
         m_input.remove(0, end + 2);
         return paragraph;
@@ -161,17 +176,21 @@ private:
 ExitStatus serve(const QByteArrayList &operands)
 {
     PpsObject object(withOption(text(operands.first()), QStringLiteral("server")));
-    if (!object.open(PpsOpenMode::PublishSubscribe))
+    if (!object.open(PpsOpenMode::PublishSubscribe)) {
         return failed(object);
+    }
     object.setBlocking(false);
     Paragraphs paragraphs;
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, [&] {
-        if (!paragraphs.read())
+        if (!paragraphs.read()) {
             input.setEnabled(false);
-        for (QByteArray paragraph = paragraphs.take(); !paragraph.isEmpty(); paragraph = paragraphs.take())
-            if (!object.write(paragraph))
+        }
+        for (QByteArray paragraph = paragraphs.take(); !paragraph.isEmpty(); paragraph = paragraphs.take()) {
+            if (!object.write(paragraph)) {
                 failed(object);
+            }
+        }
     });
     return follow(object);
 }
@@ -192,18 +211,22 @@ constexpr std::array Actions{
 
 ExitStatus run(const Arguments &arguments)
 {
-    if (arguments.operands().isEmpty())
+    if (arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("ls, cat, watch, write or serve is missing")};
+    }
     const QByteArray name = arguments.operands().first();
     const QByteArrayList operands = arguments.operands().mid(1);
     for (const Action &action : Actions) {
-        if (name != action.name)
+        if (name != action.name) {
             continue;
-        if (operands.size() < action.minimum)
+        }
+        if (operands.size() < action.minimum) {
             throw UsageError{QStringLiteral("%1: %2 is missing")
                                  .arg(text(name), QLatin1String(operands.isEmpty() ? "OBJECT" : "ATTRIBUTE"))};
-        if (operands.size() > action.maximum)
+        }
+        if (operands.size() > action.maximum) {
             throw UsageError{QStringLiteral("%1: '%2' is too much").arg(text(name), text(operands.at(action.maximum)))};
+        }
         return action.run(operands);
     }
     throw UsageError{QStringLiteral("unknown action '%1'").arg(text(name))};

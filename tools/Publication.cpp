@@ -36,8 +36,9 @@ void Publication::connectPlayer()
 void Publication::publishState(MediaState::Type state)
 {
     // The role is asked for when something is heard; a refusal means that somebody more important has it.
-    if (state == MediaState::Started && !m_connection.isAcquired() && m_connection.acquire() != MediaError::None)
+    if (state == MediaState::Started && !m_connection.isAcquired() && m_connection.acquire() != MediaError::None) {
         return;
+    }
     m_connection.setMediaState(state);
 }
 
@@ -55,8 +56,9 @@ void Publication::connectCommands()
 /** The one key starts and pauses; it is not pressed when what it leads to is so already. */
 void Publication::askUnless(MediaState::Type state)
 {
-    if (m_player.mediaState() != state)
+    if (m_player.mediaState() != state) {
         m_ask(Key::PlayPause);
+    }
 }
 
 void Publication::setNeighbours(bool hasNext, bool hasPrevious)

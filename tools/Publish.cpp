@@ -65,9 +65,10 @@ constexpr std::array LineCommands{
                 }>},
     LineCommand{"meta", true, set<[](Connection &connection, const QByteArray &value) {
                     const auto equals = value.indexOf('=');
-                    if (equals <= 0)
+                    if (equals <= 0) {
                         throw UsageError{
                             QStringLiteral("meta: '%1' is not KEY=VALUE").arg(QString::fromLocal8Bit(value))};
+                    }
                     setMetaData(connection, QString::fromLocal8Bit(value.left(equals)), value.mid(equals + 1));
                 }>},
     LineCommand{"position", true, set<[](Connection &connection, const QByteArray &value) {
@@ -104,12 +105,15 @@ MediaError::Type obey(NowPlayingConnection &connection, const QByteArray &line)
     const QByteArray name = blank < 0 ? line : line.left(blank);
     const QByteArray value = blank < 0 ? QByteArray() : line.mid(blank + 1).trimmed();
     for (const LineCommand &command : LineCommands) {
-        if (name != command.name)
+        if (name != command.name) {
             continue;
-        if (command.hasValue && value.isEmpty())
+        }
+        if (command.hasValue && value.isEmpty()) {
             throw UsageError{QStringLiteral("%1: a value is missing").arg(QLatin1String(name))};
-        if (!command.hasValue && !value.isEmpty())
+        }
+        if (!command.hasValue && !value.isEmpty()) {
             throw UsageError{QStringLiteral("%1 takes no value").arg(QLatin1String(name))};
+        }
         return command.run(connection, value);
     }
     throw UsageError{QStringLiteral("unknown line '%1'").arg(QString::fromLocal8Bit(line))};
@@ -127,16 +131,18 @@ void tellRequests(NowPlayingConnection &connection)
          {std::pair(&C::acquired, "acquired"), std::pair(&C::play, "play"), std::pair(&C::pause, "pause"),
           std::pair(&C::stop, "stop"), std::pair(&C::next, "next"), std::pair(&C::previous, "previous"),
           std::pair(&C::forward, "forward"), std::pair(&C::rewind, "rewind"), std::pair(&C::repeat, "repeat"),
-          std::pair(&C::shuffle, "shuffle")})
+          std::pair(&C::shuffle, "shuffle")}) {
         tell(signal, [text = QString::fromLatin1(word)] { return text; });
+    }
     tell(&C::repeatRequest, [](RepeatMode::Type mode) { return QLatin1String("repeat ") + enumeratorName(mode); });
     tell(&C::shuffleRequest, [](ShuffleMode::Type mode) { return QLatin1String("shuffle ") + enumeratorName(mode); });
     tell(&C::controllerActiveChanged,
          [](bool active) { return QLatin1String(active ? "watched" : "not watched") + QString(); });
     tell(&C::revoked, [&connection] {
         // Who gives the role up himself still has it here.
-        if (connection.isAcquired())
+        if (connection.isAcquired()) {
             return QStringLiteral("revoked");
+        }
         return QStringLiteral("revoked by %1 (process %2)")
             .arg(connection.lastRevokingConnectionName())
             .arg(connection.lastRevokingConnectionPid());
@@ -154,8 +160,9 @@ public:
         QObject::connect(&stopSignals, &StopSignals::stop, [] { QCoreApplication::quit(); });
         QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
         QObject::connect(&input, &QSocketNotifier::activated, [&] { input.setEnabled(read()); });
-        if (tries([this] { return acquire(m_connection); }))
+        if (tries([this] { return acquire(m_connection); })) {
             QCoreApplication::exec();
+        }
         return m_status;
     }
 
@@ -184,8 +191,9 @@ private:
         for (auto end = m_input.indexOf('\n'); end >= 0; end = m_input.indexOf('\n')) {
             const QByteArray line = m_input.left(end).trimmed();
             m_input.remove(0, end + 1);
-            if (!line.isEmpty())
+            if (!line.isEmpty()) {
                 take(line);
+            }
         }
         return count > 0;
     }
@@ -210,26 +218,31 @@ private:
 
 ExitStatus run(const Arguments &arguments)
 {
-    if (!arguments.operands().isEmpty())
+    if (!arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("'%1' is too much").arg(QString::fromLocal8Bit(arguments.operands().first()))};
+    }
     NowPlayingConnection connection;
-    if (const auto name = arguments.value("--name"))
+    if (const auto name = arguments.value("--name")) {
         connection.setConnectionName(QString::fromLocal8Bit(*name));
+    }
     connection.setPriorityLevel(arguments.enumerator<PriorityLevel>("--priority").value_or(PriorityLevel::Low));
     connection.setMediaState(arguments.enumerator<MediaState>("--state").value_or(MediaState::Stopped));
     connection.setDuration(arguments.milliseconds("--duration").value_or(0));
     namespace M = multimedia::MetaData;
     for (const auto &[option, key] : {std::pair("--title", M::Title), std::pair("--artist", M::Artist),
                                       std::pair("--album", M::Album), std::pair("--track", M::Track)}) {
-        if (const auto value = arguments.value(option))
+        if (const auto value = arguments.value(option)) {
             setMetaData(connection, QLatin1String(key), *value);
+        }
     }
-    if (const auto icon = arguments.value("--icon"))
+    if (const auto icon = arguments.value("--icon")) {
         connection.setIconUrl(QUrl(QString::fromLocal8Bit(*icon)));
-    if (arguments.has("--json"))
+    }
+    if (arguments.has("--json")) {
         new SignalPrinter(&connection, print, &connection);
-    else
+    } else {
         tellRequests(connection);
+    }
     return Publication(connection).run();
 }
 

@@ -16,27 +16,32 @@ constexpr double MostSeconds = 7 * 24 * 60 * 60;
 
 Medium fileFrom(const Arguments &arguments)
 {
-    if (arguments.operands().isEmpty())
+    if (arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("FILE is missing")};
-    if (arguments.operands().size() > 1)
+    }
+    if (arguments.operands().size() > 1) {
         throw UsageError{QStringLiteral("'%1' is too much").arg(QString::fromLocal8Bit(arguments.operands().at(1)))};
+    }
     const QByteArray &operand = arguments.operands().first();
     Medium file = newFileFromArgument(operand);
     const QString given = QString::fromLocal8Bit(operand);
     const QFileInfo present(file.url.toLocalFile());
-    if (present.isDir())
+    if (present.isDir()) {
         throw UsageError{QStringLiteral("'%1' is a folder").arg(given)};
+    }
     // A link that leads nowhere is not followed unasked either.
-    if ((present.exists() || present.isSymLink()) && !arguments.has("--force"))
+    if ((present.exists() || present.isSymLink()) && !arguments.has("--force")) {
         throw UsageError{QStringLiteral("'%1' exists; --force replaces it").arg(given)};
+    }
     return file;
 }
 
 ExitStatus run(const Arguments &arguments)
 {
     RecordingSettings settings;
-    if (const auto seconds = arguments.number("--seconds", LeastSeconds, MostSeconds))
-        settings.length = unsigned(std::lround(*seconds * 1000));
+    if (const auto seconds = arguments.number("--seconds", LeastSeconds, MostSeconds)) {
+        settings.length = static_cast<unsigned>(std::lround(*seconds * 1000));
+    }
     settings.channels =
         arguments.enumerator<multimedia::AudioChannelConfiguration>("--channels").value_or(settings.channels);
     settings.json = arguments.has("--json");

@@ -27,8 +27,9 @@ constexpr int LongestSilence = 3'000;
 
 Recording::Recording(RecordingSettings settings) : Session("record"), m_settings(std::move(settings))
 {
-    if (!m_settings.json && TerminalLine::isAvailable())
+    if (!m_settings.json && TerminalLine::isAvailable()) {
         m_line.emplace();
+    }
     m_end.setSingleShot(true);
     m_end.setTimerType(Qt::PreciseTimer);
     connect(&m_end, &QTimer::timeout, this, &Recording::onDue);
@@ -40,8 +41,9 @@ Recording::Recording(RecordingSettings settings) : Session("record"), m_settings
 
 void Recording::connectRecorder()
 {
-    if (m_settings.json)
+    if (m_settings.json) {
         new SignalPrinter(&m_recorder, voro::print, this);
+    }
     connect(&m_recorder, &AudioRecorder::mediaStateChanged, this, &Recording::onMediaStateChanged);
     connect(&m_recorder, qOverload<unsigned>(&AudioRecorder::durationChanged), this, &Recording::onDurationChanged);
     connect(&m_recorder, qOverload<MediaError::Type, unsigned>(&AudioRecorder::error), this, &Recording::onError);
@@ -54,24 +56,27 @@ void Recording::connectRecorder()
 bool Recording::begin()
 {
     const auto error = log().run([this] { return start(); });
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
+    }
     return error == MediaError::None;
 }
 
 MediaError::Type Recording::start()
 {
     if (m_line || m_settings.length) {
-        if (const auto error = m_recorder.setStatusInterval(ReportInterval); error != MediaError::None)
+        if (const auto error = m_recorder.setStatusInterval(ReportInterval); error != MediaError::None) {
             return error;
+        }
     }
     m_recorder.setAudioChannelConfiguration(m_settings.channels);
     m_recorder.setOutputUrl(m_settings.file.url);
     {
         // Nothing is recorded yet that could be lost.
         const StopSignals::AtOnce atOnce;
-        if (const auto error = m_recorder.prepare(); error != MediaError::None)
+        if (const auto error = m_recorder.prepare(); error != MediaError::None) {
             return error;
+        }
     }
     return m_recorder.record();
 }
@@ -86,10 +91,13 @@ void Recording::end()
         // The last report tells how long it became.
         QCoreApplication::processEvents();
     }
-    if (const auto error = log().run([this] { return m_recorder.reset(); }); error != MediaError::None && !hasFailed())
+    if (const auto error = log().run([this] { return m_recorder.reset(); });
+        error != MediaError::None && !hasFailed()) {
         fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
-    if (m_settings.json)
+    }
+    if (m_settings.json) {
         return;
+    }
     const QString summary =
         QStringLiteral("%1: %2, %3").arg(m_settings.file.name, timeText(m_duration), sizeText(fileSize()));
     clearLine();
@@ -98,10 +106,11 @@ void Recording::end()
 
 void Recording::onKey(Key key)
 {
-    if (key == Key::PlayPause)
+    if (key == Key::PlayPause) {
         togglePause();
-    else if (key == Key::Quit)
+    } else if (key == Key::Quit) {
         finish();
+    }
 }
 
 void Recording::togglePause()
@@ -109,8 +118,9 @@ void Recording::togglePause()
     const auto command = [this] {
         return m_recorder.mediaState() == MediaState::Paused ? m_recorder.record() : m_recorder.pause();
     };
-    if (const auto error = log().run(command); error != MediaError::None)
+    if (const auto error = log().run(command); error != MediaError::None) {
         report(enumeratorName(error));
+    }
 }
 
 void Recording::checkRenderer()
@@ -135,8 +145,9 @@ void Recording::goOn()
 
 void Recording::clearLine()
 {
-    if (m_line)
+    if (m_line) {
         m_line->clear();
+    }
 }
 
 void Recording::onDurationChanged(unsigned duration)
@@ -150,8 +161,9 @@ void Recording::onDurationChanged(unsigned duration)
 void Recording::onMediaStateChanged(MediaState::Type state)
 {
     // The renderer has ended it.
-    if (state == MediaState::Unprepared)
+    if (state == MediaState::Unprepared) {
         finish();
+    }
     scheduleEnd();
     refresh();
 }
@@ -164,19 +176,22 @@ void Recording::onError(MediaError::Type error, unsigned)
 
 void Recording::scheduleEnd()
 {
-    if (!m_settings.length)
+    if (!m_settings.length) {
         return;
-    if (m_recorder.mediaState() == MediaState::Started)
+    }
+    if (m_recorder.mediaState() == MediaState::Started) {
         m_end.start(int(*m_settings.length - std::min(m_duration, *m_settings.length)));
-    else
+    } else {
         m_end.stop();
+    }
 }
 
 void Recording::onDue()
 {
     // A source that stalls has given less than the time that went by; the end is scheduled anew when it gives more.
-    if (m_duration + 2 * ReportInterval >= *m_settings.length)
+    if (m_duration + 2 * ReportInterval >= *m_settings.length) {
         finish();
+    }
 }
 
 qint64 Recording::fileSize() const
@@ -187,8 +202,9 @@ qint64 Recording::fileSize() const
 void Recording::refresh()
 {
     const MediaState::Type state = m_recorder.mediaState();
-    if (m_settings.json || (state != MediaState::Started && state != MediaState::Paused))
+    if (m_settings.json || (state != MediaState::Started && state != MediaState::Paused)) {
         return;
+    }
     const RecordingView view{
         .isPaused = state == MediaState::Paused,
         .duration = m_duration,

@@ -53,15 +53,17 @@ MediaError::Type setMute(NowPlayingController &controller, const Operands &opera
 
 MediaError::Type repeat(NowPlayingController &controller, const Operands &operands)
 {
-    if (operands.isEmpty())
+    if (operands.isEmpty()) {
         return controller.repeat();
+    }
     return controller.repeat(enumeratorFrom<RepeatMode>("repeat", operands.first(), {"Unsupported"}));
 }
 
 MediaError::Type shuffle(NowPlayingController &controller, const Operands &operands)
 {
-    if (operands.isEmpty())
+    if (operands.isEmpty()) {
         return controller.shuffle();
+    }
     return controller.shuffle(enumeratorFrom<ShuffleMode>("shuffle", operands.first(), {"Unsupported"}));
 }
 
@@ -99,8 +101,9 @@ void printMetaData(const QVariantMap &metaData)
     namespace M = multimedia::MetaData;
     for (const char *key : {M::Title, M::Artist, M::Album, M::Track}) {
         const QVariant value = metaData.value(QLatin1String(key));
-        if (!value.toString().isEmpty())
+        if (!value.toString().isEmpty()) {
             printField(key, value);
+        }
     }
 }
 
@@ -147,8 +150,9 @@ ExitStatus watch(LogFilter &log, bool json)
     QObject::connect(&stopSignals, &StopSignals::stop, [] { QCoreApplication::exit(Success); });
     NowPlayingController controller;
     tellChanges(controller, json);
-    if (!isServed(log))
+    if (!isServed(log)) {
         return failed(MediaError::Read);
+    }
     return ExitStatus(QCoreApplication::exec());
 }
 
@@ -158,8 +162,9 @@ ExitStatus status(LogFilter &log, bool json)
     // While somebody listens the service has everything at hand for the getters of another controller.
     const NowPlayingController listener;
     QObject::connect(&listener, &NowPlayingController::trackChanged, &listener, [] {});
-    if (!isServed(log))
+    if (!isServed(log)) {
         return failed(MediaError::Read);
+    }
     const NowPlayingController controller;
     if (json) {
         print(SignalPrinter::line(0, "status",
@@ -178,8 +183,9 @@ ExitStatus status(LogFilter &log, bool json)
     printMetaData(controller.metaData());
     printField("duration", controller.duration());
     printField("position", controller.position());
-    if (const QUrl icon = controller.iconUrl(); !icon.isEmpty())
+    if (const QUrl icon = controller.iconUrl(); !icon.isEmpty()) {
         printField("icon", icon);
+    }
     printField("next", controller.isNextEnabled());
     printField("previous", controller.isPreviousEnabled());
     printEnumerator("repeat", controller.repeatMode());
@@ -189,18 +195,21 @@ ExitStatus status(LogFilter &log, bool json)
 
 void checkOperands(const Action &action, const Operands &operands)
 {
-    if (operands.size() < action.minimum)
+    if (operands.size() < action.minimum) {
         throw UsageError{
             QStringLiteral("%1: %2 is missing").arg(QLatin1String(action.name), QLatin1String(action.operand))};
-    if (operands.size() > action.maximum)
+    }
+    if (operands.size() > action.maximum) {
         throw UsageError{QStringLiteral("%1: '%2' is too much")
                              .arg(QLatin1String(action.name), QString::fromLocal8Bit(operands.at(action.maximum)))};
+    }
 }
 
 ExitStatus run(const Arguments &arguments)
 {
-    if (arguments.operands().isEmpty())
+    if (arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("a command is missing")};
+    }
     const QByteArray name = arguments.operands().first();
     const Operands operands = arguments.operands().mid(1);
     LogFilter log([] {});
@@ -211,8 +220,9 @@ ExitStatus run(const Arguments &arguments)
         }
     }
     for (const Action &action : Actions) {
-        if (name != action.name)
+        if (name != action.name) {
             continue;
+        }
         checkOperands(action, operands);
         NowPlayingController controller;
         const MediaError::Type error = log.run([&] { return action.run(controller, operands); });

@@ -23,11 +23,13 @@ ExitStatus Session::run()
         connect(m_keyboard, &Keyboard::pressed, this, &Session::onKey);
     }
     const bool hasBegun = begin();
-    if (hasBegun)
+    if (hasBegun) {
         QCoreApplication::exec();
+    }
     delete std::exchange(m_keyboard, nullptr);
-    if (hasBegun)
+    if (hasBegun) {
         end();
+    }
     return m_status;
 }
 
@@ -52,16 +54,19 @@ void Session::onSuspending()
 {
     m_goesOnWhenResumed = hold();
     clearLine();
-    if (m_keyboard)
+    if (m_keyboard) {
         m_keyboard->release();
+    }
 }
 
 void Session::onResumed()
 {
-    if (m_keyboard)
+    if (m_keyboard) {
         m_keyboard->take();
-    if (std::exchange(m_goesOnWhenResumed, false))
+    }
+    if (std::exchange(m_goesOnWhenResumed, false)) {
         goOn();
+    }
 }
 
 } // namespace voro

@@ -15,9 +15,11 @@ using multimedia::SystemSound;
 ExitStatus list()
 {
     const QMetaEnum sounds = QMetaEnum::fromType<SystemSound::Type>();
-    for (int i = 0; i < sounds.keyCount(); ++i)
-        if (sounds.value(i) != SystemSound::None)
+    for (int i = 0; i < sounds.keyCount(); ++i) {
+        if (sounds.value(i) != SystemSound::None) {
             print(QByteArray(sounds.key(i)) + '\n');
+        }
+    }
     return Success;
 }
 
@@ -30,20 +32,24 @@ ExitStatus play(SystemSound::Type type)
         sound.play();
         return !isConnected;
     });
-    if (isRefused)
+    if (isRefused) {
         complain(QStringLiteral("sound: there is no sound service"));
+    }
     return isRefused ? Failure : Success;
 }
 
 ExitStatus run(const Arguments &arguments)
 {
     const QByteArrayList &operands = arguments.operands();
-    if (operands.isEmpty())
+    if (operands.isEmpty()) {
         throw UsageError{QStringLiteral("NAME or list is missing")};
-    if (operands.size() > 1)
+    }
+    if (operands.size() > 1) {
         throw UsageError{QStringLiteral("'%1' is too much").arg(QString::fromLocal8Bit(operands.at(1)))};
-    if (operands.first() == "list")
+    }
+    if (operands.first() == "list") {
         return list();
+    }
     return play(enumeratorFrom<SystemSound>("NAME", operands.first(), {"None"}));
 }
 

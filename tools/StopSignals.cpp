@@ -26,10 +26,11 @@ bool ends(int number)
 
 void onSignal(int number)
 {
-    if (endsAtOnce && ends(number))
+    if (endsAtOnce && ends(number)) {
         std::quick_exit(0);
+    }
     const int saved = errno;
-    const auto byte = char(number);
+    const auto byte = static_cast<char>(number);
     // A full pipe has a signal in it already.
     [[maybe_unused]] const auto written = write(signalPipe[1], &byte, 1);
     errno = saved;
@@ -37,8 +38,9 @@ void onSignal(int number)
 
 int openPipe()
 {
-    if (pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+    if (pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         qFatal("cannot make a pipe");
+    }
     return signalPipe[0];
 }
 
@@ -50,8 +52,9 @@ void setHandlers(void (*handler)(int))
     for (int number : Handled) {
         struct sigaction present {};
         // What the caller has switched off (nohup) stays off.
-        if (sigaction(number, nullptr, &present) == 0 && present.sa_handler != SIG_IGN)
+        if (sigaction(number, nullptr, &present) == 0 && present.sa_handler != SIG_IGN) {
             sigaction(number, &action, nullptr);
+        }
     }
 }
 
@@ -67,8 +70,9 @@ StopSignals::~StopSignals()
 {
     setHandlers(SIG_DFL);
     m_notifier.setEnabled(false);
-    for (int &end : signalPipe)
+    for (int &end : signalPipe) {
         close(std::exchange(end, -1));
+    }
 }
 
 StopSignals::AtOnce::AtOnce()
@@ -84,8 +88,9 @@ StopSignals::AtOnce::~AtOnce()
 void StopSignals::onReadable()
 {
     char number = 0;
-    if (read(signalPipe[0], &number, 1) != 1)
+    if (read(signalPipe[0], &number, 1) != 1) {
         return;
+    }
     if (ends(number)) {
         Q_EMIT stop();
     } else if (number == SIGTSTP) {

@@ -18,8 +18,9 @@ namespace {
 int columnsOf(const QString &text)
 {
     int columns = 0;
-    for (const char32_t character : text.toUcs4())
+    for (const char32_t character : text.toUcs4()) {
         columns += std::max(0, wcwidth(wchar_t(character)));
+    }
     return columns;
 }
 
@@ -27,15 +28,17 @@ int columnsOf(const QString &text)
 
 QString fitted(QString text, int columns)
 {
-    while (columnsOf(text) > columns)
+    while (columnsOf(text) > columns) {
         text.chop(text.back().isLowSurrogate() ? 2 : 1);
+    }
     return text;
 }
 
 TerminalLine::~TerminalLine()
 {
-    if (m_isDrawn)
+    if (m_isDrawn) {
         print("\n");
+    }
 }
 
 bool TerminalLine::isAvailable()
@@ -59,8 +62,9 @@ void TerminalLine::draw(const QString &line, const QByteArray &above)
 
 void TerminalLine::clear()
 {
-    if (std::exchange(m_isDrawn, false))
+    if (std::exchange(m_isDrawn, false)) {
         print("\r\x1b[K");
+    }
 }
 
 } // namespace voro

@@ -22,8 +22,9 @@ const std::array Commands{&PlayCommand, &RecordCommand, &PublishCommand, &Remote
 QByteArray generalHelp()
 {
     QByteArray text = "usage: voro COMMAND [ARGUMENT...]\n\nPlays and records media and shows what happens inside.\n\n";
-    for (const Command *command : Commands)
+    for (const Command *command : Commands) {
         text += "  " + QByteArray(command->help.name).leftJustified(10) + command->help.summary + '\n';
+    }
     return text
            + "\n  voro COMMAND --help   says more about a command\n"
              "  voro --version        says which version this is\n\n"
@@ -32,9 +33,11 @@ QByteArray generalHelp()
 
 const Command *findCommand(const QByteArray &name)
 {
-    for (const Command *command : Commands)
-        if (name == command->help.name)
+    for (const Command *command : Commands) {
+        if (name == command->help.name) {
             return command;
+        }
+    }
     return nullptr;
 }
 
@@ -42,8 +45,9 @@ const Command *findCommand(const QByteArray &name)
 void useUtf8()
 {
     std::setlocale(LC_ALL, "");
-    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0)
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
         setenv("LC_ALL", "C.UTF-8", 1);
+    }
 }
 
 ExitStatus refuse(const QString &reason, const QByteArray &command)
@@ -55,21 +59,24 @@ ExitStatus refuse(const QString &reason, const QByteArray &command)
 ExitStatus run(int argc, char *argv[])
 {
     const QByteArrayList arguments(argv + 1, argv + argc);
-    if (arguments.isEmpty())
+    if (arguments.isEmpty()) {
         return refuse(QStringLiteral("a command is missing"), {});
+    }
     const QByteArray &name = arguments.first();
     if (name == "--help" || name == "--version") {
-        if (arguments.size() > 1)
+        if (arguments.size() > 1) {
             return refuse(QStringLiteral("%1 stands alone").arg(QLatin1String(name)), {});
+        }
         print(name == "--help" ? generalHelp() : QByteArray("voro " VORO_VERSION "\n"));
         return Success;
     }
     const Command *command = findCommand(name);
-    if (!command)
+    if (!command) {
         return refuse(QStringLiteral("unknown %1 '%2'")
                           .arg(name.startsWith('-') ? QLatin1String("option") : QLatin1String("command"),
                                QString::fromLocal8Bit(name)),
                       {});
+    }
     try {
         const Arguments parsed(command->help, arguments.mid(1));
         if (parsed.wantsHelp()) {

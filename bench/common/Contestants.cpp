@@ -16,8 +16,9 @@ namespace bench {
 
 void must(int mediaError)
 {
-    if (mediaError == MediaError::None)
+    if (mediaError == MediaError::None) {
         return;
+    }
     std::fprintf(stderr, "the player failed: %d\n", mediaError);
     std::exit(1);
 }
@@ -102,8 +103,9 @@ int64_t PeerProcess::seek(int milliseconds)
 void PeerProcess::stop()
 {
     ask("stop");
-    if (m_kept == Kept::Cold)
+    if (m_kept == Kept::Cold) {
         renew();
+    }
 }
 
 void PeerProcess::prepare(const std::string &path)

@@ -10,13 +10,14 @@ int64_t now()
 {
     timespec time;
     clock_gettime(CLOCK_MONOTONIC, &time);
-    return time.tv_sec * int64_t(1'000'000'000) + time.tv_nsec;
+    return time.tv_sec * static_cast<int64_t>(1'000'000'000) + time.tv_nsec;
 }
 
 double Figures::quantile(double share) const
 {
-    if (m_values.empty())
+    if (m_values.empty()) {
         return 0;
+    }
     std::vector<double> sorted = m_values;
     std::sort(sorted.begin(), sorted.end());
     return sorted[std::min(sorted.size() - 1, static_cast<size_t>(share * static_cast<double>(sorted.size())))];

@@ -23,10 +23,11 @@ inline int obeyLines(const std::function<void(const std::string &line)> &obey)
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, [&obey] {
         std::string line;
-        if (std::getline(std::cin, line))
+        if (std::getline(std::cin, line)) {
             obey(line);
-        else
+        } else {
             QCoreApplication::quit();
+        }
     });
     return QCoreApplication::exec();
 }

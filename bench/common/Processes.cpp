@@ -30,8 +30,9 @@ void forEachEntry(const std::string &folder, Function function)
     const std::unique_ptr<DIR, int (*)(DIR *)> directory(opendir(folder.c_str()), closedir);
     while (directory) {
         const dirent *entry = readdir(directory.get());
-        if (!entry)
+        if (!entry) {
             return;
+        }
         function(std::string(entry->d_name));
     }
 }
@@ -45,8 +46,9 @@ std::vector<pid_t> processes()
 {
     std::vector<pid_t> result;
     forEachEntry("/proc", [&](const std::string &name) {
-        if (!name.empty() && std::all_of(name.begin(), name.end(), isdigit))
+        if (!name.empty() && std::all_of(name.begin(), name.end(), isdigit)) {
             result.push_back(std::atoi(name.c_str()));
+        }
     });
     return result;
 }
@@ -56,8 +58,9 @@ std::string field(const std::string &path, const std::string &name)
 {
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);) {
-        if (line.starts_with(name + ":"))
+        if (line.starts_with(name + ":")) {
             return line.substr(line.find_first_not_of(" \t", name.size() + 1));
+        }
     }
     return {};
 }
@@ -95,8 +98,9 @@ double processorTime(pid_t process)
 {
     clockid_t clock = 0;
     timespec time = {};
-    if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &time) != 0)
+    if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &time) != 0) {
         return 0;
+    }
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
@@ -114,8 +118,9 @@ std::vector<pid_t> descendants(pid_t process)
 {
     std::vector<pid_t> result;
     for (const pid_t other : processes()) {
-        if (std::atoi(field(processFolder(other) + "/status", "PPid").c_str()) != process)
+        if (std::atoi(field(processFolder(other) + "/status", "PPid").c_str()) != process) {
             continue;
+        }
         result.push_back(other);
         const auto below = descendants(other);
         result.insert(result.end(), below.begin(), below.end());
@@ -129,8 +134,9 @@ void waitForCalm(pid_t process)
     constexpr auto Period = std::chrono::milliseconds(500);
     const auto used = [](const std::vector<pid_t> &processes) {
         double sum = 0;
-        for (const pid_t one : processes)
+        for (const pid_t one : processes) {
             sum += processorTime(one);
+        }
         return sum;
     };
     for (int i = 0; i < 20; ++i) {
@@ -138,22 +144,25 @@ void waitForCalm(pid_t process)
         const double usedBefore = used(before);
         std::this_thread::sleep_for(Period);
         if (descendants(process) == before
-            && used(before) - usedBefore < Busy * std::chrono::duration<double>(Period).count())
+            && used(before) - usedBefore < Busy * std::chrono::duration<double>(Period).count()) {
             return;
+        }
     }
 }
 
 bool waitForEnd(const std::vector<pid_t> &processes, int milliseconds)
 {
     std::vector<pollfd> ends;
-    for (const pid_t process : processes)
+    for (const pid_t process : processes) {
         ends.push_back({static_cast<int>(syscall(SYS_pidfd_open, process, 0)), POLLIN, 0});
+    }
     // One that could not be opened has ended already.
     const bool hasEnded = std::any_of(ends.begin(), ends.end(), [](const pollfd &end) { return end.fd < 0; })
                           || poll(ends.data(), ends.size(), milliseconds) > 0;
     for (const pollfd &end : ends) {
-        if (end.fd >= 0)
+        if (end.fd >= 0) {
             close(end.fd);
+        }
     }
     return hasEnded;
 }
@@ -162,11 +171,13 @@ Child::Child(const std::vector<std::string> &arguments)
 {
     int input[2];
     int output[2];
-    if (pipe2(input, O_CLOEXEC) != 0 || pipe2(output, O_CLOEXEC) != 0)
+    if (pipe2(input, O_CLOEXEC) != 0 || pipe2(output, O_CLOEXEC) != 0) {
         std::abort();
+    }
     std::vector<char *> list;
-    for (const std::string &argument : arguments)
+    for (const std::string &argument : arguments) {
         list.push_back(const_cast<char *>(argument.c_str()));
+    }
     list.push_back(nullptr);
 
     posix_spawn_file_actions_t actions;
@@ -199,8 +210,9 @@ std::string Child::line()
         }
         char bytes[4096];
         const ssize_t count = read(m_output, bytes, sizeof bytes);
-        if (count <= 0)
+        if (count <= 0) {
             return {};
+        }
         m_buffer.append(bytes, static_cast<size_t>(count));
     }
 }
@@ -208,14 +220,16 @@ std::string Child::line()
 void Child::send(const std::string &line)
 {
     const std::string text = line + "\n";
-    if (write(m_input, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+    if (write(m_input, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
         std::abort();
+    }
 }
 
 void Child::finish()
 {
-    if (m_process < 0)
+    if (m_process < 0) {
         return;
+    }
     close(m_input);
     const bool hasHung = !waitForEnd({m_process}, 10'000);
     if (hasHung) {
@@ -226,8 +240,9 @@ void Child::finish()
     waitpid(m_process, &status, 0);
     close(m_output);
     m_process = -1;
-    if (hasHung)
+    if (hasHung) {
         return;
+    }
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
         std::fprintf(stderr, "a measured process failed\n");
         std::abort();

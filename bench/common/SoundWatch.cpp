@@ -50,8 +50,9 @@ SoundWatch::~SoundWatch()
 
 void SoundWatch::contextState(pa_context *context, void *self)
 {
-    if (pa_context_get_state(context) != PA_CONTEXT_READY)
+    if (pa_context_get_state(context) != PA_CONTEXT_READY) {
         return;
+    }
     pa_operation_unref(pa_context_subscribe(context, PA_SUBSCRIPTION_MASK_SINK_INPUT, nullptr, nullptr));
     watch(self)->m_stream = pa_stream_new(context, "monitor", &Format, nullptr);
     pa_stream *stream = watch(self)->m_stream;
@@ -65,8 +66,9 @@ void SoundWatch::contextState(pa_context *context, void *self)
 
 void SoundWatch::streamState(pa_stream *stream, void *self)
 {
-    if (pa_stream_get_state(stream) != PA_STREAM_READY)
+    if (pa_stream_get_state(stream) != PA_STREAM_READY) {
         return;
+    }
     const std::lock_guard lock(watch(self)->m_mutex);
     watch(self)->m_ready = true;
     watch(self)->m_changed.notify_all();
@@ -74,8 +76,9 @@ void SoundWatch::streamState(pa_stream *stream, void *self)
 
 void SoundWatch::serverEvent(pa_context *context, pa_subscription_event_type_t type, uint32_t index, void *self)
 {
-    if ((type & PA_SUBSCRIPTION_EVENT_TYPE_MASK) != PA_SUBSCRIPTION_EVENT_NEW)
+    if ((type & PA_SUBSCRIPTION_EVENT_TYPE_MASK) != PA_SUBSCRIPTION_EVENT_NEW) {
         return;
+    }
     {
         const std::lock_guard lock(watch(self)->m_mutex);
         watch(self)->m_newStreams[index] = now();
@@ -86,12 +89,14 @@ void SoundWatch::serverEvent(pa_context *context, pa_subscription_event_type_t t
 void SoundWatch::streamKnown(pa_context *, const pa_sink_input_info *stream, int, void *self)
 {
     // GStreamer asks the server what it can by a stream that never plays.
-    if (!stream || std::string_view(stream->name) == "pulsesink probe")
+    if (!stream || std::string_view(stream->name) == "pulsesink probe") {
         return;
+    }
     const std::lock_guard lock(watch(self)->m_mutex);
     const auto found = watch(self)->m_newStreams.find(stream->index);
-    if (watch(self)->m_streamTime == 0 && found != watch(self)->m_newStreams.end())
+    if (watch(self)->m_streamTime == 0 && found != watch(self)->m_newStreams.end()) {
         watch(self)->m_streamTime = found->second;
+    }
     watch(self)->m_changed.notify_all();
 }
 
@@ -106,8 +111,9 @@ void SoundWatch::samplesReady(pa_stream *stream, size_t, void *self)
         for (size_t i = 0; data && i < length / sizeof(int16_t); ++i) {
             const bool isSound = std::abs(samples[i]) > Threshold;
             watch(self)->m_silentSamples = isSound ? 0 : watch(self)->m_silentSamples + 1;
-            if (isSound && watch(self)->m_soundTime == 0)
+            if (isSound && watch(self)->m_soundTime == 0) {
                 watch(self)->m_soundTime = time;
+            }
         }
         pa_stream_drop(stream);
     }

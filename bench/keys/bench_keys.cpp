@@ -32,8 +32,9 @@ int64_t tap(FakeDevice &device)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 2)
+    if (argc != 2) {
         return 2;
+    }
     const int runs = std::atoi(argv[1]);
     const QTemporaryDir folder;
     qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
@@ -45,8 +46,9 @@ int main(int argc, char **argv)
     const std::string programs = QCoreApplication::applicationDirPath().toStdString();
     bench::Child service({programs + "/bench_key_service", folder.path().toStdString(), devices.toStdString()});
     bench::Child peer({programs + "/peer_evdev", folder.filePath("peer").toStdString()});
-    if (service.line() != "ready" || peer.line() != "ready")
+    if (service.line() != "ready" || peer.line() != "ready") {
         return 1;
+    }
 
     MediaKeyWatcher watcher(MediaKey::Play);
     int64_t reported = 0;

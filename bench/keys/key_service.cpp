@@ -32,8 +32,9 @@ int listenAt(const std::string &path)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 3)
+    if (argc != 3) {
         return 2;
+    }
     voro::pps::Broker broker;
     QSocketNotifier brokerReady(broker.fd(), QSocketNotifier::Read);
     QObject::connect(&brokerReady, &QSocketNotifier::activated, [&broker] { broker.process(); });
@@ -41,8 +42,9 @@ int main(int argc, char **argv)
     voro::SharedControl control(broker, "/pps/services/multimedia/mediaplayer/control");
     control.add(service);
     const int listener = listenAt(std::string(argv[1]) + "/pps.sock");
-    if (listener < 0)
+    if (listener < 0) {
         return 1;
+    }
     broker.listen(listener);
     std::cout << "ready" << std::endl;
     // The end of the input is the end.

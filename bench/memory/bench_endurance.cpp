@@ -37,8 +37,9 @@ size_t leftWorkers(size_t players)
 {
     for (;;) {
         const auto workers = bench::descendants(bench::daemonProcess());
-        if (workers.size() <= players + 1 || !bench::waitForEnd(workers, 5'000))
+        if (workers.size() <= players + 1 || !bench::waitForEnd(workers, 5'000)) {
             return workers.size() <= players ? 0 : workers.size() - players - 1;
+        }
     }
 }
 
@@ -51,19 +52,22 @@ void endure(const std::string &what, int count, size_t players, const std::funct
         bench::waitForCalm(bench::daemonProcess());
         return left;
     };
-    for (int i = 0; i < Warmup; ++i)
+    for (int i = 0; i < Warmup; ++i) {
         act(i);
+    }
     settle();
     const Everything before;
-    for (int i = Warmup; i < count; ++i)
+    for (int i = Warmup; i < count; ++i) {
         act(i);
+    }
     const size_t left = settle();
     const Everything after;
 
     const auto growth = [&](auto bench::Usage::*value) {
         std::string text;
-        for (const auto part : {&Everything::application, &Everything::daemon, &Everything::workers})
+        for (const auto part : {&Everything::application, &Everything::daemon, &Everything::workers}) {
             text += (text.empty() ? "" : ", ") + std::to_string((after.*part).*value - (before.*part).*value);
+        }
         return text;
     };
     const std::string name = std::to_string(count) + " " + what + ": ";
@@ -112,8 +116,9 @@ private:
         setSource(player, i);
         m_watch.forget();
         bench::must(player.play());
-        if (m_watch.streamTime() == 0)
+        if (m_watch.streamTime() == 0) {
             fail("a medium did not play");
+        }
     }
 
     /** Every tenth is waited for: of a burst only the last one need be made. */
@@ -134,10 +139,12 @@ private:
             hasArrived = false;
             bench::must(player.seekTime(target));
             const int64_t limit = bench::now() + 10'000'000'000;
-            while (i % 10 == 9 && !hasArrived && bench::now() < limit)
+            while (i % 10 == 9 && !hasArrived && bench::now() < limit) {
                 QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-            if (i % 10 == 9 && !hasArrived)
+            }
+            if (i % 10 == 9 && !hasArrived) {
                 fail("a seek did not arrive");
+            }
         });
     }
 
@@ -193,8 +200,9 @@ private:
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 2)
+    if (argc != 2) {
         return 2;
+    }
     bench::silenceLibrary();
     bench::printHead("What is left behind, after the first hundred");
     Endurance(argv[1]).run();

@@ -46,8 +46,9 @@ Costs measure(pid_t application, const std::function<void()> &prepare, const std
     Costs costs;
     prepare();
     costs.one = cost();
-    for (int i = 1; i < Prepared; ++i)
+    for (int i = 1; i < Prepared; ++i) {
         prepare();
+    }
     costs.all = cost();
     return costs;
 }
@@ -85,8 +86,9 @@ std::string megabytes(long kilobytes)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 2)
+    if (argc != 2) {
         return 2;
+    }
     const std::string path = std::string(argv[1]) + "/a.ogg";
 
     bench::silenceLibrary();
@@ -94,13 +96,15 @@ int main(int argc, char **argv)
     const Costs ours = measureOurs(path);
     const std::vector<std::string> names = {"qmediaplayer", "mpv", "playbin3"};
     std::vector<Costs> peers;
-    for (const std::string &name : names)
+    for (const std::string &name : names) {
         peers.push_back(measurePeer(name, path));
+    }
 
     const auto row = [&](const std::string &what, auto value, const std::string &wanted) {
         std::string others;
-        for (size_t i = 0; i < names.size(); ++i)
+        for (size_t i = 0; i < names.size(); ++i) {
             others += (i > 0 ? ", " : "") + value(peers[i]) + " (" + names[i] + ")";
+        }
         bench::printRow(what, value(ours), others, wanted);
     };
     row(

@@ -16,10 +16,11 @@ void obey(Source &source, const std::string &line)
     const size_t space = std::min(line.find(' '), line.size());
     const QString title = QString::fromStdString(line.substr(std::min(space + 1, line.size())));
     const int64_t asked = now();
-    if (line.starts_with("turn "))
+    if (line.starts_with("turn ")) {
         source.turn(title);
-    else
+    } else {
         source.publish(title);
+    }
     // What is sent from the event loop goes first.
     QMetaObject::invokeMethod(
         qApp, [asked] { std::cout << asked << std::endl; }, Qt::QueuedConnection);

@@ -46,16 +46,18 @@ class SourceProcess {
 public:
     explicit SourceProcess(const char *name) : m_child({bench::program(name)})
     {
-        if (m_child.line() != "ready")
+        if (m_child.line() != "ready") {
             giveUp("a source does not start");
+        }
     }
     void send(const std::string &line) { m_child.send(line); }
     /** The time that it tells next. */
     int64_t time()
     {
         const std::string line = m_child.line();
-        if (line.empty())
+        if (line.empty()) {
             giveUp("a source has ended");
+        }
         return std::stoll(line);
     }
 
@@ -72,8 +74,9 @@ public:
         m_wanted = title;
         m_time = 0;
         QTimer::singleShot(Patience, &m_loop, [this] { m_loop.exit(1); });
-        if (m_time == 0 && m_loop.exec() != 0)
+        if (m_time == 0 && m_loop.exec() != 0) {
             giveUp("a title does not arrive");
+        }
         return m_time;
     }
     void arrived(const QString &title)
@@ -99,8 +102,9 @@ double measureMetaData(SourceProcess &source, Arrivals &arrivals, int runs)
         source.send("publish " + title.toStdString());
         const int64_t arrived = arrivals.waitFor(title);
         const int64_t asked = source.time();
-        if (i >= 0)
+        if (i >= 0) {
             figures.add(static_cast<double>(arrived - asked));
+        }
     }
     return figures.median();
 }
@@ -112,8 +116,9 @@ double measureCommand(SourceProcess &source, const std::function<void()> &comman
         const int64_t begin = bench::now();
         command();
         const int64_t came = source.time();
-        if (i >= 0)
+        if (i >= 0) {
             figures.add(static_cast<double>(came - begin));
+        }
     }
     return figures.median();
 }
@@ -145,8 +150,9 @@ Times measureOurs(int runs)
     });
     const double metaData = measureMetaData(source, arrivals, runs);
     const auto next = [&controller] {
-        if (controller.next() != MediaError::None)
+        if (controller.next() != MediaError::None) {
             giveUp("no service");
+        }
     };
     return {metaData, measureCommand(source, next, runs)};
 }
@@ -156,8 +162,9 @@ Times measurePeer(int runs)
     QProcess bus;
     bus.start(QStringLiteral("dbus-daemon"),
               {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-    if (!bus.waitForReadyRead())
+    if (!bus.waitForReadyRead()) {
         giveUp("no session bus");
+    }
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed());
     Times times{};
     {
@@ -201,8 +208,9 @@ public:
         QTimer timer;
         int64_t asked = 0;
         QObject::connect(&timer, &QTimer::timeout, [&] {
-            if (asked != 0)
-                figures.add(m_informed == CrowdSize ? double(m_last - asked) : 1e6 * Period);
+            if (asked != 0) {
+                figures.add(m_informed == CrowdSize ? static_cast<double>(m_last - asked) : 1e6 * Period);
+            }
             if (changes-- == 0) {
                 loop.quit();
                 return;
@@ -274,10 +282,12 @@ std::string ratio(double wanted)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc == 2 && std::string(argv[1]) == "sleep")
+    if (argc == 2 && std::string(argv[1]) == "sleep") {
         return sleepOverMessages();
-    if (argc != 3)
+    }
+    if (argc != 3) {
         return 2;
+    }
     const int runs = std::atoi(argv[1]);
     const int seconds = std::atoi(argv[2]);
 

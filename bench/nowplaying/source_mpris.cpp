@@ -62,7 +62,7 @@ private:
                       {QStringLiteral("xesam:album"), bench::Album},
                       {QStringLiteral("xesam:trackNumber"), bench::Track},
                       {QStringLiteral("mpris:artUrl"), bench::Artwork},
-                      {QStringLiteral("mpris:length"), qint64(bench::DurationMs) * 1000}};
+                      {QStringLiteral("mpris:length"), static_cast<qint64>(bench::DurationMs) * 1000}};
     }
     void tell(const QVariantMap &changes)
     {
@@ -86,8 +86,9 @@ int main(int argc, char **argv)
     new Root(&object);
     auto *const player = new Player(&object);
     QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.registerObject(Path, &object) || !bus.registerService(QStringLiteral("org.mpris.MediaPlayer2.peer")))
+    if (!bus.registerObject(Path, &object) || !bus.registerService(QStringLiteral("org.mpris.MediaPlayer2.peer"))) {
         return 1;
+    }
     return bench::obeyInput(*player);
 }
 

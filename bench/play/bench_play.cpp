@@ -51,10 +51,12 @@ Entries contestants(bool withCold)
     using bench::PeerProcess;
     Entries entries;
     entries.push_back({.contestant = std::make_unique<bench::Ours>()});
-    for (const char *name : {"qmediaplayer", "mpv"})
+    for (const char *name : {"qmediaplayer", "mpv"}) {
         entries.push_back({.contestant = std::make_unique<PeerProcess>(name)});
-    if (withCold)
+    }
+    if (withCold) {
         entries.push_back({.contestant = std::make_unique<PeerProcess>("playbin3", PeerProcess::Kept::Cold)});
+    }
     return entries;
 }
 
@@ -111,10 +113,11 @@ void measureSeek(bench::SoundWatch &watch, const std::string &folder, const std:
         for (int i = -1; i < runs; ++i) {
             watch.arm();
             const int64_t asked = entry.contestant->seek(InTone);
-            if (entry.add(&Entry::sound, asked, watch.soundTime(), i >= 0))
+            if (entry.add(&Entry::sound, asked, watch.soundTime(), i >= 0)) {
                 entry.contestant->seek(InSilence);
-            else
+            } else {
                 beginSeeking(watch, *entry.contestant, path);
+            }
             QCoreApplication::processEvents();
         }
         entry.contestant->stop();
@@ -128,8 +131,9 @@ void measureLongList(const std::string &folder, int runs)
     constexpr int Entries = 10'000;
     const std::string path = folder + "/long.m3u";
     std::ofstream list(path);
-    for (int i = 0; i < Entries; ++i)
+    for (int i = 0; i < Entries; ++i) {
         list << "a.ogg\n";
+    }
     list.close();
     bench::Figures times;
     for (int i = 0; i < runs; ++i) {
@@ -147,16 +151,19 @@ void measureLongList(const std::string &folder, int runs)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 3)
+    if (argc != 3) {
         return 2;
+    }
     const std::string folder = argv[1];
     const int runs = std::atoi(argv[2]);
 
     bench::SoundWatch watch;
     bench::printHead("What a listener waits for, medians of " + std::to_string(runs));
-    for (const std::string extension : {"wav", "ogg", "mp3", "mp4"})
+    for (const std::string extension : {"wav", "ogg", "mp3", "mp4"}) {
         measurePlay(watch, folder, extension, runs);
-    for (const std::string extension : {"wav", "ogg", "mp3", "mp4"})
+    }
+    for (const std::string extension : {"wav", "ogg", "mp3", "mp4"}) {
         measureSeek(watch, folder, extension, runs);
+    }
     measureLongList(folder, runs);
 }

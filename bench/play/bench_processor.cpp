@@ -21,8 +21,9 @@ double oursTime()
 {
     const pid_t daemon = bench::daemonProcess();
     double sum = bench::processorTime(getpid()) + bench::processorTime(daemon);
-    for (const pid_t worker : bench::descendants(daemon))
+    for (const pid_t worker : bench::descendants(daemon)) {
         sum += bench::processorTime(worker);
+    }
     return sum;
 }
 
@@ -38,8 +39,9 @@ void live(std::chrono::milliseconds time)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 2)
+    if (argc != 2) {
         return 2;
+    }
     const std::string path = std::string(argv[1]) + "/minute.mp3";
     bench::Ours ours;
     bench::PeerProcess peer("playbin3");

@@ -19,8 +19,9 @@ using Player = std::unique_ptr<mpv_handle, End>;
 
 void must(int result)
 {
-    if (result >= 0)
+    if (result >= 0) {
         return;
+    }
     std::fprintf(stderr, "libmpv: %s\n", mpv_error_string(result));
     std::exit(1);
 }
@@ -28,8 +29,9 @@ void must(int result)
 Player open(bool isPaused)
 {
     Player player(mpv_create());
-    for (const auto &[name, value] : {std::pair{"ao", "pulse"}, {"vo", "null"}, {"pause", isPaused ? "yes" : "no"}})
+    for (const auto &[name, value] : {std::pair{"ao", "pulse"}, {"vo", "null"}, {"pause", isPaused ? "yes" : "no"}}) {
         must(mpv_set_option_string(player.get(), name, value));
+    }
     must(mpv_initialize(player.get()));
     return player;
 }

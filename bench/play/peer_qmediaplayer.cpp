@@ -40,8 +40,9 @@ public:
         QEventLoop loop;
         QObject::connect(&player, &QMediaPlayer::mediaStatusChanged, &loop, &QEventLoop::quit);
         player.pause();
-        while (player.mediaStatus() == QMediaPlayer::LoadingMedia)
+        while (player.mediaStatus() == QMediaPlayer::LoadingMedia) {
             loop.exec();
+        }
     }
 
 private:

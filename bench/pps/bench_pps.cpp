@@ -49,7 +49,7 @@ public:
 
     void arrived()
     {
-        m_figures.add(double(bench::now() - m_begin));
+        m_figures.add(static_cast<double>(bench::now() - m_begin));
         m_loop.quit();
     }
     /** The median time from sending to the slot. */
@@ -105,13 +105,13 @@ double measureTwoHops()
         char buffer[65536];
         for (;;) {
             const ssize_t size = read(in[1], buffer, sizeof buffer);
-            if (size <= 0 || write(out[0], buffer, size_t(size)) != size) {
+            if (size <= 0 || write(out[0], buffer, static_cast<size_t>(size)) != size) {
                 _exit(0);
             }
         }
     }
     Ping ping([&] {
-        if (write(in[0], text.constData(), size_t(text.size())) != text.size()) {
+        if (write(in[0], text.constData(), static_cast<size_t>(text.size())) != text.size()) {
             qFatal("the relay is gone");
         }
     });
@@ -178,7 +178,7 @@ double measureDecoding(const std::function<QVariantMap()> &decode)
                 qFatal("nothing decoded");
             }
         }
-        figures.add(double(bench::now() - begin) / 2000);
+        figures.add(static_cast<double>(bench::now() - begin) / 2000);
     }
     return figures.median();
 }
@@ -194,7 +194,7 @@ double heapPerObject()
         objects.back()->open(PpsOpenMode::Subscribe);
     }
     QCoreApplication::processEvents();
-    return double(mallinfo2().uordblks - before) / Count;
+    return static_cast<double>(mallinfo2().uordblks - before) / Count;
 }
 
 } // namespace

@@ -30,7 +30,8 @@ Ruler *ruler(void *self)
 
 int64_t numberAt(std::span<const int16_t> frames, size_t frame)
 {
-    return int64_t(frames[frame * 2]) + (int64_t(std::lround(frames[frame * 2 + 1] / double(HighStep))) << LowBits);
+    return static_cast<int64_t>(frames[frame * 2])
+           + (static_cast<int64_t>(std::lround(frames[frame * 2 + 1] / static_cast<double>(HighStep))) << LowBits);
 }
 
 } // namespace
@@ -48,8 +49,9 @@ Ruler::~Ruler()
 {
     pa_threaded_mainloop_stop(m_loop);
     for (pa_stream *stream : {m_playing, m_monitor}) {
-        if (stream)
+        if (stream) {
             pa_stream_unref(stream);
+        }
     }
     pa_context_unref(m_context);
     pa_threaded_mainloop_free(m_loop);
@@ -57,12 +59,13 @@ Ruler::~Ruler()
 
 void Ruler::contextState(pa_context *context, void *self)
 {
-    if (pa_context_get_state(context) != PA_CONTEXT_READY)
+    if (pa_context_get_state(context) != PA_CONTEXT_READY) {
         return;
+    }
     Ruler *that = ruler(self);
     pa_buffer_attr attributes;
-    std::fill_n(reinterpret_cast<uint8_t *>(&attributes), sizeof(attributes), uint8_t(0xff));
-    attributes.fragsize = uint32_t(pa_usec_to_bytes(1000, &Format));
+    std::fill_n(reinterpret_cast<uint8_t *>(&attributes), sizeof(attributes), static_cast<uint8_t>(0xff));
+    attributes.fragsize = static_cast<uint32_t>(pa_usec_to_bytes(1000, &Format));
     that->m_monitor = pa_stream_new(context, "ruler's monitor", &Format, nullptr);
     pa_stream_set_read_callback(that->m_monitor, samplesReady, self);
     pa_stream_connect_record(that->m_monitor, "null.monitor", &attributes, PA_STREAM_ADJUST_LATENCY);
@@ -76,8 +79,8 @@ void Ruler::samplesWanted(pa_stream *stream, size_t length, void *self)
     std::vector<int16_t> samples(length / sizeof(int16_t));
     for (size_t i = 0; i + 1 < samples.size(); i += 2) {
         const int64_t number = ruler(self)->m_nextFrame++;
-        samples[i] = int16_t(number & ((1 << LowBits) - 1));
-        samples[i + 1] = int16_t((number >> LowBits) * HighStep);
+        samples[i] = static_cast<int16_t>(number & ((1 << LowBits) - 1));
+        samples[i + 1] = static_cast<int16_t>((number >> LowBits) * HighStep);
     }
     pa_stream_write(stream, samples.data(), samples.size() * sizeof(int16_t), nullptr, 0, PA_SEEK_RELATIVE);
 }
@@ -92,10 +95,12 @@ void Ruler::samplesReady(pa_stream *stream, size_t, void *self)
             const int64_t last = numberAt(samples, samples.size() / 2 - 1);
             const std::lock_guard lock(ruler(self)->m_mutex);
             auto &marks = ruler(self)->m_marks;
-            if (last > 0)
+            if (last > 0) {
                 marks.push_back({last, now()});
-            if (marks.size() > KeptMarks)
+            }
+            if (marks.size() > KeptMarks) {
                 marks.pop_front();
+            }
             ruler(self)->m_marked.notify_all();
         }
         pa_stream_drop(stream);
@@ -115,19 +120,22 @@ void Ruler::await(std::chrono::milliseconds sound)
 
 std::optional<int64_t> Ruler::timeOf(std::span<const int16_t> frames)
 {
-    if (frames.size() < 2 * ProvingFrames)
+    if (frames.size() < 2 * ProvingFrames) {
         return std::nullopt;
+    }
     const int64_t first = numberAt(frames, 0);
     for (int64_t i = 1; i < ProvingFrames; ++i) {
-        if (std::abs(numberAt(frames, size_t(i)) - first - i) > Noise)
+        if (std::abs(numberAt(frames, static_cast<size_t>(i)) - first - i) > Noise) {
             return std::nullopt;
+        }
     }
     const std::lock_guard lock(m_mutex);
     const auto mark = std::lower_bound(m_marks.begin(), m_marks.end(), first,
                                        [](const Mark &earlier, int64_t frame) { return earlier.frame < frame; });
-    if (mark == m_marks.end())
+    if (mark == m_marks.end()) {
         return std::nullopt;
-    return mark->time - (mark->frame - first) * 1'000'000'000 / int64_t(Format.rate);
+    }
+    return mark->time - (mark->frame - first) * 1'000'000'000 / static_cast<int64_t>(Format.rate);
 }
 
 } // namespace bench

@@ -44,8 +44,9 @@ private:
     {
         m_child->send(line);
         const std::string answer = m_child->line();
-        if (answer.empty())
+        if (answer.empty()) {
             std::exit(1);
+        }
         return std::stoll(answer);
     }
 
@@ -83,10 +84,11 @@ struct Start {
     void add(bench::Ruler &ruler, const std::string &path, int64_t asked, bool isWarm)
     {
         const auto first = ruler.timeOf(beginOf(path));
-        if (!first)
+        if (!first) {
             ++failures;
-        else if (isWarm)
+        } else if (isWarm) {
             delay.add(double(*first - asked));
+        }
     }
     std::string text() const
     {
@@ -126,8 +128,9 @@ void measureStart(bench::Ruler &ruler, const std::string &folder, int runs)
 double processorTime(const std::vector<pid_t> &processes)
 {
     double sum = 0;
-    for (const pid_t process : processes)
+    for (const pid_t process : processes) {
         sum += bench::processorTime(process);
+    }
     return sum;
 }
 
@@ -147,8 +150,9 @@ void measureMinute(bench::Ruler &ruler, const std::string &folder)
     std::array<double, 3> before;
     std::array<double, 3> used;
     std::array<long, 3> memory;
-    for (size_t i = 0; i < groups.size(); ++i)
+    for (size_t i = 0; i < groups.size(); ++i) {
         before[i] = processorTime(groups[i]);
+    }
     ruler.await(60s);
     for (size_t i = 0; i < groups.size(); ++i) {
         used[i] = processorTime(groups[i]) - before[i];
@@ -164,21 +168,24 @@ void measureMinute(bench::Ruler &ruler, const std::string &folder)
     };
     const auto texts = [](const auto &values, int digits, const char *unit) {
         std::array<std::string, 3> result;
-        for (size_t i = 0; i < result.size(); ++i)
-            result[i] = bench::text(double(values[i]), digits, unit);
+        for (size_t i = 0; i < result.size(); ++i) {
+            result[i] = bench::text(static_cast<double>(values[i]), digits, unit);
+        }
         return result;
     };
     row("a minute of Opus: processor time of application, daemon and workers", texts(used, 2, " s"));
     row("the same: their memory (PSS)", texts(memory, 0, " kB"));
-    bench::printRow("the same: memory of the application", bench::text(double(application), 0, " kB"), "the same", "");
+    bench::printRow("the same: memory of the application", bench::text(static_cast<double>(application), 0, " kB"),
+                    "the same", "");
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    if (argc != 3)
+    if (argc != 3) {
         return 2;
+    }
     const std::string self = argv[0];
     programFolder = self.substr(0, self.rfind('/'));
     bench::Ruler ruler;

@@ -37,8 +37,9 @@ int main(int argc, char **argv)
         std::cerr << "QMediaRecorder: " << text.toStdString() << std::endl;
     });
     QObject::connect(&recorder, &QMediaRecorder::recorderStateChanged, [](QMediaRecorder::RecorderState state) {
-        if (state == QMediaRecorder::StoppedState)
+        if (state == QMediaRecorder::StoppedState) {
             std::cout << bench::now() << std::endl;
+        }
     });
     bench::tellReady();
     return bench::obeyLines([&](const std::string &line) {

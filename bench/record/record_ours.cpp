@@ -20,7 +20,7 @@ int main(int argc, char **argv)
     AudioRecorder recorder;
     const auto check = [](MediaError::Type error) {
         if (error != MediaError::None) {
-            std::cerr << "recorder: error " << int(error) << std::endl;
+            std::cerr << "recorder: error " << static_cast<int>(error) << std::endl;
             std::exit(1);
         }
     };

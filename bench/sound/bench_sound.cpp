@@ -18,15 +18,17 @@ using voro::multimedia::SystemSound;
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 4)
+    if (argc != 4) {
         return 2;
+    }
     const std::string event = argv[1];
     const int runs = std::atoi(argv[3]);
     bench::SoundWatch watch;
     SystemSound sound(SystemSound::GeneralNotification);
     bench::Child effect({QCoreApplication::applicationDirPath().toStdString() + "/peer_qsoundeffect", argv[2]});
-    if (effect.line() != "ready")
+    if (effect.line() != "ready") {
         return 1;
+    }
 
     bench::Figures ours;
     bench::Figures effects;
@@ -34,8 +36,9 @@ int main(int argc, char **argv)
     // The first run warms up.
     for (int i = -1; i < runs; ++i) {
         const auto add = [&](bench::Figures &figures, int64_t asked) {
-            if (const int64_t heard = watch.soundTime(); i >= 0 && heard > 0)
+            if (const int64_t heard = watch.soundTime(); i >= 0 && heard > 0) {
                 figures.add(static_cast<double>(heard - asked));
+            }
         };
         watch.arm();
         const int64_t asked = bench::now();

@@ -14,14 +14,16 @@
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 2)
+    if (argc != 2) {
         return 2;
+    }
     QSoundEffect effect;
     QObject::connect(&effect, &QSoundEffect::statusChanged, [&] {
-        if (effect.status() == QSoundEffect::Ready)
+        if (effect.status() == QSoundEffect::Ready) {
             bench::tellReady();
-        else if (effect.status() == QSoundEffect::Error)
+        } else if (effect.status() == QSoundEffect::Error) {
             QCoreApplication::exit(1);
+        }
     });
     effect.setSource(QUrl::fromLocalFile(QString::fromLocal8Bit(argv[1])));
     return bench::obeyLines([&effect](const std::string &) {

@@ -28,8 +28,9 @@ double processorTime(const bench::Child &child, bool isOurs)
     double sum = bench::processorTime(child.process());
     if (isOurs) {
         sum += bench::processorTime(bench::daemonProcess());
-        for (const pid_t worker : bench::descendants(bench::daemonProcess()))
+        for (const pid_t worker : bench::descendants(bench::daemonProcess())) {
             sum += bench::processorTime(worker);
+        }
     }
     return sum;
 }
@@ -69,8 +70,9 @@ void measure(Figures &figures, const std::string &kind, const std::string &film,
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc != 3)
+    if (argc != 3) {
         return 2;
+    }
     Figures ours;
     Figures players;
     Figures qts;

@@ -83,11 +83,14 @@ QObject *make(QQmlEngine &engine, const char *text, const QVariantMap &propertie
 /** What shows the pictures in a window of the application. */
 QObject *videoIn(QQuickItem *item)
 {
-    if (item->inherits("voro::qml::VideoWindow"))
+    if (item->inherits("voro::qml::VideoWindow")) {
         return item;
-    for (QQuickItem *child : item->childItems())
-        if (QObject *found = videoIn(child))
+    }
+    for (QQuickItem *child : item->childItems()) {
+        if (QObject *found = videoIn(child)) {
             return found;
+        }
+    }
     return nullptr;
 }
 
@@ -109,8 +112,9 @@ void dropMessage(QtMsgType, const QMessageLogContext &, const QString &) {}
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
-    if (argc != 5)
+    if (argc != 5) {
         return 2;
+    }
     // The library tells that each medium was tried as a playlist first.
     qInstallMessageHandler(dropMessage);
     const QList<int> counts{1, std::atoi(argv[3]), std::atoi(argv[4])};
@@ -120,8 +124,9 @@ int main(int argc, char **argv)
         QQuickStyle::setStyle(QStringLiteral("Basic"));
         QQmlApplicationEngine engine;
         engine.addImportPath(QStringLiteral(MODULES));
-        if (!application::show(engine, QStringLiteral("voro.player"), {{"operands", QVariantList{file}}}))
+        if (!application::show(engine, QStringLiteral("voro.player"), {{"operands", QVariantList{file}}})) {
             return 1;
+        }
         auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
         const QVariant video = QVariant::fromValue(videoIn(window->contentItem()));
         tellPictures(window, make(engine, Counter, {{"video", video}}), counts);

@@ -17,8 +17,9 @@ namespace {
 QVariantList toUrls(const QStringList &operands)
 {
     QVariantList urls;
-    for (const QString &operand : operands)
+    for (const QString &operand : operands) {
         urls += QUrl::fromUserInput(operand, QDir::currentPath(), QUrl::AssumeLocalFile);
+    }
     return urls;
 }
 
@@ -31,22 +32,29 @@ QString read(const QStringList &arguments, const Description &description, QVari
     const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours, whatever the system has."));
     const QCommandLineOption light(QStringLiteral("light"), QStringLiteral("Light colours, whatever the system has."));
     parser.addOptions({dark, light});
-    if (!description.operands.isEmpty())
+    if (!description.operands.isEmpty()) {
         parser.addPositionalArgument(description.operands, QString(), description.operands);
-    if (!parser.parse(arguments))
+    }
+    if (!parser.parse(arguments)) {
         return parser.errorText();
-    if (parser.isSet(help))
+    }
+    if (parser.isSet(help)) {
         parser.showHelp();
-    if (parser.isSet(dark) && parser.isSet(light))
+    }
+    if (parser.isSet(dark) && parser.isSet(light)) {
         return QStringLiteral("It is either --dark or --light.");
-    if (parser.isSet(dark) || parser.isSet(light))
+    }
+    if (parser.isSet(dark) || parser.isSet(light)) {
         properties.insert(QStringLiteral("colours"), parser.isSet(dark) ? dark.names().first() : light.names().first());
+    }
 
     const QStringList operands = parser.positionalArguments();
-    if (description.operands.isEmpty() && !operands.isEmpty())
+    if (description.operands.isEmpty() && !operands.isEmpty()) {
         return QStringLiteral("'%1' is too much.").arg(operands.first());
-    if (!operands.isEmpty())
+    }
+    if (!operands.isEmpty()) {
         properties.insert(QStringLiteral("operands"), toUrls(operands));
+    }
     return {};
 }
 

@@ -16,18 +16,21 @@ QString pathIn(const QUrl &folder, const QString &name)
 /** Why a name cannot be a file's, empty when it can. */
 QString problemOfName(const QString &name)
 {
-    if (name.trimmed().isEmpty())
+    if (name.trimmed().isEmpty()) {
         return Files::tr("A name is missing.");
-    if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.')))
+    }
+    if (name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.'))) {
         return Files::tr("A name has no slash and begins with no dot.");
+    }
     return {};
 }
 
 QByteArray linesOf(const QList<QUrl> &media)
 {
     QByteArray lines;
-    for (const QUrl &medium : media)
+    for (const QUrl &medium : media) {
         lines += medium.toEncoded() + '\n';
+    }
     return lines;
 }
 
@@ -59,7 +62,7 @@ QString Files::nameOf(const QUrl &url) const
 
 double Files::sizeOf(const QUrl &url) const
 {
-    return double(QFileInfo(url.toLocalFile()).size());
+    return static_cast<double>(QFileInfo(url.toLocalFile()).size());
 }
 
 QUrl Files::folderOf(const QUrl &url) const
@@ -75,13 +78,16 @@ QString Files::titleOf(const QUrl &folder) const
 
 QUrl Files::coverOf(const QUrl &medium) const
 {
-    if (!medium.isLocalFile())
+    if (!medium.isLocalFile()) {
         return {};
+    }
     const QDir folder = QFileInfo(medium.toLocalFile()).dir();
     const QStringList names{QStringLiteral("cover"), QStringLiteral("folder"), QStringLiteral("front")};
-    for (const QString &file : folder.entryList({"*.jpg", "*.jpeg", "*.png"}, QDir::Files))
-        if (names.contains(QFileInfo(file).completeBaseName(), Qt::CaseInsensitive))
+    for (const QString &file : folder.entryList({"*.jpg", "*.jpeg", "*.png"}, QDir::Files)) {
+        if (names.contains(QFileInfo(file).completeBaseName(), Qt::CaseInsensitive)) {
             return QUrl::fromLocalFile(folder.filePath(file));
+        }
+    }
     return {};
 }
 
@@ -90,13 +96,15 @@ QUrl Files::fileOf(const QUrl &picture)
     const QByteArray text = picture.path().toLatin1();
     const auto comma = text.indexOf(',');
     const auto content = QByteArray::fromBase64Encoding(text.mid(comma + 1));
-    if (picture.scheme() != QLatin1String("data") || !text.first(comma + 1).endsWith(";base64,") || !content)
+    if (picture.scheme() != QLatin1String("data") || !text.first(comma + 1).endsWith(";base64,") || !content) {
         return picture;
+    }
     // A new name for a new picture, because others keep what they have read.
     const QByteArray name = QCryptographicHash::hash(*content, QCryptographicHash::Sha1).toHex();
     const QString path = m_folder.filePath(QString::fromLatin1(name));
-    if (path == m_picture.fileName())
+    if (path == m_picture.fileName()) {
         return QUrl::fromLocalFile(path);
+    }
     m_picture.remove();
     m_picture.setFileName(path);
     const bool isWritten = m_picture.open(QIODevice::WriteOnly) && m_picture.write(*content) == (*content).size();
@@ -106,13 +114,15 @@ QUrl Files::fileOf(const QUrl &picture)
 
 QUrl Files::captionsOf(const QUrl &medium) const
 {
-    if (!medium.isLocalFile())
+    if (!medium.isLocalFile()) {
         return {};
+    }
     const QFileInfo file(medium.toLocalFile());
     for (const char *suffix : {".srt", ".vtt", ".ass", ".ssa"}) {
         const QString path = file.dir().filePath(file.completeBaseName() + QLatin1String(suffix));
-        if (QFileInfo::exists(path))
+        if (QFileInfo::exists(path)) {
             return QUrl::fromLocalFile(path);
+        }
     }
     return {};
 }
@@ -121,22 +131,26 @@ QUrl Files::newRecording(const QString &extension) const
 {
     const QString name = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH-mm-ss"));
     QString path = pathIn(recordings(), name + QLatin1Char('.') + extension);
-    for (int i = 2; QFileInfo::exists(path); ++i)
+    for (int i = 2; QFileInfo::exists(path); ++i) {
         path = pathIn(recordings(), QStringLiteral("%1 (%2).%3").arg(name).arg(i).arg(extension));
+    }
     return QUrl::fromLocalFile(path);
 }
 
 QString Files::rename(const QUrl &file, const QString &name) const
 {
     const QString problem = problemOfName(name);
-    if (!problem.isEmpty())
+    if (!problem.isEmpty()) {
         return problem;
+    }
     const QFileInfo old(file.toLocalFile());
     const QString path = old.dir().filePath(name.trimmed() + QLatin1Char('.') + old.suffix());
-    if (path == old.filePath())
+    if (path == old.filePath()) {
         return {};
-    if (QFileInfo::exists(path))
+    }
+    if (QFileInfo::exists(path)) {
         return tr("There is already “%1”.").arg(QFileInfo(path).fileName());
+    }
     QFile renamed(old.filePath());
     return renamed.rename(path) ? QString() : tr("It cannot be renamed: %1.").arg(renamed.errorString());
 }
@@ -151,12 +165,14 @@ QList<QUrl> Files::readPlaylist(const QUrl &playlist) const
 {
     QFile file(playlist.toLocalFile());
     QList<QUrl> media;
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         return media;
+    }
     while (!file.atEnd()) {
         const QString line = QString::fromUtf8(file.readLine()).trimmed();
-        if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
+        if (line.isEmpty() || line.startsWith(QLatin1Char('#'))) {
             continue;
+        }
         media += line.contains(QLatin1String("://"))
                      ? QUrl(line)
                      : QUrl::fromLocalFile(QFileInfo(playlist.toLocalFile()).dir().absoluteFilePath(line));
@@ -167,11 +183,13 @@ QList<QUrl> Files::readPlaylist(const QUrl &playlist) const
 QString Files::addToPlaylist(const QString &name, const QUrl &medium) const
 {
     const QString problem = problemOfName(name);
-    if (!problem.isEmpty())
+    if (!problem.isEmpty()) {
         return problem;
+    }
     QFile file(pathIn(music(), name.trimmed() + QStringLiteral(".m3u8")));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append) || file.write(linesOf({medium})) < 0 || !file.flush())
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append) || file.write(linesOf({medium})) < 0 || !file.flush()) {
         return tr("The playlist cannot be written: %1.").arg(file.errorString());
+    }
     return {};
 }
 
@@ -179,7 +197,8 @@ QUrl Files::makeQueue(const QList<QUrl> &media)
 {
     // A new name each time, because the player takes the same URL for the same medium.
     QFile file(m_folder.filePath(QStringLiteral("%1.m3u8").arg(m_queueCount++)));
-    if (!file.open(QIODevice::WriteOnly) || file.write(linesOf(media)) < 0)
+    if (!file.open(QIODevice::WriteOnly) || file.write(linesOf(media)) < 0) {
         return {};
+    }
     return QUrl::fromLocalFile(file.fileName());
 }

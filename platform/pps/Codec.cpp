@@ -16,7 +16,7 @@ using pps::Line;
 
 QString toQString(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 QVariant toVariant(const pps::Number &number)
@@ -25,9 +25,9 @@ QVariant toVariant(const pps::Number &number)
         return number.real;
     }
     if (number.integer >= std::numeric_limits<int>::min() && number.integer <= std::numeric_limits<int>::max()) {
-        return int(number.integer);
+        return static_cast<int>(number.integer);
     }
-    return qint64(number.integer);
+    return static_cast<qint64>(number.integer);
 }
 
 // --- Decoding
@@ -113,10 +113,10 @@ PpsAttributeFlag::Types flagsOf(char mark)
 }
 
 // Reads the text of whole objects; Object takes the attributes of one.
-template<class Object, class Finish>
+template<typename Object, typename Finish>
 bool decodeObjects(const QByteArray &data, Finish finish)
 {
-    pps::LineReader reader({data.constData(), size_t(data.size())});
+    pps::LineReader reader({data.constData(), static_cast<size_t>(data.size())});
     Line line;
     QString name;
     PpsAttributeFlag::Types flags;
@@ -139,7 +139,7 @@ bool decodeObjects(const QByteArray &data, Finish finish)
 }
 
 // Attributes mostly come in the order of their names, so that the end is where the next one belongs.
-template<class Value>
+template<typename Value>
 void insertAttribute(std::map<QString, Value> &attributes, std::string_view name, Value &&value)
 {
     attributes.insert_or_assign(attributes.end(), attributeName(name), std::move(value));
@@ -181,7 +181,7 @@ struct FlaggedObject {
 
 // --- Encoding
 
-template<class Value>
+template<typename Value>
 bool appendReal(std::string &out, Value value)
 {
     char digits[32];

@@ -29,7 +29,7 @@ public:
         return numbers;
     }
 
-    template<class Send>
+    template<typename Send>
     bool use(Request &request, Send send)
     {
         const std::lock_guard lock(m_mutex);
@@ -70,7 +70,7 @@ struct Connection::Packet {
         }
         std::memcpy(&header, buffer, sizeof header);
         const std::string_view rest(buffer + sizeof header, size - sizeof header);
-        const size_t heldSize = size_t(header.heldCount) * sizeof(Held);
+        const size_t heldSize = static_cast<size_t>(header.heldCount) * sizeof(Held);
         if (heldSize > rest.size()) {
             return false;
         }
@@ -169,7 +169,7 @@ bool Connection::send(Request::Type type, std::string_view body)
 {
     Request request{};
     request.type = type;
-    request.mode = uint8_t(m_mode);
+    request.mode = static_cast<uint8_t>(m_mode);
     request.version = WireVersion;
     request.seen = m_seen.position;
     iovec parts[] = {{&request, sizeof request}, {const_cast<char *>(body.data()), body.size()}};
@@ -196,7 +196,7 @@ bool Connection::receive(Packet &packet)
     if (size < 0 && errno == EAGAIN) {
         return false;
     }
-    m_isAtEnd = size <= 0 || !packet.parse(size_t(size));
+    m_isAtEnd = size <= 0 || !packet.parse(static_cast<size_t>(size));
     return !m_isAtEnd;
 }
 

@@ -27,7 +27,7 @@ bool sendPacket(int socket, std::span<const std::byte> packet, int descriptor)
     do {
         size = sendmsg(socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT);
     } while (size < 0 && errno == EINTR);
-    return size == ssize_t(packet.size());
+    return size == static_cast<ssize_t>(packet.size());
 }
 
 ssize_t receivePacket(int socket, std::span<std::byte> buffer, Fd &descriptor)

@@ -115,14 +115,15 @@ bool isUtf8(std::string_view text)
 void appendUtf8(std::string &out, char32_t c)
 {
     if (c < 0x80) {
-        out += char(c);
+        out += static_cast<char>(c);
     } else if (c < 0x800) {
-        out += {char(0xC0 | (c >> 6)), char(0x80 | (c & 0x3F))};
+        out += {static_cast<char>(0xC0 | (c >> 6)), static_cast<char>(0x80 | (c & 0x3F))};
     } else if (c < 0x10000) {
-        out += {char(0xE0 | (c >> 12)), char(0x80 | ((c >> 6) & 0x3F)), char(0x80 | (c & 0x3F))};
+        out += {static_cast<char>(0xE0 | (c >> 12)), static_cast<char>(0x80 | ((c >> 6) & 0x3F)),
+                static_cast<char>(0x80 | (c & 0x3F))};
     } else {
-        out += {char(0xF0 | (c >> 18)), char(0x80 | ((c >> 12) & 0x3F)), char(0x80 | ((c >> 6) & 0x3F)),
-                char(0x80 | (c & 0x3F))};
+        out += {static_cast<char>(0xF0 | (c >> 18)), static_cast<char>(0x80 | ((c >> 12) & 0x3F)),
+                static_cast<char>(0x80 | ((c >> 6) & 0x3F)), static_cast<char>(0x80 | (c & 0x3F))};
     }
 }
 

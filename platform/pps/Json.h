@@ -31,7 +31,7 @@ inline constexpr int MaximumJsonDepth = 64;
  * Reads one JSON value. The Builder has the types Value, List and Map and the static functions null(), boolean(bool),
  * number(Number), string(string_view), append(List&, Value), insert(Map&, string_view, Value), list(List), map(Map).
  */
-template<class Builder>
+template<typename Builder>
 class JsonReader {
 public:
     using Value = typename Builder::Value;
@@ -121,7 +121,7 @@ private:
             ++m_at;
         }
         Number number;
-        if (!parseNumber({begin, size_t(m_at - begin)}, number)) {
+        if (!parseNumber({begin, static_cast<size_t>(m_at - begin)}, number)) {
             return false;
         }
         value = Builder::number(number);
@@ -135,7 +135,7 @@ private:
         while (m_at != m_end && *m_at != '"' && *m_at != '\\' && static_cast<unsigned char>(*m_at) >= 0x20) {
             ++m_at;
         }
-        text = {begin, size_t(m_at - begin)};
+        text = {begin, static_cast<size_t>(m_at - begin)};
         if (m_at != m_end && *m_at == '\\') {
             m_scratch.assign(text);
             if (!readEscaped()) {
@@ -236,7 +236,7 @@ private:
 
     bool skipExactly(std::string_view text)
     {
-        if (!std::string_view(m_at, size_t(m_end - m_at)).starts_with(text)) {
+        if (!std::string_view(m_at, static_cast<size_t>(m_end - m_at)).starts_with(text)) {
             return false;
         }
         m_at += text.size();

@@ -104,7 +104,7 @@ QString PpsObject::path() const
 
 bool PpsObject::open(QFlags<PpsOpenMode::Type> mode)
 {
-    if (!d->connection.open(d->path.toStdString(), unsigned(mode.toInt()))) {
+    if (!d->connection.open(d->path.toStdString(), static_cast<unsigned>(mode.toInt()))) {
         return d->fail(d->connection.error());
     }
     d->toldEnd = false;
@@ -148,7 +148,7 @@ QByteArray PpsObject::read(bool *ok)
 
 bool PpsObject::write(const QByteArray &data)
 {
-    return d->connection.write({data.constData(), size_t(data.size())}) || d->fail(d->connection.error());
+    return d->connection.write({data.constData(), static_cast<size_t>(data.size())}) || d->fail(d->connection.error());
 }
 
 void PpsObject::setBlocking(bool blocking)

@@ -44,8 +44,9 @@ bool mayStart()
 std::optional<std::string> folderOf(const char *file)
 {
     const std::unique_ptr<char, decltype(&std::free)> path(realpath(file, nullptr), &std::free);
-    return path ? std::optional(std::string(path.get(), size_t(std::strrchr(path.get(), '/') - path.get())))
-                : std::nullopt;
+    return path
+               ? std::optional(std::string(path.get(), static_cast<size_t>(std::strrchr(path.get(), '/') - path.get())))
+               : std::nullopt;
 }
 
 // The daemon beside the library or program that this code is in.

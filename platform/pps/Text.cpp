@@ -113,7 +113,8 @@ void appendEscaped(std::string &out, std::string_view value)
             out += {'\\', EscapeLetters[index]};
         } else if (isControl(c)) {
             // Three octal digits, because a hexadecimal escape would swallow digits that follow it.
-            out += {'\\', char('0' + (c >> 6)), char('0' + ((c >> 3) & 7)), char('0' + (c & 7))};
+            out += {'\\', static_cast<char>('0' + (c >> 6)), static_cast<char>('0' + ((c >> 3) & 7)),
+                    static_cast<char>('0' + (c & 7))};
         } else {
             out += c;
         }
@@ -187,7 +188,7 @@ bool unescape(std::string_view escaped, std::string &text)
         if (value < 0) {
             return false;
         }
-        text += char(value);
+        text += static_cast<char>(value);
     }
     return true;
 }

@@ -19,16 +19,18 @@ constexpr unsigned Mark = 0x40;
 
 const char *audio_manager_get_name_from_type(int type)
 {
-    if (type < 0 || type >= static_cast<int>(std::size(TypeNames)))
+    if (type < 0 || type >= static_cast<int>(std::size(TypeNames))) {
         return nullptr;
+    }
     return TypeNames[type];
 }
 
 int audio_manager_get_handle(int type, unsigned int *handle)
 {
     static std::atomic<unsigned> last = 0;
-    if (!audio_manager_get_name_from_type(type) || !handle)
+    if (!audio_manager_get_name_from_type(type) || !handle) {
         return EINVAL;
+    }
     *handle = (++last << TypeBits) | Mark | static_cast<unsigned>(type);
     return 0;
 }

@@ -45,8 +45,9 @@ private:
     {
         void *base = dlopen("libxcb.so.1", RTLD_NOW | RTLD_LOCAL);
         void *randr = dlopen("libxcb-randr.so.0", RTLD_NOW | RTLD_LOCAL);
-        if (!base || !randr)
+        if (!base || !randr) {
             return nullptr;
+        }
         auto xcb = std::make_unique<Xcb>();
         bool ok = true;
         const auto resolve = [&ok](void *library, const char *name, auto &function) {
@@ -74,21 +75,25 @@ Displays query(const Xcb &xcb)
     int screen = 0;
     const std::unique_ptr<xcb_connection_t, decltype(xcb.disconnect)> connection(xcb.connect(nullptr, &screen),
                                                                                  xcb.disconnect);
-    if (xcb.hasError(connection.get()))
+    if (xcb.hasError(connection.get())) {
         return displays;
+    }
     const xcb_query_extension_reply_t *extension = xcb.extensionData(connection.get(), xcb.randr);
-    if (!extension || !extension->present)
+    if (!extension || !extension->present) {
         return displays;
+    }
 
     const xcb_window_t root = xcb.roots(xcb.setup(connection.get())).data->root;
     const std::unique_ptr<xcb_randr_get_monitors_reply_t, decltype(&free)> reply(
         xcb.monitorsReply(connection.get(), xcb.getMonitors(connection.get(), root, 1), nullptr), free);
-    if (!reply)
+    if (!reply) {
         return displays;
+    }
     int index = 0;
     for (auto monitor = xcb.monitors(reply.get()); monitor.rem; xcb.nextMonitor(&monitor), ++index) {
-        if (monitor.data->primary)
+        if (monitor.data->primary) {
             displays.primary = index;
+        }
     }
     displays.secondary = displays.primary == 0 ? 1 : 0;
     return displays;
@@ -103,8 +108,9 @@ Displays displays()
     static Clock::time_point validUntil;
 
     // Another display protocol names no primary screen: its screens count in the order it shows them.
-    if (!getenv("DISPLAY"))
+    if (!getenv("DISPLAY")) {
         return {};
+    }
     const std::lock_guard lock(mutex);
     if (const auto now = Clock::now(); now >= validUntil) {
         const Xcb *xcb = Xcb::instance();

@@ -17,13 +17,15 @@ char lengthClass(size_t length)
 /** The mark of one name, never longer than the name; the extension of a last name stays readable. */
 std::string mark(std::string_view name, char separator, bool isLast)
 {
-    if (name.empty())
+    if (name.empty()) {
         return {};
+    }
     const size_t dot = isLast ? name.rfind(separator) : std::string_view::npos;
     const bool hasExtension = dot != std::string_view::npos && dot > 0;
     std::string result(1, lengthClass(hasExtension ? dot : name.size()));
-    if (hasExtension)
+    if (hasExtension) {
         result.append(name.substr(dot));
+    }
     return result;
 }
 
@@ -31,8 +33,9 @@ std::string mark(std::string_view name, char separator, bool isLast)
 size_t schemeLength(std::string_view text)
 {
     const size_t colon = text.find(':');
-    if (colon == std::string_view::npos || colon == 0)
+    if (colon == std::string_view::npos || colon == 0) {
         return 0;
+    }
     const auto isSchemeCharacter = [](unsigned char c) {
         return c < 128 && (isalnum(c) || c == '+' || c == '-' || c == '.');
     };
@@ -44,8 +47,9 @@ size_t schemeLength(std::string_view text)
 
 int slog2_obfuscate(int flags, int separator, int reserved, const char *text, size_t size, char *output)
 {
-    if (flags != 0 || reserved != 0 || separator <= 0 || separator > 127 || !text || !output || size == 0)
+    if (flags != 0 || reserved != 0 || separator <= 0 || separator > 127 || !text || !output || size == 0) {
         return EINVAL;
+    }
 
     std::string_view rest(text);
     const size_t scheme = schemeLength(rest);
@@ -57,8 +61,9 @@ int slog2_obfuscate(int flags, int separator, int reserved, const char *text, si
     for (size_t at = 0; at <= rest.size();) {
         const size_t end = std::min(rest.find_first_of(Separators, at), rest.size());
         result += mark(rest.substr(at, end - at), static_cast<char>(separator), end == pathEnd);
-        if (end < rest.size())
+        if (end < rest.size()) {
             result += rest[end];
+        }
         at = end + 1;
     }
 

@@ -17,8 +17,9 @@ QString assetsFolder()
 {
     const QFileInfo executable(QFile::symLinkTarget(QStringLiteral("/proc/self/exe")));
     const QDir folder = executable.dir();
-    if (folder.exists(QStringLiteral("assets")))
+    if (folder.exists(QStringLiteral("assets"))) {
         return folder.filePath(QStringLiteral("assets"));
+    }
     return QDir::cleanPath(folder.filePath(QStringLiteral("../share/%1/assets").arg(executable.fileName())));
 }
 
@@ -39,18 +40,22 @@ QString UIToolkitSupport::absolutePathFromUrl(const QUrl &url)
 {
     const QString scheme = url.scheme();
     QString path = url.path(QUrl::FullyEncoded);
-    if (path.isEmpty())
+    if (path.isEmpty()) {
         return {};
+    }
     if (scheme == QLatin1String("asset")) {
-        while (path.startsWith(QLatin1Char('/')))
+        while (path.startsWith(QLatin1Char('/'))) {
             path.remove(0, 1);
+        }
         return path.isEmpty() ? QString() : below(assetsFolder(), path);
     }
-    if (!scheme.isEmpty() && scheme != QLatin1String("file"))
+    if (!scheme.isEmpty() && scheme != QLatin1String("file")) {
         return {};
+    }
     const QString host = url.host();
-    if (!host.isEmpty() && host != QLatin1String("localhost"))
+    if (!host.isEmpty() && host != QLatin1String("localhost")) {
         return {};
+    }
     return path.startsWith(QLatin1Char('/')) ? path : below(QDir::currentPath(), path);
 }
 

@@ -65,7 +65,8 @@ QSize Frame::size() const
 QSizeF Frame::shownSize() const
 {
     const FrameDescription &description = m_ring->description();
-    return {qreal(description.width) * description.pixelWidth / description.pixelHeight, qreal(description.height)};
+    return {static_cast<qreal>(description.width) * description.pixelWidth / description.pixelHeight,
+            static_cast<qreal>(description.height)};
 }
 
 QImage Frame::image(const std::shared_ptr<Frame> &frame)
@@ -73,8 +74,9 @@ QImage Frame::image(const std::shared_ptr<Frame> &frame)
     const FrameDescription &description = frame->m_ring->description();
     const auto *pixels = reinterpret_cast<const uchar *>(frame->m_ring->slot(frame->m_slot) + description.offset);
     return QImage(
-        pixels, frame->size().width(), frame->size().height(), qsizetype(description.stride), QImage::Format_RGB32,
-        [](void *held) { delete static_cast<std::shared_ptr<Frame> *>(held); }, new std::shared_ptr<Frame>(frame));
+        pixels, frame->size().width(), frame->size().height(), static_cast<qsizetype>(description.stride),
+        QImage::Format_RGB32, [](void *held) { delete static_cast<std::shared_ptr<Frame> *>(held); },
+        new std::shared_ptr<Frame>(frame));
 }
 
 void FrameReceiver::Watched::set(Fd descriptor, const std::function<void()> &onReady)
@@ -122,7 +124,7 @@ void FrameReceiver::connectToDaemon()
         return;
     }
     Fd socket = voro::pps::connectToSocket(path);
-    const auto name = std::as_bytes(std::span(m_name.constData(), size_t(m_name.size())));
+    const auto name = std::as_bytes(std::span(m_name.constData(), static_cast<size_t>(m_name.size())));
     if (socket.isValid() && voro::pps::sendPacket(socket.get(), name)) {
         m_daemon.set(std::move(socket), [this] { readDaemon(); });
     }
@@ -160,7 +162,7 @@ void FrameReceiver::readWorker()
         if (size < 0 && errno == EAGAIN) {
             return;
         }
-        if (size <= 0 || !handle(std::span(packet).first(size_t(size)), file)) {
+        if (size <= 0 || !handle(std::span(packet).first(static_cast<size_t>(size)), file)) {
             m_worker.reset();
             m_ring.reset();
             show(nullptr);

@@ -11,10 +11,11 @@ template<typename Value>
 void announce(const FunctionTracer &tracer, const char *signal, const char *name, const Value &value)
 {
     DEBUG_LINE << "emit " << signal << "()";
-    if constexpr (std::is_enum_v<Value>)
+    if constexpr (std::is_enum_v<Value>) {
         DEBUG_LINE << "  " << name << "=" << keyName(value);
-    else
+    } else {
         DEBUG_LINE << "  " << name << "=" << value;
+    }
 }
 
 /** The same for a signal without an argument. */

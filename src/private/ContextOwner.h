@@ -15,8 +15,9 @@ namespace voro::multimedia {
 /** Logs a refusal under its caller's name and passes it on. */
 inline MediaError::Type report(const FunctionTracer &tracer, MediaError::Type error, const char *text)
 {
-    if (error != MediaError::None)
+    if (error != MediaError::None) {
         CRITICAL_LINE << text << keyName(error);
+    }
     return error;
 }
 
@@ -34,16 +35,18 @@ public:
 protected:
     bool hasContext(const FunctionTracer &tracer) const
     {
-        if (!m_context)
+        if (!m_context) {
             CRITICAL_LINE << "MMR context is null";
+        }
         return m_context;
     }
 
     /** The renderer's error when a call has failed, which is -1. */
     std::optional<MediaError::Type> failure(const FunctionTracer &tracer, int result, const char *text) const
     {
-        if (result != -1)
+        if (result != -1) {
             return std::nullopt;
+        }
         const MediaError::Type error = lastError();
         CRITICAL_LINE << text << keyName(error);
         return error;
@@ -53,8 +56,9 @@ protected:
     MediaError::Type sendUpdateInterval(const FunctionTracer &tracer, unsigned int updateInterval)
     {
         DEBUG_LINE << "updateInterval=" << updateInterval;
-        if (!hasContext(tracer))
+        if (!hasContext(tracer)) {
             return MediaError::InvalidState;
+        }
         Dictionary dictionary;
         if (dictionary.isNull()) {
             CRITICAL_LINE << "Unable to create parameter dictionary";
@@ -74,12 +78,15 @@ protected:
     void end()
     {
         const bool livesOn = this->becomeOrphan();
-        if (m_context)
+        if (m_context) {
             mmr_context_destroy(std::exchange(m_context, nullptr));
-        if (m_connection)
+        }
+        if (m_connection) {
             mmr_disconnect(std::exchange(m_connection, nullptr));
-        if (!livesOn)
+        }
+        if (!livesOn) {
             return;
+        }
         m_notifier->disconnect();
         m_notifier->monitor(nullptr);
     }

@@ -19,8 +19,9 @@ public:
     bool set(const QString &key, const QString &value)
     {
         strm_dict_t *changed = strm_dict_set(m_dictionary.get(), key.toUtf8().constData(), value.toUtf8().constData());
-        if (!changed)
+        if (!changed) {
             return false;
+        }
         // Setting has used up the handle that was passed in.
         static_cast<void>(m_dictionary.release());
         m_dictionary.reset(changed);

@@ -11,8 +11,9 @@ namespace voro::multimedia {
 inline QString toLocalPath(const QUrl &url)
 {
     QString path = QUrl::fromPercentEncoding(voro::UIToolkitSupport::absolutePathFromUrl(url).toUtf8());
-    if (path.startsWith(QLatin1String("///")))
+    if (path.startsWith(QLatin1String("///"))) {
         path.remove(0, 2);
+    }
     return path;
 }
 

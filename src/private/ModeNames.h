@@ -33,33 +33,41 @@ inline QString modeName(const FunctionTracer &tracer, ShuffleMode::Type shuffleM
 /** Ends a conversion that found nothing; whoever asks whether it did also gets a line in the log. */
 inline void refuseMode(const FunctionTracer &tracer, const char *kind, const QString &text, bool *ok)
 {
-    if (!ok)
+    if (!ok) {
         return;
+    }
     *ok = false;
     WARNING_LINE << "Unknown " << kind << " mode string '" << text << "'";
 }
 
 inline RepeatMode::Type repeatModeFrom(const FunctionTracer &tracer, const QString &text, bool *ok)
 {
-    if (ok)
+    if (ok) {
         *ok = true;
-    if (text == QLatin1String("track"))
+    }
+    if (text == QLatin1String("track")) {
         return RepeatMode::Track;
-    if (text == QLatin1String("all"))
+    }
+    if (text == QLatin1String("all")) {
         return RepeatMode::All;
-    if (text != QLatin1String("none"))
+    }
+    if (text != QLatin1String("none")) {
         refuseMode(tracer, "repeat", text, ok);
+    }
     return RepeatMode::None;
 }
 
 inline ShuffleMode::Type shuffleModeFrom(const FunctionTracer &tracer, const QString &text, bool *ok)
 {
-    if (ok)
+    if (ok) {
         *ok = true;
-    if (text == QLatin1String("all"))
+    }
+    if (text == QLatin1String("all")) {
         return ShuffleMode::All;
-    if (text != QLatin1String("off"))
+    }
+    if (text != QLatin1String("off")) {
         refuseMode(tracer, "shuffle", text, ok);
+    }
     return ShuffleMode::Off;
 }
 

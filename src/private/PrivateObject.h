@@ -35,8 +35,9 @@ protected:
     bool becomeOrphan()
     {
         q = nullptr;
-        if (m_emissions == 0)
+        if (m_emissions == 0) {
             return false;
+        }
         setParent(nullptr);
         return true;
     }
@@ -56,8 +57,9 @@ public:
         that an event loop of theirs is not the one. */
     ~Emission()
     {
-        if (--m_object->m_emissions == 0 && m_object->isOrphan())
+        if (--m_object->m_emissions == 0 && m_object->isOrphan()) {
             m_object->deleteLater();
+        }
     }
     Q_DISABLE_COPY_MOVE(Emission)
 

@@ -10,8 +10,9 @@ namespace voro::multimedia {
 template<typename Value>
 bool replace(Value &stored, const Value &value)
 {
-    if (stored == value)
+    if (stored == value) {
         return false;
+    }
     stored = value;
     return true;
 }
@@ -20,8 +21,9 @@ bool replace(Value &stored, const Value &value)
 template<typename Number>
 Number truncated(double value)
 {
-    if (std::isnan(value))
+    if (std::isnan(value)) {
         return 0;
+    }
     constexpr double lowest = std::numeric_limits<Number>::min();
     constexpr double highest = std::numeric_limits<Number>::max();
     return static_cast<Number>(std::clamp(value, lowest, highest));

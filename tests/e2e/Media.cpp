@@ -10,12 +10,15 @@ namespace {
 /** The encoder where the extension alone does not say which. */
 QStringList encoder(const QString &path)
 {
-    if (path.endsWith(QLatin1String(".ogg")) || path.endsWith(QLatin1String(".webm")))
+    if (path.endsWith(QLatin1String(".ogg")) || path.endsWith(QLatin1String(".webm"))) {
         return {"-c:a", "libvorbis"};
-    if (path.endsWith(QLatin1String(".opus")))
+    }
+    if (path.endsWith(QLatin1String(".opus"))) {
         return {"-c:a", "libopus"};
-    if (path.endsWith(QLatin1String(".mkv")))
+    }
+    if (path.endsWith(QLatin1String(".mkv"))) {
         return {"-c:a", "flac"};
+    }
     return {};
 }
 
@@ -32,19 +35,22 @@ QString makeTone(const QString &path, const Tone &tone)
         "lavfi",
         "-i",
         QStringLiteral("sine=frequency=%1:duration=%2:sample_rate=48000").arg(tone.frequency).arg(tone.seconds)};
-    if (tone.hasPicture)
+    if (tone.hasPicture) {
         arguments += {"-f", "lavfi", "-i", QStringLiteral("testsrc2=size=64x48:rate=10:duration=%1").arg(tone.seconds)};
+    }
     arguments += {"-ac", QString::number(tone.channels), "-af", "volume=4"};
-    for (const QString &tag : tone.tags)
+    for (const QString &tag : tone.tags) {
         arguments += {"-metadata", tag};
+    }
     arguments += encoder(path);
     arguments += QStringLiteral("file:") + path;
 
     QProcess ffmpeg;
     ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     ffmpeg.start(QStringLiteral("ffmpeg"), arguments);
-    if (!ffmpeg.waitForFinished(60'000) || ffmpeg.exitStatus() != QProcess::NormalExit || ffmpeg.exitCode() != 0)
+    if (!ffmpeg.waitForFinished(60'000) || ffmpeg.exitStatus() != QProcess::NormalExit || ffmpeg.exitCode() != 0) {
         qFatal("The encoder failed for %s", qUtf8Printable(path));
+    }
     return path;
 }
 

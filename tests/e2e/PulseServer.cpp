@@ -27,8 +27,9 @@ public:
         QFile::remove(path);
         sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
         qstrncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path);
-        if (bind(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
+        if (bind(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0) {
             qFatal("%s: %s", qPrintable(path), std::strerror(errno));
+        }
     }
     ~Readiness() { close(m_socket); }
     Readiness(const Readiness &) = delete;
@@ -82,21 +83,23 @@ void PulseServer::start()
                      QStringLiteral("module-null-sink sink_name=null"), "-L", "module-rescue-streams", "-L",
                      QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=%1").arg(socketPath())});
     // Its socket can be seen before anybody can connect to it.
-    if (!readiness.wait())
+    if (!readiness.wait()) {
         qFatal("No sound server: %s", m_process.readAll().constData());
+    }
 }
 
 void PulseServer::suspend()
 {
-    ::kill(pid_t(m_process.processId()), SIGSTOP);
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
 }
 
 QByteArray PulseServer::control(const QStringList &arguments)
 {
     QProcess process;
     process.start(QStringLiteral("pactl"), arguments);
-    if (!process.waitForFinished(20'000) || process.exitCode() != 0)
+    if (!process.waitForFinished(20'000) || process.exitCode() != 0) {
         qFatal("pactl: %s", process.readAllStandardError().constData());
+    }
     return process.readAllStandardOutput().trimmed();
 }
 
@@ -129,8 +132,9 @@ MonitorRecorder::MonitorRecorder()
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.start(QStringLiteral("parec"), {"--device=null.monitor", "--format=s16le", "--rate=48000", "--channels=1",
                                               "--latency-msec=10", "--raw"});
-    if (!m_process.waitForReadyRead(20'000))
+    if (!m_process.waitForReadyRead(20'000)) {
         qFatal("The monitor cannot be recorded: %s", m_process.readAllStandardError().constData());
+    }
 }
 
 MonitorRecorder::~MonitorRecorder()
@@ -154,13 +158,14 @@ void MonitorRecorder::clear()
 bool MonitorRecorder::waitForTone(double frequency, int milliseconds, int timeout)
 {
     const QDeadlineTimer deadline(timeout);
-    const qsizetype wanted = qsizetype(milliseconds) * 48 * 2;
+    const qsizetype wanted = static_cast<qsizetype>(milliseconds) * 48 * 2;
     while (!deadline.hasExpired()) {
         const QByteArray heard = samples();
         if (heard.size() >= wanted) {
             const QByteArray last = heard.last(wanted);
-            if (tone::firstSound(last) >= 0 && tone::share(last, frequency) > 0.9)
+            if (tone::firstSound(last) >= 0 && tone::share(last, frequency) > 0.9) {
                 return true;
+            }
         }
         // The recorder's event loop is not the player's: the player goes on through it as well.
         QEventLoop loop;

@@ -19,7 +19,7 @@ bool isUnreadable(int descriptor)
     std::snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
     char target[PATH_MAX];
     const ssize_t length = disk ? readlink(link, target, sizeof target) : -1;
-    return length > 0 && std::string(target, size_t(length)).starts_with(disk)
+    return length > 0 && std::string(target, static_cast<size_t>(length)).starts_with(disk)
            && access((std::string(disk) + "/broken").c_str(), F_OK) == 0;
 }
 

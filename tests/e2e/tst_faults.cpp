@@ -24,7 +24,7 @@ namespace {
 
 int openDescriptors(qint64 process)
 {
-    return int(QDir(QStringLiteral("/proc/%1/fd").arg(process)).count());
+    return static_cast<int>(QDir(QStringLiteral("/proc/%1/fd").arg(process)).count());
 }
 
 constexpr int Players = 16;
@@ -85,8 +85,9 @@ private:
     QList<pid_t> signalWorkers(int signal)
     {
         const QList<pid_t> workers = workersOf(m_daemon->processId());
-        for (const pid_t worker : workers)
+        for (const pid_t worker : workers) {
             ::kill(worker, signal);
+        }
         return workers;
     }
     /** Whether the daemon knows of none of them any more. */
@@ -161,8 +162,9 @@ void tst_Faults::workerStopped_isTakenForDead()
     QCOMPARE(player.play(), MediaError::None);
     const QList<pid_t> stopped = signalWorkers(SIGSTOP);
     QVERIFY(errors.wait(20'000));
-    for (const pid_t worker : stopped)
+    for (const pid_t worker : stopped) {
         ::kill(worker, SIGKILL);
+    }
     QTRY_VERIFY(areGone(stopped));
     QCOMPARE(player.play(), MediaError::None);
 }
@@ -205,8 +207,9 @@ void tst_Faults::manyPlayers_leaveNothing()
             MediaPlayer player;
             QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
             // Every twentieth one takes a worker.
-            if (i % 20 == 0)
+            if (i % 20 == 0) {
                 QCOMPARE(player.prepare(), MediaError::None);
+            }
         }
     };
     churn(20);
@@ -239,10 +242,12 @@ void tst_Faults::manyPlayers_outliveTheirWorkers()
         QFile::copy(m_url.toLocalFile(), victim->path);
         victim->player.setStatusInterval(50);
         QCOMPARE(victim->player.setSourceUrl(QUrl::fromLocalFile(victim->path)), MediaError::None);
-        if (moment != Moment::Prepare)
+        if (moment != Moment::Prepare) {
             QCOMPARE(victim->player.prepare(), MediaError::None);
-        if (moment == Moment::Seek || moment == Moment::Reset)
+        }
+        if (moment == Moment::Seek || moment == Moment::Reset) {
             QCOMPARE(victim->player.play(), MediaError::None);
+        }
         victims.push_back(std::move(victim));
     }
 
@@ -259,8 +264,9 @@ void tst_Faults::manyPlayers_outliveTheirWorkers()
         signalWorkers(SIGKILL);
     });
     for (unsigned i = 0; i < Players; ++i) {
-        if (i == chosen)
+        if (i == chosen) {
             start.release();
+        }
         act(victims[i]->player, moment);
     }
     killer.join();
@@ -273,7 +279,8 @@ void tst_Faults::manyPlayers_outliveTheirWorkers()
     QTRY_VERIFY(std::all_of(victims.begin(), victims.end(), isSettled));
     const auto lost =
         std::count_if(victims.begin(), victims.end(), [](const auto &victim) { return !victim->errors.isEmpty(); });
-    qInfo("%d of the players had lost their workers, and knew it after %d ms", int(lost), int(sinceDeath.elapsed()));
+    qInfo("%d of the players had lost their workers, and knew it after %d ms", static_cast<int>(lost),
+          static_cast<int>(sinceDeath.elapsed()));
     for (const auto &victim : victims) {
         QVERIFY(victim->errors.count() <= 1);
         victim->positions.clear();
@@ -281,10 +288,11 @@ void tst_Faults::manyPlayers_outliveTheirWorkers()
     }
     for (const auto &victim : victims) {
         const bool moves = QTest::qWaitFor([&] { return victim->positions.count() > 2; });
-        if (!moves)
+        if (!moves) {
             qWarning() << victim->path << victim->player.mediaState() << victim->player.position()
                        << victim->errors.count() << victim->errors << victim->positions
                        << workersWith(victim->path.toUtf8(), m_daemon->processId());
+        }
         QVERIFY(moves);
     }
 }
@@ -334,8 +342,9 @@ void tst_Faults::fileCutWhilePlaying_isTold()
     }
     for (const auto &victim : victims) {
         QVERIFY(QFile::resize(victim->path, 1000));
-        if (isSought)
+        if (isSought) {
             QCOMPARE(victim->player.seekTime(50'000), MediaError::None);
+        }
     }
     for (const auto &victim : victims) {
         QTRY_COMPARE_WITH_TIMEOUT(victim->errors.count(), 1, 20'000);

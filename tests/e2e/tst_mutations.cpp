@@ -60,11 +60,12 @@ public:
     }
 
 private:
-    qsizetype below(qsizetype limit) { return qsizetype(m_random() % std::mt19937::result_type(limit)); }
+    qsizetype below(qsizetype limit) { return static_cast<qsizetype>(m_random() % std::mt19937::result_type(limit)); }
     void flipBits(QByteArray &medium, qsizetype limit)
     {
-        for (qsizetype count = 1 + below(20); count > 0; --count)
-            medium[below(limit)] = char(medium[below(limit)] ^ (1 << below(8)));
+        for (qsizetype count = 1 + below(20); count > 0; --count) {
+            medium[below(limit)] = static_cast<char>(medium[below(limit)] ^ (1 << below(8)));
+        }
     }
 
     QList<QByteArray> m_others;
@@ -123,24 +124,27 @@ QString tst_Mutations::play(MediaPlayer &player, const QString &path)
     QElapsedTimer timer;
     timer.start();
     player.setSourceUrl(QUrl::fromLocalFile(path));
-    if (const MediaError::Type error = player.play(); error != MediaError::None)
+    if (const MediaError::Type error = player.play(); error != MediaError::None) {
         return timer.hasExpired(LongestWait) ? QString() : QStringLiteral("refused %1").arg(error);
+    }
     QElapsedTimer sinceMove;
     connect(&player, qOverload<uint>(&MediaPlayer::positionChanged), &loop, [&] { sinceMove.start(); });
     QTimer::singleShot(LongestWait, &loop, [&] {
         const bool isMoving = sinceMove.isValid() && !sinceMove.hasExpired(LongestWait / 2);
         finish(isMoving ? QStringLiteral("plays on") : QString());
     });
-    if (result.isEmpty())
+    if (result.isEmpty()) {
         loop.exec();
+    }
     return result;
 }
 
 void tst_Mutations::mutatedFile_isPlayedOrFails_data()
 {
     QTest::addColumn<int>("format");
-    for (size_t i = 0; i < Formats.size(); ++i)
-        QTest::newRow(Formats[i]) << int(i);
+    for (size_t i = 0; i < Formats.size(); ++i) {
+        QTest::newRow(Formats[i]) << static_cast<int>(i);
+    }
 }
 
 void tst_Mutations::mutatedFile_isPlayedOrFails()
@@ -158,7 +162,7 @@ void tst_Mutations::mutatedFile_isPlayedOrFails()
     QMap<QString, int> results;
     auto log = std::make_unique<voro::test::LogCatcher>();
     for (int i = 0; i < count; ++i) {
-        const unsigned seed = unsigned(format) * 10'000 + unsigned(i);
+        const unsigned seed = static_cast<unsigned>(format) * 10'000 + static_cast<unsigned>(i);
         QFile file(path);
         QVERIFY(file.open(QFile::WriteOnly | QFile::Truncate));
         file.write(mutator.mutate(m_media[format], seed));
@@ -174,7 +178,7 @@ void tst_Mutations::mutatedFile_isPlayedOrFails()
 
     // What was not damaged plays as if nothing had been.
     QVERIFY(QFile::remove(path));
-    QVERIFY(QFile::copy(m_folder.filePath(QLatin1String("tone.") + Formats[size_t(format)]), path));
+    QVERIFY(QFile::copy(m_folder.filePath(QLatin1String("tone.") + Formats[static_cast<size_t>(format)]), path));
     QCOMPARE(play(player, path), QStringLiteral("ended"));
 }
 

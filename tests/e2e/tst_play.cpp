@@ -76,8 +76,9 @@ void tst_Play::playToTheEnd_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name :
-         {"t.wav", "t.ogg", "t.opus", "t.flac", "t.mp3", "t.m4a", "t.mp4", "t.mkv", "t.webm", "pictures.mp4"})
+         {"t.wav", "t.ogg", "t.opus", "t.flac", "t.mp3", "t.m4a", "t.mp4", "t.mkv", "t.webm", "pictures.mp4"}) {
         QTest::newRow(name) << QString::fromLatin1(name);
+    }
 }
 
 void tst_Play::playToTheEnd()
@@ -91,7 +92,7 @@ void tst_Play::playToTheEnd()
     QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone(name, 2))), MediaError::None);
     QCOMPARE(player.prepare(), MediaError::None);
     QTRY_VERIFY(player.duration() != 0);
-    QVERIFY2(qAbs(int(player.duration()) - 2000) <= 60, qPrintable(QString::number(player.duration())));
+    QVERIFY2(qAbs(static_cast<int>(player.duration()) - 2000) <= 60, qPrintable(QString::number(player.duration())));
     QTRY_VERIFY(player.isSeekable());
     QTRY_COMPARE(player.trackCount(), 1u);
     QCOMPARE(player.track(), 1u);
@@ -111,7 +112,7 @@ void tst_Play::playToTheEnd()
         QVERIFY(position.first().toUInt() >= last);
         last = position.first().toUInt();
     }
-    QVERIFY2(positions.count() >= 10 && qAbs(int(last) - 2000) <= 100, qPrintable(QString::number(last)));
+    QVERIFY2(positions.count() >= 10 && qAbs(static_cast<int>(last) - 2000) <= 100, qPrintable(QString::number(last)));
 }
 
 void tst_Play::metaData_comesFromTheTags()
@@ -137,8 +138,9 @@ void tst_Play::path_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name : {"a b  c.wav", "100%25.wav", "50%.wav", "a#b.wav", "what?.wav", "Bär · 音.wav",
-                             "a&b=c;d'\".wav", "back\\slash.wav"})
+                             "a&b=c;d'\".wav", "back\\slash.wav"}) {
         QTest::newRow(name) << QString::fromUtf8(name);
+    }
 }
 
 void tst_Play::path()
@@ -261,8 +263,9 @@ void tst_Play::seek_movesThePosition()
     QCOMPARE(player.seekTime(40'000), MediaError::None);
     QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
     QTRY_VERIFY(player.position() > 40'000);
-    for (const auto &position : std::as_const(positions))
+    for (const auto &position : std::as_const(positions)) {
         QVERIFY(position.first().toUInt() >= 40'000);
+    }
     QCOMPARE(player.seek(2, 0), MediaError::InvalidParameter);
     QCOMPARE(player.previousTrack(), MediaError::InvalidParameter);
 }
@@ -336,8 +339,9 @@ void tst_Play::sixteenPlayers_playTogether()
         QCOMPARE(players.back()->setSourceUrl(QUrl::fromLocalFile(tone("long.ogg", 60))), MediaError::None);
         QCOMPARE(players.back()->play(), MediaError::None);
     }
-    for (const auto &player : players)
+    for (const auto &player : players) {
         QTRY_VERIFY_WITH_TIMEOUT(player->position() > 300, 20'000);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Play)

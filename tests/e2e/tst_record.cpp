@@ -48,8 +48,9 @@ void tst_Record::initTestCase()
 void tst_Record::recording_holdsWhatIsHeard_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : {"a.wav", "a.ogg", "a.opus", "a.flac", "a.mp3", "a.m4a", "a.amr"})
+    for (const char *name : {"a.wav", "a.ogg", "a.opus", "a.flac", "a.mp3", "a.m4a", "a.amr"}) {
         QTest::newRow(name) << QString::fromLatin1(name);
+    }
 }
 
 void tst_Record::recording_holdsWhatIsHeard()

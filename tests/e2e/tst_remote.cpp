@@ -58,8 +58,9 @@ int hold(ChildProcess &parent, Holder kind, pid_t service)
     holder.waitFor(R"({"dat":"holdData","msg":"track"})");
     parent.say();
     for (QByteArray message = holder.next(); message != "END"; message = holder.next()) {
-        if (message.contains("sendData"))
+        if (message.contains("sendData")) {
             obey(kind, holder, other, service);
+        }
     }
     return 0;
 }
@@ -74,21 +75,26 @@ public:
             m_bus = std::make_unique<TestBus>();
             m_bus->stop();
         }
-        if (!m_daemon.start())
+        if (!m_daemon.start()) {
             qFatal("vorod does not start");
-        if (kind == Holder::None)
+        }
+        if (kind == Holder::None) {
             return;
-        const auto service = pid_t(m_daemon.processId());
+        }
+        const auto service = static_cast<pid_t>(m_daemon.processId());
         m_holder = std::make_unique<ChildProcess>([=](ChildProcess &child) { return hold(child, kind, service); });
-        if (!m_holder->hear())
+        if (!m_holder->hear()) {
             qFatal("nobody holds the role");
-        if (kind == Holder::IsStopped)
+        }
+        if (kind == Holder::IsStopped) {
             kill(m_holder->process(), SIGSTOP);
+        }
     }
     ~Stage()
     {
-        if (m_kind == Holder::KillsService)
+        if (m_kind == Holder::KillsService) {
             m_daemon.kill();
+        }
     }
     Q_DISABLE_COPY_MOVE(Stage)
 
@@ -163,10 +169,12 @@ void RemoteTest::getter_isQuick_whateverBecomesOfTheRole()
     for (const auto &[name, getter] : Getters) {
         qint64 shortest = Limit;
         for (int i = 0; i < Attempts && shortest >= Limit; ++i) {
-            if (isFirst)
+            if (isFirst) {
                 stage.reset();
-            if (!stage)
+            }
+            if (!stage) {
                 stage = std::make_unique<Stage>(holder, bus);
+            }
             QElapsedTimer timer;
             timer.start();
             getter(controller);

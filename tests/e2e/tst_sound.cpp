@@ -53,8 +53,9 @@ void tst_Sound::initTestCase()
 void tst_Sound::play_soundsAtTheSink_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : {"tone.wav", "tone.ogg", "tone.mp3", "tone.m4a"})
+    for (const char *name : {"tone.wav", "tone.ogg", "tone.mp3", "tone.m4a"}) {
         QTest::newRow(name) << QString::fromLatin1(name);
+    }
 }
 
 void tst_Sound::play_soundsAtTheSink()

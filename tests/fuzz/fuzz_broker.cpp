@@ -45,7 +45,7 @@ public:
     uint8_t byte() { return isEmpty() ? 0 : *m_at++; }
     std::string bytes(size_t count)
     {
-        const size_t taken = std::min(count, size_t(m_end - m_at));
+        const size_t taken = std::min(count, static_cast<size_t>(m_end - m_at));
         m_at += taken;
         return {reinterpret_cast<const char *>(m_at - taken), taken};
     }
@@ -88,12 +88,12 @@ public:
         if (size <= 0) {
             return;
         }
-        if (size_t(size) < sizeof header || size_t(size) > MaximumPacket) {
+        if (static_cast<size_t>(size) < sizeof header || static_cast<size_t>(size) > MaximumPacket) {
             std::abort();
         }
         std::memcpy(&header, buffer, sizeof header);
         if (header.type < Reply::Opened || header.type > Reply::Message
-            || header.heldCount * sizeof(Held) > size_t(size) - sizeof header) {
+            || header.heldCount * sizeof(Held) > static_cast<size_t>(size) - sizeof header) {
             std::abort();
         }
     }
@@ -106,8 +106,8 @@ std::string packet(Input &input, uint64_t &number)
 {
     const uint8_t kind = input.byte();
     Request header{};
-    header.type = uint8_t(kind % 6);
-    header.mode = uint8_t(1 + kind / 6 % 4);
+    header.type = static_cast<uint8_t>(kind % 6);
+    header.mode = static_cast<uint8_t>(1 + kind / 6 % 4);
     header.version = WireVersion;
     header.process = 1 + input.byte() % 2;
     // Mostly in order, sometimes with gaps and backwards.

@@ -21,7 +21,7 @@ void require(bool condition)
 // encoding.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const QByteArray text(reinterpret_cast<const char *>(data), qsizetype(size));
+    const QByteArray text(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     bool ok = false;
     bool okWithFlags = false;
     const QVariantMap objects = PpsObject::decode(text, &ok);

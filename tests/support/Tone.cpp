@@ -30,8 +30,9 @@ double share(const QByteArray &bytes, double frequency)
         imaginary += value * std::sin(step * static_cast<double>(i));
         power += value * value;
     }
-    if (power == 0)
+    if (power == 0) {
         return 0;
+    }
     return 2 * (real * real + imaginary * imaginary) / (power * static_cast<double>(samples.size()));
 }
 
@@ -39,8 +40,9 @@ qsizetype firstSound(const QByteArray &bytes, int threshold)
 {
     const auto samples = toSamples(bytes);
     for (size_t i = 0; i < samples.size(); ++i) {
-        if (std::abs(samples[i]) > threshold)
+        if (std::abs(samples[i]) > threshold) {
             return static_cast<qsizetype>(i);
+        }
     }
     return -1;
 }

@@ -46,9 +46,9 @@ quint32 XServer::makeWindow(int x, int y, int width, int height)
 {
     const xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
     const xcb_window_t window = xcb_generate_id(m_connection);
-    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, screen->root, qint16(x), qint16(y), quint16(width),
-                      quint16(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, XCB_CW_BACK_PIXEL,
-                      &screen->black_pixel);
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, screen->root, static_cast<qint16>(x),
+                      static_cast<qint16>(y), static_cast<quint16>(width), static_cast<quint16>(height), 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, XCB_CW_BACK_PIXEL, &screen->black_pixel);
     xcb_map_window(m_connection, window);
     sync(m_connection);
     return window;
@@ -62,14 +62,15 @@ void XServer::destroyWindow(quint32 window)
 
 int XServer::count(quint32 window, int x, int y, int width, int height, const std::function<bool(quint32 rgb)> &isMeant)
 {
-    const auto cookie = xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, qint16(x), qint16(y),
-                                      quint16(width), quint16(height), ~0U);
+    const auto cookie =
+        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<qint16>(x), static_cast<qint16>(y),
+                      static_cast<quint16>(width), static_cast<quint16>(height), ~0U);
     xcb_get_image_reply_t *image = xcb_get_image_reply(m_connection, cookie, nullptr);
     if (!image) {
         return -1;
     }
     const auto *pixels = reinterpret_cast<const quint32 *>(xcb_get_image_data(image));
-    const int result = int(std::count_if(pixels, pixels + xcb_get_image_data_length(image) / 4, isMeant));
+    const int result = static_cast<int>(std::count_if(pixels, pixels + xcb_get_image_data_length(image) / 4, isMeant));
     free(image);
     return result;
 }

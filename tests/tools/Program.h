@@ -21,8 +21,9 @@ inline Result voro(const QStringList &arguments)
 {
     QProcess process;
     process.start(QStringLiteral(VORO_PROGRAM), arguments, QIODevice::ReadOnly);
-    if (!process.waitForFinished(PatienceMs) || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(PatienceMs) || process.exitStatus() != QProcess::NormalExit) {
         qFatal("voro %s did not end by itself", qPrintable(arguments.join(QLatin1Char(' '))));
+    }
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
@@ -46,8 +47,9 @@ public:
     {
         m_output += readAll();
         while (!m_output.contains(text)) {
-            if (!waitForReadyRead(PatienceMs))
+            if (!waitForReadyRead(PatienceMs)) {
                 return false;
+            }
             m_output += readAll();
         }
         m_output.remove(0, m_output.indexOf(text) + text.size());
@@ -60,7 +62,7 @@ public:
     /** Interrupts it as ^C does; its exit status, or -1. */
     int interrupt()
     {
-        ::kill(pid_t(processId()), SIGINT);
+        ::kill(static_cast<pid_t>(processId()), SIGINT);
         return waitForFinished(PatienceMs) && exitStatus() == NormalExit ? exitCode() : -1;
     }
 

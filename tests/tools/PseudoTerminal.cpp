@@ -23,8 +23,9 @@ constexpr int PatienceMs = 60'000;
 PseudoTerminal::PseudoTerminal(const QByteArrayList &command)
 {
     std::vector<char *> arguments;
-    for (const QByteArray &argument : command)
+    for (const QByteArray &argument : command) {
         arguments.push_back(const_cast<char *>(argument.constData()));
+    }
     arguments.push_back(nullptr);
     const winsize size{.ws_row = 24, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
     m_process = forkpty(&m_master, nullptr, nullptr, &size);
@@ -32,12 +33,14 @@ PseudoTerminal::PseudoTerminal(const QByteArrayList &command)
         execv(arguments[0], arguments.data());
         _exit(127);
     }
-    if (m_process < 0)
+    if (m_process < 0) {
         qFatal("cannot make a terminal");
+    }
     m_slave = open(ptsname(m_master), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    m_processDescriptor = int(syscall(SYS_pidfd_open, m_process, 0));
-    if (m_slave < 0 || m_processDescriptor < 0)
+    m_processDescriptor = static_cast<int>(syscall(SYS_pidfd_open, m_process, 0));
+    if (m_slave < 0 || m_processDescriptor < 0) {
         qFatal("cannot open the terminal");
+    }
 }
 
 PseudoTerminal::~PseudoTerminal()
@@ -46,14 +49,16 @@ PseudoTerminal::~PseudoTerminal()
         kill(m_process, SIGKILL);
         waitpid(m_process, nullptr, 0);
     }
-    for (int descriptor : {m_master, m_slave, m_processDescriptor})
+    for (int descriptor : {m_master, m_slave, m_processDescriptor}) {
         close(descriptor);
+    }
 }
 
 void PseudoTerminal::type(const QByteArray &keys)
 {
-    if (write(m_master, keys.constData(), size_t(keys.size())) != keys.size())
+    if (write(m_master, keys.constData(), static_cast<size_t>(keys.size())) != keys.size()) {
         qFatal("cannot type");
+    }
 }
 
 bool PseudoTerminal::waitFor(const QByteArray &text)
@@ -63,8 +68,9 @@ bool PseudoTerminal::waitFor(const QByteArray &text)
             m_written.remove(0, at + text.size());
             return true;
         }
-        if (!readSome())
+        if (!readSome()) {
             return false;
+        }
     }
 }
 
@@ -73,8 +79,9 @@ std::optional<int> PseudoTerminal::waitForEnd()
     while (readSome()) {
     }
     int status = 0;
-    if (waitpid(m_process, &status, WNOHANG) != m_process)
+    if (waitpid(m_process, &status, WNOHANG) != m_process) {
         return std::nullopt;
+    }
     m_process = -1;
     return WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
 }
@@ -94,11 +101,13 @@ bool PseudoTerminal::isInOwnMode() const
 bool PseudoTerminal::readSome()
 {
     std::array<pollfd, 2> polled{{{m_master, POLLIN, 0}, {m_processDescriptor, POLLIN, 0}}};
-    if (poll(polled.data(), polled.size(), PatienceMs) <= 0 || !(polled[0].revents & POLLIN))
+    if (poll(polled.data(), polled.size(), PatienceMs) <= 0 || !(polled[0].revents & POLLIN)) {
         return false;
+    }
     std::array<char, 4096> bytes;
     const auto count = read(m_master, bytes.data(), bytes.size());
-    if (count > 0)
+    if (count > 0) {
         m_written.append(bytes.data(), count);
+    }
     return count > 0;
 }

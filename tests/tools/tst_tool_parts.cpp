@@ -113,8 +113,9 @@ void tst_tool_parts::arguments()
     QFETCH(QByteArrayList, raw);
     QFETCH(QString, reason);
     QCOMPARE(refusal([&] { Arguments(Help, raw); }), reason);
-    if (!reason.isEmpty())
+    if (!reason.isEmpty()) {
         return;
+    }
     const Arguments parsed(Help, raw);
     QTEST(parsed.operands(), "operands");
     QTEST(parsed.value("--value").value_or(QByteArray()), "value");
@@ -147,9 +148,10 @@ void tst_tool_parts::numbers_areRefused_outsideTheirRange()
     QTEST(asNumber.isEmpty(), "isNumber");
     const QString asMilliseconds = refusal([&] { QCOMPARE(*parsed.milliseconds("--value"), text.toUInt()); });
     QTEST(asMilliseconds.isEmpty(), "isMilliseconds");
-    for (const QString &reason : {asNumber, asMilliseconds})
+    for (const QString &reason : {asNumber, asMilliseconds}) {
         QVERIFY(reason.isEmpty()
                 || reason.startsWith(QStringLiteral("--value: '%1' is not ").arg(QString::fromUtf8(text))));
+    }
 }
 
 void tst_tool_parts::enumerators_areFound_byNameInAnyCase()
@@ -162,11 +164,12 @@ void tst_tool_parts::enumerators_areFound_byNameInAnyCase()
     QCOMPARE(preset("BassBoost"), std::optional(EqualizerPreset::BassBoost));
     QCOMPARE(preset("rhythmandblues"), std::optional(EqualizerPreset::RhythmAndBlues));
     QVERIFY(!Arguments(Help, {}).enumerator<EqualizerPreset>("--value"));
-    for (const char *name : {"Unsupported", "always", "1", ""})
+    for (const char *name : {"Unsupported", "always", "1", ""}) {
         QCOMPARE(refusal([&] {
                      (void)Arguments(Help, {"--value", name}).enumerator<RepeatMode>("--value", {"Unsupported"});
                  }),
                  QStringLiteral("--value: '%1' is not one of None, Track, All").arg(QLatin1String(name)));
+    }
 }
 
 void tst_tool_parts::operandsMayBeginWithDash_afterTheFirst()
@@ -186,8 +189,9 @@ void tst_tool_parts::medium_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("url");
     for (const char *name : {"plain.ogg", "with blank.ogg", "100%25.ogg", "50%.ogg", "a#b.ogg", "what?.ogg",
-                             "a+b&c;d.ogg", "http:tune.ogg", "\xc3\xa4.ogg", "-", "line\nfeed.ogg"})
+                             "a+b&c;d.ogg", "http:tune.ogg", "\xc3\xa4.ogg", "-", "line\nfeed.ogg"}) {
         QTest::newRow(name) << QByteArray(name) << true << QStringLiteral("%1/") + QString::fromUtf8(name) << QString();
+    }
     QTest::newRow("missing") << QByteArray("no such.ogg") << false << "%1/no such.ogg" << QString();
     QTest::newRow("absolute") << QByteArray("/no%41such/b.ogg") << false << "/no%41such/b.ogg" << QString();
     QTest::newRow("drive-like") << QByteArray("c:tune.ogg") << false << "%1/c:tune.ogg" << QString();
@@ -205,15 +209,17 @@ void tst_tool_parts::medium()
     const QTemporaryDir folder;
     const QString before = QDir::currentPath();
     QVERIFY(QDir::setCurrent(folder.path()));
-    if (isCreated)
+    if (isCreated) {
         QVERIFY(QFile(QString::fromUtf8(argument)).open(QIODevice::WriteOnly));
+    }
     const Medium medium = mediumFromArgument(argument);
     QDir::setCurrent(before);
     QVERIFY(medium.url.isValid());
-    if (url.isEmpty())
+    if (url.isEmpty()) {
         QCOMPARE(medium.url.toLocalFile(), path.startsWith(QLatin1String("%1")) ? folder.path() + path.mid(2) : path);
-    else
+    } else {
         QCOMPARE(medium.url.toString(QUrl::FullyEncoded), url);
+    }
 }
 
 void tst_tool_parts::medium_hasUsableUrl_forNameThatIsNoUtf8()
@@ -236,8 +242,9 @@ void tst_tool_parts::keys_data()
     QTest::addColumn<QList<int>>("keys");
     const auto row = [](const char *name, const QByteArray &bytes, std::initializer_list<Key> keys) {
         QList<int> numbers;
-        for (Key key : keys)
-            numbers.append(int(key));
+        for (Key key : keys) {
+            numbers.append(static_cast<int>(key));
+        }
         QTest::newRow(name) << bytes << numbers;
     };
     row("letters", " +-npcq",
@@ -256,9 +263,11 @@ void tst_tool_parts::keys()
     QFETCH(QByteArray, bytes);
     KeyDecoder decoder;
     QList<int> keys;
-    for (char byte : bytes)
-        if (const auto key = decoder.feed(byte))
+    for (char byte : bytes) {
+        if (const auto key = decoder.feed(byte)) {
             keys.append(int(*key));
+        }
+    }
     QTEST(keys, "keys");
 }
 
@@ -289,8 +298,9 @@ void tst_tool_parts::statusLine_fits_whateverTheWidth()
                     .track = 3,
                     .trackCount = 12,
                     .captions = true};
-    for (int columns = 1; columns < 200; ++columns)
+    for (int columns = 1; columns < 200; ++columns) {
         QVERIFY2(statusLine(view, columns).size() <= columns, qPrintable(statusLine(view, columns)));
+    }
 }
 
 void tst_tool_parts::statusLine_showsHowFar()
@@ -343,8 +353,9 @@ void tst_tool_parts::peak_isHeld_andFallsToTheLevel()
 void tst_tool_parts::recordingLine_fits_whateverTheWidth()
 {
     const RecordingView view{.isPaused = true, .duration = 4000, .level = 0.5, .peak = 1, .size = 123456};
-    for (int columns = 1; columns < 200; ++columns)
+    for (int columns = 1; columns < 200; ++columns) {
         QVERIFY2(recordingLine(view, columns).size() <= columns, qPrintable(recordingLine(view, columns)));
+    }
 }
 
 void tst_tool_parts::recordingLine_showsLevelAndPeak()

@@ -107,10 +107,11 @@ void tst_voro::unusableArguments_areRefusedByName()
     const Result result = voro(arguments);
     QCOMPARE(result.status, 2);
     QCOMPARE(result.out, QByteArray());
-    if (message.isEmpty())
+    if (message.isEmpty()) {
         QVERIFY2(result.err.startsWith("voro: play: 'http://[' is no URL: "), result.err.constData());
-    else
+    } else {
         QCOMPARE(result.err, message + '\n');
+    }
 }
 
 void tst_voro::help_isPrinted_data()
@@ -142,8 +143,9 @@ void tst_voro::help_isPrinted()
     QCOMPARE(result.status, 0);
     QCOMPARE(result.err, QByteArray());
     QVERIFY(result.out.startsWith("usage: voro "));
-    for (const QByteArray &text : std::as_const(texts))
+    for (const QByteArray &text : std::as_const(texts)) {
         QVERIFY2(result.out.contains(text), text.constData());
+    }
 }
 
 void tst_voro::commands_fail_withoutDaemon_data()
@@ -155,14 +157,17 @@ void tst_voro::commands_fail_withoutDaemon_data()
     QTest::newRow("record") << QStringList{"record", "/no-such-folder/a.wav"}
                             << QByteArray("voro: record: a.wav: InvalidState");
     QTest::newRow("publish") << QStringList{"publish"} << QByteArray("voro: publish: Internal");
-    for (const char *action : {"watch", "press"})
+    for (const char *action : {"watch", "press"}) {
         QTest::newRow(action) << QStringList{"keys", QLatin1String(action), "Play"} << QByteArray("voro: keys: ");
+    }
     QTest::newRow("sound") << QStringList{"sound", "InputKeypress"}
                            << QByteArray("voro: sound: there is no sound service");
-    for (const char *command : {"next", "volume-up", "repeat"})
+    for (const char *command : {"next", "volume-up", "repeat"}) {
         QTest::newRow(command) << QStringList{"remote", QLatin1String(command)} << QByteArray("voro: remote: Write");
-    for (const char *command : {"status", "watch"})
+    }
+    for (const char *command : {"status", "watch"}) {
         QTest::newRow(command) << QStringList{"remote", QLatin1String(command)} << QByteArray("voro: remote: Read");
+    }
 }
 
 void tst_voro::commands_fail_withoutDaemon()
@@ -349,8 +354,9 @@ void tst_voro::keys_watch_tellsOfPresses()
     }
     QCOMPARE(press("801"), 0);
     QCOMPARE(press("0"), 0);
-    for (const QByteArray &text : std::as_const(expected))
+    for (const QByteArray &text : std::as_const(expected)) {
         QVERIFY(watch.waitFor(text));
+    }
     QCOMPARE(watch.interrupt(), 0);
     QCOMPARE(watch.rest(), QByteArray());
 }

@@ -38,8 +38,9 @@ void tst_VoroPlay::saysWhatIsWrong_andPlaysTheNext()
     QCOMPARE(several.status, 1);
     QCOMPARE(several.out.count("\"signal\":\"playbackCompleted\"}"), 1);
     QCOMPARE(several.out.count("\"signal\":\"trackChanged\",\"track\":4}"), 1);
-    for (const char *line : {"100%25 #1?.ogg: SourceUnavailable\n", "junk.ogg: UnsupportedMediaType\n"})
+    for (const char *line : {"100%25 #1?.ogg: SourceUnavailable\n", "junk.ogg: UnsupportedMediaType\n"}) {
         QVERIFY2(several.err.contains(QByteArray("voro: play: ") + line), several.err.constData());
+    }
     QCOMPARE(several.err.count("junk.ogg: U"), 3);
     const Result bad = voro({"play", junk, junk});
     QCOMPARE(bad.status, 1);
@@ -57,20 +58,22 @@ void tst_VoroPlay::json_tellsTheWholeStory()
     QString title;
     int ends = 0;
     for (const QByteArray &line : result.out.split('\n')) {
-        if (line.isEmpty())
+        if (line.isEmpty()) {
             continue;
+        }
         const QJsonObject signal = QJsonDocument::fromJson(line).object();
         const QString name = signal.value(QLatin1String("signal")).toString();
         QVERIFY2(!name.isEmpty() && signal.value(QLatin1String("t")).toDouble() >= last, line.constData());
         last = signal.value(QLatin1String("t")).toDouble();
-        if (name == QLatin1String("mediaStateChanged"))
+        if (name == QLatin1String("mediaStateChanged")) {
             states.append(signal.value(QLatin1String("mediaState")).toString());
-        else if (name == QLatin1String("metaDataChanged"))
+        } else if (name == QLatin1String("metaDataChanged")) {
             title = signal.value(QLatin1String("metaData")).toObject().value(QLatin1String("title")).toString();
-        else if (name == QLatin1String("positionChanged"))
+        } else if (name == QLatin1String("positionChanged")) {
             QVERIFY2(signal.value(QLatin1String("position")).toDouble() >= 0, line.constData());
-        else if (name == QLatin1String("playbackCompleted"))
+        } else if (name == QLatin1String("playbackCompleted")) {
             ++ends;
+        }
     }
     QCOMPARE(states, (QStringList{"Prepared", "Started", "Stopped"}));
     QCOMPARE(title, "First Light");
@@ -125,9 +128,13 @@ void tst_VoroPlay::keys_workOnTerminal()
     QVERIFY2(terminal.waitFor("First Light - Voro"), terminal.written().constData());
     QVERIFY(!terminal.isInOwnMode());
     const std::pair<const char *, const char *> answers[] = {
-        {" ", "|| "}, {"-", "volume 95%"}, {"\x1b[A", "volume 100%"},
+        {" ", "|| "},
+        {"-", "volume 95%"},
+        {"\x1b[A", "volume 100%"},
         // Paused, so the position changes by the keys alone.
-        {"\x1b[C\x1b[C", "|| 0:1"}, {"p", "|| 0:00"}, {" ", ">  0:0"},
+        {"\x1b[C\x1b[C", "|| 0:1"},
+        {"p", "|| 0:00"},
+        {" ", ">  0:0"},
     };
     for (const auto &[keys, answer] : answers) {
         terminal.type(keys);
@@ -156,10 +163,11 @@ void tst_VoroPlay::givesTerminalBack()
     PseudoTerminal terminal({VORO_PROGRAM, "play"});
     QVERIFY(terminal.waitFor("First Light - Voro"));
     QVERIFY(!terminal.isInOwnMode());
-    if (signal)
+    if (signal) {
         kill(terminal.processId(), signal);
-    else
+    } else {
         terminal.type(keys);
+    }
     QCOMPARE(terminal.waitForEnd(), signal == SIGSEGV ? std::nullopt : std::optional(0));
     QVERIFY(terminal.isInOwnMode());
 }

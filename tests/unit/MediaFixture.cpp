@@ -7,10 +7,12 @@ namespace {
 
 QString shown(const QMetaProperty &property, const QVariant &value)
 {
-    if (value.metaType().flags().testFlag(QMetaType::IsEnumeration))
+    if (value.metaType().flags().testFlag(QMetaType::IsEnumeration)) {
         return QLatin1String(property.enumerator().valueToKey(value.toInt()));
-    if (value.canConvert<QString>())
+    }
+    if (value.canConvert<QString>()) {
         return value.toString();
+    }
     QString text;
     QDebug(&text).nospace() << value;
     return text;

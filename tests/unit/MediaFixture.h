@@ -26,8 +26,9 @@ public:
                    [&](voro::test::ScriptedRenderer &scripted) {
                        qputenv("VORO_RUNTIME_DIR", folder.path().toUtf8());
                        qputenv("VORO_AUTOSPAWN", "0");
-                       if (script)
+                       if (script) {
                            script(scripted);
+                       }
                    }),
           emitted(&media, trace),
           notifier(*media.template findChild<voro::multimedia::MmrContextNotifier *>())
@@ -83,11 +84,13 @@ void tryRow()
     const auto result = data.act(f);
     QStringList outcome = f.trace + f.log.takeLines();
     for (const QString &line : f.state()) {
-        if (!earlier.contains(line))
+        if (!earlier.contains(line)) {
             outcome += line;
+        }
     }
-    if (result != voro::multimedia::MediaError::None)
+    if (result != voro::multimedia::MediaError::None) {
         outcome += QStringLiteral("-> ") + QLatin1String(voro::multimedia::keyName(result));
+    }
     QCOMPARE(outcome, data.outcome.split(QStringLiteral("; "), Qt::SkipEmptyParts));
 }
 

@@ -15,9 +15,11 @@ void RuntimeBroker::publish(const QString &folder, const QString &object)
     const bool isMarked = name.startsWith(QLatin1Char('*')) || name.startsWith(QLatin1Char('-'));
     const QString mark = isMarked ? name.left(1) : QString();
     name.remove(0, mark.size());
-    if (isMarked)
+    if (isMarked) {
         lines.prepend(mark + QLatin1Char('@') + name);
+    }
     const QString path = folder + QLatin1Char('/') + name;
-    if (!m_thread.publish(path.toStdString(), lines.join(QLatin1Char('\n')).toStdString()))
+    if (!m_thread.publish(path.toStdString(), lines.join(QLatin1Char('\n')).toStdString())) {
         qFatal("cannot publish %s", qPrintable(object));
+    }
 }

@@ -29,14 +29,16 @@ ScriptedRenderer::ScriptedRenderer(QStringList &trace, const std::function<void(
     : m_trace(trace)
 {
     s_current = this;
-    if (script)
+    if (script) {
         script(*this);
+    }
 }
 
 ScriptedRenderer::~ScriptedRenderer()
 {
-    if (m_dictionaries != 0)
+    if (m_dictionaries != 0) {
         qFatal("%d dictionaries were neither consumed nor destroyed", m_dictionaries);
+    }
     s_current = nullptr;
 }
 
@@ -80,10 +82,12 @@ namespace {
 int answer(const char *function, mmr_context_t *context, const QStringList &arguments)
 {
     const auto *failure = ScriptedRenderer::current()->call(QString::fromLatin1(function), arguments);
-    if (!context)
+    if (!context) {
         return -1;
-    if (!failure)
+    }
+    if (!failure) {
         return 0;
+    }
     context->hasError = failure->recorded;
     context->error.error_code = static_cast<uint32_t>(failure->code);
     context->error.extra_value = failure->extraValue;
@@ -94,8 +98,9 @@ int answer(const char *function, mmr_context_t *context, const QStringList &argu
 QStringList consume(strm_dict_t *dictionary)
 {
     QStringList shown;
-    for (const auto &[key, value] : dictionary->entries)
+    for (const auto &[key, value] : dictionary->entries) {
         shown += QString::fromUtf8(key) + QLatin1Char('=') + QString::fromUtf8(value);
+    }
     strm_dict_destroy(dictionary);
     return shown;
 }
@@ -129,8 +134,9 @@ void mmr_disconnect(mmr_connection_t *connection)
 mmr_context_t *mmr_context_create(mmr_connection_t *, const char *name, unsigned flags, mode_t mode)
 {
     if (ScriptedRenderer::current()->call(text("mmr_context_create"),
-                                          {text(name), QString::number(flags), QString::number(mode, 8)}))
+                                          {text(name), QString::number(flags), QString::number(mode, 8)})) {
         return nullptr;
+    }
     auto *context = new mmr_context;
     context->name = text(name);
     return context;
@@ -146,8 +152,10 @@ int mmr_context_destroy(mmr_context_t *context)
 ssize_t mmr_context_path(mmr_context_t *context, char *buffer, size_t length)
 {
     const QByteArray path = voro::test::contextFolder(context->name).toUtf8();
-    if (answer("mmr_context_path", context, {QString::number(length)}) == -1 || size_t(path.size()) >= length)
+    if (answer("mmr_context_path", context, {QString::number(length)}) == -1
+        || static_cast<size_t>(path.size()) >= length) {
         return -1;
+    }
     qstrncpy(buffer, path.constData(), length);
     return path.size();
 }
@@ -225,8 +233,9 @@ strm_dict_t *strm_dict_new(void)
 
 strm_dict_t *strm_dict_set(strm_dict_t *dictionary, const char *key, const char *value)
 {
-    if (ScriptedRenderer::current()->isKeyFailing(text(key)))
+    if (ScriptedRenderer::current()->isKeyFailing(text(key))) {
         return nullptr;
+    }
     // The old handle must not be used again: give another one, so that a sanitizer sees it.
     auto *changed = new strm_dict(*dictionary);
     delete dictionary;
@@ -236,8 +245,9 @@ strm_dict_t *strm_dict_set(strm_dict_t *dictionary, const char *key, const char 
 
 void strm_dict_destroy(strm_dict_t *dictionary)
 {
-    if (!dictionary)
+    if (!dictionary) {
         return;
+    }
     ScriptedRenderer::current()->countDictionary(-1);
     delete dictionary;
 }

@@ -19,8 +19,9 @@ ScriptedService::ScriptedService(RuntimeBroker &broker, const QString &path)
 {
     m_thread.run([this](voro::pps::Broker &present) {
         m_broker = &present;
-        if (!present.serve(m_path, this))
+        if (!present.serve(m_path, this)) {
             qFatal("cannot serve %s", m_path.c_str());
+        }
     });
 }
 
@@ -48,8 +49,9 @@ void ScriptedService::stop()
 QString ScriptedService::next()
 {
     std::unique_lock lock(m_mutex);
-    if (!m_wake.wait_for(lock, Patience, [this] { return !m_events.empty(); }))
+    if (!m_wake.wait_for(lock, Patience, [this] { return !m_events.empty(); })) {
         return QStringLiteral("nothing");
+    }
     const QString event = m_events.front();
     m_events.pop_front();
     return event;
@@ -58,8 +60,9 @@ QString ScriptedService::next()
 QStringList ScriptedService::next(int count)
 {
     QStringList events;
-    while (count-- > 0)
+    while (count-- > 0) {
         events += next();
+    }
     return events;
 }
 
@@ -70,7 +73,7 @@ void ScriptedService::clientOpened(voro::pps::ClientId, const voro::pps::Peer &)
 
 void ScriptedService::clientMessage(voro::pps::ClientId client, std::string_view text)
 {
-    QString message = QString::fromUtf8(text.data(), qsizetype(text.size()));
+    QString message = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     message.replace(QLatin1Char('\n'), QLatin1Char('|'));
     QStringList answers;
     {
@@ -84,10 +87,11 @@ void ScriptedService::clientMessage(voro::pps::ClientId client, std::string_view
     }
     arrived(message);
     for (const QString &reply : answers) {
-        if (reply == QLatin1String("gone"))
+        if (reply == QLatin1String("gone")) {
             m_broker->unserve(m_path);
-        else
+        } else {
             m_broker->send(client, wireText(reply));
+        }
     }
 }
 

@@ -48,9 +48,11 @@ SignalLog::SignalLog(QObject *sender, QStringList &trace) : m_trace(trace)
     const QMetaObject &metaObject = *sender->metaObject();
     for (int i = QObject::staticMetaObject.methodCount(); i < metaObject.methodCount(); ++i) {
         const QMetaMethod method = metaObject.method(i);
-        if (method.methodType() != QMetaMethod::Signal)
+        if (method.methodType() != QMetaMethod::Signal) {
             continue;
-        QMetaObject::connect(sender, i, this, QObject::staticMetaObject.methodCount() + int(m_signals.size()),
+        }
+        QMetaObject::connect(sender, i, this,
+                             QObject::staticMetaObject.methodCount() + static_cast<int>(m_signals.size()),
                              Qt::DirectConnection);
         m_signals += method;
     }
@@ -59,16 +61,18 @@ SignalLog::SignalLog(QObject *sender, QStringList &trace) : m_trace(trace)
 int SignalLog::qt_metacall(QMetaObject::Call call, int id, void **arguments)
 {
     id = QObject::qt_metacall(call, id, arguments);
-    if (id < 0 || call != QMetaObject::InvokeMetaMethod)
+    if (id < 0 || call != QMetaObject::InvokeMetaMethod) {
         return id;
+    }
     const QMetaMethod &method = m_signals.at(id);
     const QString text = described(method, arguments);
     m_trace += text;
     if (m_then) {
         m_then();
         // A slot may go on with its arguments, whatever it did.
-        if (described(method, arguments) != text)
+        if (described(method, arguments) != text) {
             m_trace += text + QLatin1String(" has changed");
+        }
     }
     return -1;
 }

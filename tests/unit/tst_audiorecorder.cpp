@@ -355,8 +355,9 @@ void AudioRecorderTest::metaObject_hasItsMembersInOrder()
 {
     const auto methods = [](const QMetaObject &type) {
         QByteArrayList signatures;
-        for (int i = type.methodOffset(); i < type.methodCount(); ++i)
+        for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
             signatures += type.method(i).methodSignature().replace("voro::multimedia::", "");
+        }
         return signatures;
     };
     QCOMPARE(methods(AudioRecorder::staticMetaObject),
@@ -402,10 +403,12 @@ void AudioRecorderTest::property_isWritableAndNotifies()
     QTEST(QByteArray(property.typeName()), "type");
     QCOMPARE(property.isConstant(), property.name() == QByteArray("deviceMode"));
     RecorderFixture f;
-    if (property.metaType() == QMetaType::fromType<QVariant>())
+    if (property.metaType() == QMetaType::fromType<QVariant>()) {
         QCOMPARE(property.read(&f.media).metaType(), QMetaType::fromType<unsigned int>());
-    if (property.name() == QByteArray("deviceMode"))
+    }
+    if (property.name() == QByteArray("deviceMode")) {
         QCOMPARE(f.media.deviceMode(), DeviceMode::Capture);
+    }
 }
 
 QTEST_GUILESS_MAIN(AudioRecorderTest)

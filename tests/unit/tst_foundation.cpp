@@ -35,8 +35,9 @@ QString obfuscated;
 extern "C" int slog2_obfuscate(int flags, int separator, int reserved, const char *text, size_t size, char *output)
 {
     obfuscated = QStringLiteral("%1 %2 %3 %4 %5").arg(flags).arg(separator).arg(reserved).arg(text).arg(size);
-    if (std::strcmp(text, "unreadable") == 0)
+    if (std::strcmp(text, "unreadable") == 0) {
         return EINVAL;
+    }
     qstrncpy(output, "*", size);
     return 0;
 }
@@ -69,8 +70,9 @@ void enumerationRow(const char *expected)
 {
     const QMetaEnum enumeration = QMetaEnum::fromType<Enumeration>();
     QStringList found;
-    for (int i = 0; i < enumeration.keyCount(); ++i)
+    for (int i = 0; i < enumeration.keyCount(); ++i) {
         found += QStringLiteral("%1 %2").arg(QLatin1String(enumeration.key(i))).arg(enumeration.value(i));
+    }
     const QByteArray scope = enumeration.scope();
     QTest::newRow(scope.constData()) << scope << QByteArray(enumeration.name()) << enumeration.isFlag()
                                      << found.join(QLatin1String(", ")) << QString::fromLatin1(expected);
@@ -158,8 +160,9 @@ void FoundationTest::metaDataKey_isWhatOtherProcessesExpect_data()
         {MetaData::FocalLength, "focal_length"},
         {MetaData::ISO, "iso"},
     };
-    for (const auto &[key, expected] : rows)
+    for (const auto &[key, expected] : rows) {
         QTest::newRow(expected) << QByteArray(key);
+    }
 }
 
 void FoundationTest::metaDataKey_isWhatOtherProcessesExpect()
@@ -295,18 +298,20 @@ void FoundationTest::uniqueIds_differ_whenThreadsAskAtOnce()
     std::unique_ptr<QThread> threads[2];
     for (int i = 0; i < 2; ++i) {
         threads[i].reset(QThread::create([&ids = found[i]] {
-            for (int n = 0; n < count; ++n)
+            for (int n = 0; n < count; ++n) {
                 ids += MediaUtils::instance()->generateUniqueId();
+            }
         }));
         threads[i]->start();
     }
-    for (const auto &thread : threads)
+    for (const auto &thread : threads) {
         thread->wait();
+    }
     const QStringList all = found[0] + found[1];
     QCOMPARE(QSet<QString>(all.begin(), all.end()).size(), 2 * count);
     // Process and number, nothing else.
     bool ok = false;
-    QCOMPARE(qint64(all.first().toULongLong(&ok, 36) >> 32), QCoreApplication::applicationPid());
+    QCOMPARE(static_cast<qint64>(all.first().toULongLong(&ok, 36) >> 32), QCoreApplication::applicationPid());
     QVERIFY(ok);
 }
 

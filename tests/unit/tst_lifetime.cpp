@@ -56,15 +56,17 @@ void record(QStringList &trace, const PreparationOf<Media> &given, const ActionO
     const QByteArray runtime = qgetenv("VORO_RUNTIME_DIR");
     // A broker that a test has made stays the one.
     MediaFixture<Media> f([&](auto &) {
-        if (!runtime.isEmpty())
+        if (!runtime.isEmpty()) {
             qputenv("VORO_RUNTIME_DIR", runtime);
+        }
     });
     given(f);
     f.forget();
     const QPointer<N> monitor(&f.notifier);
     f.emitted.setThen([&] {
-        if (f.trace.size() != end + 1)
+        if (f.trace.size() != end + 1) {
             return;
+        }
         f.owned.reset();
         runEventLoop();
         QVERIFY2(monitor, "what was under way is gone");
@@ -85,8 +87,9 @@ void destroyEverywhere(const PreparationOf<Media> &given, const MakeAction &make
     record<Media>(whole, given, makeAction(), -1);
     QVERIFY(std::any_of(whole.cbegin(), whole.cend(), isSignal));
     for (qsizetype end = 0; end < whole.size() && !QTest::currentTestFailed(); ++end) {
-        if (!isSignal(whole.at(end)))
+        if (!isSignal(whole.at(end))) {
             continue;
+        }
         QStringList trace;
         record<Media>(trace, given, makeAction(), end);
         QCOMPARE(trace, whole.mid(0, end + 1) + (QStringList{"mmr_context_destroy", "mmr_disconnect"}));
@@ -179,8 +182,9 @@ template<typename Media>
 void stepRows(const Steps<Media> &steps)
 {
     QTest::addColumn<Step<Media>>("data");
-    for (const auto &[name, step] : steps)
+    for (const auto &[name, step] : steps) {
         QTest::newRow(name.c_str()) << step;
+    }
 }
 
 template<typename Media>
@@ -199,8 +203,9 @@ void tryPublication()
     destroyEverywhere<Media>(data.given, [&] {
         return [&](MediaFixture<Media> &f) {
             const QString folder = voro::test::contextFolder(f.contextName);
-            for (const QString &object : data.objects.split(QStringLiteral(" | ")))
+            for (const QString &object : data.objects.split(QStringLiteral(" | "))) {
                 broker.publish(folder, object);
+            }
             const auto isOver = [&] { return !f.owned || f.trace.contains(data.last); };
             return QTest::qWaitFor(isOver) ? MediaError::None : MediaError::Internal;
         };
@@ -216,8 +221,9 @@ std::set<QByteArray> emittedSignals(const Steps<Media> &steps)
         QStringList trace;
         record<Media>(trace, step.given, step.act, -1);
         for (const QString &line : trace) {
-            if (isSignal(line))
+            if (isSignal(line)) {
                 names.insert(line.section(QLatin1Char('('), 0, 0).toLatin1());
+            }
         }
     }
     return names;
@@ -227,8 +233,9 @@ std::set<QByteArray> declaredSignals(const QMetaObject &metaObject)
 {
     std::set<QByteArray> names;
     for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        if (metaObject.method(i).methodType() == QMetaMethod::Signal)
+        if (metaObject.method(i).methodType() == QMetaMethod::Signal) {
             names.insert(metaObject.method(i).name());
+        }
     }
     return names;
 }

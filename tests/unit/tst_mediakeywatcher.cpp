@@ -23,8 +23,9 @@ public:
         : m_control(broker.thread().open(std::string(ControlPath) + "?server", 3)),
           m_marker(QLatin1String(ControlPath))
     {
-        if (!m_marker.open(voro::PpsOpenMode::Publish))
+        if (!m_marker.open(voro::PpsOpenMode::Publish)) {
             qFatal("The service cannot be reached");
+        }
         read();
     }
 
@@ -32,19 +33,22 @@ public:
     QStringList takeTrace()
     {
         // What the process wrote before is read before the marker.
-        if (!m_marker.write("msg::marker\n"))
+        if (!m_marker.write("msg::marker\n")) {
             qFatal("The service cannot be reached");
+        }
         QStringList trace;
-        for (QString entry = read(); entry != QLatin1String("marker"); entry = read())
+        for (QString entry = read(); entry != QLatin1String("marker"); entry = read()) {
             trace.append(entry);
+        }
         return trace;
     }
 
     /** Sends lines to every client. */
     void send(const QByteArray &lines)
     {
-        if (!m_control->write("@control\n" + lines.toStdString()))
+        if (!m_control->write("@control\n" + lines.toStdString())) {
             qFatal("The clients cannot be reached");
+        }
     }
 
 private:
@@ -52,11 +56,13 @@ private:
     {
         const auto objects = voro::PpsObject::decodeWithFlags(QByteArray::fromStdString(readNext(*m_control)));
         const voro::PpsAttribute client = objects.first();
-        if (client.flags())
+        if (client.flags()) {
             return client.flags() & voro::PpsAttributeFlag::Created ? QStringLiteral("+") : QStringLiteral("-");
+        }
         const QVariantMap message = client.toVariant().toMap();
-        if (message["msg"] == QLatin1String("marker"))
+        if (message["msg"] == QLatin1String("marker")) {
             return QStringLiteral("marker");
+        }
         const QVariantMap data = message["dat"].toMap();
         const bool isRegistration = message.size() == 2 && message["msg"] == QLatin1String("button") && data.size() == 2
                                     && data["action"] == QLatin1String("forward");
@@ -126,12 +132,15 @@ void MediaKeyWatcherTest::listeners_decideWhatIsRegistered()
         // Without listeners the connection is there and nothing is registered.
         QCOMPARE(service.takeTrace(), QStringList("+"));
     }
-    for (int i = 0; i < shortListeners; ++i)
+    for (int i = 0; i < shortListeners; ++i) {
         connect(&watcher, &MediaKeyWatcher::shortPress, this, [] {});
-    for (int i = 0; i < mediumListeners; ++i)
+    }
+    for (int i = 0; i < mediumListeners; ++i) {
         connect(&watcher, &MediaKeyWatcher::mediumPress, this, [] {});
-    for (int i = 0; i < longListeners; ++i)
+    }
+    for (int i = 0; i < longListeners; ++i) {
         connect(&watcher, &MediaKeyWatcher::longPress, this, [] {});
+    }
     const QStringList trace = service.takeTrace();
     QCOMPARE(trace.mid(trace.lastIndexOf("+")).join(' '), last);
 }
@@ -140,8 +149,10 @@ void MediaKeyWatcherTest::key_hasItsName_whenRegistered_data()
 {
     QTest::addColumn<int>("number");
     int number = 0;
-    for (const char *name : {"forward", "pause", "play", "playpause", "rewind", "stop", "vdown", "vup", "prev", "next"})
+    for (const char *name :
+         {"forward", "pause", "play", "playpause", "rewind", "stop", "vdown", "vup", "prev", "next"}) {
         QTest::newRow(name) << ++number;
+    }
     QTest::newRow("") << 11;
 }
 
@@ -151,7 +162,7 @@ void MediaKeyWatcherTest::key_hasItsName_whenRegistered()
     RuntimeBroker broker;
     Service service(broker);
     const MediaKeyWatcher watcher(static_cast<MediaKey::Type>(number));
-    QCOMPARE(int(watcher.key()), number);
+    QCOMPARE(static_cast<int>(watcher.key()), number);
     connect(&watcher, &MediaKeyWatcher::shortPress, this, [] {});
     QCOMPARE(service.takeTrace(), QStringList({"+", QStringLiteral("bn_%1_short").arg(QTest::currentDataTag())}));
 }
@@ -193,10 +204,11 @@ void MediaKeyWatcherTest::goneListeners_countNoLonger()
     auto listener = std::make_unique<QObject>();
     connect(&watcher, &MediaKeyWatcher::longPress, listener.get(), [] {});
     connect(&watcher, &MediaKeyWatcher::longPress, listener.get(), [] {});
-    if (isDestroyed)
+    if (isDestroyed) {
         listener.reset();
-    else
+    } else {
         disconnect(&watcher, &MediaKeyWatcher::longPress, listener.get(), nullptr);
+    }
     QCoreApplication::processEvents();
     const QStringList trace = service.takeTrace();
     QCOMPARE(trace.mid(trace.lastIndexOf("+")), QStringList({"+", "bn_play_short"}));
@@ -364,8 +376,9 @@ void MediaKeyWatcherTest::metaObject_declaresWhatIsPublic()
     const QMetaObject &metaObject = MediaKeyWatcher::staticMetaObject;
     QCOMPARE(metaObject.className(), "voro::multimedia::MediaKeyWatcher");
     QByteArrayList methods;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i)
+    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
         methods += metaObject.method(i).methodSignature();
+    }
     QCOMPARE(methods, QByteArrayList({"shortPress(voro::multimedia::MediaKey::Type)",
                                       "mediumPress(voro::multimedia::MediaKey::Type)",
                                       "longPress(voro::multimedia::MediaKey::Type)",

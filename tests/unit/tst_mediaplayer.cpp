@@ -379,8 +379,9 @@ void MediaPlayerTest::property_notifiesThroughTheRightSignal_data()
 {
     QTest::addColumn<QMetaProperty>("property");
     const QMetaObject &metaObject = MediaPlayer::staticMetaObject;
-    for (int i = metaObject.propertyOffset(); i < metaObject.propertyCount(); ++i)
+    for (int i = metaObject.propertyOffset(); i < metaObject.propertyCount(); ++i) {
         QTest::newRow(metaObject.property(i).name()) << metaObject.property(i);
+    }
 }
 
 void MediaPlayerTest::property_notifiesThroughTheRightSignal()
@@ -415,8 +416,9 @@ void MediaPlayerTest::property_ofQml_isReadAndWrittenThroughVariants()
         QCOMPARE(f.media.property(name), QVariant(5u));
         QCOMPARE(f.log.takeLines().filter("Unable to convert variant").size(), 1);
     }
-    for (const char *name : {"duration", "position", "track", "trackCount"})
+    for (const char *name : {"duration", "position", "track", "trackCount"}) {
         QCOMPARE(f.media.property(name).metaType(), QMetaType::fromType<unsigned int>());
+    }
 }
 
 QTEST_GUILESS_MAIN(MediaPlayerTest)

@@ -40,8 +40,9 @@ public:
         QSignalSpy state(watched.at(1), &voro::PpsObject::readyRead);
         broker.publish(folder, object);
         QVERIFY(all.wait());
-        if (object.contains(QLatin1String(" error:")) && state.isEmpty())
+        if (object.contains(QLatin1String(" error:")) && state.isEmpty()) {
             QVERIFY(state.wait());
+        }
     }
 
     QStringList trace;
@@ -114,12 +115,14 @@ void MmrContextNotifierTest::tryRow()
     QFETCH(QString, then);
     QFETCH(QString, outcome);
     MonitorFixture f;
-    for (const QString &object : parts(before))
+    for (const QString &object : parts(before)) {
         f.publish(object);
+    }
     f.trace.clear();
     f.log.takeLines();
-    for (const QString &object : parts(then))
+    for (const QString &object : parts(then)) {
         f.publish(object);
+    }
     QCOMPARE(f.trace + f.log.takeLines(), parts(outcome));
 }
 
@@ -240,8 +243,9 @@ void MmrContextNotifierTest::metaData_data()
             {"md_video_width", "width", width},
         };
         for (const auto &[attribute, key, value] : all) {
-            if (!*value)
+            if (!*value) {
                 continue;
+            }
             attributes += QStringLiteral("%1::%2").arg(QLatin1String(attribute), QLatin1String(value));
             values += QStringLiteral("(%1, QVariant(QString, %2))").arg(QLatin1String(key), QLatin1String(value));
         }
@@ -383,8 +387,9 @@ void MmrContextNotifierTest::command()
     f.log.takeLines();
     const MediaError::Type result = act(f);
     QStringList found = f.trace + f.log.takeLines();
-    if (result != MediaError::None)
+    if (result != MediaError::None) {
         found += QStringLiteral("-> ") + QLatin1String(keyName(result));
+    }
     QCOMPARE(found, parts(outcome));
     QCOMPARE(f.renderer.dictionaryCount(), 0);
 }
@@ -443,8 +448,9 @@ void MmrContextNotifierTest::monitor_replacesItsSubscriptions_onlyForAnotherCont
     MonitorFixture f;
     const auto watched = [&] {
         QStringList paths;
-        for (const auto *object : f.notifier.findChildren<voro::PpsObject *>())
+        for (const auto *object : f.notifier.findChildren<voro::PpsObject *>()) {
             paths += object->path();
+        }
         return paths;
     };
     const QPointer<QObject> subscription = f.notifier.findChild<voro::PpsObject *>();
@@ -494,8 +500,9 @@ void MmrContextNotifierTest::signals_haveTheirOrder()
 {
     QByteArrayList found;
     const QMetaObject &metaObject = MmrContextNotifier::staticMetaObject;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i)
+    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
         found += metaObject.method(i).methodSignature();
+    }
     const QByteArrayList expected{
         "buffering(double)",
         "bufferStatusChanged(voro::multimedia::BufferStatus::Type)",

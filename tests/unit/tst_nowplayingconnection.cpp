@@ -26,8 +26,9 @@ struct Fixture {
     /** Acquires the role and forgets what that took. */
     void acquire()
     {
-        if (connection.acquire() != MediaError::None)
+        if (connection.acquire() != MediaError::None) {
             qFatal("the role was not granted");
+        }
         service.next(4);
         trace.clear();
         log.takeLines();
@@ -55,8 +56,9 @@ struct Fixture {
     {
         connection.revoke();
         QStringList messages;
-        for (QString event = service.next(); event != QLatin1String("closed"); event = service.next())
+        for (QString event = service.next(); event != QLatin1String("closed"); event = service.next()) {
             messages += event;
+        }
         return messages;
     }
 
@@ -120,10 +122,11 @@ void NowPlayingConnectionTest::metaObject_isAsDeclared()
     QByteArrayList slotNames;
     for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
         const QMetaMethod method = metaObject.method(i);
-        if (method.methodType() == QMetaMethod::Signal)
+        if (method.methodType() == QMetaMethod::Signal) {
             signatures += method.methodSignature().replace("voro::multimedia::", "");
-        else
+        } else {
             slotNames += method.name();
+        }
     }
     QCOMPARE(signatures, QByteArrayList({"acquired()",
                                          "audioManagerHandleChanged(uint)",
@@ -190,8 +193,9 @@ void NowPlayingConnectionTest::newConnection_hasItsValues()
     QCOMPARE(connection.repeatMode(), RepeatMode::Unsupported);
     QCOMPARE(connection.shuffleMode(), ShuffleMode::Unsupported);
     QCOMPARE(connection.priorityLevel(), PriorityLevel::Low);
-    for (const char *name : {"audioManagerHandle", "duration", "lastRevokingConnectionPid", "position"})
+    for (const char *name : {"audioManagerHandle", "duration", "lastRevokingConnectionPid", "position"}) {
         QCOMPARE(connection.property(name), QVariant(0U));
+    }
 }
 
 void NowPlayingConnectionTest::acquire_data()
@@ -353,8 +357,9 @@ void NowPlayingConnectionTest::preempted_isWhatStatusSays()
 {
     QFETCH(QString, status);
     Fixture f;
-    if (!status.isEmpty())
+    if (!status.isEmpty()) {
         f.broker.publish(QStringLiteral("/pps/services/multimedia/mediaplayer"), status);
+    }
     QVERIFY(!f.connection.isPreempted());
     f.acquire();
     QTEST(f.connection.isPreempted(), "preempted");
@@ -490,8 +495,9 @@ void NowPlayingConnectionTest::setter_data()
     row(
         "variants that are none",
         [](Fixture &f) {
-            for (const char *name : {"position", "duration", "audioManagerHandle"})
+            for (const char *name : {"position", "duration", "audioManagerHandle"}) {
                 f.connection.setProperty(name, QStringLiteral("abc"));
+            }
         },
         "", {},
         "W NowPlayingConnection::setPositionQml: Unable to convert variant position. position=\"abc\"|"
@@ -664,15 +670,17 @@ void NowPlayingConnectionTest::connection_mayGo_inEachSlot()
         Fixture f;
         given(f);
         f.emitted.setThen([&] {
-            if (f.trace.size() == last)
+            if (f.trace.size() == last) {
                 f.owned.reset();
+            }
         });
         act(f);
         QCOMPARE(f.trace.size(), last);
         QVERIFY(!f.owned);
         QString event;
-        while (event != QLatin1String("closed") && event != QLatin1String("nothing"))
+        while (event != QLatin1String("closed") && event != QLatin1String("nothing")) {
             event = f.service.next();
+        }
         QCOMPARE(event, QStringLiteral("closed"));
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }

@@ -43,8 +43,9 @@ struct SubscribedFixture : Fixture {
     /** Sends messages to the controller, and returns when they were handled. */
     void receive(const QStringList &messages)
     {
-        for (const QString &message : messages)
+        for (const QString &message : messages) {
             service.send(message);
+        }
         service.send(Marker);
         QTRY_VERIFY(!trace.isEmpty() && trace.last() == QLatin1String("trackChanged()"));
         trace.removeLast();
@@ -92,10 +93,11 @@ void NowPlayingControllerTest::metaObject_isAsDeclared()
     const QMetaObject &metaObject = C::staticMetaObject;
     QByteArrayList signatures;
     for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        if (metaObject.method(i).methodType() == QMetaMethod::Signal)
+        if (metaObject.method(i).methodType() == QMetaMethod::Signal) {
             signatures += metaObject.method(i).methodSignature().replace("voro::multimedia::", "");
-        else
+        } else {
             QCOMPARE(QByteArray(metaObject.method(i).typeName()), QByteArray("voro::multimedia::MediaError::Type"));
+        }
     }
     QCOMPARE(signatures,
              QByteArrayList({"durationChanged(uint)", "durationChanged(QVariant)", "iconUrlChanged(QUrl)",
@@ -302,11 +304,13 @@ void NowPlayingControllerTest::controller_mayGo_inEachSlot()
     for (int last = 1; last <= signalCount; ++last) {
         SubscribedFixture f;
         f.emitted.setThen([&] {
-            if (f.trace.size() == last)
+            if (f.trace.size() == last) {
                 f.owned.reset();
+            }
         });
-        for (const QString &message : messages)
+        for (const QString &message : messages) {
             f.service.send(message);
+        }
         QTRY_VERIFY(!f.owned);
         QCOMPARE(f.trace.size(), last);
         QCOMPARE(f.service.next(), QStringLiteral("closed"));
@@ -371,8 +375,9 @@ void NowPlayingControllerTest::getter_asksService()
     for (int round = 0; round < 2; ++round) {
         QTEST(getter(f.controller), "value");
         QCOMPARE(f.service.next(2), QStringList({"opened", "msg::md_subscribe|"}));
-        if (answers.contains(QLatin1String("gone")))
+        if (answers.contains(QLatin1String("gone"))) {
             break;
+        }
         QCOMPARE(f.service.next(2), QStringList({"msg::md_unsubscribe|", "closed"}));
     }
 }

@@ -22,14 +22,17 @@ public:
     QString next()
     {
         const QVariantMap objects = voro::PpsObject::decode(QByteArray::fromStdString(readNext(*m_control)), nullptr);
-        if (objects.isEmpty())
+        if (objects.isEmpty()) {
             return QStringLiteral("closed");
+        }
         const QVariantMap request = objects.first().toMap();
-        if (request.isEmpty())
+        if (request.isEmpty()) {
             return QStringLiteral("opened");
+        }
         const QVariantMap data = request.value(QStringLiteral("dat")).toMap();
-        if (request.size() != 3 || data.size() != 1 || request["id"].userType() != QMetaType::QString)
+        if (request.size() != 3 || data.size() != 1 || request["id"].userType() != QMetaType::QString) {
             return QStringLiteral("not a request");
+        }
         return QStringList{request["msg"].toString(), request["id"].toString(), data["sound"].toString()}.join(' ');
     }
 
@@ -70,8 +73,9 @@ void SystemSoundTest::sound_hasItsName_whenPreparedAndPlayed_data()
                            "event_video_call_outgoing",
                            "event_camera_burst_sound"};
     int number = 0;
-    for (const char *name : names)
+    for (const char *name : names) {
         QTest::newRow(name) << ++number;
+    }
 }
 
 void SystemSoundTest::sound_hasItsName_whenPreparedAndPlayed()

@@ -8,8 +8,9 @@
 /** Appends a number as so many bytes, the lowest first. */
 inline void appendNumber(std::string &bytes, uint64_t value, int size)
 {
-    for (int i = 0; i < size; ++i)
-        bytes += char(value >> (8 * i) & 0xff);
+    for (int i = 0; i < size; ++i) {
+        bytes += static_cast<char>(value >> (8 * i) & 0xff);
+    }
 }
 
 /** A WAV file of 16-bit samples out of channels of one length, whose samples lie from -1 to 1. */
@@ -29,8 +30,10 @@ inline std::string wav(unsigned sampleRate, std::span<const std::span<const doub
     appendNumber(bytes, 16, 2);
     bytes += "data";
     appendNumber(bytes, dataSize, 4);
-    for (size_t i = 0; i < channels.front().size(); ++i)
-        for (const auto channel : channels)
-            appendNumber(bytes, uint64_t(std::lround(channel[i] * 32767)), 2);
+    for (size_t i = 0; i < channels.front().size(); ++i) {
+        for (const auto channel : channels) {
+            appendNumber(bytes, static_cast<uint64_t>(std::lround(channel[i] * 32767)), 2);
+        }
+    }
     return bytes;
 }

@@ -19,7 +19,7 @@ constexpr double Length = 32 * Beat + 2;
 constexpr double Peak = 0.7;
 
 struct Stereo {
-    std::vector<double> left = std::vector<double>(size_t(Length * SampleRate));
+    std::vector<double> left = std::vector<double>(static_cast<size_t>(Length * SampleRate));
     std::vector<double> right = left;
 };
 
@@ -58,17 +58,18 @@ double envelope(const Voice &voice, double time, double held)
 void play(Stereo &mix, const Voice &voice, int midiNote, double beat, double beats, double loudness, double pan)
 {
     const double held = beats * Beat;
-    const auto first = size_t(beat * Beat * SampleRate);
-    const auto count = std::min(mix.left.size() - first, size_t((held + voice.release) * SampleRate));
+    const auto first = static_cast<size_t>(beat * Beat * SampleRate);
+    const auto count = std::min(mix.left.size() - first, static_cast<size_t>((held + voice.release) * SampleRate));
     const double toLeft = std::cos(pan * std::numbers::pi / 2) * voice.gain * loudness;
     const double toRight = std::sin(pan * std::numbers::pi / 2) * voice.gain * loudness;
     const double step = 2 * std::numbers::pi * frequency(midiNote) / SampleRate;
     for (size_t i = 0; i < count; ++i) {
-        const double time = double(i) / SampleRate;
+        const double time = static_cast<double>(i) / SampleRate;
         double value = 0;
         for (size_t partial = 0; partial < voice.partials.size(); ++partial) {
-            const double colour = std::exp(-time * voice.dulling * double(partial));
-            value += voice.partials[partial] * colour * std::sin(step * double(partial + 1) * double(i));
+            const double colour = std::exp(-time * voice.dulling * static_cast<double>(partial));
+            value += voice.partials[partial] * colour
+                     * std::sin(step * static_cast<double>(partial + 1) * static_cast<double>(i));
         }
         value *= envelope(voice, time, held);
         mix.left[first + i] += toLeft * value;
@@ -109,24 +110,27 @@ constexpr std::array Melody{
 void compose(Stereo &mix)
 {
     for (size_t bar = 0; bar < Bars.size(); ++bar) {
-        const double start = 4 * double(bar);
+        const double start = 4 * static_cast<double>(bar);
         const bool last = bar + 1 == Bars.size();
         for (size_t i = 0; i < 4; ++i) {
-            const double pan = 0.2 + 0.2 * double(i);
+            const double pan = 0.2 + 0.2 * static_cast<double>(i);
             // An octave below, on the other side and softly, gives the pad its width.
             play(mix, Pad, Bars[bar].chord[i], start, 4, 1, pan);
             play(mix, Pad, Bars[bar].chord[i] - 12, start, 4, 0.5, 1 - pan);
         }
         play(mix, Bass, Bars[bar].bass, start, last ? 4 : 2.8, 1, 0.5);
-        if (!last)
+        if (!last) {
             play(mix, Bass, Bars[bar].bass + 12, start + 3, 0.9, 0.5, 0.5);
+        }
         constexpr std::array<size_t, 8> Figure{0, 1, 2, 3, 2, 1, 2, 1};
-        for (size_t i = 0; i < (last ? 4 : Figure.size()); ++i)
-            play(mix, Harp, Bars[bar].chord[Figure[i]] + (last ? 12 : 0), start + 0.5 * double(i), last ? 2 : 0.5,
-                 i % 4 == 0 ? 1 : 0.7, 0.3 + 0.4 * double(i % 2));
+        for (size_t i = 0; i < (last ? 4 : Figure.size()); ++i) {
+            play(mix, Harp, Bars[bar].chord[Figure[i]] + (last ? 12 : 0), start + 0.5 * static_cast<double>(i),
+                 last ? 2 : 0.5, i % 4 == 0 ? 1 : 0.7, 0.3 + 0.4 * static_cast<double>(i % 2));
+        }
     }
-    for (const Tone &tone : Melody)
+    for (const Tone &tone : Melody) {
         play(mix, Bell, tone.note, tone.beat, tone.beats, 1, 0.55);
+    }
 }
 
 /** A delay line that feeds back into itself. */
@@ -168,10 +172,12 @@ void reverberate(std::vector<double> &channel, size_t spread)
     std::array allPasses{Delay(225 + spread), Delay(556 + spread)};
     for (double &sample : channel) {
         double wet = 0;
-        for (Delay &comb : combs)
+        for (Delay &comb : combs) {
             wet += comb.comb(sample, 0.82) / 4;
-        for (Delay &allPass : allPasses)
+        }
+        for (Delay &allPass : allPasses) {
             wet = allPass.allPass(wet);
+        }
         sample += 0.3 * wet;
     }
 }
@@ -179,12 +185,16 @@ void reverberate(std::vector<double> &channel, size_t spread)
 void normalise(Stereo &mix)
 {
     double highest = 0;
-    for (const auto *channel : {&mix.left, &mix.right})
-        for (double sample : *channel)
+    for (const auto *channel : {&mix.left, &mix.right}) {
+        for (double sample : *channel) {
             highest = std::max(highest, std::abs(sample));
-    for (auto *channel : {&mix.left, &mix.right})
-        for (double &sample : *channel)
+        }
+    }
+    for (auto *channel : {&mix.left, &mix.right}) {
+        for (double &sample : *channel) {
             sample *= Peak / highest;
+        }
+    }
 }
 
 } // namespace

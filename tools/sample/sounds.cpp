@@ -75,11 +75,11 @@ double tone(const Element &element, double time)
 void add(std::vector<double> &samples, const Element &element, std::mt19937 &random)
 {
     constexpr double Attack = 0.003;
-    const auto first = size_t(element.at * SampleRate);
-    const auto count = size_t(element.length * SampleRate);
+    const auto first = static_cast<size_t>(element.at * SampleRate);
+    const auto count = static_cast<size_t>(element.length * SampleRate);
     for (size_t i = 0; i < count; ++i) {
-        const double time = double(i) / SampleRate;
-        const double noise = 2 * double(random()) / double(std::mt19937::max()) - 1;
+        const double time = static_cast<double>(i) / SampleRate;
+        const double noise = 2 * static_cast<double>(random()) / static_cast<double>(std::mt19937::max()) - 1;
         const double value = element.from > 0 ? tone(element, time) : noise;
         const double left = 1 - time / element.length;
         samples[first + i] += value * std::min(1.0, time / Attack) * left * left;
@@ -89,18 +89,22 @@ void add(std::vector<double> &samples, const Element &element, std::mt19937 &ran
 std::vector<double> synthesise(const Sound &sound)
 {
     double length = 0;
-    for (const Element &element : sound.elements)
+    for (const Element &element : sound.elements) {
         length = std::max(length, element.at + element.length);
-    std::vector<double> samples(size_t(length * SampleRate) + 1);
+    }
+    std::vector<double> samples(static_cast<size_t>(length * SampleRate) + 1);
     // The same noise whenever it is made.
     std::mt19937 random(1);
-    for (const Element &element : sound.elements)
+    for (const Element &element : sound.elements) {
         add(samples, element, random);
+    }
     double highest = 0;
-    for (const double sample : samples)
+    for (const double sample : samples) {
         highest = std::max(highest, std::abs(sample));
-    for (double &sample : samples)
+    }
+    for (double &sample : samples) {
         sample *= Peak / highest;
+    }
     return samples;
 }
 

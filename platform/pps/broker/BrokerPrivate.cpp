@@ -35,7 +35,7 @@ Reply makeReply(Reply::Type type, int error = 0)
 {
     Reply reply{};
     reply.type = type;
-    reply.error = uint16_t(error);
+    reply.error = static_cast<uint16_t>(error);
     return reply;
 }
 
@@ -280,7 +280,7 @@ void Broker::Private::open(Client &client, const ClientPacket &packet)
     }
     if (error != 0) {
         client.mode = 0;
-        reply.error = uint16_t(error);
+        reply.error = static_cast<uint16_t>(error);
         condemn(client);
     }
     client.send(reply, {}, {});
@@ -361,7 +361,7 @@ bool Broker::Private::pull(Client &client, const ClientPacket &packet)
         return false;
     }
     reply.to = position.position;
-    reply.heldCount = uint32_t(position.held.size());
+    reply.heldCount = static_cast<uint32_t>(position.held.size());
     reply.more = !position.isSettled();
     client.send(reply, asBytes(position.held), text);
     // A reader waits for each answer; one that piles them up is none.
@@ -401,7 +401,7 @@ void Broker::Private::push(Client &client, const Object &object)
     Reply reply = makeReply(Reply::Change);
     reply.from = client.sentVersion;
     reply.to = position.position;
-    reply.heldCount = uint32_t(position.held.size());
+    reply.heldCount = static_cast<uint32_t>(position.held.size());
     reply.more = !position.isSettled();
     client.sentVersion = position.position.base;
     client.isMarked = reply.more;
@@ -459,7 +459,7 @@ void Broker::Private::processEvent(const epoll_event &event)
             condemn(*client);
         }
     }
-    if (!client->isCondemned && (event.events & ~uint32_t(EPOLLOUT))) {
+    if (!client->isCondemned && (event.events & ~static_cast<uint32_t>(EPOLLOUT))) {
         order.readable(*client);
     }
 }

@@ -22,11 +22,11 @@ Client::Received Client::receive(ClientPacket &received, char *buffer)
     if (size == 0) {
         return Received::End;
     }
-    if (size_t(size) < sizeof received.header || size_t(size) > MaximumPacket) {
+    if (static_cast<size_t>(size) < sizeof received.header || static_cast<size_t>(size) > MaximumPacket) {
         return Received::Garbage;
     }
     std::memcpy(&received.header, buffer, sizeof received.header);
-    received.body = {buffer + sizeof received.header, size_t(size) - sizeof received.header};
+    received.body = {buffer + sizeof received.header, static_cast<size_t>(size) - sizeof received.header};
     return Received::Packet;
 }
 

@@ -36,7 +36,7 @@ int finish(mmr_context_t &context, const Result &result)
         return 0;
     }
     context.hasFailed = true;
-    context.error.error_code = uint32_t(result.code);
+    context.error.error_code = static_cast<uint32_t>(result.code);
     const size_t length = std::min(result.text.size(), sizeof context.error.extra_text - 1);
     std::memcpy(context.error.extra_text, result.text.data(), length);
     return -1;
@@ -142,7 +142,7 @@ ssize_t mmr_context_path(mmr_context_t *context, char *buffer, size_t length)
         return -1;
     }
     std::memcpy(buffer, context->path.c_str(), context->path.size() + 1);
-    return ssize_t(context->path.size());
+    return static_cast<ssize_t>(context->path.size());
 }
 
 int mmr_context_parameters(mmr_context_t *context, strm_dict_t *parameters)
@@ -167,7 +167,9 @@ int mmr_input_parameters(mmr_context_t *context, strm_dict_t *parameters)
 
 int mmr_output_attach(mmr_context_t *context, const char *url, const char *type)
 {
-    return attach(context, "output_attach", url, type) == 0 ? int(context->control.answer().number("output", -1)) : -1;
+    return attach(context, "output_attach", url, type) == 0
+               ? static_cast<int>(context->control.answer().number("output", -1))
+               : -1;
 }
 
 int mmr_output_detach(mmr_context_t *context, int output)

@@ -6,7 +6,7 @@ namespace voro::renderer {
 
 bool isSound(const FrameDescription &description, uint64_t size)
 {
-    const auto isSide = [](uint32_t side) { return side >= 1 && side <= uint32_t(MaximumFrameSide); };
+    const auto isSide = [](uint32_t side) { return side >= 1 && side <= static_cast<uint32_t>(MaximumFrameSide); };
     const bool isPlausible = description.packet == FramePacket::Description && description.format == FrameFormat::Bgrx
                              && isSide(description.width) && isSide(description.height)
                              && isSide(description.pixelWidth) && isSide(description.pixelHeight)
@@ -16,7 +16,7 @@ bool isSound(const FrameDescription &description, uint64_t size)
         || description.slotSize % alignof(FrameHeader) != 0) {
         return false;
     }
-    const uint64_t end = description.offset + uint64_t(description.stride) * description.height;
+    const uint64_t end = description.offset + static_cast<uint64_t>(description.stride) * description.height;
     return description.offset >= FrameHeaderSize && description.offset % 4 == 0
            && description.stride >= description.width * 4 && description.stride % 4 == 0 && end <= description.slotSize;
 }

@@ -23,7 +23,7 @@ namespace voro::renderer {
 inline constexpr std::string_view FrameSocketName = "frames.sock";
 inline constexpr size_t MaximumQueueName = 200;
 inline constexpr int MaximumFrameSide = 16'384;
-inline constexpr uint64_t MaximumFrameMemory = uint64_t(2) << 30;
+inline constexpr uint64_t MaximumFrameMemory = static_cast<uint64_t>(2) << 30;
 inline constexpr uint32_t FewestFrameSlots = 3;
 inline constexpr uint32_t MostFrameSlots = 64;
 

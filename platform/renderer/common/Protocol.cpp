@@ -21,7 +21,7 @@ std::string answer(std::string_view command, int64_t id, const Result &result)
     std::string text;
     pps::appendText(text, "res", command);
     pps::appendNumber(text, "id", id);
-    pps::appendNumber(text, "err", int64_t(result.code));
+    pps::appendNumber(text, "err", static_cast<int64_t>(result.code));
     if (!result) {
         pps::appendText(text, "error", std::string_view(result.text).substr(0, MaximumCause));
     }
@@ -30,11 +30,11 @@ std::string answer(std::string_view command, int64_t id, const Result &result)
 
 Result resultOf(const pps::Message &answer)
 {
-    const int64_t number = answer.number("err", int64_t(ErrorCode::Internal));
-    if (number == int64_t(ErrorCode::None)) {
+    const int64_t number = answer.number("err", static_cast<int64_t>(ErrorCode::Internal));
+    if (number == static_cast<int64_t>(ErrorCode::None)) {
         return {};
     }
-    const bool isCode = number > 0 && number <= int64_t(ErrorCode::CommandFailed);
+    const bool isCode = number > 0 && number <= static_cast<int64_t>(ErrorCode::CommandFailed);
     return {isCode ? ErrorCode(number) : ErrorCode::Internal, answer.text("error")};
 }
 

@@ -355,7 +355,7 @@ void Context::play(const pps::Message &)
         finish({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
     } else {
         open(*m_input, [this](const Result &result) {
-            m_isOpen = bool(result);
+            m_isOpen = static_cast<bool>(result);
             m_isOpen ? startPlaying() : finish(result);
         });
     }

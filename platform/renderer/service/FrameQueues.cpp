@@ -81,7 +81,8 @@ void FrameQueues::read(int viewer)
     if (size < 0 && errno == EAGAIN) {
         return;
     }
-    const std::string name(reinterpret_cast<const char *>(packet.data()), size_t(std::max<ssize_t>(size, 0)));
+    const std::string name(reinterpret_cast<const char *>(packet.data()),
+                           static_cast<size_t>(std::max<ssize_t>(size, 0)));
     if (!isFrameQueue(name) || !m_viewers[viewer].name.empty()) {
         close(viewer);
         return;

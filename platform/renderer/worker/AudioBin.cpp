@@ -249,7 +249,7 @@ GstPadProbeReturn AudioBin::onDecoded(GstPad *, GstPadProbeInfo *info, gpointer 
 
 void AudioBin::decodeAhead(GstClockTime time)
 {
-    g_object_set(m_queue, "max-size-time", guint64(time), nullptr);
+    g_object_set(m_queue, "max-size-time", static_cast<guint64>(time), nullptr);
 }
 
 void AudioBin::closeGate()

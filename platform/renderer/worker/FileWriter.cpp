@@ -100,7 +100,7 @@ void FileWriter::write(GstBuffer *buffer)
     }
     const bool isWritten = append(map.data, map.size);
     gst_buffer_unmap(buffer, &map);
-    const uint64_t second = uint64_t(m_spec.rate) * m_spec.frameSize();
+    const uint64_t second = static_cast<uint64_t>(m_spec.rate) * m_spec.frameSize();
     if (isWritten && m_head == Head::Wav && m_offset - m_told >= second) {
         writeHead();
         m_told = m_offset;
@@ -147,7 +147,7 @@ bool FileWriter::append(const void *bytes, size_t size)
     if (!writeAt(m_offset, bytes, size)) {
         if (m_offset == m_end) {
             // A part of a frame would be an error in the file; where that cannot be helped it stays.
-            std::ignore = ftruncate(m_file.get(), off_t(m_end));
+            std::ignore = ftruncate(m_file.get(), static_cast<off_t>(m_end));
         }
         return false;
     }
@@ -160,12 +160,12 @@ bool FileWriter::writeAt(uint64_t offset, const void *bytes, size_t size)
 {
     const auto *next = static_cast<const char *>(bytes);
     while (size > 0) {
-        const ssize_t written = pwrite(m_file.get(), next, size, off_t(offset));
+        const ssize_t written = pwrite(m_file.get(), next, size, static_cast<off_t>(offset));
         if (written < 0 && errno != EINTR) {
             fail(errno);
             return false;
         }
-        const size_t progress = written > 0 ? size_t(written) : 0;
+        const size_t progress = written > 0 ? static_cast<size_t>(written) : 0;
         next += progress;
         offset += progress;
         size -= progress;

@@ -17,7 +17,7 @@ std::optional<PassedFile> takeFile()
         return std::nullopt;
     }
     // A name ends with a null byte.
-    passed.queue.assign(reinterpret_cast<const char *>(packet.data()), size_t(size) - 1);
+    passed.queue.assign(reinterpret_cast<const char *>(packet.data()), static_cast<size_t>(size) - 1);
     return passed;
 }
 

@@ -107,7 +107,7 @@ bool FrameChannel::readAll()
         if (size < 0 && errno == EAGAIN) {
             return true;
         }
-        if (size <= 0 || !handle(std::span(packet).first(size_t(size)))) {
+        if (size <= 0 || !handle(std::span(packet).first(static_cast<size_t>(size)))) {
             return false;
         }
     }

@@ -86,7 +86,7 @@ std::optional<uint32_t> FrameRing::takeSlot()
     if (slot >= Slots) {
         return std::nullopt;
     }
-    m_taken |= uint64_t(1) << slot;
+    m_taken |= static_cast<uint64_t>(1) << slot;
     return slot;
 }
 
@@ -94,7 +94,7 @@ bool FrameRing::freeSlot(uint32_t slot)
 {
     const bool isTaken = slot < Slots && (m_taken >> slot & 1) != 0;
     if (isTaken) {
-        m_taken &= ~(uint64_t(1) << slot);
+        m_taken &= ~(static_cast<uint64_t>(1) << slot);
     }
     return isTaken;
 }

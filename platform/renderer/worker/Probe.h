@@ -20,7 +20,7 @@ public:
     Probe(const Probe &) = delete;
     Probe &operator=(const Probe &) = delete;
 
-    bool isRunning() const { return bool(m_pipeline); }
+    bool isRunning() const { return static_cast<bool>(m_pipeline); }
     /** Calls `done` from the main loop. */
     void start(const std::string &uri, Done done);
     void cancel();

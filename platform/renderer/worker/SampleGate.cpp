@@ -21,8 +21,8 @@ int levelOf(int peak)
     if (peak <= 0) {
         return 0;
     }
-    const double decibels = 20 * std::log10(double(peak) / FullScale);
-    return std::clamp(int(std::lround(100 + decibels * 100 / LowestDecibels)), 0, 100);
+    const double decibels = 20 * std::log10(static_cast<double>(peak) / FullScale);
+    return std::clamp(static_cast<int>(std::lround(100 + decibels * 100 / LowestDecibels)), 0, 100);
 }
 
 SampleGate::SampleGate(GstElement *element) : m_element(element), m_pad(gst_element_get_static_pad(element, "src"))
@@ -61,7 +61,7 @@ void SampleGate::end()
 int64_t SampleGate::position() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_spec.rate > 0 ? int64_t(m_frames * 1000 / uint64_t(m_spec.rate)) : 0;
+    return m_spec.rate > 0 ? static_cast<int64_t>(m_frames * 1000 / static_cast<uint64_t>(m_spec.rate)) : 0;
 }
 
 int SampleGate::takeLevel()
@@ -135,7 +135,7 @@ GstPadProbeReturn SampleGate::pass(GstPadProbeInfo *info)
     if (!m_isOpen) {
         return GST_PAD_PROBE_DROP;
     }
-    const auto rate = uint64_t(m_spec.rate);
+    const auto rate = static_cast<uint64_t>(m_spec.rate);
     const uint64_t end = m_frames + map.size / m_spec.frameSize();
     GST_BUFFER_PTS(buffer) = gst_util_uint64_scale_int(m_frames, GST_SECOND, m_spec.rate);
     GST_BUFFER_DURATION(buffer) = gst_util_uint64_scale(end, GST_SECOND, rate) - GST_BUFFER_PTS(buffer);
@@ -151,7 +151,7 @@ GstPadProbeReturn SampleGate::pass(GstPadProbeInfo *info)
 void SampleGate::measure(const int16_t *samples, size_t count)
 {
     for (size_t i = 0; i < count; ++i) {
-        m_peak = std::max(m_peak, std::abs(int(samples[i])));
+        m_peak = std::max(m_peak, std::abs(static_cast<int>(samples[i])));
     }
 }
 
@@ -160,17 +160,17 @@ void SampleGate::keep(const int16_t *samples, size_t count)
     if (std::exchange(m_blended, 0) > 0) {
         m_tail.clear();
     }
-    const size_t most = size_t(m_spec.rate / BlendsPerSecond) * size_t(m_spec.channels);
+    const size_t most = static_cast<size_t>(m_spec.rate / BlendsPerSecond) * static_cast<size_t>(m_spec.channels);
     m_tail.insert(m_tail.end(), samples, samples + std::min(count, most - m_tail.size()));
 }
 
 /** Goes over from what would have come after the cut to what comes now. */
 void SampleGate::blend(int16_t *samples, size_t count)
 {
-    const auto length = int(m_tail.size());
+    const auto length = static_cast<int>(m_tail.size());
     const int16_t *const end = samples + std::min(count, m_tail.size() - m_blended);
     for (; samples != end; ++samples, ++m_blended) {
-        const auto share = int(m_blended);
+        const auto share = static_cast<int>(m_blended);
         *samples = int16_t((*samples * share + m_tail[m_blended] * (length - share)) / length);
     }
     if (m_blended == m_tail.size()) {

@@ -16,7 +16,7 @@ public:
     Thumbnailer(const Thumbnailer &) = delete;
     Thumbnailer &operator=(const Thumbnailer &) = delete;
 
-    bool isRunning() const { return bool(m_picture); }
+    bool isRunning() const { return static_cast<bool>(m_picture); }
     /** Calls `done` from the main loop, with null for what is no picture; begins when nothing else is to be done. */
     void start(GstSample *picture, size_t maximum, Done done);
     void cancel();

@@ -98,7 +98,7 @@ void VideoBin::crop(const Dimensions &size)
     const std::lock_guard lock(m_mutex);
     const bool isWhole = m_part.width == 0 || m_part.height == 0 || m_part.x >= size.width || m_part.y >= size.height;
     const auto rest = [isWhole](int all, int start, int length) {
-        return isWhole ? 0 : static_cast<int>(std::max<int64_t>(0, int64_t(all) - start - length));
+        return isWhole ? 0 : static_cast<int>(std::max<int64_t>(0, static_cast<int64_t>(all) - start - length));
     };
     g_object_set(m_crop, "left", isWhole ? 0 : m_part.x, "top", isWhole ? 0 : m_part.y, "right",
                  rest(size.width, m_part.x, m_part.width), "bottom", rest(size.height, m_part.y, m_part.height),

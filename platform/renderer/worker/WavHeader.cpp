@@ -48,8 +48,12 @@ WavHeader wavHeader(const SampleSpec &spec, uint64_t dataSize)
     writer.text(isLarge ? "ds64" : "JUNK").number(ReserveSize, 4);
     writer.number(isLarge ? riffSize : 0, 8).number(isLarge ? dataSize : 0, 8);
     writer.number(isLarge ? dataSize / spec.frameSize() : 0, 8).number(0, 4);
-    writer.text("fmt ").number(FormatSize, 4).number(1, 2).number(uint32_t(spec.channels), 2).number(rate, 4);
-    writer.number(uint64_t(rate) * spec.frameSize(), 4).number(spec.frameSize(), 2).number(16, 2);
+    writer.text("fmt ")
+        .number(FormatSize, 4)
+        .number(1, 2)
+        .number(static_cast<uint32_t>(spec.channels), 2)
+        .number(rate, 4);
+    writer.number(static_cast<uint64_t>(rate) * spec.frameSize(), 4).number(spec.frameSize(), 2).number(16, 2);
     writer.text("data").number(isLarge ? Largest : dataSize, 4);
     return header;
 }

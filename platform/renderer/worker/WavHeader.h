@@ -10,7 +10,7 @@ struct SampleSpec {
     int rate = 0;
     int channels = 0;
 
-    uint32_t frameSize() const { return uint32_t(channels) * 2; }
+    uint32_t frameSize() const { return static_cast<uint32_t>(channels) * 2; }
 };
 
 using WavHeader = std::array<uint8_t, 80>;

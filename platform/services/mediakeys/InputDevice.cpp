@@ -21,13 +21,13 @@ enum { Released = 0, Pressed = 1 };
 
 void setBit(Bits &bits, unsigned number)
 {
-    bits[number / 8] = uint8_t(bits[number / 8] | 1U << number % 8);
+    bits[number / 8] = static_cast<uint8_t>(bits[number / 8] | 1U << number % 8);
 }
 
 /** Lets only the given codes of a type through; of type 0, only the given types. */
 void setMask(int fd, unsigned type, const Bits &bits)
 {
-    const input_mask mask{type, uint32_t(bits.size()), reinterpret_cast<uintptr_t>(bits.data())};
+    const input_mask mask{type, static_cast<uint32_t>(bits.size()), reinterpret_cast<uintptr_t>(bits.data())};
     // A kernel without masks wakes us for everything.
     ioctl(fd, EVIOCSMASK, &mask);
 }

@@ -39,7 +39,7 @@ void InputDevices::readWatch()
     const ssize_t size = ::read(m_watch.get(), bytes.data(), bytes.size());
     for (ssize_t at = 0; at < size;) {
         const auto *event = reinterpret_cast<const inotify_event *>(bytes.data() + at);
-        at += ssize_t(sizeof(inotify_event)) + event->len;
+        at += static_cast<ssize_t>(sizeof(inotify_event)) + event->len;
         const std::string name = event->len > 0 ? event->name : "";
         if (event->mask & IN_Q_OVERFLOW) {
             scan();

@@ -73,7 +73,7 @@ constexpr bool isTypewriterKey(unsigned code)
 
 std::string_view nameOf(Key key)
 {
-    return Keys[size_t(key)].name;
+    return Keys[static_cast<size_t>(key)].name;
 }
 
 std::optional<Key> keyNamed(std::string_view name)
@@ -84,7 +84,7 @@ std::optional<Key> keyNamed(std::string_view name)
 
 std::string_view commandOf(Key key)
 {
-    return Keys[size_t(key)].command;
+    return Keys[static_cast<size_t>(key)].command;
 }
 
 std::optional<Key> keyOfCode(unsigned code, bool isTypewriter)

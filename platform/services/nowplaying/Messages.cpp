@@ -64,7 +64,7 @@ Command parseMute(const QVariant &data)
 QVariantMap parseMessage(std::string_view text)
 {
     QByteArray object("@m\n");
-    object.append(text.data(), qsizetype(text.size()));
+    object.append(text.data(), static_cast<qsizetype>(text.size()));
     return PpsObject::decode(object).value("@m").toMap();
 }
 
@@ -76,7 +76,7 @@ QByteArray makeMessage(const QString &name, const QVariant &data)
 QByteArray makeUpdate(const Metadata &metadata)
 {
     QByteArray lines = makeMessage("md_update", metadata.toMap());
-    if (size_t(lines.size()) <= pps::MaximumMessage) {
+    if (static_cast<size_t>(lines.size()) <= pps::MaximumMessage) {
         return lines;
     }
     Metadata shortened = metadata;

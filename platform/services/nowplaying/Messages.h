@@ -19,7 +19,7 @@ QByteArray makeUpdate(const Metadata &metadata);
 
 inline std::string_view view(const QByteArray &bytes)
 {
-    return {bytes.constData(), size_t(bytes.size())};
+    return {bytes.constData(), static_cast<size_t>(bytes.size())};
 }
 
 /** What a connection tells of itself. */

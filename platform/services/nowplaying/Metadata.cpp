@@ -71,7 +71,7 @@ quint32 unsignedOf(const QVariant &value)
 {
     constexpr double Maximum = std::numeric_limits<quint32>::max();
     const double number = value.toDouble();
-    return std::isnan(number) ? 0 : quint32(std::clamp(number, 0.0, Maximum));
+    return std::isnan(number) ? 0 : static_cast<quint32>(std::clamp(number, 0.0, Maximum));
 }
 
 Metadata Metadata::fromMap(const QVariantMap &map)

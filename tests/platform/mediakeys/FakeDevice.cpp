@@ -37,7 +37,7 @@ int answer(unsigned long request, void *argument)
     } else if (number == _IOC_NR(EVIOCGBIT(EV_KEY, 0))) {
         std::memset(bytes + KEY_MUTE / 8, 0xff, size - KEY_MUTE / 8);
     }
-    return int(size);
+    return static_cast<int>(size);
 }
 
 input_event makeEvent(unsigned type, unsigned code, int value, FakeDevice::Time at)
@@ -47,8 +47,8 @@ input_event makeEvent(unsigned type, unsigned code, int value, FakeDevice::Time 
     input_event event{};
     event.input_event_sec = duration_cast<seconds>(sinceStart).count();
     event.input_event_usec = duration_cast<microseconds>(sinceStart).count() % 1'000'000;
-    event.type = uint16_t(type);
-    event.code = uint16_t(code);
+    event.type = static_cast<uint16_t>(type);
+    event.code = static_cast<uint16_t>(code);
     event.value = value;
     return event;
 }
@@ -65,7 +65,7 @@ extern "C" int ioctl(int fd, unsigned long request, ...) noexcept
     if (_IOC_TYPE(request) == 'E' && isFake(fd)) {
         return answer(request, argument);
     }
-    return int(syscall(SYS_ioctl, fd, request, argument));
+    return static_cast<int>(syscall(SYS_ioctl, fd, request, argument));
 }
 
 FakeDevice::FakeDevice(const QString &path) : m_path(path.toLocal8Bit())
@@ -102,7 +102,7 @@ void FakeDevice::write(std::span<const input_event> events)
     if (!m_writeEnd.isValid()) {
         m_writeEnd.reset(open(m_path.constData(), O_WRONLY | O_CLOEXEC));
     }
-    if (::write(m_writeEnd.get(), events.data(), events.size_bytes()) != ssize_t(events.size_bytes())) {
+    if (::write(m_writeEnd.get(), events.data(), events.size_bytes()) != static_cast<ssize_t>(events.size_bytes())) {
         qFatal("cannot write to %s", m_path.constData());
     }
 }

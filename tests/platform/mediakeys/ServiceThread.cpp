@@ -40,7 +40,7 @@ void ServiceThread::run()
     voro::mediakeys::MediaKeyService service(broker, m_mode, deviceFolder().toStdString());
     service.setCommand([this](std::string_view message) {
         const QMutexLocker locker(&m_mutex);
-        m_commands.append(QString::fromUtf8(message.data(), qsizetype(message.size())));
+        m_commands.append(QString::fromUtf8(message.data(), static_cast<qsizetype>(message.size())));
     });
     voro::SharedControl control(broker, "/pps/services/multimedia/mediaplayer/control");
     control.add(service);

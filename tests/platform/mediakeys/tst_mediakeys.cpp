@@ -25,8 +25,9 @@ class Finger {
 public:
     Finger() : m_control(QStringLiteral("/pps/services/multimedia/mediakeys/control"))
     {
-        if (!m_control.open(voro::PpsOpenMode::PublishSubscribe))
+        if (!m_control.open(voro::PpsOpenMode::PublishSubscribe)) {
             qFatal("The service cannot be reached");
+        }
         m_control.setBlocking(true);
     }
 
@@ -40,7 +41,7 @@ dat:json:{"key":"%1","ms":%2}
                   .toUtf8());
     }
     /** The service's next answer, without its object line. */
-    QByteArray answer() { return m_control.read().remove(0, int(strlen("@control\n"))).trimmed(); }
+    QByteArray answer() { return m_control.read().remove(0, static_cast<int>(strlen("@control\n"))).trimmed(); }
     /** Presses a key and returns when it was released. */
     void press(const char *key, int milliseconds)
     {
@@ -49,8 +50,9 @@ dat:json:{"key":"%1","ms":%2}
     }
     void write(const QByteArray &message)
     {
-        if (!m_control.write(message))
+        if (!m_control.write(message)) {
             qFatal("The service cannot be reached");
+        }
     }
 
 private:
@@ -66,12 +68,15 @@ public:
                    MediaKeyNotification::Type notification = MediaKeyNotification::Clicked)
         : m_watcher(std::make_unique<MediaKeyWatcher>(key))
     {
-        if (listenTo & Short)
+        if (listenTo & Short) {
             QObject::connect(m_watcher.get(), &MediaKeyWatcher::shortPress, [this] { m_trace.append("short"); });
-        if (listenTo & Long)
+        }
+        if (listenTo & Long) {
             QObject::connect(m_watcher.get(), &MediaKeyWatcher::longPress, [this] { m_trace.append("long"); });
-        if (notification != m_watcher->notification())
+        }
+        if (notification != m_watcher->notification()) {
             m_watcher->setNotification(notification);
+        }
     }
 
     MediaKeyWatcher &watcher() { return *m_watcher; }
@@ -103,8 +108,9 @@ public:
     QByteArrayList lines() const
     {
         QFile file(m_path);
-        if (!file.open(QIODevice::ReadOnly))
+        if (!file.open(QIODevice::ReadOnly)) {
             qFatal("%s cannot be read", qPrintable(m_path));
+        }
         const QByteArray text = file.readAll().trimmed();
         return text.isEmpty() ? QByteArrayList() : text.split('\n');
     }
@@ -166,7 +172,7 @@ void MediaKeysTest::press_isReported_byItsLength()
     QStringList trace;
     Presses presses([&](Presses::Event event, voro::mediakeys::Key, const voro::mediakeys::Owners &owners) {
         const char *names[] = {"threshold", "before", "after"};
-        trace.append(names[int(event)]);
+        trace.append(names[static_cast<int>(event)]);
         QCOMPARE(owners, (voro::mediakeys::Owners{7}));
     });
     const auto start = voro::mediakeys::Clock::now();
@@ -195,15 +201,18 @@ void MediaKeysTest::watcher_hearsOfAPress_byItsLengthAndKind_data()
     QTest::addColumn<QStringList>("expected");
     const auto clicked = MediaKeyNotification::Clicked;
     const auto threshold = MediaKeyNotification::Threshold;
-    QTest::newRow("short, 799") << int(Watch::Short) << clicked << 799 << QStringList("short");
-    QTest::newRow("short, 801") << int(Watch::Short) << threshold << 801 << QStringList("short");
-    QTest::newRow("long, 799") << int(Watch::Long) << clicked << 799 << QStringList();
-    QTest::newRow("long, 801") << int(Watch::Long) << clicked << 801 << QStringList("long");
-    QTest::newRow("both clicked, 799") << int(Watch::Short | Watch::Long) << clicked << 799 << QStringList("short");
-    QTest::newRow("both clicked, 801") << int(Watch::Short | Watch::Long) << clicked << 801
+    QTest::newRow("short, 799") << static_cast<int>(Watch::Short) << clicked << 799 << QStringList("short");
+    QTest::newRow("short, 801") << static_cast<int>(Watch::Short) << threshold << 801 << QStringList("short");
+    QTest::newRow("long, 799") << static_cast<int>(Watch::Long) << clicked << 799 << QStringList();
+    QTest::newRow("long, 801") << static_cast<int>(Watch::Long) << clicked << 801 << QStringList("long");
+    QTest::newRow("both clicked, 799") << static_cast<int>(Watch::Short | Watch::Long) << clicked << 799
+                                       << QStringList("short");
+    QTest::newRow("both clicked, 801") << static_cast<int>(Watch::Short | Watch::Long) << clicked << 801
                                        << QStringList({"long", "short"});
-    QTest::newRow("both threshold, 799") << int(Watch::Short | Watch::Long) << threshold << 799 << QStringList("short");
-    QTest::newRow("both threshold, 801") << int(Watch::Short | Watch::Long) << threshold << 801 << QStringList("long");
+    QTest::newRow("both threshold, 799") << static_cast<int>(Watch::Short | Watch::Long) << threshold << 799
+                                         << QStringList("short");
+    QTest::newRow("both threshold, 801") << static_cast<int>(Watch::Short | Watch::Long) << threshold << 801
+                                         << QStringList("long");
 }
 
 void MediaKeysTest::watcher_hearsOfAPress_byItsLengthAndKind()
@@ -324,12 +333,14 @@ void MediaKeysTest::fiftyWatchers_hearOfOnePress()
     ServiceThread service;
     service.start();
     std::vector<std::unique_ptr<Watch>> watches;
-    for (int i = 0; i < 50; ++i)
+    for (int i = 0; i < 50; ++i) {
         watches.push_back(std::make_unique<Watch>(MediaKey::Previous));
+    }
     Finger finger;
     finger.press("prev", 0);
-    for (const auto &watch : watches)
+    for (const auto &watch : watches) {
         QTRY_COMPARE(watch->trace(), QStringList("short"));
+    }
 }
 
 void MediaKeysTest::device_isHeard_data()
@@ -362,12 +373,12 @@ void MediaKeysTest::device_isHeard()
     Watch end(key == MediaKey::Stop ? MediaKey::Play : MediaKey::Stop, Watch::Short);
     FakeDevice device(service.deviceFolder() + "/event3");
     const auto start = std::chrono::steady_clock::now();
-    device.tell(unsigned(code), 1, start);
+    device.tell(static_cast<unsigned>(code), 1, start);
     // What a held key repeats is no press, and a mute key is none of the ten.
-    device.tell(unsigned(code), 2, start + 1ms);
+    device.tell(static_cast<unsigned>(code), 2, start + 1ms);
     device.tell(KEY_MUTE, 1, start + 2ms);
     device.tell(KEY_MUTE, 0, start + 3ms);
-    device.tell(unsigned(code), 0, start + 4ms);
+    device.tell(static_cast<unsigned>(code), 0, start + 4ms);
     QTRY_COMPARE(watch.trace(), QStringList("short"));
     QCOMPARE(service.takeCommands(), QStringList());
 }
@@ -443,8 +454,9 @@ void MediaKeysTest::keyThatNobodyRegistered_isActedUpon()
     QFETCH(Mode, mode);
     QFETCH(bool, hasDesktop);
     QFETCH(bool, isActedUpon);
-    if (hasDesktop)
+    if (hasDesktop) {
         qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+    }
     ServiceThread service(mode);
     service.start();
     FakeDevice device(service.deviceFolder() + "/event0");
@@ -457,8 +469,9 @@ void MediaKeysTest::keyThatNobodyRegistered_isActedUpon()
     for (const auto &[code, command] : keys) {
         device.tell(code, 1);
         device.tell(code, 0);
-        if (isActedUpon)
+        if (isActedUpon) {
             expected.append(command);
+        }
     }
     device.tell(KEY_PLAYPAUSE, 1);
     device.tell(KEY_PLAYPAUSE, 0);
@@ -481,8 +494,9 @@ void MediaKeysTest::missingPermission_isOneWarning_untilItIsGiven()
     const FakeDevice other(path + "1");
     QVERIFY(QFile::setPermissions(path + "0", {}));
     QVERIFY(QFile::setPermissions(path + "1", {}));
-    for (const QString &name : {folderPath, service.deviceFolder()})
+    for (const QString &name : {folderPath, service.deviceFolder()}) {
         QVERIFY(QFile::setPermissions(name, QFile::Permissions(0x7755)));
+    }
     const ErrorCatcher errors(folder.filePath("errors"));
     service.start();
     Watch watch(MediaKey::Play, Watch::Short);
@@ -536,8 +550,9 @@ void MediaKeysTest::badMessage_isRefused_data()
         R"({"key":"bn__short","action":"forward"})",
         R"({"key":"play_short","action":"forward"})",
     };
-    for (const char *registration : registrations)
+    for (const char *registration : registrations) {
         QTest::newRow(registration) << false << "msg::button\ndat:json:" + QByteArray(registration) << refusal;
+    }
     const auto failure = [](const QByteArray &command, const QByteArray &problem) {
         return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
     };
@@ -554,8 +569,9 @@ void MediaKeysTest::badMessage_isRefused_data()
         {R"({"key":"play","ms":60001})", "bad length"},
         {R"({"key":"play","ms":"100"})", "bad length"},
     };
-    for (const auto &[press, problem] : presses)
+    for (const auto &[press, problem] : presses) {
         QTest::newRow(press) << true << "msg::press\ndat:json:" + QByteArray(press) << failure("press", problem);
+    }
 }
 
 void MediaKeysTest::badMessage_isRefused()

@@ -58,12 +58,12 @@ void TestBus::kill()
 
 void TestBus::stop()
 {
-    ::kill(pid_t(m_process.processId()), SIGSTOP);
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
 }
 
 void TestBus::goOn()
 {
-    ::kill(pid_t(m_process.processId()), SIGCONT);
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
 }
 
 QByteArray runProgram(const QString &program, const QStringList &arguments)
@@ -119,10 +119,10 @@ QByteArray TestPlayers::nextCall()
 
 void TestPlayers::stop()
 {
-    ::kill(pid_t(m_process.processId()), SIGSTOP);
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
 }
 
 void TestPlayers::goOn()
 {
-    ::kill(pid_t(m_process.processId()), SIGCONT);
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
 }

@@ -260,7 +260,7 @@ void TestMpris::properties_areAsTheHolderTells()
                                     {"xesam:album", "B"},
                                     {"xesam:title", "C"},
                                     {"xesam:trackNumber", 7},
-                                    {"mpris:length", qint64(9'000'000)}}));
+                                    {"mpris:length", static_cast<qint64>(9'000'000)}}));
     auto all = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {PlayerInterface}).arguments().value(0));
     all.remove("Metadata");
     QCOMPARE(all, (QVariantMap{{"PlaybackStatus", "Paused"},
@@ -268,7 +268,7 @@ void TestMpris::properties_areAsTheHolderTells()
                                {"Rate", 1.0},
                                {"Shuffle", true},
                                {"Volume", 1.0},
-                               {"Position", qint64(4'000'000)},
+                               {"Position", static_cast<qint64>(4'000'000)},
                                {"MinimumRate", 1.0},
                                {"MaximumRate", 1.0},
                                {"CanGoNext", true},
@@ -342,15 +342,15 @@ void TestMpris::position_runsOn_andJumpsAreTold()
     Witness witness(test);
     tell(R"(msg::metadata|dat:json:{"position":60000,"duration":61000})");
     QCOMPARE(witness.jumps, QList<qlonglong>{60'000'000});
-    QCOMPARE(property("Position"), QVariant(qint64(60'000'000)));
+    QCOMPARE(property("Position"), QVariant(static_cast<qint64>(60'000'000)));
     tell("msg::state|dat::playing");
     QTRY_VERIFY(property("Position").toLongLong() > 60'100'000);
     tell(R"(msg::metadata|dat:json:{"position":60300,"duration":61000})");
     QCOMPARE(witness.jumps.size(), 1);
-    QTRY_COMPARE(property("Position"), QVariant(qint64(61'000'000)));
+    QTRY_COMPARE(property("Position"), QVariant(static_cast<qint64>(61'000'000)));
     tell("msg::state|dat::paused");
     tell(R"(msg::metadata|dat:json:{"position":1000,"duration":61000})");
-    QCOMPARE(property("Position"), QVariant(qint64(1'000'000)));
+    QCOMPARE(property("Position"), QVariant(static_cast<qint64>(1'000'000)));
     QCOMPARE(witness.jumps, (QList<qlonglong>{60'000'000, 1'000'000}));
 }
 
@@ -369,8 +369,8 @@ void TestMpris::calls_commandTheHolder_data()
     row("Stop", {}, {track(R"("stop")")});
     row("Next", {}, {track(R"("next")")});
     row("Previous", {}, {});
-    row("Seek", {qint64(1000)}, {});
-    row("SetPosition", {QVariant::fromValue(QDBusObjectPath("/a")), qint64(1000)}, {});
+    row("Seek", {static_cast<qint64>(1000)}, {});
+    row("SetPosition", {QVariant::fromValue(QDBusObjectPath("/a")), static_cast<qint64>(1000)}, {});
     QTest::newRow("Raise") << Root << "Raise" << QVariantList() << QByteArrayList();
     QTest::newRow("Quit") << Root << "Quit" << QVariantList() << QByteArrayList();
     QTest::newRow("no interface") << ""

@@ -107,7 +107,7 @@ void TestMprisPlayers::player_isShown_data()
     QTest::newRow("negative length") << QByteArray("Metadata=metadata(length=Int64(-5000000)), Position=Int64(-1)")
                                      << Stopped << Fields();
     QTest::newRow("huge length") << QByteArray("Metadata=metadata(length=Int64(9223372036854775807))") << Stopped
-                                 << Fields{{"duration", qint64(4294967295)}};
+                                 << Fields{{"duration", static_cast<qint64>(4294967295)}};
     QTest::newRow("huge artwork") << QByteArray(R"(Metadata=metadata(title="T", artUrl="file:///" + "a" * 1048576))")
                                   << Stopped << Fields{{"track", "T"}};
     QTest::newRow("huge texts") << QByteArray(R"(Metadata=metadata(title="T" * 1048576))") << Stopped

@@ -174,7 +174,7 @@ void TestNowPlaying::conversation_data()
              {{"artist", "A, B"}, {"track_number", "7"}}},
             {R"({"duration":"9","position":-4,"nextEnabled":"true","prevEnabled":1,"repeat_mode":"some","shuffle_mode":2})",
              {{"duration", 9}, {"nextEnabled", true}}},
-            {R"({"duration":1e300,"position":4.9})", {{"duration", qint64(4294967295)}, {"position", 4}}},
+            {R"({"duration":1e300,"position":4.9})", {{"duration", static_cast<qint64>(4294967295)}, {"position", 4}}},
         }) {
         QTest::addRow("metadata %s", source.left(40).constData())
             << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
@@ -344,7 +344,7 @@ void TestNowPlaying::role_isHeldByOne_whateverConnectionsDo()
     };
     std::vector<Connection> connections(50);
     std::mt19937 random(20240229);
-    const auto below = [&random](int limit) { return int(random() % unsigned(limit)); };
+    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
     int holder = -1;
     bool isHigh = false;
     const auto status = [&holder] {
@@ -359,13 +359,13 @@ void TestNowPlaying::role_isHeldByOne_whateverConnectionsDo()
         source = message.contains("m_active_pid") ? message : source;
     };
     for (int acquired = 0; acquired < 1000;) {
-        const int actor = below(int(connections.size()));
+        const int actor = below(static_cast<int>(connections.size()));
         const int deed = below(20);
         const bool wantsHigh = below(2) == 0;
         const QByteArray priority = wantsHigh ? "high" : "low";
         const bool isGranted = holder < 0 || !isHigh || wantsHigh || (holder == actor && deed > 2);
         if (deed < 2) {
-            connections[size_t(actor)] = {};
+            connections[static_cast<size_t>(actor)] = {};
             holder = holder == actor ? -1 : holder;
         } else if (deed == 2) {
             ++acquired;
@@ -383,7 +383,7 @@ void TestNowPlaying::role_isHeldByOne_whateverConnectionsDo()
             QVERIFY(waitForRole(status()));
         } else {
             ++acquired;
-            Connection &connection = connections[size_t(actor)];
+            Connection &connection = connections[static_cast<size_t>(actor)];
             connection.talk->acquire("c" + QByteArray::number(actor), priority);
             QByteArray message;
             do {
@@ -398,11 +398,11 @@ void TestNowPlaying::role_isHeldByOne_whateverConnectionsDo()
         const QByteArrayList heard = awake.rest();
         std::for_each(heard.begin(), heard.end(), hear);
     }
-    for (int i = 0; i < int(connections.size()); ++i) {
-        for (const QByteArray &message : connections[size_t(i)].talk->rest()) {
-            connections[size_t(i)].take(message);
+    for (int i = 0; i < static_cast<int>(connections.size()); ++i) {
+        for (const QByteArray &message : connections[static_cast<size_t>(i)].talk->rest()) {
+            connections[static_cast<size_t>(i)].take(message);
         }
-        QCOMPARE(connections[size_t(i)].hasRole, i == holder);
+        QCOMPARE(connections[static_cast<size_t>(i)].hasRole, i == holder);
     }
     const QByteArray truth = holder < 0 ? Free : Ours;
     for (QByteArray message; source != truth && message != "NOTHING"; hear(message)) {

@@ -458,7 +458,7 @@ void TestBroker::service_isToldOfItsClients()
         QVERIFY(b.serve(Control, service.get()));
         QVERIFY(!b.serve(Control, service.get()));
         name = b.adopt(socket[1]);
-        QCOMPARE(b.clientCount(), size_t(0));
+        QCOMPARE(b.clientCount(), static_cast<size_t>(0));
     });
     Connection client;
     QVERIFY(client.openOn(socket[0], Control, PublishSubscribe));
@@ -674,7 +674,7 @@ void TestBroker::listing_showsObjectsServicesAndFolders()
             names.insert(entry.name);
         }
     }
-    QCOMPARE(names.size(), size_t(6000));
+    QCOMPARE(names.size(), static_cast<size_t>(6000));
 }
 
 QTEST_GUILESS_MAIN(TestBroker)

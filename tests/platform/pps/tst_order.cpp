@@ -81,7 +81,7 @@ void TestOrder::process_isHandledInItsOrder_overAllItsSockets()
         broker->run([&](Broker &) {
             for (int i = 0; i < 40; ++i) {
                 expected.push_back(numbered(round * 40 + i));
-                QVERIFY(connections[size_t(i * 5 + round) % connections.size()]->write(expected.back()));
+                QVERIFY(connections[static_cast<size_t>(i * 5 + round) % connections.size()]->write(expected.back()));
             }
         });
     }
@@ -137,7 +137,7 @@ void TestOrder::process_thatIsKilled_hasWrittenAllBeforeItsObjectsClose()
             self.say();
             self.hear();
             for (int i = 0; i < Messages; ++i) {
-                connections[size_t(i / 3) % connections.size()]->write(numbered(i));
+                connections[static_cast<size_t>(i / 3) % connections.size()]->write(numbered(i));
             }
             self.say();
             self.sleep();
@@ -181,10 +181,10 @@ void TestOrder::numbers_thatNeverCome_areSkipped()
     QFETCH(std::vector<uint64_t>, numbers);
     RawClient client(broker->connect());
     QVERIFY(client.send(request(Request::Open, Control, 42, 1)));
-    QCOMPARE(client.receive(), int(Reply::Opened));
+    QCOMPARE(client.receive(), static_cast<int>(Reply::Opened));
     std::vector<std::string> expected;
     for (size_t i = 0; i < numbers.size(); ++i) {
-        expected.push_back(numbered(int(i)));
+        expected.push_back(numbered(static_cast<int>(i)));
         QVERIFY(client.send(request(Request::Write, expected.back(), 42, numbers[i])));
     }
     QVERIFY(client.send(request(Request::Close, "", 42, 100)));

@@ -50,7 +50,7 @@ public:
         if (process == 0) {
             return;
         }
-        const pps::Fd handle(int(syscall(SYS_pidfd_open, process, 0)));
+        const pps::Fd handle(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
         kill(process, signal);
         pollfd entry{handle.get(), POLLIN, 0};
         poll(&entry, 1, -1);
@@ -265,7 +265,7 @@ void TestVorod::daemon_endsWhenNobodyIsLeft()
     ucred peer{};
     socklen_t size = sizeof peer;
     QCOMPARE(getsockopt(last.get(), SOL_SOCKET, SO_PEERCRED, &peer, &size), 0);
-    const pps::Fd handle(int(syscall(SYS_pidfd_open, peer.pid, 0)));
+    const pps::Fd handle(static_cast<int>(syscall(SYS_pidfd_open, peer.pid, 0)));
     const_cast<pps::Fd &>(last).reset();
     pollfd entry{handle.get(), POLLIN, 0};
     QCOMPARE(poll(&entry, 1, 60000), 1);

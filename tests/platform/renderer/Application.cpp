@@ -86,7 +86,7 @@ QList<float> samplesOf(const QByteArray &path)
     }
     const QByteArray bytes = file.readAll();
     const auto *samples = reinterpret_cast<const float *>(bytes.constData());
-    return {samples, samples + bytes.size() / qsizetype(sizeof(float))};
+    return {samples, samples + bytes.size() / static_cast<qsizetype>(sizeof(float))};
 }
 
 Message readMessage(Connection &object)

@@ -22,7 +22,7 @@ public:
 
     mmr_context_t *context() const { return m_context; }
     /** The error code of a call's result. */
-    int code(int result) const { return result < 0 ? int(mmr_error_info(m_context)->error_code) : 0; }
+    int code(int result) const { return result < 0 ? static_cast<int>(mmr_error_info(m_context)->error_code) : 0; }
     int attach(const QByteArray &url, const char *type = "autolist") const;
     /** Sets one parameter of the context, of the input, or of the output. */
     int setContext(const char *name, const char *value) const;

@@ -68,7 +68,7 @@ bool HttpExchange::send(const QByteArray &bytes)
 void HttpExchange::sendRange(const QByteArray &content)
 {
     const QByteArray range = field("range");
-    const qsizetype start = range.mid(qsizetype(strlen("bytes="))).split('-').first().toLongLong();
+    const qsizetype start = range.mid(static_cast<qsizetype>(strlen("bytes="))).split('-').first().toLongLong();
     const QByteArray size = QByteArray::number(content.size());
     const QByteArray part = content.mid(start);
     QByteArray fields = "Accept-Ranges: bytes\r\nContent-Length: " + QByteArray::number(part.size()) + "\r\n";

@@ -68,7 +68,7 @@ public:
             run([&](Broker &) { engines.tell(text.substr(1)); });
         } else {
             write(text);
-            return int(answer().number("err", -1));
+            return static_cast<int>(answer().number("err", -1));
         }
         return 0;
     }
@@ -294,7 +294,7 @@ void tst_Context::recordingFile_isLeftAlone_untilItStarts()
         QCOMPARE(stage.step(output(name).toStdString()), 0);
         QCOMPARE(stage.step("input_attach url::audio:default?nchan=1 type::track"), 0);
         stage.run([&](Broker &) { stage.engines.answers["play"] = {ErrorCode::SourceUnavailable, "no source"}; });
-        QCOMPARE(stage.step("play"), int(ErrorCode::SourceUnavailable));
+        QCOMPARE(stage.step("play"), static_cast<int>(ErrorCode::SourceUnavailable));
         stage.run([&](Broker &) { stage.engines.answers.clear(); });
     }
     QVERIFY(!QFile::exists(m_folder.filePath(QStringLiteral("new.wav"))));
@@ -323,7 +323,7 @@ void tst_Context::recordingFile_isOneRecorders()
     {
         Stage second;
         for (const char *name : {"one.wav", "folder.wav/../one.wav", "link.wav"}) {
-            QCOMPARE(second.step(output(name).toStdString()), int(ErrorCode::ResourceUnavailable));
+            QCOMPARE(second.step(output(name).toStdString()), static_cast<int>(ErrorCode::ResourceUnavailable));
         }
     }
     QCOMPARE(first.step("output_detach output:n:1"), 0);
@@ -555,7 +555,7 @@ void tst_Context::deathDuringCommand_failsIt()
     stage.engines.held = held.toStdString();
     stage.write(command.toStdString());
     stage.step("!die");
-    QCOMPARE(int(stage.answer().number("err", -1)), code);
+    QCOMPARE(static_cast<int>(stage.answer().number("err", -1)), code);
     QCOMPARE(attributes(stage.content("state")), state);
     // The context goes on.
     stage.engines.held.clear();

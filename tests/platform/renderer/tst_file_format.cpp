@@ -81,8 +81,9 @@ void tst_FileFormat::format_isFoundOut()
     QFETCH(const FileFormat, format);
     QCOMPARE(formatOf(content), format);
     // What is cut anywhere in its head is read no further than it goes.
-    for (qsizetype size = 0; size < std::min<qsizetype>(200, content.size()); ++size)
+    for (qsizetype size = 0; size < std::min<qsizetype>(200, content.size()); ++size) {
         formatOf(content.left(size));
+    }
     QCOMPARE(formatOf(content.left(3)), FileFormat::Other);
 }
 

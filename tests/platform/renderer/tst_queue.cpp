@@ -135,7 +135,7 @@ void tst_Queue::playlist_isPlayedWithoutGaps()
     const auto state = application.watch("state?wait");
     QCOMPARE(mmr_play(application.context()), 0);
     QCOMPARE(waitForEnd(*state).number("error", -1), 0);
-    QCOMPARE(samplesOf(file("heard.raw")).size(), qsizetype(seconds * 44100 + 0.5));
+    QCOMPARE(samplesOf(file("heard.raw")).size(), static_cast<qsizetype>(seconds * 44100 + 0.5));
 }
 
 void tst_Queue::playlist_isRefused_data()
@@ -155,7 +155,7 @@ void tst_Queue::playlist_isRefused()
     QFETCH(const ErrorCode, code);
     write("refused.m3u", content);
     const Application application;
-    QCOMPARE(application.attach(file("refused.m3u"), "playlist"), int(code));
+    QCOMPARE(application.attach(file("refused.m3u"), "playlist"), static_cast<int>(code));
     QVERIFY(!application.content("state").has("state"));
 }
 
@@ -218,12 +218,12 @@ void tst_Queue::seek_goesToAnotherTrack()
     QCOMPARE(mmr_play(application.context()), 0);
     QCOMPARE(waitForEnd(*state).number("error", -1), 0);
     QVERIFY(std::abs(samplesOf(file("heard.raw")).size() - 8820) < 100);
-    QCOMPARE(application.code(mmr_seek(application.context(), "4:0")), int(ErrorCode::InvalidParameter));
+    QCOMPARE(application.code(mmr_seek(application.context(), "4:0")), static_cast<int>(ErrorCode::InvalidParameter));
 
     // After the end it begins with the first track again.
     QCOMPARE(mmr_play(application.context()), 0);
     QCOMPARE(waitForEnd(*state).number("error", -1), 0);
-    QCOMPARE(samplesOf(file("heard.raw")).size(), qsizetype(3.3 * 44100 + 0.5));
+    QCOMPARE(samplesOf(file("heard.raw")).size(), static_cast<qsizetype>(3.3 * 44100 + 0.5));
 }
 
 void tst_Queue::backward_holdsAtTheBeginning()
@@ -251,7 +251,8 @@ void tst_Queue::backward_holdsAtTheBeginning()
     QCOMPARE(mmr_seek(application.context(), "1:300"), 0);
     QCOMPARE(mmr_speed_set(application.context(), 0), 0);
     QCOMPARE(mmr_play(application.context()), 0);
-    QCOMPARE(application.code(mmr_speed_set(application.context(), -1000)), int(ErrorCode::UnsupportedOperation));
+    QCOMPARE(application.code(mmr_speed_set(application.context(), -1000)),
+             static_cast<int>(ErrorCode::UnsupportedOperation));
 }
 
 void tst_Queue::outputs_changeWhileItIsPrepared()

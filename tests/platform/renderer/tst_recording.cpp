@@ -159,13 +159,13 @@ void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns()
     QCOMPARE(probed(file(name)), content);
     struct stat status {};
     QCOMPARE(stat(file(name).toLocal8Bit().constData(), &status), 0);
-    QCOMPARE(int(status.st_mode & 0777), 0640);
+    QCOMPARE(static_cast<int>(status.st_mode & 0777), 0640);
     QCOMPARE(recorder.content("state").number("error", -1), 0);
     const int64_t position = recorder.content("status").number("position");
     QVERIFY2(std::abs(milliseconds(samples) - position) < 80, qPrintable(QString::number(milliseconds(samples))));
     QVERIFY(tone::share(samples.mid(9600, 48'000), Frequency) > 0.98);
     // It is finished for good.
-    QCOMPARE(recorder.play(), int(ErrorCode::InvalidState));
+    QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
     QCOMPARE(decoded(file(name)), samples);
 }
 
@@ -272,9 +272,9 @@ void tst_Recording::sourceFails_oldFileStays()
     QVERIFY(daemon.start(environment));
     for (const char *name : {"old.wav", "new.wav"}) {
         const Recorder recorder(file(name));
-        QCOMPARE(recorder.result, isAttached ? 0 : int(ErrorCode::SourceUnavailable));
+        QCOMPARE(recorder.result, isAttached ? 0 : static_cast<int>(ErrorCode::SourceUnavailable));
         if (isAttached) {
-            QCOMPARE(recorder.play(), int(ErrorCode::SourceUnavailable));
+            QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::SourceUnavailable));
         }
     }
     QCOMPARE(old.size(), 3);
@@ -288,10 +288,10 @@ void tst_Recording::sourceEnds_fileIsComplete()
     const Recorder recorder(file("e.m4a"));
     QCOMPARE(recorder.play(), 0);
     const auto end = waitForEnd(*recorder.state);
-    QCOMPARE(end.number("error"), int(ErrorCode::SourceUnavailable));
+    QCOMPARE(end.number("error"), static_cast<int>(ErrorCode::SourceUnavailable));
     QCOMPARE(end.text("error_pos"), std::string("1:300"));
     QVERIFY(std::abs(milliseconds(decoded(file("e.m4a"))) - 300) < 50);
-    QCOMPARE(recorder.play(), int(ErrorCode::InvalidState));
+    QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
     QCOMPARE(mmr_stop(recorder.context()), 0);
     QCOMPARE(recorder.content("state").number("error", -1), 0);
 }
@@ -309,12 +309,12 @@ void tst_Recording::diskFull_whatIsThereCanBeRead()
     QVERIFY(daemon.start({toneSource(2, "wave=white-noise")}));
     const rlim_t most = format == QLatin1String("amr") ? 1000 : 20'000;
     const rlimit limit{most, most};
-    QCOMPARE(prlimit(pid_t(daemon.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
+    QCOMPARE(prlimit(static_cast<pid_t>(daemon.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
     const QString path = file("full." + format);
     const Recorder recorder(path);
     QCOMPARE(recorder.play(), 0);
-    QCOMPARE(waitForEnd(*recorder.state).number("error"), int(ErrorCode::Write));
-    QVERIFY(QFileInfo(path).size() <= qint64(most));
+    QCOMPARE(waitForEnd(*recorder.state).number("error"), static_cast<int>(ErrorCode::Write));
+    QVERIFY(QFileInfo(path).size() <= static_cast<qint64>(most));
     QVERIFY2(milliseconds(decoded(path)) > 80, qPrintable(QString::number(milliseconds(decoded(path)))));
 }
 
@@ -336,11 +336,11 @@ void tst_Recording::workerKilled_fileStaysAndPlays()
     QCOMPARE(workers.size(), 1);
     ::kill(workers.first(), SIGKILL);
     const auto end = waitForEnd(*recorder.state);
-    QCOMPARE(end.number("error"), int(ErrorCode::Internal));
+    QCOMPARE(end.number("error"), static_cast<int>(ErrorCode::Internal));
     const QByteArray samples = decoded(path);
     QVERIFY2(milliseconds(samples) > 400, qPrintable(QString::number(milliseconds(samples))));
     QVERIFY(tone::share(samples.mid(9600), Frequency) > 0.9);
-    QCOMPARE(recorder.play(), int(ErrorCode::InvalidState));
+    QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
     QCOMPARE(decoded(path), samples);
 
     // The application prepares it again, and only then the file is a new one.

@@ -9,13 +9,13 @@ using namespace voro::renderer;
 
 namespace {
 
-constexpr uint64_t GiB = uint64_t(1) << 30;
+constexpr uint64_t GiB = static_cast<uint64_t>(1) << 30;
 
 uint64_t number(const WavHeader &header, size_t offset, int bytes)
 {
     uint64_t value = 0;
     for (int i = bytes - 1; i >= 0; --i) {
-        value = value << 8 | header[offset + size_t(i)];
+        value = value << 8 | header[offset + static_cast<size_t>(i)];
     }
     return value;
 }
@@ -41,11 +41,11 @@ void tst_RecordingParts::wavHeader_tellsSizes_data()
 {
     QTest::addColumn<uint64_t>("size");
     QTest::addColumn<bool>("isLarge");
-    QTest::newRow("empty") << uint64_t(0) << false;
-    QTest::newRow("a second") << uint64_t(192'000) << false;
+    QTest::newRow("empty") << static_cast<uint64_t>(0) << false;
+    QTest::newRow("a second") << static_cast<uint64_t>(192'000) << false;
     QTest::newRow("the last small one") << 4 * GiB - 1 - 72 << false;
     QTest::newRow("the first large one") << 4 * GiB - 72 << true;
-    QTest::newRow("a week") << uint64_t(7 * 24 * 3600) * 192'000 << true;
+    QTest::newRow("a week") << static_cast<uint64_t>(7 * 24 * 3600) * 192'000 << true;
 }
 
 void tst_RecordingParts::wavHeader_tellsSizes()
@@ -61,8 +61,8 @@ void tst_RecordingParts::wavHeader_tellsSizes()
     QCOMPARE(number(header, 28, 8), isLarge ? size : 0);
     QCOMPARE(number(header, 36, 8), isLarge ? size / 4 : 0);
     QCOMPARE(text(header, 48), QByteArray("fmt "));
-    QCOMPARE(number(header, 60, 4), uint64_t(48'000));
-    QCOMPARE(number(header, 64, 4), uint64_t(192'000));
+    QCOMPARE(number(header, 60, 4), static_cast<uint64_t>(48'000));
+    QCOMPARE(number(header, 64, 4), static_cast<uint64_t>(192'000));
     QCOMPARE(text(header, 72), QByteArray("data"));
     QCOMPARE(number(header, 76, 4), isLarge ? Most : size);
 }

@@ -36,9 +36,10 @@ Levels levelsOf(const QList<float> &samples)
     for (size_t i = 0; i < Frequencies.size(); ++i) {
         std::complex<double> sum;
         for (qsizetype sample = 44100; sample < samples.size(); ++sample) {
-            sum += double(samples[sample]) * std::polar(1.0, 2 * M_PI * Frequencies[i] * double(sample) / 44100);
+            sum += static_cast<double>(samples[sample])
+                   * std::polar(1.0, 2 * M_PI * Frequencies[i] * static_cast<double>(sample) / 44100);
         }
-        levels[i] = 20 * std::log10(std::abs(sum) / double(samples.size() - 44100));
+        levels[i] = 20 * std::log10(std::abs(sum) / static_cast<double>(samples.size() - 44100));
     }
     return levels;
 }
@@ -212,7 +213,7 @@ void tst_Renderer::attachError_tellsTheCause_data()
     QTest::addColumn<QByteArray>("type");
     QTest::addColumn<int>("code");
     const auto row = [](const char *title, const QByteArray &url, const char *type, ErrorCode code) {
-        QTest::newRow(title) << url << QByteArray(type) << int(code);
+        QTest::newRow(title) << url << QByteArray(type) << static_cast<int>(code);
     };
     row("missing", file("none.wav"), "autolist", ErrorCode::SourceUnavailable);
     row("missing playlist", file("none.m3u"), "playlist", ErrorCode::SourceUnavailable);
@@ -344,13 +345,15 @@ void tst_Renderer::seek_isNeverFollowedByAnOlderPosition()
         const int target = 16'000 - i * 70;
         QCOMPARE(mmr_seek(application.context(), QByteArray::number(target).constData()), 0);
         const auto position = application.content("status").number("position");
-        QVERIFY2(position >= target && position < target + 1000, QByteArray::number(qint64(position)).constData());
+        QVERIFY2(position >= target && position < target + 1000,
+                 QByteArray::number(static_cast<qint64>(position)).constData());
     }
     for (const int target : {15'000, 5'000, 12'000, 2'000}) {
         QCOMPARE(mmr_seek(application.context(), QByteArray::number(target).constData()), 0);
         for (int64_t position = -1; position <= target;) {
             position = readMessage(*status).number("position");
-            QVERIFY2(position >= target && position < target + 3000, QByteArray::number(qint64(position)).constData());
+            QVERIFY2(position >= target && position < target + 3000,
+                     QByteArray::number(static_cast<qint64>(position)).constData());
         }
     }
 }
@@ -403,7 +406,8 @@ void tst_Renderer::holdAndGoOn_keepThePosition()
     QCOMPARE(application.content("state").number("speed", -1), 0);
     QCOMPARE(mmr_speed_set(application.context(), 1000), 0);
     const auto resumed = application.content("status").number("position");
-    QVERIFY2(resumed >= held && resumed < held + 200, QByteArray::number(qint64(resumed - held)).constData());
+    QVERIFY2(resumed >= held && resumed < held + 200,
+             QByteArray::number(static_cast<qint64>(resumed - held)).constData());
 }
 
 void tst_Renderer::workerKilled_isToldInOneMessage()
@@ -423,14 +427,14 @@ void tst_Renderer::workerKilled_isToldInOneMessage()
     ::kill(readers.first(), SIGKILL);
     const auto ended = readMessage(*state);
     QCOMPARE(ended.text("state"), std::string("stopped"));
-    QCOMPARE(ended.number("error", -1), int(ErrorCode::Internal));
+    QCOMPARE(ended.number("error", -1), static_cast<int>(ErrorCode::Internal));
     const QByteArray place = QByteArray::fromStdString(ended.text("error_pos"));
     QVERIFY2(place.startsWith("1:7") || place.startsWith("1:8"), place.constData());
 
     QCOMPARE(mmr_play(application.context()), 0);
     QVERIFY(!application.content("state").has("error"));
     const auto resumed = readMessage(*status).number("position");
-    QVERIFY2(resumed >= 7'000 && resumed < 9'000, QByteArray::number(qint64(resumed)).constData());
+    QVERIFY2(resumed >= 7'000 && resumed < 9'000, QByteArray::number(static_cast<qint64>(resumed)).constData());
 }
 
 void tst_Renderer::workerKilled_whileOpening_failsTheCall()
@@ -456,7 +460,7 @@ void tst_Renderer::workerKilled_whileOpening_failsTheCall()
     });
     const int code = application.attach(url);
     killer.join();
-    QCOMPARE(code, int(ErrorCode::Internal));
+    QCOMPARE(code, static_cast<int>(ErrorCode::Internal));
     QCOMPARE(application.attach(file("tone.wav")), 0);
 }
 
@@ -494,7 +498,8 @@ void tst_Renderer::contextNames_areUniqueAndSafe()
         QVERIFY2(context, name);
         char path[1024];
         QVERIFY(mmr_context_path(context, path, sizeof path) > 0);
-        const QByteArray folder = QByteArray(path).mid(qsizetype(strlen("/pps/services/multimedia/renderer/context/")));
+        const QByteArray folder =
+            QByteArray(path).mid(static_cast<qsizetype>(strlen("/pps/services/multimedia/renderer/context/")));
         QVERIFY2(!folder.startsWith('.') && !folder.contains('/') && !folder.contains('?') && !folder.contains('\n'),
                  path);
         QCOMPARE(mmr_context_destroy(context), 0);
@@ -512,7 +517,7 @@ void tst_Renderer::parametersBeyondAMessage_areRefused()
         strm_dict_t *const parameters = strm_dict_set(strm_dict_new(), "subpicture_url", longest.c_str());
         QCOMPARE(mmr_track_parameters(application.context(), track, parameters), 0);
     }
-    QCOMPARE(application.attach(file("a.ogg")), int(ErrorCode::InvalidParameter));
+    QCOMPARE(application.attach(file("a.ogg")), static_cast<int>(ErrorCode::InvalidParameter));
     QCOMPARE(mmr_track_parameters(application.context(), 9, strm_dict_new()), 0);
     QCOMPARE(application.attach(file("a.ogg")), 0);
 }

@@ -258,7 +258,7 @@ void tst_RendererClient::unusableArguments_areRefused_withoutRequest()
     QFETCH(Call, call);
     const QByteArray before = lastRequest();
     QCOMPARE(call(m_context), -1);
-    QCOMPARE(mmr_error_info(m_context)->error_code, uint(ErrorCode::InvalidParameter));
+    QCOMPARE(mmr_error_info(m_context)->error_code, static_cast<uint>(ErrorCode::InvalidParameter));
     QCOMPARE(lastRequest(), before);
     QCOMPARE(call(nullptr), -1);
     QCOMPARE(mmr_play(m_context), 0);
@@ -271,8 +271,8 @@ void tst_RendererClient::contextPath_fitsOrFails()
     char buffer[1024];
     QCOMPARE(mmr_context_path(m_context, buffer, sizeof buffer), expected.size());
     QCOMPARE(QByteArray(buffer), expected);
-    QCOMPARE(mmr_context_path(m_context, buffer, size_t(expected.size() + 1)), expected.size());
-    QCOMPARE(mmr_context_path(m_context, buffer, size_t(expected.size())), -1);
+    QCOMPARE(mmr_context_path(m_context, buffer, static_cast<size_t>(expected.size() + 1)), expected.size());
+    QCOMPARE(mmr_context_path(m_context, buffer, static_cast<size_t>(expected.size())), -1);
     QCOMPARE(mmr_context_path(m_context, buffer, 0), -1);
     QCOMPARE(mmr_context_path(m_context, nullptr, 1024), -1);
     QCOMPARE(mmr_context_path(nullptr, buffer, sizeof buffer), -1);
@@ -314,7 +314,7 @@ void tst_RendererClient::lostService_fails_andGoesOnFailing()
     m_thread.reset();
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(mmr_play(m_context), -1);
-        QCOMPARE(mmr_error_info(m_context)->error_code, uint(ErrorCode::Internal));
+        QCOMPARE(mmr_error_info(m_context)->error_code, static_cast<uint>(ErrorCode::Internal));
     }
     QCOMPARE(mmr_context_destroy(m_context), -1);
     m_context = nullptr;

@@ -17,7 +17,7 @@ namespace {
 
 QByteArray show(const ParsedPosition &position)
 {
-    const QByteArray milliseconds = QByteArray::number(qint64(position.milliseconds));
+    const QByteArray milliseconds = QByteArray::number(static_cast<qint64>(position.milliseconds));
     return position.track ? QByteArray::number(*position.track) + ':' + milliseconds : milliseconds;
 }
 
@@ -72,7 +72,7 @@ void tst_RendererCommon::position()
 {
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, expected);
-    const auto parsed = parsePosition({text.constData(), size_t(text.size())});
+    const auto parsed = parsePosition({text.constData(), static_cast<size_t>(text.size())});
     QCOMPARE(parsed ? show(*parsed) : QByteArray("none"), expected);
 }
 
@@ -84,7 +84,7 @@ void tst_RendererCommon::parameters_data()
     QTest::addColumn<QByteArrayList>("bad");
     const auto row = [](const char *title, Owner owner, const char *name, const QByteArrayList &good,
                         const QByteArrayList &bad) {
-        QTest::newRow(title) << int(owner) << QByteArray(name) << good << bad;
+        QTest::newRow(title) << static_cast<int>(owner) << QByteArray(name) << good << bad;
     };
     const QByteArrayList noNumbers = {"", "-1", "x", "1x", " 1", "1.0"};
     row("interval", Owner::Context, "updateinterval", {"20", "1000", "4294967295"},
@@ -145,7 +145,7 @@ void tst_RendererCommon::check_tellsTheCause_data()
     QTest::addColumn<QByteArray>("path");
     QTest::addColumn<int>("code");
     const auto row = [this](const char *title, const char *name, ErrorCode code) {
-        QTest::newRow(title) << m_folder.path().toUtf8() + '/' + name << int(code);
+        QTest::newRow(title) << m_folder.path().toUtf8() + '/' + name << static_cast<int>(code);
     };
     write("good.ogg", "OggS");
     write("empty.ogg", {});
@@ -170,17 +170,17 @@ void tst_RendererCommon::check_tellsTheCause_data()
     row("folder", "folder.ogg", ErrorCode::UnsupportedMediaType);
     row("pipe that nobody writes to", "fifo.ogg", ErrorCode::UnsupportedMediaType);
     row("socket", "socket.ogg", ErrorCode::UnsupportedMediaType);
-    QTest::newRow("device") << QByteArray("/dev/zero") << int(ErrorCode::UnsupportedMediaType);
-    QTest::newRow("nothing") << QByteArray() << int(ErrorCode::SourceUnavailable);
-    QTest::newRow("long name") << base + QByteArray(300, 'x') << int(ErrorCode::SourceUnavailable);
+    QTest::newRow("device") << QByteArray("/dev/zero") << static_cast<int>(ErrorCode::UnsupportedMediaType);
+    QTest::newRow("nothing") << QByteArray() << static_cast<int>(ErrorCode::SourceUnavailable);
+    QTest::newRow("long name") << base + QByteArray(300, 'x') << static_cast<int>(ErrorCode::SourceUnavailable);
 }
 
 void tst_RendererCommon::check_tellsTheCause()
 {
     QFETCH(QByteArray, path);
     QFETCH(int, code);
-    QCOMPARE(int(Medium(path.toStdString()).check().code), code);
-    QCOMPARE(int(Medium("file://" + path.toStdString()).check().code), code);
+    QCOMPARE(static_cast<int>(Medium(path.toStdString()).check().code), code);
+    QCOMPARE(static_cast<int>(Medium("file://" + path.toStdString()).check().code), code);
 }
 
 void tst_RendererCommon::check_unreadableIsPermission()
@@ -188,7 +188,7 @@ void tst_RendererCommon::check_unreadableIsPermission()
     const std::string path = write("secret.ogg", "OggS");
     QVERIFY(chmod(path.c_str(), 0) == 0);
     if (geteuid() != 0) {
-        QCOMPARE(int(Medium(path).check().code), int(ErrorCode::Permission));
+        QCOMPARE(static_cast<int>(Medium(path).check().code), static_cast<int>(ErrorCode::Permission));
         return;
     }
     // Nothing is unreadable to the superuser, so somebody else looks.
@@ -197,7 +197,7 @@ void tst_RendererCommon::check_unreadableIsPermission()
     QVERIFY(seteuid(Nobody) == 0);
     const Result result = Medium(path).check();
     QVERIFY(seteuid(0) == 0);
-    QCOMPARE(int(result.code), int(ErrorCode::Permission));
+    QCOMPARE(static_cast<int>(result.code), static_cast<int>(ErrorCode::Permission));
 }
 
 void tst_RendererCommon::uri_data()
@@ -260,13 +260,13 @@ void tst_RendererCommon::answer_givesTheResultBack()
     voro::pps::Message message;
     QVERIFY(message.parse(answer("seek", 7, {ErrorCode::Read, longCause})));
     QVERIFY(message.text("res") == "seek" && message.number("id") == 7);
-    QCOMPARE(int(resultOf(message).code), int(ErrorCode::Read));
+    QCOMPARE(static_cast<int>(resultOf(message).code), static_cast<int>(ErrorCode::Read));
     QVERIFY(resultOf(message).text.size() < 2000);
     QVERIFY(message.parse(answer("seek", 8, {})));
     QVERIFY(resultOf(message));
     // An answer that does not say how it went is no success.
     QVERIFY(message.parse("res::seek\nid:n:8"));
-    QCOMPARE(int(resultOf(message).code), int(ErrorCode::Internal));
+    QCOMPARE(static_cast<int>(resultOf(message).code), static_cast<int>(ErrorCode::Internal));
 }
 
 QTEST_GUILESS_MAIN(tst_RendererCommon)

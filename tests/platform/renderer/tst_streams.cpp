@@ -24,7 +24,7 @@ QByteArray titleBlock(const QByteArray &title)
 {
     const QByteArray text = "StreamTitle='" + title + "';";
     const qsizetype units = (text.size() + 15) / 16;
-    return QByteArray(1, char(units)) + text.leftJustified(units * 16, '\0');
+    return QByteArray(1, static_cast<char>(units)) + text.leftJustified(units * 16, '\0');
 }
 
 } // namespace
@@ -225,7 +225,8 @@ void tst_Streams::stream_isSoughtIn_ifTheServerSendsParts()
     for (const char *kind : {"/whole/a.ogg", "/whole/a.wav", "/endless/a.ogg"}) {
         QCOMPARE(application.attach(m_server.url(kind)), 0);
         QCOMPARE(application.content("q1").text("md_title_seekable"), std::string("false"));
-        QCOMPARE(application.code(mmr_seek(application.context(), "3000")), int(ErrorCode::UnsupportedOperation));
+        QCOMPARE(application.code(mmr_seek(application.context(), "3000")),
+                 static_cast<int>(ErrorCode::UnsupportedOperation));
     }
 }
 
@@ -258,8 +259,8 @@ void tst_Streams::playlist_isPlayedWhole()
     QFETCH(const QByteArray, path);
     QFETCH(const double, seconds);
     const Application application;
-    QCOMPARE(application.attach(m_server.url(path)), int(ErrorCode::Internal));
-    QCOMPARE(play(m_server.url(path), "playlist"), qsizetype(seconds * 44100 + 0.5));
+    QCOMPARE(application.attach(m_server.url(path)), static_cast<int>(ErrorCode::Internal));
+    QCOMPARE(play(m_server.url(path), "playlist"), static_cast<qsizetype>(seconds * 44100 + 0.5));
 }
 
 void tst_Streams::failingServer_isTold_data()
@@ -286,7 +287,8 @@ void tst_Streams::failingServer_isTold()
     const Application application;
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(application.attach(m_server.url(path), path.endsWith(".m3u") ? "playlist" : "autolist"), int(code));
+    QCOMPARE(application.attach(m_server.url(path), path.endsWith(".m3u") ? "playlist" : "autolist"),
+             static_cast<int>(code));
     QVERIFY2(timer.elapsed() < 20'000, QByteArray::number(timer.elapsed()).constData());
     QVERIFY(!application.content("state").has("state"));
 }
@@ -349,7 +351,7 @@ void tst_Streams::brokenConnection_isTaken()
     const auto state = application.watch("state?wait");
     QCOMPARE(mmr_play(application.context()), 0);
     m_gate.release(kind.contains("stall") ? 0 : 1);
-    QCOMPARE(waitForEnd(*state).number("error", -1), int(code));
+    QCOMPARE(waitForEnd(*state).number("error", -1), static_cast<int>(code));
     if (code == ErrorCode::None) {
         QCOMPARE(samplesOf(file("heard.raw")).size(), 40 * 44100);
     }

@@ -27,8 +27,9 @@ QByteArray run(const QString &program, const QStringList &arguments)
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(program, arguments);
-    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         qFatal("%s failed", qPrintable(program));
+    }
     return process.readAllStandardOutput();
 }
 
@@ -42,7 +43,7 @@ constexpr int MaximumShift = 6;
 /** The image of the beginning of the sound that the samples hold. */
 Image imageOf(const QByteArray &bytes)
 {
-    const std::span samples(reinterpret_cast<const qint16 *>(bytes.constData()), size_t(bytes.size()) / 2);
+    const std::span samples(reinterpret_cast<const qint16 *>(bytes.constData()), static_cast<size_t>(bytes.size()) / 2);
     const auto loudest =
         std::max_element(samples.begin(), samples.end(), [](qint16 a, qint16 b) { return std::abs(a) < std::abs(b); });
     const auto first = std::find_if(samples.begin(), loudest,
@@ -55,8 +56,9 @@ Image imageOf(const QByteArray &bytes)
         for (double &strength : image[moment]) {
             const double step = 2 * std::numbers::pi * frequency / 48'000;
             std::complex<double> sum;
-            for (size_t i = moment * Hop; i < std::min(moment * Hop + 2 * Hop, sound.size()); ++i)
-                sum += std::polar(double(sound[i]), step * double(i));
+            for (size_t i = moment * Hop; i < std::min(moment * Hop + 2 * Hop, sound.size()); ++i) {
+                sum += std::polar(static_cast<double>(sound[i]), step * static_cast<double>(i));
+            }
             // Soft parts tell as much as loud ones.
             strength = std::sqrt(std::abs(sum));
             frequency *= 1.19;
@@ -73,9 +75,9 @@ double likeness(const Image &a, const Image &b)
         double product = 0;
         double powerA = 0;
         double powerB = 0;
-        for (int moment = MaximumShift; moment < int(Moments) - MaximumShift; ++moment) {
-            const auto &partA = a[size_t(moment)];
-            const auto &partB = b[size_t(moment + shift)];
+        for (int moment = MaximumShift; moment < static_cast<int>(Moments) - MaximumShift; ++moment) {
+            const auto &partA = a[static_cast<size_t>(moment)];
+            const auto &partB = b[static_cast<size_t>(moment + shift)];
             product += std::inner_product(partA.begin(), partA.end(), partB.begin(), 0.0);
             powerA += std::inner_product(partA.begin(), partA.end(), partA.begin(), 0.0);
             powerB += std::inner_product(partB.begin(), partB.end(), partB.begin(), 0.0);
@@ -105,21 +107,23 @@ class Client {
 public:
     Client() : m_control(QStringLiteral("/pps/services/multimedia/sound/control"))
     {
-        if (!m_control.open(voro::PpsOpenMode::PublishSubscribe))
+        if (!m_control.open(voro::PpsOpenMode::PublishSubscribe)) {
             qFatal("The service cannot be reached");
+        }
         m_control.setBlocking(true);
     }
 
     void write(const QByteArray &message)
     {
-        if (!m_control.write(message))
+        if (!m_control.write(message)) {
             qFatal("The service cannot be reached");
+        }
     }
     void request(const QByteArray &command, const QByteArray &sound)
     {
         write("msg::" + command + "\nid::0\ndat:json:{\"sound\":\"" + sound + "\"}\n");
     }
-    QByteArray answer() { return m_control.read().remove(0, int(strlen("@control\n"))).trimmed(); }
+    QByteArray answer() { return m_control.read().remove(0, static_cast<int>(strlen("@control\n"))).trimmed(); }
     /** Returns when the service has read everything before. */
     void settle()
     {
@@ -136,8 +140,9 @@ private:
 qint64 memoryOf(qint64 process)
 {
     QFile file(QStringLiteral("/proc/%1/statm").arg(process));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
         qFatal("there is no process %lld", process);
+    }
     const QByteArrayList pages = file.readAll().split(' ');
     return (pages.at(1).toLongLong() - pages.at(2).toLongLong()) * 4;
 }
@@ -199,17 +204,19 @@ void SoundServiceTest::initTestCase()
         {"VideoCallOutgoingEvent", themes("phone-outgoing-calling")},
         {"CameraBurstEvent", ours("event_camera_burst_sound")},
     };
-    for (const Expected &expected : m_expected)
+    for (const Expected &expected : m_expected) {
         m_references.push_back(imageOf(
             run("ffmpeg", {"-v", "error", "-i", expected.file, "-f", "s16le", "-ac", "1", "-ar", "48000", "-"})));
+    }
 }
 
 Image SoundServiceTest::hear(const std::function<void()> &play)
 {
-    if (!m_recorder)
+    if (!m_recorder) {
         m_recorder.emplace();
+    }
     constexpr qsizetype Pause = 4'800;
-    constexpr qsizetype Length = qsizetype((Moments + 2) * Hop);
+    constexpr qsizetype Length = static_cast<qsizetype>((Moments + 2) * Hop);
     const auto isSilent = [&] {
         const QByteArray heard = m_recorder->samples();
         return heard.size() / 2 >= Pause && tone::firstSound(heard.last(2 * Pause), 100) < 0;
@@ -221,8 +228,9 @@ Image SoundServiceTest::hear(const std::function<void()> &play)
     };
     m_recorder->clear();
     // No QTRY_ macro: it would end no test.
-    if (!QTest::qWaitFor(isSilent, 20'000))
+    if (!QTest::qWaitFor(isSilent, 20'000)) {
         return Image(Moments);
+    }
     m_recorder->clear();
     play();
     return QTest::qWaitFor(isEnough, 20'000) ? imageOf(m_recorder->samples()) : Image(Moments);
@@ -234,12 +242,14 @@ bool SoundServiceTest::isHeard(SystemSound::Type sound, const std::function<void
     for (int attempt = 0; attempt < 5; ++attempt) {
         const Image heard = hear(play);
         std::vector<double> values;
-        for (const Image &reference : m_references)
+        for (const Image &reference : m_references) {
             values.push_back(likeness(heard, reference));
+        }
         const auto best = std::max_element(values.begin(), values.end());
-        if (*best > 0.9 && best - values.begin() == sound - 1)
+        if (*best > 0.9 && best - values.begin() == sound - 1) {
             return true;
-        qWarning("heard sound %d, likeness %f", int(best - values.begin()) + 1, *best);
+        }
+        qWarning("heard sound %d, likeness %f", static_cast<int>(best - values.begin()) + 1, *best);
     }
     return false;
 }
@@ -247,8 +257,9 @@ bool SoundServiceTest::isHeard(SystemSound::Type sound, const std::function<void
 void SoundServiceTest::sound_isHeard_andIsNoOther_data()
 {
     QTest::addColumn<int>("number");
-    for (size_t i = 0; i < m_expected.size(); ++i)
-        QTest::newRow(m_expected[i].name) << int(i) + 1;
+    for (size_t i = 0; i < m_expected.size(); ++i) {
+        QTest::newRow(m_expected[i].name) << static_cast<int>(i) + 1;
+    }
 }
 
 void SoundServiceTest::sound_isHeard_andIsNoOther()
@@ -294,11 +305,12 @@ void SoundServiceTest::cameraIsHeard_whileEventSoundsAreMuted()
     QTRY_COMPARE(soundsThatPlay(), 1);
     run("pactl", {"set-sink-input-mute",
                   QString::fromLatin1(run("pactl", {"list", "short", "sink-inputs"}).split('\t').first()), "1"});
-    for (const auto sound : {SystemSound::CameraShutterEvent, SystemSound::CameraBurstEvent})
+    for (const auto sound : {SystemSound::CameraShutterEvent, SystemSound::CameraBurstEvent}) {
         QVERIFY(isHeard(sound, [&] {
             SystemSound::play(SystemSound::VideoCallOutgoingEvent);
             SystemSound::play(sound);
         }));
+    }
     stream.kill();
     stream.waitForFinished();
 }
@@ -336,16 +348,18 @@ void SoundServiceTest::manySounds_leaveNothing()
 {
     Client client;
     const auto playMany = [&] {
-        for (int i = 0; i < 100; ++i)
+        for (int i = 0; i < 100; ++i) {
             client.request("play_sound", i % 2 ? "input_keypress" : "system_master_volume_reference");
+        }
         client.settle();
         QTRY_COMPARE_WITH_TIMEOUT(soundsThatPlay(), 0, 20'000);
     };
     // What is needed once at the most is there after the first time.
     playMany();
     const qint64 before = memoryOf(m_daemon.processId());
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         playMany();
+    }
     const qint64 growth = memoryOf(m_daemon.processId()) - before;
 #ifdef __SANITIZE_ADDRESS__
     // What was freed is kept for a while.
@@ -373,8 +387,9 @@ void SoundServiceTest::serverThatHangs_holdsNobodyUp()
 {
     Client client;
     m_server.suspend();
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 100; ++i) {
         client.request("play_sound", "input_keypress");
+    }
     QCOMPARE(client.answer(), "res::play_sound\nerr::too many sounds wait\nerror::too many sounds wait");
     client.settle();
     QVERIFY(m_daemon.stop());

@@ -41,7 +41,7 @@ void tst_Support::obfuscate_hidesNames_keepsExtension()
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, obfuscated);
     QByteArray output(text.size() + 1, 'x');
-    QCOMPARE(slog2_obfuscate(0, '.', 0, text.constData(), size_t(output.size()), output.data()), 0);
+    QCOMPARE(slog2_obfuscate(0, '.', 0, text.constData(), static_cast<size_t>(output.size()), output.data()), 0);
     QCOMPARE(QByteArray(output.constData()), obfuscated);
 }
 

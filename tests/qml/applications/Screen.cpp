@@ -19,12 +19,15 @@ bool isNamed(QAccessibleInterface *item, const QString &name)
 
 QAccessibleInterface *findBelow(QAccessibleInterface *item, const QString &name)
 {
-    if (!item || !item->isValid() || item->state().invisible)
+    if (!item || !item->isValid() || item->state().invisible) {
         return nullptr;
+    }
     // What is on top comes last.
-    for (int i = item->childCount(); i-- > 0;)
-        if (QAccessibleInterface *found = findBelow(item->child(i), name))
+    for (int i = item->childCount(); i-- > 0;) {
+        if (QAccessibleInterface *found = findBelow(item->child(i), name)) {
             return found;
+        }
+    }
     return item->role() != QAccessible::Window && isNamed(item, name) ? item : nullptr;
 }
 
@@ -33,13 +36,16 @@ QAccessibleInterface *findBelow(QAccessibleInterface *item, const QString &name)
 Screen::Screen(const char *uri, const QVariantMap &properties)
 {
     QAccessible::setActive(true);
-    if (application::show(m_engine, QString::fromLatin1(uri), properties))
+    if (application::show(m_engine, QString::fromLatin1(uri), properties)) {
         m_window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().constFirst());
-    if (!m_window)
+    }
+    if (!m_window) {
         qFatal("%s has no window", uri);
+    }
     m_window->requestActivate();
-    if (!QTest::qWaitForWindowActive(m_window, 20'000))
+    if (!QTest::qWaitForWindowActive(m_window, 20'000)) {
         qFatal("The window of %s does not come up", uri);
+    }
 }
 
 void Screen::resize(int width, int height)
@@ -90,17 +96,19 @@ QRgb Screen::colourAt(const QString &name, QPoint offset) const
 bool Screen::click(const QString &name)
 {
     const QRect item = settledPlace(name);
-    if (!item.isEmpty())
+    if (!item.isEmpty()) {
         QTest::mouseClick(m_window, Qt::LeftButton, {}, item.center());
+    }
     return !item.isEmpty();
 }
 
 bool Screen::drag(const QString &name, double to)
 {
     const QRect bar = settledPlace(name);
-    if (bar.isEmpty())
+    if (bar.isEmpty()) {
         return false;
-    const QPoint target(bar.left() + int(bar.width() * to), bar.center().y());
+    }
+    const QPoint target(bar.left() + static_cast<int>(bar.width() * to), bar.center().y());
     QTest::mousePress(m_window, Qt::LeftButton, {}, QPoint(bar.left() + 12, target.y()));
     QTest::mouseMove(m_window, target);
     QTest::mouseRelease(m_window, Qt::LeftButton, {}, target);
@@ -114,8 +122,9 @@ void Screen::press(Qt::Key key)
 
 void Screen::type(const QString &text)
 {
-    for (const QChar letter : text)
+    for (const QChar letter : text) {
         QTest::sendKeyEvent(QTest::Click, m_window, Qt::Key_unknown, letter, {});
+    }
 }
 
 QImage Screen::picture() const

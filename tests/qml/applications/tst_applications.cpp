@@ -28,15 +28,17 @@ public:
     {
         qputenv("HOME", m_folder.path().toUtf8());
         qputenv("XDG_RUNTIME_DIR", m_folder.path().toUtf8());
-        for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
+        for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
             qunsetenv(name);
+        }
         QDir(m_folder.path()).mkpath("Music/Northern Lights");
         const QStringList titles{"First Frost", "The Long Way Home under a Green Sky", "Harbour"};
-        for (int i = 0; i < titles.size(); ++i)
+        for (int i = 0; i < titles.size(); ++i) {
             media::makeTone(album(QStringLiteral("%1.ogg").arg(i + 1)),
                             {.frequency = 220.0 * (i + 1),
                              .seconds = 90,
                              .tags = {"title=" + titles[i], "artist=The Example Band", "album=Northern Lights"}});
+        }
         write("Music/broken.ogg", "This is no music.");
     }
     /** The album's picture: blue above, orange below. */
@@ -66,8 +68,9 @@ private:
     void write(const QString &name, const QByteArray &content) const
     {
         QFile file(path(name));
-        if (!file.open(QFile::WriteOnly) || file.write(content) != content.size())
+        if (!file.open(QFile::WriteOnly) || file.write(content) != content.size()) {
             qFatal("Cannot write %s", qPrintable(name));
+        }
     }
 
     QTemporaryDir m_folder;
@@ -96,9 +99,11 @@ int count(const Screen &screen, const QRect &part, QRgb colour)
 {
     const QImage picture = screen.picture().copy(part);
     int number = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
             number += isLike(picture.pixel(x, y), colour);
+        }
+    }
     return number;
 }
 
@@ -117,12 +122,14 @@ Exit runProgram(const QString &name, const QStringList &arguments, const QString
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString &variable : withoutVariables)
+    for (const QString &variable : withoutVariables) {
         environment.remove(variable);
+    }
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(BIN) + name, arguments, QIODevice::ReadOnly);
-    if (!process.waitForFinished(PatienceMs) || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(PatienceMs) || process.exitStatus() != QProcess::NormalExit) {
         return {-1, process.readAllStandardError()};
+    }
     return {process.exitCode(), process.readAllStandardError()};
 }
 
@@ -334,7 +341,7 @@ void tst_Applications::player_showsFilms()
         QRect middle(QPoint(), player.place("Film").size() / 4);
         middle.moveCenter(player.place("Film").center());
         const int pixels = middle.width() * middle.height();
-        return pixels == 0 ? 1.0 : double(count(player, middle, LightBackground)) / pixels;
+        return pixels == 0 ? 1.0 : static_cast<double>(count(player, middle, LightBackground)) / pixels;
     };
     QTRY_VERIFY_WITH_TIMEOUT(emptiness() < 0.1, PatienceMs);
     QVERIFY(player.click("Full screen"));
@@ -360,8 +367,9 @@ void tst_Applications::recorder_records_plays_renames_deletes()
         QVERIFY(recorder.click("Record"));
         // No QTRY_ macro: it looks again when it has seen what it waits for, which passes.
         QVERIFY(QTest::qWaitFor([&] { return recorder.shows("Recorded: 0:02"); }, PatienceMs));
-        if (i == 2)
+        if (i == 2) {
             break;
+        }
         QVERIFY(recorder.click("Finish"));
         QTRY_VERIFY(recorder.shows("Recorded: 0:00"));
         QCOMPARE(files().size(), i);

@@ -49,9 +49,11 @@ QString nameOf(const QMetaObject *type)
 
 const QMetaObject *classNamed(const QString &name)
 {
-    for (const QMetaObject *type : Classes)
-        if (nameOf(type) == name)
+    for (const QMetaObject *type : Classes) {
+        if (nameOf(type) == name) {
             return type;
+        }
+    }
     qFatal("There is no class %s", qUtf8Printable(name));
 }
 
@@ -59,9 +61,11 @@ QStringList methods(const QString &className, QMetaMethod::MethodType kind)
 {
     const QMetaObject *type = classNamed(className);
     QStringList names;
-    for (int i = type->methodOffset(); i < type->methodCount(); ++i)
-        if (const QMetaMethod method = type->method(i); method.methodType() == kind)
+    for (int i = type->methodOffset(); i < type->methodCount(); ++i) {
+        if (const QMetaMethod method = type->method(i); method.methodType() == kind) {
             names += QString::fromLatin1(method.name());
+        }
+    }
     names.removeDuplicates();
     return names;
 }
@@ -77,8 +81,9 @@ const QTemporaryDir &folder()
 QStringList World::classes()
 {
     QStringList names;
-    for (const QMetaObject *type : Classes)
+    for (const QMetaObject *type : Classes) {
         names += nameOf(type);
+    }
     return names;
 }
 
@@ -86,8 +91,9 @@ QStringList World::properties(const QString &className) const
 {
     const QMetaObject *type = classNamed(className);
     QStringList names;
-    for (int i = type->propertyOffset(); i < type->propertyCount(); ++i)
+    for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {
         names += QString::fromLatin1(type->property(i).name());
+    }
     return names;
 }
 
@@ -106,10 +112,11 @@ QStringList World::enumerators()
     QStringList all;
     for (const QMetaObject *type : Enumerations) {
         const QMetaEnum enumeration = type->enumerator(type->indexOfEnumerator("Type"));
-        for (int i = 0; i < enumeration.keyCount(); ++i)
+        for (int i = 0; i < enumeration.keyCount(); ++i) {
             all += QStringLiteral("%1.%2=%3")
                        .arg(nameOf(type), QString::fromLatin1(enumeration.key(i)))
                        .arg(enumeration.value(i));
+        }
     }
     return all;
 }
@@ -133,6 +140,7 @@ void World::press(const QString &key, int milliseconds) const
     };
     voro::PpsObject service(QStringLiteral("/pps/services/multimedia/mediakeys/control?wait"));
     if (!service.open(voro::PpsOpenMode::PublishSubscribe) || !service.write(voro::PpsObject::encode(request))
-        || service.read().isEmpty())
+        || service.read().isEmpty()) {
         qFatal("The key cannot be pressed: %s", qUtf8Printable(service.errorString()));
+    }
 }

@@ -10,8 +10,9 @@ public:
     Setup()
     {
         if (!m_daemon.start({QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true"),
-                             QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true")}))
+                             QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true")})) {
             qFatal("vorod does not start");
+        }
     }
 
 public Q_SLOTS:

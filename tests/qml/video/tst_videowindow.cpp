@@ -58,7 +58,7 @@ int numberIn(const QImage &image, int y)
 {
     int number = 0;
     for (int bit = 0; bit < 16; ++bit) {
-        number |= int(qGray(image.pixel(bit * 40 + 20, y)) > 127) << bit;
+        number |= static_cast<int>(qGray(image.pixel(bit * 40 + 20, y)) > 127) << bit;
     }
     return number;
 }
@@ -452,7 +452,7 @@ void tst_VideoWindow::lies_costThePictureOnly()
     liar.meet();
     constexpr unsigned Sealed = F_SEAL_SHRINK | F_SEAL_GROW;
     FrameDescription truth = description(64, 32);
-    const auto size = off_t(truth.slotSize * truth.slots);
+    const auto size = static_cast<off_t>(truth.slotSize * truth.slots);
     const voro::pps::Fd file =
         memoryFile(lie == "too large" ? size - 1 : size, lie == "may shrink" ? F_SEAL_GROW : Sealed);
     if (lie == "stride") {

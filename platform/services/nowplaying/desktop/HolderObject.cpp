@@ -169,7 +169,7 @@ void HolderObject::setMetadata(const Metadata &metadata)
 {
     const bool isOtherTrack = m_track == 0 || metadata.title != m_metadata.title || metadata.artist != m_metadata.artist
                               || metadata.album != m_metadata.album;
-    const bool isJump = std::abs(qint64(metadata.position) - m_position.now()) > Jump;
+    const bool isJump = std::abs(static_cast<qint64>(metadata.position) - m_position.now()) > Jump;
     if (isOtherTrack) {
         m_track = ++m_lastTrack;
     }
@@ -455,7 +455,7 @@ QDBusMessage HolderObject::setLoopStatus(const QDBusMessage &message, const QStr
 QDBusMessage HolderObject::changeVolume(const QDBusMessage &message, double volume)
 {
     message.setDelayedReply(true);
-    const int level = volume > 0 ? int(std::lround(std::min(volume, 1.0) * 100)) : 0;
+    const int level = volume > 0 ? static_cast<int>(std::lround(std::min(volume, 1.0) * 100)) : 0;
     Q_EMIT volumeCommanded({VolumeCommand::Set, level}, [message, bus = *m_bus](const QString &problem) {
         bus.send(problem.isEmpty() ? message.createReply() : message.createErrorReply(QDBusError::Failed, problem));
     });

@@ -97,7 +97,7 @@ QVariantMap fromMetadata(const Metadata &metadata, quint64 track)
     insert("xesam:artist", QStringList(metadata.artist), !metadata.artist.isEmpty());
     insert("xesam:album", metadata.album, !metadata.album.isEmpty());
     insert("xesam:trackNumber", number, isNumber);
-    insert("mpris:length", qint64(metadata.duration) * 1000, metadata.duration > 0);
+    insert("mpris:length", static_cast<qint64>(metadata.duration) * 1000, metadata.duration > 0);
     insert("mpris:artUrl", artwork, !artwork.isEmpty());
     return map;
 }

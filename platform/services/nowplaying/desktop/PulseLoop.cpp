@@ -14,10 +14,10 @@ namespace voro::nowplaying {
 namespace {
 
 /** What the three kinds of events share. */
-template<class Event, class Destroyed>
+template<typename Event, typename Destroyed>
 struct PulseEvent {
     /** Calls back; an event that is freed by its own callback lives on until the event loop comes by. */
-    template<class Callback>
+    template<typename Callback>
     void run(const Callback &callback)
     {
         isRunning = true;
@@ -56,7 +56,7 @@ int millisecondsUntil(const timeval *time)
     timeval now{};
     pa_gettimeofday(&now);
     const pa_usec_t wait = pa_timeval_cmp(time, &now) > 0 ? pa_timeval_diff(time, &now) : 0;
-    return int(std::min<pa_usec_t>((wait + 999) / 1000, INT_MAX));
+    return static_cast<int>(std::min<pa_usec_t>((wait + 999) / 1000, INT_MAX));
 }
 
 } // namespace

@@ -138,7 +138,7 @@ void RemotePlayer::updatePosition(const QVariantMap &properties, bool isOtherTra
 
 void RemotePlayer::seeked(qint64 position)
 {
-    m_position.set(unsignedOf(double(position) / 1000));
+    m_position.set(unsignedOf(static_cast<double>(position) / 1000));
     Q_EMIT changed(false, true);
 }
 

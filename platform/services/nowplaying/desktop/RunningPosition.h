@@ -25,7 +25,8 @@ public:
 
     qint64 now() const
     {
-        const qint64 passed = m_since.isValid() ? qint64(double(m_since.elapsed()) * m_rate) : 0;
+        const qint64 passed =
+            m_since.isValid() ? static_cast<qint64>(static_cast<double>(m_since.elapsed()) * m_rate) : 0;
         const qint64 position = std::max<qint64>(m_reported + passed, 0);
         return m_duration > 0 ? std::min(position, std::max(m_duration, m_reported)) : position;
     }

@@ -16,12 +16,12 @@ constexpr int Step = 5;
 
 int toPercent(pa_volume_t volume)
 {
-    return int(std::lround(volume * 100.0 / PA_VOLUME_NORM));
+    return static_cast<int>(std::lround(volume * 100.0 / PA_VOLUME_NORM));
 }
 
 pa_volume_t fromPercent(int percent)
 {
-    return pa_volume_t(std::lround(percent * double(PA_VOLUME_NORM) / 100));
+    return pa_volume_t(std::lround(percent * static_cast<double>(PA_VOLUME_NORM) / 100));
 }
 
 /** The volume after the command, in percent. One above 100 stays, but is not raised further. */
