@@ -172,9 +172,17 @@ void Context::outputDetach(const pps::Message &message)
     const int output = outputOf(message);
     const auto detach = [this, output] {
         const Result result = m_journal.detachOutput(output);
-        result ? applySettings() : finish(result);
+        if (result) {
+            applySettings();
+        } else {
+            finish(result);
+        }
     };
-    m_journal.isFile(output) ? completeRecording(detach) : detach();
+    if (m_journal.isFile(output)) {
+        completeRecording(detach);
+    } else {
+        detach();
+    }
 }
 
 /** Goes on when nothing is written into the file any more. */
@@ -231,7 +239,11 @@ void Context::setParameters(const pps::Message &message, const std::function<Res
     const auto parameters = Parameters::fromText(message.text("dat"));
     const Result result =
         parameters ? take(*parameters) : Result(ErrorCode::InvalidParameter, "the parameters cannot be read");
-    result ? applySettings() : finish(result);
+    if (result) {
+        applySettings();
+    } else {
+        finish(result);
+    }
 }
 
 /** Finishes a command that changed settings. */
@@ -356,7 +368,11 @@ void Context::play(const pps::Message &)
     } else {
         open(*m_input, [this](const Result &result) {
             m_isOpen = static_cast<bool>(result);
-            m_isOpen ? startPlaying() : finish(result);
+            if (m_isOpen) {
+                startPlaying();
+            } else {
+                finish(result);
+            }
         });
     }
 }
@@ -387,7 +403,11 @@ void Context::startPlaying()
     }
     m_engine->ask("play", {}, [this, file](const Result &result) {
         if (file) {
-            result ? file->commit() : file->discard();
+            if (result) {
+                file->commit();
+            } else {
+                file->discard();
+            }
         }
         if (result) {
             m_resume.reset();

@@ -142,7 +142,11 @@ void Worker::updateTimer()
 {
     const bool isNeeded = m_isWatched || !m_pending.empty();
     if (isNeeded != m_timer.isActive()) {
-        isNeeded ? m_timer.start() : m_timer.stop();
+        if (isNeeded) {
+            m_timer.start();
+        } else {
+            m_timer.stop();
+        }
     }
 }
 

@@ -14,7 +14,11 @@ public:
     ~Lease() override
     {
         setFrameQueues({});
-        m_isCompleting ? m_pool.endCompleted(m_worker) : m_pool.end(m_worker);
+        if (m_isCompleting) {
+            m_pool.endCompleted(m_worker);
+        } else {
+            m_pool.end(m_worker);
+        }
     }
 
     void ask(std::string_view command, std::string_view lines, Done done) override

@@ -539,8 +539,8 @@ void Pipeline::handleError(GstMessage *error)
         return;
     }
     GstObject *source = GST_MESSAGE_SRC(error);
-    (isUnrecognized(error) ? m_events.unrecognized
-                           : m_events.failed)(toResult(error, audio().isSink(source) || m_video.isSink(source)));
+    const auto &report = isUnrecognized(error) ? m_events.unrecognized : m_events.failed;
+    report(toResult(error, audio().isSink(source) || m_video.isSink(source)));
 }
 
 void Pipeline::handleStart(GstMessage *message)

@@ -350,7 +350,11 @@ void Player::apply(const Settings &settings)
         m_pipeline.selectCaptions(captions(m_queue.current()));
         const bool isOutdated =
             m_pipeline.succession().isTaken() && m_following && m_queue.following() != m_following->track;
-        isOutdated ? reload() : prepareFollowing();
+        if (isOutdated) {
+            reload();
+        } else {
+            prepareFollowing();
+        }
     }
 }
 

@@ -20,7 +20,7 @@ template<typename Subject>
 Text ask(const char *function, Subject subject)
 {
     static void *const library = dlopen("libsystemd.so.0", RTLD_LAZY | RTLD_LOCAL);
-    using Ask = static_cast<int>(Subject, char **);
+    using Ask = int(Subject, char **);
     const auto call = library ? reinterpret_cast<Ask *>(dlsym(library, function)) : nullptr;
     char *answer = nullptr;
     return Text(call && call(subject, &answer) >= 0 ? answer : nullptr);
