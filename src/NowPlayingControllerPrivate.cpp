@@ -17,17 +17,31 @@ namespace {
 
 constexpr QLatin1String ControlName("@control");
 
+bool isMetaData(const QString &key)
+{
+    const auto keys = {MetaData::Artist, MetaData::Album, MetaData::Title, MetaData::Track};
+    return std::any_of(keys.begin(), keys.end(), [&key](const char *known) { return key == QLatin1String(known); });
+}
+
 /** The metadata among the entries of a converted update. */
 QVariantMap metaDataOf(const QVariantMap &update)
 {
     QVariantMap metaData;
-    for (const char *key : {MetaData::Artist, MetaData::Album, MetaData::Title, MetaData::Track}) {
-        const auto entry = update.find(QLatin1String(key));
-        if (entry != update.end()) {
+    for (auto entry = update.cbegin(); entry != update.cend(); ++entry) {
+        if (isMetaData(entry.key())) {
             metaData.insert(entry.key(), entry.value());
         }
     }
     return metaData;
+}
+
+/** Takes out of an update what a newer one has; the metadata are one field. */
+void removeOutdated(QVariantMap &update, const QVariantMap &newer)
+{
+    const bool hasMetaData = !metaDataOf(newer).isEmpty();
+    update.removeIf([&](const QVariantMap::iterator &entry) {
+        return newer.contains(entry.key()) || (hasMetaData && isMetaData(entry.key()));
+    });
 }
 
 /** An update of the service with the library's names and types. */
@@ -355,7 +369,14 @@ void NowPlayingControllerPrivate::onReceivedMetaData()
         Q_EMIT to->mediaStateChanged(m_mediaState);
     }
     if (result.contains(MSG_UPDATE)) {
-        takeUpdate(tracer, result.value(MSG_UPDATE).toMap());
+        QVariantMap update = result.value(MSG_UPDATE).toMap();
+        // A slot with an event loop of its own leads here again, before the older update is taken over.
+        for (QVariantMap *const older : m_updates) {
+            removeOutdated(*older, update);
+        }
+        m_updates.append(&update);
+        takeUpdate(tracer, update);
+        m_updates.removeLast();
     }
 }
 

@@ -94,6 +94,8 @@ private:
     ShuffleMode::Type m_shuffleMode = ShuffleMode::Unsupported;
     QVariantMap m_metaData;
     voro::PpsObject *m_control;
+    /** The updates that are being taken over, the newest last. */
+    QList<QVariantMap *> m_updates;
     bool m_isCountDue = false;
 };
 

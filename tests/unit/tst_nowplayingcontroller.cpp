@@ -81,6 +81,7 @@ private Q_SLOTS:
     void messages_data();
     void messages();
     void controller_mayGo_inEachSlot();
+    void olderUpdate_doesNotOverwriteNewer_afterNestedEventLoop();
     void getters_giveTheCache_whileSubscribed();
     void getter_asksService_data();
     void getter_asksService();
@@ -316,6 +317,30 @@ void NowPlayingControllerTest::controller_mayGo_inEachSlot()
         QCOMPARE(f.service.next(), QStringLiteral("closed"));
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+}
+
+void NowPlayingControllerTest::olderUpdate_doesNotOverwriteNewer_afterNestedEventLoop()
+{
+    SubscribedFixture f;
+    bool isNested = false;
+    connect(&f.controller, &C::nextEnabledChanged, this, [&] {
+        if (!isNested) {
+            isNested = true;
+            f.receive({QStringLiteral("msg::m_state|dat::playing"),
+                       QStringLiteral("msg::md_update|dat:json:{\"track\":\"U\",\"position\":6}")});
+        }
+    });
+    f.service.send(Update);
+    QTRY_VERIFY(f.trace.contains(QLatin1String("iconUrlChanged(file:///a.png)")));
+    QCOMPARE(f.controller.position(), 6U);
+    QCOMPARE(f.controller.metaData(), QVariantMap({{"title", "U"}}));
+    // What the newer one does not have comes from the older one.
+    QCOMPARE(f.controller.duration(), 4000000000U);
+    QCOMPARE(f.trace, QStringList({"nextEnabledChanged(true)", "mediaStateChanged(Started)", "positionChanged(6)",
+                                   "positionChanged(uint 6)", "metaDataChanged(QMap((title, QVariant(QString, U))))",
+                                   "previousEnabledChanged(true)", "durationChanged(4000000000)",
+                                   "durationChanged(uint 4000000000)", "repeatModeChanged(All)",
+                                   "shuffleModeChanged(Off)", "iconUrlChanged(file:///a.png)"}));
 }
 
 void NowPlayingControllerTest::getters_giveTheCache_whileSubscribed()
