@@ -100,6 +100,8 @@ private Q_SLOTS:
     void bus_maybeStartedLater_goAway_andComeBack();
     void bus_thatHangs_holdsNobodyUp_data();
     void bus_thatHangs_holdsNobodyUp();
+    void bus_thatHangs_letsTheDaemonEnd_data() { bus_thatHangs_holdsNobodyUp_data(); }
+    void bus_thatHangs_letsTheDaemonEnd();
     void playerctl_followsTheHolder();
 
 private:
@@ -509,6 +511,29 @@ void TestMpris::bus_thatHangs_holdsNobodyUp()
     bus->goOn();
     QVERIFY(waitForName(Name));
     QCOMPARE(property("PlaybackStatus"), "Playing");
+}
+
+void TestMpris::bus_thatHangs_letsTheDaemonEnd()
+{
+    QFETCH(const bool, isConnected);
+    if (isConnected) {
+        acquire();
+    }
+    bus->stop();
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(
+        controller.waitFor(isConnected ? R"({"dat":PID,"msg":"m_active_pid"})" : R"({"dat":0,"msg":"m_active_pid"})"));
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(daemon->stop());
+    QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
+    // Whoever comes next finds everything as it should be.
+    QVERIFY(daemon->start());
+    Talk next(PlayerControl);
+    next.acquire("a");
+    QCOMPARE(next.next(), Granted);
+    bus->goOn();
 }
 
 void TestMpris::playerctl_followsTheHolder()

@@ -66,17 +66,15 @@ SessionBus::SessionBus() : m_address(sessionAddress()), m_socket(socketOf(m_addr
 
 SessionBus::~SessionBus()
 {
-    if (m_connecting) {
-        m_connecting->wait();
-    }
-    if (!m_name.isEmpty()) {
+    // Qt's connections are locked while one is being made.
+    if (!m_name.isEmpty() && !isConnecting()) {
         drop();
     }
 }
 
 void SessionBus::seek()
 {
-    if (m_address.isEmpty() || m_isConnected || m_connecting) {
+    if (m_address.isEmpty() || m_isConnected || isConnecting()) {
         return;
     }
     watchForSocket();
@@ -101,21 +99,18 @@ void SessionBus::watchForSocket()
     }
 }
 
-// In a thread, because a bus that hangs would take this one along.
 void SessionBus::connectToBus()
 {
     static int number = 0;
     m_name = QStringLiteral("voro%1").arg(++number);
-    m_connecting.reset(
-        QThread::create([address = m_address, name = m_name] { QDBusConnection::connectToBus(address, name); }));
-    connect(m_connecting.get(), &QThread::finished, this, &SessionBus::finish);
-    m_connecting->start();
+    // Has Qt make what it destroys at the process's end, which must not happen while the bus is waited for.
+    connection();
+    m_connecting.start([address = m_address, name = m_name] { QDBusConnection::connectToBus(address, name); },
+                       [this] { finish(); });
 }
 
 void SessionBus::finish()
 {
-    m_connecting->wait();
-    m_connecting.reset();
     QDBusConnection bus = connection();
     m_isConnected =
         bus.isConnected() && bus.connect(QString(), LocalPath, LocalInterface, Disconnected, this, SLOT(lose()));

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "BlockingCall.h"
+
 #include <QtCore/QFileSystemWatcher>
-#include <QtCore/QThread>
 #include <QtCore/QTimer>
 #include <QtDBus/QDBusConnection>
-
-#include <memory>
 
 namespace voro::nowplaying {
 
@@ -16,7 +15,7 @@ public:
     SessionBus();
     ~SessionBus() override;
 
-    bool isConnecting() const { return m_connecting != nullptr; }
+    bool isConnecting() const { return m_connecting.isRunning(); }
     bool isConnected() const { return m_isConnected; }
     QDBusConnection connection() const { return QDBusConnection(m_name); }
 
@@ -43,7 +42,7 @@ private:
     QString m_name;
     int m_attempts = 0;
     bool m_isConnected = false;
-    std::unique_ptr<QThread> m_connecting;
+    BlockingCall m_connecting;
     QTimer m_retry;
     QFileSystemWatcher m_watcher;
 };
