@@ -18,7 +18,12 @@ bool isTrue(const QVariant &value)
 QString oneOf(const QStringList &known, const QVariant &value)
 {
     const QString text = textOf(value);
-    return known.contains(text) ? text : known.first();
+    return known.contains(text) ? text : QString();
+}
+
+QString orElse(const QString &text, const char *other)
+{
+    return text.isEmpty() ? QString::fromLatin1(other) : text;
 }
 
 } // namespace
@@ -101,8 +106,8 @@ QVariantMap Metadata::toMap() const
         {"track", title},
         {"track_number", trackNumber},
         {"albumArtwork", artwork},
-        {"repeat_mode", repeatMode},
-        {"shuffle_mode", shuffleMode},
+        {"repeat_mode", orElse(repeatMode, "none")},
+        {"shuffle_mode", orElse(shuffleMode, "off")},
         {"nextEnabled", nextEnabled},
         {"prevEnabled", previousEnabled},
         {"position", position},

@@ -12,7 +12,7 @@ enum class State { Stopped, Paused, Playing };
 QString toText(State state);
 std::optional<State> toState(const QString &text);
 
-/** What a source tells of its track. What it did not give is empty, "none", "off", false or 0. */
+/** What a source tells of its track. What it did not give is empty, false or 0. */
 struct Metadata {
     QString artist;
     QString album;
@@ -21,9 +21,9 @@ struct Metadata {
     /** Where the artwork is, as the source wrote it. */
     QString artwork;
     /** "none", "track" or "all". */
-    QString repeatMode = QStringLiteral("none");
+    QString repeatMode;
     /** "off" or "all". */
-    QString shuffleMode = QStringLiteral("off");
+    QString shuffleMode;
     bool nextEnabled = false;
     bool previousEnabled = false;
     /** Milliseconds. */
@@ -32,7 +32,7 @@ struct Metadata {
 
     /** Takes a map of a "metadata" message; a value of a wrong type counts as not given. */
     static Metadata fromMap(const QVariantMap &map);
-    /** The map of an "md_update" message, which always has every field. */
+    /** The map of an "md_update" message, which always has every field: modes that were not given are "none" and "off". */
     QVariantMap toMap() const;
 
     bool operator==(const Metadata &other) const = default;

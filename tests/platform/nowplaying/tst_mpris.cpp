@@ -5,6 +5,8 @@
 #include <QtDBus/QtDBus>
 #include <QtTest/QtTest>
 
+#include <services/nowplaying/desktop/DesktopEntry.h>
+
 #include <memory>
 
 namespace {
@@ -45,6 +47,7 @@ public:
     }
     QStringList names;
     QVariantMap changes;
+    QStringList gone;
     QList<qlonglong> jumps;
 
 private Q_SLOTS:
@@ -54,9 +57,10 @@ private Q_SLOTS:
             names += (after.isEmpty() ? "-" : before.isEmpty() ? "+" : "*") + name.mid(Root.size() + 1);
         }
     }
-    void propertiesChanged(const QString &, const QVariantMap &changed, const QStringList &)
+    void propertiesChanged(const QString &, const QVariantMap &changed, const QStringList &invalidated)
     {
         changes.insert(changed);
+        gone += invalidated;
     }
     void seeked(qlonglong position) { jumps += position; }
 };
@@ -86,7 +90,11 @@ private Q_SLOTS:
     void name_thatIsTaken_getsTheProcess();
     void object_isAWatcher();
     void object_saysWhatItIs();
+    void desktopEntry_isTheStarters();
+    void desktopEntry_isReadFromTheUnit_data();
+    void desktopEntry_isReadFromTheUnit();
     void properties_areAsTheHolderTells();
+    void modes_areOffered_whileTheHolderGivesThem();
     void propertiesChanged_tellsWhatChanged_data();
     void propertiesChanged_tellsWhatChanged();
     void artwork_isALocalUrl_data();
@@ -220,7 +228,9 @@ void TestMpris::object_saysWhatItIs()
 {
     acquire();
     QVERIFY(waitForName(Name));
-    const QVariantMap known = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {Root}).arguments().value(0));
+    auto known = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {Root}).arguments().value(0));
+    // Where this test runs may have one.
+    const bool hasDesktopEntry = known.remove("DesktopEntry") > 0;
     QCOMPARE(known, (QVariantMap{{"CanQuit", false},
                                  {"CanRaise", false},
                                  {"HasTrackList", false},
@@ -243,7 +253,45 @@ void TestMpris::object_saysWhatItIs()
                                     : QByteArray(QDBusMetaType::typeToSignature(value->metaType()));
         QCOMPARE(value.key() + ' ' + type, value.key() + ' ' + types.take(value.key()));
     }
+    QCOMPARE(types.remove("DesktopEntry") > 0, hasDesktopEntry);
     QCOMPARE(types.keys(), known.keys());
+}
+
+void TestMpris::desktopEntry_isTheStarters()
+{
+    QProcess starter;
+    starter.start("/bin/sh", {"-c",
+                              "GIO_LAUNCHED_DESKTOP_FILE=/a/org.example.Player.desktop "
+                              "GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec \"$0\" hold",
+                              QCoreApplication::applicationFilePath()});
+    QVERIFY(waitForName(Name));
+    const auto desktopEntry = [this] {
+        return call(Properties, "Get", {Root, "DesktopEntry"}).arguments().value(0).value<QDBusVariant>().variant();
+    };
+    QTRY_COMPARE(desktopEntry(), "org.example.Player");
+    starter.kill();
+    QVERIFY(starter.waitForFinished());
+}
+
+void TestMpris::desktopEntry_isReadFromTheUnit_data()
+{
+    QTest::addColumn<QByteArray>("unit");
+    QTest::addColumn<QString>("entry");
+    QTest::newRow("scope") << QByteArray("app-gnome-org.gnome.Music-4711.scope") << "org.gnome.Music";
+    QTest::newRow("scope without a launcher") << QByteArray("app-org.kde.elisa-4711.scope") << "org.kde.elisa";
+    QTest::newRow("service") << QByteArray("app-gnome-vlc@autostart.service") << "vlc";
+    QTest::newRow("service without more") << QByteArray("app-vlc.service") << "vlc";
+    QTest::newRow("group within") << QByteArray("app-org.kde.elisa@1f2e.service/sub") << "org.kde.elisa";
+    QTest::newRow("dashes") << QByteArray(R"(app-flatpak-my\x2dnew\x2dplayer-12.scope)") << "my-new-player";
+    QTest::newRow("other unit") << QByteArray("session-2.scope") << "";
+    QTest::newRow("bad characters") << QByteArray(R"(app-a\x2fb-1.scope)") << "";
+}
+
+void TestMpris::desktopEntry_isReadFromTheUnit()
+{
+    QFETCH(const QByteArray, unit);
+    const QByteArray groups = "0::/user.slice/user-1000.slice/user@1000.service/app.slice/" + unit + '\n';
+    QTEST(voro::nowplaying::desktopEntryFromGroups(groups), "entry");
 }
 
 void TestMpris::properties_areAsTheHolderTells()
@@ -279,6 +327,30 @@ void TestMpris::properties_areAsTheHolderTells()
                                {"CanPause", true},
                                {"CanSeek", false},
                                {"CanControl", true}}));
+}
+
+void TestMpris::modes_areOffered_whileTheHolderGivesThem()
+{
+    acquire();
+    QVERIFY(waitForName(Name));
+    const QStringList modes{"LoopStatus", "Shuffle"};
+    const auto offered = [this] {
+        const auto all = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {PlayerInterface}).arguments().value(0));
+        return QStringList(all.keys()).filter(QRegularExpression("^(LoopStatus|Shuffle)$"));
+    };
+    tell(R"(msg::metadata|dat:json:{"track":"T"})");
+    QCOMPARE(offered(), QStringList());
+    const QDBusMessage reply =
+        call(Properties, "Set", {PlayerInterface, "Shuffle", QVariant::fromValue(QDBusVariant(true))});
+    QCOMPARE(reply.errorName(), "org.freedesktop.DBus.Error.UnknownProperty");
+    QCOMPARE(holder->rest(), QByteArrayList());
+    Witness witness(test);
+    tell(R"(msg::metadata|dat:json:{"track":"T","repeat_mode":"none","shuffle_mode":"off"})");
+    QCOMPARE(witness.changes, (QVariantMap{{"LoopStatus", "None"}, {"Shuffle", false}}));
+    QCOMPARE(offered(), modes);
+    tell(R"(msg::metadata|dat:json:{"track":"T"})");
+    QCOMPARE(witness.gone, modes);
+    QCOMPARE(offered(), QStringList());
 }
 
 void TestMpris::propertiesChanged_tellsWhatChanged_data()
@@ -398,7 +470,7 @@ void TestMpris::calls_commandTheHolder()
     acquire();
     QVERIFY(waitForName(Name));
     tell("msg::state|dat::playing");
-    tell(R"(msg::metadata|dat:json:{"nextEnabled":true})");
+    tell(R"(msg::metadata|dat:json:{"nextEnabled":true,"repeat_mode":"none","shuffle_mode":"off"})");
     const QDBusMessage reply = call(interface, method, arguments);
     QCOMPARE(reply.errorMessage(), QString());
     QTEST(holder->rest(), "commands");
@@ -426,6 +498,7 @@ void TestMpris::calls_thatAreWrong_getAnError_data()
     row(Properties, "Get", {"a.b", "Rate"}, "UnknownInterface");
     row(Properties, "Get", {PlayerInterface, "Colour"}, "UnknownProperty");
     row(Properties, "Set", {PlayerInterface, "CanSeek", variant(true)}, "PropertyReadOnly");
+    row(Properties, "Set", {PlayerInterface, "Metadata", variant(QVariantMap{{"a", 1}})}, "PropertyReadOnly");
     row(Properties, "Set", {PlayerInterface, "LoopStatus", variant("Twice")}, "InvalidArgs");
     row(Properties, "Set", {PlayerInterface, "Shuffle", variant(1)}, "InvalidArgs");
     row(Properties, "Set", {PlayerInterface, "Volume", variant(0.5)}, "Failed");
@@ -439,6 +512,7 @@ void TestMpris::calls_thatAreWrong_getAnError()
     QFETCH(const QVariantList, arguments);
     acquire();
     QVERIFY(waitForName(Name));
+    tell(R"(msg::metadata|dat:json:{"repeat_mode":"none","shuffle_mode":"off"})");
     QTEST(call(interface, method, arguments).errorName(), "error");
     QCOMPARE(holder->rest(), QByteArrayList());
 }
@@ -547,7 +621,7 @@ void TestMpris::playerctl_followsTheHolder()
     acquire();
     QVERIFY(waitForName(Name));
     tell("msg::state|dat::playing");
-    tell(R"(msg::metadata|dat:json:{"track":"T"})");
+    tell(R"(msg::metadata|dat:json:{"track":"T","repeat_mode":"none"})");
     QByteArray last;
     while (last != "voro Playing T" && last != "NONE") {
         last = line();
@@ -563,5 +637,17 @@ void TestMpris::playerctl_followsTheHolder()
     QCOMPARE(holder->next(), track(R"({"command":"repeat","value":"track"})"));
 }
 
-QTEST_GUILESS_MAIN(TestMpris)
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc == 2 && qstrcmp(argv[1], "hold") == 0) {
+        Talk holder(PlayerControl);
+        holder.acquire("a");
+        holder.waitFor("END");
+        return 0;
+    }
+    TestMpris test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_mpris.moc"

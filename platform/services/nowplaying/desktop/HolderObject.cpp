@@ -1,5 +1,7 @@
 #include "HolderObject.h"
 
+#include "DesktopEntry.h"
+#include "Introspection.h"
 #include "Mpris.h"
 
 #include <QtDBus/QDBusPendingCallWatcher>
@@ -18,6 +20,12 @@ constexpr auto BusPath = "/org/freedesktop/DBus";
 constexpr uint DoNotQueue = 4;
 constexpr uint PrimaryOwner = 1;
 constexpr uint AlreadyOwner = 4;
+/** The properties that can be set, and those that are not always there. */
+const QString LoopStatus = QStringLiteral("LoopStatus");
+const QString Shuffle = QStringLiteral("Shuffle");
+const QString Rate = QStringLiteral("Rate");
+const QString Volume = QStringLiteral("Volume");
+const QString DesktopEntry = QStringLiteral("DesktopEntry");
 /** A report that differs by more than this from where the position should be is a jump. In milliseconds. */
 constexpr qint64 Jump = 1000;
 
@@ -27,100 +35,6 @@ QDBusMessage busCall(const char *method, const QVariantList &arguments)
     message.setArguments(arguments);
     return message;
 }
-
-QVariantMap rootProperties(const QString &identity)
-{
-    return {
-        {"CanQuit", false},
-        {"CanRaise", false},
-        {"HasTrackList", false},
-        {"Identity", identity},
-        {"SupportedUriSchemes", QStringList()},
-        {"SupportedMimeTypes", QStringList()},
-    };
-}
-
-constexpr auto Introspection = R"(<!DOCTYPE node PUBLIC "-//freedesktop//DTD D-BUS Object Introspection 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/introspect.dtd">
-<node>
-  <interface name="org.freedesktop.DBus.Introspectable">
-    <method name="Introspect">
-      <arg name="xml_data" type="s" direction="out"/>
-    </method>
-  </interface>
-  <interface name="org.mpris.MediaPlayer2">
-    <method name="Raise"/>
-    <method name="Quit"/>
-    <property name="CanQuit" type="b" access="read"/>
-    <property name="CanRaise" type="b" access="read"/>
-    <property name="HasTrackList" type="b" access="read"/>
-    <property name="Identity" type="s" access="read"/>
-    <property name="SupportedUriSchemes" type="as" access="read"/>
-    <property name="SupportedMimeTypes" type="as" access="read"/>
-  </interface>
-  <interface name="org.mpris.MediaPlayer2.Player">
-    <method name="Next"/>
-    <method name="Previous"/>
-    <method name="Pause"/>
-    <method name="PlayPause"/>
-    <method name="Stop"/>
-    <method name="Play"/>
-    <method name="Seek">
-      <arg name="Offset" type="x" direction="in"/>
-    </method>
-    <method name="SetPosition">
-      <arg name="TrackId" type="o" direction="in"/>
-      <arg name="Position" type="x" direction="in"/>
-    </method>
-    <method name="OpenUri">
-      <arg name="Uri" type="s" direction="in"/>
-    </method>
-    <signal name="Seeked">
-      <arg name="Position" type="x"/>
-    </signal>
-    <property name="PlaybackStatus" type="s" access="read"/>
-    <property name="LoopStatus" type="s" access="readwrite"/>
-    <property name="Rate" type="d" access="readwrite"/>
-    <property name="Shuffle" type="b" access="readwrite"/>
-    <property name="Metadata" type="a{sv}" access="read"/>
-    <property name="Volume" type="d" access="readwrite"/>
-    <property name="Position" type="x" access="read">
-      <annotation name="org.freedesktop.DBus.Property.EmitsChangedSignal" value="false"/>
-    </property>
-    <property name="MinimumRate" type="d" access="read"/>
-    <property name="MaximumRate" type="d" access="read"/>
-    <property name="CanGoNext" type="b" access="read"/>
-    <property name="CanGoPrevious" type="b" access="read"/>
-    <property name="CanPlay" type="b" access="read"/>
-    <property name="CanPause" type="b" access="read"/>
-    <property name="CanSeek" type="b" access="read"/>
-    <property name="CanControl" type="b" access="read">
-      <annotation name="org.freedesktop.DBus.Property.EmitsChangedSignal" value="false"/>
-    </property>
-  </interface>
-  <interface name="org.freedesktop.DBus.Properties">
-    <method name="Get">
-      <arg name="interface_name" type="s" direction="in"/>
-      <arg name="property_name" type="s" direction="in"/>
-      <arg name="value" type="v" direction="out"/>
-    </method>
-    <method name="Set">
-      <arg name="interface_name" type="s" direction="in"/>
-      <arg name="property_name" type="s" direction="in"/>
-      <arg name="value" type="v" direction="in"/>
-    </method>
-    <method name="GetAll">
-      <arg name="interface_name" type="s" direction="in"/>
-      <arg name="properties" type="a{sv}" direction="out"/>
-    </method>
-    <signal name="PropertiesChanged">
-      <arg name="interface_name" type="s"/>
-      <arg name="changed_properties" type="a{sv}"/>
-      <arg name="invalidated_properties" type="as"/>
-    </signal>
-  </interface>
-</node>
-)";
 
 } // namespace
 
@@ -142,7 +56,22 @@ void HolderObject::setHolder(const QString &name, qint64 process)
     m_metadata = {};
     m_position = {};
     m_track = 0;
+    askForDesktopEntry();
     show();
+}
+
+void HolderObject::askForDesktopEntry()
+{
+    m_desktopEntry.clear();
+    const auto entry = std::make_shared<QString>();
+    const auto read = [entry, process = m_process] { *entry = desktopEntry(process); };
+    m_desktopEntryCall.start(read, [this, entry] {
+        m_desktopEntry = *entry;
+        if (isShown() && !m_desktopEntry.isEmpty()) {
+            const QVariantMap changes{{DesktopEntry, m_desktopEntry}};
+            signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::RootInterface, changes, QStringList()});
+        }
+    });
 }
 
 void HolderObject::rename(const QString &name)
@@ -277,14 +206,20 @@ void HolderObject::tellChanges()
     }
     const QVariantMap present = playerProperties();
     QVariantMap changes;
+    QStringList gone;
     for (auto property = present.cbegin(); property != present.cend(); ++property) {
         if (m_told.value(property.key()) != property.value()) {
             changes.insert(property.key(), property.value());
         }
     }
+    for (auto property = m_told.cbegin(); property != m_told.cend(); ++property) {
+        if (!present.contains(property.key())) {
+            gone += property.key();
+        }
+    }
     m_told = present;
-    if (!changes.isEmpty()) {
-        signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::PlayerInterface, changes, QStringList()});
+    if (!changes.isEmpty() || !gone.isEmpty()) {
+        signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::PlayerInterface, changes, gone});
     }
 }
 
@@ -309,8 +244,8 @@ bool HolderObject::handleMessage(const QDBusMessage &message, const QDBusConnect
         return false;
     }
     const QDBusMessage reply = message.interface() == mpris::PropertiesInterface ? callProperties(message)
-                               : message.member() == "Introspect" ? message.createReply(QString(Introspection))
-                                                                  : call(message);
+                               : message.member() == "Introspect"                ? message.createReply(introspection())
+                                                                                 : call(message);
     if (reply.type() == QDBusMessage::InvalidMessage) {
         // It follows later.
         return true;
@@ -318,15 +253,42 @@ bool HolderObject::handleMessage(const QDBusMessage &message, const QDBusConnect
     return connection.send(reply);
 }
 
+QString HolderObject::introspection() const
+{
+    QStringList missing;
+    const QVariantMap player = playerProperties();
+    const QVariantMap root = rootProperties();
+    for (const QString &name : {DesktopEntry, LoopStatus, Shuffle}) {
+        if (!player.contains(name) && !root.contains(name)) {
+            missing += name;
+        }
+    }
+    return nowplaying::introspection(missing);
+}
+
+QVariantMap HolderObject::rootProperties() const
+{
+    QVariantMap properties{
+        {"CanQuit", false},
+        {"CanRaise", false},
+        {"HasTrackList", false},
+        {"Identity", m_name},
+        {"SupportedUriSchemes", QStringList()},
+        {"SupportedMimeTypes", QStringList()},
+    };
+    if (!m_desktopEntry.isEmpty()) {
+        properties.insert(DesktopEntry, m_desktopEntry);
+    }
+    return properties;
+}
+
 QVariantMap HolderObject::playerProperties() const
 {
-    return {
+    QVariantMap properties{
         {"PlaybackStatus", mpris::fromState(m_state)},
-        {"LoopStatus", mpris::fromRepeatMode(m_metadata.repeatMode)},
-        {"Rate", 1.0},
-        {"Shuffle", m_metadata.shuffleMode == "all"},
+        {Rate, 1.0},
         {"Metadata", mpris::fromMetadata(m_metadata, m_track)},
-        {"Volume", m_volume},
+        {Volume, m_volume},
         {"MinimumRate", 1.0},
         {"MaximumRate", 1.0},
         {"CanGoNext", m_metadata.nextEnabled},
@@ -336,12 +298,20 @@ QVariantMap HolderObject::playerProperties() const
         {"CanSeek", false},
         {"CanControl", true},
     };
+    // A holder that does not give a mode has none.
+    if (!m_metadata.repeatMode.isEmpty()) {
+        properties.insert(LoopStatus, mpris::fromRepeatMode(m_metadata.repeatMode));
+    }
+    if (!m_metadata.shuffleMode.isEmpty()) {
+        properties.insert(Shuffle, m_metadata.shuffleMode == "all");
+    }
+    return properties;
 }
 
 QVariantMap HolderObject::properties(const QString &interface) const
 {
     if (interface == mpris::RootInterface) {
-        return rootProperties(m_name);
+        return rootProperties();
     }
     if (interface != mpris::PlayerInterface) {
         return {};
@@ -416,6 +386,10 @@ QDBusMessage HolderObject::callProperties(const QDBusMessage &message)
     if (method == "Get") {
         return message.createReply(QVariant::fromValue(QDBusVariant(known.value(name))));
     }
+    static const QStringList writable{LoopStatus, Shuffle, Rate, Volume};
+    if (!writable.contains(name)) {
+        return message.createErrorReply(QDBusError::PropertyReadOnly, name + " cannot be set");
+    }
     const QVariant value = arguments.at(2).value<QDBusVariant>().variant();
     if (value.metaType() != known.value(name).metaType()) {
         return message.createErrorReply(QDBusError::InvalidArgs, name + " is of another type");
@@ -425,19 +399,17 @@ QDBusMessage HolderObject::callProperties(const QDBusMessage &message)
 
 QDBusMessage HolderObject::setProperty(const QDBusMessage &message, const QString &name, const QVariant &value)
 {
-    if (name == "LoopStatus") {
+    if (name == LoopStatus) {
         return setLoopStatus(message, value.toString());
     }
-    if (name == "Volume") {
+    if (name == Volume) {
         return changeVolume(message, value.toDouble());
     }
-    if (name == "Shuffle") {
+    if (name == Shuffle) {
         Q_EMIT commanded({QVariantMap{{"command", "shuffle"}, {"value", value.toBool() ? "all" : "off"}}});
-    } else if (name == "Rate") {
+    } else if (value.toDouble() == 0) {
         // The only rate is 1; 0 is a pause.
-        command(value.toDouble() == 0 ? QStringLiteral("Pause") : QString());
-    } else {
-        return message.createErrorReply(QDBusError::PropertyReadOnly, name + " cannot be set");
+        command(QStringLiteral("Pause"));
     }
     return message.createReply();
 }

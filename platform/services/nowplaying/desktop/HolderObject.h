@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../Desktop.h"
+#include "BlockingCall.h"
 #include "RunningPosition.h"
 
 #include <QtDBus/QDBusConnection>
@@ -47,11 +48,15 @@ private:
     void claim(const QString &busName);
     void claimed(uint result);
 
+    void askForDesktopEntry();
+
+    QVariantMap rootProperties() const;
     /** Everything but the position, which changes without being told. */
     QVariantMap playerProperties() const;
     QVariantMap properties(const QString &interface) const;
     void tellChanges();
     void tellSeeked();
+    QString introspection() const;
     void signal(const QString &interface, const QString &name, const QVariantList &arguments) const;
 
     QDBusMessage call(const QDBusMessage &message);
@@ -70,6 +75,9 @@ private:
     bool m_hasHolder = false;
     QString m_name;
     qint64 m_process = 0;
+    /** Empty while not known. */
+    QString m_desktopEntry;
+    BlockingCall m_desktopEntryCall;
     State m_state = State::Stopped;
     Metadata m_metadata;
     double m_volume = 1;
