@@ -15,6 +15,17 @@ struct Player {
     Metadata metadata;
 };
 
+/** What has changed about a player. */
+struct PlayerChange {
+    bool state = false;
+    /** Anything that it tells of its track, or a jump within it. */
+    bool metadata = false;
+    /** It plays another track, or the same one anew. */
+    bool track = false;
+
+    bool isAny() const { return state || metadata || track; }
+};
+
 /**
  * The desktop around the services: the session bus, on which the holder shows and players of others are found, and the
  * sound server. It is a module, loaded when the services are used for the first time, because what it links would
@@ -31,8 +42,8 @@ public:
         virtual void desktopShownChanged() = 0;
         /** player() is another one now, or there is none any more. */
         virtual void desktopPlayerChanged() = 0;
-        /** player() has another state or another track. */
-        virtual void desktopPlayerTold(bool isOtherState, bool isOtherMetadata) = 0;
+        /** Something about player() has changed, more than its position going on. */
+        virtual void desktopPlayerTold(const PlayerChange &change) = 0;
         /** isSearching() is over. */
         virtual void desktopSearched() = 0;
     };

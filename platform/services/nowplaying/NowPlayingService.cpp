@@ -2,7 +2,18 @@
 
 namespace voro::nowplaying {
 
-NowPlayingService::NowPlayingService(pps::Broker &broker) : m_role(broker, *this), m_controllers(broker, *this) {}
+namespace {
+
+/** How often controllers learn how far a player is, in milliseconds. */
+constexpr int PositionInterval = 1000;
+
+} // namespace
+
+NowPlayingService::NowPlayingService(pps::Broker &broker) : m_role(broker, *this), m_controllers(broker, *this)
+{
+    m_clock.setInterval(PositionInterval);
+    QObject::connect(&m_clock, &QTimer::timeout, [this] { tellPosition(); });
+}
 
 NowPlayingService::~NowPlayingService() = default;
 
@@ -80,16 +91,42 @@ void NowPlayingService::tellSource()
     m_controllers.tellSource(holder ? holder->process : player ? player->process : 0);
     if (player) {
         setState(player->state);
-        m_controllers.tellMetadata(player->metadata);
+        tellPlayer(*player);
     }
     // Whoever waited for the present gets it whole.
     m_controllers.release();
+    updateClock();
 }
 
 void NowPlayingService::setState(State state)
 {
     m_state = state;
     m_controllers.tellState(state);
+    updateClock();
+}
+
+void NowPlayingService::tellPlayer(const Player &player)
+{
+    m_toldPosition = player.metadata.position;
+    m_controllers.tellMetadata(player.metadata);
+}
+
+void NowPlayingService::tellPosition()
+{
+    const auto player = m_desktop->player();
+    if (player && player->metadata.position != m_toldPosition) {
+        tellPlayer(*player);
+    }
+}
+
+void NowPlayingService::updateClock()
+{
+    const bool isNeeded = !m_role.holder() && m_state == State::Playing && m_controllers.hasSubscribers();
+    if (!isNeeded) {
+        m_clock.stop();
+    } else if (!m_clock.isActive()) {
+        m_clock.start();
+    }
 }
 
 TrackCommand NowPlayingService::resolve(const TrackCommand &command) const
@@ -113,6 +150,12 @@ void NowPlayingService::commandSource(const TrackCommand &command, const Control
 }
 
 // --- Controllers
+
+void NowPlayingService::subscribersChanged()
+{
+    updateWatched();
+    updateClock();
+}
 
 void NowPlayingService::commanded(const Command &command, const ControllerService::Done &done)
 {
@@ -168,17 +211,20 @@ void NowPlayingService::desktopPlayerChanged()
     }
 }
 
-void NowPlayingService::desktopPlayerTold(bool isOtherState, bool isOtherMetadata)
+void NowPlayingService::desktopPlayerTold(const PlayerChange &change)
 {
     if (m_role.holder()) {
         return;
     }
-    if (isOtherState) {
-        setState(m_desktop->player()->state);
+    const Player player = *m_desktop->player();
+    if (change.track) {
+        m_controllers.tellTrackChange();
     }
-    if (isOtherMetadata) {
-        m_controllers.tellMetadata(m_desktop->player()->metadata);
+    if (change.state) {
+        setState(player.state);
     }
+    // Its position is another one, whatever has changed.
+    tellPlayer(player);
 }
 
 } // namespace voro::nowplaying

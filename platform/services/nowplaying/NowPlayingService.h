@@ -34,18 +34,23 @@ private:
     void commanded(const Command &command, const ControllerService::Done &done) override;
     void controllerOpened() override { desktop(); }
     Audience::Kinds subscribing() override;
-    void subscribersChanged() override { updateWatched(); }
+    void subscribersChanged() override;
 
     void desktopCommanded(const TrackCommand &command) override;
     void desktopShownChanged() override { updateWatched(); }
     void desktopPlayerChanged() override;
-    void desktopPlayerTold(bool isOtherState, bool isOtherMetadata) override;
+    void desktopPlayerTold(const PlayerChange &change) override;
     void desktopSearched() override { m_controllers.release(); }
 
     /** Null when its module is missing. */
     Desktop *desktop();
     void tellSource();
     void setState(State state);
+    void tellPlayer(const Player &player);
+    /** Tells the player's position when it has gone on. */
+    void tellPosition();
+    /** Runs the clock of the player's positions while it is needed. */
+    void updateClock();
     /** The command for the source as it is now. */
     TrackCommand resolve(const TrackCommand &command) const;
     void commandSource(const TrackCommand &command, const ControllerService::Done &done);
@@ -58,6 +63,10 @@ private:
     bool m_isDesktopTried = false;
     /** The state that the source published last. */
     State m_state = State::Stopped;
+    /** Holders report their positions themselves; those of a player of another program have to be told for it. */
+    QTimer m_clock;
+    /** The player's position that was told last. */
+    quint32 m_toldPosition = 0;
     /** Whether the holder has been told that somebody watches. */
     bool m_wasWatched = false;
 };

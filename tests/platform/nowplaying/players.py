@@ -16,6 +16,7 @@ PATH = '/org/mpris/MediaPlayer2'
 PLAYER = 'org.mpris.MediaPlayer2.Player'
 players = {}
 removed = []
+refusing = set()
 
 
 class Player(mockobject.DBusMockObject):
@@ -30,6 +31,12 @@ class Player(mockobject.DBusMockObject):
         for method, arguments in (('Play', ''), ('Pause', ''), ('PlayPause', ''), ('Stop', ''), ('Next', ''),
                                   ('Previous', ''), ('Seek', 'x')):
             self.AddMethod(PLAYER, method, arguments, '', '')
+
+    @dbus.service.method('org.freedesktop.DBus.Properties', in_signature='s', out_signature='a{sv}')
+    def GetAll(self, interface, *_arguments, **_keywords):
+        if self.name in refusing:
+            raise dbus.exceptions.DBusException('no', name='org.freedesktop.DBus.Error.Failed')
+        return self.props[interface]
 
     def log(self, msg):
         if not msg.startswith(('Get', 'emit')):
@@ -63,6 +70,19 @@ def change(name, **properties):
 
 def invalidate(name, **properties):
     tell(name, properties, {}, list(properties))
+
+
+def refuse(name):
+    """Has no properties any more, and says so, as playerctld does when the last player goes."""
+    refusing.add(name)
+    tell(name, {}, {}, list(players[name].props[PLAYER]))
+
+
+def answer(name, **properties):
+    """Has these properties and no others, and answers again."""
+    refusing.discard(name)
+    players[name].props[PLAYER] = Dictionary(properties, signature='sv')
+    tell(name, {}, {}, list(properties))
 
 
 def signal(name, member, signature, *arguments):

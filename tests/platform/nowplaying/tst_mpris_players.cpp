@@ -13,10 +13,15 @@ const QByteArray Playing(R"({"dat":"playing","msg":"m_state"})");
 const QByteArray Paused(R"({"dat":"paused","msg":"m_state"})");
 const QByteArray Stopped(R"({"dat":"stopped","msg":"m_state"})");
 
+const QByteArray TrackChange(R"({"dat":"trackchange","msg":"m_state"})");
+
 QByteArray failure(const QByteArray &command, const QByteArray &problem)
 {
     return R"({"err":")" + problem + R"(","error":")" + problem + R"(","res":")" + command + "\"}";
 }
+
+/** What players do, and what a controller is told then. */
+using Steps = QList<std::pair<QByteArray, QByteArrayList>>;
 
 /** Whoever waits for the bus or a player that hangs, waits longer than this. In milliseconds. */
 constexpr qint64 Blocked = 4000;
@@ -46,6 +51,11 @@ private Q_SLOTS:
     void player_isShown();
     void player_thatRuns_isFoundBeforeTheFirstController();
     void changes_areTold();
+    void newTrack_isTold_andBeginsAtZero_data();
+    void newTrack_isTold_andBeginsAtZero();
+    void position_isToldOnceASecond_whileSomebodySubscribes();
+    void player_thatRefusesItsProperties_isUnknown();
+    void playerctld_isNoPlayer();
     void commands_areCalls_data();
     void commands_areCalls();
     void theOnePlaying_isChosen();
@@ -151,22 +161,115 @@ void TestMprisPlayers::player_thatRuns_isFoundBeforeTheFirstController()
 
 void TestMprisPlayers::changes_areTold()
 {
-    players->call("add('p', PlaybackStatus='Paused', Position=Int64(7000000), Metadata=metadata(title='T'))");
+    players->call("add('p', PlaybackStatus='Paused', Rate=0.0, Position=Int64(7000000), Metadata=metadata(title='T'))");
     Talk controller;
     controller.subscribe();
     QVERIFY(controller.waitForBoth(theirs(), update({{"track", "T"}, {"position", 7000}})));
     players->call("change('p', PlaybackStatus='Playing')");
     QCOMPARE(controller.next(), Playing);
+    QCOMPARE(controller.next(), update({{"track", "T"}, {"position", 7000}}));
     players->call("change('p', PlaybackStatus='Paused')");
     QCOMPARE(controller.next(), Paused);
+    QCOMPARE(controller.next(), update({{"track", "T"}, {"position", 7000}}));
     players->call("signal('p', 'Seeked', 'x', Int64(9000000))");
     QCOMPARE(controller.next(), update({{"track", "T"}, {"position", 9000}}));
     players->call("change('p', Volume=0.5)");
     players->call("change('p', Metadata=metadata(title='U'))");
+    QCOMPARE(controller.next(), TrackChange);
     QCOMPARE(controller.next(), update({{"track", "U"}}));
     players->call("invalidate('p', CanGoNext=True)");
     QVERIFY(controller.waitFor(update({{"track", "U"}, {"nextEnabled", true}, {"position", 7000}})));
     QCOMPARE(controller.rest(), QByteArrayList());
+}
+
+void TestMprisPlayers::newTrack_isTold_andBeginsAtZero_data()
+{
+    QTest::addColumn<Steps>("steps");
+    const QByteArray begun = update({{"track", "T"}});
+    const QByteArray there = update({{"track", "T"}, {"position", 7000}});
+    const QByteArray metadata = "change('p', Metadata=metadata(title='T'";
+    const QByteArray play = "change('p', PlaybackStatus='Playing')";
+    QTest::newRow("another title") << Steps{
+        {"change('p', Metadata=metadata(title='U'))", {TrackChange, update({{"track", "U"}})}}};
+    QTest::newRow("another track of the same name")
+        << Steps{{metadata + ", trackid=ObjectPath('/2')))", {TrackChange, begun}}};
+    QTest::newRow("a name that is a text") << Steps{{metadata + ", trackid='2'))", {TrackChange, begun}}};
+    QTest::newRow("the same track") << Steps{{metadata + ", trackid=ObjectPath('/1'), trackNumber=3))",
+                                              {update({{"track", "T"}, {"track_number", "3"}, {"position", 7000}})}}};
+    QTest::newRow("anew after a stop") << Steps{{"change('p', PlaybackStatus='Stopped')", {Stopped, there}},
+                                                {play, {TrackChange, Playing, begun}}};
+    QTest::newRow("after a pause") << Steps{{"change('p', PlaybackStatus='Paused')", {Paused, there}},
+                                            {play, {Playing, there}}};
+}
+
+void TestMprisPlayers::newTrack_isTold_andBeginsAtZero()
+{
+    QFETCH(const Steps, steps);
+    players->call("add('p', PlaybackStatus='Playing', Rate=0.0, Position=Int64(7000000),"
+                  "Metadata=metadata(title='T', trackid=ObjectPath('/1')))");
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitForBoth(theirs(), update({{"track", "T"}, {"position", 7000}})));
+    for (const auto &[call, messages] : steps) {
+        players->call(call);
+        for (const QByteArray &message : messages) {
+            QCOMPARE(controller.next(), message);
+        }
+    }
+    QCOMPARE(controller.rest(), QByteArrayList());
+}
+
+void TestMprisPlayers::position_isToldOnceASecond_whileSomebodySubscribes()
+{
+    players->call("add('p', PlaybackStatus='Playing', Position=Int64(7000000), Metadata=metadata(title='T'))");
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(theirs()));
+    const auto nextPosition = [&controller] {
+        return controller.nextMap().value("dat").toMap().value("position").toLongLong();
+    };
+    QList<qint64> positions;
+    while (positions.size() < 4) {
+        if (const qint64 position = nextPosition(); position > 0) {
+            positions += position;
+        }
+    }
+    // Three seconds; one that is late makes the time to the next one shorter.
+    const qint64 passed = positions.last() - positions.first();
+    QVERIFY2(passed > 2000, QByteArray::number(passed));
+    players->call("change('p', PlaybackStatus='Paused')");
+    QVERIFY(controller.waitFor(Paused));
+    const qint64 held = nextPosition();
+    QVERIFY2(held >= positions.last(), QByteArray::number(held));
+    QVERIFY(present().at(1).contains("\"position\":" + QByteArray::number(held)));
+}
+
+void TestMprisPlayers::player_thatRefusesItsProperties_isUnknown()
+{
+    players->call("add('p', PlaybackStatus='Playing', Rate=0.0, CanGoNext=True, Metadata=metadata(title='T'))");
+    players->call("add('q', PlaybackStatus='Paused', Metadata=metadata(title='Q'))");
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(update({{"track", "T"}, {"nextEnabled", true}})));
+    players->call("refuse('p')");
+    QVERIFY(controller.waitFor(update({{"track", "Q"}})));
+    players->call("remove('q')");
+    QVERIFY(controller.waitFor(Free));
+    // It has less than it had.
+    players->call("answer('p', PlaybackStatus='Paused')");
+    QVERIFY(controller.waitFor(theirs()));
+    QCOMPARE(present(), (QByteArrayList{Paused, update(), theirs()}));
+}
+
+void TestMprisPlayers::playerctld_isNoPlayer()
+{
+    players->call("add('playerctld', PlaybackStatus='Playing', Metadata=metadata(title='T'))");
+    players->call("add('p', PlaybackStatus='Paused', Metadata=metadata(title='P'))");
+    Talk controller;
+    controller.subscribe();
+    QVERIFY(controller.waitFor(update({{"track", "P"}})));
+    controller.write("msg::m_next");
+    QCOMPARE(players->nextCall(), "p Next");
 }
 
 void TestMprisPlayers::commands_areCalls_data()

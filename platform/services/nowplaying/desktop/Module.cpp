@@ -65,9 +65,8 @@ Module::Module(Listener &listener) : m_listener(listener)
     connect(&m_holder, &HolderObject::volumeCommanded, this,
             [this](const VolumeCommand &command, const Done &done) { m_volume.change(command, done); });
     connect(&m_players, &Players::currentChanged, this, [this] { m_listener.desktopPlayerChanged(); });
-    connect(&m_players, &Players::currentTold, this, [this](bool isOtherState, bool isOtherMetadata) {
-        m_listener.desktopPlayerTold(isOtherState, isOtherMetadata);
-    });
+    connect(&m_players, &Players::currentTold, this,
+            [this](const PlayerChange &change) { m_listener.desktopPlayerTold(change); });
     connect(&m_players, &Players::listed, this, &Module::endSearch);
     connect(&m_search, &QTimer::timeout, this, &Module::endSearch);
     if (m_bus.isConnecting()) {

@@ -102,7 +102,7 @@ QVariantMap fromMetadata(const Metadata &metadata, quint64 track)
     return map;
 }
 
-void takeMetadata(const QVariant &value, Metadata &metadata)
+QString takeMetadata(const QVariant &value, Metadata &metadata)
 {
     QVariantMap map;
     if (value.metaType() == QMetaType::fromType<QDBusArgument>()) {
@@ -120,6 +120,9 @@ void takeMetadata(const QVariant &value, Metadata &metadata)
     if (metadata.artwork.size() > MaximumArtwork) {
         metadata.artwork.clear();
     }
+    const QVariant track = map.value("mpris:trackid");
+    const bool isPath = track.metaType() == QMetaType::fromType<QDBusObjectPath>();
+    return isPath ? track.value<QDBusObjectPath>().path() : shortText(track);
 }
 
 QString artworkUrl(const QString &artwork)

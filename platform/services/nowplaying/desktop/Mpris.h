@@ -14,6 +14,8 @@ inline const QString PropertiesInterface = QStringLiteral("org.freedesktop.DBus.
 inline const QString NamePrefix = QStringLiteral("org.mpris.MediaPlayer2.");
 /** Our own names begin so. */
 inline const QString OurPrefix = QStringLiteral("org.mpris.MediaPlayer2.voro.");
+/** The daemon of playerctl, which is no player but stands for the one that was active last. */
+inline const QString ProxyName = QStringLiteral("org.mpris.MediaPlayer2.playerctld");
 
 /** How long a player may take for an answer, in milliseconds. */
 inline constexpr int Patience = 5000;
@@ -31,8 +33,9 @@ QString toRepeatMode(const QString &status);
 
 /** Metadata for the bus. `track` is the track's number, 0 while there is none. */
 QVariantMap fromMetadata(const Metadata &metadata, quint64 track);
-/** Takes over the entries of a player's metadata; whatever has a wrong type or is too large counts as not given. */
-void takeMetadata(const QVariant &value, Metadata &metadata);
+/** Takes over the entries of a player's metadata; whatever has a wrong type or is too large counts as not given. Returns
+    what identifies the track. */
+QString takeMetadata(const QVariant &value, Metadata &metadata);
 
 /** A place of artwork as a URL that needs nothing from the net; empty when it is none. */
 QString artworkUrl(const QString &artwork);

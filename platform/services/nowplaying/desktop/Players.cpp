@@ -17,7 +17,7 @@ const QString Seeked = QStringLiteral("Seeked");
 
 bool isForeignPlayer(const QString &name)
 {
-    return name.startsWith(mpris::NamePrefix) && !name.startsWith(mpris::OurPrefix);
+    return name.startsWith(mpris::NamePrefix) && !name.startsWith(mpris::OurPrefix) && name != mpris::ProxyName;
 }
 
 QDBusMessage busCall(const QString &method, const QVariantList &arguments)
@@ -107,14 +107,12 @@ void Players::ownerChanged(const QString &name, const QString &owner)
         Entry &entry = m_players[name];
         entry = {std::make_unique<RemotePlayer>(*m_bus, name, owner), ++m_lastId};
         connect(entry.player.get(), &RemotePlayer::changed, this,
-                [this, name](bool isOtherState, bool isOtherMetadata) {
-                    playerChanged(name, isOtherState, isOtherMetadata);
-                });
+                [this, name](const PlayerChange &change) { playerChanged(name, change); });
     }
     choose();
 }
 
-void Players::playerChanged(const QString &name, bool isOtherState, bool isOtherMetadata)
+void Players::playerChanged(const QString &name, const PlayerChange &change)
 {
     Entry &entry = m_players[name];
     const bool isPlaying = entry.player->isPlaying();
@@ -124,8 +122,8 @@ void Players::playerChanged(const QString &name, bool isOtherState, bool isOther
     entry.wasPlaying = isPlaying;
     const quint64 before = m_currentId;
     choose();
-    if (m_currentId == before && m_current == entry.player.get() && (isOtherState || isOtherMetadata)) {
-        Q_EMIT currentTold(isOtherState, isOtherMetadata);
+    if (m_currentId == before && m_current == entry.player.get() && change.isAny()) {
+        Q_EMIT currentTold(change);
     }
 }
 

@@ -27,7 +27,7 @@ Q_SIGNALS:
     /** current() is another one. */
     void currentChanged();
     /** Something about current() has changed. */
-    void currentTold(bool isOtherState, bool isOtherMetadata);
+    void currentTold(const voro::nowplaying::PlayerChange &change);
     /** The players that were there when the bus came have all been asked, and have answered or never will. */
     void listed();
 
@@ -46,7 +46,7 @@ private:
 
     void list();
     void ownerChanged(const QString &name, const QString &owner);
-    void playerChanged(const QString &name, bool isOtherState, bool isOtherMetadata);
+    void playerChanged(const QString &name, const PlayerChange &change);
     void choose();
     void checkListed();
     /** Calls for every player of the connection. */

@@ -61,7 +61,7 @@ void RemotePlayer::askForProcess()
     message.setArguments({m_owner});
     ask(message, [this](const QVariantList &answer) {
         m_player.process = answer.isEmpty() ? 0 : answer.first().toUInt();
-        Q_EMIT changed(false, false);
+        Q_EMIT changed({});
     });
 }
 
@@ -78,9 +78,15 @@ void RemotePlayer::askForProperties()
             if (map.metaType() == QMetaType::fromType<QDBusArgument>()
                 && map.value<QDBusArgument>().currentSignature() == "a{sv}") {
                 m_hasProperties = true;
-                take(qdbus_cast<QVariantMap>(map));
+                // What it does not mention it has no longer.
+                m_properties.clear();
+                QVariantMap all = qdbus_cast<QVariantMap>(map);
+                if (!all.contains("Metadata")) {
+                    all.insert("Metadata", QVariant());
+                }
+                take(all);
             } else {
-                Q_EMIT changed(false, false);
+                forget();
             }
             if (std::exchange(m_isToAskAgain, false)) {
                 askForProperties();
@@ -99,9 +105,20 @@ void RemotePlayer::propertiesChanged(const QVariantMap &changed, const QStringLi
     }
 }
 
+void RemotePlayer::forget()
+{
+    m_hasProperties = false;
+    m_properties.clear();
+    m_player = {.process = m_player.process, .state = State::Stopped, .metadata = {}};
+    m_track.clear();
+    m_position = {};
+    Q_EMIT changed({});
+}
+
 void RemotePlayer::take(const QVariantMap &properties)
 {
     const Player before = m_player;
+    const QString trackBefore = m_track;
     for (const QString &name : keptProperties()) {
         if (properties.contains(name)) {
             m_properties.insert(name, properties.value(name));
@@ -110,18 +127,19 @@ void RemotePlayer::take(const QVariantMap &properties)
     const auto isTrue = [this](const char *name) { return m_properties.value(QLatin1String(name)).toBool(); };
     Metadata &metadata = m_player.metadata;
     if (properties.contains("Metadata")) {
-        mpris::takeMetadata(properties.value("Metadata"), metadata);
+        m_track = mpris::takeMetadata(properties.value("Metadata"), metadata);
     }
-    const QString repeatMode = mpris::toRepeatMode(m_properties.value("LoopStatus").toString());
     m_player.state = mpris::toState(m_properties.value("PlaybackStatus").toString());
-    metadata.repeatMode = repeatMode.isEmpty() ? QStringLiteral("none") : repeatMode;
+    metadata.repeatMode = mpris::toRepeatMode(m_properties.value("LoopStatus").toString());
     metadata.shuffleMode = isTrue("Shuffle") ? QStringLiteral("all") : QStringLiteral("off");
     metadata.nextEnabled = isTrue("CanGoNext");
     metadata.previousEnabled = isTrue("CanGoPrevious");
-    const bool isOtherTrack = metadata.title != before.metadata.title || metadata.artist != before.metadata.artist
-                              || metadata.album != before.metadata.album;
+    // Not everybody gives each track a name of its own, and after a stop a track begins anew.
+    const bool isOtherTrack = m_track != trackBefore || metadata.title != before.metadata.title
+                              || metadata.artist != before.metadata.artist || metadata.album != before.metadata.album
+                              || (before.state == State::Stopped && isPlaying());
     updatePosition(properties, isOtherTrack);
-    Q_EMIT changed(m_player.state != before.state, metadata != before.metadata);
+    Q_EMIT changed({m_player.state != before.state, metadata != before.metadata, isOtherTrack});
 }
 
 void RemotePlayer::updatePosition(const QVariantMap &properties, bool isOtherTrack)
@@ -139,7 +157,7 @@ void RemotePlayer::updatePosition(const QVariantMap &properties, bool isOtherTra
 void RemotePlayer::seeked(qint64 position)
 {
     m_position.set(unsignedOf(static_cast<double>(position) / 1000));
-    Q_EMIT changed(false, true);
+    Q_EMIT changed({.metadata = true});
 }
 
 Player RemotePlayer::player() const

@@ -36,13 +36,15 @@ public:
 
 Q_SIGNALS:
     /** isKnown(), hasSettled(), the state or anything of the track but its position going on has changed. */
-    void changed(bool isOtherState, bool isOtherMetadata);
+    void changed(const voro::nowplaying::PlayerChange &change);
 
 private:
     /** Calls and hands the arguments of the answer on; nothing is handed on when there is none. */
     void ask(const QDBusMessage &message, const std::function<void(const QVariantList &)> &answered);
     void askForProperties();
     void askForProcess();
+    /** It does not answer; whatever it has said does not count any more. */
+    void forget();
     void take(const QVariantMap &properties);
     void updatePosition(const QVariantMap &properties, bool isOtherTrack);
     QDBusMessage makeModeCommand(const QVariantMap &data, QString &problem) const;
@@ -55,6 +57,8 @@ private:
     bool m_isToAskAgain = false;
     bool m_hasProperties = false;
     Player m_player;
+    /** What identifies the track; empty when it does not say. */
+    QString m_track;
     RunningPosition m_position;
     QVariantMap m_properties;
 };
