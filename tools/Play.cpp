@@ -57,7 +57,8 @@ const Command PlayCommand{
                 "Plays files and streams as a queue; without any, the sample that comes with the program.\n"
                 "On a terminal these keys work: space pauses and goes on, left and right seek by five seconds,\n"
                 "up and down (or + and -) change the volume, n and p go to the next and previous track, c switches\n"
-                "captions off and on, q quits.",
+                "captions off and on, q quits.\n"
+                "Remotes and the desktop command it as what is now playing; whoever takes that role over pauses it.",
             .options =
                 {
                     {"--start", "MS", "begins the first medium at a position in milliseconds"},

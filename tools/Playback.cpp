@@ -7,10 +7,13 @@
 #include <multimedia/MetaData.h>
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QRandomGenerator>
 
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
+#include <numeric>
+#include <utility>
 
 namespace voro {
 
@@ -20,6 +23,7 @@ using multimedia::MediaError;
 using multimedia::MediaPlayer;
 using multimedia::MediaState;
 using multimedia::RepeatMode;
+using multimedia::ShuffleMode;
 using multimedia::VideoOutput;
 
 namespace {
@@ -54,7 +58,8 @@ void Playback::connectPlayer()
         new SignalPrinter(&m_player, voro::print, this);
     }
     connect(&m_player, &MediaPlayer::metaDataChanged, this, &Playback::refresh);
-    connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Playback::refresh);
+    connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Playback::onState);
+    connect(&m_player, &MediaPlayer::repeatModeChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::bufferStatusChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::volumeChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::speedChanged, this, &Playback::refresh);
@@ -88,8 +93,13 @@ bool Playback::begin()
         return false;
     }
     if (m_settings.isPublished) {
-        m_publication = std::make_unique<Publication>(
-            m_player, [this](Key key) { onKey(key); }, nullptr);
+        m_publication = std::make_unique<Publication>(m_player);
+        connect(m_publication.get(), &Publication::keyAsked, this, &Playback::onKey);
+        connect(m_publication.get(), &Publication::stopAsked, this, [this] { perform([this] { return stop(); }); });
+        connect(m_publication.get(), &Publication::repeatAsked, this,
+                [this](RepeatMode::Type mode) { perform([this, mode] { return m_player.setRepeatMode(mode); }); });
+        connect(m_publication.get(), &Publication::shuffleAsked, this,
+                [this](bool isShuffled) { perform([this, isShuffled] { return setShuffled(isShuffled); }); });
     }
     omitMissingFiles();
     if (m_media.empty()) {
@@ -131,6 +141,8 @@ void Playback::omitMissingFiles()
             fail(medium.name + QLatin1String(": ") + enumeratorName(MediaError::SourceUnavailable));
         }
     }
+    m_order.resize(m_media.size());
+    std::iota(m_order.begin(), m_order.end(), 0);
 }
 
 QUrl Playback::source()
@@ -139,8 +151,8 @@ QUrl Playback::source()
         return m_media.front().url;
     }
     QByteArray lines;
-    for (const Medium &medium : m_media) {
-        lines += medium.url.toEncoded() + '\n';
+    for (const unsigned number : m_order) {
+        lines += m_media[number].url.toEncoded() + '\n';
     }
     QFile playlist(m_folder.emplace().filePath(QStringLiteral("queue.m3u8")));
     const bool isWritten = playlist.open(QFile::WriteOnly) && playlist.write(lines) == lines.size() && playlist.flush();
@@ -190,7 +202,7 @@ bool Playback::playOn(unsigned track)
 void Playback::complainOf(unsigned first, unsigned end)
 {
     for (unsigned track = first; track < end; ++track) {
-        if (!m_examined.insert(track).second) {
+        if (!m_examined.insert(numberOf(track)).second) {
             continue;
         }
         if (!isKnown()) {
@@ -201,13 +213,31 @@ void Playback::complainOf(unsigned first, unsigned end)
         MediaPlayer player;
         const auto error = log().run([&] {
             return inTurn({[&] { return player.setAudioOutput(AudioOutput::None); },
-                           [&] { return player.setSourceUrl(m_media[track - 1].url); },
-                           [&] { return player.prepare(); }});
+                           [&] { return player.setSourceUrl(mediumOf(track).url); }, [&] { return player.prepare(); }});
         });
         if (error != MediaError::None) {
             fail(nameOf(track) + QLatin1String(": ") + enumeratorName(error));
         }
     }
+}
+
+void Playback::perform(const std::function<Error::Type()> &command)
+{
+    if (const auto error = log().run(command); error != MediaError::None) {
+        report(enumeratorName(error));
+    }
+}
+
+void Playback::onState(MediaState::Type state)
+{
+    if (m_isReopening) {
+        return;
+    }
+    m_isStopped = m_isStopped && state == MediaState::Stopped;
+    if (m_publication) {
+        m_publication->setState(state);
+    }
+    refresh();
 }
 
 void Playback::onTrack(unsigned track)
@@ -233,7 +263,7 @@ void Playback::onError(MediaError::Type error, unsigned position)
 
 void Playback::onKey(Key key)
 {
-    const auto command = [&]() -> MediaError::Type {
+    perform([&]() -> MediaError::Type {
         switch (key) {
         case Key::PlayPause:
             return togglePause();
@@ -256,15 +286,20 @@ void Playback::onKey(Key key)
             break;
         }
         return MediaError::None;
-    };
-    if (const auto error = log().run(command); error != MediaError::None) {
-        report(enumeratorName(error));
-    }
+    });
 }
 
 MediaError::Type Playback::togglePause()
 {
-    return m_player.mediaState() == MediaState::Paused ? m_player.play() : m_player.pause();
+    return m_player.mediaState() == MediaState::Started ? m_player.pause() : m_player.play();
+}
+
+MediaError::Type Playback::stop()
+{
+    m_isStopped = true;
+    const auto error = m_player.stop();
+    m_isStopped = error == MediaError::None;
+    return error;
 }
 
 MediaError::Type Playback::seekBy(int milliseconds)
@@ -287,12 +322,50 @@ MediaError::Type Playback::next()
     if (m_player.track() < trackCount()) {
         return m_player.nextTrack();
     }
-    return m_settings.repeatMode == RepeatMode::All ? m_player.seekTrack(1) : MediaError::None;
+    return hasNext() ? m_player.seekTrack(1) : MediaError::None;
 }
 
 MediaError::Type Playback::previous()
 {
     return m_player.track() > 1 ? m_player.previousTrack() : m_player.seekTime(0);
+}
+
+MediaError::Type Playback::setShuffled(bool isShuffled)
+{
+    if (!canShuffle() || isShuffled == m_isShuffled) {
+        return MediaError::None;
+    }
+    m_isShuffled = isShuffled;
+    const unsigned current = m_order[m_player.track() - 1];
+    std::iota(m_order.begin(), m_order.end(), 0);
+    if (!isShuffled) {
+        return reopen(current + 1, m_player.position());
+    }
+    std::swap(m_order.front(), m_order[current]);
+    std::shuffle(m_order.begin() + 1, m_order.end(), *QRandomGenerator::global());
+    return reopen(1, m_player.position());
+}
+
+MediaError::Type Playback::reopen(unsigned track, unsigned position)
+{
+    const MediaState::Type state = m_player.mediaState();
+    m_isReopening = true;
+    m_told = track;
+    m_awaited = track;
+    const auto error = inTurn({
+        [&] { return m_player.setSourceUrl(source()); },
+        [&] { return m_player.prepare(); },
+        [&] { return state == MediaState::Stopped ? m_player.seekTrack(track) : m_player.seek(track, position); },
+        [&] { return state == MediaState::Started ? start() : MediaError::None; },
+        [&] { return state == MediaState::Paused ? m_player.pause() : MediaError::None; },
+    });
+    m_isReopening = false;
+    if (error != MediaError::None) {
+        m_awaited.reset();
+        onState(m_player.mediaState());
+    }
+    refresh();
+    return error;
 }
 
 bool Playback::hold()
@@ -312,29 +385,56 @@ QString Playback::title() const
     if (m_player.position() == 0 || m_player.mediaState() == MediaState::Unprepared) {
         return {};
     }
-    const QUrl uri(metaData.value(QLatin1String(multimedia::MetaData::Uri)).toString());
-    return printable(isKnown() || uri.fileName().isEmpty() ? nameOf(m_player.track()) : uri.fileName());
+    return printable(fallbackTitle());
+}
+
+QString Playback::fallbackTitle() const
+{
+    const QUrl uri(m_player.metaData().value(QLatin1String(multimedia::MetaData::Uri)).toString());
+    return isKnown() || uri.fileName().isEmpty() ? nameOf(m_player.track()) : uri.fileName();
 }
 
 QString Playback::nameOf(unsigned track) const
 {
     if (isKnown()) {
-        return m_media[track - 1].name;
+        return mediumOf(track).name;
     }
     const QString number = QStringLiteral("track %1").arg(track);
     return m_media.size() > 1 ? number : m_media.front().name + QLatin1String(", ") + number;
 }
 
+bool Playback::hasNext() const
+{
+    return m_player.track() < trackCount() || m_player.repeatMode() == RepeatMode::All;
+}
+
+void Playback::publish()
+{
+    if (m_awaited && (!isKnown() || m_player.track() != *m_awaited)) {
+        return;
+    }
+    m_awaited.reset();
+    const QLatin1String titleKey(multimedia::MetaData::Title);
+    QVariantMap metaData = m_player.metaData();
+    if (!metaData.isEmpty() && metaData.value(titleKey).toString().isEmpty()) {
+        metaData.insert(titleKey, fallbackTitle());
+    }
+    m_publication->setNeighbours(hasNext(), m_player.track() > 1);
+    m_publication->setTrack(numberOf(m_player.track()), metaData);
+    if (canShuffle()) {
+        m_publication->setShuffleMode(m_isShuffled ? ShuffleMode::All : ShuffleMode::Off);
+    }
+}
+
 void Playback::refresh()
 {
-    if (m_publication) {
-        m_publication->setNeighbours(m_player.track() < trackCount() || m_settings.repeatMode == RepeatMode::All,
-                                     m_player.track() > 1);
+    if (m_publication && !m_isReopening) {
+        publish();
     }
     const bool hasCaptions = m_settings.captions && !m_settings.windowId.isEmpty();
     m_display->show({
         .title = title(),
-        .isPaused = m_player.mediaState() == MediaState::Paused,
+        .isPaused = m_player.mediaState() == MediaState::Paused || m_isStopped,
         .buffering = m_player.bufferStatus() == BufferStatus::Buffering ? m_buffering : -1,
         .position = m_player.position(),
         .duration = m_player.duration(),

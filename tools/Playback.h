@@ -12,6 +12,7 @@
 #include <QtCore/QTemporaryDir>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -63,23 +64,38 @@ private:
     /** Says of tracks that were passed over what is wrong with them, once. */
     void complainOf(unsigned first, unsigned end);
 
+    /** Runs a command and reports its error. */
+    void perform(const std::function<Error::Type()> &command);
+    void onState(multimedia::MediaState::Type state);
     void onTrack(unsigned track);
     void onEnd();
     void onError(multimedia::MediaError::Type error, unsigned position);
 
     Error::Type togglePause();
+    Error::Type stop();
     Error::Type start();
     Error::Type seekBy(int milliseconds);
     Error::Type changeVolume(double step);
     Error::Type next();
     Error::Type previous();
+    Error::Type setShuffled(bool isShuffled);
+    /** Opens the queue in its present order and goes on where it was. */
+    Error::Type reopen(unsigned track, unsigned position);
 
     /** Whether the tracks of the queue are the media given. */
     bool isKnown() const { return trackCount() == m_media.size(); }
+    bool canShuffle() const { return isKnown() && m_media.size() > 1; }
     unsigned trackCount() const { return std::max(m_player.trackCount(), 1U); }
+    bool hasNext() const;
+    /** The number of the track's medium, from 1, when it is known, else the track's. */
+    unsigned numberOf(unsigned track) const { return isKnown() ? m_order[track - 1] + 1 : track; }
+    const Medium &mediumOf(unsigned track) const { return m_media[m_order[track - 1]]; }
     QString nameOf(unsigned track) const;
+    /** What the present track is called that has no title. */
+    QString fallbackTitle() const;
     QString title() const;
     void refresh();
+    void publish();
 
     const PlaybackSettings m_settings;
     const std::unique_ptr<Display> m_display;
@@ -87,10 +103,19 @@ private:
     std::unique_ptr<Publication> m_publication;
 
     std::vector<Medium> m_media;
+    /** The numbers of the media, from 0, in the order in which they play. */
+    std::vector<unsigned> m_order;
+    bool m_isShuffled = false;
+    /** The queue is being opened anew, which nobody else has to know. */
+    bool m_isReopening = false;
+    /** The track that plays when that is done and has been reported. */
+    std::optional<unsigned> m_awaited;
+    bool m_isStopped = false;
     /** Where the playlist of several media lies. */
     std::optional<QTemporaryDir> m_folder;
     /** The last track that was told of; 0 before. */
     unsigned m_told = 0;
+    /** By numberOf(). */
     std::set<unsigned> m_examined;
     /** Where the keys sought to last, until the player reports a position: several presses add up. */
     std::optional<unsigned> m_sought;

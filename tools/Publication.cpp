@@ -8,12 +8,10 @@ using multimedia::MediaError;
 using multimedia::MediaPlayer;
 using multimedia::MediaState;
 using multimedia::NowPlayingConnection;
+using multimedia::RepeatMode;
+using multimedia::ShuffleMode;
 
-Publication::Publication(MediaPlayer &player, std::function<void(Key)> ask, QObject *parent)
-    : QObject(parent),
-      m_player(player),
-      m_ask(std::move(ask)),
-      m_connection(QStringLiteral("voro play"))
+Publication::Publication(MediaPlayer &player) : m_player(player), m_connection(QStringLiteral("voro play"))
 {
     connectPlayer();
     connectCommands();
@@ -21,19 +19,55 @@ Publication::Publication(MediaPlayer &player, std::function<void(Key)> ask, QObj
 
 void Publication::connectPlayer()
 {
-    connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Publication::publishState);
-    connect(&m_player, &MediaPlayer::metaDataChanged, &m_connection, [this](QVariantMap metaData) {
-        // A picture would make every report of a position a long one.
-        metaData.remove(QStringLiteral("image"));
-        m_connection.setMetaData(metaData);
-    });
+    m_connection.setRepeatMode(m_player.repeatMode());
+    connect(&m_player, &MediaPlayer::repeatModeChanged, &m_connection, &NowPlayingConnection::setRepeatMode);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::durationChanged), &m_connection,
             &NowPlayingConnection::setDuration);
     connect(&m_player, qOverload<unsigned>(&MediaPlayer::positionChanged), &m_connection,
             &NowPlayingConnection::setPosition);
 }
 
-void Publication::publishState(MediaState::Type state)
+void Publication::connectCommands()
+{
+    connect(&m_connection, &NowPlayingConnection::play, this, [this] { askUnless(MediaState::Started); });
+    connect(&m_connection, &NowPlayingConnection::pause, this, [this] { askUnless(MediaState::Paused); });
+    connect(&m_connection, &NowPlayingConnection::stop, this, &Publication::stopAsked);
+    connect(&m_connection, &NowPlayingConnection::next, this, [this] { Q_EMIT keyAsked(Key::Next); });
+    connect(&m_connection, &NowPlayingConnection::previous, this, [this] { Q_EMIT keyAsked(Key::Previous); });
+    connect(&m_connection, &NowPlayingConnection::forward, this, [this] { Q_EMIT keyAsked(Key::Forward); });
+    connect(&m_connection, &NowPlayingConnection::rewind, this, [this] { Q_EMIT keyAsked(Key::Back); });
+    connect(&m_connection, &NowPlayingConnection::repeat, this, [this] { Q_EMIT repeatAsked(nextRepeatMode()); });
+    connect(&m_connection, &NowPlayingConnection::repeatRequest, this, &Publication::repeatAsked);
+    connect(&m_connection, &NowPlayingConnection::shuffle, this,
+            [this] { Q_EMIT shuffleAsked(m_connection.shuffleMode() != ShuffleMode::All); });
+    connect(&m_connection, &NowPlayingConnection::shuffleRequest, this,
+            [this](ShuffleMode::Type mode) { Q_EMIT shuffleAsked(mode == ShuffleMode::All); });
+    // Two at a time would be heard.
+    connect(&m_connection, &NowPlayingConnection::revoked, this, [this] { askUnless(MediaState::Paused); });
+}
+
+void Publication::askUnless(MediaState::Type state)
+{
+    // The one key starts and pauses; it is not pressed when what it leads to is so already, nor to pause what has stopped.
+    const MediaState::Type present = m_player.mediaState();
+    if (state == MediaState::Started ? present != state : present == MediaState::Started) {
+        Q_EMIT keyAsked(Key::PlayPause);
+    }
+}
+
+RepeatMode::Type Publication::nextRepeatMode() const
+{
+    switch (m_player.repeatMode()) {
+    case RepeatMode::None:
+        return RepeatMode::All;
+    case RepeatMode::All:
+        return RepeatMode::Track;
+    default:
+        return RepeatMode::None;
+    }
+}
+
+void Publication::setState(MediaState::Type state)
 {
     // The role is asked for when something is heard; a refusal means that somebody more important has it.
     if (state == MediaState::Started && !m_connection.isAcquired() && m_connection.acquire() != MediaError::None) {
@@ -42,22 +76,16 @@ void Publication::publishState(MediaState::Type state)
     m_connection.setMediaState(state);
 }
 
-void Publication::connectCommands()
+void Publication::setTrack(unsigned number, QVariantMap metaData)
 {
-    connect(&m_connection, &NowPlayingConnection::play, this, [this] { askUnless(MediaState::Started); });
-    connect(&m_connection, &NowPlayingConnection::pause, this, [this] { askUnless(MediaState::Paused); });
-    connect(&m_connection, &NowPlayingConnection::stop, this, [this] { askUnless(MediaState::Paused); });
-    connect(&m_connection, &NowPlayingConnection::next, this, [this] { m_ask(Key::Next); });
-    connect(&m_connection, &NowPlayingConnection::previous, this, [this] { m_ask(Key::Previous); });
-    connect(&m_connection, &NowPlayingConnection::forward, this, [this] { m_ask(Key::Forward); });
-    connect(&m_connection, &NowPlayingConnection::rewind, this, [this] { m_ask(Key::Back); });
-}
-
-/** The one key starts and pauses; it is not pressed when what it leads to is so already. */
-void Publication::askUnless(MediaState::Type state)
-{
-    if (m_player.mediaState() != state) {
-        m_ask(Key::PlayPause);
+    if (std::exchange(m_track, number) != number && m_connection.isAcquired()) {
+        m_connection.trackChange();
+    }
+    // A picture would make every report of a position a long one.
+    metaData.remove(QStringLiteral("image"));
+    if (metaData != m_metaData) {
+        m_metaData = metaData;
+        m_connection.setMetaData(metaData);
     }
 }
 

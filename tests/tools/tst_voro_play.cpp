@@ -11,13 +11,48 @@ class tst_VoroPlay : public QObject {
 private Q_SLOTS:
     void saysWhatIsWrong_andPlaysTheNext();
     void json_tellsTheWholeStory();
-    void doesWhatTheRemoteAsks_alsoWithoutTheRole();
+    void doesWhatTheRemoteAsks_andPausesWithoutTheRole();
+    void queue_isRepeatedAndShuffled_asTheRemoteAsks();
     void plainOutput_isLines();
     void keys_workOnTerminal();
     void givesTerminalBack_data();
     void givesTerminalBack();
     void givesTerminalBack_whileSuspended();
 };
+
+namespace {
+
+QByteArray state(const char *name)
+{
+    return QByteArray("\"mediaState\":\"") + name + '"';
+}
+
+/** Runs voro remote and returns what it printed. */
+QByteArray remote(const QStringList &arguments)
+{
+    const Result result = voro(QStringList("remote") + arguments);
+    return result.status == 0 ? result.out : "failed: " + result.err;
+}
+
+/** Writes half a minute of silence without any tags. */
+void writeSilence(const QString &path)
+{
+    const QByteArray samples(30 * 8000, '\x80');
+    QFile file(path);
+    QDataStream stream(&file);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    QVERIFY(file.open(QFile::WriteOnly));
+    stream.writeRawData("RIFF", 4);
+    stream << static_cast<quint32>(36 + samples.size());
+    stream.writeRawData("WAVEfmt ", 8);
+    stream << 16U << static_cast<quint16>(1) << static_cast<quint16>(1) << 8000U << 8000U << static_cast<quint16>(1)
+           << static_cast<quint16>(8);
+    stream.writeRawData("data", 4);
+    stream << static_cast<quint32>(samples.size());
+    QCOMPARE(stream.writeRawData(samples.constData(), static_cast<int>(samples.size())), samples.size());
+}
+
+} // namespace
 
 void tst_VoroPlay::saysWhatIsWrong_andPlaysTheNext()
 {
@@ -80,23 +115,65 @@ void tst_VoroPlay::json_tellsTheWholeStory()
     QCOMPARE(ends, 1);
 }
 
-void tst_VoroPlay::doesWhatTheRemoteAsks_alsoWithoutTheRole()
+void tst_VoroPlay::doesWhatTheRemoteAsks_andPausesWithoutTheRole()
 {
     const SilentDaemon daemon;
-    const auto state = [](const char *name) { return QByteArray("\"mediaState\":\"") + name + '"'; };
-    const auto remote = [](const char *command) { return voro({"remote", QString::fromLatin1(command)}); };
     RunningVoro playing({"play", "--json"});
     QVERIFY(playing.waitFor(state("Started")));
-    QTRY_VERIFY(remote("status").out.contains("First Light"));
-    QCOMPARE(remote("pause").status, 0);
-    QVERIFY(playing.waitFor(state("Paused")));
-    QCOMPARE(remote("play").status, 0);
+    QTRY_VERIFY(remote({"status"}).contains("First Light"));
+    for (const auto &[command, name] : {std::pair("pause", "Paused"), {"play", "Started"}, {"stop", "Stopped"}}) {
+        remote({command});
+        QVERIFY2(playing.waitFor(state(name)), command);
+        QTRY_VERIFY(remote({"status"}).contains(name));
+    }
+    remote({"playpause"});
     QVERIFY(playing.waitFor(state("Started")));
 
     RunningVoro other({"publish", "--name=Other", "--json"});
     QVERIFY(other.waitFor("\"acquired\""));
-    // The role is another one's now, and the music goes on.
-    QVERIFY(playing.waitFor("\"positionChanged\""));
+    QVERIFY(playing.waitFor(state("Paused")));
+    QCOMPARE(playing.interrupt(), 0);
+}
+
+void tst_VoroPlay::queue_isRepeatedAndShuffled_asTheRemoteAsks()
+{
+    const SilentDaemon daemon;
+    QStringList arguments{"play", "--json"};
+    for (const char *name : {"a.wav", "b.wav", "c.wav"}) {
+        arguments += daemon.folder() + '/' + name;
+        writeSilence(arguments.last());
+    }
+    RunningVoro playing(arguments);
+    QVERIFY(playing.waitFor(state("Started")));
+    RunningVoro watching({"remote", "watch", "--json"});
+    // What has no title is called by its file.
+    QVERIFY(watching.waitFor("\"title\":\"a.wav\""));
+    const auto shows = [](const QByteArrayList &fields) {
+        const QByteArray status = remote({"status", "--json"});
+        return std::all_of(fields.begin(), fields.end(),
+                           [&](const QByteArray &field) { return status.contains(field); });
+    };
+    const QByteArray b = "\"title\":\"b.wav\"";
+    QTRY_VERIFY(shows({"\"repeatMode\":\"None\"", "\"shuffleMode\":\"Off\""}));
+    remote({"next"});
+    QVERIFY(watching.waitFor("\"trackChanged\""));
+    QTRY_VERIFY(shows({b, "\"previousEnabled\":true"}));
+
+    // The present one goes on as the first.
+    remote({"shuffle", "all"});
+    QTRY_VERIFY(shows({b, "\"shuffleMode\":\"All\"", "\"previousEnabled\":false", state("Started")}));
+    remote({"shuffle"});
+    QTRY_VERIFY(shows({b, "\"shuffleMode\":\"Off\"", "\"previousEnabled\":true", state("Started")}));
+    remote({"next"});
+    QVERIFY(watching.waitFor("\"title\":\"c.wav\""));
+    QTRY_VERIFY(shows({"\"nextEnabled\":false"}));
+    remote({"repeat"});
+    QTRY_VERIFY(shows({"\"repeatMode\":\"All\"", "\"nextEnabled\":true"}));
+    remote({"next"});
+    QVERIFY(watching.waitFor("\"title\":\"a.wav\""));
+    remote({"repeat", "track"});
+    QTRY_VERIFY(shows({"\"repeatMode\":\"Track\""}));
+    QCOMPARE(watching.rest().count("mediaStateChanged"), 0);
     QCOMPARE(playing.interrupt(), 0);
 }
 
