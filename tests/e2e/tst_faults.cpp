@@ -2,7 +2,9 @@
 #include "Media.h"
 #include "Workers.h"
 
+#include <multimedia/AudioRecorder.h>
 #include <multimedia/MediaPlayer.h>
+#include <voro/PpsObject.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
@@ -37,6 +39,15 @@ struct Victim {
     QSignalSpy completions{&player, &MediaPlayer::playbackCompleted};
     QString path;
 };
+
+/** What a player's context publishes of where it failed. */
+QString errorPosition(const MediaPlayer &player)
+{
+    const QString name = player.objectName().replace(QLatin1Char(':'), QLatin1Char('_'));
+    voro::PpsObject state(QStringLiteral("/pps/services/multimedia/renderer/context/%1/state").arg(name));
+    state.open(voro::PpsOpenMode::Subscribe);
+    return voro::PpsObject::decode(state.read())["@state"].toMap()["error_pos"].toString();
+}
 
 enum class Moment { Prepare, Play, Seek, Reset };
 
@@ -76,6 +87,7 @@ private Q_SLOTS:
     void manyPlayers_outliveTheirWorkers_data();
     void manyPlayers_outliveTheirWorkers();
     void sourceChangedOften_playsTheLast();
+    void sourceEnds_recorderSaysWhere();
     void fileCutWhilePlaying_isTold_data();
     void fileCutWhilePlaying_isTold();
     void diskBreaks_isTold_andMended_itPlays();
@@ -129,13 +141,17 @@ void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
     QFETCH(bool, isPlaying);
     MediaPlayer player;
     QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
+    QFile list(m_folder.filePath(QStringLiteral("twice.m3u")));
+    QVERIFY(list.open(QFile::WriteOnly));
+    list.write("tone.ogg\ntone.ogg\n");
+    list.close();
     QCOMPARE(player.setStatusInterval(50), MediaError::None);
-    QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(list.fileName())), MediaError::None);
     QCOMPARE(player.prepare(), MediaError::None);
     if (isPlaying) {
-        QCOMPARE(player.seekTime(10'000), MediaError::None);
+        QCOMPARE(player.seek(2, 22'000), MediaError::None);
         QCOMPARE(player.play(), MediaError::None);
-        QTRY_VERIFY(player.position() > 10'200);
+        QTRY_VERIFY(player.position() > 22'200);
     }
     QTRY_VERIFY(player.duration() > 0);
     const QList<pid_t> killed = signalWorkers(SIGKILL);
@@ -143,6 +159,9 @@ void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
     QCOMPARE(errors.count(), 1);
     QCOMPARE(errors.first().first().value<MediaError::Type>(), MediaError::Internal);
     QCOMPARE(player.mediaState(), MediaState::Stopped);
+    const uint position = errors.first().at(1).toUInt();
+    QVERIFY2(isPlaying ? position > 22'200 && position < 25'000 : position == 0, qPrintable(QString::number(position)));
+    QCOMPARE(errorPosition(player), QStringLiteral("%1:%2").arg(isPlaying ? 2 : 1).arg(position));
 
     // The next play goes on where it was, in another worker.
     QTRY_VERIFY(areGone(killed));
@@ -150,7 +169,7 @@ void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
     QCOMPARE(player.play(), MediaError::None);
     QCOMPARE(player.mediaState(), MediaState::Started);
     QTRY_VERIFY(positions.count() > 3);
-    QCOMPARE(player.position() > 10'000, isPlaying);
+    QCOMPARE(player.position() > 22'000, isPlaying);
     QCOMPARE(errors.count(), 1);
 }
 
@@ -314,6 +333,20 @@ void tst_Faults::sourceChangedOften_playsTheLast()
     QVERIFY(errors.isEmpty());
     QCOMPARE(workersWith(other.toLocalFile().toUtf8(), m_daemon->processId()).size(), 1);
     QVERIFY(workersWith(m_url.toLocalFile().toUtf8(), m_daemon->processId()).isEmpty());
+}
+
+void tst_Faults::sourceEnds_recorderSaysWhere()
+{
+    QVERIFY(m_daemon->stop());
+    QVERIFY(m_daemon->start({QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true num-buffers=200 "
+                                            "samplesperbuffer=960 ! capsfilter caps=audio/x-raw,rate=48000")}));
+    AudioRecorder recorder;
+    QSignalSpy errors(&recorder, qOverload<MediaError::Type, uint>(&AudioRecorder::error));
+    recorder.setOutputUrl(QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("ends.wav"))));
+    QCOMPARE(recorder.record(), MediaError::None);
+    QVERIFY(errors.wait(20'000));
+    const uint position = errors.first().at(1).toUInt();
+    QVERIFY2(position > 3'900 && position < 4'100, qPrintable(QString::number(position)));
 }
 
 void tst_Faults::fileCutWhilePlaying_isTold_data()

@@ -285,7 +285,7 @@ void LifetimeTest::playerOfPublications_data()
         QStringLiteral("playbackCompleted()")};
     QTest::newRow("error") << Publication<P>{
         started, QStringLiteral("state state::stopped speed:n:1000 error:n:5 error_pos::1:900"),
-        QStringLiteral("error(UnsupportedMediaType, uint 0)")};
+        QStringLiteral("error(UnsupportedMediaType, uint 900)")};
     QTest::newRow("idle") << Publication<P>{started, QStringLiteral("state state::idle speed:n:0"),
                                             QStringLiteral("speedChanged(0)")};
 }

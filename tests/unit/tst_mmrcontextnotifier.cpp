@@ -84,8 +84,6 @@ class MmrContextNotifierTest : public QObject {
 private Q_SLOTS:
     void state_data();
     void state() { tryRow(); }
-    void errorPosition_isDecoded_orTheFirstTracksBeginning_data();
-    void errorPosition_isDecoded_orTheFirstTracksBeginning();
     void status_data();
     void status() { tryRow(); }
     void metaData_data();
@@ -145,33 +143,12 @@ void MmrContextNotifierTest::state_data()
     row("playing after it was completed", "state state::stopped speed:n:1000 error:n:0", "state -error state::playing",
         "playing()");
     row("error", playing, "state state::stopped error:n:8", "error(Read, 0, 1)");
-}
-
-void MmrContextNotifierTest::errorPosition_isDecoded_orTheFirstTracksBeginning_data()
-{
-    QTest::addColumn<QByteArray>("attributes");
-    QTest::addColumn<QString>("outcome");
-    const auto positionRow = [](const char *name, const char *attributes, const char *outcome) {
-        QTest::newRow(name) << QByteArray(attributes) << QString::fromLatin1(outcome);
-    };
-    positionRow("track and position", "error:n:8\nerror_pos::2:4500", "error(Read, 4500, 2)");
-    positionRow("position alone", "error:n:8\nerror_pos::70", "error(Read, 70, 1)");
-    positionRow("neither", "error:n:8", "error(Read, 0, 1)");
-    positionRow("three parts", "error:n:8\nerror_pos::1:2:3",
-                "error(Read, 0, 1) | "
-                "W MmrContextNotifier::onPpsError: Unable to decode error position. error_pos=\"1:2:3\"");
-    positionRow("no error", "error_pos::70", "");
-}
-
-void MmrContextNotifierTest::errorPosition_isDecoded_orTheFirstTracksBeginning()
-{
-    QFETCH(QByteArray, attributes);
-    QFETCH(QString, outcome);
-    MonitorFixture f;
-    const auto state = voro::PpsObject::decodeWithFlags("@state\n" + attributes + "\n").value("@state").toMap();
-    QVERIFY(QMetaObject::invokeMethod(&f.notifier, "onPpsError",
-                                      QGenericArgument("QMap<QString,voro::PpsAttribute>", &state)));
-    QCOMPARE(f.trace + f.log.takeLines(), parts(outcome));
+    row("error, track and position", playing, "state state::stopped error:n:8 error_pos::2:4500",
+        "error(Read, 4500, 2)");
+    row("error, position alone", playing, "state state::stopped error:n:8 error_pos::70", "error(Read, 70, 1)");
+    row("error, position of three parts", playing, "state state::stopped error:n:8 error_pos::1:2:3",
+        "error(Read, 0, 1) | "
+        "W MmrContextNotifier::onPpsError: Unable to decode error position. error_pos=\"1:2:3\"");
 }
 
 void MmrContextNotifierTest::status_data()

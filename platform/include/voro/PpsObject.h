@@ -14,8 +14,9 @@ class PpsObjectPrivate;
  * One open PPS object: a named text object under "/pps/" that processes publish, read and watch.
  *
  * A path may carry options after a question mark, separated by commas: `delta` (read what was written since the last
- * read instead of the whole object), `f=NAME` (only attributes of that name), `wait` (reads block), `server` (own the
- * service object). The name `.all` in a folder stands for every object of the folder that changed.
+ * read instead of the whole object), `f=NAME` (only attributes of that name; with `delta`: everything that was written,
+ * once an attribute of that name was), `wait` (reads block), `server` (own the service object). No deletion passes a
+ * filter. The name `.all` in a folder stands for every object of the folder that changed.
  *
  * The first open of a process starts the daemon `vorod` when none runs, unless the environment says
  * `VORO_AUTOSPAWN=0`.

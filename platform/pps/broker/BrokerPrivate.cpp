@@ -357,6 +357,7 @@ bool Broker::Private::pull(Client &client, const ClientPacket &packet)
         text = store.read(client.subscriber, position);
         client.sentVersion = position.position.base;
         client.isMarked = !position.isSettled();
+        client.mayHoldText = !text.empty();
     } else {
         return false;
     }
@@ -389,7 +390,7 @@ void Broker::Private::push(Client &client, const Object &object)
     }
     ReaderPosition position{{client.sentVersion, client.sentVersion}, {}};
     const std::string text = store.read(client.subscriber, position);
-    if (text.empty() && !object.content.hasJustRemoved(client.subscriber.selection)) {
+    if (text.empty() && !(client.mayHoldText && object.content.mayContradict(client.subscriber.selection))) {
         return;
     }
     if (text.empty() || !client.hasReadAll()) {
@@ -405,6 +406,7 @@ void Broker::Private::push(Client &client, const Object &object)
     reply.more = !position.isSettled();
     client.sentVersion = position.position.base;
     client.isMarked = reply.more;
+    client.mayHoldText = true;
     client.send(reply, asBytes(position.held), text);
     afterSend(client);
 }

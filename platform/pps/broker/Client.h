@@ -59,6 +59,8 @@ public:
     Subscriber subscriber;
     /** A subscriber that has been told that more is there, and not pulled since. */
     bool isMarked = false;
+    /** Whether a subscriber may have received a text that it has not read yet. */
+    bool mayHoldText = false;
     /** The version that a subscriber has seen once it has read everything sent. */
     uint64_t sentVersion = 0;
 

@@ -119,9 +119,10 @@ void Content::forgetDeletions()
     m_forgotten = m_version;
 }
 
-bool Content::hasJustRemoved(const Selection &selection) const
+bool Content::mayContradict(const Selection &selection) const
 {
-    return !m_exists || m_replaced == m_version
+    // A change that was chosen may hold any attribute.
+    return selection.choosesChanges() || !m_exists || m_replaced == m_version
            || std::any_of(m_deletions.begin(), m_deletions.end(), [&](const Deletion &deletion) {
                   return deletion.version == m_version && passes(selection.filter, deletion.name);
               });
@@ -149,11 +150,9 @@ void Content::append(std::string &out, std::string_view name, uint64_t seen, uin
     const bool isWhole = !selection.delta || seen == 0 || m_forgotten > seen;
     bool isNews = !isFiltered;
     for (const Attribute &attribute : m_attributes) {
-        if (!passes(selection.filter, attribute.name())) {
-            continue;
-        }
-        isNews = isNews || attribute.version > seen;
-        if (isWhole || attribute.version > seen) {
+        const bool isNamed = passes(selection.filter, attribute.name());
+        isNews = isNews || (isNamed && attribute.version > seen);
+        if ((isNamed || selection.choosesChanges()) && (isWhole || attribute.version > seen)) {
             out.append(attribute.line).append("\n");
         }
     }

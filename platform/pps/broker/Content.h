@@ -11,8 +11,10 @@ namespace voro::pps {
 struct Selection {
     /** What was written since the last read, instead of the whole object. */
     bool delta = false;
-    /** Only the attributes named, and no deletion; empty for everything. */
+    /** The attributes named; empty for everything. No deletion passes a filter. With `delta` it chooses changes: the
+        write of an attribute named delivers all that was written since the last delivery. */
     std::vector<std::string> filter;
+    bool choosesChanges() const { return delta && !filter.empty(); }
 };
 
 /** What an object holds, each part with the version of its last write. Copied as a fence's snapshot. */
@@ -39,9 +41,9 @@ public:
     void append(std::string &out, std::string_view name, uint64_t seen, uint64_t told,
                 const Selection &selection) const;
 
-    /** Whether the last write may have removed something that the selection would have let pass. A filtered reader is not told of
-        that, but what it was told before holds no longer. */
-    bool hasJustRemoved(const Selection &selection) const;
+    /** Whether a reader may have been told something that the last write made untrue, although that write is no news
+        for the selection. */
+    bool mayContradict(const Selection &selection) const;
 
 private:
     struct Attribute {

@@ -26,6 +26,12 @@ bool wasWritten(const Object &object)
     return object.place != object.folder->byVersion.end();
 }
 
+// The version that a reader of one object has seen of it.
+uint64_t seenVersion(const ReaderPosition &position)
+{
+    return position.held.empty() ? position.position.base : position.held.front().version;
+}
+
 // The mark of the object line in front of a text, 0 without one.
 char objectMark(std::string_view text)
 {
@@ -181,15 +187,20 @@ void Store::unsubscribe(Subscriber &subscriber)
 std::string Store::read(const Subscriber &subscriber, ReaderPosition &position) const
 {
     std::string text;
+    const uint64_t seen = seenVersion(position);
     do {
         text = subscriber.object ? readObject(subscriber, position) : readFolder(subscriber, position);
     } while (text.empty() && !position.isSettled());
+    if (text.empty() && subscriber.object && subscriber.selection.choosesChanges()) {
+        // What was not chosen now is delivered with what will be.
+        position = {{seen, seen}, {}};
+    }
     return text;
 }
 
 std::string Store::readObject(const Subscriber &subscriber, ReaderPosition &position) const
 {
-    const uint64_t version = position.held.empty() ? position.position.base : position.held.front().version;
+    const uint64_t version = seenVersion(position);
     ReaderPosition after{{m_version, m_version}, {}};
     std::string text;
     appendUpToFence(text, *subscriber.object, {version, version}, subscriber.selection, after);

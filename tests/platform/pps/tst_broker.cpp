@@ -163,10 +163,22 @@ void TestBroker::filter_letsThePassingAttributesThrough()
     QVERIFY(broker->publish(Object, "a::3"));
     COMPARE_TEXT(readNow(*reader), "@o\nb::1\na::3\n");
     auto delta = broker->open(std::string(Object) + "?delta,f=e", Subscribe);
-    QVERIFY(broker->publish(Object, "e::1"));
-    COMPARE_TEXT(readNow(*delta), "@o\ne::1\n");
+    QVERIFY(broker->publish(Object, "a::4"));
+    QVERIFY(!delta->isReadable());
+    // With "delta" it chooses changes, not attributes.
+    QVERIFY(broker->publish(Object, "e::1\np::1"));
+    COMPARE_TEXT(readNow(*delta), "@o\na::4\ne::1\np::1\n");
     QVERIFY(broker->publish(Object, "e::2"));
+    QVERIFY(broker->publish(Object, "p::2"));
+    COMPARE_TEXT(readNow(*delta), "@o\ne::2\np::2\n");
+    QVERIFY(broker->publish(Object, "p::3"));
+    QVERIFY(!delta->isReadable());
     QVERIFY(broker->publish(Object, "e::3"));
+    COMPARE_TEXT(readNow(*delta), "@o\ne::3\np::3\n");
+    QVERIFY(broker->publish(Object, "e::4\np::4"));
+    QVERIFY(broker->publish(Object, "-p"));
+    COMPARE_TEXT(readNow(*delta), "@o\ne::4\n");
+    QVERIFY(broker->publish(Object, "e::5"));
     QVERIFY(broker->publish(Object, "-e"));
     QVERIFY(!delta->isReadable());
     COMPARE_TEXT(readNow(*delta), "");

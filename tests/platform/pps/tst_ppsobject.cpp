@@ -85,7 +85,7 @@ void TestPpsObject::plainObject_reads_data()
     QTest::newRow("delta") << "?delta" << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"b::2", "c::1\n-a"}
                            << QByteArray("@o\na::1\nb::2\n") << QByteArray("@o\nb::2\nc::1\n-a\n");
     QTest::newRow("filter") << "?delta,f=e" << QByteArrayList{"a::1"} << QByteArrayList{"a::2", "e:n:0\nf::1"}
-                            << QByteArray() << QByteArray("@o\ne:n:0\n");
+                            << QByteArray() << QByteArray("@o\na::2\ne:n:0\nf::1\n");
     QTest::newRow("a deletion does not pass a filter")
         << "?delta,f=e" << QByteArrayList{"e:n:0"} << QByteArrayList{"-e"} << QByteArray("@o\ne:n:0\n") << QByteArray();
 }
@@ -271,7 +271,7 @@ void TestPpsObject::readyRead_comesOnlyWithSomethingToRead()
     QCOMPARE(spy.count(), 0);
     publisher.write("e:n:3");
     QVERIFY(spy.wait());
-    QVERIFY(reader.read().endsWith("@o\ne:n:3\n"));
+    QVERIFY(reader.read().endsWith("\ne:n:3\n"));
 }
 
 void TestPpsObject::readyRead_canBeSwitchedOff()
