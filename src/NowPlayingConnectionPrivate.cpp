@@ -1,6 +1,7 @@
 #include "private/NowPlayingConnectionPrivate.h"
 
 #include "private/Announcement.h"
+#include "private/LocalPath.h"
 #include "private/MediaUtils.h"
 #include "private/ModeNames.h"
 #include "private/Values.h"
@@ -296,7 +297,7 @@ bool NowPlayingConnectionPrivate::sendMetaData(const QVariantMap &metaData)
     }
     if (!path.isEmpty()) {
         data[QStringLiteral("albumArtwork")] =
-            QFile::exists(path) ? QStringLiteral("file://%1").arg(path) : m_iconUrl.toString();
+            QFile::exists(toLocalPath(m_iconUrl)) ? QStringLiteral("file://%1").arg(path) : m_iconUrl.toString();
     }
     // The service's track is the title, so the number has to give way first.
     if (data.contains(trackKey)) {

@@ -6,6 +6,7 @@
 #include <multimedia/NowPlayingConnection.h>
 
 #include <QtCore/QMetaProperty>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <functional>
@@ -113,6 +114,9 @@ private Q_SLOTS:
     void state_isPublished_onlyWhenAcquired();
     void connection_mayGo_inEachSlot_data();
     void connection_mayGo_inEachSlot();
+
+private:
+    QTemporaryDir m_folder;
 };
 
 void NowPlayingConnectionTest::metaObject_isAsDeclared()
@@ -561,6 +565,14 @@ void NowPlayingConnectionTest::metaData_data()
     const QString here = QCoreApplication::applicationFilePath();
     row("icon", [=](Fixture &f) { f.connection.setIconUrl(QUrl::fromLocalFile(here)); },
         {{"albumArtwork", QString(QLatin1String("file://") + here)}});
+    QFile odd(m_folder.filePath(QStringLiteral("ä b%20.png")));
+    QVERIFY(odd.open(QFile::WriteOnly));
+    QUrl icon = QUrl::fromLocalFile(odd.fileName());
+    const QString artwork = QString::fromLatin1(icon.toEncoded());
+    row("icon with a blank, an umlaut and a percent sign", [=](Fixture &f) { f.connection.setIconUrl(icon); },
+        {{"albumArtwork", artwork}});
+    icon.setScheme({});
+    row("the same without a scheme", [=](Fixture &f) { f.connection.setIconUrl(icon); }, {{"albumArtwork", artwork}});
     row("missing icon", [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("file:///no/such/file"))); },
         {{"albumArtwork", "file:///no/such/file"}});
     row("icon in the net", [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("http://host/a.png"))); }, {});
