@@ -55,7 +55,8 @@ public:
     /** Sets the handle; holds from the next prepare(). A recorder that is not `Unprepared` is reset first, and keeps
         its handle when that fails. Followed by audioManagerHandleChanged(). */
     MediaError::Type setAudioManagerHandle(unsigned int handle);
-    /** Takes the handle as a variant; what is no unsigned number is refused with a warning. */
+    /** Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+        negative number wraps around. */
     void setAudioManagerHandleQml(const QVariant &handle);
     /** Always `Capture`. */
     DeviceMode::Type deviceMode() const;
@@ -71,7 +72,8 @@ public:
     /** Milliseconds between two reports of duration and level, 1000 at first. As set. */
     unsigned int statusInterval() const;
     QVariant statusIntervalQml() const;
-    /** Takes the interval as a variant; what is no unsigned number is refused with a warning. */
+    /** Takes the interval as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+        negative number wraps around. */
     void setStatusIntervalQml(const QVariant &statusInterval);
 
 public Q_SLOTS:

@@ -27,7 +27,8 @@ class MediaPlayerPrivate;
  * thread.
  *
  * Commands and setters that return a `MediaError` return `None` on success, else the renderer's error, with a line in
- * the log. Where the renderer service could not be reached when the player was made, they return `InvalidState`.
+ * the log. Where the renderer service could not be reached when the player was made, those that need it return
+ * `InvalidState`.
  *
  * A player is used on the thread that owns it. It may be destroyed in a slot of any of its own signals: nothing more is
  * emitted then, and a command that was under way ends there and returns `None`.
@@ -79,7 +80,8 @@ public:
     /** Handle of the audio manager under which the sound is played; 0 is none. As set. */
     unsigned int audioManagerHandle() const;
     QVariant audioManagerHandleQml() const;
-    /** Takes the handle as a variant; what is no unsigned number is refused with a warning. */
+    /** Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+        negative number wraps around. */
     void setAudioManagerHandleQml(const QVariant &handle);
     /** Where the sound goes, `Default` at first. As set. */
     AudioOutput::Type audioOutput() const;
@@ -90,7 +92,8 @@ public:
     /** Index of the closed-caption track, from 0. As set. */
     unsigned int closedCaptionIndex() const;
     QVariant closedCaptionIndexQml() const;
-    /** Takes the index as a variant; what is no unsigned number is refused with a warning. */
+    /** Takes the index as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+        negative number wraps around. */
     void setClosedCaptionIndexQml(const QVariant &index);
     /** The external captions that a track has, as a path; empty without any. */
     Q_INVOKABLE QUrl closedCaptionUrl(unsigned int track) const;
@@ -102,12 +105,13 @@ public:
     RepeatMode::Type repeatMode() const;
     /** The medium. As set. */
     QUrl sourceUrl() const;
-    /** The speed as a factor of normal speed: 0.0 while paused, else the speed last set or reported by the renderer. */
+    /** The speed as a factor of normal speed: 0.0 while paused, else as the renderer reported it last. */
     double speed() const;
     /** Milliseconds between two reports of the position, 1000 at first. As set. */
     unsigned int statusInterval() const;
     QVariant statusIntervalQml() const;
-    /** Takes the interval as a variant; what is no unsigned number is refused with a warning. */
+    /** Takes the interval as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+        negative number wraps around. */
     void setStatusIntervalQml(const QVariant &statusInterval);
     /** Where the pictures go, `None` at first. As set. */
     VideoOutput::Type videoOutput() const;

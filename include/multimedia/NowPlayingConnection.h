@@ -116,15 +116,18 @@ public:
     /** Sets the handle of the audio manager; registers again while connected. Followed by
         audioManagerHandleChanged(). */
     void setAudioManagerHandle(unsigned int audioManagerHandle);
-    /** Takes the handle as a variant; what is no unsigned number is refused with a warning. */
+    /** Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+        negative number wraps around. */
     void setAudioManagerHandleQml(const QVariant &handle);
     /** Sets the name; holds from the next registration. */
     void setConnectionName(const QString &connectionName);
     /** Sets whether the connection plays or records; holds from the next registration. */
     void setDeviceMode(voro::multimedia::DeviceMode::Type deviceMode);
-    /** Takes the duration as a variant; what is no unsigned number is refused with a warning. */
+    /** Takes the duration as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+        negative number wraps around. */
     void setDurationQml(const QVariant &duration);
-    /** Takes the position as a variant; what is no unsigned number is refused with a warning. */
+    /** Takes the position as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+        negative number wraps around. */
     void setPositionQml(const QVariant &position);
     /** Sets the priority; holds from the next registration. */
     void setPriorityLevel(voro::multimedia::PriorityLevel::Type priorityLevel);

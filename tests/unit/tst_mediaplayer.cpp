@@ -415,6 +415,9 @@ void MediaPlayerTest::property_ofQml_isReadAndWrittenThroughVariants()
         f.media.setProperty(name, QStringLiteral("five"));
         QCOMPARE(f.media.property(name), QVariant(5u));
         QCOMPARE(f.log.takeLines().filter("Unable to convert variant").size(), 1);
+        // A negative number wraps around.
+        f.media.setProperty(name, -1);
+        QCOMPARE(f.media.property(name), QVariant(4294967295u));
     }
     for (const char *name : {"duration", "position", "track", "trackCount"}) {
         QCOMPARE(f.media.property(name).metaType(), QMetaType::fromType<unsigned int>());
