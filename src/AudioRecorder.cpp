@@ -58,10 +58,11 @@ MediaError::Type AudioRecorderPrivate::unprepare()
         DEBUG_LINE << "Already unprepared";
         return MediaError::None;
     }
-    if (const auto error = failure(tracer, mmr_stop(m_context), "Error stopping the recorder. error=")) {
+    if (const auto error = failureToEnd(tracer, mmr_stop(m_context), "Error stopping the recorder. error=")) {
         return *error;
     }
-    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching recording input. error=")) {
+    if (const auto error =
+            failureToEnd(tracer, mmr_input_detach(m_context), "Error detaching recording input. error=")) {
         return *error;
     }
     if (const auto error =

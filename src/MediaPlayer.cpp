@@ -127,7 +127,7 @@ MediaError::Type MediaPlayer::stop()
         DEBUG_LINE << "Media player is unprepared";
         return MediaError::InvalidState;
     }
-    if (const auto error = d->failure(tracer, mmr_stop(d->m_context), "Error stopping the player. error=")) {
+    if (const auto error = d->failureToEnd(tracer, mmr_stop(d->m_context), "Error stopping the player. error=")) {
         return *error;
     }
     d->setMediaState(MediaState::Stopped);
@@ -198,6 +198,7 @@ MediaError::Type MediaPlayer::setSpeed(double speed)
     MediaPlayerPrivate *const self = d;
     const MediaState::Type state = self->m_mediaState;
     if (state == MediaState::Paused && rate != MmrContextNotifier::s_PausedPlaybackSpeed) {
+        self->m_notifier->forgetHold();
         self->onMmrSpeedChanged(rate);
         self->setMediaState(MediaState::Started);
     } else if ((state == MediaState::Prepared || state == MediaState::Started)

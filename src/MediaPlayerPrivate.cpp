@@ -134,10 +134,11 @@ MediaError::Type MediaPlayerPrivate::unprepare()
         DEBUG_LINE << "Already unprepared";
         return MediaError::None;
     }
-    if (const auto error = failure(tracer, mmr_stop(m_context), "Error stopping the player. error=")) {
+    if (const auto error = failureToEnd(tracer, mmr_stop(m_context), "Error stopping the player. error=")) {
         return *error;
     }
-    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching playback input. error=")) {
+    if (const auto error =
+            failureToEnd(tracer, mmr_input_detach(m_context), "Error detaching playback input. error=")) {
         return *error;
     }
     // The text of the closed-caption output is the video output's; this is required.
@@ -213,7 +214,8 @@ MediaError::Type MediaPlayerPrivate::detachInput()
     if (!hasContext(tracer)) {
         return MediaError::InvalidState;
     }
-    if (const auto error = failure(tracer, mmr_input_detach(m_context), "Error detaching existing input. error=")) {
+    if (const auto error =
+            failureToEnd(tracer, mmr_input_detach(m_context), "Error detaching existing input. error=")) {
         return *error;
     }
     setMediaState(MediaState::Unprepared);

@@ -105,7 +105,7 @@ MediaError::Type MmrContextNotifier::updateTrackParameter(unsigned int track, co
         }
     }
     m_trackParameters[track][name] = value;
-    if (m_state == QLatin1String("idle")) {
+    if (m_isIdle) {
         return MediaError::None;
     }
 

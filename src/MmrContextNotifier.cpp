@@ -240,15 +240,30 @@ void MmrContextNotifier::onPpsStateChanged(const Attributes &map)
     TRACE_FUNCTION();
     const QString state = map.value(QStringLiteral("state")).toString();
     const int speed = map.value(QStringLiteral("speed")).toInt();
-    if (state != m_state) {
+    // Stored before it is emitted: a slot may end the playing, or run an event loop that reads the next state.
+    const unsigned int read = ++m_stateReads;
+    if (replace(m_state, state)) {
         reportState(tracer, state, speed, map.contains(QStringLiteral("error")));
-        m_state = state;
+        m_isIdle = m_state == QLatin1String("idle");
     }
-    if (speed != m_speed) {
+    if (read == m_stateReads && replace(m_speed, std::optional(speed))) {
         DEBUG_LINE << "emit speed()";
         DEBUG_LINE << "  speed=" << speed;
         Q_EMIT speedChanged(speed);
-        m_speed = speed;
+    }
+}
+
+void MmrContextNotifier::forgetPlaying()
+{
+    if (m_state == QLatin1String("playing")) {
+        m_state.clear();
+    }
+}
+
+void MmrContextNotifier::forgetHold()
+{
+    if (m_speed == s_PausedPlaybackSpeed) {
+        m_speed.reset();
     }
 }
 

@@ -52,6 +52,16 @@ protected:
         return error;
     }
 
+    /** The same for a call that ends the playing when it succeeds. */
+    std::optional<MediaError::Type> failureToEnd(const FunctionTracer &tracer, int result, const char *text)
+    {
+        const auto error = failure(tracer, result, text);
+        if (!error) {
+            m_notifier->forgetPlaying();
+        }
+        return error;
+    }
+
     /** Sets how often the context reports, in milliseconds. */
     MediaError::Type sendUpdateInterval(const FunctionTracer &tracer, unsigned int updateInterval)
     {

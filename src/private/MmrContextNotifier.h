@@ -42,6 +42,11 @@ public:
     /** The code in the context's error record; `None` without a context or record. */
     MediaError::Type lastError() const;
 
+    /** Playing that is read after this is reported anew: a command has ended the playing that was read before. */
+    void forgetPlaying();
+    /** A speed of 0 that is read after this is reported anew: a command has ended the hold that was read before. */
+    void forgetHold();
+
     /** Attaches an input, with the parameters that were set for its first track; the caller logs a failure. */
     MediaError::Type attachInput(const QString &url, const QString &type);
     /** Attaches an output and stores its id, also when `outputId` is null. */
@@ -126,8 +131,13 @@ private:
     unsigned int m_track = 1;
     unsigned int m_trackCount = 0;
     QMap<unsigned int, QVariantMap> m_trackParameters;
-    int m_speed = s_NormalPlaybackSpeed;
+    /** Empty when a hold was forgotten. */
+    std::optional<int> m_speed = s_NormalPlaybackSpeed;
     QString m_state;
+    /** Whether the renderer is known to be idle; not yet in the slots of idle(). */
+    bool m_isIdle = false;
+    /** Counts the states that were read. */
+    unsigned int m_stateReads = 0;
     // As computed, before they are limited.
     double m_bufferLevel = 0.0;
     double m_volumeLevel = 0.0;

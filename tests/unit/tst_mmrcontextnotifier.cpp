@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 using namespace voro::multimedia;
 
@@ -84,6 +85,7 @@ class MmrContextNotifierTest : public QObject {
 private Q_SLOTS:
     void state_data();
     void state() { tryRow(); }
+    void state_isReportedAnew_onceItWasForgotten();
     void status_data();
     void status() { tryRow(); }
     void metaData_data();
@@ -149,6 +151,50 @@ void MmrContextNotifierTest::state_data()
     row("error, position of three parts", playing, "state state::stopped error:n:8 error_pos::1:2:3",
         "error(Read, 0, 1) | "
         "W MmrContextNotifier::onPpsError: Unable to decode error position. error_pos=\"1:2:3\"");
+}
+
+// Also from a slot, and when a slot runs an event loop in which the next state is read.
+void MmrContextNotifierTest::state_isReportedAnew_onceItWasForgotten()
+{
+    const QString playing = QStringLiteral("state state::playing speed:n:1000");
+    const QString held = QStringLiteral("state state::playing speed:n:0");
+    const QString stopped = QStringLiteral("state state::stopped speed:n:1000");
+    MonitorFixture f;
+    const auto thenOnce = [&f](const std::function<void()> &act) {
+        f.emitted.setThen([act, isDone = false]() mutable {
+            if (!std::exchange(isDone, true)) {
+                act();
+            }
+        });
+    };
+    f.publish(playing);
+    f.notifier.forgetPlaying();
+    f.publish(playing);
+    QCOMPARE(f.trace, QStringList(2, "playing()"));
+    f.publish(held);
+    f.notifier.forgetHold();
+    f.publish(held);
+    QCOMPARE(f.trace.mid(2), QStringList(2, "speedChanged(0)"));
+
+    f.publish(stopped);
+    f.trace.clear();
+    thenOnce([&f] { f.notifier.forgetPlaying(); });
+    f.publish(playing);
+    f.publish(playing);
+    QCOMPARE(f.trace, QStringList(2, "playing()"));
+
+    f.publish(stopped);
+    f.trace.clear();
+    thenOnce([&] {
+        f.publish(held);
+        f.publish(stopped);
+        f.publish(held);
+    });
+    f.publish(playing);
+    QCOMPARE(f.trace, (QStringList{"playing()", "speedChanged(0)", "stopped()", "speedChanged(1000)", "paused()",
+                                   "speedChanged(0)"}));
+    f.publish(playing);
+    QCOMPARE(f.trace.mid(6), QStringList("speedChanged(1000)"));
 }
 
 void MmrContextNotifierTest::status_data()
