@@ -80,8 +80,9 @@ public Q_SLOTS:
     /** Holds the recording; record() goes on. The state becomes `Paused`. `InvalidState` without a context. Followed
         by mediaStateChanged(). */
     voro::multimedia::MediaError::Type pause();
-    /** Records, after preparing the recorder if need be, or goes on after pause(). `InvalidState` without a context.
-        Followed by mediaStateChanged(). */
+    /** Records, after preparing the recorder if need be, or goes on after pause(). Waits for the input's first samples:
+        with success they are being recorded, and `SourceUnavailable` when none come within four seconds. `InvalidState`
+        without a context. Followed by mediaStateChanged(). */
     voro::multimedia::MediaError::Type record();
     /** Attaches the file and the audio input without recording. Nothing happens unless the recorder is `Unprepared`,
         or, but for a line in the log, when there is no context. `InvalidParameter` when the output URL is not valid.

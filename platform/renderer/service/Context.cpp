@@ -273,9 +273,9 @@ void Context::inputAttach(const pps::Message &message)
 {
     const Journal::Input input{message.text("url"), message.text("type")};
     if (input.url.size() > MaximumUrl || !isInputType(input.type)) {
-        finish({ErrorCode::InvalidParameter, "the URL is too long or the type unknown"});
+        refuseInput({ErrorCode::InvalidParameter, "the URL is too long or the type unknown"});
     } else if (const Result problem = m_journal.checkInput(input); !problem) {
-        finish(problem);
+        refuseInput(problem);
     } else if (m_input) {
         closeMedium([this, input](const Result &) { attach(input); });
     } else {
@@ -291,7 +291,11 @@ void Context::attach(const Journal::Input &input)
         m_deaths = 0;
     }
     if (m_deaths >= MostDeaths) {
-        finish({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
+        refuseInput({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
+        return;
+    }
+    if (RecordingFile *file = m_journal.file(); file && !file->take()) {
+        refuseInput({ErrorCode::ResourceUnavailable, "the file is being recorded into"});
         return;
     }
     m_position = {};
@@ -304,13 +308,25 @@ void Context::attach(const Journal::Input &input)
             m_journal.setTrack(1, first);
             m_folder.setTrackParameters(1, first);
             setState(State::Stopped);
-        } else if (m_total > 0) {
+            finish(result);
+            return;
+        }
+        if (m_total > 0) {
             // The worker had told of it before it died.
             m_folder.clearMedium(m_position.track);
             m_total = 0;
         }
-        finish(result);
+        refuseInput(result);
     });
+}
+
+/** Finishes an attach that failed. A recorder that has no input keeps no file from others. */
+void Context::refuseInput(const Result &problem)
+{
+    if (RecordingFile *file = m_journal.file(); file && !m_input) {
+        file->release();
+    }
+    finish(problem);
 }
 
 /** Has an engine open the input with all that the context was given. */

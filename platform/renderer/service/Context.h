@@ -63,6 +63,7 @@ private:
     Engine &engine();
     void closeMedium(Engine::Done done);
     void attach(const Journal::Input &input);
+    void refuseInput(const Result &problem);
     void open(const Journal::Input &input, Engine::Done done);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <filesystem>
 #include <set>
+#include <utility>
 
 namespace voro::renderer {
 
@@ -72,13 +73,26 @@ Result checkFolder(const std::string &path)
 
 RecordingFile::RecordingFile(const std::string &path) : m_path(path), m_key(keyOf(path)), m_format(formatOf(path))
 {
-    taken().insert(m_key);
+    take();
 }
 
 RecordingFile::~RecordingFile()
 {
     discard();
-    taken().erase(m_key);
+    release();
+}
+
+bool RecordingFile::take()
+{
+    m_isTaken = m_isTaken || taken().insert(m_key).second;
+    return m_isTaken;
+}
+
+void RecordingFile::release()
+{
+    if (std::exchange(m_isTaken, false)) {
+        taken().erase(m_key);
+    }
 }
 
 std::string RecordingFile::pathOf(std::string_view url)
@@ -107,7 +121,7 @@ Result RecordingFile::check(const std::string &path, const RecordingFile *own)
                           : faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 ? Result()
                                                                                      : failure(path, errno);
     const std::string key = keyOf(path);
-    if (result && taken().contains(key) && !(own && own->m_key == key)) {
+    if (result && taken().contains(key) && !(own && own->m_isTaken && own->m_key == key)) {
         return {ErrorCode::ResourceUnavailable, path + " is being recorded into"};
     }
     return result;

@@ -11,8 +11,8 @@
 namespace voro::renderer {
 
 /**
- * A file that a context records into: an output of the type "file". It is taken from others while it is one, and
- * nothing happens to what is on the disk before the recording starts.
+ * A file that a context records into: an output of the type "file". It is taken from others while it is one, unless the
+ * context could not get its input, and nothing happens to what is on the disk before the recording starts.
  */
 class RecordingFile {
 public:
@@ -26,6 +26,11 @@ public:
     static std::string pathOf(std::string_view url);
     /** Whether it could be recorded into; a file that is taken cannot, unless it is `own`. */
     static Result check(const std::string &path, const RecordingFile *own);
+
+    /** Takes it again after release(); false when somebody else has it. */
+    bool take();
+    /** Lets others have it. */
+    void release();
 
     const RecordingFormat &format() const { return *m_format; }
 
@@ -46,6 +51,7 @@ private:
     std::string m_key;
     const RecordingFormat *m_format;
     pps::Fd m_file;
+    bool m_isTaken = false;
     bool m_isNew = false;
     bool m_isUsed = false;
 };

@@ -326,8 +326,20 @@ void tst_Context::recordingFile_isOneRecorders()
             QCOMPARE(second.step(output(name).toStdString()), static_cast<int>(ErrorCode::ResourceUnavailable));
         }
     }
-    QCOMPARE(first.step("output_detach output:n:1"), 0);
+    // Who gets no input keeps the file from nobody, and gets it again with an input when nobody else has it.
+    const char *const attach = "input_attach url::audio:default type::track";
+    first.run([&](Broker &) { first.engines.answers["open"] = {ErrorCode::SourceUnavailable, "no source"}; });
+    QCOMPARE(first.step(attach), static_cast<int>(ErrorCode::SourceUnavailable));
+    first.run([&](Broker &) { first.engines.answers.clear(); });
+    {
+        Stage second;
+        QCOMPARE(second.step(output("one.wav").toStdString()), 0);
+        QCOMPARE(first.step(attach), static_cast<int>(ErrorCode::ResourceUnavailable));
+    }
+    QCOMPARE(first.step(attach), 0);
     Stage second;
+    QCOMPARE(second.step(output("one.wav").toStdString()), static_cast<int>(ErrorCode::ResourceUnavailable));
+    QCOMPARE(first.step("output_detach output:n:1"), 0);
     QCOMPARE(second.step(output("one.wav").toStdString()), 0);
 }
 
