@@ -17,10 +17,13 @@ constexpr std::array Formats{
     RecordingFormat{"ogg", "audioconvert ! vorbisenc quality=0.5 ! oggmux max-page-delay=500000000"},
     RecordingFormat{"opus", "audioconvert ! opusenc bitrate=96000 ! oggmux max-page-delay=500000000"},
     RecordingFormat{"flac", "audioconvert ! flacenc"},
-    RecordingFormat{"mp3", "audioconvert ! lamemp3enc target=quality quality=2 ! xingmux"},
-    RecordingFormat{"m4a", "audioconvert ! voaacenc bitrate=128000 ! aacparse ! "
-                           "mp4mux fragment-duration=500 fragment-mode=first-moov-then-finalise"},
-    RecordingFormat{"amr", "audioconvert ! amrnbenc", Head::Amr},
+    RecordingFormat{"mp3", "audioconvert ! lamemp3enc target=quality quality=2", Head::Mp3, {.delay = 576}},
+    RecordingFormat{"m4a",
+                    "audioconvert ! voaacenc bitrate=128000 ! aacparse ! "
+                    "mp4mux movie-timescale=1000 fragment-duration=500 fragment-mode=first-moov-then-finalise",
+                    Head::Mp4,
+                    {.delay = 1600, .block = 1024}},
+    RecordingFormat{"amr", "audioconvert ! amrnbenc", Head::Amr, {.delay = 40, .block = 160}},
 };
 
 } // namespace

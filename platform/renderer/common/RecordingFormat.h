@@ -6,14 +6,24 @@ namespace voro::renderer {
 
 /** A kind of file that can be recorded. */
 struct RecordingFormat {
-    enum class Head { None, Wav, Amr };
+    enum class Head { None, Wav, Amr, Mp3, Mp4 };
+    /** How an encoder shifts what it encodes, in samples. */
+    struct Latency {
+        /** By how much it is late. */
+        int delay = 0;
+        /** How many it takes at a time, when it keeps what it has at the end: that is filled up with silence until
+            everything has come out. */
+        int block = 0;
+    };
 
     /** The extension of such a file's name, in lower case and without the dot. */
     std::string_view extension;
     /** What makes the file of 16-bit samples, as a pipeline description; empty when samples are written as they are. */
     std::string_view encoder;
-    /** What the file begins with that the encoder does not write. */
+    /** What is added to what the encoder writes. */
     Head head = Head::None;
+    /** Of the encoders that do not settle it themselves. */
+    Latency latency = {};
 };
 
 /** The format of that extension, whatever its case; null when there is none. */

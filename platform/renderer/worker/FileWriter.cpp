@@ -1,5 +1,7 @@
 #include "FileWriter.h"
 
+#include "Mp4Edit.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -8,6 +10,7 @@
 #include <cstring>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 namespace voro::renderer {
 
@@ -18,10 +21,15 @@ namespace {
 constexpr std::string_view AmrHead = "#!AMR\n";
 /** How much of a recording a loss of power may cost, but for what the disk adds. */
 constexpr std::chrono::seconds LongestUnsent(2);
+constexpr std::chrono::seconds LongestUntold(1);
 
 } // namespace
 
-FileWriter::FileWriter(Head head) : m_head(head), m_sink(GST_ELEMENT(gst_object_ref_sink(makeElement("fakesink"))))
+FileWriter::FileWriter(const RecordingFormat &format, std::function<uint64_t()> samples)
+    : m_head(format.head),
+      m_latency(format.latency),
+      m_samples(std::move(samples)),
+      m_sink(GST_ELEMENT(gst_object_ref_sink(makeElement("fakesink"))))
 {
     g_object_set(m_sink.get(), "async", FALSE, nullptr);
     const Owned<GstPad> pad(gst_element_get_static_pad(m_sink.get(), "sink"));
@@ -33,18 +41,19 @@ FileWriter::FileWriter(Head head) : m_head(head), m_sink(GST_ELEMENT(gst_object_
 void FileWriter::open(pps::Fd file)
 {
     m_file = std::move(file);
-    m_offset = m_end = m_told = 0;
+    m_offset = m_end = 0;
+    m_mp3 = {};
     m_hasBegun = m_hasFailed = false;
 }
 
 void FileWriter::finish()
 {
     if (m_file.isValid() && !m_hasBegun) {
-        begin();
+        begin({});
     }
-    if (m_file.isValid() && m_head == Head::Wav) {
+    if (m_file.isValid() && hasLength()) {
         // Its place is there, also on a disk that is full.
-        writeHead();
+        tell(m_samples());
     }
     m_file.reset();
 }
@@ -95,48 +104,83 @@ void FileWriter::write(GstBuffer *buffer)
     if (m_hasFailed || !m_file.isValid() || !gst_buffer_map(buffer, &map, GST_MAP_READ)) {
         return;
     }
+    const std::span<const uint8_t> bytes(map.data, map.size);
     if (!m_hasBegun) {
-        begin();
+        begin(bytes);
     }
-    const bool isWritten = append(map.data, map.size);
+    if (write(bytes)) {
+        keepUp();
+    }
     gst_buffer_unmap(buffer, &map);
-    const uint64_t second = static_cast<uint64_t>(m_spec.rate) * m_spec.frameSize();
-    if (isWritten && m_head == Head::Wav && m_offset - m_told >= second) {
-        writeHead();
-        m_told = m_offset;
-    }
-    send();
 }
 
-/** Has the disk begin with what is written, without waiting for it; the system keeps that in memory much longer. */
-void FileWriter::send()
+bool FileWriter::write(std::span<const uint8_t> bytes)
+{
+    if (m_head == Head::Mp4 && isMp4Index(bytes)) {
+        std::vector<uint8_t> index(bytes.begin(), bytes.end());
+        setMp4Edit(index, static_cast<uint64_t>(m_latency.delay), m_samples());
+        return append(index.data(), index.size());
+    }
+    const bool isWritten = append(bytes.data(), bytes.size());
+    if (isWritten && m_head == Head::Mp3) {
+        m_mp3.add(bytes.size());
+    }
+    return isWritten;
+}
+
+/** Tells now and then how much there is, and has the disk begin with what is written, without waiting for it; the system
+    keeps that in memory much longer. */
+void FileWriter::keepUp()
 {
     const auto now = std::chrono::steady_clock::now();
+    if (hasLength() && now - m_told >= LongestUntold) {
+        m_told = now;
+        tell(Mp3Header::Unknown);
+    }
     if (now - m_sent >= LongestUnsent) {
         m_sent = now;
         sync_file_range(m_file.get(), 0, 0, SYNC_FILE_RANGE_WRITE);
     }
 }
 
+/** Tells in the file's head how long it is. */
+void FileWriter::tell(uint64_t samples)
+{
+    const std::vector<uint8_t> bytes = head(samples);
+    writeAt(0, bytes.data(), bytes.size());
+}
+
+/** Whether the file's head tells how long it is. */
+bool FileWriter::hasLength() const
+{
+    return m_head == Head::Wav || m_head == Head::Mp3;
+}
+
 /** Replaces what the file held. */
-void FileWriter::begin()
+void FileWriter::begin(std::span<const uint8_t> first)
 {
     m_hasBegun = true;
     if (ftruncate(m_file.get(), 0) != 0) {
         fail(errno);
-    } else if (m_head == Head::Wav) {
-        writeHead();
-        m_offset = m_end = m_told = sizeof(WavHeader);
-    } else if (m_head == Head::Amr) {
-        append(AmrHead.data(), AmrHead.size());
+    } else {
+        m_mp3.begin(first);
+        const std::vector<uint8_t> bytes = head(Mp3Header::Unknown);
+        append(bytes.data(), bytes.size());
     }
 }
 
-void FileWriter::writeHead()
+/** What the file begins with. */
+std::vector<uint8_t> FileWriter::head(uint64_t samples) const
 {
-    const uint64_t samples = m_offset > sizeof(WavHeader) ? m_offset - sizeof(WavHeader) : 0;
-    const WavHeader header = wavHeader(m_spec, samples - samples % m_spec.frameSize());
-    writeAt(0, header.data(), header.size());
+    if (m_head == Head::Wav) {
+        const uint64_t size = m_offset > sizeof(WavHeader) ? m_offset - sizeof(WavHeader) : 0;
+        const WavHeader header = wavHeader(m_spec, size - size % m_spec.frameSize());
+        return {header.begin(), header.end()};
+    }
+    if (m_head == Head::Mp3) {
+        return m_mp3.bytes(samples, m_latency.delay);
+    }
+    return m_head == Head::Amr ? std::vector<uint8_t>(AmrHead.begin(), AmrHead.end()) : std::vector<uint8_t>();
 }
 
 bool FileWriter::append(const void *bytes, size_t size)

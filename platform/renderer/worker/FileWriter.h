@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Gst.h"
+#include "Mp3Header.h"
 #include "WavHeader.h"
 
 #include <pps/Fd.h>
@@ -8,6 +9,9 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
+#include <span>
+#include <vector>
 
 namespace voro::renderer {
 
@@ -18,7 +22,8 @@ namespace voro::renderer {
  */
 class FileWriter {
 public:
-    explicit FileWriter(RecordingFormat::Head head);
+    /** `samples` tells how many samples of each channel were recorded. */
+    FileWriter(const RecordingFormat &format, std::function<uint64_t()> samples);
     FileWriter(const FileWriter &) = delete;
     FileWriter &operator=(const FileWriter &) = delete;
 
@@ -36,22 +41,28 @@ private:
     static GstPadProbeReturn onEvent(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     static GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     void write(GstBuffer *buffer);
-    void begin();
-    void writeHead();
-    void send();
+    bool write(std::span<const uint8_t> bytes);
+    void begin(std::span<const uint8_t> first);
+    bool hasLength() const;
+    std::vector<uint8_t> head(uint64_t samples) const;
+    void tell(uint64_t samples);
+    void keepUp();
     bool append(const void *bytes, size_t size);
     bool writeAt(uint64_t offset, const void *bytes, size_t size);
     void fail(int error);
 
     const RecordingFormat::Head m_head;
+    const RecordingFormat::Latency m_latency;
+    const std::function<uint64_t()> m_samples;
     Owned<GstElement> m_sink;
     // What follows belongs to the streaming thread while the pipeline runs.
     pps::Fd m_file;
     uint64_t m_offset = 0;
     /** Behind the last byte that was written. */
     uint64_t m_end = 0;
-    /** Up to where a WAV file's head tells of its samples. */
-    uint64_t m_told = 0;
+    Mp3Header m_mp3;
+    /** When the head was last told how long the file is. */
+    std::chrono::steady_clock::time_point m_told;
     /** What comes; something valid before it is known. */
     SampleSpec m_spec{44'100, 1};
     /** When what is written was last sent to the disk. */

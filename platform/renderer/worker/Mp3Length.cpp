@@ -29,6 +29,8 @@ constexpr size_t CountRange = 200;
 
 /** How far behind the count the delays are: the encoder's name and settings stand between them. */
 constexpr size_t DelaysBehindCount = 21;
+/** The encoder whose delays GStreamer's parser cuts off itself. */
+constexpr std::string_view CutByParser = "LAME";
 /** Every decoder of this kind is late by as many samples. */
 constexpr int64_t DecoderDelay = 529;
 
@@ -105,6 +107,9 @@ std::optional<Mp3Sound> mp3Sound(const std::string &path)
     const size_t delays = count + 8 + PartSizes + DelaysBehindCount;
     if (count == std::string::npos || head.size() < delays + 3
         || (bytesAt(head, count + 4, 4) & AllParts) != AllParts) {
+        return std::nullopt;
+    }
+    if (std::string_view(head).substr(count + 8 + PartSizes).starts_with(CutByParser)) {
         return std::nullopt;
     }
     const int64_t frames = bytesAt(head, count + 8, 4);

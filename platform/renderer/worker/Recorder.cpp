@@ -48,7 +48,7 @@ Result Recorder::open(const Settings &settings)
         RecordingPipeline::Events{.begun = [this] { onBegun(); },
                                   .ended = [this] { onEnded(); },
                                   .failed = [this](const Result &problem) { onFailed(problem); }},
-        source, encoder, format->head, settings.channels);
+        source, encoder, *format, settings.channels);
     if (const Result problem = m_pipeline->prepare(); !problem) {
         m_pipeline.reset();
         return problem;

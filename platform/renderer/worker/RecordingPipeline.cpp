@@ -25,14 +25,14 @@ GstElement *makeFilter(int channels)
 
 } // namespace
 
-RecordingPipeline::RecordingPipeline(Events events, GstElement *source, GstElement *encoder, RecordingFormat::Head head,
-                                     int channels)
+RecordingPipeline::RecordingPipeline(Events events, GstElement *source, GstElement *encoder,
+                                     const RecordingFormat &format, int channels)
     : m_events(std::move(events)),
       m_pipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-recording")))),
       m_source(source),
       m_filter(makeFilter(channels)),
-      m_gate(m_filter),
-      m_writer(head)
+      m_gate(m_filter, format.latency),
+      m_writer(format, [this] { return m_gate.frames(); })
 {
     GstElement *convert = makeElement("audioconvert");
     GstElement *resample = makeElement("audioresample");

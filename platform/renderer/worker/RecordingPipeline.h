@@ -23,8 +23,9 @@ public:
         std::function<void(const Result &)> failed;
     };
 
-    /** `source` is taken over. `encoder` is null for samples as they are. */
-    RecordingPipeline(Events events, GstElement *source, GstElement *encoder, RecordingFormat::Head head, int channels);
+    /** `source` is taken over, and so is `encoder`, the format's, which is null for samples as they are. */
+    RecordingPipeline(Events events, GstElement *source, GstElement *encoder, const RecordingFormat &format,
+                      int channels);
     ~RecordingPipeline();
     RecordingPipeline(const RecordingPipeline &) = delete;
     RecordingPipeline &operator=(const RecordingPipeline &) = delete;

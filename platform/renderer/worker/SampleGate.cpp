@@ -25,8 +25,13 @@ int levelOf(int peak)
     return std::clamp(static_cast<int>(std::lround(100 + decibels * 100 / LowestDecibels)), 0, 100);
 }
 
-SampleGate::SampleGate(GstElement *element) : m_element(element), m_pad(gst_element_get_static_pad(element, "src"))
+SampleGate::SampleGate(GstElement *element, RecordingFormat::Latency latency)
+    : m_element(element),
+      m_latency(latency),
+      m_input(gst_element_get_static_pad(element, "sink")),
+      m_pad(gst_element_get_static_pad(element, "src"))
 {
+    gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, onInput, this, nullptr);
     gst_pad_add_probe(m_pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onBuffer, this, nullptr);
     gst_pad_add_probe(m_pad.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, onEvent, this, nullptr);
 }
@@ -39,6 +44,12 @@ void SampleGate::setOpen(bool isOpen)
     m_isOpen = isOpen;
 }
 
+void SampleGate::setLimit(unsigned milliseconds)
+{
+    const std::lock_guard lock(m_mutex);
+    m_limit = milliseconds;
+}
+
 void SampleGate::reset(bool isOpen)
 {
     const std::lock_guard lock(m_mutex);
@@ -46,7 +57,8 @@ void SampleGate::reset(bool isOpen)
     m_hasSegment = false;
     m_isFirst = true;
     m_frames = 0;
-    m_peak = 0;
+    m_peak.reset();
+    m_level = 0;
     m_tail.clear();
     m_blended = 0;
 }
@@ -54,8 +66,8 @@ void SampleGate::reset(bool isOpen)
 void SampleGate::end()
 {
     setOpen(false);
-    // The source may be in the middle of a buffer; the event waits for it.
-    gst_pad_push_event(m_pad.get(), gst_event_new_eos());
+    // The source may be in the middle of a buffer; what comes in by the same way waits for it.
+    gst_pad_send_event(m_input.get(), gst_event_new_eos());
 }
 
 int64_t SampleGate::position() const
@@ -64,10 +76,20 @@ int64_t SampleGate::position() const
     return m_spec.rate > 0 ? static_cast<int64_t>(m_frames * 1000 / static_cast<uint64_t>(m_spec.rate)) : 0;
 }
 
+uint64_t SampleGate::frames() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_frames;
+}
+
 int SampleGate::takeLevel()
 {
     const std::lock_guard lock(m_mutex);
-    return levelOf(std::exchange(m_peak, 0));
+    if (m_peak) {
+        m_level = levelOf(*m_peak);
+        m_peak.reset();
+    }
+    return m_level;
 }
 
 // Runs in a streaming thread, as all that follows.
@@ -79,6 +101,34 @@ GstPadProbeReturn SampleGate::onBuffer(GstPad *, GstPadProbeInfo *info, gpointer
 GstPadProbeReturn SampleGate::onEvent(GstPad *, GstPadProbeInfo *info, gpointer self)
 {
     return static_cast<SampleGate *>(self)->pass(GST_PAD_PROBE_INFO_EVENT(info), info);
+}
+
+GstPadProbeReturn SampleGate::onInput(GstPad *, GstPadProbeInfo *info, gpointer self)
+{
+    if (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_EOS) {
+        static_cast<SampleGate *>(self)->fill();
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+/** Appends the silence that drives the last samples out of the encoder. */
+void SampleGate::fill()
+{
+    GstBuffer *silence = nullptr;
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto block = static_cast<uint64_t>(m_latency.block);
+        if (block == 0 || m_frames == 0) {
+            return;
+        }
+        const uint64_t needed = m_frames + static_cast<uint64_t>(m_latency.delay) + block - 1;
+        const uint64_t frames = needed - needed % block - m_frames;
+        silence = gst_buffer_new_allocate(nullptr, frames * m_spec.frameSize(), nullptr);
+        gst_buffer_memset(silence, 0, 0, frames * m_spec.frameSize());
+        stamp(silence, frames);
+        m_isFilling = true;
+    }
+    gst_pad_push(m_pad.get(), silence);
 }
 
 GstPadProbeReturn SampleGate::pass(GstEvent *event, GstPadProbeInfo *info)
@@ -113,6 +163,9 @@ GstPadProbeReturn SampleGate::pass(GstEvent *event, GstPadProbeInfo *info)
 GstPadProbeReturn SampleGate::pass(GstPadProbeInfo *info)
 {
     const std::lock_guard lock(m_mutex);
+    if (std::exchange(m_isFilling, false)) {
+        return GST_PAD_PROBE_OK;
+    }
     GstBuffer *buffer = gst_buffer_make_writable(GST_PAD_PROBE_INFO_BUFFER(info));
     GST_PAD_PROBE_INFO_DATA(info) = buffer;
     GstMapInfo map;
@@ -132,27 +185,47 @@ GstPadProbeReturn SampleGate::pass(GstPadProbeInfo *info)
         keep(samples, count);
     }
     gst_buffer_unmap(buffer, &map);
-    if (!m_isOpen) {
+    const uint64_t frames = m_isOpen ? allowed(map.size / m_spec.frameSize()) : 0;
+    if (frames == 0) {
         return GST_PAD_PROBE_DROP;
     }
+    gst_buffer_set_size(buffer, static_cast<gssize>(frames * m_spec.frameSize()));
+    stamp(buffer, frames);
+    m_frames += frames;
+    return GST_PAD_PROBE_OK;
+}
+
+/** How many of so many frames still pass. */
+uint64_t SampleGate::allowed(uint64_t frames) const
+{
+    if (m_limit == 0) {
+        return frames;
+    }
+    const uint64_t all = gst_util_uint64_scale_ceil(m_limit, static_cast<guint64>(m_spec.rate), 1000);
+    return std::min(frames, all - std::min(all, m_frames));
+}
+
+/** Gives a buffer of so many frames its place behind what has passed. */
+void SampleGate::stamp(GstBuffer *buffer, uint64_t frames) const
+{
     const auto rate = static_cast<uint64_t>(m_spec.rate);
-    const uint64_t end = m_frames + map.size / m_spec.frameSize();
-    GST_BUFFER_PTS(buffer) = gst_util_uint64_scale_int(m_frames, GST_SECOND, m_spec.rate);
+    const uint64_t end = m_frames + frames;
+    GST_BUFFER_PTS(buffer) = gst_util_uint64_scale(m_frames, GST_SECOND, rate);
     GST_BUFFER_DURATION(buffer) = gst_util_uint64_scale(end, GST_SECOND, rate) - GST_BUFFER_PTS(buffer);
     GST_BUFFER_DTS(buffer) = GST_CLOCK_TIME_NONE;
     GST_BUFFER_OFFSET(buffer) = m_frames;
     GST_BUFFER_OFFSET_END(buffer) = end;
     GST_BUFFER_FLAG_UNSET(buffer, GST_BUFFER_FLAG_DISCONT);
     GST_BUFFER_FLAG_UNSET(buffer, GST_BUFFER_FLAG_RESYNC);
-    m_frames = end;
-    return GST_PAD_PROBE_OK;
 }
 
 void SampleGate::measure(const int16_t *samples, size_t count)
 {
+    int peak = m_peak.value_or(0);
     for (size_t i = 0; i < count; ++i) {
-        m_peak = std::max(m_peak, std::abs(static_cast<int>(samples[i])));
+        peak = std::max(peak, std::abs(static_cast<int>(samples[i])));
     }
+    m_peak = peak;
 }
 
 void SampleGate::keep(const int16_t *samples, size_t count)

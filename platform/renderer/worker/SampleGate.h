@@ -3,9 +3,11 @@
 #include "Gst.h"
 #include "WavHeader.h"
 
+#include <renderer/common/RecordingFormat.h>
+
 #include <cstdint>
-#include <functional>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace voro::renderer {
@@ -19,13 +21,15 @@ public:
     /** The element message that the first samples post, whether they pass or not. */
     static constexpr char FirstMessage[] = "voro-first-samples";
 
-    /** Stands at the source pad of an element. */
-    explicit SampleGate(GstElement *element);
+    /** Stands at the source pad of an element. At the end it fills up what an encoder of that latency needs. */
+    SampleGate(GstElement *element, RecordingFormat::Latency latency);
     ~SampleGate();
     SampleGate(const SampleGate &) = delete;
     SampleGate &operator=(const SampleGate &) = delete;
 
     void setOpen(bool isOpen);
+    /** Lets so many milliseconds pass and nothing more; 0 for any length. */
+    void setLimit(unsigned milliseconds);
     /** Begins a new stream, while no samples come. */
     void reset(bool isOpen);
     /** Ends the stream: nothing passes any more. */
@@ -33,19 +37,28 @@ public:
 
     /** How much passed, in milliseconds. */
     int64_t position() const;
-    /** The peak since the last call: 0 at -60 dBFS or less, 100 at 0 dBFS. */
+    /** Likewise in samples of each channel. */
+    uint64_t frames() const;
+    /** The peak since the last call, or the former one when nothing came since: 0 at -60 dBFS or less, 100 at
+        0 dBFS. */
     int takeLevel();
 
 private:
     static GstPadProbeReturn onBuffer(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     static GstPadProbeReturn onEvent(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    static GstPadProbeReturn onInput(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     GstPadProbeReturn pass(GstPadProbeInfo *info);
     GstPadProbeReturn pass(GstEvent *event, GstPadProbeInfo *info);
+    void fill();
+    uint64_t allowed(uint64_t frames) const;
+    void stamp(GstBuffer *buffer, uint64_t frames) const;
     void measure(const int16_t *samples, size_t count);
     void keep(const int16_t *samples, size_t count);
     void blend(int16_t *samples, size_t count);
 
     GstElement *m_element;
+    const RecordingFormat::Latency m_latency;
+    Owned<GstPad> m_input;
     Owned<GstPad> m_pad;
 
     mutable std::mutex m_mutex;
@@ -53,8 +66,12 @@ private:
     bool m_isOpen = false;
     bool m_isFirst = true;
     bool m_hasSegment = false;
+    /** What comes is the silence that fills up the end. */
+    bool m_isFilling = false;
     uint64_t m_frames = 0;
-    int m_peak = 0;
+    uint64_t m_limit = 0;
+    std::optional<int> m_peak;
+    int m_level = 0;
     /** The first samples that were dropped since it was closed. */
     std::vector<int16_t> m_tail;
     /** How many of them were blended with what came after the cut. */

@@ -67,6 +67,8 @@ void tst_Queue::initTestCase()
     encode("g.ogg", "0.3");
     write("two.ogg", content("e.ogg") + content("g.ogg"));
     encode("f.mp3", "0.7");
+    // The encoder that GStreamer knows by its name.
+    write("f.mp3", content("f.mp3").replace("Lavc", "LAME"));
     encode("long.wav", "3.2");
     encode("percent%41.wav", "6.4");
     write("broken.wav", QByteArray(5000, 'x'));

@@ -3,6 +3,7 @@
 #include <QtTest/QtTest>
 
 #include <renderer/service/AudioInput.h>
+#include <renderer/worker/Mp3Header.h>
 #include <renderer/worker/WavHeader.h>
 
 using namespace voro::renderer;
@@ -33,6 +34,8 @@ class tst_RecordingParts : public QObject {
 private Q_SLOTS:
     void wavHeader_tellsSizes_data();
     void wavHeader_tellsSizes();
+    void mp3Header_knowsThePlaces_data();
+    void mp3Header_knowsThePlaces();
     void role_isTheHandles_elseTheTypes_data();
     void role_isTheHandles_elseTheTypes();
 };
@@ -65,6 +68,37 @@ void tst_RecordingParts::wavHeader_tellsSizes()
     QCOMPARE(number(header, 64, 4), static_cast<uint64_t>(192'000));
     QCOMPARE(text(header, 72), QByteArray("data"));
     QCOMPARE(number(header, 76, 4), isLarge ? Most : size);
+}
+
+void tst_RecordingParts::mp3Header_knowsThePlaces_data()
+{
+    QTest::addColumn<int>("frames");
+    QTest::newRow("one") << 1;
+    QTest::newRow("a second") << 38;
+    QTest::newRow("the last whole table") << 1'000;
+    QTest::newRow("an hour") << 137'813;
+}
+
+// The second half of the frames has three times the size of the first.
+void tst_RecordingParts::mp3Header_knowsThePlaces()
+{
+    QFETCH(const int, frames);
+    constexpr std::array<uint8_t, 4> First{0xff, 0xfb, 0x90, 0x64};
+    constexpr size_t Table = 52;
+    Mp3Header header;
+    header.begin(First);
+    for (int i = 0; i < frames; ++i) {
+        header.add(2 * i < frames ? 200 : 600);
+    }
+    const std::vector<uint8_t> bytes = header.bytes(Mp3Header::Unknown, 576);
+    QCOMPARE(static_cast<int>(bytes[45] << 16 | bytes[46] << 8 | bytes[47]), frames);
+    const auto exact = [&](int percent) { return percent <= 50 ? percent * 1.28 : 64 + (percent - 50) * 3.84; };
+    for (int percent = 0; percent < 100 && frames > 1; ++percent) {
+        // A frame's and the head's share, and what a table of at most a thousand places rounds off.
+        const double slack = 2 + 256.0 * 600 / (400.0 * frames) + 256 * 209 / (400.0 * frames);
+        QVERIFY2(std::abs(bytes[Table + static_cast<size_t>(percent)] - exact(percent)) <= slack,
+                 qPrintable(QString::number(percent)));
+    }
 }
 
 void tst_RecordingParts::role_isTheHandles_elseTheTypes_data()
