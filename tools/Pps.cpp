@@ -1,6 +1,7 @@
 // voro pps: looks into PPS objects and writes to them, for people who debug and for tests.
 
 #include "Command.h"
+#include "Folders.h"
 #include "Output.h"
 #include "StopSignals.h"
 
@@ -81,21 +82,9 @@ ExitStatus list(const QByteArrayList &operands)
     if (!object.open(PpsOpenMode::Subscribe)) {
         return failed(object);
     }
-    // A long list comes in several reads.
-    for (;;) {
-        bool ok = false;
-        const QByteArray data = object.read(&ok);
-        if (!ok) {
-            return failed(object);
-        }
-        if (data.isEmpty()) {
-            return Success;
-        }
-        const QVariantMap entries = PpsObject::decode(data).value(QStringLiteral("@.list")).toMap();
-        for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-            print(entry.key().toUtf8() + (entry.value() == QLatin1String("folder") ? "/\n" : "\n"));
-        }
-    }
+    const bool isRead = readFolder(
+        object, [](const QString &name, bool isFolder) { print(name.toUtf8() + (isFolder ? "/\n" : "\n")); });
+    return isRead ? Success : failed(object);
 }
 
 ExitStatus cat(const QByteArrayList &operands)

@@ -1,6 +1,7 @@
 #include "Recording.h"
 
 #include "Display.h"
+#include "Folders.h"
 #include "Output.h"
 #include "SignalPrinter.h"
 #include "StopSignals.h"
@@ -30,9 +31,6 @@ Recording::Recording(RecordingSettings settings) : Session("record"), m_settings
     if (!m_settings.json && TerminalLine::isAvailable()) {
         m_line.emplace();
     }
-    m_end.setSingleShot(true);
-    m_end.setTimerType(Qt::PreciseTimer);
-    connect(&m_end, &QTimer::timeout, this, &Recording::onDue);
     connect(&m_silence, &QTimer::timeout, this, &Recording::checkRenderer);
     m_silence.start(LongestSilence);
     m_time.start();
@@ -62,12 +60,22 @@ bool Recording::begin()
     return error == MediaError::None;
 }
 
+bool Recording::limit() const
+{
+    const QString folder = contextFolder(QStringLiteral("AudioRecorder"));
+    const QString message = QStringLiteral("msg::context_parameters\ndat::maxduration::%1\n").arg(*m_settings.length);
+    return !folder.isEmpty() && PpsObject::sendMessage(folder + QLatin1String("/control"), message) == 0;
+}
+
 MediaError::Type Recording::start()
 {
     if (m_line || m_settings.length) {
         if (const auto error = m_recorder.setStatusInterval(ReportInterval); error != MediaError::None) {
             return error;
         }
+    }
+    if (m_settings.length && !limit()) {
+        return MediaError::Internal;
     }
     m_recorder.setAudioChannelConfiguration(m_settings.channels);
     m_recorder.setOutputUrl(m_settings.file.url);
@@ -154,7 +162,9 @@ void Recording::onDurationChanged(unsigned duration)
 {
     m_duration = std::max(m_duration, duration);
     m_silence.start();
-    scheduleEnd();
+    if (m_settings.length && m_duration >= *m_settings.length) {
+        finish();
+    }
     refresh();
 }
 
@@ -164,7 +174,6 @@ void Recording::onMediaStateChanged(MediaState::Type state)
     if (state == MediaState::Unprepared) {
         finish();
     }
-    scheduleEnd();
     refresh();
 }
 
@@ -172,26 +181,6 @@ void Recording::onError(MediaError::Type error, unsigned)
 {
     fail(QStringLiteral("%1: %2 at %3").arg(m_settings.file.name, enumeratorName(error), timeText(m_duration)));
     finish();
-}
-
-void Recording::scheduleEnd()
-{
-    if (!m_settings.length) {
-        return;
-    }
-    if (m_recorder.mediaState() == MediaState::Started) {
-        m_end.start(int(*m_settings.length - std::min(m_duration, *m_settings.length)));
-    } else {
-        m_end.stop();
-    }
-}
-
-void Recording::onDue()
-{
-    // A source that stalls has given less than the time that went by; the end is scheduled anew when it gives more.
-    if (m_duration + 2 * ReportInterval >= *m_settings.length) {
-        finish();
-    }
 }
 
 qint64 Recording::fileSize() const

@@ -47,9 +47,8 @@ private:
     void togglePause();
     /** Asks for what is the case anyway, which fails when nothing is recorded any more. */
     void checkRenderer();
-    /** Lets the recording end when what is still wanted has been recorded. */
-    void scheduleEnd();
-    void onDue();
+    /** Has the renderer record no more than is wanted; false when it cannot be told. */
+    bool limit() const;
 
     qint64 fileSize() const;
     void refresh();
@@ -59,7 +58,6 @@ private:
     /** The last line of words. */
     QString m_text;
     multimedia::AudioRecorder m_recorder;
-    QTimer m_end;
     /** Runs out when the renderer says nothing for long. */
     QTimer m_silence;
     QElapsedTimer m_time;

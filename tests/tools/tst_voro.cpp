@@ -3,6 +3,9 @@
 #include "Program.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QtEndian>
+
+#include <cmath>
 
 class tst_voro : public QObject {
     Q_OBJECT
@@ -238,8 +241,8 @@ void tst_voro::record_plainOutput_endsWithTheWholeLength_data()
     QTest::addColumn<int>("samplesAtOnce");
     QTest::addColumn<QString>("seconds");
     QTest::addColumn<QByteArray>("summary");
-    QTest::newRow("a steady source") << 441 << "1" << QByteArray("a.wav: 0:01, ");
-    QTest::newRow("a source that gives a second at once") << 44'100 << "1.5" << QByteArray("a.wav: 0:02, ");
+    QTest::newRow("a steady source") << 441 << "0.777" << QByteArray("a.wav: 0:00, ");
+    QTest::newRow("a source that gives a second at once") << 44'100 << "1.5" << QByteArray("a.wav: 0:01, ");
 }
 
 void tst_voro::record_plainOutput_endsWithTheWholeLength()
@@ -253,6 +256,14 @@ void tst_voro::record_plainOutput_endsWithTheWholeLength()
     QCOMPARE(result.status, 0);
     QVERIFY2(lastLine(result.out).startsWith(summary), result.out.constData());
     QVERIFY2(!result.out.contains("paused"), result.out.constData());
+    // To the sample.
+    QFile recording(file);
+    QVERIFY(recording.open(QFile::ReadOnly));
+    const QByteArray head = recording.read(80);
+    const auto rate = qFromLittleEndian<quint32>(head.constData() + 60);
+    const auto frameSize = qFromLittleEndian<quint16>(head.constData() + 68);
+    const auto size = qFromLittleEndian<quint32>(head.constData() + 76);
+    QCOMPARE(size / frameSize, static_cast<quint32>(std::ceil(seconds.toDouble() * rate)));
 }
 
 void tst_voro::pps_write_isSeenByCatAndList()

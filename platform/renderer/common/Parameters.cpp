@@ -55,6 +55,7 @@ struct Rule {
 
 constexpr std::array Rules{
     Rule{Owner::Context, "updateinterval", isBetween<20, MostUnsigned>},
+    Rule{Owner::Context, "maxduration", isBetween<0, MostUnsigned>},
     Rule{Owner::Input, "repeat", isRepeat},
     Rule{Owner::Input, "audioman_handle", isBetween<0, MostUnsigned>},
     Rule{Owner::Input, "audio_type", isAnything},

@@ -203,6 +203,7 @@ std::string Journal::settingLines() const
     const Parameters &sound = audio ? audio->parameters : None;
     std::string lines;
     pps::appendNumber(lines, "interval", m_context.number("updateinterval", DefaultInterval));
+    pps::appendNumber(lines, "maxduration", m_context.number("maxduration", 0));
     pps::appendBool(lines, "audio", audio != nullptr);
     pps::appendNumber(lines, "volume", sound.number("volume", 100));
     pps::appendText(lines, "eq_preset", sound.text("eq_preset"));

@@ -109,6 +109,7 @@ void Commands::openRecorder(const pps::Message &message)
                            .channels = static_cast<int>(message.number("channels")),
                            .role = message.text("recording_role"),
                            .interval = static_cast<guint>(message.number("interval")),
+                           .limit = static_cast<guint>(message.number("maxduration")),
                            .isPaused = message.number("speed") == 0}));
 }
 
@@ -128,6 +129,7 @@ void Commands::record(const std::string &command, const pps::Message &message)
         answer({});
     } else if (command == "set") {
         m_recorder.setInterval(static_cast<guint>(message.number("interval")));
+        m_recorder.setLimit(static_cast<guint>(message.number("maxduration")));
         answer({});
     } else {
         answer({ErrorCode::UnsupportedOperation, "a recording cannot do that"});

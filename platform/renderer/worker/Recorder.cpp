@@ -49,6 +49,7 @@ Result Recorder::open(const Settings &settings)
                                   .ended = [this] { onEnded(); },
                                   .failed = [this](const Result &problem) { onFailed(problem); }},
         source, encoder, *format, settings.channels);
+    m_pipeline->gate().setLimit(settings.limit);
     if (const Result problem = m_pipeline->prepare(); !problem) {
         m_pipeline.reset();
         return problem;
@@ -87,6 +88,11 @@ void Recorder::setInterval(guint interval)
     if (m_statusTimer.isActive()) {
         restartStatusTimer();
     }
+}
+
+void Recorder::setLimit(guint limit)
+{
+    m_pipeline->gate().setLimit(limit);
 }
 
 void Recorder::stop(Answer answer)

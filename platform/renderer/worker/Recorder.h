@@ -20,6 +20,8 @@ public:
         int channels = 0;
         std::string role;
         guint interval = 1000;
+        /** How much is recorded at most, in milliseconds; 0 for any length. */
+        guint limit = 0;
         bool isPaused = false;
     };
 
@@ -31,6 +33,7 @@ public:
     void start(pps::Fd file, Answer answer);
     void setPaused(bool isPaused);
     void setInterval(guint interval);
+    void setLimit(guint limit);
     /** Ends the recording; the answer comes when the file is complete. */
     void stop(Answer answer);
     /** Likewise, and lets go of the source. */

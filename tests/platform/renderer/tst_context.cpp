@@ -358,12 +358,12 @@ void tst_Context::engineIsAsked_data()
         {"seek track:n:1 position:n:700", "seek track:n:1 position:n:800"});
     row("detach", {"input_detach", "input_detach"}, {"close"});
     row("attach again", {"input_attach url::/b.ogg type::playlist"},
-        {"close", "open url::/b.ogg type::playlist speed:n:1000 interval:n:1000 audio:b:false volume:n:100 "
+        {"close", "open url::/b.ogg type::playlist speed:n:1000 interval:n:1000 maxduration:n:0 audio:b:false volume:n:100 "
                   "eq_preset:: autopause:: role:: repeat::"});
     row("crash, seek, play", {"play", "!status position:n:900", "!die", "seek position::1:2500", "play"},
         {"play", "end",
          "open url::/a.ogg type::autolist speed:n:1000 track:n:1 position:n:2500 "
-         "interval:n:1000 audio:b:false volume:n:100 eq_preset:: autopause:: role:: repeat::",
+         "interval:n:1000 maxduration:n:0 audio:b:false volume:n:100 eq_preset:: autopause:: role:: repeat::",
          "play"});
     row("crash, detach", {"!die", "input_detach"}, {"end"});
 }
@@ -398,8 +398,8 @@ void tst_Context::journal_isToldToEveryEngine()
     const QByteArray settings = "eq_preset::jazz autopause:: role:: repeat::all";
     const QByteArray open = "open url::/a.ogg type::autolist ";
     QCOMPARE(toList(stage.takeLog()),
-             (QByteArrayList{open + "speed:n:1000 interval:n:250 audio:b:true volume:n:50 " + settings,
-                             "speed speed:n:500", "set interval:n:250 audio:b:true volume:n:70 " + settings, "play"}));
+             (QByteArrayList{open + "speed:n:1000 interval:n:250 maxduration:n:0 audio:b:true volume:n:50 " + settings,
+                             "speed speed:n:500", "set interval:n:250 maxduration:n:0 audio:b:true volume:n:70 " + settings, "play"}));
 
     stage.step("!status position:n:3333");
     stage.step("!die");
@@ -408,7 +408,7 @@ void tst_Context::journal_isToldToEveryEngine()
     QCOMPARE(
         toList(stage.takeLog()),
         (QByteArrayList{
-            "end", open + "speed:n:500 track:n:1 position:n:3333 interval:n:250 audio:b:true volume:n:70 " + settings,
+            "end", open + "speed:n:500 track:n:1 position:n:3333 interval:n:250 maxduration:n:0 audio:b:true volume:n:70 " + settings,
             "play"}));
     QCOMPARE(stage.engines.started(), 2);
     QVERIFY(stage.engines.isWatched());
