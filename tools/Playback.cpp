@@ -1,7 +1,7 @@
 #include "Playback.h"
 
+#include "Folders.h"
 #include "Output.h"
-#include "SignalPrinter.h"
 #include "StopSignals.h"
 
 #include <multimedia/MetaData.h>
@@ -50,12 +50,13 @@ Playback::Playback(PlaybackSettings settings)
       m_display(m_settings.json ? Display::createSilent() : Display::create())
 {
     connectPlayer();
+    watchSound();
 }
 
 void Playback::connectPlayer()
 {
     if (m_settings.json) {
-        new SignalPrinter(&m_player, voro::print, this);
+        m_printer = new SignalPrinter(&m_player, voro::print, this);
     }
     connect(&m_player, &MediaPlayer::metaDataChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Playback::onState);
@@ -84,6 +85,27 @@ void Playback::connectPlayer()
     connect(&m_player, &MediaPlayer::playbackCompleted, this, &Playback::onEnd, Qt::QueuedConnection);
     connect(&m_player, qOverload<MediaError::Type, unsigned>(&MediaPlayer::error), this, &Playback::onError,
             Qt::QueuedConnection);
+}
+
+/** Warns once when what is played goes into nothing. */
+void Playback::watchSound()
+{
+    m_sound = std::make_unique<PpsObject>(contextFolder(QStringLiteral("MediaPlayer")) + QLatin1String("/audio"));
+    connect(m_sound.get(), &PpsObject::readyRead, this, [this] {
+        bool isRead = false;
+        const QVariantMap objects = PpsObject::decode(m_sound->read(&isRead));
+        const bool isSilent = objects.value(QStringLiteral("@audio")).toMap().value(QStringLiteral("silent")).toBool();
+        if (isRead && !isSilent) {
+            return;
+        }
+        m_sound->close();
+        if (isSilent && m_printer) {
+            m_printer->print("warning", {{"text", QString::fromLatin1(NoSoundServer)}});
+        } else if (isSilent) {
+            report(QString::fromLatin1(NoSoundServer));
+        }
+    });
+    m_sound->open(PpsOpenMode::Subscribe);
 }
 
 bool Playback::begin()

@@ -4,10 +4,12 @@
 #include "Medium.h"
 #include "Publication.h"
 #include "Session.h"
+#include "SignalPrinter.h"
 
 #include <multimedia/EqualizerPreset.h>
 #include <multimedia/MediaPlayer.h>
 #include <multimedia/RepeatMode.h>
+#include <voro/PpsObject.h>
 
 #include <QtCore/QTemporaryDir>
 
@@ -53,6 +55,7 @@ private:
     using Error = multimedia::MediaError;
 
     void connectPlayer();
+    void watchSound();
     Error::Type applySettings();
     /** Complains of files that are not there, and leaves them out when there are others. */
     void omitMissingFiles();
@@ -100,6 +103,10 @@ private:
     const PlaybackSettings m_settings;
     const std::unique_ptr<Display> m_display;
     multimedia::MediaPlayer m_player;
+    /** Of --json. */
+    SignalPrinter *m_printer = nullptr;
+    /** Where the renderer says whether the player is heard. */
+    std::unique_ptr<PpsObject> m_sound;
     std::unique_ptr<Publication> m_publication;
 
     std::vector<Medium> m_media;

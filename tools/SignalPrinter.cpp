@@ -101,6 +101,11 @@ QByteArray SignalPrinter::line(qint64 milliseconds, const QByteArray &name,
     return line + "}\n";
 }
 
+void SignalPrinter::print(const QByteArray &name, const std::vector<std::pair<QByteArray, QVariant>> &arguments) const
+{
+    m_sink(line(m_time.elapsed(), name, arguments));
+}
+
 void SignalPrinter::print(const QMetaMethod &signal, void **arguments) const
 {
     std::vector<std::pair<QByteArray, QVariant>> values;
@@ -108,7 +113,7 @@ void SignalPrinter::print(const QMetaMethod &signal, void **arguments) const
     for (int i = 0; i < signal.parameterCount(); ++i) {
         values.emplace_back(names.at(i), QVariant(signal.parameterMetaType(i), arguments[i + 1]));
     }
-    m_sink(line(m_time.elapsed(), signal.name(), values));
+    print(signal.name(), values);
 }
 
 } // namespace voro

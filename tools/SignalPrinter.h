@@ -26,6 +26,9 @@ public:
     static QByteArray line(qint64 milliseconds, const QByteArray &name,
                            const std::vector<std::pair<QByteArray, QVariant>> &arguments);
 
+    /** Prints something else in the same form. */
+    void print(const QByteArray &name, const std::vector<std::pair<QByteArray, QVariant>> &arguments) const;
+
     /** Receives every signal; the slots are numbers, not functions, and so need no list of the signals. */
     int qt_metacall(QMetaObject::Call call, int id, void **arguments) override;
 

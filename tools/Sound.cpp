@@ -5,6 +5,10 @@
 #include "Output.h"
 
 #include <multimedia/SystemSound.h>
+#include <voro/PpsObject.h>
+
+#include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
 
 namespace voro {
 
@@ -23,8 +27,28 @@ ExitStatus list()
     return Success;
 }
 
+/** Whether the service tells that there is no sound server, which may keep it waiting. */
+bool isSilent(PpsObject &status)
+{
+    constexpr int Patience = 2'000;
+    QEventLoop loop;
+    bool isSilent = false;
+    QObject::connect(&status, &PpsObject::readyRead, &loop, [&] {
+        const QVariantMap objects = PpsObject::decode(status.read());
+        isSilent = objects.value(QStringLiteral("@status")).toMap().value(QStringLiteral("silent")).toBool();
+        loop.quit();
+    });
+    QTimer::singleShot(Patience, &loop, &QEventLoop::quit);
+    loop.exec();
+    return isSilent;
+}
+
 ExitStatus play(SystemSound::Type type)
 {
+    PpsObject status(QStringLiteral("/pps/services/multimedia/sound/status"));
+    status.open(PpsOpenMode::Subscribe);
+    // What became of an earlier sound.
+    status.read();
     LogFilter log([] {});
     const bool isRefused = log.run([type] {
         SystemSound sound;
@@ -34,6 +58,8 @@ ExitStatus play(SystemSound::Type type)
     });
     if (isRefused) {
         complain(QStringLiteral("sound: there is no sound service"));
+    } else if (isSilent(status)) {
+        complain(QStringLiteral("sound: ") + QLatin1String(NoSoundServer));
     }
     return isRefused ? Failure : Success;
 }

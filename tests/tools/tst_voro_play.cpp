@@ -11,6 +11,7 @@ class tst_VoroPlay : public QObject {
 private Q_SLOTS:
     void saysWhatIsWrong_andPlaysTheNext();
     void json_tellsTheWholeStory();
+    void warns_whenThereIsNoSoundServer();
     void doesWhatTheRemoteAsks_andPausesWithoutTheRole();
     void queue_isRepeatedAndShuffled_asTheRemoteAsks();
     void plainOutput_isLines();
@@ -113,6 +114,20 @@ void tst_VoroPlay::json_tellsTheWholeStory()
     QCOMPARE(states, (QStringList{"Prepared", "Started", "Stopped"}));
     QCOMPARE(title, "First Light");
     QCOMPARE(ends, 1);
+}
+
+void tst_VoroPlay::warns_whenThereIsNoSoundServer()
+{
+    Daemon daemon(Daemon::Later);
+    QVERIFY(daemon.start({"PULSE_SERVER=unix:/nonexistent"}));
+    const QByteArray warning = "no sound server answers; playing without sound";
+    const QString sample = QStringLiteral(VORO_SAMPLE_FILE);
+    const Result words = voro({"play", "--start=19500", sample, sample, "--speed=4"});
+    QCOMPARE(words.status, 0);
+    QCOMPARE(words.err, "voro: play: " + warning + '\n');
+    const Result json = voro({"play", "--start=19000", "--json"});
+    QCOMPARE(json.err, QByteArray());
+    QCOMPARE(json.out.count("\"signal\":\"warning\",\"text\":\"" + warning + "\"}\n"), 1);
 }
 
 void tst_VoroPlay::doesWhatTheRemoteAsks_andPausesWithoutTheRole()

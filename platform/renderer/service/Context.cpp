@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <limits>
 #include <utility>
 
@@ -334,7 +335,12 @@ void Context::open(const Journal::Input &input, Engine::Done done)
 {
     m_settings = m_journal.settingLines();
     engine().setFrameQueues(m_journal.frameQueues());
-    engine().ask("open", m_journal.openLines(input, m_speed, m_resume), std::move(done));
+    m_isSilent = false;
+    engine().ask("open", m_journal.openLines(input, m_speed, m_resume),
+                 [this, done = std::move(done)](const Result &result) {
+                     setSilent(m_isSilent);
+                     done(result);
+                 });
 }
 
 void Context::inputDetach(const pps::Message &)
@@ -536,6 +542,14 @@ void Context::setState(State state, const std::optional<Folder::Ending> &ending)
 
 // What the engine says
 
+void Context::setSilent(bool isSilent)
+{
+    m_isSilent = isSilent;
+    if (m_folder.setSilent(isSilent)) {
+        std::fprintf(stderr, "vorod: %s: no sound server answers; playing without sound\n", path().c_str());
+    }
+}
+
 void Context::engineEvent(const pps::Message &event, std::string_view lines)
 {
     const std::string name = event.text("msg");
@@ -553,6 +567,8 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
         m_total = static_cast<unsigned>(std::clamp<int64_t>(event.number("total"), 0, MostTracks));
         m_position.track = static_cast<unsigned>(std::clamp<int64_t>(event.number("current", 1), 1, MostTracks));
         m_folder.setQueue(m_position.track, m_total);
+    } else if (name == "silent") {
+        setSilent(true);
     } else if (name == "speed") {
         m_speed = static_cast<int>(event.number("speed"));
         m_isSpeedTaken = true;

@@ -73,6 +73,7 @@ private:
     void startPlaying();
     void stopPlaying(Engine::Done done);
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
+    void setSilent(bool isSilent);
     void report(const pps::Message &status);
     void end(ErrorCode code, const pps::Message &event);
 
@@ -93,6 +94,8 @@ private:
     State m_state = State::Idle;
     bool m_hasEnded = false;
     int m_speed = 1000;
+    /** Whether the engine told that its medium is not heard. */
+    bool m_isSilent = false;
     /** Whether the engine took another speed than the one that it was asked for. */
     bool m_isSpeedTaken = false;
     unsigned m_total = 0;

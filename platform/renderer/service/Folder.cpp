@@ -4,6 +4,8 @@
 
 #include <pps/Text.h>
 
+#include <utility>
+
 namespace voro::renderer {
 
 using Fence = pps::Broker::Fence;
@@ -104,6 +106,17 @@ void Folder::clearMedium(unsigned track)
     publishQueue(track, 0, Fence::Hold);
     publishStatus(0, "0/100", "idle", NoVolume, Fence::Hold);
     forgetTracks(track, track);
+}
+
+bool Folder::setSilent(bool isSilent)
+{
+    if (std::exchange(m_isSilent, isSilent) == isSilent) {
+        return false;
+    }
+    std::string lines;
+    pps::appendBool(lines, "silent", isSilent);
+    publish("audio", lines);
+    return isSilent;
 }
 
 void Folder::setInput(const Parameters &parameters)

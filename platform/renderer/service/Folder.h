@@ -41,6 +41,9 @@ public:
     void setTrack(unsigned track, std::string_view lines);
     void setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
                    std::string_view volume = NoVolume);
+    /** Whether it plays into nothing, because no sound server answers; shown from the first time on. True when that is
+        new. */
+    bool setSilent(bool isSilent);
     /** Input parameters; written only when they are others than before. */
     void setInput(const Parameters &parameters);
     /** Parameters of a track, likewise. */
@@ -61,6 +64,7 @@ private:
 
     pps::Broker &m_broker;
     std::string m_path;
+    bool m_isSilent = false;
     Parameters m_input;
     /** The tracks that are shown. */
     std::set<unsigned> m_tracks;

@@ -182,6 +182,7 @@ void AudioBin::addSink(bool isAudible)
     GstElement *configured = isAudible ? configuredBin("VORO_AUDIO_SINK") : nullptr;
     m_sink = configured ? adapted(configured) : isAudible ? serverSink() : nullptr;
     m_isServerSink = m_sink && !configured;
+    m_isSilent = isAudible && !m_sink;
     if (!m_sink) {
         m_sink = silentSink();
     }

@@ -34,6 +34,8 @@ public:
     /** Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
         then. */
     bool hasLostServer() const;
+    /** Whether it plays into nothing because no sound server answers. */
+    bool isSilent() const { return m_isSilent; }
     /** Has the bin, which must not be in use, get another sink next time. */
     void removeSink();
     /** Does so when the connection broke. */
@@ -77,6 +79,7 @@ private:
     Owned<GstCaps> m_format;
     GstElement *m_sink = nullptr;
     bool m_isServerSink = false;
+    bool m_isSilent = false;
     Owned<GstPad> m_gate;
     Owned<GstPad> m_input;
     /** What can be put in, whichever the sink is. */

@@ -624,6 +624,9 @@ void Player::reportTrack()
 
 void Player::reportCurrent()
 {
+    if (m_pipeline.audio().isSilent()) {
+        m_reports.silent();
+    }
     reportTrack();
     m_reports.neighbours(m_queue);
     m_reports.queue(m_queue.current(), m_queue.total());

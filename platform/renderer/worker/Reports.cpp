@@ -77,6 +77,11 @@ void Reports::status(int64_t position, int bufferLevel, const char *bufferStatus
     m_send(lines);
 }
 
+void Reports::silent()
+{
+    m_send(event("silent"));
+}
+
 void Reports::speed(int speed)
 {
     std::string lines = event("speed");

@@ -27,6 +27,8 @@ public:
     /** Tells of the tracks near the current one what their list says, until they are looked at. */
     void neighbours(const Queue &queue);
     void status(int64_t position, int bufferLevel, const char *bufferStatus, int volume = 0);
+    /** What is opened plays into nothing, because no sound server answers. */
+    void silent();
     /** The speed became another one without having been asked for. */
     void speed(int speed);
     void ended(unsigned track, int64_t position);

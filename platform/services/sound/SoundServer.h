@@ -19,6 +19,9 @@ public:
         Play,
     };
 
+    /** The problem that no server answers. */
+    static constexpr std::string_view NoServer = "no sound server answers";
+
     virtual ~SoundServer() = default;
     /** Waits for the server. The result is empty, or a problem for people that stays valid. */
     virtual std::string_view perform(Action action, const Sound &sound) = 0;

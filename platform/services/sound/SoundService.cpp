@@ -2,13 +2,17 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <pps/Text.h>
 #include <services/common/Request.h>
+
+#include <cstdio>
 
 namespace voro::sound {
 
 namespace {
 
 constexpr std::string_view ControlPath = "/pps/services/multimedia/sound/control";
+constexpr std::string_view StatusPath = "/pps/services/multimedia/sound/status";
 
 std::string soundsFolder()
 {
@@ -41,14 +45,32 @@ void SoundService::clientMessage(pps::ClientId client, std::string_view text)
         return;
     }
     const auto done = [this, client, command = request.command](std::string_view problem) {
-        if (!problem.empty()) {
-            QMetaObject::invokeMethod(
-                &m_context, [this, client, command, problem] { fail(client, command, problem); }, Qt::QueuedConnection);
-        }
+        QMetaObject::invokeMethod(
+            &m_context,
+            [this, client, command, problem] {
+                report(problem);
+                if (!problem.empty()) {
+                    fail(client, command, problem);
+                }
+            },
+            Qt::QueuedConnection);
     };
     if (!m_player.perform(isPlay ? Player::Action::Play : Player::Action::Prepare, *sound, done)) {
         fail(client, request.command, "too many sounds wait");
     }
+}
+
+/** Shows how the last sound went: who only asks to play is told nothing. */
+void SoundService::report(std::string_view problem)
+{
+    const bool isSilent = problem == SoundServer::NoServer;
+    if (isSilent && !m_isSilent) {
+        std::fprintf(stderr, "vorod: no sound server answers; playing without sound\n");
+    }
+    m_isSilent = isSilent;
+    std::string status = "*@status\n";
+    pps::appendBool(status, "silent", isSilent);
+    m_broker.publish(StatusPath, status);
 }
 
 void SoundService::fail(pps::ClientId client, const std::string &command, std::string_view problem)

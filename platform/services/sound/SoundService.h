@@ -21,9 +21,12 @@ private:
     void clientMessage(pps::ClientId client, std::string_view text) override;
     void clientClosed(pps::ClientId) override {}
 
+    void report(std::string_view problem);
     void fail(pps::ClientId client, const std::string &command, std::string_view problem);
 
     pps::Broker &m_broker;
+    /** Whether the last sound found no sound server. */
+    bool m_isSilent = false;
     /** What the player's thread reports is told in the thread of this. */
     QObject m_context;
     Player m_player;

@@ -5,9 +5,11 @@ namespace voro::sound {
 std::string_view CanberraServer::perform(Action action, const Sound &sound)
 {
     int error = CA_ERROR_NOTAVAILABLE;
+    bool isConnected = false;
     // A server that went shows only when it is asked.
     for (int attempt = 0; attempt < 2; ++attempt) {
         error = m_context ? CA_SUCCESS : connect();
+        isConnected = error == CA_SUCCESS;
         if (error == CA_SUCCESS) {
             error = tryEach(action, sound);
         }
@@ -16,7 +18,10 @@ std::string_view CanberraServer::perform(Action action, const Sound &sound)
         }
         m_context.reset();
     }
-    return error == CA_SUCCESS ? std::string_view() : ca_strerror(error);
+    if (error == CA_SUCCESS) {
+        return {};
+    }
+    return isConnected ? ca_strerror(error) : NoServer;
 }
 
 int CanberraServer::connect()
