@@ -2,10 +2,14 @@
 
 namespace voro::renderer {
 
-/** Gives up privileges, core dumps and more memory than a medium can need. For the very beginning. */
+/** Gives up privileges, core dumps and more memory and descriptors than a medium can need. For the very beginning. */
 void restrictProcess();
-/** From now on this thread, and those that it starts, write to no file but devices. Sinks and sources that the
-    environment describes may need to write, so there is no such rule with them. */
-void forbidWriting();
+
+/**
+ * From now on this process starts no programs or processes, changes no files, accepts no connections and signals nobody. What
+ * sinks and sources need that the environment describes is left to it, and the log says so. To be called before there are
+ * other threads.
+ */
+void confineProcess();
 
 } // namespace voro::renderer

@@ -17,7 +17,7 @@ int main(int argc, char **argv)
     }
     restrictProcess();
     startGStreamer();
-    forbidWriting();
+    confineProcess();
     warmUp();
     Commands commands;
     if (!commands.start()) {
