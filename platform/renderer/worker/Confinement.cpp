@@ -57,6 +57,10 @@ bool limitFiles(const OwnElements &elements)
         landlock.allow("/dev", Landlock::Access::Control);
     }
     landlock.allowConnections();
+    if (std::getenv("DISPLAY")) {
+        // The client library of the X server gives up when it may not try the server's abstract name.
+        landlock.allowAbstractSockets();
+    }
     return landlock.enforce();
 }
 

@@ -45,6 +45,9 @@ void tst_Confinement::workerThatWasTakenOver_canDoNothing()
     QVERIFY(server >= 0);
 
     QProcess probe;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("DISPLAY");
+    probe.setProcessEnvironment(environment);
     probe.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     probe.start(QStringLiteral(CONFINED_PROBE), {folder.path(), "file"});
     QVERIFY(probe.waitForFinished());
