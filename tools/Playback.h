@@ -85,8 +85,8 @@ private:
     /** Opens the queue in its present order and goes on where it was. */
     Error::Type reopen(unsigned track, unsigned position);
 
-    /** Whether the tracks of the queue are the media given. */
-    bool isKnown() const { return trackCount() == m_media.size(); }
+    /** Whether the tracks of the queue are the media given. The present track may be told of before their number is. */
+    bool isKnown() const { return trackCount() == m_media.size() && m_player.track() <= m_media.size(); }
     bool canShuffle() const { return isKnown() && m_media.size() > 1; }
     unsigned trackCount() const { return std::max(m_player.trackCount(), 1U); }
     bool hasNext() const;

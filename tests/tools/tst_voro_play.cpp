@@ -211,6 +211,15 @@ void tst_VoroPlay::plainOutput_isLines()
     QVERIFY2(several.out.contains("track 1 of 2\n"), several.out.constData());
     QVERIFY2(several.out.contains("speed 4\n"), several.out.constData());
     QVERIFY2(several.out.contains("track 2 of 2\n"), several.out.constData());
+
+    // The first track that plays is told of before their number is.
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write(QByteArray("none.ogg\n").repeated(60) + VORO_SAMPLE_FILE "\n");
+    file.close();
+    const Result last = voro({"play", list, "--speed=4"});
+    QCOMPARE(last.status, 1);
+    QVERIFY2(last.out.contains("track 61 of 61\n"), last.out.constData());
+    QVERIFY2(last.err.contains("track 60: passed over\n"), last.err.constData());
 }
 
 void tst_VoroPlay::keys_workOnTerminal()
