@@ -197,14 +197,19 @@ MediaError::Type MediaPlayer::setSpeed(double speed)
     }
     MediaPlayerPrivate *const self = d;
     const MediaState::Type state = self->m_mediaState;
+    const auto become = [&](MediaState::Type next) {
+        self->onMmrSpeedChanged(rate);
+        // Otherwise a slot has given another command, whose state holds.
+        if (self->m_mediaState == (state == MediaState::Prepared ? state : next)) {
+            self->setMediaState(next);
+        }
+    };
     if (state == MediaState::Paused && rate != MmrContextNotifier::s_PausedPlaybackSpeed) {
         self->m_notifier->forgetHold();
-        self->onMmrSpeedChanged(rate);
-        self->setMediaState(MediaState::Started);
+        become(MediaState::Started);
     } else if ((state == MediaState::Prepared || state == MediaState::Started)
                && rate == MmrContextNotifier::s_PausedPlaybackSpeed) {
-        self->onMmrSpeedChanged(rate);
-        self->setMediaState(MediaState::Paused);
+        become(MediaState::Paused);
     }
     return MediaError::None;
 }

@@ -204,12 +204,16 @@ void MmrContextNotifier::onReadyRead()
         return;
     }
     DEBUG_LINE << objects;
+    const unsigned int stateReads = m_stateReads;
     // A slot may have ended the context.
     for (auto entry = objects.begin(); entry != objects.end() && m_context; ++entry) {
-        if (entry.key() == QLatin1String("@state") && object != m_allObject) {
-            onPpsError(entry->toMap());
-        } else {
+        if (entry.key() != QLatin1String("@state")) {
             dispatch(entry.key(), *entry);
+        } else if (object != m_allObject) {
+            onPpsError(entry->toMap());
+        } else if (m_stateReads == stateReads) {
+            // Otherwise a newer state has been read in a slot's event loop.
+            onPpsStateChanged(entry->toMap());
         }
     }
 }
@@ -220,8 +224,6 @@ void MmrContextNotifier::dispatch(const QString &key, const voro::PpsAttribute &
         onPpsInputParametersChanged(object.toMap());
     } else if (key == QLatin1String("@play-queue")) {
         onPpsPlayQueueChanged(object.toMap());
-    } else if (key == QLatin1String("@state")) {
-        onPpsStateChanged(object.toMap());
     } else if (key == QLatin1String("@status")) {
         onPpsStatusChanged(object.toMap());
     } else if (key == QStringLiteral("@q%1").arg(m_track)) {
@@ -242,7 +244,7 @@ void MmrContextNotifier::onPpsStateChanged(const Attributes &map)
     const int speed = map.value(QStringLiteral("speed")).toInt();
     // Stored before it is emitted: a slot may end the playing, or run an event loop that reads the next state.
     const unsigned int read = ++m_stateReads;
-    if (replace(m_state, state)) {
+    if (replace(m_state, std::optional(state))) {
         reportState(tracer, state, speed, map.contains(QStringLiteral("error")));
         m_isIdle = m_state == QLatin1String("idle");
     }
@@ -256,7 +258,7 @@ void MmrContextNotifier::onPpsStateChanged(const Attributes &map)
 void MmrContextNotifier::forgetPlaying()
 {
     if (m_state == QLatin1String("playing")) {
-        m_state.clear();
+        m_state.reset();
     }
 }
 

@@ -133,7 +133,8 @@ private:
     QMap<unsigned int, QVariantMap> m_trackParameters;
     /** Empty when a hold was forgotten. */
     std::optional<int> m_speed = s_NormalPlaybackSpeed;
-    QString m_state;
+    /** Empty when playing was forgotten. */
+    std::optional<QString> m_state = QString();
     /** Whether the renderer is known to be idle; not yet in the slots of idle(). */
     bool m_isIdle = false;
     /** Counts the states that were read. */

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <memory>
+#include <utility>
 
 using namespace voro::multimedia;
 
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void report() { tryPlayerRow(); }
 
     void playback_isFollowed_throughTheRenderersObjects();
+    void commandInASlot_holds();
     void construction_makesANamedContext_andDestructionRemovesIt();
     void inputCandidates_followTheKindOfUrl_data();
     void inputCandidates_followTheKindOfUrl();
@@ -288,6 +290,22 @@ void MediaPlayerTest::playback_isFollowed_throughTheRenderersObjects()
              "seekableChanged(true); metaDataChanged(QMap((duration, QVariant(int, 900))(seekable, QVariant(bool, "
              "true))(uri, QVariant(QString, /music/a.ogg)))); positionChanged(70); positionChanged(uint 70); "
              "bufferStatusChanged(Playing); mediaStateChanged(Stopped); playbackCompleted()");
+}
+
+void MediaPlayerTest::commandInASlot_holds()
+{
+    PlayerFixture f;
+    started(f);
+    f.trace.clear();
+    bool isDone = false;
+    f.emitted.setThen([&] {
+        if (!std::exchange(isDone, true)) {
+            QCOMPARE(f.media.play(), MediaError::None);
+        }
+    });
+    QCOMPARE(f.media.pause(), MediaError::None);
+    QCOMPARE(f.media.mediaState(), MediaState::Started);
+    QCOMPARE(f.trace.filter("mmr_"), (QStringList{"mmr_speed_set 0", "mmr_speed_set 1000"}));
 }
 
 void MediaPlayerTest::construction_makesANamedContext_andDestructionRemovesIt()

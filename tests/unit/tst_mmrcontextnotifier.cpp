@@ -195,6 +195,21 @@ void MmrContextNotifierTest::state_isReportedAnew_onceItWasForgotten()
                                    "speedChanged(0)"}));
     f.publish(playing);
     QCOMPARE(f.trace.mid(6), QStringList("speedChanged(1000)"));
+
+    // Of two objects that were read together, the second is the older state by the time of its turn.
+    f.trace.clear();
+    thenOnce([&] { f.publish(stopped); });
+    f.broker.publish(f.folder, QStringLiteral("q1 md_title_duration:n:900"));
+    f.publish(held);
+    QCOMPARE(f.trace.mid(0, 2), (QStringList{"durationChanged(900)", "stopped()"}));
+    QVERIFY(f.trace.size() == 3 && f.trace.last().startsWith(QLatin1String("metaDataChanged(")));
+
+    // What has no state is no playing either.
+    f.publish(playing);
+    f.notifier.forgetPlaying();
+    f.trace.clear();
+    f.publish(QStringLiteral("state -state speed:n:1000"));
+    QCOMPARE(f.trace, QStringList("idle()"));
 }
 
 void MmrContextNotifierTest::status_data()
