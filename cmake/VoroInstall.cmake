@@ -3,15 +3,35 @@
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/VoroMultimedia)
+set(module_dir "")
+if(VORO_QML)
+  set(module_dir ${VORO_QML_DIR})
+endif()
 configure_package_config_file(cmake/VoroMultimediaConfig.cmake.in VoroMultimediaConfig.cmake
-  INSTALL_DESTINATION ${package_dir})
+  INSTALL_DESTINATION ${package_dir} PATH_VARS module_dir)
 write_basic_package_version_file(VoroMultimediaConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/VoroMultimediaConfig.cmake ${PROJECT_BINARY_DIR}/VoroMultimediaConfigVersion.cmake
   DESTINATION ${package_dir})
 install(EXPORT VoroMultimediaTargets NAMESPACE Voro:: DESTINATION ${package_dir})
 
-configure_file(cmake/voromultimedia.pc.in voromultimedia.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/voromultimedia.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+# The files for pkg-config find everything from where they are, so that an installation may be moved.
+set(VORO_PLACE_PKGCONFIG ${VORO_PLACE_LIB}/pkgconfig)
+voro_way(way_to_prefix PKGCONFIG PREFIX)
+foreach(place LIB INCLUDE QML)
+  voro_way(way_to_${place} PREFIX ${place})
+endforeach()
+foreach(name voromultimedia voroplatform)
+  configure_file(cmake/${name}.pc.in ${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()
 
-configure_file(packaging/systemd/vorod.service.in vorod.service @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/vorod.service packaging/systemd/vorod.socket DESTINATION lib/systemd/user)
+# The unit names the daemon's place as it is when it is installed: the prefix may be another one by then.
+cmake_path(IS_RELATIVE CMAKE_INSTALL_LIBEXECDIR helpers_are_below)
+if(helpers_are_below)
+  set(helpers "\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBEXECDIR}")
+else()
+  set(helpers ${CMAKE_INSTALL_LIBEXECDIR})
+endif()
+install(CODE "set(VORO_HELPERS \"${helpers}\")
+configure_file(\"${PROJECT_SOURCE_DIR}/packaging/systemd/vorod.service.in\" \"${PROJECT_BINARY_DIR}/vorod.service\" @ONLY)")
+install(FILES ${PROJECT_BINARY_DIR}/vorod.service packaging/systemd/vorod.socket DESTINATION ${VORO_SYSTEMD_USER_DIR})

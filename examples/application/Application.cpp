@@ -63,8 +63,7 @@ QString read(const QStringList &arguments, const Description &description, QVari
 bool show(QQmlApplicationEngine &engine, const QString &uri, const QVariantMap &properties)
 {
     engine.addImportPath(QStringLiteral("qrc:/"));
-    // Beside the program, as in the build tree; an installation of the system has the module where Qt looks anyway.
-    engine.addImportPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/qml"));
+    engine.addImportPath(QCoreApplication::applicationDirPath() + QStringLiteral("/" VORO_QML_MODULES));
     engine.setInitialProperties(properties);
     engine.load(QUrl(QStringLiteral("qrc:/%1/Main.qml").arg(QString(uri).replace(QLatin1Char('.'), QLatin1Char('/')))));
     return !engine.rootObjects().isEmpty();

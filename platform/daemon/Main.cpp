@@ -130,6 +130,12 @@ int main(int argc, char **argv)
     case voro::Socket::Outcome::Failed:
         return complain(problem, 1);
     }
+    if (!options->background) {
+        std::fprintf(stderr,
+                     "vorod " VORO_VERSION " serves multimedia in %s until it is stopped; applications start it by "
+                     "themselves\n",
+                     folder.c_str());
+    }
     stopOnSignals();
     raiseDescriptorLimit();
     return serve(argc, argv, folder, socket.release(), background, options->idleExit);

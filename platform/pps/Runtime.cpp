@@ -49,7 +49,7 @@ std::optional<std::string> folderOf(const char *file)
                : std::nullopt;
 }
 
-// The daemon beside the library or program that this code is in.
+// The daemon of the installation or build tree of the library or program that this code is in.
 std::string daemonProgram()
 {
     static const char anchor = 0;
@@ -57,10 +57,9 @@ std::string daemonProgram()
     const bool known = dladdr(&anchor, &info) != 0 && info.dli_fname;
     for (const char *file : {known ? info.dli_fname : "", "/proc/self/exe"}) {
         const auto folder = folderOf(file);
-        for (const char *way : {"/../bin/vorod", "/../../bin/vorod", "/vorod"}) {
-            if (folder && access((*folder + way).c_str(), X_OK) == 0) {
-                return *folder + way;
-            }
+        if (const std::string daemon = folder.value_or("") + "/" VORO_DAEMON;
+            folder && access(daemon.c_str(), X_OK) == 0) {
+            return daemon;
         }
     }
     return {};

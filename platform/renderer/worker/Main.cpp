@@ -2,18 +2,46 @@
 #include "Confinement.h"
 #include "Setup.h"
 
+#include <renderer/common/Protocol.h>
+#include <sys/socket.h>
+
 #include <cstdio>
 #include <string_view>
+
+namespace {
+
+constexpr char What[] =
+    "voro-renderer plays and records for the daemon vorod, which starts it; by itself it does nothing\n";
+
+/** Whether there is a daemon at the other end. */
+bool isWorker()
+{
+    int type = 0;
+    socklen_t size = sizeof type;
+    return getsockopt(voro::renderer::WorkerSocket, SOL_SOCKET, SO_TYPE, &type, &size) == 0 && type == SOCK_SEQPACKET;
+}
+
+int answer(std::string_view argument)
+{
+    if (argument == "--version" || argument == "--help") {
+        std::fputs(argument == "--help" ? What : "voro-renderer " VORO_VERSION "\n", stdout);
+        return 0;
+    }
+    std::fprintf(stderr, "voro-renderer: unexpected argument: %s\n", argument.data());
+    return 2;
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
     using namespace voro::renderer;
     if (argc > 1) {
-        const bool isVersion = std::string_view(argv[1]) == "--version";
-        std::fprintf(isVersion ? stdout : stderr, isVersion
-                                                      ? "voro-renderer " VORO_VERSION "\n"
-                                                      : "voro-renderer is started by vorod and takes no arguments\n");
-        return isVersion ? 0 : 2;
+        return answer(argv[1]);
+    }
+    if (!isWorker()) {
+        std::fputs(What, stderr);
+        return 1;
     }
     restrictProcess();
     startGStreamer();
@@ -21,7 +49,7 @@ int main(int argc, char **argv)
     warmUp();
     Commands commands;
     if (!commands.start()) {
-        std::fprintf(stderr, "voro-renderer is started by vorod\n");
+        std::fputs("voro-renderer: the daemon does not answer\n", stderr);
         return 1;
     }
     g_main_loop_run(g_main_loop_new(nullptr, FALSE));

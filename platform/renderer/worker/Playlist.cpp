@@ -29,7 +29,7 @@ std::string modulePath()
 {
     const Owned<char> program(g_file_read_link("/proc/self/exe", nullptr));
     const Owned<char> folder(g_path_get_dirname(program.get()));
-    return std::string(folder.get()) + PlaylistModule;
+    return std::string(folder.get()) + "/" VORO_MODULES "/playlist.so";
 }
 
 ReadPlaylist reader()

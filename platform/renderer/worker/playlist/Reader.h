@@ -19,8 +19,6 @@ struct PlaylistListener {
 /** Reads the playlist at a URI without following the playlists in it; relative places start from `base`. */
 using ReadPlaylist = void (*)(const char *uri, const char *base, const PlaylistListener &listener);
 
-/** Where the module is, seen from the worker's folder. */
-inline constexpr char PlaylistModule[] = "/../lib/voro/playlist.so";
 inline constexpr char ReadPlaylistName[] = "voroReadPlaylist";
 
 } // namespace voro::renderer
