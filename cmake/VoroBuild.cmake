@@ -14,6 +14,12 @@ if(VORO_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
 
+# voro_limit_exports(TARGET FILE): a library shows what a linker's version script says.
+function(voro_limit_exports target file)
+  target_link_options(${target} PRIVATE -Wl,--version-script=${CMAKE_CURRENT_SOURCE_DIR}/${file})
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${file})
+endfunction()
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough)
 if(VORO_WERROR)
   add_compile_options(-Werror)
