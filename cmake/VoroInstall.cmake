@@ -35,3 +35,24 @@ endif()
 install(CODE "set(VORO_HELPERS \"${helpers}\")
 configure_file(\"${PROJECT_SOURCE_DIR}/packaging/systemd/vorod.service.in\" \"${PROJECT_BINARY_DIR}/vorod.service\" @ONLY)")
 install(FILES ${PROJECT_BINARY_DIR}/vorod.service packaging/systemd/vorod.socket DESTINATION ${VORO_SYSTEMD_USER_DIR})
+
+# The manual: made of what the programs say, which have to run for it.
+if(NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR)
+  set(programs voro vorod voro-renderer)
+  if(VORO_QML)
+    list(APPEND programs voro-player voro-recorder voro-remote)
+  endif()
+  list(TRANSFORM programs REPLACE "(.+)" "$<TARGET_FILE:\\1>" OUTPUT_VARIABLE files)
+  set(manual ${PROJECT_BINARY_DIR}/manual)
+  set(readme ${PROJECT_SOURCE_DIR}/README.md)
+  add_custom_command(OUTPUT ${manual}.made
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${manual}
+    COMMAND ${CMAKE_COMMAND} -E env "CROSS=${CMAKE_CROSSCOMPILING_EMULATOR}"
+      ${PROJECT_SOURCE_DIR}/packaging/manual.sh ${manual} ${PROJECT_VERSION} ${readme} ${files}
+    COMMAND ${CMAKE_COMMAND} -E touch ${manual}.made
+    DEPENDS ${programs} ${readme} packaging/manual.sh packaging/manual.awk
+    COMMENT "Making the manual"
+    VERBATIM)
+  add_custom_target(voro-manual ALL DEPENDS ${manual}.made)
+  install(DIRECTORY ${manual}/ DESTINATION ${CMAKE_INSTALL_MANDIR})
+endif()
