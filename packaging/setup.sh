@@ -112,3 +112,8 @@ configure() {
 jobs_at_once() {
     getconf _NPROCESSORS_ONLN
 }
+
+# project_version: CMakeLists.txt is where it is written.
+project_version() {
+    sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt"
+}
