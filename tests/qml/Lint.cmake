@@ -1,4 +1,4 @@
-# Runs qmllint over the QML files of the project and the QML examples of the README; any warning is a failure.
+# Runs qmllint over the QML files of the project and the QML examples of the documents; any warning is a failure.
 # cmake -D QMLLINT=FILE -D SOURCE=DIR -D MODULES=DIR -D IMPORTS=DIR,DIR -D WORK=DIR -P Lint.cmake
 file(GLOB_RECURSE files ${SOURCE}/tests/qml/*.qml)
 
@@ -9,10 +9,13 @@ list(APPEND files ${examples})
 
 file(REMOVE_RECURSE ${WORK})
 include(${CMAKE_CURRENT_LIST_DIR}/../Examples.cmake)
-read_examples(${SOURCE}/README.md qml)
-foreach(number RANGE 1 ${examples})
-  file(WRITE ${WORK}/Readme${number}.qml "${example_${number}}\n")
-  list(APPEND files ${WORK}/Readme${number}.qml)
+foreach(document README docs/guide)
+  read_examples(${SOURCE}/${document}.md qml)
+  cmake_path(GET document FILENAME name)
+  foreach(number RANGE 1 ${examples})
+    file(WRITE ${WORK}/The_${name}${number}.qml "${example_${number}}\n")
+    list(APPEND files ${WORK}/The_${name}${number}.qml)
+  endforeach()
 endforeach()
 
 string(REPLACE "," ";-I;" imports "${IMPORTS}")

@@ -1,12 +1,12 @@
-# Writes the C++ examples of the README into a file, so that they are compiled as they stand there: the whole program,
-# and every piece as a function with the piece's includes before it.
+# Writes the C++ examples of a document into a file, so that they are compiled as they stand there: whole programs and
+# functions, and every piece as a function with the piece's includes before it.
 # cmake -D README=FILE -D OUTPUT=FILE -P ReadmeExample.cmake
 include(${CMAKE_CURRENT_LIST_DIR}/../Examples.cmake)
 read_examples(${README} cpp)
 set(program "")
 foreach(number RANGE 1 ${examples})
   set(example "${example_${number}}")
-  if(NOT example MATCHES "int main")
+  if(NOT example MATCHES "int main|\nvoid ")
     string(REGEX REPLACE "(#include [^\n]*\n)" "" body "${example}")
     string(REGEX MATCHALL "#include [^\n]*\n" includes "${example}")
     list(JOIN includes "" includes)
