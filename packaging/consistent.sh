@@ -32,7 +32,7 @@ same "the versions of CMakeLists.txt and debian/changelog" "$version" "$(sed -n 
 same "the versions of CMakeLists.txt and CHANGELOG.md" "$version" "$(sed -n '/^## /{s/^## \([^ ]*\).*/\1/p;q}' CHANGELOG.md)"
 
 # Debian's builders have a compiler, and no cache for it.
-same "what building needs" "$(packages_of build | grep -vx -e ccache -e g++ | sort -u)" \
+same "what building needs" "$(packages_of build qml | grep -vx -e ccache -e g++ | sort -u)" \
     "$(field libvoromultimedia Build-Depends | names | grep -vx debhelper-compat)"
 
 same "what the reference needs" "$(packages_of reference | sort -u)" \

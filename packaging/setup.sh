@@ -98,14 +98,16 @@ build() {
     exec 9>&-
 }
 
+# configure PRESET: with the options in `options`, which may be more than it was configured with before.
 configure() {
-    if [ -e "$folder/build.ninja" ]; then
+    if [ -e "$folder/build.ninja" ] && grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt"; then
+        [ -n "${options-}" ] && grep -qx "VORO_QML:BOOL=OFF" "$folder/CMakeCache.txt" || return 0
+    elif [ -e "$folder/build.ninja" ]; then
         # A clone that was moved or copied is configured anew.
-        grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt" && return
         rm -rf "$folder/CMakeCache.txt" "$folder/CMakeFiles" "$folder/.built"
     fi
     say "configuring"
-    (cd "$root" && quietly "$folder/configure.log" cmake --preset "$1" 9>&-)
+    (cd "$root" && quietly "$folder/configure.log" cmake --preset "$1" ${options-} 9>&-)
 }
 
 # jobs: how many processes may run at once.
