@@ -30,6 +30,8 @@ field() {
 version=$(project_version)
 same "the versions of CMakeLists.txt and debian/changelog" "$version" "$(sed -n '1s/.*(\(.*\)).*/\1/p' debian/changelog)"
 same "the versions of CMakeLists.txt and CHANGELOG.md" "$version" "$(sed -n '/^## /{s/^## \([^ ]*\).*/\1/p;q}' CHANGELOG.md)"
+same "the versions of CMakeLists.txt and the RPM spec" "$version" \
+    "$(sed -n 's/^Version: *//p' packaging/rpm/libvoromultimedia.spec)"
 
 # Debian's builders have a compiler, and no cache for it.
 same "what building needs" "$(packages_of build qml | grep -vx -e ccache -e g++ | sort -u)" \
