@@ -33,13 +33,13 @@ bool sendPacket(int socket, std::span<const std::byte> packet, int descriptor)
 ssize_t receivePacket(int socket, std::span<std::byte> buffer, Fd &descriptor)
 {
     iovec data{buffer.data(), buffer.size()};
-    // No room for a second one: the kernel closes what does not fit.
     alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))]{};
     msghdr message{};
     message.msg_iov = &data;
     message.msg_iovlen = 1;
     message.msg_control = control;
-    message.msg_controllen = sizeof control;
+    // Without the padding, in which a second one would have room: the kernel closes what does not fit.
+    message.msg_controllen = CMSG_LEN(sizeof(int));
     ssize_t size;
     do {
         size = recvmsg(socket, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);

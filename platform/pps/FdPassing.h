@@ -15,7 +15,7 @@ namespace voro::pps {
 bool sendPacket(int socket, std::span<const std::byte> packet, int descriptor = -1);
 
 /** Receives one packet, without waiting, and the descriptor that came along. Its size, 0 at the end, -1 with errno when
-    there is none. What exceeds the buffer is lost. */
+    there is none. What exceeds the buffer is lost, and so are further descriptors. */
 ssize_t receivePacket(int socket, std::span<std::byte> buffer, Fd &descriptor);
 
 } // namespace voro::pps

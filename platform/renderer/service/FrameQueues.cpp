@@ -3,6 +3,8 @@
 #include "../common/FrameQueue.h"
 #include "SocketPair.h"
 
+#include <QtCore/QTimer>
+
 #include <pps/FdPassing.h>
 #include <pps/Runtime.h>
 #include <sys/socket.h>
@@ -17,6 +19,8 @@ namespace voro::renderer {
 namespace {
 
 constexpr size_t MostViewers = 1024;
+/** Who has not said the name of a queue after so many milliseconds shows nothing. */
+constexpr int LongestSilence = 5'000;
 
 bool isOurUser(int socket)
 {
@@ -62,13 +66,19 @@ void FrameQueues::remove(const std::string &name, const void *worker)
 
 void FrameQueues::accept()
 {
-    pps::Fd socket(accept4(m_listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-    if (!socket.isValid() || !isOurUser(socket.get()) || m_viewers.size() >= MostViewers) {
+    pps::Fd socket;
+    if (!m_acceptor.accept(m_listener.get(), socket) || !socket.isValid() || !isOurUser(socket.get())
+        || m_viewers.size() >= MostViewers) {
         return;
     }
     const int viewer = socket.get();
     auto ready = std::make_unique<QSocketNotifier>(viewer, QSocketNotifier::Read);
     QObject::connect(ready.get(), &QSocketNotifier::activated, [this, viewer] { read(viewer); });
+    QTimer::singleShot(LongestSilence, ready.get(), [this, viewer] {
+        if (m_viewers.at(viewer).name.empty()) {
+            close(viewer);
+        }
+    });
     m_viewers[viewer] = {std::move(socket), std::move(ready), {}};
 }
 

@@ -2,6 +2,7 @@
 
 #include <QtCore/QSocketNotifier>
 
+#include <pps/Acceptor.h>
 #include <pps/Fd.h>
 
 #include <functional>
@@ -53,6 +54,7 @@ private:
 
     std::string m_path;
     pps::Fd m_listener;
+    pps::Acceptor m_acceptor;
     std::unique_ptr<QSocketNotifier> m_pending;
     /** By their sockets. */
     std::map<int, Viewer> m_viewers;
