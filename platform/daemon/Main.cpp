@@ -75,6 +75,7 @@ int serve(int argc, char **argv, const std::string &folder, int listener, voro::
     playerControl.add(mediaKeys);
     const voro::sound::SoundService sound(broker);
 
+    broker.reserve("/pps/services/multimedia");
     broker.listen(listener);
 
     QSocketNotifier stopReady(stopEvent, QSocketNotifier::Read);

@@ -13,10 +13,15 @@ void Broker::listen(int socket)
     d->addListener(socket);
 }
 
-uint64_t Broker::adopt(int socket)
+uint64_t Broker::adopt(int socket, std::string_view onlyPath)
 {
     const uint64_t id = ++d->lastId;
-    return d->addClient(Fd(socket), id) ? id : 0;
+    return d->addClient(Fd(socket), id, onlyPath) ? id : 0;
+}
+
+void Broker::reserve(std::string_view folder)
+{
+    d->reserved.emplace_back(folder).append("/");
 }
 
 int Broker::fd() const
@@ -39,12 +44,17 @@ void Broker::onClientCountChanged(std::function<void()> callback)
     d->countChanged = std::move(callback);
 }
 
-bool Broker::publish(std::string_view path, std::string_view text, Fence fence)
+Accounts &Broker::accounts()
+{
+    return d->accounts;
+}
+
+bool Broker::publish(std::string_view path, std::string_view text, Fence fence, pid_t payer)
 {
     ObjectPath parsed;
     Object *object = nullptr;
     if (!parsePath(path, parsed) || !isOpenable(parsed, Publish) || parsed.isService() || text.size() > MaximumMessage
-        || !isWritable(parsed, text) || !d->store.publish(parsed, text, fence == Fence::Hold, object)) {
+        || !isWritable(parsed, text) || !d->store.publish(parsed, text, fence == Fence::Hold, payer, object)) {
         return false;
     }
     d->notify(object);

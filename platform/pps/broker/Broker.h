@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Accounts.h"
+
 #include <sys/types.h>
 
 #include <cstdint>
@@ -52,8 +54,12 @@ public:
 
     /** Takes a listening SOCK_SEQPACKET socket whose clients are served from now on. */
     void listen(int socket);
-    /** Takes a connected socket (a worker's); the result names it in Peer::adopted. */
-    uint64_t adopt(int socket);
+    /** Takes a connected socket (a worker's); the result names it in Peer::adopted. With a path its client can open that
+        object and no other. */
+    uint64_t adopt(int socket, std::string_view onlyPath = {});
+    /** Keeps a folder and all below it to this process: clients can read there and talk to its service objects, but
+        neither serve nor publish any. */
+    void reserve(std::string_view folder);
 
     /** Readable when process() has work. */
     int fd() const;
@@ -64,6 +70,9 @@ public:
     /** Called from process() when clientCount() changed. */
     void onClientCountChanged(std::function<void()> callback);
 
+    /** Who uses how much; services charge to it what they do for a process. */
+    Accounts &accounts();
+
     // For services in this process. Everything takes effect at once and in the order of the calls.
 
     enum class Fence {
@@ -72,8 +81,10 @@ public:
         Hold,
     };
     /** Publishes text on a plain object; a first line "*@name" replaces it whole, "-@name" deletes it. False when the
-        text is bad or the object would grow beyond MaximumMessage. */
-    bool publish(std::string_view path, std::string_view text, Fence fence = Fence::None);
+        text is bad, the object would grow beyond MaximumMessage, or the process that it is charged to cannot have so
+        much: nothing has changed then. */
+    bool publish(std::string_view path, std::string_view text, Fence fence = Fence::None,
+                 pid_t payer = Accounts::Services);
     /** Deletes the object at the path and every object in the folder of that name. */
     void remove(std::string_view path);
     /** The whole object as a reader would get it, empty when there is none. */

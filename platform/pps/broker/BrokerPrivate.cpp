@@ -17,19 +17,15 @@ namespace voro::pps {
 namespace {
 
 constexpr size_t MaximumUnread = 1024 * 1024;
-constexpr size_t MaximumClients = 8192;
-constexpr int MaximumClientsOfProcess = 4096;
 constexpr int MaximumEvents = 64;
+
+/** Stands for all processes whose number is not known here, in another namespace. */
+constexpr pid_t UnknownProcess = -1;
 
 /** What an epoll event is about: a client's ID, or one of these. */
 constexpr uint64_t WakeEvent = 0;
 constexpr uint64_t ListenEvent = UINT64_MAX;
 constexpr uint64_t ReadEvent = UINT64_MAX - 1;
-
-Fd spareDescriptor()
-{
-    return Fd(open("/dev/null", O_RDONLY | O_CLOEXEC));
-}
 
 Reply makeReply(Reply::Type type, int error = 0)
 {
@@ -61,7 +57,6 @@ bool parseHeld(std::string_view body, std::vector<Held> &held)
 Broker::Private::Private()
     : epoll(epoll_create1(EPOLL_CLOEXEC)),
       wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
-      spare(spareDescriptor()),
       order(*this),
       hub([this](Client &client) { afterSend(client); })
 {
@@ -86,7 +81,7 @@ void Broker::Private::watch(int operation, int fd, uint64_t about, uint32_t even
 
 // --- Clients
 
-Client *Broker::Private::addClient(Fd socket, uint64_t adopted)
+Client *Broker::Private::addClient(Fd socket, uint64_t adopted, std::string_view onlyPath)
 {
     ucred credentials{};
     socklen_t size = sizeof credentials;
@@ -96,18 +91,18 @@ Client *Broker::Private::addClient(Fd socket, uint64_t adopted)
     const ClientId id = adopted ? adopted : ++lastId;
     const int fd = socket.get();
     auto client = std::make_unique<Client>(id, std::move(socket), Peer{credentials.pid, adopted});
-    int &ofProcess = clientsOfProcess[credentials.pid];
-    const int refusal = credentials.uid != geteuid()                                               ? EACCES
-                        : clients.size() >= MaximumClients || ofProcess >= MaximumClientsOfProcess ? ENFILE
-                                                                                                   : 0;
-    if (refusal != 0 && !adopted) {
-        client->send(makeReply(Reply::Opened, refusal), {}, {});
-        if (ofProcess == 0) {
-            clientsOfProcess.erase(credentials.pid);
-        }
+    client->onlyPath = onlyPath;
+    // What a worker's socket takes is the services' own matter.
+    const pid_t process = credentials.pid > 0 ? credentials.pid : UnknownProcess;
+    const pid_t payer = onlyPath.empty() ? process : Accounts::Services;
+    client->connection = accounts.take(payer, Resource::Connections);
+    client->memory = accounts.take(payer, Resource::Memory, client->cost());
+    const bool isOurUser = credentials.uid == geteuid();
+    if (!isOurUser || !client->connection.isValid() || !client->memory.isValid()) {
+        client->send(makeReply(Reply::Opened, isOurUser ? ENFILE : EACCES), {}, {});
         return nullptr;
     }
-    ++ofProcess;
+    ++clientsOfProcess[payer];
     count += !adopted;
     watch(EPOLL_CTL_ADD, fd, id, EPOLLIN);
     client->subscriber.client = client.get();
@@ -126,28 +121,12 @@ Client *Broker::Private::find(ClientId id) const
 void Broker::Private::acceptPending()
 {
     for (const Fd &listener : listeners) {
-        while (acceptOne(listener.get())) {
+        for (Fd socket; acceptor.accept(listener.get(), socket);) {
+            if (socket.isValid()) {
+                addClient(std::move(socket), 0);
+            }
         }
     }
-}
-
-bool Broker::Private::acceptOne(int listener)
-{
-    Fd socket(accept4(listener, nullptr, nullptr, SOCK_CLOEXEC));
-    if (socket.isValid()) {
-        addClient(std::move(socket), 0);
-        return true;
-    }
-    if (errno == EMFILE || errno == ENFILE) {
-        // The spare descriptor lets us take the client and turn it away; it would wake us for ever otherwise.
-        spare.reset();
-        socket.reset(accept4(listener, nullptr, nullptr, SOCK_CLOEXEC));
-        const bool isTaken = socket.isValid();
-        socket.reset();
-        spare = spareDescriptor();
-        return isTaken;
-    }
-    return errno == EINTR || errno == ECONNABORTED;
 }
 
 // Ends a client at the next safe moment: this may be called while lists of clients are walked.
@@ -165,10 +144,20 @@ void Broker::Private::condemn(Client &client)
 
 void Broker::Private::settle()
 {
+    makeRoom();
     while (!condemned.empty()) {
         Client *const client = condemned.back();
         condemned.pop_back();
         detach(*client);
+    }
+}
+
+// Here no list of objects or subscribers is being walked.
+void Broker::Private::makeRoom()
+{
+    Object *object = nullptr;
+    while (accounts.isOverfull() && store.removeOldestLeft(object)) {
+        notify(object);
     }
 }
 
@@ -183,9 +172,10 @@ void Broker::Private::detach(Client &client)
         hub.removeClient(client);
     }
     watch(EPOLL_CTL_DEL, client.fd(), 0, 0);
-    const auto ofProcess = clientsOfProcess.find(client.peer.process);
+    const auto ofProcess = clientsOfProcess.find(client.payer());
     if (--ofProcess->second == 0) {
         clientsOfProcess.erase(ofProcess);
+        store.leave(client.payer());
     }
     count -= client.peer.adopted == 0;
     const auto found = clients.find(client.id);
@@ -195,7 +185,7 @@ void Broker::Private::detach(Client &client)
 
 void Broker::Private::afterSend(Client &client)
 {
-    if (client.queuedSize() > MaximumUnread) {
+    if (client.queuedSize() > MaximumUnread || !client.memory.resize(client.cost())) {
         condemn(client);
     } else if (client.isQueued() != client.isWatchedForWriting) {
         client.isWatchedForWriting = client.isQueued();
@@ -273,6 +263,8 @@ void Broker::Private::open(Client &client, const ClientPacket &packet)
         error = EPROTO;
     } else if (!parsePath(packet.body, path) || !isOpenable(path, packet.header.mode)) {
         error = EINVAL;
+    } else if (!mayOpen(client, path, packet.header.mode)) {
+        error = EACCES;
     } else {
         client.path = std::move(path);
         client.mode = packet.header.mode;
@@ -288,6 +280,18 @@ void Broker::Private::open(Client &client, const ClientPacket &packet)
         // After the answer, because the service may send at once.
         hub.addClient(*hub.find(client.path.path()), client);
     }
+}
+
+// What this process serves and publishes is its own, and an adopted client may have been given one object.
+bool Broker::Private::mayOpen(const Client &client, const ObjectPath &path, unsigned mode) const
+{
+    const std::string whole = path.path();
+    if (!client.onlyPath.empty()) {
+        return client.onlyPath == whole && !path.server;
+    }
+    const bool isReserved = std::any_of(reserved.begin(), reserved.end(),
+                                        [&](const std::string &folder) { return whole.starts_with(folder); });
+    return !isReserved || !(path.isService() ? path.server : (mode & Publish) != 0);
 }
 
 int Broker::Private::openService(Client &client)
@@ -313,9 +317,7 @@ int Broker::Private::openPlain(Client &client, Reply &reply)
     if (!client.reads()) {
         return 0;
     }
-    if (!store.subscribe(client.path, client.subscriber)) {
-        return ENOSPC;
-    }
+    store.subscribe(client.path, client.subscriber);
     // What is there now waits for the first read: nothing is pushed before the reader pulls.
     ReaderPosition position;
     client.isMarked = !store.read(client.subscriber, position).empty();
@@ -338,7 +340,7 @@ bool Broker::Private::write(Client &client, std::string_view text)
         hub.toServer(client, text);
     } else {
         Object *object = nullptr;
-        if (!store.publish(client.path, text, false, object)) {
+        if (!store.publish(client.path, text, false, client.payer(), object)) {
             return false;
         }
         notify(object);
@@ -425,6 +427,7 @@ void Broker::Private::process()
     }
     isProcessing = false;
     graveyard.clear();
+    accounts.trim();
     if (count != reportedCount) {
         reportedCount = count;
         if (countChanged) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../Acceptor.h"
 #include "Broker.h"
 #include "Hub.h"
 #include "Order.h"
@@ -22,12 +23,12 @@ public:
     void watch(int operation, int fd, uint64_t about, uint32_t events);
 
     // Clients.
-    Client *addClient(Fd socket, uint64_t adopted);
+    Client *addClient(Fd socket, uint64_t adopted, std::string_view onlyPath = {});
     Client *find(ClientId id) const;
     void acceptPending() override;
-    bool acceptOne(int listener);
     void condemn(Client &client);
     void settle();
+    void makeRoom();
     void detach(Client &client);
     void afterSend(Client &client);
     void closeWhenFlushed(Client &client);
@@ -40,6 +41,7 @@ public:
     void handleGarbage(Client &client) override { condemn(client); }
     void dispatch(Client &client, const ClientPacket &packet);
     void open(Client &client, const ClientPacket &packet);
+    bool mayOpen(const Client &client, const ObjectPath &path, unsigned mode) const;
     int openService(Client &client);
     int openPlain(Client &client, Reply &reply);
     bool write(Client &client, std::string_view text);
@@ -52,12 +54,15 @@ public:
     Fd epoll;
     Fd wake;
     ReadWatch readers;
-    /** Given up to accept, and so turn away, a client when there is no other descriptor left. */
-    Fd spare;
+    Acceptor acceptor;
     std::vector<Fd> listeners;
+    /** Folders, with a slash at the end, in which clients can write nothing. */
+    std::vector<std::string> reserved;
+    /** Outlives all that is charged. */
+    Accounts accounts;
     std::unordered_map<ClientId, std::unique_ptr<Client>> clients;
     std::unordered_map<pid_t, int> clientsOfProcess;
-    Store store;
+    Store store{accounts};
     Order order;
     Hub hub;
     std::vector<Client *> condemned;

@@ -56,6 +56,13 @@ void Client::flush()
     }
 }
 
+size_t Client::cost() const
+{
+    constexpr size_t ClientCost = 2048;
+    constexpr size_t PacketCost = 64;
+    return ClientCost + m_queuedSize + m_queue.size() * PacketCost;
+}
+
 bool Client::hasReadAll() const
 {
     // The kernel still counts 1 while it wakes us for the last packet.

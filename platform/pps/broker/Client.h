@@ -41,6 +41,8 @@ public:
     bool isQueued() const { return !m_queue.empty(); }
     /** How many bytes of packets the socket did not take yet. */
     size_t queuedSize() const { return m_queuedSize; }
+    /** What the client takes with its packets. */
+    size_t cost() const;
     /** Whether the client has read everything that was sent. */
     bool hasReadAll() const;
 
@@ -50,6 +52,14 @@ public:
 
     const ClientId id;
     const Peer peer;
+    /** The connection, and what it takes. */
+    Accounts::Charge connection;
+    Accounts::Charge memory;
+    /** The process that both are charged to. */
+    pid_t payer() const { return memory.process(); }
+
+    /** Unless empty, all that the client may open. */
+    std::string onlyPath;
 
     // What is open.
     unsigned mode = 0;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace voro::pps {
 
@@ -15,6 +16,14 @@ constexpr size_t MaximumDeletions = 256;
 bool passes(const std::vector<std::string> &filter, std::string_view attribute)
 {
     return filter.empty() || std::find(filter.begin(), filter.end(), attribute) != filter.end();
+}
+
+// A short text lies in the string itself, a long one in a block of its own.
+size_t heapCost(const std::string &text)
+{
+    constexpr size_t BlockHead = 16;
+    static const size_t ShortCapacity = std::string().capacity();
+    return text.capacity() > ShortCapacity ? text.capacity() + BlockHead : 0;
 }
 
 } // namespace
@@ -29,6 +38,18 @@ size_t Content::size(std::string_view name) const
         size += deletion.name.size() + 2;
     }
     return size;
+}
+
+size_t Content::cost() const
+{
+    size_t cost = m_attributes.capacity() * sizeof(Attribute) + m_deletions.capacity() * sizeof(Deletion);
+    for (const Attribute &attribute : m_attributes) {
+        cost += heapCost(attribute.line);
+    }
+    for (const Deletion &deletion : m_deletions) {
+        cost += heapCost(deletion.name);
+    }
+    return cost;
 }
 
 bool Content::apply(std::string_view name, std::string_view text, bool replace, uint64_t version)
@@ -110,13 +131,14 @@ void Content::remove(uint64_t version)
 {
     m_version = version;
     m_exists = false;
-    removeUnwritten();
+    m_attributes = {};
+    m_deletions = {};
 }
 
-void Content::forgetDeletions()
+bool Content::forgetDeletions()
 {
-    m_deletions.clear();
     m_forgotten = m_version;
+    return !std::exchange(m_deletions, {}).empty();
 }
 
 bool Content::mayContradict(const Selection &selection) const

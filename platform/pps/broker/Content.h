@@ -25,14 +25,16 @@ public:
     uint64_t version() const { return m_version; }
     /** The length of the longest text that a read can give. */
     size_t size(std::string_view name) const;
+    /** How many bytes of memory it takes. */
+    size_t cost() const;
 
     /** Applies the lines of a message that is known to be valid; false, with the content in between, when it is too
         large then. */
     bool apply(std::string_view name, std::string_view text, bool replace, uint64_t version);
     /** Deletes the object; who saw its attributes can still be told. */
     void remove(uint64_t version);
-    /** Forgets what was deleted; for when no reader is left that has to be told. */
-    void forgetDeletions();
+    /** Forgets what was deleted; for when no reader is left that has to be told. False when there was nothing. */
+    bool forgetDeletions();
 
     /**
      * Appends what a reader who has seen everything up to a version (0: nothing) has to be told. Changes of what is no

@@ -8,10 +8,11 @@ namespace voro::pps {
 
 namespace {
 
-constexpr size_t MaximumObjects = 65536;
-constexpr size_t MaximumTotalSize = 64 * 1024 * 1024;
-/** An object of this size is within every bound. */
+/** An object of this size is within every bound, when its writer can have so much more. */
 constexpr size_t HarmlessSize = 4096;
+constexpr size_t HarmlessRoom = 1024 * 1024;
+/** What an object takes besides its content, with a folder of its own and all that finds it. */
+constexpr size_t ObjectCost = sizeof(Object) + sizeof(Folder) + 512;
 constexpr size_t MaximumFences = 8;
 /** Deleted objects of a folder that readers can still be told of. */
 constexpr size_t MaximumDeleted = 1024;
@@ -24,6 +25,11 @@ bool isWatched(const Object &object)
 bool wasWritten(const Object &object)
 {
     return object.place != object.folder->byVersion.end();
+}
+
+size_t costOf(const Object &object)
+{
+    return ObjectCost + object.content.cost() + object.name.size() * 2 + object.folder->path.size() * 2;
 }
 
 // The version that a reader of one object has seen of it.
@@ -60,7 +66,7 @@ void appendUpToFence(std::string &out, const Object &object, Position seen, cons
 
 } // namespace
 
-bool Store::publish(const ObjectPath &path, std::string_view text, bool fence, Object *&object)
+bool Store::publish(const ObjectPath &path, std::string_view text, bool fence, pid_t writer, Object *&object)
 {
     object = nullptr;
     const char mark = objectMark(text);
@@ -68,44 +74,110 @@ bool Store::publish(const ObjectPath &path, std::string_view text, bool fence, O
         Object *const found = find(path);
         if (found && found->content.exists()) {
             markDeleted(*found);
+            forgetOldest(*found->folder);
             object = forgetUnneeded(*found) ? nullptr : found;
         }
         return true;
     }
-    Object *const target = findOrAdd(path);
-    if (!target) {
+    Object &target = findOrAdd(path);
+    if (!write(target, text, mark == '*', writer)) {
+        forgetUnneeded(target);
         return false;
     }
-    if (!write(*target, text, mark == '*')) {
-        forgetUnneeded(*target);
-        return false;
+    moveToEnd(target);
+    if (!forgetUnneeded(target)) {
+        object = &target;
     }
-    moveToEnd(*target);
-    if (!forgetUnneeded(*target)) {
-        object = target;
-    }
-    if (fence && isWatched(*target)) {
-        addFence(*target);
+    if (fence && isWatched(target)) {
+        addFence(target);
     }
     return true;
 }
 
-bool Store::write(Object &object, std::string_view text, bool replace)
+bool Store::write(Object &object, std::string_view text, bool replace, pid_t writer)
 {
-    const size_t before = object.content.exists() ? object.content.size(object.name) : 0;
     // What fails has to leave the object as it was; what is small cannot fail.
-    const bool isRisky = before + text.size() > HarmlessSize || m_totalSize + text.size() > MaximumTotalSize;
+    const bool isRisky = object.content.size(object.name) + text.size() > HarmlessSize
+                         || m_accounts.room(writer, Resource::Memory) < HarmlessRoom;
     Content backup = isRisky ? object.content : Content();
     const bool wasRemembered = wasWritten(object) && !object.content.exists();
-    const bool fits = object.content.apply(object.name, text, replace, m_version + 1)
-                      && m_totalSize - before + object.content.size(object.name) <= MaximumTotalSize;
-    if (!fits) {
+    if (!object.content.apply(object.name, text, replace, m_version + 1) || !charge(object, writer)) {
         object.content = std::move(backup);
         return false;
     }
     ++m_version;
-    m_totalSize += object.content.size(object.name) - before;
     object.folder->deleted -= wasRemembered;
+    return true;
+}
+
+// Charges the object as it is now to a process, whoever had to stand for it before.
+bool Store::charge(Object &object, pid_t writer)
+{
+    if (object.charge.isValid() && !object.charge.isLeft() && object.charge.process() == writer) {
+        std::list<Object *> &owned = m_owned[writer];
+        owned.splice(owned.end(), owned, object.placeOfOwner);
+        return object.charge.resize(costOf(object));
+    }
+    Accounts::Charge charge = m_accounts.take(writer, Resource::Memory, costOf(object));
+    if (!charge.isValid()) {
+        return false;
+    }
+    disown(object);
+    object.charge = std::move(charge);
+    std::list<Object *> &owned = m_owned[writer];
+    object.placeOfOwner = owned.insert(owned.end(), &object);
+    return true;
+}
+
+void Store::updateCharge(Object &object)
+{
+    if (object.charge.isValid()) {
+        object.charge.resize(costOf(object));
+    }
+}
+
+void Store::disown(Object &object)
+{
+    if (object.charge.isLeft()) {
+        m_left.erase(object.placeOfOwner);
+    } else if (object.charge.isValid()) {
+        const auto owner = m_owned.find(object.charge.process());
+        owner->second.erase(object.placeOfOwner);
+        if (owner->second.empty()) {
+            m_owned.erase(owner);
+        }
+    }
+    object.charge.release();
+}
+
+void Store::leave(pid_t process)
+{
+    if (auto owned = m_owned.extract(process)) {
+        for (Object *object : owned.mapped()) {
+            object->charge.leave();
+        }
+        m_left.splice(m_left.end(), owned.mapped());
+    }
+}
+
+bool Store::removeOldestLeft(Object *&object)
+{
+    object = nullptr;
+    if (m_left.empty()) {
+        return false;
+    }
+    Object &oldest = *m_left.front();
+    if (oldest.content.exists()) {
+        m_left.splice(m_left.end(), m_left, oldest.placeOfOwner);
+        markDeleted(oldest);
+        forgetOldest(*oldest.folder);
+        object = forgetUnneeded(oldest) ? nullptr : &oldest;
+    } else if (oldest.subscribers.empty()) {
+        erase(oldest);
+    } else {
+        // Its readers' connections are counted.
+        disown(oldest);
+    }
     return true;
 }
 
@@ -127,10 +199,10 @@ std::vector<Object *> Store::remove(const ObjectPath &path)
         }
     }
     std::erase_if(found, [](const Object *object) { return !object->content.exists(); });
-    for (Object *object : found) {
+    std::erase_if(found, [this](Object *object) {
         markDeleted(*object);
-    }
-    std::erase_if(found, [this](Object *object) { return forgetUnneeded(*object); });
+        return forgetUnneeded(*object);
+    });
     return found;
 }
 
@@ -143,21 +215,17 @@ std::string Store::content(const ObjectPath &path) const
     return text;
 }
 
-bool Store::subscribe(const ObjectPath &path, Subscriber &subscriber)
+void Store::subscribe(const ObjectPath &path, Subscriber &subscriber)
 {
     subscriber.selection = {path.delta, path.filter};
     if (path.isAll()) {
         subscriber.folder = &folder(path.folder);
         subscriber.folder->subscribers.push_back(&subscriber);
-        return true;
+        return;
     }
-    subscriber.object = findOrAdd(path);
-    if (!subscriber.object) {
-        return false;
-    }
+    subscriber.object = &findOrAdd(path);
     subscriber.folder = subscriber.object->folder;
     subscriber.object->subscribers.push_back(&subscriber);
-    return true;
 }
 
 void Store::unsubscribe(Subscriber &subscriber)
@@ -292,13 +360,10 @@ Object *Store::find(const ObjectPath &path) const
     return object == folder->second->objects.end() ? nullptr : object->second.get();
 }
 
-Object *Store::findOrAdd(const ObjectPath &path)
+Object &Store::findOrAdd(const ObjectPath &path)
 {
     if (Object *object = find(path)) {
-        return object;
-    }
-    if (m_byId.size() >= MaximumObjects) {
-        return nullptr;
+        return *object;
     }
     Folder &parent = folder(path.folder);
     std::unique_ptr<Object> &object = parent.objects[path.name];
@@ -308,7 +373,7 @@ Object *Store::findOrAdd(const ObjectPath &path)
     object->id = ++m_lastId;
     object->place = parent.byVersion.end();
     m_byId[object->id] = object.get();
-    return object.get();
+    return *object;
 }
 
 void Store::moveToEnd(Object &object)
@@ -323,18 +388,17 @@ void Store::moveToEnd(Object &object)
 
 void Store::markDeleted(Object &object)
 {
-    m_totalSize -= object.content.size(object.name);
     object.content.remove(++m_version);
     object.fences.clear();
+    updateCharge(object);
     ++object.folder->deleted;
     moveToEnd(object);
-    forgetOldest(*object.folder);
 }
 
 void Store::addFence(Object &object)
 {
     if (object.fences.size() == MaximumFences) {
-        object.fences.pop_front();
+        object.fences.erase(object.fences.begin());
     }
     object.fences.push_back({object.content.version(), std::make_shared<const Content>(object.content)});
 }
@@ -354,9 +418,9 @@ bool Store::forgetUnneeded(Object &object)
         erase(object);
         return true;
     }
-    m_totalSize -= object.content.size(object.name);
-    object.content.forgetDeletions();
-    m_totalSize += object.content.size(object.name);
+    if (object.content.forgetDeletions()) {
+        updateCharge(object);
+    }
     return false;
 }
 
@@ -373,6 +437,7 @@ void Store::forgetOldest(Folder &folder)
 void Store::erase(Object &object)
 {
     Folder &parent = *object.folder;
+    disown(object);
     if (wasWritten(object)) {
         parent.deleted -= !object.content.exists();
         parent.byVersion.erase(object.place);

@@ -2,9 +2,9 @@
 
 #include "../Path.h"
 #include "../Wire.h"
+#include "Accounts.h"
 #include "Content.h"
 
-#include <deque>
 #include <list>
 #include <map>
 #include <memory>
@@ -28,10 +28,14 @@ struct Object {
     std::string name;
     uint64_t id;
     Content content;
-    std::deque<Fence> fences;
+    std::vector<Fence> fences;
     std::vector<Subscriber *> subscribers;
     /** The place in Folder::byVersion, which holds every object that was ever written. */
     std::list<Object *>::iterator place;
+    /** What it takes, charged to the process that wrote it last; not valid for one that was never written. */
+    Accounts::Charge charge;
+    /** The place among the objects of that process, or among those that were left behind. */
+    std::list<Object *>::iterator placeOfOwner;
 };
 
 struct Folder {
@@ -67,16 +71,24 @@ struct ReaderPosition {
  */
 class Store {
 public:
-    /** Writes a message on the object at the path. The text must be writable there. False when the object would grow
-        beyond a bound. `object` is what readers have to be told of, or null. */
-    bool publish(const ObjectPath &path, std::string_view text, bool fence, Object *&object);
+    explicit Store(Accounts &accounts) : m_accounts(accounts) {}
+
+    /** Writes a message on the object at the path, on the account of a process. The text must be writable there. False
+        when the object would grow beyond a bound, or the process cannot have so much. `object` is what readers have to
+        be told of, or null. */
+    bool publish(const ObjectPath &path, std::string_view text, bool fence, pid_t writer, Object *&object);
     /** Deletes the object at the path and all in the folder of that name and below; returns those that were there. */
     std::vector<Object *> remove(const ObjectPath &path);
     /** The object's whole text, empty when there is none. */
     std::string content(const ObjectPath &path) const;
 
-    /** Fills the subscriber in and counts it; false when there are too many objects. */
-    bool subscribe(const ObjectPath &path, Subscriber &subscriber);
+    /** The process has gone; what it wrote stays until the room is needed. */
+    void leave(pid_t process);
+    /** Deletes the oldest object that was left behind; false when there is none. `object` as for publish(). */
+    bool removeOldestLeft(Object *&object);
+
+    /** Fills the subscriber in and counts it. */
+    void subscribe(const ObjectPath &path, Subscriber &subscriber);
     void unsubscribe(Subscriber &subscriber);
     /** The text of what the reader has not seen, at most MaximumMessage of it; moves the position accordingly. */
     std::string read(const Subscriber &subscriber, ReaderPosition &position) const;
@@ -88,8 +100,11 @@ public:
 private:
     Folder &folder(const std::string &path);
     Object *find(const ObjectPath &path) const;
-    Object *findOrAdd(const ObjectPath &path);
-    bool write(Object &object, std::string_view text, bool replace);
+    Object &findOrAdd(const ObjectPath &path);
+    bool write(Object &object, std::string_view text, bool replace, pid_t writer);
+    bool charge(Object &object, pid_t writer);
+    void updateCharge(Object &object);
+    void disown(Object &object);
     void markDeleted(Object &object);
     void moveToEnd(Object &object);
     void addFence(Object &object);
@@ -99,11 +114,14 @@ private:
     std::string readObject(const Subscriber &subscriber, ReaderPosition &position) const;
     std::string readFolder(const Subscriber &subscriber, ReaderPosition &position) const;
 
+    Accounts &m_accounts;
     std::map<std::string, std::unique_ptr<Folder>, std::less<>> m_folders;
+    /** The written objects of the processes that are there, and those that others left behind; oldest first. */
+    std::unordered_map<pid_t, std::list<Object *>> m_owned;
+    std::list<Object *> m_left;
     std::unordered_map<uint64_t, Object *> m_byId;
     uint64_t m_version = 1;
     uint64_t m_lastId = 0;
-    size_t m_totalSize = 0;
 };
 
 } // namespace voro::pps

@@ -39,7 +39,7 @@ Worker::Worker(pps::Broker &broker, std::function<void()> onDeath) : m_broker(br
             program(), std::initializer_list<Process::Socket>{{theirs.get(), WorkerSocket},
                                                               {theirFiles.get(), WorkerFilesSocket}});
         // The worker waits for the answer to its opening.
-        m_socket = m_broker.adopt(ours.release());
+        m_socket = m_broker.adopt(ours.release(), WorkerPath);
         m_files = std::move(files);
     }
     if (m_process && m_process->isRunning()) {
