@@ -8,7 +8,6 @@ namespace voro::renderer {
 
 namespace {
 
-constexpr size_t Largest = 4 * 1024 * 1024;
 constexpr guint LongestWait = 15'000;
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "Playlist.h"
 
+#include "FileReader.h"
+#include "ListText.h"
 #include "playlist/Reader.h"
 
 #include <dlfcn.h>
@@ -7,12 +9,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
-#include <cstring>
-#include <fstream>
-#include <iterator>
+#include <cstdlib>
 #include <utility>
 
 namespace voro::renderer {
@@ -22,7 +20,7 @@ namespace {
 constexpr size_t MostEntries = 10'000;
 constexpr int MostPlaylists = 500;
 constexpr int DeepestNesting = 16;
-constexpr std::string_view Mark = "\xef\xbb\xbf";
+constexpr guint LongestWait = 15'000;
 
 /** The module's place beside the worker, in an installation as in the build tree. */
 std::string modulePath()
@@ -76,52 +74,21 @@ std::string inputUrl(const char *uri)
     return path ? pathOf(path.get()) : uri;
 }
 
-/** Whether a line of the format with "File1=" says something else than a place. */
-bool isKeyword(const std::string &line)
-{
-    constexpr std::array Keywords{"title", "length", "numberofentries", "version"};
-    return line.find('=') != std::string::npos && std::any_of(Keywords.begin(), Keywords.end(), [&](const char *word) {
-               return g_ascii_strncasecmp(line.c_str(), word, strlen(word)) == 0;
-           });
-}
-
-/** A line of a list with its place made absolute, so that the list may be read from elsewhere. */
-std::string absoluteLine(const std::string &line, const Medium &list)
-{
-    // "File1=" in the one format, nothing in the other.
-    const bool isNamed = g_ascii_strncasecmp(line.c_str(), "file", 4) == 0 && line.find('=') != std::string::npos;
-    const size_t start = isNamed ? line.find('=') + 1 : 0;
-    const std::string place = line.substr(start);
-    const bool isComment = place.empty() || place[0] == '#' || place[0] == '[' || (!isNamed && isKeyword(line));
-    const Owned<char> scheme(g_uri_parse_scheme(place.c_str()));
-    const bool isLocalPath = list.isLocal() && place[0] == '/';
-    if (isComment || isLocalPath || (scheme && place.find("://") != std::string::npos)) {
-        return line;
-    }
-    if (list.isLocal()) {
-        const std::string &path = list.path();
-        return line.substr(0, start) + path.substr(0, path.rfind('/') + 1) + place;
-    }
-    const Owned<char> escaped(g_uri_escape_string(place.c_str(), "/?&=;+%", FALSE));
-    const Owned<char> joined(gst_uri_join_strings(list.uri().c_str(), escaped.get()));
-    return line.substr(0, start) + (joined ? joined.get() : escaped.get());
-}
-
-std::string absoluteLines(const std::string &text, const Medium &list)
-{
-    std::string result;
-    for (size_t start = 0; start < text.size();) {
-        const size_t end = std::min(text.find_first_of("\r\n", start), text.size());
-        result += absoluteLine(text.substr(start, end - start), list) + '\n';
-        start = end + 1;
-    }
-    return result;
-}
-
+/** What a file holds, of a very large one its beginning up to the end of a line. */
 std::string contentOf(const std::string &path)
 {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::string text = FileReader(path).at(0, Fetch::Largest + 1);
+    if (text.size() > Fetch::Largest) {
+        text.resize(text.rfind('\n') + 1);
+    }
+    return text;
+}
+
+/** What two names of a list have in common. */
+std::string identityOf(const Medium &list)
+{
+    const Owned<char> path(list.isLocal() ? realpath(list.path().c_str(), nullptr) : nullptr);
+    return path ? path.get() : list.uri();
 }
 
 } // namespace
@@ -143,12 +110,27 @@ void Playlist::read(const std::string &url, Done done)
     m_entries.clear();
     m_problem = {};
     m_read = 0;
-    parse(std::make_shared<Trail>(Trail{url, nullptr, 0}));
+    m_timer.reset(g_timeout_add(LongestWait, onTimeout, this));
+    parse(std::make_shared<Trail>(Trail{url, identityOf(Medium(url)), nullptr, 0}));
+}
+
+gboolean Playlist::onTimeout(gpointer self)
+{
+    auto *list = static_cast<Playlist *>(self);
+    list->m_timer.forget();
+    std::fprintf(stderr, "voro-renderer: a playlist takes too long and is played as far as it was read\n");
+    const Done done = std::exchange(list->m_done, nullptr);
+    list->cancel();
+    list->m_done = done;
+    const Result problem(ErrorCode::SourceUnavailable, "the playlist cannot be read in time");
+    list->finish(list->m_entries.empty() ? problem : Result());
+    return G_SOURCE_REMOVE;
 }
 
 void Playlist::cancel()
 {
     m_done = nullptr;
+    m_timer.reset();
     m_places.clear();
     m_fetch.cancel();
     if (m_reading) {
@@ -156,10 +138,10 @@ void Playlist::cancel()
     }
 }
 
-bool Playlist::leadsToItself(const Trail *trail, const std::string &url)
+bool Playlist::leadsToItself(const Trail *trail, const std::string &identity)
 {
     for (; trail; trail = trail->parent.get()) {
-        if (trail->url == url) {
+        if (trail->identity == identity) {
             return true;
         }
     }
@@ -172,16 +154,19 @@ void Playlist::proceed()
     while (!m_places.empty() && m_entries.size() < MostEntries) {
         Place place = std::move(m_places.front());
         m_places.pop_front();
-        if (!Medium(place.entry.url).isNamedLikePlaylist()) {
+        const Medium medium(place.entry.url);
+        if (!medium.isNamedLikePlaylist()) {
             m_entries.push_back(std::move(place.entry));
             continue;
         }
         const bool isTooMuch = place.trail->depth >= DeepestNesting || m_read >= MostPlaylists;
-        if (isTooMuch || leadsToItself(place.trail.get(), place.entry.url)) {
+        std::string identity = identityOf(medium);
+        if (isTooMuch || leadsToItself(place.trail.get(), identity)) {
             std::fprintf(stderr, "voro-renderer: a playlist that leads to itself is left out\n");
             continue;
         }
-        parse(std::make_shared<Trail>(Trail{place.entry.url, place.trail, place.trail->depth + 1}));
+        parse(
+            std::make_shared<Trail>(Trail{place.entry.url, std::move(identity), place.trail, place.trail->depth + 1}));
         return;
     }
     finish(m_entries.empty() && !m_problem ? m_problem : Result());
@@ -208,25 +193,9 @@ void Playlist::parse(std::shared_ptr<const Trail> trail)
     }
 }
 
-/** Reads a list as it was meant: without a byte order mark, in UTF-8, with its head line. */
 void Playlist::parseText(std::shared_ptr<const Trail> trail, std::string text)
 {
-    if (text.starts_with(Mark)) {
-        text.erase(0, Mark.size());
-    }
-    if (!g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)) {
-        gsize size = 0;
-        const Owned<char> wide(
-            g_convert(text.data(), static_cast<gssize>(text.size()), "UTF-8", "ISO-8859-1", nullptr, &size, nullptr));
-        text.assign(wide ? wide.get() : "", wide ? size : 0);
-    }
-    const size_t first = text.find_first_not_of(" \t\r\n");
-    if (first != std::string::npos && text[first] != '<') {
-        text = absoluteLines(text, Medium(trail->url));
-        if (text[first] != '[' && !text.starts_with("#EXTM3U")) {
-            text.insert(0, "#EXTM3U\n");
-        }
-    }
+    text = repairedList(std::move(text), Medium(trail->url));
     auto reading = std::make_unique<Reading>();
     reading->trail = std::move(trail);
     reading->copy = memfd_create("playlist", MFD_CLOEXEC);
@@ -274,14 +243,26 @@ void Playlist::take(const Reading &reading, bool isList)
     if (!isList) {
         m_problem = {ErrorCode::UnsupportedMediaType, reading.trail->url + " is no playlist"};
     }
+    const bool isFromNet = !Medium(reading.trail->url).isLocal();
+    size_t localFiles = 0;
     for (auto entry = reading.entries.rbegin(); entry != reading.entries.rend(); ++entry) {
-        m_places.push_front({{inputUrl(entry->url.c_str()), entry->title}, reading.trail});
+        std::string url = inputUrl(entry->url.c_str());
+        if (isFromNet && Medium(url).isLocal()) {
+            ++localFiles;
+        } else {
+            m_places.push_front({{std::move(url), entry->title}, reading.trail});
+        }
+    }
+    if (localFiles > 0) {
+        m_problem = {ErrorCode::Permission, "a playlist from the net may not open files"};
+        std::fprintf(stderr, "voro-renderer: %s: %zu are left out\n", m_problem.text.c_str(), localFiles);
     }
     proceed();
 }
 
 void Playlist::finish(const Result &result)
 {
+    m_timer.reset();
     m_places.clear();
     const Done done = std::exchange(m_done, nullptr);
     if (!done) {

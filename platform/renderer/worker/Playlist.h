@@ -32,6 +32,8 @@ private:
     /** The playlists that led to a place, to notice when one leads to itself. */
     struct Trail {
         std::string url;
+        /** The same for every name that the playlist has. */
+        std::string identity;
         std::shared_ptr<const Trail> parent;
         int depth;
     };
@@ -55,7 +57,8 @@ private:
     void start(std::unique_ptr<Reading> reading, const std::string &uri);
     void take(const Reading &reading, bool isList);
     void finish(const Result &result);
-    static bool leadsToItself(const Trail *trail, const std::string &url);
+    static bool leadsToItself(const Trail *trail, const std::string &identity);
+    static gboolean onTimeout(gpointer self);
 
     Done m_done;
     std::deque<Place> m_places;
@@ -64,6 +67,7 @@ private:
     int m_read = 0;
     Reading *m_reading = nullptr;
     Fetch m_fetch;
+    Source m_timer;
 };
 
 } // namespace voro::renderer

@@ -2,6 +2,7 @@
 #include "RealMedia.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void initTestCase();
     void playlist_isPlayedWithoutGaps_data();
     void playlist_isPlayedWithoutGaps();
+    void slowPlaylist_isPlayedAsFarAsItWasRead();
     void playlist_isRefused_data();
     void playlist_isRefused();
     void longPlaylist_showsWhatIsNear();
@@ -73,6 +75,7 @@ void tst_Queue::initTestCase()
     encode("percent%41.wav", "6.4");
     write("broken.wav", QByteArray(5000, 'x'));
     write("sub/list.m3u", "d.wav\n../a.wav\n");
+    write("back.m3u", "l.m3u\nc.flac\n");
     write("circle1.m3u", "circle2.pls\na.wav\n");
     write("circle2.pls", "[playlist]\nFile1=circle1.m3u\nFile2=c.flac\nNumberOfEntries=2\nVersion=2\n");
 }
@@ -108,6 +111,17 @@ void tst_Queue::playlist_isPlayedWithoutGaps_data()
         << QByteArray(
                "[playlist]\nFile1=a.wav\nTitle1=One\nLength1=1\nFile2=sub/list.m3u\nNumberOfEntries=2\nVersion=2\n")
         << 1.0 << 3;
+    const auto numbered = [](const char *title, const QByteArray &lines, double seconds, int total) {
+        QTest::newRow(title) << QByteArray("l.pls") << "[playlist]\n" + lines << seconds << total;
+    };
+    numbered("pls, two joined",
+             "File1=a.wav\nFile2=b b.wav\nNumberOfEntries=2\n[playlist]\nFile1=c.flac\nNumberOfEntries=1\n", 0.7, 3);
+    numbered("pls, two joined without a head", "File1=a.wav\nFile2=b b.wav\nFile1=c.flac\n", 0.7, 3);
+    numbered("pls, no numbers", "File=a.wav\nfilename=c.flac\nNumberOfEntries=2\n", 0.5, 2);
+    numbered("pls, numbers far apart",
+             "NumberOfEntries=2000000000\nFile2000000000=sub/d.wav\nFile01=b b.wav\nFile0=a.wav\n", 1.1, 3);
+    QTest::newRow("names itself through another") << QByteArray("l.m3u") << QByteArray("a.wav\nback.m3u\n") << 0.5 << 2;
+    QTest::newRow("of 2.5 GB") << QByteArray("huge.m3u") << QByteArray("#EXTM3U\na.wav\n") << 0.1 << 1;
     QTest::newRow("pls, Latin-1") << QByteArray("l.pls")
                                   << QByteArray("[playlist]\r\nFile1=\xe4.wav\r\nNumberOfEntries=1\r\n") << 1.6 << 1;
     QTest::newRow("xspf") << QByteArray("l.xspf")
@@ -129,6 +143,7 @@ void tst_Queue::playlist_isPlayedWithoutGaps()
     QFETCH(const double, seconds);
     QFETCH(const int, total);
     write(name, content);
+    QVERIFY(name != "huge.m3u" || QFile::resize(QString::fromUtf8(file(name)), 2'500'000'000));
     const Application application;
     QVERIFY(application.attachAudio() >= 0);
     QCOMPARE(application.attach("file://" + file(name)), int(ErrorCode::Internal));
@@ -138,6 +153,18 @@ void tst_Queue::playlist_isPlayedWithoutGaps()
     QCOMPARE(mmr_play(application.context()), 0);
     QCOMPARE(waitForEnd(*state).number("error", -1), 0);
     QCOMPARE(samplesOf(file("heard.raw")).size(), static_cast<qsizetype>(seconds * 44100 + 0.5));
+}
+
+void tst_Queue::slowPlaylist_isPlayedAsFarAsItWasRead()
+{
+    write("long.m3u", QByteArray("#\n").repeated(2'000'000));
+    write("slow.m3u", "a.wav\n" + QByteArray("long.m3u\n").repeated(400));
+    const Application application;
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(application.attach(file("slow.m3u"), "playlist"), 0);
+    QVERIFY2(timer.elapsed() < 20'000, QByteArray::number(timer.elapsed()).constData());
+    QCOMPARE(application.content("play-queue").number("total"), 1);
 }
 
 void tst_Queue::playlist_isRefused_data()
