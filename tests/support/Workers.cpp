@@ -30,3 +30,12 @@ QList<pid_t> workersWith(const QByteArray &file, qint64 daemon)
     });
     return workers;
 }
+
+qint64 peakMemory(pid_t process)
+{
+    constexpr char Field[] = "VmHWM:";
+    QFile status(QStringLiteral("/proc/%1/status").arg(process));
+    const QByteArray text = status.open(QFile::ReadOnly) ? status.readAll() : QByteArray();
+    const qsizetype start = text.indexOf(Field) + static_cast<qsizetype>(sizeof Field);
+    return text.mid(start).simplified().split(' ').first().toLongLong();
+}

@@ -9,3 +9,5 @@
 QList<pid_t> workersOf(qint64 daemon);
 /** Those of them that have a file open. */
 QList<pid_t> workersWith(const QByteArray &file, qint64 daemon);
+/** How much memory a process has had at most, in KiB. */
+qint64 peakMemory(pid_t process);

@@ -1,5 +1,6 @@
 #include "CaptionFile.h"
 
+#include "FileReader.h"
 #include "Gst.h"
 
 #include <renderer/common/Medium.h>
@@ -8,8 +9,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -17,7 +16,7 @@ namespace voro::renderer {
 
 namespace {
 
-constexpr std::streamsize Largest = 8 * 1024 * 1024;
+constexpr size_t Largest = 8 * 1024 * 1024;
 /** What is shorter is not recognised. */
 constexpr size_t Shortest = 512;
 
@@ -121,9 +120,8 @@ std::string CaptionFile::open(const std::string &url)
     if (!medium.isLocal() || !medium.check()) {
         return medium.uri();
     }
-    std::ifstream file(medium.path(), std::ios::binary);
-    std::string text(std::istreambuf_iterator<char>(file), {});
-    if (static_cast<std::streamsize>(text.size()) > Largest) {
+    std::string text = FileReader(medium.path()).at(0, Largest + 1);
+    if (text.size() > Largest) {
         return medium.uri();
     }
     if (!g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)) {

@@ -1,5 +1,6 @@
 #include "Captions.h"
 
+#include "CaptionLimit.h"
 #include "WindowSink.h"
 
 #include <memory>
@@ -78,7 +79,9 @@ void Captions::clear()
 
 void Captions::show(const std::string &text)
 {
-    m_text = text;
+    // More than a screen shows; to lay the text out takes the square of its length, and the pictures wait for it.
+    constexpr size_t MostShown = 2048;
+    m_text = limitedCaption(text, MostShown);
     draw();
 }
 
@@ -113,7 +116,7 @@ void Captions::onText(GstElement *, GstBuffer *buffer, GstPad *, gpointer self)
 {
     GstMapInfo map;
     if (gst_buffer_map(buffer, &map, GST_MAP_READ)) {
-        const std::string text(reinterpret_cast<const char *>(map.data), map.size);
+        const std::string text(limitedCaption({reinterpret_cast<const char *>(map.data), map.size}));
         gst_buffer_unmap(buffer, &map);
         if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)) {
             static_cast<Captions *>(self)->leave(text, GST_BUFFER_DURATION(buffer));

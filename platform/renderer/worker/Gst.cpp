@@ -24,6 +24,14 @@ bool isSeekable(GstElement *element)
     return isSeekable;
 }
 
+std::string uriOf(GstElement *decoder)
+{
+    gchar *raw = nullptr;
+    g_object_get(decoder, "uri", &raw, nullptr);
+    const Owned<char> uri(raw);
+    return uri ? uri.get() : "";
+}
+
 int sampleRateOf(const GstCaps *caps)
 {
     int rate = 0;

@@ -57,6 +57,8 @@ private:
 /** What an element that plays knows of its medium: milliseconds, 0 when not known. */
 int64_t durationOf(GstElement *element);
 bool isSeekable(GstElement *element);
+/** What an element that decodes a URI was given. */
+std::string uriOf(GstElement *decoder);
 /** The rate of raw or encoded sound in Hz, 0 for other caps. */
 int sampleRateOf(const GstCaps *caps);
 

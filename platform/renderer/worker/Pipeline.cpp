@@ -1,5 +1,7 @@
 #include "Pipeline.h"
 
+#include "CaptionEnd.h"
+#include "CaptionLimit.h"
 #include "EarlyErrors.h"
 #include "Gaps.h"
 #include "HttpSource.h"
@@ -25,16 +27,11 @@ enum PlayFlags : guint {
     BufferStreams = 0x100,
 };
 
+/** How often is looked whether time stands still. */
+constexpr guint StandstillInterval = 200;
+
 /** The message that all streams of the medium were found. */
 constexpr char StreamsKnown[] = "voro-streams-known";
-
-std::string uriOf(GstElement *decoder)
-{
-    gchar *raw = nullptr;
-    g_object_get(decoder, "uri", &raw, nullptr);
-    const Owned<char> uri(raw);
-    return uri ? uri.get() : "";
-}
 
 int64_t toMilliseconds(gint64 nanoseconds)
 {
@@ -192,6 +189,9 @@ void Pipeline::openPlaybin(bool needsPicture)
         m_captions.setWindow(m_outputs.hasCaptions ? m_outputs.captionWindow : Window());
     }
     m_captions.setShown(m_choice.areShown);
+    if (hasCaptionFile()) {
+        m_captionTimer.reset(g_timeout_add(StandstillInterval, onStandstillDue, this));
+    }
     const std::string captions = hasCaptionFile() ? m_captionFile.open(m_choice.url) : std::string();
     g_object_set(m_playbin.get(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);
     g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
@@ -279,6 +279,7 @@ void Pipeline::unload()
         gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
     }
     forgetMessages();
+    m_captionTimer.reset();
     m_captions.clear();
     m_rate = 1000;
     m_isHeld = true;
@@ -341,6 +342,8 @@ void Pipeline::onElementAdded(GstBin *, GstBin *, GstElement *element, gpointer 
         g_signal_connect(element, "pad-added", G_CALLBACK(onStreamAdded), self);
     } else if (isOfType(element, "souphttpsrc")) {
         keepToServersOffer(element);
+    } else if (isOfType(element, "subparse")) {
+        limitCaptions(element);
     } else if (isOfType(element, "vorbisdec") || isOfType(element, "opusdec")) {
         skipUnheard(element);
     }
@@ -397,6 +400,18 @@ void Pipeline::onAboutToFinish(GstElement *playbin, gpointer self)
     if (!uri.empty()) {
         g_object_set(playbin, "uri", uri.c_str(), "suburi", nullptr, nullptr);
     }
+}
+
+gboolean Pipeline::onStandstillDue(gpointer self)
+{
+    auto *pipeline = static_cast<Pipeline *>(self);
+    const int64_t last = std::exchange(pipeline->m_lastTime, pipeline->position());
+    const bool standsStill = !pipeline->m_isHeld && !pipeline->m_seeking && last == pipeline->m_lastTime;
+    if (standsStill && endCaptions(pipeline->m_playbin.get(), pipeline->m_uri)) {
+        pipeline->m_captionTimer.forget();
+        return G_SOURCE_REMOVE;
+    }
+    return G_SOURCE_CONTINUE;
 }
 
 void Pipeline::checkStreams()

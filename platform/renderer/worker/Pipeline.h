@@ -140,6 +140,7 @@ private:
     void settle();
     bool seekNow(const Target &target);
     void finishSeek();
+    static gboolean onStandstillDue(gpointer self);
     void checkStreams();
     /** A stream has ended without anything in it; fails when all of them have. */
     void checkContent();
@@ -157,6 +158,9 @@ private:
     /** Which of the two has the medium. */
     GstElement *m_top;
     Source m_watch;
+    /** Runs while there are captions that could keep the medium from ending. */
+    Source m_captionTimer;
+    int64_t m_lastTime = 0;
     /** Runs while a medium is opened ahead. */
     Source m_aheadTimer;
     /** What was told of it. */

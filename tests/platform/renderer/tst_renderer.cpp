@@ -65,6 +65,7 @@ private Q_SLOTS:
     void durationAndTitle_areRight();
     void cover_isTold_data();
     void cover_isTold();
+    void hugeCover_isLeftOut();
     void attachError_tellsTheCause_data();
     void attachError_tellsTheCause();
     void sound_isComplete();
@@ -205,6 +206,24 @@ void tst_Renderer::cover_isTold()
     const auto comma = url.indexOf(',') + 1;
     QVERIFY2((url.first(comma) + QByteArray::fromBase64(url.mid(comma))).startsWith(type), url.first(30).constData());
     QVERIFY(std::abs(play(application).size() - 2 * 44100) < 1200);
+}
+
+/** A picture that fills the memory is left out, however small its file is. */
+void tst_Renderer::hugeCover_isLeftOut()
+{
+    const QString path = m_folder.filePath(QStringLiteral("huge.flac"));
+    media::encode(path, QStringLiteral("sine=duration=2[out0];color=red:size=16000x16000:duration=1:rate=1[out1]"),
+                  {"-map", "0", "-c:v", "png", "-disposition:v", "attached_pic"});
+    const Application application;
+    QCOMPARE(application.attach(path.toUtf8()), 0);
+    // In real time, so that there is time for the picture.
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    for (const pid_t worker : workersOf(m_daemon.processId())) {
+        QVERIFY2(peakMemory(worker) < 200 * 1024, QByteArray::number(peakMemory(worker)).constData());
+    }
+    QVERIFY(!application.content("q1").has("image"));
 }
 
 void tst_Renderer::attachError_tellsTheCause_data()

@@ -1,6 +1,7 @@
 #include "Application.h"
 #include "RealMedia.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -197,26 +198,40 @@ void tst_Video::captionsOfFile_leaveTheMediumAlone_data()
 {
     QTest::addColumn<bool>("hasWindow");
     QTest::addColumn<QByteArray>("isDisabled");
-    QTest::newRow("no window") << false << QByteArray("0");
-    QTest::newRow("switched off") << true << QByteArray("1");
-    QTest::newRow("longer than the medium") << true << QByteArray("0");
+    QTest::addColumn<QByteArray>("captions");
+    const QByteArray head = "1\n00:00:00,200 --> 00:00:20,000\n";
+    const QByteArray plain = head + "WIDE WHITE WORDS\n";
+    QTest::newRow("no window") << false << QByteArray("0") << plain;
+    QTest::newRow("switched off") << true << QByteArray("1") << plain;
+    QTest::newRow("longer than the medium") << true << QByteArray("0") << plain;
+    QTest::newRow("60 KB of marks") << true << QByteArray("0") << head + QByteArray("<b>").repeated(20'000) + "x\n\n";
+    QTest::newRow("600 KB of marks") << true << QByteArray("0")
+                                     << head + QByteArray("<b>\n").repeated(150'000) + "x\n\n";
+    QTest::newRow("a line of 6 MB") << true << QByteArray("0") << head + QByteArray(6'000'000, 'x') + "\n\n";
+    QTest::newRow("many behind the end") << true << QByteArray("0")
+                                         << QByteArray("1\n00:01:00,000 --> 00:01:01,000\nlate\n\n").repeated(10'000);
 }
 
 void tst_Video::captionsOfFile_leaveTheMediumAlone()
 {
     QFETCH(const bool, hasWindow);
     QFETCH(const QByteArray, isDisabled);
+    QFETCH(const QByteArray, captions);
+    write("other.srt", captions);
     const quint32 window = m_screen.makeWindow(0, 0, Width, Height);
     const Application application;
     QVERIFY(mmr_output_attach(application.context(), screen(window).constData(), "video") >= 0);
     QVERIFY(!hasWindow || mmr_output_attach(application.context(), screen(window).constData(), "subpicture") >= 0);
     QCOMPARE(application.attach(file("mute.webm")), 0);
-    strm_dict_t *parameters = strm_dict_set(strm_dict_new(), "subpicture_url", file("c.srt").constData());
+    strm_dict_t *parameters = strm_dict_set(strm_dict_new(), "subpicture_url", file("other.srt").constData());
     parameters = strm_dict_set(parameters, "subpicture_disable", isDisabled.constData());
     QCOMPARE(mmr_track_parameters(application.context(), 1, parameters), 0);
     const auto state = application.watch("state?wait");
+    QElapsedTimer timer;
+    timer.start();
     QCOMPARE(mmr_play(application.context()), 0);
     QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+    QVERIFY2(timer.elapsed() < 8'000, QByteArray::number(timer.elapsed()).constData());
     QCOMPARE(application.content("status").number("position"), 1000);
     m_screen.destroyWindow(window);
 }
