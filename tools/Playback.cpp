@@ -326,6 +326,9 @@ MediaError::Type Playback::stop()
 
 MediaError::Type Playback::seekBy(int milliseconds)
 {
+    if (!m_player.isSeekable()) {
+        return MediaError::UnsupportedOperation;
+    }
     const auto target = std::max<qint64>(0, static_cast<qint64>(m_sought.value_or(m_player.position())) + milliseconds);
     const unsigned end = m_player.duration();
     m_sought = end > 0 ? static_cast<unsigned>(std::min<qint64>(target, end)) : static_cast<unsigned>(target);

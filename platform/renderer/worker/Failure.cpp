@@ -9,6 +9,7 @@ ErrorCode codeOfResourceError(int code)
     switch (code) {
     case GST_RESOURCE_ERROR_NOT_FOUND:
     case GST_RESOURCE_ERROR_OPEN_READ:
+    case GST_RESOURCE_ERROR_OPEN_READ_WRITE:
         return ErrorCode::SourceUnavailable;
     case GST_RESOURCE_ERROR_NOT_AUTHORIZED:
         return ErrorCode::Permission;

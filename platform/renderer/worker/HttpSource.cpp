@@ -18,15 +18,8 @@ gboolean isRangesField(GQuark name, const GValue *value, gpointer isOffered)
 // Runs in the source's thread.
 GstPadProbeReturn onHead(GstPad *pad, GstPadProbeInfo *info, gpointer)
 {
-    const GstStructure *head = gst_event_get_structure(GST_PAD_PROBE_INFO_EVENT(info));
-    if (!head || !gst_structure_has_name(head, "http-headers")) {
-        return GST_PAD_PROBE_OK;
-    }
-    const GValue *fields = gst_structure_get_value(head, "response-headers");
-    if (fields && GST_VALUE_HOLDS_STRUCTURE(fields)) {
-        bool isOffered = false;
-        gst_structure_foreach(gst_value_get_structure(fields), isRangesField, &isOffered);
-        g_object_set_data(G_OBJECT(pad), Unoffered, GINT_TO_POINTER(!isOffered));
+    if (const auto offer = offersParts(GST_PAD_PROBE_INFO_EVENT(info))) {
+        g_object_set_data(G_OBJECT(pad), Unoffered, GINT_TO_POINTER(!*offer));
     }
     return GST_PAD_PROBE_OK;
 }
@@ -45,6 +38,19 @@ GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer)
 }
 
 } // namespace
+
+std::optional<bool> offersParts(GstEvent *event)
+{
+    const GstStructure *head = gst_event_get_structure(event);
+    const bool isHead = head && gst_structure_has_name(head, "http-headers");
+    const GValue *fields = isHead ? gst_structure_get_value(head, "response-headers") : nullptr;
+    if (!fields || !GST_VALUE_HOLDS_STRUCTURE(fields)) {
+        return std::nullopt;
+    }
+    bool isOffered = false;
+    gst_structure_foreach(gst_value_get_structure(fields), isRangesField, &isOffered);
+    return isOffered;
+}
 
 void keepToServersOffer(GstElement *source)
 {

@@ -5,6 +5,7 @@
 #include "EarlyErrors.h"
 #include "Gaps.h"
 #include "HttpSource.h"
+#include "Replay.h"
 #include "Trim.h"
 #include "Unheard.h"
 #include "WindowSink.h"
@@ -193,6 +194,10 @@ void Pipeline::openPlaybin(bool needsPicture)
         m_captionTimer.reset(g_timeout_add(StandstillInterval, onStandstillDue, this));
     }
     const std::string captions = hasCaptionFile() ? m_captionFile.open(m_choice.url) : std::string();
+    m_open.add(m_uri);
+    if (!captions.empty()) {
+        m_open.add(captions);
+    }
     g_object_set(m_playbin.get(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);
     g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
                  "flags", flags(), nullptr);
@@ -279,6 +284,7 @@ void Pipeline::unload()
         gst_element_set_state(m_playbin.get(), GST_STATE_NULL);
     }
     forgetMessages();
+    m_open.clear();
     m_captionTimer.reset();
     m_captions.clear();
     m_rate = 1000;
@@ -335,13 +341,16 @@ void Pipeline::finishSeek()
 }
 
 // Runs in a streaming thread.
-void Pipeline::onElementAdded(GstBin *, GstBin *, GstElement *element, gpointer self)
+void Pipeline::onElementAdded(GstBin *, GstBin *parent, GstElement *element, gpointer self)
 {
     if (isOfType(element, "uridecodebin")) {
         g_signal_connect(element, "no-more-pads", G_CALLBACK(onStreamsKnown), self);
         g_signal_connect(element, "pad-added", G_CALLBACK(onStreamAdded), self);
     } else if (isOfType(element, "souphttpsrc")) {
         keepToServersOffer(element);
+        if (isOfType(GST_ELEMENT(parent), "uridecodebin")) {
+            Replay::insertBehind(element);
+        }
     } else if (isOfType(element, "subparse")) {
         limitCaptions(element);
     } else if (isOfType(element, "vorbisdec") || isOfType(element, "opusdec")) {
@@ -398,6 +407,7 @@ void Pipeline::onAboutToFinish(GstElement *playbin, gpointer self)
     }
     const std::string uri = pipeline->m_succession.take();
     if (!uri.empty()) {
+        pipeline->m_open.add(uri);
         g_object_set(playbin, "uri", uri.c_str(), "suburi", nullptr, nullptr);
     }
 }

@@ -6,6 +6,7 @@
 #include "Failure.h"
 #include "FilePipeline.h"
 #include "Gst.h"
+#include "OpenMedia.h"
 #include "Succession.h"
 #include "VideoBin.h"
 
@@ -167,6 +168,7 @@ private:
     std::vector<Owned<GstMessage>> m_aheadMessages;
     std::string m_uri;
     CaptionFile m_captionFile;
+    OpenMedia m_open;
     CaptionChoice m_choice;
     Outputs m_outputs;
     int m_rate = 1000;

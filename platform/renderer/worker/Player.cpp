@@ -105,7 +105,7 @@ void Player::load()
 void Player::reload()
 {
     if (m_phase == Phase::Running || m_phase == Phase::Ready) {
-        m_position = position();
+        m_position = m_track.facts().isSeekable ? position() : 0;
         m_phase = m_phase == Phase::Running ? Phase::Starting : Phase::Opening;
         load();
     } else if (isOpening()) {
@@ -212,7 +212,7 @@ Result Player::begin()
     const int rate = m_settings.speed == 0 ? NormalSpeed : m_settings.speed;
     if (rate < 0 && m_position == 0) {
         holdAtBeginning();
-    } else if ((m_position != 0 || rate != NormalSpeed) && !m_pipeline.seek(m_position, rate)) {
+    } else if ((m_position != 0 || rate != NormalSpeed) && !seekTo(m_position, rate)) {
         m_phase = Phase::Ready;
         return {ErrorCode::UnsupportedOperation, "the medium cannot be played from there or at that speed"};
     }
@@ -281,7 +281,7 @@ Result Player::setSpeed(int speed)
             reload();
             return {};
         }
-        if (!m_pipeline.seek(now, speed)) {
+        if (!seekTo(now, speed)) {
             return {ErrorCode::UnsupportedOperation, "the medium cannot be played at that speed"};
         }
     }
@@ -320,7 +320,7 @@ Result Player::seek(unsigned track, int64_t position)
         reload();
         m_position = target;
     } else if (m_phase == Phase::Running) {
-        if (!m_pipeline.seek(target, m_pipeline.rate())) {
+        if (!seekTo(target, m_pipeline.rate())) {
             return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
         }
         prepareFollowing();
@@ -328,6 +328,12 @@ Result Player::seek(unsigned track, int64_t position)
     m_position = target;
     reportStatus();
     return {};
+}
+
+/** Goes to a time; false when the medium does not allow it, which then plays on undisturbed. */
+bool Player::seekTo(int64_t position, int rate)
+{
+    return m_track.facts().isSeekable && m_pipeline.seek(position, rate);
 }
 
 void Player::apply(const Settings &settings)
@@ -470,10 +476,11 @@ void Player::onEnded()
     }
     const auto next = m_queue.following();
     const int64_t last = std::max(m_track.facts().duration, m_pipeline.position());
-    if (next == m_queue.current() && m_pipeline.position() > 0 && m_pipeline.seek(0, m_pipeline.rate())) {
+    const bool isSame = next == m_queue.current();
+    if (isSame && m_pipeline.position() > 0 && seekTo(0, m_pipeline.rate())) {
         prepareFollowing();
         reportStatus();
-    } else if (next && next != m_queue.current()) {
+    } else if (next && (!isSame || (m_pipeline.position() > 0 && !m_track.facts().isSeekable))) {
         m_isForward = true;
         m_phase = Phase::Starting;
         m_played = Played{m_queue.current(), last};

@@ -78,6 +78,7 @@ private:
     void fail(const Result &result);
     /** The queue is over, with the track that was played last. */
     void complete(unsigned track, int64_t last);
+    bool seekTo(int64_t position, int rate);
     Result begin();
     void proceed();
     void holdAtBeginning();

@@ -18,6 +18,7 @@ void Probe::start(const std::string &uri, Done done)
     cancel();
     m_done = std::move(done);
     m_facts = {};
+    m_open.add(uri);
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-probe"))));
     GstElement *decoder = makeElement("uridecodebin");
     g_object_set(decoder, "uri", uri.c_str(), nullptr);
@@ -38,6 +39,7 @@ void Probe::cancel()
         gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
         m_pipeline.reset();
     }
+    m_open.clear();
     m_done = nullptr;
 }
 

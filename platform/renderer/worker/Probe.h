@@ -2,6 +2,7 @@
 
 #include "Facts.h"
 #include "Gst.h"
+#include "OpenMedia.h"
 
 #include <renderer/common/Error.h>
 
@@ -35,6 +36,7 @@ private:
 
     Done m_done;
     Facts m_facts;
+    OpenMedia m_open;
     Owned<GstElement> m_pipeline;
     Source m_watch;
     Source m_timer;

@@ -37,9 +37,13 @@ private Q_SLOTS:
     void stream_isPlayedWhole_data();
     void stream_isPlayedWhole();
     void stream_isSoughtIn_ifTheServerSendsParts();
+    void seekInWhatTheServerSendsOnce_isDoneOrRefused_data();
+    void seekInWhatTheServerSendsOnce_isDoneOrRefused();
     void segments_arePlayedAndSoughtIn();
     void playlist_isPlayedWhole_data();
     void playlist_isPlayedWhole();
+    void listFromNet_opensNothingLocal_data();
+    void listFromNet_opensNothingLocal();
     void failingServer_isTold_data();
     void failingServer_isTold();
     void radio_tellsItsTitles();
@@ -58,6 +62,7 @@ private:
     qsizetype play(const QByteArray &url, const char *type = "autolist", const char *position = "0");
 
     void serve(HttpExchange &exchange);
+    QByteArray localList(const QByteArray &name) const;
     void serveRadio(HttpExchange &exchange);
     void serveInParts(HttpExchange &exchange, const QByteArray &medium);
 
@@ -80,7 +85,10 @@ void tst_Streams::initTestCase()
         encode(name, "4");
     }
     encode("early.m4a", "4", {"-movflags", "faststart"});
-    encode("long.wav", "40");
+    for (const char *name : {"long.wav", "long.ogg", "long.mp3", "long.flac", "long.mka"}) {
+        encode(name, "40");
+    }
+    encode("long.m4a", "40", {"-movflags", "faststart"});
     encode("one.wav", "0.1");
     encode("two.wav", "0.2");
     encode("index.m3u8", "8", {"-c:a", "aac", "-f", "hls", "-hls_time", "2", "-hls_list_size", "0"});
@@ -106,9 +114,17 @@ void tst_Streams::serve(HttpExchange &exchange)
             && exchange.send(name.startsWith("pls") ? "[playlist]\nFile1=/ranges/one.wav\nFile2="
                                                           + m_server.url("/whole/two.wav") + "\nNumberOfEntries=2\n"
                                                     : QByteArray("#EXTM3U\n../ranges/one.wav\n/whole/two.wav\n"));
+    } else if (kind == "local") {
+        exchange.sendHead("200 OK") && exchange.send(localList(name));
     } else if (kind == "page") {
         exchange.sendHead("200 OK", "Content-Type: text/html\r\n")
             && exchange.send("<!DOCTYPE html><html><body>" + QByteArray("<p>Not here.</p>").repeated(500) + "</body>");
+    } else if (kind == "half") {
+        // The rest comes when the test wants it.
+        exchange.sendHead("200 OK", "Content-Length: " + QByteArray::number(medium.size()) + "\r\n");
+        exchange.send(medium.first(medium.size() / 2));
+        m_gate.acquire();
+        exchange.send(medium.mid(medium.size() / 2));
     } else if (kind == "silent") {
         exchange.stall();
     } else if (kind == "mute") {
@@ -143,6 +159,30 @@ void tst_Streams::serveRadio(HttpExchange &exchange)
             exchange.send(isNew ? titleBlock("Title " + QByteArray::number(++title)) : QByteArray(1, '\0'));
         }
     }
+}
+
+/** A list of the format that the name says, with a file of this machine in it. */
+QByteArray tst_Streams::localList(const QByteArray &name) const
+{
+    const QByteArray url = "file://" + file(name.startsWith("hls") ? "index0.ts" : "a.wav");
+    if (name == "list.m3u") {
+        return "#EXTM3U\n" + url + '\n';
+    }
+    if (name == "list.pls") {
+        return "[playlist]\nFile1=" + url + "\nNumberOfEntries=1\n";
+    }
+    if (name == "list.xspf") {
+        return "<?xml version=\"1.0\"?><playlist version=\"1\" "
+               "xmlns=\"http://xspf.org/ns/0/\"><trackList><track><location>"
+               + url + "</location></track></trackList></playlist>";
+    }
+    if (name == "list.asx") {
+        return "<asx version=\"3.0\"><entry><ref href=\"" + url + "\"/></entry></asx>";
+    }
+    if (name == "hls-index.m3u8") {
+        return "#EXTM3U\n#EXT-X-STREAM-INF:BANDWIDTH=100000\nfile://" + file("index.m3u8") + '\n';
+    }
+    return "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:3\n#EXTINF:2.0,\n" + url + "\n#EXT-X-ENDLIST\n";
 }
 
 /** Sends the beginning; what happens then is in the name. */
@@ -221,13 +261,44 @@ void tst_Streams::stream_isSoughtIn_ifTheServerSendsParts()
     QCOMPARE(application.content("q1").number("md_title_duration"), 4000);
     const qsizetype heard = play(m_server.url("/ranges/a.wav"), "autolist", "1:3000");
     QVERIFY2(std::abs(heard - 44'100) < 100, QByteArray::number(heard).constData());
+}
 
-    for (const char *kind : {"/whole/a.ogg", "/whole/a.wav", "/endless/a.ogg"}) {
-        QCOMPARE(application.attach(m_server.url(kind)), 0);
-        QCOMPARE(application.content("q1").text("md_title_seekable"), std::string("false"));
-        QCOMPARE(application.code(mmr_seek(application.context(), "3000")),
-                 static_cast<int>(ErrorCode::UnsupportedOperation));
+void tst_Streams::seekInWhatTheServerSendsOnce_isDoneOrRefused_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<ErrorCode>("back");
+    QTest::addColumn<ErrorCode>("onward");
+    const auto row = [](const char *name, ErrorCode back, ErrorCode onward) {
+        QTest::newRow(name) << QByteArray(name) << back << onward;
+    };
+    row("long.wav", ErrorCode::None, ErrorCode::UnsupportedOperation);
+    // Their times are found by reading on.
+    row("long.mp3", ErrorCode::None, ErrorCode::None);
+    row("long.flac", ErrorCode::None, ErrorCode::None);
+    for (const char *name : {"long.ogg", "long.mka", "long.m4a"}) {
+        row(name, ErrorCode::UnsupportedOperation, ErrorCode::UnsupportedOperation);
     }
+}
+
+/** What was received can be sought in, where the format allows it; where not, it plays on. */
+void tst_Streams::seekInWhatTheServerSendsOnce_isDoneOrRefused()
+{
+    QFETCH(const QByteArray, name);
+    QFETCH(const ErrorCode, back);
+    QFETCH(const ErrorCode, onward);
+    const Application application;
+    QVERIFY(application.attachAudio() >= 0);
+    QCOMPARE(application.setContext("updateinterval", "20"), 0);
+    QCOMPARE(application.attach(m_server.url("/half/" + name)), 0);
+    const auto status = application.watch("status?wait");
+    const auto state = application.watch("state?wait");
+    QCOMPARE(mmr_play(application.context()), 0);
+    while (readMessage(*status).number("position") < 2000) {
+    }
+    QCOMPARE(application.code(mmr_seek(application.context(), "1:39000")), static_cast<int>(onward));
+    QCOMPARE(application.code(mmr_seek(application.context(), "1:1000")), static_cast<int>(back));
+    m_gate.release();
+    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
 }
 
 void tst_Streams::segments_arePlayedAndSoughtIn()
@@ -263,6 +334,28 @@ void tst_Streams::playlist_isPlayedWhole()
     QCOMPARE(play(m_server.url(path), "playlist"), static_cast<qsizetype>(seconds * 44100 + 0.5));
 }
 
+void tst_Streams::listFromNet_opensNothingLocal_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<ErrorCode>("code");
+    for (const char *name : {"list.m3u", "list.pls", "list.xspf", "list.asx"}) {
+        QTest::newRow(name) << QByteArray(name) << QByteArray("playlist") << ErrorCode::Permission;
+    }
+    QTest::newRow("segment") << QByteArray("hls-segment.m3u8") << QByteArray("autolist")
+                             << ErrorCode::UnsupportedMediaType;
+    QTest::newRow("index") << QByteArray("hls-index.m3u8") << QByteArray("autolist") << ErrorCode::SourceUnavailable;
+}
+
+void tst_Streams::listFromNet_opensNothingLocal()
+{
+    QFETCH(const QByteArray, name);
+    QFETCH(const QByteArray, type);
+    QFETCH(const ErrorCode, code);
+    const Application application;
+    QCOMPARE(application.attach(m_server.url("/local/" + name), type.constData()), static_cast<int>(code));
+}
+
 void tst_Streams::failingServer_isTold_data()
 {
     QTest::addColumn<QByteArray>("path");
@@ -277,6 +370,7 @@ void tst_Streams::failingServer_isTold_data()
     QTest::newRow("connection is reset") << QByteArray("/rude/a.ogg") << ErrorCode::SourceUnavailable;
     QTest::newRow("no answer") << QByteArray("/silent/a.ogg") << ErrorCode::SourceUnavailable;
     QTest::newRow("begins and stalls") << QByteArray("/mute/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("nobody listens, rtsp") << QByteArray("rtsp://127.0.0.1:1/a") << ErrorCode::SourceUnavailable;
     QTest::newRow("playlist, nothing there") << QByteArray("/404/a.m3u") << ErrorCode::SourceUnavailable;
 }
 
@@ -287,8 +381,8 @@ void tst_Streams::failingServer_isTold()
     const Application application;
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(application.attach(m_server.url(path), path.endsWith(".m3u") ? "playlist" : "autolist"),
-             static_cast<int>(code));
+    const QByteArray url = path.startsWith('/') ? m_server.url(path) : path;
+    QCOMPARE(application.attach(url, path.endsWith(".m3u") ? "playlist" : "autolist"), static_cast<int>(code));
     QVERIFY2(timer.elapsed() < 20'000, QByteArray::number(timer.elapsed()).constData());
     QVERIFY(!application.content("state").has("state"));
 }
