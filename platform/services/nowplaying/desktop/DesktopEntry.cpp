@@ -6,6 +6,8 @@
 
 namespace voro::nowplaying {
 
+// This runs in a thread that may outlast the program's static objects, so there are none here.
+
 namespace {
 
 constexpr qint64 MaximumSize = 1024 * 1024;
@@ -27,14 +29,14 @@ bool hasTerminal(qint64 process)
 
 QString checked(const QString &name)
 {
-    static const QRegularExpression good(QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z0-9._-]{1,255}")));
+    const QRegularExpression good(QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z0-9._-]{1,255}")));
     return good.match(name).hasMatch() ? name : QString();
 }
 
 /** The inverse of systemd's way to write any character in a unit's name. */
 QString unescaped(QString name)
 {
-    static const QRegularExpression escape(QStringLiteral(R"(\\x([0-9a-f]{2}))"));
+    const QRegularExpression escape(QStringLiteral(R"(\\x([0-9a-f]{2}))"));
     for (auto match = escape.match(name); match.hasMatch(); match = escape.match(name, match.capturedStart() + 1)) {
         name.replace(match.capturedStart(), match.capturedLength(), QChar(match.captured(1).toUShort(nullptr, 16)));
     }
@@ -62,7 +64,7 @@ QString desktopEntryFromEnvironment(const QByteArray &environment, qint64 proces
 QString desktopEntryFromGroups(const QByteArray &groups)
 {
     // app[-LAUNCHER]-NAME-RANDOM.scope, app[-LAUNCHER]-NAME[@RANDOM].service; there is no dash in NAME but an escaped one.
-    static const QRegularExpression unit(
+    const QRegularExpression unit(
         QStringLiteral(R"(/app-(?:[^/-]+-)?([^/@-]+)(?:-[^/-]+\.scope|(?:@[^/]*)?\.service)(?:/|$))"),
         QRegularExpression::MultilineOption);
     return checked(unescaped(unit.match(QString::fromUtf8(groups)).captured(1)));
