@@ -90,10 +90,10 @@ Client *Broker::Private::addClient(Fd socket, uint64_t adopted, std::string_view
     }
     const ClientId id = adopted ? adopted : ++lastId;
     const int fd = socket.get();
-    auto client = std::make_unique<Client>(id, std::move(socket), Peer{credentials.pid, adopted});
+    const pid_t process = credentials.pid > 0 ? credentials.pid : UnknownProcess;
+    auto client = std::make_unique<Client>(id, std::move(socket), Peer{process, adopted});
     client->onlyPath = onlyPath;
     // What a worker's socket takes is the services' own matter.
-    const pid_t process = credentials.pid > 0 ? credentials.pid : UnknownProcess;
     const pid_t payer = onlyPath.empty() ? process : Accounts::Services;
     client->connection = accounts.take(payer, Resource::Connections);
     client->memory = accounts.take(payer, Resource::Memory, client->cost());

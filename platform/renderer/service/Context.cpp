@@ -30,6 +30,11 @@ Result noInput()
     return {ErrorCode::InvalidState, "there is no input"};
 }
 
+Result noRoom()
+{
+    return {ErrorCode::ResourceUnavailable, "there is no room for the parameters"};
+}
+
 /** Whether a medium can be played at that speed. A recording either goes on or pauses. */
 bool isSpeed(int64_t speed, bool isRecording)
 {
@@ -63,10 +68,11 @@ std::string metadataLines(std::string_view lines)
 
 } // namespace
 
-Context::Context(pps::Broker &broker, EngineSource &engines, std::string path)
+Context::Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner)
     : m_broker(broker),
       m_engines(engines),
-      m_folder(broker, std::move(path)),
+      m_owner(owner),
+      m_folder(broker, std::move(path), owner),
       m_isServed(broker.serve(m_folder.path() + "/control", this))
 {}
 
@@ -77,15 +83,28 @@ Context::~Context()
     }
 }
 
+void Context::clientOpened(pps::ClientId client, const pps::Peer &peer)
+{
+    if (m_owner != pps::Accounts::Services && peer.process != m_owner) {
+        m_broker.disconnect(client);
+    }
+}
+
 void Context::clientMessage(pps::ClientId client, std::string_view text)
 {
     pps::Message message;
-    if (m_commands.size() >= MostWaiting) {
-        m_broker.disconnect(client);
-    } else if (message.parse(text) && message.has("msg")) {
-        m_commands.push_back({client, std::move(message)});
-        runNext();
+    if (!message.parse(text) || !message.has("msg")) {
+        return;
     }
+    size_t cost = sizeof(Command) + text.size();
+    cost += message.entries().size() * sizeof(pps::Message::Entry);
+    auto charge = m_broker.accounts().take(m_owner, pps::Resource::Memory, cost);
+    if (m_commands.size() >= MostWaiting || !charge.isValid()) {
+        m_broker.disconnect(client);
+        return;
+    }
+    m_commands.push_back({client, std::move(charge), std::move(message)});
+    runNext();
 }
 
 void Context::clientClosed(pps::ClientId client)
@@ -210,11 +229,8 @@ void Context::contextParameters(const pps::Message &message)
 void Context::inputParameters(const pps::Message &message)
 {
     setParameters(message, [&](const Parameters &parameters) {
-        Result result = m_journal.setInput(parameters);
-        if (result) {
-            m_folder.setInput(parameters);
-        }
-        return result;
+        const Result result = m_journal.setInput(parameters);
+        return !result || m_folder.setInput(parameters) ? result : noRoom();
     });
 }
 
@@ -226,11 +242,8 @@ void Context::trackParameters(const pps::Message &message)
         return;
     }
     setParameters(message, [this, track = static_cast<unsigned>(track)](const Parameters &parameters) {
-        Result result = m_journal.setTrack(track, parameters);
-        if (result && track > 0) {
-            m_folder.setTrackParameters(track, parameters);
-        }
-        return result;
+        const Result result = m_journal.setTrack(track, parameters);
+        return !result || track == 0 || m_folder.setTrackParameters(track, parameters) ? result : noRoom();
     });
 }
 
@@ -261,14 +274,6 @@ void Context::applySettings(const std::string &lines)
 }
 
 // The input
-
-Engine &Context::engine()
-{
-    if (!m_engine) {
-        m_engine = m_engines.start(*this);
-    }
-    return *m_engine;
-}
 
 void Context::inputAttach(const pps::Message &message)
 {
@@ -333,14 +338,21 @@ void Context::refuseInput(const Result &problem)
 /** Has an engine open the input with all that the context was given. */
 void Context::open(const Journal::Input &input, Engine::Done done)
 {
+    if (!m_engine) {
+        m_engine = m_engines.start(*this, m_owner);
+    }
+    if (!m_engine) {
+        done({ErrorCode::ResourceUnavailable, "the process plays too much at once"});
+        return;
+    }
     m_settings = m_journal.settingLines();
-    engine().setFrameQueues(m_journal.frameQueues());
+    m_engine->setFrameQueues(m_journal.frameQueues());
     m_isSilent = false;
-    engine().ask("open", m_journal.openLines(input, m_speed, m_resume),
-                 [this, done = std::move(done)](const Result &result) {
-                     setSilent(m_isSilent);
-                     done(result);
-                 });
+    m_engine->ask("open", m_journal.openLines(input, m_speed, m_resume),
+                  [this, done = std::move(done)](const Result &result) {
+                      setSilent(m_isSilent);
+                      done(result);
+                  });
 }
 
 void Context::inputDetach(const pps::Message &)

@@ -20,7 +20,8 @@ namespace voro::renderer {
 class Context : private pps::Service,
                 private EngineListener {
 public:
-    Context(pps::Broker &broker, EngineSource &engines, std::string path);
+    /** On the account of a process, which alone can command it; without one everybody can. */
+    Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner = pps::Accounts::Services);
     ~Context() override;
     Context(const Context &) = delete;
     Context &operator=(const Context &) = delete;
@@ -33,11 +34,12 @@ private:
     enum class State { Idle, Stopped, Playing };
     struct Command {
         pps::ClientId client;
+        pps::Accounts::Charge charge;
         pps::Message message;
     };
     using Handler = void (Context::*)(const pps::Message &);
 
-    void clientOpened(pps::ClientId, const pps::Peer &) override {}
+    void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
     void clientMessage(pps::ClientId client, std::string_view text) override;
     void clientClosed(pps::ClientId client) override;
     void engineEvent(const pps::Message &event, std::string_view lines) override;
@@ -60,7 +62,6 @@ private:
     void stop(const pps::Message &message);
     void trackParameters(const pps::Message &message);
 
-    Engine &engine();
     void closeMedium(Engine::Done done);
     void attach(const Journal::Input &input);
     void refuseInput(const Result &problem);
@@ -79,6 +80,7 @@ private:
 
     pps::Broker &m_broker;
     EngineSource &m_engines;
+    pid_t m_owner;
     Folder m_folder;
     Journal m_journal;
     bool m_isServed;

@@ -3,6 +3,7 @@
 #include "../common/Error.h"
 
 #include <pps/Text.h>
+#include <sys/types.h>
 
 #include <functional>
 #include <memory>
@@ -44,7 +45,8 @@ public:
 class EngineSource {
 public:
     virtual ~EngineSource() = default;
-    virtual std::unique_ptr<Engine> start(EngineListener &listener) = 0;
+    /** An engine on the account of a process; null when that one has too many already. */
+    virtual std::unique_ptr<Engine> start(EngineListener &listener, pid_t owner) = 0;
     /** A film is shown, so engines to come are likely to show one. */
     virtual void expectFilms() = 0;
 };

@@ -4,6 +4,7 @@
 
 #include <pps/Text.h>
 
+#include <cstdio>
 #include <utility>
 
 namespace voro::renderer {
@@ -11,9 +12,13 @@ namespace voro::renderer {
 using Fence = pps::Broker::Fence;
 
 // Objects are replaced whole, so that nobody is told of attributes that the new content does not have.
-void Folder::publish(const std::string &name, std::string_view lines, Fence fence)
+bool Folder::publish(const std::string &name, std::string_view lines, Fence fence, pid_t payer)
 {
-    m_broker.publish(objectPath(name), ("*@" + name + '\n').append(lines), fence);
+    const bool isPublished = m_broker.publish(objectPath(name), ("*@" + name + '\n').append(lines), fence, payer);
+    if (!isPublished) {
+        std::fprintf(stderr, "vorod: %s: there is no room for it\n", objectPath(name).c_str());
+    }
+    return isPublished;
 }
 
 void Folder::setState(std::string_view state, int speed, const std::optional<Ending> &ending)
@@ -68,7 +73,9 @@ void Folder::publishQueue(unsigned current, unsigned total, Fence fence)
 void Folder::setTrack(unsigned track, std::string_view lines)
 {
     m_tracks.insert(track);
-    publish('q' + std::to_string(track), lines);
+    if (!publish('q' + std::to_string(track), lines, Fence::None, m_owner)) {
+        publishUnknownTrack(track, Fence::None);
+    }
 }
 
 void Folder::setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
@@ -119,22 +126,34 @@ bool Folder::setSilent(bool isSilent)
     return isSilent;
 }
 
-void Folder::setInput(const Parameters &parameters)
+bool Folder::setInput(const Parameters &parameters)
 {
-    publishChange("input", m_input, parameters);
-    m_input = parameters;
+    const bool isPublished = publishChange("input", m_input, parameters);
+    if (isPublished) {
+        m_input = parameters;
+    }
+    return isPublished;
 }
 
-void Folder::setTrackParameters(unsigned track, const Parameters &parameters)
+bool Folder::setTrackParameters(unsigned track, const Parameters &parameters)
 {
-    publishChange('p' + std::to_string(track), m_trackParameters[track], parameters);
-    m_trackParameters[track] = parameters;
+    const auto before = m_trackParameters.find(track);
+    if (!publishChange('p' + std::to_string(track), before == m_trackParameters.end() ? Parameters() : before->second,
+                       parameters)) {
+        return false;
+    }
+    if (parameters.isEmpty()) {
+        m_trackParameters.erase(track);
+    } else {
+        m_trackParameters[track] = parameters;
+    }
+    return true;
 }
 
-void Folder::publishChange(const std::string &name, const Parameters &before, const Parameters &now)
+bool Folder::publishChange(const std::string &name, const Parameters &before, const Parameters &now)
 {
     if (before == now) {
-        return;
+        return true;
     }
     std::string lines = '@' + name + '\n' + now.toText();
     for (const auto &[gone, value] : before.entries()) {
@@ -142,7 +161,7 @@ void Folder::publishChange(const std::string &name, const Parameters &before, co
             lines += '-' + gone + '\n';
         }
     }
-    m_broker.publish(objectPath(name), lines);
+    return m_broker.publish(objectPath(name), lines, Fence::None, m_owner);
 }
 
 } // namespace voro::renderer

@@ -24,7 +24,12 @@ public:
     /** The volume of what does not record. */
     static constexpr std::string_view NoVolume = "0/100";
 
-    Folder(pps::Broker &broker, std::string path) : m_broker(broker), m_path(std::move(path)) {}
+    /** What the application and its medium say is charged to the application's process, the owner. */
+    Folder(pps::Broker &broker, std::string path, pid_t owner)
+        : m_broker(broker),
+          m_path(std::move(path)),
+          m_owner(owner)
+    {}
     /** Removes the objects. */
     ~Folder() { m_broker.remove(m_path); }
     Folder(const Folder &) = delete;
@@ -37,24 +42,25 @@ public:
     void setSpeed(int speed);
     /** Tracks that are far from the current one are shown no longer; the current one always is. */
     void setQueue(unsigned current, unsigned total);
-    /** The metadata of a track, as attribute lines. */
+    /** The metadata of a track, as attribute lines. When the owner cannot have so much, nothing is known of the track. */
     void setTrack(unsigned track, std::string_view lines);
     void setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
                    std::string_view volume = NoVolume);
     /** Whether it plays into nothing, because no sound server answers; shown from the first time on. True when that is
         new. */
     bool setSilent(bool isSilent);
-    /** Input parameters; written only when they are others than before. */
-    void setInput(const Parameters &parameters);
+    /** Input parameters; written only when they are others than before. False when the owner cannot have so much. */
+    bool setInput(const Parameters &parameters);
     /** Parameters of a track, likewise. */
-    void setTrackParameters(unsigned track, const Parameters &parameters);
+    bool setTrackParameters(unsigned track, const Parameters &parameters);
 
     /** Shows that there is no medium. Every reader sees this before it sees the next medium, which may look the same. */
     void clearMedium(unsigned track);
 
 private:
-    void publish(const std::string &name, std::string_view lines, pps::Broker::Fence fence = pps::Broker::Fence::None);
-    void publishChange(const std::string &name, const Parameters &before, const Parameters &now);
+    bool publish(const std::string &name, std::string_view lines, pps::Broker::Fence fence = pps::Broker::Fence::None,
+                 pid_t payer = pps::Accounts::Services);
+    bool publishChange(const std::string &name, const Parameters &before, const Parameters &now);
     void publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
                        std::string_view volume, pps::Broker::Fence fence);
     void publishQueue(unsigned current, unsigned total, pps::Broker::Fence fence);
@@ -64,6 +70,7 @@ private:
 
     pps::Broker &m_broker;
     std::string m_path;
+    pid_t m_owner;
     bool m_isSilent = false;
     Parameters m_input;
     /** The tracks that are shown. */

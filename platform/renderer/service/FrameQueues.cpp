@@ -13,20 +13,23 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <optional>
 
 namespace voro::renderer {
 
 namespace {
 
-constexpr size_t MostViewers = 1024;
 /** Who has not said the name of a queue after so many milliseconds shows nothing. */
 constexpr int LongestSilence = 5'000;
 
-bool isOurUser(int socket)
+/** The process at the other end; nothing when it is another user's. */
+std::optional<pid_t> peerOf(int socket)
 {
     ucred peer{};
     socklen_t size = sizeof peer;
-    return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
+    const bool isOurUser =
+        getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid() && peer.pid > 0;
+    return isOurUser ? std::optional(peer.pid) : std::nullopt;
 }
 
 } // namespace
@@ -67,8 +70,12 @@ void FrameQueues::remove(const std::string &name, const void *worker)
 void FrameQueues::accept()
 {
     pps::Fd socket;
-    if (!m_acceptor.accept(m_listener.get(), socket) || !socket.isValid() || !isOurUser(socket.get())
-        || m_viewers.size() >= MostViewers) {
+    if (!m_acceptor.accept(m_listener.get(), socket) || !socket.isValid()) {
+        return;
+    }
+    const auto process = peerOf(socket.get());
+    auto charge = process ? m_accounts.take(*process, pps::Resource::Viewers) : pps::Accounts::Charge();
+    if (!charge.isValid()) {
         return;
     }
     const int viewer = socket.get();
@@ -79,7 +86,7 @@ void FrameQueues::accept()
             close(viewer);
         }
     });
-    m_viewers[viewer] = {std::move(socket), std::move(ready), {}};
+    m_viewers[viewer] = {std::move(charge), std::move(socket), std::move(ready), {}};
 }
 
 /** Its first packet is the name; a second one or the end of the connection ends it. */

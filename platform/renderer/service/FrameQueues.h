@@ -3,6 +3,7 @@
 #include <QtCore/QSocketNotifier>
 
 #include <pps/Acceptor.h>
+#include <pps/broker/Accounts.h>
 #include <pps/Fd.h>
 
 #include <functional>
@@ -22,7 +23,7 @@ public:
     /** Hands a worker its end. */
     using Give = std::function<void(int socket)>;
 
-    FrameQueues() = default;
+    explicit FrameQueues(pps::Accounts &accounts) : m_accounts(accounts) {}
     ~FrameQueues();
     FrameQueues(const FrameQueues &) = delete;
     FrameQueues &operator=(const FrameQueues &) = delete;
@@ -37,6 +38,7 @@ public:
 
 private:
     struct Viewer {
+        pps::Accounts::Charge charge;
         pps::Fd socket;
         std::unique_ptr<QSocketNotifier> ready;
         /** Empty until it was told. */
@@ -52,6 +54,7 @@ private:
     void close(int viewer);
     void bring(const std::string &name);
 
+    pps::Accounts &m_accounts;
     std::string m_path;
     pps::Fd m_listener;
     pps::Acceptor m_acceptor;

@@ -14,6 +14,8 @@ namespace voro::renderer {
 namespace {
 
 constexpr long DefaultInterval = 1000;
+/** An engine is told all settings in one message, with the medium. */
+constexpr size_t MostSettings = 48 * 1024;
 
 Owner ownerOf(const std::string &type)
 {
@@ -133,11 +135,20 @@ Result Journal::setInput(const Parameters &parameters)
 
 Result Journal::setTrack(unsigned track, const Parameters &parameters)
 {
-    Result result = parameters.check(Owner::Track);
-    if (result) {
-        m_tracks[track] = parameters;
+    if (Result problem = parameters.check(Owner::Track); !problem) {
+        return problem;
     }
-    return result;
+    auto former = m_tracks.extract(track);
+    if (parameters.isEmpty()) {
+        return {};
+    }
+    m_tracks[track] = parameters;
+    if (settingLines().size() > MostSettings) {
+        m_tracks.erase(track);
+        m_tracks.insert(std::move(former));
+        return {ErrorCode::InvalidParameter, "the parameters are too many"};
+    }
+    return {};
 }
 
 Parameters Journal::firstTrack(const std::string &type) const

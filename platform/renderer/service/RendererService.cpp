@@ -58,12 +58,17 @@ Result RendererService::create(pps::ClientId client, const std::string &name, st
     if (m_contexts.contains(folder)) {
         return {ErrorCode::ResourceUnavailable, "the name is taken"};
     }
-    auto context = std::make_unique<Context>(m_broker, m_workers, folder);
+    const pid_t process = m_clients.at(client);
+    auto charge = m_broker.accounts().take(process, pps::Resource::Contexts);
+    if (!charge.isValid()) {
+        return {ErrorCode::ResourceUnavailable, "the process has too many contexts"};
+    }
+    auto context = std::make_unique<Context>(m_broker, m_workers, folder, process);
     if (!context->isServed()) {
         return {ErrorCode::ResourceUnavailable, "the name is taken"};
     }
     pps::appendText(line, "path", context->path());
-    m_contexts[folder] = {client, name, std::move(context)};
+    m_contexts[folder] = {std::move(charge), client, name, std::move(context)};
     m_workers.prepareSpare();
     return {};
 }
@@ -80,6 +85,7 @@ Result RendererService::destroy(pps::ClientId client, const std::string &name)
 
 void RendererService::clientClosed(pps::ClientId client)
 {
+    m_clients.erase(client);
     std::erase_if(m_contexts, [client](const auto &entry) { return entry.second.owner == client; });
 }
 

@@ -24,12 +24,13 @@ public:
 
 private:
     struct Owned {
+        pps::Accounts::Charge charge;
         pps::ClientId owner;
         std::string name;
         std::unique_ptr<Context> context;
     };
 
-    void clientOpened(pps::ClientId, const pps::Peer &) override {}
+    void clientOpened(pps::ClientId client, const pps::Peer &peer) override { m_clients[client] = peer.process; }
     void clientMessage(pps::ClientId client, std::string_view text) override;
     void clientClosed(pps::ClientId client) override;
 
@@ -38,6 +39,7 @@ private:
 
     pps::Broker &m_broker;
     WorkerPool m_workers;
+    std::map<pps::ClientId, pid_t> m_clients;
     /** By their folders: two names may have one. */
     std::map<std::string, Owned> m_contexts;
 };

@@ -32,6 +32,8 @@ public:
     void closed();
 
     void setListener(EngineListener *listener) { m_listener = listener; }
+    /** Who stands for it as long as it is there. */
+    void setCharge(pps::Accounts::Charge charge) { m_charge = std::move(charge); }
     /** Nobody is told anything any more, nor of what was asked before. */
     void forsake();
     /** As Engine::ask(). What is too long for a message fails at once. */
@@ -60,6 +62,7 @@ private:
     pps::Fd m_files;
     pps::ClientId m_client = 0;
     EngineListener *m_listener = nullptr;
+    pps::Accounts::Charge m_charge;
     std::map<int64_t, Engine::Done> m_pending;
     /** What was asked before it connected. */
     std::vector<std::string> m_unsent;

@@ -58,7 +58,7 @@ constexpr int SpareDelay = 200;
 
 } // namespace
 
-WorkerPool::WorkerPool(pps::Broker &broker) : m_broker(broker)
+WorkerPool::WorkerPool(pps::Broker &broker) : m_broker(broker), m_queues(broker.accounts())
 {
     m_spareTimer.setSingleShot(true);
     m_spareTimer.setInterval(SpareDelay);
@@ -94,9 +94,14 @@ void WorkerPool::prepareSpare()
     }
 }
 
-std::unique_ptr<Engine> WorkerPool::start(EngineListener &listener)
+std::unique_ptr<Engine> WorkerPool::start(EngineListener &listener, pid_t owner)
 {
+    auto charge = m_broker.accounts().take(owner, pps::Resource::Workers);
+    if (!charge.isValid()) {
+        return nullptr;
+    }
     std::shared_ptr<Worker> worker = m_spare ? std::exchange(m_spare, nullptr) : make();
+    worker->setCharge(std::move(charge));
     worker->setListener(&listener);
     m_spareTimer.start();
     return std::make_unique<Lease>(*this, std::move(worker));

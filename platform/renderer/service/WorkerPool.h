@@ -24,7 +24,7 @@ public:
     void prepareSpare();
     /** Where its workers show pictures when not in windows. */
     FrameQueues &frameQueues() { return m_queues; }
-    std::unique_ptr<Engine> start(EngineListener &listener) override;
+    std::unique_ptr<Engine> start(EngineListener &listener, pid_t owner) override;
     void expectFilms() override { m_expectsFilms = true; }
 
 private:

@@ -99,6 +99,7 @@ private Q_SLOTS:
     void whatWasLeftBehind_goesOldestFirst();
     void unreadMessages_areBoundedAltogether();
     void hostileProcesses_leaveTheDaemonToOthers_andItsMemoryComesBack();
+    void contexts_areCommandedByTheirProcess_andLeftToOthers();
     void daemonsObjects_areWrittenByNobodyElse_data();
     void daemonsObjects_areWrittenByNobodyElse();
     void workersConnection_opensTheWorkersPathOnly();
@@ -270,6 +271,38 @@ void tst_Accounts::hostileProcesses_leaveTheDaemonToOthers_andItsMemoryComesBack
         QVERIFY(ask(control, "none"));
     }
     QVERIFY2(residentSize(daemon.processId()) <= before + 96, std::to_string(residentSize(daemon.processId())).c_str());
+}
+
+void tst_Accounts::contexts_areCommandedByTheirProcess_andLeftToOthers()
+{
+    Daemon daemon;
+    Connection control;
+    QVERIFY(control.open(ServiceControl, PublishSubscribe));
+    const auto create = [](Connection &service, const std::string &name) {
+        std::string text;
+        service.write("msg::context_create\nname::" + name);
+        service.read(text, true);
+        return text.find("err:n:0\n") != std::string::npos;
+    };
+    int contexts = 0;
+    while (contexts < 2000 && create(control, 'c' + std::to_string(contexts))) {
+        ++contexts;
+    }
+    QCOMPARE(contexts, 256);
+    const std::string others = "/pps/services/multimedia/renderer/context/c0/control";
+    ChildProcess other([&](ChildProcess &) {
+        Connection service;
+        if (!service.open(ServiceControl, PublishSubscribe) || !create(service, "mine")) {
+            return 1;
+        }
+        Connection context;
+        std::string text;
+        return context.open(others, PublishSubscribe) && context.read(text, true) ? 2 : 0;
+    });
+    QCOMPARE(other.wait(), 0);
+    Connection own;
+    QVERIFY(own.open(others, PublishSubscribe));
+    QVERIFY(ask(own, "stop"));
 }
 
 void tst_Accounts::daemonsObjects_areWrittenByNobodyElse_data()

@@ -32,8 +32,11 @@ private:
     FakeEngines &m_owner;
 };
 
-std::unique_ptr<Engine> FakeEngines::start(EngineListener &listener)
+std::unique_ptr<Engine> FakeEngines::start(EngineListener &listener, pid_t)
 {
+    if (areTaken) {
+        return nullptr;
+    }
     ++m_started;
     m_listener = &listener;
     return std::make_unique<Fake>(*this);

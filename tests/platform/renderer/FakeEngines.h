@@ -12,13 +12,15 @@
  */
 class FakeEngines : public voro::renderer::EngineSource {
 public:
-    std::unique_ptr<voro::renderer::Engine> start(voro::renderer::EngineListener &listener) override;
+    std::unique_ptr<voro::renderer::Engine> start(voro::renderer::EngineListener &listener, pid_t owner) override;
     void expectFilms() override { m_expectsFilms = true; }
 
     /** The answer to a command from now on; without one it succeeds. */
     std::map<std::string, voro::renderer::Result, std::less<>> answers;
     /** A command that is not answered before release(), or by the engine's death. */
     std::string held;
+    /** Whether a process that wants one has too many. */
+    bool areTaken = false;
     /** What the queue event before the answer to an "open" tells. */
     int total = 1;
 

@@ -138,6 +138,7 @@ private Q_SLOTS:
     void films_areExpected_whereTheyAreSeen();
     void speedChange_doesNotWriteTheErrorAgain();
     void commands_areAnsweredInTheirOrder();
+    void whatIsTooMuch_isRefused_andTheRestGoesOn();
     void deathDuringCommand_failsIt_data();
     void deathDuringCommand_failsIt();
     void tenDeaths_giveTheMediumUp();
@@ -358,8 +359,9 @@ void tst_Context::engineIsAsked_data()
         {"seek track:n:1 position:n:700", "seek track:n:1 position:n:800"});
     row("detach", {"input_detach", "input_detach"}, {"close"});
     row("attach again", {"input_attach url::/b.ogg type::playlist"},
-        {"close", "open url::/b.ogg type::playlist speed:n:1000 interval:n:1000 maxduration:n:0 audio:b:false volume:n:100 "
-                  "eq_preset:: autopause:: role:: repeat::"});
+        {"close",
+         "open url::/b.ogg type::playlist speed:n:1000 interval:n:1000 maxduration:n:0 audio:b:false volume:n:100 "
+         "eq_preset:: autopause:: role:: repeat::"});
     row("crash, seek, play", {"play", "!status position:n:900", "!die", "seek position::1:2500", "play"},
         {"play", "end",
          "open url::/a.ogg type::autolist speed:n:1000 track:n:1 position:n:2500 "
@@ -399,17 +401,19 @@ void tst_Context::journal_isToldToEveryEngine()
     const QByteArray open = "open url::/a.ogg type::autolist ";
     QCOMPARE(toList(stage.takeLog()),
              (QByteArrayList{open + "speed:n:1000 interval:n:250 maxduration:n:0 audio:b:true volume:n:50 " + settings,
-                             "speed speed:n:500", "set interval:n:250 maxduration:n:0 audio:b:true volume:n:70 " + settings, "play"}));
+                             "speed speed:n:500",
+                             "set interval:n:250 maxduration:n:0 audio:b:true volume:n:70 " + settings, "play"}));
 
     stage.step("!status position:n:3333");
     stage.step("!die");
     QCOMPARE(stage.engines.started(), 1);
     QCOMPARE(stage.step("play"), 0);
-    QCOMPARE(
-        toList(stage.takeLog()),
-        (QByteArrayList{
-            "end", open + "speed:n:500 track:n:1 position:n:3333 interval:n:250 maxduration:n:0 audio:b:true volume:n:70 " + settings,
-            "play"}));
+    QCOMPARE(toList(stage.takeLog()),
+             (QByteArrayList{
+                 "end",
+                 open + "speed:n:500 track:n:1 position:n:3333 interval:n:250 maxduration:n:0 audio:b:true volume:n:70 "
+                     + settings,
+                 "play"}));
     QCOMPARE(stage.engines.started(), 2);
     QVERIFY(stage.engines.isWatched());
 }
@@ -622,6 +626,25 @@ void tst_Context::destruction_duringCommand_isSafe()
     stage.engines.held = "open";
     stage.write(Attach);
     stage.run([&](Broker &) { QVERIFY(stage.engines.isHolding()); });
+}
+
+void tst_Context::whatIsTooMuch_isRefused_andTheRestGoesOn()
+{
+    Stage stage;
+    const std::string url(4000, 'x');
+    int track = 0;
+    int result = 0;
+    while (result == 0 && track < 100) {
+        result =
+            stage.step("track_parameters track:n:" + std::to_string(++track) + " dat:c:subpicture_url::" + url + "\\n");
+    }
+    QCOMPARE(result, static_cast<int>(ErrorCode::InvalidParameter));
+    QVERIFY(track > 10 && track < 15);
+    QVERIFY(stage.content('p' + std::to_string(track)).empty());
+    stage.run([&](Broker &) { stage.engines.areTaken = true; });
+    QCOMPARE(stage.step(Attach), static_cast<int>(ErrorCode::ResourceUnavailable));
+    stage.run([&](Broker &) { stage.engines.areTaken = false; });
+    QCOMPARE(stage.step(Attach), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_Context)
