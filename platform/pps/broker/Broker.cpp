@@ -2,6 +2,8 @@
 
 #include "BrokerPrivate.h"
 
+#include <sys/epoll.h>
+
 namespace voro::pps {
 
 Broker::Broker() : d(std::make_unique<Private>()) {}
@@ -47,6 +49,19 @@ void Broker::onClientCountChanged(std::function<void()> callback)
 Accounts &Broker::accounts()
 {
     return d->accounts;
+}
+
+void Broker::watch(int descriptor, std::function<void()> callback)
+{
+    d->watched[descriptor] = std::make_shared<const std::function<void()>>(std::move(callback));
+    d->watch(EPOLL_CTL_ADD, descriptor, Private::WatchedEvent | static_cast<uint64_t>(descriptor), EPOLLIN);
+}
+
+void Broker::unwatch(int descriptor)
+{
+    if (d->watched.erase(descriptor) > 0) {
+        d->watch(EPOLL_CTL_DEL, descriptor, 0, 0);
+    }
 }
 
 bool Broker::publish(std::string_view path, std::string_view text, Fence fence, pid_t payer)

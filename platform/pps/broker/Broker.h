@@ -73,6 +73,11 @@ public:
     /** Who uses how much; services charge to it what they do for a process. */
     Accounts &accounts();
 
+    /** Has a function called from process() whenever the descriptor is readable, until unwatch(). */
+    void watch(int descriptor, std::function<void()> callback);
+    /** To be called before the descriptor is closed; the callback itself may do so. */
+    void unwatch(int descriptor);
+
     // For services in this process. Everything takes effect at once and in the order of the calls.
 
     enum class Fence {

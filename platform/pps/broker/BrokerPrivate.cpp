@@ -453,6 +453,15 @@ void Broker::Private::processEvent(const epoll_event &event)
         }
         return;
     }
+    if (event.data.u64 & WatchedEvent) {
+        const auto found = watched.find(static_cast<int>(event.data.u64 & ~WatchedEvent));
+        if (found != watched.end()) {
+            // The callback may end the watch.
+            const auto callback = found->second;
+            (*callback)();
+        }
+        return;
+    }
     Client *const client = find(event.data.u64);
     if (!client) {
         return;

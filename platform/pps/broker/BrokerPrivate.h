@@ -17,6 +17,9 @@ namespace voro::pps {
 /** The broker at work: clients, their packets, and what they subscribed to. */
 class Broker::Private final : public Order::Handler {
 public:
+    /** In an epoll event, before the number of a service's descriptor. */
+    static constexpr uint64_t WatchedEvent = uint64_t(1) << 62;
+
     Private();
 
     void addListener(int socket);
@@ -65,6 +68,8 @@ public:
     Store store{accounts};
     Order order;
     Hub hub;
+    /** Descriptors of services. */
+    std::unordered_map<int, std::shared_ptr<const std::function<void()>>> watched;
     std::vector<Client *> condemned;
     /** Detached clients that a caller further up may still refer to. */
     std::vector<std::unique_ptr<Client>> graveyard;

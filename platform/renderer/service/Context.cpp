@@ -174,17 +174,46 @@ void Context::finish(const Result &result, std::string_view lines)
 
 void Context::outputAttach(const pps::Message &message)
 {
-    const auto attach = [this, url = message.text("url"), type = message.text("type")] {
-        int id = -1;
-        if (Result problem = m_journal.attachOutput(url, type, id); !problem) {
-            finish(problem);
-            return;
-        }
-        std::string line;
-        pps::appendNumber(line, "output", id);
-        applySettings(line);
-    };
-    message.text("type") == "file" ? completeRecording(attach) : attach();
+    const std::string url = message.text("url");
+    if (message.text("type") == "file") {
+        completeRecording([this, url] { attachFile(url); });
+        return;
+    }
+    int id = -1;
+    const Result result = m_journal.attachOutput(url, message.text("type"), id);
+    outputAttached(result, id);
+}
+
+void Context::attachFile(const std::string &url)
+{
+    const std::string path = RecordingFile::pathOf(url);
+    const auto key = std::make_shared<std::string>();
+    waitForDisk(
+        path, [path, key] { return RecordingFile::inspect(path, *key); },
+        [this, url, path, key](const Result &inspected) {
+            int id = -1;
+            const Result result = inspected ? m_journal.attachFile(url, path, *key, id) : inspected;
+            outputAttached(result, id);
+        });
+}
+
+void Context::outputAttached(const Result &result, int id)
+{
+    if (!result) {
+        finish(result);
+        return;
+    }
+    std::string line;
+    pps::appendNumber(line, "output", id);
+    applySettings(line);
+}
+
+/** Has done outside the event loop what may wait for the disk with that file. */
+void Context::waitForDisk(const std::string &path, DiskJob::Work work, DiskJob::Done done)
+{
+    m_disk = std::make_unique<DiskJob>(m_broker, m_owner, std::move(work),
+                                       Result(ErrorCode::OutputUnavailable, path + ": the disk does not answer"),
+                                       std::move(done));
 }
 
 void Context::outputDetach(const pps::Message &message)
@@ -423,32 +452,56 @@ Result Context::checkRecording() const
 
 void Context::startPlaying()
 {
-    RecordingFile *file = isRecording() ? m_journal.file() : nullptr;
-    if (file) {
-        if (const Result problem = file->open(); !problem) {
-            finish(problem);
-            return;
-        }
-        if (!m_engine->pass(file->descriptor())) {
-            file->discard();
-            finish({ErrorCode::Internal, "the worker does not take the file"});
-            return;
-        }
+    if (isRecording()) {
+        const auto recording = OpenRecording::make(m_journal.file()->path());
+        waitForDisk(
+            m_journal.file()->path(), [recording] { return recording->open(); },
+            [this, recording](const Result &result) { startRecording(recording, result); });
+        return;
     }
-    m_engine->ask("play", {}, [this, file](const Result &result) {
-        if (file) {
-            if (result) {
-                file->commit();
-            } else {
-                file->discard();
-            }
-        }
-        if (result) {
-            m_resume.reset();
-            setState(State::Playing);
-        }
+    m_engine->ask("play", {}, [this](const Result &result) {
+        showPlaying(result);
         finish(result);
     });
+}
+
+void Context::startRecording(const std::shared_ptr<OpenRecording> &recording, const Result &opened)
+{
+    if (!opened) {
+        letGo(recording, opened);
+        return;
+    }
+    // The worker may have died meanwhile.
+    if (!m_isOpen || !m_engine->pass(recording->descriptor())) {
+        letGo(recording, {ErrorCode::Internal, "the worker does not take the file"});
+        return;
+    }
+    m_engine->ask("play", {}, [this, recording](const Result &result) {
+        if (result) {
+            recording->keep();
+            m_journal.file()->setUsed();
+        }
+        showPlaying(result);
+        letGo(recording, result);
+    });
+}
+
+/** Finishes a play when the daemon has nothing to do with the file any more. */
+void Context::letGo(const std::shared_ptr<OpenRecording> &recording, const Result &result)
+{
+    const auto work = [recording] {
+        recording->letGo();
+        return Result();
+    };
+    waitForDisk(m_journal.file()->path(), work, [this, result](const Result &) { finish(result); });
+}
+
+void Context::showPlaying(const Result &result)
+{
+    if (result) {
+        m_resume.reset();
+        setState(State::Playing);
+    }
 }
 
 void Context::stop(const pps::Message &)

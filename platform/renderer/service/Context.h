@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DiskJob.h"
 #include "Engine.h"
 #include "Folder.h"
 #include "Journal.h"
@@ -71,7 +72,13 @@ private:
     bool isRecording() const { return m_input && m_input->isRecording(); }
     Result checkRecording() const;
     void completeRecording(const std::function<void()> &next);
+    void attachFile(const std::string &url);
+    void outputAttached(const Result &result, int id);
+    void waitForDisk(const std::string &path, DiskJob::Work work, DiskJob::Done done);
     void startPlaying();
+    void startRecording(const std::shared_ptr<OpenRecording> &recording, const Result &opened);
+    void letGo(const std::shared_ptr<OpenRecording> &recording, const Result &result);
+    void showPlaying(const Result &result);
     void stopPlaying(Engine::Done done);
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
     void setSilent(bool isSilent);
@@ -89,6 +96,8 @@ private:
     bool m_isBusy = false;
     bool m_isRunning = false;
 
+    /** What the present command waits for. */
+    std::unique_ptr<DiskJob> m_disk;
     std::unique_ptr<Engine> m_engine;
     /** Whether the engine has the medium. */
     bool m_isOpen = false;

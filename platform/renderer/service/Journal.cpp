@@ -14,8 +14,8 @@ namespace voro::renderer {
 namespace {
 
 constexpr long DefaultInterval = 1000;
-/** An engine is told all settings in one message, with the medium. */
-constexpr size_t MostSettings = 48 * 1024;
+/** What all settings together may take; more than a message holds is refused when a medium is opened. */
+constexpr size_t MostSettings = 256 * 1024;
 
 Owner ownerOf(const std::string &type)
 {
@@ -60,15 +60,34 @@ std::string windowOf(std::string_view url)
 
 Result Journal::attachOutput(const std::string &url, const std::string &type, int &id)
 {
-    const bool isFile = type == "file";
-    const std::string path = isFile ? RecordingFile::pathOf(url) : std::string();
-    Result result = isFile ? RecordingFile::check(path, file()) : checkOutput(url, type);
+    Result result = checkOutput(url, type);
     if (result) {
-        std::erase_if(m_outputs, [&](const auto &output) { return output.second.type == type; });
-        id = m_nextOutput++;
-        m_outputs[id] = {type, url, {}, isFile ? std::make_shared<RecordingFile>(path) : nullptr};
+        id = replaceOutput({type, url, {}, nullptr});
     }
     return result;
+}
+
+Result Journal::attachFile(const std::string &url, const std::string &path, const std::string &key, int &id)
+{
+    // The same file again is the same recorder's.
+    RecordingFile *const former = file();
+    const bool wasTaken = former && former->isTaken() && former->key() == key;
+    if (wasTaken) {
+        former->release();
+    }
+    auto recording = std::make_shared<RecordingFile>(path, key);
+    if (!recording->take()) {
+        return {ErrorCode::ResourceUnavailable, path + " is being recorded into"};
+    }
+    id = replaceOutput({"file", url, {}, std::move(recording)});
+    return {};
+}
+
+int Journal::replaceOutput(Output output)
+{
+    std::erase_if(m_outputs, [&](const auto &other) { return other.second.type == output.type; });
+    m_outputs[m_nextOutput] = std::move(output);
+    return m_nextOutput++;
 }
 
 RecordingFile *Journal::file() const

@@ -30,6 +30,8 @@ public:
 
     /** Adds an output, which replaces one of the same type; the failure says why it cannot be. */
     Result attachOutput(const std::string &url, const std::string &type, int &id);
+    /** The same for an output of the type "file", with a path that was inspected, and its key. */
+    Result attachFile(const std::string &url, const std::string &path, const std::string &key, int &id);
     Result detachOutput(int id);
     /** Merges parameters into an output's; they are not taken over when one of them is bad. */
     Result setOutput(int id, const Parameters &parameters);
@@ -58,6 +60,7 @@ public:
     std::string settingLines() const;
 
 private:
+    int replaceOutput(Output output);
     const Output *output(std::string_view type) const;
     std::string recordingLines(const Input &input) const;
 

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <filesystem>
 #include <set>
+#include <thread>
 #include <utility>
 
 namespace voro::renderer {
@@ -71,16 +72,57 @@ Result checkFolder(const std::string &path)
 
 } // namespace
 
-RecordingFile::RecordingFile(const std::string &path) : m_path(path), m_key(keyOf(path)), m_format(formatOf(path))
+std::shared_ptr<OpenRecording> OpenRecording::make(const std::string &path)
 {
-    take();
+    return {new OpenRecording(path), [](OpenRecording *recording) {
+                std::thread([recording] {
+                    recording->letGo();
+                    delete recording;
+                }).detach();
+            }};
 }
 
-RecordingFile::~RecordingFile()
+Result OpenRecording::open()
 {
-    discard();
-    release();
+    constexpr int Flags = O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    m_file.reset(::open(m_path.c_str(), Flags));
+    if (!m_file.isValid() && errno == ENOENT) {
+        m_file.reset(::open(m_path.c_str(), Flags | O_CREAT | O_EXCL, 0666));
+        m_isNew = m_file.isValid();
+    }
+    struct stat status {};
+    if (!m_file.isValid() || fstat(m_file.get(), &status) != 0) {
+        return failure(m_path, errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return {ErrorCode::OutputUnavailable, m_path + " is no file"};
+    }
+    // The path may lead to what somebody else records into under another name.
+    if (flock(m_file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        return {ErrorCode::ResourceUnavailable, m_path + " is in use"};
+    }
+    return {};
 }
+
+void OpenRecording::letGo()
+{
+    struct stat ours {};
+    struct stat there {};
+    const bool isOurs = m_isNew && fstat(m_file.get(), &ours) == 0 && ours.st_size == 0
+                        && lstat(m_path.c_str(), &there) == 0 && there.st_dev == ours.st_dev
+                        && there.st_ino == ours.st_ino;
+    if (isOurs) {
+        unlink(m_path.c_str());
+    }
+    m_file.reset();
+    m_isNew = false;
+}
+
+RecordingFile::RecordingFile(const std::string &path, const std::string &key)
+    : m_path(path),
+      m_key(key),
+      m_format(formatOf(path))
+{}
 
 bool RecordingFile::take()
 {
@@ -101,7 +143,7 @@ std::string RecordingFile::pathOf(std::string_view url)
     return medium.isLocal() ? medium.path() : std::string();
 }
 
-Result RecordingFile::check(const std::string &path, const RecordingFile *own)
+Result RecordingFile::inspect(const std::string &path, std::string &key)
 {
     if (!path.starts_with('/')) {
         return {ErrorCode::OutputUnavailable, "a recording needs the whole path of a file"};
@@ -117,58 +159,11 @@ Result RecordingFile::check(const std::string &path, const RecordingFile *own)
     if (isThere && !S_ISREG(status.st_mode)) {
         return {ErrorCode::OutputUnavailable, path + " is no file"};
     }
-    const Result result = !isThere                                                   ? checkFolder(path)
-                          : faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 ? Result()
-                                                                                     : failure(path, errno);
-    const std::string key = keyOf(path);
-    if (result && taken().contains(key) && !(own && own->m_isTaken && own->m_key == key)) {
-        return {ErrorCode::ResourceUnavailable, path + " is being recorded into"};
+    key = keyOf(path);
+    if (!isThere) {
+        return checkFolder(path);
     }
-    return result;
-}
-
-Result RecordingFile::open()
-{
-    constexpr int Flags = O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-    m_isNew = false;
-    m_file.reset(::open(m_path.c_str(), Flags));
-    if (!m_file.isValid() && errno == ENOENT) {
-        m_file.reset(::open(m_path.c_str(), Flags | O_CREAT | O_EXCL, 0666));
-        m_isNew = m_file.isValid();
-    }
-    struct stat status {};
-    if (!m_file.isValid() || fstat(m_file.get(), &status) != 0) {
-        return failure(m_path, errno);
-    }
-    if (!S_ISREG(status.st_mode)) {
-        m_file.reset();
-        return {ErrorCode::OutputUnavailable, m_path + " is no file"};
-    }
-    // The path may lead to what somebody else records into under another name.
-    if (flock(m_file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-        m_file.reset();
-        return {ErrorCode::ResourceUnavailable, m_path + " is in use"};
-    }
-    return {};
-}
-
-void RecordingFile::commit()
-{
-    m_isUsed = true;
-    m_file.reset();
-}
-
-void RecordingFile::discard()
-{
-    struct stat ours {};
-    struct stat there {};
-    const bool isOurs = m_isNew && fstat(m_file.get(), &ours) == 0 && ours.st_size == 0
-                        && lstat(m_path.c_str(), &there) == 0 && there.st_dev == ours.st_dev
-                        && there.st_ino == ours.st_ino;
-    if (isOurs) {
-        unlink(m_path.c_str());
-    }
-    m_file.reset();
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 ? Result() : failure(path, errno);
 }
 
 } // namespace voro::renderer

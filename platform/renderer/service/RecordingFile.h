@@ -5,10 +5,35 @@
 
 #include <pps/Fd.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace voro::renderer {
+
+/**
+ * The file of a recording that is about to start. Each of its functions may wait for the disk; the last owner of what
+ * make() returns lets go of it on a thread of its own.
+ */
+class OpenRecording {
+public:
+    static std::shared_ptr<OpenRecording> make(const std::string &path);
+
+    /** Opens the file without changing it; an existing one keeps its content until the recording begins. */
+    Result open();
+    int descriptor() const { return m_file.get(); }
+    /** Lets the recording have the file. */
+    void keep() { m_isNew = false; }
+    /** Closes the file. One that was made for a recording that did not start goes. */
+    void letGo();
+
+private:
+    explicit OpenRecording(std::string path) : m_path(std::move(path)) {}
+
+    std::string m_path;
+    pps::Fd m_file;
+    bool m_isNew = false;
+};
 
 /**
  * A file that a context records into: an output of the type "file". It is taken from others while it is one, unless the
@@ -16,43 +41,38 @@ namespace voro::renderer {
  */
 class RecordingFile {
 public:
-    /** Takes a file that check() found good. */
-    explicit RecordingFile(const std::string &path);
-    ~RecordingFile();
+    /** A file that inspect() found good, and its key. */
+    RecordingFile(const std::string &path, const std::string &key);
+    ~RecordingFile() { release(); }
     RecordingFile(const RecordingFile &) = delete;
     RecordingFile &operator=(const RecordingFile &) = delete;
 
     /** The path of an output URL, as it stands. */
     static std::string pathOf(std::string_view url);
-    /** Whether it could be recorded into; a file that is taken cannot, unless it is `own`. */
-    static Result check(const std::string &path, const RecordingFile *own);
+    /** Whether the path could be recorded into, and its key: the same for every way to write the path. This may wait
+        for the disk. */
+    static Result inspect(const std::string &path, std::string &key);
 
-    /** Takes it again after release(); false when somebody else has it. */
+    /** Takes it from others, also again after release(); false when somebody else has it. */
     bool take();
     /** Lets others have it. */
     void release();
+    bool isTaken() const { return m_isTaken; }
 
+    const std::string &path() const { return m_path; }
+    const std::string &key() const { return m_key; }
     const RecordingFormat &format() const { return *m_format; }
 
-    /** Opens the file without changing it; an existing one keeps its content until the recording begins. */
-    Result open();
-    /** The descriptor, while it is open. */
-    int descriptor() const { return m_file.get(); }
-    /** Lets the recording have the file. It is finished with it: no second one replaces what it holds. */
-    void commit();
-    /** Lets go of the file after a recording that did not start; one that was made for it goes. */
-    void discard();
+    /** Finishes with it: no second recording replaces what it holds. */
+    void setUsed() { m_isUsed = true; }
     /** Whether a recording had it. */
     bool isUsed() const { return m_isUsed; }
 
 private:
     std::string m_path;
-    /** The same for every way to write the path. */
     std::string m_key;
     const RecordingFormat *m_format;
-    pps::Fd m_file;
     bool m_isTaken = false;
-    bool m_isNew = false;
     bool m_isUsed = false;
 };
 

@@ -108,6 +108,9 @@ void Worker::ask(std::string_view command, std::string_view lines, Engine::Done 
     if (m_pending.empty()) {
         m_silence.restart();
     }
+    if (command == "open") {
+        m_opening = id;
+    }
     m_pending.emplace(id, std::move(done));
     updateTimer();
     send(text);
@@ -154,6 +157,7 @@ void Worker::check()
 {
     if (m_silence.hasExpired(m_client == 0 ? LongestStart : LongestSilence)) {
         std::fprintf(stderr, "vorod: a worker hangs\n");
+        m_hangs = true;
         die();
     } else if (m_client != 0) {
         // Its answer is a sign of life and nothing else.
@@ -177,7 +181,10 @@ void Worker::tellDeath()
         listener->engineDied();
     }
     for (const auto &[id, done] : pending) {
-        done({ErrorCode::Internal, "the worker died"});
+        // What a worker waits for while it opens a medium is the medium's disk.
+        const bool isSilent = m_hangs && id == m_opening;
+        done(isSilent ? Result(ErrorCode::SourceUnavailable, "the medium does not answer")
+                      : Result(ErrorCode::Internal, "the worker died"));
     }
 }
 

@@ -67,6 +67,9 @@ private:
     /** What was asked before it connected. */
     std::vector<std::string> m_unsent;
     int64_t m_lastId = 0;
+    /** The request to open a medium that came last. */
+    int64_t m_opening = 0;
+    bool m_hangs = false;
     bool m_isWatched = false;
     bool m_isDead = false;
     QTimer m_timer;

@@ -1,0 +1,136 @@
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <Daemon.h>
+#include <fcntl.h>
+#include <pps/Connection.h>
+#include <pps/Fd.h>
+#include <pps/Text.h>
+#include <renderer/common/Error.h>
+#include <sys/mount.h>
+
+#include <string>
+
+using namespace voro;
+using renderer::ErrorCode;
+
+namespace {
+
+constexpr const char *Service = "/pps/services/multimedia/renderer/control";
+constexpr const char *Contexts = "/pps/services/multimedia/renderer/context/";
+
+/** A share that answers nothing. */
+class SilentShare {
+public:
+    SilentShare() : m_device(open("/dev/fuse", O_RDWR | O_CLOEXEC))
+    {
+        const std::string options =
+            "fd=" + std::to_string(m_device.get()) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
+        m_isMounted = m_device.isValid() && mount("silent", path().c_str(), "fuse", 0, options.c_str()) == 0;
+    }
+    ~SilentShare()
+    {
+        if (m_isMounted) {
+            umount2(path().c_str(), MNT_DETACH);
+        }
+    }
+    bool isMounted() const { return m_isMounted; }
+    std::string path() const { return m_folder.path().toStdString(); }
+    /** From here on everything fails that waits. */
+    void end() { m_device.reset(); }
+
+private:
+    QTemporaryDir m_folder;
+    pps::Fd m_device;
+    bool m_isMounted = false;
+};
+
+/** A control object and its commands. */
+class Control {
+public:
+    explicit Control(const std::string &path)
+    {
+        if (!m_connection.open(path, pps::PublishSubscribe)) {
+            qFatal("cannot open %s", path.c_str());
+        }
+    }
+    void write(const std::string &command) { m_connection.write("msg::" + command); }
+    pps::Message answer()
+    {
+        pps::Message message;
+        std::string text;
+        if (!m_connection.read(text, true) || !message.parse(text)) {
+            qFatal("no answer");
+        }
+        return message;
+    }
+    bool hasAnswered() { return m_connection.isReadable(); }
+    int run(const std::string &command)
+    {
+        write(command);
+        return static_cast<int>(answer().number("err", -1));
+    }
+
+private:
+    pps::Connection m_connection;
+};
+
+} // namespace
+
+/** A share that hangs costs its own context an error, and nobody else anything. */
+class tst_Disk : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void silentShare_costsItsContextAnError_data();
+    void silentShare_costsItsContextAnError();
+};
+
+void tst_Disk::silentShare_costsItsContextAnError_data()
+{
+    QTest::addColumn<std::string>("command");
+    QTest::addColumn<int>("error");
+    const auto row = [](const char *name, const char *command, ErrorCode error) {
+        QTest::newRow(name) << std::string(command) << static_cast<int>(error);
+    };
+    row("output", "output_attach\ntype::file\nurl::%/a.wav", ErrorCode::OutputUnavailable);
+    row("input", "input_attach\ntype::autolist\nurl::%/a.ogg", ErrorCode::SourceUnavailable);
+    row("list", "input_attach\ntype::playlist\nurl::%/a.m3u", ErrorCode::SourceUnavailable);
+}
+
+void tst_Disk::silentShare_costsItsContextAnError()
+{
+    QFETCH(std::string, command);
+    SilentShare share;
+    if (!share.isMounted()) {
+        QSKIP("only root can mount a share that does not answer");
+    }
+    Daemon daemon;
+    Control service(Service);
+    QCOMPARE(service.run("context_create\nname::hangs"), 0);
+    QCOMPARE(service.run("context_create\nname::good"), 0);
+    Control hangs(Contexts + std::string("hangs/control"));
+    Control good(Contexts + std::string("good/control"));
+    QCOMPARE(hangs.run("output_attach\nurl::audio:default\ntype::audio"), 0);
+    QElapsedTimer time;
+    time.start();
+    hangs.write(command.replace(command.find('%'), 1, share.path()));
+    // The others are answered all the while.
+    int answers = 0;
+    for (; !hangs.hasAnswered(); ++answers) {
+        QCOMPARE(good.run("stop"), 0);
+    }
+    QVERIFY(answers > 100);
+    const pps::Message answer = hangs.answer();
+    QVERIFY2(time.elapsed() >= 4'900 && time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
+    QTEST(static_cast<int>(answer.number("err", -1)), "error");
+    QVERIFY2(answer.text("error").find("does not answer") != std::string::npos, answer.text("error").c_str());
+    // It goes on with another medium.
+    QCOMPARE(hangs.run("stop"), 0);
+    QCOMPARE(hangs.run("input_detach"), 0);
+    // Ends what still waits, so that the daemon can end in order.
+    share.end();
+    QCOMPARE(service.run("context_destroy\nname::hangs"), 0);
+}
+
+QTEST_GUILESS_MAIN(tst_Disk)
+#include "tst_disk.moc"
