@@ -26,6 +26,8 @@ struct Facts {
     /** In milliseconds, 0 when not known. */
     int64_t duration = 0;
     bool isSeekable = false;
+    /** It was read with libavformat, because GStreamer's own elements cannot. */
+    bool needsLibav = false;
     /** In Hz, 0 when not known. */
     int sampleRate = 0;
     Dimensions dimensions;

@@ -55,14 +55,24 @@ ErrorCode codeOf(const GError &error)
     return isMissing ? ErrorCode::UnsupportedMediaType : ErrorCode::Internal;
 }
 
-} // namespace
-
-bool isUnrecognized(GstMessage *message)
+bool isStreamError(GstMessage *message, int code)
 {
     GError *raw = nullptr;
     gst_message_parse_error(message, &raw, nullptr);
     const Owned<GError> error(raw);
-    return g_error_matches(raw, GST_STREAM_ERROR, GST_STREAM_ERROR_TYPE_NOT_FOUND);
+    return g_error_matches(raw, GST_STREAM_ERROR, code);
+}
+
+} // namespace
+
+bool isUnrecognized(GstMessage *message)
+{
+    return isStreamError(message, GST_STREAM_ERROR_TYPE_NOT_FOUND);
+}
+
+bool namesCodec(GstMessage *message)
+{
+    return isStreamError(message, GST_STREAM_ERROR_FORMAT);
 }
 
 Result toResult(GstMessage *message, bool isOutput)

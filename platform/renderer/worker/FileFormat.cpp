@@ -3,7 +3,10 @@
 #include "FileReader.h"
 #include "Mp3Length.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
+#include <utility>
 
 namespace voro::renderer {
 
@@ -148,6 +151,37 @@ FileFormat fileFormat(const std::string &path)
     }
     const bool isTagged = view.starts_with("ID3");
     return isTagged || view.starts_with('\xff') ? mp3Format(path, isTagged, file) : FileFormat::Other;
+}
+
+bool isReadBestByLibavformat(const std::string &path)
+{
+    const std::string head = FileReader(path).at(0, HeadSize);
+    const std::string_view view(head);
+    const bool isAiff = view.starts_with("FORM") && part(view, 8, 3) == "AIF";
+    const bool isCodedWav = view.starts_with("RIFF") && part(view, 8, 4) == "WAVE" && !isPlainWav(view);
+    const auto hasMark = [&](const std::string_view &mark) { return view.starts_with(mark); };
+    // AU, W64, and recordings of television, which are taken for the pictures in them.
+    constexpr std::array<std::string_view, 3> Marks{".snd", "riff\x2e\x91\xcf\x11",
+                                                    std::string_view("\xb7\xd8\x00\x20\x37\x49", 6)};
+    return isAiff || isCodedWav || std::ranges::any_of(Marks, hasMark);
+}
+
+bool isTransportStream(const std::string &path)
+{
+    constexpr char Sync = 0x47;
+    constexpr size_t Packets = 5;
+    const std::string head = FileReader(path).at(0, HeadSize);
+    // As it is, or as discs have it: with a time before each packet.
+    for (const auto &[first, size] : {std::pair<size_t, size_t>(0, 188), std::pair<size_t, size_t>(4, 192)}) {
+        size_t found = 0;
+        while (found < Packets && part(head, first + found * size, 1) == std::string_view(&Sync, 1)) {
+            ++found;
+        }
+        if (found == Packets) {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace voro::renderer

@@ -1,5 +1,7 @@
 #include "Measure.h"
 
+#include "FileFormat.h"
+#include "Libav.h"
 #include "Mp3Length.h"
 
 #include <glib.h>
@@ -25,14 +27,22 @@ gboolean deliver(gpointer data)
     return G_SOURCE_REMOVE;
 }
 
+int64_t lengthOf(const std::string &path, bool isKnown)
+{
+    if (const auto length = mp3Length(path)) {
+        return *length;
+    }
+    return isKnown && !isTransportStream(path) ? 0 : measureWithLibav(path);
+}
+
 } // namespace
 
-void Measure::start(const std::string &path, Done done)
+void Measure::start(const std::string &path, bool isKnown, Done done)
 {
     m_done = std::make_shared<Done>(std::move(done));
-    std::thread([path, weak = std::weak_ptr<Done>(m_done)] {
-        if (const auto duration = mp3Length(path)) {
-            g_idle_add(deliver, new Outcome{weak, *duration});
+    std::thread([path, isKnown, weak = std::weak_ptr<Done>(m_done)] {
+        if (const int64_t duration = lengthOf(path, isKnown); duration > 0) {
+            g_idle_add(deliver, new Outcome{weak, duration});
         }
     }).detach();
 }

@@ -1,6 +1,7 @@
 #include "OpenMedia.h"
 
 #include "Gst.h"
+#include "libav/Module.h"
 
 #include <algorithm>
 #include <array>
@@ -20,7 +21,7 @@ std::multiset<std::string> g_open;
 
 bool isFromNet(const std::string &uri)
 {
-    return !gst_uri_has_protocol(uri.c_str(), "file");
+    return !gst_uri_has_protocol(uri.c_str(), "file") && !gst_uri_has_protocol(uri.c_str(), LibavProtocol);
 }
 
 bool mayBeOpened(const std::string &uri)
@@ -58,7 +59,7 @@ void removeOtherSources()
         auto *factory = static_cast<GstElementFactory *>(entry->data);
         const std::string_view name = GST_OBJECT_NAME(factory);
         const bool isSource = gst_element_factory_get_uri_type(factory) == GST_URI_SRC;
-        if (isSource && name != FileSource && name != "appsrc" && !reachesNet(factory)) {
+        if (isSource && name != FileSource && name != LibavElement && name != "appsrc" && !reachesNet(factory)) {
             gst_registry_remove_feature(gst_registry_get(), GST_PLUGIN_FEATURE(factory));
         }
     }
@@ -85,6 +86,12 @@ void OpenMedia::add(const std::string &uri)
     const std::lock_guard lock(g_mutex);
     m_uris.push_back(uri);
     g_open.insert(uri);
+}
+
+bool OpenMedia::contains(const char *uri)
+{
+    const std::lock_guard lock(g_mutex);
+    return g_open.contains(uri);
 }
 
 void OpenMedia::clear()

@@ -19,6 +19,8 @@ public:
 
     void add(const std::string &uri);
     void clear();
+    /** Whether anybody has opened it. */
+    static bool contains(const char *uri);
 
 private:
     std::vector<std::string> m_uris;

@@ -5,6 +5,7 @@
 #include "EarlyErrors.h"
 #include "Gaps.h"
 #include "HttpSource.h"
+#include "Libav.h"
 #include "Replay.h"
 #include "Trim.h"
 #include "Unheard.h"
@@ -33,6 +34,13 @@ constexpr guint StandstillInterval = 200;
 
 /** The message that all streams of the medium were found. */
 constexpr char StreamsKnown[] = "voro-streams-known";
+
+/** Whether it is the medium that does not play, and nothing else. */
+bool isOfMedium(const Result &failure)
+{
+    return failure || failure.code == ErrorCode::UnsupportedMediaType || failure.code == ErrorCode::ResourceCorrupted
+           || failure.code == ErrorCode::Internal;
+}
 
 int64_t toMilliseconds(gint64 nanoseconds)
 {
@@ -108,6 +116,7 @@ void Pipeline::dropAhead()
 void Pipeline::adoptAhead()
 {
     m_aheadTimer.reset();
+    m_way = Way::Short;
     m_top = m_file.element();
     // Before what comes now, as it was told.
     GstBus *bus = GST_ELEMENT_BUS(m_playbin.get());
@@ -138,13 +147,15 @@ void Pipeline::open()
     m_emptyStreams = 0;
     // A short medium may be read to its end before anybody could say what comes next.
     m_succession.setUnknown();
+    m_firstFailure.reset();
     if (m_aheadTimer.isActive()) {
         adoptAhead();
     } else if (!hasCaptionFile() && m_file.load(m_uri)) {
+        m_way = Way::Short;
         m_top = m_file.element();
         startFile();
     } else {
-        openPlaybin(false);
+        openAs(isReadBestByLibav() ? Way::Libav : Way::Usual);
     }
 }
 
@@ -154,14 +165,78 @@ void Pipeline::startFile()
     m_file.start(m_outputs.isAudible, m_outputs.role);
 }
 
-bool Pipeline::openTheLongWay()
+void Pipeline::fail(const Failure &failure)
 {
-    if (!isShort() || !m_isOpening) {
+    if (m_isOpening ? openAnotherWay(failure) : playAnotherWay(failure)) {
+        return;
+    }
+    const bool isFirstTold = m_firstFailure && isOfMedium(failure.result) && !failure.namesCodec
+                             && (m_way == Way::Libav || m_firstFailure->namesCodec);
+    const Failure told = isFirstTold ? *m_firstFailure : failure;
+    (told.isUnrecognized ? m_events.unrecognized : m_events.failed)(told.result);
+}
+
+bool Pipeline::openAnotherWay(const Failure &failure)
+{
+    if (isShort()) {
+        reopen(Way::Usual);
+        return true;
+    }
+    const Way other = m_way == Way::Usual ? Way::Libav : Way::Usual;
+    if (!isOfMedium(failure.result) || libavUri(m_uri).empty()) {
         return false;
     }
-    unload();
-    openPlaybin(false);
+    // Once each, unless the first one at least plays a part.
+    if (m_firstFailure && !m_firstFailure->result) {
+        return false;
+    }
+    m_firstFailure = failure;
+    reopen(other);
     return true;
+}
+
+/** As if nothing had happened, when the other way does better. */
+bool Pipeline::playAnotherWay(const Failure &failure)
+{
+    if (m_firstFailure || m_hasAdvanced || m_succession.isTaken() || !isOfMedium(failure.result)) {
+        return false;
+    }
+    m_resumption = Resumption{{position(), m_rate}, m_hasBegun && !m_isHeld};
+    const bool isOther = openAnotherWay(failure);
+    if (!isOther) {
+        m_resumption.reset();
+    }
+    return isOther;
+}
+
+void Pipeline::resume()
+{
+    const Resumption resumption = *std::exchange(m_resumption, std::nullopt);
+    if (resumption.target.time > 0 || resumption.target.rate != m_rate) {
+        seek(resumption.target.time, resumption.target.rate);
+    }
+    if (resumption.isRunning) {
+        run();
+    }
+    m_events.changed();
+}
+
+void Pipeline::reopen(Way way)
+{
+    const auto resumption = m_resumption;
+    unload();
+    m_resumption = resumption;
+    if (resumption) {
+        m_rest = resumption->target.time;
+    }
+    openAs(way);
+}
+
+void Pipeline::openAs(Way way)
+{
+    m_way = way;
+    m_openedUri = way == Way::Libav ? libavUri(m_uri) : m_uri;
+    openPlaybin(false);
 }
 
 void Pipeline::openPlaybin(bool needsPicture)
@@ -170,6 +245,7 @@ void Pipeline::openPlaybin(bool needsPicture)
     m_isLoaded = true;
     m_isOpening = true;
     m_emptyStreams = 0;
+    m_missing = {};
     m_succession.setUnknown();
     // All sinks share a connection: a kept one would give its broken one to every new one.
     m_file.audio().removeLostSink();
@@ -194,14 +270,34 @@ void Pipeline::openPlaybin(bool needsPicture)
         m_captionTimer.reset(g_timeout_add(StandstillInterval, onStandstillDue, this));
     }
     const std::string captions = hasCaptionFile() ? m_captionFile.open(m_choice.url) : std::string();
-    m_open.add(m_uri);
+    m_open.add(m_openedUri);
     if (!captions.empty()) {
         m_open.add(captions);
     }
     g_object_set(m_playbin.get(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);
-    g_object_set(m_playbin.get(), "uri", m_uri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
+    g_object_set(m_playbin.get(), "uri", m_openedUri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
                  "flags", flags(), nullptr);
     gst_element_set_state(m_playbin.get(), GST_STATE_PAUSED);
+    constexpr guint LongestSilence = 4'000;
+    m_silence.reset(m_way == Way::Usual && isLocal() ? g_timeout_add(LongestSilence, onSilence, this) : 0);
+}
+
+/** A local medium that comes to nothing in so long a time is stuck. */
+gboolean Pipeline::onSilence(gpointer self)
+{
+    auto *pipeline = static_cast<Pipeline *>(self);
+    pipeline->m_silence.forget();
+    if (pipeline->m_isOpening) {
+        pipeline->fail({{ErrorCode::ResourceCorrupted, "nothing comes out of the medium"}});
+    }
+    return G_SOURCE_REMOVE;
+}
+
+/** Whether libavformat is asked first: GStreamer's own elements tell no tags of some formats, or wrong durations. */
+bool Pipeline::isReadBestByLibav() const
+{
+    const Owned<char> path(g_filename_from_uri(m_uri.c_str(), nullptr, nullptr));
+    return path && isReadBestByLibavformat(path.get()) && !libavUri(m_uri).empty();
 }
 
 unsigned Pipeline::flags() const
@@ -213,7 +309,7 @@ unsigned Pipeline::flags() const
     if (hasCaptionFile() || (m_outputs.hasCaptions && m_choice.areShown)) {
         flags |= PlayText;
     }
-    if (!gst_uri_has_protocol(m_uri.c_str(), "file")) {
+    if (!isLocal()) {
         flags |= BufferStreams;
     }
     return flags;
@@ -242,6 +338,10 @@ void Pipeline::selectStream()
 
 void Pipeline::run()
 {
+    if (m_resumption) {
+        m_resumption->isRunning = true;
+        return;
+    }
     audio().openGate();
     m_hasBegun = true;
     m_isHeld = false;
@@ -251,6 +351,10 @@ void Pipeline::run()
 
 void Pipeline::hold()
 {
+    if (m_resumption) {
+        m_resumption->isRunning = false;
+        return;
+    }
     m_isHeld = true;
     settle();
 }
@@ -291,6 +395,9 @@ void Pipeline::unload()
     m_isHeld = true;
     m_hasBegun = false;
     m_group = GST_GROUP_ID_INVALID;
+    m_hasAdvanced = false;
+    m_silence.reset();
+    m_resumption.reset();
     m_seeking.reset();
     m_next.reset();
     m_rest.reset();
@@ -306,6 +413,11 @@ void Pipeline::forgetMessages()
 bool Pipeline::seek(int64_t time, int rate)
 {
     const Target target{time, rate};
+    if (m_resumption) {
+        m_resumption->target = target;
+        m_rest = time;
+        return true;
+    }
     if (m_seeking && m_hasBegun && rate == m_rate) {
         m_next = target;
         return true;
@@ -362,7 +474,7 @@ void Pipeline::onElementAdded(GstBin *, GstBin *parent, GstElement *element, gpo
 void Pipeline::onStreamsKnown(GstElement *decoder, gpointer self)
 {
     const auto *pipeline = static_cast<Pipeline *>(self);
-    if (pipeline->m_uri != uriOf(decoder)) {
+    if (pipeline->m_openedUri != uriOf(decoder)) {
         // Captions, or the next medium.
         return;
     }
@@ -417,7 +529,7 @@ gboolean Pipeline::onStandstillDue(gpointer self)
     auto *pipeline = static_cast<Pipeline *>(self);
     const int64_t last = std::exchange(pipeline->m_lastTime, pipeline->position());
     const bool standsStill = !pipeline->m_isHeld && !pipeline->m_seeking && last == pipeline->m_lastTime;
-    if (standsStill && endCaptions(pipeline->m_playbin.get(), pipeline->m_uri)) {
+    if (standsStill && endCaptions(pipeline->m_playbin.get(), pipeline->m_openedUri)) {
         pipeline->m_captionTimer.forget();
         return G_SOURCE_REMOVE;
     }
@@ -430,7 +542,9 @@ void Pipeline::checkStreams()
     gint pictures = 0;
     g_object_get(m_playbin.get(), "n-audio", &sounds, "n-video", &pictures, nullptr);
     if (sounds == 0 && pictures == 0) {
-        m_events.failed({ErrorCode::UnsupportedMediaType, "there is nothing to hear or to see in the medium"});
+        fail({{ErrorCode::UnsupportedMediaType, "there is nothing to hear or to see in the medium"}});
+    } else if (m_isOpening && isMissingAnything(sounds > 0) && openAnotherWay({})) {
+        return;
     } else if (sounds == 0 && !m_showsPictures) {
         // Nobody sees the pictures, but without them no time would pass.
         unload();
@@ -445,7 +559,7 @@ void Pipeline::checkContent()
     g_object_get(m_playbin.get(), "n-audio", &sounds, "n-video", &pictures, nullptr);
     const bool arePicturesDecoded = pictures > 0 && m_showsPictures;
     if (++m_emptyStreams >= (sounds > 0) + arePicturesDecoded && m_isOpening) {
-        m_events.failed({ErrorCode::ResourceCorrupted, "there is nothing in the medium that can be decoded"});
+        fail({{ErrorCode::ResourceCorrupted, "there is nothing in the medium that can be decoded"}});
     }
 }
 
@@ -546,13 +660,17 @@ void Pipeline::handleOwn(GstMessage *message)
     if (gst_message_has_name(message, AudioBin::DecodedMessage)) {
         m_isOpening = false;
         selectStream();
-        m_events.decoded();
+        m_resumption ? resume() : m_events.decoded();
     } else if (gst_message_has_name(message, AudioBin::EmptyMessage)) {
-        if (!openTheLongWay()) {
+        if (!isShort()) {
             checkContent();
+        } else if (m_isOpening) {
+            reopen(Way::Usual);
         }
     } else if (gst_message_has_name(message, StreamsKnown)) {
         checkStreams();
+    } else if (gst_message_has_name(message, "missing-plugin")) {
+        noteMissing(message);
     } else if (const Owned<GstMessage> error = EarlyErrors::in(message); error && m_isOpening) {
         handleError(error.get());
     }
@@ -560,12 +678,34 @@ void Pipeline::handleOwn(GstMessage *message)
 
 void Pipeline::handleError(GstMessage *error)
 {
-    if (openTheLongWay()) {
-        return;
-    }
     GstObject *source = GST_MESSAGE_SRC(error);
-    const auto &report = isUnrecognized(error) ? m_events.unrecognized : m_events.failed;
-    report(toResult(error, audio().isSink(source) || m_video.isSink(source)));
+    Failure failure{toResult(error, audio().isSink(source) || m_video.isSink(source)), isUnrecognized(error),
+                    namesCodec(error)};
+    if (failure.result.code == ErrorCode::UnsupportedMediaType && !m_missing.name.empty()) {
+        failure.result.text = "missing: " + m_missing.name;
+    }
+    fail(failure);
+}
+
+/** Keeps what a playbin tells of a stream that it has no element for. */
+void Pipeline::noteMissing(GstMessage *message)
+{
+    const GstStructure *content = gst_message_get_structure(message);
+    const gchar *name = gst_structure_get_string(content, "name");
+    GstCaps *raw = nullptr;
+    gst_structure_get(content, "detail", GST_TYPE_CAPS, &raw, nullptr);
+    const Owned<GstCaps> caps(raw);
+    const std::string_view type =
+        caps && gst_caps_get_size(caps.get()) > 0 ? gst_structure_get_name(gst_caps_get_structure(caps.get(), 0)) : "";
+    m_missing.name = name ? name : "a plug-in";
+    m_missing.hasSound |= type.starts_with("audio/");
+    m_missing.hasPictures |= type.starts_with("video/");
+}
+
+/** Whether something does not play that somebody wants. */
+bool Pipeline::isMissingAnything(bool hasSound) const
+{
+    return m_missing.hasSound || (m_missing.hasPictures && (m_showsPictures || !hasSound));
 }
 
 void Pipeline::handleStart(GstMessage *message)
@@ -575,6 +715,7 @@ void Pipeline::handleStart(GstMessage *message)
     const bool isOther = m_group != GST_GROUP_ID_INVALID && group != m_group;
     m_group = group;
     if (isOther && m_succession.isTaken()) {
+        m_hasAdvanced = true;
         m_succession.advance();
         m_file.forgetPlayed();
         m_events.advanced();

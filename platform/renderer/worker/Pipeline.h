@@ -45,8 +45,9 @@ struct CaptionChoice {
 
 /**
  * Plays a medium to its outputs; it is used for medium after medium. A file of sound in a common format is played the short
- * way, by a FilePipeline, everything else by a playbin, which also gets what the short way could not open and tells why
- * that cannot be played. Times are milliseconds, rates thousandths.
+ * way, by a FilePipeline, everything else by a playbin, which also gets what the short way could not open. What the
+ * playbin's own elements cannot open is read with libavformat; what cannot be read so either fails for the reason that is most
+ * telling. Times are milliseconds, rates thousandths.
  */
 class Pipeline {
 public:
@@ -104,6 +105,8 @@ public:
     int64_t position() const;
     /** 0 when it is not known. */
     int64_t duration() const { return durationOf(m_top); }
+    /** Whether it is a file of sound in a common format. */
+    bool isCommonFile() const { return isShort(); }
     bool isSeekable() const { return renderer::isSeekable(m_top); }
     Dimensions dimensions() const;
 
@@ -111,6 +114,21 @@ private:
     struct Target {
         int64_t time;
         int rate;
+    };
+    /** How a medium is opened: by a FilePipeline, by a playbin with its own elements, or by one that reads with libavformat. */
+    enum class Way { Short, Usual, Libav };
+    struct Failure {
+        Result result;
+        /** Nobody knows what the medium is. */
+        bool isUnrecognized = false;
+        bool namesCodec = false;
+    };
+    /** What of a medium no element decodes. */
+    struct Missing {
+        /** As people call it, empty without. */
+        std::string name{};
+        bool hasSound = false;
+        bool hasPictures = false;
     };
 
     static void onElementAdded(GstBin *bin, GstBin *parent, GstElement *element, gpointer self);
@@ -127,15 +145,25 @@ private:
     void adoptAhead();
     void dropAhead();
     void forgetMessages();
-    bool isShort() const { return m_top == m_file.element(); }
+    bool isShort() const { return m_way == Way::Short; }
     /** Opens what load() was told. */
     void open();
     void startFile();
     /** Whether captions come from a file of their own; one whose texts nobody takes would end the medium. */
     bool hasCaptionFile() const { return m_outputs.hasCaptions && !m_choice.url.empty(); }
     void openPlaybin(bool needsPicture);
-    /** Opens it with the playbin when it could not be opened the short way; false when it was none. */
-    bool openTheLongWay();
+    /** Reports a failure, unless the medium may be opened in another way. What has played goes on there where it was. */
+    void fail(const Failure &failure);
+    void resume();
+    static gboolean onSilence(gpointer self);
+    bool isLocal() const { return gst_uri_has_protocol(m_uri.c_str(), "file"); }
+    bool openAnotherWay(const Failure &failure);
+    bool playAnotherWay(const Failure &failure);
+    bool isReadBestByLibav() const;
+    void reopen(Way way);
+    void openAs(Way way);
+    void noteMissing(GstMessage *message);
+    bool isMissingAnything(bool hasSound) const;
     unsigned flags() const;
     /** Brings the medium to the state that it is to have, or nearer. */
     void settle();
@@ -164,9 +192,23 @@ private:
     int64_t m_lastTime = 0;
     /** Runs while a medium is opened ahead. */
     Source m_aheadTimer;
+    /** Runs while a local medium is opened the usual way. */
+    Source m_silence;
     /** What was told of it. */
     std::vector<Owned<GstMessage>> m_aheadMessages;
     std::string m_uri;
+    /** What the playbin is given: the same, or what stands for it. */
+    std::string m_openedUri;
+    Way m_way = Way::Usual;
+    Missing m_missing;
+    /** Why the first of the two ways of a playbin does not play the medium; without a failure it plays a part. */
+    std::optional<Failure> m_firstFailure;
+    /** What plays on when the medium is opened in another way. */
+    struct Resumption {
+        Target target;
+        bool isRunning;
+    };
+    std::optional<Resumption> m_resumption;
     CaptionFile m_captionFile;
     OpenMedia m_open;
     CaptionChoice m_choice;
@@ -178,6 +220,8 @@ private:
     /** Nothing is decoded yet. */
     bool m_isOpening = false;
     int m_emptyStreams = 0;
+    /** It plays another medium than was loaded. */
+    bool m_hasAdvanced = false;
     // Read by streaming threads.
     /** Whether pictures are decoded: to be seen, or because there is nothing else. */
     std::atomic<bool> m_showsPictures = false;

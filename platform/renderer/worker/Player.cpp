@@ -147,7 +147,7 @@ void Player::finishOpen(const Result &result)
         std::exchange(m_answer, nullptr)(result);
     }
     if (result) {
-        m_track.measure();
+        m_track.measure(m_pipeline.isCommonFile());
     }
 }
 
@@ -384,8 +384,9 @@ void Player::prepareFollowing()
             return;
         }
         if (m_following && m_following->track == *next) {
-            // Pictures alone need another way to be played.
-            m_pipeline.succession().set(m_following->facts.sampleRate > 0 ? uri(*next) : std::string());
+            // Pictures alone, and what is read with libavformat, need another way to be played.
+            const Facts &facts = m_following->facts;
+            m_pipeline.succession().set(facts.sampleRate > 0 && !facts.needsLibav ? uri(*next) : std::string());
             return;
         }
         m_pipeline.succession().setUnknown();
@@ -433,7 +434,7 @@ void Player::onAdvanced()
     }
     reportCurrent();
     prepareFollowing();
-    m_track.measure();
+    m_track.measure(m_pipeline.isCommonFile());
 }
 
 // What the pipeline tells
@@ -448,7 +449,7 @@ void Player::onDecoded()
         m_phase = Phase::Running;
         m_played.reset();
         reportCurrent();
-        m_track.measure();
+        m_track.measure(m_pipeline.isCommonFile());
         if (const Result result = begin(); !result) {
             onFailed(result);
         }

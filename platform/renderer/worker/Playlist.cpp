@@ -2,9 +2,9 @@
 
 #include "FileReader.h"
 #include "ListText.h"
+#include "Module.h"
 #include "playlist/Reader.h"
 
-#include <dlfcn.h>
 #include <renderer/common/Medium.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -21,24 +21,6 @@ constexpr size_t MostEntries = 10'000;
 constexpr int MostPlaylists = 500;
 constexpr int DeepestNesting = 16;
 constexpr guint LongestWait = 15'000;
-
-/** The module's place beside the worker, in an installation as in the build tree. */
-std::string modulePath()
-{
-    const Owned<char> program(g_file_read_link("/proc/self/exe", nullptr));
-    const Owned<char> folder(g_path_get_dirname(program.get()));
-    return std::string(folder.get()) + "/" VORO_MODULES "/playlist.so";
-}
-
-ReadPlaylist reader()
-{
-    static void *const module = dlopen(modulePath().c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!module) {
-        std::fprintf(stderr, "voro-renderer: %s\n", dlerror());
-        return nullptr;
-    }
-    return reinterpret_cast<ReadPlaylist>(dlsym(module, ReadPlaylistName));
-}
 
 bool exists(const std::string &path)
 {
@@ -212,7 +194,7 @@ void Playlist::parseText(std::shared_ptr<const Trail> trail, std::string text)
 
 void Playlist::start(std::unique_ptr<Reading> reading, const std::string &uri)
 {
-    const ReadPlaylist readPlaylist = reader();
+    static const auto readPlaylist = functionOf<ReadPlaylist>("playlist", ReadPlaylistName);
     if (!readPlaylist) {
         finish({ErrorCode::UnsupportedMediaType, "this installation reads no playlists"});
         return;

@@ -2,6 +2,8 @@
 
 #include "EarlyErrors.h"
 #include "Failure.h"
+#include "FileFormat.h"
+#include "Libav.h"
 
 #include <utility>
 
@@ -10,6 +12,8 @@ namespace voro::renderer {
 namespace {
 
 constexpr guint LongestWait = 15'000;
+/** Of a local medium, until it is read in the other way. */
+constexpr guint LongestSilence = 4'000;
 
 } // namespace
 
@@ -17,6 +21,29 @@ void Probe::start(const std::string &uri, Done done)
 {
     cancel();
     m_done = std::move(done);
+    m_facts = {};
+    m_uri = uri;
+    const Owned<char> path(g_filename_from_uri(uri.c_str(), nullptr, nullptr));
+    if (!path || !isReadBestByLibavformat(path.get()) || !openOtherWay()) {
+        open(uri);
+    }
+    m_timer.reset(g_timeout_add(path ? LongestSilence : LongestWait, onTimeout, this));
+}
+
+bool Probe::openOtherWay()
+{
+    const std::string other = m_facts.needsLibav ? std::string() : libavUri(m_uri);
+    if (other.empty()) {
+        return false;
+    }
+    close();
+    open(other);
+    m_facts.needsLibav = true;
+    return true;
+}
+
+void Probe::open(const std::string &uri)
+{
     m_facts = {};
     m_open.add(uri);
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-probe"))));
@@ -27,20 +54,24 @@ void Probe::start(const std::string &uri, Done done)
     gst_bin_add(GST_BIN(m_pipeline.get()), decoder);
     const Owned<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
     m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
-    m_timer.reset(g_timeout_add(LongestWait, onTimeout, this));
     gst_element_set_state(m_pipeline.get(), GST_STATE_PAUSED);
 }
 
 void Probe::cancel()
 {
     m_timer.reset();
+    close();
+    m_done = nullptr;
+}
+
+void Probe::close()
+{
     m_watch.reset();
     if (m_pipeline) {
         gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
         m_pipeline.reset();
     }
     m_open.clear();
-    m_done = nullptr;
 }
 
 // Runs in a streaming thread.
@@ -71,11 +102,11 @@ void Probe::handle(GstMessage *message)
     }
     case GST_MESSAGE_ELEMENT:
         if (const Owned<GstMessage> error = EarlyErrors::in(message)) {
-            finish(toResult(error.get(), false));
+            fail(toResult(error.get(), false));
         }
         break;
     case GST_MESSAGE_ERROR:
-        finish(toResult(message, false));
+        fail(toResult(message, false));
         break;
     case GST_MESSAGE_ASYNC_DONE:
         collect();
@@ -108,9 +139,22 @@ void Probe::collect()
 
 gboolean Probe::onTimeout(gpointer self)
 {
-    static_cast<Probe *>(self)->m_timer.forget();
-    static_cast<Probe *>(self)->finish({ErrorCode::SourceUnavailable, "the source does not answer"});
+    auto *probe = static_cast<Probe *>(self);
+    probe->m_timer.forget();
+    if (probe->openOtherWay()) {
+        probe->m_timer.reset(g_timeout_add(LongestWait, onTimeout, self));
+    } else {
+        probe->finish({ErrorCode::SourceUnavailable, "the source does not answer"});
+    }
     return G_SOURCE_REMOVE;
+}
+
+/** Tries the other way to read the medium before it is given up. */
+void Probe::fail(const Result &result)
+{
+    if (!openOtherWay()) {
+        finish(result);
+    }
 }
 
 void Probe::finish(const Result &result)

@@ -32,8 +32,13 @@ private:
     static gboolean onTimeout(gpointer self);
     void handle(GstMessage *message);
     void collect();
+    void open(const std::string &uri);
+    bool openOtherWay();
+    void close();
+    void fail(const Result &result);
     void finish(const Result &result);
 
+    std::string m_uri;
     Done m_done;
     Facts m_facts;
     OpenMedia m_open;

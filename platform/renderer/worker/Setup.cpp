@@ -63,12 +63,15 @@ void rankLast(const char *plugin)
     gst_plugin_feature_list_free(features);
 }
 
+/** The first writes beyond its memory where pictures have more than 8 bits, the others never end. */
+constexpr const char *Faulty[] = {"libde265dec", "avdemux_gif", "avdemux_nut"};
+
 /** Among equals the name would decide. */
-void rankFirst(const char *decoder)
+void rank(const char *decoder, GstRank rank)
 {
     const Owned<GstPluginFeature> feature(gst_registry_lookup_feature(gst_registry_get(), decoder));
     if (feature) {
-        gst_plugin_feature_set_rank(feature.get(), GST_RANK_PRIMARY);
+        gst_plugin_feature_set_rank(feature.get(), rank);
     }
 }
 
@@ -89,7 +92,10 @@ void warmUpForFilms()
 void warmUp()
 {
     rankLast("libav");
-    rankFirst("mpg123audiodec");
+    rank("mpg123audiodec", GST_RANK_PRIMARY);
+    for (const char *element : Faulty) {
+        rank(element, GST_RANK_NONE);
+    }
     for (const char *name : Common) {
         const Owned<GstPluginFeature> feature(gst_registry_lookup_feature(gst_registry_get(), name));
         if (feature) {

@@ -44,11 +44,14 @@ void Track::refresh(Pipeline &pipeline)
     m_facts.dimensions = pipeline.dimensions();
 }
 
-void Track::measure()
+void Track::measure(bool isCommon)
 {
     m_measured = 0;
     if (m_medium.isLocal()) {
-        m_measure.start(m_medium.path(), [this](int64_t duration) {
+        // Without a container the length is an estimate.
+        const bool hasContainer = gst_tag_list_get_tag_size(m_facts.tags.get(), GST_TAG_CONTAINER_FORMAT) > 0;
+        const bool isKnown = m_facts.duration > 0 && (isCommon || hasContainer);
+        m_measure.start(m_medium.path(), isKnown, [this](int64_t duration) {
             m_measured = duration;
             m_listener.measured();
         });

@@ -35,8 +35,8 @@ public:
     void merge(const GstTagList *tags);
     /** Takes over what the pipeline knows by now. */
     void refresh(Pipeline &pipeline);
-    /** Corrects the duration of a file of which there is only an estimate. */
-    void measure();
+    /** Corrects the duration of a file of which there is only an estimate; those in common formats tell it exactly. */
+    void measure(bool isCommon);
     /** Makes a cover smaller that is too large to be told. */
     void shrinkCover();
     /** Whether the file was cut since it was begun. */

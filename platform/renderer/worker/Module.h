@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace voro::renderer {
+
+/* The parts of the worker that bring large libraries along are modules, loaded when they are needed for the first time. */
+
+/** A function of a module, null when the installation lacks it, which the log is told. */
+void *symbolOf(const std::string &module, const char *name);
+
+template<typename Function>
+Function functionOf(const std::string &module, const char *name)
+{
+    return reinterpret_cast<Function>(symbolOf(module, name));
+}
+
+} // namespace voro::renderer
