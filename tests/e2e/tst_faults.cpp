@@ -367,12 +367,14 @@ void tst_Faults::fileCutWhilePlaying_isTold()
     for (const char *name : {"cut.wav", "cut.ogg", "cut.opus", "cut.mp3", "cut.flac", "cut.m4a", "cut.mkv"}) {
         auto victim = std::make_unique<Victim>();
         victim->path = media::makeTone(m_folder.filePath(QLatin1String(name)), {.seconds = 60});
+        victims.push_back(std::move(victim));
+    }
+    for (const auto &victim : victims) {
         QCOMPARE(victim->player.setStatusInterval(50), MediaError::None);
         QCOMPARE(victim->player.setRepeatMode(isRepeated ? RepeatMode::Track : RepeatMode::None), MediaError::None);
         QCOMPARE(victim->player.setSourceUrl(QUrl::fromLocalFile(victim->path)), MediaError::None);
         QCOMPARE(victim->player.play(), MediaError::None);
         QTRY_VERIFY(victim->player.position() > 0);
-        victims.push_back(std::move(victim));
     }
     for (const auto &victim : victims) {
         QVERIFY(QFile::resize(victim->path, 1000));
