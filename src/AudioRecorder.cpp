@@ -1,14 +1,14 @@
-#include "private/AudioRecorderPrivate.h"
-#include "private/Dictionary.h"
-#include "private/LocalPath.h"
-#include "private/Logger.h"
-#include "private/MediaUtils.h"
-#include "private/Values.h"
-
 #include <multimedia/AudioRecorder.h>
 #include <voro/audio_manager.h>
 
 #include <QtCore/QStringList>
+
+#include <private/AudioRecorderPrivate.h>
+#include <private/Dictionary.h>
+#include <private/LocalPath.h>
+#include <private/Logger.h>
+#include <private/MediaUtils.h>
+#include <private/Values.h>
 
 namespace voro::multimedia {
 

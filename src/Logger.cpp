@@ -1,8 +1,8 @@
-#include "private/Logger.h"
-
 #include <voro/slog2.h>
 
 #include <QtCore/QThread>
+
+#include <private/Logger.h>
 
 #include <memory>
 #include <utility>

@@ -1,11 +1,11 @@
-#include "private/Logger.h"
-#include "private/MediaKeyWatcherPrivate.h"
-
 #include <multimedia/MediaKeyWatcher.h>
 #include <voro/PpsObject.h>
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPointer>
+
+#include <private/Logger.h>
+#include <private/MediaKeyWatcherPrivate.h>
 
 #include <array>
 #include <cerrno>

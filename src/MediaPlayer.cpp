@@ -1,10 +1,10 @@
-#include "private/Logger.h"
-#include "private/MediaPlayerPrivate.h"
-#include "private/MediaUtils.h"
-#include "private/Values.h"
-
 #include <multimedia/MediaPlayer.h>
 #include <voro/UIToolkitSupport.h>
+
+#include <private/Logger.h>
+#include <private/MediaPlayerPrivate.h>
+#include <private/MediaUtils.h>
+#include <private/Values.h>
 
 namespace voro::multimedia {
 

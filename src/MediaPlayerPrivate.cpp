@@ -1,11 +1,10 @@
-#include "private/MediaPlayerPrivate.h"
-
-#include "private/Dictionary.h"
-#include "private/LocalPath.h"
-#include "private/Logger.h"
-#include "private/Values.h"
-
 #include <voro/device/DisplayInfo.h>
+
+#include <private/Dictionary.h>
+#include <private/LocalPath.h>
+#include <private/Logger.h>
+#include <private/MediaPlayerPrivate.h>
+#include <private/Values.h>
 
 #include <array>
 #include <utility>

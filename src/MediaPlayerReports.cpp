@@ -1,9 +1,9 @@
 // What the player makes of the renderer's reports, and what it tells the application of them.
 
-#include "private/Logger.h"
-#include "private/MediaPlayerPrivate.h"
-
 #include <multimedia/MediaPlayer.h>
+
+#include <private/Logger.h>
+#include <private/MediaPlayerPrivate.h>
 
 namespace voro::multimedia {
 

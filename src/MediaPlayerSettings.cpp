@@ -1,10 +1,10 @@
 // How a medium is played: what the application sets at any time, apart from the medium and its outputs.
 
-#include "private/Logger.h"
-#include "private/MediaPlayerPrivate.h"
-#include "private/Values.h"
-
 #include <multimedia/MediaPlayer.h>
+
+#include <private/Logger.h>
+#include <private/MediaPlayerPrivate.h>
+#include <private/Values.h>
 
 namespace voro::multimedia {
 

@@ -1,8 +1,7 @@
-#include "private/MediaUtils.h"
-
-#include "private/Logger.h"
-
 #include <QtCore/QCoreApplication>
+
+#include <private/Logger.h>
+#include <private/MediaUtils.h>
 
 namespace voro::multimedia {
 

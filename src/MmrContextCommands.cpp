@@ -1,8 +1,8 @@
 // The renderer commands that need what the monitor learnt, and the parameters that it remembers for them.
 
-#include "private/Dictionary.h"
-#include "private/Logger.h"
-#include "private/MmrContextNotifier.h"
+#include <private/Dictionary.h>
+#include <private/Logger.h>
+#include <private/MmrContextNotifier.h>
 
 namespace voro::multimedia {
 

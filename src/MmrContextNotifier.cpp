@@ -1,12 +1,11 @@
-#include "private/MmrContextNotifier.h"
-
-#include "private/Logger.h"
-#include "private/Values.h"
-
 #include <multimedia/MetaData.h>
 #include <voro/PpsObject.h>
 
 #include <QtCore/QStringList>
+
+#include <private/Logger.h>
+#include <private/MmrContextNotifier.h>
+#include <private/Values.h>
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
-#include "private/Announcement.h"
-#include "private/NowPlayingConnectionPrivate.h"
-#include "private/Values.h"
-
 #include <multimedia/NowPlayingConnection.h>
+
+#include <private/Announcement.h>
+#include <private/NowPlayingConnectionPrivate.h>
+#include <private/Values.h>
 
 namespace voro::multimedia {
 

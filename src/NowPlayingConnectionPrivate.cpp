@@ -1,16 +1,15 @@
-#include "private/NowPlayingConnectionPrivate.h"
-
-#include "private/Announcement.h"
-#include "private/LocalPath.h"
-#include "private/MediaUtils.h"
-#include "private/ModeNames.h"
-#include "private/Values.h"
-
 #include <multimedia/MetaData.h>
 #include <voro/PpsObject.h>
 #include <voro/UIToolkitSupport.h>
 
 #include <QtCore/QFile>
+
+#include <private/Announcement.h>
+#include <private/LocalPath.h>
+#include <private/MediaUtils.h>
+#include <private/ModeNames.h>
+#include <private/NowPlayingConnectionPrivate.h>
+#include <private/Values.h>
 
 #include <functional>
 

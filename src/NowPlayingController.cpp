@@ -1,11 +1,11 @@
-#include "private/ControllerNames.h"
-#include "private/Logger.h"
-#include "private/NowPlayingControllerPrivate.h"
-#include "private/Values.h"
-
 #include <multimedia/NowPlayingController.h>
 
 #include <QtCore/QMetaMethod>
+
+#include <private/ControllerNames.h>
+#include <private/Logger.h>
+#include <private/NowPlayingControllerPrivate.h>
+#include <private/Values.h>
 
 #include <algorithm>
 

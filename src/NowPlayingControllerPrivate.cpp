@@ -1,13 +1,12 @@
-#include "private/NowPlayingControllerPrivate.h"
-
-#include "private/Announcement.h"
-#include "private/ControllerNames.h"
-#include "private/ModeNames.h"
-
 #include <multimedia/MetaData.h>
 #include <voro/PpsObject.h>
 
 #include <QtCore/QMetaMethod>
+
+#include <private/Announcement.h>
+#include <private/ControllerNames.h>
+#include <private/ModeNames.h>
+#include <private/NowPlayingControllerPrivate.h>
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
-#include "private/Logger.h"
-#include "private/SystemSoundPrivate.h"
-
 #include <multimedia/SystemSound.h>
 #include <voro/PpsObject.h>
 
 #include <QtCore/QVariantMap>
+
+#include <private/Logger.h>
+#include <private/SystemSoundPrivate.h>
 
 #include <array>
 

@@ -4,7 +4,7 @@
 #include <linux/io_uring.h>
 #include <linux/keyctl.h>
 #include <netinet/in.h>
-#include <renderer/worker/Confinement.h>
+#include <renderer/worker/process/Confinement.h>
 #include <spawn.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>

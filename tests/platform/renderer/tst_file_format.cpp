@@ -4,7 +4,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
-#include <renderer/worker/FileFormat.h>
+#include <renderer/worker/media/FileFormat.h>
 
 using voro::renderer::fileFormat;
 using voro::renderer::FileFormat;

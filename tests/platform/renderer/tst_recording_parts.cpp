@@ -3,8 +3,8 @@
 #include <QtTest/QtTest>
 
 #include <renderer/service/AudioInput.h>
-#include <renderer/worker/Mp3Header.h>
-#include <renderer/worker/WavHeader.h>
+#include <renderer/worker/record/Mp3Header.h>
+#include <renderer/worker/record/WavHeader.h>
 
 using namespace voro::renderer;
 

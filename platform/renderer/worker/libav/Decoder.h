@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Gst.h"
+#include <renderer/worker/gst/Gst.h>
 
 extern "C" {
 #include <libavcodec/avcodec.h>

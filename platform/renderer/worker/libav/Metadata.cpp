@@ -1,8 +1,7 @@
 #include "Metadata.h"
 
-#include "../FileReader.h"
-
 #include <gst/tag/tag.h>
+#include <renderer/worker/media/FileReader.h>
 
 #include <array>
 #include <cstdlib>

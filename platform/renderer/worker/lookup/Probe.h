@@ -1,0 +1,50 @@
+#pragma once
+
+#include "OpenMedia.h"
+
+#include <renderer/common/Error.h>
+#include <renderer/worker/gst/Gst.h>
+#include <renderer/worker/media/Facts.h>
+
+#include <functional>
+#include <string>
+
+namespace voro::renderer {
+
+/** Opens a medium without playing it, to know early whether it plays and what it is. */
+class Probe {
+public:
+    using Done = std::function<void(const Result &, Facts)>;
+
+    Probe() = default;
+    ~Probe() { cancel(); }
+    Probe(const Probe &) = delete;
+    Probe &operator=(const Probe &) = delete;
+
+    bool isRunning() const { return static_cast<bool>(m_pipeline); }
+    /** Calls `done` from the main loop. */
+    void start(const std::string &uri, Done done);
+    void cancel();
+
+private:
+    static void onPad(GstElement *decoder, GstPad *pad, gpointer self);
+    static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
+    static gboolean onTimeout(gpointer self);
+    void handle(GstMessage *message);
+    void collect();
+    void open(const std::string &uri);
+    bool openOtherWay();
+    void close();
+    void fail(const Result &result);
+    void finish(const Result &result);
+
+    std::string m_uri;
+    Done m_done;
+    Facts m_facts;
+    OpenMedia m_open;
+    Owned<GstElement> m_pipeline;
+    Source m_watch;
+    Source m_timer;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <renderer/worker/gst/Gst.h>
+
+#include <cstdint>
+#include <string>
+
+namespace voro::renderer {
+
+struct Dimensions {
+    int width = 0;
+    int height = 0;
+    /** The shape of a pixel; 0 when not known. */
+    int pixelWidth = 0;
+    int pixelHeight = 0;
+};
+
+/** The size that video or image caps tell; nothing for others. */
+Dimensions dimensionsOf(const GstCaps *caps);
+
+/** What is known of a track. */
+struct Facts {
+    Owned<GstTagList> tags{gst_tag_list_new_empty()};
+    /** Of a picture that is too large to be told, null while not made. */
+    Owned<GstSample> thumbnail{};
+    /** In milliseconds, 0 when not known. */
+    int64_t duration = 0;
+    bool isSeekable = false;
+    /** It was read with libavformat, because GStreamer's own elements cannot. */
+    bool needsLibav = false;
+    /** In Hz, 0 when not known. */
+    int sampleRate = 0;
+    Dimensions dimensions;
+
+    /** Adds tags; newer ones replace older ones, and a thumbnail goes with its picture. */
+    void merge(const GstTagList *news);
+};
+
+/** The attribute lines that describe a track. */
+std::string toAttributes(const Facts &facts);
+
+} // namespace voro::renderer

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <renderer/worker/gst/Gst.h>
+
+#include <atomic>
+#include <string>
+#include <string_view>
+
+namespace voro::renderer {
+
+/**
+ * What a playbin gets as its audio sink: speed with the pitch kept, equalizer, volume and the sink itself, behind a
+ * gate.
+ *
+ * While the gate is closed decoded sound waits in front of the sink, so that the sink opens no stream at the sound
+ * server before there is something to play: a stream that waited there would sound late.
+ */
+class AudioBin {
+public:
+    /** The element message that the first decoded buffer behind a closed gate posts. */
+    static constexpr char DecodedMessage[] = "voro-decoded";
+    /** The element message of a stream that ends without such a buffer. */
+    static constexpr char EmptyMessage[] = "voro-empty";
+
+    AudioBin();
+    ~AudioBin();
+    AudioBin(const AudioBin &) = delete;
+    AudioBin &operator=(const AudioBin &) = delete;
+
+    GstElement *element() const { return m_bin.get(); }
+    /** Gives the bin, which must not be in use, a sink; one that plays into nothing in real time when it shall not be
+        heard or there is no sound server. The role tells the sound server what the sound is for. */
+    void resetSink(bool isAudible, const std::string &role);
+    /** Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
+        then. */
+    bool hasLostServer() const;
+    /** Whether it plays into nothing because no sound server answers. */
+    bool isSilent() const { return m_isSilent; }
+    /** Has the bin, which must not be in use, get another sink next time. */
+    void removeSink();
+    /** Does so when the connection broke. */
+    void removeLostSink();
+    /** Before the bin is taken out of use: to connect to the sound server anew would take time with each medium. */
+    void keepConnection();
+
+    void closeGate();
+    void openGate();
+    bool isOpen() const { return m_gateProbe == 0; }
+
+    /** From 0 to 100. */
+    void setVolume(long percent);
+    void setPreset(std::string_view preset);
+
+    /** The sound server's device that is played to, empty while there is none. */
+    std::string device() const;
+    /** Whether an object is the sink or a part of it. */
+    bool isSink(GstObject *object) const;
+    /** The rate of the decoded sound in Hz, 0 while not known. */
+    int sampleRate() const;
+
+private:
+    static GstPadProbeReturn onDecoded(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    static GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+
+    /** How much is decoded before it is needed. */
+    void decodeAhead(GstClockTime time);
+    void addSink(bool isAudible);
+    void addTempo();
+    void removeTempo();
+
+    Owned<GstElement> m_bin;
+    // Parts of the bin, owned by it.
+    GstElement *m_queue;
+    GstElement *m_filter;
+    GstElement *m_tempo = nullptr;
+    GstElement *m_equalizer;
+    GstElement *m_volume;
+    /** What all elements behind the first conversion have. */
+    Owned<GstCaps> m_format;
+    GstElement *m_sink = nullptr;
+    bool m_isServerSink = false;
+    bool m_isSilent = false;
+    Owned<GstPad> m_gate;
+    Owned<GstPad> m_input;
+    /** What can be put in, whichever the sink is. */
+    Owned<GstCaps> m_accepted;
+    gulong m_gateProbe = 0;
+    /** Read by streaming threads. */
+    std::atomic<bool> m_awaitsDecoded = false;
+    /** The speed was another one: what changed it has garbage in its first samples when it is started again. */
+    std::atomic<bool> m_isStretched = false;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <renderer/worker/gst/Gst.h>
+#include <renderer/worker/media/Facts.h>
+#include <renderer/worker/video/FrameChannel.h>
+
+#include <atomic>
+#include <mutex>
+
+namespace voro::renderer {
+
+/** A part of a picture; all of it when it has no size. */
+struct Rectangle {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+
+    bool operator==(const Rectangle &) const = default;
+};
+
+/** What a playbin gets as its video sink: cuts the wanted part out and shows it. */
+class VideoBin {
+public:
+    VideoBin();
+    VideoBin(const VideoBin &) = delete;
+    VideoBin &operator=(const VideoBin &) = delete;
+
+    GstElement *element() const { return m_bin.get(); }
+    /** Gives the bin, which must not be in use, a fresh sink that draws into a window or frame queue; nothing is seen
+        without one. */
+    void resetSink(const Window &window, bool hasCaptions);
+    /** What draws captions over the pictures, null when nothing does. */
+    GstElement *overlay() const { return m_overlay; }
+    void setSource(const Rectangle &part);
+    bool isSink(GstObject *object) const;
+
+    /** The size of the pictures that come, nothing while not known. */
+    Dimensions dimensions() const;
+    /** From now on the first picture is told by an element message DecodedMessage, or their end
+        before the first one by an EmptyMessage. */
+    void awaitDecoded() { m_awaitsDecoded = true; }
+
+private:
+    static GstPadProbeReturn onInput(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    void crop(const Dimensions &size);
+
+    Owned<GstElement> m_bin;
+    // Parts of the bin, owned by it.
+    GstElement *m_crop;
+    GstElement *m_convert;
+    GstElement *m_last;
+    GstElement *m_overlay = nullptr;
+    GstElement *m_sink = nullptr;
+    Owned<GstPad> m_input;
+    /** Read by streaming threads. */
+    std::atomic<bool> m_awaitsDecoded = false;
+    std::mutex m_mutex;
+    Rectangle m_part;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,131 @@
+#pragma once
+
+#include "DeviceWatch.h"
+#include "Reports.h"
+#include "Settings.h"
+#include "Track.h"
+
+#include <renderer/worker/lookup/Fetch.h>
+#include <renderer/worker/lookup/Probe.h>
+#include <renderer/worker/media/Queue.h>
+#include <renderer/worker/pipeline/Pipeline.h>
+#include <renderer/worker/playlist/Playlist.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace voro::renderer {
+
+/** Plays a queue as the service asks, and reports what happens. */
+class Player {
+public:
+    using Answer = std::function<void(const Result &)>;
+
+    explicit Player(Reports::Send send);
+
+    /** Opens a medium or, as a playlist, a queue of them; the answer comes when it is known to play or not. */
+    void open(const std::string &url, bool isPlaylist, unsigned track, int64_t position, Answer answer);
+    void close();
+    Result play();
+    void stop();
+    Result setSpeed(int speed);
+    Result seek(unsigned track, int64_t position);
+    /** Takes over what the application set, the speed excepted. */
+    void apply(const Settings &settings);
+
+    const Settings &settings() const { return m_settings; }
+
+private:
+    enum class Phase {
+        Closed,
+        /** A medium is being opened, to be ready. */
+        Opening,
+        /** Opened, but never played. */
+        Ready,
+        /** A medium is being opened, to be played. */
+        Starting,
+        Running,
+        /** Stopped, or played to the end: the medium has to be opened again. */
+        Stopped,
+    };
+    /** The next track, as far as it was looked at. */
+    struct Following {
+        unsigned track;
+        Facts facts;
+    };
+
+    void onDecoded();
+    void onEnded();
+    void onAdvanced();
+    void onFailed(const Result &cause);
+    void onUnrecognized(const Result &result);
+    void onTagged(const GstTagList *tags);
+    void onChanged();
+    void onBuffering(int percent);
+    void onDeviceLost();
+    void onProbed(unsigned track, const Result &result, Facts facts);
+    static gboolean onStatusDue(gpointer self);
+    static gboolean onOpenTimeout(gpointer self);
+
+    /** Goes to a track, or to a later one when it does not play. */
+    void openTrack(unsigned track, int64_t position);
+    void load();
+    /** Opens the current medium again where it is. */
+    void reload();
+    /** Passes a track over that does not play; false when nothing is left, which ends everything. */
+    bool passOver(const Result &problem);
+    void lookForPlaylist(const Result &result);
+    void fail(const Result &result);
+    /** The queue is over, with the track that was played last. */
+    void complete(unsigned track, int64_t last);
+    bool seekTo(int64_t position, int rate);
+    Result begin();
+    void proceed();
+    void holdAtBeginning();
+    /** Has the device watched while something is played to it and the application wants that. */
+    void watchDevice();
+    void end(Phase phase);
+    void finishOpen(const Result &result);
+    /** Sees to it that the next track is known by the time that this one ends. */
+    void prepareFollowing();
+    bool isOpening() const { return m_phase == Phase::Opening || m_phase == Phase::Starting; }
+    bool isOpen() const { return m_phase == Phase::Ready || m_phase == Phase::Running; }
+    CaptionChoice captions(unsigned track) const;
+    Medium mediumOf(unsigned track) const;
+    std::string uri(unsigned track) const;
+    int64_t position() const;
+    void reportCurrent();
+    void reportTrack();
+    void reportStatus();
+    void restartStatusTimer();
+
+    Reports m_reports;
+    Pipeline m_pipeline;
+    Playlist m_playlist;
+    Probe m_probe;
+    Fetch m_fetch;
+    DeviceWatch m_device{[this] { onDeviceLost(); }};
+    Queue m_queue;
+    Settings m_settings;
+    Phase m_phase = Phase::Closed;
+    Answer m_answer;
+    Track m_track{{.measured = [this] { onChanged(); }, .coverMade = [this] { reportTrack(); }}};
+    std::optional<Following> m_following;
+    bool m_isForward = true;
+    /** What has just been played to its end, until the next track is decoded. */
+    struct Played {
+        unsigned track;
+        int64_t end;
+    };
+    std::optional<Played> m_played;
+    /** The medium comes from a server that has not shown yet what it is. */
+    bool m_mayBePlaylist = false;
+    /** Where the next play begins, or where it stands while nothing plays. */
+    int64_t m_position = 0;
+    int m_bufferLevel = 100;
+    Source m_statusTimer;
+    Source m_openTimer;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <renderer/common/Error.h>
+#include <renderer/worker/media/Facts.h>
+#include <renderer/worker/media/Queue.h>
+
+#include <functional>
+#include <map>
+#include <string>
+
+namespace voro::renderer {
+
+/** What a player tells the service, as event messages. */
+class Reports {
+public:
+    using Send = std::function<void(const std::string &lines)>;
+
+    explicit Reports(Send send) : m_send(std::move(send)) {}
+
+    /** Forgets what it told of the former queue. */
+    void reset() { m_tracks.clear(); }
+    /** The service forgets the tracks that are far from the current one, and so does this. */
+    void queue(unsigned current, unsigned total);
+    /** Told only when it is something else than before. */
+    void track(unsigned number, const std::string &uri, const Facts &facts);
+    /** Tells of the tracks near the current one what their list says, until they are looked at. */
+    void neighbours(const Queue &queue);
+    void status(int64_t position, int bufferLevel, const char *bufferStatus, int volume = 0);
+    /** What is opened plays into nothing, because no sound server answers. */
+    void silent();
+    /** The speed became another one without having been asked for. */
+    void speed(int speed);
+    void ended(unsigned track, int64_t position);
+    void failed(const Result &result, unsigned track, int64_t position);
+
+private:
+    Send m_send;
+    std::map<unsigned, std::string> m_tracks;
+};
+
+} // namespace voro::renderer

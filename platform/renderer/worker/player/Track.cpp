@@ -1,0 +1,77 @@
+#include "Track.h"
+
+#include <renderer/worker/media/Tags.h>
+#include <renderer/worker/pipeline/Pipeline.h>
+
+#include <utility>
+
+namespace voro::renderer {
+
+void Track::begin(const std::string &url, Facts facts)
+{
+    end();
+    m_medium = Medium(url);
+    m_facts = std::move(facts);
+    m_measured = 0;
+    m_extent = m_medium.isLocal() ? Extent(m_medium.path()) : Extent();
+}
+
+void Track::end()
+{
+    m_measure.cancel();
+    m_thumbnailer.cancel();
+    m_extent = {};
+}
+
+void Track::merge(const GstTagList *tags)
+{
+    m_facts.merge(tags);
+    if (gst_tag_list_get_tag_size(tags, GST_TAG_IMAGE) > 0) {
+        // It may be another one than the one that is being made smaller.
+        m_thumbnailer.cancel();
+    }
+}
+
+void Track::refresh(Pipeline &pipeline)
+{
+    if (m_measured > 0) {
+        m_facts.duration = m_measured;
+    } else if (const int64_t duration = pipeline.duration(); duration > 0) {
+        m_facts.duration = duration;
+    }
+    m_facts.isSeekable = pipeline.isSeekable();
+    m_facts.sampleRate = pipeline.audio().sampleRate();
+    m_facts.dimensions = pipeline.dimensions();
+}
+
+void Track::measure(bool isCommon)
+{
+    m_measured = 0;
+    if (m_medium.isLocal()) {
+        // Without a container the length is an estimate.
+        const bool hasContainer = gst_tag_list_get_tag_size(m_facts.tags.get(), GST_TAG_CONTAINER_FORMAT) > 0;
+        const bool isKnown = m_facts.duration > 0 && (isCommon || hasContainer);
+        m_measure.start(m_medium.path(), isKnown, [this](int64_t duration) {
+            m_measured = duration;
+            m_listener.measured();
+        });
+    }
+}
+
+void Track::shrinkCover()
+{
+    const auto cover = pictureIn(m_facts.tags.get());
+    if (!cover || !isTooLarge(cover.get()) || m_facts.thumbnail || m_thumbnailer.isRunning()) {
+        return;
+    }
+    m_thumbnailer.start(cover.get(), MaximumPicture, [this](GstSample *thumbnail) {
+        if (thumbnail) {
+            m_facts.thumbnail.reset(gst_sample_ref(thumbnail));
+            m_listener.coverMade();
+        } else {
+            gst_tag_list_remove_tag(m_facts.tags.get(), GST_TAG_IMAGE);
+        }
+    });
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <renderer/common/Medium.h>
+#include <renderer/worker/lookup/Thumbnailer.h>
+#include <renderer/worker/media/Extent.h>
+#include <renderer/worker/media/Facts.h>
+#include <renderer/worker/media/Measure.h>
+
+#include <functional>
+#include <string>
+
+namespace voro::renderer {
+
+class Pipeline;
+
+/** The track that is played: what is known of it, and what is still to be found out. */
+class Track {
+public:
+    struct Listener {
+        /** The duration was measured; it counts from the next refresh() on. */
+        std::function<void()> measured;
+        /** A cover that was too large can be told now. */
+        std::function<void()> coverMade;
+    };
+
+    explicit Track(Listener listener) : m_listener(std::move(listener)) {}
+
+    /** Another track, of which so much is known. */
+    void begin(const std::string &url, Facts facts);
+    /** Finds out nothing more; what is known stays. */
+    void end();
+
+    const Facts &facts() const { return m_facts; }
+    void merge(const GstTagList *tags);
+    /** Takes over what the pipeline knows by now. */
+    void refresh(Pipeline &pipeline);
+    /** Corrects the duration of a file of which there is only an estimate; those in common formats tell it exactly. */
+    void measure(bool isCommon);
+    /** Makes a cover smaller that is too large to be told. */
+    void shrinkCover();
+    /** Whether the file was cut since it was begun. */
+    bool hasShrunk() const { return m_extent.hasShrunk(); }
+
+private:
+    Listener m_listener;
+    Medium m_medium{{}};
+    Facts m_facts;
+    Extent m_extent;
+    Measure m_measure;
+    /** The duration that was measured, 0 while it was not. */
+    int64_t m_measured = 0;
+    Thumbnailer m_thumbnailer;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,257 @@
+#include "Playlist.h"
+
+#include "ListText.h"
+
+#include <renderer/common/Medium.h>
+#include <renderer/worker/media/FileReader.h>
+#include <renderer/worker/playlist/Reader.h>
+#include <renderer/worker/process/Module.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr size_t MostEntries = 10'000;
+constexpr int MostPlaylists = 500;
+constexpr int DeepestNesting = 16;
+constexpr guint LongestWait = 15'000;
+
+bool exists(const std::string &path)
+{
+    return access(path.c_str(), F_OK) == 0;
+}
+
+std::string unescaped(const std::string &text)
+{
+    const Owned<char> result(g_uri_unescape_string(text.c_str(), nullptr));
+    return result ? result.get() : text;
+}
+
+/** The path of an entry of a list, which says escaped or not, in which alphabet it likes, what the file is called. */
+std::string pathOf(const std::string &listed)
+{
+    if (exists(listed)) {
+        return listed;
+    }
+    if (std::string plain = unescaped(listed); exists(plain)) {
+        return plain;
+    }
+    const Owned<char> narrow(g_convert(listed.c_str(), -1, "ISO-8859-1", "UTF-8", nullptr, nullptr, nullptr));
+    return narrow && exists(narrow.get()) ? narrow.get() : listed;
+}
+
+/** An entry as an input URL. */
+std::string inputUrl(const char *uri)
+{
+    if (!gst_uri_has_protocol(uri, "file")) {
+        return gst_uri_is_valid(uri) ? uri : pathOf(uri);
+    }
+    const Owned<char> path(g_filename_from_uri(uri, nullptr, nullptr));
+    return path ? pathOf(path.get()) : uri;
+}
+
+/** What a file holds, of a very large one its beginning up to the end of a line. */
+std::string contentOf(const std::string &path)
+{
+    std::string text = FileReader(path).at(0, Fetch::Largest + 1);
+    if (text.size() > Fetch::Largest) {
+        text.resize(text.rfind('\n') + 1);
+    }
+    return text;
+}
+
+/** What two names of a list have in common. */
+std::string identityOf(const Medium &list)
+{
+    const Owned<char> path(list.isLocal() ? realpath(list.path().c_str(), nullptr) : nullptr);
+    return path ? path.get() : list.uri();
+}
+
+} // namespace
+
+Playlist::Reading::~Reading()
+{
+    if (copy >= 0) {
+        close(copy);
+    }
+    if (owner) {
+        owner->m_reading = nullptr;
+    }
+}
+
+void Playlist::read(const std::string &url, Done done)
+{
+    cancel();
+    m_done = std::move(done);
+    m_entries.clear();
+    m_problem = {};
+    m_read = 0;
+    m_timer.reset(g_timeout_add(LongestWait, onTimeout, this));
+    parse(std::make_shared<Trail>(Trail{url, identityOf(Medium(url)), nullptr, 0}));
+}
+
+gboolean Playlist::onTimeout(gpointer self)
+{
+    auto *list = static_cast<Playlist *>(self);
+    list->m_timer.forget();
+    std::fprintf(stderr, "voro-renderer: a playlist takes too long and is played as far as it was read\n");
+    const Done done = std::exchange(list->m_done, nullptr);
+    list->cancel();
+    list->m_done = done;
+    const Result problem(ErrorCode::SourceUnavailable, "the playlist cannot be read in time");
+    list->finish(list->m_entries.empty() ? problem : Result());
+    return G_SOURCE_REMOVE;
+}
+
+void Playlist::cancel()
+{
+    m_done = nullptr;
+    m_timer.reset();
+    m_places.clear();
+    m_fetch.cancel();
+    if (m_reading) {
+        std::exchange(m_reading, nullptr)->owner = nullptr;
+    }
+}
+
+bool Playlist::leadsToItself(const Trail *trail, const std::string &identity)
+{
+    for (; trail; trail = trail->parent.get()) {
+        if (trail->identity == identity) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/** Goes through the places in their order; a playlist among them is replaced by what is in it. */
+void Playlist::proceed()
+{
+    while (!m_places.empty() && m_entries.size() < MostEntries) {
+        Place place = std::move(m_places.front());
+        m_places.pop_front();
+        const Medium medium(place.entry.url);
+        if (!medium.isNamedLikePlaylist()) {
+            m_entries.push_back(std::move(place.entry));
+            continue;
+        }
+        const bool isTooMuch = place.trail->depth >= DeepestNesting || m_read >= MostPlaylists;
+        std::string identity = identityOf(medium);
+        if (isTooMuch || leadsToItself(place.trail.get(), identity)) {
+            std::fprintf(stderr, "voro-renderer: a playlist that leads to itself is left out\n");
+            continue;
+        }
+        parse(
+            std::make_shared<Trail>(Trail{place.entry.url, std::move(identity), place.trail, place.trail->depth + 1}));
+        return;
+    }
+    finish(m_entries.empty() && !m_problem ? m_problem : Result());
+}
+
+void Playlist::parse(std::shared_ptr<const Trail> trail)
+{
+    ++m_read;
+    const Medium list(trail->url);
+    if (Result problem = list.check(); !problem) {
+        m_problem = std::move(problem);
+        proceed();
+    } else if (list.isLocal()) {
+        parseText(std::move(trail), contentOf(list.path()));
+    } else {
+        m_fetch.get(list.uri(), [this, trail](const Result &result, std::string content) {
+            if (result) {
+                parseText(trail, std::move(content));
+            } else {
+                m_problem = result;
+                proceed();
+            }
+        });
+    }
+}
+
+void Playlist::parseText(std::shared_ptr<const Trail> trail, std::string text)
+{
+    text = repairedList(std::move(text), Medium(trail->url));
+    auto reading = std::make_unique<Reading>();
+    reading->trail = std::move(trail);
+    reading->copy = memfd_create("playlist", MFD_CLOEXEC);
+    const bool isWritten =
+        reading->copy >= 0 && write(reading->copy, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    if (!isWritten) {
+        m_problem = {ErrorCode::OutOfMemory, "no room for the playlist"};
+        proceed();
+        return;
+    }
+    const std::string uri = "file:///proc/self/fd/" + std::to_string(reading->copy);
+    start(std::move(reading), uri);
+}
+
+void Playlist::start(std::unique_ptr<Reading> reading, const std::string &uri)
+{
+    static const auto readPlaylist = functionOf<ReadPlaylist>("playlist", ReadPlaylistName);
+    if (!readPlaylist) {
+        finish({ErrorCode::UnsupportedMediaType, "this installation reads no playlists"});
+        return;
+    }
+    const std::string place = Medium(reading->trail->url).uri();
+    const std::string base = place.substr(0, place.rfind('/') + 1);
+    reading->owner = this;
+    m_reading = reading.get();
+    const PlaylistListener listener{[](const char *entry, const char *title, void *data) {
+                                        auto *current = static_cast<Reading *>(data);
+                                        if (current->entries.size() < MostEntries) {
+                                            current->entries.push_back({entry, title ? title : ""});
+                                        }
+                                    },
+                                    [](bool isList, void *data) {
+                                        const std::unique_ptr<Reading> current(static_cast<Reading *>(data));
+                                        if (Playlist *owner = std::exchange(current->owner, nullptr)) {
+                                            owner->m_reading = nullptr;
+                                            owner->take(*current, isList);
+                                        }
+                                    },
+                                    reading.release()};
+    readPlaylist(uri.c_str(), base.c_str(), listener);
+}
+
+void Playlist::take(const Reading &reading, bool isList)
+{
+    if (!isList) {
+        m_problem = {ErrorCode::UnsupportedMediaType, reading.trail->url + " is no playlist"};
+    }
+    const bool isFromNet = !Medium(reading.trail->url).isLocal();
+    size_t localFiles = 0;
+    for (auto entry = reading.entries.rbegin(); entry != reading.entries.rend(); ++entry) {
+        std::string url = inputUrl(entry->url.c_str());
+        if (isFromNet && Medium(url).isLocal()) {
+            ++localFiles;
+        } else {
+            m_places.push_front({{std::move(url), entry->title}, reading.trail});
+        }
+    }
+    if (localFiles > 0) {
+        m_problem = {ErrorCode::Permission, "a playlist from the net may not open files"};
+        std::fprintf(stderr, "voro-renderer: %s: %zu are left out\n", m_problem.text.c_str(), localFiles);
+    }
+    proceed();
+}
+
+void Playlist::finish(const Result &result)
+{
+    m_timer.reset();
+    m_places.clear();
+    const Done done = std::exchange(m_done, nullptr);
+    if (!done) {
+        return;
+    }
+    const bool isEmpty = result && m_entries.empty();
+    done(isEmpty ? Result(ErrorCode::ResourceCorrupted, "the playlist is empty") : result, std::move(m_entries));
+}
+
+} // namespace voro::renderer

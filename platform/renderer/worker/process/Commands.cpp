@@ -1,0 +1,178 @@
+#include "Commands.h"
+
+#include "Setup.h"
+
+#include <glib-unix.h>
+#include <renderer/common/Parameters.h>
+#include <renderer/common/Protocol.h>
+#include <renderer/common/TrackPosition.h>
+#include <renderer/worker/media/Files.h>
+
+namespace voro::renderer {
+
+bool Commands::start()
+{
+    // An item of an application may come at any time.
+    m_fileSource.reset(
+        g_unix_fd_add(WorkerFilesSocket, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), onFile, this));
+    return m_link.open([this](const pps::Message &message) { handle(message); });
+}
+
+gboolean Commands::onFile(gint, GIOCondition condition, gpointer self)
+{
+    auto *commands = static_cast<Commands *>(self);
+    commands->takeFiles();
+    if (condition & (G_IO_HUP | G_IO_ERR)) {
+        commands->m_fileSource.forget();
+        return G_SOURCE_REMOVE;
+    }
+    return G_SOURCE_CONTINUE;
+}
+
+/** Takes what was handed over up to now. */
+void Commands::takeFiles()
+{
+    while (auto passed = takeFile()) {
+        if (passed->queue.empty()) {
+            m_file = std::move(passed->file);
+        } else {
+            m_frames.connect(passed->queue, std::move(passed->file));
+        }
+    }
+}
+
+void Commands::handle(const pps::Message &message)
+{
+    const std::string command = message.text("msg");
+    // What was handed over for a request came before it.
+    takeFiles();
+    if (command == "open") {
+        open(message);
+    } else if (m_recorder.isOpen() && command != "ping") {
+        record(command, message);
+    } else {
+        reply(command, message.number("id"), handleNow(command, message));
+    }
+}
+
+Result Commands::handleNow(const std::string &command, const pps::Message &message)
+{
+    if (command == "ping") {
+        return {};
+    }
+    if (command == "warm_films") {
+        warmUpForFilms();
+        return {};
+    }
+    if (command == "play") {
+        return m_player.play();
+    }
+    if (command == "speed") {
+        return m_player.setSpeed(static_cast<int>(message.number("speed")));
+    }
+    if (command == "seek") {
+        return m_player.seek(static_cast<unsigned>(message.number("track", 1)), message.number("position"));
+    }
+    if (command == "stop") {
+        m_player.stop();
+        return {};
+    }
+    if (command == "set") {
+        m_player.apply(read(message, m_player.settings()));
+        return {};
+    }
+    if (command == "close") {
+        m_player.close();
+        return {};
+    }
+    return {ErrorCode::Internal, "unknown request " + command};
+}
+
+void Commands::open(const pps::Message &message)
+{
+    m_player.close();
+    if (message.text("type") == "track") {
+        openRecorder(message);
+        return;
+    }
+    m_player.apply(read(message, {}));
+    const int64_t id = message.number("id");
+    m_player.open(message.text("url"), message.text("type") == "playlist",
+                  static_cast<unsigned>(message.number("track", 1)), message.number("position"),
+                  [this, id](const Result &result) { reply("open", id, result); });
+}
+
+void Commands::openRecorder(const pps::Message &message)
+{
+    reply("open", message.number("id"),
+          m_recorder.open({.format = message.text("format"),
+                           .channels = static_cast<int>(message.number("channels")),
+                           .role = message.text("recording_role"),
+                           .interval = static_cast<guint>(message.number("interval")),
+                           .limit = static_cast<guint>(message.number("maxduration")),
+                           .isPaused = message.number("speed") == 0}));
+}
+
+void Commands::record(const std::string &command, const pps::Message &message)
+{
+    const auto answer = [this, command, id = message.number("id")](const Result &result) {
+        reply(command, id, result);
+    };
+    if (command == "play") {
+        m_recorder.start(std::move(m_file), answer);
+    } else if (command == "stop") {
+        m_recorder.stop(answer);
+    } else if (command == "close") {
+        m_recorder.close(answer);
+    } else if (command == "speed") {
+        m_recorder.setPaused(message.number("speed") == 0);
+        answer({});
+    } else if (command == "set") {
+        m_recorder.setInterval(static_cast<guint>(message.number("interval")));
+        m_recorder.setLimit(static_cast<guint>(message.number("maxduration")));
+        answer({});
+    } else {
+        answer({ErrorCode::UnsupportedOperation, "a recording cannot do that"});
+    }
+}
+
+/** What a message sets; what it leaves out stays as it is. */
+Settings Commands::read(const pps::Message &message, Settings settings)
+{
+    settings.speed = static_cast<int>(message.number("speed", settings.speed));
+    settings.interval = static_cast<guint>(message.number("interval", settings.interval));
+    settings.volume = message.number("volume", settings.volume);
+    settings.preset = message.text("eq_preset");
+    settings.repeat = message.text("repeat");
+    settings.pausesWithDevice = message.text("autopause") == "yes";
+    settings.outputs = {.isAudible = message.text("audio") == "true",
+                        .role = message.text("role"),
+                        .hasVideo = message.has("video"),
+                        .hasCaptions = message.has("subpicture"),
+                        .window = m_frames.window(message.text("video")),
+                        .captionWindow = m_frames.window(message.text("subpicture"))};
+    settings.source = {static_cast<int>(message.number("video_src_x")), static_cast<int>(message.number("video_src_y")),
+                       static_cast<int>(message.number("video_src_w")),
+                       static_cast<int>(message.number("video_src_h"))};
+    settings.captions.clear();
+    for (const auto &entry : message.entries()) {
+        if (!entry.name.starts_with(TrackPrefix)) {
+            continue;
+        }
+        const auto track = parseNumber(entry.name.substr(TrackPrefix.size()), 1, MostTracks);
+        const auto parameters = Parameters::fromText(entry.value);
+        if (track && parameters) {
+            settings.captions[static_cast<unsigned>(*track)] = {
+                parameters->text("subpicture_url"), static_cast<int>(parameters->number("subpicture_index", 0)),
+                parameters->text("subpicture_disable") != "1"};
+        }
+    }
+    return settings;
+}
+
+void Commands::reply(const std::string &command, int64_t id, const Result &result)
+{
+    m_link.send(answer(command, id, result));
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Link.h"
+
+#include <renderer/worker/player/Player.h>
+#include <renderer/worker/record/Recorder.h>
+#include <renderer/worker/video/FrameChannel.h>
+
+namespace voro::renderer {
+
+/** Passes the service's requests to the player or the recorder, and its answers and reports back. */
+class Commands {
+public:
+    /** False when the worker was not started by the daemon. */
+    bool start();
+
+private:
+    void handle(const pps::Message &message);
+    Result handleNow(const std::string &command, const pps::Message &message);
+    void open(const pps::Message &message);
+    void openRecorder(const pps::Message &message);
+    void record(const std::string &command, const pps::Message &message);
+    Settings read(const pps::Message &message, Settings settings);
+    static gboolean onFile(gint fd, GIOCondition condition, gpointer self);
+    void takeFiles();
+    void reply(const std::string &command, int64_t id, const Result &result);
+
+    Link m_link;
+    Source m_fileSource;
+    /** What the next recording is written into. */
+    pps::Fd m_file;
+    FrameChannels m_frames;
+    Player m_player{[this](const std::string &lines) { m_link.send(lines); }};
+    Recorder m_recorder{[this](const std::string &lines) { m_link.send(lines); }};
+};
+
+} // namespace voro::renderer

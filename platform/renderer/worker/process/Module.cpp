@@ -1,0 +1,32 @@
+#include "Module.h"
+
+#include <dlfcn.h>
+#include <renderer/worker/gst/Gst.h>
+
+#include <cstdio>
+
+namespace voro::renderer {
+
+namespace {
+
+/** The module's place beside the worker, in an installation as in the build tree. */
+std::string pathOf(const std::string &module)
+{
+    const Owned<char> program(g_file_read_link("/proc/self/exe", nullptr));
+    const Owned<char> folder(g_path_get_dirname(program.get()));
+    return std::string(folder.get()) + "/" VORO_MODULES "/" + module + ".so";
+}
+
+} // namespace
+
+void *symbolOf(const std::string &module, const char *name)
+{
+    void *const library = dlopen(pathOf(module).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        std::fprintf(stderr, "voro-renderer: %s\n", dlerror());
+        return nullptr;
+    }
+    return dlsym(library, name);
+}
+
+} // namespace voro::renderer

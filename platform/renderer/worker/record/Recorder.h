@@ -1,0 +1,78 @@
+#pragma once
+
+#include "RecordingPipeline.h"
+
+#include <renderer/worker/player/Reports.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace voro::renderer {
+
+/** Records the audio input into a file as the service asks, and reports what happens. */
+class Recorder {
+public:
+    using Answer = std::function<void(const Result &)>;
+    struct Settings {
+        /** The extension of the file. */
+        std::string format;
+        /** 0 for as many as the source has. */
+        int channels = 0;
+        std::string role;
+        guint interval = 1000;
+        /** How much is recorded at most, in milliseconds; 0 for any length. */
+        guint limit = 0;
+        bool isPaused = false;
+    };
+
+    explicit Recorder(Reports::Send send) : m_reports(std::move(send)) {}
+
+    /** Finds out whether there is a source and an encoder. */
+    Result open(const Settings &settings);
+    /** Begins to record into a file; the answer comes when the source gives something, or none. */
+    void start(pps::Fd file, Answer answer);
+    void setPaused(bool isPaused);
+    void setInterval(guint interval);
+    void setLimit(guint limit);
+    /** Ends the recording; the answer comes when the file is complete. */
+    void stop(Answer answer);
+    /** Likewise, and lets go of the source. */
+    void close(Answer answer);
+    bool isOpen() const { return m_pipeline != nullptr; }
+
+private:
+    enum class Phase {
+        Ready,
+        Starting,
+        Running,
+        /** What was recorded is being written to its end. */
+        Finishing,
+        Finished,
+    };
+
+    void onBegun();
+    void onEnded();
+    void onFailed(const Result &result);
+    static gboolean onTimeout(gpointer self);
+    static gboolean onStatusDue(gpointer self);
+
+    void finish();
+    void complete();
+    void setTimeout(guint milliseconds);
+    void restartStatusTimer();
+    void reportStatus();
+    void answer(const Result &result);
+
+    Reports m_reports;
+    Settings m_settings;
+    std::unique_ptr<RecordingPipeline> m_pipeline;
+    Phase m_phase = Phase::Ready;
+    Answer m_answer;
+    /** Why it is being ended, when nobody asked for that. */
+    Result m_failure;
+    Source m_statusTimer;
+    Source m_timeout;
+};
+
+} // namespace voro::renderer
