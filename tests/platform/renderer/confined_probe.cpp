@@ -169,5 +169,6 @@ int main(int argc, char **argv)
         std::printf("%s=%d\n", attempt.name, isDone ? 0 : errno);
         std::fflush(stdout);
     }
-    return 0;
+    // As workers end: a leak check would have to trace this process.
+    _exit(0);
 }

@@ -7,16 +7,11 @@
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
-#include <ucontext.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
-#include <string>
 #include <type_traits>
 
 namespace voro::renderer {
@@ -107,36 +102,11 @@ private:
     bool m_areGood = true;
 };
 
-/** Has a refused call fail with EPERM after its name was logged. */
-void onRefused(int, siginfo_t *info, void *context)
-{
-    char line[128];
-    const std::unique_ptr<char, decltype(&std::free)> name(
-        seccomp_syscall_resolve_num_arch(info->si_arch, info->si_syscall), std::free);
-    const int size = std::snprintf(line, sizeof line, "voro-renderer: refused the system call %s\n",
-                                   name ? name.get() : std::to_string(info->si_syscall).c_str());
-    if (write(STDERR_FILENO, line, static_cast<size_t>(size)) < 0) {
-        // There is nobody to report to.
-    }
-    auto &registers = static_cast<ucontext_t *>(context)->uc_mcontext;
-#if defined(__x86_64__)
-    registers.gregs[REG_RAX] = -EPERM;
-#elif defined(__aarch64__)
-    registers.regs[0] = static_cast<uint64_t>(-EPERM);
-#endif
-}
-
 } // namespace
 
 bool limitSystemCalls(Devices devices)
 {
-    if (AreRefusalsLogged) {
-        struct sigaction action {};
-        action.sa_sigaction = onRefused;
-        action.sa_flags = SA_SIGINFO | SA_NODEFER;
-        sigaction(SIGSYS, &action, nullptr);
-    }
-    const Filter filter(seccomp_init(AreRefusalsLogged ? SCMP_ACT_TRAP : SCMP_ACT_ERRNO(EPERM)));
+    const Filter filter(seccomp_init(SCMP_ACT_ERRNO(EPERM)));
     if (!filter) {
         return false;
     }
@@ -162,6 +132,7 @@ bool limitSystemCalls(Devices devices)
         }
     }
     return rules.areGood() && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_TSYNC, 1) == 0
+           && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_LOG, AreRefusalsLogged) == 0
            && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_OPTIMIZE, 2) == 0 && seccomp_load(filter.get()) == 0;
 }
 

@@ -7,7 +7,7 @@ enum class Devices { Closed, Open };
 
 /**
  * Limits this process, all of its threads included, to the system calls that playing and recording need. Every other one
- * fails with EPERM; builds with a sanitizer log its name as well. False when the kernel or the filter library refuses.
+ * fails with EPERM; of builds with a sanitizer the kernel logs it as well. False when the kernel or the filter library refuses.
  */
 bool limitSystemCalls(Devices devices);
 
