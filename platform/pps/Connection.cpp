@@ -7,8 +7,9 @@
 #include <sys/socket.h>
 #include <sys/uio.h>
 
-#include <atomic>
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <mutex>
 
@@ -54,14 +55,46 @@ private:
     uint64_t m_next = 1;
 };
 
+using Clock = std::chrono::steady_clock;
+
+/** The longest time that the broker may take for an answer, in milliseconds. */
+constexpr int LongestAnswer = 60'000;
+/** The longest time from the end of the first of its sockets to the end of the last. */
+constexpr int LongestDeath = 1'000;
+
+/** Waits for a packet; false, with errno, when none comes in time (-1: without a limit). */
+bool waitFor(int socket, int milliseconds)
+{
+    pollfd entry{socket, POLLIN, 0};
+    int result;
+    do {
+        result = poll(&entry, 1, milliseconds);
+    } while (result < 0 && errno == EINTR);
+    if (result == 0) {
+        errno = ETIMEDOUT;
+    }
+    return result > 0;
+}
+
+/** What is left until then for waitFor(). */
+int leftUntil(Clock::time_point deadline, int milliseconds)
+{
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+    return milliseconds < 0 ? -1 : static_cast<int>(std::max<std::chrono::milliseconds::rep>(left, 0));
+}
+
+enum class Received { Packet, Nothing, End };
+
 } // namespace
 
 struct Connection::Packet {
     Reply header;
     std::string_view held;
     std::string_view body;
+    std::string_view will;
+    std::string_view back;
     // Not initialised: only what arrives is touched.
-    char buffer[MaximumPacket];
+    char buffer[MaximumReply];
 
     bool parse(size_t size)
     {
@@ -69,14 +102,32 @@ struct Connection::Packet {
             return false;
         }
         std::memcpy(&header, buffer, sizeof header);
-        const std::string_view rest(buffer + sizeof header, size - sizeof header);
-        const size_t heldSize = static_cast<size_t>(header.heldCount) * sizeof(Held);
-        if (heldSize > rest.size()) {
+        std::string_view rest(buffer + sizeof header, size - sizeof header);
+        const size_t heldSize = header.heldCount * sizeof(Held);
+        if (heldSize > rest.size() || header.willSize > rest.size() - heldSize
+            || header.returnSize > rest.size() - heldSize - header.willSize) {
             return false;
         }
         held = rest.substr(0, heldSize);
-        body = rest.substr(heldSize);
+        back = rest.substr(rest.size() - header.returnSize);
+        will = rest.substr(rest.size() - header.returnSize - header.willSize, header.willSize);
+        body = rest.substr(heldSize, rest.size() - heldSize - header.willSize - header.returnSize);
         return true;
+    }
+
+    /** Takes the socket's next packet, without waiting. */
+    Received receive(int socket)
+    {
+        ssize_t size;
+        do {
+            // The broker's side may have gone with packets of ours unread; that error hides the packets that it had
+            // sent.
+            size = recv(socket, buffer, sizeof buffer, MSG_DONTWAIT);
+        } while (size < 0 && (errno == EINTR || errno == ECONNRESET));
+        if (size < 0 && errno == EAGAIN) {
+            return Received::Nothing;
+        }
+        return size > 0 && parse(static_cast<size_t>(size)) ? Received::Packet : Received::End;
     }
 };
 
@@ -95,9 +146,34 @@ bool Connection::fail(int error)
 
 bool Connection::open(std::string_view path, unsigned mode)
 {
-    if (isOpen()) {
-        return fail(EISCONN);
+    return isOpen() ? fail(EISCONN) : setPath(path, mode) && reach(true);
+}
+
+bool Connection::openOn(int socket, std::string_view path, unsigned mode)
+{
+    Fd owned(socket);
+    m_endsWithDaemon = true;
+    return isOpen() ? fail(EISCONN) : setPath(path, mode) && handshake(std::move(owned));
+}
+
+bool Connection::setPath(std::string_view path, unsigned mode)
+{
+    auto parsed = std::make_unique<ObjectPath>();
+    if (!parsePath(path, *parsed) || !isOpenable(*parsed, mode)) {
+        return fail(EINVAL);
     }
+    m_name = path;
+    m_path = std::move(parsed);
+    m_mode = mode;
+    m_return.clear();
+    m_left.clear();
+    m_knowsWill = m_isAtEnd = false;
+    return true;
+}
+
+/** Opens the object at the runtime folder's broker. */
+bool Connection::reach(bool mayStart)
+{
     std::string folder;
     if (const int error = runtimeFolder(folder)) {
         return fail(error);
@@ -106,13 +182,13 @@ bool Connection::open(std::string_view path, unsigned mode)
     for (int attempt = 0; attempt < 5; ++attempt) {
         Fd socket = connectTo(folder);
         if (socket.isValid()) {
-            if (handshake(std::move(socket), path, mode)) {
+            if (handshake(std::move(socket))) {
                 return true;
             }
             if (m_error != EPIPE) {
                 return false;
             }
-        } else if (errno != ENOENT && errno != ECONNREFUSED) {
+        } else if (!mayStart || (errno != ENOENT && errno != ECONNREFUSED)) {
             return fail(errno);
         } else if (const int error = startDaemon(folder)) {
             return fail(error);
@@ -121,56 +197,61 @@ bool Connection::open(std::string_view path, unsigned mode)
     return fail(ECONNREFUSED);
 }
 
-bool Connection::openOn(int socket, std::string_view path, unsigned mode)
+bool Connection::handshake(Fd socket)
 {
-    Fd owned(socket);
-    return isOpen() ? fail(EISCONN) : handshake(std::move(owned), path, mode);
-}
-
-bool Connection::handshake(Fd socket, std::string_view path, unsigned mode)
-{
-    auto parsed = std::make_unique<ObjectPath>();
-    if (!parsePath(path, *parsed) || !isOpenable(*parsed, mode)) {
-        return fail(EINVAL);
-    }
-    m_socket = std::move(socket);
-    m_mode = mode;
-    m_path = std::move(parsed);
-    m_seen = {};
-    m_update.reset();
-    m_isAtEnd = m_toldEnd = false;
-    m_error = 0;
     Packet packet;
     // A broker that turns us away says why and closes, perhaps before it is asked.
-    bool answered = send(Request::Open, path) || m_error == EPIPE;
-    while (answered && !receive(packet)) {
-        answered = !m_isAtEnd && waitForPacket();
+    if (!send(socket.get(), Request::Open, m_name) && m_error != EPIPE) {
+        return false;
     }
-    if (!answered || packet.header.type != Reply::Opened || packet.header.error != 0) {
-        m_socket.reset();
-        return fail(!answered ? EPIPE : packet.header.type != Reply::Opened ? EPROTO : packet.header.error);
+    Received received;
+    while ((received = packet.receive(socket.get())) == Received::Nothing) {
+        if (!waitFor(socket.get(), LongestAnswer)) {
+            return fail(errno);
+        }
     }
-    m_seen.position = packet.header.to;
-    m_seen.more = packet.header.more;
+    if (received == Received::End) {
+        return fail(EPIPE);
+    }
+    if (packet.header.type != Reply::Opened || packet.header.error != 0) {
+        return fail(packet.header.type == Reply::Opened ? packet.header.error : EPROTO);
+    }
+    brokerReached(packet.header.from);
+    if (m_isAtEnd && packet.header.from == m_broker) {
+        // It lives, and had no room left to say that it ends us.
+        m_lostDaemon = false;
+        return fail(ECONNABORTED);
+    }
+    m_socket = std::move(socket);
+    ++m_socketNumber;
+    m_update.reset();
+    m_isAtEnd = m_lostDaemon = m_wasClosed = m_toldEnd = false;
+    m_error = 0;
+    m_broker = packet.header.from;
+    m_seen = {packet.header.to, {}, packet.header.more != 0};
+    m_will.clear();
+    keep(packet);
     return true;
 }
 
 void Connection::close()
 {
     if (isOpen()) {
-        send(Request::Close, {});
+        send(fd(), Request::Close, {});
         m_socket.reset();
         m_update.reset();
+        m_folderWill.reset();
         m_seen = {};
     }
 }
 
-bool Connection::send(Request::Type type, std::string_view body)
+bool Connection::send(int socket, Request::Type type, std::string_view body)
 {
     Request request{};
     request.type = type;
     request.mode = static_cast<uint8_t>(m_mode);
     request.version = WireVersion;
+    request.knowsWill = m_knowsWill;
     request.seen = m_seen.position;
     iovec parts[] = {{&request, sizeof request}, {const_cast<char *>(body.data()), body.size()}};
     msghdr message{};
@@ -179,35 +260,114 @@ bool Connection::send(Request::Type type, std::string_view body)
     return Numbers::instance().use(request, [&] {
         ssize_t sent;
         do {
-            sent = sendmsg(fd(), &message, MSG_NOSIGNAL);
+            sent = sendmsg(socket, &message, MSG_NOSIGNAL);
         } while (sent < 0 && errno == EINTR);
         return sent >= 0 || fail(errno == ECONNRESET ? EPIPE : errno);
     });
 }
 
-// Takes the next packet from the socket. False when there is none; at the end m_isAtEnd is set then.
+// Takes the next packet that has something to say. False when there is none; at the end m_isAtEnd is set then.
 bool Connection::receive(Packet &packet)
 {
-    ssize_t size;
-    do {
-        // The broker's side may have gone with packets of ours unread; that error hides the packets that it had sent.
-        size = recv(fd(), packet.buffer, sizeof packet.buffer, MSG_DONTWAIT);
-    } while (size < 0 && (errno == EINTR || errno == ECONNRESET));
-    if (size < 0 && errno == EAGAIN) {
-        return false;
+    while (!m_isAtEnd) {
+        switch (packet.receive(fd())) {
+        case Received::Nothing:
+            return false;
+        case Received::End:
+            noticeEnd();
+            return false;
+        case Received::Packet:
+            keep(packet);
+            if (packet.header.type == Reply::Closed) {
+                m_wasClosed = true;
+                noticeEnd();
+            } else if (packet.header.type != Reply::Keep) {
+                return true;
+            }
+        }
     }
-    m_isAtEnd = size <= 0 || !packet.parse(static_cast<size_t>(size));
-    return !m_isAtEnd;
+    return false;
 }
 
-bool Connection::waitForPacket()
+void Connection::keep(const Packet &packet)
 {
-    pollfd entry{fd(), POLLIN, 0};
-    int result;
+    if (packet.header.kept & Reply::FolderWill) {
+        m_folderWill = keepWill(m_path->folder, {std::string(packet.will), packet.header.shownBy}, m_broker);
+    }
+    if (packet.header.kept & Reply::ClientWill) {
+        m_will = packet.will;
+    }
+    if (packet.header.kept & Reply::Return) {
+        m_return = packet.back;
+    }
+}
+
+// Without a word the daemon is gone. What it left for that is read next, unless it was read before it was left.
+void Connection::noticeEnd()
+{
+    m_isAtEnd = true;
+    m_lostDaemon = !m_wasClosed;
+    if (m_lostDaemon) {
+        brokerLost(m_broker);
+    }
+    if (!m_lostDaemon || !(m_mode & Subscribe)) {
+        return;
+    }
+    if (m_path->isService()) {
+        m_left += std::exchange(m_will, {});
+    } else if (const FolderWill will = findWill(m_path->folder, m_broker); !will.text.empty()) {
+        m_knowsWill = true;
+        const uint64_t seen = m_update ? m_update->after.position.base : m_seen.position.base;
+        if (will.shownBy == 0 || seen < will.shownBy) {
+            m_left = partOf(will.text, *m_path);
+        }
+    }
+}
+
+bool Connection::staysOpen(bool wait) const
+{
+    if (!m_lostDaemon || m_endsWithDaemon || m_path->server) {
+        return false;
+    }
+    // Whoever waits for an answer waits for one to what the daemon was told.
+    return !m_path->isService() || m_mode == Publish || (!wait && hasReturn());
+}
+
+// Puts aside what the socket still holds.
+void Connection::drain()
+{
+    if (!m_path->isService()) {
+        fetch();
+        return;
+    }
+    Packet packet;
+    std::string messages;
+    while (receive(packet)) {
+        messages += packet.body;
+    }
+    m_left.insert(0, messages);
+}
+
+// A process that dies closes one socket after the other: what is written to one of the last is lost, though everybody
+// knows.
+void Connection::awaitEnd()
+{
+    const auto deadline = Clock::now() + std::chrono::milliseconds(LongestDeath);
     do {
-        result = poll(&entry, 1, -1);
-    } while (result < 0 && errno == EINTR);
-    return result > 0;
+        drain();
+    } while (!m_isAtEnd && waitFor(fd(), leftUntil(deadline, LongestDeath)));
+}
+
+bool Connection::comeBack(bool mayStart)
+{
+    drain();
+    if (!m_lostDaemon || m_endsWithDaemon || !reach(mayStart)) {
+        return false;
+    }
+    for (std::string_view rest = m_return; !rest.empty();) {
+        send(fd(), Request::Write, takeText(rest));
+    }
+    return true;
 }
 
 // Takes all that the socket holds, so that m_update becomes what a read now returns. A change that continues from
@@ -235,13 +395,15 @@ void Connection::pull()
     m_update.reset();
     Packet packet;
     do {
-        if (!send(Request::Pull, m_seen.held)) {
-            m_isAtEnd = true;
+        if (!send(fd(), Request::Pull, m_seen.held)) {
+            // What the broker had sent before it went, and the end.
+            while (receive(packet)) {
+            }
             return;
         }
         do {
             while (!receive(packet)) {
-                if (m_isAtEnd || !waitForPacket()) {
+                if (m_isAtEnd || !waitFor(fd(), LongestAnswer)) {
                     return;
                 }
             }
@@ -260,44 +422,77 @@ bool Connection::isReadable()
     if (!isReader()) {
         return false;
     }
-    if (m_path->isService()) {
-        char byte;
+    if (!m_path->isService()) {
+        fetch();
+        return m_update || !m_left.empty() || (m_isAtEnd && !isLost());
+    }
+    uint8_t type = 0;
+    while (!m_isAtEnd) {
         ssize_t size;
         do {
-            size = recv(fd(), &byte, 1, MSG_DONTWAIT | MSG_PEEK);
+            size = recv(fd(), &type, 1, MSG_DONTWAIT | MSG_PEEK);
         } while (size < 0 && (errno == EINTR || errno == ECONNRESET));
-        m_isAtEnd = size == 0;
-        return size >= 0;
+        if (size < 0) {
+            return !m_left.empty();
+        }
+        if (size > 0 && type != Reply::Keep && type != Reply::Closed) {
+            return true;
+        }
+        // Nothing to read but what is to be kept, or the end.
+        Packet packet;
+        if (receive(packet)) {
+            m_left += packet.body;
+        }
     }
-    fetch();
-    return m_update || m_isAtEnd;
+    return !m_left.empty() || !isLost();
 }
 
 bool Connection::hasMore() const
 {
-    return m_update || (m_seen.more && !m_isAtEnd);
+    return m_update || !m_left.empty() || (m_seen.more && !m_isAtEnd);
 }
 
-bool Connection::read(std::string &text, bool wait)
+bool Connection::readWithin(std::string &text, int milliseconds)
 {
     text.clear();
     if (!isReader()) {
         return fail(EBADF);
     }
+    const bool wait = milliseconds != 0;
+    const auto deadline = Clock::now() + std::chrono::milliseconds(milliseconds);
     for (;;) {
-        if (m_path->isService() ? readMessage(text) : readUpdate(text)) {
+        if (readLeft(text) || (m_path->isService() ? readMessage(text) : readUpdate(text)) || readLeft(text)) {
             return true;
         }
         if (m_isAtEnd) {
-            return readEnd(text);
-        }
-        if (!wait) {
+            if (!staysOpen(wait)) {
+                return readEnd(text);
+            }
+            if (!comeBack(wait)) {
+                return wait ? readEnd(text) : true;
+            }
+        } else if (!wait) {
             return true;
-        }
-        if (!waitForPacket()) {
+        } else if (const int left = leftUntil(deadline, milliseconds); !waitFor(fd(), left)) {
             return fail(errno);
         }
     }
+}
+
+/** Reads what is left of a daemon that went; a plain object's last change comes first. */
+bool Connection::readLeft(std::string &text)
+{
+    if (m_left.empty() || m_update) {
+        return false;
+    }
+    if (!m_path->isService()) {
+        text = std::exchange(m_left, {});
+        return true;
+    }
+    std::string_view rest = m_left;
+    text = takeText(rest);
+    m_left.erase(0, text.size());
+    return true;
 }
 
 bool Connection::readMessage(std::string &text)
@@ -317,6 +512,7 @@ bool Connection::readUpdate(std::string &text)
         return false;
     }
     text = std::move(m_update->text);
+    m_knowsWill = m_knowsWill && m_isAtEnd;
     m_seen = std::move(m_update->after);
     m_update.reset();
     return true;
@@ -331,7 +527,7 @@ bool Connection::readEnd(std::string &text)
         return true;
     }
     m_socket.reset();
-    return fail(EPIPE);
+    return fail(m_lostDaemon ? ECONNRESET : EPIPE);
 }
 
 bool Connection::write(std::string_view text)
@@ -345,14 +541,23 @@ bool Connection::write(std::string_view text)
     if (!isWritable(*m_path, text)) {
         return fail(EINVAL);
     }
-    if (!send(Request::Write, text)) {
-        if (!(m_mode & Subscribe)) {
-            // A reader learns it from a failing read, after what was sent before.
-            m_socket.reset();
-        }
+    if (!m_isAtEnd && isBrokerLost(m_broker)) {
+        awaitEnd();
+    }
+    if (!m_isAtEnd && send(fd(), Request::Write, text)) {
+        return true;
+    }
+    if (!m_isAtEnd && m_error != EPIPE) {
         return false;
     }
-    return true;
+    if (comeBack(true)) {
+        return send(fd(), Request::Write, text);
+    }
+    if (m_mode == Publish && !isLost()) {
+        // A reader learns it from a failing read, after what was sent before.
+        m_socket.reset();
+    }
+    return fail(m_lostDaemon ? ECONNRESET : EPIPE);
 }
 
 } // namespace voro::pps

@@ -1,3 +1,4 @@
+#include "Comeback.h"
 #include "Connection.h"
 
 #include <voro/PpsObject.h>
@@ -25,13 +26,22 @@ public:
     /** Looks from the event loop whether there is something to read. */
     void postCheck();
     void check();
+    void follow();
     void dropNotifier();
+    void endComeback();
+    /** Whether the connection came back by itself, so that its socket is not watched yet. */
+    bool hasOtherSocket() const { return notifier && notifiedSocket != connection.socketNumber(); }
 
     PpsObject *const q;
     const QString path;
     pps::Connection connection;
     /** A child of the object, so that it follows the object to another thread. Made by the event loop that needs it. */
     QSocketNotifier *notifier = nullptr;
+    /** Which of the connection's sockets it is for. */
+    unsigned notifiedSocket = 0;
+    /** A child of the object as well, while the connection is lost. */
+    pps::Comeback *comeback = nullptr;
+    pps::Comeback::Attempts attempts;
     int error = 0;
     bool isBlocking = false;
     bool isEnabled = true;
@@ -63,19 +73,47 @@ void PpsObjectPrivate::dropNotifier()
     }
 }
 
+void PpsObjectPrivate::endComeback()
+{
+    if (comeback) {
+        std::exchange(comeback, nullptr)->end();
+    }
+}
+
+// Watches the connection's present socket, or for another daemon when it is lost.
+void PpsObjectPrivate::follow()
+{
+    if (notifier && notifiedSocket != connection.socketNumber()) {
+        dropNotifier();
+    }
+    if (!notifier) {
+        notifier = new QSocketNotifier(connection.fd(), QSocketNotifier::Read, q);
+        notifiedSocket = connection.socketNumber();
+        QObject::connect(notifier, &QSocketNotifier::activated, q, [this] { check(); });
+    }
+    // The end shows on the socket for ever; it is announced once.
+    notifier->setEnabled(!connection.isAtEnd());
+    if (!connection.isLost()) {
+        if (comeback) {
+            attempts.isBack();
+        }
+        endComeback();
+    } else if (!comeback && !connection.hasMore()) {
+        comeback = new pps::Comeback(q, connection.hasReturn(), attempts, [this](bool mayStart) {
+            connection.comeBack(mayStart);
+            check();
+        });
+    }
+}
+
 void PpsObjectPrivate::check()
 {
     if (!isEnabled || !connection.isReader()) {
         return;
     }
-    if (!notifier) {
-        notifier = new QSocketNotifier(connection.fd(), QSocketNotifier::Read, q);
-        QObject::connect(notifier, &QSocketNotifier::activated, q, [this] { check(); });
-    }
     const bool isReadable = connection.isReadable();
-    // The end shows on the socket for ever; it is announced once.
-    notifier->setEnabled(!connection.isAtEnd());
-    const bool isEnd = connection.isAtEnd() && !connection.hasMore();
+    follow();
+    const bool isEnd = connection.isAtEnd() && !connection.isLost() && !connection.hasMore();
     if (!isReadable || (isEnd && toldEnd)) {
         return;
     }
@@ -95,6 +133,7 @@ PpsObject::PpsObject(const QString &path, QObject *parent)
 PpsObject::~PpsObject()
 {
     d->dropNotifier();
+    d->endComeback();
 }
 
 QString PpsObject::path() const
@@ -123,6 +162,7 @@ bool PpsObject::close()
         return d->fail(EBADF);
     }
     d->dropNotifier();
+    d->endComeback();
     d->connection.close();
     return true;
 }
@@ -136,7 +176,8 @@ QByteArray PpsObject::read(bool *ok)
     }
     if (!d->connection.isOpen()) {
         d->dropNotifier();
-    } else if (d->connection.hasMore() || d->connection.isAtEnd()) {
+        d->endComeback();
+    } else if (d->connection.hasMore() || d->connection.isAtEnd() || d->hasOtherSocket()) {
         d->toldEnd = false;
         d->postCheck();
     }
@@ -148,7 +189,11 @@ QByteArray PpsObject::read(bool *ok)
 
 bool PpsObject::write(const QByteArray &data)
 {
-    return d->connection.write({data.constData(), static_cast<size_t>(data.size())}) || d->fail(d->connection.error());
+    const bool isWritten = d->connection.write({data.constData(), static_cast<size_t>(data.size())});
+    if (d->hasOtherSocket()) {
+        d->postCheck();
+    }
+    return isWritten || d->fail(d->connection.error());
 }
 
 void PpsObject::setBlocking(bool blocking)

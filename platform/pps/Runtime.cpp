@@ -2,27 +2,37 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/file.h>
+#include <sys/inotify.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <optional>
+#include <thread>
 
 extern char **environ;
 
 namespace voro::pps {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+/** The longest time that a daemon may take to start, and that the broker's socket may take no packet. */
+constexpr std::chrono::seconds LongestStart = 60s;
 
 std::string folderName()
 {
@@ -86,6 +96,16 @@ int runDaemon(const std::string &program)
     if (failure != 0) {
         return failure;
     }
+    // One that does not come up is left.
+    const Fd handle(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
+    pollfd end{handle.get(), POLLIN, 0};
+    int ready = 0;
+    do {
+        ready = poll(&end, 1, static_cast<int>(std::chrono::milliseconds(LongestStart).count()));
+    } while (ready < 0 && errno == EINTR);
+    if (ready == 0) {
+        kill(process, SIGKILL);
+    }
     int status = 0;
     pid_t ended;
     do {
@@ -146,6 +166,9 @@ Fd connectToSocket(const std::string &path)
         return {};
     }
     Fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    // A daemon that hangs keeps nobody for ever.
+    const timeval limit{LongestStart.count(), 0};
+    setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
     int result;
     do {
         result = connect(socket.get(), reinterpret_cast<const sockaddr *>(&*address), sizeof *address);
@@ -167,6 +190,22 @@ Fd listenAt(const std::string &path)
     return isMade ? std::move(socket) : Fd();
 }
 
+Fd watchForDaemon()
+{
+    std::string folder;
+    Fd watch(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    const bool isWatching =
+        runtimeFolder(folder) == 0 && inotify_add_watch(watch.get(), folder.c_str(), IN_MODIFY) >= 0;
+    return isWatching ? std::move(watch) : Fd();
+}
+
+void takeEvents(int watch)
+{
+    char events[4096];
+    while (read(watch, events, sizeof events) > 0) {
+    }
+}
+
 int startDaemon(const std::string &folder)
 {
     if (!mayStart()) {
@@ -176,10 +215,19 @@ int startDaemon(const std::string &folder)
     if (!lock.isValid()) {
         return errno;
     }
-    while (flock(lock.get(), LOCK_EX) != 0) {
-        if (errno != EINTR) {
+    const auto deadline = std::chrono::steady_clock::now() + LongestStart;
+    while (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR) {
             return errno;
         }
+        // Whoever has it starts the daemon. The kernel tells nobody when it is there, or the lock is free.
+        if (connectTo(folder).isValid()) {
+            return 0;
+        }
+        if (std::chrono::steady_clock::now() > deadline) {
+            return ETIMEDOUT;
+        }
+        std::this_thread::sleep_for(5ms);
     }
     if (connectTo(folder).isValid()) {
         return 0;

@@ -29,4 +29,12 @@ Fd listenAt(const std::string &path);
     one. */
 int startDaemon(const std::string &folder);
 
+/** A descriptor that becomes readable when a daemon in the runtime folder says that it is ready; invalid on failure. */
+Fd watchForDaemon();
+/** Takes what such a descriptor has to say. */
+void takeEvents(int watch);
+
+/** The name of the file in the folder that a daemon locks, and into which it writes its process id when it is ready. */
+inline constexpr char LockName[] = "/vorod.lock";
+
 } // namespace voro::pps

@@ -11,7 +11,7 @@
 
 namespace voro::pps {
 
-inline constexpr uint16_t WireVersion = 1;
+inline constexpr uint16_t WireVersion = 2;
 
 /**
  * How much of what it subscribed to a reader has seen. The broker keeps no copy for a reader; it works out what is
@@ -47,7 +47,8 @@ struct Request {
     uint8_t mode;
     /** Open: WireVersion. */
     uint16_t version;
-    uint32_t reserved;
+    /** Open: 1 when the reader knows the folder's will, so that what comes back just as it says is no news. */
+    uint32_t knowsWill;
     /** A random number of the sending process, and the packet's number in this process: 1, 2, 3 over all its
         sockets. */
     uint64_t process;
@@ -59,7 +60,7 @@ struct Request {
 /** A packet of the broker. */
 struct Reply {
     enum Type : uint8_t {
-        /** `error` is 0 or an errno number; `to` and `more` as in Answer. */
+        /** `error` is 0 or an errno number; `to` and `more` as in Answer, and `from` is the broker's own number. */
         Opened = 1,
         /** A change pushed to a reader whose socket was empty: Held entries and PPS text. */
         Change,
@@ -69,24 +70,50 @@ struct Reply {
         Answer,
         /** One message of a service object. */
         Message,
+        /** Nothing but what the client is to keep. */
+        Keep,
+        /** The broker is about to close the socket. A socket that ends without it lost its daemon. */
+        Closed,
+    };
+    /** What the client is to keep in place of what it had; it stands behind the text. */
+    enum Kept : uint8_t {
+        /** The will of the folder, which every connection of the process to the folder shares. */
+        FolderWill = 1,
+        /** The will of the client of a service object. */
+        ClientWill = 2,
+        /** What the client sends first when it is back. */
+        Return = 4,
     };
     uint8_t type;
     /** Whether a Pull has something to tell after this packet. */
     uint8_t more;
     uint16_t error;
-    uint32_t heldCount;
+    uint16_t heldCount;
+    /** Bits of Kept. */
+    uint16_t kept;
     /** Change: the version that the reader must have seen for the packet to be all that it lacks. */
     uint64_t from;
     /** The reader's position after this packet. */
     Position to;
+    uint32_t willSize;
+    uint32_t returnSize;
+    /** FolderWill: who has seen this version does not need to read the will, because it was published; 0: everybody. */
+    uint64_t shownBy;
 };
 
-static_assert(sizeof(Request) == 40 && sizeof(Reply) == 32);
+static_assert(sizeof(Request) == 40 && sizeof(Reply) == 48);
 
 /** At most so many Held entries travel with a position. */
 inline constexpr size_t MaximumHeld = 64;
 
-/** The longest packet of either side. A service's message gets an object line in front. */
-inline constexpr size_t MaximumPacket = sizeof(Request) + MaximumHeld * sizeof(Held) + MaximumMessage + 64;
+/** The longest will and the longest return. */
+inline constexpr size_t MaximumKept = 32 * 1024;
+
+/** The longest packet of a client. */
+inline constexpr size_t MaximumRequest = sizeof(Request) + MaximumHeld * sizeof(Held) + MaximumMessage;
+
+/** The longest packet of the broker. A service's message gets an object line in front. */
+inline constexpr size_t MaximumReply =
+    sizeof(Reply) + MaximumHeld * sizeof(Held) + MaximumMessage + 64 + 2 * MaximumKept;
 
 } // namespace voro::pps

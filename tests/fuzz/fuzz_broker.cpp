@@ -82,13 +82,13 @@ public:
     /** What the broker sends is well formed, whatever was sent to it. */
     void read(size_t client)
     {
-        static char buffer[2 * MaximumPacket];
+        static char buffer[2 * MaximumReply];
         const ssize_t size = recv(m_sockets[client % std::size(m_sockets)], buffer, sizeof buffer, MSG_DONTWAIT);
         Reply header{};
         if (size <= 0) {
             return;
         }
-        if (static_cast<size_t>(size) < sizeof header || static_cast<size_t>(size) > MaximumPacket) {
+        if (static_cast<size_t>(size) < sizeof header || static_cast<size_t>(size) > MaximumReply) {
             std::abort();
         }
         std::memcpy(&header, buffer, sizeof header);

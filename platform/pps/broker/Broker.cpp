@@ -41,6 +41,13 @@ size_t Broker::clientCount() const
     return d->count;
 }
 
+void Broker::leave()
+{
+    for (const auto &[id, client] : d->clients) {
+        client->leave();
+    }
+}
+
 void Broker::onClientCountChanged(std::function<void()> callback)
 {
     d->countChanged = std::move(callback);
@@ -86,6 +93,26 @@ void Broker::remove(std::string_view path)
     }
 }
 
+void Broker::setWill(std::string_view folder, std::string_view text, uint64_t shownBy)
+{
+    d->setWill(std::string(folder), makeKept(text, shownBy));
+}
+
+uint64_t Broker::nextVersion() const
+{
+    return d->store.version() + 1;
+}
+
+void Broker::beginReturn(std::string_view folder)
+{
+    d->store.beginReturn(std::string(folder));
+}
+
+void Broker::endReturn(std::string_view folder)
+{
+    d->store.endReturn(std::string(folder));
+}
+
 std::string Broker::content(std::string_view path) const
 {
     ObjectPath parsed;
@@ -122,6 +149,26 @@ bool Broker::sendAll(std::string_view path, std::string_view lines)
 {
     Endpoint *const endpoint = d->hub.find(std::string(path));
     return !endpoint || d->hub.toAll(*endpoint, lines);
+}
+
+void Broker::setWill(ClientId id, std::string_view messages)
+{
+    if (Client *client = d->find(id)) {
+        if (client->will ? client->will->text != messages : !messages.empty()) {
+            client->will = makeKept(messages);
+            d->keepLater(*client);
+        }
+    }
+}
+
+void Broker::setReturn(ClientId id, std::string_view text)
+{
+    if (Client *client = d->find(id)) {
+        if (client->back ? client->back->text != text : !text.empty()) {
+            client->back = makeKept(text);
+            d->keepLater(*client);
+        }
+    }
 }
 
 bool Broker::isBehind(ClientId id) const

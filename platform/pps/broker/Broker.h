@@ -67,6 +67,8 @@ public:
 
     /** How many sockets of clients are open, adopted ones not counted. */
     size_t clientCount() const;
+    /** Leaves every client without a word, as if the process had died. */
+    void leave();
     /** Called from process() when clientCount() changed. */
     void onClientCountChanged(std::function<void()> callback);
 
@@ -94,6 +96,16 @@ public:
     void remove(std::string_view path);
     /** The whole object as a reader would get it, empty when there is none. */
     std::string content(std::string_view path) const;
+    /** Leaves a will: text of objects of the folder, which their readers read when they lose this broker. It goes to
+        everybody who has something open in the folder, with what is sent to them next. Readers who have seen the
+        version `shownBy` know it already (0: nobody does). One that is longer than MaximumKept is none. */
+    void setWill(std::string_view folder, std::string_view text, uint64_t shownBy = 0);
+    /** The version of what is published next. */
+    uint64_t nextVersion() const;
+    /** From the one to the other a service publishes again in the folder what the will of an earlier broker said. Who
+        has read that one is not told. */
+    void beginReturn(std::string_view folder);
+    void endReturn(std::string_view folder);
 
     /** Serves the control object at the path; false when somebody serves it already. */
     bool serve(std::string_view path, Service *service);
@@ -104,6 +116,11 @@ public:
     bool send(ClientId client, std::string_view lines);
     /** Sends a message to every client of the service object. */
     bool sendAll(std::string_view path, std::string_view lines);
+    /** Leaves messages, with an object line each, that this client reads when it loses this broker. */
+    void setWill(ClientId client, std::string_view messages);
+    /** Gives the client what it sends first when it is back: messages with an object line each, or what its own code
+        makes a request of. One that is longer than MaximumKept is none. */
+    void setReturn(ClientId client, std::string_view text);
     /** Whether the client has messages that it did not read yet. */
     bool isBehind(ClientId client) const;
     /** Has clientHasRead() called from process() as soon as the client is not behind. */

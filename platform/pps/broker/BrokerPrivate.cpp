@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <sys/epoll.h>
 #include <sys/eventfd.h>
+#include <sys/random.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -54,6 +55,12 @@ bool parseHeld(std::string_view body, std::vector<Held> &held)
 
 } // namespace
 
+Kept makeKept(std::string_view text, uint64_t shownBy)
+{
+    const bool isNone = text.empty() || text.size() > MaximumKept;
+    return isNone ? nullptr : std::make_shared<const KeptText>(KeptText{std::string(text), shownBy});
+}
+
 Broker::Private::Private()
     : epoll(epoll_create1(EPOLL_CLOEXEC)),
       wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
@@ -62,6 +69,8 @@ Broker::Private::Private()
 {
     watch(EPOLL_CTL_ADD, wake.get(), WakeEvent, EPOLLIN);
     watch(EPOLL_CTL_ADD, readers.fd(), ReadEvent, EPOLLIN);
+    while (getrandom(&number, sizeof number, 0) != sizeof number) {
+    }
 }
 
 void Broker::Private::addListener(int socket)
@@ -137,6 +146,12 @@ void Broker::Private::condemn(Client &client)
     }
     client.isCondemned = true;
     condemned.push_back(&client);
+    wakeUp();
+}
+
+/** Has process() called when it is not at work. */
+void Broker::Private::wakeUp()
+{
     if (!isProcessing) {
         eventfd_write(wake.get(), 1);
     }
@@ -171,6 +186,10 @@ void Broker::Private::detach(Client &client)
     } else if (client.endpoint) {
         hub.removeClient(client);
     }
+    // Whoever sees this can see what its end led to.
+    if (client.isOpen() && !client.isEnded && !client.hasClosed) {
+        client.sayClosed();
+    }
     watch(EPOLL_CTL_DEL, client.fd(), 0, 0);
     const auto ofProcess = clientsOfProcess.find(client.payer());
     if (--ofProcess->second == 0) {
@@ -196,6 +215,7 @@ void Broker::Private::afterSend(Client &client)
 void Broker::Private::closeWhenFlushed(Client &client)
 {
     client.isClosing = true;
+    client.sayClosed();
     if (!client.isQueued()) {
         condemn(client);
     }
@@ -205,6 +225,32 @@ void Broker::Private::endService(Endpoint &endpoint)
 {
     for (Client *client : hub.remove(endpoint)) {
         closeWhenFlushed(*client);
+    }
+}
+
+void Broker::Private::setWill(const std::string &folder, const Kept &will)
+{
+    store.setWill(folder, will);
+    if (Endpoint *endpoint = hub.find(folder + "/control")) {
+        endpoint->will = will;
+    }
+}
+
+void Broker::Private::keepLater(Client &client)
+{
+    if (client.hasToKeep()) {
+        keepers.push_back(client.id);
+        wakeUp();
+    }
+}
+
+void Broker::Private::sendKept()
+{
+    for (const ClientId id : std::exchange(keepers, {})) {
+        if (Client *client = find(id); client && client->hasToKeep() && !client->isCondemned) {
+            client->send(makeReply(Reply::Keep), {}, {});
+            afterSend(*client);
+        }
     }
 }
 
@@ -245,6 +291,10 @@ void Broker::Private::dispatch(Client &client, const ClientPacket &packet)
         case Request::Pull:
             isGood = pull(client, packet);
             break;
+        case Request::Close:
+            client.hasClosed = true;
+            isGood = false;
+            break;
         default:
             isGood = false;
         }
@@ -268,13 +318,14 @@ void Broker::Private::open(Client &client, const ClientPacket &packet)
     } else {
         client.path = std::move(path);
         client.mode = packet.header.mode;
-        error = client.path.isService() ? openService(client) : openPlain(client, reply);
+        error = client.path.isService() ? openService(client) : openPlain(client, reply, packet.header.knowsWill != 0);
     }
     if (error != 0) {
         client.mode = 0;
         reply.error = static_cast<uint16_t>(error);
         condemn(client);
     }
+    reply.from = number;
     client.send(reply, {}, {});
     if (error == 0 && client.path.isService() && !client.path.server) {
         // After the answer, because the service may send at once.
@@ -308,7 +359,7 @@ int Broker::Private::openService(Client &client)
     return 0;
 }
 
-int Broker::Private::openPlain(Client &client, Reply &reply)
+int Broker::Private::openPlain(Client &client, Reply &reply, bool knowsWill)
 {
     if (client.path.isListing()) {
         reply.more = true;
@@ -318,6 +369,7 @@ int Broker::Private::openPlain(Client &client, Reply &reply)
         return 0;
     }
     store.subscribe(client.path, client.subscriber);
+    client.subscriber.knowsWill = knowsWill;
     // What is there now waits for the first read: nothing is pushed before the reader pulls.
     ReaderPosition position;
     client.isMarked = !store.read(client.subscriber, position).empty();
@@ -364,7 +416,7 @@ bool Broker::Private::pull(Client &client, const ClientPacket &packet)
         return false;
     }
     reply.to = position.position;
-    reply.heldCount = static_cast<uint32_t>(position.held.size());
+    reply.heldCount = static_cast<uint16_t>(position.held.size());
     reply.more = !position.isSettled();
     client.send(reply, asBytes(position.held), text);
     // A reader waits for each answer; one that piles them up is none.
@@ -404,7 +456,7 @@ void Broker::Private::push(Client &client, const Object &object)
     Reply reply = makeReply(Reply::Change);
     reply.from = client.sentVersion;
     reply.to = position.position;
-    reply.heldCount = static_cast<uint32_t>(position.held.size());
+    reply.heldCount = static_cast<uint16_t>(position.held.size());
     reply.more = !position.isSettled();
     client.sentVersion = position.position.base;
     client.isMarked = reply.more;
@@ -425,6 +477,8 @@ void Broker::Private::process()
         processEvent(events[i]);
         settle();
     }
+    sendKept();
+    settle();
     isProcessing = false;
     graveyard.clear();
     accounts.trim();

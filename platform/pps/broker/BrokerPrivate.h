@@ -14,6 +14,9 @@ struct epoll_event;
 
 namespace voro::pps {
 
+/** What clients are given of a text to keep. */
+Kept makeKept(std::string_view text, uint64_t shownBy = 0);
+
 /** The broker at work: clients, their packets, and what they subscribed to. */
 class Broker::Private final : public Order::Handler {
 public:
@@ -36,6 +39,10 @@ public:
     void afterSend(Client &client);
     void closeWhenFlushed(Client &client);
     void endService(Endpoint &endpoint);
+    void setWill(const std::string &folder, const Kept &will);
+    void keepLater(Client &client);
+    void sendKept();
+    void wakeUp();
     void tellReader(ClientId id);
 
     // Packets.
@@ -46,7 +53,7 @@ public:
     void open(Client &client, const ClientPacket &packet);
     bool mayOpen(const Client &client, const ObjectPath &path, unsigned mode) const;
     int openService(Client &client);
-    int openPlain(Client &client, Reply &reply);
+    int openPlain(Client &client, Reply &reply, bool knowsWill);
     bool write(Client &client, std::string_view text);
     bool pull(Client &client, const ClientPacket &packet);
     void notify(Object *object);
@@ -71,6 +78,10 @@ public:
     /** Descriptors of services. */
     std::unordered_map<int, std::shared_ptr<const std::function<void()>>> watched;
     std::vector<Client *> condemned;
+    /** Clients that are to be given something to keep, if nothing else is sent to them. */
+    std::vector<ClientId> keepers;
+    /** Tells this broker from every other one. */
+    uint64_t number = 0;
     /** Detached clients that a caller further up may still refer to. */
     std::vector<std::unique_ptr<Client>> graveyard;
     std::function<void()> countChanged;

@@ -1,5 +1,7 @@
 #include "Client.h"
 
+#include "Hub.h"
+
 #include <linux/sockios.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
@@ -14,7 +16,7 @@ Client::Received Client::receive(ClientPacket &received, char *buffer)
     ssize_t size;
     do {
         // A client that died with unread packets shows as ECONNRESET in front of what it had written.
-        size = recv(fd(), buffer, MaximumPacket, MSG_DONTWAIT | MSG_TRUNC);
+        size = recv(fd(), buffer, MaximumRequest, MSG_DONTWAIT | MSG_TRUNC);
     } while (size < 0 && (errno == EINTR || errno == ECONNRESET));
     if (size < 0) {
         return errno == EAGAIN ? Received::Nothing : Received::End;
@@ -22,7 +24,7 @@ Client::Received Client::receive(ClientPacket &received, char *buffer)
     if (size == 0) {
         return Received::End;
     }
-    if (static_cast<size_t>(size) < sizeof received.header || static_cast<size_t>(size) > MaximumPacket) {
+    if (static_cast<size_t>(size) < sizeof received.header || static_cast<size_t>(size) > MaximumRequest) {
         return Received::Garbage;
     }
     std::memcpy(&received.header, buffer, sizeof received.header);
@@ -30,15 +32,12 @@ Client::Received Client::receive(ClientPacket &received, char *buffer)
     return Received::Packet;
 }
 
-void Client::send(const Reply &header, std::string_view held, std::string_view body)
+void Client::send(Reply header, std::string_view held, std::string_view body)
 {
-    if (m_isPeerGone) {
+    if (m_isPeerGone || m_saidClosed) {
         return;
     }
-    std::string whole;
-    whole.reserve(sizeof header + held.size() + body.size());
-    whole.append(reinterpret_cast<const char *>(&header), sizeof header);
-    whole.append(held).append(body);
+    const std::string whole = makePacket(header, held, body);
     if (m_queue.empty() && trySend(whole)) {
         return;
     }
@@ -46,6 +45,56 @@ void Client::send(const Reply &header, std::string_view held, std::string_view b
         m_queuedSize += whole.size();
         m_queue.push_back(std::move(whole));
     }
+}
+
+void Client::sayClosed()
+{
+    Reply header{};
+    header.type = Reply::Closed;
+    send(header, {}, {});
+    m_saidClosed = true;
+}
+
+void Client::leave()
+{
+    shutdown(fd(), SHUT_RDWR);
+    m_saidClosed = true;
+}
+
+const Kept &Client::folderWill() const
+{
+    static const Kept none;
+    return endpoint ? endpoint->will : subscriber.folder ? subscriber.folder->will : none;
+}
+
+/** A packet with what the client has yet to be given to keep. */
+std::string Client::makePacket(Reply &header, std::string_view held, std::string_view body)
+{
+    std::string_view willText;
+    std::string_view backText;
+    const auto take = [&header](Reply::Kept kind, const Kept &wanted, Kept &given, std::string_view &text) {
+        if (wanted != given) {
+            given = wanted;
+            header.kept |= kind;
+            text = wanted ? std::string_view(wanted->text) : std::string_view();
+            header.shownBy = wanted ? wanted->shownBy : 0;
+        }
+    };
+    if (reads()) {
+        if (endpoint && !endpoint->will) {
+            take(Reply::ClientWill, will, m_will, willText);
+        } else {
+            take(Reply::FolderWill, folderWill(), m_folderWill, willText);
+        }
+        take(Reply::Return, back, m_back, backText);
+    }
+    header.willSize = static_cast<uint32_t>(willText.size());
+    header.returnSize = static_cast<uint32_t>(backText.size());
+    std::string whole;
+    whole.reserve(sizeof header + held.size() + body.size() + willText.size() + backText.size());
+    whole.append(reinterpret_cast<const char *>(&header), sizeof header);
+    whole.append(held).append(body).append(willText).append(backText);
+    return whole;
 }
 
 void Client::flush()

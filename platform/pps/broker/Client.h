@@ -30,11 +30,17 @@ public:
     {}
 
     enum class Received { Packet, Nothing, End, Garbage };
-    /** Takes the next packet from the socket; its body lies in the buffer, which holds MaximumPacket bytes. */
+    /** Takes the next packet from the socket; its body lies in the buffer, which holds MaximumRequest bytes. */
     Received receive(ClientPacket &packet, char *buffer);
 
-    /** Sends a packet, or keeps it until the socket takes it. */
-    void send(const Reply &header, std::string_view held, std::string_view body);
+    /** Sends a packet, or keeps it until the socket takes it. What the client has yet to be given to keep goes along. */
+    void send(Reply header, std::string_view held, std::string_view body);
+    /** Says that the socket is about to be closed; nothing is sent after that. */
+    void sayClosed();
+    /** Closes the socket without a word. */
+    void leave();
+    /** Whether the client was not sent yet what it is to keep. */
+    bool hasToKeep() const { return isOpen() && reads() && (will != m_will || back != m_back); }
     /** Sends what was kept; to be called when the socket is writable. */
     void flush();
     /** Whether packets wait for the socket to take them. */
@@ -61,6 +67,10 @@ public:
     /** Unless empty, all that the client may open. */
     std::string onlyPath;
 
+    // What it is to keep for the day that it loses us.
+    Kept will;
+    Kept back;
+
     // What is open.
     unsigned mode = 0;
     ObjectPath path;
@@ -85,6 +95,8 @@ public:
     std::pair<Request, std::string> takePacket() { return *std::exchange(m_kept, std::nullopt); }
 
     // The end.
+    /** It said that it goes. */
+    bool hasClosed = false;
     /** No packet of the client counts any more, and its socket will be closed. */
     bool isCondemned = false;
     /** Its service went: closed as soon as the socket has taken what is queued. */
@@ -93,12 +105,19 @@ public:
 
 private:
     bool trySend(std::string_view packet);
+    std::string makePacket(Reply &header, std::string_view held, std::string_view body);
+    const Kept &folderWill() const;
 
     Fd m_socket;
     std::optional<std::pair<Request, std::string>> m_kept;
     std::deque<std::string> m_queue;
     size_t m_queuedSize = 0;
     bool m_isPeerGone = false;
+    bool m_saidClosed = false;
+    // What it has got to keep.
+    Kept m_folderWill;
+    Kept m_will;
+    Kept m_back;
 };
 
 } // namespace voro::pps

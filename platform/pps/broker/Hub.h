@@ -16,6 +16,8 @@ struct Endpoint {
     /** Either of these serves it. */
     Service *service = nullptr;
     Client *server = nullptr;
+    /** The will of the folder that the object is in. */
+    Kept will;
     std::vector<Client *> clients;
 };
 

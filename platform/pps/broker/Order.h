@@ -55,7 +55,7 @@ private:
     std::vector<Client *> m_fresh;
     /** Processes of which packets were read ahead. */
     std::vector<uint64_t> m_behind;
-    char m_buffer[MaximumPacket];
+    char m_buffer[MaximumRequest];
 };
 
 } // namespace voro::pps

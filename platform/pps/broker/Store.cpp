@@ -215,6 +215,13 @@ std::string Store::content(const ObjectPath &path) const
     return text;
 }
 
+void Store::setWill(const std::string &path, Kept will)
+{
+    if (will || m_folders.contains(path)) {
+        folder(path).will = std::move(will);
+    }
+}
+
 void Store::subscribe(const ObjectPath &path, Subscriber &subscriber)
 {
     subscriber.selection = {path.delta, path.filter};
@@ -256,6 +263,9 @@ std::string Store::read(const Subscriber &subscriber, ReaderPosition &position) 
 {
     std::string text;
     const uint64_t seen = seenVersion(position);
+    if (subscriber.knowsWill && position.isSettled() && position.position.base < subscriber.folder->returned) {
+        position.position = {subscriber.folder->returned, subscriber.folder->returned};
+    }
     do {
         text = subscriber.object ? readObject(subscriber, position) : readFolder(subscriber, position);
     } while (text.empty() && !position.isSettled());

@@ -16,6 +16,12 @@ namespace voro::pps {
 
 struct Subscriber;
 class Client;
+/** A text that clients are given to keep, as in Reply; null for none. Who has one that is shared has the same one. */
+struct KeptText {
+    std::string text;
+    uint64_t shownBy = 0;
+};
+using Kept = std::shared_ptr<const KeptText>;
 struct Folder;
 
 struct Object {
@@ -46,6 +52,9 @@ struct Folder {
     std::vector<Subscriber *> subscribers;
     /** How many of the objects are only remembered as deleted. */
     size_t deleted = 0;
+    Kept will;
+    /** Up to this version it holds what the will of an earlier folder said. */
+    uint64_t returned = 0;
 };
 
 /** What one reader subscribed to. */
@@ -55,6 +64,8 @@ struct Subscriber {
     /** Null for `.all`. */
     Object *object = nullptr;
     Selection selection;
+    /** Whether the reader has read the will of an earlier folder. */
+    bool knowsWill = false;
 };
 
 /** A reader's position with the objects of which it has seen less. */
@@ -81,6 +92,11 @@ public:
     std::vector<Object *> remove(const ObjectPath &path);
     /** The object's whole text, empty when there is none. */
     std::string content(const ObjectPath &path) const;
+
+    void setWill(const std::string &folder, Kept will);
+    /** From the one to the other what is written in the folder is no news for who knows the will. */
+    void beginReturn(const std::string &path) { folder(path).returned = UINT64_MAX; }
+    void endReturn(const std::string &path) { folder(path).returned = m_version; }
 
     /** The process has gone; what it wrote stays until the room is needed. */
     void leave(pid_t process);

@@ -51,7 +51,7 @@ public:
 
 private:
     Fd m_socket;
-    char m_buffer[MaximumPacket];
+    char m_buffer[MaximumReply];
 };
 
 } // namespace voro::pps

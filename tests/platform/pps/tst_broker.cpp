@@ -362,7 +362,7 @@ void TestBroker::writing_thatBreaksTheRules_closesOnlyThatClient_data()
     QTest::newRow("an unknown version") << Packets{request(Request::Open, Object, 7, 1, 3, 999)};
     QTest::newRow("no path") << Packets{request(Request::Open, "\xFF\xFE", 7, 1)};
     QTest::newRow("no PPS text") << Packets{open, request(Request::Write, "\xFF\xFE", 7, 2)};
-    QTest::newRow("too long") << Packets{open, request(Request::Write, std::string(MaximumPacket, 'x'), 7, 2)};
+    QTest::newRow("too long") << Packets{open, request(Request::Write, std::string(MaximumRequest, 'x'), 7, 2)};
     QTest::newRow("longer than a message")
         << Packets{open, request(Request::Write, "a::" + std::string(MaximumMessage, 'x'), 7, 2)};
     QTest::newRow("a pull with half an entry") << Packets{open, request(Request::Pull, "12345678", 7, 2)};

@@ -54,7 +54,6 @@ private Q_SLOTS:
     void readyRead_slotMayDeleteTheObject();
     void readyRead_comesInTheObjectsThread();
     void everyOneOfManySubscribers_isTold();
-    void brokerThatDies_isOneFailingRead();
     void serverThatIsKilled_isOneFailingRead_afterItsMessages();
 
 private:
@@ -362,32 +361,6 @@ void TestPpsObject::everyOneOfManySubscribers_isTold()
     Open(path("o"), PpsOpenMode::Publish).write("a::1");
     loop.exec();
     QCOMPARE(texts, QByteArrayList(Count, "+@o\na::1\n"));
-}
-
-void TestPpsObject::brokerThatDies_isOneFailingRead()
-{
-    Open reader(path("o"), PpsOpenMode::Subscribe);
-    Open idle(path("o"), PpsOpenMode::Subscribe);
-    Open publisher(path("o"), PpsOpenMode::Publish);
-    QSignalSpy spy(&reader, &PpsObject::readyRead);
-    QSignalSpy idleSpy(&idle, &PpsObject::readyRead);
-    QCoreApplication::processEvents();
-    m_daemon->kill();
-    QVERIFY(spy.wait());
-    QVERIFY(reader.isOpen());
-    bool ok = true;
-    QCOMPARE(reader.read(&ok), QByteArray());
-    QVERIFY(!ok);
-    QVERIFY(!reader.isOpen());
-    QVERIFY(!publisher.write("a::1"));
-    QCOMPARE(publisher.error(), EPIPE);
-    QVERIFY(!publisher.isOpen());
-    QVERIFY(m_daemon->start());
-    letEventsPass();
-    // Who does not read is told once all the same.
-    QCOMPARE(spy.count(), 1);
-    QCOMPARE(idleSpy.count(), 1);
-    QVERIFY(reader.open(PpsOpenMode::Subscribe));
 }
 
 void TestPpsObject::serverThatIsKilled_isOneFailingRead_afterItsMessages()

@@ -196,7 +196,8 @@ void TestVorod::killedDaemon_isReplaced()
     QCOMPARE(openError(after), 0);
     QVERIFY(folder.daemon() != first);
     std::string text;
-    QVERIFY(!before.read(text, true));
+    QVERIFY(before.write("a::1") && before.read(text, true));
+    QCOMPARE(text, std::string("+@o\na::1\n"));
 }
 
 void TestVorod::autospawn_canBeSwitchedOff()

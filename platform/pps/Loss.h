@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Path.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/* What the connections of a process share for the day that they lose their daemon. Every thread may use it. */
+
+namespace voro::pps {
+
+/** The newest will of a folder. */
+struct FolderWill {
+    std::string text;
+    /** Who has seen this version of the folder's objects has read as much; 0: nobody has. */
+    uint64_t shownBy = 0;
+};
+/** The same, kept as long as a connection holds it. */
+struct KeptWill;
+
+/** Keeps the will that a broker left for a folder, in place of an older one. */
+std::shared_ptr<KeptWill> keepWill(const std::string &folder, FolderWill will, uint64_t broker);
+/** The will that this broker left for the folder; empty when there is none. */
+FolderWill findWill(const std::string &folder, uint64_t broker);
+void dropWill(const std::string &folder, uint64_t broker);
+
+/** Notes that this broker is gone, and whether that was noted. */
+void brokerLost(uint64_t broker);
+bool isBrokerLost(uint64_t broker);
+
+/** The part of a folder's will that a reader of the path would read. */
+std::string partOf(std::string_view will, const ObjectPath &path);
+/** Takes the first of several texts that begin with an object line each. */
+std::string_view takeText(std::string_view &texts);
+
+/** Who waits for another daemon. */
+class Waiter {
+public:
+    virtual ~Waiter() = default;
+    /** This process has reached one; called in any thread. */
+    virtual void daemonReached() = 0;
+};
+void addWaiter(Waiter &waiter);
+/** When this returns the waiter is called no more. */
+void removeWaiter(Waiter &waiter);
+void callWaiters();
+/** Calls the waiters when this process reaches that broker for the first time. */
+void brokerReached(uint64_t broker);
+
+} // namespace voro::pps
