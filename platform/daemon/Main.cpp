@@ -1,4 +1,5 @@
 #include "Background.h"
+#include "Guardian.h"
 #include "Options.h"
 #include "Socket.h"
 
@@ -55,7 +56,8 @@ int complain(const std::string &problem, int status)
     return status;
 }
 
-int serve(int argc, char **argv, const std::string &folder, int listener, voro::Background &background, int idleExit)
+int serve(int argc, char **argv, const std::string &folder, voro::Socket &socket, voro::Background &background,
+          int idleExit)
 {
     QCoreApplication application(argc, argv);
     voro::pps::Broker broker;
@@ -76,7 +78,7 @@ int serve(int argc, char **argv, const std::string &folder, int listener, voro::
     const voro::sound::SoundService sound(broker);
 
     broker.reserve("/pps/services/multimedia");
-    broker.listen(listener);
+    broker.listen(socket.release());
 
     QSocketNotifier stopReady(stopEvent, QSocketNotifier::Read);
     QObject::connect(&stopReady, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
@@ -93,8 +95,13 @@ int serve(int argc, char **argv, const std::string &folder, int listener, voro::
             }
         });
     }
+    socket.announce();
     background.ready();
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    // Applications take an end in order as any other one: they get what was left to them, and come back when they want
+    // something.
+    broker.leave();
+    return status;
 }
 
 } // namespace
@@ -123,6 +130,7 @@ int main(int argc, char **argv)
         background.enter();
     }
     voro::Socket socket;
+    voro::guard(options->background);
     switch (socket.open(folder, problem)) {
     case voro::Socket::Outcome::Open:
         break;
@@ -139,5 +147,5 @@ int main(int argc, char **argv)
     }
     stopOnSignals();
     raiseDescriptorLimit();
-    return serve(argc, argv, folder, socket.release(), background, options->idleExit);
+    return serve(argc, argv, folder, socket, background, options->idleExit);
 }

@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <thread>
@@ -51,6 +52,8 @@ pps::Fd passedSocket()
 
 } // namespace
 
+Socket::Socket() : m_listener(passedSocket()) {}
+
 Socket::~Socket()
 {
     if (!m_path.empty()) {
@@ -60,7 +63,6 @@ Socket::~Socket()
 
 Socket::Outcome Socket::open(const std::string &folder, std::string &problem)
 {
-    m_listener = passedSocket();
     const bool isPassed = m_listener.isValid();
     const Outcome outcome = lock(folder, problem);
     if (outcome != Outcome::Open || isPassed) {
@@ -72,7 +74,7 @@ Socket::Outcome Socket::open(const std::string &folder, std::string &problem)
 // Whoever holds the lock answers clients, is about to, or is about to end.
 Socket::Outcome Socket::lock(const std::string &folder, std::string &problem)
 {
-    const std::string path = folder + "/vorod.lock";
+    const std::string path = folder + pps::LockName;
     m_lock.reset(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!m_lock.isValid()) {
         problem = because(path);
@@ -97,6 +99,14 @@ Socket::Outcome Socket::lock(const std::string &folder, std::string &problem)
         std::this_thread::sleep_for(5ms);
     }
     return Outcome::Open;
+}
+
+void Socket::announce()
+{
+    const std::string text = std::to_string(getpid()) + '\n';
+    if (ftruncate(m_lock.get(), 0) != 0 || pwrite(m_lock.get(), text.data(), text.size(), 0) < 0) {
+        std::perror("vorod: nobody is told that it is ready");
+    }
 }
 
 // We hold the lock, so a socket that is there was left behind.

@@ -14,13 +14,16 @@ class Socket {
 public:
     enum class Outcome { Open, AlreadyRunning, Failed };
 
-    Socket() = default;
+    /** Takes the socket that the service manager passed on to this process, if it did. */
+    Socket();
     ~Socket();
     Socket(const Socket &) = delete;
     Socket &operator=(const Socket &) = delete;
 
-    /** Takes the socket that the service manager passed on, or makes one. `problem` says what failed. */
+    /** Takes the place, and makes a socket unless one was passed on. `problem` says what failed. */
     Outcome open(const std::string &folder, std::string &problem);
+    /** Tells everybody who waits for a daemon that this one is ready. */
+    void announce();
     /** Gives the listening socket away. */
     int release() { return m_listener.release(); }
 
@@ -28,8 +31,8 @@ private:
     Outcome lock(const std::string &folder, std::string &problem);
     bool listen(const std::string &path, std::string &problem);
 
-    pps::Fd m_lock;
     pps::Fd m_listener;
+    pps::Fd m_lock;
     std::string m_path;
 };
 

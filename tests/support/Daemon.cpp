@@ -1,5 +1,7 @@
 #include "Daemon.h"
 
+#include <QtCore/QFile>
+
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -61,6 +63,13 @@ Daemon::~Daemon()
     }
 }
 
+qint64 Daemon::processId() const
+{
+    QFile lock(m_folder.filePath(QStringLiteral("vorod.lock")));
+    return m_process.state() == QProcess::Running && lock.open(QFile::ReadOnly) ? lock.readAll().trimmed().toLongLong()
+                                                                                : 0;
+}
+
 bool Daemon::start(const QStringList &environment)
 {
     const QByteArray path = m_folder.filePath(QStringLiteral("notify")).toLocal8Bit();
@@ -82,6 +91,6 @@ bool Daemon::stop()
 
 void Daemon::kill()
 {
-    m_process.kill();
+    ::kill(static_cast<pid_t>(processId()), SIGKILL);
     m_process.waitForFinished();
 }

@@ -17,8 +17,9 @@ public:
     ~Daemon();
 
     QString folder() const { return m_folder.path(); }
-    /** The process's id, 0 when it does not run. */
-    qint64 processId() const { return m_process.processId(); }
+    /** The id of the process that serves, 0 when it does not run. Its parent, which guards it, is guardianId(). */
+    qint64 processId() const;
+    qint64 guardianId() const { return m_process.processId(); }
 
     /** Starts the daemon, with additional variables "NAME=VALUE" in its environment. */
     bool start(const QStringList &environment = {});
