@@ -23,6 +23,8 @@ struct mmr_context {
     RequestChannel control;
     std::string name;
     std::string path;
+    /** The request that makes it again, while it is gone with its daemon. */
+    std::string again;
     mmr_error_info_t error{};
     bool hasFailed = false;
 };
@@ -42,9 +44,60 @@ int finish(mmr_context_t &context, const Result &result)
     return -1;
 }
 
+/** Asks the service, which is looked for anew when the daemon went. */
+Result callService(mmr_connection_t &connection, std::string_view command, std::string_view lines)
+{
+    constexpr int Attempts = 3;
+    Result result = connection.service.call(command, lines);
+    for (int i = 0; i < Attempts && connection.service.isUnsent() && connection.service.open(ServicePath); ++i) {
+        result = connection.service.call(command, lines);
+    }
+    return result;
+}
+
+/** What the daemon that went knew of the context, as a request to make it. */
+std::string requestAgain(const mmr_context_t &context)
+{
+    const voro::pps::Connection &control = context.control.connection();
+    std::string lines;
+    appendText(lines, "name", context.name);
+    lines += control.returnText();
+    if (!control.returnText().empty()) {
+        appendText(lines, "will", control.folderWill());
+    }
+    return lines;
+}
+
+/** Makes a context again that went with its daemon. */
+Result restore(mmr_context_t &context)
+{
+    if (context.again.empty()) {
+        context.again = requestAgain(context);
+    }
+    const Result result = callService(*context.connection, "context_create", context.again);
+    if (!result) {
+        return result;
+    }
+    // Whoever did not learn of the loss yet reads the present.
+    context.control.connection().dropFolderWill();
+    context.again.clear();
+    return context.control.open(context.path + "/control") ? Result()
+                                                           : Result(ErrorCode::Internal, "the renderer is gone");
+}
+
 int call(mmr_context_t *context, std::string_view command, std::string_view lines = {})
 {
-    return context ? finish(*context, context->control.call(command, lines)) : -1;
+    if (!context) {
+        return -1;
+    }
+    Result result = context->control.call(command, lines);
+    if (context->control.isUnsent()) {
+        result = restore(*context);
+        if (result) {
+            result = context->control.call(command, lines);
+        }
+    }
+    return finish(*context, result);
 }
 
 int refuse(mmr_context_t *context, const char *cause)
@@ -112,7 +165,7 @@ mmr_context_t *mmr_context_create(mmr_connection_t *connection, const char *name
     auto context = std::make_unique<mmr_context_t>();
     context->connection = connection;
     context->name = name;
-    if (!connection->service.call("context_create", lines)) {
+    if (!callService(*connection, "context_create", lines)) {
         errno = EINVAL;
         return nullptr;
     }
@@ -133,7 +186,9 @@ int mmr_context_destroy(mmr_context_t *context)
     const std::unique_ptr<mmr_context_t> owned(context);
     std::string lines;
     appendText(lines, "name", context->name);
-    return context->connection->service.call("context_destroy", lines) ? 0 : -1;
+    RequestChannel &service = context->connection->service;
+    // What went with its daemon is gone.
+    return service.call("context_destroy", lines) || service.isUnsent() ? 0 : -1;
 }
 
 ssize_t mmr_context_path(mmr_context_t *context, char *buffer, size_t length)

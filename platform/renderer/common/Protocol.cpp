@@ -28,14 +28,16 @@ std::string answer(std::string_view command, int64_t id, const Result &result)
     return text;
 }
 
+ErrorCode codeOf(int64_t number)
+{
+    const bool isCode = number >= 0 && number <= static_cast<int64_t>(ErrorCode::CommandFailed);
+    return isCode ? ErrorCode(number) : ErrorCode::Internal;
+}
+
 Result resultOf(const pps::Message &answer)
 {
-    const int64_t number = answer.number("err", static_cast<int64_t>(ErrorCode::Internal));
-    if (number == static_cast<int64_t>(ErrorCode::None)) {
-        return {};
-    }
-    const bool isCode = number > 0 && number <= static_cast<int64_t>(ErrorCode::CommandFailed);
-    return {isCode ? ErrorCode(number) : ErrorCode::Internal, answer.text("error")};
+    const ErrorCode code = codeOf(answer.number("err", static_cast<int64_t>(ErrorCode::Internal)));
+    return code == ErrorCode::None ? Result() : Result(code, answer.text("error"));
 }
 
 } // namespace voro::renderer

@@ -40,6 +40,8 @@ inline constexpr std::string_view TrackPrefix = "track_";
 std::string request(std::string_view command, int64_t id);
 /** An answer to a request; a cause that is too long is cut. */
 std::string answer(std::string_view command, int64_t id, const Result &result);
+/** The code that a number stands for; Internal for one that is none. */
+ErrorCode codeOf(int64_t number);
 /** The result that an answer tells. */
 Result resultOf(const pps::Message &answer);
 

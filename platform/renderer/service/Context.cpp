@@ -165,9 +165,52 @@ void Context::finish(const Result &result, std::string_view lines)
     const Command command = std::move(m_commands.front());
     m_commands.pop_front();
     m_isBusy = false;
+    m_broker.setReturn(command.client, returnText());
     m_broker.send(command.client,
                   answer(command.message.text("msg"), command.message.number("id"), result).append(lines));
     runNext();
+}
+
+// The return
+
+std::string Context::returnText() const
+{
+    std::string lines;
+    pps::appendNumber(lines, "speed", m_speed);
+    lines += m_journal.toText();
+    if (m_input) {
+        pps::appendText(lines, "url", m_input->url);
+        pps::appendText(lines, "type", m_input->type);
+    }
+    return lines;
+}
+
+void Context::restore(const pps::Message &message)
+{
+    m_journal.restore(message);
+    m_folder.setInput(m_journal.input());
+    for (const auto &[track, parameters] : m_journal.tracks()) {
+        if (track > 0) {
+            m_folder.setTrackParameters(track, parameters);
+        }
+    }
+    const Journal::Input input{message.text("url"), message.text("type")};
+    const int64_t speed = message.number("speed", NormalSpeed);
+    m_speed = isSpeed(speed, input.isRecording()) ? static_cast<int>(speed) : NormalSpeed;
+    if (input.url.empty() || input.url.size() > MaximumUrl || !isInputType(input.type)
+        || !m_journal.checkInput(input)) {
+        return;
+    }
+    const Folder::Will will = m_folder.restore(message.text("will"), m_speed);
+    m_input = input;
+    m_deadlyUrl = Medium(input.url).uri();
+    m_state = State::Stopped;
+    m_hasEnded = true;
+    m_total = will.total;
+    m_position = will.ending.position;
+    if (will.ending.code != ErrorCode::None) {
+        m_resume = m_position;
+    }
 }
 
 // Outputs and parameters

@@ -27,6 +27,8 @@ public:
     Context(const Context &) = delete;
     Context &operator=(const Context &) = delete;
 
+    /** Takes over what a context knew that went with its daemon, by its return. */
+    void restore(const pps::Message &message);
     /** Whether its control object is served. */
     bool isServed() const { return m_isServed; }
     const std::string &path() const { return m_folder.path(); }
@@ -46,6 +48,7 @@ private:
     void engineEvent(const pps::Message &event, std::string_view lines) override;
     void engineDied() override;
 
+    std::string returnText() const;
     void runNext();
     void finish(const Result &result, std::string_view lines = {});
     static Handler handlerOf(std::string_view command);

@@ -2,14 +2,94 @@
 
 #include "../common/Protocol.h"
 
+#include <pps/Loss.h>
 #include <pps/Text.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
 namespace voro::renderer {
 
 using Fence = pps::Broker::Fence;
+
+namespace {
+
+std::string stateLines(std::string_view state, int speed, const std::optional<Folder::Ending> &ending)
+{
+    std::string lines;
+    pps::appendText(lines, "state", state);
+    pps::appendNumber(lines, "speed", speed);
+    if (ending) {
+        pps::appendNumber(lines, "error", static_cast<int>(ending->code));
+        pps::appendText(lines, "error_pos", toText(ending->position));
+    }
+    return lines;
+}
+
+std::string statusLines(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
+                        std::string_view volume)
+{
+    std::string lines;
+    pps::appendNumber(lines, "position", position);
+    pps::appendText(lines, "bufferlevel", bufferLevel);
+    pps::appendText(lines, "bufferstatus", bufferStatus);
+    pps::appendText(lines, "volume", volume);
+    return lines;
+}
+
+std::string queueLines(unsigned current, unsigned total)
+{
+    std::string lines;
+    pps::appendNumber(lines, "current", current);
+    pps::appendNumber(lines, "total", total);
+    return lines;
+}
+
+} // namespace
+
+Folder::~Folder()
+{
+    m_broker.setWill(m_path, {});
+    m_broker.remove(m_path);
+}
+
+/** Leaves what readers would see had the engine died now. */
+void Folder::leaveWill()
+{
+    std::string will;
+    if (!m_isIdle) {
+        const Ending ending = m_ending.value_or(Ending{ErrorCode::Internal, m_position});
+        will = "@play-queue\n" + queueLines(m_position.track, m_total) + "@status\n"
+               + statusLines(m_position.milliseconds, "0/100", "idle", NoVolume) + "@state\n"
+               + stateLines("stopped", m_speed, ending);
+    }
+    m_broker.setWill(m_path, will, m_shownBy);
+}
+
+Folder::Will Folder::restore(std::string_view will, int speed)
+{
+    Will restored{{ErrorCode::Internal, {}}, 1};
+    while (!will.empty()) {
+        pps::Message object;
+        object.parse(pps::takeText(will));
+        if (object.object() == "play-queue") {
+            restored.total = static_cast<unsigned>(std::clamp<int64_t>(object.number("total"), 0, MostTracks));
+        } else if (object.object() == "state") {
+            restored.ending.code = codeOf(object.number("error"));
+            const auto position = parsePosition(object.text("error_pos")).value_or(ParsedPosition{});
+            restored.ending.position = {
+                std::clamp(position.track.value_or(1), uint32_t{1}, static_cast<uint32_t>(MostTracks)),
+                position.milliseconds};
+        }
+    }
+    m_broker.beginReturn(m_path);
+    publishQueue(restored.ending.position.track, restored.total, Fence::None);
+    setStatus(restored.ending.position.milliseconds, "0/100", "idle");
+    setState("stopped", speed, restored.ending);
+    m_broker.endReturn(m_path);
+    return restored;
+}
 
 // Objects are replaced whole, so that nobody is told of attributes that the new content does not have.
 bool Folder::publish(const std::string &name, std::string_view lines, Fence fence, pid_t payer)
@@ -23,18 +103,18 @@ bool Folder::publish(const std::string &name, std::string_view lines, Fence fenc
 
 void Folder::setState(std::string_view state, int speed, const std::optional<Ending> &ending)
 {
-    std::string lines;
-    pps::appendText(lines, "state", state);
-    pps::appendNumber(lines, "speed", speed);
-    if (ending) {
-        pps::appendNumber(lines, "error", static_cast<int>(ending->code));
-        pps::appendText(lines, "error_pos", toText(ending->position));
-    }
-    publish("state", lines);
+    m_isIdle = state == "idle";
+    m_speed = speed;
+    m_ending = ending;
+    m_shownBy = ending ? m_broker.nextVersion() : 0;
+    leaveWill();
+    publish("state", stateLines(state, speed, ending));
 }
 
 void Folder::setSpeed(int speed)
 {
+    m_speed = speed;
+    leaveWill();
     std::string lines = "@state\n";
     pps::appendNumber(lines, "speed", speed);
     m_broker.publish(objectPath("state"), lines);
@@ -64,10 +144,10 @@ void Folder::forgetTracks(unsigned first, unsigned last)
 
 void Folder::publishQueue(unsigned current, unsigned total, Fence fence)
 {
-    std::string lines;
-    pps::appendNumber(lines, "current", current);
-    pps::appendNumber(lines, "total", total);
-    publish("play-queue", lines, fence);
+    m_position.track = current;
+    m_total = total;
+    leaveWill();
+    publish("play-queue", queueLines(current, total), fence);
 }
 
 void Folder::setTrack(unsigned track, std::string_view lines)
@@ -87,12 +167,9 @@ void Folder::setStatus(int64_t position, std::string_view bufferLevel, std::stri
 void Folder::publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
                            std::string_view volume, Fence fence)
 {
-    std::string lines;
-    pps::appendNumber(lines, "position", position);
-    pps::appendText(lines, "bufferlevel", bufferLevel);
-    pps::appendText(lines, "bufferstatus", bufferStatus);
-    pps::appendText(lines, "volume", volume);
-    publish("status", lines, fence);
+    m_position.milliseconds = position;
+    leaveWill();
+    publish("status", statusLines(position, bufferLevel, bufferStatus, volume), fence);
 }
 
 /** Shows a track of which nothing is known. */

@@ -31,13 +31,19 @@ public:
           m_owner(owner)
     {}
     /** Removes the objects. */
-    ~Folder() { m_broker.remove(m_path); }
+    ~Folder();
     Folder(const Folder &) = delete;
     Folder &operator=(const Folder &) = delete;
 
     const std::string &path() const { return m_path; }
 
     void setState(std::string_view state, int speed, const std::optional<Ending> &ending = {});
+    /** Shows what was left as the will of an earlier folder: how it stopped there, and where. */
+    struct Will {
+        Ending ending;
+        unsigned total = 0;
+    };
+    Will restore(std::string_view will, int speed);
     /** Changes the speed and nothing else: what else the state says is not written again. */
     void setSpeed(int speed);
     /** Tracks that are far from the current one are shown no longer; the current one always is. */
@@ -58,6 +64,7 @@ public:
     void clearMedium(unsigned track);
 
 private:
+    void leaveWill();
     bool publish(const std::string &name, std::string_view lines, pps::Broker::Fence fence = pps::Broker::Fence::None,
                  pid_t payer = pps::Accounts::Services);
     bool publishChange(const std::string &name, const Parameters &before, const Parameters &now);
@@ -76,6 +83,14 @@ private:
     /** The tracks that are shown. */
     std::set<unsigned> m_tracks;
     std::map<unsigned, Parameters> m_trackParameters;
+    // What is shown, for the will.
+    bool m_isIdle = true;
+    int m_speed = 0;
+    std::optional<Ending> m_ending;
+    /** The version that shows the ending. */
+    uint64_t m_shownBy = 0;
+    TrackPosition m_position;
+    unsigned m_total = 0;
 };
 
 } // namespace voro::renderer

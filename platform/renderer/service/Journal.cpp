@@ -16,6 +16,9 @@ namespace {
 constexpr long DefaultInterval = 1000;
 /** What all settings together may take; more than a message holds is refused when a medium is opened. */
 constexpr size_t MostSettings = 256 * 1024;
+/** Before an output's id: the attribute that holds it. */
+constexpr std::string_view OutputPrefix = "output_";
+constexpr int64_t MostOutputs = 1'000'000'000;
 
 Owner ownerOf(const std::string &type)
 {
@@ -187,6 +190,71 @@ const Journal::Output *Journal::output(std::string_view type) const
     const auto found = std::find_if(m_outputs.begin(), m_outputs.end(),
                                     [type](const auto &output) { return output.second.type == type; });
     return found == m_outputs.end() ? nullptr : &found->second;
+}
+
+std::string Journal::toText() const
+{
+    std::string lines;
+    pps::appendNumber(lines, "next_output", m_nextOutput);
+    for (const auto &[id, output] : m_outputs) {
+        std::string text;
+        pps::appendText(text, "type", output.type);
+        pps::appendText(text, "url", output.url);
+        pps::appendText(text, "parameters", output.parameters.toText());
+        if (output.file) {
+            pps::appendText(text, "key", output.file->key());
+            pps::appendBool(text, "used", output.file->isUsed());
+        }
+        pps::appendText(lines, std::string(OutputPrefix) + std::to_string(id), text);
+    }
+    pps::appendText(lines, "context", m_context.toText());
+    pps::appendText(lines, "input", m_input.toText());
+    for (const auto &[track, parameters] : m_tracks) {
+        if (!parameters.isEmpty()) {
+            pps::appendText(lines, std::string(TrackPrefix) + std::to_string(track), parameters.toText());
+        }
+    }
+    return lines;
+}
+
+void Journal::restore(const pps::Message &message)
+{
+    const auto parse = [](const std::string &text) { return Parameters::fromText(text).value_or(Parameters()); };
+    setContext(parse(message.text("context")));
+    setInput(parse(message.text("input")));
+    for (const auto &[name, value] : message.entries()) {
+        if (name.starts_with(TrackPrefix)) {
+            if (const auto track = parseNumber(name.substr(TrackPrefix.size()), 0, MostTracks)) {
+                setTrack(static_cast<unsigned>(*track), parse(value));
+            }
+        } else if (name.starts_with(OutputPrefix)) {
+            const auto id = parseNumber(name.substr(OutputPrefix.size()), 0, MostOutputs);
+            pps::Message output;
+            if (id && output.parse(value)) {
+                restoreOutput(static_cast<int>(*id), output);
+            }
+        }
+    }
+    m_nextOutput =
+        std::max(m_nextOutput, static_cast<int>(std::clamp<int64_t>(message.number("next_output"), 0, MostOutputs)));
+}
+
+void Journal::restoreOutput(int id, const pps::Message &output)
+{
+    m_nextOutput = id;
+    const std::string url = output.text("url");
+    const std::string path = RecordingFile::pathOf(url);
+    const bool isAttached =
+        output.text("type") == "file"
+            ? RecordingFile::hasFormat(path) && static_cast<bool>(attachFile(url, path, output.text("key"), id))
+            : static_cast<bool>(attachOutput(url, output.text("type"), id));
+    if (!isAttached) {
+        return;
+    }
+    setOutput(id, Parameters::fromText(output.text("parameters")).value_or(Parameters()));
+    if (output.text("used") == "true" && file()) {
+        file()->setUsed();
+    }
 }
 
 std::set<std::string> Journal::frameQueues() const

@@ -4,6 +4,8 @@
 #include "../common/TrackPosition.h"
 #include "RecordingFile.h"
 
+#include <pps/Text.h>
+
 #include <map>
 #include <memory>
 #include <optional>
@@ -39,6 +41,13 @@ public:
     Result setInput(const Parameters &parameters);
     /** Replaces a track's parameters; track 0 holds the next input's. */
     Result setTrack(unsigned track, const Parameters &parameters);
+    const Parameters &input() const { return m_input; }
+    const std::map<unsigned, Parameters> &tracks() const { return m_tracks; }
+
+    /** All of it as attribute lines, and back. An output whose file somebody else has is left out. */
+    std::string toText() const;
+    void restore(const pps::Message &message);
+
     /** What track 1 of an input of that type begins with. */
     Parameters firstTrack(const std::string &type) const;
 
@@ -62,6 +71,7 @@ public:
 private:
     int replaceOutput(Output output);
     const Output *output(std::string_view type) const;
+    void restoreOutput(int id, const pps::Message &output);
     std::string recordingLines(const Input &input) const;
 
     std::map<int, Output> m_outputs;

@@ -124,6 +124,11 @@ RecordingFile::RecordingFile(const std::string &path, const std::string &key)
       m_format(formatOf(path))
 {}
 
+bool RecordingFile::hasFormat(const std::string &path)
+{
+    return formatOf(path) != nullptr;
+}
+
 bool RecordingFile::take()
 {
     m_isTaken = m_isTaken || taken().insert(m_key).second;

@@ -49,6 +49,8 @@ public:
 
     /** The path of an output URL, as it stands. */
     static std::string pathOf(std::string_view url);
+    /** Whether there is a format for what the path names. */
+    static bool hasFormat(const std::string &path);
     /** Whether the path could be recorded into, and its key: the same for every way to write the path. This may wait
         for the disk. */
     static Result inspect(const std::string &path, std::string &key);

@@ -42,15 +42,16 @@ void RendererService::clientMessage(pps::ClientId client, std::string_view text)
     std::string line;
     Result result{ErrorCode::InvalidParameter, "unknown command " + command};
     if (command == "context_create") {
-        result = create(client, name, line);
+        result = create(client, message, line);
     } else if (command == "context_destroy") {
         result = destroy(client, name);
     }
     m_broker.send(client, answer(command, message.number("id"), result).append(line));
 }
 
-Result RendererService::create(pps::ClientId client, const std::string &name, std::string &line)
+Result RendererService::create(pps::ClientId client, const pps::Message &message, std::string &line)
 {
+    const std::string name = message.text("name");
     if (name.empty() || name.size() > MaximumContextName) {
         return {ErrorCode::InvalidParameter, "the name is no name of a context"};
     }
@@ -66,6 +67,9 @@ Result RendererService::create(pps::ClientId client, const std::string &name, st
     auto context = std::make_unique<Context>(m_broker, m_workers, folder, process);
     if (!context->isServed()) {
         return {ErrorCode::ResourceUnavailable, "the name is taken"};
+    }
+    if (message.has("speed")) {
+        context->restore(message);
     }
     pps::appendText(line, "path", context->path());
     m_contexts[folder] = {std::move(charge), client, name, std::move(context)};

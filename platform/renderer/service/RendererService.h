@@ -34,7 +34,7 @@ private:
     void clientMessage(pps::ClientId client, std::string_view text) override;
     void clientClosed(pps::ClientId client) override;
 
-    Result create(pps::ClientId client, const std::string &name, std::string &line);
+    Result create(pps::ClientId client, const pps::Message &message, std::string &line);
     Result destroy(pps::ClientId client, const std::string &name);
 
     pps::Broker &m_broker;

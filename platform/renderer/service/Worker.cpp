@@ -1,10 +1,12 @@
 #include "Worker.h"
 
+#include "../common/Medium.h"
 #include "../common/Protocol.h"
 #include "SocketPair.h"
 
 #include <pps/FdPassing.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <utility>
@@ -16,8 +18,19 @@ namespace {
 constexpr int CheckInterval = 1'000;
 /** A worker that says nothing for so long hangs. */
 constexpr int LongestSilence = 5'000;
+/** The longest time for a request, though it says that it lives. */
+constexpr int LongestRequest = 30'000;
+/** The same for opening what lies on this machine. */
+constexpr int LongestLocalOpening = 15'000;
 /** Until it has connected: the very first one on a machine reads every plugin. */
 constexpr int LongestStart = 60'000;
+
+int longestFor(std::string_view command, std::string_view lines)
+{
+    pps::Message message;
+    const bool isLocal = command == "open" && message.parse(lines) && Medium(message.text("url")).isLocal();
+    return isLocal ? LongestLocalOpening : LongestRequest;
+}
 
 std::string program()
 {
@@ -56,6 +69,9 @@ void Worker::connected(pps::ClientId client)
 {
     m_client = client;
     m_silence.restart();
+    for (auto &[id, pending] : m_pending) {
+        pending.age.restart();
+    }
     for (const std::string &text : std::exchange(m_unsent, {})) {
         m_broker.send(m_client, text);
     }
@@ -78,7 +94,7 @@ void Worker::received(std::string_view text)
     if (found == m_pending.end()) {
         return;
     }
-    const Engine::Done done = std::move(found->second);
+    const Engine::Done done = std::move(found->second.done);
     m_pending.erase(found);
     updateTimer();
     done(resultOf(message));
@@ -111,7 +127,8 @@ void Worker::ask(std::string_view command, std::string_view lines, Engine::Done 
     if (command == "open") {
         m_opening = id;
     }
-    m_pending.emplace(id, std::move(done));
+    m_pending[id] = {std::move(done), longestFor(command, lines), {}};
+    m_pending[id].age.start();
     updateTimer();
     send(text);
 }
@@ -153,9 +170,20 @@ void Worker::updateTimer()
     }
 }
 
+bool Worker::isOverdue() const
+{
+    return m_client != 0 && std::any_of(m_pending.begin(), m_pending.end(), [](const auto &entry) {
+               return entry.second.age.hasExpired(entry.second.longest);
+           });
+}
+
 void Worker::check()
 {
-    if (m_silence.hasExpired(m_client == 0 ? LongestStart : LongestSilence)) {
+    if (isOverdue()) {
+        std::fprintf(stderr, "vorod: a worker does not answer\n");
+        m_hangs = true;
+        die();
+    } else if (m_silence.hasExpired(m_client == 0 ? LongestStart : LongestSilence)) {
         std::fprintf(stderr, "vorod: a worker hangs\n");
         m_hangs = true;
         die();
@@ -180,11 +208,11 @@ void Worker::tellDeath()
     if (listener) {
         listener->engineDied();
     }
-    for (const auto &[id, done] : pending) {
+    for (const auto &[id, request] : pending) {
         // What a worker waits for while it opens a medium is the medium's disk.
         const bool isSilent = m_hangs && id == m_opening;
-        done(isSilent ? Result(ErrorCode::SourceUnavailable, "the medium does not answer")
-                      : Result(ErrorCode::Internal, "the worker died"));
+        request.done(isSilent ? Result(ErrorCode::SourceUnavailable, "the medium does not answer")
+                              : Result(ErrorCode::Internal, "the worker died"));
     }
 }
 

@@ -63,7 +63,14 @@ private:
     pps::ClientId m_client = 0;
     EngineListener *m_listener = nullptr;
     pps::Accounts::Charge m_charge;
-    std::map<int64_t, Engine::Done> m_pending;
+    struct Pending {
+        Engine::Done done;
+        /** How long it may take from the moment when the worker gets it. */
+        int longest;
+        QElapsedTimer age;
+    };
+    bool isOverdue() const;
+    std::map<int64_t, Pending> m_pending;
     /** What was asked before it connected. */
     std::vector<std::string> m_unsent;
     int64_t m_lastId = 0;

@@ -6,8 +6,6 @@
 #include <BrokerThread.h>
 #include <pps/Runtime.h>
 #include <renderer/common/Protocol.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 
 #include <functional>
 
@@ -17,6 +15,14 @@ using voro::pps::ClientId;
 using voro::pps::Message;
 
 namespace {
+
+/** The lines of a request without its number. */
+QByteArray lines(std::string_view text)
+{
+    QByteArrayList lines = QByteArray(text.data(), static_cast<qsizetype>(text.size())).split('\n');
+    lines.removeIf([](const QByteArray &line) { return line.isEmpty() || line.startsWith("id:n:"); });
+    return lines.join(' ');
+}
 
 /** A renderer service that records what it is asked and answers as the test says. */
 class Script : public voro::pps::Service {
@@ -29,7 +35,9 @@ public:
 
     /** Lines of the next answer; empty: the request succeeded; "close": the client is closed instead. */
     std::string next;
-    std::string lastRequest;
+    /** All requests, and what its clients are given as their return with each answer. */
+    QByteArrayList requests;
+    std::string back;
     int clients = 0;
 
 private:
@@ -37,21 +45,22 @@ private:
     void clientClosed(ClientId) override { --clients; }
     void clientMessage(ClientId client, std::string_view text) override
     {
-        lastRequest = text;
+        requests += lines(text);
         Message message;
         message.parse(text);
         if (next == "close") {
             m_broker.disconnect(client);
             return;
         }
-        std::string lines = answer(message.text("msg"), message.number("id"), {});
+        std::string success = answer(message.text("msg"), message.number("id"), {});
         if (message.text("msg") == "context_create") {
-            voro::pps::appendText(lines, "path", std::string(ContextFolder) + message.text("name"));
+            voro::pps::appendText(success, "path", std::string(ContextFolder) + message.text("name"));
         }
         // What a client has to pass over: events, and answers that are not its own.
         m_broker.send(client, "msg::news\nid:n:" + std::to_string(message.number("id")));
         m_broker.send(client, answer(message.text("msg"), message.number("id") - 1, {ErrorCode::Read, "late"}));
-        m_broker.send(client, next.empty() ? lines : "id:n:" + std::to_string(message.number("id")) + '\n' + next);
+        m_broker.setReturn(client, back);
+        m_broker.send(client, next.empty() ? success : "id:n:" + std::to_string(message.number("id")) + '\n' + next);
     }
 
     Broker &m_broker;
@@ -77,23 +86,22 @@ private Q_SLOTS:
     void contextPath_fitsOrFails();
     void contextCreate_fails_whenRefused();
     void destroyAndDisconnect_closeEverything();
-    void lostService_fails_andGoesOnFailing();
+    void lostContext_fails_untilADaemonMakesItAgain();
     void noDaemon_connectFails();
 
 private:
     using Call = std::function<int(mmr_context_t *)>;
 
+    void startThread();
     void script(const std::string &next)
     {
         m_thread->run([&](Broker &) { m_script->next = next; });
     }
     QByteArray lastRequest()
     {
-        std::string text;
-        m_thread->run([&](Broker &) { text = m_script->lastRequest; });
-        QByteArrayList lines = QByteArray::fromStdString(text).split('\n');
-        lines.removeIf([](const QByteArray &line) { return line.isEmpty() || line.startsWith("id:n:"); });
-        return lines.join(' ');
+        QByteArray request;
+        m_thread->run([&](Broker &) { request = m_script->requests.value(m_script->requests.size() - 1); });
+        return request;
     }
     static strm_dict_t *dictionary(std::initializer_list<const char *> entries)
     {
@@ -119,20 +127,20 @@ void tst_RendererClient::initTestCase()
     qputenv("VORO_AUTOSPAWN", "0");
 }
 
-void tst_RendererClient::init()
+void tst_RendererClient::startThread()
 {
     m_thread = std::make_unique<voro::pps::BrokerThread>();
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    qstrncpy(address.sun_path, voro::pps::socketPath(m_folder.path().toStdString()).c_str(), sizeof address.sun_path);
-    QFile::remove(QString::fromUtf8(address.sun_path));
-    const int listener = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    QVERIFY(bind(listener, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0);
-    QVERIFY(listen(listener, 16) == 0);
+    const int listener = voro::pps::listenAt(voro::pps::socketPath(m_folder.path().toStdString())).release();
+    QVERIFY(listener >= 0);
     m_thread->run([&](Broker &broker) {
         m_script = std::make_unique<Script>(broker);
         broker.listen(listener);
     });
+}
+
+void tst_RendererClient::init()
+{
+    startThread();
     m_connection = mmr_connect(nullptr);
     QVERIFY(m_connection);
     m_context = mmr_context_create(m_connection, "c", 0, 0700);
@@ -309,14 +317,24 @@ void tst_RendererClient::destroyAndDisconnect_closeEverything()
     mmr_disconnect(other);
 }
 
-void tst_RendererClient::lostService_fails_andGoesOnFailing()
+void tst_RendererClient::lostContext_fails_untilADaemonMakesItAgain()
 {
+    m_thread->run([&](Broker &) { m_script->back = "speed:n:500\nurl::a.ogg\n"; });
+    QCOMPARE(mmr_play(m_context), 0);
     m_thread.reset();
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(mmr_play(m_context), -1);
         QCOMPARE(mmr_error_info(m_context)->error_code, static_cast<uint>(ErrorCode::Internal));
     }
-    QCOMPARE(mmr_context_destroy(m_context), -1);
+    startThread();
+    QCOMPARE(mmr_play(m_context), 0);
+    m_thread->run([&](Broker &) {
+        const auto &requests = m_script->requests;
+        QCOMPARE(requests.at(requests.size() - 2), "msg::context_create name::c speed:n:500 url::a.ogg will::");
+        QCOMPARE(requests.last(), "msg::play");
+    });
+    m_thread.reset();
+    QCOMPARE(mmr_context_destroy(m_context), 0);
     m_context = nullptr;
 }
 
