@@ -7,6 +7,9 @@
 
 namespace voro {
 
+/** In front of each message that a client is to keep. */
+inline constexpr char ControlLine[] = "@control\n";
+
 /** What a client of a service asks for. */
 struct Request {
     /** The command (`msg`). */

@@ -10,6 +10,13 @@
 
 namespace voro::mediakeys {
 
+namespace {
+
+/** One that is longer holds something else, which no client is given to keep. */
+constexpr size_t LongestRegistration = 512;
+
+} // namespace
+
 Mode modeFromEnvironment()
 {
     const char *value = std::getenv("VORO_MEDIA_KEYS");
@@ -53,7 +60,11 @@ void MediaKeyService::clientMessage(pps::ClientId client, std::string_view text)
     }
     const auto registration = parseRegistration(request.data.value(QStringLiteral("key")).toString().toStdString());
     if (registration && request.data.value(QStringLiteral("action")) == QStringLiteral("forward")) {
-        m_clients[client].registrations.insert(*registration);
+        Client &known = m_clients[client];
+        if (known.registrations.insert(*registration).second && text.size() <= LongestRegistration) {
+            known.messages.append(ControlLine).append(text).append(text.ends_with('\n') ? "" : "\n");
+            m_broker.setReturn(client, known.messages);
+        }
     } else {
         m_broker.send(client, "res::button\nerr::bad registration");
     }

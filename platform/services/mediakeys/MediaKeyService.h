@@ -55,6 +55,8 @@ private:
     struct Client {
         pid_t process = 0;
         std::set<Registration> registrations;
+        /** The messages that made them. */
+        std::string messages;
 
         bool hasRegistered(Key key) const;
         bool wants(Presses::Event event, Key key) const;

@@ -10,6 +10,17 @@ constexpr std::string_view ControlPath = "/pps/services/multimedia/mediacontroll
 /** The longest time that a newcomer waits for what the source tells anew. */
 constexpr int MaximumWait = 200;
 
+/** What a subscriber reads when the daemon is gone, and the source with it. */
+std::string sourceGone()
+{
+    std::string messages;
+    for (const QByteArray &lines :
+         {makeMessage("m_active_pid", 0), makeMessage("m_state", toText(State::Stopped)), makeUpdate({})}) {
+        messages += ControlLine + lines.toStdString();
+    }
+    return messages;
+}
+
 } // namespace
 
 ControllerService::ControllerService(pps::Broker &broker, Listener &listener)
@@ -106,6 +117,8 @@ void ControllerService::subscribe(pps::ClientId client)
     if (m_heldBack != 0 && !m_wait.isActive()) {
         m_wait.start(MaximumWait);
     }
+    m_broker.setWill(client, sourceGone());
+    m_broker.setReturn(client, ControlLine + std::string("msg::md_subscribe\n"));
     m_audience.add(client, m_heldBack);
     m_listener.subscribersChanged();
 }
@@ -114,6 +127,8 @@ void ControllerService::unsubscribe(pps::ClientId client)
 {
     if (m_audience.has(client)) {
         m_audience.remove(client);
+        m_broker.setWill(client, {});
+        m_broker.setReturn(client, {});
         m_listener.subscribersChanged();
     }
 }

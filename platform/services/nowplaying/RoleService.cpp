@@ -2,11 +2,18 @@
 
 #include <voro/PpsObject.h>
 
+#include <services/common/Request.h>
+
 namespace voro::nowplaying {
 
 namespace {
 
 constexpr std::string_view StatusPath = "/pps/services/multimedia/mediaplayer/status";
+
+std::string makeRevoke(qint64 process, const QString &name)
+{
+    return makeMessage("revoke", QVariantMap{{"pid", process}, {"name", name}}).toStdString();
+}
 
 } // namespace
 
@@ -80,9 +87,11 @@ void RoleService::acquire(pps::ClientId client)
     }
     if (isNew) {
         if (m_holder.client) {
-            const QVariantMap successor{{"pid", connection.process}, {"name", name}};
-            m_broker.send(m_holder.client, view(makeMessage("revoke", successor)));
+            m_broker.setWill(m_holder.client, {});
+            m_broker.send(m_holder.client, makeRevoke(connection.process, name));
         }
+        // Nobody has the role when we are gone.
+        m_broker.setWill(client, ControlLine + makeRevoke(0, {}));
         setHolder({client, connection.process, name, isHigh});
     }
     m_broker.send(client, view(PpsObject::encode({{"res", "acquire"}})));

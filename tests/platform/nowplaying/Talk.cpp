@@ -56,14 +56,10 @@ void Talk::write(const QByteArray &lines)
 
 QVariantMap Talk::nextMap()
 {
-    pollfd entry{m_connection.fd(), POLLIN, 0};
     std::string text;
     bool isGood = false;
-    if (poll(&entry, 1, Patience) != 1) {
-        return {{"none", true}};
-    }
-    if (!m_connection.read(text, false)) {
-        return {{"end", true}};
+    if (!m_connection.readWithin(text, Patience)) {
+        return {{m_connection.error() == ETIMEDOUT ? "none" : "end", true}};
     }
     const QVariantMap map = PpsObject::decode(QByteArray::fromStdString(text), &isGood).value("@control").toMap();
     if (!isGood) {
