@@ -10,6 +10,8 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <cerrno>
+
 namespace voro {
 
 namespace {
@@ -46,7 +48,7 @@ QString serviceName(MediaKey::Type key)
 
 ExitStatus watch(MediaKey::Type key, const Arguments &arguments)
 {
-    // A watcher says nothing of a service that is not there or goes.
+    // A watcher says nothing of a service that is not there or ends.
     PpsObject service(QStringLiteral("/pps/services/multimedia/mediaplayer/control"));
     if (!service.open(PpsOpenMode::PublishSubscribe)) {
         return failed(service.errorString());
@@ -54,7 +56,8 @@ ExitStatus watch(MediaKey::Type key, const Arguments &arguments)
     QObject::connect(&service, &PpsObject::readyRead, [&service] {
         bool ok = false;
         service.read(&ok);
-        if (!ok) {
+        // With another daemon the key is watched again.
+        if (!ok && service.error() != ECONNRESET) {
             QCoreApplication::exit(failed(service.errorString()));
         }
     });

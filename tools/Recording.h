@@ -35,6 +35,8 @@ protected:
     void end() override;
     void onKey(Key key) override;
     bool hold() override;
+    /** The rest of the file has to be written. */
+    StopSignals::Patience patience() const override { return StopSignals::Long; }
     void goOn() override;
     void clearLine() override;
 

@@ -14,7 +14,7 @@ Session::Session(const char *name) : m_name(QString::fromLatin1(name)), m_log([t
 
 ExitStatus Session::run()
 {
-    StopSignals stopSignals;
+    StopSignals stopSignals(patience());
     connect(&stopSignals, &StopSignals::stop, this, &Session::finish);
     connect(&stopSignals, &StopSignals::suspending, this, &Session::onSuspending);
     connect(&stopSignals, &StopSignals::resumed, this, &Session::onResumed);

@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "Keyboard.h"
 #include "LogFilter.h"
+#include "StopSignals.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
@@ -30,6 +31,8 @@ protected:
     virtual bool hold() = 0;
     /** Goes on after hold(). */
     virtual void goOn() = 0;
+    /** How long the end may take that somebody asked for. */
+    virtual StopSignals::Patience patience() const { return StopSignals::Short; }
     /** Makes room on the terminal for lines that something else writes. */
     virtual void clearLine() {}
 

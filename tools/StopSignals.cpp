@@ -7,17 +7,24 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <utility>
 
 namespace voro {
 
 namespace {
 
-constexpr std::array Handled{SIGINT, SIGTERM, SIGHUP, SIGTSTP, SIGCONT};
+constexpr std::array Handled{SIGINT, SIGTERM, SIGHUP, SIGTSTP, SIGCONT, SIGALRM};
+/** How long the program may be busy with something else once it is to end. */
+constexpr itimerspec Grace{{}, {0, 500'000'000}};
 
 /** The handler writes the signal's number into the pipe, the event loop reads it. */
 std::array<int, 2> signalPipe{-1, -1};
 volatile std::sig_atomic_t endsAtOnce = 0;
+volatile std::sig_atomic_t isEnding = 0;
+/** Runs from the first signal to the end of the grace, if there is one. */
+timer_t graceTimer;
+volatile std::sig_atomic_t hasGraceTimer = 0;
 
 bool ends(int number)
 {
@@ -26,10 +33,17 @@ bool ends(int number)
 
 void onSignal(int number)
 {
-    if (endsAtOnce && ends(number)) {
+    // Asked twice, or too busy to end: whoever waits for this program waits for nothing else.
+    if (ends(number) && (endsAtOnce || isEnding)) {
         std::quick_exit(0);
     }
     const int saved = errno;
+    if (ends(number)) {
+        isEnding = 1;
+        if (hasGraceTimer) {
+            timer_settime(graceTimer, 0, &Grace, nullptr);
+        }
+    }
     const auto byte = static_cast<char>(number);
     // A full pipe has a signal in it already.
     [[maybe_unused]] const auto written = write(signalPipe[1], &byte, 1);
@@ -60,8 +74,12 @@ void setHandlers(void (*handler)(int))
 
 } // namespace
 
-StopSignals::StopSignals(QObject *parent) : QObject(parent), m_notifier(openPipe(), QSocketNotifier::Read)
+StopSignals::StopSignals(Patience patience, QObject *parent)
+    : QObject(parent),
+      m_notifier(openPipe(), QSocketNotifier::Read)
 {
+    isEnding = 0;
+    hasGraceTimer = patience == Short && timer_create(CLOCK_MONOTONIC, nullptr, &graceTimer) == 0;
     connect(&m_notifier, &QSocketNotifier::activated, this, &StopSignals::onReadable);
     setHandlers(onSignal);
 }
@@ -69,6 +87,10 @@ StopSignals::StopSignals(QObject *parent) : QObject(parent), m_notifier(openPipe
 StopSignals::~StopSignals()
 {
     setHandlers(SIG_DFL);
+    if (hasGraceTimer) {
+        hasGraceTimer = 0;
+        timer_delete(graceTimer);
+    }
     m_notifier.setEnabled(false);
     for (int &end : signalPipe) {
         close(std::exchange(end, -1));

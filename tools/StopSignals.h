@@ -7,12 +7,15 @@ namespace voro {
 
 /**
  * Turns the signals that end a program from outside (^C, TERM, HUP), that suspend it (^Z) and that let it go on into Qt
- * signals. One at a time.
+ * signals. One at a time. A second one that ends the program ends it at once.
  */
 class StopSignals : public QObject {
     Q_OBJECT
 public:
-    explicit StopSignals(QObject *parent = nullptr);
+    /** Short: a program that was to end and did not come to it, because a call waits, ends all the same. */
+    enum Patience { Short, Long };
+
+    explicit StopSignals(Patience patience = Short, QObject *parent = nullptr);
     ~StopSignals() override;
 
     /** While one lives the event loop does not run, so a signal that ends the program ends it at once, with status 0. */
