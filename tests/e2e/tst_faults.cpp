@@ -81,7 +81,7 @@ private Q_SLOTS:
     void workerKilled_reportsAnError_andPlaysOn_data();
     void workerKilled_reportsAnError_andPlaysOn();
     void workerStopped_isTakenForDead();
-    void daemonKilled_commandsFail_andANewPlayerPlays();
+    void daemonGone_commandsFail_untilThereIsAnother();
     void noDaemon_playerSaysSo();
     void manyPlayers_leaveNothing();
     void manyPlayers_outliveTheirWorkers_data();
@@ -189,7 +189,7 @@ void tst_Faults::workerStopped_isTakenForDead()
     QCOMPARE(player.play(), MediaError::None);
 }
 
-void tst_Faults::daemonKilled_commandsFail_andANewPlayerPlays()
+void tst_Faults::daemonGone_commandsFail_untilThereIsAnother()
 {
     MediaPlayer player;
     QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
@@ -203,11 +203,10 @@ void tst_Faults::daemonKilled_commandsFail_andANewPlayerPlays()
     QTRY_VERIFY(areGone(workers));
 
     QVERIFY(m_daemon->start());
-    QCOMPARE(player.play(), MediaError::Internal);
-    MediaPlayer next;
-    QCOMPARE(next.setSourceUrl(m_url), MediaError::None);
-    QCOMPARE(next.play(), MediaError::None);
-    QTRY_VERIFY(next.duration() > 0);
+    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
+    QCOMPARE(player.setStatusInterval(50), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    QTRY_VERIFY(positions.size() > 3);
 }
 
 void tst_Faults::noDaemon_playerSaysSo()

@@ -208,7 +208,8 @@ void RemoteTest::everything_worksAgain_afterServiceWasKilled()
 
     daemon.kill();
     QCOMPARE(controller.next(), MediaError::Write);
-    QTRY_COMPARE(controller.mediaState(), MediaState::Unprepared);
+    QTRY_COMPARE(title(), QString());
+    QCOMPARE(controller.mediaState(), MediaState::Stopped);
     QVERIFY(!connection.isPreempted());
     QCOMPARE(connection.revoke(), MediaError::None);
     QCOMPARE(connection.acquire(), MediaError::Internal);

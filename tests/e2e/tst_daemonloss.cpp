@@ -1,0 +1,274 @@
+#include "Household.h"
+#include "Media.h"
+#include "Workers.h"
+
+#include <voro/PpsObject.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QProcess>
+#include <QtCore/QSocketNotifier>
+#include <QtTest/QtTest>
+
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <thread>
+
+using namespace voro::multimedia;
+
+namespace {
+
+int openDescriptors()
+{
+    return static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).count());
+}
+
+/** A player in a process of its own, which says each time that it plays, and plays again after an error. Its input
+    ends it. */
+int runApplication(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    MediaPlayer player;
+    bool isTold = false;
+    QObject::connect(&player, qOverload<unsigned>(&MediaPlayer::positionChanged), &application, [&] {
+        if (!std::exchange(isTold, true)) {
+            std::puts("plays");
+            std::fflush(stdout);
+        }
+    });
+    const auto play = [&] {
+        isTold = false;
+        if (player.play() != MediaError::None) {
+            QCoreApplication::exit(1);
+        }
+    };
+    QObject::connect(&player, qOverload<MediaError::Type, unsigned>(&MediaPlayer::error), &application, play,
+                     Qt::QueuedConnection);
+    player.setStatusInterval(50);
+    player.setSourceUrl(QUrl(QString::fromLocal8Bit(argv[2])));
+    play();
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    return QCoreApplication::exec();
+}
+
+/** The processes that serve the runtime folder: a daemon and its guardian are two. */
+int servingProcesses(const QString &folder)
+{
+    int count = 0;
+    for (const QString &process : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
+        QFile environment(QStringLiteral("/proc/%1/environ").arg(process));
+        const QString program = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process));
+        count += program.endsWith(QLatin1String("/vorod")) && environment.open(QFile::ReadOnly)
+                 && environment.readAll().contains("VORO_RUNTIME_DIR=" + folder.toLocal8Bit());
+    }
+    return count;
+}
+
+/** How often the daemon is lost; VORO_ROUNDS says otherwise. */
+int rounds()
+{
+    const int wanted = qEnvironmentVariableIntValue("VORO_ROUNDS");
+    return wanted > 0 ? wanted : 3;
+}
+
+} // namespace
+
+/** What applications see of the end of the daemon at any moment. */
+class tst_DaemonLoss : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void everybodyIsTold_andTheNextCommandWorks_data();
+    void everybodyIsTold_andTheNextCommandWorks();
+    void preparedPlayer_isTold_andPlaysWhereItWas();
+    void lostPlayer_playsWithoutHavingBeenTold();
+    void fiftyApplications_startOneDaemon_andPlay();
+
+private:
+    QTemporaryDir m_folder;
+    QUrl m_tone;
+};
+
+void tst_DaemonLoss::initTestCase()
+{
+    qputenv("VORO_AUDIO_SINK", "fakesink sync=true");
+    qputenv("VORO_AUDIO_SOURCE", "audiotestsrc is-live=true");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    qputenv("PULSE_SERVER", "unix:/nonexistent");
+    m_tone = QUrl::fromLocalFile(media::makeTone(m_folder.filePath("tone.wav"), {.seconds = 120}));
+}
+
+void tst_DaemonLoss::everybodyIsTold_andTheNextCommandWorks_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("killed") << SIGKILL;
+    QTest::newRow("stopped") << SIGSTOP;
+    QTest::newRow("ended in order") << SIGTERM;
+}
+
+void tst_DaemonLoss::everybodyIsTold_andTheNextCommandWorks()
+{
+    QFETCH(const int, signal);
+    const SpawnFolder runtime;
+    Household household(m_tone, m_folder.path());
+    std::mt19937 random(static_cast<unsigned>(signal));
+    QString problem = household.start();
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    int descriptors = 0;
+    qint64 worstTold = 0;
+    qint64 worstCommand = 0;
+    for (int round = 0; round < rounds(); ++round) {
+        QVERIFY2(QTest::qWaitFor([&] { return household.isAtWork(); }, 20'000), qPrintable(household.report()));
+        household.forget();
+        const pid_t daemon = runtime.daemon();
+        const QList<pid_t> workers = workersOf(daemon);
+        QVERIFY(!workers.isEmpty());
+        if (round == 1) {
+            descriptors = openDescriptors();
+        } else if (round > 1) {
+            QCOMPARE(openDescriptors(), descriptors);
+        }
+
+        // It happens while a player is at a command, at one of the many moments of that.
+        QElapsedTimer since;
+        std::thread killer([&, delay = std::chrono::microseconds(random() % 3000)] {
+            std::this_thread::sleep_for(delay);
+            since.start();
+            ::kill(daemon, signal);
+        });
+        household.player(random() % Household::Players).seekTime(random() % 100'000);
+        killer.join();
+        QVERIFY2(QTest::qWaitFor([&] { return household.isTold(); }, 20'000), qPrintable(household.report()));
+        worstTold = std::max(worstTold, since.elapsed());
+        QTRY_VERIFY(SpawnFolder::isGone(daemon));
+
+        since.start();
+        problem = household.start();
+        worstCommand = std::max(worstCommand, since.elapsed());
+        QVERIFY2(problem.isEmpty(), qPrintable(problem));
+        QVERIFY2(runtime.daemon() != daemon, "the old one answers");
+        QTRY_VERIFY(std::all_of(workers.begin(), workers.end(), SpawnFolder::isGone));
+        // The key is registered again, sooner or later.
+        const QString press = QStringLiteral(R"(msg::press
+dat:json:{"key":"play","ms":0})");
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                voro::PpsObject::sendMessage("/pps/services/multimedia/mediakeys/control", press);
+                return household.isKeyPressed();
+            },
+            20'000));
+    }
+    qInfo("told after %lld ms at worst; all the next commands took %lld ms at worst", worstTold, worstCommand);
+}
+
+void tst_DaemonLoss::preparedPlayer_isTold_andPlaysWhereItWas()
+{
+    const SpawnFolder runtime;
+    MediaPlayer player;
+    QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
+    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
+    player.setStatusInterval(50);
+    player.setVolume(0.5);
+    player.setSourceUrl(m_tone);
+    QCOMPARE(player.prepare(), MediaError::None);
+    QCOMPARE(player.seekTime(60'000), MediaError::None);
+    QTRY_COMPARE(player.position(), 60'000U);
+    QTRY_VERIFY(player.duration() > 0);
+    ::kill(runtime.daemon(), SIGKILL);
+    QVERIFY(errors.wait());
+    QCOMPARE(errors.first().first().value<MediaError::Type>(), MediaError::Internal);
+    QCOMPARE(errors.first().at(1).toUInt(), 60'000U);
+    QCOMPARE(player.mediaState(), MediaState::Stopped);
+    QVERIFY(player.duration() > 0);
+
+    QCOMPARE(player.setVolume(0.25), MediaError::None);
+    positions.clear();
+    QCOMPARE(player.play(), MediaError::None);
+    QTRY_VERIFY(positions.size() > 3);
+    QVERIFY(player.position() > 60'000 && player.position() < 90'000);
+    QCOMPARE(player.mediaState(), MediaState::Started);
+    QCOMPARE(errors.size(), 1);
+    QCOMPARE(player.seekTime(10'000), MediaError::None);
+    QCOMPARE(player.reset(), MediaError::None);
+    QCOMPARE(player.mediaState(), MediaState::Unprepared);
+    QCOMPARE(player.play(), MediaError::None);
+}
+
+// A command that ended the loss is the present; nothing of before is told after it.
+void tst_DaemonLoss::lostPlayer_playsWithoutHavingBeenTold()
+{
+    const SpawnFolder runtime;
+    MediaPlayer player;
+    QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
+    player.setSourceUrl(m_tone);
+    QCOMPARE(player.prepare(), MediaError::None);
+    QTRY_VERIFY(player.duration() > 0);
+    const pid_t daemon = runtime.daemon();
+    ::kill(daemon, SIGKILL);
+    while (!SpawnFolder::isGone(daemon)) {
+        std::this_thread::yield();
+    }
+    QCOMPARE(player.play(), MediaError::None);
+    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
+    player.setStatusInterval(50);
+    QTRY_VERIFY(positions.size() > 3);
+    QCOMPARE(player.mediaState(), MediaState::Started);
+    QCOMPARE(errors.size(), 0);
+}
+
+void tst_DaemonLoss::fiftyApplications_startOneDaemon_andPlay()
+{
+    const SpawnFolder runtime;
+    std::vector<std::unique_ptr<QProcess>> applications;
+    for (int i = 0; i < 50; ++i) {
+        auto application = std::make_unique<QProcess>();
+        application->start(QCoreApplication::applicationFilePath(), {"--application", m_tone.toString()});
+        applications.push_back(std::move(application));
+    }
+    const auto allPlay = [&applications](int times) {
+        return QTest::qWaitFor(
+            [&] {
+                return std::all_of(applications.begin(), applications.end(), [times](const auto &application) {
+                    return application->bytesAvailable() == times * qint64(sizeof "plays");
+                });
+            },
+            60'000);
+    };
+    QVERIFY(allPlay(1));
+    QElapsedTimer since;
+    since.start();
+    ::kill(runtime.daemon(), SIGKILL);
+    if (!allPlay(2)) {
+        for (const auto &application : applications) {
+            qWarning() << application->state() << application->exitCode() << application->readAllStandardOutput()
+                       << application->readAllStandardError().right(300);
+        }
+        QFAIL("not all play again");
+    }
+    qInfo("all play after %lld ms", since.elapsed());
+    QCOMPARE(servingProcesses(runtime.path()), 2);
+    for (const auto &application : applications) {
+        application->closeWriteChannel();
+    }
+    for (const auto &application : applications) {
+        QVERIFY(application->waitForFinished());
+        QCOMPARE(application->exitCode(), 0);
+    }
+}
+
+int main(int argc, char **argv)
+{
+    if (argc == 3 && qstrcmp(argv[1], "--application") == 0) {
+        return runApplication(argc, argv);
+    }
+    QCoreApplication application(argc, argv);
+    tst_DaemonLoss test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_daemonloss.moc"
