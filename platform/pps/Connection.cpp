@@ -315,7 +315,9 @@ void Connection::noticeEnd()
     }
     if (m_path->isService()) {
         m_left += std::exchange(m_will, {});
-    } else if (const FolderWill will = findWill(m_path->folder, m_broker); !will.text.empty()) {
+    } else if (const FolderWill will = findWill(m_path->folder, m_broker); will.isDropped) {
+        m_knowsWill = false;
+    } else if (!will.text.empty()) {
         m_knowsWill = true;
         const uint64_t seen = m_update ? m_update->after.position.base : m_seen.position.base;
         if (will.shownBy == 0 || seen < will.shownBy) {

@@ -11,6 +11,8 @@ namespace voro::pps {
 struct KeptWill {
     uint64_t broker = 0;
     FolderWill will;
+    /** The broker whose will was dropped last. */
+    uint64_t dropped = 0;
 };
 
 namespace {
@@ -30,11 +32,10 @@ Shared &shared()
     return shared;
 }
 
-std::shared_ptr<KeptWill> find(const std::string &folder, uint64_t broker)
+std::shared_ptr<KeptWill> find(const std::string &folder)
 {
     const auto found = shared().wills.find(folder);
-    auto kept = found == shared().wills.end() ? nullptr : found->second.lock();
-    return kept && kept->broker == broker ? kept : nullptr;
+    return found == shared().wills.end() ? nullptr : found->second.lock();
 }
 
 } // namespace
@@ -49,22 +50,26 @@ std::shared_ptr<KeptWill> keepWill(const std::string &folder, FolderWill will, u
         kept = std::make_shared<KeptWill>();
         all.wills[folder] = kept;
     }
-    *kept = {broker, std::move(will)};
+    kept->broker = broker;
+    kept->will = std::move(will);
     return kept;
 }
 
 FolderWill findWill(const std::string &folder, uint64_t broker)
 {
     const std::lock_guard lock(shared().mutex);
-    const auto kept = find(folder, broker);
-    return kept ? kept->will : FolderWill();
+    const auto kept = find(folder);
+    if (kept && kept->dropped == broker) {
+        return {{}, 0, true};
+    }
+    return kept && kept->broker == broker ? kept->will : FolderWill();
 }
 
 void dropWill(const std::string &folder, uint64_t broker)
 {
     const std::lock_guard lock(shared().mutex);
-    if (const auto kept = find(folder, broker)) {
-        kept->will = {};
+    if (const auto kept = find(folder)) {
+        kept->dropped = broker;
     }
 }
 

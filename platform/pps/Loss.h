@@ -16,6 +16,8 @@ struct FolderWill {
     std::string text;
     /** Who has seen this version of the folder's objects has read as much; 0: nobody has. */
     uint64_t shownBy = 0;
+    /** The folder is back, so that whoever did not read the will by then reads the present. */
+    bool isDropped = false;
 };
 /** The same, kept as long as a connection holds it. */
 struct KeptWill;

@@ -210,6 +210,26 @@ void TestLoss::will_isTheFoldersNewest_untilTheFolderIsBack()
     publish("o", "x::3");
     all.dropFolderWill();
     QCOMPARE(late.texts(), QByteArrayList{"@o\nx::3\n"});
+
+    // Who has read the one will, and nothing since, does not know the next one.
+    const auto bringBack = [this](std::string_view text) {
+        m_daemon->run([&](Broker &broker) {
+            broker.beginReturn("/pps/f");
+            broker.publish("/pps/f/o", text);
+            broker.endReturn("/pps/f");
+            broker.setWill("/pps/f", "@o\nx::4\n");
+        });
+    };
+    loseDaemon();
+    nextDaemon();
+    bringBack("x::2");
+    QCOMPARE(first.texts(), QByteArrayList());
+    all.texts();
+    loseDaemon();
+    nextDaemon();
+    bringBack("x::4");
+    all.dropFolderWill();
+    QCOMPARE(first.texts(), QByteArrayList{"@o\nx::4\n"});
 }
 
 void TestLoss::client_readsWhatIsLeft_data()
