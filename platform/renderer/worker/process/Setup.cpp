@@ -79,6 +79,9 @@ void rank(const char *decoder, GstRank rank)
 
 void startGStreamer()
 {
+    // Otherwise GIO writes files and calls the session bus for the settings of the desktop. A worker may do neither.
+    setenv("GSETTINGS_BACKEND", "memory", 1);
+    setenv("GIO_USE_VFS", "local", 1);
     setenv("GST_REGISTRY", (cacheFolder() + "/gstreamer-registry.bin").c_str(), 0);
     gst_init(nullptr, nullptr);
     gst_registry_fork_set_enabled(FALSE);
