@@ -37,6 +37,8 @@ private Q_SLOTS:
     void stream_isPlayedWhole_data();
     void stream_isPlayedWhole();
     void stream_isSoughtIn_ifTheServerSendsParts();
+    void smallOgg_isSoughtInLikeAFile_data();
+    void smallOgg_isSoughtInLikeAFile();
     void seekInWhatTheServerSendsOnce_isDoneOrRefused_data();
     void seekInWhatTheServerSendsOnce_isDoneOrRefused();
     void segments_arePlayedAndSoughtIn();
@@ -81,13 +83,15 @@ void tst_Streams::initTestCase()
                       QStringLiteral("sine=frequency=500:sample_rate=44100:duration=%1").arg(QLatin1String(seconds)),
                       arguments);
     };
-    for (const char *name : {"a.wav", "a.ogg", "a.mp3", "a.flac", "a.mka", "a.m4a"}) {
+    for (const char *name : {"a.wav", "a.ogg", "a.opus", "a.mp3", "a.flac", "a.mka", "a.m4a"}) {
         encode(name, "4");
     }
     encode("early.m4a", "4", {"-movflags", "faststart"});
-    for (const char *name : {"long.wav", "long.ogg", "long.mp3", "long.flac", "long.mka"}) {
+    for (const char *name : {"long.wav", "long.mp3", "long.flac", "long.mka"}) {
         encode(name, "40");
     }
+    // Too large to be received whole before it plays.
+    encode("long.ogg", "40", {"-q:a", "10"});
     encode("long.m4a", "40", {"-movflags", "faststart"});
     encode("one.wav", "0.1");
     encode("two.wav", "0.2");
@@ -129,6 +133,10 @@ void tst_Streams::serve(HttpExchange &exchange)
         exchange.stall();
     } else if (kind == "mute") {
         exchange.sendHead("200 OK", "Content-Type: audio/ogg\r\n") && exchange.send(content("a.ogg").left(100));
+        exchange.stall();
+    } else if (kind == "stuck") {
+        exchange.sendHead("200 OK", "Content-Length: " + QByteArray::number(medium.size()) + "\r\n");
+        exchange.send(medium.first(medium.size() / 2));
         exchange.stall();
     } else if (kind == "rude") {
         exchange.reset();
@@ -263,6 +271,28 @@ void tst_Streams::stream_isSoughtIn_ifTheServerSendsParts()
     QVERIFY2(std::abs(heard - 44'100) < 100, QByteArray::number(heard).constData());
 }
 
+void tst_Streams::smallOgg_isSoughtInLikeAFile_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    for (const char *kind : {"ranges", "whole"}) {
+        for (const char *name : {"a.ogg", "a.opus"}) {
+            QTest::addRow("%s, %s", kind, name) << QByteArray("/") + kind + '/' + name;
+        }
+    }
+}
+
+void tst_Streams::smallOgg_isSoughtInLikeAFile()
+{
+    QFETCH(const QByteArray, path);
+    const Application application;
+    QCOMPARE(application.attach(m_server.url(path)), 0);
+    const auto duration = application.content("q1").number("md_title_duration");
+    QVERIFY2(std::abs(duration - 4000) < 120, std::to_string(duration).c_str());
+    QCOMPARE(application.content("q1").text("md_title_seekable"), std::string("true"));
+    const qsizetype heard = play(m_server.url(path), "autolist", "1:2000");
+    QVERIFY2(std::abs(heard - 2 * 44'100) < 100, QByteArray::number(heard).constData());
+}
+
 void tst_Streams::seekInWhatTheServerSendsOnce_isDoneOrRefused_data()
 {
     QTest::addColumn<QByteArray>("name");
@@ -370,6 +400,7 @@ void tst_Streams::failingServer_isTold_data()
     QTest::newRow("connection is reset") << QByteArray("/rude/a.ogg") << ErrorCode::SourceUnavailable;
     QTest::newRow("no answer") << QByteArray("/silent/a.ogg") << ErrorCode::SourceUnavailable;
     QTest::newRow("begins and stalls") << QByteArray("/mute/a.ogg") << ErrorCode::SourceUnavailable;
+    QTest::newRow("stalls before its known end") << QByteArray("/stuck/a.ogg") << ErrorCode::SourceUnavailable;
     QTest::newRow("nobody listens, rtsp") << QByteArray("rtsp://127.0.0.1:1/a") << ErrorCode::SourceUnavailable;
     QTest::newRow("playlist, nothing there") << QByteArray("/404/a.m3u") << ErrorCode::SourceUnavailable;
 }

@@ -1,6 +1,7 @@
 #include "Replay.h"
 
 #include "HttpSource.h"
+#include "Insertion.h"
 
 #include <algorithm>
 #include <utility>
@@ -18,34 +19,12 @@ constexpr uint64_t MostAhead = Largest / 4 * 3;
 
 void Replay::insertBehind(GstElement *source)
 {
-    const Owned<GstPad> pad(gst_element_get_static_pad(source, "src"));
-    g_signal_connect(pad.get(), "linked", G_CALLBACK(onLinked), nullptr);
-}
-
-void Replay::onLinked(GstPad *source, GstPad *peer, gpointer)
-{
-    g_signal_handlers_disconnect_by_func(source, reinterpret_cast<gpointer>(onLinked), nullptr);
-    const Owned<GstElement> owner(gst_pad_get_parent_element(source));
-    const Owned<GstElement> bin(GST_ELEMENT(gst_object_get_parent(GST_OBJECT(owner.get()))));
-    GstElement *element = gst_bin_new(nullptr);
-    const auto *replay = new Replay(element);
-    gst_pad_unlink(source, peer);
-    gst_bin_add(GST_BIN(bin.get()), element);
-    gst_pad_link(source, replay->m_input);
-    gst_pad_link(replay->m_output, peer);
-    gst_element_sync_state_with_parent(element);
-    g_signal_connect(source, "unlinked", G_CALLBACK(onUnlinked), element);
-}
-
-void Replay::onUnlinked(GstPad *source, GstPad *, gpointer element)
-{
-    g_signal_handlers_disconnect_by_func(source, reinterpret_cast<gpointer>(onUnlinked), element);
-    const Owned<GstElement> bin(reinterpret_cast<GstElement *>(gst_object_get_parent(GST_OBJECT(element))));
-    gst_element_set_locked_state(GST_ELEMENT(element), TRUE);
-    gst_element_set_state(GST_ELEMENT(element), GST_STATE_NULL);
-    if (bin) {
-        gst_bin_remove(GST_BIN(bin.get()), GST_ELEMENT(element));
-    }
+    insertWhenLinked(source, [](GstPad *) {
+        GstElement *element = gst_bin_new(nullptr);
+        // It goes with the element.
+        new Replay(element);
+        return element;
+    });
 }
 
 Replay::Replay(GstElement *element)

@@ -16,14 +16,12 @@ namespace voro::renderer {
  */
 class Replay {
 public:
-    /** Puts one behind a source as soon as that is linked to something; it goes with the source. */
+    /** Puts one behind a source. */
     static void insertBehind(GstElement *source);
 
 private:
     explicit Replay(GstElement *element);
 
-    static void onLinked(GstPad *source, GstPad *peer, gpointer);
-    static void onUnlinked(GstPad *source, GstPad *peer, gpointer element);
     static GstFlowReturn onBuffer(GstPad *pad, GstObject *element, GstBuffer *buffer);
     static gboolean onEvent(GstPad *pad, GstObject *element, GstEvent *event);
     static gboolean onUpstreamEvent(GstPad *pad, GstObject *element, GstEvent *event);

@@ -2,6 +2,7 @@
 
 #include <renderer/worker/gst/EarlyErrors.h>
 #include <renderer/worker/gst/Failure.h>
+#include <renderer/worker/gst/WholeOgg.h>
 #include <renderer/worker/media/FileFormat.h>
 #include <renderer/worker/media/Libav.h>
 
@@ -50,6 +51,7 @@ void Probe::open(const std::string &uri)
     GstElement *decoder = makeElement("uridecodebin");
     g_object_set(decoder, "uri", uri.c_str(), nullptr);
     EarlyErrors::keep(m_pipeline.get());
+    g_signal_connect(m_pipeline.get(), "deep-element-added", G_CALLBACK(WholeOgg::onElementAdded), nullptr);
     g_signal_connect(decoder, "pad-added", G_CALLBACK(onPad), this);
     gst_bin_add(GST_BIN(m_pipeline.get()), decoder);
     const Owned<GstBus> bus(gst_element_get_bus(m_pipeline.get()));

@@ -9,6 +9,7 @@
 #include <renderer/worker/gst/HttpSource.h>
 #include <renderer/worker/gst/Replay.h>
 #include <renderer/worker/gst/Unheard.h>
+#include <renderer/worker/gst/WholeOgg.h>
 #include <renderer/worker/media/Libav.h>
 #include <renderer/worker/video/WindowSink.h>
 
@@ -61,6 +62,7 @@ Pipeline::Pipeline(Events events)
     keepGapsInside(Owned<GstPad>(gst_element_get_static_pad(m_blind.get(), "sink")).get());
     EarlyErrors::keep(m_playbin.get());
     g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
+    g_signal_connect(m_playbin.get(), "deep-element-added", G_CALLBACK(WholeOgg::onElementAdded), nullptr);
     g_signal_connect(m_playbin.get(), "about-to-finish", G_CALLBACK(onAboutToFinish), this);
     m_watch.reset(gst_bus_add_watch(GST_ELEMENT_BUS(m_playbin.get()), onMessage, this));
 }
