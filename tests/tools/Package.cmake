@@ -67,7 +67,11 @@ if(QML)
   endif()
 endif()
 
-run(${CMAKE_COMMAND} -S ${SOURCE}/tests/tools/consumer -B ${WORK}/consumer -G Ninja -DCMAKE_PREFIX_PATH=${prefix}
+# Debian's CMake does not look into lib64 by itself.
+if(LIB STREQUAL lib64)
+  set(package -DVoroMultimedia_DIR=${prefix}/${LIB}/cmake/VoroMultimedia)
+endif()
+run(${CMAKE_COMMAND} -S ${SOURCE}/tests/tools/consumer -B ${WORK}/consumer -G Ninja -DCMAKE_PREFIX_PATH=${prefix} ${package}
     -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_FLAGS=${FLAGS} -DQML=${QML})
 run(${CMAKE_COMMAND} --build ${WORK}/consumer)
 run(${WORK}/consumer/minimal/player ${prefix}/share/voro/sample.ogg)
