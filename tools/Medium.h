@@ -19,8 +19,10 @@ struct Medium {
  */
 Medium mediumFromArgument(const QByteArray &argument);
 
-/** The file of this machine that an argument names, existing or not. Throws UsageError for an empty argument and for a
-    name that is not UTF-8, the only text a URL can name. */
+/**
+ * The file of this machine that an argument names, existing or not. Throws UsageError for an empty argument and for a
+ * name that is not UTF-8, the only text a URL can name.
+ */
 Medium newFileFromArgument(const QByteArray &argument);
 
 /** The piece of music that comes with the program. */

@@ -48,7 +48,8 @@ void Publication::connectCommands()
 
 void Publication::askUnless(MediaState::Type state)
 {
-    // The one key starts and pauses; it is not pressed when what it leads to is so already, nor to pause what has stopped.
+    // The one key starts and pauses; it is not pressed when what it leads to is so already, nor to pause what has
+    // stopped.
     const MediaState::Type present = m_player.mediaState();
     if (state == MediaState::Started ? present != state : present == MediaState::Started) {
         Q_EMIT keyAsked(Key::PlayPause);

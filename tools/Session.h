@@ -10,8 +10,10 @@
 
 namespace voro {
 
-/** A command that goes on until it has done its work or somebody ends it, by a key or by a signal. While the program is
-    suspended it pauses. */
+/**
+ * A command that goes on until it has done its work or somebody ends it, by a key or by a signal. While the program is
+ * suspended it pauses.
+ */
 class Session : public QObject {
     Q_OBJECT
 public:

@@ -12,8 +12,8 @@
 namespace voro {
 
 /**
- * Prints every signal of an object as one JSON object a line: `t`, the milliseconds since the printer was made, `signal`,
- * and the arguments under their names, enumerations by enumerator name.
+ * Prints every signal of an object as one JSON object a line: `t`, the milliseconds since the printer was made,
+ * `signal`, and the arguments under their names, enumerations by enumerator name.
  *
  * Of a typed signal and its twin with a QVariant the typed one is printed.
  */

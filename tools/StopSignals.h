@@ -18,7 +18,9 @@ public:
     explicit StopSignals(Patience patience = Short, QObject *parent = nullptr);
     ~StopSignals() override;
 
-    /** While one lives the event loop does not run, so a signal that ends the program ends it at once, with status 0. */
+    /**
+     * While one lives the event loop does not run, so a signal that ends the program ends it at once, with status 0.
+     */
     class AtOnce {
     public:
         AtOnce();

@@ -8,8 +8,10 @@ namespace voro {
 /** A text cut to so many columns of a terminal. */
 QString fitted(QString text, int columns);
 
-/** A line that is drawn again and again on the terminal at standard output. The terminal's next line follows it when
-    the object goes. */
+/**
+ * A line that is drawn again and again on the terminal at standard output. The terminal's next line follows it when
+ * the object goes.
+ */
 class TerminalLine {
 public:
     TerminalLine() = default;

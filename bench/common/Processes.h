@@ -28,8 +28,10 @@ pid_t daemonProcess();
 /** Every process below the given one. */
 std::vector<pid_t> descendants(pid_t process);
 
-/** Waits until no process comes or goes below the given one and none is busy: a spare worker is started a moment after the
-    last one was given out, and loads its plugins. */
+/**
+ * Waits until no process comes or goes below the given one and none is busy: a spare worker is started a moment after
+ * the last one was given out, and loads its plugins.
+ */
 void waitForCalm(pid_t process);
 
 /** Waits until one of the processes has ended; false when none did in time. */

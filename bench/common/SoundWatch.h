@@ -9,7 +9,10 @@
 
 namespace bench {
 
-/** Watches the sound server: when a stream appears that is there to play, and when the null sink's monitor first hears a sound. */
+/**
+ * Watches the sound server: when a stream appears that is there to play, and when the null sink's monitor first hears
+ * a sound.
+ */
 class SoundWatch {
 public:
     /** Connects to the server in PULSE_SERVER, whose sink is named "null". */

@@ -1,5 +1,7 @@
-/* From a key's release at its device to shortPress() in the application, beside the same event in a program that reads
-   the device itself. Argument: the number of runs. */
+/*
+ * From a key's release at its device to shortPress() in the application, beside the same event in a program that reads
+ * the device itself. Argument: the number of runs.
+ */
 
 #include "FakeDevice.h"
 #include "Figures.h"

@@ -1,5 +1,7 @@
-/* The media key service as the daemon has it, with a folder of devices of its own. Arguments: the runtime folder, the
-   folder of devices. */
+/*
+ * The media key service as the daemon has it, with a folder of devices of its own. Arguments: the runtime folder, the
+ * folder of devices.
+ */
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QSocketNotifier>

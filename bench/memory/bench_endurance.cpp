@@ -1,5 +1,7 @@
-/* Whether thousands of operations leave anything behind. Argument: a folder with a.EXT and minute.mp3; VORO_BENCH_DAEMON
-   names the daemon's process. */
+/*
+ * Whether thousands of operations leave anything behind. Argument: a folder with a.EXT and minute.mp3;
+ * VORO_BENCH_DAEMON names the daemon's process.
+ */
 
 #include "Contestants.h"
 #include "Figures.h"

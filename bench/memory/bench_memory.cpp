@@ -1,5 +1,7 @@
-/* What prepared players cost, beside the peers. Argument: a folder with a.ogg; VORO_BENCH_DAEMON names the daemon's
-   process. */
+/*
+ * What prepared players cost, beside the peers. Argument: a folder with a.ogg; VORO_BENCH_DAEMON names the daemon's
+ * process.
+ */
 
 #include "Contestants.h"
 #include "Figures.h"

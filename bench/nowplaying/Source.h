@@ -21,7 +21,9 @@ inline const QString Artwork = QStringLiteral("file:///usr/share/pixmaps/cover.p
 inline constexpr int Track = 7;
 inline constexpr unsigned DurationMs = 234'567;
 
-/** Obeys "publish TITLE" and "turn TITLE" from standard input until its end, and answers with the time when it began. */
+/**
+ * Obeys "publish TITLE" and "turn TITLE" from standard input until its end, and answers with the time when it began.
+ */
 int obeyInput(Source &source);
 
 /** Prints the time of a request for the next track. */

@@ -1,6 +1,9 @@
-/* What the now-playing role costs: from setMetaData() to a controller in another process beside a player and a listener
-   on the session bus, from a command to the application beside playerctl, and a crowd of controllers. Arguments: the
-   number of runs, the seconds for which the crowd is kept busy; VORO_BENCH_DAEMON names the daemon's process. */
+/*
+ * What the now-playing role costs: from setMetaData() to a controller in another process beside a player and a
+ * listener on the session bus, from a command to the application beside playerctl, and a crowd of controllers.
+ * Arguments: the number of runs, the seconds for which the crowd is kept busy; VORO_BENCH_DAEMON names the daemon's
+ * process.
+ */
 
 #include "Contestants.h"
 #include "Figures.h"

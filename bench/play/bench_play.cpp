@@ -1,6 +1,8 @@
-/* What a listener waits for: from play() on a new medium to the stream at the sound server and to the first sound at the
-   null sink's monitor, and from a seek to the first sound from there. Arguments: a folder with a.EXT, b.EXT and
-   seek.EXT (a tone until 0.5 s, silence until 15 s, then a tone), the number of runs. */
+/*
+ * What a listener waits for: from play() on a new medium to the stream at the sound server and to the first sound at
+ * the null sink's monitor, and from a seek to the first sound from there. Arguments: a folder with a.EXT, b.EXT and
+ * seek.EXT (a tone until 0.5 s, silence until 15 s, then a tone), the number of runs.
+ */
 
 #include "Contestants.h"
 #include "Figures.h"

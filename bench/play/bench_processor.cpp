@@ -1,5 +1,7 @@
-/* Processor time for a minute of mp3, beside playbin3 in the application's process, both at the same time. Argument: a
-   folder with minute.mp3, which is longer than a minute; VORO_BENCH_DAEMON names the daemon's process. */
+/*
+ * Processor time for a minute of mp3, beside playbin3 in the application's process, both at the same time. Argument: a
+ * folder with minute.mp3, which is longer than a minute; VORO_BENCH_DAEMON names the daemon's process.
+ */
 
 #include "Contestants.h"
 #include "Figures.h"

@@ -1,6 +1,8 @@
-/* From record() to the first sample in the file, beside QMediaRecorder and parecord at the same source, and what a
-   minute of Opus costs. Arguments: a folder with minute.wav, which is longer than a minute, the number of runs;
-   VORO_BENCH_DAEMON names the daemon's process. */
+/*
+ * From record() to the first sample in the file, beside QMediaRecorder and parecord at the same source, and what a
+ * minute of Opus costs. Arguments: a folder with minute.wav, which is longer than a minute, the number of runs;
+ * VORO_BENCH_DAEMON names the daemon's process.
+ */
 
 #include "Figures.h"
 #include "Processes.h"

@@ -1,4 +1,6 @@
-/* The peer QMediaRecorder: "record PATH" answers with the time when it was asked to, "stop" when the file is complete. */
+/*
+ * The peer QMediaRecorder: "record PATH" answers with the time when it was asked to, "stop" when the file is complete.
+ */
 
 #include "Figures.h"
 #include "Lines.h"

@@ -1,6 +1,8 @@
-/* From play() of a prepared system sound to its first sound at the null sink's monitor, beside the same sound by
-   QSoundEffect, which has loaded it as well, and by canberra-gtk-play. Arguments: the theme's name of the sound, its
-   file as WAV, the number of runs. */
+/*
+ * From play() of a prepared system sound to its first sound at the null sink's monitor, beside the same sound by
+ * QSoundEffect, which has loaded it as well, and by canberra-gtk-play. Arguments: the theme's name of the sound, its
+ * file as WAV, the number of runs.
+ */
 
 #include "Figures.h"
 #include "Processes.h"

@@ -1,5 +1,7 @@
-/* The peer QSoundEffect: plays one file that it has loaded at each line of input, and tells when it was asked to.
-   Argument: the file. */
+/*
+ * The peer QSoundEffect: plays one file that it has loaded at each line of input, and tells when it was asked to.
+ * Argument: the file.
+ */
 
 #include "Figures.h"
 #include "Lines.h"

@@ -1,5 +1,7 @@
-/* What video in a QML scene costs, beside QMediaPlayer with VideoOutput. Arguments: a film of 1280 x 720, 30 pictures a
-   second, of at least 20 s; the number of runs. Needs a display. */
+/*
+ * What video in a QML scene costs, beside QMediaPlayer with VideoOutput. Arguments: a film of 1280 x 720, 30 pictures
+ * a second, of at least 20 s; the number of runs. Needs a display.
+ */
 
 #include "Contestants.h"
 #include "Figures.h"

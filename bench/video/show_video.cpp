@@ -1,6 +1,8 @@
-/* Shows a video in a window: "ours" is a program of a few lines with this project's QML module, "player" the application
-   Player, "qt" a program of a few lines with Qt's module. Arguments: one of these, a file, two numbers.
-   Tells on standard output when the first picture was drawn, and when so many had come; ends with its input. */
+/*
+ * Shows a video in a window: "ours" is a program of a few lines with this project's QML module, "player" the
+ * application Player, "qt" a program of a few lines with Qt's module. Arguments: one of these, a file, two numbers.
+ * Tells on standard output when the first picture was drawn, and when so many had come; ends with its input.
+ */
 
 #include "Figures.h"
 #include "Lines.h"

@@ -41,8 +41,10 @@ class VOROMULTIMEDIA_EXPORT AudioRecorder : public QObject {
     Q_PROPERTY(QVariant statusInterval READ statusIntervalQml WRITE setStatusIntervalQml NOTIFY statusIntervalChanged)
 
 public:
-    /** Connects to the renderer service and makes a context. A recorder that could not do that exists all the same:
-        each command that needs the context says so in the log. */
+    /**
+     * Connects to the renderer service and makes a context. A recorder that could not do that exists all the same:
+     * each command that needs the context says so in the log.
+     */
     explicit AudioRecorder(QObject *parent = nullptr);
     /** Ends a recording and removes the context. */
     ~AudioRecorder() override;
@@ -52,11 +54,15 @@ public:
     /** Handle of the audio manager under which the input is opened, 0 at first. As set. */
     unsigned int audioManagerHandle() const;
     QVariant audioManagerHandleQml() const;
-    /** Sets the handle; holds from the next prepare(). A recorder that is not `Unprepared` is reset first, and keeps
-        its handle when that fails. Followed by audioManagerHandleChanged(). */
+    /**
+     * Sets the handle; holds from the next prepare(). A recorder that is not `Unprepared` is reset first, and keeps
+     * its handle when that fails. Followed by audioManagerHandleChanged().
+     */
     MediaError::Type setAudioManagerHandle(unsigned int handle);
-    /** Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
-        negative number wraps around. */
+    /**
+     * Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * negative number wraps around.
+     */
     void setAudioManagerHandleQml(const QVariant &handle);
     /** Always `Capture`. */
     DeviceMode::Type deviceMode() const;
@@ -72,33 +78,47 @@ public:
     /** Milliseconds between two reports of duration and level, 1000 at first. As set. */
     unsigned int statusInterval() const;
     QVariant statusIntervalQml() const;
-    /** Takes the interval as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
-        negative number wraps around. */
+    /**
+     * Takes the interval as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * negative number wraps around.
+     */
     void setStatusIntervalQml(const QVariant &statusInterval);
 
 public Q_SLOTS:
-    /** Holds the recording; record() goes on. The state becomes `Paused`. `InvalidState` without a context. Followed
-        by mediaStateChanged(). */
+    /**
+     * Holds the recording; record() goes on. The state becomes `Paused`. `InvalidState` without a context. Followed by
+     * mediaStateChanged().
+     */
     voro::multimedia::MediaError::Type pause();
-    /** Records, after preparing the recorder if need be, or goes on after pause(). Waits for the input's first samples:
-        with success they are being recorded, and `SourceUnavailable` when none come within four seconds. `InvalidState`
-        without a context. Followed by mediaStateChanged(). */
+    /**
+     * Records, after preparing the recorder if need be, or goes on after pause(). Waits for the input's first samples:
+     * with success they are being recorded, and `SourceUnavailable` when none come within four seconds. `InvalidState`
+     * without a context. Followed by mediaStateChanged().
+     */
     voro::multimedia::MediaError::Type record();
-    /** Attaches the file and the audio input without recording. Nothing happens unless the recorder is `Unprepared`,
-        or, but for a line in the log, when there is no context. `InvalidParameter` when the output URL is not valid.
-        After a failure the recorder stays `Unprepared`. Followed by mediaStateChanged(). */
+    /**
+     * Attaches the file and the audio input without recording. Nothing happens unless the recorder is `Unprepared`,
+     * or, but for a line in the log, when there is no context. `InvalidParameter` when the output URL is not valid.
+     * After a failure the recorder stays `Unprepared`. Followed by mediaStateChanged().
+     */
     voro::multimedia::MediaError::Type prepare();
-    /** Ends the recording: the file is complete and closed when this returns. `InvalidState` without a context.
-        Followed by recordingLevelChanged() and durationChanged() with 0, and mediaStateChanged(). */
+    /**
+     * Ends the recording: the file is complete and closed when this returns. `InvalidState` without a context.
+     * Followed by recordingLevelChanged() and durationChanged() with 0, and mediaStateChanged().
+     */
     voro::multimedia::MediaError::Type reset();
-    /** Sets the channels; holds from the next prepare(). A recorder that is not `Unprepared` is reset first, and keeps
-        its channels when that fails. Followed by audioChannelConfigurationChanged(). */
+    /**
+     * Sets the channels; holds from the next prepare(). A recorder that is not `Unprepared` is reset first, and keeps
+     * its channels when that fails. Followed by audioChannelConfigurationChanged().
+     */
     voro::multimedia::MediaError::Type
     setAudioChannelConfiguration(voro::multimedia::AudioChannelConfiguration::Type audioChannelConfiguration);
     /** Sets the file to record into, a URL of a local file; holds from the next prepare(). */
     void setOutputUrl(const QUrl &url);
-    /** Sets the milliseconds between two reports, at once. `InvalidState` without a context. Followed by
-        statusIntervalChanged(), also when it is the same. */
+    /**
+     * Sets the milliseconds between two reports, at once. `InvalidState` without a context. Followed by
+     * statusIntervalChanged(), also when it is the same.
+     */
     voro::multimedia::MediaError::Type setStatusInterval(unsigned int statusInterval);
 
 Q_SIGNALS:
@@ -114,8 +134,9 @@ Q_SIGNALS:
     void error(voro::multimedia::MediaError::Type mediaError, unsigned int position);
     void error(voro::multimedia::MediaError::Type mediaError, const QVariant &position);
     void mediaStateChanged(voro::multimedia::MediaState::Type mediaState);
-    /** The level of the input, as the renderer reported it; a fraction from 0.0 to 1.0 in spite of the argument's
-        name. */
+    /**
+     * The level of the input, as the renderer reported it; a fraction from 0.0 to 1.0 in spite of the argument's name.
+     */
     void recordingLevelChanged(double percentage);
     void statusIntervalChanged(unsigned int statusInterval);
     void statusIntervalChanged(const QVariant &statusInterval);

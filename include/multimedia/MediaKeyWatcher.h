@@ -41,8 +41,10 @@ public Q_SLOTS:
     void setNotification(voro::multimedia::MediaKeyNotification::Type notification);
 
 Q_SIGNALS:
-    /** The key was released. With `Threshold`, and a listener for longer presses, only when it was held for less than
-        800 ms; otherwise however long it was held. */
+    /**
+     * The key was released. With `Threshold`, and a listener for longer presses, only when it was held for less than
+     * 800 ms; otherwise however long it was held.
+     */
     void shortPress(voro::multimedia::MediaKey::Type key);
     /** The key has been held for 800 ms; comes while it is down, right after longPress(). */
     void mediumPress(voro::multimedia::MediaKey::Type key);

@@ -71,8 +71,10 @@ class VOROMULTIMEDIA_EXPORT MediaPlayer : public QObject {
     Q_PROPERTY(QSize videoDimensions READ videoDimensions NOTIFY videoDimensionsChanged)
 
 public:
-    /** Connects to the renderer service and makes a context, whose name becomes the object name. A player that could
-        not do that exists all the same: each command that needs the context says so. */
+    /**
+     * Connects to the renderer service and makes a context, whose name becomes the object name. A player that could
+     * not do that exists all the same: each command that needs the context says so.
+     */
     explicit MediaPlayer(QObject *parent = nullptr);
     /** Ends playback and removes the context. */
     ~MediaPlayer() override;
@@ -80,8 +82,10 @@ public:
     /** Handle of the audio manager under which the sound is played; 0 is none. As set. */
     unsigned int audioManagerHandle() const;
     QVariant audioManagerHandleQml() const;
-    /** Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
-        negative number wraps around. */
+    /**
+     * Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * negative number wraps around.
+     */
     void setAudioManagerHandleQml(const QVariant &handle);
     /** Where the sound goes, `Default` at first. As set. */
     AudioOutput::Type audioOutput() const;
@@ -92,8 +96,10 @@ public:
     /** Index of the closed-caption track, from 0. As set. */
     unsigned int closedCaptionIndex() const;
     QVariant closedCaptionIndexQml() const;
-    /** Takes the index as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
-        negative number wraps around. */
+    /**
+     * Takes the index as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a negative
+     * number wraps around.
+     */
     void setClosedCaptionIndexQml(const QVariant &index);
     /** The external captions that a track has, as a path; empty without any. */
     Q_INVOKABLE QUrl closedCaptionUrl(unsigned int track) const;
@@ -110,8 +116,10 @@ public:
     /** Milliseconds between two reports of the position, 1000 at first. As set. */
     unsigned int statusInterval() const;
     QVariant statusIntervalQml() const;
-    /** Takes the interval as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
-        negative number wraps around. */
+    /**
+     * Takes the interval as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * negative number wraps around.
+     */
     void setStatusIntervalQml(const QVariant &statusInterval);
     /** Where the pictures go, `None` at first. As set. */
     VideoOutput::Type videoOutput() const;
@@ -133,8 +141,10 @@ public:
     MediaError::Type mediaError() const;
     /** What the player is doing: the last command's effect or the renderer's last report. */
     MediaState::Type mediaState() const;
-    /** What is known about the current track, by the keys of `MetaData`; tags without a key of their own keep the
-        renderer's name. Empty when unprepared. */
+    /**
+     * What is known about the current track, by the keys of `MetaData`; tags without a key of their own keep the
+     * renderer's name. Empty when unprepared.
+     */
     QVariantMap metaData() const;
     /** Position in the current track in milliseconds, as the renderer reported it last. */
     unsigned int position() const;
@@ -151,15 +161,19 @@ public:
     QSize videoDimensions() const;
 
 public Q_SLOTS:
-    /** Attaches the outputs and the medium without playing. Nothing happens unless the player is `Unprepared`.
-        After a failure the player stays `Unprepared`. Followed by mediaStateChanged(). */
+    /**
+     * Attaches the outputs and the medium without playing. Nothing happens unless the player is `Unprepared`. After a
+     * failure the player stays `Unprepared`. Followed by mediaStateChanged().
+     */
     voro::multimedia::MediaError::Type prepare();
     /** Plays at the speed last set, after preparing the player if need be. Followed by mediaStateChanged(). */
     voro::multimedia::MediaError::Type play();
     /** Holds playback by a speed of 0, after preparing the player if need be. Followed by mediaStateChanged(). */
     voro::multimedia::MediaError::Type pause();
-    /** Stops; outputs and medium stay attached, so that play() starts again. `InvalidState` for an `Unprepared` player.
-        Followed by mediaStateChanged(). */
+    /**
+     * Stops; outputs and medium stay attached, so that play() starts again. `InvalidState` for an `Unprepared` player.
+     * Followed by mediaStateChanged().
+     */
     voro::multimedia::MediaError::Type stop();
     /** Stops and detaches medium and outputs. Followed by mediaStateChanged(). */
     voro::multimedia::MediaError::Type reset();
@@ -174,52 +188,81 @@ public Q_SLOTS:
     voro::multimedia::MediaError::Type seekPercent(double percentage);
     /** Goes to the beginning of the next track; the renderer's error after the last one. Followed by trackChanged(). */
     voro::multimedia::MediaError::Type nextTrack();
-    /** Goes to the beginning of the previous track; the renderer's error on the first one. Followed by
-        trackChanged(). */
+    /**
+     * Goes to the beginning of the previous track; the renderer's error on the first one. Followed by trackChanged().
+     */
     voro::multimedia::MediaError::Type previousTrack();
 
-    /** Sets the handle of the audio manager; applied at once to an attached audio output. Followed by
-        audioManagerHandleChanged() at every call. */
+    /**
+     * Sets the handle of the audio manager; applied at once to an attached audio output. Followed by
+     * audioManagerHandleChanged() at every call.
+     */
     voro::multimedia::MediaError::Type setAudioManagerHandle(unsigned int handle);
-    /** Switches the sound output. The medium is detached when sound is switched on or off: prepare the player again.
-        Followed by audioOutputChanged(). */
+    /**
+     * Switches the sound output. The medium is detached when sound is switched on or off: prepare the player again.
+     * Followed by audioOutputChanged().
+     */
     voro::multimedia::MediaError::Type setAudioOutput(voro::multimedia::AudioOutput::Type audioOutput);
-    /** Sets whether playback holds when its sound device goes away; switching it off reaches an attached output only
-        after the next reset(). Followed by autoPauseChanged(). */
+    /**
+     * Sets whether playback holds when its sound device goes away; switching it off reaches an attached output only
+     * after the next reset(). Followed by autoPauseChanged().
+     */
     voro::multimedia::MediaError::Type setAutoPause(bool autoPause);
-    /** Shows or hides closed captions; applied at once to the current track. The new value is kept also when the
-        renderer refuses it. Followed by closedCaptionEnabledChanged(). */
+    /**
+     * Shows or hides closed captions; applied at once to the current track. The new value is kept also when the
+     * renderer refuses it. Followed by closedCaptionEnabledChanged().
+     */
     voro::multimedia::MediaError::Type setClosedCaptionEnabled(bool enabled);
-    /** Chooses the closed-caption track (from 0); applied at once to the current track and to every later one. The new
-        value is kept also when the renderer refuses it. Followed by closedCaptionIndexChanged(). */
+    /**
+     * Chooses the closed-caption track (from 0); applied at once to the current track and to every later one. The new
+     * value is kept also when the renderer refuses it. Followed by closedCaptionIndexChanged().
+     */
     voro::multimedia::MediaError::Type setClosedCaptionIndex(unsigned int index);
-    /** Loads external captions from a local URL. Only track 1 can have them; any other gives `InvalidParameter`.
-        Followed by closedCaptionUrlChanged(). */
+    /**
+     * Loads external captions from a local URL. Only track 1 can have them; any other gives `InvalidParameter`.
+     * Followed by closedCaptionUrlChanged().
+     */
     voro::multimedia::MediaError::Type setClosedCaptionUrl(unsigned int track, const QUrl &url);
-    /** Sets the window for closed captions; holds from the next prepare(). Followed by closedCaptionWindowIdChanged(). */
+    /**
+     * Sets the window for closed captions; holds from the next prepare(). Followed by closedCaptionWindowIdChanged().
+     */
     void setClosedCaptionWindowId(const QString &windowId);
-    /** Sets the equalizer; applied at once to an attached audio output. `Off` reaches an attached output only after the
-        next reset(). Followed by equalizerPresetChanged(). */
+    /**
+     * Sets the equalizer; applied at once to an attached audio output. `Off` reaches an attached output only after the
+     * next reset(). Followed by equalizerPresetChanged().
+     */
     voro::multimedia::MediaError::Type setEqualizerPreset(voro::multimedia::EqualizerPreset::Type equalizerPreset);
-    /** Sets what is repeated; applied at once to an attached medium. `Unsupported` gives `UnsupportedValue`; a number
-        that is no mode changes nothing and gives `None`. Followed by repeatModeChanged(). */
+    /**
+     * Sets what is repeated; applied at once to an attached medium. `Unsupported` gives `UnsupportedValue`; a number
+     * that is no mode changes nothing and gives `None`. Followed by repeatModeChanged().
+     */
     voro::multimedia::MediaError::Type setRepeatMode(voro::multimedia::RepeatMode::Type repeatMode);
-    /** Sets the medium; the one that was attached is detached at once, and the player is `Unprepared`. The new one is
-        opened by prepare() or play(). Followed by mediaStateChanged() and sourceUrlChanged(). */
+    /**
+     * Sets the medium; the one that was attached is detached at once, and the player is `Unprepared`. The new one is
+     * opened by prepare() or play(). Followed by mediaStateChanged() and sourceUrlChanged().
+     */
     voro::multimedia::MediaError::Type setSourceUrl(const QUrl &url);
-    /** Sets the speed as a factor of normal speed: 1.0 plays, 0.0 holds, a negative one plays backwards where the medium
-        allows. A `Prepared` or `Stopped` player starts. Followed by speedChanged() and mediaStateChanged(). */
+    /**
+     * Sets the speed as a factor of normal speed: 1.0 plays, 0.0 holds, a negative one plays backwards where the
+     * medium allows. A `Prepared` or `Stopped` player starts. Followed by speedChanged() and mediaStateChanged().
+     */
     voro::multimedia::MediaError::Type setSpeed(double speed);
     /** Sets how often the position is reported, in milliseconds. Followed by statusIntervalChanged(). */
     voro::multimedia::MediaError::Type setStatusInterval(unsigned int statusInterval);
-    /** Switches the video output; medium and video outputs are detached, and the player is `Unprepared`. A number above
-        `SecondaryDisplay` changes nothing and gives `None`. Followed by mediaStateChanged() and videoOutputChanged(). */
+    /**
+     * Switches the video output; medium and video outputs are detached, and the player is `Unprepared`. A number above
+     * `SecondaryDisplay` changes nothing and gives `None`. Followed by mediaStateChanged() and videoOutputChanged().
+     */
     voro::multimedia::MediaError::Type setVideoOutput(voro::multimedia::VideoOutput::Type videoOutput);
-    /** Shows only a part of the pictures, in their pixels; an empty part shows them whole. Holds for the attached video
-        output. */
+    /**
+     * Shows only a part of the pictures, in their pixels; an empty part shows them whole. Holds for the attached video
+     * output.
+     */
     voro::multimedia::MediaError::Type setVideoSourceRect(int x, int y, unsigned int width, unsigned int height);
-    /** Sets the volume; applied at once to an attached audio output in steps of 0.01. Below 0.0 or above 1.0 gives
-        `InvalidParameter`. Followed by volumeChanged(). */
+    /**
+     * Sets the volume; applied at once to an attached audio output in steps of 0.01. Below 0.0 or above 1.0 gives
+     * `InvalidParameter`. Followed by volumeChanged().
+     */
     voro::multimedia::MediaError::Type setVolume(double volume);
     /** Sets the group of the video window; holds from the next prepare(). Followed by windowGroupIdChanged(). */
     void setWindowGroupId(const QString &windowGroupId);

@@ -56,8 +56,10 @@ class VOROMULTIMEDIA_EXPORT NowPlayingConnection : public QObject {
         voro::multimedia::ShuffleMode::Type shuffleMode READ shuffleMode WRITE setShuffleMode NOTIFY shuffleModeChanged)
 
 public:
-    /** A connection of low priority that plays, under a name that nobody else on the device has. Contacts nobody before
-        acquire(). */
+    /**
+     * A connection of low priority that plays, under a name that nobody else on the device has. Contacts nobody before
+     * acquire().
+     */
     explicit NowPlayingConnection(QObject *parent = nullptr);
     /** The same under a name of the application's own. */
     explicit NowPlayingConnection(const QString &connectionName, QObject *parent = nullptr);
@@ -113,21 +115,28 @@ public:
     /** Whether tracks are shuffled, `Unsupported` at first: nothing is said about it. As set. */
     ShuffleMode::Type shuffleMode() const;
 
-    /** Sets the handle of the audio manager; registers again while connected. Followed by
-        audioManagerHandleChanged(). */
+    /**
+     * Sets the handle of the audio manager; registers again while connected. Followed by audioManagerHandleChanged().
+     */
     void setAudioManagerHandle(unsigned int audioManagerHandle);
-    /** Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
-        negative number wraps around. */
+    /**
+     * Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * negative number wraps around.
+     */
     void setAudioManagerHandleQml(const QVariant &handle);
     /** Sets the name; holds from the next registration. */
     void setConnectionName(const QString &connectionName);
     /** Sets whether the connection plays or records; holds from the next registration. */
     void setDeviceMode(voro::multimedia::DeviceMode::Type deviceMode);
-    /** Takes the duration as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
-        negative number wraps around. */
+    /**
+     * Takes the duration as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * negative number wraps around.
+     */
     void setDurationQml(const QVariant &duration);
-    /** Takes the position as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
-        negative number wraps around. */
+    /**
+     * Takes the position as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * negative number wraps around.
+     */
     void setPositionQml(const QVariant &position);
     /** Sets the priority; holds from the next registration. */
     void setPriorityLevel(voro::multimedia::PriorityLevel::Type priorityLevel);
@@ -142,8 +151,10 @@ public Q_SLOTS:
      *         reached or went away.
      */
     voro::multimedia::MediaError::Type acquire();
-    /** Gives the role up and disconnects from the service; `Internal` when that fails. Followed by revoked() when the
-        role was held. */
+    /**
+     * Gives the role up and disconnects from the service; `Internal` when that fails. Followed by revoked() when the
+     * role was held.
+     */
     voro::multimedia::MediaError::Type revoke();
     /** Sets the duration of the track. Followed by durationChanged(). */
     void setDuration(unsigned int duration);
@@ -151,29 +162,41 @@ public Q_SLOTS:
     void setIconUrl(const QUrl &iconUrl);
     /** Sets what the application is doing; published at once. Followed by mediaStateChanged(). */
     void setMediaState(voro::multimedia::MediaState::Type mediaState);
-    /** Sets what is played, by the keys of `MetaData`; a duration in it does not count, see setDuration(). Followed by
-        metaDataChanged(). */
+    /**
+     * Sets what is played, by the keys of `MetaData`; a duration in it does not count, see setDuration(). Followed by
+     * metaDataChanged().
+     */
     void setMetaData(const QVariantMap &metaData);
-    /** Sets whether there is a next track; published with the next change of something else. Followed by
-        nextEnabledChanged(). */
+    /**
+     * Sets whether there is a next track; published with the next change of something else. Followed by
+     * nextEnabledChanged().
+     */
     void setNextEnabled(bool nextEnabled);
-    /** Sets how the device is to show what is played; registers again while connected. Followed by
-        overlayStyleChanged(). */
+    /**
+     * Sets how the device is to show what is played; registers again while connected. Followed by
+     * overlayStyleChanged().
+     */
     void setOverlayStyle(voro::multimedia::OverlayStyle::Type overlayStyle);
     /** Sets the position in the track, in the unit of the duration. Followed by positionChanged(). */
     void setPosition(unsigned int position);
-    /** Sets whether any other connection can take the role away; refused with a warning once the connection has
-        registered. Followed by preemptableChanged(). */
+    /**
+     * Sets whether any other connection can take the role away; refused with a warning once the connection has
+     * registered. Followed by preemptableChanged().
+     */
     void setPreemptable(bool preemptable);
-    /** Sets whether there is a previous track; published with the next change of something else. Followed by
-        previousEnabledChanged(). */
+    /**
+     * Sets whether there is a previous track; published with the next change of something else. Followed by
+     * previousEnabledChanged().
+     */
     void setPreviousEnabled(bool previousEnabled);
     /** Sets what is repeated. Followed by repeatModeChanged(). */
     void setRepeatMode(voro::multimedia::RepeatMode::Type repeatMode);
     /** Sets whether tracks are shuffled. Followed by shuffleModeChanged(). */
     void setShuffleMode(voro::multimedia::ShuffleMode::Type shuffleMode);
-    /** Tells that another track begins. `InvalidState` while the role is not held, `Internal` when the service cannot
-        be told. */
+    /**
+     * Tells that another track begins. `InvalidState` while the role is not held, `Internal` when the service cannot
+     * be told.
+     */
     voro::multimedia::MediaError::Type trackChange();
 
 Q_SIGNALS:

@@ -48,8 +48,10 @@ public:
     QVariant durationQml() const;
     /** Where the artwork is; empty without any. */
     QUrl iconUrl() const;
-    /** What the holder of the role is doing: `Started`, `Paused` or `Stopped`. `Unprepared` only when the service cannot
-        be asked. */
+    /**
+     * What the holder of the role is doing: `Started`, `Paused` or `Stopped`. `Unprepared` only when the service
+     * cannot be asked.
+     */
     MediaState::Type mediaState() const;
     /** Artist, album, title and track number of what is played, by the keys of `MetaData`. */
     QVariantMap metaData() const;

@@ -14,8 +14,10 @@ class Background {
 public:
     /** Must be called while the process has one thread. */
     void enter();
-    /** Tells who waits that clients can connect: the service manager, if there is one, and in the background the waiting
-        process, whose terminal is let go of. */
+    /**
+     * Tells who waits that clients can connect: the service manager, if there is one, and in the background the
+     * waiting process, whose terminal is let go of.
+     */
     void ready();
 
 private:

@@ -9,8 +9,10 @@ class Acceptor {
 public:
     Acceptor();
 
-    /** Takes the next connection. False when none waits. The socket is invalid when a connection was closed for want of a
-        descriptor: left alone, it would make its listener readable for ever. */
+    /**
+     * Takes the next connection. False when none waits. The socket is invalid when a connection was closed for want of
+     * a descriptor: left alone, it would make its listener readable for ever.
+     */
     bool accept(int listener, Fd &socket);
 
 private:

@@ -44,8 +44,10 @@ public:
     unsigned socketNumber() const { return m_socketNumber; }
     /** Whether read() would return something, a failure included, without waiting. */
     bool isReadable();
-    /** Whether a read is due that the socket does not show: the content at opening, what did not fit into the last
-        read, or what is left of a daemon that went. */
+    /**
+     * Whether a read is due that the socket does not show: the content at opening, what did not fit into the last
+     * read, or what is left of a daemon that went.
+     */
     bool hasMore() const;
     /** Whether nothing more comes over the socket, so that only what is here already can be read. */
     bool isAtEnd() const { return m_isAtEnd; }
@@ -62,9 +64,11 @@ public:
     bool read(std::string &text, bool wait) { return readWithin(text, wait ? -1 : 0); }
     /** The same, and waits so many milliseconds at most (-1: without a limit); ETIMEDOUT then. */
     bool readWithin(std::string &text, int milliseconds);
-    /** Writes one message. False, and nothing is sent: EINVAL for what is no PPS text of this object, EMSGSIZE above
-        MaximumMessage, EBADF when not open for writing, EPIPE when the service went away, ECONNRESET when the daemon
-        did. */
+    /**
+     * Writes one message. False, and nothing is sent: EINVAL for what is no PPS text of this object, EMSGSIZE above
+     * MaximumMessage, EBADF when not open for writing, EPIPE when the service went away, ECONNRESET when the daemon
+     * did.
+     */
     bool write(std::string_view text);
 
     /** What the daemon wants to be told first when the object is brought back. */

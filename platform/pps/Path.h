@@ -34,8 +34,10 @@ enum OpenMode : unsigned { Publish = 1, Subscribe = 2, PublishSubscribe = 3 };
 /** Whether the mode is one, and the object can be opened that way. */
 bool isOpenable(const ObjectPath &path, unsigned mode);
 
-/** Whether the text may be written to the object: valid lines, at most one object line, that one in front and with the
-    object's name ("control.ID" as well for a server), and nothing after the deletion of an object. */
+/**
+ * Whether the text may be written to the object: valid lines, at most one object line, that one in front and with the
+ * object's name ("control.ID" as well for a server), and nothing after the deletion of an object.
+ */
 bool isWritable(const ObjectPath &path, std::string_view text);
 
 } // namespace voro::pps

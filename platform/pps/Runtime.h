@@ -8,8 +8,10 @@
 
 namespace voro::pps {
 
-/** Finds the runtime folder and makes it when it is missing. Returns 0, or an errno number when there is none or it is
-    not ours alone. */
+/**
+ * Finds the runtime folder and makes it when it is missing. Returns 0, or an errno number when there is none or it is
+ * not ours alone.
+ */
 int runtimeFolder(std::string &folder);
 
 /** The path of the broker's socket in the folder. */
@@ -21,12 +23,16 @@ Fd connectTo(const std::string &folder);
 /** The same with any SOCK_SEQPACKET socket, by its path. */
 Fd connectToSocket(const std::string &path);
 
-/** Makes such a socket, in place of what is there; whoever sees its path finds it listening. On failure the result is
-    invalid and errno tells why. */
+/**
+ * Makes such a socket, in place of what is there; whoever sees its path finds it listening. On failure the result is
+ * invalid and errno tells why.
+ */
 Fd listenAt(const std::string &path);
 
-/** Starts the daemon when none answers, and returns when it does; 0 or an errno number. Two processes that race start
-    one. */
+/**
+ * Starts the daemon when none answers, and returns when it does; 0 or an errno number. Two processes that race start
+ * one.
+ */
 int startDaemon(const std::string &folder);
 
 /** A descriptor that becomes readable when a daemon in the runtime folder says that it is ready; invalid on failure. */

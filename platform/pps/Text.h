@@ -43,8 +43,10 @@ private:
     bool m_failed;
 };
 
-/** Whether a name may stand in an object or attribute line: up to 255 bytes of UTF-8 without control characters and
-    colons, not beginning with '@', '-', '+' or '*'. */
+/**
+ * Whether a name may stand in an object or attribute line: up to 255 bytes of UTF-8 without control characters and
+ * colons, not beginning with '@', '-', '+' or '*'.
+ */
 bool isValidName(std::string_view name);
 
 /** Undoes C escapes ("c" encoding); false when the text holds a bad escape. */

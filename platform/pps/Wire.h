@@ -20,8 +20,10 @@ inline constexpr uint16_t WireVersion = 2;
 struct Position {
     /** Everything up to this version has been seen. 0: nothing was read yet. */
     uint64_t base = 0;
-    /** Above `base` while a long read goes on in several packets: objects last written up to this version were given
-        out. */
+    /**
+     * Above `base` while a long read goes on in several packets: objects last written up to this version were given
+     * out.
+     */
     uint64_t reached = 0;
 };
 
@@ -49,8 +51,9 @@ struct Request {
     uint16_t version;
     /** Open: 1 when the reader knows the folder's will, so that what comes back just as it says is no news. */
     uint32_t knowsWill;
-    /** A random number of the sending process, and the packet's number in this process: 1, 2, 3 over all its
-        sockets. */
+    /**
+     * A random number of the sending process, and the packet's number in this process: 1, 2, 3 over all its sockets.
+     */
     uint64_t process;
     uint64_t number;
     /** Pull: what the reader has seen. */

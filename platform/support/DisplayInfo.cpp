@@ -18,8 +18,10 @@ struct Displays {
     int secondary = 1;
 };
 
-/** The few functions of the display server's client library, loaded only where there is a display: an application
-    that plays audio on a device without one shall not carry them. */
+/**
+ * The few functions of the display server's client library, loaded only where there is a display: an application that
+ * plays audio on a device without one shall not carry them.
+ */
 class Xcb {
 public:
     static const Xcb *instance()

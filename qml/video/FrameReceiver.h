@@ -33,7 +33,9 @@ private:
     size_t m_size = 0;
 };
 
-/** One picture in the memory of a worker, which gets its slot back when the picture is destroyed, in whatever thread. */
+/**
+ * One picture in the memory of a worker, which gets its slot back when the picture is destroyed, in whatever thread.
+ */
 class Frame {
 public:
     Frame(std::shared_ptr<voro::pps::Fd> socket, std::shared_ptr<FrameRing> ring, uint32_t slot)

@@ -9,9 +9,9 @@ namespace voro::qml {
 /**
  * Shows the pictures of a player, composed like any other item on whatever the scene is drawn with.
  *
- * Give its windowId to the player's windowId (or closedCaptionWindowId): `MediaPlayer { windowId: video.windowId }`. The
- * pictures come from the renderer's worker through shared memory. The last one stays while the player pauses; nothing is
- * drawn when there is none, which is also so when a worker dies.
+ * Give its windowId to the player's windowId (or closedCaptionWindowId): `MediaPlayer { windowId: video.windowId }`.
+ * The pictures come from the renderer's worker through shared memory. The last one stays while the player pauses;
+ * nothing is drawn when there is none, which is also so when a worker dies.
  */
 class VideoWindow : public QQuickItem {
     Q_OBJECT

@@ -39,8 +39,10 @@ private:
     QElapsedTimer m_timer;
 };
 
-/** A copy of a path or URL that may be logged; `size` is the length of the text with its end. Never null, empty when
-    there is no such copy. */
+/**
+ * A copy of a path or URL that may be logged; `size` is the length of the text with its end. Never null, empty when
+ * there is no such copy.
+ */
 QSharedPointer<char> obfuscatePath(const char *path, int size);
 
 /** A URL on its way into a line: its text, or the obfuscated text of a URL that names something on this device. */

@@ -27,8 +27,10 @@ public:
     /** The same after a disconnection from the signal, or from several when it is invalid. */
     void listenerWent(const QMetaMethod &signal);
 
-    /** Closes the object and registers anew, unless the registrations that are there do (and `force` is false). The
-        result is the object's error(), 0 on success. */
+    /**
+     * Closes the object and registers anew, unless the registrations that are there do (and `force` is false). The
+     * result is the object's error(), 0 on success.
+     */
     int updateButtonRegistration(voro::PpsObject *object, MediaKey::Type key, MediaKeyNotification::Type notification,
                                  bool force);
     /** Writes one registration; the result is the object's error(), 0 on success. */

@@ -36,8 +36,10 @@ public:
     explicit MmrContextNotifier(QObject *parent);
     ~MmrContextNotifier() override;
 
-    /** Watches another context, or none for null; false when its objects cannot be watched. What was learnt of an
-        earlier context stays. */
+    /**
+     * Watches another context, or none for null; false when its objects cannot be watched. What was learnt of an
+     * earlier context stays.
+     */
     bool monitor(mmr_context_t *context);
     /** The code in the context's error record; `None` without a context or record. */
     MediaError::Type lastError() const;

@@ -31,11 +31,15 @@ public:
     /** Writes the registration; false when it could not be handed over. */
     bool registration(const QString &name, PriorityLevel::Type priorityLevel, OverlayStyle::Type overlayStyle,
                       unsigned int audioManagerHandle, DeviceMode::Type deviceMode);
-    /** Writes a message; false when the object is closed or the message cannot be encoded. A failed write is logged, and
-        true all the same: callers go on as if the message had been delivered. */
+    /**
+     * Writes a message; false when the object is closed or the message cannot be encoded. A failed write is logged,
+     * and true all the same: callers go on as if the message had been delivered.
+     */
     bool send(const voro::PpsObject *object, const QVariantMap &message);
-    /** Writes a message and waits for its answer without a limit, handling what else comes meanwhile. `ok` is false
-        when there is no answer. */
+    /**
+     * Writes a message and waits for its answer without a limit, handling what else comes meanwhile. `ok` is false
+     * when there is no answer.
+     */
     QVariantMap sendReceive(voro::PpsObject *object, const QVariantMap &message, bool &ok);
     MediaError::Type handleAcquireResult(const QVariantMap &map);
     /** Does what a message of the service wants. */

@@ -43,8 +43,10 @@ public:
 
     /** Converts one message of the service into typed entries of the result; false when it is none. */
     bool processPpsRead(const QVariantMap &control, QVariantMap &result) const;
-    /** Asks the service for fields, whole metadata among them, and waits for them without a limit; false when it has
-        none to give. */
+    /**
+     * Asks the service for fields, whole metadata among them, and waits for them without a limit; false when it has
+     * none to give.
+     */
     bool blockReadMetaData(const QStringList &fields, QVariantMap &result) const;
     /** True when the fields are cached; else they are read from the service, as far as it gives them. */
     bool makeDataAvailable(const QStringList &fields, QVariantMap &result) const;

@@ -53,8 +53,10 @@ template<typename Public>
 class Emission {
 public:
     explicit Emission(PrivateObject<Public> *object) : m_object(object) { ++m_object->m_emissions; }
-    /** An orphan goes when control is back in the event loop. That is asked for only when the slots have returned, so
-        that an event loop of theirs is not the one. */
+    /**
+     * An orphan goes when control is back in the event loop. That is asked for only when the slots have returned, so
+     * that an event loop of theirs is not the one.
+     */
     ~Emission()
     {
         if (--m_object->m_emissions == 0 && m_object->isOrphan()) {

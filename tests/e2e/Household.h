@@ -10,8 +10,10 @@
 
 #include <array>
 
-/** Everything that an application may have of a daemon: three players, a recorder, the now-playing role, two controllers
-    and a watched key. */
+/**
+ * Everything that an application may have of a daemon: three players, a recorder, the now-playing role, two
+ * controllers and a watched key.
+ */
 class Household : public QObject {
 public:
     /** Plays the medium; records into files of the folder. */
@@ -52,8 +54,10 @@ private:
     int m_wrong = 0;
 };
 
-/** A runtime folder in which applications start the daemon themselves; it is ended with the object. While the object
-    exists VORO_RUNTIME_DIR names the folder. */
+/**
+ * A runtime folder in which applications start the daemon themselves; it is ended with the object. While the object
+ * exists VORO_RUNTIME_DIR names the folder.
+ */
 class SpawnFolder {
 public:
     SpawnFolder();

@@ -15,8 +15,10 @@ struct Tone {
     bool hasPicture = false;
 };
 
-/** Makes a file of a sine tone; its extension chooses the format. Returns the path; ends the test program when the
-    encoder fails. */
+/**
+ * Makes a file of a sine tone; its extension chooses the format. Returns the path; ends the test program when the
+ * encoder fails.
+ */
 QString makeTone(const QString &path, const Tone &tone = {});
 
 } // namespace media

@@ -1,5 +1,7 @@
-/* Loaded into the daemon and its workers: reads of files in the folder that VORO_BROKEN_DISK names fail, as those of a
-   broken disk do, as long as the folder holds a file "broken". */
+/*
+ * Loaded into the daemon and its workers: reads of files in the folder that VORO_BROKEN_DISK names fail, as those of a
+ * broken disk do, as long as the folder holds a file "broken".
+ */
 
 #include <dlfcn.h>
 #include <unistd.h>

@@ -27,8 +27,10 @@ int openDescriptors()
     return static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).count());
 }
 
-/** A player in a process of its own, which says each time that it plays, and plays again after an error. Its input
-    ends it. */
+/**
+ * A player in a process of its own, which says each time that it plays, and plays again after an error. Its input ends
+ * it.
+ */
 int runApplication(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);

@@ -19,8 +19,10 @@ public:
 
     pid_t processId() const { return m_process; }
     void type(const QByteArray &keys);
-    /** Waits until the text is written and forgets what was written up to its end; false when the program ends first,
-        or when nothing comes for a minute. */
+    /**
+     * Waits until the text is written and forgets what was written up to its end; false when the program ends first,
+     * or when nothing comes for a minute.
+     */
     bool waitFor(const QByteArray &text);
     /** Waits for the end of the program; nothing when a signal ended it. */
     std::optional<int> waitForEnd();

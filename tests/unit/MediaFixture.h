@@ -16,8 +16,10 @@
 /** Every property that an object's class adds to QObject, as "name=value". */
 QStringList propertiesOf(const QObject &object);
 
-/** A player or recorder with a scripted renderer and its log. The renderer's objects cannot be watched, so that a test
-    itself plays the monitor. */
+/**
+ * A player or recorder with a scripted renderer and its log. The renderer's objects cannot be watched, so that a test
+ * itself plays the monitor.
+ */
 template<typename Media>
 class MediaFixture {
 public:
@@ -67,8 +69,10 @@ template<typename Media>
 struct CaseOf {
     PreparationOf<Media> given;
     ActionOn<Media> act;
-    /** Calls and signals in their order, then the warnings and critical lines, then every property that changed as
-        "name=value", then the result as "-> InvalidState" unless it is `None`; with "; " between. */
+    /**
+     * Calls and signals in their order, then the warnings and critical lines, then every property that changed as
+     * "name=value", then the result as "-> InvalidState" unless it is `None`; with "; " between.
+     */
     QString outcome;
 };
 

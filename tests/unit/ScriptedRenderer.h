@@ -16,8 +16,10 @@ namespace voro::test {
  */
 class ScriptedRenderer {
 public:
-    /** Records into the trace: each call as its function and arguments with blanks between, dictionaries as KEY=VALUE
-        in the order in which the entries were set. `script` tells what to do from the first call on. */
+    /**
+     * Records into the trace: each call as its function and arguments with blanks between, dictionaries as KEY=VALUE
+     * in the order in which the entries were set. `script` tells what to do from the first call on.
+     */
     explicit ScriptedRenderer(QStringList &trace, const std::function<void(ScriptedRenderer &)> &script = {});
     /** Every dictionary must have been consumed or destroyed by then. */
     ~ScriptedRenderer();

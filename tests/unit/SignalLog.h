@@ -6,8 +6,10 @@
 
 #include <functional>
 
-/** Records every signal that an object's class adds to QObject into a trace, as "positionChanged(100)" or, where the
-    argument is a variant, "positionChanged(uint 100)". Enumerators are shown by name. */
+/**
+ * Records every signal that an object's class adds to QObject into a trace, as "positionChanged(100)" or, where the
+ * argument is a variant, "positionChanged(uint 100)". Enumerators are shown by name.
+ */
 class SignalLog : public QObject {
 public:
     SignalLog(QObject *sender, QStringList &trace);

@@ -27,8 +27,10 @@ struct Step {
 template<typename Media>
 using Steps = std::map<std::string, Step<Media>>;
 
-/** What the renderer publishes in one go for an object that was prepared for it, with " | " between, and the last
-    signal that comes of it. */
+/**
+ * What the renderer publishes in one go for an object that was prepared for it, with " | " between, and the last
+ * signal that comes of it.
+ */
 template<typename Media>
 struct Publication {
     PreparationOf<Media> given;
@@ -48,8 +50,10 @@ void runEventLoop()
     loop.exec();
 }
 
-/** What comes of an action on an object that is destroyed in its slot of one line of the trace, and then runs an event
-    loop there; with -1 it lives. */
+/**
+ * What comes of an action on an object that is destroyed in its slot of one line of the trace, and then runs an event
+ * loop there; with -1 it lives.
+ */
 template<typename Media>
 void record(QStringList &trace, const PreparationOf<Media> &given, const ActionOn<Media> &act, qsizetype end)
 {

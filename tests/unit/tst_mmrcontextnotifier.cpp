@@ -65,8 +65,10 @@ Action call(MediaError::Type (N::*method)(Parameters...), Arguments... arguments
     return [=](MonitorFixture &f) { return (f.notifier.*method)(arguments...); };
 }
 
-/** What is published before and then, one object after another with " | " between, and the signals, calls and warnings
-    that have to come of the latter. */
+/**
+ * What is published before and then, one object after another with " | " between, and the signals, calls and warnings
+ * that have to come of the latter.
+ */
 void row(const char *name, const char *before, const char *then, const char *outcome)
 {
     QTest::newRow(name) << QString::fromLatin1(before) << QString::fromLatin1(then) << QString::fromLatin1(outcome);

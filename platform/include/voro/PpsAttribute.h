@@ -58,7 +58,10 @@ public:
     bool toBool() const;
     /** The attributes of an object or the entries of a JSON map; empty for anything else. */
     QMap<QString, PpsAttribute> toMap() const;
-    /** The value: string, number (int, qint64 or double), bool, list or map. An object gives a map of its attributes' values. */
+    /**
+     * The value: string, number (int, qint64 or double), bool, list or map. An object gives a map of its attributes'
+     * values.
+     */
     QVariant toVariant() const;
     PpsAttributeFlag::Types flags() const { return m_flags; }
 

@@ -32,8 +32,10 @@ public:
     /** The path as given, with its options. */
     QString path() const;
 
-    /** Opens the object. False on failure, with error() and errorString() set. When it has returned, what the object
-        holds can be read without waiting. */
+    /**
+     * Opens the object. False on failure, with error() and errorString() set. When it has returned, what the object
+     * holds can be read without waiting.
+     */
     bool open(QFlags<PpsOpenMode::Type> mode);
     bool isOpen() const;
     /** Closes the object; false when it is not open. What was written before takes effect before. */
@@ -62,20 +64,26 @@ public:
     /** The last failure as text. */
     QString errorString() const;
 
-    /** Encodes a map's entries in key order, without an object line. `ok` becomes false, and the text empty, when a
-        value is neither text, number, truth value, list nor map. */
+    /**
+     * Encodes a map's entries in key order, without an object line. `ok` becomes false, and the text empty, when a
+     * value is neither text, number, truth value, list nor map.
+     */
     static QByteArray encode(const QVariantMap &map, bool *ok = nullptr);
     /** Decodes text into object name (with its "@") to a map of attribute values; deleted ones are left out. */
     static QVariantMap decode(const QByteArray &data, bool *ok = nullptr);
     /** Decodes text into object name (with its "@") to the object's attributes, with their flags. */
     static QMap<QString, PpsAttribute> decodeWithFlags(const QByteArray &data, bool *ok = nullptr);
-    /** Writes one message to the object at the path, which is opened and closed for it. 0 on success, else an errno
-        number. */
+    /**
+     * Writes one message to the object at the path, which is opened and closed for it. 0 on success, else an errno
+     * number.
+     */
     static int sendMessage(const QString &path, const QString &message);
 
 Q_SIGNALS:
-    /** There is something to read, or one failing read tells that the broker or the service went away. Comes from the
-        event loop only, again as long as something is left. */
+    /**
+     * There is something to read, or one failing read tells that the broker or the service went away. Comes from the
+     * event loop only, again as long as something is left.
+     */
     void readyRead();
 
 private:

@@ -23,8 +23,8 @@ const char *audio_manager_get_name_from_type(int type);
 
 /**
  * Hands a handle for a stream of a type out, to be given to a player or recorder, whose stream is then of that type: on
- * Linux the type becomes the stream's media.role. Returns 0, or EINVAL for a number that is no type; no two handles that a
- * process gets are the same. A handle holds nothing and needs not be given back.
+ * Linux the type becomes the stream's media.role. Returns 0, or EINVAL for a number that is no type; no two handles
+ * that a process gets are the same. A handle holds nothing and needs not be given back.
  */
 int audio_manager_get_handle(int type, unsigned int *handle);
 /** The type of a handle, -1 for a number that was never handed out as one. */

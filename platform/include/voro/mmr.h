@@ -36,8 +36,10 @@ mmr_connection_t *mmr_connect(const char *name);
 /** Closes a connection; null is allowed. Its contexts must have been destroyed. */
 void mmr_disconnect(mmr_connection_t *connection);
 
-/** Makes a context with a name that nobody else uses; `flags` is 0 and `mode` the permission bits of its folder. Null
-    on failure. */
+/**
+ * Makes a context with a name that nobody else uses; `flags` is 0 and `mode` the permission bits of its folder. Null
+ * on failure.
+ */
 mmr_context_t *mmr_context_create(mmr_connection_t *connection, const char *name, unsigned flags, mode_t mode);
 /** Ends playback or recording and removes the context; null is allowed. */
 int mmr_context_destroy(mmr_context_t *context);

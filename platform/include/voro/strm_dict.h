@@ -11,8 +11,10 @@ typedef struct strm_dict strm_dict_t;
 /** An empty dictionary, or null when memory is short. */
 strm_dict_t *strm_dict_new(void);
 
-/** Sets an entry and returns the dictionary to use from then on; the handle passed in is no longer valid. Null on
-    failure (a null argument, or no memory): then the handle passed in stays valid. */
+/**
+ * Sets an entry and returns the dictionary to use from then on; the handle passed in is no longer valid. Null on
+ * failure (a null argument, or no memory): then the handle passed in stays valid.
+ */
 strm_dict_t *strm_dict_set(strm_dict_t *dictionary, const char *key, const char *value);
 
 /** Frees a dictionary that was not handed to a renderer function; null is allowed. */

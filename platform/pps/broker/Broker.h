@@ -54,11 +54,15 @@ public:
 
     /** Takes a listening SOCK_SEQPACKET socket whose clients are served from now on. */
     void listen(int socket);
-    /** Takes a connected socket (a worker's); the result names it in Peer::adopted. With a path its client can open that
-        object and no other. */
+    /**
+     * Takes a connected socket (a worker's); the result names it in Peer::adopted. With a path its client can open
+     * that object and no other.
+     */
     uint64_t adopt(int socket, std::string_view onlyPath = {});
-    /** Keeps a folder and all below it to this process: clients can read there and talk to its service objects, but
-        neither serve nor publish any. */
+    /**
+     * Keeps a folder and all below it to this process: clients can read there and talk to its service objects, but
+     * neither serve nor publish any.
+     */
     void reserve(std::string_view folder);
 
     /** Readable when process() has work. */
@@ -87,23 +91,29 @@ public:
         /** Readers that did not see this content yet read it before any newer one of this object. */
         Hold,
     };
-    /** Publishes text on a plain object; a first line "*@name" replaces it whole, "-@name" deletes it. False when the
-        text is bad, the object would grow beyond MaximumMessage, or the process that it is charged to cannot have so
-        much: nothing has changed then. */
+    /**
+     * Publishes text on a plain object; a first line "*@name" replaces it whole, "-@name" deletes it. False when the
+     * text is bad, the object would grow beyond MaximumMessage, or the process that it is charged to cannot have so
+     * much: nothing has changed then.
+     */
     bool publish(std::string_view path, std::string_view text, Fence fence = Fence::None,
                  pid_t payer = Accounts::Services);
     /** Deletes the object at the path and every object in the folder of that name. */
     void remove(std::string_view path);
     /** The whole object as a reader would get it, empty when there is none. */
     std::string content(std::string_view path) const;
-    /** Leaves a will: text of objects of the folder, which their readers read when they lose this broker. It goes to
-        everybody who has something open in the folder, with what is sent to them next. Readers who have seen the
-        version `shownBy` know it already (0: nobody does). One that is longer than MaximumKept is none. */
+    /**
+     * Leaves a will: text of objects of the folder, which their readers read when they lose this broker. It goes to
+     * everybody who has something open in the folder, with what is sent to them next. Readers who have seen the
+     * version `shownBy` know it already (0: nobody does). One that is longer than MaximumKept is none.
+     */
     void setWill(std::string_view folder, std::string_view text, uint64_t shownBy = 0);
     /** The version of what is published next. */
     uint64_t nextVersion() const;
-    /** From the one to the other a service publishes again in the folder what the will of an earlier broker said. Who
-        has read that one is not told. */
+    /**
+     * From the one to the other a service publishes again in the folder what the will of an earlier broker said. Who
+     * has read that one is not told.
+     */
     void beginReturn(std::string_view folder);
     void endReturn(std::string_view folder);
 
@@ -111,15 +121,19 @@ public:
     bool serve(std::string_view path, Service *service);
     /** Ends that; its clients are told. The service is not called any more. */
     void unserve(std::string_view path);
-    /** Sends a message to one client, as "@control" and the given lines. Ignored when the client is gone or opened for
-        writing only. False when the lines are longer than MaximumMessage: nothing is sent. */
+    /**
+     * Sends a message to one client, as "@control" and the given lines. Ignored when the client is gone or opened for
+     * writing only. False when the lines are longer than MaximumMessage: nothing is sent.
+     */
     bool send(ClientId client, std::string_view lines);
     /** Sends a message to every client of the service object. */
     bool sendAll(std::string_view path, std::string_view lines);
     /** Leaves messages, with an object line each, that this client reads when it loses this broker. */
     void setWill(ClientId client, std::string_view messages);
-    /** Gives the client what it sends first when it is back: messages with an object line each, or what its own code
-        makes a request of. One that is longer than MaximumKept is none. */
+    /**
+     * Gives the client what it sends first when it is back: messages with an object line each, or what its own code
+     * makes a request of. One that is longer than MaximumKept is none.
+     */
     void setReturn(ClientId client, std::string_view text);
     /** Whether the client has messages that it did not read yet. */
     bool isBehind(ClientId client) const;

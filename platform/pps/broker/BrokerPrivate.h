@@ -1,10 +1,11 @@
 #pragma once
 
-#include "../Acceptor.h"
 #include "Broker.h"
 #include "Hub.h"
 #include "Order.h"
 #include "ReadWatch.h"
+
+#include <pps/Acceptor.h>
 
 #include <memory>
 #include <unordered_map>

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "../Fd.h"
-#include "../Wire.h"
 #include "Broker.h"
 #include "Store.h"
+
+#include <pps/Fd.h>
+#include <pps/Wire.h>
 
 #include <deque>
 #include <optional>
@@ -33,7 +34,9 @@ public:
     /** Takes the next packet from the socket; its body lies in the buffer, which holds MaximumRequest bytes. */
     Received receive(ClientPacket &packet, char *buffer);
 
-    /** Sends a packet, or keeps it until the socket takes it. What the client has yet to be given to keep goes along. */
+    /**
+     * Sends a packet, or keeps it until the socket takes it. What the client has yet to be given to keep goes along.
+     */
     void send(Reply header, std::string_view held, std::string_view body);
     /** Says that the socket is about to be closed; nothing is sent after that. */
     void sayClosed();

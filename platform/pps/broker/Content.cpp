@@ -1,6 +1,6 @@
 #include "Content.h"
 
-#include "../Text.h"
+#include <pps/Text.h>
 
 #include <algorithm>
 #include <cstddef>

@@ -11,8 +11,10 @@ namespace voro::pps {
 struct Selection {
     /** What was written since the last read, instead of the whole object. */
     bool delta = false;
-    /** The attributes named; empty for everything. No deletion passes a filter. With `delta` it chooses changes: the
-        write of an attribute named delivers all that was written since the last delivery. */
+    /**
+     * The attributes named; empty for everything. No deletion passes a filter. With `delta` it chooses changes: the
+     * write of an attribute named delivers all that was written since the last delivery.
+     */
     std::vector<std::string> filter;
     bool choosesChanges() const { return delta && !filter.empty(); }
 };
@@ -28,8 +30,10 @@ public:
     /** How many bytes of memory it takes. */
     size_t cost() const;
 
-    /** Applies the lines of a message that is known to be valid; false, with the content in between, when it is too
-        large then. */
+    /**
+     * Applies the lines of a message that is known to be valid; false, with the content in between, when it is too
+     * large then.
+     */
     bool apply(std::string_view name, std::string_view text, bool replace, uint64_t version);
     /** Deletes the object; who saw its attributes can still be told. */
     void remove(uint64_t version);
@@ -43,8 +47,10 @@ public:
     void append(std::string &out, std::string_view name, uint64_t seen, uint64_t told,
                 const Selection &selection) const;
 
-    /** Whether a reader may have been told something that the last write made untrue, although that write is no news
-        for the selection. */
+    /**
+     * Whether a reader may have been told something that the last write made untrue, although that write is no news
+     * for the selection.
+     */
     bool mayContradict(const Selection &selection) const;
 
 private:

@@ -1,6 +1,6 @@
 #include "Hub.h"
 
-#include "../Text.h"
+#include <pps/Text.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 #include "Listing.h"
 
-#include "../Text.h"
+#include <pps/Text.h>
 
 #include <map>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Wire.h"
+#include <pps/Wire.h>
 
 #include <string>
 #include <vector>

@@ -10,9 +10,9 @@ namespace voro::pps {
 /**
  * Hands on the packets of each process in the order in which the process sent them, on whichever of its sockets.
  *
- * A process numbers its packets and sends them in that order. So when a packet arrives whose number is not the next one, the packets in
- * between are already in the kernel's buffers of the other sockets: every socket is read one packet ahead until the
- * missing one appears. A number that does not appear was lost with its socket.
+ * A process numbers its packets and sends them in that order. So when a packet arrives whose number is not the next
+ * one, the packets in between are already in the kernel's buffers of the other sockets: every socket is read one packet
+ * ahead until the missing one appears. A number that does not appear was lost with its socket.
  */
 class Order {
 public:

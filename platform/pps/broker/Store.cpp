@@ -1,6 +1,6 @@
 #include "Store.h"
 
-#include "../Text.h"
+#include <pps/Text.h>
 
 #include <algorithm>
 

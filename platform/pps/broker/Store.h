@@ -1,9 +1,10 @@
 #pragma once
 
-#include "../Path.h"
-#include "../Wire.h"
 #include "Accounts.h"
 #include "Content.h"
+
+#include <pps/Path.h>
+#include <pps/Wire.h>
 
 #include <list>
 #include <map>
@@ -84,9 +85,11 @@ class Store {
 public:
     explicit Store(Accounts &accounts) : m_accounts(accounts) {}
 
-    /** Writes a message on the object at the path, on the account of a process. The text must be writable there. False
-        when the object would grow beyond a bound, or the process cannot have so much. `object` is what readers have to
-        be told of, or null. */
+    /**
+     * Writes a message on the object at the path, on the account of a process. The text must be writable there. False
+     * when the object would grow beyond a bound, or the process cannot have so much. `object` is what readers have to
+     * be told of, or null.
+     */
     bool publish(const ObjectPath &path, std::string_view text, bool fence, pid_t writer, Object *&object);
     /** Deletes the object at the path and all in the folder of that name and below; returns those that were there. */
     std::vector<Object *> remove(const ObjectPath &path);

@@ -1,8 +1,9 @@
-#include "../common/Protocol.h"
 #include "RequestChannel.h"
 #include "StreamDictionary.h"
 
 #include <voro/mmr.h>
+
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <cerrno>

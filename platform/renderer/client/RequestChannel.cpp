@@ -1,6 +1,6 @@
 #include "RequestChannel.h"
 
-#include "../common/Protocol.h"
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <cerrno>

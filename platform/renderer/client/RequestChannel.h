@@ -1,9 +1,8 @@
 #pragma once
 
-#include "../common/Error.h"
-
 #include <pps/Connection.h>
 #include <pps/Text.h>
+#include <renderer/common/Error.h>
 
 #include <chrono>
 #include <cstdint>
@@ -21,8 +20,10 @@ public:
 
     /** Opens the object, also again. */
     bool open(std::string_view path);
-    /** Sends a request with its attribute lines and waits. Internal when the service is gone, then or before, and when
-        it does not answer in time. */
+    /**
+     * Sends a request with its attribute lines and waits. Internal when the service is gone, then or before, and when
+     * it does not answer in time.
+     */
     Result call(std::string_view command, std::string_view lines);
     /** Whether the last call was not even sent, because the daemon is gone. */
     bool isUnsent() const { return m_isUnsent; }

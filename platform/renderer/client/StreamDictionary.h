@@ -1,8 +1,8 @@
 #pragma once
 
-#include "../common/Parameters.h"
-
 #include <voro/strm_dict.h>
+
+#include <renderer/common/Parameters.h>
 
 #include <memory>
 

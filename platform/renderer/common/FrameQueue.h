@@ -12,10 +12,10 @@
  *
  * A window id that is no number names a frame queue. The item connects to the daemon's socket FrameSocketName and sends
  * the name; the daemon hands it one end of a socket whose other end the worker got, whenever a worker shows there. Over
- * that socket the worker passes a sealed memory file with a ring of slots (Description) and tells of every frame that it
- * has put into a slot (Frame); the item says which formats it can show (Formats) and gives slots back (Release). A slot
- * belongs to the item from the one to the other. Each packet is one of the structures below. The memory file's seals keep
- * it from shrinking, and whatever else the worker says is checked against its size.
+ * that socket the worker passes a sealed memory file with a ring of slots (Description) and tells of every frame that
+ * it has put into a slot (Frame); the item says which formats it can show (Formats) and gives slots back (Release). A
+ * slot belongs to the item from the one to the other. Each packet is one of the structures below. The memory file's
+ * seals keep it from shrinking, and whatever else the worker says is checked against its size.
  */
 
 namespace voro::renderer {

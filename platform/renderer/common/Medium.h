@@ -20,13 +20,17 @@ public:
     /** The medium as a proper URI, percent-encoded. */
     std::string uri() const;
 
-    /** Whether a local medium can be read: missing, unreadable, no file, or empty are told apart. Opens no device and
-        waits for nobody. No error for what is not local. */
+    /**
+     * Whether a local medium can be read: missing, unreadable, no file, or empty are told apart. Opens no device and
+     * waits for nobody. No error for what is not local.
+     */
     Result check() const;
     /** Whether the medium is a playlist, by its content and by its name. Only for what can be read. */
     bool isPlaylist() const;
-    /** Whether the beginning of a content is a playlist's: "#EXTM3U" is one unless it is a stream's own index, which
-        plays like a medium. */
+    /**
+     * Whether the beginning of a content is a playlist's: "#EXTM3U" is one unless it is a stream's own index, which
+     * plays like a medium.
+     */
     static bool isPlaylistText(std::string_view head);
     /** Whether it has a playlist's name. */
     bool isNamedLikePlaylist() const;

@@ -11,8 +11,10 @@ struct RecordingFormat {
     struct Latency {
         /** By how much it is late. */
         int delay = 0;
-        /** How many it takes at a time, when it keeps what it has at the end: that is filled up with silence until
-            everything has come out. */
+        /**
+         * How many it takes at a time, when it keeps what it has at the end: that is filled up with silence until
+         * everything has come out.
+         */
         int block = 0;
     };
 

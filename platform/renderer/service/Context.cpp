@@ -1,7 +1,7 @@
 #include "Context.h"
 
-#include "../common/Medium.h"
-#include "../common/Protocol.h"
+#include <renderer/common/Medium.h>
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <array>

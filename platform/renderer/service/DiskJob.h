@@ -1,9 +1,8 @@
 #pragma once
 
-#include "../common/Error.h"
-
 #include <pps/broker/Broker.h>
 #include <pps/Fd.h>
+#include <renderer/common/Error.h>
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "../common/Error.h"
-
 #include <pps/Text.h>
+#include <renderer/common/Error.h>
 #include <sys/types.h>
 
 #include <functional>

@@ -1,9 +1,8 @@
 #include "Folder.h"
 
-#include "../common/Protocol.h"
-
 #include <pps/Loss.h>
 #include <pps/Text.h>
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <cstdio>

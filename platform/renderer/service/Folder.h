@@ -1,9 +1,8 @@
 #pragma once
 
-#include "../common/Parameters.h"
-#include "../common/TrackPosition.h"
-
 #include <pps/broker/Broker.h>
+#include <renderer/common/Parameters.h>
+#include <renderer/common/TrackPosition.h>
 
 #include <optional>
 #include <set>
@@ -48,19 +47,25 @@ public:
     void setSpeed(int speed);
     /** Tracks that are far from the current one are shown no longer; the current one always is. */
     void setQueue(unsigned current, unsigned total);
-    /** The metadata of a track, as attribute lines. When the owner cannot have so much, nothing is known of the track. */
+    /**
+     * The metadata of a track, as attribute lines. When the owner cannot have so much, nothing is known of the track.
+     */
     void setTrack(unsigned track, std::string_view lines);
     void setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
                    std::string_view volume = NoVolume);
-    /** Whether it plays into nothing, because no sound server answers; shown from the first time on. True when that is
-        new. */
+    /**
+     * Whether it plays into nothing, because no sound server answers; shown from the first time on. True when that is
+     * new.
+     */
     bool setSilent(bool isSilent);
     /** Input parameters; written only when they are others than before. False when the owner cannot have so much. */
     bool setInput(const Parameters &parameters);
     /** Parameters of a track, likewise. */
     bool setTrackParameters(unsigned track, const Parameters &parameters);
 
-    /** Shows that there is no medium. Every reader sees this before it sees the next medium, which may look the same. */
+    /**
+     * Shows that there is no medium. Every reader sees this before it sees the next medium, which may look the same.
+     */
     void clearMedium(unsigned track);
 
 private:

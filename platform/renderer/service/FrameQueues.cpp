@@ -1,12 +1,12 @@
 #include "FrameQueues.h"
 
-#include "../common/FrameQueue.h"
 #include "SocketPair.h"
 
 #include <QtCore/QTimer>
 
 #include <pps/FdPassing.h>
 #include <pps/Runtime.h>
+#include <renderer/common/FrameQueue.h>
 #include <sys/socket.h>
 #include <unistd.h>
 

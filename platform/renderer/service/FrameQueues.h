@@ -14,9 +14,9 @@
 namespace voro::renderer {
 
 /**
- * Brings those who show pictures together with those who have them: the items of applications, which connect and say the
- * name of their frame queue, and the workers whose output has that name. Each gets one end of a socket, whoever comes
- * first; from then on the daemon has no part in it.
+ * Brings those who show pictures together with those who have them: the items of applications, which connect and say
+ * the name of their frame queue, and the workers whose output has that name. Each gets one end of a socket, whoever
+ * comes first; from then on the daemon has no part in it.
  */
 class FrameQueues {
 public:
@@ -28,8 +28,10 @@ public:
     FrameQueues(const FrameQueues &) = delete;
     FrameQueues &operator=(const FrameQueues &) = delete;
 
-    /** Makes the socket that items connect to, in the daemon's runtime folder. False, and errno tells why, when it
-        cannot; then pictures are shown in windows only. */
+    /**
+     * Makes the socket that items connect to, in the daemon's runtime folder. False, and errno tells why, when it
+     * cannot; then pictures are shown in windows only.
+     */
     bool listen(const std::string &folder);
 
     /** Somebody has pictures for that name from now on. Who had them before gets no more viewers. */

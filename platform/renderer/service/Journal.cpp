@@ -1,11 +1,11 @@
 #include "Journal.h"
 
-#include "../common/FrameQueue.h"
-#include "../common/Protocol.h"
 #include "AudioInput.h"
 #include "Role.h"
 
 #include <pps/Text.h>
+#include <renderer/common/FrameQueue.h>
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "../common/Parameters.h"
-#include "../common/TrackPosition.h"
 #include "RecordingFile.h"
 
 #include <pps/Text.h>
+#include <renderer/common/Parameters.h>
+#include <renderer/common/TrackPosition.h>
 
 #include <map>
 #include <memory>

@@ -1,8 +1,7 @@
 #include "RecordingFile.h"
 
-#include "../common/Medium.h"
-
 #include <fcntl.h>
+#include <renderer/common/Medium.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "../common/Error.h"
-#include "../common/RecordingFormat.h"
-
 #include <pps/Fd.h>
+#include <renderer/common/Error.h>
+#include <renderer/common/RecordingFormat.h>
 
 #include <memory>
 #include <string>
@@ -51,8 +50,10 @@ public:
     static std::string pathOf(std::string_view url);
     /** Whether there is a format for what the path names. */
     static bool hasFormat(const std::string &path);
-    /** Whether the path could be recorded into, and its key: the same for every way to write the path. This may wait
-        for the disk. */
+    /**
+     * Whether the path could be recorded into, and its key: the same for every way to write the path. This may wait
+     * for the disk.
+     */
     static Result inspect(const std::string &path, std::string &key);
 
     /** Takes it from others, also again after release(); false when somebody else has it. */

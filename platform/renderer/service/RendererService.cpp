@@ -1,6 +1,6 @@
 #include "RendererService.h"
 
-#include "../common/Protocol.h"
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 

@@ -16,8 +16,10 @@ class RendererService : private pps::Service {
 public:
     explicit RendererService(pps::Broker &broker);
     ~RendererService() override;
-    /** Lets items of applications show pictures, by a socket in the daemon's runtime folder. False, and errno tells
-        why, when that cannot be made. */
+    /**
+     * Lets items of applications show pictures, by a socket in the daemon's runtime folder. False, and errno tells
+     * why, when that cannot be made.
+     */
     bool listen(const std::string &folder) { return m_workers.frameQueues().listen(folder); }
     RendererService(const RendererService &) = delete;
     RendererService &operator=(const RendererService &) = delete;

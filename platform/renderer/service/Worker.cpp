@@ -1,10 +1,10 @@
 #include "Worker.h"
 
-#include "../common/Medium.h"
-#include "../common/Protocol.h"
 #include "SocketPair.h"
 
 #include <pps/FdPassing.h>
+#include <renderer/common/Medium.h>
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <cstdio>

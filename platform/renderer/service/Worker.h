@@ -38,8 +38,10 @@ public:
     void forsake();
     /** As Engine::ask(). What is too long for a message fails at once. */
     void ask(std::string_view command, std::string_view lines, Engine::Done done);
-    /** Hands over the file to record into, or the end of the frame queue of that name; false when the worker does not
-        take it. */
+    /**
+     * Hands over the file to record into, or the end of the frame queue of that name; false when the worker does not
+     * take it.
+     */
     bool pass(int descriptor, std::string_view name = {});
     void setWatched(bool isWatched);
 

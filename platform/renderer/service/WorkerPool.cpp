@@ -1,6 +1,6 @@
 #include "WorkerPool.h"
 
-#include "../common/Protocol.h"
+#include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <utility>

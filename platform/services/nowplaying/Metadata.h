@@ -32,7 +32,9 @@ struct Metadata {
 
     /** Takes a map of a "metadata" message; a value of a wrong type counts as not given. */
     static Metadata fromMap(const QVariantMap &map);
-    /** The map of an "md_update" message, which always has every field: modes that were not given are "none" and "off". */
+    /**
+     * The map of an "md_update" message, which always has every field: modes that were not given are "none" and "off".
+     */
     QVariantMap toMap() const;
 
     bool operator==(const Metadata &other) const = default;

@@ -20,7 +20,9 @@ public:
     /** What is to serve the media player's control object; other services may share it. */
     pps::Service &connections() { return m_role; }
 
-    /** Carries out a command as a controller would write it ("msg::m_next", "msg::v_up"); for services of the daemon. */
+    /**
+     * Carries out a command as a controller would write it ("msg::m_next", "msg::v_up"); for services of the daemon.
+     */
     void command(std::string_view text);
 
 private:

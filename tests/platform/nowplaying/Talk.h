@@ -17,8 +17,10 @@ public:
 
     /** Writes a message, its lines separated by '|'. */
     void write(const QByteArray &lines);
-    /** Waits for the next message and returns it as JSON, with this process's id as "PID"; "END" when there is no more,
-        "NOTHING" when none comes. */
+    /**
+     * Waits for the next message and returns it as JSON, with this process's id as "PID"; "END" when there is no more,
+     * "NOTHING" when none comes.
+     */
     QByteArray next();
     /** The same as a map. */
     QVariantMap nextMap();

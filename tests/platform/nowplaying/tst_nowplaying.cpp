@@ -62,8 +62,8 @@ private:
     std::unique_ptr<Daemon> daemon;
 };
 
-// Each step is "WHO > LINES" (written), "WHO < MESSAGE" (read next) or "WHO x" (closed). Lower-case letters are connections,
-// upper-case ones controllers. At the end nobody has anything more to read.
+// Each step is "WHO > LINES" (written), "WHO < MESSAGE" (read next) or "WHO x" (closed). Lower-case letters are
+// connections, upper-case ones controllers. At the end nobody has anything more to read.
 void TestNowPlaying::conversation_data()
 {
     QTest::addColumn<QByteArrayList>("steps");

@@ -18,8 +18,10 @@ public:
     /** A field of the request's head by its name in lower case, empty without. */
     QByteArray field(const QByteArray &name) const;
 
-    /** Sends a head with a status like "200 OK" and further fields, each with its line end; false when the client is
-        gone. */
+    /**
+     * Sends a head with a status like "200 OK" and further fields, each with its line end; false when the client is
+     * gone.
+     */
     bool sendHead(const QByteArray &status, const QByteArray &fields = {});
     /** Sends bytes as they are; false when the client is gone. */
     bool send(const QByteArray &bytes);

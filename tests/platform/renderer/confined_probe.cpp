@@ -1,4 +1,5 @@
-// Confines itself as a worker does and tries what an attacker would; prints a line for each attempt: its name and the errno number.
+// Confines itself as a worker does and tries what an attacker would; prints a line for each attempt: its name and the
+// errno number.
 
 #include <fcntl.h>
 #include <linux/io_uring.h>

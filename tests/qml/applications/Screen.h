@@ -7,7 +7,9 @@
 class QAccessibleInterface;
 class QQuickWindow;
 
-/** An application's window, as somebody uses it who sees names instead of pictures: all is found as by a screen reader. */
+/**
+ * An application's window, as somebody uses it who sees names instead of pictures: all is found as by a screen reader.
+ */
 class Screen {
 public:
     /** Shows the application whose module is `uri`; ends the test program when there is no window. */

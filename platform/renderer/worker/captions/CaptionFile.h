@@ -12,8 +12,10 @@ public:
     CaptionFile(const CaptionFile &) = delete;
     CaptionFile &operator=(const CaptionFile &) = delete;
 
-    /** Reads the file and returns the URI of what is to be played instead; of what comes from the net and of what
-        cannot be read it is the medium's own. It is valid until the next call. */
+    /**
+     * Reads the file and returns the URI of what is to be played instead; of what comes from the net and of what
+     * cannot be read it is the medium's own. It is valid until the next call.
+     */
     std::string open(const std::string &url);
     void close();
 

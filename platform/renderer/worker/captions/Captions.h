@@ -7,8 +7,10 @@
 
 namespace voro::renderer {
 
-/** Shows captions, over the pictures or in a window of their own. Its element takes a playbin's text, each when its time
-    has come. */
+/**
+ * Shows captions, over the pictures or in a window of their own. Its element takes a playbin's text, each when its
+ * time has come.
+ */
 class Captions {
 public:
     Captions();

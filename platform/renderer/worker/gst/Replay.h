@@ -11,8 +11,8 @@
 namespace voro::renderer {
 
 /**
- * Stands behind a source of the net and keeps what came last, so that seeks within that succeed where the server sends a
- * medium only from its beginning. What the server sends in parts goes through as it is.
+ * Stands behind a source of the net and keeps what came last, so that seeks within that succeed where the server sends
+ * a medium only from its beginning. What the server sends in parts goes through as it is.
  */
 class Replay {
 public:

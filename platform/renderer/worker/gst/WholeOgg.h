@@ -10,13 +10,15 @@ namespace voro::renderer {
 
 /**
  * Stands behind the queue of a source of the net, receives a small Ogg medium whole and lets the demultiplexer read it
- * like a file. A demultiplexer that is pushed data finds the duration too late, if at all, and starts at the beginning of
- * a page instead of at the position that was asked for.
+ * like a file. A demultiplexer that is pushed data finds the duration too late, if at all, and starts at the beginning
+ * of a page instead of at the position that was asked for.
  */
 class WholeOgg {
 public:
-    /** A handler of a bin's "deep-element-added": puts one behind the queue of a uridecodebin that plays a small Ogg
-        medium. */
+    /**
+     * A handler of a bin's "deep-element-added": puts one behind the queue of a uridecodebin that plays a small Ogg
+     * medium.
+     */
     static void onElementAdded(GstBin *, GstBin *parent, GstElement *element, gpointer);
 
 private:

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 /*
- * The part of the worker that reads media with libavformat and libavcodec, for what GStreamer's own elements cannot read. It
- * brings these libraries along and is loaded only when such a medium comes.
+ * The part of the worker that reads media with libavformat and libavcodec, for what GStreamer's own elements cannot
+ * read. It brings these libraries along and is loaded only when such a medium comes.
  */
 
 namespace voro::renderer {
@@ -13,7 +13,9 @@ namespace voro::renderer {
 using MayOpen = bool (*)(const char *uri);
 using RegisterLibav = bool (*)(MayOpen mayOpen);
 
-/** The length of a file in milliseconds, counted packet by packet where the file does not tell; 0 when there is none. */
+/**
+ * The length of a file in milliseconds, counted packet by packet where the file does not tell; 0 when there is none.
+ */
 using MeasureWithLibav = int64_t (*)(const char *path);
 
 inline constexpr char RegisterLibavName[] = "voroRegisterLibav";

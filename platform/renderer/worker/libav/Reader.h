@@ -13,8 +13,8 @@
 namespace voro::renderer {
 
 /**
- * What the element that reads with libavformat does: it finds the streams, decodes each in the thread of its pad, and whichever
- * thread has no packet left reads on for all.
+ * What the element that reads with libavformat does: it finds the streams, decodes each in the thread of its pad, and
+ * whichever thread has no packet left reads on for all.
  */
 class Reader {
 public:

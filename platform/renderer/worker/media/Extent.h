@@ -8,8 +8,10 @@
 
 namespace voro::renderer {
 
-/** How long a file is when it is opened. One that becomes shorter while it plays ends too early, and whoever reads it
-    takes that for its end. */
+/**
+ * How long a file is when it is opened. One that becomes shorter while it plays ends too early, and whoever reads it
+ * takes that for its end.
+ */
 class Extent {
 public:
     Extent() = default;

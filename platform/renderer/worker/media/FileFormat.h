@@ -13,7 +13,10 @@ enum class FileFormat { Other, Wav, Flac, Mp3, TaggedMp3, OggVorbis, OggOpus, Mp
  */
 FileFormat fileFormat(const std::string &path);
 
-/** Whether a file is in a format of which GStreamer's own elements tell no tags, a wrong duration, or less than there is. */
+/**
+ * Whether a file is in a format of which GStreamer's own elements tell no tags, a wrong duration, or less than there
+ * is.
+ */
 bool isReadBestByLibavformat(const std::string &path);
 
 /** Whether a file is an MPEG transport stream, which nowhere tells how long it is. */

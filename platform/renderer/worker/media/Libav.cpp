@@ -1,7 +1,7 @@
 #include "Libav.h"
 
-#include <renderer/worker/lookup/OpenMedia.h>
 #include <renderer/worker/libav/Module.h>
+#include <renderer/worker/lookup/OpenMedia.h>
 #include <renderer/worker/process/Module.h>
 
 namespace voro::renderer {

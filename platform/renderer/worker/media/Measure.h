@@ -17,8 +17,10 @@ public:
     Measure(const Measure &) = delete;
     Measure &operator=(const Measure &) = delete;
 
-    /** Calls `done` from the main loop with the milliseconds, not at all when there is nothing to measure: `isKnown` says
-        that the format told a duration, which is wrong in some formats only. */
+    /**
+     * Calls `done` from the main loop with the milliseconds, not at all when there is nothing to measure: `isKnown`
+     * says that the format told a duration, which is wrong in some formats only.
+     */
     void start(const std::string &path, bool isKnown, Done done);
     void cancel() { m_done.reset(); }
 

@@ -17,11 +17,16 @@ struct Mp3Sound {
 /** Whether a file is MPEG audio, layer III, behind the tags that may stand before it. */
 bool isMp3(const std::string &path);
 
-/** What the encoder of a file of MPEG audio, layer III, tells in the file's first frame; nothing where it tells nothing. */
+/**
+ * What the encoder of a file of MPEG audio, layer III, tells in the file's first frame; nothing where it tells
+ * nothing.
+ */
 std::optional<Mp3Sound> mp3Sound(const std::string &path);
 
-/** The length in milliseconds of a file of MPEG audio, layer III, counted frame by frame; nothing for what is none and for
-    what tells its number of frames itself. A large file takes its time. */
+/**
+ * The length in milliseconds of a file of MPEG audio, layer III, counted frame by frame; nothing for what is none and
+ * for what tells its number of frames itself. A large file takes its time.
+ */
 std::optional<int64_t> mp3Length(const std::string &path);
 
 } // namespace voro::renderer

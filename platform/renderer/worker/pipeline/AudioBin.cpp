@@ -36,8 +36,8 @@ GstPadProbeReturn answerCaps(GstQuery *query, GstCaps *accepted)
 }
 
 /**
- * Answers for the sink, which would ask the server each time, by a stream that it opens there; when the server ends with
- * such a stream open, the sink waits forever.
+ * Answers for the sink, which would ask the server each time, by a stream that it opens there; when the server ends
+ * with such a stream open, the sink waits forever.
  */
 GstPadProbeReturn onSinkQuery(GstPad *, GstPadProbeInfo *info, gpointer self)
 {

@@ -28,11 +28,15 @@ public:
     AudioBin &operator=(const AudioBin &) = delete;
 
     GstElement *element() const { return m_bin.get(); }
-    /** Gives the bin, which must not be in use, a sink; one that plays into nothing in real time when it shall not be
-        heard or there is no sound server. The role tells the sound server what the sound is for. */
+    /**
+     * Gives the bin, which must not be in use, a sink; one that plays into nothing in real time when it shall not be
+     * heard or there is no sound server. The role tells the sound server what the sound is for.
+     */
     void resetSink(bool isAudible, const std::string &role);
-    /** Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
-        then. */
+    /**
+     * Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
+     * then.
+     */
     bool hasLostServer() const;
     /** Whether it plays into nothing because no sound server answers. */
     bool isSilent() const { return m_isSilent; }

@@ -83,8 +83,8 @@ GstPad *DecoderChain::open(const std::string &path)
     return m_output;
 }
 
-// Runs in a streaming thread. A decoder may not heed that its samples are refused, and decode the file in vain until its
-// turn to stop comes.
+// Runs in a streaming thread. A decoder may not heed that its samples are refused, and decode the file in vain until
+// its turn to stop comes.
 GstPadProbeReturn DecoderChain::onCoded(GstPad *, GstPadProbeInfo *info, gpointer self)
 {
     if (!static_cast<DecoderChain *>(self)->m_isClosed) {

@@ -45,10 +45,10 @@ struct CaptionChoice {
 };
 
 /**
- * Plays a medium to its outputs; it is used for medium after medium. A file of sound in a common format is played the short
- * way, by a FilePipeline, everything else by a playbin, which also gets what the short way could not open. What the
- * playbin's own elements cannot open is read with libavformat; what cannot be read so either fails for the reason that is most
- * telling. Times are milliseconds, rates thousandths.
+ * Plays a medium to its outputs; it is used for medium after medium. A file of sound in a common format is played the
+ * short way, by a FilePipeline, everything else by a playbin, which also gets what the short way could not open. What
+ * the playbin's own elements cannot open is read with libavformat; what cannot be read so either fails for the reason
+ * that is most telling. Times are milliseconds, rates thousandths.
  */
 class Pipeline {
 public:
@@ -97,8 +97,10 @@ public:
     /** What comes without a gap after this medium. The medium does not end before it is known. */
     Succession &succession() { return m_succession; }
 
-    /** Goes to a time at a rate. While one seek is on its way the next one waits, and only the last one is made. False
-        when the medium does not allow it. */
+    /**
+     * Goes to a time at a rate. While one seek is on its way the next one waits, and only the last one is made. False
+     * when the medium does not allow it.
+     */
     bool seek(int64_t time, int rate);
     int rate() const { return m_rate; }
 
@@ -116,7 +118,10 @@ private:
         int64_t time;
         int rate;
     };
-    /** How a medium is opened: by a FilePipeline, by a playbin with its own elements, or by one that reads with libavformat. */
+    /**
+     * How a medium is opened: by a FilePipeline, by a playbin with its own elements, or by one that reads with
+     * libavformat.
+     */
     enum class Way { Short, Usual, Libav };
     struct Failure {
         Result result;
@@ -153,7 +158,9 @@ private:
     /** Whether captions come from a file of their own; one whose texts nobody takes would end the medium. */
     bool hasCaptionFile() const { return m_outputs.hasCaptions && !m_choice.url.empty(); }
     void openPlaybin(bool needsPicture);
-    /** Reports a failure, unless the medium may be opened in another way. What has played goes on there where it was. */
+    /**
+     * Reports a failure, unless the medium may be opened in another way. What has played goes on there where it was.
+     */
     void fail(const Failure &failure);
     void resume();
     static gboolean onSilence(gpointer self);

@@ -27,8 +27,10 @@ public:
     VideoBin &operator=(const VideoBin &) = delete;
 
     GstElement *element() const { return m_bin.get(); }
-    /** Gives the bin, which must not be in use, a fresh sink that draws into a window or frame queue; nothing is seen
-        without one. */
+    /**
+     * Gives the bin, which must not be in use, a fresh sink that draws into a window or frame queue; nothing is seen
+     * without one.
+     */
     void resetSink(const Window &window, bool hasCaptions);
     /** What draws captions over the pictures, null when nothing does. */
     GstElement *overlay() const { return m_overlay; }
@@ -37,8 +39,10 @@ public:
 
     /** The size of the pictures that come, nothing while not known. */
     Dimensions dimensions() const;
-    /** From now on the first picture is told by an element message DecodedMessage, or their end
-        before the first one by an EmptyMessage. */
+    /**
+     * From now on the first picture is told by an element message DecodedMessage, or their end before the first one by
+     * an EmptyMessage.
+     */
     void awaitDecoded() { m_awaitsDecoded = true; }
 
 private:

@@ -12,7 +12,9 @@ struct pa_sink_info;
 
 namespace voro::renderer {
 
-/** Notices when the sound device that is played to goes away: its sink is removed, or headphones are pulled out of it. */
+/**
+ * Notices when the sound device that is played to goes away: its sink is removed, or headphones are pulled out of it.
+ */
 class DeviceWatch {
 public:
     explicit DeviceWatch(std::function<void()> onLost);

@@ -6,9 +6,9 @@ namespace voro::renderer {
 void restrictProcess();
 
 /**
- * From now on this process starts no programs or processes, changes no files, accepts no connections and signals nobody. What
- * sinks and sources need that the environment describes is left to it, and the log says so. To be called before there are
- * other threads.
+ * From now on this process starts no programs or processes, changes no files, accepts no connections and signals
+ * nobody. What sinks and sources need that the environment describes is left to it, and the log says so. To be called
+ * before there are other threads.
  */
 void confineProcess();
 

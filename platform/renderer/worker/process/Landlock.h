@@ -8,8 +8,8 @@
 namespace voro::renderer {
 
 /**
- * What a process may do with files, the network and other processes, as the kernel's Landlock enforces it: nothing that the
- * running kernel can forbid, but for the rules that are added. Kernels enforce more with every version.
+ * What a process may do with files, the network and other processes, as the kernel's Landlock enforces it: nothing that
+ * the running kernel can forbid, but for the rules that are added. Kernels enforce more with every version.
  */
 class Landlock {
 public:

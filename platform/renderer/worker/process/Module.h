@@ -4,7 +4,10 @@
 
 namespace voro::renderer {
 
-/* The parts of the worker that bring large libraries along are modules, loaded when they are needed for the first time. */
+/*
+ * The parts of the worker that bring large libraries along are modules, loaded when they are needed for the first
+ * time.
+ */
 
 /** A function of a module, null when the installation lacks it, which the log is told. */
 void *symbolOf(const std::string &module, const char *name);

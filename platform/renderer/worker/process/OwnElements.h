@@ -14,7 +14,10 @@ struct OwnElements {
     std::vector<std::string> unknown;
 
     bool needNothing() const { return folders.empty() && unknown.empty(); }
-    /** Adds what a description needs, as `gst-launch` writes one: elements with properties, joined by exclamation marks. */
+    /**
+     * Adds what a description needs, as `gst-launch` writes one: elements with properties, joined by exclamation
+     * marks.
+     */
     void add(std::string_view description);
 };
 

@@ -46,8 +46,10 @@ std::string cacheFolder()
     return folder.get();
 }
 
-/** A large library decodes what the small ones do not, and is loaded only then: its decoders come last, and it does
-    not help to find out what a medium is, for which it would be loaded every time. */
+/**
+ * A large library decodes what the small ones do not, and is loaded only then: its decoders come last, and it does not
+ * help to find out what a medium is, for which it would be loaded every time.
+ */
 void rankLast(const char *plugin)
 {
     GstRegistry *registry = gst_registry_get();

@@ -6,8 +6,9 @@ namespace voro::renderer {
 enum class Devices { Closed, Open };
 
 /**
- * Limits this process, all of its threads included, to the system calls that playing and recording need. Every other one
- * fails with EPERM; of builds with a sanitizer the kernel logs it as well. False when the kernel or the filter library refuses.
+ * Limits this process, all of its threads included, to the system calls that playing and recording need. Every other
+ * one fails with EPERM; of builds with a sanitizer the kernel logs it as well. False when the kernel or the filter
+ * library refuses.
  */
 bool limitSystemCalls(Devices devices);
 

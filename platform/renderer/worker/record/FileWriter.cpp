@@ -128,8 +128,10 @@ bool FileWriter::write(std::span<const uint8_t> bytes)
     return isWritten;
 }
 
-/** Tells now and then how much there is, and has the disk begin with what is written, without waiting for it; the system
-    keeps that in memory much longer. */
+/**
+ * Tells now and then how much there is, and has the disk begin with what is written, without waiting for it; the
+ * system keeps that in memory much longer.
+ */
 void FileWriter::keepUp()
 {
     const auto now = std::chrono::steady_clock::now();

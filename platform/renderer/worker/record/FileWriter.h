@@ -30,8 +30,10 @@ public:
     GstElement *sink() const { return m_sink.get(); }
     /** Takes the file, while the pipeline does not run. */
     void open(pps::Fd file);
-    /** Completes and closes the file, when the pipeline runs no more. What was too short to become anything leaves an
-        empty recording. */
+    /**
+     * Completes and closes the file, when the pipeline runs no more. What was too short to become anything leaves an
+     * empty recording.
+     */
     void finish();
     /** Closes the file as it is. */
     void abandon() { m_file.reset(); }

@@ -19,8 +19,10 @@ public:
     void begin(std::span<const uint8_t> frame);
     /** The file got one frame more. */
     void add(uint64_t size);
-    /** The frame for what the file has got; `samples` is how many were recorded, `delay` by how many the encoder is
-        late. Empty before a file has begun, and of the same size from then on. */
+    /**
+     * The frame for what the file has got; `samples` is how many were recorded, `delay` by how many the encoder is
+     * late. Empty before a file has begun, and of the same size from then on.
+     */
     std::vector<uint8_t> bytes(uint64_t samples, int delay) const;
 
 private:

@@ -39,8 +39,9 @@ public:
     int64_t position() const;
     /** Likewise in samples of each channel. */
     uint64_t frames() const;
-    /** The peak since the last call, or the former one when nothing came since: 0 at -60 dBFS or less, 100 at
-        0 dBFS. */
+    /**
+     * The peak since the last call, or the former one when nothing came since: 0 at -60 dBFS or less, 100 at 0 dBFS.
+     */
     int takeLevel();
 
 private:

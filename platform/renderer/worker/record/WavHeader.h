@@ -15,8 +15,10 @@ struct SampleSpec {
 
 using WavHeader = std::array<uint8_t, 80>;
 
-/** The head of a file with so many bytes of samples after it. It has room for sizes above 4 GiB, and is that of an
-    RF64 file when it needs it. */
+/**
+ * The head of a file with so many bytes of samples after it. It has room for sizes above 4 GiB, and is that of an RF64
+ * file when it needs it.
+ */
 WavHeader wavHeader(const SampleSpec &spec, uint64_t dataSize);
 
 } // namespace voro::renderer

@@ -13,8 +13,8 @@
 namespace voro::renderer {
 
 /**
- * The worker's end of a frame queue: gives pictures to the item at its other end. While there is none or all slots are with
- * the item only the newest picture is kept. Streaming threads show, the main loop does the rest.
+ * The worker's end of a frame queue: gives pictures to the item at its other end. While there is none or all slots are
+ * with the item only the newest picture is kept. Streaming threads show, the main loop does the rest.
  */
 class FrameChannel {
 public:

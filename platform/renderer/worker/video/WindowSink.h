@@ -10,8 +10,10 @@ namespace voro::renderer {
 GstElement *configuredBin(const char *variable);
 /** A sink that shows nothing and lets time pass as if it did. */
 GstElement *silentSink();
-/** A sink that shows pictures in a frame queue, or draws into a window of the X server and goes on when the window goes.
-    Null for what is neither, or without an X server. */
+/**
+ * A sink that shows pictures in a frame queue, or draws into a window of the X server and goes on when the window
+ * goes. Null for what is neither, or without an X server.
+ */
 GstElement *screenSink(const Window &window);
 
 } // namespace voro::renderer

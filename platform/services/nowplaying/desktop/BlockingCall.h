@@ -9,8 +9,8 @@
 namespace voro::nowplaying {
 
 /**
- * A call that may hang, made in a thread of its own. Nobody waits for it: an owner that goes forgets it, and the process
- * ends without it.
+ * A call that may hang, made in a thread of its own. Nobody waits for it: an owner that goes forgets it, and the
+ * process ends without it.
  */
 class BlockingCall : public QObject {
 public:

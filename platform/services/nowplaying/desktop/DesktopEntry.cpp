@@ -63,7 +63,8 @@ QString desktopEntryFromEnvironment(const QByteArray &environment, qint64 proces
 
 QString desktopEntryFromGroups(const QByteArray &groups)
 {
-    // app[-LAUNCHER]-NAME-RANDOM.scope, app[-LAUNCHER]-NAME[@RANDOM].service; there is no dash in NAME but an escaped one.
+    // app[-LAUNCHER]-NAME-RANDOM.scope, app[-LAUNCHER]-NAME[@RANDOM].service; there is no dash in NAME but an escaped
+    // one.
     const QRegularExpression unit(
         QStringLiteral(R"(/app-(?:[^/-]+-)?([^/@-]+)(?:-[^/-]+\.scope|(?:@[^/]*)?\.service)(?:/|$))"),
         QRegularExpression::MultilineOption);

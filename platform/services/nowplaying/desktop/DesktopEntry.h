@@ -4,8 +4,10 @@
 
 namespace voro::nowplaying {
 
-/** The desktop file, without its ending, from which a process was started; empty when that cannot be learned. May hang,
-    because the process's memory is read. */
+/**
+ * The desktop file, without its ending, from which a process was started; empty when that cannot be learned. May hang,
+ * because the process's memory is read.
+ */
 QString desktopEntry(qint64 process);
 
 /** The same from what the starter left in the process's environment. */

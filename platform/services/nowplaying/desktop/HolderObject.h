@@ -1,12 +1,13 @@
 #pragma once
 
-#include "../Desktop.h"
 #include "BlockingCall.h"
 #include "RunningPosition.h"
 
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusVirtualObject>
+
+#include <services/nowplaying/Desktop.h>
 
 #include <optional>
 

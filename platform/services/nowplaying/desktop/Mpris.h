@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Desktop.h"
+#include <services/nowplaying/Desktop.h>
 
 /* The names and values of MPRIS, the desktop's interface for players, and what they are here. */
 
@@ -33,8 +33,10 @@ QString toRepeatMode(const QString &status);
 
 /** Metadata for the bus. `track` is the track's number, 0 while there is none. */
 QVariantMap fromMetadata(const Metadata &metadata, quint64 track);
-/** Takes over the entries of a player's metadata; whatever has a wrong type or is too large counts as not given. Returns
-    what identifies the track. */
+/**
+ * Takes over the entries of a player's metadata; whatever has a wrong type or is too large counts as not given.
+ * Returns what identifies the track.
+ */
 QString takeMetadata(const QVariant &value, Metadata &metadata);
 
 /** A place of artwork as a URL that needs nothing from the net; empty when it is none. */

@@ -1,18 +1,21 @@
 #pragma once
 
-#include "../Desktop.h"
 #include "RunningPosition.h"
 
 #include <QtCore/QObject>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 
+#include <services/nowplaying/Desktop.h>
+
 #include <functional>
 
 namespace voro::nowplaying {
 
-/** A player of another program on the session bus. Everything that it says is checked; what it does not say is waited
-    for by nobody. */
+/**
+ * A player of another program on the session bus. Everything that it says is checked; what it does not say is waited
+ * for by nobody.
+ */
 class RemotePlayer : public QObject {
     Q_OBJECT
 public:

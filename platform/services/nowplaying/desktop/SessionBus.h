@@ -8,7 +8,9 @@
 
 namespace voro::nowplaying {
 
-/** The connection to the session bus, for as long as there is one: it comes with the bus and again after it was lost. */
+/**
+ * The connection to the session bus, for as long as there is one: it comes with the bus and again after it was lost.
+ */
 class SessionBus : public QObject {
     Q_OBJECT
 public:

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "../Desktop.h"
-
 #include <QtCore/QObject>
 
 #include <pulse/context.h>
 #include <pulse/introspect.h>
 #include <pulse/subscribe.h>
+#include <services/nowplaying/Desktop.h>
 
 #include <deque>
 #include <memory>
