@@ -1,7 +1,9 @@
 #include "Json.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <iterator>
 
 namespace voro::pps {
 
@@ -75,6 +77,28 @@ bool parseNumber(std::string_view text, Number &number)
     return std::from_chars(begin, end, number.real).ec == std::errc();
 }
 
+/** The first byte of a character of several bytes: how many follow, and what the next one may be. */
+struct Lead {
+    unsigned char first;
+    unsigned char last;
+    int more;
+    unsigned char low;
+    unsigned char high;
+};
+
+/** Excluded are overlong forms, surrogates and what lies beyond U+10FFFF. */
+constexpr Lead Leads[] = {
+    {0xC2, 0xDF, 1, 0x80, 0xBF}, {0xE0, 0xE0, 2, 0xA0, 0xBF}, {0xE1, 0xEC, 2, 0x80, 0xBF}, {0xED, 0xED, 2, 0x80, 0x9F},
+    {0xEE, 0xEF, 2, 0x80, 0xBF}, {0xF0, 0xF0, 3, 0x90, 0xBF}, {0xF1, 0xF3, 3, 0x80, 0xBF}, {0xF4, 0xF4, 3, 0x80, 0x8F},
+};
+
+const Lead *leadOf(unsigned char byte)
+{
+    const auto *const found =
+        std::ranges::find_if(Leads, [byte](const Lead &lead) { return byte >= lead.first && byte <= lead.last; });
+    return found == std::end(Leads) ? nullptr : found;
+}
+
 bool isUtf8(std::string_view text)
 {
     const auto *at = reinterpret_cast<const unsigned char *>(text.data());
@@ -89,25 +113,16 @@ bool isUtf8(std::string_view text)
         if (first < 0x80) {
             continue;
         }
-        const int more = first >= 0xC2 && first <= 0xDF   ? 1
-                         : (first & 0xF0) == 0xE0         ? 2
-                         : first >= 0xF0 && first <= 0xF4 ? 3
-                                                          : 0;
-        if (more == 0 || end - at < more) {
+        const Lead *const lead = leadOf(first);
+        if (!lead || end - at < lead->more || *at < lead->low || *at > lead->high) {
             return false;
         }
-        // The first continuation byte excludes overlong forms, surrogates and what lies beyond U+10FFFF.
-        const unsigned char low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
-        const unsigned char high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
-        if (*at < low || *at > high) {
-            return false;
-        }
-        for (int i = 1; i < more; ++i) {
+        for (int i = 1; i < lead->more; ++i) {
             if ((at[i] & 0xC0) != 0x80) {
                 return false;
             }
         }
-        at += more;
+        at += lead->more;
     }
     return true;
 }

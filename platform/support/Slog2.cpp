@@ -11,7 +11,10 @@ constexpr std::string_view Separators = "/:?#&=";
 
 char lengthClass(size_t length)
 {
-    return length <= 8 ? 's' : length <= 16 ? 'm' : 'l';
+    if (length <= 8) {
+        return 's';
+    }
+    return length <= 16 ? 'm' : 'l';
 }
 
 /** The mark of one name, never longer than the name; the extension of a last name stays readable. */

@@ -64,7 +64,10 @@ void Client::leave()
 const Kept &Client::folderWill() const
 {
     static const Kept none;
-    return endpoint ? endpoint->will : subscriber.folder ? subscriber.folder->will : none;
+    if (endpoint) {
+        return endpoint->will;
+    }
+    return subscriber.folder ? subscriber.folder->will : none;
 }
 
 /** A packet with what the client has yet to be given to keep. */

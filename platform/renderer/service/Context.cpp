@@ -634,6 +634,19 @@ void Context::seek(const pps::Message &message)
     }
 }
 
+const char *Context::nameOf(State state)
+{
+    switch (state) {
+    case State::Idle:
+        return "idle";
+    case State::Stopped:
+        return "stopped";
+    case State::Playing:
+        return "playing";
+    }
+    return "";
+}
+
 void Context::setState(State state, const std::optional<Folder::Ending> &ending)
 {
     m_state = state;
@@ -642,10 +655,10 @@ void Context::setState(State state, const std::optional<Folder::Ending> &ending)
         m_engine->setWatched(state == State::Playing);
         m_engine->setCompleting(state == State::Playing && isRecording());
     }
-    const char *name = state == State::Idle ? "idle" : state == State::Stopped ? "stopped" : "playing";
     // A recorder that is ready must not look like one that was reset.
     const bool isReadyRecorder = state == State::Stopped && isRecording();
-    m_folder.setState(name, m_speed, isReadyRecorder && !ending ? Folder::Ending{ErrorCode::None, m_position} : ending);
+    m_folder.setState(nameOf(state), m_speed,
+                      isReadyRecorder && !ending ? Folder::Ending{ErrorCode::None, m_position} : ending);
 }
 
 // What the engine says

@@ -42,6 +42,8 @@ private:
     };
     using Handler = void (Context::*)(const pps::Message &);
 
+    static const char *nameOf(State state);
+
     void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
     void clientMessage(pps::ClientId client, std::string_view text) override;
     void clientClosed(pps::ClientId client) override;

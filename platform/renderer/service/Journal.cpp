@@ -22,10 +22,13 @@ constexpr int64_t MostOutputs = 1'000'000'000;
 
 Owner ownerOf(const std::string &type)
 {
-    return type == "video"        ? Owner::Video
-           : type == "subpicture" ? Owner::Caption
-           : type == "file"       ? Owner::File
-                                  : Owner::Audio;
+    if (type == "video") {
+        return Owner::Video;
+    }
+    if (type == "subpicture") {
+        return Owner::Caption;
+    }
+    return type == "file" ? Owner::File : Owner::Audio;
 }
 
 constexpr std::string_view ScreenScheme = "screen:";

@@ -87,8 +87,9 @@ void NowPlayingService::tellSource()
 {
     const Holder *const holder = m_role.holder();
     const auto player = holder || !m_desktop ? std::nullopt : m_desktop->player();
+    const int playerProcess = player ? player->process : 0;
     m_state = State::Stopped;
-    m_controllers.tellSource(holder ? holder->process : player ? player->process : 0);
+    m_controllers.tellSource(holder ? holder->process : playerProcess);
     if (player) {
         setState(player->state);
         tellPlayer(*player);

@@ -74,9 +74,10 @@ FileFormat oggFormat(std::string_view head, FileReader &file)
         || last == std::string::npos || part(tail, last + Serial, SerialSize) != part(head, Serial, SerialSize)) {
         return FileFormat::Other;
     }
-    return packet.starts_with("\x01vorbis") ? FileFormat::OggVorbis
-           : packet.starts_with("OpusHead") ? FileFormat::OggOpus
-                                            : FileFormat::Other;
+    if (packet.starts_with("\x01vorbis")) {
+        return FileFormat::OggVorbis;
+    }
+    return packet.starts_with("OpusHead") ? FileFormat::OggOpus : FileFormat::Other;
 }
 
 FileFormat mp3Format(const std::string &path, bool isTagged, FileReader &file)

@@ -54,8 +54,9 @@ std::optional<Frame> frameOf(const Header &header)
     }
     const bool isFull = version == VersionOne;
     constexpr std::array<int, 3> Rates{44100, 48000, 32000};
-    const int divisor = isFull ? 1 : version == 2 ? 2 : 4;
-    const int frequency = Rates[rate] / divisor;
+    // By version: 2.5, the reserved one, 2 and 1.
+    constexpr std::array<int, 4> Divisors{4, 1, 2, 1};
+    const int frequency = Rates[rate] / Divisors[version];
     const int samples = isFull ? 1152 : 576;
     const int kilobits = BitRates[isFull ? 0 : 1][bitRate];
     return Frame{samples / 8L * kilobits * 1000 / frequency + static_cast<long>(padding), frequency, samples};

@@ -60,7 +60,6 @@ void Mp3Header::add(uint64_t size)
 std::vector<uint8_t> Mp3Header::bytes(uint64_t samples, int delay) const
 {
     constexpr unsigned FirstVersion = 3;
-    constexpr unsigned SecondVersion = 2;
     constexpr unsigned Mono = 3;
     constexpr std::array<unsigned, 4> Rates{44'100, 48'000, 32'000, 44'100};
     if (m_first[0] == 0) {
@@ -69,14 +68,18 @@ std::vector<uint8_t> Mp3Header::bytes(uint64_t samples, int delay) const
     const unsigned version = m_first[1] >> 3 & 3;
     const bool isFull = version == FirstVersion;
     const bool isMono = m_first[3] >> 6 == Mono;
-    const unsigned rate = Rates[m_first[2] >> 2 & 3] / (isFull ? 1 : version == SecondVersion ? 2 : 4);
+    // By version: 2.5, the reserved one (never written), 2 and 1.
+    constexpr std::array<unsigned, 4> Divisors{4, 1, 2, 1};
+    const unsigned rate = Rates[m_first[2] >> 2 & 3] / Divisors[version];
     const unsigned samplesPerFrame = isFull ? 1152 : 576;
     std::vector<uint8_t> frame(samplesPerFrame / 8 * BitRate / rate);
 
     std::copy(m_first.begin(), m_first.end(), frame.begin());
     frame[1] |= 1;
     frame[2] = static_cast<uint8_t>((isFull ? 5 : 8) << 4 | (m_first[2] & 0x0c));
-    const size_t sideInformation = isFull ? (isMono ? 17 : 32) : (isMono ? 9 : 17);
+    const size_t longSideInformation = isMono ? 17 : 32;
+    const size_t shortSideInformation = isMono ? 9 : 17;
+    const size_t sideInformation = isFull ? longSideInformation : shortSideInformation;
 
     uint8_t *next = frame.data() + FrameHeader + sideInformation;
     write(next, "Xing");

@@ -238,14 +238,20 @@ QString HolderObject::introspect(const QString &) const
     return {};
 }
 
+QDBusMessage HolderObject::answer(const QDBusMessage &message)
+{
+    if (message.interface() == mpris::PropertiesInterface) {
+        return callProperties(message);
+    }
+    return message.member() == "Introspect" ? message.createReply(introspection()) : call(message);
+}
+
 bool HolderObject::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
 {
     if (message.path() != mpris::Path || message.type() != QDBusMessage::MethodCallMessage) {
         return false;
     }
-    const QDBusMessage reply = message.interface() == mpris::PropertiesInterface ? callProperties(message)
-                               : message.member() == "Introspect"                ? message.createReply(introspection())
-                                                                                 : call(message);
+    const QDBusMessage reply = answer(message);
     if (reply.type() == QDBusMessage::InvalidMessage) {
         // It follows later.
         return true;

@@ -61,6 +61,7 @@ private:
     void signal(const QString &interface, const QString &name, const QVariantList &arguments) const;
 
     QDBusMessage call(const QDBusMessage &message);
+    QDBusMessage answer(const QDBusMessage &message);
     QDBusMessage callProperties(const QDBusMessage &message);
     QDBusMessage setProperty(const QDBusMessage &message, const QString &name, const QVariant &value);
     QDBusMessage setLoopStatus(const QDBusMessage &message, const QString &status);

@@ -57,7 +57,10 @@ QString fromState(State state)
 
 State toState(const QString &status)
 {
-    return status == "Playing" ? State::Playing : status == "Paused" ? State::Paused : State::Stopped;
+    if (status == "Playing") {
+        return State::Playing;
+    }
+    return status == "Paused" ? State::Paused : State::Stopped;
 }
 
 QString fromRepeatMode(const QString &mode)

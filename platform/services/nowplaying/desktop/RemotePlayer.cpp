@@ -206,9 +206,8 @@ QDBusMessage RemotePlayer::makeModeCommand(const QVariantMap &data, QString &pro
     }
     // Without a value the next mode is meant.
     const qsizetype next = (repeatModes.indexOf(metadata.repeatMode) + 1) % repeatModes.size();
-    const QString mode = data.contains("value") ? data.value("value").toString()
-                         : isRepeat             ? repeatModes.at(next)
-                                                : QString(metadata.shuffleMode == "all" ? "off" : "all");
+    const QString nextMode = isRepeat ? repeatModes.at(next) : QString(metadata.shuffleMode == "all" ? "off" : "all");
+    const QString mode = data.value("value", nextMode).toString();
     const QVariant value = isRepeat ? QVariant(mpris::fromRepeatMode(mode)) : QVariant(mode == "all");
     return playerCall(m_owner, mpris::PropertiesInterface, "Set",
                       {mpris::PlayerInterface, property, QVariant::fromValue(QDBusVariant(value))});
