@@ -10,7 +10,8 @@ void encode(const QString &path, const QString &graph, const QStringList &argume
     encoder.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     const QStringList input = {"-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i", graph};
     encoder.start(QStringLiteral("ffmpeg"), input + arguments + QStringList(QStringLiteral("file:") + path));
-    if (!encoder.waitForFinished(60'000) || encoder.exitStatus() != QProcess::NormalExit || encoder.exitCode() != 0) {
+    // As long as the test itself may take.
+    if (!encoder.waitForFinished(300'000) || encoder.exitStatus() != QProcess::NormalExit || encoder.exitCode() != 0) {
         qFatal("cannot encode %s", qUtf8Printable(path));
     }
 }

@@ -185,7 +185,8 @@ void tst_VideoWindow::initTestCase()
                                  "drawbox=c=blue:t=fill:enable='gte(t,5)'"),
                   codec);
     media::encode(m_folder.filePath("numbers.mkv"),
-                  QStringLiteral("nullsrc=s=640x360:r=30:d=60,geq='255*mod(floor(N/pow(2,floor(X/40))),2)':128:128"),
+                  QStringLiteral("nullsrc=s=32x18:r=30:d=60,geq='255*mod(floor(N/pow(2,floor(X/2))),2)':128:128,"
+                                 "scale=640:360:flags=neighbor"),
                   {"-c:v", "mpeg4", "-q:v", "2"});
     QFile captions(m_folder.filePath("c.srt"));
     QVERIFY(captions.open(QFile::WriteOnly));
