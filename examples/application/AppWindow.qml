@@ -1,22 +1,31 @@
 import QtQuick
 import QtQuick.Controls
+import Qt.labs.settings
 
-/** The window of an application: a phone's size at first, its colours from the theme. */
+/** The window of an application: a phone's size at first, then as it was left; its colours from the theme. */
 ApplicationWindow {
     id: window
 
-    /** As the command line wants them, see Theme. */
+    /** As the command line wants them, see Theme; they hold for this time only. */
     property string colours: ""
+    /** The keys of the application: objects with a `key` and a `text`. */
+    property var keys: []
     /** Wide enough for two columns. */
     readonly property bool isWide: width >= 720
 
-    width: 360
-    height: 640
+    /** Another start of the program, or the desktop, wants these URLs opened. */
+    signal received(urls: var)
+
+    width: settings.width
+    height: settings.height
     minimumWidth: 320
     minimumHeight: 480
     visible: true
     color: Theme.background
     font.pixelSize: Theme.fontSize
+
+    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
 
     palette {
         window: Theme.background
@@ -37,9 +46,72 @@ ApplicationWindow {
         dark: Theme.text
     }
 
+    onWidthChanged: keepSize()
+    onHeightChanged: keepSize()
+    function keepSize() {
+        if (visible && visibility === Window.Windowed) {
+            settings.width = width;
+            settings.height = height;
+        }
+    }
+
+    /** What is the same in every application; true when the key was one of these. */
+    function handleCommonKey(event: var): bool {
+        if (event.modifiers & Qt.ControlModifier) {
+            if (event.key === Qt.Key_Q)
+                close();
+            return event.key === Qt.Key_Q;
+        }
+        if (event.key === Qt.Key_F1 || event.key === Qt.Key_Question)
+            keySheet.open();
+        return event.key === Qt.Key_F1 || event.key === Qt.Key_Question;
+    }
+    function showKeys() {
+        keySheet.open();
+    }
+    function showAppearance() {
+        appearance.open();
+    }
+    function showAbout() {
+        about.open();
+    }
+
+    Settings {
+        id: settings
+        category: "window"
+        property int width: 360
+        property int height: 640
+        property string colours: ""
+        property bool highContrast: false
+        property real scale: 1
+    }
     Binding {
         target: Theme
         property: "colours"
-        value: window.colours
+        value: window.colours || settings.colours
+    }
+    Binding {
+        target: Theme
+        property: "highContrast"
+        value: settings.highContrast
+    }
+    Binding {
+        target: Theme
+        property: "scale"
+        value: settings.scale
+    }
+    LazySheet {
+        id: keySheet
+        sheet: Qt.resolvedUrl("KeySheet.qml")
+        properties: ({ keys: window.keys })
+    }
+    LazySheet {
+        id: appearance
+        sheet: Qt.resolvedUrl("AppearanceSheet.qml")
+        properties: ({ settings: settings })
+    }
+    LazySheet {
+        id: about
+        sheet: Qt.resolvedUrl("AboutSheet.qml")
     }
 }

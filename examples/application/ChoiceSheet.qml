@@ -9,7 +9,7 @@ Sheet {
 
     /** What there is to choose: objects with a `text`, a `value` and perhaps a `symbol`. */
     property var choices: []
-    /** The value that is chosen. */
+    /** The value that is chosen; undefined in a menu. */
     property var current
 
     signal chosen(value: var)
@@ -30,26 +30,18 @@ Sheet {
         boundsBehavior: Flickable.StopAtBounds
         keyNavigationEnabled: true
         ScrollBar.vertical: ScrollBar { }
-        delegate: Line {
-            id: choice
+        delegate: CheckLine {
             required property var modelData
             required property int index
-            implicitHeight: Theme.touch
             title: modelData.text
             symbol: modelData.symbol ?? ""
-            isCurrent: modelData.value === sheet.current
+            isRadio: sheet.current !== undefined
+            isOn: isRadio && modelData.value === sheet.current
             highlighted: ListView.isCurrentItem
-            Accessible.role: Accessible.RadioButton
-            Accessible.checked: isCurrent
             focus: ListView.isCurrentItem
+            checkable: isRadio
+            Accessible.role: isRadio ? Accessible.RadioButton : Accessible.MenuItem
             onClicked: sheet.choose(modelData.value)
-            Keys.onReturnPressed: sheet.choose(modelData.value)
-            Icon {
-                Layout.rightMargin: Theme.margin - 4
-                visible: choice.isCurrent
-                symbol: "check"
-                color: Theme.accent
-            }
         }
     }
 

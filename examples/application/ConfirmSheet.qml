@@ -3,7 +3,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import voro.application
 
-/** Asks before a file is deleted. */
+/** Asks before a file is deleted: Enter deletes it, Escape keeps it. */
 Sheet {
     id: sheet
 
@@ -15,6 +15,8 @@ Sheet {
         file = about;
         open();
     }
+
+    onOpened: deletion.forceActiveFocus(Qt.PopupFocusReason)
 
     Label {
         Layout.fillWidth: true
@@ -29,12 +31,14 @@ Sheet {
         spacing: 12
         TextButton {
             Layout.fillWidth: true
+            Layout.preferredWidth: 1
             text: qsTr("Keep")
-            focus: true
             onClicked: sheet.close()
         }
         TextButton {
+            id: deletion
             Layout.fillWidth: true
+            Layout.preferredWidth: 1
             text: qsTr("Delete")
             isDangerous: true
             onClicked: {

@@ -6,6 +6,8 @@ Rectangle {
 
     property url source
     property string placeholder: "note"
+    /** The pixels that the picture is read with. */
+    property int size: 640
     readonly property bool hasPicture: picture.status === Image.Ready
 
     radius: Theme.radius
@@ -35,8 +37,8 @@ Rectangle {
         id: picture
         anchors.fill: parent
         source: cover.source
-        sourceSize.width: 640
-        sourceSize.height: 640
+        sourceSize.width: cover.size
+        sourceSize.height: cover.size
         asynchronous: true
         fillMode: Image.PreserveAspectCrop
         visible: cover.hasPicture

@@ -23,7 +23,7 @@ ColumnLayout {
         Layout.fillWidth: true
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
-        font.pixelSize: 18
+        font.pixelSize: Math.round(Theme.fontSize * 1.2)
         color: Theme.text
     }
     Label {

@@ -1,10 +1,15 @@
 #include "Files.h"
 
+#include "MediaFiles.h"
+
+#include <QtCore/QCoreApplication>
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
 #include <QtCore/QStandardPaths>
+#include <QtCore/QStorageInfo>
 
 namespace {
 
@@ -50,6 +55,12 @@ QUrl Files::recordings()
     return QUrl::fromLocalFile(folder);
 }
 
+QUrl Files::sample()
+{
+    const QString file = QCoreApplication::applicationDirPath() + QStringLiteral("/" VORO_DATA "/voro/sample.ogg");
+    return QFileInfo::exists(file) ? QUrl::fromLocalFile(QDir::cleanPath(file)) : QUrl();
+}
+
 bool Files::isFolder(const QUrl &url) const
 {
     return QFileInfo(url.toLocalFile()).isDir();
@@ -65,9 +76,26 @@ double Files::sizeOf(const QUrl &url) const
     return static_cast<double>(QFileInfo(url.toLocalFile()).size());
 }
 
+double Files::freeSpaceOf(const QUrl &url) const
+{
+    return static_cast<double>(QStorageInfo(QFileInfo(url.toLocalFile()).path()).bytesAvailable());
+}
+
 QUrl Files::folderOf(const QUrl &url) const
 {
     return QUrl::fromLocalFile(QFileInfo(QDir::cleanPath(url.toLocalFile())).path());
+}
+
+QUrl Files::addressOf(const QString &text) const
+{
+    const QUrl url(text.trimmed());
+    const bool isThere = url.isLocalFile() ? QFileInfo::exists(url.toLocalFile()) : !url.host().isEmpty();
+    return url.isValid() && !url.scheme().isEmpty() && isThere ? url : QUrl();
+}
+
+QString Files::pathOf(const QUrl &url) const
+{
+    return QDir::toNativeSeparators(url.toLocalFile());
 }
 
 QString Files::titleOf(const QUrl &folder) const
@@ -76,7 +104,7 @@ QString Files::titleOf(const QUrl &folder) const
     return path == QDir::rootPath() ? path : QFileInfo(path).fileName();
 }
 
-QUrl Files::coverOf(const QUrl &medium) const
+QUrl Files::coverOf(const QUrl &medium)
 {
     if (!medium.isLocalFile()) {
         return {};
@@ -112,19 +140,32 @@ QUrl Files::fileOf(const QUrl &picture)
     return isWritten ? QUrl::fromLocalFile(path) : picture;
 }
 
-QUrl Files::captionsOf(const QUrl &medium) const
+QVariantList Files::captionsOf(const QUrl &medium) const
 {
-    if (!medium.isLocalFile()) {
+    if (!medium.isLocalFile() || mediafiles::kindOf(medium.fileName()) != mediafiles::Kind::Film) {
         return {};
     }
-    const QFileInfo file(medium.toLocalFile());
-    for (const char *suffix : {".srt", ".vtt", ".ass", ".ssa"}) {
-        const QString path = file.dir().filePath(file.completeBaseName() + QLatin1String(suffix));
-        if (QFileInfo::exists(path)) {
-            return QUrl::fromLocalFile(path);
+    const QFileInfo film(medium.toLocalFile());
+    const QString name = film.completeBaseName();
+    QVariantList captions;
+    for (const QString &file : film.dir().entryList({"*.srt", "*.vtt", "*.ass", "*.ssa", "*.sub"}, QDir::Files)) {
+        const QString own = QFileInfo(file).completeBaseName();
+        if (own != name && !own.startsWith(name + QLatin1Char('.'))) {
+            continue;
+        }
+        // What stands between the film's name and the extension, as in "film.de.srt".
+        const QString rest = own.mid(name.size() + 1);
+        const QString code = rest.section(QLatin1Char('.'), 0, 0);
+        const QString language = mediafiles::nameOfLanguage(code);
+        const QVariantMap caption{{QStringLiteral("url"), QUrl::fromLocalFile(film.dir().filePath(file))},
+                                  {QStringLiteral("text"), language.isEmpty() ? file : language}};
+        if (!language.isEmpty() && QLocale(code).language() == QLocale().language()) {
+            captions.prepend(caption);
+        } else {
+            captions.append(caption);
         }
     }
-    return {};
+    return captions;
 }
 
 QUrl Files::newRecording(const QString &extension) const
@@ -159,6 +200,28 @@ QString Files::remove(const QUrl &file) const
 {
     QFile removed(file.toLocalFile());
     return removed.remove() ? QString() : tr("It cannot be deleted: %1.").arg(removed.errorString());
+}
+
+void Files::markCutShort(const QUrl &recording) const
+{
+    if (QFileInfo::exists(recording.toLocalFile())) {
+        rename(recording, tr("%1 (cut short)").arg(nameOf(recording)));
+    }
+}
+
+QList<QUrl> Files::mediaOf(const QList<QUrl> &urls) const
+{
+    QList<QUrl> media;
+    for (const QUrl &url : urls) {
+        if (!isFolder(url)) {
+            media += url;
+            continue;
+        }
+        for (const mediafiles::File &file : mediafiles::filesBelow(url.toLocalFile())) {
+            media += QUrl::fromLocalFile(file.path);
+        }
+    }
+    return media;
 }
 
 QList<QUrl> Files::readPlaylist(const QUrl &playlist) const

@@ -14,7 +14,21 @@ QtObject {
 
     /** Bytes as 3.4 MB. */
     function size(bytes: real): string {
-        return bytes < 1000 ? qsTr("%1 B").arg(bytes)
-             : bytes < 1e6 ? qsTr("%1 kB").arg(Math.round(bytes / 1000)) : qsTr("%1 MB").arg((bytes / 1e6).toFixed(1));
+        if (bytes < 1000)
+            return qsTr("%1 B").arg(bytes);
+        if (bytes < 1e6)
+            return qsTr("%1 kB").arg(Math.round(bytes / 1000));
+        const isHuge = bytes >= 1e9;
+        const number = (bytes / (isHuge ? 1e9 : 1e6)).toLocaleString(Qt.locale(), "f", 1);
+        return isHuge ? qsTr("%1 GB").arg(number) : qsTr("%1 MB").arg(number);
+    }
+
+    /** Seconds as 45 minutes, 12 hours or 3 days. */
+    function span(seconds: real): string {
+        if (seconds < 2 * 3600)
+            return qsTr("%1 minutes").arg(Math.floor(seconds / 60));
+        if (seconds < 2 * 86400)
+            return qsTr("%1 hours").arg(Math.floor(seconds / 3600));
+        return qsTr("%1 days").arg(Math.floor(seconds / 86400));
     }
 }

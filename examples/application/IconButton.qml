@@ -10,14 +10,22 @@ AbstractButton {
     /** On the accent's colour. */
     property bool isMain: false
     property int size: Theme.touch
+    /** What it stands for is on, which only the application says. */
+    property bool isOn: false
+    /** Points into the direction of reading. */
+    property bool isDirected: false
 
     implicitWidth: size
     implicitHeight: size
     opacity: enabled ? 1 : 0.35
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
-    Accessible.checkable: checked
-    Accessible.checked: checked
+    checked: isOn
+    onToggled: checked = Qt.binding(() => isOn)
+    Accessible.checkable: isOn
+    Accessible.checked: isOn
     ToolTip.text: text
     ToolTip.visible: hovered && text !== ""
     ToolTip.delay: 700
@@ -26,15 +34,16 @@ AbstractButton {
         radius: width / 2
         color: button.isMain ? Theme.accent : button.down || button.hovered ? Theme.raised : "transparent"
         opacity: button.isMain && button.down ? 0.8 : 1
-        border.width: button.visualFocus ? 2 : 0
-        border.color: button.isMain ? Theme.text : Theme.accent
+        border.width: button.visualFocus ? 2 : Theme.borderWidth
+        border.color: button.isMain || !button.visualFocus ? Theme.text : Theme.accent
     }
     contentItem: Item {
         Icon {
             anchors.centerIn: parent
             symbol: button.symbol
             size: Math.round(button.size / 2)
-            color: button.isMain ? Theme.accentText : button.checked ? Theme.accent : Theme.text
+            rotation: button.isDirected && button.mirrored ? 180 : 0
+            color: button.isMain ? Theme.accentText : button.isOn ? Theme.accent : Theme.text
         }
     }
 }

@@ -9,14 +9,14 @@ ItemDelegate {
     required property string title
     property string subtitle: ""
     property string symbol: ""
+    /** A picture in place of the icon. */
+    property url cover
     /** It is the one that plays. */
     property bool isCurrent: false
     default property alias actions: actions.data
 
     width: ListView.view ? ListView.view.width : implicitWidth
-    implicitHeight: 60
-    leftPadding: Theme.margin
-    rightPadding: 4
+    implicitHeight: Math.max(60, Theme.fontSize * 3.6)
     Accessible.name: subtitle === "" ? title : title + ", " + subtitle
 
     background: Rectangle {
@@ -32,10 +32,20 @@ ItemDelegate {
     }
     contentItem: Item { }
     RowLayout {
-        anchors { fill: parent; leftMargin: line.leftPadding; rightMargin: line.rightPadding }
+        anchors { fill: parent; leftMargin: Theme.margin; rightMargin: 4 }
         spacing: 12
+        Cover {
+            visible: String(line.cover) !== ""
+            implicitWidth: 44
+            implicitHeight: 44
+            radius: 6
+            size: 96
+            source: line.cover
+            placeholder: line.symbol
+            Accessible.ignored: true
+        }
         Icon {
-            visible: line.symbol !== ""
+            visible: line.symbol !== "" && String(line.cover) === ""
             symbol: line.symbol
             color: line.isCurrent ? Theme.accent : Theme.faint
         }
@@ -44,8 +54,11 @@ ItemDelegate {
             Label {
                 Layout.fillWidth: true
                 text: line.title
+                // By the language of the application, not by that of the text.
+                horizontalAlignment: Text.AlignLeft
                 elide: Text.ElideRight
                 maximumLineCount: 1
+                Accessible.ignored: true
                 textFormat: Text.PlainText
                 color: line.isCurrent ? Theme.accent : Theme.text
                 font.bold: line.isCurrent
@@ -54,11 +67,13 @@ ItemDelegate {
                 Layout.fillWidth: true
                 visible: text !== ""
                 text: line.subtitle
+                horizontalAlignment: Text.AlignLeft
                 elide: Text.ElideRight
                 maximumLineCount: 1
+                Accessible.ignored: true
                 textFormat: Text.PlainText
                 color: Theme.faint
-                font.pixelSize: Math.round(line.font.pixelSize * 0.85)
+                font.pixelSize: Theme.smallSize
             }
         }
         RowLayout {

@@ -2,17 +2,21 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 
-/** Asks for a name. */
+/** Asks for a name, until one is given that can be used. */
 Sheet {
     id: dialog
 
     property alias name: field.text
     /** What the button that ends it says. */
     property string action: qsTr("OK")
+    /** Why the name that was given cannot be used; empty while there is no reason. */
+    property string problem: ""
 
+    /** Somebody gives a name: use it, or say in `problem` why it cannot be used. */
     signal named(name: string)
 
     onOpened: {
+        problem = "";
         field.selectAll();
         field.forceActiveFocus(Qt.PopupFocusReason);
     }
@@ -34,6 +38,7 @@ Sheet {
                 border.width: field.activeFocus ? 2 : 1
                 border.color: field.activeFocus ? Theme.accent : Theme.faint
             }
+            onTextEdited: dialog.problem = ""
             onAccepted: dialog.finish()
         }
         TextButton {
@@ -43,11 +48,25 @@ Sheet {
             onClicked: dialog.finish()
         }
     }
+    Label {
+        text: dialog.problem
+        Layout.fillWidth: true
+        Layout.margins: Theme.margin
+        Layout.topMargin: 0
+        visible: text !== ""
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        color: Theme.warning
+        Accessible.role: Accessible.AlertMessage
+    }
 
     function finish() {
-        if (field.text.trim() === "")
+        const wanted = field.text.trim();
+        if (wanted === "")
             return;
-        close();
-        named(field.text.trim());
+        problem = "";
+        named(wanted);
+        if (problem === "")
+            close();
     }
 }

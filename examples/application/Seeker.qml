@@ -35,7 +35,8 @@ Slider {
         radius: 2
         color: Theme.raised
         Rectangle {
-            width: seeker.visualPosition * parent.width
+            x: seeker.mirrored ? parent.width - width : 0
+            width: seeker.position * parent.width
             height: parent.height
             radius: parent.radius
             color: Theme.accent

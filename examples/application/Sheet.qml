@@ -26,10 +26,13 @@ Popup {
     background: Rectangle {
         color: Theme.surface
         radius: Theme.radius
+        border.width: Theme.borderWidth
+        border.color: Theme.text
         Rectangle {
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
             height: Theme.radius
             color: Theme.surface
+            visible: !Theme.highContrast
         }
     }
     ColumnLayout {
@@ -43,6 +46,7 @@ Popup {
             Label {
                 Layout.fillWidth: true
                 text: sheet.title
+                horizontalAlignment: Text.AlignLeft
                 font.bold: true
                 elide: Text.ElideRight
                 color: Theme.text

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Layouts
 
 /** A button with a text. */
 Button {
@@ -10,22 +11,34 @@ Button {
     property bool isDangerous: false
 
     implicitHeight: Theme.touch
-    leftPadding: 20
-    rightPadding: 20
+    leftPadding: 14
+    rightPadding: 14
     opacity: enabled ? 1 : 0.4
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     background: Rectangle {
         radius: height / 2
         color: button.isDangerous ? Theme.warning : button.isMain ? Theme.accent : Theme.raised
         opacity: button.down ? 0.8 : 1
-        border.width: button.visualFocus ? 2 : 0
+        border.width: button.visualFocus || button.activeFocus ? 2 : Theme.borderWidth
         border.color: Theme.text
     }
-    contentItem: Label {
-        text: button.text
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
-        color: button.isDangerous || button.isMain ? Theme.accentText : Theme.text
+    contentItem: RowLayout {
+        spacing: 8
+        Icon {
+            visible: button.icon.name !== ""
+            symbol: ""
+            icon.name: button.icon.name
+            color: "transparent"
+        }
+        Label {
+            Layout.fillWidth: true
+            text: button.text
+            textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignHCenter
+            elide: Text.ElideRight
+            color: button.isDangerous || button.isMain ? Theme.accentText : Theme.text
+        }
     }
 }

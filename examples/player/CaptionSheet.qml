@@ -2,10 +2,9 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import Qt.labs.folderlistmodel
 import voro.application
 
-/** Whether captions are shown, in which language, and from which of the files beside the medium. */
+/** Whether captions are shown, and which: those of a file beside the film, or those in the film itself. */
 Sheet {
     id: sheet
 
@@ -13,24 +12,43 @@ Sheet {
 
     title: qsTr("Captions")
 
-    Line {
+    function choose(url: url) {
+        player.showCaptions(url);
+        player.closedCaptionEnabled = true;
+    }
+
+    CheckLine {
         Layout.fillWidth: true
-        implicitHeight: Theme.touch
         title: qsTr("Show captions")
         focus: true
-        Accessible.role: Accessible.CheckBox
-        Accessible.checked: sheet.player.closedCaptionEnabled
+        isOn: sheet.player.closedCaptionEnabled
         onClicked: sheet.player.closedCaptionEnabled = !sheet.player.closedCaptionEnabled
-        Icon {
-            Layout.rightMargin: Theme.margin - 4
-            visible: sheet.player.closedCaptionEnabled
-            symbol: "check"
-            color: Theme.accent
+    }
+    Repeater {
+        model: Files.captionsOf(sheet.player.current)
+        delegate: CheckLine {
+            required property var modelData
+            Layout.fillWidth: true
+            symbol: "captions"
+            title: modelData.text
+            isRadio: true
+            isOn: String(sheet.player.captions) === String(modelData.url)
+            onClicked: sheet.choose(modelData.url)
         }
     }
+    CheckLine {
+        Layout.fillWidth: true
+        symbol: "film"
+        title: qsTr("In the film itself")
+        isRadio: true
+        isOn: String(sheet.player.captions) === ""
+        onClicked: sheet.choose("")
+    }
     RowLayout {
+        Layout.fillWidth: true
         Layout.leftMargin: Theme.margin
         Layout.rightMargin: 4
+        visible: String(sheet.player.captions) === ""
         enabled: sheet.player.closedCaptionEnabled
         Label {
             Layout.fillWidth: true
@@ -38,34 +56,17 @@ Sheet {
         }
         IconButton {
             symbol: "back"
+            isDirected: true
             text: qsTr("Previous language")
             enabled: sheet.player.closedCaptionIndex > 0
             onClicked: sheet.player.closedCaptionIndex -= 1
         }
         IconButton {
             symbol: "back"
+            isDirected: true
             rotation: 180
             text: qsTr("Next language")
             onClicked: sheet.player.closedCaptionIndex += 1
-        }
-    }
-    Repeater {
-        model: FolderListModel {
-            folder: Files.folderOf(sheet.player.current)
-            showDirs: false
-            nameFilters: ["*.srt", "*.vtt", "*.ssa", "*.ass", "*.sub"]
-        }
-        delegate: Line {
-            required property string fileName
-            required property url fileUrl
-            Layout.fillWidth: true
-            implicitHeight: Theme.touch
-            symbol: "captions"
-            title: fileName
-            onClicked: {
-                sheet.player.check(sheet.player.setClosedCaptionUrl(sheet.player.track, fileUrl));
-                sheet.close();
-            }
         }
     }
 }

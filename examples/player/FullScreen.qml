@@ -8,7 +8,7 @@ Rectangle {
     required property Playback player
     /** Where the picture goes. */
     readonly property alias holder: holder
-    readonly property bool showsControls: calm.running || !player.isPlaying || transport.activeFocus
+    readonly property bool showsControls: calm.running || !player.isPlaying
 
     signal closed
 
@@ -27,7 +27,8 @@ Rectangle {
     }
     Item {
         id: holder
-        anchors.fill: parent
+        // Captions stand at the lower edge of the picture.
+        anchors { fill: parent; bottomMargin: page.player.closedCaptionEnabled && bar.visible ? bar.height : 0 }
     }
     HoverHandler {
         cursorShape: page.showsControls ? Qt.ArrowCursor : Qt.BlankCursor
@@ -40,6 +41,7 @@ Rectangle {
         onDoubleTapped: page.closed()
     }
     Rectangle {
+        id: bar
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
         height: transport.implicitHeight + 24
         color: Theme.surface

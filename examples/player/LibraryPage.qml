@@ -2,63 +2,65 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
-import Qt.labs.folderlistmodel
+import Qt.labs.settings
 import voro.application
+import voro.player
 
-/** A folder: its folders, its media, its playlists. */
+/** A folder with its folders, media and playlists; or all media below it in another order, or those that are searched for. */
 FocusScope {
     id: page
 
     required property Playback player
+    required property Resume resume
+    required property Opening opening
+    property var menu: []
     property url folder: Files.music
-
-    readonly property var films: ["mp4", "m4v", "mkv", "webm", "avi", "mov", "ogv", "mpg", "ts"]
-    readonly property var sounds: ["ogg", "oga", "opus", "mp3", "flac", "wav", "m4a", "aac", "mka", "amr", "wma"]
-    readonly property var lists: ["m3u", "m3u8", "pls"]
 
     readonly property url parentFolder: Files.folderOf(folder)
     readonly property bool hasParent: String(parentFolder) !== String(folder)
+    readonly property bool isSearching: search.visible
 
-    /** Goes to the folder above; false where there is none. */
+    /** Ends a search, or goes to the folder above; false where there is none. */
     function goUp(): bool {
+        if (isSearching) {
+            search.visible = false;
+            search.text = "";
+            list.forceActiveFocus(Qt.OtherFocusReason);
+            return true;
+        }
         if (!hasParent)
             return false;
         folder = parentFolder;
         return true;
     }
 
-    function kindOf(suffix: var): string {
-        const lower = suffix.toLowerCase();
-        return films.includes(lower) ? "film" : lists.includes(lower) ? "playlist" : "note";
+    function showSearch() {
+        search.visible = true;
+        search.forceActiveFocus(Qt.ShortcutFocusReason);
     }
 
-    /** The folder's media from top to bottom. */
-    function media(): var {
-        const urls = [];
-        for (let i = 0; i < model.count; ++i)
-            if (!model.isFolder(i) && kindOf(model.get(i, "fileSuffix")) !== "playlist")
-                urls.push(model.get(i, "fileUrl"));
-        return urls;
-    }
-
-    function activate(url: url, isFolder: bool, kind: string) {
-        if (isFolder) {
+    function activate(url: url, kind: string) {
+        if (kind === "folder") {
             folder = url;
         } else if (kind === "playlist") {
             player.openPlaylist(url);
         } else {
-            const urls = media();
+            const urls = library.media();
             player.open(urls, urls.findIndex(other => String(other) === String(url)));
         }
     }
 
-    FolderListModel {
-        id: model
+    Library {
+        id: library
         folder: page.folder
-        showDirsFirst: true
-        caseSensitive: false
-        nameFilters: [...page.films, ...page.sounds, ...page.lists].map(suffix => "*." + suffix)
-        sortCaseSensitive: false
+        order: settings.order
+        search: search.text.trim()
+        onModelReset: list.currentIndex = Math.max(0, indexOf(page.player.current))
+    }
+    Settings {
+        id: settings
+        category: "library"
+        property int order: Library.ByFolder
     }
 
     ColumnLayout {
@@ -67,7 +69,7 @@ FocusScope {
 
         RowLayout {
             Layout.margins: 4
-            spacing: 4
+            spacing: 0
             IconButton {
                 symbol: "up"
                 text: qsTr("Folder above")
@@ -76,10 +78,12 @@ FocusScope {
             }
             Label {
                 Layout.fillWidth: true
+                Layout.leftMargin: 4
                 text: Files.titleOf(page.folder)
+                horizontalAlignment: Text.AlignLeft
                 textFormat: Text.PlainText
                 elide: Text.ElideMiddle
-                font { pixelSize: 20; bold: true }
+                font { pixelSize: Theme.titleSize; bold: true }
                 Accessible.role: Accessible.Heading
             }
             IconButton {
@@ -87,11 +91,50 @@ FocusScope {
                 text: qsTr("Play all")
                 visible: list.count > 0
                 onClicked: {
-                    const urls = page.media();
+                    const urls = library.media();
                     if (urls.length > 0)
                         page.player.open(urls, 0);
                 }
             }
+            IconButton {
+                symbol: "search"
+                text: qsTr("Search")
+                isOn: page.isSearching
+                onClicked: page.isSearching ? page.goUp() : page.showSearch()
+            }
+            IconButton {
+                symbol: "sort"
+                text: qsTr("Order")
+                isOn: settings.order !== Library.ByFolder
+                onClicked: orders.open()
+            }
+            AppMenu {
+                window: page.ApplicationWindow.window as AppWindow
+                entries: page.menu
+            }
+        }
+        TextField {
+            id: search
+            Layout.fillWidth: true
+            Layout.leftMargin: Theme.margin
+            Layout.rightMargin: Theme.margin
+            Layout.bottomMargin: 8
+            implicitHeight: Theme.touch
+            visible: false
+            color: Theme.text
+            placeholderText: qsTr("Title, artist or album")
+            Accessible.name: qsTr("Search")
+            background: Rectangle {
+                radius: height / 2
+                color: Theme.surface
+                border.width: search.activeFocus ? 2 : 1
+                border.color: search.activeFocus ? Theme.accent : Theme.faint
+            }
+            leftPadding: 16
+            rightPadding: 16
+            Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
+            Keys.onEscapePressed: page.goUp()
+            onAccepted: list.forceActiveFocus(Qt.TabFocusReason)
         }
 
         ListView {
@@ -100,73 +143,70 @@ FocusScope {
             Layout.fillHeight: true
             focus: true
             clip: true
-            model: model
+            model: library
             reuseItems: true
             ScrollBar.vertical: ScrollBar { }
             Accessible.role: Accessible.List
             Accessible.name: qsTr("Library")
-            delegate: Line {
+            delegate: LibraryLine {
                 id: line
-                required property int index
-                required property string fileName
-                required property url fileUrl
-                required property bool fileIsDir
-                required property double fileSize
-                required property string fileSuffix
-                readonly property string kind: fileIsDir ? "folder" : page.kindOf(fileSuffix)
-
-                title: fileIsDir ? fileName : Files.nameOf(fileUrl)
-                subtitle: kind === "folder" ? "" : kind === "playlist" ? qsTr("Playlist")
-                                                                  : fileSuffix.toUpperCase() + " · " + Format.size(fileSize)
-                symbol: kind
-                isCurrent: page.player.isLoaded && (String(page.player.current) === String(fileUrl)
-                                                    || String(page.player.sourceUrl) === String(fileUrl))
+                isCurrent: page.player.isLoaded && String(page.player.current) === String(url)
                 highlighted: ListView.isCurrentItem
                 function open() {
                     list.currentIndex = index;
-                    page.activate(fileUrl, fileIsDir, kind);
+                    page.activate(url, kind);
                 }
 
                 onClicked: open()
                 Keys.onReturnPressed: open()
+                Keys.onEnterPressed: open()
                 // As everywhere else, as long as there is something to play and to pause.
                 Keys.onSpacePressed: page.player.isLoaded ? page.player.toggle() : open()
-                IconButton {
-                    visible: line.kind === "playlist"
-                    symbol: "delete"
-                    text: qsTr("Delete “%1”").arg(line.title)
-                    focusPolicy: Qt.NoFocus
-                    onClicked: removing.ask(line.fileUrl)
+                onRemoved: removing.ask(url)
+                onAdded: {
+                    adding.medium = url;
+                    adding.open();
                 }
-                IconButton {
-                    visible: line.kind === "note" || line.kind === "film"
-                    symbol: "add"
-                    text: qsTr("Add “%1” to a playlist").arg(line.title)
-                    focusPolicy: Qt.NoFocus
-                    onClicked: {
-                        playlists.medium = line.fileUrl;
-                        playlists.open();
-                    }
-                }
+            }
+            StartPage {
+                anchors.centerIn: parent
+                width: parent.width - 64
+                visible: library.isReady && list.count === 0 && !page.isSearching
+                player: page.player
+                resume: page.resume
+                opening: page.opening
+                title: qsTr("Nothing to play in this folder")
             }
             EmptyState {
                 anchors.centerIn: parent
                 width: parent.width - 64
-                visible: model.status === FolderListModel.Ready && model.count === 0
-                symbol: "folder"
-                title: qsTr("Nothing to play here")
-                text: qsTr("Music, films and playlists in this folder show up as soon as they are there.")
+                visible: library.isReady && list.count === 0 && page.isSearching
+                symbol: "search"
+                title: qsTr("Nothing found")
+                text: qsTr("Names of files, titles, artists and albums are searched, in this folder and below it.")
             }
         }
     }
 
+    ChoiceSheet {
+        id: orders
+        title: qsTr("Order")
+        choices: [
+            { text: qsTr("By folder"), value: Library.ByFolder },
+            { text: qsTr("By title"), value: Library.ByTitle },
+            { text: qsTr("By artist"), value: Library.ByArtist },
+            { text: qsTr("By album"), value: Library.ByAlbum },
+        ]
+        current: settings.order
+        onChosen: (order) => settings.order = order
+    }
     ConfirmSheet {
         id: removing
         title: qsTr("Delete the playlist?")
         onConfirmed: (file) => page.player.problem = Files.remove(file)
     }
-    PlaylistSheet {
-        id: playlists
-        onFailed: (problem) => page.player.problem = problem
+    AddSheet {
+        id: adding
+        player: page.player
     }
 }

@@ -10,56 +10,121 @@ AppWindow {
     property var operands: []
     /** Of a narrow window: what is played rather than the library. */
     property bool showsPlayer: false
+    property url folder: Files.music
     property bool isReady: false
 
     visibility: page.isFilling ? Window.FullScreen : Window.AutomaticVisibility
     title: player.isPlaying ? player.title : qsTr("Voro Player")
     Component.onCompleted: {
-        const folder = operands.find(url => Files.isFolder(url));
-        const media = operands.filter(url => !Files.isFolder(url));
-        if (folder !== undefined)
-            library.folder = folder;
-        if (media.length > 0) {
-            player.open(media, 0);
-            showsPlayer = true;
-        }
+        if (Files.isFolder(settings.folder))
+            folder = settings.folder;
+        openAll(operands);
+        settings.folder = folder;
         isReady = true;
         library.need();
-        keys.forceActiveFocus();
+        keyboard.forceActiveFocus();
+    }
+    onReceived: (urls) => openAll(urls)
+    onFolderChanged: if (isReady) settings.folder = folder
+
+    keys: [
+        { key: qsTr("Space"), text: qsTr("Play or pause") },
+        { key: "← →", text: qsTr("10 seconds back or on") },
+        { key: "↑ ↓", text: qsTr("Louder or softer, beside the library") },
+        { key: "+ −", text: qsTr("Louder or softer") },
+        { key: "M", text: qsTr("Sound off or on") },
+        { key: "N P", text: qsTr("Next or previous track") },
+        { key: "[ ]", text: qsTr("Slower or faster") },
+        { key: "R", text: qsTr("Repeat") },
+        { key: "S", text: qsTr("Mix the order") },
+        { key: "C", text: qsTr("Captions on or off") },
+        { key: "F", text: qsTr("Full screen") },
+        { key: "G", text: qsTr("Go on where it stopped last time") },
+        { key: "Ctrl+O", text: qsTr("Open files") },
+        { key: "Ctrl+L", text: qsTr("Open an address") },
+        { key: "Ctrl+F", text: qsTr("Search") },
+        { key: qsTr("Escape"), text: qsTr("Back, or to the folder above") },
+    ]
+
+    /** Plays files and addresses; of folders alone the first is shown. */
+    function openAll(urls: var) {
+        const folder = urls.find(url => Files.isFolder(url));
+        const media = urls.filter(url => !Files.isFolder(url));
+        if (folder !== undefined)
+            window.folder = folder;
+        play(media);
+    }
+    function play(media: var) {
+        if (media.length === 0)
+            return;
+        player.open(media, 0);
+        showsPlayer = true;
     }
 
     Settings {
-        property alias volume: player.volume
+        id: settings
+        property url folder
+        property alias volume: player.loudness
         property alias equalizer: player.equalizerPreset
+    }
+    Binding {
+        target: Theme
+        property: "isCinema"
+        value: page.isFilling
     }
 
     Playback {
         id: player
         windowId: page.windowId
     }
+    Role {
+        player: player
+    }
+    Resume {
+        id: resume
+        player: player
+    }
+    SleepTimer {
+        id: sleep
+        player: player
+    }
+    Opening {
+        id: opening
+        onChosen: (urls) => window.play(urls)
+    }
 
     FocusScope {
-        id: keys
+        id: keyboard
         anchors.fill: parent
         focus: true
-        Keys.onPressed: (event) => event.accepted = window.handleKey(event.key)
+        Keys.onPressed: (event) => event.accepted = window.handleKey(event)
 
         Loader {
             id: library
-            property url folder: Files.music
             readonly property LibraryPage page: item as LibraryPage
             visible: window.isWide || !window.showsPlayer
             // What is played first need not wait for what is not seen.
             function need() {
                 if (window.isReady && visible && !item)
-                    setSource("LibraryPage.qml", { player: player, folder: folder, focus: true });
+                    setSource("LibraryPage.qml", { player: player, resume: resume, opening: opening, menu: window.menu,
+                                                   folder: window.folder, focus: true });
             }
             onVisibleChanged: need()
             enabled: visible
-            x: 0
             width: window.isWide ? Math.max(320, Math.round(parent.width * 0.4)) : parent.width
-            anchors { top: parent.top; bottom: bar.visible ? bar.top : parent.bottom }
+            anchors { left: parent.left; top: parent.top; bottom: bar.visible ? bar.top : parent.bottom }
             focus: visible
+        }
+        Binding {
+            target: library.page
+            property: "folder"
+            value: window.folder
+        }
+        Connections {
+            target: library.page
+            function onFolderChanged() {
+                window.folder = library.page.folder;
+            }
         }
         MiniBar {
             id: bar
@@ -77,8 +142,22 @@ AppWindow {
                 top: parent.top; right: parent.right; bottom: parent.bottom
             }
             player: player
+            resume: resume
+            opening: opening
+            menu: window.menu
             canGoBack: !window.isWide
             onBack: window.showsPlayer = false
+        }
+        DropArea {
+            anchors.fill: parent
+            onEntered: (drag) => drag.accepted = drag.hasUrls
+            onDropped: (drop) => window.play(Files.mediaOf(drop.urls))
+            Rectangle {
+                anchors.fill: parent
+                visible: parent.containsDrag // qmllint disable
+                color: "transparent"
+                border { width: 4; color: Theme.accent }
+            }
         }
         Notice {
             anchors { left: parent.left; right: parent.right; top: parent.top; margins: 12 }
@@ -87,18 +166,55 @@ AppWindow {
         }
     }
 
-    function handleKey(key: int): bool {
+    /** What the menus of both pages have. */
+    readonly property var menu: [
+        { text: qsTr("Open files…"), symbol: "folder", run: () => opening.askForFiles() },
+        { text: qsTr("Open an address…"), symbol: "link", run: () => opening.askForAddress() },
+        { text: sleep.minutes === 0 ? qsTr("Sleep timer") : qsTr("Sleep timer: on"), symbol: "moon", run: () => sleepSheet.open() },
+    ]
+    LazySheet {
+        id: sleepSheet
+        sheet: Qt.resolvedUrl("SleepSheet.qml")
+        properties: ({ timer: sleep })
+    }
+
+    function handleKey(event: var): bool {
         page.wake();
-        switch (key) {
+        if (handleCommonKey(event))
+            return true;
+        if (event.modifiers & Qt.ControlModifier) {
+            switch (event.key) {
+            case Qt.Key_O: opening.askForFiles(); return true;
+            case Qt.Key_L: opening.askForAddress(); return true;
+            case Qt.Key_F:
+                showsPlayer = false;
+                library.page.showSearch();
+                return true;
+            }
+            return false;
+        }
+        switch (event.key) {
         case Qt.Key_Space: player.toggle(); return true;
         case Qt.Key_Left: player.seekBy(-10000); return true;
         case Qt.Key_Right: player.seekBy(10000); return true;
         case Qt.Key_N: player.goToNext(); return true;
         case Qt.Key_P: player.goToPrevious(); return true;
-        case Qt.Key_Plus: player.volume = Math.min(1, player.volume + 0.05); return true;
-        case Qt.Key_Minus: player.volume = Math.max(0, player.volume - 0.05); return true;
+        case Qt.Key_Plus: player.changeVolume(0.05); return true;
+        case Qt.Key_Minus: player.changeVolume(-0.05); return true;
+        case Qt.Key_Up:
+        case Qt.Key_Down:
+            // At the ends of a list they mean the list, too.
+            if (library.activeFocus)
+                return false;
+            player.changeVolume(event.key === Qt.Key_Up ? 0.05 : -0.05);
+            return true;
+        case Qt.Key_M: player.isMuted = !player.isMuted; return true;
+        case Qt.Key_BracketLeft: player.chooseSpeed(Math.max(0.5, player.wantedSpeed - 0.25)); return true;
+        case Qt.Key_BracketRight: player.chooseSpeed(Math.min(2, player.wantedSpeed + 0.25)); return true;
         case Qt.Key_R: player.goOnRepeating(); return true;
         case Qt.Key_S: player.setShuffles(!player.shuffles); return true;
+        case Qt.Key_C: player.closedCaptionEnabled = !player.closedCaptionEnabled; return true;
+        case Qt.Key_G: resume.accept(); return true;
         case Qt.Key_F:
         case Qt.Key_F11: page.isCinema = player.hasVideo && !page.isCinema; return true;
         case Qt.Key_Escape:

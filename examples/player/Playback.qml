@@ -2,28 +2,42 @@ import QtQuick
 import voro.application
 import voro.multimedia
 
-/** The player with its queue, and the device's now-playing role while it plays. */
+/** The player with its queue. */
 MediaPlayer {
     id: player
 
     /** What is played one after the other; empty when only the renderer knows, as with a playlist from the net. */
     property list<url> queue
-    /** Whether the queue is played in an order of its own, mixed anew each time. */
-    property bool shuffles: false
     /** The queue in its own order. */
     property list<url> ordered
+    /** Whether the queue is played in an order of its own, mixed anew each time. */
+    property bool shuffles: false
+    /** What is repeated. */
+    property int repeats: RepeatMode.None
+    /** Whether each medium of the queue is opened by itself, for the sake of its captions; else the renderer has the whole
+        queue, and goes from one medium to the next without a gap. */
+    property bool isSingly: false
+    /** The place in the queue of the medium that is open by itself. */
+    property int place: 0
+    /** The place of the medium that was asked for and has yet to play; -1 while none is. */
+    property int asked: -1
+    /** The file that the captions come from; empty for those in the medium itself. */
+    property url captions
     /** What went wrong, in words; empty while nothing did. */
     property string problem: ""
     /** The factor that the user chose, which holds also while playback is paused. */
     property real wantedSpeed: 1
-    /** Whether the role is to be asked for, once: what is heard and seen need not wait for it. */
-    property bool wantsRole: false
+    /** The loudness that the user chose, which stays while nothing is heard. */
+    property real loudness: 1
+    property bool isMuted: false
 
     readonly property bool isPlaying: mediaState === MediaState.Started
     readonly property bool isLoaded: String(sourceUrl) !== ""
     // The linter knows no QSize.
     readonly property bool hasVideo: videoDimensions.width > 0 // qmllint disable
-    readonly property url current: queue[track - 1] ?? sourceUrl
+    readonly property int index: isSingly ? place : track - 1
+    readonly property int count: Math.max(queue.length, trackCount)
+    readonly property url current: queue[index] ?? sourceUrl
     readonly property string title: metaData[MetaData.Title] || (isLoaded ? Files.nameOf(current) : "")
     readonly property string artist: metaData[MetaData.Artist] || ""
     /** The attribute of a picture that is in the medium itself. */
@@ -31,50 +45,69 @@ MediaPlayer {
     /** The one in the medium, or the one beside it. */
     readonly property url cover: metaData[embedded] ? Files.fileOf(metaData[embedded]) : Files.coverOf(current)
     readonly property bool canShuffle: queue.length > 1
-    readonly property bool hasNext: track < trackCount
-    readonly property bool hasPrevious: track > 1
+    readonly property bool hasNext: index + 1 < count
+    readonly property bool hasPrevious: index > 0
+
+    /** A medium of the queue begins, or plays on where it was. */
+    signal resumed
 
     statusInterval: 500
     videoOutput: VideoOutput.PrimaryDisplay
     // Captions are drawn over the pictures.
     closedCaptionWindowId: windowId
+    volume: isMuted ? 0 : loudness
+    // What is open by itself is all that the renderer knows of.
+    repeatMode: isSingly && repeats === RepeatMode.All ? RepeatMode.None : repeats
 
-    /** Plays the media from one of them on. */
-    function open(media: var, index: int) {
+    /** Plays media from one of them on. */
+    function open(media: var, first: int) {
         problem = "";
         ordered = media;
         if (shuffles) {
-            media = mixed(media, index);
-            index = 0;
+            media = mixed(media, first);
+            first = 0;
         }
-        take(media);
-        const captions = Files.captionsOf(media[0]);
-        if (media.length === 1 && String(captions) !== "")
-            check(setClosedCaptionUrl(1, captions));
-        if (!check(prepare()))
-            return;
-        if (index > 0 && !check(seekTrack(index + 1)))
-            return;
-        resume();
+        if (load(media, first))
+            resume();
     }
 
     /** Plays a playlist, whose tracks are known where it can be read here. */
     function openPlaylist(playlist: url) {
-        const media = Files.readPlaylist(playlist);
-        problem = "";
-        ordered = media;
-        if (shuffles && media.length > 1) {
-            take(mixed(media, Math.floor(Math.random() * media.length)));
-        } else {
-            queue = media;
-            sourceUrl = playlist;
+        const media = [...Files.readPlaylist(playlist)];
+        if (media.length > 0) {
+            open(media, shuffles ? Math.floor(Math.random() * media.length) : 0);
+            return;
         }
+        problem = "";
+        queue = [];
+        isSingly = false;
+        sourceUrl = playlist;
         resume();
     }
 
-    function take(media: var) {
+    /** Opens a queue at one of its media. */
+    function load(media: var, number: int): bool {
         queue = media;
-        sourceUrl = media.length === 1 ? media[0] : Files.makeQueue(media);
+        isSingly = media.length > 1 && media.some(medium => Files.captionsOf(medium).length > 0);
+        if (media.length === 1 || isSingly)
+            return loadAlone(number);
+        sourceUrl = Files.makeQueue(media);
+        asked = number;
+        return check(prepare()) && (number === 0 || check(seekTrack(number + 1)));
+    }
+
+    function loadAlone(number: int): bool {
+        place = number;
+        asked = -1;
+        sourceUrl = queue[number];
+        showCaptions(Files.captionsOf(queue[number])[0]?.url ?? "");
+        return check(prepare());
+    }
+
+    /** Shows captions from a file; without one those in the medium itself. */
+    function showCaptions(file: url) {
+        if (String(file) !== String(captions) && check(setClosedCaptionUrl(1, file)))
+            captions = file;
     }
 
     /** Media in another order, the one that is chosen in front. */
@@ -92,16 +125,61 @@ MediaPlayer {
         if (!canShuffle || wanted === shuffles)
             return;
         shuffles = wanted;
+        if (wanted)
+            rearrange(mixed(queue, index), 0);
+        else
+            rearrange(ordered, [...ordered].findIndex(medium => String(medium) === String(current)));
+    }
+
+    /** Takes another queue, in which the medium that plays has this place; it plays on where it is. */
+    function rearrange(media: var, number: int) {
+        if (isSingly && media.length > 1) {
+            queue = media;
+            place = number;
+            return;
+        }
         const wasPlaying = isPlaying;
         const here = position;
-        const index = track - 1;
-        const next = wanted ? mixed(queue, index) : ordered;
-        const number = wanted ? 1 : ordered.findIndex(medium => medium === queue[index]) + 1;
-        take(next);
-        if (!check(prepare()) || (number > 1 && !check(seekTrack(number))) || !check(seekTime(here)))
-            return;
-        if (wasPlaying)
+        if (load(media, number) && check(seekTime(here)) && wasPlaying)
             resume();
+    }
+
+    /** Moves a medium of the queue to another place of it. */
+    function move(from: int, to: int) {
+        const places = [...Array(queue.length).keys()];
+        places.splice(to, 0, ...places.splice(from, 1));
+        const media = places.map(place => queue[place]);
+        if (!shuffles)
+            ordered = media;
+        rearrange(media, places.indexOf(index));
+    }
+
+    /** Takes a medium out of the queue; the next one plays if it was this one's turn. */
+    function remove(number: int) {
+        const media = [...queue].filter((medium, index) => index !== number);
+        ordered = shuffles ? [...ordered].filter(medium => String(medium) !== String(queue[number])) : media;
+        if (number !== index) {
+            rearrange(media, index - (number < index ? 1 : 0));
+            return;
+        }
+        const wasPlaying = isPlaying;
+        if (media.length === 0) {
+            queue = [];
+            sourceUrl = "";
+        } else if (load(media, Math.min(number, media.length - 1)) && wasPlaying) {
+            resume();
+        }
+    }
+
+    /** Puts media into the queue, right after this one or at its end; without a queue they play at once. */
+    function add(media: var, isNext: bool) {
+        if (queue.length === 0) {
+            open(media, 0);
+            return;
+        }
+        const before = isNext ? index + 1 : queue.length;
+        ordered = [...ordered, ...media];
+        rearrange([...queue.slice(0, before), ...media, ...queue.slice(before)], index);
     }
 
     function resume() {
@@ -109,7 +187,7 @@ MediaPlayer {
             return;
         if (speed !== wantedSpeed)
             check(setSpeed(wantedSpeed));
-        wantsRole = !role.acquired;
+        resumed();
     }
 
     function toggle() {
@@ -126,25 +204,49 @@ MediaPlayer {
     }
 
     function goTo(number: int) {
-        if (check(seekTrack(number)))
+        problem = "";
+        asked = number;
+        if (isSingly ? loadAlone(number) : check(seekTrack(number + 1)))
             resume();
     }
     function goToNext() {
-        if (hasNext && check(nextTrack()))
+        if (!hasNext)
+            return;
+        if (isSingly ? loadAlone(index + 1) : check(nextTrack()))
             resume();
     }
     /** The track before this one, or this one's beginning when it has played for a while. */
     function goToPrevious() {
-        if (hasPrevious && position < 3000 ? check(previousTrack()) : check(seekTime(0)))
+        if (!hasPrevious || position >= 3000) {
+            if (check(seekTime(0)))
+                resume();
+        } else if (isSingly ? loadAlone(index - 1) : check(previousTrack())) {
             resume();
+        }
+    }
+    /** Goes on to the next medium of a queue that is played singly, past those that cannot be played. */
+    function goOn() {
+        for (let tries = 0; tries < queue.length; ++tries) {
+            const number = index + 1 < queue.length ? index + 1 : repeats === RepeatMode.All ? 0 : -1;
+            if (number < 0)
+                return;
+            if (loadAlone(number)) {
+                resume();
+                return;
+            }
+        }
     }
     function seekBy(milliseconds: int) {
         if (seekable)
             check(seekTime(Math.min(Math.max(0, position + milliseconds), Math.max(0, duration - 500))));
     }
     function goOnRepeating() {
-        repeatMode = repeatMode === RepeatMode.None ? RepeatMode.All
-                   : repeatMode === RepeatMode.All ? RepeatMode.Track : RepeatMode.None;
+        repeats = repeats === RepeatMode.None ? RepeatMode.All
+                : repeats === RepeatMode.All ? RepeatMode.Track : RepeatMode.None;
+    }
+    function changeVolume(by: real) {
+        isMuted = false;
+        loudness = Math.min(1, Math.max(0, loudness + by));
     }
 
     /** Keeps what a command's failure means; true when it did not fail. */
@@ -154,40 +256,18 @@ MediaPlayer {
         return result === MediaError.None;
     }
 
-    onPositionChanged: {
-        if (wantsRole && isPlaying) {
-            wantsRole = false;
-            role.acquire();
-        }
-    }
     onError: (mediaError) => check(mediaError)
-    onTrackChanged: if (role.acquired) role.trackChange()
-
-    readonly property NowPlayingConnection role: NowPlayingConnection {
-        connectionName: qsTr("Voro Player")
-        overlayStyle: OverlayStyle.Fancy
-        mediaState: player.mediaState
-        metaData: ({ [MetaData.Title]: player.title, [MetaData.Artist]: player.artist,
-                     [MetaData.Album]: player.metaData[MetaData.Album] || "" })
-        iconUrl: player.cover
-        duration: player.duration
-        position: player.position
-        nextEnabled: player.hasNext
-        previousEnabled: player.isLoaded
-        repeatMode: player.repeatMode
-        shuffleMode: !player.canShuffle ? ShuffleMode.Unsupported : player.shuffles ? ShuffleMode.All : ShuffleMode.Off
-
-        onPlay: player.resume()
-        onPause: player.check(player.pause())
-        onStop: player.check(player.stop())
-        onNext: player.goToNext()
-        onPrevious: player.goToPrevious()
-        onForward: player.seekBy(10000)
-        onRewind: player.seekBy(-10000)
-        onRepeat: player.goOnRepeating()
-        onRepeatRequest: (mode) => player.repeatMode = mode
-        onShuffle: player.setShuffles(!player.shuffles)
-        onShuffleRequest: (mode) => player.setShuffles(mode === ShuffleMode.All)
-        onRevoked: if (player.isPlaying) player.check(player.pause())
+    onPlaybackCompleted: if (isSingly) goOn()
+    onPositionChanged: {
+        if (!isPlaying || asked < 0)
+            return;
+        // The renderer passes over what it cannot play, which it may find out late.
+        if (asked !== index) {
+            problem = qsTr("“%1” cannot be played.").arg(Files.nameOf(queue[asked] ?? ""));
+            check(pause());
+            asked = -1;
+        } else if (player.position > 0) {
+            asked = -1;
+        }
     }
 }

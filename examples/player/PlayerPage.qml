@@ -9,6 +9,9 @@ FocusScope {
     id: page
 
     required property Playback player
+    required property Resume resume
+    required property Opening opening
+    property var menu: []
     readonly property alias windowId: picture.windowId
     property bool canGoBack: false
     /** Films fill the screen. */
@@ -57,20 +60,26 @@ FocusScope {
                 symbol: "captions"
                 text: qsTr("Captions")
                 visible: page.player.hasVideo
-                checked: page.player.closedCaptionEnabled
+                isOn: page.player.closedCaptionEnabled
                 onClicked: captions.open()
             }
             IconButton {
                 symbol: "speed"
                 text: qsTr("Speed: %1×").arg(page.player.wantedSpeed)
-                checked: page.player.wantedSpeed !== 1
+                isOn: page.player.wantedSpeed !== 1
                 onClicked: speed.open()
             }
             IconButton {
                 symbol: "equalizer"
                 text: qsTr("Equalizer")
-                checked: page.player.equalizerPreset !== EqualizerPreset.Off
+                isOn: page.player.equalizerPreset !== EqualizerPreset.Off
                 onClicked: equalizer.open()
+            }
+            AppMenu {
+                // Beside the library there is its menu.
+                visible: page.canGoBack
+                window: page.ApplicationWindow.window as AppWindow
+                entries: page.menu
             }
         }
 
@@ -85,7 +94,25 @@ FocusScope {
                 id: picture
                 parent: page.isFilling && page.screen ? page.screen.holder : holder
                 anchors.fill: parent
+                visible: page.player.isLoaded
                 player: page.player
+            }
+            StartPage {
+                anchors.centerIn: parent
+                width: Math.min(parent.width, 320)
+                visible: !page.player.isLoaded
+                player: page.player
+                resume: page.resume
+                opening: page.opening
+                title: qsTr("Nothing is played")
+            }
+            TextButton {
+                anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 12 }
+                width: Math.min(implicitWidth, parent.width)
+                visible: page.resume.offered > 0
+                text: qsTr("Go on at %1").arg(Format.time(page.resume.offered))
+                isMain: true
+                onClicked: page.resume.accept()
             }
             TapHandler {
                 enabled: page.player.hasVideo
@@ -94,6 +121,7 @@ FocusScope {
         }
 
         ColumnLayout {
+            visible: page.player.isLoaded
             Layout.margins: 24
             Layout.topMargin: 16
             Layout.bottomMargin: 4
@@ -101,18 +129,18 @@ FocusScope {
             Label {
                 Layout.fillWidth: true
                 horizontalAlignment: Text.AlignHCenter
-                text: page.player.isLoaded ? page.player.title : qsTr("Nothing is played")
+                text: page.player.title
                 textFormat: Text.PlainText
                 elide: Text.ElideRight
                 maximumLineCount: 2
                 wrapMode: Text.Wrap
-                font { pixelSize: 20; bold: true }
+                font { pixelSize: Theme.titleSize; bold: true }
                 Accessible.role: Accessible.Heading
             }
             Label {
                 Layout.fillWidth: true
                 horizontalAlignment: Text.AlignHCenter
-                text: page.player.isLoaded ? page.player.artist : qsTr("Choose something from the library.")
+                text: page.player.artist
                 textFormat: Text.PlainText
                 elide: Text.ElideRight
                 color: Theme.faint
@@ -131,9 +159,12 @@ FocusScope {
             Layout.topMargin: 4
             Layout.bottomMargin: 8
             spacing: 4
-            Icon {
+            IconButton {
                 symbol: page.player.volume > 0 ? "volume" : "mute"
-                color: Theme.faint
+                text: page.player.isMuted ? qsTr("Sound on") : qsTr("Sound off")
+                size: 40
+                isOn: page.player.isMuted
+                onClicked: page.player.isMuted = !page.player.isMuted
             }
             Seeker {
                 Layout.fillWidth: true
@@ -141,9 +172,13 @@ FocusScope {
                 isLive: true
                 stepSize: 0.05
                 Accessible.name: qsTr("Volume")
-                onChosen: (volume) => page.player.volume = volume
+                onChosen: (volume) => page.player.changeVolume(volume - page.player.loudness)
             }
         }
+    }
+    WheelHandler {
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        onWheel: (event) => page.player.changeVolume(event.angleDelta.y / 120 * 0.05)
     }
 
     Loader {

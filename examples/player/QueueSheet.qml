@@ -1,19 +1,111 @@
+pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
 import voro.application
 
-/** The tracks that are played one after the other. */
-ChoiceSheet {
+/** What is played one after the other: to choose from, to move and to take out. */
+Sheet {
     id: sheet
 
     required property Playback player
 
     title: qsTr("Queue")
-    current: player.track
-    choices: {
-        const tracks = [];
-        for (let i = 1; i <= player.trackCount; ++i)
-            tracks.push({ value: i, text: i <= player.queue.length ? Files.nameOf(player.queue[i - 1]) : qsTr("Track %1").arg(i) });
-        return tracks;
+    onOpened: {
+        list.currentIndex = player.index;
+        list.positionViewAtIndex(player.index, ListView.Center);
+        list.forceActiveFocus(Qt.PopupFocusReason);
     }
-    onChosen: (number) => player.goTo(number)
+
+    function move(from: int, to: int) {
+        if (to < 0 || to >= player.queue.length || from === to)
+            return;
+        const top = list.contentY;
+        player.move(from, to);
+        list.contentY = top;
+        list.currentIndex = to;
+    }
+    function remove(index: int) {
+        const top = list.contentY;
+        player.remove(index);
+        list.contentY = Math.min(top, Math.max(0, list.contentHeight - list.height));
+        list.currentIndex = Math.min(index, player.queue.length - 1);
+        if (player.queue.length === 0)
+            close();
+    }
+
+    ListView {
+        id: list
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        implicitHeight: contentHeight
+        clip: true
+        model: sheet.player.count
+        boundsBehavior: Flickable.StopAtBounds
+        keyNavigationEnabled: true
+        ScrollBar.vertical: ScrollBar { }
+        Accessible.role: Accessible.List
+        Accessible.name: sheet.title
+        delegate: Line {
+            id: line
+            required property int index
+            readonly property bool isKnown: index < sheet.player.queue.length
+
+            implicitHeight: Theme.touch
+            title: isKnown ? Files.nameOf(sheet.player.queue[index]) : qsTr("Track %1").arg(index + 1)
+            isCurrent: index === sheet.player.index
+            highlighted: ListView.isCurrentItem
+            focus: ListView.isCurrentItem
+            z: handle.isHeld ? 1 : 0
+            transform: Translate {
+                y: handle.isHeld ? handle.offset : 0
+            }
+            onClicked: {
+                sheet.player.goTo(index);
+                sheet.close();
+            }
+            Keys.onReturnPressed: clicked()
+            Keys.onEnterPressed: clicked()
+            Keys.onDeletePressed: if (isKnown) sheet.remove(index)
+            Keys.onPressed: (event) => {
+                const by = event.key === Qt.Key_Up ? -1 : event.key === Qt.Key_Down ? 1 : 0;
+                event.accepted = isKnown && by !== 0 && (event.modifiers & Qt.ControlModifier) !== 0;
+                if (event.accepted)
+                    sheet.move(index, index + by);
+            }
+
+            IconButton {
+                visible: line.isKnown
+                symbol: "close"
+                size: 44
+                text: qsTr("Take “%1” out").arg(line.title)
+                focusPolicy: Qt.NoFocus
+                onClicked: sheet.remove(line.index)
+            }
+            Icon {
+                id: handle
+                readonly property alias isHeld: drag.active
+                readonly property real offset: drag.activeTranslation.y // qmllint disable
+                visible: line.isKnown && sheet.player.queue.length > 1
+                enabled: true
+                Layout.rightMargin: 8
+                implicitWidth: 40
+                implicitHeight: 44
+                symbol: "handle"
+                color: Theme.faint
+                Accessible.ignored: false
+                Accessible.name: qsTr("Move “%1”").arg(line.title)
+                DragHandler {
+                    id: drag
+                    target: null
+                    xAxis.enabled: false
+                    grabPermissions: PointerHandler.TakeOverForbidden
+                    property int to: 0
+                    onActiveTranslationChanged: to = Math.max(0, Math.min(sheet.player.queue.length - 1,
+                                                     line.index + Math.round(activeTranslation.y / line.height)))
+                    onActiveChanged: if (!active) sheet.move(line.index, to)
+                }
+            }
+        }
+    }
 }

@@ -42,18 +42,18 @@ ColumnLayout {
         Layout.alignment: Qt.AlignHCenter
         spacing: 2
         IconButton {
-            readonly property int mode: transport.player.repeatMode
+            readonly property int mode: transport.player.repeats
             symbol: mode === RepeatMode.Track ? "repeat-one" : "repeat"
             text: mode === RepeatMode.Track ? qsTr("Repeats the track")
                 : mode === RepeatMode.All ? qsTr("Repeats everything") : qsTr("Repeats nothing")
-            checked: mode !== RepeatMode.None
+            isOn: mode !== RepeatMode.None
             onClicked: transport.player.goOnRepeating()
         }
         IconButton {
             symbol: "shuffle"
             text: transport.player.shuffles ? qsTr("Plays in a mixed order") : qsTr("Plays in order")
             enabled: transport.player.canShuffle
-            checked: transport.player.shuffles
+            isOn: transport.player.shuffles
             onClicked: transport.player.setShuffles(!transport.player.shuffles)
         }
         IconButton {
@@ -79,7 +79,7 @@ ColumnLayout {
         IconButton {
             symbol: "queue"
             text: qsTr("Queue")
-            enabled: transport.player.trackCount > 1
+            enabled: transport.player.count > 1
             onClicked: queue.open()
         }
     }

@@ -3,7 +3,8 @@
 int main(int argc, char *argv[])
 {
     return application::run(argc, argv,
-                            {.id = QStringLiteral("voro-player"),
+                            {.program = QStringLiteral("voro-player"),
+                             .id = QStringLiteral("org.voro.Player"),
                              .name = QStringLiteral("Voro Player"),
                              .summary = QStringLiteral("Plays music and films from folders, playlists and the net."),
                              .operands = QStringLiteral("[FILE|FOLDER|URL...]"),

@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Controls
 import voro.application
 
 /** The level of the last seconds: a bar for each report, the newest at the right. */
@@ -10,6 +11,11 @@ Item {
     property real level: 0
     readonly property int count: Math.max(8, Math.floor(width / 8))
     property var levels: []
+    /** The loudest level of the last bars that are shown. */
+    readonly property real peak: Math.max(0, ...levels)
+    readonly property bool isTooLoud: peak > 0.98
+    /** For as long as the bars reach back nothing was heard, or next to nothing. */
+    readonly property bool isSilent: levels.length >= Math.min(count, 20) && peak < 0.01
 
     implicitHeight: 88
     Accessible.role: Accessible.ProgressBar
@@ -31,7 +37,17 @@ Item {
         radius: Theme.radius
         color: Theme.background
     }
+    Label {
+        anchors { top: parent.top; horizontalCenter: parent.horizontalCenter; topMargin: 6 }
+        visible: text !== ""
+        text: meter.isTooLoud ? qsTr("Too loud") : meter.isSilent ? qsTr("Nothing is heard") : ""
+        color: Theme.warning
+        font.bold: true
+        Accessible.role: Accessible.AlertMessage
+    }
     Row {
+        // Time runs from left to right in every language.
+        LayoutMirroring.enabled: false
         anchors { right: parent.right; rightMargin: 8; verticalCenter: parent.verticalCenter }
         spacing: 3
         Repeater {

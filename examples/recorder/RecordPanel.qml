@@ -18,18 +18,24 @@ Pane {
     signal started
     signal failed(problem: string)
 
+    /** With about how many bytes a second of sound has in each. */
     readonly property var formats: [
-        { text: qsTr("Ogg Opus: small"), value: "opus" },
-        { text: qsTr("Ogg Vorbis: small"), value: "ogg" },
-        { text: qsTr("MP3: plays anywhere"), value: "mp3" },
-        { text: qsTr("FLAC: without loss"), value: "flac" },
-        { text: qsTr("WAV: as it is"), value: "wav" },
+        { text: qsTr("Ogg Opus: small"), name: "Opus", value: "opus", rate: 12000 },
+        { text: qsTr("Ogg Vorbis: small"), name: "Vorbis", value: "ogg", rate: 14000 },
+        { text: qsTr("MP3: plays anywhere"), name: "MP3", value: "mp3", rate: 24000 },
+        { text: qsTr("AAC: small, plays on phones"), name: "AAC", value: "m4a", rate: 16000 },
+        { text: qsTr("AMR: speech only, tiny"), name: "AMR", value: "amr", rate: 1600 },
+        { text: qsTr("FLAC: without loss"), name: "FLAC", value: "flac", rate: 100000 },
+        { text: qsTr("WAV: as it is"), name: "WAV", value: "wav", rate: 192000 },
     ]
-    readonly property var channels: [
-        { text: qsTr("As the microphone has them"), value: AudioChannelConfiguration.Default },
-        { text: qsTr("Mono"), value: AudioChannelConfiguration.Mono },
-        { text: qsTr("Stereo"), value: AudioChannelConfiguration.Stereo },
+    readonly property var layouts: [
+        { text: qsTr("As the microphone has them"), name: qsTr("Auto"), value: AudioChannelConfiguration.Default },
+        { text: qsTr("Mono"), name: qsTr("Mono"), value: AudioChannelConfiguration.Mono },
+        { text: qsTr("Stereo"), name: qsTr("Stereo"), value: AudioChannelConfiguration.Stereo },
     ]
+    readonly property var formatInUse: formats.find(format => format.value === settings.format) ?? formats[1]
+    readonly property var channelsInUse: layouts.find(choice => choice.value === recorder.audioChannelConfiguration)
+    property real freeSpace: 0
 
     padding: Theme.margin
     background: Rectangle {
@@ -40,6 +46,14 @@ Pane {
         if (result !== MediaError.None)
             failed(MediaErrors.text(result));
         return result === MediaError.None;
+    }
+
+    function chooseFormat() {
+        if (!isRecording)
+            format.open();
+    }
+    function measureSpace() {
+        freeSpace = Files.freeSpaceOf(Files.recordings);
     }
 
     function start() {
@@ -55,6 +69,7 @@ Pane {
         check(recorder.reset());
         file = "";
         meter.clear();
+        record.forceActiveFocus(Qt.OtherFocusReason);
     }
 
     function toggle() {
@@ -81,8 +96,10 @@ Pane {
                 meter.add(recordingLevel);
         }
         onError: (mediaError) => {
-            panel.check(mediaError);
+            const recording = panel.file;
             panel.finish();
+            panel.failed(qsTr("The recording has ended: %1 What was recorded is in the list.").arg(MediaErrors.text(mediaError)));
+            Files.markCutShort(recording);
         }
     }
 
@@ -100,23 +117,39 @@ Pane {
             Layout.alignment: Qt.AlignHCenter
             text: Format.time(recorder.duration)
             color: panel.isRecording ? Theme.text : Theme.faint
-            font { pixelSize: 32; weight: Font.Light }
+            font { pixelSize: Theme.fontSize * 2; weight: Font.Light }
             Accessible.name: qsTr("Recorded: %1").arg(text)
         }
+        Label {
+            Layout.fillWidth: true
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            text: qsTr("%1 free, enough for %2").arg(Format.size(panel.freeSpace)).arg(Format.span(panel.freeSpace / panel.formatInUse.rate))
+            color: panel.freeSpace / panel.formatInUse.rate < 600 ? Theme.warning : Theme.faint
+            font.pixelSize: Theme.smallSize
+        }
         RowLayout {
-            Layout.alignment: Qt.AlignHCenter
-            spacing: 20
-            IconButton {
-                symbol: "equalizer"
-                text: qsTr("Format: %1").arg(settings.format)
-                enabled: !panel.isRecording
-                onClicked: format.open()
+            spacing: 12
+            TextButton {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: panel.formatInUse.name
+                Accessible.name: qsTr("Format: %1").arg(text)
+                visible: !panel.isRecording
+                onClicked: panel.chooseFormat()
+            }
+            Item {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                visible: panel.isRecording
             }
             AbstractButton {
                 id: record
                 implicitWidth: 76
                 implicitHeight: 76
                 focus: true
+                Keys.onReturnPressed: panel.isRecording ? panel.finish() : panel.toggle()
+                Keys.onEnterPressed: panel.isRecording ? panel.finish() : panel.toggle()
                 text: recorder.mediaState === MediaState.Started ? qsTr("Hold") : panel.isHeld ? qsTr("Go on") : qsTr("Record")
                 Accessible.name: text
                 onClicked: panel.toggle()
@@ -144,13 +177,30 @@ Pane {
                     }
                 }
             }
-            IconButton {
-                symbol: panel.isRecording ? "check" : "microphone"
-                text: panel.isRecording ? qsTr("Finish") : qsTr("Channels")
-                checked: panel.isRecording
-                onClicked: panel.isRecording ? panel.finish() : channels.open()
+            TextButton {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: panel.channelsInUse.name
+                Accessible.name: qsTr("Channels: %1").arg(text)
+                visible: !panel.isRecording
+                onClicked: channels.open()
+            }
+            TextButton {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: qsTr("Finish")
+                isMain: true
+                visible: panel.isRecording
+                onClicked: panel.finish()
             }
         }
+    }
+    Timer {
+        interval: 5000
+        running: true
+        repeat: true
+        triggeredOnStart: true
+        onTriggered: panel.measureSpace()
     }
 
     ChoiceSheet {
@@ -163,7 +213,7 @@ Pane {
     ChoiceSheet {
         id: channels
         title: qsTr("Channels")
-        choices: panel.channels
+        choices: panel.layouts
         current: recorder.audioChannelConfiguration
         onChosen: (value) => recorder.audioChannelConfiguration = value
     }

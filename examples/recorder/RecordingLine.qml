@@ -16,6 +16,7 @@ Line {
     signal played
     signal renamed
     signal removed
+    signal recordWanted
 
     visible: !isUnfinished
     height: visible ? implicitHeight : 0
@@ -26,7 +27,15 @@ Line {
     isCurrent: position !== ""
     onClicked: played()
     Keys.onReturnPressed: played()
+    Keys.onEnterPressed: played()
     Keys.onDeletePressed: removed()
+    Keys.onPressed: (event) => {
+        event.accepted = event.key === Qt.Key_F2;
+        if (event.accepted)
+            renamed();
+    }
+    // The space bar records, also from the list.
+    Keys.onSpacePressed: recordWanted()
 
     IconButton {
         symbol: "edit"

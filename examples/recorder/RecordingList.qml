@@ -10,15 +10,23 @@ import voro.multimedia
 FocusScope {
     id: page
 
+    required property AppWindow window
     property bool isRecording: false
     /** The file that is still being written, which is not to be touched. */
     property url unfinished
 
     signal failed(problem: string)
+    signal recordWanted
 
     function check(result: int) {
         if (result !== MediaError.None)
             failed(MediaErrors.text(result));
+    }
+
+    /** Shows the recordings where they can be sent and copied. */
+    function showFolder() {
+        if (!Qt.openUrlExternally(Files.recordings))
+            failed(qsTr("There is no program that shows folders. The recordings are in %1.").arg(Files.pathOf(Files.recordings)));
     }
 
     function stop() {
@@ -52,11 +60,25 @@ FocusScope {
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
-        Label {
-            Layout.margins: Theme.margin
-            text: qsTr("Recordings")
-            font { pixelSize: 20; bold: true }
-            Accessible.role: Accessible.Heading
+        RowLayout {
+            Layout.margins: 4
+            Layout.leftMargin: Theme.margin
+            spacing: 0
+            Label {
+                Layout.fillWidth: true
+                text: qsTr("Recordings")
+                elide: Text.ElideRight
+                font { pixelSize: Theme.titleSize; bold: true }
+                Accessible.role: Accessible.Heading
+            }
+            IconButton {
+                symbol: "folder"
+                text: qsTr("Show the folder")
+                onClicked: page.showFolder()
+            }
+            AppMenu {
+                window: page.window
+            }
         }
         ListView {
             id: list
@@ -86,6 +108,7 @@ FocusScope {
                     renaming.name = title;
                     renaming.open();
                 }
+                onRecordWanted: page.recordWanted()
                 onRemoved: removing.ask(fileUrl)
             }
             EmptyState {
@@ -112,9 +135,7 @@ FocusScope {
         action: qsTr("Rename")
         onNamed: (name) => {
             page.release(file);
-            const problem = Files.rename(file, name);
-            if (problem !== "")
-                page.failed(problem);
+            problem = Files.rename(file, name);
         }
     }
     ConfirmSheet {

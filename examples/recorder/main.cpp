@@ -3,7 +3,8 @@
 int main(int argc, char *argv[])
 {
     return application::run(argc, argv,
-                            {.id = QStringLiteral("voro-recorder"),
+                            {.program = QStringLiteral("voro-recorder"),
+                             .id = QStringLiteral("org.voro.Recorder"),
                              .name = QStringLiteral("Voro Recorder"),
                              .summary = QStringLiteral("Records what the microphone hears."),
                              .operands = {},

@@ -3,6 +3,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import voro.application
 import voro.multimedia
+import voro.remote
 
 /** Like a lock screen: the time, and whoever holds the now-playing role with everything it can be told. */
 AppWindow {
@@ -16,6 +17,14 @@ AppWindow {
                                      && controller.mediaState !== MediaState.Paused
 
     title: isSilent ? qsTr("Voro Remote") : track
+
+    keys: [
+        { key: qsTr("Space"), text: qsTr("Play or pause") },
+        { key: "← →", text: qsTr("Back or on") },
+        { key: "N P", text: qsTr("Next or previous track") },
+        { key: "↑ ↓ + −", text: qsTr("Louder or softer") },
+        { key: "M", text: qsTr("Sound off or on") },
+    ]
 
     /** As it was asked for here: nobody tells. */
     property bool isMuted: false
@@ -33,6 +42,14 @@ AppWindow {
     NowPlayingController {
         id: controller
     }
+    RunningPosition {
+        id: running
+        controller: controller
+        running: window.visible && isPlaying
+    }
+    Sources {
+        id: sources
+    }
     Timer {
         running: window.visible
         repeat: true
@@ -44,7 +61,7 @@ AppWindow {
     FocusScope {
         anchors.fill: parent
         focus: true
-        Keys.onPressed: (event) => event.accepted = window.handleKey(event.key)
+        Keys.onPressed: (event) => event.accepted = window.handleKey(event)
 
         GridLayout {
             anchors.fill: parent
@@ -63,7 +80,7 @@ AppWindow {
                     property date now: new Date()
                     Layout.alignment: Qt.AlignHCenter
                     text: now.toLocaleTimeString(Qt.locale(), "HH:mm")
-                    font { pixelSize: 56; weight: Font.Light }
+                    font { pixelSize: Math.round(Theme.fontSize * 3.7); weight: Font.Light }
                 }
                 Item {
                     Layout.fillWidth: true
@@ -91,6 +108,15 @@ AppWindow {
                 Layout.preferredWidth: 1
                 Layout.alignment: Qt.AlignVCenter
                 spacing: 4
+                TextButton {
+                    Layout.alignment: Qt.AlignHCenter
+                    Layout.maximumWidth: parent.width
+                    visible: !window.isSilent && sources.activeName !== ""
+                    text: sources.activeName
+                    icon.name: sources.activeIcon
+                    Accessible.name: qsTr("Played by %1").arg(text)
+                    onClicked: sourceSheet.open()
+                }
                 Label {
                     Layout.fillWidth: true
                     horizontalAlignment: Text.AlignHCenter
@@ -100,7 +126,7 @@ AppWindow {
                     wrapMode: Text.Wrap
                     maximumLineCount: 2
                     elide: Text.ElideRight
-                    font { pixelSize: 22; bold: true }
+                    font { pixelSize: Theme.titleSize; bold: true }
                     Accessible.role: Accessible.Heading
                 }
                 Label {
@@ -112,41 +138,12 @@ AppWindow {
                     elide: Text.ElideRight
                     color: Theme.faint
                 }
-                ProgressBar {
-                    id: progress
+                Progress {
                     Layout.fillWidth: true
                     Layout.topMargin: 16
                     visible: !window.isSilent
-                    to: Math.max(1, controller.duration)
-                    value: Math.min(controller.position, to)
-                    Accessible.name: qsTr("Position")
-                    background: Rectangle {
-                        implicitHeight: 4
-                        radius: 2
-                        color: Theme.raised
-                    }
-                    contentItem: Item {
-                        Rectangle {
-                            width: progress.visualPosition * parent.width
-                            height: 4
-                            radius: 2
-                            color: Theme.accent
-                        }
-                    }
-                }
-                RowLayout {
-                    visible: !window.isSilent
-                    Label {
-                        text: Format.time(controller.position)
-                        color: Theme.faint
-                    }
-                    Item {
-                        Layout.fillWidth: true
-                    }
-                    Label {
-                        text: controller.duration > 0 ? Format.time(controller.duration) : "–:––"
-                        color: Theme.faint
-                    }
+                    position: running.position
+                    duration: controller.duration
                 }
                 RowLayout {
                     Layout.alignment: Qt.AlignHCenter
@@ -157,7 +154,7 @@ AppWindow {
                         symbol: "shuffle"
                         text: controller.shuffleMode === ShuffleMode.All ? qsTr("Plays in a random order") : qsTr("Plays in order")
                         enabled: controller.shuffleMode !== ShuffleMode.Unsupported
-                        checked: controller.shuffleMode === ShuffleMode.All
+                        isOn: controller.shuffleMode === ShuffleMode.All
                         onClicked: window.check(controller.shuffle())
                     }
                     IconButton {
@@ -185,7 +182,7 @@ AppWindow {
                         text: controller.repeatMode === RepeatMode.Track ? qsTr("Repeats the track")
                             : controller.repeatMode === RepeatMode.All ? qsTr("Repeats everything") : qsTr("Repeats nothing")
                         enabled: controller.repeatMode !== RepeatMode.Unsupported
-                        checked: enabled && controller.repeatMode !== RepeatMode.None
+                        isOn: enabled && controller.repeatMode !== RepeatMode.None
                         onClicked: window.check(controller.repeat())
                     }
                 }
@@ -202,7 +199,7 @@ AppWindow {
                     IconButton {
                         symbol: window.isMuted ? "mute" : "volume"
                         text: window.isMuted ? qsTr("Sound on") : qsTr("Sound off")
-                        checked: window.isMuted
+                        isOn: window.isMuted
                         onClicked: window.setMuted(!window.isMuted)
                     }
                     IconButton {
@@ -214,6 +211,11 @@ AppWindow {
                 }
             }
         }
+        AppMenu {
+            anchors { right: parent.right; top: parent.top; margins: 4 }
+            window: window
+            entries: sources.count > 0 ? [{ text: qsTr("Sources"), symbol: "library", run: () => sourceSheet.open() }] : []
+        }
         Notice {
             id: notice
             anchors { left: parent.left; right: parent.right; top: parent.top; margins: 12 }
@@ -221,14 +223,24 @@ AppWindow {
         }
     }
 
-    function handleKey(key: int): bool {
-        switch (key) {
+    LazySheet {
+        id: sourceSheet
+        sheet: Qt.resolvedUrl("SourceSheet.qml")
+        properties: ({ sources: sources })
+    }
+
+    function handleKey(event: var): bool {
+        if (handleCommonKey(event))
+            return true;
+        switch (event.key) {
         case Qt.Key_Space: check(controller.playPause()); return true;
         case Qt.Key_N: check(controller.next()); return true;
         case Qt.Key_P: check(controller.previous()); return true;
         case Qt.Key_Right: check(controller.forward()); return true;
         case Qt.Key_Left: check(controller.rewind()); return true;
+        case Qt.Key_Up:
         case Qt.Key_Plus: check(controller.volumeUp()); return true;
+        case Qt.Key_Down:
         case Qt.Key_Minus: check(controller.volumeDown()); return true;
         case Qt.Key_M: setMuted(!isMuted); return true;
         }

@@ -3,7 +3,8 @@
 int main(int argc, char *argv[])
 {
     return application::run(argc, argv,
-                            {.id = QStringLiteral("voro-remote"),
+                            {.program = QStringLiteral("voro-remote"),
+                             .id = QStringLiteral("org.voro.Remote"),
                              .name = QStringLiteral("Voro Remote"),
                              .summary = QStringLiteral("Shows and commands what is playing on this device."),
                              .operands = {},

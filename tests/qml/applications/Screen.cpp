@@ -135,5 +135,6 @@ QImage Screen::picture() const
 bool Screen::keepPicture(const QString &name) const
 {
     const QString folder = qEnvironmentVariable("VORO_PICTURES", QStringLiteral(PICTURES));
-    return QDir().mkpath(folder) && picture().save(QDir(folder).filePath(name));
+    const QString file = QDir(folder).filePath(name);
+    return QDir().mkpath(QFileInfo(file).path()) && picture().save(file);
 }

@@ -1,0 +1,47 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import voro.application
+
+/** Where the track is, as a bar and in numbers. */
+ColumnLayout {
+    id: progress
+
+    property real position: 0
+    property real duration: 0
+
+    ProgressBar {
+        id: bar
+        Layout.fillWidth: true
+        to: Math.max(1, progress.duration)
+        value: Math.min(progress.position, to)
+        Accessible.name: qsTr("Position")
+        background: Rectangle {
+            implicitHeight: 4
+            radius: 2
+            color: Theme.raised
+        }
+        contentItem: Item {
+            Rectangle {
+                x: bar.mirrored ? parent.width - width : 0
+                width: bar.position * parent.width
+                height: 4
+                radius: 2
+                color: Theme.accent
+            }
+        }
+    }
+    RowLayout {
+        Label {
+            text: Format.time(progress.position)
+            color: Theme.faint
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+        Label {
+            text: progress.duration > 0 ? Format.time(progress.duration) : "–:––"
+            color: Theme.faint
+        }
+    }
+}

@@ -1,0 +1,233 @@
+#include "Daemon.h"
+#include "Home.h"
+#include "PulseServer.h"
+#include "Screen.h"
+#include "XServer.h"
+
+#include <QtCore/QProcess>
+#include <QtGui/QGuiApplication>
+#include <QtQuick/QQuickWindow>
+
+using namespace voro::multimedia;
+
+/** What the application Player does with queues, captions, long media and other starts of itself. */
+class tst_PlayerApplication : public QObject {
+    Q_OBJECT
+public:
+    explicit tst_PlayerApplication(const Home &home) : m_home(home) {}
+
+private Q_SLOTS:
+    void initTestCase();
+    void init() { m_home.forgetSettings(); }
+    void captions_areFound_forEveryMediumOfAQueue();
+    void brokenFile_isNamed_andNotFollowedByAnother();
+    void queue_isRearranged_whileItPlays();
+    void longMedium_goesOnWhereItStopped();
+    void library_isSortedAndSearched_byTags();
+    void sleepTimer_pausesAtTheEndOfTheTrack();
+    void windowAndVolume_areRemembered();
+    void address_isAskedFor();
+    void secondStart_handsItsFilesToTheFirst();
+
+private:
+    QVariantMap operands(const QStringList &files) const;
+
+    const Home &m_home;
+    PulseServer m_soundServer;
+    Daemon m_daemon{Daemon::Later};
+};
+
+void tst_PlayerApplication::initTestCase()
+{
+    QVERIFY(m_daemon.start({"VORO_AUDIO_SINK=fakesink sync=true"}));
+}
+
+QVariantMap tst_PlayerApplication::operands(const QStringList &files) const
+{
+    QVariantList urls;
+    for (const QString &file : files) {
+        urls += QUrl::fromLocalFile(m_home.path(file));
+    }
+    return {{"operands", urls}};
+}
+
+void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
+{
+    for (const char *name : {"one", "two"}) {
+        media::makeTone(m_home.path(QStringLiteral("%1.mkv").arg(name)), {.seconds = 20, .hasPicture = true});
+    }
+    const QByteArray captions = "1\n00:00:00,000 --> 00:00:19,000\nWords\n";
+    m_home.write("one.srt", captions);
+    m_home.write("two.fr.srt", captions);
+    m_home.write("two.de.srt", captions);
+    Screen player("voro.player", operands({"one.mkv", "two.mkv"}));
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Film"), PatienceMs);
+    QVERIFY(player.click("Captions"));
+    QTRY_VERIFY(player.isChecked("one.srt"));
+    player.press(Qt::Key_Escape);
+    QVERIFY(player.click("Next track"));
+    QTRY_VERIFY_WITH_TIMEOUT(player.window()->title() == "two", PatienceMs);
+    QVERIFY(player.click("Captions"));
+    QTRY_VERIFY(player.isChecked("Deutsch"));
+    QVERIFY(player.click("Français"));
+    QTRY_VERIFY(player.isChecked("Français") && !player.isChecked("Deutsch"));
+    QVERIFY(!player.shows("“two”*"));
+}
+
+void tst_PlayerApplication::brokenFile_isNamed_andNotFollowedByAnother()
+{
+    const QString album = "Music/Northern Lights/";
+    Screen player("voro.player", operands({album + "1.ogg", "Music/broken.ogg", album + "3.ogg"}));
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("First Frost") && player.shows("Pause"), PatienceMs);
+    QVERIFY(player.click("Queue"));
+    QVERIFY(player.click("broken"));
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("“broken”*"), PatienceMs);
+    QTRY_VERIFY(player.shows("Play"));
+}
+
+void tst_PlayerApplication::queue_isRearranged_whileItPlays()
+{
+    Watcher device;
+    const QString album = "Music/Northern Lights/";
+    Screen player("voro.player", operands({album + "1.ogg", album + "2.ogg", album + "3.ogg"}));
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "First Frost", PatienceMs);
+    player.press(Qt::Key_Right);
+    QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 10'000, PatienceMs);
+    QVERIFY(player.click("Queue"));
+    QTRY_VERIFY(player.shows("Take “2” out"));
+    // The third one goes before the second.
+    player.press(Qt::Key_Down);
+    player.press(Qt::Key_Down);
+    QTest::keyClick(player.window(), Qt::Key_Up, Qt::ControlModifier);
+    QTRY_VERIFY(player.place("3").top() < player.place("2").top());
+    QVERIFY(player.click("Take “2” out"));
+    QTRY_VERIFY(!player.shows("2"));
+    player.press(Qt::Key_Escape);
+    QCOMPARE(device.title(), "First Frost");
+    QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 10'000, PatienceMs);
+    QTRY_COMPARE(device.mediaState(), MediaState::Started);
+    player.press(Qt::Key_N);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "Harbour", PatienceMs);
+    QTRY_VERIFY(!device.isNextEnabled());
+}
+
+void tst_PlayerApplication::longMedium_goesOnWhereItStopped()
+{
+    media::makeTone(m_home.path("book.wav"), {.seconds = 700, .channels = 1});
+    {
+        Screen player("voro.player", operands({"book.wav"}));
+        QTRY_VERIFY_WITH_TIMEOUT(player.shows("11:40") && player.shows("Pause"), PatienceMs);
+        QVERIFY(player.drag("Position", 0.5));
+        QTRY_VERIFY_WITH_TIMEOUT(player.shows("5:5*"), PatienceMs);
+        player.press(Qt::Key_Space);
+        QTRY_VERIFY(player.shows("Play"));
+    }
+    {
+        Screen player("voro.player", operands({"book.wav"}));
+        QVERIFY(player.click("Go on at 5:5*"));
+        QTRY_VERIFY_WITH_TIMEOUT(player.shows("5:5*"), PatienceMs);
+    }
+    QDir(m_home.path("Empty")).mkpath(".");
+    Screen player("voro.player", operands({"Empty"}));
+    QVERIFY(player.click("Go on with “book”"));
+    QTRY_VERIFY_WITH_TIMEOUT(player.window()->title() == "book", PatienceMs);
+}
+
+void tst_PlayerApplication::library_isSortedAndSearched_byTags()
+{
+    Screen player("voro.player", operands({"Music"}));
+    QVERIFY(player.click("Order"));
+    QVERIFY(player.click("By title"));
+    const auto top = [&](const char *name) { return player.place(name).top(); };
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("First Frost, *") && player.shows("The Long Way*"), PatienceMs);
+    QTRY_VERIFY(top("First Frost, *") < top("Harbour, *") && top("Harbour, *") < top("The Long Way*"));
+    QTest::keyClick(player.window(), Qt::Key_F, Qt::ControlModifier);
+    player.type("green");
+    QTRY_VERIFY(!player.shows("Harbour, *"));
+    QVERIFY(player.shows("The Long Way*"));
+    player.type("er");
+    QTRY_VERIFY(player.shows("Nothing found"));
+    player.press(Qt::Key_Escape);
+    QTRY_VERIFY(player.shows("Harbour, *"));
+}
+
+void tst_PlayerApplication::sleepTimer_pausesAtTheEndOfTheTrack()
+{
+    const QString album = "Music/Northern Lights/";
+    Screen player("voro.player", operands({album + "1.ogg", album + "2.ogg"}));
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Pause"), PatienceMs);
+    QVERIFY(player.click("More"));
+    QVERIFY(player.click("Sleep timer"));
+    QVERIFY(player.click("At the end of the track"));
+    QTRY_VERIFY(!player.shows("In 15 minutes"));
+    player.press(Qt::Key_N);
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("The Long Way*") && player.shows("Play"), PatienceMs);
+}
+
+void tst_PlayerApplication::windowAndVolume_areRemembered()
+{
+    {
+        Screen player("voro.player", operands({"Music/Northern Lights"}));
+        player.resize(500, 700);
+        QTRY_COMPARE(player.window()->size(), QSize(500, 700));
+        player.press(Qt::Key_Minus);
+        QVERIFY(player.click("Harbour, *"));
+        QTRY_VERIFY(player.shows("Now playing: Harbour"));
+    }
+    Screen player("voro.player");
+    QCOMPARE(player.window()->size(), QSize(500, 700));
+    QTRY_VERIFY(player.shows("Northern Lights") && player.shows("Harbour, *"));
+    QCOMPARE(QSettings().value("volume").toDouble(), 0.95);
+}
+
+void tst_PlayerApplication::address_isAskedFor()
+{
+    Screen player("voro.player");
+    QTest::keyClick(player.window(), Qt::Key_L, Qt::ControlModifier);
+    QTRY_VERIFY(player.shows("Open an address"));
+    player.type("no address");
+    player.press(Qt::Key_Return);
+    QTRY_VERIFY(player.shows("This is no address*"));
+    QTest::keyClick(player.window(), Qt::Key_A, Qt::ControlModifier);
+    player.type(QUrl::fromLocalFile(m_home.album("3.ogg")).toString());
+    player.press(Qt::Key_Return);
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Harbour") && !player.shows("Open an address"), PatienceMs);
+}
+
+void tst_PlayerApplication::secondStart_handsItsFilesToTheFirst()
+{
+    QProcess bus;
+    bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+    QVERIFY(bus.waitForReadyRead(PatienceMs));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", QString::fromLatin1(bus.readLine()).trimmed());
+
+    Watcher device;
+    QProcess first;
+    first.setProcessEnvironment(environment);
+    first.start(QStringLiteral(BIN "voro-player"), {m_home.album("1.ogg")});
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "First Frost", PatienceMs);
+    QProcess second;
+    second.setProcessEnvironment(environment);
+    second.start(QStringLiteral(BIN "voro-player"), {m_home.album("3.ogg")});
+    QVERIFY(second.waitForFinished(PatienceMs));
+    QCOMPARE(second.exitCode(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "Harbour", PatienceMs);
+    for (QProcess *process : {&first, &bus}) {
+        process->terminate();
+        QVERIFY(process->waitForFinished(PatienceMs));
+    }
+}
+
+int main(int argc, char *argv[])
+{
+    const Home home;
+    const XServer screen;
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName("tst_player_application");
+    QGuiApplication::setOrganizationName("voro");
+    tst_PlayerApplication test(home);
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_player_application.moc"
