@@ -1,0 +1,123 @@
+#include "Application.h"
+#include "Daemon.h"
+#include "Home.h"
+#include "Screen.h"
+#include "XServer.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+
+/** In every language every text of the windows and of all their sheets has its room on a phone. */
+class tst_Languages : public QObject {
+    Q_OBJECT
+public:
+    explicit tst_Languages(const Home &home) : m_home(home) {}
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY(m_daemon.start({"VORO_AUDIO_SINK=fakesink sync=true"})); }
+    void init() { m_home.forgetSettings(); }
+    void texts_haveTheirRoom_data();
+    void texts_haveTheirRoom();
+
+private:
+    const Home &m_home;
+    Daemon m_daemon{Daemon::Later};
+};
+
+namespace {
+
+bool isOfType(const QObject *object, const char *type)
+{
+    for (auto meta = object->metaObject(); meta; meta = meta->superClass()) {
+        if (QByteArray(meta->className()).startsWith(type)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/** The texts that are shown and do not fit. */
+QStringList cutTexts(const QQuickItem *item, const QRectF &window)
+{
+    QStringList texts;
+    if (!item->isVisible() || item->opacity() == 0) {
+        return texts;
+    }
+    if (isOfType(item, "QQuickText") && !item->property("text").toString().isEmpty()) {
+        const QRectF place = item->mapRectToScene(item->boundingRect());
+        const bool isCut = item->property("truncated").toBool()
+                           || item->property("contentWidth").toReal() > item->width() + 1
+                           || place.left() < window.left() - 1 || place.right() > window.right() + 1;
+        if (isCut) {
+            texts += item->property("text").toString();
+        }
+    }
+    for (const QQuickItem *child : item->childItems()) {
+        texts += cutTexts(child, window);
+    }
+    return texts;
+}
+
+} // namespace
+
+void tst_Languages::texts_haveTheirRoom_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("uri");
+    const QDir translations(":/voro/translations");
+    QCOMPARE(translations.count(), 9U);
+    for (const QString &file : translations.entryList()) {
+        const QString language = file.chopped(3).mid(5);
+        for (const char *uri : {"voro.player", "voro.recorder", "voro.remote"}) {
+            QTest::addRow("%s %s", qPrintable(language), uri) << language << uri;
+        }
+    }
+}
+
+void tst_Languages::texts_haveTheirRoom()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, uri);
+    application::translate({QString(language).replace('_', '-')});
+    QCOMPARE(QGuiApplication::layoutDirection(), language == "ar" ? Qt::RightToLeft : Qt::LeftToRight);
+    Screen screen(qPrintable(uri));
+    QQuickWindow *window = screen.window();
+    const auto cut = [&] {
+        screen.picture();
+        return cutTexts(window->contentItem(), QRectF(QPointF(), window->size()));
+    };
+    QCOMPARE(window->size(), QSize(360, 640));
+    QTRY_COMPARE(cut(), QStringList());
+    QVERIFY(screen.keepPicture(QStringLiteral("%1/%2.png").arg(language, uri)));
+
+    int sheets = 0;
+    for (QObject *object : window->findChildren<QObject *>()) {
+        if (!isOfType(object, "LazySheet_QML")) {
+            continue;
+        }
+        ++sheets;
+        QVERIFY(QMetaObject::invokeMethod(object, "open"));
+        QObject *sheet = object->property("item").value<QObject *>();
+        QVERIFY(sheet);
+        QTRY_VERIFY(sheet->property("opened").toBool());
+        QTRY_COMPARE(cut(), QStringList());
+        QVERIFY(screen.keepPicture(QStringLiteral("%1/%2-%3.png").arg(language, uri).arg(sheets)));
+        QVERIFY(QMetaObject::invokeMethod(sheet, "close"));
+        QTRY_VERIFY(!sheet->property("visible").toBool());
+    }
+    QVERIFY(sheets >= 3);
+}
+
+int main(int argc, char *argv[])
+{
+    const Home home;
+    const XServer screen;
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName("tst_languages");
+    QGuiApplication::setOrganizationName("voro");
+    tst_Languages test(home);
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_languages.moc"
