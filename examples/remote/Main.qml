@@ -110,7 +110,8 @@ AppWindow {
                 spacing: 4
                 TextButton {
                     Layout.alignment: Qt.AlignHCenter
-                    Layout.maximumWidth: parent.width
+                    Layout.fillWidth: true
+                    Layout.maximumWidth: 300
                     visible: !window.isSilent && sources.activeName !== ""
                     text: sources.activeName
                     icon.name: sources.activeIcon

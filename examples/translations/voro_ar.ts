@@ -779,7 +779,7 @@
         <translation>كما في الميكروفون</translation>
     </message>
     <message>
-        <source>Automatic</source>
+        <source>Auto</source>
         <translation>تلقائي</translation>
     </message>
     <message>

@@ -779,8 +779,8 @@
         <translation>Wie das Mikrofon</translation>
     </message>
     <message>
-        <source>Automatic</source>
-        <translation>Automatisch</translation>
+        <source>Auto</source>
+        <translation>Auto</translation>
     </message>
     <message>
         <source>Mono</source>

@@ -779,8 +779,8 @@
         <translation>Como el micrófono</translation>
     </message>
     <message>
-        <source>Automatic</source>
-        <translation>Automático</translation>
+        <source>Auto</source>
+        <translation>Auto</translation>
     </message>
     <message>
         <source>Mono</source>

@@ -779,8 +779,8 @@
         <translation>Come il microfono</translation>
     </message>
     <message>
-        <source>Automatic</source>
-        <translation>Automatico</translation>
+        <source>Auto</source>
+        <translation>Auto</translation>
     </message>
     <message>
         <source>Mono</source>

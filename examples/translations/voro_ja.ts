@@ -779,7 +779,7 @@
         <translation>マイクに合わせる</translation>
     </message>
     <message>
-        <source>Automatic</source>
+        <source>Auto</source>
         <translation>自動</translation>
     </message>
     <message>

@@ -779,7 +779,7 @@
         <translation>Jak mikrofon</translation>
     </message>
     <message>
-        <source>Automatic</source>
+        <source>Auto</source>
         <translation>Auto</translation>
     </message>
     <message>

@@ -779,7 +779,7 @@
         <translation>与麦克风一致</translation>
     </message>
     <message>
-        <source>Automatic</source>
+        <source>Auto</source>
         <translation>自动</translation>
     </message>
     <message>

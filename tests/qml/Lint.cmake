@@ -3,9 +3,10 @@
 file(GLOB_RECURSE files ${SOURCE}/tests/qml/*.qml)
 
 # The applications' files are seen where their modules are described.
-file(GLOB examples RELATIVE ${SOURCE}/examples ${SOURCE}/examples/*/*.qml)
+file(GLOB examples RELATIVE ${SOURCE}/examples ${SOURCE}/examples/application/*.qml ${SOURCE}/examples/player/*.qml
+  ${SOURCE}/examples/recorder/*.qml ${SOURCE}/examples/remote/*.qml)
 list(TRANSFORM examples PREPEND ${MODULES}/voro/)
-list(APPEND files ${examples})
+list(APPEND files ${examples} ${SOURCE}/examples/lock-screen/Main.qml ${SOURCE}/examples/qml-player/Main.qml)
 
 file(REMOVE_RECURSE ${WORK})
 include(${CMAKE_CURRENT_LIST_DIR}/../Examples.cmake)

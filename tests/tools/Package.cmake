@@ -29,8 +29,10 @@ set(files bin/voro ${LIBEXEC}/vorod ${LIBEXEC}/voro-renderer ${LIB}/voro/playlis
   lib/systemd/user/vorod.socket lib/systemd/user/vorod.service)
 if(QML)
   list(APPEND files ${QML}/voro/multimedia/qmldir)
-  foreach(name voro-player voro-recorder voro-remote)
-    list(APPEND files bin/${name} share/applications/${name}.desktop share/icons/hicolor/scalable/apps/${name}.svg)
+  foreach(name Player Recorder Remote)
+    string(TOLOWER bin/voro-${name} program)
+    list(APPEND files ${program} share/applications/org.voro.${name}.desktop share/metainfo/org.voro.${name}.metainfo.xml
+      share/dbus-1/services/org.voro.${name}.service share/icons/hicolor/scalable/apps/org.voro.${name}.svg)
   endforeach()
 endif()
 foreach(file IN LISTS files)

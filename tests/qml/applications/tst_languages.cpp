@@ -67,7 +67,7 @@ void tst_Languages::texts_haveTheirRoom_data()
     QTest::addColumn<QString>("uri");
     const QDir translations(":/voro/translations");
     QCOMPARE(translations.count(), 9U);
-    for (const QString &file : translations.entryList()) {
+    for (const QString &file : QStringList{"voro_en.qm"} + translations.entryList()) {
         const QString language = file.chopped(3).mid(5);
         for (const char *uri : {"voro.player", "voro.recorder", "voro.remote"}) {
             QTest::addRow("%s %s", qPrintable(language), uri) << language << uri;
@@ -88,7 +88,7 @@ void tst_Languages::texts_haveTheirRoom()
         return cutTexts(window->contentItem(), QRectF(QPointF(), window->size()));
     };
     QCOMPARE(window->size(), QSize(360, 640));
-    QTRY_COMPARE(cut(), QStringList());
+    QTRY_COMPARE(cut().join('\n'), QString());
     QVERIFY(screen.keepPicture(QStringLiteral("%1/%2.png").arg(language, uri)));
 
     int sheets = 0;
@@ -101,8 +101,7 @@ void tst_Languages::texts_haveTheirRoom()
         QObject *sheet = object->property("item").value<QObject *>();
         QVERIFY(sheet);
         QTRY_VERIFY(sheet->property("opened").toBool());
-        QTRY_COMPARE(cut(), QStringList());
-        QVERIFY(screen.keepPicture(QStringLiteral("%1/%2-%3.png").arg(language, uri).arg(sheets)));
+        QTRY_COMPARE(cut().join('\n'), QString());
         QVERIFY(QMetaObject::invokeMethod(sheet, "close"));
         QTRY_VERIFY(!sheet->property("visible").toBool());
     }
