@@ -9,6 +9,7 @@
 #include <private/Logger.h>
 #include <private/MediaUtils.h>
 #include <private/Values.h>
+#include <private/VariantSetter.h>
 
 namespace voro::multimedia {
 
@@ -38,14 +39,7 @@ void AudioRecorderPrivate::setMediaState(MediaState::Type mediaState)
             onMmrDurationChanged(0);
         }
     }
-    if (isOrphan()) {
-        return;
-    }
-    DEBUG_LINE << "emit mediaStateChanged()";
-    DEBUG_LINE << "  mediaState=" << keyName(mediaState);
-    if (const Emission to{this}) {
-        Q_EMIT to->mediaStateChanged(mediaState);
-    }
+    announce(tracer, &AudioRecorder::mediaStateChanged, "mediaState", mediaState);
 }
 
 MediaError::Type AudioRecorderPrivate::unprepare()
@@ -58,32 +52,35 @@ MediaError::Type AudioRecorderPrivate::unprepare()
         DEBUG_LINE << "Already unprepared";
         return MediaError::None;
     }
-    if (const auto error = failureToEnd(tracer, mmr_stop(m_context), "Error stopping the recorder. error=")) {
-        return *error;
+    if (!hasEnded(mmr_stop(m_context))) {
+        return fail(tracer, lastError(), "Error stopping the recorder. error=");
     }
-    if (const auto error =
-            failureToEnd(tracer, mmr_input_detach(m_context), "Error detaching recording input. error=")) {
-        return *error;
+    if (!hasEnded(mmr_input_detach(m_context))) {
+        return fail(tracer, lastError(), "Error detaching recording input. error=");
     }
-    if (const auto error =
-            failure(tracer, mmr_output_detach(m_context, m_outputId), "Error detaching recording file. error=")) {
-        return *error;
+    if (mmr_output_detach(m_context, m_outputId) == -1) {
+        return fail(tracer, lastError(), "Error detaching recording file. error=");
     }
     setMediaState(MediaState::Unprepared);
     return MediaError::None;
 }
 
 /** A setting that the input depends on can change only while there is none. */
-MediaError::Type AudioRecorderPrivate::unprepareForChange(const FunctionTracer &tracer)
+template<typename Value, typename Signal>
+MediaError::Type AudioRecorderPrivate::changeInputSetting(const FunctionTracer &tracer, Value &stored,
+                                                          const Value &value, const Signal &changed, const char *name)
 {
-    if (m_mediaState == MediaState::Unprepared) {
+    if (m_mediaState != MediaState::Unprepared) {
+        if (const auto error = unprepare()) {
+            return fail(tracer, error, "Unable to unprepare the recorder.");
+        }
+    }
+    if (isOrphan()) {
         return MediaError::None;
     }
-    const MediaError::Type error = unprepare();
-    if (error != MediaError::None) {
-        CRITICAL_LINE << "Unable to unprepare the recorder.";
-    }
-    return error;
+    stored = value;
+    announce(tracer, changed, name, value);
+    return MediaError::None;
 }
 
 // AudioRecorderPrivate: input and parameters
@@ -118,17 +115,17 @@ MediaError::Type AudioRecorderPrivate::updateInputParams(unsigned int handle)
     }
     Dictionary dictionary;
     if (!dictionary.set(QStringLiteral("audioman_handle"), QString::number(handle))) {
-        CRITICAL_LINE << "Unable to create audio manager handle parameter. audioman_handle=" << handle;
-        return MediaError::InvalidParameter;
+        return fail(tracer, MediaError::InvalidParameter,
+                    "Unable to create audio manager handle parameter. audioman_handle=", handle);
     }
     const char *type = audio_manager_get_name_from_type(AUDIO_TYPE_VOICE_RECORDING);
     if (!dictionary.set(QStringLiteral("audio_type"), QString::fromUtf8(type))) {
-        CRITICAL_LINE << "Unable to create voice recording audio type parameter.";
-        return MediaError::InvalidParameter;
+        return fail(tracer, MediaError::InvalidParameter, "Unable to create voice recording audio type parameter.");
     }
-    // Any result but 0 is a failure here.
-    const int result = mmr_input_parameters(m_context, dictionary.release()) == 0 ? 0 : -1;
-    return failure(tracer, result, "Unable to set input parameters. error=").value_or(MediaError::None);
+    if (mmr_input_parameters(m_context, dictionary.release()) != 0) {
+        return fail(tracer, lastError(), "Unable to set input parameters. error=");
+    }
+    return MediaError::None;
 }
 
 // AudioRecorderPrivate: the renderer's reports
@@ -137,25 +134,15 @@ void AudioRecorderPrivate::onMmrError(MediaError::Type e, unsigned int position,
 {
     TRACE_FUNCTION();
     setMediaState(MediaState::Stopped);
-    if (isOrphan()) {
-        return;
-    }
-    DEBUG_LINE << "emit error()";
-    DEBUG_LINE << "  error=" << keyName(e);
-    DEBUG_LINE << "  position=" << position;
-    const Emission to{this};
-    if (to) {
-        Q_EMIT to->error(e, position);
-    }
-    if (to) {
-        Q_EMIT to->error(e, QVariant(position));
-    }
+    announceError(tracer, e, position);
 }
 
 void AudioRecorderPrivate::onMmrIdle()
 {
     TRACE_FUNCTION();
-    report(tracer, unprepare(), "Unable to unprepare. error=");
+    if (const auto error = unprepare()) {
+        fail(tracer, error, "Unable to unprepare. error=");
+    }
 }
 
 void AudioRecorderPrivate::onMmrPaused()
@@ -168,15 +155,7 @@ void AudioRecorderPrivate::onMmrDurationChanged(unsigned int duration)
 {
     TRACE_FUNCTION();
     m_duration = duration;
-    DEBUG_LINE << "emit durationChanged()";
-    DEBUG_LINE << "  duration=" << duration;
-    const Emission to{this};
-    if (to) {
-        Q_EMIT to->durationChanged(duration);
-    }
-    if (to) {
-        Q_EMIT to->durationChanged(QVariant(duration));
-    }
+    announce(tracer, {&AudioRecorder::durationChanged, &AudioRecorder::durationChanged}, "duration", duration);
 }
 
 void AudioRecorderPrivate::onMmrRecording()
@@ -194,11 +173,7 @@ void AudioRecorderPrivate::onMmrStopped()
 void AudioRecorderPrivate::onVolumeLevelChanged(double percentage)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "emit recordingLevelChanged()";
-    DEBUG_LINE << "  percentage=" << percentage;
-    if (const Emission to{this}) {
-        Q_EMIT to->recordingLevelChanged(percentage);
-    }
+    announce(tracer, &AudioRecorder::recordingLevelChanged, "percentage", percentage);
 }
 
 // AudioRecorder: construction
@@ -236,11 +211,8 @@ void AudioRecorderPrivate::connectNotifier()
     connect(m_notifier, &Notifier::positionChanged, this, &Self::onMmrDurationChanged);
     connect(m_notifier, &Notifier::stopped, this, &Self::onMmrStopped);
     // Passed on, without the lines that onVolumeLevelChanged() logs.
-    connect(m_notifier, &Notifier::volumeLevelChanged, this, [this](double percentage) {
-        if (const Emission to{this}) {
-            Q_EMIT to->recordingLevelChanged(percentage);
-        }
-    });
+    connect(m_notifier, &Notifier::volumeLevelChanged, this,
+            [this](double percentage) { emitSignal(&AudioRecorder::recordingLevelChanged, percentage); });
 }
 
 AudioRecorder::~AudioRecorder()
@@ -270,19 +242,14 @@ MediaError::Type AudioRecorder::prepare()
     }
     d->m_outputId = mmr_output_attach(d->m_context, path.toUtf8().constData(), "file");
     if (d->m_outputId == -1) {
-        const MediaError::Type error = d->lastError();
-        CRITICAL_LINE << "Error attaching audio output. url=" << LoggedUrl(d->m_outputUrl)
-                      << ", error=" << keyName(error);
-        return error;
+        return fail(tracer, d->lastError(), "Error attaching audio output. url=", LoggedUrl(d->m_outputUrl),
+                    ", error=");
     }
     if (const auto error = d->updateInputParams(d->m_audioManagerHandle)) {
-        CRITICAL_LINE << "Unable to set input parameters.";
-        return error;
+        return fail(tracer, error, "Unable to set input parameters.");
     }
     if (mmr_input_attach(d->m_context, inputUrl.toUtf8().constData(), "track") == -1) {
-        const MediaError::Type error = d->lastError();
-        CRITICAL_LINE << "Error attaching input source. url=" << inputUrl << ", error=" << keyName(error);
-        return error;
+        return fail(tracer, d->lastError(), "Error attaching input source. url=", inputUrl, ", error=");
     }
     d->setMediaState(MediaState::Prepared);
     return MediaError::None;
@@ -297,20 +264,17 @@ MediaError::Type AudioRecorder::record()
     AudioRecorderPrivate *const self = d;
     if (self->m_mediaState == MediaState::Unprepared) {
         if (const auto error = prepare()) {
-            CRITICAL_LINE << "Unable to prepare the recorder";
-            return error;
+            return fail(tracer, error, "Unable to prepare the recorder");
         }
         if (self->isOrphan()) {
             return MediaError::None;
         }
     }
     if (mmr_speed_set(d->m_context, MmrContextNotifier::s_NormalPlaybackSpeed) == -1) {
-        const MediaError::Type error = d->lastError();
-        CRITICAL_LINE << "Unable to set the recorder speed to normal";
-        return error;
+        return fail(tracer, d->lastError(), "Unable to set the recorder speed to normal");
     }
-    if (const auto error = d->failure(tracer, mmr_play(d->m_context), "Error recording audio. error=")) {
-        return *error;
+    if (mmr_play(d->m_context) == -1) {
+        return fail(tracer, d->lastError(), "Error recording audio. error=");
     }
     d->setMediaState(MediaState::Started);
     return MediaError::None;
@@ -322,9 +286,8 @@ MediaError::Type AudioRecorder::pause()
     if (!d->hasContext(tracer)) {
         return MediaError::InvalidState;
     }
-    if (const auto error = d->failure(tracer, mmr_speed_set(d->m_context, MmrContextNotifier::s_PausedPlaybackSpeed),
-                                      "Error pausing the recorder. error=")) {
-        return *error;
+    if (mmr_speed_set(d->m_context, MmrContextNotifier::s_PausedPlaybackSpeed) == -1) {
+        return fail(tracer, d->lastError(), "Error pausing the recorder. error=");
     }
     d->setMediaState(MediaState::Paused);
     return MediaError::None;
@@ -346,20 +309,8 @@ MediaError::Type AudioRecorder::setAudioChannelConfiguration(AudioChannelConfigu
         DEBUG_LINE << "Attempting to set same audio channel configuration.";
         return MediaError::None;
     }
-    AudioRecorderPrivate *const self = d;
-    if (const auto error = self->unprepareForChange(tracer)) {
-        return error;
-    }
-    if (self->isOrphan()) {
-        return MediaError::None;
-    }
-    d->m_audioChannelConfiguration = audioChannelConfiguration;
-    DEBUG_LINE << "emit audioChannelConfigurationChanged()";
-    DEBUG_LINE << "  audioChannelConfiguration=" << keyName(audioChannelConfiguration);
-    if (const Emission to{d}) {
-        Q_EMIT to->audioChannelConfigurationChanged(audioChannelConfiguration);
-    }
-    return MediaError::None;
+    return d->changeInputSetting(tracer, d->m_audioChannelConfiguration, audioChannelConfiguration,
+                                 &AudioRecorder::audioChannelConfigurationChanged, "audioChannelConfiguration");
 }
 
 MediaError::Type AudioRecorder::setAudioManagerHandle(unsigned int handle)
@@ -370,37 +321,16 @@ MediaError::Type AudioRecorder::setAudioManagerHandle(unsigned int handle)
         DEBUG_LINE << "Attempting to set same audio manager handle.";
         return MediaError::None;
     }
-    AudioRecorderPrivate *const self = d;
-    if (const auto error = self->unprepareForChange(tracer)) {
-        return error;
-    }
-    if (self->isOrphan()) {
-        return MediaError::None;
-    }
-    d->m_audioManagerHandle = handle;
-    DEBUG_LINE << "emit audioManagerHandleChanged()";
-    DEBUG_LINE << "  audioManagerHandle=" << handle;
-    const Emission to{d};
-    if (to) {
-        Q_EMIT to->audioManagerHandleChanged(handle);
-    }
-    if (to) {
-        Q_EMIT to->audioManagerHandleChanged(QVariant(handle));
-    }
-    return MediaError::None;
+    using Twins = AudioRecorderPrivate::Twins;
+    const Twins changed{&AudioRecorder::audioManagerHandleChanged, &AudioRecorder::audioManagerHandleChanged};
+    return d->changeInputSetting(tracer, d->m_audioManagerHandle, handle, changed, "audioManagerHandle");
 }
 
 void AudioRecorder::setAudioManagerHandleQml(const QVariant &handle)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "handle=" << handle.toString();
-    bool ok = false;
-    const unsigned int number = handle.toUInt(&ok);
-    if (ok) {
-        setAudioManagerHandle(number);
-    } else {
-        WARNING_LINE << "Unable to convert variant handle.";
-    }
+    setFromVariant(tracer, this, &AudioRecorder::setAudioManagerHandle, "handle", handle,
+                   "Unable to convert variant handle.");
 }
 
 void AudioRecorder::setOutputUrl(const QUrl &url)
@@ -418,33 +348,19 @@ MediaError::Type AudioRecorder::setStatusInterval(unsigned int statusInterval)
         return MediaError::InvalidState;
     }
     if (const auto error = d->updateContextParams(statusInterval)) {
-        CRITICAL_LINE << "Unable to set the status interval.";
-        return error;
+        return fail(tracer, error, "Unable to set the status interval.");
     }
     d->m_statusInterval = statusInterval;
-    DEBUG_LINE << "emit statusIntervalChanged()";
-    DEBUG_LINE << "  statusInterval=" << statusInterval;
-    const Emission to{d};
-    if (to) {
-        Q_EMIT to->statusIntervalChanged(statusInterval);
-    }
-    if (to) {
-        Q_EMIT to->statusIntervalChanged(QVariant(statusInterval));
-    }
+    d->announce(tracer, {&AudioRecorder::statusIntervalChanged, &AudioRecorder::statusIntervalChanged},
+                "statusInterval", statusInterval);
     return MediaError::None;
 }
 
 void AudioRecorder::setStatusIntervalQml(const QVariant &statusInterval)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "statusInterval=" << statusInterval.toString();
-    bool ok = false;
-    const unsigned int number = statusInterval.toUInt(&ok);
-    if (ok) {
-        setStatusInterval(number);
-    } else {
-        WARNING_LINE << "Unable to convert variant status interval.";
-    }
+    setFromVariant(tracer, this, &AudioRecorder::setStatusInterval, "statusInterval", statusInterval,
+                   "Unable to convert variant status interval.");
 }
 
 // AudioRecorder: getters

@@ -4,7 +4,8 @@
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPointer>
 
-#include <private/Logger.h>
+#include <private/Announcement.h>
+#include <private/Delivery.h>
 #include <private/MediaKeyWatcherPrivate.h>
 
 #include <array>
@@ -65,7 +66,8 @@ void MediaKeyWatcherPrivate::setNotification(MediaKeyNotification::Type notifica
     m_notification = notification;
     m_listeners = countListeners();
     updateButtonRegistration(m_control, m_key, notification, true);
-    DEBUG_LINE << "emit notificationChanged()";
+    // The value line's single blank is required.
+    logSignal(tracer, "notificationChanged");
     DEBUG_LINE << " notification=" << keyName(notification);
     Q_EMIT m_watcher->notificationChanged(notification);
 }
@@ -188,17 +190,9 @@ int MediaKeyWatcherPrivate::send(voro::PpsObject *object, MediaKey::Type key, co
          QVariantMap{{QStringLiteral("key"), name}, {QStringLiteral("action"), QStringLiteral("forward")}}},
     };
     DEBUG_LINE << message;
-    bool ok = false;
-    const QByteArray encoded = voro::PpsObject::encode(message, &ok);
-    if (!ok) {
-        WARNING_LINE << "Error encoding message for PPS. error=" << object->error();
-        return object->error();
-    }
-    if (!object->write(encoded)) {
-        WARNING_LINE << "Error writing message to PPS. error=" << object->error();
-        return object->error();
-    }
-    return 0;
+    const Delivery delivery = deliver(
+        tracer, *object, message, {"Error encoding message for PPS. error=", "Error writing message to PPS. error="});
+    return delivery == Delivery::Written ? 0 : object->error();
 }
 
 void MediaKeyWatcherPrivate::onReadyRead()
@@ -231,12 +225,10 @@ void MediaKeyWatcherPrivate::handleKeyMessage(const QVariantMap &control)
     }
     const MediaKey::Type key = m_key;
     if (name.endsWith(QLatin1String("_short"))) {
-        DEBUG_LINE << "emit shortPress()";
-        DEBUG_LINE << "  key=" << keyName(key);
+        logSignal(tracer, "shortPress", "key", key);
         Q_EMIT m_watcher->shortPress(key);
     } else if (name.endsWith(QLatin1String("_med"))) {
-        DEBUG_LINE << "emit longPress()";
-        DEBUG_LINE << "  key=" << keyName(key);
+        logSignal(tracer, "longPress", "key", key);
         const QPointer<MediaKeyWatcher> watcher(m_watcher);
         Q_EMIT watcher->longPress(key);
         // A listener may have destroyed the watcher.

@@ -59,18 +59,15 @@ MediaError::Type MediaPlayer::prepare()
     if (const auto error = d->attachOutputs(tracer, audioUrl, videoUrl, closedCaptionUrl)) {
         return error;
     }
-    if (const auto error = report(
-            tracer, d->applyAudioSettings(d->m_audioManagerHandle, d->m_volume, d->m_autoPause, d->m_equalizerPreset),
-            "Error attaching output audio type. error=")) {
-        return error;
+    if (const auto error =
+            d->applyAudioSettings(d->m_audioManagerHandle, d->m_volume, d->m_autoPause, d->m_equalizerPreset)) {
+        return fail(tracer, error, "Error attaching output audio type. error=");
     }
-    if (const auto error = report(tracer, d->attachInput(d->m_sourceUrl), "Error attaching input source, error=")) {
-        return error;
+    if (const auto error = d->attachInput(d->m_sourceUrl)) {
+        return fail(tracer, error, "Error attaching input source, error=");
     }
     if (d->updateInputParamRepeatMode(d->m_repeatMode) != MediaError::None) {
-        const MediaError::Type error = d->lastError();
-        WARNING_LINE << "Error updating repeat parameter. error=" << keyName(error);
-        return error;
+        return refuse(tracer, d->lastError(), "Error updating repeat parameter. error=");
     }
     d->setMediaState(MediaState::Prepared);
     return MediaError::None;
@@ -84,14 +81,17 @@ MediaError::Type MediaPlayer::play()
     }
     MediaPlayerPrivate *const self = d;
     if (self->m_mediaState == MediaState::Unprepared) {
-        if (const auto error = report(tracer, prepare(), "Unable to prepare the player. error=")) {
-            return error;
+        if (const auto error = prepare()) {
+            return fail(tracer, error, "Unable to prepare the player. error=");
         }
         if (self->isOrphan()) {
             return MediaError::None;
         }
     }
-    return report(tracer, self->play(), "Unable to play the player. error=");
+    if (const auto error = self->play()) {
+        return fail(tracer, error, "Unable to play the player. error=");
+    }
+    return MediaError::None;
 }
 
 MediaError::Type MediaPlayer::pause()
@@ -103,18 +103,16 @@ MediaError::Type MediaPlayer::pause()
     MediaPlayerPrivate *const self = d;
     if (self->m_mediaState == MediaState::Unprepared) {
         if (const auto error = prepare()) {
-            CRITICAL_LINE << "Unable to prepare the player";
-            return error;
+            return fail(tracer, error, "Unable to prepare the player");
         }
         if (self->isOrphan()) {
             return MediaError::None;
         }
     }
-    const MediaError::Type error = setSpeed(0.0);
-    if (error != MediaError::None) {
-        CRITICAL_LINE << "Unable to pause the player";
+    if (const auto error = setSpeed(0.0)) {
+        return fail(tracer, error, "Unable to pause the player");
     }
-    return error;
+    return MediaError::None;
 }
 
 MediaError::Type MediaPlayer::stop()
@@ -127,8 +125,8 @@ MediaError::Type MediaPlayer::stop()
         DEBUG_LINE << "Media player is unprepared";
         return MediaError::InvalidState;
     }
-    if (const auto error = d->failureToEnd(tracer, mmr_stop(d->m_context), "Error stopping the player. error=")) {
-        return *error;
+    if (!d->hasEnded(mmr_stop(d->m_context))) {
+        return fail(tracer, d->lastError(), "Error stopping the player. error=");
     }
     d->setMediaState(MediaState::Stopped);
     return MediaError::None;
@@ -185,15 +183,12 @@ MediaError::Type MediaPlayer::setSpeed(double speed)
         return MediaError::InvalidState;
     }
     const int rate = truncated<int>(speed * MmrContextNotifier::s_NormalPlaybackSpeed);
-    if (const auto error =
-            d->failure(tracer, mmr_speed_set(d->m_context, rate), "Error setting the player speed. error=")) {
-        return *error;
+    if (mmr_speed_set(d->m_context, rate) == -1) {
+        return fail(tracer, d->lastError(), "Error setting the player speed. error=");
     }
-    if (d->m_mediaState == MediaState::Prepared || d->m_mediaState == MediaState::Stopped) {
-        if (const auto error =
-                d->failure(tracer, mmr_play(d->m_context), "Error moving the player to a playing state. error=")) {
-            return *error;
-        }
+    const bool isWaiting = d->m_mediaState == MediaState::Prepared || d->m_mediaState == MediaState::Stopped;
+    if (isWaiting && mmr_play(d->m_context) == -1) {
+        return fail(tracer, d->lastError(), "Error moving the player to a playing state. error=");
     }
     MediaPlayerPrivate *const self = d;
     const MediaState::Type state = self->m_mediaState;
@@ -224,12 +219,11 @@ MediaError::Type MediaPlayer::setSourceUrl(const QUrl &url)
         return MediaError::InvalidState;
     }
     if (url == d->m_sourceUrl) {
-        WARNING_LINE << "Ignoring attempt to set same url.";
-        return MediaError::None;
+        return refuse(tracer, MediaError::None, "Ignoring attempt to set same url.");
     }
     MediaPlayerPrivate *const self = d;
-    if (const auto error = report(tracer, self->detachInput(), "Unable to detach existing input. error=")) {
-        return error;
+    if (const auto error = self->detachInput()) {
+        return fail(tracer, error, "Unable to detach existing input. error=");
     }
     if (self->isOrphan()) {
         return MediaError::None;
@@ -237,10 +231,8 @@ MediaError::Type MediaPlayer::setSourceUrl(const QUrl &url)
     self->setMediaState(MediaState::Unprepared);
     self->m_sourceUrl = url;
     // The text is required; it is not the signal's name.
-    DEBUG_LINE << "emit sourceChanged()";
-    if (const Emission to{self}) {
-        Q_EMIT to->sourceUrlChanged(self->m_sourceUrl);
-    }
+    logSignal(tracer, "sourceChanged");
+    self->emitSignal(&MediaPlayer::sourceUrlChanged, self->m_sourceUrl);
     return MediaError::None;
 }
 
@@ -257,14 +249,13 @@ MediaError::Type MediaPlayer::setAudioOutput(AudioOutput::Type audioOutput)
     MediaPlayerPrivate *const self = d;
     if (audioOutput == AudioOutput::None || self->m_audioOutput == AudioOutput::None) {
         if (const auto error = self->detachInput()) {
-            CRITICAL_LINE << "Unable to detach existing input. error=" << static_cast<int>(self->lastError());
-            return error;
+            return fail(tracer, error, "Unable to detach existing input. error=", static_cast<int>(self->lastError()));
         }
     }
     if (self->m_mediaState != MediaState::Unprepared && self->m_audioOutputId != -1) {
         if (const auto error = self->detachOutput(self->m_audioOutputId)) {
-            CRITICAL_LINE << "Unable to detach the audio output. error=" << static_cast<int>(self->lastError());
-            return error;
+            return fail(tracer, error,
+                        "Unable to detach the audio output. error=", static_cast<int>(self->lastError()));
         }
     }
     if (self->isOrphan()) {
@@ -277,11 +268,7 @@ MediaError::Type MediaPlayer::setAudioOutput(AudioOutput::Type audioOutput)
     if (self->m_mediaState != MediaState::Unprepared) {
         self->setMediaState(MediaState::Unprepared);
     }
-    DEBUG_LINE << "emit audioOutputChanged()";
-    DEBUG_LINE << "  output=" << keyName(audioOutput);
-    if (const Emission to{self}) {
-        Q_EMIT to->audioOutputChanged(audioOutput);
-    }
+    self->announce(tracer, &MediaPlayer::audioOutputChanged, "output", audioOutput);
     return MediaError::None;
 }
 
@@ -289,34 +276,32 @@ MediaError::Type MediaPlayer::setVideoOutput(VideoOutput::Type videoOutput)
 {
     TRACE_FUNCTION();
     if (!d->m_context) {
-        WARNING_LINE << "MMR context is null";
-        return MediaError::InvalidState;
+        return refuse(tracer, MediaError::InvalidState, "MMR context is null");
     }
     if (videoOutput == d->m_videoOutput) {
-        WARNING_LINE << "Ignoring attempt to set same video output.";
-        return MediaError::None;
+        return refuse(tracer, MediaError::None, "Ignoring attempt to set same video output.");
     }
     if (videoOutput > VideoOutput::SecondaryDisplay) {
-        WARNING_LINE << "Invalid video output value. videoOutput=" << static_cast<int>(videoOutput);
-        return MediaError::None;
+        return refuse(tracer, MediaError::None,
+                      "Invalid video output value. videoOutput=", static_cast<int>(videoOutput));
     }
     MediaPlayerPrivate *const self = d;
     if (videoOutput == VideoOutput::None || self->m_videoOutput == VideoOutput::None) {
         if (const auto error = self->detachInput()) {
-            WARNING_LINE << "Unable to detach existing input. error=" << static_cast<int>(self->lastError());
-            return error;
+            return refuse(tracer, error,
+                          "Unable to detach existing input. error=", static_cast<int>(self->lastError()));
         }
     }
     if (self->m_videoOutputId != -1 && !self->isOrphan()) {
         if (const auto error = self->detachOutput(self->m_videoOutputId)) {
-            WARNING_LINE << "Unable to detach the video output. error=" << static_cast<int>(self->lastError());
-            return error;
+            return refuse(tracer, error,
+                          "Unable to detach the video output. error=", static_cast<int>(self->lastError()));
         }
     }
     if (self->m_closedCaptionOutputId != -1 && !self->isOrphan()) {
         if (const auto error = self->detachOutput(self->m_closedCaptionOutputId)) {
-            WARNING_LINE << "Unable to detach the closed caption output. error=" << static_cast<int>(self->lastError());
-            return error;
+            return refuse(tracer, error,
+                          "Unable to detach the closed caption output. error=", static_cast<int>(self->lastError()));
         }
     }
     if (self->isOrphan()) {
@@ -327,11 +312,8 @@ MediaError::Type MediaPlayer::setVideoOutput(VideoOutput::Type videoOutput)
     if (self->m_mediaState != MediaState::Unprepared) {
         self->setMediaState(MediaState::Unprepared);
     }
-    DEBUG_LINE << "emit videoOutputChanged()";
-    DEBUG_LINE << "  output=" << static_cast<int>(videoOutput);
-    if (const Emission to{self}) {
-        Q_EMIT to->videoOutputChanged(videoOutput);
-    }
+    logSignal(tracer, "videoOutputChanged", "output", static_cast<int>(videoOutput));
+    self->emitSignal(&MediaPlayer::videoOutputChanged, videoOutput);
     return MediaError::None;
 }
 
@@ -347,8 +329,7 @@ MediaError::Type MediaPlayer::setVideoSourceRect(int x, int y, unsigned int widt
         return MediaError::InvalidState;
     }
     if (const auto error = d->updateVideoOutputParams(rect)) {
-        CRITICAL_LINE << "Unable to set video source parameters. src=" << rect << ", error=" << keyName(error);
-        return error;
+        return fail(tracer, error, "Unable to set video source parameters. src=", rect, ", error=");
     }
     d->m_videoSourceRect = rect;
     return MediaError::None;
@@ -357,46 +338,23 @@ MediaError::Type MediaPlayer::setVideoSourceRect(int x, int y, unsigned int widt
 void MediaPlayer::setWindowId(const QString &windowId)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "windowId=" << windowId;
-    if (!replace(d->m_windowId, windowId)) {
-        DEBUG_LINE << "Ignoring change to same window id";
-        return;
-    }
-    DEBUG_LINE << "emit windowIdChanged()";
-    DEBUG_LINE << "  windowId=" << windowId;
-    if (const Emission to{d}) {
-        Q_EMIT to->windowIdChanged(windowId);
-    }
+    d->setWindow(tracer, d->m_windowId, windowId, &MediaPlayer::windowIdChanged, "windowId",
+                 "Ignoring change to same window id");
 }
 
 void MediaPlayer::setWindowGroupId(const QString &windowGroupId)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "windowGroupId=" << windowGroupId;
-    if (!replace(d->m_windowGroupId, windowGroupId)) {
-        DEBUG_LINE << "Ignoring change to same window group id";
-        return;
-    }
-    DEBUG_LINE << "emit windowGroupIdChanged()";
-    DEBUG_LINE << "  windowGroupId=" << windowGroupId;
-    if (const Emission to{d}) {
-        Q_EMIT to->windowGroupIdChanged(windowGroupId);
-    }
+    d->setWindow(tracer, d->m_windowGroupId, windowGroupId, &MediaPlayer::windowGroupIdChanged, "windowGroupId",
+                 "Ignoring change to same window group id");
 }
 
 void MediaPlayer::setClosedCaptionWindowId(const QString &windowId)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "closedCaptionWindowId=" << windowId;
-    if (!replace(d->m_closedCaptionWindowId, windowId)) {
-        DEBUG_LINE << "Ignoring change to same window id";
-        return;
-    }
-    DEBUG_LINE << "emit closedCaptionWindowIdChanged()";
-    DEBUG_LINE << "  closedCaptionWindowId=" << windowId;
-    if (const Emission to{d}) {
-        Q_EMIT to->closedCaptionWindowIdChanged(windowId);
-    }
+    // The text for the same value is the video window's; this is required.
+    d->setWindow(tracer, d->m_closedCaptionWindowId, windowId, &MediaPlayer::closedCaptionWindowIdChanged,
+                 "closedCaptionWindowId", "Ignoring change to same window id");
 }
 
 // Getters

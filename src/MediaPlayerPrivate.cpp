@@ -92,14 +92,7 @@ void MediaPlayerPrivate::setMediaState(MediaState::Type mediaState)
         onSeekableChanged(false);
         m_metaData = {};
     }
-    if (isOrphan()) {
-        return;
-    }
-    DEBUG_LINE << "emit mediaStateChanged()";
-    DEBUG_LINE << "  mediaState=" << keyName(m_mediaState);
-    if (const Emission to{this}) {
-        Q_EMIT to->mediaStateChanged(m_mediaState);
-    }
+    announce(tracer, &MediaPlayer::mediaStateChanged, "mediaState", m_mediaState);
 }
 
 MediaError::Type MediaPlayerPrivate::play()
@@ -109,17 +102,16 @@ MediaError::Type MediaPlayerPrivate::play()
         return MediaError::None;
     }
     // A speed of 0 is never stored, so this also ends a pause.
-    const MediaError::Type error = q->setSpeed(toFactor(m_speed));
-    if (error != MediaError::None) {
-        CRITICAL_LINE << "Error setting the playback speed. speed=" << m_speed << ", error=" << keyName(error);
-        return error;
+    if (const auto error = q->setSpeed(toFactor(m_speed))) {
+        return fail(tracer, error, "Error setting the playback speed. speed=", m_speed, ", error=");
     }
-    if (m_mediaState != MediaState::Started && !isOrphan()) {
-        if (const auto refused = failure(tracer, mmr_play(m_context), "Error playing the player. error=")) {
-            return *refused;
-        }
-        setMediaState(MediaState::Started);
+    if (m_mediaState == MediaState::Started || isOrphan()) {
+        return MediaError::None;
     }
+    if (mmr_play(m_context) == -1) {
+        return fail(tracer, lastError(), "Error playing the player. error=");
+    }
+    setMediaState(MediaState::Started);
     return MediaError::None;
 }
 
@@ -133,12 +125,11 @@ MediaError::Type MediaPlayerPrivate::unprepare()
         DEBUG_LINE << "Already unprepared";
         return MediaError::None;
     }
-    if (const auto error = failureToEnd(tracer, mmr_stop(m_context), "Error stopping the player. error=")) {
-        return *error;
+    if (!hasEnded(mmr_stop(m_context))) {
+        return fail(tracer, lastError(), "Error stopping the player. error=");
     }
-    if (const auto error =
-            failureToEnd(tracer, mmr_input_detach(m_context), "Error detaching playback input. error=")) {
-        return *error;
+    if (!hasEnded(mmr_input_detach(m_context))) {
+        return fail(tracer, lastError(), "Error detaching playback input. error=");
     }
     // The text of the closed-caption output is the video output's; this is required.
     const std::pair<int, const char *> outputs[] = {
@@ -147,11 +138,8 @@ MediaError::Type MediaPlayerPrivate::unprepare()
         {m_closedCaptionOutputId, "Error detaching video output. error="},
     };
     for (const auto &[outputId, text] : outputs) {
-        if (outputId == -1) {
-            continue;
-        }
-        if (const auto error = failure(tracer, mmr_output_detach(m_context, outputId), text)) {
-            return *error;
+        if (outputId != -1 && mmr_output_detach(m_context, outputId) == -1) {
+            return fail(tracer, lastError(), text);
         }
     }
     m_audioOutputId = m_closedCaptionOutputId = m_videoOutputId = -1;
@@ -167,14 +155,11 @@ MediaError::Type MediaPlayerPrivate::seek(unsigned int track, unsigned int posit
     if (!hasContext(tracer)) {
         return MediaError::InvalidState;
     }
-    const MediaError::Type error = m_notifier->seek(track, position);
-    if (error != MediaError::None) {
-        CRITICAL_LINE << "Unable to seek track. track=" << track << ", position=" << position
-                      << ", error=" << keyName(error);
-        return error;
+    if (const auto error = m_notifier->seek(track, position)) {
+        return fail(tracer, error, "Unable to seek track. track=", track, ", position=", position, ", error=");
     }
     m_track = track;
-    emitTrackChanged(tracer);
+    announceTrack(tracer);
     return MediaError::None;
 }
 
@@ -197,14 +182,13 @@ MediaError::Type MediaPlayerPrivate::attachInput(const QUrl &url)
             DEBUG_LINE << "Input attach succeeded";
             return MediaError::None;
         }
-        CRITICAL_LINE << "Failed to attach input. url=" << LoggedUrl(candidateUrl) << ", type=" << candidate.type;
+        fail(tracer, result, "Failed to attach input. url=", LoggedUrl(candidateUrl), ", type=", candidate.type);
         // Only this error says that the input may be of the other type.
         if (result != MediaError::Internal) {
             break;
         }
     }
-    CRITICAL_LINE << "Unable to attach source input. url=" << LoggedUrl(url) << ", e=" << keyName(result);
-    return result;
+    return fail(tracer, result, "Unable to attach source input. url=", LoggedUrl(url), ", e=");
 }
 
 MediaError::Type MediaPlayerPrivate::detachInput()
@@ -213,9 +197,8 @@ MediaError::Type MediaPlayerPrivate::detachInput()
     if (!hasContext(tracer)) {
         return MediaError::InvalidState;
     }
-    if (const auto error =
-            failureToEnd(tracer, mmr_input_detach(m_context), "Error detaching existing input. error=")) {
-        return *error;
+    if (!hasEnded(mmr_input_detach(m_context))) {
+        return fail(tracer, lastError(), "Error detaching existing input. error=");
     }
     setMediaState(MediaState::Unprepared);
     return MediaError::None;
@@ -224,11 +207,10 @@ MediaError::Type MediaPlayerPrivate::detachInput()
 MediaError::Type MediaPlayerPrivate::attachOutput(const FunctionTracer &tracer, const char *name, const QString &url,
                                                   const char *type, int *outputId)
 {
-    const MediaError::Type error = m_notifier->attachOutput(url, QLatin1String(type), outputId);
-    if (error != MediaError::None) {
-        CRITICAL_LINE << "Error attaching " << name << " output. url=" << url << ", error=" << keyName(error);
+    if (const auto error = m_notifier->attachOutput(url, QLatin1String(type), outputId)) {
+        return fail(tracer, error, "Error attaching ", name, " output. url=", url, ", error=");
     }
-    return error;
+    return MediaError::None;
 }
 
 /** Attaches the outputs that are wanted and not attached yet. */
@@ -259,13 +241,11 @@ MediaError::Type MediaPlayerPrivate::detachOutput(int outputId)
     if (!hasContext(tracer)) {
         return MediaError::InvalidState;
     }
-    if (const auto error = report(tracer, detachInput(), "Unable to detach existing input. error=")) {
-        return error;
+    if (const auto error = detachInput()) {
+        return fail(tracer, error, "Unable to detach existing input. error=");
     }
     if (outputId != -1 && !isOrphan() && mmr_output_detach(m_context, outputId) == -1) {
-        const MediaError::Type error = lastError();
-        CRITICAL_LINE << "Error detaching existing output. output=" << outputId << ", error=" << keyName(error);
-        return error;
+        return fail(tracer, lastError(), "Error detaching existing output. output=", outputId, ", error=");
     }
     return MediaError::None;
 }
@@ -292,6 +272,18 @@ QString MediaPlayerPrivate::generateVideoOutputUrl(VideoOutput::Type videoOutput
         .arg(windowId, windowGroupId, QString::number(display));
 }
 
+void MediaPlayerPrivate::setWindow(const FunctionTracer &tracer, QString &stored, const QString &id,
+                                   void (MediaPlayer::*changed)(const QString &), const char *name,
+                                   const char *sameText)
+{
+    DEBUG_LINE << name << "=" << id;
+    if (!replace(stored, id)) {
+        DEBUG_LINE << sameText;
+        return;
+    }
+    announce(tracer, changed, name, id);
+}
+
 // Parameters
 
 MediaError::Type MediaPlayerPrivate::updateAudioOutputParams(unsigned int audioManagerHandle, double volume,
@@ -303,39 +295,34 @@ MediaError::Type MediaPlayerPrivate::updateAudioOutputParams(unsigned int audioM
         return MediaError::InvalidState;
     }
     if (m_audioOutputId == -1) {
-        WARNING_LINE << "Audio output is not attached";
-        return MediaError::InvalidState;
+        return refuse(tracer, MediaError::InvalidState, "Audio output is not attached");
     }
     Dictionary dictionary;
     if (dictionary.isNull()) {
-        WARNING_LINE << "Unable to create parameter dictionary";
-        return MediaError::OutOfMemory;
+        return refuse(tracer, MediaError::OutOfMemory, "Unable to create parameter dictionary");
     }
     if (audioManagerHandle != 0
         && !dictionary.set(QStringLiteral("audioman_handle"), QString::number(audioManagerHandle))) {
-        WARNING_LINE << "Unable to create audio manager handle parameter. audioman_handle=" << audioManagerHandle;
-        return MediaError::InvalidParameter;
+        return refuse(tracer, MediaError::InvalidParameter,
+                      "Unable to create audio manager handle parameter. audioman_handle=", audioManagerHandle);
     }
     if (!dictionary.set(QStringLiteral("volume"), QString::number(level))) {
-        WARNING_LINE << "Unable to create volume parameter. volume=" << level;
-        return MediaError::InvalidParameter;
+        return refuse(tracer, MediaError::InvalidParameter, "Unable to create volume parameter. volume=", level);
     }
     // Parameters are merged by the renderer: off is never sent, so it does not reach an attached output.
     if (autoPause && !dictionary.set(QStringLiteral("autopause"), QStringLiteral("yes"))) {
-        WARNING_LINE << "Unable to create auto pause parameter. autoPause=" << autoPause;
-        return MediaError::InvalidParameter;
+        return refuse(tracer, MediaError::InvalidParameter,
+                      "Unable to create auto pause parameter. autoPause=", autoPause);
     }
     if (equalizerPreset != EqualizerPreset::Off
         && !dictionary.set(QStringLiteral("eq_preset"), toString(equalizerPreset))) {
-        WARNING_LINE << "Unable to create equalizer preset parameter. equalizerPreset=" << keyName(equalizerPreset);
-        return MediaError::InvalidParameter;
+        return refuse(tracer, MediaError::InvalidParameter,
+                      "Unable to create equalizer preset parameter. equalizerPreset=", keyName(equalizerPreset));
     }
-    if (mmr_output_parameters(m_context, m_audioOutputId, dictionary.release()) == 0) {
-        return MediaError::None;
+    if (mmr_output_parameters(m_context, m_audioOutputId, dictionary.release()) != 0) {
+        return refuse(tracer, lastError(), "Unable to set output parameters. output_id=", m_audioOutputId);
     }
-    const MediaError::Type error = lastError();
-    WARNING_LINE << "Unable to set output parameters. output_id=" << m_audioOutputId;
-    return error;
+    return MediaError::None;
 }
 
 /** Sends audio settings to the audio output when there is one; else prepare() will. */
@@ -361,8 +348,10 @@ MediaError::Type MediaPlayerPrivate::updateInputParamRepeatMode(RepeatMode::Type
     if (!hasContext(tracer)) {
         return MediaError::InvalidState;
     }
-    return report(tracer, m_notifier->updateInputParameter(QStringLiteral("repeat"), toString(mode)),
-                  "Unable to set input parameter. error=");
+    if (const auto error = m_notifier->updateInputParameter(QStringLiteral("repeat"), toString(mode))) {
+        return fail(tracer, error, "Unable to set input parameter. error=");
+    }
+    return MediaError::None;
 }
 
 MediaError::Type MediaPlayerPrivate::updateTrackParam(const FunctionTracer &tracer, unsigned int track,
@@ -372,14 +361,13 @@ MediaError::Type MediaPlayerPrivate::updateTrackParam(const FunctionTracer &trac
         return MediaError::InvalidState;
     }
     if (m_trackCount != 0 && track > m_trackCount) {
-        CRITICAL_LINE << "Unable to set out of range track parameters. track=" << track << ", count=" << m_trackCount;
-        return MediaError::InvalidParameter;
+        return fail(tracer, MediaError::InvalidParameter, "Unable to set out of range track parameters. track=", track,
+                    ", count=", m_trackCount);
     }
-    const MediaError::Type error = m_notifier->updateTrackParameter(track, name, value);
-    if (error != MediaError::None) {
-        WARNING_LINE << failure << keyName(error);
+    if (const auto error = m_notifier->updateTrackParameter(track, name, value)) {
+        return refuse(tracer, error, failure);
     }
-    return error;
+    return MediaError::None;
 }
 
 MediaError::Type MediaPlayerPrivate::updateTrackParamSubpictureDisabled(unsigned int track, bool disabled)
@@ -431,16 +419,14 @@ MediaError::Type MediaPlayerPrivate::updateVideoOutputParams(const QRect &rect)
     Dictionary dictionary;
     for (const Parameter &parameter : parameters) {
         if (!dictionary.set(parameter.key, QString::number(rect.isValid() ? parameter.value : 0))) {
-            WARNING_LINE << "Unable to create video source '" << parameter.name << "' parameter";
-            return MediaError::InvalidParameter;
+            return refuse(tracer, MediaError::InvalidParameter, "Unable to create video source '", parameter.name,
+                          "' parameter");
         }
     }
-    if (mmr_output_parameters(m_context, m_videoOutputId, dictionary.release()) == 0) {
-        return MediaError::None;
+    if (mmr_output_parameters(m_context, m_videoOutputId, dictionary.release()) != 0) {
+        return fail(tracer, lastError(), "Unable to set video source parameters on player. rect=", rect);
     }
-    const MediaError::Type error = lastError();
-    CRITICAL_LINE << "Unable to set video source parameters on player. rect=" << rect;
-    return error;
+    return MediaError::None;
 }
 
 QString MediaPlayerPrivate::toString(EqualizerPreset::Type equalizerPreset)

@@ -10,43 +10,24 @@ namespace voro::multimedia {
 void MediaPlayerPrivate::onBuffering(double percentage)
 {
     TRACE_FUNCTION();
-    if (!learn(m_buffering, percentage)) {
-        return;
-    }
-    DEBUG_LINE << "emit buffering()";
-    DEBUG_LINE << "  percentage=" << percentage;
-    if (const Emission to{this}) {
-        Q_EMIT to->buffering(percentage);
+    if (learn(m_buffering, percentage)) {
+        announce(tracer, &MediaPlayer::buffering, "percentage", percentage);
     }
 }
 
 void MediaPlayerPrivate::onBufferStatusChanged(BufferStatus::Type bufferStatus)
 {
     TRACE_FUNCTION();
-    if (!learn(m_bufferStatus, bufferStatus)) {
-        return;
-    }
-    DEBUG_LINE << "emit bufferStatusChanged()";
-    DEBUG_LINE << "  bufferStatus=" << keyName(bufferStatus);
-    if (const Emission to{this}) {
-        Q_EMIT to->bufferStatusChanged(bufferStatus);
+    if (learn(m_bufferStatus, bufferStatus)) {
+        announce(tracer, &MediaPlayer::bufferStatusChanged, "bufferStatus", bufferStatus);
     }
 }
 
 void MediaPlayerPrivate::onDurationChanged(unsigned int duration)
 {
     TRACE_FUNCTION();
-    if (!learn(m_duration, duration)) {
-        return;
-    }
-    DEBUG_LINE << "emit durationChanged()";
-    DEBUG_LINE << "  duration=" << duration;
-    const Emission to{this};
-    if (to) {
-        Q_EMIT to->durationChanged(duration);
-    }
-    if (to) {
-        Q_EMIT to->durationChanged(QVariant(duration));
+    if (learn(m_duration, duration)) {
+        announce(tracer, {&MediaPlayer::durationChanged, &MediaPlayer::durationChanged}, "duration", duration);
     }
 }
 
@@ -54,30 +35,14 @@ void MediaPlayerPrivate::onMetaDataChanged(const QVariantMap &metaData)
 {
     TRACE_FUNCTION();
     m_metaData = metaData;
-    DEBUG_LINE << "emit metaDataChanged()";
-    DEBUG_LINE << "  metadata=" << metaData;
-    if (const Emission to{this}) {
-        Q_EMIT to->metaDataChanged(metaData);
-    }
+    announce(tracer, &MediaPlayer::metaDataChanged, "metadata", metaData);
 }
 
 void MediaPlayerPrivate::onMmrError(MediaError::Type error, unsigned int position, unsigned int)
 {
     TRACE_FUNCTION();
     setMediaState(MediaState::Stopped);
-    if (isOrphan()) {
-        return;
-    }
-    DEBUG_LINE << "emit error()";
-    DEBUG_LINE << "  error=" << keyName(error);
-    DEBUG_LINE << "  position=" << position;
-    const Emission to{this};
-    if (to) {
-        Q_EMIT to->error(error, position);
-    }
-    if (to) {
-        Q_EMIT to->error(error, QVariant(position));
-    }
+    announceError(tracer, error, position);
 }
 
 void MediaPlayerPrivate::onMmrIdle()
@@ -96,13 +61,7 @@ void MediaPlayerPrivate::onMmrPlaybackCompleted()
 {
     TRACE_FUNCTION();
     setMediaState(MediaState::Stopped);
-    if (isOrphan()) {
-        return;
-    }
-    DEBUG_LINE << "emit playbackCompleted()";
-    if (const Emission to{this}) {
-        Q_EMIT to->playbackCompleted();
-    }
+    announce(tracer, &MediaPlayer::playbackCompleted);
 }
 
 void MediaPlayerPrivate::onMmrPlaying()
@@ -115,15 +74,7 @@ void MediaPlayerPrivate::onMmrPositionChanged(unsigned int position)
 {
     TRACE_FUNCTION();
     m_position = position;
-    DEBUG_LINE << "emit positionChanged()";
-    DEBUG_LINE << "  position=" << position;
-    const Emission to{this};
-    if (to) {
-        Q_EMIT to->positionChanged(position);
-    }
-    if (to) {
-        Q_EMIT to->positionChanged(QVariant(position));
-    }
+    announce(tracer, {&MediaPlayer::positionChanged, &MediaPlayer::positionChanged}, "position", position);
 }
 
 void MediaPlayerPrivate::onMmrSpeedChanged(int speed)
@@ -138,14 +89,7 @@ void MediaPlayerPrivate::onMmrSpeedChanged(int speed)
     } else if (speed != MmrContextNotifier::s_PausedPlaybackSpeed) {
         m_speed = speed;
     }
-    if (isOrphan()) {
-        return;
-    }
-    DEBUG_LINE << "emit speedChanged()";
-    DEBUG_LINE << "  percentage=" << toFactor(speed);
-    if (const Emission to{this}) {
-        Q_EMIT to->speedChanged(toFactor(speed));
-    }
+    announce(tracer, &MediaPlayer::speedChanged, "percentage", toFactor(speed));
 }
 
 void MediaPlayerPrivate::onMmrStopped()
@@ -159,13 +103,8 @@ void MediaPlayerPrivate::onMmrStopped()
 void MediaPlayerPrivate::onSeekableChanged(bool seekable)
 {
     TRACE_FUNCTION();
-    if (!learn(m_seekable, seekable)) {
-        return;
-    }
-    DEBUG_LINE << "emit seekableChanged()";
-    DEBUG_LINE << "  seekable=" << seekable;
-    if (const Emission to{this}) {
-        Q_EMIT to->seekableChanged(seekable);
+    if (learn(m_seekable, seekable)) {
+        announce(tracer, &MediaPlayer::seekableChanged, "seekable", seekable);
     }
 }
 
@@ -175,43 +114,26 @@ void MediaPlayerPrivate::onTrackChanged(unsigned int track)
     if (!learn(m_track, track)) {
         return;
     }
-    const MediaError::Type error = updateTrackParamSubpictureIndex(track, m_closedCaptionIndex);
-    if (error != MediaError::None) {
-        CRITICAL_LINE << "Unable to update the current track with the closed caption index. index="
-                      << m_closedCaptionIndex << ", error=" << keyName(error);
+    if (const auto error = updateTrackParamSubpictureIndex(track, m_closedCaptionIndex)) {
+        fail(tracer, error,
+             "Unable to update the current track with the closed caption index. index=", m_closedCaptionIndex,
+             ", error=");
         return;
     }
-    emitTrackChanged(tracer);
+    announceTrack(tracer);
 }
 
-void MediaPlayerPrivate::emitTrackChanged(const FunctionTracer &tracer)
+void MediaPlayerPrivate::announceTrack(const FunctionTracer &tracer)
 {
     const unsigned int track = m_track;
-    DEBUG_LINE << "emit trackChanged()";
-    DEBUG_LINE << "  track=" << track;
-    const Emission to{this};
-    if (to) {
-        Q_EMIT to->trackChanged(track);
-    }
-    if (to) {
-        Q_EMIT to->trackChanged(QVariant(track));
-    }
+    announce(tracer, {&MediaPlayer::trackChanged, &MediaPlayer::trackChanged}, "track", track);
 }
 
 void MediaPlayerPrivate::onTrackCountChanged(unsigned int trackCount)
 {
     TRACE_FUNCTION();
-    if (!learn(m_trackCount, trackCount)) {
-        return;
-    }
-    DEBUG_LINE << "emit trackCountChanged()";
-    DEBUG_LINE << "  trackCount=" << trackCount;
-    const Emission to{this};
-    if (to) {
-        Q_EMIT to->trackCountChanged(trackCount);
-    }
-    if (to) {
-        Q_EMIT to->trackCountChanged(QVariant(trackCount));
+    if (learn(m_trackCount, trackCount)) {
+        announce(tracer, {&MediaPlayer::trackCountChanged, &MediaPlayer::trackCountChanged}, "trackCount", trackCount);
     }
 }
 
@@ -222,11 +144,8 @@ void MediaPlayerPrivate::onVideoDimensionsChanged(const QSize &videoDimensions)
         return;
     }
     // The text is required; it is not the signal's name.
-    DEBUG_LINE << "emit m_videoDimensionsChanged()";
-    DEBUG_LINE << "  videoDimensions=" << videoDimensions;
-    if (const Emission to{this}) {
-        Q_EMIT to->videoDimensionsChanged(videoDimensions);
-    }
+    logSignal(tracer, "m_videoDimensionsChanged", "videoDimensions", videoDimensions);
+    emitSignal(&MediaPlayer::videoDimensionsChanged, videoDimensions);
 }
 
 } // namespace voro::multimedia

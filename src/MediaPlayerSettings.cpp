@@ -5,6 +5,7 @@
 #include <private/Logger.h>
 #include <private/MediaPlayerPrivate.h>
 #include <private/Values.h>
+#include <private/VariantSetter.h>
 
 namespace voro::multimedia {
 
@@ -17,15 +18,9 @@ MediaError::Type MediaPlayer::setClosedCaptionEnabled(bool enabled)
         return MediaError::None;
     }
     if (const auto error = d->updateTrackParamSubpictureDisabled(track(), !enabled)) {
-        CRITICAL_LINE << "Unable to set the closed caption enabled. enabled=" << enabled
-                      << ", error=" << keyName(error);
-        return error;
+        return fail(tracer, error, "Unable to set the closed caption enabled. enabled=", enabled, ", error=");
     }
-    DEBUG_LINE << "emit closedCaptionEnabledChanged()";
-    DEBUG_LINE << "  enabled=" << enabled;
-    if (const Emission to{d}) {
-        Q_EMIT to->closedCaptionEnabledChanged(enabled);
-    }
+    d->announce(tracer, &MediaPlayer::closedCaptionEnabledChanged, "enabled", enabled);
     return MediaError::None;
 }
 
@@ -36,32 +31,18 @@ MediaError::Type MediaPlayer::setClosedCaptionIndex(unsigned int index)
         return MediaError::None;
     }
     if (const auto error = d->updateTrackParamSubpictureIndex(track(), index)) {
-        CRITICAL_LINE << "Unable to set the closed caption index. index=" << index << ", error=" << keyName(error);
-        return error;
+        return fail(tracer, error, "Unable to set the closed caption index. index=", index, ", error=");
     }
-    DEBUG_LINE << "emit closedCaptionIndexChanged()";
-    DEBUG_LINE << "  index=" << index;
-    const Emission to{d};
-    if (to) {
-        Q_EMIT to->closedCaptionIndexChanged(index);
-    }
-    if (to) {
-        Q_EMIT to->closedCaptionIndexChanged(QVariant(index));
-    }
+    d->announce(tracer, {&MediaPlayer::closedCaptionIndexChanged, &MediaPlayer::closedCaptionIndexChanged}, "index",
+                index);
     return MediaError::None;
 }
 
 void MediaPlayer::setClosedCaptionIndexQml(const QVariant &index)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "index=" << index.toString();
-    bool ok = false;
-    const unsigned int number = index.toUInt(&ok);
-    if (ok) {
-        setClosedCaptionIndex(number);
-    } else {
-        WARNING_LINE << "Unable to convert variant closed caption index.";
-    }
+    setFromVariant(tracer, this, &MediaPlayer::setClosedCaptionIndex, "index", index,
+                   "Unable to convert variant closed caption index.");
 }
 
 QUrl MediaPlayer::closedCaptionUrl(unsigned int track) const
@@ -75,20 +56,16 @@ MediaError::Type MediaPlayer::setClosedCaptionUrl(unsigned int track, const QUrl
     TRACE_FUNCTION();
     const QUrl current = closedCaptionUrl(track);
     if (track != 1) {
-        WARNING_LINE << "Setting the closed caption url is limited to track 1.";
-        return MediaError::InvalidParameter;
+        return refuse(tracer, MediaError::InvalidParameter, "Setting the closed caption url is limited to track 1.");
     }
     if (url == current) {
         return MediaError::None;
     }
     if (const auto error = d->updateTrackParamSubpictureUrl(1, url)) {
-        CRITICAL_LINE << "Unable to set the closed caption url. track=" << track << ", url=" << LoggedUrl(url)
-                      << ", error=" << keyName(error);
-        return error;
+        return fail(tracer, error, "Unable to set the closed caption url. track=", track, ", url=", LoggedUrl(url),
+                    ", error=");
     }
-    DEBUG_LINE << "emit closedCaptionUrlChanged()";
-    DEBUG_LINE << "  track=" << track;
-    DEBUG_LINE << "  url=" << LoggedUrl(url);
+    logSignal(tracer, "closedCaptionUrlChanged", "track", track, "url", LoggedUrl(url));
     const Emission to{d};
     if (to) {
         Q_EMIT to->closedCaptionUrlChanged(track, url);
@@ -114,20 +91,14 @@ MediaError::Type MediaPlayer::setVolume(double volume)
     }
     // What is no number fails this too.
     if (!(volume >= 0.0 && volume <= 1.0)) {
-        WARNING_LINE << "Volume value out of range. volume=" << volume;
-        return MediaError::InvalidParameter;
+        return refuse(tracer, MediaError::InvalidParameter, "Volume value out of range. volume=", volume);
     }
     if (const auto error =
             d->applyAudioSettings(d->m_audioManagerHandle, volume, d->m_autoPause, d->m_equalizerPreset)) {
-        CRITICAL_LINE << "Unable to set volume parameter. volume=" << volume;
-        return error;
+        return fail(tracer, error, "Unable to set volume parameter. volume=", volume);
     }
     d->m_volume = volume;
-    DEBUG_LINE << "emit volumeChanged()";
-    DEBUG_LINE << "  volume=" << volume;
-    if (const Emission to{d}) {
-        Q_EMIT to->volumeChanged(volume);
-    }
+    d->announce(tracer, &MediaPlayer::volumeChanged, "volume", volume);
     return MediaError::None;
 }
 
@@ -141,14 +112,11 @@ MediaError::Type MediaPlayer::setAutoPause(bool autoPause)
     }
     if (const auto error =
             d->applyAudioSettings(d->m_audioManagerHandle, d->m_volume, autoPause, d->m_equalizerPreset)) {
-        CRITICAL_LINE << "Unable to set auto pause";
-        return error;
+        return fail(tracer, error, "Unable to set auto pause");
     }
     d->m_autoPause = autoPause;
-    DEBUG_LINE << "emit autoPauseChanged()";
-    if (const Emission to{d}) {
-        Q_EMIT to->autoPauseChanged(autoPause);
-    }
+    logSignal(tracer, "autoPauseChanged");
+    d->emitSignal(&MediaPlayer::autoPauseChanged, autoPause);
     return MediaError::None;
 }
 
@@ -162,15 +130,10 @@ MediaError::Type MediaPlayer::setEqualizerPreset(EqualizerPreset::Type equalizer
     }
     if (const auto error =
             d->applyAudioSettings(d->m_audioManagerHandle, d->m_volume, d->m_autoPause, equalizerPreset)) {
-        CRITICAL_LINE << "Unable to set equalizer preset";
-        return error;
+        return fail(tracer, error, "Unable to set equalizer preset");
     }
     d->m_equalizerPreset = equalizerPreset;
-    DEBUG_LINE << "emit equalizerPresetChanged()";
-    DEBUG_LINE << "  equalizerPreset=" << keyName(equalizerPreset);
-    if (const Emission to{d}) {
-        Q_EMIT to->equalizerPresetChanged(equalizerPreset);
-    }
+    d->announce(tracer, &MediaPlayer::equalizerPresetChanged, "equalizerPreset", equalizerPreset);
     return MediaError::None;
 }
 
@@ -179,33 +142,19 @@ MediaError::Type MediaPlayer::setAudioManagerHandle(unsigned int handle)
     TRACE_FUNCTION();
     DEBUG_LINE << "audioManagerHandle=" << handle;
     if (const auto error = d->applyAudioSettings(handle, d->m_volume, d->m_autoPause, d->m_equalizerPreset)) {
-        WARNING_LINE << "Unable to set the audio type.";
-        return error;
+        return refuse(tracer, error, "Unable to set the audio type.");
     }
     d->m_audioManagerHandle = handle;
-    DEBUG_LINE << "emit audioManagerHandleChanged()";
-    DEBUG_LINE << "  audioManagerHandle=" << handle;
-    const Emission to{d};
-    if (to) {
-        Q_EMIT to->audioManagerHandleChanged(handle);
-    }
-    if (to) {
-        Q_EMIT to->audioManagerHandleChanged(QVariant(handle));
-    }
+    d->announce(tracer, {&MediaPlayer::audioManagerHandleChanged, &MediaPlayer::audioManagerHandleChanged},
+                "audioManagerHandle", handle);
     return MediaError::None;
 }
 
 void MediaPlayer::setAudioManagerHandleQml(const QVariant &handle)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "handle=" << handle.toString();
-    bool ok = false;
-    const unsigned int number = handle.toUInt(&ok);
-    if (ok) {
-        setAudioManagerHandle(number);
-    } else {
-        WARNING_LINE << "Unable to convert variant handle.";
-    }
+    setFromVariant(tracer, this, &MediaPlayer::setAudioManagerHandle, "handle", handle,
+                   "Unable to convert variant handle.");
 }
 
 MediaError::Type MediaPlayer::setRepeatMode(RepeatMode::Type repeatMode)
@@ -216,25 +165,18 @@ MediaError::Type MediaPlayer::setRepeatMode(RepeatMode::Type repeatMode)
         return MediaError::InvalidState;
     }
     if (repeatMode == RepeatMode::Unsupported) {
-        WARNING_LINE << "Cannot set unsupported repeat mode value on player.";
-        return MediaError::UnsupportedValue;
+        return refuse(tracer, MediaError::UnsupportedValue, "Cannot set unsupported repeat mode value on player.");
     }
     if (repeatMode != RepeatMode::None && d->toString(repeatMode).isEmpty()) {
-        WARNING_LINE << "Invalid repeat mode. mode=" << static_cast<int>(repeatMode);
-        return MediaError::None;
+        return refuse(tracer, MediaError::None, "Invalid repeat mode. mode=", static_cast<int>(repeatMode));
     }
     if (d->m_mediaState != MediaState::Unprepared) {
         if (const auto error = d->updateInputParamRepeatMode(repeatMode)) {
-            CRITICAL_LINE << "Unable to set the repeat mode.";
-            return error;
+            return fail(tracer, error, "Unable to set the repeat mode.");
         }
     }
     if (replace(d->m_repeatMode, repeatMode)) {
-        DEBUG_LINE << "emit repeatModeChanged()";
-        DEBUG_LINE << "  repeatMode=" << keyName(repeatMode);
-        if (const Emission to{d}) {
-            Q_EMIT to->repeatModeChanged(repeatMode);
-        }
+        d->announce(tracer, &MediaPlayer::repeatModeChanged, "repeatMode", repeatMode);
     }
     return MediaError::None;
 }
@@ -247,19 +189,11 @@ MediaError::Type MediaPlayer::setStatusInterval(unsigned int statusInterval)
         return MediaError::InvalidState;
     }
     if (const auto error = d->updateContextParams(statusInterval)) {
-        CRITICAL_LINE << "Unable to set the status interval.";
-        return error;
+        return fail(tracer, error, "Unable to set the status interval.");
     }
     if (replace(d->m_statusInterval, statusInterval)) {
-        DEBUG_LINE << "emit statusIntervalChanged()";
-        DEBUG_LINE << "  statusInterval=" << statusInterval;
-        const Emission to{d};
-        if (to) {
-            Q_EMIT to->statusIntervalChanged(statusInterval);
-        }
-        if (to) {
-            Q_EMIT to->statusIntervalChanged(QVariant(statusInterval));
-        }
+        d->announce(tracer, {&MediaPlayer::statusIntervalChanged, &MediaPlayer::statusIntervalChanged},
+                    "statusInterval", statusInterval);
     }
     return MediaError::None;
 }
@@ -267,14 +201,8 @@ MediaError::Type MediaPlayer::setStatusInterval(unsigned int statusInterval)
 void MediaPlayer::setStatusIntervalQml(const QVariant &statusInterval)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "statusInterval=" << statusInterval.toString();
-    bool ok = false;
-    const unsigned int number = statusInterval.toUInt(&ok);
-    if (ok) {
-        setStatusInterval(number);
-    } else {
-        WARNING_LINE << "Unable to convert variant status interval.";
-    }
+    setFromVariant(tracer, this, &MediaPlayer::setStatusInterval, "statusInterval", statusInterval,
+                   "Unable to convert variant status interval.");
 }
 
 } // namespace voro::multimedia

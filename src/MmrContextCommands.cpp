@@ -1,7 +1,7 @@
 // The renderer commands that need what the monitor learnt, and the parameters that it remembers for them.
 
 #include <private/Dictionary.h>
-#include <private/Logger.h>
+#include <private/Failures.h>
 #include <private/MmrContextNotifier.h>
 
 namespace voro::multimedia {
@@ -28,9 +28,7 @@ MediaError::Type MmrContextNotifier::attachOutput(const QString &url, const QStr
     TRACE_FUNCTION();
     const int id = mmr_output_attach(m_context, url.toUtf8().constData(), type.toUtf8().constData());
     if (id == -1) {
-        const MediaError::Type result = lastError();
-        CRITICAL_LINE << "Unable to attach output. url=" << url << ", type=" << type;
-        return result;
+        return fail(tracer, lastError(), "Unable to attach output. url=", url, ", type=", type);
     }
     if (outputId) {
         *outputId = id;
@@ -53,12 +51,10 @@ MediaError::Type MmrContextNotifier::seek(unsigned int track, unsigned int posit
             return result;
         }
     }
-    if (mmr_seek(m_context, target.toUtf8().constData()) != -1) {
-        return MediaError::None;
+    if (mmr_seek(m_context, target.toUtf8().constData()) == -1) {
+        return fail(tracer, lastError(), "Error seeking. track=", track, ", position=", position, ", error=");
     }
-    const MediaError::Type result = lastError();
-    CRITICAL_LINE << "Error seeking. track=" << track << ", position=" << position << ", error=" << keyName(result);
-    return result;
+    return MediaError::None;
 }
 
 MediaError::Type MmrContextNotifier::updateInputParameter(const QString &name, const QString &value)
@@ -79,12 +75,13 @@ MediaError::Type MmrContextNotifier::updateInputParameters(const QVariantMap &pa
 MediaError::Type MmrContextNotifier::sendInputParameters(const FunctionTracer &tracer, const QVariantMap &parameters)
 {
     strm_dict_t *dictionary = nullptr;
-    MediaError::Type result = createDictionaryFromMap(parameters, &dictionary);
-    if (result == MediaError::None && mmr_input_parameters(m_context, dictionary) != 0) {
-        result = lastError();
-        CRITICAL_LINE << "Unable to set input parameters.";
+    if (const auto error = createDictionaryFromMap(parameters, &dictionary)) {
+        return error;
     }
-    return result;
+    if (mmr_input_parameters(m_context, dictionary) != 0) {
+        return fail(tracer, lastError(), "Unable to set input parameters.");
+    }
+    return MediaError::None;
 }
 
 MediaError::Type MmrContextNotifier::updateTrackParameter(unsigned int track, const QString &name, const QString &value)
@@ -130,12 +127,13 @@ MediaError::Type MmrContextNotifier::updateTrackParameters(unsigned int track, c
         sent.remove(QStringLiteral("subpicture_url"));
     }
     strm_dict_t *dictionary = nullptr;
-    MediaError::Type result = createDictionaryFromMap(sent, &dictionary);
-    if (result == MediaError::None && mmr_track_parameters(m_context, track, dictionary) != 0) {
-        result = lastError();
-        CRITICAL_LINE << "Unable to set track parameters. track=" << track;
+    if (const auto error = createDictionaryFromMap(sent, &dictionary)) {
+        return error;
     }
-    return result;
+    if (mmr_track_parameters(m_context, track, dictionary) != 0) {
+        return fail(tracer, lastError(), "Unable to set track parameters. track=", track);
+    }
+    return MediaError::None;
 }
 
 QVariantMap MmrContextNotifier::trackParameters(unsigned int track) const
@@ -154,8 +152,7 @@ MediaError::Type MmrContextNotifier::createDictionaryFromMap(const QVariantMap &
             continue;
         }
         *dictionary = nullptr;
-        WARNING_LINE << "Unable to create parameter. " << entry.key() << "=" << text;
-        return MediaError::InvalidParameter;
+        return refuse(tracer, MediaError::InvalidParameter, "Unable to create parameter. ", entry.key(), "=", text);
     }
     *dictionary = built.release();
     return MediaError::None;

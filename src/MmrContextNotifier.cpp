@@ -3,7 +3,7 @@
 
 #include <QtCore/QStringList>
 
-#include <private/Logger.h>
+#include <private/Announcement.h>
 #include <private/MmrContextNotifier.h>
 #include <private/Values.h>
 
@@ -248,8 +248,7 @@ void MmrContextNotifier::onPpsStateChanged(const Attributes &map)
         m_isIdle = m_state == QLatin1String("idle");
     }
     if (read == m_stateReads && replace(m_speed, std::optional(speed))) {
-        DEBUG_LINE << "emit speed()";
-        DEBUG_LINE << "  speed=" << speed;
+        logSignal(tracer, "speed", "speed", speed);
         Q_EMIT speedChanged(speed);
     }
 }
@@ -272,16 +271,16 @@ void MmrContextNotifier::reportState(const FunctionTracer &tracer, const QString
 {
     if (state == QLatin1String("playing")) {
         if (speed == s_PausedPlaybackSpeed) {
-            DEBUG_LINE << "emit paused()";
+            logSignal(tracer, "paused");
             Q_EMIT paused();
         } else {
-            DEBUG_LINE << "emit playing()";
+            logSignal(tracer, "playing");
             Q_EMIT playing();
         }
     } else if (state == QLatin1String("stopped")) {
         // What ended with an error is told by onPpsError().
         if (!hasError) {
-            DEBUG_LINE << "emit stopped()";
+            logSignal(tracer, "stopped");
             Q_EMIT stopped();
         }
     } else {
@@ -298,7 +297,7 @@ void MmrContextNotifier::onPpsError(const Attributes &map)
     }
     const int code = map.value(QStringLiteral("error")).toInt();
     if (code == 0) {
-        DEBUG_LINE << "emit playbackCompleted()";
+        logSignal(tracer, "playbackCompleted");
         Q_EMIT playbackCompleted();
         return;
     }
@@ -309,8 +308,7 @@ void MmrContextNotifier::onPpsError(const Attributes &map)
         WARNING_LINE << "Unable to decode error position. error_pos=" << errorPosition;
     }
     const auto mediaError = static_cast<MediaError::Type>(code);
-    DEBUG_LINE << "emit error()";
-    DEBUG_LINE << "  error=" << keyName(mediaError);
+    logSignal(tracer, "error", "error", mediaError);
     Q_EMIT error(mediaError, position, track);
 }
 
@@ -358,24 +356,20 @@ void MmrContextNotifier::onPpsMetaDataChanged(const Attributes &map)
 
     const auto duration = metaData.constFind(QLatin1String(MetaData::Duration));
     if (duration != metaData.constEnd() && replace(m_duration, duration->toUInt())) {
-        DEBUG_LINE << "emit durationChanged()";
-        DEBUG_LINE << "  duration=" << m_duration;
+        logSignal(tracer, "durationChanged", "duration", m_duration);
         Q_EMIT durationChanged(m_duration);
     }
     const auto seekable = metaData.constFind(QLatin1String(MetaData::Seekable));
     if (seekable != metaData.constEnd() && replace(m_seekable, seekable->toBool())) {
-        DEBUG_LINE << "emit seekableChanged()";
-        DEBUG_LINE << "  seekable=" << m_seekable;
+        logSignal(tracer, "seekableChanged", "seekable", m_seekable);
         Q_EMIT seekableChanged(m_seekable);
     }
     const std::optional<QSize> dimensions = toVideoDimensions(metaData);
     if (dimensions && replace(m_videoDimensions, *dimensions)) {
-        DEBUG_LINE << "emit videoDimensions()";
-        DEBUG_LINE << "  videoDimensions=" << m_videoDimensions;
+        logSignal(tracer, "videoDimensions", "videoDimensions", m_videoDimensions);
         Q_EMIT videoDimensionsChanged(m_videoDimensions);
     }
-    DEBUG_LINE << "emit metaDataChanged()";
-    DEBUG_LINE << "  metadata=" << metaData;
+    logSignal(tracer, "metaDataChanged", "metadata", metaData);
     Q_EMIT metaDataChanged(metaData);
 }
 
@@ -385,8 +379,7 @@ void MmrContextNotifier::onPpsPlayQueueChanged(const Attributes &map)
     const auto current = map.constFind(QStringLiteral("current"));
     if (current != map.constEnd() && replace(m_track, current->toVariant().toUInt())) {
         const unsigned int track = m_track;
-        DEBUG_LINE << "emit trackChanged()";
-        DEBUG_LINE << "  track=" << track;
+        logSignal(tracer, "trackChanged", "track", track);
         Q_EMIT trackChanged(track);
         if (m_context) {
             updateMetaData(track);
@@ -394,8 +387,7 @@ void MmrContextNotifier::onPpsPlayQueueChanged(const Attributes &map)
     }
     const auto total = map.constFind(QStringLiteral("total"));
     if (total != map.constEnd() && replace(m_trackCount, total->toVariant().toUInt())) {
-        DEBUG_LINE << "emit trackCountChanged()";
-        DEBUG_LINE << "  trackCount=" << m_trackCount;
+        logSignal(tracer, "trackCountChanged", "trackCount", m_trackCount);
         Q_EMIT trackCountChanged(m_trackCount);
     }
 }
@@ -420,8 +412,7 @@ void MmrContextNotifier::onPpsStatusChanged(const Attributes &map)
     const auto bufferLevel = map.constFind(QStringLiteral("bufferlevel"));
     if (bufferLevel != map.constEnd()) {
         if (const auto level = changedLevel(tracer, "buffer", "bufferlevel", bufferLevel->toString(), m_bufferLevel)) {
-            DEBUG_LINE << "emit buffering()";
-            DEBUG_LINE << "  level=" << *level;
+            logSignal(tracer, "buffering", "level", *level);
             Q_EMIT buffering(*level);
         }
     }
@@ -433,8 +424,7 @@ void MmrContextNotifier::onPpsStatusChanged(const Attributes &map)
     const auto volume = map.constFind(QStringLiteral("volume"));
     if (volume != map.constEnd()) {
         if (const auto level = changedLevel(tracer, "volume", "volume", volume->toString(), m_volumeLevel)) {
-            DEBUG_LINE << "emit volumeLevelChanged()";
-            DEBUG_LINE << "  level=" << *level;
+            logSignal(tracer, "volumeLevelChanged", "level", *level);
             Q_EMIT volumeLevelChanged(*level);
         }
     }
@@ -447,8 +437,7 @@ void MmrContextNotifier::reportPosition(const FunctionTracer &tracer, const QStr
     if (!decodePosition(text, track, position)) {
         WARNING_LINE << "Unable to decode error position. error_pos=" << text;
     } else if (replace(m_position, position)) {
-        DEBUG_LINE << "emit position()";
-        DEBUG_LINE << "  position=" << m_position;
+        logSignal(tracer, "position", "position", m_position);
         Q_EMIT positionChanged(m_position);
     }
 }
@@ -460,8 +449,7 @@ void MmrContextNotifier::reportBufferStatus(const FunctionTracer &tracer, const 
     if (!ok) {
         WARNING_LINE << "Unable to buffer status. bufferstatus=" << text;
     } else if (replace(m_bufferStatus, status)) {
-        DEBUG_LINE << "emit bufferStatus()";
-        DEBUG_LINE << "  bufferStatus=" << keyName(m_bufferStatus);
+        logSignal(tracer, "bufferStatus", "bufferStatus", m_bufferStatus);
         Q_EMIT bufferStatusChanged(m_bufferStatus);
     }
 }

@@ -1,8 +1,8 @@
 #include <multimedia/NowPlayingConnection.h>
 
-#include <private/Announcement.h>
 #include <private/NowPlayingConnectionPrivate.h>
 #include <private/Values.h>
+#include <private/VariantSetter.h>
 
 namespace voro::multimedia {
 
@@ -82,9 +82,7 @@ void NowPlayingConnection::setMetaData(const QVariantMap &metaData)
     DEBUG_LINE << "metadata=" << metaData;
     d->m_metaData = metaData;
     Q_EMIT d->invalidate();
-    announce(tracer, "metaDataChanged", "metaData", d->m_metaData);
-    // Not the stored one, which goes with the connection when a slot destroys it.
-    Q_EMIT metaDataChanged(metaData);
+    d->announce(tracer, &NowPlayingConnection::metaDataChanged, "metaData", metaData);
 }
 
 void NowPlayingConnection::setIconUrl(const QUrl &iconUrl)
@@ -93,8 +91,8 @@ void NowPlayingConnection::setIconUrl(const QUrl &iconUrl)
     const LoggedUrl logged(iconUrl, LoggedUrl::ShowRelative);
     DEBUG_LINE << "url=" << logged;
     d->m_iconUrl = iconUrl;
-    announce(tracer, "iconUrlChanged", "iconUrl", logged);
-    Q_EMIT iconUrlChanged(iconUrl);
+    logSignal(tracer, "iconUrlChanged", "iconUrl", logged);
+    d->emitSignal(&NowPlayingConnection::iconUrlChanged, iconUrl);
 }
 
 void NowPlayingConnection::setDuration(unsigned int duration)
@@ -103,27 +101,15 @@ void NowPlayingConnection::setDuration(unsigned int duration)
     DEBUG_LINE << "duration=" << duration;
     d->m_duration = duration;
     Q_EMIT d->invalidate();
-    announce(tracer, "durationChanged", "duration", d->m_duration);
-    const Emission to{d};
-    if (to) {
-        Q_EMIT to->durationChanged(d->m_duration);
-    }
-    if (to) {
-        Q_EMIT to->durationChanged(QVariant(d->m_duration));
-    }
+    d->announce(tracer, {&NowPlayingConnection::durationChanged, &NowPlayingConnection::durationChanged}, "duration",
+                d->m_duration);
 }
 
 void NowPlayingConnection::setDurationQml(const QVariant &duration)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "duration=" << duration.toString();
-    bool ok = false;
-    const unsigned int number = duration.toUInt(&ok);
-    if (ok) {
-        setDuration(number);
-    } else {
-        WARNING_LINE << "Unable to convert variant duration. duration=" << duration.toString();
-    }
+    setFromVariant(tracer, this, &NowPlayingConnection::setDuration, "duration", duration,
+                   "Unable to convert variant duration. duration=");
 }
 
 void NowPlayingConnection::setPosition(unsigned int position)
@@ -133,27 +119,15 @@ void NowPlayingConnection::setPosition(unsigned int position)
     DEBUG_LINE << "postion=" << position;
     d->m_position = position;
     Q_EMIT d->invalidate();
-    announce(tracer, "positionChanged", "position", d->m_position);
-    const Emission to{d};
-    if (to) {
-        Q_EMIT to->positionChanged(d->m_position);
-    }
-    if (to) {
-        Q_EMIT to->positionChanged(QVariant(d->m_position));
-    }
+    d->announce(tracer, {&NowPlayingConnection::positionChanged, &NowPlayingConnection::positionChanged}, "position",
+                d->m_position);
 }
 
 void NowPlayingConnection::setPositionQml(const QVariant &position)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "position=" << position.toString();
-    bool ok = false;
-    const unsigned int number = position.toUInt(&ok);
-    if (ok) {
-        setPosition(number);
-    } else {
-        WARNING_LINE << "Unable to convert variant position. position=" << position.toString();
-    }
+    setFromVariant(tracer, this, &NowPlayingConnection::setPosition, "position", position,
+                   "Unable to convert variant position. position=");
 }
 
 void NowPlayingConnection::setNextEnabled(bool nextEnabled)
@@ -164,8 +138,7 @@ void NowPlayingConnection::setNextEnabled(bool nextEnabled)
         DEBUG_LINE << "Next button is already " << (nextEnabled ? "enabled" : "disabled");
         return;
     }
-    announce(tracer, "nextEnabledChanged", "nextEnabled", nextEnabled);
-    Q_EMIT nextEnabledChanged(nextEnabled);
+    d->announce(tracer, &NowPlayingConnection::nextEnabledChanged, "nextEnabled", nextEnabled);
 }
 
 void NowPlayingConnection::setPreviousEnabled(bool previousEnabled)
@@ -176,8 +149,7 @@ void NowPlayingConnection::setPreviousEnabled(bool previousEnabled)
         DEBUG_LINE << "Previous button is already " << (previousEnabled ? "enabled" : "disabled");
         return;
     }
-    announce(tracer, "previousEnabledChanged", "previousEnabled", previousEnabled);
-    Q_EMIT previousEnabledChanged(previousEnabled);
+    d->announce(tracer, &NowPlayingConnection::previousEnabledChanged, "previousEnabled", previousEnabled);
 }
 
 void NowPlayingConnection::setRepeatMode(RepeatMode::Type repeatMode)
@@ -189,8 +161,7 @@ void NowPlayingConnection::setRepeatMode(RepeatMode::Type repeatMode)
         return;
     }
     Q_EMIT d->invalidate();
-    announce(tracer, "repeatModeChanged", "repeatMode", repeatMode);
-    Q_EMIT repeatModeChanged(repeatMode);
+    d->announce(tracer, &NowPlayingConnection::repeatModeChanged, "repeatMode", repeatMode);
 }
 
 void NowPlayingConnection::setShuffleMode(ShuffleMode::Type shuffleMode)
@@ -203,8 +174,7 @@ void NowPlayingConnection::setShuffleMode(ShuffleMode::Type shuffleMode)
         return;
     }
     Q_EMIT d->invalidate();
-    announce(tracer, "shuffleModeChanged", "shuffleMode", shuffleMode);
-    Q_EMIT shuffleModeChanged(shuffleMode);
+    d->announce(tracer, &NowPlayingConnection::shuffleModeChanged, "shuffleMode", shuffleMode);
 }
 
 void NowPlayingConnection::setMediaState(MediaState::Type mediaState)
@@ -215,8 +185,7 @@ void NowPlayingConnection::setMediaState(MediaState::Type mediaState)
     if (d->m_acquired) {
         d->sendMediaState(mediaState);
     }
-    announce(tracer, "mediaStateChanged", "mediaState", mediaState);
-    Q_EMIT mediaStateChanged(mediaState);
+    d->announce(tracer, &NowPlayingConnection::mediaStateChanged, "mediaState", mediaState);
 }
 
 void NowPlayingConnection::setOverlayStyle(OverlayStyle::Type overlayStyle)
@@ -227,8 +196,7 @@ void NowPlayingConnection::setOverlayStyle(OverlayStyle::Type overlayStyle)
         return;
     }
     d->updateRegistration();
-    announce(tracer, "overlayStyleChanged", "overlayStyle", overlayStyle);
-    Q_EMIT overlayStyleChanged(overlayStyle);
+    d->announce(tracer, &NowPlayingConnection::overlayStyleChanged, "overlayStyle", overlayStyle);
 }
 
 void NowPlayingConnection::setAudioManagerHandle(unsigned int audioManagerHandle)
@@ -240,27 +208,16 @@ void NowPlayingConnection::setAudioManagerHandle(unsigned int audioManagerHandle
         return;
     }
     d->updateRegistration();
-    announce(tracer, "audioManagerHandleChanged", "audioManagerHandle", audioManagerHandle);
-    const Emission to{d};
-    if (to) {
-        Q_EMIT to->audioManagerHandleChanged(audioManagerHandle);
-    }
-    if (to) {
-        Q_EMIT to->audioManagerHandleChanged(QVariant(audioManagerHandle));
-    }
+    d->announce(tracer,
+                {&NowPlayingConnection::audioManagerHandleChanged, &NowPlayingConnection::audioManagerHandleChanged},
+                "audioManagerHandle", audioManagerHandle);
 }
 
 void NowPlayingConnection::setAudioManagerHandleQml(const QVariant &handle)
 {
     TRACE_FUNCTION();
-    DEBUG_LINE << "handle=" << handle.toString();
-    bool ok = false;
-    const unsigned int number = handle.toUInt(&ok);
-    if (ok) {
-        setAudioManagerHandle(number);
-    } else {
-        WARNING_LINE << "Unable to convert variant handle.";
-    }
+    setFromVariant(tracer, this, &NowPlayingConnection::setAudioManagerHandle, "handle", handle,
+                   "Unable to convert variant handle.");
 }
 
 void NowPlayingConnection::setPreemptable(bool preemptable)
@@ -277,8 +234,7 @@ void NowPlayingConnection::setPreemptable(bool preemptable)
         return;
     }
     setPriorityLevel(preemptable ? PriorityLevel::Low : PriorityLevel::High);
-    announce(tracer, "preemptableChanged", "preemptable", preemptable);
-    Q_EMIT preemptableChanged(preemptable);
+    d->announce(tracer, &NowPlayingConnection::preemptableChanged, "preemptable", preemptable);
 }
 
 void NowPlayingConnection::setPriorityLevel(PriorityLevel::Type priorityLevel)

@@ -4,14 +4,13 @@
 
 #include <QtCore/QFile>
 
-#include <private/Announcement.h>
+#include <private/Delivery.h>
+#include <private/Failures.h>
 #include <private/LocalPath.h>
 #include <private/MediaUtils.h>
 #include <private/ModeNames.h>
 #include <private/NowPlayingConnectionPrivate.h>
 #include <private/Values.h>
-
-#include <functional>
 
 namespace voro::multimedia {
 
@@ -47,15 +46,14 @@ private:
 /** A command that the service passes on, and the signal that it becomes. */
 struct Command {
     const char *data;
-    const char *name;
     void (NowPlayingConnection::*signal)();
 };
 
 constexpr Command Commands[] = {
-    {"next", "next", &NowPlayingConnection::next},       {"prev", "previous", &NowPlayingConnection::previous},
-    {"play", "play", &NowPlayingConnection::play},       {"pause", "pause", &NowPlayingConnection::pause},
-    {"stop", "stop", &NowPlayingConnection::stop},       {"forward", "forward", &NowPlayingConnection::forward},
-    {"rewind", "rewind", &NowPlayingConnection::rewind},
+    {"next", &NowPlayingConnection::next},     {"prev", &NowPlayingConnection::previous},
+    {"play", &NowPlayingConnection::play},     {"pause", &NowPlayingConnection::pause},
+    {"stop", &NowPlayingConnection::stop},     {"forward", &NowPlayingConnection::forward},
+    {"rewind", &NowPlayingConnection::rewind},
 };
 
 } // namespace
@@ -92,24 +90,20 @@ MediaError::Type NowPlayingConnectionPrivate::acquire()
         return MediaError::InvalidState;
     }
     if (!m_control->isOpen() && !m_control->open(voro::PpsOpenMode::PublishSubscribe)) {
-        WARNING_LINE << "Unable to open PPS object. errno=" << m_control->error();
-        return MediaError::Internal;
+        return refuse(tracer, MediaError::Internal, "Unable to open PPS object. errno=", m_control->error());
     }
     if (!registration(m_connectionName, m_priorityLevel, m_overlayStyle, m_audioManagerHandle, m_deviceMode)) {
-        WARNING_LINE << "Unable to set registration data.";
-        return MediaError::Internal;
+        return refuse(tracer, MediaError::Internal, "Unable to set registration data.");
     }
     bool ok = false;
     const QVariantMap answer = sendReceive(m_control, message, ok);
     if (!ok) {
-        WARNING_LINE << "Unable to send acquire message.";
-        return MediaError::Internal;
+        return refuse(tracer, MediaError::Internal, "Unable to send acquire message.");
     }
-    const MediaError::Type error = handleAcquireResult(answer);
-    if (error != MediaError::None) {
-        WARNING_LINE << "Error trying to acquire the service. error=" << keyName(error);
+    if (const auto error = handleAcquireResult(answer)) {
+        return refuse(tracer, error, "Error trying to acquire the service. error=");
     }
-    return error;
+    return MediaError::None;
 }
 
 MediaError::Type NowPlayingConnectionPrivate::revoke()
@@ -119,13 +113,9 @@ MediaError::Type NowPlayingConnectionPrivate::revoke()
     // Closing the object is what gives the role up.
     if (m_acquired && m_control->isOpen()) {
         if (!m_control->close()) {
-            WARNING_LINE << "Unable to close pps object. errno=" << m_control->error();
-            error = MediaError::Internal;
+            error = refuse(tracer, MediaError::Internal, "Unable to close pps object. errno=", m_control->error());
         }
-        announce(tracer, "revoked");
-        if (const Emission to{this}) {
-            Q_EMIT to->revoked();
-        }
+        announce(tracer, &NowPlayingConnection::revoked);
     }
     m_acquired = false;
     return error;
@@ -195,22 +185,17 @@ MediaError::Type NowPlayingConnectionPrivate::handleAcquireResult(const QVariant
     if (refusal != control.end() && refusal->toString() == QLatin1String("revoked")) {
         DEBUG_LINE << "REVOKED";
         m_acquired = false;
-        WARNING_LINE << "Service is unavailable";
-        return MediaError::ResourceUnavailable;
+        return refuse(tracer, MediaError::ResourceUnavailable, "Service is unavailable");
     }
     if (refusal != control.end()) {
-        WARNING_LINE << "Unknown acquire error. err=" << refusal->toString();
-        return MediaError::Internal;
+        return refuse(tracer, MediaError::Internal, "Unknown acquire error. err=", refusal->toString());
     }
     DEBUG_LINE << "ACQUIRED";
     m_acquired = true;
     if (!sendMediaState(m_mediaState)) {
         WARNING_LINE << "Unable to send initial meta data.";
     }
-    announce(tracer, "acquired");
-    if (const Emission to{this}) {
-        Q_EMIT to->acquired();
-    }
+    announce(tracer, &NowPlayingConnection::acquired);
     return MediaError::None;
 }
 
@@ -223,16 +208,9 @@ bool NowPlayingConnectionPrivate::send(const voro::PpsObject *object, const QVar
     if (!object || !object->isOpen()) {
         return false;
     }
-    bool ok = false;
-    const QByteArray encoded = voro::PpsObject::encode(message, &ok);
-    if (!ok) {
-        WARNING_LINE << "Error encoding message for PPS. errno=" << m_control->error();
-        return false;
-    }
-    if (!m_control->write(encoded)) {
-        WARNING_LINE << "Error writing message to PPS. errno=" << m_control->error();
-    }
-    return true;
+    return deliver(tracer, *m_control, message,
+                   {"Error encoding message for PPS. errno=", "Error writing message to PPS. errno="})
+           != Delivery::NotEncoded;
 }
 
 QVariantMap NowPlayingConnectionPrivate::sendReceive(voro::PpsObject *object, const QVariantMap &message, bool &ok)
@@ -362,10 +340,7 @@ void NowPlayingConnectionPrivate::handleRevoke(const FunctionTracer &tracer, con
         DEBUG_LINE << "REVOKED";
         DEBUG_LINE << "  by: pid=" << m_lastRevokingConnectionPid << ", name=" << m_lastRevokingConnectionName;
     }
-    announce(tracer, "revoked");
-    if (const Emission to{this}) {
-        Q_EMIT to->revoked();
-    }
+    announce(tracer, &NowPlayingConnection::revoked);
 }
 
 void NowPlayingConnectionPrivate::handleTrackMessage(const FunctionTracer &tracer, const QVariant &data)
@@ -387,10 +362,7 @@ void NowPlayingConnectionPrivate::handleTrackMessage(const FunctionTracer &trace
         if (text != QLatin1String(command.data)) {
             continue;
         }
-        announce(tracer, command.name);
-        if (const Emission to{this}) {
-            Q_EMIT std::invoke(command.signal, q);
-        }
+        announce(tracer, command.signal);
         return;
     }
     const QVariantMap map = data.toMap();
@@ -409,20 +381,14 @@ void NowPlayingConnectionPrivate::setControllerActive(const FunctionTracer &trac
     if (!replace(m_controllerActive, controllerActive)) {
         return;
     }
-    announce(tracer, "controllerActiveChanged", "controllerActive", controllerActive);
-    if (const Emission to{this}) {
-        Q_EMIT to->controllerActiveChanged(controllerActive);
-    }
+    announce(tracer, &NowPlayingConnection::controllerActiveChanged, "controllerActive", controllerActive);
 }
 
 void NowPlayingConnectionPrivate::requestRepeat(const FunctionTracer &tracer, const QVariantMap &command)
 {
     const auto value = command.find(QStringLiteral("value"));
     if (value == command.end()) {
-        announce(tracer, "repeat");
-        if (const Emission to{this}) {
-            Q_EMIT to->repeat();
-        }
+        announce(tracer, &NowPlayingConnection::repeat);
         return;
     }
     bool ok = false;
@@ -431,20 +397,15 @@ void NowPlayingConnectionPrivate::requestRepeat(const FunctionTracer &tracer, co
         WARNING_LINE << "Ignored unknown repeat command. value=" << value->toString();
         return;
     }
-    announce(tracer, "repeat", "repeatMode", repeatMode);
-    if (const Emission to{this}) {
-        Q_EMIT to->repeatRequest(repeatMode);
-    }
+    logSignal(tracer, "repeat", "repeatMode", repeatMode);
+    emitSignal(&NowPlayingConnection::repeatRequest, repeatMode);
 }
 
 void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, const QVariantMap &command)
 {
     const auto value = command.find(QStringLiteral("value"));
     if (value == command.end()) {
-        announce(tracer, "shuffle");
-        if (const Emission to{this}) {
-            Q_EMIT to->shuffle();
-        }
+        announce(tracer, &NowPlayingConnection::shuffle);
         return;
     }
     bool ok = false;
@@ -454,10 +415,8 @@ void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, c
         WARNING_LINE << "Ignored unknown repeat command. value=" << value->toString();
         return;
     }
-    announce(tracer, "shuffle", "shuffleMode", shuffleMode);
-    if (const Emission to{this}) {
-        Q_EMIT to->shuffleRequest(shuffleMode);
-    }
+    logSignal(tracer, "shuffle", "shuffleMode", shuffleMode);
+    emitSignal(&NowPlayingConnection::shuffleRequest, shuffleMode);
 }
 
 // The service's spelling

@@ -3,8 +3,8 @@
 
 #include <QtCore/QMetaMethod>
 
-#include <private/Announcement.h>
 #include <private/ControllerNames.h>
+#include <private/Delivery.h>
 #include <private/ModeNames.h>
 #include <private/NowPlayingControllerPrivate.h>
 
@@ -181,17 +181,9 @@ bool NowPlayingControllerPrivate::send(voro::PpsObject *object, const QVariantMa
         WARNING_LINE << "PPS is not open.";
         return false;
     }
-    bool ok = false;
-    const QByteArray encoded = voro::PpsObject::encode(message, &ok);
-    if (!ok) {
-        WARNING_LINE << "Error encoding message for PPS. errno=" << object->error();
-        return false;
-    }
-    if (!object->write(encoded)) {
-        WARNING_LINE << "Error writing message to PPS. errno=" << object->error();
-        return false;
-    }
-    return true;
+    return deliver(tracer, *object, message,
+                   {"Error encoding message for PPS. errno=", "Error writing message to PPS. errno="})
+           == Delivery::Written;
 }
 
 QString NowPlayingControllerPrivate::toString(RepeatMode::Type repeatMode)
@@ -359,14 +351,10 @@ void NowPlayingControllerPrivate::onReceivedMetaData()
     }
     QVariantMap result;
     processPpsRead(map.value(ControlName).toMap(), result);
-    const Emission to{this};
     if (result.value(STATE_TRACKCHANGE).toBool()) {
-        announce(tracer, "trackChanged");
-        Q_EMIT to->trackChanged();
+        announce(tracer, &NowPlayingController::trackChanged);
     }
-    if (takeField(tracer, result, PROPERTY_STATE, m_mediaState, "mediaStateChanged", "mediaState")) {
-        Q_EMIT to->mediaStateChanged(m_mediaState);
-    }
+    takeField(tracer, result, PROPERTY_STATE, m_mediaState, &NowPlayingController::mediaStateChanged, "mediaState");
     if (result.contains(MSG_UPDATE)) {
         QVariantMap update = result.value(MSG_UPDATE).toMap();
         // A slot with an event loop of its own leads here again, before the older update is taken over.
@@ -379,55 +367,38 @@ void NowPlayingControllerPrivate::onReceivedMetaData()
     }
 }
 
-template<typename Value>
-bool NowPlayingControllerPrivate::takeField(const FunctionTracer &tracer, const QVariantMap &update,
-                                            QLatin1String field, Value &cached, const char *signal, const char *name)
+template<typename Value, typename Signal>
+void NowPlayingControllerPrivate::takeField(const FunctionTracer &tracer, const QVariantMap &update,
+                                            QLatin1String field, Value &cached, const Signal &signal, const char *name)
 {
     const auto found = update.find(field);
-    if (found == update.end() || !learn(cached, found->template value<Value>())) {
-        return false;
+    if (found != update.end() && learn(cached, found->template value<Value>())) {
+        announce(tracer, signal, name, cached);
     }
-    announce(tracer, signal, name, cached);
-    return true;
 }
 
 void NowPlayingControllerPrivate::takeUpdate(const FunctionTracer &tracer, const QVariantMap &update)
 {
-    const Emission to{this};
-    if (takeField(tracer, update, PROPERTY_NEXTENABLED, m_nextEnabled, "nextEnabledChanged", "nextEnabled")) {
-        Q_EMIT to->nextEnabledChanged(m_nextEnabled);
-    }
-    if (takeField(tracer, update, PROPERTY_PREVENABLED, m_previousEnabled, "previousEnabledChanged", "prevEnabled")) {
-        Q_EMIT to->previousEnabledChanged(m_previousEnabled);
-    }
-    if (takeField(tracer, update, PROPERTY_DURATION, m_duration, "durationChanged", "duration")) {
-        Q_EMIT to->durationChanged(m_duration);
-        if (to) {
-            Q_EMIT to->durationChanged(QVariant(m_duration));
-        }
-    }
-    if (takeField(tracer, update, PROPERTY_REPEATMODE, m_repeatMode, "repeatModeChanged", "repeatMode")) {
-        Q_EMIT to->repeatModeChanged(m_repeatMode);
-    }
-    if (takeField(tracer, update, PROPERTY_SHUFFLEMODE, m_shuffleMode, "shuffleModeChanged", "shuffleMode")) {
-        Q_EMIT to->shuffleModeChanged(m_shuffleMode);
-    }
-    if (takeField(tracer, update, PROPERTY_POSITION, m_position, "positionChanged", "position")) {
-        Q_EMIT to->positionChanged(m_position);
-        if (to) {
-            Q_EMIT to->positionChanged(QVariant(m_position));
-        }
-    }
+    using Controller = NowPlayingController;
+    const Twins durationChanged{&Controller::durationChanged, &Controller::durationChanged};
+    const Twins positionChanged{&Controller::positionChanged, &Controller::positionChanged};
+    takeField(tracer, update, PROPERTY_NEXTENABLED, m_nextEnabled, &Controller::nextEnabledChanged, "nextEnabled");
+    takeField(tracer, update, PROPERTY_PREVENABLED, m_previousEnabled, &Controller::previousEnabledChanged,
+              "prevEnabled");
+    takeField(tracer, update, PROPERTY_DURATION, m_duration, durationChanged, "duration");
+    takeField(tracer, update, PROPERTY_REPEATMODE, m_repeatMode, &Controller::repeatModeChanged, "repeatMode");
+    takeField(tracer, update, PROPERTY_SHUFFLEMODE, m_shuffleMode, &Controller::shuffleModeChanged, "shuffleMode");
+    takeField(tracer, update, PROPERTY_POSITION, m_position, positionChanged, "position");
     if (update.contains(PROPERTY_ARTWORK) && learn(m_iconUrl, update.value(PROPERTY_ARTWORK))) {
         const QUrl iconUrl = m_iconUrl.toUrl();
-        announce(tracer, "iconUrlChanged", "iconUrl", LoggedUrl(iconUrl));
-        Q_EMIT to->iconUrlChanged(iconUrl);
+        logSignal(tracer, "iconUrlChanged", "iconUrl", LoggedUrl(iconUrl));
+        emitSignal(&Controller::iconUrlChanged, iconUrl);
     }
     const QVariantMap metaData = metaDataOf(update);
     if (!metaData.isEmpty() && learn(m_metaData, metaData)) {
         DEBUG_LINE << "new metadata: " << m_metaData;
-        announce(tracer, "metaDataChanged");
-        Q_EMIT to->metaDataChanged(m_metaData);
+        logSignal(tracer, "metaDataChanged");
+        emitSignal(&Controller::metaDataChanged, m_metaData);
     }
 }
 

@@ -3,7 +3,7 @@
 
 #include <QtCore/QVariantMap>
 
-#include <private/Logger.h>
+#include <private/Delivery.h>
 #include <private/SystemSoundPrivate.h>
 
 #include <array>
@@ -76,14 +76,9 @@ bool SystemSoundPrivate::send(const voro::PpsObject *object, const QString &mess
         {QStringLiteral("id"), QStringLiteral("0")},
         {QStringLiteral("dat"), QVariantMap{{QStringLiteral("sound"), name}}},
     };
-    bool ok = false;
-    const QByteArray encoded = voro::PpsObject::encode(request, &ok);
-    if (!ok) {
-        WARNING_LINE << "Error encoding the PPS message. error=" << object->error();
-        return false;
-    }
-    m_control->write(encoded);
-    return true;
+    // A request that is not written is not noticed; this is required.
+    return deliver(tracer, *m_control, request, {"Error encoding the PPS message. error=", nullptr})
+           != Delivery::NotEncoded;
 }
 
 const char *SystemSoundPrivate::toString(SystemSound::Type sound)

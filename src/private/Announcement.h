@@ -6,22 +6,25 @@
 
 namespace voro::multimedia {
 
-/** Logs under the caller's name that a signal follows, and its argument; an enumerator by name. */
-template<typename Value>
-void announce(const FunctionTracer &tracer, const char *signal, const char *name, const Value &value)
+inline void logArguments(const FunctionTracer &) {}
+
+template<typename Value, typename... Rest>
+void logArguments(const FunctionTracer &tracer, const char *name, const Value &value, const Rest &...rest)
 {
-    DEBUG_LINE << "emit " << signal << "()";
     if constexpr (std::is_enum_v<Value>) {
         DEBUG_LINE << "  " << name << "=" << keyName(value);
     } else {
         DEBUG_LINE << "  " << name << "=" << value;
     }
+    logArguments(tracer, rest...);
 }
 
-/** The same for a signal without an argument. */
-inline void announce(const FunctionTracer &tracer, const char *signal)
+/** Logs under the caller's name that a signal follows, and its arguments: a name and a value each. */
+template<typename... Arguments>
+void logSignal(const FunctionTracer &tracer, const char *signal, const Arguments &...arguments)
 {
     DEBUG_LINE << "emit " << signal << "()";
+    logArguments(tracer, arguments...);
 }
 
 } // namespace voro::multimedia

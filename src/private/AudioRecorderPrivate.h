@@ -38,7 +38,9 @@ private:
     friend class AudioRecorder;
 
     void connectNotifier();
-    MediaError::Type unprepareForChange(const FunctionTracer &tracer);
+    template<typename Value, typename Signal>
+    MediaError::Type changeInputSetting(const FunctionTracer &tracer, Value &stored, const Value &value,
+                                        const Signal &changed, const char *name);
 
     AudioChannelConfiguration::Type m_audioChannelConfiguration = AudioChannelConfiguration::Default;
     unsigned int m_audioManagerHandle = 0;

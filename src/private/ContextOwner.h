@@ -1,25 +1,15 @@
 #pragma once
 
 #include "Dictionary.h"
-#include "Logger.h"
+#include "Failures.h"
 #include "MmrContextNotifier.h"
 #include "PrivateObject.h"
 
 #include <voro/mmr.h>
 
-#include <optional>
 #include <utility>
 
 namespace voro::multimedia {
-
-/** Logs a refusal under its caller's name and passes it on. */
-inline MediaError::Type report(const FunctionTracer &tracer, MediaError::Type error, const char *text)
-{
-    if (error != MediaError::None) {
-        CRITICAL_LINE << text << keyName(error);
-    }
-    return error;
-}
 
 /**
  * What has a renderer context of its own, and the rules for calling the renderer. Functions that take the tracer of
@@ -41,25 +31,14 @@ protected:
         return m_context;
     }
 
-    /** The renderer's error when a call has failed, which is -1. */
-    std::optional<MediaError::Type> failure(const FunctionTracer &tracer, int result, const char *text) const
+    /** Whether a call that ends the playing has succeeded. */
+    bool hasEnded(int result)
     {
-        if (result != -1) {
-            return std::nullopt;
+        if (result == -1) {
+            return false;
         }
-        const MediaError::Type error = lastError();
-        CRITICAL_LINE << text << keyName(error);
-        return error;
-    }
-
-    /** The same for a call that ends the playing when it succeeds. */
-    std::optional<MediaError::Type> failureToEnd(const FunctionTracer &tracer, int result, const char *text)
-    {
-        const auto error = failure(tracer, result, text);
-        if (!error) {
-            m_notifier->forgetPlaying();
-        }
-        return error;
+        m_notifier->forgetPlaying();
+        return true;
     }
 
     /** Sets how often the context reports, in milliseconds. */
@@ -71,17 +50,32 @@ protected:
         }
         Dictionary dictionary;
         if (dictionary.isNull()) {
-            CRITICAL_LINE << "Unable to create parameter dictionary";
-            return MediaError::OutOfMemory;
+            return fail(tracer, MediaError::OutOfMemory, "Unable to create parameter dictionary");
         }
         if (!dictionary.set(QStringLiteral("updateinterval"), QString::number(updateInterval))) {
-            CRITICAL_LINE << "Unable to create update interval parameter. updateInterval=" << updateInterval
-                          << ", error=" << keyName(MediaError::InvalidParameter);
-            return MediaError::InvalidParameter;
+            return fail(tracer, MediaError::InvalidParameter,
+                        "Unable to create update interval parameter. updateInterval=", updateInterval, ", error=");
         }
-        return failure(tracer, mmr_context_parameters(m_context, dictionary.release()),
-                       "Unable to set input parameters. error=")
-            .value_or(MediaError::None);
+        if (mmr_context_parameters(m_context, dictionary.release()) == -1) {
+            return fail(tracer, lastError(), "Unable to set input parameters. error=");
+        }
+        return MediaError::None;
+    }
+
+    /** Announces an error that ended what was played or recorded. */
+    void announceError(const FunctionTracer &tracer, MediaError::Type error, unsigned int position)
+    {
+        if (this->isOrphan()) {
+            return;
+        }
+        logSignal(tracer, "error", "error", error, "position", position);
+        const Emission<Public> to{this};
+        if (to) {
+            Q_EMIT to->error(error, position);
+        }
+        if (to) {
+            Q_EMIT to->error(error, QVariant(position));
+        }
     }
 
     /** Ends the context; the public object's destructor calls it. */

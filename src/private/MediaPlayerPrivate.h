@@ -79,7 +79,9 @@ private:
                                         EqualizerPreset::Type equalizerPreset);
     MediaError::Type updateTrackParam(const FunctionTracer &tracer, unsigned int track, const QString &name,
                                       const QString &value, const char *failure);
-    void emitTrackChanged(const FunctionTracer &tracer);
+    void announceTrack(const FunctionTracer &tracer);
+    void setWindow(const FunctionTracer &tracer, QString &stored, const QString &id,
+                   void (MediaPlayer::*changed)(const QString &), const char *name, const char *sameText);
 
     // An output id of -1 means that none is attached.
     int m_audioOutputId = -1;

@@ -80,10 +80,10 @@ private:
         QVariantMap result;
         return makeDataAvailable({field}, result) ? cached : result.value(field).template value<Value>();
     }
-    /** Takes a field of an update over; false when it is not there or known, or nobody is there to be told. */
-    template<typename Value>
-    bool takeField(const FunctionTracer &tracer, const QVariantMap &update, QLatin1String field, Value &cached,
-                   const char *signal, const char *name);
+    /** Takes a field of an update over and announces it, when it is there and not known yet. */
+    template<typename Value, typename Signal>
+    void takeField(const FunctionTracer &tracer, const QVariantMap &update, QLatin1String field, Value &cached,
+                   const Signal &signal, const char *name);
     void takeUpdate(const FunctionTracer &tracer, const QVariantMap &update);
 
     QVariant m_iconUrl = QString();

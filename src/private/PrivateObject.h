@@ -1,8 +1,13 @@
 #pragma once
 
+#include "Announcement.h"
 #include "Values.h"
 
+#include <QtCore/QMetaMethod>
 #include <QtCore/QObject>
+#include <QtCore/QVariant>
+
+#include <functional>
 
 namespace voro::multimedia {
 
@@ -21,14 +26,67 @@ public:
 protected:
     friend class Emission<Public>;
 
+    /** A signal that comes twice: typed, and then as a variant. */
+    struct Twins {
+        void (Public::*typed)(unsigned int);
+        void (Public::*variant)(const QVariant &);
+    };
+
     /** Whether the public object is gone. To be asked after an emission, before anything but a return. */
     bool isOrphan() const { return !q; }
 
-    /** Stores what became known; false when there is nothing to tell, or nobody. */
+    /** Stores what became known; false when there is nothing to report, or nobody. */
     template<typename Value>
     bool learn(Value &stored, const Value &value)
     {
         return !isOrphan() && replace(stored, value);
+    }
+
+    /** Emits a signal without a line in the log. An orphan emits nothing. */
+    template<typename... Parameters, typename... Arguments>
+    void emitSignal(void (Public::*signal)(Parameters...), const Arguments &...arguments)
+    {
+        if (const Emission<Public> to{this}) {
+            Q_EMIT std::invoke(signal, q, arguments...);
+        }
+    }
+
+    /** Each of the two comes with the value of its time: a slot of the first may change it. */
+    void emitSignal(const Twins &signal, const unsigned int &value)
+    {
+        const Emission<Public> to{this};
+        if (to) {
+            Q_EMIT std::invoke(signal.typed, q, value);
+        }
+        if (to) {
+            Q_EMIT std::invoke(signal.variant, q, QVariant(value));
+        }
+    }
+
+    /** Logs under the caller's name that a signal follows, with its argument, and emits it. An orphan does neither. */
+    template<typename Parameter, typename Value>
+    void announce(const FunctionTracer &tracer, void (Public::*signal)(Parameter), const char *name, const Value &value)
+    {
+        if (!isOrphan()) {
+            logSignal(tracer, QMetaMethod::fromSignal(signal).name().constData(), name, value);
+            emitSignal(signal, value);
+        }
+    }
+
+    void announce(const FunctionTracer &tracer, const Twins &signal, const char *name, const unsigned int &value)
+    {
+        if (!isOrphan()) {
+            logSignal(tracer, QMetaMethod::fromSignal(signal.typed).name().constData(), name, value);
+            emitSignal(signal, value);
+        }
+    }
+
+    void announce(const FunctionTracer &tracer, void (Public::*signal)())
+    {
+        if (!isOrphan()) {
+            logSignal(tracer, QMetaMethod::fromSignal(signal).name().constData());
+            emitSignal(signal);
+        }
     }
 
     /** The public object's destructor begins with it; false when the private object goes as well, as its child. */

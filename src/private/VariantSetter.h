@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Logger.h"
+
+#include <QtCore/QVariant>
+
+namespace voro::multimedia {
+
+/**
+ * Gives a variant to the typed setter of the same value. One that is no number is refused with a warning; when the
+ * warning ends in "=", the variant's text follows.
+ */
+template<typename Object, typename Result>
+void setFromVariant(const FunctionTracer &tracer, Object *object, Result (Object::*setter)(unsigned int),
+                    const char *name, const QVariant &value, const char *warning)
+{
+    DEBUG_LINE << name << "=" << value.toString();
+    bool ok = false;
+    const unsigned int number = value.toUInt(&ok);
+    if (ok) {
+        (object->*setter)(number);
+    } else if (QLatin1String(warning).endsWith(QLatin1Char('='))) {
+        WARNING_LINE << warning << value.toString();
+    } else {
+        WARNING_LINE << warning;
+    }
+}
+
+} // namespace voro::multimedia
