@@ -7,7 +7,7 @@
 
 namespace voro::qml {
 
-/** Lets objects be written inside another one that is not visible, as what goes with a player: its keys, its timers. */
+/** Lets a non-visual element have child objects, such as the keys or timers of a player. */
 class Children : public QObject {
     Q_OBJECT
     Q_PROPERTY(QQmlListProperty<QObject> data READ data CONSTANT)

@@ -8,7 +8,7 @@
 
 #include <QtQml/QQmlEngine>
 
-/* The classes of the library that QML uses as they are. */
+/* Library classes that QML uses directly. */
 
 namespace voro::qml {
 

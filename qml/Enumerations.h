@@ -17,7 +17,7 @@
 
 #include <QtQml/QQmlEngine>
 
-/* The library's enumerations by their names: `MediaState.Started`. */
+/* The library's enumerations, as in `MediaState.Started`. */
 
 #define VORO_QML_ENUMERATION(Name)                    \
     namespace Name##Enumeration                       \

@@ -7,7 +7,7 @@
 
 namespace voro::qml {
 
-/** What errors mean, in words for people. */
+/** Error messages for people. */
 class MediaErrors : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -16,9 +16,9 @@ class MediaErrors : public QObject {
 public:
     using QObject::QObject;
 
-    /** A sentence about an error; empty for `None`. What is no error gives a sentence with its number. */
+    /** A sentence for an error; empty for `None`. An unknown number gives a sentence with that number. */
     Q_INVOKABLE QString text(int error) const;
-    /** The enumerator's name of an error, as `SourceUnavailable`; empty for what is no error. */
+    /** The enumerator name of an error, as in `SourceUnavailable`; empty for an unknown number. */
     Q_INVOKABLE QString name(int error) const;
 };
 

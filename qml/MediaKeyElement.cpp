@@ -33,7 +33,7 @@ void MediaKeyElement::followListeners()
 {
     using Press = void (MediaKeyElement::*)(MediaKey::Type);
     using WatchedPress = void (MediaKeyWatcher::*)(MediaKey::Type);
-    // Counted, because QML's own connections are known to isSignalConnected() for ever.
+    // Counted, because isSignalConnected() stays true after a QML connection ends.
     const auto follow = [this](const char *signal, WatchedPress watched, Press press) {
         if (receivers(signal) > 0) {
             connect(&m_watcher, watched, this, press, Qt::UniqueConnection);
@@ -56,7 +56,7 @@ void MediaKeyElement::connectNotify(const QMetaMethod &)
 
 void MediaKeyElement::disconnectNotify(const QMetaMethod &)
 {
-    // A listener that is being destroyed still counts now.
+    // Qt still counts a listener during its destruction.
     QMetaObject::invokeMethod(this, &MediaKeyElement::followListeners, Qt::QueuedConnection);
 }
 

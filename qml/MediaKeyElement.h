@@ -7,8 +7,8 @@
 namespace voro::qml {
 
 /**
- * A watcher whose key can be set and bound. It listens to the library's watcher for exactly those presses that somebody
- * listens to here, because that decides what is asked of the media key service.
+ * A watcher whose key can be set and bound. It connects to the library's watcher only for presses that have a listener
+ * here, because these connections decide the registrations with the media key service.
  */
 class MediaKeyElement : public QObject {
     Q_OBJECT
@@ -20,11 +20,11 @@ class MediaKeyElement : public QObject {
 public:
     explicit MediaKeyElement(QObject *parent = nullptr);
 
-    /** The watched key; `None` watches nothing. */
+    /** The watched key; `None` for no key. */
     voro::multimedia::MediaKey::Type key() const { return m_watcher.key(); }
     void setKey(voro::multimedia::MediaKey::Type key);
 
-    /** When shortPress() comes; `Clicked` at first. */
+    /** When shortPress() is emitted; `Clicked` at first. */
     voro::multimedia::MediaKeyNotification::Type notification() const { return m_watcher.notification(); }
 
 public Q_SLOTS:
@@ -35,7 +35,7 @@ Q_SIGNALS:
     void notificationChanged(voro::multimedia::MediaKeyNotification::Type notification);
     /** The key was released. */
     void shortPress(voro::multimedia::MediaKey::Type key);
-    /** The key has been held for 800 ms; comes while it is down, right after longPress(). */
+    /** The key has been down for 800 ms. Emitted while it is still down, right after longPress(). */
     void mediumPress(voro::multimedia::MediaKey::Type key);
     /** The same as mediumPress(). */
     void longPress(voro::multimedia::MediaKey::Type key);

@@ -9,8 +9,8 @@
 namespace voro::qml {
 
 /**
- * The now-playing connection with everything that its constructors take as properties, and with what only changes along
- * with something else as properties that can be bound to.
+ * The now-playing connection with its constructor arguments as properties. Values without a change signal in the
+ * library are properties that can be bound to.
  */
 class NowPlayingElement : public voro::multimedia::NowPlayingConnection {
     Q_OBJECT
@@ -28,18 +28,18 @@ class NowPlayingElement : public voro::multimedia::NowPlayingConnection {
 public:
     explicit NowPlayingElement(QObject *parent = nullptr);
 
-    /** These hold from the next acquire(). */
+    /** These take effect at the next acquire(). */
     void changeConnectionName(const QString &name);
     void changePriorityLevel(voro::multimedia::PriorityLevel::Type level);
     void changeDeviceMode(voro::multimedia::DeviceMode::Type mode);
 
 Q_SIGNALS:
-    /** The role was granted, taken away or given up. */
+    /** The service granted the role, another connection took it, or revoke() gave it up. */
     void roleChanged();
     void connectionNameChanged();
     void priorityLevelChanged();
     void deviceModeChanged();
-    /** Follows metaDataChanged(); the property wants a signal of this class. */
+    /** Emitted after metaDataChanged(): the property needs a signal of this class. */
     void metaDataReplaced();
 };
 

@@ -4,7 +4,7 @@ namespace voro::qml {
 
 RecorderElement::RecorderElement(QObject *parent) : AudioRecorder(parent)
 {
-    // The first connection, so that whoever else listens finds the new value.
+    // The first connection, so that later listeners find the new value.
     connect(this, &AudioRecorder::recordingLevelChanged, this, [this](double level) {
         m_recordingLevel = level;
         Q_EMIT recordingLevelReported();

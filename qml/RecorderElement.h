@@ -8,7 +8,7 @@
 
 namespace voro::qml {
 
-/** The recorder with its file and its level as properties that can be bound to. */
+/** The recorder with file and level as bindable properties. */
 class RecorderElement : public voro::multimedia::AudioRecorder {
     Q_OBJECT
     Q_PROPERTY(QUrl outputUrl READ outputUrl WRITE changeOutputUrl NOTIFY outputUrlChanged)
@@ -20,12 +20,12 @@ public:
     explicit RecorderElement(QObject *parent = nullptr);
 
     void changeOutputUrl(const QUrl &url);
-    /** The level of the input as it was reported last, from 0.0 to 1.0; 0.0 while nothing is recorded. */
+    /** The last reported level of the input, from 0.0 to 1.0; 0.0 while not recording. */
     double recordingLevel() const { return m_recordingLevel; }
 
 Q_SIGNALS:
     void outputUrlChanged();
-    /** Follows recordingLevelChanged(); the property wants a signal of this class. */
+    /** Emitted after recordingLevelChanged(): the property needs a signal of this class. */
     void recordingLevelReported();
 
 private:

@@ -65,7 +65,7 @@ MediaError::Type AudioRecorderPrivate::unprepare()
     return MediaError::None;
 }
 
-/** A setting that the input depends on can change only while there is none. */
+/** Changes a setting of the input. An attached input is detached first. */
 template<typename Value, typename Signal>
 MediaError::Type AudioRecorderPrivate::changeInputSetting(const FunctionTracer &tracer, Value &stored,
                                                           const Value &value, const Signal &changed, const char *name)
@@ -210,7 +210,7 @@ void AudioRecorderPrivate::connectNotifier()
     connect(m_notifier, &Notifier::playing, this, &Self::onMmrRecording);
     connect(m_notifier, &Notifier::positionChanged, this, &Self::onMmrDurationChanged);
     connect(m_notifier, &Notifier::stopped, this, &Self::onMmrStopped);
-    // Passed on, without the lines that onVolumeLevelChanged() logs.
+    // Forwarded without the log lines of onVolumeLevelChanged().
     connect(m_notifier, &Notifier::volumeLevelChanged, this,
             [this](double percentage) { emitSignal(&AudioRecorder::recordingLevelChanged, percentage); });
 }

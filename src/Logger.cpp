@@ -16,7 +16,7 @@ int currentThread()
     return static_cast<int>(reinterpret_cast<quintptr>(QThread::currentThreadId()));
 }
 
-/** The shared empty text is static. */
+/** The deleter of the shared empty text, which is static. */
 void noDelete(char *) {}
 
 bool namesFile(const QUrl &url)

@@ -87,7 +87,7 @@ void MediaKeyWatcherPrivate::listenerWent(const QMetaMethod &signal)
     if (m_isLookPosted) {
         return;
     }
-    // A listener that is being destroyed still counts now, and several may have gone at once.
+    // Qt still counts a listener during its destruction, and several may go at once: count again from the event loop.
     m_isLookPosted = true;
     QMetaObject::invokeMethod(
         this,

@@ -194,7 +194,7 @@ MediaError::Type MediaPlayer::setSpeed(double speed)
     const MediaState::Type state = self->m_mediaState;
     const auto become = [&](MediaState::Type next) {
         self->onMmrSpeedChanged(rate);
-        // Otherwise a slot has given another command, whose state holds.
+        // Otherwise a slot gave another command: keep that command's state.
         if (self->m_mediaState == (state == MediaState::Prepared ? state : next)) {
             self->setMediaState(next);
         }
@@ -352,7 +352,7 @@ void MediaPlayer::setWindowGroupId(const QString &windowGroupId)
 void MediaPlayer::setClosedCaptionWindowId(const QString &windowId)
 {
     TRACE_FUNCTION();
-    // The text for the same value is the video window's; this is required.
+    // The text for an equal value is the video window's; this is required.
     d->setWindow(tracer, d->m_closedCaptionWindowId, windowId, &MediaPlayer::closedCaptionWindowIdChanged,
                  "closedCaptionWindowId", "Ignoring change to same window id");
 }

@@ -18,7 +18,7 @@ struct Candidate {
     QString type;
 };
 
-/** The inputs to try for a source; a local file is tried as a playlist first, anything else as a medium. */
+/** The inputs to try for a source: a local file first as a playlist, anything else first as a medium. */
 std::array<Candidate, 2> inputCandidates(const QUrl &url)
 {
     const QString playlist = QStringLiteral("playlist");
@@ -183,7 +183,7 @@ MediaError::Type MediaPlayerPrivate::attachInput(const QUrl &url)
             return MediaError::None;
         }
         fail(tracer, result, "Failed to attach input. url=", LoggedUrl(candidateUrl), ", type=", candidate.type);
-        // Only this error says that the input may be of the other type.
+        // Only this error means that the other type may work.
         if (result != MediaError::Internal) {
             break;
         }
@@ -213,7 +213,7 @@ MediaError::Type MediaPlayerPrivate::attachOutput(const FunctionTracer &tracer, 
     return MediaError::None;
 }
 
-/** Attaches the outputs that are wanted and not attached yet. */
+/** Attaches the chosen outputs that are not attached yet. */
 MediaError::Type MediaPlayerPrivate::attachOutputs(const FunctionTracer &tracer, const QString &audioUrl,
                                                    const QString &videoUrl, const QString &closedCaptionUrl)
 {
@@ -266,7 +266,7 @@ QString MediaPlayerPrivate::generateVideoOutputUrl(VideoOutput::Type videoOutput
     DEBUG_LINE << "windowGroupId=" << windowGroupId;
     const int display = videoOutput == VideoOutput::SecondaryDisplay ? voro::device::DisplayInfo::secondaryDisplayId()
                                                                      : voro::device::DisplayInfo::primaryDisplayId();
-    // All at once, because an identifier may hold a place marker of its own.
+    // In one call, because an identifier may contain a place marker.
     return QStringLiteral("screen:?winid=%1&wingrp=%2&mmf.VideoWriterDisplayIndex=%3&nodstviewport=1"
                           "&initflags=invisible")
         .arg(windowId, windowGroupId, QString::number(display));
@@ -309,7 +309,7 @@ MediaError::Type MediaPlayerPrivate::updateAudioOutputParams(unsigned int audioM
     if (!dictionary.set(QStringLiteral("volume"), QString::number(level))) {
         return refuse(tracer, MediaError::InvalidParameter, "Unable to create volume parameter. volume=", level);
     }
-    // Parameters are merged by the renderer: off is never sent, so it does not reach an attached output.
+    // Off is never sent. The renderer merges parameters, so switching off does not reach an attached output.
     if (autoPause && !dictionary.set(QStringLiteral("autopause"), QStringLiteral("yes"))) {
         return refuse(tracer, MediaError::InvalidParameter,
                       "Unable to create auto pause parameter. autoPause=", autoPause);
@@ -325,7 +325,7 @@ MediaError::Type MediaPlayerPrivate::updateAudioOutputParams(unsigned int audioM
     return MediaError::None;
 }
 
-/** Sends audio settings to the audio output when there is one; else prepare() will. */
+/** Sends the audio settings to an attached audio output. Without one, prepare() sends them later. */
 MediaError::Type MediaPlayerPrivate::applyAudioSettings(unsigned int audioManagerHandle, double volume, bool autoPause,
                                                         EqualizerPreset::Type equalizerPreset)
 {

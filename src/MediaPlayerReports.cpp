@@ -1,4 +1,4 @@
-// What the player makes of the renderer's reports, and what it tells the application of them.
+// The player's handling of the renderer's reports, and the signals that follow.
 
 #include <multimedia/MediaPlayer.h>
 

@@ -1,4 +1,4 @@
-// How a medium is played: what the application sets at any time, apart from the medium and its outputs.
+// Playback settings that the application may change at any time; medium and outputs are in MediaPlayer.cpp.
 
 #include <multimedia/MediaPlayer.h>
 
@@ -89,7 +89,7 @@ MediaError::Type MediaPlayer::setVolume(double volume)
         DEBUG_LINE << "Volume already set to " << volume;
         return MediaError::None;
     }
-    // What is no number fails this too.
+    // NaN fails this too.
     if (!(volume >= 0.0 && volume <= 1.0)) {
         return refuse(tracer, MediaError::InvalidParameter, "Volume value out of range. volume=", volume);
     }

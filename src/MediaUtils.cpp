@@ -33,7 +33,7 @@ QString MediaUtils::generateUniqueId()
 
 QString MediaUtils::toIdentifier(qint32 processId, qint32 number)
 {
-    // A negative number is widened with its sign and so covers the process.
+    // A negative number is sign-extended, so its upper half overwrites the process id.
     const quint64 high = static_cast<quint64>(static_cast<quint32>(processId)) << 32;
     return QString::number(high | static_cast<quint64>(static_cast<qint64>(number)), 36);
 }

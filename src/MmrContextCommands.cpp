@@ -1,4 +1,4 @@
-// The renderer commands that need what the monitor learnt, and the parameters that it remembers for them.
+// Renderer commands that depend on the monitor's caches, and the cached parameters.
 
 #include <private/Dictionary.h>
 #include <private/Failures.h>

@@ -64,7 +64,7 @@ std::optional<QSize> toVideoDimensions(const QVariantMap &metaData)
     if (!pixelWidth || !pixelHeight) {
         return size;
     }
-    // The pixel's shape is compared with the frame's and not with a square; this is required.
+    // The pixel's ratio is compared with the frame's, not with 1; this is required.
     if (static_cast<float>(*pixelHeight) / static_cast<float>(*pixelWidth)
         == static_cast<float>(*height) / static_cast<float>(*width)) {
         return size;
@@ -76,7 +76,7 @@ std::optional<QSize> toVideoDimensions(const QVariantMap &metaData)
     return QSize(static_cast<int>(*pixelWidth * *width / smaller), static_cast<int>(*pixelHeight * *height / smaller));
 }
 
-/** Takes attributes over into cached parameters; whether a text is another one than was cached. */
+/** Merges attributes into cached parameters. True when a text differs from the cached one. */
 bool mergeParameters(const Attributes &attributes, QVariantMap &cache)
 {
     bool changed = false;
@@ -187,7 +187,7 @@ Attributes MmrContextNotifier::toParameterMap(const QString &file, bool *ok)
     return result;
 }
 
-// What the renderer publishes
+// The renderer's publications
 
 void MmrContextNotifier::onReadyRead()
 {
@@ -204,14 +204,14 @@ void MmrContextNotifier::onReadyRead()
     }
     DEBUG_LINE << objects;
     const unsigned int stateReads = m_stateReads;
-    // A slot may have ended the context.
+    // A slot may have destroyed the context.
     for (auto entry = objects.begin(); entry != objects.end() && m_context; ++entry) {
         if (entry.key() != QLatin1String("@state")) {
             dispatch(entry.key(), *entry);
         } else if (object != m_allObject) {
             onPpsError(entry->toMap());
         } else if (m_stateReads == stateReads) {
-            // Otherwise a newer state has been read in a slot's event loop.
+            // Otherwise the event loop of a slot has read a newer state.
             onPpsStateChanged(entry->toMap());
         }
     }
@@ -241,7 +241,7 @@ void MmrContextNotifier::onPpsStateChanged(const Attributes &map)
     TRACE_FUNCTION();
     const QString state = map.value(QStringLiteral("state")).toString();
     const int speed = map.value(QStringLiteral("speed")).toInt();
-    // Stored before it is emitted: a slot may end the playing, or run an event loop that reads the next state.
+    // Stored before the signal: a slot may end playback, or run an event loop that reads the next state.
     const unsigned int read = ++m_stateReads;
     if (replace(m_state, std::optional(state))) {
         reportState(tracer, state, speed, map.contains(QStringLiteral("error")));
@@ -278,7 +278,7 @@ void MmrContextNotifier::reportState(const FunctionTracer &tracer, const QString
             Q_EMIT playing();
         }
     } else if (state == QLatin1String("stopped")) {
-        // What ended with an error is told by onPpsError().
+        // onPpsError() reports an end with an error.
         if (!hasError) {
             logSignal(tracer, "stopped");
             Q_EMIT stopped();
@@ -338,7 +338,7 @@ void MmrContextNotifier::onPpsTrackParametersChanged(uint track, voro::PpsAttrib
     if (map.isEmpty()) {
         return;
     }
-    // Attributes are counted against the tracks and not against the track's own entries; this is required.
+    // The number of attributes is compared with the number of tracks, not of the track's entries; this is required.
     const bool counted = map.size() != m_trackParameters.size();
     const bool merged = mergeParameters(map, m_trackParameters[track]);
     if (counted || merged) {
@@ -454,7 +454,7 @@ void MmrContextNotifier::reportBufferStatus(const FunctionTracer &tracer, const 
     }
 }
 
-/** The level to report, when it is not the one that was stored. */
+/** The level to report; empty when it equals the stored one or cannot be decoded. */
 std::optional<double> MmrContextNotifier::changedLevel(const FunctionTracer &tracer, const char *name,
                                                        const char *attribute, const QString &text, double &stored)
 {

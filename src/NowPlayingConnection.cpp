@@ -169,7 +169,7 @@ void NowPlayingConnection::setShuffleMode(ShuffleMode::Type shuffleMode)
     TRACE_FUNCTION();
     DEBUG_LINE << "shuffleMode=" << static_cast<int>(shuffleMode);
     if (!replace(d->m_shuffleMode, shuffleMode)) {
-        // The words of the repeat mode; this is required.
+        // The text of the repeat mode; this is required.
         DEBUG_LINE << "Ignoring setting the same repeat mode. shuffleMode=" << static_cast<int>(shuffleMode);
         return;
     }

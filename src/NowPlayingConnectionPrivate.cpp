@@ -19,7 +19,7 @@ namespace {
 const QString ControlName = QStringLiteral("@control");
 const QString StatusName = QStringLiteral("@status");
 
-/** Makes an object wait in its reads and keep quiet otherwise, for as long as this lives. */
+/** Makes an object's reads block and disables its readyRead(), for the lifetime of this. */
 class BlockingReads {
 public:
     explicit BlockingReads(voro::PpsObject &object)
@@ -43,7 +43,7 @@ private:
     const bool m_wasBlocking;
 };
 
-/** A command that the service passes on, and the signal that it becomes. */
+/** A command that the service forwards, and its signal. */
 struct Command {
     const char *data;
     void (NowPlayingConnection::*signal)();
@@ -65,7 +65,7 @@ NowPlayingConnectionPrivate::NowPlayingConnectionPrivate(NowPlayingConnection *c
 {
     TRACE_FUNCTION();
     connect(m_control, &voro::PpsObject::readyRead, this, &NowPlayingConnectionPrivate::onReceivedPPSData);
-    // Queued, so that nothing is published from inside a setter.
+    // Queued: a setter itself publishes nothing.
     connect(
         this, &NowPlayingConnectionPrivate::invalidate, this, [this] { onInvalidate(); }, Qt::QueuedConnection);
 }
@@ -110,7 +110,7 @@ MediaError::Type NowPlayingConnectionPrivate::revoke()
 {
     TRACE_FUNCTION();
     MediaError::Type error = MediaError::None;
-    // Closing the object is what gives the role up.
+    // Closing the object gives up the role.
     if (m_acquired && m_control->isOpen()) {
         if (!m_control->close()) {
             error = refuse(tracer, MediaError::Internal, "Unable to close pps object. errno=", m_control->error());
@@ -276,7 +276,7 @@ bool NowPlayingConnectionPrivate::sendMetaData(const QVariantMap &metaData)
         data[QStringLiteral("albumArtwork")] =
             QFile::exists(toLocalPath(m_iconUrl)) ? QStringLiteral("file://%1").arg(path) : m_iconUrl.toString();
     }
-    // The service's track is the title, so the number has to give way first.
+    // The service's "track" carries the title, so the number moves first.
     if (data.contains(trackKey)) {
         data[QStringLiteral("track_number")] = data.value(trackKey).toString();
     }
@@ -345,7 +345,7 @@ void NowPlayingConnectionPrivate::handleRevoke(const FunctionTracer &tracer, con
 
 void NowPlayingConnectionPrivate::handleTrackMessage(const FunctionTracer &tracer, const QVariant &data)
 {
-    // A map has no text and so is none of the commands.
+    // A map converts to an empty text, which is no command.
     const QString text = data.toString();
     if (text == QLatin1String("sendData")) {
         DEBUG_LINE << "SEND metadata";
@@ -411,7 +411,7 @@ void NowPlayingConnectionPrivate::requestShuffle(const FunctionTracer &tracer, c
     bool ok = false;
     const ShuffleMode::Type shuffleMode = toShuffleMode(value->toString(), &ok);
     if (!ok) {
-        // The words of the repeat command; this is required.
+        // The text of the repeat command; this is required.
         WARNING_LINE << "Ignored unknown repeat command. value=" << value->toString();
         return;
     }

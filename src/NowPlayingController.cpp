@@ -33,7 +33,7 @@ void NowPlayingController::disconnectNotify(const QMetaMethod &signal)
 {
     TRACE_FUNCTION();
     DEBUG_LINE << "Disconnect Notification for " << signal.methodSignature().constData();
-    // Qt may hold a lock that counting listeners needs, and one that is being destroyed still counts: count later.
+    // Count later: Qt may hold a lock that counting needs, and still counts a listener during its destruction.
     d->countLater();
 }
 

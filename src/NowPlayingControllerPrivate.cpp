@@ -22,7 +22,7 @@ bool isMetaData(const QString &key)
     return std::any_of(keys.begin(), keys.end(), [&key](const char *known) { return key == QLatin1String(known); });
 }
 
-/** The metadata among the entries of a converted update. */
+/** The metadata entries of a converted update. */
 QVariantMap metaDataOf(const QVariantMap &update)
 {
     QVariantMap metaData;
@@ -34,7 +34,7 @@ QVariantMap metaDataOf(const QVariantMap &update)
     return metaData;
 }
 
-/** Takes out of an update what a newer one has; the metadata are one field. */
+/** Removes from an update the fields that a newer one has. The metadata count as one field. */
 void removeOutdated(QVariantMap &update, const QVariantMap &newer)
 {
     const bool hasMetaData = !metaDataOf(newer).isEmpty();
@@ -43,7 +43,7 @@ void removeOutdated(QVariantMap &update, const QVariantMap &newer)
     });
 }
 
-/** An update of the service with the library's names and types. */
+/** Converts an update of the service to the library's names and types. */
 QVariantMap converted(const FunctionTracer &tracer, const QVariantMap &update)
 {
     QVariantMap result;
@@ -81,7 +81,7 @@ QVariantMap converted(const FunctionTracer &tracer, const QVariantMap &update)
     return result;
 }
 
-/** Waits for the next message of the service, however often reading fails. */
+/** Waits for the next message of the service and retries failed reads. */
 QVariantMap nextMessage(const FunctionTracer &tracer, voro::PpsObject &object)
 {
     for (;;) {
@@ -103,7 +103,7 @@ QVariantMap nextMessage(const FunctionTracer &tracer, voro::PpsObject &object)
     }
 }
 
-/** Takes the fields that were asked for out of what was received so far; false while some are missing. */
+/** Copies the requested fields from the messages so far; false while some are missing. */
 bool takeFields(const FunctionTracer &tracer, const QStringList &fields, const QVariantMap &received,
                 QVariantMap &result)
 {
@@ -218,7 +218,7 @@ int NowPlayingControllerPrivate::listenerCount() const
     int count = 0;
     for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
         const QMetaMethod method = metaObject.method(i);
-        // The digit is what SIGNAL() puts before a signature.
+        // SIGNAL() puts this digit before a signature.
         if (method.methodType() == QMetaMethod::Signal) {
             count += q->receivers(("2" + method.methodSignature()).constData());
         }
@@ -294,7 +294,7 @@ bool NowPlayingControllerPrivate::unregisterNotifications(voro::PpsObject *objec
     return true;
 }
 
-// What the service publishes
+// The service's publications
 
 bool NowPlayingControllerPrivate::processPpsRead(const QVariantMap &control, QVariantMap &result) const
 {
@@ -357,7 +357,7 @@ void NowPlayingControllerPrivate::onReceivedMetaData()
     takeField(tracer, result, PROPERTY_STATE, m_mediaState, &NowPlayingController::mediaStateChanged, "mediaState");
     if (result.contains(MSG_UPDATE)) {
         QVariantMap update = result.value(MSG_UPDATE).toMap();
-        // A slot with an event loop of its own leads here again, before the older update is taken over.
+        // The event loop of a slot may lead here again before the older update is applied.
         for (QVariantMap *const older : m_updates) {
             removeOutdated(*older, update);
         }

@@ -76,7 +76,7 @@ bool SystemSoundPrivate::send(const voro::PpsObject *object, const QString &mess
         {QStringLiteral("id"), QStringLiteral("0")},
         {QStringLiteral("dat"), QVariantMap{{QStringLiteral("sound"), name}}},
     };
-    // A request that is not written is not noticed; this is required.
+    // A failed write is ignored; this is required.
     return deliver(tracer, *m_control, request, {"Error encoding the PPS message. error=", nullptr})
            != Delivery::NotEncoded;
 }

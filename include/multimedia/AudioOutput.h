@@ -13,7 +13,7 @@ public:
     enum Type : int {
         /** Nowhere. */
         None = 0,
-        /** To the device that the sound server chooses. */
+        /** To the sound server's default device. */
         Default = 1,
     };
     Q_ENUM(Type)

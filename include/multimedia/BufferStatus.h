@@ -6,14 +6,14 @@
 
 namespace voro::multimedia {
 
-/** What the buffer of a playing medium is doing. */
+/** State of the buffer of a playing medium. */
 class VOROMULTIMEDIA_EXPORT BufferStatus {
     Q_GADGET
 public:
     enum Type : int {
         /** Nothing is buffered. */
         Idle = 0,
-        /** The buffer fills up before playback goes on. */
+        /** The buffer fills before playback continues. */
         Buffering = 1,
         /** The buffer holds enough to play. */
         Playing = 2,

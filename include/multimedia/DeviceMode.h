@@ -6,7 +6,7 @@
 
 namespace voro::multimedia {
 
-/** The direction in which an object uses the audio device. */
+/** Whether an object plays or records. */
 class VOROMULTIMEDIA_EXPORT DeviceMode {
     Q_GADGET
 public:

@@ -1,4 +1,4 @@
 #pragma once
 
-/** Marks what the library shows to programs; everything else stays inside it. */
+/** Exports a symbol from the library; all other symbols are hidden. */
 #define VOROMULTIMEDIA_EXPORT __attribute__((visibility("default")))

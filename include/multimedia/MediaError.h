@@ -7,7 +7,7 @@
 namespace voro::multimedia {
 
 /**
- * What a command of the player, the recorder or the now-playing classes results in. The numbers are the renderer's own
+ * The result of a command of the player, the recorder or the now-playing classes. The numbers are the renderer's own
  * error codes; 6 and 15 to 31 are not used.
  */
 class VOROMULTIMEDIA_EXPORT MediaError {
@@ -16,15 +16,15 @@ public:
     enum Type : int {
         /** The command succeeded. */
         None = 0,
-        /** The renderer failed for a reason of its own, or does not take the input as the type that was tried. */
+        /** The renderer failed internally, or the input is not of the type that was tried. */
         Internal = 1,
-        /** A value is out of its range or cannot be handed to the renderer. */
+        /** A value is out of range or cannot be sent to the renderer. */
         InvalidParameter = 2,
-        /** The object cannot do that in its present state, or has no renderer context. */
+        /** The present state does not allow the command, or there is no renderer context. */
         InvalidState = 3,
-        /** The value exists but cannot be used here. */
+        /** The value is valid but not supported here. */
         UnsupportedValue = 4,
-        /** No decoder or encoder knows the medium. */
+        /** There is no decoder or encoder for the medium. */
         UnsupportedMediaType = 5,
         /** The medium or the platform does not allow the operation. */
         UnsupportedOperation = 7,
@@ -40,11 +40,11 @@ public:
         OutputUnavailable = 12,
         /** There is not enough memory. */
         OutOfMemory = 13,
-        /** Something that the command needs is in use or missing. */
+        /** A resource of the command is in use or missing. */
         ResourceUnavailable = 14,
-        /** The process may not do that. */
+        /** The process lacks the permission. */
         Permission = 32,
-        /** A command of the renderer failed; the code of that command is reported instead where it is known. */
+        /** A command of the renderer failed. Where the cause is known, its code is reported instead. */
         CommandFailed = 33,
     };
     Q_ENUM(Type)

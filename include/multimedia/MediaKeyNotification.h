@@ -6,14 +6,14 @@
 
 namespace voro::multimedia {
 
-/** When a press of a media key is reported. */
+/** When a short press of a media key is reported. */
 class VOROMULTIMEDIA_EXPORT MediaKeyNotification {
     Q_GADGET
 public:
     enum Type : int {
-        /** A short press when the key is released, however long it was held. */
+        /** On release, after any time. */
         Clicked = 0,
-        /** A short press when the key is released before the threshold, and longer ones as they happen. */
+        /** On release before the threshold. Longer presses are reported at the threshold. */
         Threshold = 1,
     };
     Q_ENUM(Type)

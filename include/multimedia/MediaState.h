@@ -13,13 +13,13 @@ public:
     enum Type : int {
         /** No medium is attached. */
         Unprepared = 0,
-        /** Outputs and medium are attached; nothing has been played or recorded yet. */
+        /** Outputs and medium are attached. */
         Prepared = 1,
         /** Playing or recording. */
         Started = 2,
-        /** Held at the present position. */
+        /** Paused at the present position. */
         Paused = 3,
-        /** Stopped, at the end or after an error; the medium is still attached. */
+        /** Stopped by command, at the end or by an error. The medium is still attached. */
         Stopped = 4,
     };
     Q_ENUM(Type)

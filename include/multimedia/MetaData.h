@@ -9,7 +9,7 @@ namespace voro::multimedia::MetaData {
 VOROMULTIMEDIA_EXPORT extern const char *Title;
 /** Performing artist; text. */
 VOROMULTIMEDIA_EXPORT extern const char *Artist;
-/** Album that the track is from; text. */
+/** Album of the track; text. */
 VOROMULTIMEDIA_EXPORT extern const char *Album;
 /** Composer; text. */
 VOROMULTIMEDIA_EXPORT extern const char *Composer;
@@ -25,9 +25,9 @@ VOROMULTIMEDIA_EXPORT extern const char *Disc;
 VOROMULTIMEDIA_EXPORT extern const char *Duration;
 /** Comment; text. */
 VOROMULTIMEDIA_EXPORT extern const char *Description;
-/** Where the track is; URL or path as text. */
+/** Location of the track; URL or path as text. */
 VOROMULTIMEDIA_EXPORT extern const char *Uri;
-/** Where the artwork is; URL as text. */
+/** Location of the artwork; URL as text. */
 VOROMULTIMEDIA_EXPORT extern const char *ArtworkUri;
 /** Bits per second. */
 VOROMULTIMEDIA_EXPORT extern const char *BitRate;
@@ -37,17 +37,17 @@ VOROMULTIMEDIA_EXPORT extern const char *SampleRate;
 VOROMULTIMEDIA_EXPORT extern const char *Width;
 /** Height of the picture in pixels; 0 without one. */
 VOROMULTIMEDIA_EXPORT extern const char *Height;
-/** Width of one pixel in relation to its height. */
+/** Width of one pixel relative to its height. */
 VOROMULTIMEDIA_EXPORT extern const char *PixelWidth;
-/** Height of one pixel in relation to its width. */
+/** Height of one pixel relative to its width. */
 VOROMULTIMEDIA_EXPORT extern const char *PixelHeight;
-/** Whether the track can be sought in; truth value. */
+/** Whether seeking in the track is possible; truth value. */
 VOROMULTIMEDIA_EXPORT extern const char *Seekable;
 /** Orientation of the picture. */
 VOROMULTIMEDIA_EXPORT extern const char *Orientation;
-/** Latitude where it was taken. The spelling of the key is required. */
+/** Latitude of the place of recording. The spelling of the key is required. */
 VOROMULTIMEDIA_EXPORT extern const char *Latitude;
-/** Longitude where it was taken. The spelling of the key is required. */
+/** Longitude of the place of recording. The spelling of the key is required. */
 VOROMULTIMEDIA_EXPORT extern const char *Longitude;
 /** Shutter speed. */
 VOROMULTIMEDIA_EXPORT extern const char *Shutter;

@@ -20,13 +20,14 @@ class NowPlayingConnectionPrivate;
 /**
  * Makes a media application the device's single now-playing source.
  *
- * An application acquires the role, says what it plays, and is asked by whoever commands the device (a controller, a
- * headset, the media keys) to play, to pause, and so on. What it does about that is its own affair: nothing here plays.
+ * An application acquires the role, publishes its state and metadata, and receives transport commands from a
+ * controller, a headset or the media keys. The commands arrive as signals and the application acts on them: nothing
+ * here plays.
  *
- * State, metadata and the rest may be set at any time. They are published while the role is held: the state at once,
- * everything else from the event loop and only while a controller is interested.
+ * State, metadata and the rest may be set at any time. The connection publishes them while it holds the role: the state
+ * at once, everything else from the event loop and only while a controller is active.
  *
- * A connection is used on the thread that owns it. It may be destroyed in a slot of any of its own signals.
+ * Use a connection on the thread that owns it. A slot of any of its signals may destroy it.
  */
 class VOROMULTIMEDIA_EXPORT NowPlayingConnection : public QObject {
     Q_OBJECT
@@ -57,7 +58,7 @@ class VOROMULTIMEDIA_EXPORT NowPlayingConnection : public QObject {
 
 public:
     /**
-     * A connection of low priority that plays, under a name that nobody else on the device has. Contacts nobody before
+     * A playback connection of low priority with a generated name, unique on the device. Contacts the service only in
      * acquire().
      */
     explicit NowPlayingConnection(QObject *parent = nullptr);
@@ -67,183 +68,183 @@ public:
                          QObject *parent = nullptr);
     NowPlayingConnection(const QString &connectionName, voro::multimedia::PriorityLevel::Type priorityLevel,
                          voro::multimedia::DeviceMode::Type deviceMode, QObject *parent = nullptr);
-    /** Gives the role up, without a signal. */
+    /** Gives up the role without a signal. */
     ~NowPlayingConnection() override;
 
-    /** Whether this connection holds the role, as the service said last. */
+    /** Whether this connection holds the role, as last reported by the service. */
     bool isAcquired() const;
-    /** Handle of the audio manager under which the sound is played; 0 is none. As set. */
+    /** The audio manager handle of the sound output; 0 means none. As set. */
     unsigned int audioManagerHandle() const;
     QVariant audioManagerHandleQml() const;
     /** The name under which the connection registers. */
     QString connectionName() const;
-    /** Whether a controller wants to know what is played, as the service said last. */
+    /** Whether a controller is active, as last reported by the service. */
     bool isControllerActive() const;
     /** Whether the connection plays or records. */
     DeviceMode::Type deviceMode() const;
     /** Duration of the track, 0 at first. As set. */
     unsigned int duration() const;
     QVariant durationQml() const;
-    /** Artwork of what is played, empty at first. As set. */
+    /** URL of the artwork, empty at first. As set. */
     QUrl iconUrl() const;
-    /** Name of the connection that took the role away last; empty while none did or when the service did not say. */
+    /** Name of the connection that last took the role; empty for none or when the service did not name it. */
     QString lastRevokingConnectionName() const;
-    /** Process id of that connection; 0 likewise. */
+    /** Process id of that connection; 0 for none or when not known. */
     unsigned int lastRevokingConnectionPid() const;
     QVariant lastRevokingConnectionPidQml() const;
-    /** What the application is doing, `Stopped` at first. As set. */
+    /** The state of the application, `Stopped` at first. As set. */
     MediaState::Type mediaState() const;
-    /** What is played, by the keys of `MetaData`. As set. */
+    /** The metadata, by the keys of `MetaData`. As set. */
     QVariantMap metaData() const;
-    /** Whether going to the next track is possible, true at first. As set. */
+    /** Whether there is a next track, true at first. As set. */
     bool isNextEnabled() const;
-    /** How the device is to show what is played, `Plain` at first. As set. */
+    /** The overlay style, `Plain` at first. As set. */
     OverlayStyle::Type overlayStyle() const;
-    /** Position in the track, 0 at first; in the unit of duration(). As set. */
+    /** Position in the track, in the unit of duration(), 0 at first. As set. */
     unsigned int position() const;
     QVariant positionQml() const;
-    /** Whether any other connection can take the role away: the priority is `Low`. */
+    /** Whether any other connection may take the role: the priority is `Low`. */
     bool isPreemptable() const;
-    /** Whether the role was acquired and somebody else holds it now; asks the service at each call. */
+    /** Whether another connection holds the role that this one acquired. Each call asks the service. */
     bool isPreempted() const;
-    /** Whether going to the previous track is possible, true at first. As set. */
+    /** Whether there is a previous track, true at first. As set. */
     bool isPreviousEnabled() const;
-    /** How firmly the role is held, `Low` at first. */
+    /** The priority, `Low` at first. */
     PriorityLevel::Type priorityLevel() const;
-    /** What is repeated, `Unsupported` at first: nothing is said about it. As set. */
+    /** The repeat mode. `Unsupported`, the first value, is not published. As set. */
     RepeatMode::Type repeatMode() const;
-    /** Whether tracks are shuffled, `Unsupported` at first: nothing is said about it. As set. */
+    /** The shuffle mode. `Unsupported`, the first value, is not published. As set. */
     ShuffleMode::Type shuffleMode() const;
 
     /**
-     * Sets the handle of the audio manager; registers again while connected. Followed by audioManagerHandleChanged().
+     * Sets the audio manager handle and registers again while connected. Followed by audioManagerHandleChanged().
      */
     void setAudioManagerHandle(unsigned int audioManagerHandle);
     /**
-     * Takes the handle as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * Sets the handle from a variant. A variant that QVariant::toUInt() does not convert is refused with a warning. A
      * negative number wraps around.
      */
     void setAudioManagerHandleQml(const QVariant &handle);
-    /** Sets the name; holds from the next registration. */
+    /** Sets the name; takes effect at the next registration. */
     void setConnectionName(const QString &connectionName);
-    /** Sets whether the connection plays or records; holds from the next registration. */
+    /** Sets whether the connection plays or records; takes effect at the next registration. */
     void setDeviceMode(voro::multimedia::DeviceMode::Type deviceMode);
     /**
-     * Takes the duration as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * Sets the duration from a variant. A variant that QVariant::toUInt() does not convert is refused with a warning. A
      * negative number wraps around.
      */
     void setDurationQml(const QVariant &duration);
     /**
-     * Takes the position as a variant. One that QVariant::toUInt() does not convert is refused with a warning; a
+     * Sets the position from a variant. A variant that QVariant::toUInt() does not convert is refused with a warning. A
      * negative number wraps around.
      */
     void setPositionQml(const QVariant &position);
-    /** Sets the priority; holds from the next registration. */
+    /** Sets the priority; takes effect at the next registration. */
     void setPriorityLevel(voro::multimedia::PriorityLevel::Type priorityLevel);
 
 public Q_SLOTS:
     /**
-     * Registers and asks for the role. Blocks until the service has answered; signals for what it says meanwhile are
-     * emitted before this returns. Followed by acquired().
+     * Registers and asks for the role. Blocks until the service has answered. Messages that arrive meanwhile are
+     * emitted as signals before this returns. Followed by acquired().
      *
-     * @return `None` when the role was granted, `InvalidState` when it is held already, `ResourceUnavailable` when
-     *         somebody else keeps it, `InvalidParameter` when the answer is none, `Internal` when the service cannot be
-     *         reached or went away.
+     * @return `None` when the service granted the role, `InvalidState` when this connection holds it already,
+     *         `ResourceUnavailable` when another connection keeps it, `InvalidParameter` for a malformed answer,
+     *         `Internal` when the service cannot be reached or went away.
      */
     voro::multimedia::MediaError::Type acquire();
     /**
-     * Gives the role up and disconnects from the service; `Internal` when that fails. Followed by revoked() when the
-     * role was held.
+     * Gives up the role and disconnects from the service. Returns `Internal` when that fails. Followed by revoked()
+     * when this connection held the role.
      */
     voro::multimedia::MediaError::Type revoke();
     /** Sets the duration of the track. Followed by durationChanged(). */
     void setDuration(unsigned int duration);
-    /** Sets the artwork; published with the next change of something else. Followed by iconUrlChanged(). */
+    /** Sets the artwork; published with the next other change. Followed by iconUrlChanged(). */
     void setIconUrl(const QUrl &iconUrl);
-    /** Sets what the application is doing; published at once. Followed by mediaStateChanged(). */
+    /** Sets the state of the application; published at once. Followed by mediaStateChanged(). */
     void setMediaState(voro::multimedia::MediaState::Type mediaState);
     /**
-     * Sets what is played, by the keys of `MetaData`; a duration in it does not count, see setDuration(). Followed by
+     * Sets the metadata, by the keys of `MetaData`. A duration in it is ignored, see setDuration(). Followed by
      * metaDataChanged().
      */
     void setMetaData(const QVariantMap &metaData);
     /**
-     * Sets whether there is a next track; published with the next change of something else. Followed by
+     * Sets whether there is a next track; published with the next other change. Followed by
      * nextEnabledChanged().
      */
     void setNextEnabled(bool nextEnabled);
     /**
-     * Sets how the device is to show what is played; registers again while connected. Followed by
+     * Sets the overlay style and registers again while connected. Followed by
      * overlayStyleChanged().
      */
     void setOverlayStyle(voro::multimedia::OverlayStyle::Type overlayStyle);
     /** Sets the position in the track, in the unit of the duration. Followed by positionChanged(). */
     void setPosition(unsigned int position);
     /**
-     * Sets whether any other connection can take the role away; refused with a warning once the connection has
+     * Sets whether any other connection may take the role. Refused with a warning once the connection has
      * registered. Followed by preemptableChanged().
      */
     void setPreemptable(bool preemptable);
     /**
-     * Sets whether there is a previous track; published with the next change of something else. Followed by
+     * Sets whether there is a previous track; published with the next other change. Followed by
      * previousEnabledChanged().
      */
     void setPreviousEnabled(bool previousEnabled);
-    /** Sets what is repeated. Followed by repeatModeChanged(). */
+    /** Sets the repeat mode. Followed by repeatModeChanged(). */
     void setRepeatMode(voro::multimedia::RepeatMode::Type repeatMode);
-    /** Sets whether tracks are shuffled. Followed by shuffleModeChanged(). */
+    /** Sets the shuffle mode. Followed by shuffleModeChanged(). */
     void setShuffleMode(voro::multimedia::ShuffleMode::Type shuffleMode);
     /**
-     * Tells that another track begins. `InvalidState` while the role is not held, `Internal` when the service cannot
-     * be told.
+     * Announces that another track begins. Returns `InvalidState` without the role and `Internal` when the message
+     * cannot be sent.
      */
     voro::multimedia::MediaError::Type trackChange();
 
 Q_SIGNALS:
-    // Where a signal comes twice the variant one holds an unsigned number and follows the typed one.
+    // A signal with two overloads is emitted twice: typed first, then with a variant that holds an unsigned number.
 
-    /** The role was granted. */
+    /** The service granted the role. */
     void acquired();
     void audioManagerHandleChanged(unsigned int audioManagerHandle);
     void audioManagerHandleChanged(const QVariant &audioManagerHandle);
-    /** A controller began, or the last one ceased, to be interested in what is played. */
+    /** The first controller became active or the last one inactive. */
     void controllerActiveChanged(bool controllerActive);
     void durationChanged(unsigned int duration);
     void durationChanged(const QVariant &duration);
-    /** Asked to wind forward. */
+    /** A command asked to wind forward. */
     void forward();
     void iconUrlChanged(const QUrl &iconUrl);
     void mediaStateChanged(voro::multimedia::MediaState::Type mediaState);
     void metaDataChanged(const QVariantMap &metaData);
-    /** Asked to go to the next track. */
+    /** A command asked for the next track. */
     void next();
     void nextEnabledChanged(bool nextEnabled);
     void overlayStyleChanged(voro::multimedia::OverlayStyle::Type overlayStyle);
-    /** Asked to pause. */
+    /** A command asked to pause. */
     void pause();
-    /** Asked to play. */
+    /** A command asked to play. */
     void play();
     void positionChanged(unsigned int position);
     void positionChanged(const QVariant &position);
     void preemptableChanged(bool preemptable);
-    /** Asked to go to the previous track. */
+    /** A command asked for the previous track. */
     void previous();
     void previousEnabledChanged(bool previousEnabled);
-    /** Asked to go on to another repeat mode. */
+    /** A command asked for another repeat mode, of the application's choice. */
     void repeat();
-    /** Asked for a repeat mode. */
+    /** A command asked for a repeat mode. */
     void repeatRequest(voro::multimedia::RepeatMode::Type repeatMode);
     void repeatModeChanged(voro::multimedia::RepeatMode::Type repeatMode);
-    /** The role was taken away by another connection or given up by revoke(). */
+    /** Another connection took the role, or revoke() gave it up. */
     void revoked();
-    /** Asked to wind backward. */
+    /** A command asked to wind backward. */
     void rewind();
-    /** Asked to go on to another shuffle mode. */
+    /** A command asked for another shuffle mode, of the application's choice. */
     void shuffle();
-    /** Asked for a shuffle mode. */
+    /** A command asked for a shuffle mode. */
     void shuffleRequest(voro::multimedia::ShuffleMode::Type shuffleMode);
     void shuffleModeChanged(voro::multimedia::ShuffleMode::Type shuffleMode);
-    /** Asked to stop. */
+    /** A command asked to stop. */
     void stop();
 
 private:

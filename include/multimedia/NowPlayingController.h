@@ -15,16 +15,16 @@ namespace voro::multimedia {
 class NowPlayingControllerPrivate;
 
 /**
- * Watches and commands whatever holds the device's now-playing role: for a lock screen, a remote, a widget.
+ * Watches and commands the holder of the device's now-playing role, for example from a lock screen or a remote.
  *
- * Commands are passed on to the holder of the role, which decides what becomes of them. They return `None` when the
- * controller service took them and `Write` when it could not be reached; whether anybody holds the role is not told.
+ * The controller service forwards commands to the holder of the role, which decides how to act. A command returns
+ * `None` when the service took it and `Write` when the service could not be reached. The result does not say whether
+ * anybody holds the role.
  *
- * While something is connected to one of the signals the controller is subscribed to the service: getters give what was
- * published last. While nothing is connected each getter asks the service and blocks until it has answered, without a
- * limit.
+ * While one of the signals has a listener, the controller is subscribed to the service and getters return the last
+ * published values. Without a listener each getter asks the service and blocks without a limit until it answers.
  *
- * A controller is used on the thread that owns it. It may be destroyed in a slot of any of its own signals.
+ * Use a controller on the thread that owns it. A slot of any of its signals may destroy it.
  */
 class VOROMULTIMEDIA_EXPORT NowPlayingController : public QObject {
     Q_OBJECT
@@ -39,32 +39,32 @@ class VOROMULTIMEDIA_EXPORT NowPlayingController : public QObject {
     Q_PROPERTY(voro::multimedia::ShuffleMode::Type shuffleMode READ shuffleMode NOTIFY shuffleModeChanged)
 
 public:
-    /** Contacts nobody before something is connected, asked or commanded. */
+    /** Contacts the service only for the first listener, getter or command. */
     explicit NowPlayingController(QObject *parent = nullptr);
     ~NowPlayingController() override;
 
     /** Duration of the track, in the unit of the application that plays it; 0 when not known. */
     unsigned int duration() const;
     QVariant durationQml() const;
-    /** Where the artwork is; empty without any. */
+    /** URL of the artwork; empty without artwork. */
     QUrl iconUrl() const;
     /**
-     * What the holder of the role is doing: `Started`, `Paused` or `Stopped`. `Unprepared` only when the service
-     * cannot be asked.
+     * The state of the role's holder: `Started`, `Paused` or `Stopped`. `Unprepared` only when the service cannot be
+     * asked.
      */
     MediaState::Type mediaState() const;
-    /** Artist, album, title and track number of what is played, by the keys of `MetaData`. */
+    /** Artist, album, title and track number, by the keys of `MetaData`. */
     QVariantMap metaData() const;
-    /** Whether going to the next track is possible. */
+    /** Whether there is a next track. */
     bool isNextEnabled() const;
-    /** Position in the track, in the unit of duration(), as it was published last. */
+    /** Position in the track, in the unit of duration(), as last published. */
     unsigned int position() const;
     QVariant positionQml() const;
-    /** Whether going to the previous track is possible. */
+    /** Whether there is a previous track. */
     bool isPreviousEnabled() const;
-    /** What is repeated; `Unsupported` until it was published. */
+    /** The repeat mode; `Unsupported` until published. */
     RepeatMode::Type repeatMode() const;
-    /** Whether tracks are shuffled; `Unsupported` until it was published. */
+    /** The shuffle mode; `Unsupported` until published. */
     ShuffleMode::Type shuffleMode() const;
 
 public Q_SLOTS:
@@ -72,18 +72,18 @@ public Q_SLOTS:
 
     voro::multimedia::MediaError::Type play();
     voro::multimedia::MediaError::Type pause();
-    /** Pauses what plays, plays anything else. */
+    /** Pauses when the holder plays, else plays. */
     voro::multimedia::MediaError::Type playPause();
     voro::multimedia::MediaError::Type stop();
     voro::multimedia::MediaError::Type next();
     voro::multimedia::MediaError::Type previous();
     voro::multimedia::MediaError::Type forward();
     voro::multimedia::MediaError::Type rewind();
-    /** Goes on to another repeat mode. */
+    /** Asks for another repeat mode, of the holder's choice. */
     voro::multimedia::MediaError::Type repeat();
     /** Asks for a repeat mode; `Unsupported` asks for `None`. */
     voro::multimedia::MediaError::Type repeat(voro::multimedia::RepeatMode::Type mode);
-    /** Goes on to another shuffle mode. */
+    /** Asks for another shuffle mode, of the holder's choice. */
     voro::multimedia::MediaError::Type shuffle();
     /** Asks for a shuffle mode; `Unsupported` asks for `Off`. */
     voro::multimedia::MediaError::Type shuffle(voro::multimedia::ShuffleMode::Type mode);
@@ -92,12 +92,12 @@ public Q_SLOTS:
 
     voro::multimedia::MediaError::Type volumeUp();
     voro::multimedia::MediaError::Type volumeDown();
-    /** Sets the volume from 0.0 to 1.0 in steps of 0.01; what is beyond becomes the nearest. */
+    /** Sets the volume from 0.0 to 1.0 in steps of 0.01. Values outside are clamped. */
     voro::multimedia::MediaError::Type setVolume(double value);
     voro::multimedia::MediaError::Type setMute(bool muted);
 
 Q_SIGNALS:
-    // Where a signal comes twice the variant one holds an unsigned number and follows the typed one.
+    // A signal with two overloads is emitted twice: typed first, then with a variant that holds an unsigned number.
 
     void durationChanged(unsigned int duration);
     void durationChanged(const QVariant &duration);
@@ -116,7 +116,7 @@ Q_SIGNALS:
 protected:
     /** Subscribes for the first listener. */
     void connectNotify(const QMetaMethod &signal) override;
-    /** Ends the subscription after the last one: from the event loop, or before the next value is asked for. */
+    /** Ends the subscription after the last listener: from the event loop, or before the next getter. */
     void disconnectNotify(const QMetaMethod &signal) override;
 
 private:

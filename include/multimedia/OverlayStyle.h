@@ -6,7 +6,7 @@
 
 namespace voro::multimedia {
 
-/** How the device shows what is now playing. */
+/** How the device shows the now-playing source. */
 class VOROMULTIMEDIA_EXPORT OverlayStyle {
     Q_GADGET
 public:

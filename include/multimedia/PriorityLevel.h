@@ -6,7 +6,7 @@
 
 namespace voro::multimedia {
 
-/** How firmly a now-playing connection holds its role. */
+/** Priority of a now-playing connection. */
 class VOROMULTIMEDIA_EXPORT PriorityLevel {
     Q_GADGET
 public:

@@ -6,12 +6,12 @@
 
 namespace voro::multimedia {
 
-/** What is repeated. */
+/** Repeat mode of a player or a source. */
 class VOROMULTIMEDIA_EXPORT RepeatMode {
     Q_GADGET
 public:
     enum Type : int {
-        /** Nothing: playback ends after the last track. */
+        /** No repeat: playback ends after the last track. */
         None = 0,
         /** The current track. */
         Track = 1,

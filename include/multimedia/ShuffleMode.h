@@ -6,7 +6,7 @@
 
 namespace voro::multimedia {
 
-/** The order in which a source plays its tracks. Here `Unsupported` comes first. */
+/** Order in which a source plays its tracks. Here `Unsupported` is the first value. */
 class VOROMULTIMEDIA_EXPORT ShuffleMode {
     Q_GADGET
 public:

@@ -11,15 +11,15 @@ class SystemSoundPrivate;
 /**
  * Plays one of the device's predefined sounds.
  *
- * Choosing a sound lets the sound service load it, so that play() starts it at once. Nothing is reported back: a sound
- * that cannot be played is a line in the log.
+ * Choosing a sound makes the sound service load it, so that play() starts it at once. The service reports nothing back:
+ * it logs a sound that it cannot play.
  */
 class VOROMULTIMEDIA_EXPORT SystemSound : public QObject {
     Q_OBJECT
     Q_PROPERTY(voro::multimedia::SystemSound::Type sound READ sound WRITE setSound FINAL)
 public:
     enum Type : int {
-        /** No sound; cannot be chosen. */
+        /** No sound. setSound() refuses it. */
         None = 0,
         /** The battery is nearly empty. */
         BatteryAlarm = 1,
@@ -35,7 +35,7 @@ public:
         DeviceTetherEvent = 6,
         /** The device is no longer tethered. */
         DeviceUntetherEvent = 7,
-        /** Something happened that the user may want to know. */
+        /** A general notification. */
         GeneralNotification = 8,
         /** A key was pressed. */
         InputKeypress = 9,
@@ -43,9 +43,9 @@ public:
         RecordingStartEvent = 10,
         /** A recording ends. */
         RecordingStopEvent = 11,
-        /** The notification called sapphire. */
+        /** The sapphire notification. */
         SapphireNotification = 12,
-        /** Plays while the master volume is being changed. */
+        /** The reference sound while the master volume changes. */
         SystemMasterVolumeReference = 13,
         /** A video call comes in. */
         VideoCallEvent = 14,
@@ -56,28 +56,27 @@ public:
     };
     Q_ENUM(Type)
 
-    /** An object that plays nothing until a sound is chosen. Opens a connection of its own to the sound service. */
+    /** Has no sound until setSound(). Opens a connection to the sound service. */
     explicit SystemSound(QObject *parent = nullptr);
-    /** An object that plays the given sound; the same as choosing it with setSound(). */
+    /** The same with a sound chosen. */
     explicit SystemSound(SystemSound::Type sound, QObject *parent = nullptr);
     ~SystemSound() override;
 
     /** The chosen sound, `None` at first. */
     SystemSound::Type sound() const;
     /**
-     * Chooses a sound and has the service load it.
+     * Chooses a sound and asks the service to load it.
      *
-     * @return true when the request was sent. False for `None` or a number that is no sound (the choice stays as it
-     *         was), for the sound that is chosen already, and when there is no connection to the service (the choice
-     *         has changed then).
+     * @return true when the request was sent. False for `None` or an unknown number, which changes nothing; for the
+     *         present sound; and without a connection to the service, although the choice has changed then.
      */
     bool setSound(SystemSound::Type sound);
 
-    /** Plays a sound without an object. Returns when the request was sent, not when the sound has ended. */
+    /** Plays a sound without an object. Returns when the request is sent, before the sound ends. */
     static void play(SystemSound::Type sound);
 
 public Q_SLOTS:
-    /** Plays the chosen sound; nothing happens when there is none. */
+    /** Plays the chosen sound, if any. */
     void play();
 
 private:

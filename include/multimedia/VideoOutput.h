@@ -6,7 +6,7 @@
 
 namespace voro::multimedia {
 
-/** Where a player's pictures go. */
+/** Where a player's video goes. */
 class VOROMULTIMEDIA_EXPORT VideoOutput {
     Q_GADGET
 public:

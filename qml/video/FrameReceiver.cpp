@@ -48,7 +48,7 @@ Frame::~Frame()
     FrameRelease release;
     release.generation = m_ring->description().generation;
     release.slot = m_slot;
-    // A worker that is gone wants nothing back.
+    // A worker that is gone needs no slot back.
     voro::pps::sendPacket(m_socket->get(), bytesOf(release));
 }
 
@@ -91,7 +91,7 @@ void FrameReceiver::Watched::reset()
 {
     if (ready) {
         ready->setEnabled(false);
-        // It may be what calls.
+        // The caller may be the notifier.
         ready.release()->deleteLater();
     }
     socket.reset();
@@ -106,7 +106,7 @@ FrameReceiver::FrameReceiver(const QString &name, QObject *parent) : QObject(par
     }
     m_folder = QString::fromStdString(folder);
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &FrameReceiver::connectToDaemon);
-    // Watched first: a daemon that starts now must not be missed.
+    // Watch first, so that a daemon that starts now is not missed.
     m_watcher.addPath(m_folder);
     connectToDaemon();
 }
@@ -118,7 +118,7 @@ void FrameReceiver::connectToDaemon()
     if (m_daemon.socket || stat(path.c_str(), &status) != 0) {
         return;
     }
-    // A daemon that has sent us away, or has left its socket behind, would do so again.
+    // Do not retry with a daemon that refused us or left a stale socket: it would happen again.
     const auto made = std::pair(status.st_ctim.tv_sec, status.st_ctim.tv_nsec);
     if (std::exchange(m_tried, made) == made) {
         return;
@@ -139,7 +139,7 @@ void FrameReceiver::readDaemon()
         return;
     }
     if (size <= 0) {
-        // The next daemon makes its socket anew; the folder shows it, unless that has been so already.
+        // The next daemon makes a new socket, which changes the folder, unless it has done so already.
         m_daemon.reset();
         connectToDaemon();
         return;
@@ -195,7 +195,7 @@ bool FrameReceiver::take(const FrameReady &ready)
         return false;
     }
     auto frame = std::make_shared<Frame>(m_worker.socket, m_ring, ready.slot);
-    // What was overwritten meanwhile is not shown.
+    // Drop a picture that was overwritten meanwhile.
     if (frame->serial() == ready.serial) {
         show(std::move(frame));
     }

@@ -13,10 +13,10 @@
 
 namespace voro::qml {
 
-/** A worker's memory file with pictures, mapped to be read. */
+/** A worker's memory file with pictures, mapped for reading. */
 class FrameRing {
 public:
-    /** Null for a file that does not hold what the description says, or that could shrink. */
+    /** Null when the file does not match the description or could shrink. */
     static std::shared_ptr<FrameRing> map(const voro::renderer::FrameDescription &description, int file);
     ~FrameRing();
     FrameRing(const FrameRing &) = delete;
@@ -34,7 +34,7 @@ private:
 };
 
 /**
- * One picture in the memory of a worker, which gets its slot back when the picture is destroyed, in whatever thread.
+ * One picture in the memory of a worker. Its destruction, in any thread, gives the slot back to the worker.
  */
 class Frame {
 public:
@@ -47,12 +47,12 @@ public:
     Frame(const Frame &) = delete;
     Frame &operator=(const Frame &) = delete;
 
-    /** The number that the worker has written beside the picture. */
+    /** The number that the worker wrote with the picture. */
     uint64_t serial() const;
     QSize size() const;
-    /** The size on a screen with square pixels. */
+    /** The size in square pixels. */
     QSizeF shownSize() const;
-    /** The picture as it lies there, nothing copied. The frame lives as long as the image and its copies. */
+    /** The picture without a copy. The frame lives as long as the image and its copies. */
     static QImage image(const std::shared_ptr<Frame> &frame);
 
 private:
@@ -61,21 +61,21 @@ private:
     uint32_t m_slot;
 };
 
-/** The item's end of a frame queue: finds the daemon, and is handed the socket of each worker that shows there. */
+/** The item's end of a frame queue. Connects to the daemon, which passes the socket of each worker that draws. */
 class FrameReceiver : public QObject {
     Q_OBJECT
 public:
     explicit FrameReceiver(const QString &name, QObject *parent = nullptr);
 
-    /** The newest picture, null without one. */
+    /** The newest picture; null without one. */
     const std::shared_ptr<Frame> &frame() const { return m_frame; }
 
 Q_SIGNALS:
-    /** There is another picture, or none any more. */
+    /** A new picture arrived, or the last one is gone. */
     void frameChanged();
 
 private:
-    /** A socket and the watch for what comes from it. */
+    /** A socket and its notifier. */
     struct Watched {
         std::shared_ptr<voro::pps::Fd> socket;
         std::unique_ptr<QSocketNotifier> ready;
@@ -87,17 +87,17 @@ private:
     void connectToDaemon();
     void readDaemon();
     void readWorker();
-    /** False for what no worker would say. */
+    /** False for an invalid message. */
     bool handle(std::span<const std::byte> packet, const voro::pps::Fd &file);
     bool take(const voro::renderer::FrameReady &ready);
     void show(std::shared_ptr<Frame> frame);
 
     const QByteArray m_name;
     QString m_folder;
-    /** The daemon's folder, while there is no daemon. */
+    /** Watches the daemon's folder while there is no daemon. */
     QFileSystemWatcher m_watcher;
     Watched m_daemon;
-    /** When the socket was made that was connected to last: seconds and nanoseconds. */
+    /** Creation time of the socket of the last connection: seconds and nanoseconds. */
     std::pair<time_t, long> m_tried;
     Watched m_worker;
     std::shared_ptr<FrameRing> m_ring;

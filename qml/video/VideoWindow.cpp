@@ -60,7 +60,7 @@ QRectF VideoWindow::contentRect() const
     return content;
 }
 
-/** The part of the picture that is seen. */
+/** The visible part of the picture. */
 QRectF VideoWindow::sourceRect() const
 {
     const QRectF all{QPointF(), QSizeF(m_sourceSize)};

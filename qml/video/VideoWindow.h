@@ -7,31 +7,31 @@
 namespace voro::qml {
 
 /**
- * Shows the pictures of a player, composed like any other item on whatever the scene is drawn with.
+ * Shows the video of a player. The scene composes it like any other item.
  *
- * Give its windowId to the player's windowId (or closedCaptionWindowId): `MediaPlayer { windowId: video.windowId }`.
- * The pictures come from the renderer's worker through shared memory. The last one stays while the player pauses;
- * nothing is drawn when there is none, which is also so when a worker dies.
+ * Bind the player's windowId (or closedCaptionWindowId) to this item's: `MediaPlayer { windowId: video.windowId }`.
+ * The pictures come from the renderer's worker through shared memory. The last one stays while the player pauses.
+ * Without a picture, for example after a worker's death, the item draws nothing.
  */
 class VideoWindow : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
-    /** What a player names this item by; another one for every item. */
+    /** The window id for a player, unique for each item. */
     Q_PROPERTY(QString windowId READ windowId CONSTANT)
     /** How the picture fills the item; PreserveAspectFit at first. */
     Q_PROPERTY(FillMode fillMode READ fillMode WRITE setFillMode NOTIFY fillModeChanged)
-    /** The size of the picture in pixels, empty without one. */
+    /** The size of the picture in pixels; empty without one. */
     Q_PROPERTY(QSize sourceSize READ sourceSize NOTIFY sourceSizeChanged)
     /** The part of the item that the picture covers. */
     Q_PROPERTY(QRectF contentRect READ contentRect NOTIFY contentRectChanged)
     Q_PROPERTY(bool hasPicture READ hasPicture NOTIFY hasPictureChanged)
 public:
     enum FillMode {
-        /** Distorted as needed. */
+        /** The picture fills the item and may be distorted. */
         Stretch,
-        /** Whole, in the middle of the item. */
+        /** The whole picture, centred in the item. */
         PreserveAspectFit,
-        /** Covers all of the item and is cut off where it is larger. */
+        /** The picture covers the item and is cropped. */
         PreserveAspectCrop
     };
     Q_ENUM(FillMode)
@@ -50,7 +50,7 @@ Q_SIGNALS:
     void sourceSizeChanged();
     void contentRectChanged();
     void hasPictureChanged();
-    /** Another picture is shown from the next drawing on. */
+    /** The next update of the scene shows another picture. */
     void pictureChanged();
 
 protected:
@@ -66,7 +66,7 @@ private:
     FrameReceiver m_receiver;
     QSize m_sourceSize;
     QSizeF m_shownSize;
-    /** Whether the picture is another one than that of the scene. */
+    /** Whether the picture differs from the scene's. */
     bool m_isNew = false;
 };
 

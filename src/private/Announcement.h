@@ -19,7 +19,7 @@ void logArguments(const FunctionTracer &tracer, const char *name, const Value &v
     logArguments(tracer, rest...);
 }
 
-/** Logs under the caller's name that a signal follows, and its arguments: a name and a value each. */
+/** Logs under the caller's name that a signal follows, and its arguments as pairs of name and value. */
 template<typename... Arguments>
 void logSignal(const FunctionTracer &tracer, const char *signal, const Arguments &...arguments)
 {

@@ -8,7 +8,7 @@
 
 namespace voro::multimedia {
 
-/** What a recorder is made of: its renderer context, its settings and what the renderer reported last. */
+/** The private part of a recorder: renderer context, settings and the renderer's last reports. */
 class AudioRecorderPrivate : public ContextOwner<AudioRecorder> {
     Q_OBJECT
 public:
@@ -49,7 +49,7 @@ private:
     MediaState::Type m_mediaState = MediaState::Unprepared;
     int m_outputId = -1;
     QUrl m_outputUrl;
-    // What the renderer does unless it is told otherwise.
+    // The renderer's default.
     unsigned int m_statusInterval = 1000;
 };
 

@@ -12,8 +12,8 @@
 namespace voro::multimedia {
 
 /**
- * What has a renderer context of its own, and the rules for calling the renderer. Functions that take the tracer of
- * their caller log in the caller's name. As an orphan it has no context.
+ * Owns a renderer context and has the rules for calling the renderer. A function that takes its caller's tracer logs
+ * under the caller's name. An orphan has no context.
  */
 template<typename Public>
 class ContextOwner : public PrivateObject<Public> {
@@ -31,7 +31,7 @@ protected:
         return m_context;
     }
 
-    /** Whether a call that ends the playing has succeeded. */
+    /** Whether a call that ends playback has succeeded. */
     bool hasEnded(int result)
     {
         if (result == -1) {
@@ -62,7 +62,7 @@ protected:
         return MediaError::None;
     }
 
-    /** Announces an error that ended what was played or recorded. */
+    /** Announces an error that ended playback or recording. */
     void announceError(const FunctionTracer &tracer, MediaError::Type error, unsigned int position)
     {
         if (this->isOrphan()) {
@@ -78,7 +78,7 @@ protected:
         }
     }
 
-    /** Ends the context; the public object's destructor calls it. */
+    /** Destroys the context. The public object's destructor calls this. */
     void end()
     {
         const bool livesOn = this->becomeOrphan();

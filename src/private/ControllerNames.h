@@ -50,7 +50,7 @@ inline constexpr QLatin1String PROPERTY_ARTWORK("albumArtwork");
 inline constexpr QLatin1String PROPERTY_ALLMETADATA("allmetadata");
 inline constexpr QLatin1String RESULT_ERROR("error");
 
-/** A message that is nothing but a command. */
+/** A message without data. */
 inline QString messageText(const char *command)
 {
     return QStringLiteral("msg::") + QLatin1String(command);

@@ -8,10 +8,10 @@
 
 namespace voro::multimedia {
 
-/** How far a message came. */
+/** The outcome of sending a message. */
 enum class Delivery { NotEncoded, NotWritten, Written };
 
-/** What is logged of a message that did not come far, before the object's error; nothing for null. */
+/** The warnings of a failed delivery; the object's error follows. A null text logs nothing. */
 struct DeliveryTexts {
     const char *notEncoded;
     const char *notWritten;

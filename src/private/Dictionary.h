@@ -8,7 +8,7 @@
 
 namespace voro::multimedia {
 
-/** A stream dictionary that is destroyed unless it is handed to the renderer. */
+/** Owns a stream dictionary until the renderer takes it. */
 class Dictionary {
 public:
     Dictionary() : m_dictionary(strm_dict_new()) {}
@@ -22,13 +22,13 @@ public:
         if (!changed) {
             return false;
         }
-        // Setting has used up the handle that was passed in.
+        // strm_dict_set() has consumed the old handle.
         static_cast<void>(m_dictionary.release());
         m_dictionary.reset(changed);
         return true;
     }
 
-    /** Gives the dictionary away, to a renderer function that consumes it. */
+    /** Hands the dictionary to a renderer function, which consumes it. */
     strm_dict_t *release() { return m_dictionary.release(); }
 
 private:

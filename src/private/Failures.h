@@ -10,8 +10,8 @@
 
 namespace voro::multimedia {
 
-// The idiom for errors: a command whose step failed logs that and returns the step's error, in one statement. A step
-// may fail without an error record; the command ends with `None` then.
+// The idiom for errors: when a step fails, one statement logs that and returns the step's error. A step may fail
+// without an error record; the command returns `None` then.
 
 inline bool wantsErrorName(const char *text)
 {
@@ -36,7 +36,7 @@ void logFailure(QDebug line, MediaError::Type error, const Parts &...parts)
     }
 }
 
-/** Logs a critical line under the caller's name and gives the error back. */
+/** Logs a critical line under the caller's name and returns the error. */
 template<typename... Parts>
 MediaError::Type fail(const FunctionTracer &tracer, MediaError::Type error, const Parts &...parts)
 {

@@ -18,20 +18,20 @@ inline bool isDebugLogRequested()
     return value && std::strcmp(value, "1") == 0;
 }
 
-/** Whether debug lines are written; each source file has its own copy, which is set when the library is loaded. */
+/** Whether debug lines are written. Each source file has its own copy, set when the library is loaded. */
 [[maybe_unused]] static const bool ENABLE_DEBUG = isDebugLogRequested();
 
 /** Reduces the compiler's pretty-function text to class and method, as in "MediaPlayer::play". */
 QString prettyFunction(const char *prettyFunctionText);
 
-/** Logs that a function was entered and, at the end of its scope, left; knows the prefix of the function's lines. */
+/** Logs the entry of a function and, at the end of its scope, the exit; has the prefix of the function's lines. */
 class FunctionTracer {
 public:
     explicit FunctionTracer(QString name);
     ~FunctionTracer();
     Q_DISABLE_COPY_MOVE(FunctionTracer)
 
-    /** What every line of the traced function begins with. */
+    /** The prefix of every line of the traced function. */
     QByteArray prefix() const { return m_name.toLocal8Bit(); }
 
 private:
@@ -40,15 +40,15 @@ private:
 };
 
 /**
- * A copy of a path or URL that may be logged; `size` is the length of the text with its end. Never null, empty when
- * there is no such copy.
+ * An obfuscated copy of a path or URL for the log; `size` includes the terminating zero. Never null; empty on
+ * failure.
  */
 QSharedPointer<char> obfuscatePath(const char *path, int size);
 
-/** A URL on its way into a line: its text, or the obfuscated text of a URL that names something on this device. */
+/** Streams a URL into a line. The URL of a local file or asset is obfuscated. */
 class LoggedUrl {
 public:
-    /** What becomes of a URL without a scheme. */
+    /** Whether a URL without a scheme is obfuscated. */
     enum Relative { HideRelative, ShowRelative };
 
     explicit LoggedUrl(const QUrl &url, Relative relative = HideRelative) : m_url(url), m_relative(relative) {}
@@ -59,7 +59,7 @@ private:
     Relative m_relative;
 };
 
-/** The name of an enumerator, null for a number that has none. */
+/** The name of an enumerator; null for an unknown number. */
 template<typename Enumeration>
 const char *keyName(Enumeration value)
 {
@@ -73,7 +73,7 @@ const char *keyName(Enumeration value)
     const voro::multimedia::FunctionTracer tracer(voro::multimedia::prettyFunction(__PRETTY_FUNCTION__))
 
 #define LOG_LINE(stream) stream.nospace() << tracer.prefix().constData() << ": "
-/** Streams that write one line each; nothing is formatted for a debug line that is not written. */
+/** Streams of one line each. A debug line that is not written is not formatted either. */
 #define DEBUG_LINE                                                             \
     for (bool wanted = voro::multimedia::ENABLE_DEBUG; wanted; wanted = false) \
     LOG_LINE(qDebug())

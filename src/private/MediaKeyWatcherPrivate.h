@@ -22,28 +22,28 @@ public:
     void setKey(MediaKey::Type key);
     void setNotification(MediaKeyNotification::Type notification);
 
-    /** Registers for what there are listeners to. */
+    /** Updates the registrations to the present listeners. */
     void listenersChanged();
-    /** The same after a disconnection from the signal, or from several when it is invalid. */
+    /** The same after a disconnection from one signal, or from several when it is invalid. */
     void listenerWent(const QMetaMethod &signal);
 
     /**
-     * Closes the object and registers anew, unless the registrations that are there do (and `force` is false). The
-     * result is the object's error(), 0 on success.
+     * Closes the object and registers again. Without `force`, sufficient registrations stay. Returns the object's
+     * error(), 0 on success.
      */
     int updateButtonRegistration(voro::PpsObject *object, MediaKey::Type key, MediaKeyNotification::Type notification,
                                  bool force);
-    /** Writes one registration; the result is the object's error(), 0 on success. */
+    /** Writes one registration. Returns the object's error(), 0 on success. */
     int send(voro::PpsObject *object, MediaKey::Type key, const QString &kind);
     void handleKeyMessage(const QVariantMap &control);
-    /** The service's name of a key, empty for a number that is none. */
+    /** The service's name of a key; empty for an unknown number. */
     static const char *toString(MediaKey::Type key);
 
 private Q_SLOTS:
     void onReadyRead();
 
 private:
-    /** How many listeners the press signals have. */
+    /** The numbers of listeners of the press signals. */
     struct Listeners {
         int shortPress = 0;
         int mediumPress = 0;
@@ -51,7 +51,8 @@ private:
         bool operator==(const Listeners &) const = default;
     };
     Listeners countListeners() const;
-    /** The count after a disconnection, taken to be of one listener where Qt may hold the lock that counting wants. */
+    /** The count after a disconnection of one listener. Does not ask Qt, which may hold the lock that counting needs.
+     */
     Listeners listenersWithout(const QMetaMethod &signal) const;
 
     MediaKey::Type m_key;
@@ -59,7 +60,7 @@ private:
     voro::PpsObject *m_control;
     MediaKeyWatcher *m_watcher;
     Listeners m_listeners;
-    /** Those of the last registration. */
+    /** The listeners at the last registration. */
     Listeners m_registered;
     bool m_isLookPosted = false;
 };

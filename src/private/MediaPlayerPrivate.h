@@ -9,13 +9,13 @@
 
 namespace voro::multimedia {
 
-/** A speed in thousandths of normal speed as a factor. */
+/** Converts thousandths of normal speed to a factor. */
 inline double toFactor(int rate)
 {
     return rate / static_cast<double>(MmrContextNotifier::s_NormalPlaybackSpeed);
 }
 
-/** What a player is made of: its renderer context, its settings and what the renderer reported last. */
+/** The private part of a player: renderer context, settings and the renderer's last reports. */
 class MediaPlayerPrivate : public ContextOwner<MediaPlayer> {
     Q_OBJECT
 public:
@@ -29,7 +29,7 @@ public:
 
     MediaError::Type attachInput(const QUrl &url);
     MediaError::Type detachInput();
-    /** Detaches the input and then an output; the caller forgets the output's id. */
+    /** Detaches the input and then an output. The caller resets the output's id. */
     MediaError::Type detachOutput(int outputId);
     QString generateAudioOutputUrl(AudioOutput::Type audioOutput);
     QString generateVideoOutputUrl(VideoOutput::Type videoOutput, const QString &windowId,
@@ -44,9 +44,9 @@ public:
     MediaError::Type updateTrackParamSubpictureUrl(unsigned int track, const QUrl &url);
     MediaError::Type updateVideoOutputParams(const QRect &rect);
 
-    /** The renderer's name of a preset, empty for a number that is none. */
+    /** The renderer's name of a preset; empty for an unknown number. */
     QString toString(EqualizerPreset::Type equalizerPreset);
-    /** The renderer's name of a mode, empty where there is none. */
+    /** The renderer's name of a mode; empty when there is none. */
     QString toString(RepeatMode::Type repeatMode);
 
 private Q_SLOTS:

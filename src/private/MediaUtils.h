@@ -6,15 +6,15 @@
 
 namespace voro::multimedia {
 
-/** Hands out identifiers that no other object of the device has at the same time. May be used from any thread. */
+/** Generates identifiers that are unique on the device. May be used from any thread. */
 class MediaUtils {
 public:
-    /** The only instance; it is never destroyed, so that it outlives every object that needs a name. */
+    /** The only instance. It is never destroyed, so that it outlives every object that needs a name. */
     static MediaUtils *instance();
 
     QString generateUniqueId();
 
-    /** The identifier that process and number make. */
+    /** The identifier of a process id and a number. */
     static QString toIdentifier(qint32 processId, qint32 number);
 
 private:

@@ -21,8 +21,8 @@ namespace voro::multimedia {
 class FunctionTracer;
 
 /**
- * Watches one renderer context through the PPS objects of its folder, turns what changes into signals, and carries the
- * renderer commands that need what was learnt that way. It owns no context.
+ * Watches one renderer context through the PPS objects of its folder and turns changes into signals. It also carries
+ * the renderer commands that depend on its caches. It owns no context.
  *
  * Positions and durations are milliseconds, tracks count from 1, speeds are thousandths of normal speed.
  */
@@ -37,38 +37,38 @@ public:
     ~MmrContextNotifier() override;
 
     /**
-     * Watches another context, or none for null; false when its objects cannot be watched. What was learnt of an
-     * earlier context stays.
+     * Watches another context, or none for null. False when its objects cannot be watched. The caches of an earlier
+     * context stay.
      */
     bool monitor(mmr_context_t *context);
     /** The code in the context's error record; `None` without a context or record. */
     MediaError::Type lastError() const;
 
-    /** Playing that is read after this is reported anew: a command has ended the playing that was read before. */
+    /** A command has ended playback: the next state `playing` is reported again. */
     void forgetPlaying();
-    /** A speed of 0 that is read after this is reported anew: a command has ended the hold that was read before. */
+    /** A command has ended a pause: the next speed of 0 is reported again. */
     void forgetHold();
 
-    /** Attaches an input, with the parameters that were set for its first track; the caller logs a failure. */
+    /** Attaches an input with the parameters of its first track. The caller logs a failure. */
     MediaError::Type attachInput(const QString &url, const QString &type);
-    /** Attaches an output and stores its id, also when `outputId` is null. */
+    /** Attaches an output and stores its id unless `outputId` is null. */
     MediaError::Type attachOutput(const QString &url, const QString &type, int *outputId);
-    /** Seeks, after sending the track's parameters when there are any. */
+    /** Sends the track's parameters, if any, and seeks. */
     MediaError::Type seek(unsigned int track, unsigned int position);
-    /** Sets one input parameter besides those set earlier. */
+    /** Sets one input parameter in addition to earlier ones. */
     MediaError::Type updateInputParameter(const QString &name, const QString &value);
-    /** Sends a whole set of input parameters; they are not kept. */
+    /** Sends a whole set of input parameters without caching it. */
     MediaError::Type updateInputParameters(const QVariantMap &parameters);
-    /** Sets one parameter of a track besides those that it has; kept until later while the renderer is idle. */
+    /** Sets one track parameter in addition to earlier ones. While the renderer is idle it is only cached. */
     MediaError::Type updateTrackParameter(unsigned int track, const QString &name, const QString &value);
-    /** Sends a whole set of track parameters; they are not kept. Track 0 holds the defaults of the next input. */
+    /** Sends a whole set of track parameters without caching it. Track 0 means the defaults of the next input. */
     MediaError::Type updateTrackParameters(unsigned int track, const QVariantMap &parameters);
-    /** The parameters that were set for a track or reported by the renderer. */
+    /** The parameters of a track, as set or as reported by the renderer. */
     QVariantMap trackParameters(unsigned int track) const;
 
     /** Reads an object of the context's folder once; `ok` may be null. */
     QMap<QString, voro::PpsAttribute> toParameterMap(const QString &file, bool *ok);
-    /** Makes a stream dictionary of a map's texts; empty ones are left out. */
+    /** Makes a stream dictionary of a map's texts without the empty ones. */
     MediaError::Type createDictionaryFromMap(const QVariantMap &map, strm_dict_t **dictionary);
     /** Reads "POSITION" (of track 1) or "TRACK:POSITION". */
     bool decodePosition(const QString &data, unsigned int &track, unsigned int &position);
@@ -133,15 +133,15 @@ private:
     unsigned int m_track = 1;
     unsigned int m_trackCount = 0;
     QMap<unsigned int, QVariantMap> m_trackParameters;
-    /** Empty when a hold was forgotten. */
+    /** Empty after forgetHold(). */
     std::optional<int> m_speed = s_NormalPlaybackSpeed;
-    /** Empty when playing was forgotten. */
+    /** Empty after forgetPlaying(). */
     std::optional<QString> m_state = QString();
-    /** Whether the renderer is known to be idle; not yet in the slots of idle(). */
+    /** Whether the renderer is idle. Set after the slots of idle(). */
     bool m_isIdle = false;
-    /** Counts the states that were read. */
+    /** The number of states read. */
     unsigned int m_stateReads = 0;
-    // As computed, before they are limited.
+    // Before clamping.
     double m_bufferLevel = 0.0;
     double m_volumeLevel = 0.0;
 };

@@ -9,7 +9,7 @@
 
 namespace voro::multimedia {
 
-// How the now-playing services spell modes, for both sides of them. The lines carry the caller's name.
+// The now-playing services' names of modes, for both sides. The lines carry the caller's name.
 
 inline QString modeName(const FunctionTracer &tracer, RepeatMode::Type repeatMode)
 {
@@ -30,7 +30,7 @@ inline QString modeName(const FunctionTracer &tracer, ShuffleMode::Type shuffleM
     return shuffleMode == ShuffleMode::All ? QStringLiteral("all") : QStringLiteral("off");
 }
 
-/** Ends a conversion that found nothing; whoever asks whether it did also gets a line in the log. */
+/** Ends a failed conversion. Logs a warning only when the caller asks for `ok`. */
 inline void refuseMode(const FunctionTracer &tracer, const char *kind, const QString &text, bool *ok)
 {
     if (!ok) {

@@ -15,34 +15,34 @@ namespace voro::multimedia {
 
 class FunctionTracer;
 
-/** What a now-playing connection is made of: its channel to the service, and what is to be published. */
+/** The private part of a now-playing connection: the channel to the service and the values to publish. */
 class NowPlayingConnectionPrivate : public PrivateObject<NowPlayingConnection> {
     Q_OBJECT
 public:
     explicit NowPlayingConnectionPrivate(NowPlayingConnection *connection);
 
-    /** Gives the role up when the public object goes. */
+    /** Gives up the role. The public object's destructor calls this. */
     void end();
 
     MediaError::Type acquire();
     MediaError::Type revoke();
     bool isPreempted() const;
 
-    /** Writes the registration; false when it could not be handed over. */
+    /** Writes the registration; false when send() fails. */
     bool registration(const QString &name, PriorityLevel::Type priorityLevel, OverlayStyle::Type overlayStyle,
                       unsigned int audioManagerHandle, DeviceMode::Type deviceMode);
     /**
-     * Writes a message; false when the object is closed or the message cannot be encoded. A failed write is logged,
-     * and true all the same: callers go on as if the message had been delivered.
+     * Writes a message; false when the object is closed or the message cannot be encoded. A failed write is logged and
+     * counts as success: callers continue as if the message had been delivered.
      */
     bool send(const voro::PpsObject *object, const QVariantMap &message);
     /**
-     * Writes a message and waits for its answer without a limit, handling what else comes meanwhile. `ok` is false
+     * Writes a message and waits for its answer without a limit. Handles other messages meanwhile. `ok` is false
      * when there is no answer.
      */
     QVariantMap sendReceive(voro::PpsObject *object, const QVariantMap &message, bool &ok);
     MediaError::Type handleAcquireResult(const QVariantMap &map);
-    /** Does what a message of the service wants. */
+    /** Handles a message of the service. */
     void handleControlMessage(const QVariantMap &control);
     bool sendMediaState(MediaState::Type mediaState);
     bool sendMetaData(const QVariantMap &metaData);
@@ -60,11 +60,11 @@ public:
     static ShuffleMode::Type toShuffleMode(const QString &text, bool *ok);
 
 Q_SIGNALS:
-    /** Something of the metadata changed. */
+    /** The published values changed. */
     void invalidate();
 
 public Q_SLOTS:
-    /** Publishes the metadata when somebody wants it, or anyway. */
+    /** Publishes the metadata if the role is held and a controller is active, or if forced. */
     void onInvalidate(bool force = false);
     void onReceivedPPSData();
 
@@ -76,7 +76,7 @@ private:
     void setControllerActive(const FunctionTracer &tracer, bool controllerActive);
     void requestRepeat(const FunctionTracer &tracer, const QVariantMap &command);
     void requestShuffle(const FunctionTracer &tracer, const QVariantMap &command);
-    /** Registers anew what has changed, while there is somebody to register with. */
+    /** Registers again while connected. */
     void updateRegistration();
 
     unsigned int m_position = 0;
@@ -98,7 +98,7 @@ private:
     unsigned int m_lastRevokingConnectionPid = 0;
     unsigned int m_audioManagerHandle = 0;
     PriorityLevel::Type m_priorityLevel = PriorityLevel::Low;
-    /** A registration was written once. */
+    /** Whether a registration was ever written. */
     bool m_registered = false;
 };
 

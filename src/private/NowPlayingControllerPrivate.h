@@ -15,18 +15,18 @@ namespace voro::multimedia {
 
 class FunctionTracer;
 
-/** What a now-playing controller is made of: its subscription, and what was published last. */
+/** The private part of a now-playing controller: the subscription and the last published values. */
 class NowPlayingControllerPrivate : public PrivateObject<NowPlayingController> {
     Q_OBJECT
 public:
     explicit NowPlayingControllerPrivate(NowPlayingController *controller);
 
-    /** Ends the subscription when the public object goes. */
+    /** Ends the subscription. The public object's destructor calls this. */
     void end();
 
-    /** Sends a command to the service, as text of the messages' own form. */
+    /** Sends a command to the service as PPS text. */
     MediaError::Type command(const QString &text) const;
-    /** Sends a command about a mode; without a mode it asks for the next one. */
+    /** Sends a command about a mode; without a mode the holder chooses. */
     MediaError::Type modeCommand(const char *subCommand) const;
     MediaError::Type modeCommand(const char *subCommand, const QString &mode) const;
 
@@ -34,21 +34,21 @@ public:
     void addConnection();
     /** Ends the subscription when there is no listener. */
     void removeConnection();
-    /** Does that from the event loop, or at once when somebody asks for a value before. */
+    /** Calls removeConnection() from the event loop, or before the next getter if that comes first. */
     void countLater();
     bool registerNotifications(voro::PpsObject *object) const;
     bool unregisterNotifications(voro::PpsObject *object) const;
     /** Writes a message; false when the object is closed or the message cannot be encoded or written. */
     bool send(voro::PpsObject *object, const QVariantMap &message) const;
 
-    /** Converts one message of the service into typed entries of the result; false when it is none. */
+    /** Converts one message of the service into typed entries of the result; false when it has no "msg". */
     bool processPpsRead(const QVariantMap &control, QVariantMap &result) const;
     /**
-     * Asks the service for fields, whole metadata among them, and waits for them without a limit; false when it has
-     * none to give.
+     * Asks the service for fields and waits for them without a limit. The whole metadata is one field. False when the
+     * service has none.
      */
     bool blockReadMetaData(const QStringList &fields, QVariantMap &result) const;
-    /** True when the fields are cached; else they are read from the service, as far as it gives them. */
+    /** True when the cache is current. Else reads the fields from the service, as far as it has them. */
     bool makeDataAvailable(const QStringList &fields, QVariantMap &result) const;
 
     // The service's spelling of enumerators.
@@ -61,7 +61,7 @@ public:
     static ShuffleMode::Type toShuffleMode(const QString &text, bool *ok = nullptr);
 
 Q_SIGNALS:
-    /** Part of the class's interface; nothing in this library listens. */
+    /** Part of the class's interface. The library neither emits it nor listens to it. */
     void nowplayingProcessControls(const QVariantMap &controls);
 
 public Q_SLOTS:
@@ -72,7 +72,7 @@ private:
 
     int listenerCount() const;
     void countNow();
-    /** A field from the cache while subscribed, else from the service. */
+    /** A field: from the cache while subscribed, else from the service. */
     template<typename Value>
     Value value(QLatin1String field, const Value &cached)
     {
@@ -80,7 +80,7 @@ private:
         QVariantMap result;
         return makeDataAvailable({field}, result) ? cached : result.value(field).template value<Value>();
     }
-    /** Takes a field of an update over and announces it, when it is there and not known yet. */
+    /** Caches a field of an update and announces it, if it is present and changed. */
     template<typename Value, typename Signal>
     void takeField(const FunctionTracer &tracer, const QVariantMap &update, QLatin1String field, Value &cached,
                    const Signal &signal, const char *name);
@@ -96,7 +96,7 @@ private:
     ShuffleMode::Type m_shuffleMode = ShuffleMode::Unsupported;
     QVariantMap m_metaData;
     voro::PpsObject *m_control;
-    /** The updates that are being taken over, the newest last. */
+    /** The updates in progress, the newest last. */
     QList<QVariantMap *> m_updates;
     bool m_isCountDue = false;
 };

@@ -15,8 +15,8 @@ template<typename Public>
 class Emission;
 
 /**
- * The private object of a public one, which may be destroyed in a slot of each of its own signals. Then the private
- * object is an orphan until everything that was under way has returned.
+ * The private object of a public one. A slot of any signal may destroy the public object. The private object is an
+ * orphan then, until all calls in progress have returned.
  */
 template<typename Public>
 class PrivateObject : public QObject {
@@ -32,10 +32,10 @@ protected:
         void (Public::*variant)(const QVariant &);
     };
 
-    /** Whether the public object is gone. To be asked after an emission, before anything but a return. */
+    /** Whether the public object is gone. Ask after every emission, before anything but a return. */
     bool isOrphan() const { return !q; }
 
-    /** Stores what became known; false when there is nothing to report, or nobody. */
+    /** Stores a reported value; false when it is not new or the public object is gone. */
     template<typename Value>
     bool learn(Value &stored, const Value &value)
     {
@@ -51,7 +51,7 @@ protected:
         }
     }
 
-    /** Each of the two comes with the value of its time: a slot of the first may change it. */
+    /** Each of the two carries the value at its time: a slot of the first may change it. */
     void emitSignal(const Twins &signal, const unsigned int &value)
     {
         const Emission<Public> to{this};
@@ -89,7 +89,7 @@ protected:
         }
     }
 
-    /** The public object's destructor begins with it; false when the private object goes as well, as its child. */
+    /** The public object's destructor calls this first. False when the private object is destroyed with it. */
     bool becomeOrphan()
     {
         q = nullptr;
@@ -106,14 +106,14 @@ private:
     int m_emissions = 0;
 };
 
-/** Stands around each emission of a public object's signal; false when that object is gone. */
+/** Guards the emission of a public object's signal; false when that object is gone. */
 template<typename Public>
 class Emission {
 public:
     explicit Emission(PrivateObject<Public> *object) : m_object(object) { ++m_object->m_emissions; }
     /**
-     * An orphan goes when control is back in the event loop. That is asked for only when the slots have returned, so
-     * that an event loop of theirs is not the one.
+     * Destroys an orphan from the event loop. The request waits until the slots have returned, so that an event loop in
+     * a slot does not destroy it.
      */
     ~Emission()
     {

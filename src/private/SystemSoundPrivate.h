@@ -8,7 +8,7 @@ class PpsObject;
 
 namespace voro::multimedia {
 
-/** A connection to the sound service and the sound that was chosen. */
+/** A connection to the sound service, and the chosen sound. */
 class SystemSoundPrivate : public QObject {
     Q_OBJECT
 public:
@@ -22,7 +22,7 @@ public:
 
     /** Writes a request; false when the sound has no name or the object is not open. */
     bool send(const voro::PpsObject *object, const QString &message, SystemSound::Type sound);
-    /** The sound service's name of a sound, empty for a number that is none. */
+    /** The sound service's name of a sound; empty for an unknown number. */
     const char *toString(SystemSound::Type sound);
 
 private:

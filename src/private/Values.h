@@ -6,7 +6,7 @@
 
 namespace voro::multimedia {
 
-/** Stores a value; false when it was stored already. */
+/** Stores a value; false when it equals the stored one. */
 template<typename Value>
 bool replace(Value &stored, const Value &value)
 {
@@ -17,7 +17,7 @@ bool replace(Value &stored, const Value &value)
     return true;
 }
 
-/** Truncates toward zero; what the type cannot hold becomes its nearest value, what is no number 0. */
+/** Truncates toward zero. Clamps to the range of the type; NaN becomes 0. */
 template<typename Number>
 Number truncated(double value)
 {

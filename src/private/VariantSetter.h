@@ -7,7 +7,7 @@
 namespace voro::multimedia {
 
 /**
- * Gives a variant to the typed setter of the same value. One that is no number is refused with a warning; when the
+ * Calls the typed setter with the number in a variant. A variant that is no number is refused with a warning. When the
  * warning ends in "=", the variant's text follows.
  */
 template<typename Object, typename Result>
