@@ -20,7 +20,8 @@ namespace {
 constexpr size_t MostEntries = 10'000;
 constexpr int MostPlaylists = 500;
 constexpr int DeepestNesting = 16;
-constexpr guint LongestWait = 15'000;
+/** Before the service, which waits for 15 s, takes the worker for one that hangs. */
+constexpr guint LongestWait = 12'000;
 
 bool exists(const std::string &path)
 {
