@@ -65,14 +65,17 @@ bool isStreamError(GstMessage *message, int code)
 
 } // namespace
 
-bool isUnrecognized(GstMessage *message)
+bool isOfMedium(const Result &failure)
 {
-    return isStreamError(message, GST_STREAM_ERROR_TYPE_NOT_FOUND);
+    return failure || failure.code == ErrorCode::UnsupportedMediaType || failure.code == ErrorCode::ResourceCorrupted
+           || failure.code == ErrorCode::Internal;
 }
 
-bool namesCodec(GstMessage *message)
+Failure failureOf(GstMessage *error, bool isOutput)
 {
-    return isStreamError(message, GST_STREAM_ERROR_FORMAT);
+    return {.result = toResult(error, isOutput),
+            .isUnrecognized = isStreamError(error, GST_STREAM_ERROR_TYPE_NOT_FOUND),
+            .namesCodec = isStreamError(error, GST_STREAM_ERROR_FORMAT)};
 }
 
 Result toResult(GstMessage *message, bool isOutput)

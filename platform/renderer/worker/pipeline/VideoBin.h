@@ -1,23 +1,14 @@
 #pragma once
 
+#include "Piece.h"
+
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/media/Facts.h>
-#include <renderer/worker/video/FrameChannel.h>
 
 #include <atomic>
 #include <mutex>
 
 namespace voro::renderer {
-
-/** A part of a picture; all of it when it has no size. */
-struct Rectangle {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-
-    bool operator==(const Rectangle &) const = default;
-};
 
 /** What a playbin gets as its video sink: cuts the wanted part out and shows it. */
 class VideoBin {

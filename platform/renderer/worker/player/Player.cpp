@@ -29,17 +29,16 @@ void logBad(unsigned track, const std::string &cause)
 
 } // namespace
 
-Player::Player(Reports::Send send)
-    : m_reports(std::move(send)),
-      m_pipeline({.decoded = [this] { onDecoded(); },
-                  .ended = [this] { onEnded(); },
-                  .advanced = [this] { onAdvanced(); },
-                  .failed = [this](const Result &result) { onFailed(result); },
-                  .unrecognized = [this](const Result &result) { onUnrecognized(result); },
-                  .tagged = [this](const GstTagList *tags) { onTagged(tags); },
-                  .changed = [this] { onChanged(); },
-                  .buffering = [this](int percent) { onBuffering(percent); }})
-{}
+Player::Player(Playback &playback, Reports::Send send) : m_reports(std::move(send)), m_playback(playback)
+{
+    m_playback.listen({.decoded = [this] { onDecoded(); },
+                       .ended = [this] { onEnded(); },
+                       .advanced = [this] { onAdvanced(); },
+                       .failed = [this](const Failure &failure) { onPlaybackFailed(failure); },
+                       .tagged = [this](const GstTagList *tags) { onTagged(tags); },
+                       .changed = [this] { onChanged(); },
+                       .buffering = [this](int percent) { onBuffering(percent); }});
+}
 
 // Opening and closing
 
@@ -58,7 +57,7 @@ void Player::open(const std::string &url, bool isPlaylist, unsigned track, int64
         // The one tells the application to try the other.
         finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist" : "a playlist"});
         if (isPlaylist) {
-            m_pipeline.loadAhead(medium.uri(), m_settings.outputs);
+            m_playback.loadAhead({medium.uri(), {}, m_settings.outputs});
         }
     } else if (!isPlaylist) {
         m_queue.assign({{url, {}}});
@@ -98,7 +97,7 @@ void Player::load()
     m_probe.cancel();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
-    m_pipeline.load(uri(track), captions(track), m_settings.outputs);
+    m_playback.load({uri(track), captions(track), m_settings.outputs});
     prepareFollowing();
 }
 
@@ -137,7 +136,7 @@ void Player::finishOpen(const Result &result)
     m_openTimer.reset();
     if (result) {
         m_phase = Phase::Ready;
-        m_track.refresh(m_pipeline);
+        m_track.refresh(m_playback);
         reportCurrent();
         prepareFollowing();
     } else {
@@ -147,7 +146,7 @@ void Player::finishOpen(const Result &result)
         std::exchange(m_answer, nullptr)(result);
     }
     if (result) {
-        m_track.measure(m_pipeline.isCommonFile());
+        m_track.measure(m_playback.isCommonFile());
     }
 }
 
@@ -170,7 +169,7 @@ void Player::end(Phase phase)
     m_probe.cancel();
     m_following.reset();
     m_fetch.cancel();
-    m_pipeline.unload();
+    m_playback.unload();
     m_track.end();
 }
 
@@ -226,11 +225,11 @@ void Player::proceed()
 {
     if (m_settings.speed == 0 || m_bufferLevel < 100) {
         // A sink that never played is not even opened: it would sound late.
-        if (m_pipeline.hasBegun()) {
-            m_pipeline.hold();
+        if (m_playback.hasBegun()) {
+            m_playback.hold();
         }
     } else {
-        m_pipeline.run();
+        m_playback.run();
     }
     restartStatusTimer();
     watchDevice();
@@ -240,7 +239,7 @@ void Player::proceed()
 void Player::watchDevice()
 {
     const bool isWanted = m_settings.pausesWithDevice && m_phase == Phase::Running && m_settings.speed != 0;
-    m_device.watch(isWanted ? m_pipeline.audio().device() : std::string());
+    m_device.watch(isWanted ? m_playback.device() : std::string());
 }
 
 void Player::onDeviceLost()
@@ -269,14 +268,14 @@ void Player::stop()
 
 Result Player::setSpeed(int speed)
 {
-    if (m_phase == Phase::Running && speed != 0 && speed != m_pipeline.rate()) {
+    if (m_phase == Phase::Running && speed != 0 && speed != m_playback.rate()) {
         const int64_t now = position();
         if (speed < 0 && now == 0) {
             holdAtBeginning();
             proceed();
             return {};
         }
-        if (m_pipeline.succession().isTaken()) {
+        if (m_playback.succession().isTaken()) {
             m_settings.speed = speed;
             reload();
             return {};
@@ -316,11 +315,11 @@ Result Player::seek(unsigned track, int64_t position)
     if (m_phase == Phase::Ready && target != 0 && !m_track.facts().isSeekable) {
         return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
     }
-    if (m_phase == Phase::Running && m_pipeline.succession().isTaken()) {
+    if (m_phase == Phase::Running && m_playback.succession().isTaken()) {
         reload();
         m_position = target;
     } else if (m_phase == Phase::Running) {
-        if (!seekTo(target, m_pipeline.rate())) {
+        if (!seekTo(target, m_playback.rate())) {
             return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
         }
         prepareFollowing();
@@ -333,7 +332,7 @@ Result Player::seek(unsigned track, int64_t position)
 /** Goes to a time; false when the medium does not allow it, which then plays on undisturbed. */
 bool Player::seekTo(int64_t position, int rate)
 {
-    return m_track.facts().isSeekable && m_pipeline.seek(position, rate);
+    return m_track.facts().isSeekable && m_playback.seek(position, rate);
 }
 
 void Player::apply(const Settings &settings)
@@ -343,9 +342,9 @@ void Player::apply(const Settings &settings)
                                   && settings.captions.at(m_queue.current()).url != captions(m_queue.current()).url);
     m_settings = settings;
     m_queue.setRepeat(settings.repeat);
-    m_pipeline.setVolume(settings.volume);
-    m_pipeline.setPreset(settings.preset);
-    m_pipeline.video().setSource(settings.source);
+    m_playback.setVolume(settings.volume);
+    m_playback.setPreset(settings.preset);
+    m_playback.setSource(settings.source);
     if (m_statusTimer.isActive()) {
         restartStatusTimer();
     }
@@ -353,9 +352,9 @@ void Player::apply(const Settings &settings)
     if (isOtherPlace) {
         reload();
     } else if (isOpen()) {
-        m_pipeline.selectCaptions(captions(m_queue.current()));
+        m_playback.selectCaptions(captions(m_queue.current()));
         const bool isOutdated =
-            m_pipeline.succession().isTaken() && m_following && m_queue.following() != m_following->track;
+            m_playback.succession().isTaken() && m_following && m_queue.following() != m_following->track;
         if (isOutdated) {
             reload();
         } else {
@@ -368,28 +367,28 @@ void Player::apply(const Settings &settings)
 
 void Player::prepareFollowing()
 {
-    if (m_pipeline.succession().isTaken()) {
+    if (m_playback.succession().isTaken()) {
         return;
     }
     for (;;) {
         const auto next = m_queue.following();
         const bool isNormal = m_settings.speed == 0 || m_settings.speed == NormalSpeed;
-        if (!next || !isNormal || m_pipeline.rate() != NormalSpeed || !captions(*next).url.empty()) {
-            m_pipeline.succession().set({});
+        if (!next || !isNormal || m_playback.rate() != NormalSpeed || !captions(*next).url.empty()) {
+            m_playback.succession().set({});
             return;
         }
         if (*next == m_queue.current()) {
             // A track without an end or without a length would be repeated for ever in no time.
-            m_pipeline.succession().set(m_track.facts().duration > 0 ? uri(*next) : std::string());
+            m_playback.succession().set(m_track.facts().duration > 0 ? uri(*next) : std::string());
             return;
         }
         if (m_following && m_following->track == *next) {
             // Pictures alone, and what is read with libavformat, need another way to be played.
             const Facts &facts = m_following->facts;
-            m_pipeline.succession().set(facts.sampleRate > 0 && !facts.needsLibav ? uri(*next) : std::string());
+            m_playback.succession().set(facts.sampleRate > 0 && !facts.needsLibav ? uri(*next) : std::string());
             return;
         }
-        m_pipeline.succession().setUnknown();
+        m_playback.succession().setUnknown();
         if (!isOpen()) {
             // First things first: this track has to be opened.
             return;
@@ -434,7 +433,7 @@ void Player::onAdvanced()
     }
     reportCurrent();
     prepareFollowing();
-    m_track.measure(m_pipeline.isCommonFile());
+    m_track.measure(m_playback.isCommonFile());
 }
 
 // What the pipeline tells
@@ -445,11 +444,11 @@ void Player::onDecoded()
     if (m_phase == Phase::Opening) {
         finishOpen({});
     } else if (m_phase == Phase::Starting) {
-        m_track.refresh(m_pipeline);
+        m_track.refresh(m_playback);
         m_phase = Phase::Running;
         m_played.reset();
         reportCurrent();
-        m_track.measure(m_pipeline.isCommonFile());
+        m_track.measure(m_playback.isCommonFile());
         if (const Result result = begin(); !result) {
             onFailed(result);
         }
@@ -467,21 +466,21 @@ void Player::onEnded()
         onFailed({ErrorCode::Read, WasCut});
         return;
     }
-    if (m_pipeline.rate() < 0) {
+    if (m_playback.rate() < 0) {
         // Held first, because a seek that is on its way would be played before it could be held.
-        m_pipeline.hold();
-        m_pipeline.seek(0, NormalSpeed);
+        m_playback.hold();
+        m_playback.seek(0, NormalSpeed);
         holdAtBeginning();
         proceed();
         return;
     }
     const auto next = m_queue.following();
-    const int64_t last = std::max(m_track.facts().duration, m_pipeline.position());
+    const int64_t last = std::max(m_track.facts().duration, m_playback.position());
     const bool isSame = next == m_queue.current();
-    if (isSame && m_pipeline.position() > 0 && seekTo(0, m_pipeline.rate())) {
+    if (isSame && m_playback.position() > 0 && seekTo(0, m_playback.rate())) {
         prepareFollowing();
         reportStatus();
-    } else if (next && (!isSame || (m_pipeline.position() > 0 && !m_track.facts().isSeekable))) {
+    } else if (next && (!isSame || (m_playback.position() > 0 && !m_track.facts().isSeekable))) {
         m_isForward = true;
         m_phase = Phase::Starting;
         m_played = Played{m_queue.current(), last};
@@ -538,7 +537,7 @@ void Player::onFailed(const Result &cause)
 void Player::lookForPlaylist(const Result &result)
 {
     m_openTimer.reset();
-    m_pipeline.unload();
+    m_playback.unload();
     m_fetch.get(uri(1), [this, result](const Result &, const std::string &content) {
         finishOpen(Medium::isPlaylistText(content) ? Result(ErrorCode::Internal, "a playlist") : result);
     });
@@ -557,11 +556,11 @@ void Player::fail(const Result &result)
     m_position = 0;
 }
 
-void Player::onUnrecognized(const Result &result)
+void Player::onPlaybackFailed(const Failure &failure)
 {
     // What begins like a medium and is none was cut off or damaged.
-    const bool wasMedium = mediumOf(m_queue.current()).beginsLikeMedium();
-    onFailed(wasMedium ? Result{ErrorCode::ResourceCorrupted, result.text} : result);
+    const bool isDamaged = failure.isUnrecognized && mediumOf(m_queue.current()).beginsLikeMedium();
+    onFailed(isDamaged ? Result(ErrorCode::ResourceCorrupted, failure.result.text) : failure.result);
 }
 
 gboolean Player::onOpenTimeout(gpointer self)
@@ -580,8 +579,8 @@ void Player::onTagged(const GstTagList *tags)
 
 void Player::onChanged()
 {
-    if (isOpen() && !m_pipeline.succession().isTaken()) {
-        m_track.refresh(m_pipeline);
+    if (isOpen() && !m_playback.succession().isTaken()) {
+        m_track.refresh(m_playback);
         reportTrack();
         watchDevice();
     }
@@ -621,7 +620,7 @@ std::string Player::uri(unsigned track) const
 
 int64_t Player::position() const
 {
-    return m_phase == Phase::Running ? m_pipeline.position() : m_position;
+    return m_phase == Phase::Running ? m_playback.position() : m_position;
 }
 
 void Player::reportTrack()
@@ -632,7 +631,7 @@ void Player::reportTrack()
 
 void Player::reportCurrent()
 {
-    if (m_pipeline.audio().isSilent()) {
+    if (m_playback.isSilent()) {
         m_reports.silent();
     }
     reportTrack();

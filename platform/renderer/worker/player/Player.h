@@ -8,7 +8,7 @@
 #include <renderer/worker/lookup/Fetch.h>
 #include <renderer/worker/lookup/Probe.h>
 #include <renderer/worker/media/Queue.h>
-#include <renderer/worker/pipeline/Pipeline.h>
+#include <renderer/worker/pipeline/Playback.h>
 #include <renderer/worker/playlist/Playlist.h>
 
 #include <functional>
@@ -22,7 +22,7 @@ class Player {
 public:
     using Answer = std::function<void(const Result &)>;
 
-    explicit Player(Reports::Send send);
+    Player(Playback &playback, Reports::Send send);
 
     /** Opens a medium or, as a playlist, a queue of them; the answer comes when it is known to play or not. */
     void open(const std::string &url, bool isPlaylist, unsigned track, int64_t position, Answer answer);
@@ -58,8 +58,8 @@ private:
     void onDecoded();
     void onEnded();
     void onAdvanced();
+    void onPlaybackFailed(const Failure &failure);
     void onFailed(const Result &cause);
-    void onUnrecognized(const Result &result);
     void onTagged(const GstTagList *tags);
     void onChanged();
     void onBuffering(int percent);
@@ -101,7 +101,7 @@ private:
     void restartStatusTimer();
 
     Reports m_reports;
-    Pipeline m_pipeline;
+    Playback &m_playback;
     Playlist m_playlist;
     Probe m_probe;
     Fetch m_fetch;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <renderer/worker/pipeline/Pipeline.h>
+#include <renderer/worker/pipeline/Piece.h>
 
 #include <map>
 #include <string>

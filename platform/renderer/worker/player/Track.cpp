@@ -1,7 +1,7 @@
 #include "Track.h"
 
 #include <renderer/worker/media/Tags.h>
-#include <renderer/worker/pipeline/Pipeline.h>
+#include <renderer/worker/pipeline/Playback.h>
 
 #include <utility>
 
@@ -32,16 +32,16 @@ void Track::merge(const GstTagList *tags)
     }
 }
 
-void Track::refresh(Pipeline &pipeline)
+void Track::refresh(const Playback &playback)
 {
     if (m_measured > 0) {
         m_facts.duration = m_measured;
-    } else if (const int64_t duration = pipeline.duration(); duration > 0) {
+    } else if (const int64_t duration = playback.duration(); duration > 0) {
         m_facts.duration = duration;
     }
-    m_facts.isSeekable = pipeline.isSeekable();
-    m_facts.sampleRate = pipeline.audio().sampleRate();
-    m_facts.dimensions = pipeline.dimensions();
+    m_facts.isSeekable = playback.isSeekable();
+    m_facts.sampleRate = playback.sampleRate();
+    m_facts.dimensions = playback.dimensions();
 }
 
 void Track::measure(bool isCommon)

@@ -11,7 +11,7 @@
 
 namespace voro::renderer {
 
-class Pipeline;
+class Playback;
 
 /** The track that is played: what is known of it, and what is still to be found out. */
 class Track {
@@ -32,8 +32,8 @@ public:
 
     const Facts &facts() const { return m_facts; }
     void merge(const GstTagList *tags);
-    /** Takes over what the pipeline knows by now. */
-    void refresh(Pipeline &pipeline);
+    /** Takes over what is known of it by now. */
+    void refresh(const Playback &playback);
     /** Corrects the duration of a file of which there is only an estimate; those in common formats tell it exactly. */
     void measure(bool isCommon);
     /** Makes a cover smaller that is too large to be told. */

@@ -2,6 +2,7 @@
 
 #include "Link.h"
 
+#include <renderer/worker/pipeline/PlaybackChooser.h>
 #include <renderer/worker/player/Player.h>
 #include <renderer/worker/record/Recorder.h>
 #include <renderer/worker/video/FrameChannel.h>
@@ -30,7 +31,8 @@ private:
     /** What the next recording is written into. */
     pps::Fd m_file;
     FrameChannels m_frames;
-    Player m_player{[this](const std::string &lines) { m_link.send(lines); }};
+    PlaybackChooser m_playback;
+    Player m_player{m_playback, [this](const std::string &lines) { m_link.send(lines); }};
     Recorder m_recorder{[this](const std::string &lines) { m_link.send(lines); }};
 };
 

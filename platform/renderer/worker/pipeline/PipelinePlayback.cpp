@@ -1,0 +1,145 @@
+#include "PipelinePlayback.h"
+
+#include <renderer/worker/gst/Failure.h>
+
+#include <utility>
+
+namespace voro::renderer {
+
+PipelinePlayback::PipelinePlayback(GstElement *pipeline, Succession &succession)
+    : m_pipeline(GST_ELEMENT(gst_object_ref_sink(pipeline))),
+      m_succession(succession),
+      m_transport(pipeline, succession),
+      m_watch(gst_bus_add_watch(GST_ELEMENT_BUS(pipeline), onMessage, this))
+{}
+
+void PipelinePlayback::begin()
+{
+    m_isLoaded = true;
+    m_isOpening = true;
+    // A short medium may be read to its end before anybody could say what comes next.
+    m_succession.setUnknown();
+}
+
+void PipelinePlayback::run()
+{
+    if (!m_transport.suspension()) {
+        m_audio.openGate();
+    }
+    m_transport.run();
+}
+
+void PipelinePlayback::unload()
+{
+    if (!std::exchange(m_isLoaded, false)) {
+        return;
+    }
+    m_succession.release();
+    stop();
+    forgetMessages();
+    m_transport.reset();
+    m_group = GST_GROUP_ID_INVALID;
+    m_hasAdvanced = false;
+}
+
+bool PipelinePlayback::canPlayOn(const Failure &failure) const
+{
+    return !m_hasAdvanced && !m_succession.isTaken() && isOfMedium(failure.result);
+}
+
+void PipelinePlayback::decoded()
+{
+    m_isOpening = false;
+    if (!m_transport.suspension()) {
+        m_events.decoded();
+        return;
+    }
+    if (m_transport.resume()) {
+        run();
+    }
+    m_events.changed();
+}
+
+void PipelinePlayback::forgetMessages()
+{
+    gst_bus_set_flushing(GST_ELEMENT_BUS(m_pipeline.get()), TRUE);
+    gst_bus_set_flushing(GST_ELEMENT_BUS(m_pipeline.get()), FALSE);
+}
+
+gboolean PipelinePlayback::onMessage(GstBus *, GstMessage *message, gpointer self)
+{
+    static_cast<PipelinePlayback *>(self)->handle(message);
+    return G_SOURCE_CONTINUE;
+}
+
+void PipelinePlayback::handle(GstMessage *message)
+{
+    switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_ELEMENT:
+        handleNote(message);
+        break;
+    case GST_MESSAGE_EOS:
+        // An end that was reached before the seek that is on its way is none any more.
+        if (!m_transport.isSeeking()) {
+            m_events.ended();
+        }
+        break;
+    case GST_MESSAGE_ERROR:
+        handleError(message);
+        break;
+    case GST_MESSAGE_TAG:
+        handleTags(message);
+        break;
+    case GST_MESSAGE_STREAM_START:
+        handleStart(message);
+        break;
+    case GST_MESSAGE_ASYNC_DONE:
+        m_transport.seekDone();
+        m_events.changed();
+        break;
+    case GST_MESSAGE_STATE_CHANGED:
+        if (GST_MESSAGE_SRC(message) == GST_OBJECT(m_pipeline.get())) {
+            m_transport.stateChanged();
+        }
+        break;
+    case GST_MESSAGE_DURATION_CHANGED:
+        m_events.changed();
+        break;
+    case GST_MESSAGE_BUFFERING: {
+        gint percent = 0;
+        gst_message_parse_buffering(message, &percent);
+        m_events.buffering(percent);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void PipelinePlayback::handleTags(GstMessage *message)
+{
+    // Our bin has told them already; and what the next medium says is not this one's.
+    if (m_audio.isSink(GST_MESSAGE_SRC(message)) || m_succession.isTaken()) {
+        return;
+    }
+    GstTagList *tags = nullptr;
+    gst_message_parse_tag(message, &tags);
+    const Owned<GstTagList> owned(tags);
+    m_events.tagged(tags);
+}
+
+void PipelinePlayback::handleStart(GstMessage *message)
+{
+    guint group = GST_GROUP_ID_INVALID;
+    gst_message_parse_group_id(message, &group);
+    const bool isOther = m_group != GST_GROUP_ID_INVALID && group != m_group;
+    m_group = group;
+    if (isOther && m_succession.isTaken()) {
+        m_hasAdvanced = true;
+        m_succession.advance();
+        forgetPlayed();
+        m_events.advanced();
+    }
+}
+
+} // namespace voro::renderer

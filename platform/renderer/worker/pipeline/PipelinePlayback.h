@@ -1,0 +1,74 @@
+#pragma once
+
+#include "AudioBin.h"
+#include "Playback.h"
+#include "Transport.h"
+
+#include <renderer/worker/gst/Gst.h>
+
+namespace voro::renderer {
+
+/** What the ways to play have in common: a pipeline with an AudioBin in it, whose messages become events. */
+class PipelinePlayback : public Playback {
+public:
+    void setVolume(long percent) override { m_audio.setVolume(percent); }
+    void setPreset(std::string_view preset) override { m_audio.setPreset(preset); }
+    void run() override;
+    void hold() override { m_transport.hold(); }
+    void unload() override;
+    bool hasBegun() const override { return m_transport.hasBegun(); }
+    Succession &succession() override { return m_succession; }
+    bool seek(int64_t time, int rate) override { return m_transport.seek({time, rate}); }
+    int rate() const override { return m_transport.rate(); }
+    int64_t position() const override { return m_transport.position(); }
+    int64_t duration() const override { return durationOf(m_pipeline.get()); }
+    bool isSeekable() const override { return renderer::isSeekable(m_pipeline.get()); }
+    int sampleRate() const override { return m_audio.sampleRate(); }
+    std::string device() const override { return m_audio.device(); }
+    bool isSilent() const override { return m_audio.isSilent(); }
+
+    AudioBin &audio() { return m_audio; }
+    Transport &transport() { return m_transport; }
+    /** Whether nothing is decoded yet. */
+    bool isOpening() const { return m_isOpening; }
+    /** Whether a medium that failed while it played may play on in another way. */
+    bool canPlayOn(const Failure &failure) const;
+
+protected:
+    PipelinePlayback(GstElement *pipeline, Succession &succession);
+
+    GstElement *pipeline() const { return m_pipeline.get(); }
+    /** A medium is being opened from now on. */
+    void begin();
+    /** Takes the pipeline out of use. */
+    virtual void stop() = 0;
+    virtual void handle(GstMessage *message);
+    /** What this program's own bins and helpers report. */
+    virtual void handleNote(GstMessage *note) = 0;
+    virtual void handleError(GstMessage *error) = 0;
+    /** Lets go of what has played, when the next medium plays. */
+    virtual void forgetPlayed() {}
+    /** The first sound or picture is there. */
+    void decoded();
+    /** What an old medium still had to say is not the new one's. */
+    void forgetMessages();
+
+private:
+    static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
+    void handleTags(GstMessage *message);
+    void handleStart(GstMessage *message);
+
+    Owned<GstElement> m_pipeline;
+    AudioBin m_audio;
+    Succession &m_succession;
+    Transport m_transport;
+    Source m_watch;
+    bool m_isLoaded = false;
+    bool m_isOpening = false;
+    /** The streams that play, told from the next medium's. */
+    guint m_group = GST_GROUP_ID_INVALID;
+    /** It plays another medium than was loaded. */
+    bool m_hasAdvanced = false;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "FilePlayback.h"
+#include "PlaybinPlayback.h"
+
+namespace voro::renderer {
+
+/**
+ * Plays each medium in the faster way that it can be played in: files of sound in a common format with the decoders
+ * that are kept for them, everything else with a playbin, which also takes over what the decoders fail at.
+ */
+class PlaybackChooser : public Playback {
+public:
+    ~PlaybackChooser() override { unload(); }
+
+    void listen(Events events) override;
+
+    void setVolume(long percent) override;
+    void setPreset(std::string_view preset) override;
+    void setSource(const Rectangle &part) override { m_playbin.setSource(part); }
+    bool load(const Piece &piece) override;
+    void loadAhead(const Piece &piece) override;
+    void run() override { m_chosen->run(); }
+    void hold() override { m_chosen->hold(); }
+    void unload() override { m_chosen->unload(); }
+    bool hasBegun() const override { return m_chosen->hasBegun(); }
+    void selectCaptions(const CaptionChoice &captions) override;
+    Succession &succession() override { return m_succession; }
+    bool seek(int64_t time, int rate) override { return m_chosen->seek(time, rate); }
+    int rate() const override { return m_chosen->rate(); }
+    int64_t position() const override { return m_chosen->position(); }
+    int64_t duration() const override { return m_chosen->duration(); }
+    bool isCommonFile() const override { return m_chosen->isCommonFile(); }
+    bool isSeekable() const override { return m_chosen->isSeekable(); }
+    int sampleRate() const override { return m_chosen->sampleRate(); }
+    Dimensions dimensions() const override { return m_chosen->dimensions(); }
+    std::string device() const override { return m_chosen->device(); }
+    bool isSilent() const override { return m_chosen->isSilent(); }
+
+private:
+    void onFileFailed(const Failure &failure);
+    void loadPlaybin();
+
+    Succession m_succession;
+    PlaybinPlayback m_playbin{m_succession};
+    FilePlayback m_file{m_succession, m_playbin.audio()};
+    PipelinePlayback *m_chosen = &m_playbin;
+    Piece m_piece;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "Succession.h"
+
+#include <gst/gst.h>
+
+#include <cstdint>
+#include <optional>
+
+namespace voro::renderer {
+
+/**
+ * Runs, holds and seeks one pipeline. It can be suspended while the medium is opened in another way: then it keeps what
+ * it is asked for and does it afterwards.
+ */
+class Transport {
+public:
+    struct Target {
+        int64_t time;
+        int rate;
+    };
+    /** Where it goes on afterwards, and whether it runs there. */
+    struct Suspension {
+        Target target;
+        bool isRunning;
+    };
+
+    Transport(GstElement *pipeline, Succession &succession) : m_pipeline(pipeline), m_succession(succession) {}
+
+    void run();
+    void hold();
+    bool seek(const Target &target);
+    /** Begins anew with another medium. */
+    void reset();
+
+    int rate() const { return m_suspension ? m_suspension->target.rate : m_rate; }
+    int64_t position() const;
+    bool isHeld() const { return m_isHeld; }
+    bool hasBegun() const { return m_hasBegun || m_suspension; }
+    /** Whether it plays towards a seek's target: what it reports was true before. */
+    bool isSeeking() const { return m_seeking && m_hasBegun; }
+
+    /** A suspension of what it does now. */
+    Suspension suspended() const { return {{position(), m_rate}, m_hasBegun && !m_isHeld}; }
+    void suspend(const Suspension &suspension) { m_suspension = suspension; }
+    const std::optional<Suspension> &suspension() const { return m_suspension; }
+    /** Goes to where it was suspended; whether it is to run there. */
+    bool resume();
+
+    // What the pipeline reports.
+    void stateChanged();
+    void seekDone();
+
+private:
+    void settle();
+    bool seekNow(const Target &target);
+
+    GstElement *m_pipeline;
+    Succession &m_succession;
+    int m_rate = 1000;
+    bool m_isHeld = true;
+    bool m_hasBegun = false;
+    /** The seek that is on its way, and the one that waits for its end. */
+    std::optional<Target> m_seeking;
+    std::optional<Target> m_next;
+    /** Where it was brought to while it is held; sinks tell that only when they have played. */
+    std::optional<int64_t> m_rest;
+    std::optional<Suspension> m_suspension;
+};
+
+} // namespace voro::renderer
