@@ -9,8 +9,6 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
-#include <sys/stat.h>
-
 using namespace voro::multimedia;
 
 namespace {
@@ -45,17 +43,7 @@ private Q_SLOTS:
     void metaData_comesFromTheTags();
     void path_data();
     void path();
-    void attachError_tellsTheCause_data();
-    void attachError_tellsTheCause();
-    void pause_holdsThePosition();
-    void pauseOfUnprepared_preparesHeld();
-    void stopThenPlay_startsAgain();
-    void seek_movesThePosition();
-    void speed_changesThePace();
-    void statusInterval_setsThePaceOfReports();
     void secondMedium_isLearnt_withoutAnEventLoopPass();
-    void reset_thenPrepare_staysPrepared();
-    void sixteenPlayers_playTogether();
 
 private:
     QString tone(const QString &name, double seconds, const QStringList &tags = {})
@@ -153,149 +141,6 @@ void tst_Play::path()
     QCOMPARE(player.prepare(), MediaError::None);
 }
 
-void tst_Play::attachError_tellsTheCause_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<MediaError::Type>("error");
-
-    const auto write = [this](const char *name, const QByteArray &content) {
-        QFile file(m_folder.filePath(name));
-        QVERIFY(file.open(QFile::WriteOnly));
-        file.write(content);
-    };
-    QFile ogg(tone("whole.ogg", 2));
-    QVERIFY(ogg.open(QFile::ReadOnly));
-    write("cut.ogg", ogg.read(40));
-    write("empty.ogg", {});
-    write("text.mp3", QByteArray("These are only words.\n").repeated(100));
-    QVERIFY(mkdir(qPrintable(m_folder.filePath("folder.ogg")), 0700) == 0 || errno == EEXIST);
-    QVERIFY(mkfifo(qPrintable(m_folder.filePath("fifo.ogg")), 0600) == 0 || errno == EEXIST);
-
-    QTest::newRow("missing") << QByteArray("no such file.ogg") << MediaError::SourceUnavailable;
-    QTest::newRow("bytes that are no UTF-8") << QByteArray("no%FF%FEsuch.ogg") << MediaError::SourceUnavailable;
-    QTest::newRow("empty") << QByteArray("empty.ogg") << MediaError::ResourceCorrupted;
-    QTest::newRow("text") << QByteArray("text.mp3") << MediaError::UnsupportedMediaType;
-    QTest::newRow("cut off in its head") << QByteArray("cut.ogg") << MediaError::ResourceCorrupted;
-    QTest::newRow("folder") << QByteArray("folder.ogg") << MediaError::UnsupportedMediaType;
-    QTest::newRow("fifo") << QByteArray("fifo.ogg") << MediaError::UnsupportedMediaType;
-    QTest::newRow("device") << QByteArray("/dev/zero") << MediaError::UnsupportedMediaType;
-}
-
-void tst_Play::attachError_tellsTheCause()
-{
-    QFETCH(QByteArray, name);
-    QFETCH(MediaError::Type, error);
-    const QByteArray path = name.startsWith('/') ? name : m_folder.path().toUtf8() + '/' + name.replace(' ', "%20");
-    MediaPlayer player;
-    QCOMPARE(player.setSourceUrl(QUrl::fromEncoded("file://" + path)), MediaError::None);
-    QCOMPARE(player.prepare(), error);
-    QCOMPARE(player.mediaState(), MediaState::Unprepared);
-
-    // The same player plays the next good medium.
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("good.wav", 1))), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-}
-
-void tst_Play::pause_holdsThePosition()
-{
-    MediaPlayer player;
-    States states(player);
-    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
-    QCOMPARE(player.setStatusInterval(50), MediaError::None);
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("long.ogg", 60))), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    QTRY_VERIFY(player.position() > 200);
-    QCOMPARE(player.pause(), MediaError::None);
-    QCOMPARE(player.mediaState(), MediaState::Paused);
-    QCOMPARE(player.speed(), 0.0);
-    QTRY_VERIFY(player.position() > 200);
-    const uint held = player.position();
-
-    QCOMPARE(player.play(), MediaError::None);
-    QCOMPARE(player.mediaState(), MediaState::Started);
-    QCOMPARE(player.speed(), 1.0);
-    positions.clear();
-    QTRY_VERIFY(player.position() > held + 200);
-    QVERIFY(positions.first().first().toUInt() + 150 > held);
-    QCOMPARE(states.take(),
-             (QList{MediaState::Prepared, MediaState::Started, MediaState::Paused, MediaState::Started}));
-}
-
-void tst_Play::pauseOfUnprepared_preparesHeld()
-{
-    MediaPlayer player;
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("long.ogg", 60))), MediaError::None);
-    QCOMPARE(player.pause(), MediaError::None);
-    QTRY_COMPARE(player.mediaState(), MediaState::Paused);
-    QTRY_VERIFY(player.duration() > 0);
-    QCOMPARE(player.position(), 0u);
-    QCOMPARE(player.play(), MediaError::None);
-    QTRY_VERIFY(player.position() > 0);
-}
-
-void tst_Play::stopThenPlay_startsAgain()
-{
-    MediaPlayer player;
-    QCOMPARE(player.stop(), MediaError::InvalidState);
-    QCOMPARE(player.setStatusInterval(50), MediaError::None);
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("long.ogg", 60))), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    QTRY_VERIFY(player.position() > 400);
-    QCOMPARE(player.stop(), MediaError::None);
-    QCOMPARE(player.mediaState(), MediaState::Stopped);
-    QCOMPARE(player.stop(), MediaError::None);
-    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
-    QCOMPARE(player.play(), MediaError::None);
-    QTRY_VERIFY(!positions.isEmpty() && player.position() > 0);
-    QVERIFY(player.position() < 400);
-}
-
-void tst_Play::seek_movesThePosition()
-{
-    MediaPlayer player;
-    QCOMPARE(player.setStatusInterval(50), MediaError::None);
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("long.ogg", 60))), MediaError::None);
-    QCOMPARE(player.prepare(), MediaError::None);
-    QCOMPARE(player.seekTime(20'000), MediaError::None);
-    QTRY_COMPARE(player.position(), 20'000u);
-    QCOMPARE(player.play(), MediaError::None);
-    QTRY_VERIFY(player.position() > 20'000);
-    QCOMPARE(player.seekTime(40'000), MediaError::None);
-    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
-    QTRY_VERIFY(player.position() > 40'000);
-    for (const auto &position : std::as_const(positions)) {
-        QVERIFY(position.first().toUInt() >= 40'000);
-    }
-    QCOMPARE(player.seek(2, 0), MediaError::InvalidParameter);
-    QCOMPARE(player.previousTrack(), MediaError::InvalidParameter);
-}
-
-void tst_Play::speed_changesThePace()
-{
-    MediaPlayer player;
-    QSignalSpy completed(&player, &MediaPlayer::playbackCompleted);
-    QSignalSpy speeds(&player, &MediaPlayer::speedChanged);
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("eight.wav", 8))), MediaError::None);
-    QCOMPARE(player.setSpeed(4.0), MediaError::InvalidState);
-    QCOMPARE(player.prepare(), MediaError::None);
-    QCOMPARE(player.setSpeed(4.0), MediaError::None);
-    QVERIFY(completed.wait(7'500));
-    QVERIFY(!speeds.isEmpty());
-    QCOMPARE(speeds.last().first().toDouble(), 4.0);
-}
-
-void tst_Play::statusInterval_setsThePaceOfReports()
-{
-    MediaPlayer player;
-    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
-    QCOMPARE(player.setStatusInterval(20), MediaError::None);
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("long.ogg", 60))), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    QTRY_VERIFY(player.position() >= 1000);
-    QVERIFY2(positions.count() > 30, qPrintable(QString::number(positions.count())));
-    QCOMPARE(player.setStatusInterval(1), MediaError::InvalidParameter);
-}
-
 void tst_Play::secondMedium_isLearnt_withoutAnEventLoopPass()
 {
     MediaPlayer player;
@@ -314,34 +159,6 @@ void tst_Play::secondMedium_isLearnt_withoutAnEventLoopPass()
     QTRY_COMPARE(player.metaData().value(MetaData::Title).toString(), QStringLiteral("Second"));
     QCOMPARE(player.mediaState(), MediaState::Started);
     QCOMPARE(durations.last().first().toUInt(), 3000u);
-}
-
-void tst_Play::reset_thenPrepare_staysPrepared()
-{
-    MediaPlayer player;
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone("first.wav", 3))), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    QTRY_COMPARE(player.duration(), 3000u);
-    for (int i = 0; i < 10; ++i) {
-        QCOMPARE(player.reset(), MediaError::None);
-        QCOMPARE(player.prepare(), MediaError::None);
-    }
-    QTRY_COMPARE(player.duration(), 3000u);
-    QCOMPARE(player.mediaState(), MediaState::Prepared);
-}
-
-void tst_Play::sixteenPlayers_playTogether()
-{
-    std::vector<std::unique_ptr<MediaPlayer>> players;
-    for (int i = 0; i < 16; ++i) {
-        players.push_back(std::make_unique<MediaPlayer>());
-        QCOMPARE(players.back()->setStatusInterval(100), MediaError::None);
-        QCOMPARE(players.back()->setSourceUrl(QUrl::fromLocalFile(tone("long.ogg", 60))), MediaError::None);
-        QCOMPARE(players.back()->play(), MediaError::None);
-    }
-    for (const auto &player : players) {
-        QTRY_VERIFY_WITH_TIMEOUT(player->position() > 300, 20'000);
-    }
 }
 
 QTEST_GUILESS_MAIN(tst_Play)

@@ -19,14 +19,9 @@ private Q_SLOTS:
     void playlist_isPlayedWithoutGaps_data();
     void playlist_isPlayedWithoutGaps();
     void slowPlaylist_isPlayedAsFarAsItWasRead();
-    void playlist_isRefused_data();
-    void playlist_isRefused();
-    void longPlaylist_showsWhatIsNear();
     void repeatAll_endsWhenSwitchedOff_data();
     void repeatAll_endsWhenSwitchedOff();
-    void seek_goesToAnotherTrack();
     void backward_holdsAtTheBeginning();
-    void outputs_changeWhileItIsPrepared();
 
 private:
     QByteArray file(const char *name) const { return m_folder.filePath(QString::fromUtf8(name)).toUtf8(); }
@@ -71,7 +66,6 @@ void tst_Queue::initTestCase()
     encode("f.mp3", "0.7");
     // The encoder that GStreamer knows by its name.
     write("f.mp3", content("f.mp3").replace("Lavc", "LAME"));
-    encode("long.wav", "3.2");
     encode("percent%41.wav", "6.4");
     write("broken.wav", QByteArray(5000, 'x'));
     write("sub/list.m3u", "d.wav\n../a.wav\n");
@@ -167,50 +161,9 @@ void tst_Queue::slowPlaylist_isPlayedAsFarAsItWasRead()
     QCOMPARE(application.content("play-queue").number("total"), 1);
 }
 
-void tst_Queue::playlist_isRefused_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<ErrorCode>("code");
-    QTest::newRow("nothing in it") << QByteArray("#EXTM3U\n") << ErrorCode::ResourceCorrupted;
-    QTest::newRow("all missing") << QByteArray("no.wav\nneither.wav\n") << ErrorCode::SourceUnavailable;
-    QTest::newRow("the last one is broken") << QByteArray("no.wav\nbroken.wav\n") << ErrorCode::UnsupportedMediaType;
-    QTest::newRow("leads to itself") << QByteArray("refused.m3u\n") << ErrorCode::ResourceCorrupted;
-    QTest::newRow("10000 missing") << QByteArray("no.wav\n").repeated(10'000) << ErrorCode::SourceUnavailable;
-}
-
-void tst_Queue::playlist_isRefused()
-{
-    QFETCH(const QByteArray, content);
-    QFETCH(const ErrorCode, code);
-    write("refused.m3u", content);
-    const Application application;
-    QCOMPARE(application.attach(file("refused.m3u"), "playlist"), static_cast<int>(code));
-    QVERIFY(!application.content("state").has("state"));
-}
-
-void tst_Queue::longPlaylist_showsWhatIsNear()
-{
-    write("long.m3u", QByteArray("a.wav\n").repeated(12'000));
-    const Application application;
-    QCOMPARE(application.attach(file("long.m3u"), "playlist"), 0);
-    QCOMPARE(application.content("play-queue").number("total"), 10'000);
-    QVERIFY(application.content("q2").has("md_title_duration"));
-    QVERIFY(!application.content("q10").has("md_title_duration"));
-    QCOMPARE(mmr_seek(application.context(), "5000:0"), 0);
-    QCOMPARE(application.content("play-queue").number("current"), 5000);
-    QVERIFY(application.content("q4999").has("md_title_duration"));
-    QVERIFY(!application.content("q2").has("md_title_duration"));
-    // Back again, what was forgotten is told anew.
-    QCOMPARE(mmr_seek(application.context(), "1:0"), 0);
-    for (const char *track : {"q1", "q2", "q3"}) {
-        QVERIFY2(application.content(track).text("url").ends_with("/a.wav"), track);
-    }
-}
-
 void tst_Queue::repeatAll_endsWhenSwitchedOff_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("sound") << QByteArray("a.wav\nc.flac\n");
     QTest::newRow("another container") << QByteArray("e.mka\ne.mka\n");
     QTest::newRow("sound and pictures") << QByteArray("pictures.mkv\npictures.mkv\n");
 }
@@ -234,27 +187,6 @@ void tst_Queue::repeatAll_endsWhenSwitchedOff()
     QCOMPARE(application.content("play-queue").number("current"), 2);
 }
 
-void tst_Queue::seek_goesToAnotherTrack()
-{
-    write("two.m3u", "a.wav\nno.wav\nlong.wav\n");
-    const Application application;
-    QVERIFY(application.attachAudio() >= 0);
-    QCOMPARE(application.attach(file("two.m3u"), "playlist"), 0);
-    QCOMPARE(mmr_seek(application.context(), "3:3000"), 0);
-    QCOMPARE(application.content("status").number("position"), 3000);
-    QCOMPARE(application.content("play-queue").number("current"), 3);
-    const auto state = application.watch("state?wait");
-    QCOMPARE(mmr_play(application.context()), 0);
-    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
-    QVERIFY(std::abs(samplesOf(file("heard.raw")).size() - 8820) < 100);
-    QCOMPARE(application.code(mmr_seek(application.context(), "4:0")), static_cast<int>(ErrorCode::InvalidParameter));
-
-    // After the end it begins with the first track again.
-    QCOMPARE(mmr_play(application.context()), 0);
-    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
-    QCOMPARE(samplesOf(file("heard.raw")).size(), static_cast<qsizetype>(3.3 * 44100 + 0.5));
-}
-
 void tst_Queue::backward_holdsAtTheBeginning()
 {
     const Application application;
@@ -275,30 +207,6 @@ void tst_Queue::backward_holdsAtTheBeginning()
         QCOMPARE(mmr_speed_set(application.context(), 1000), 0);
         QCOMPARE(waitForEnd(*state).number("error", -1), 0);
     }
-    // Not every format can be read from its end.
-    QCOMPARE(application.attach(file("long.wav")), 0);
-    QCOMPARE(mmr_seek(application.context(), "1:300"), 0);
-    QCOMPARE(mmr_speed_set(application.context(), 0), 0);
-    QCOMPARE(mmr_play(application.context()), 0);
-    QCOMPARE(application.code(mmr_speed_set(application.context(), -1000)),
-             static_cast<int>(ErrorCode::UnsupportedOperation));
-}
-
-void tst_Queue::outputs_changeWhileItIsPrepared()
-{
-    const Application application;
-    QCOMPARE(application.attach(file("a.wav")), 0);
-    const int output = application.attachAudio();
-    QVERIFY(output >= 0);
-    const auto state = application.watch("state?wait");
-    QCOMPARE(mmr_play(application.context()), 0);
-    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
-    QCOMPARE(samplesOf(file("heard.raw")).size(), 4410);
-    QFile::remove(QString::fromUtf8(file("heard.raw")));
-    QCOMPARE(mmr_output_detach(application.context(), output), 0);
-    QCOMPARE(mmr_play(application.context()), 0);
-    QCOMPARE(waitForEnd(*state).number("error", -1), 0);
-    QVERIFY(!QFile::exists(QString::fromUtf8(file("heard.raw"))));
 }
 
 QTEST_GUILESS_MAIN(tst_Queue)

@@ -17,14 +17,13 @@ public:
     using Done = std::function<void(const Result &, Facts)>;
 
     Probe() = default;
-    ~Probe() { cancel(); }
+    virtual ~Probe() { close(); }
     Probe(const Probe &) = delete;
     Probe &operator=(const Probe &) = delete;
 
-    bool isRunning() const { return static_cast<bool>(m_pipeline); }
     /** Calls `done` from the main loop. */
-    void start(const std::string &uri, Done done);
-    void cancel();
+    virtual void start(const std::string &uri, Done done);
+    virtual void cancel();
 
 private:
     static void onPad(GstElement *decoder, GstPad *pad, gpointer self);

@@ -29,7 +29,10 @@ void logBad(unsigned track, const std::string &cause)
 
 } // namespace
 
-Player::Player(Playback &playback, Reports::Send send) : m_reports(std::move(send)), m_playback(playback)
+Player::Player(Playback &playback, Probe &probe, Reports::Send send)
+    : m_reports(std::move(send)),
+      m_playback(playback),
+      m_probe(probe)
 {
     m_playback.listen({.decoded = [this] { onDecoded(); },
                        .ended = [this] { onEnded(); },

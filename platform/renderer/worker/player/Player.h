@@ -22,7 +22,7 @@ class Player {
 public:
     using Answer = std::function<void(const Result &)>;
 
-    Player(Playback &playback, Reports::Send send);
+    Player(Playback &playback, Probe &probe, Reports::Send send);
 
     /** Opens a medium or, as a playlist, a queue of them; the answer comes when it is known to play or not. */
     void open(const std::string &url, bool isPlaylist, unsigned track, int64_t position, Answer answer);
@@ -102,8 +102,8 @@ private:
 
     Reports m_reports;
     Playback &m_playback;
+    Probe &m_probe;
     Playlist m_playlist;
-    Probe m_probe;
     Fetch m_fetch;
     DeviceWatch m_device{[this] { onDeviceLost(); }};
     Queue m_queue;

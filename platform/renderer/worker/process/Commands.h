@@ -32,7 +32,8 @@ private:
     pps::Fd m_file;
     FrameChannels m_frames;
     PlaybackChooser m_playback;
-    Player m_player{m_playback, [this](const std::string &lines) { m_link.send(lines); }};
+    Probe m_probe;
+    Player m_player{m_playback, m_probe, [this](const std::string &lines) { m_link.send(lines); }};
     Recorder m_recorder{[this](const std::string &lines) { m_link.send(lines); }};
 };
 
