@@ -1,5 +1,6 @@
 #include "Parameters.h"
 
+#include "Names.h"
 #include "TrackPosition.h"
 
 #include <pps/Text.h>
@@ -21,15 +22,9 @@ bool isBetween(std::string_view value)
     return parseNumber(value, Lowest, Highest).has_value();
 }
 
-constexpr std::array Presets{
-    "off",         "airplane",   "bassboost", "trebleboost", "voiceboost", "basslower",
-    "treblelower", "voicelower", "acoustic",  "dance",       "electronic", "hiphop",
-    "jazz",        "lounge",     "piano",     "randb",       "rock",       "spokenword",
-};
-
 bool isPreset(std::string_view value)
 {
-    return std::find(Presets.begin(), Presets.end(), value) != Presets.end();
+    return parsePreset(value).has_value();
 }
 
 bool isYesOrNo(std::string_view value)
@@ -39,7 +34,7 @@ bool isYesOrNo(std::string_view value)
 
 bool isRepeat(std::string_view value)
 {
-    return value == "none" || value == "track" || value == "all";
+    return parseRepeatMode(value).has_value();
 }
 
 bool isAnything(std::string_view)

@@ -29,7 +29,7 @@ public:
     const Events &events() const { return m_events; }
 
     void setVolume(long) override {}
-    void setPreset(std::string_view) override {}
+    void setPreset(Preset) override {}
     void setSource(const Rectangle &) override {}
     bool load(const Piece &piece) override
     {
@@ -128,7 +128,7 @@ public:
             {"silent", [&] { change([](Settings &settings) { settings.outputs.isAudible = false; }); }},
             {"audible", [&] { change([](Settings &settings) { settings.outputs.isAudible = true; }); }},
             {"autopause", [&] { change([](Settings &settings) { settings.pausesWithDevice = true; }); }},
-            {"repeat", [&] { change([&](Settings &settings) { settings.repeat = words.value(1).toStdString(); }); }},
+            {"repeat", [&] { change([&](Settings &settings) { settings.repeat = repeatMode(words.value(1)); }); }},
             {"at", [&] { m_playback.time = first; }},
             {"noSeeks", [&] { m_playback.allowsSeeks = false; }},
             {"decoded", [&] { events.decoded(); }},
@@ -155,6 +155,7 @@ private:
             qFatal("cannot write %s", name.constData());
         }
     }
+    static RepeatMode repeatMode(const QByteArray &name) { return parseRepeatMode(name.toStdString()).value(); }
     void change(const std::function<void(Settings &)> &set)
     {
         Settings settings = m_player.settings();
@@ -164,7 +165,7 @@ private:
     /** Until it is answered, or loads something. */
     void open(const char *name, bool isPlaylist)
     {
-        m_player.open(m_folder.filePath(QString::fromLatin1(name)).toStdString(), isPlaylist, 1, 0,
+        m_player.open(Medium(m_folder.filePath(QString::fromLatin1(name)).toStdString()), isPlaylist, 1, 0,
                       [this](const Result &result) { answer(result); });
         while (m_log.empty()) {
             g_main_context_iteration(nullptr, TRUE);

@@ -2,14 +2,11 @@
 
 #include "Gst.h"
 
-#include <string_view>
+#include <renderer/common/Names.h>
 
 namespace voro::renderer {
 
-/**
- * Sets the gains of an equalizer with ten bands to a preset; an unknown name and "off" make it pass everything as it
- * is.
- */
-void setPreset(GstElement *equalizer, std::string_view preset);
+/** Sets the gains of an equalizer with ten bands to a preset; "off" makes it pass everything as it is. */
+void setPreset(GstElement *equalizer, Preset preset);
 
 } // namespace voro::renderer

@@ -33,11 +33,11 @@ std::optional<unsigned> Queue::before(unsigned track) const
 
 std::optional<unsigned> Queue::following() const
 {
-    if (m_repeat == "track") {
+    if (m_repeat == RepeatMode::Track) {
         return m_bad.contains(m_current) ? std::nullopt : std::optional(m_current);
     }
     const auto next = after(m_current);
-    return next || m_repeat != "all" ? next : after(0);
+    return next || m_repeat != RepeatMode::All ? next : after(0);
 }
 
 std::optional<unsigned> Queue::replacement(bool isForward) const
@@ -46,7 +46,10 @@ std::optional<unsigned> Queue::replacement(bool isForward) const
     if (preferred) {
         return preferred;
     }
-    return isForward ? (m_repeat == "all" ? after(0) : std::nullopt) : after(m_current);
+    if (!isForward) {
+        return after(m_current);
+    }
+    return m_repeat == RepeatMode::All ? after(0) : std::nullopt;
 }
 
 } // namespace voro::renderer

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <cstdint>
+#include <renderer/common/Medium.h>
+#include <renderer/common/Names.h>
+
 #include <optional>
 #include <set>
 #include <string>
@@ -10,8 +12,7 @@ namespace voro::renderer {
 
 /** A place in a queue. */
 struct Entry {
-    /** As an input URL: a path or `file://PATH` as it stands, or another URL. */
-    std::string url;
+    Medium medium;
     /** The name that the playlist gives it. */
     std::string title;
 };
@@ -25,9 +26,7 @@ public:
     unsigned current() const { return m_current; }
     const Entry &entry(unsigned track) const { return m_entries[track - 1]; }
     void setCurrent(unsigned track) { m_current = track; }
-    /** "track" or "all"; anything else plays the queue once. */
-    void setRepeat(const std::string &mode) { m_repeat = mode; }
-    const std::string &repeat() const { return m_repeat; }
+    void setRepeat(RepeatMode mode) { m_repeat = mode; }
 
     /** A track that cannot be played is passed over from now on. */
     void setBad(unsigned track) { m_bad.insert(track); }
@@ -43,7 +42,7 @@ private:
     std::vector<Entry> m_entries;
     unsigned m_current = 1;
     std::set<unsigned> m_bad;
-    std::string m_repeat;
+    RepeatMode m_repeat = RepeatMode::None;
 };
 
 } // namespace voro::renderer

@@ -276,7 +276,7 @@ void AudioBin::setVolume(long percent)
     g_object_set(m_volume, "volume", static_cast<double>(percent) / 100.0, nullptr);
 }
 
-void AudioBin::setPreset(std::string_view preset)
+void AudioBin::setPreset(Preset preset)
 {
     renderer::setPreset(m_equalizer, preset);
 }

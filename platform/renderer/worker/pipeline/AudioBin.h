@@ -1,10 +1,10 @@
 #pragma once
 
+#include <renderer/common/Names.h>
 #include <renderer/worker/gst/Gst.h>
 
 #include <atomic>
 #include <string>
-#include <string_view>
 
 namespace voro::renderer {
 
@@ -53,7 +53,7 @@ public:
 
     /** From 0 to 100. */
     void setVolume(long percent);
-    void setPreset(std::string_view preset);
+    void setPreset(Preset preset);
 
     /** The sound server's device that is played to, empty while there is none. */
     std::string device() const;

@@ -12,7 +12,7 @@ namespace voro::renderer {
 class PipelinePlayback : public Playback {
 public:
     void setVolume(long percent) override { m_audio.setVolume(percent); }
-    void setPreset(std::string_view preset) override { m_audio.setPreset(preset); }
+    void setPreset(Preset preset) override { m_audio.setPreset(preset); }
     void run() override;
     void hold() override { m_transport.hold(); }
     void unload() override;

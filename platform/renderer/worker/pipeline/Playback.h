@@ -3,13 +3,13 @@
 #include "Piece.h"
 #include "Succession.h"
 
+#include <renderer/common/Names.h>
 #include <renderer/worker/gst/Failure.h>
 #include <renderer/worker/media/Facts.h>
 
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace voro::renderer {
@@ -41,7 +41,7 @@ public:
 
     /** From 0 to 100. */
     virtual void setVolume(long percent) = 0;
-    virtual void setPreset(std::string_view preset) = 0;
+    virtual void setPreset(Preset preset) = 0;
     /** Which part of the pictures is shown. */
     virtual void setSource(const Rectangle &part) = 0;
 

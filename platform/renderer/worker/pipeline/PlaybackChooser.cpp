@@ -18,7 +18,7 @@ void PlaybackChooser::setVolume(long percent)
     m_file.setVolume(percent);
 }
 
-void PlaybackChooser::setPreset(std::string_view preset)
+void PlaybackChooser::setPreset(Preset preset)
 {
     m_playbin.setPreset(preset);
     m_file.setPreset(preset);

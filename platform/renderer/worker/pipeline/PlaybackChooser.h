@@ -16,7 +16,7 @@ public:
     void listen(Events events) override;
 
     void setVolume(long percent) override;
-    void setPreset(std::string_view preset) override;
+    void setPreset(Preset preset) override;
     void setSource(const Rectangle &part) override { m_playbin.setSource(part); }
     bool load(const Piece &piece) override;
     void loadAhead(const Piece &piece) override;

@@ -1,7 +1,5 @@
 #include "Player.h"
 
-#include <renderer/common/Medium.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -45,7 +43,7 @@ Player::Player(Playback &playback, Probe &probe, Reports::Send send)
 
 // Opening and closing
 
-void Player::open(const std::string &url, bool isPlaylist, unsigned track, int64_t position, Answer answer)
+void Player::open(const Medium &medium, bool isPlaylist, unsigned track, int64_t position, Answer answer)
 {
     close();
     m_answer = std::move(answer);
@@ -53,7 +51,6 @@ void Player::open(const std::string &url, bool isPlaylist, unsigned track, int64
     m_reports.reset();
     m_isForward = true;
     m_mayBePlaylist = false;
-    const Medium medium(url);
     if (const Result problem = medium.check(); !problem) {
         finishOpen(problem);
     } else if (isPlaylist != medium.isPlaylist() && (medium.isLocal() || !isPlaylist)) {
@@ -63,11 +60,11 @@ void Player::open(const std::string &url, bool isPlaylist, unsigned track, int64
             m_playback.loadAhead({medium.uri(), {}, m_settings.outputs});
         }
     } else if (!isPlaylist) {
-        m_queue.assign({{url, {}}});
+        m_queue.assign({{medium, {}}});
         m_mayBePlaylist = !medium.isLocal();
         openTrack(1, position);
     } else {
-        m_playlist.read(url, [this, track, position](const Result &result, std::vector<Entry> entries) {
+        m_playlist.read(medium, [this, track, position](const Result &result, std::vector<Entry> entries) {
             if (!result) {
                 finishOpen(result);
                 return;
@@ -84,7 +81,7 @@ void Player::openTrack(unsigned track, int64_t position)
     m_position = position;
     Result problem;
     do {
-        problem = mediumOf(m_queue.current()).check();
+        problem = medium(m_queue.current()).check();
     } while (!problem && passOver(problem));
     if (problem) {
         load();
@@ -95,7 +92,7 @@ void Player::load()
 {
     const unsigned track = m_queue.current();
     const bool isProbed = m_following && m_following->track == track;
-    m_track.begin(m_queue.entry(track).url, isProbed ? std::move(m_following->facts) : Facts());
+    m_track.begin(medium(track), isProbed ? std::move(m_following->facts) : Facts());
     m_following.reset();
     m_probe.cancel();
     m_bufferLevel = 100;
@@ -191,7 +188,7 @@ Result Player::play()
         return {};
     case Phase::Stopped:
         if (m_queue.total() == 1) {
-            if (const Result problem = mediumOf(1).check(); !problem) {
+            if (const Result problem = medium(1).check(); !problem) {
                 return problem;
             }
         }
@@ -396,7 +393,7 @@ void Player::prepareFollowing()
             // First things first: this track has to be opened.
             return;
         }
-        if (mediumOf(*next).check()) {
+        if (medium(*next).check()) {
             m_probe.start(uri(*next), [this, track = *next](const Result &result, Facts facts) {
                 onProbed(track, result, std::move(facts));
             });
@@ -427,7 +424,7 @@ void Player::onAdvanced()
     }
     if (m_following) {
         m_queue.setCurrent(m_following->track);
-        m_track.begin(m_queue.entry(m_following->track).url, std::move(m_following->facts));
+        m_track.begin(medium(m_following->track), std::move(m_following->facts));
         m_following.reset();
     } else if (m_track.hasShrunk()) {
         // What is left of it would be repeated for ever.
@@ -562,7 +559,7 @@ void Player::fail(const Result &result)
 void Player::onPlaybackFailed(const Failure &failure)
 {
     // What begins like a medium and is none was cut off or damaged.
-    const bool isDamaged = failure.isUnrecognized && mediumOf(m_queue.current()).beginsLikeMedium();
+    const bool isDamaged = failure.isUnrecognized && medium(m_queue.current()).beginsLikeMedium();
     onFailed(isDamaged ? Result(ErrorCode::ResourceCorrupted, failure.result.text) : failure.result);
 }
 
@@ -609,16 +606,6 @@ CaptionChoice Player::captions(unsigned track) const
 {
     const auto found = m_settings.captions.find(track);
     return found == m_settings.captions.end() ? CaptionChoice() : found->second;
-}
-
-Medium Player::mediumOf(unsigned track) const
-{
-    return Medium(m_queue.entry(track).url);
-}
-
-std::string Player::uri(unsigned track) const
-{
-    return mediumOf(track).uri();
 }
 
 int64_t Player::position() const

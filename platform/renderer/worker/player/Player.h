@@ -25,7 +25,7 @@ public:
     Player(Playback &playback, Probe &probe, Reports::Send send);
 
     /** Opens a medium or, as a playlist, a queue of them; the answer comes when it is known to play or not. */
-    void open(const std::string &url, bool isPlaylist, unsigned track, int64_t position, Answer answer);
+    void open(const Medium &medium, bool isPlaylist, unsigned track, int64_t position, Answer answer);
     void close();
     Result play();
     void stop();
@@ -92,8 +92,8 @@ private:
     bool isOpening() const { return m_phase == Phase::Opening || m_phase == Phase::Starting; }
     bool isOpen() const { return m_phase == Phase::Ready || m_phase == Phase::Running; }
     CaptionChoice captions(unsigned track) const;
-    Medium mediumOf(unsigned track) const;
-    std::string uri(unsigned track) const;
+    const Medium &medium(unsigned track) const { return m_queue.entry(track).medium; }
+    std::string uri(unsigned track) const { return medium(track).uri(); }
     int64_t position() const;
     void reportCurrent();
     void reportTrack();

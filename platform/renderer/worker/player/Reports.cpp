@@ -1,7 +1,6 @@
 #include "Reports.h"
 
 #include <pps/Text.h>
-#include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 
 #include <algorithm>
@@ -58,12 +57,12 @@ void Reports::neighbours(const Queue &queue)
         if (m_tracks.contains(number)) {
             continue;
         }
-        const auto &[url, title] = queue.entry(number);
+        const auto &[medium, title] = queue.entry(number);
         Facts facts;
         if (!title.empty()) {
             gst_tag_list_add(facts.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_TITLE, title.c_str(), nullptr);
         }
-        track(number, Medium(url).uri(), facts);
+        track(number, medium.uri(), facts);
     }
 }
 

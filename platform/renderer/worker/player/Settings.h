@@ -1,9 +1,9 @@
 #pragma once
 
+#include <renderer/common/Names.h>
 #include <renderer/worker/pipeline/Piece.h>
 
 #include <map>
-#include <string>
 
 namespace voro::renderer {
 
@@ -12,8 +12,8 @@ struct Settings {
     int speed = 1000;
     guint interval = 1000;
     long volume = 100;
-    std::string preset;
-    std::string repeat;
+    Preset preset = Preset::Off;
+    RepeatMode repeat = RepeatMode::None;
     bool pausesWithDevice = false;
     Outputs outputs;
     Rectangle source;

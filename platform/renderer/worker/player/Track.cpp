@@ -7,10 +7,10 @@
 
 namespace voro::renderer {
 
-void Track::begin(const std::string &url, Facts facts)
+void Track::begin(const Medium &medium, Facts facts)
 {
     end();
-    m_medium = Medium(url);
+    m_medium = medium;
     m_facts = std::move(facts);
     m_measured = 0;
     m_extent = m_medium.isLocal() ? Extent(m_medium.path()) : Extent();

@@ -26,7 +26,7 @@ public:
     explicit Track(Listener listener) : m_listener(std::move(listener)) {}
 
     /** Another track, of which so much is known. */
-    void begin(const std::string &url, Facts facts);
+    void begin(const Medium &medium, Facts facts);
     /** Finds out nothing more; what is known stays. */
     void end();
 

@@ -2,7 +2,6 @@
 
 #include "ListText.h"
 
-#include <renderer/common/Medium.h>
 #include <renderer/worker/media/FileReader.h>
 #include <renderer/worker/playlist/Reader.h>
 #include <renderer/worker/process/Module.h>
@@ -47,14 +46,13 @@ std::string pathOf(const std::string &listed)
     return narrow && exists(narrow.get()) ? narrow.get() : listed;
 }
 
-/** An entry as an input URL. */
-std::string inputUrl(const char *uri)
+Medium mediumOf(const char *uri)
 {
     if (!gst_uri_has_protocol(uri, "file")) {
-        return gst_uri_is_valid(uri) ? uri : pathOf(uri);
+        return Medium(gst_uri_is_valid(uri) ? uri : pathOf(uri));
     }
     const Owned<char> path(g_filename_from_uri(uri, nullptr, nullptr));
-    return path ? pathOf(path.get()) : uri;
+    return Medium(path ? pathOf(path.get()) : uri);
 }
 
 /** What a file holds, of a very large one its beginning up to the end of a line. */
@@ -86,7 +84,7 @@ Playlist::Reading::~Reading()
     }
 }
 
-void Playlist::read(const std::string &url, Done done)
+void Playlist::read(const Medium &list, Done done)
 {
     cancel();
     m_done = std::move(done);
@@ -94,7 +92,7 @@ void Playlist::read(const std::string &url, Done done)
     m_problem = {};
     m_read = 0;
     m_timer.reset(g_timeout_add(LongestWait, onTimeout, this));
-    parse(std::make_shared<Trail>(Trail{url, identityOf(Medium(url)), nullptr, 0}));
+    parse(std::make_shared<Trail>(Trail{list, identityOf(list), nullptr, 0}));
 }
 
 gboolean Playlist::onTimeout(gpointer self)
@@ -137,7 +135,7 @@ void Playlist::proceed()
     while (!m_places.empty() && m_entries.size() < MostEntries) {
         Place place = std::move(m_places.front());
         m_places.pop_front();
-        const Medium medium(place.entry.url);
+        const Medium &medium = place.entry.medium;
         if (!medium.isNamedLikePlaylist()) {
             m_entries.push_back(std::move(place.entry));
             continue;
@@ -148,8 +146,7 @@ void Playlist::proceed()
             std::fprintf(stderr, "voro-renderer: a playlist that leads to itself is left out\n");
             continue;
         }
-        parse(
-            std::make_shared<Trail>(Trail{place.entry.url, std::move(identity), place.trail, place.trail->depth + 1}));
+        parse(std::make_shared<Trail>(Trail{medium, std::move(identity), place.trail, place.trail->depth + 1}));
         return;
     }
     finish(m_entries.empty() && !m_problem ? m_problem : Result());
@@ -158,7 +155,7 @@ void Playlist::proceed()
 void Playlist::parse(std::shared_ptr<const Trail> trail)
 {
     ++m_read;
-    const Medium list(trail->url);
+    const Medium &list = trail->list;
     if (Result problem = list.check(); !problem) {
         m_problem = std::move(problem);
         proceed();
@@ -178,7 +175,7 @@ void Playlist::parse(std::shared_ptr<const Trail> trail)
 
 void Playlist::parseText(std::shared_ptr<const Trail> trail, std::string text)
 {
-    text = repairedList(std::move(text), Medium(trail->url));
+    text = repairedList(std::move(text), trail->list);
     auto reading = std::make_unique<Reading>();
     reading->trail = std::move(trail);
     reading->copy = memfd_create("playlist", MFD_CLOEXEC);
@@ -200,14 +197,14 @@ void Playlist::start(std::unique_ptr<Reading> reading, const std::string &uri)
         finish({ErrorCode::UnsupportedMediaType, "this installation reads no playlists"});
         return;
     }
-    const std::string place = Medium(reading->trail->url).uri();
+    const std::string place = reading->trail->list.uri();
     const std::string base = place.substr(0, place.rfind('/') + 1);
     reading->owner = this;
     m_reading = reading.get();
     const PlaylistListener listener{[](const char *entry, const char *title, void *data) {
                                         auto *current = static_cast<Reading *>(data);
-                                        if (current->entries.size() < MostEntries) {
-                                            current->entries.push_back({entry, title ? title : ""});
+                                        if (current->lines.size() < MostEntries) {
+                                            current->lines.push_back({entry, title ? title : ""});
                                         }
                                     },
                                     [](bool isList, void *data) {
@@ -224,16 +221,17 @@ void Playlist::start(std::unique_ptr<Reading> reading, const std::string &uri)
 void Playlist::take(const Reading &reading, bool isList)
 {
     if (!isList) {
-        m_problem = {ErrorCode::UnsupportedMediaType, reading.trail->url + " is no playlist"};
+        const Medium &list = reading.trail->list;
+        m_problem = {ErrorCode::UnsupportedMediaType, (list.isLocal() ? list.path() : list.uri()) + " is no playlist"};
     }
-    const bool isFromNet = !Medium(reading.trail->url).isLocal();
+    const bool isFromNet = !reading.trail->list.isLocal();
     size_t localFiles = 0;
-    for (auto entry = reading.entries.rbegin(); entry != reading.entries.rend(); ++entry) {
-        std::string url = inputUrl(entry->url.c_str());
-        if (isFromNet && Medium(url).isLocal()) {
+    for (auto line = reading.lines.rbegin(); line != reading.lines.rend(); ++line) {
+        Medium medium = mediumOf(line->uri.c_str());
+        if (isFromNet && medium.isLocal()) {
             ++localFiles;
         } else {
-            m_places.push_front({{std::move(url), entry->title}, reading.trail});
+            m_places.push_front({{std::move(medium), line->title}, reading.trail});
         }
     }
     if (localFiles > 0) {

@@ -24,13 +24,13 @@ public:
     Playlist &operator=(const Playlist &) = delete;
 
     /** Reads one and calls `done` with what is in it, from the main loop. */
-    void read(const std::string &url, Done done);
+    void read(const Medium &list, Done done);
     void cancel();
 
 private:
     /** The playlists that led to a place, to notice when one leads to itself. */
     struct Trail {
-        std::string url;
+        Medium list;
         /** The same for every name that the playlist has. */
         std::string identity;
         std::shared_ptr<const Trail> parent;
@@ -42,9 +42,14 @@ private:
     };
     /** One reading under way; it outlives a cancellation. */
     struct Reading {
+        /** An entry as it is listed. */
+        struct Line {
+            std::string uri;
+            std::string title;
+        };
         Playlist *owner;
         std::shared_ptr<const Trail> trail;
-        std::vector<Entry> entries;
+        std::vector<Line> lines;
         /** What is read instead of the file itself, -1 without. */
         int copy = -1;
         ~Reading();

@@ -97,7 +97,7 @@ void Commands::open(const pps::Message &message)
     }
     m_player.apply(read(message, {}));
     const int64_t id = message.number("id");
-    m_player.open(message.text("url"), message.text("type") == "playlist",
+    m_player.open(Medium(message.text("url")), message.text("type") == "playlist",
                   static_cast<unsigned>(message.number("track", 1)), message.number("position"),
                   [this, id](const Result &result) { reply("open", id, result); });
 }
@@ -142,8 +142,8 @@ Settings Commands::read(const pps::Message &message, Settings settings)
     settings.speed = static_cast<int>(message.number("speed", settings.speed));
     settings.interval = static_cast<guint>(message.number("interval", settings.interval));
     settings.volume = message.number("volume", settings.volume);
-    settings.preset = message.text("eq_preset");
-    settings.repeat = message.text("repeat");
+    settings.preset = parsePreset(message.text("eq_preset")).value_or(Preset::Off);
+    settings.repeat = parseRepeatMode(message.text("repeat")).value_or(RepeatMode::None);
     settings.pausesWithDevice = message.text("autopause") == "yes";
     settings.outputs = {.isAudible = message.text("audio") == "true",
                         .role = message.text("role"),
