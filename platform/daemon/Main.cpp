@@ -1,6 +1,8 @@
 #include "Background.h"
+#include "Circumstances.h"
 #include "Guardian.h"
 #include "Options.h"
+#include "ServiceManager.h"
 #include "Socket.h"
 
 #include <QtCore/QCoreApplication>
@@ -19,7 +21,7 @@
 
 #include <csignal>
 #include <cstdio>
-#include <cstring>
+#include <filesystem>
 
 namespace {
 
@@ -123,10 +125,14 @@ int main(int argc, char **argv)
     }
     std::string folder;
     if (const int error = voro::pps::runtimeFolder(folder)) {
-        return complain(folder + ": " + std::strerror(error), 1);
+        return complain(voro::pps::runtimeProblem(folder, error), 1);
     }
     voro::Background background;
     if (options->background) {
+        if (voro::startByManager(std::filesystem::read_symlink("/proc/self/exe"), folder)) {
+            return 0;
+        }
+        voro::forgetStarter();
         background.enter();
     }
     voro::Socket socket;

@@ -1,6 +1,7 @@
 #include "Connection.h"
 
 #include "Runtime.h"
+#include "Start.h"
 
 #include <poll.h>
 #include <sys/random.h>
@@ -8,8 +9,10 @@
 #include <sys/uio.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstring>
 #include <mutex>
 
@@ -81,6 +84,15 @@ int leftUntil(Clock::time_point deadline, int milliseconds)
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
     return milliseconds < 0 ? -1 : static_cast<int>(std::max<std::chrono::milliseconds::rep>(left, 0));
+}
+
+/** Says what keeps this process from the daemon; once, because all its objects find out. */
+void complain(const std::string &problem)
+{
+    static std::atomic_flag isSaid;
+    if (!isSaid.test_and_set()) {
+        std::fprintf(stderr, "voro: %s\n", problem.c_str());
+    }
 }
 
 enum class Received { Packet, Nothing, End };
@@ -176,6 +188,7 @@ bool Connection::reach(bool mayStart)
 {
     std::string folder;
     if (const int error = runtimeFolder(folder)) {
+        complain(runtimeProblem(folder, error));
         return fail(error);
     }
     // A daemon that ends just now loses the handshake, and nothing else: try the next one.

@@ -2,22 +2,31 @@
 
 #include "Fd.h"
 
+#include <chrono>
 #include <string>
 
 /* The runtime folder, in which the daemon and its clients find each other. */
 
 namespace voro::pps {
 
+/** The longest time that a daemon may take to start, and that the broker's socket may take no packet. */
+inline constexpr std::chrono::seconds LongestStart{60};
+
 /**
  * Finds the runtime folder and makes it when it is missing. Returns 0, or an errno number when there is none or it is
- * not ours alone.
+ * not ours alone: `folder` is what the problem is with then.
  */
 int runtimeFolder(std::string &folder);
+/** That problem in words. */
+std::string runtimeProblem(const std::string &folder, int error);
 
 /** The path of the broker's socket in the folder. */
 std::string socketPath(const std::string &folder);
 
-/** Connects to the broker's socket in the folder; on failure the result is invalid and errno tells why. */
+/**
+ * Connects to the broker's socket in the folder; on failure the result is invalid and errno tells why: EACCES when
+ * another user listens there.
+ */
 Fd connectTo(const std::string &folder);
 
 /** The same with any SOCK_SEQPACKET socket, by its path. */
@@ -28,12 +37,6 @@ Fd connectToSocket(const std::string &path);
  * invalid and errno tells why.
  */
 Fd listenAt(const std::string &path);
-
-/**
- * Starts the daemon when none answers, and returns when it does; 0 or an errno number. Two processes that race start
- * one.
- */
-int startDaemon(const std::string &folder);
 
 /** A descriptor that becomes readable when a daemon in the runtime folder says that it is ready; invalid on failure. */
 Fd watchForDaemon();

@@ -6,6 +6,8 @@
 #include <poll.h>
 #include <pps/Connection.h>
 #include <pps/Runtime.h>
+#include <sched.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -88,6 +90,8 @@ private Q_SLOTS:
     void commandLine_isAnswered_data();
     void commandLine_isAnswered();
     void firstOpen_startsADaemon();
+    void daemon_hasNothingOfWhoStartedIt();
+    void userManager_startsTheDaemon();
     void racingClients_startOne();
     void killedDaemon_isReplaced();
     void autospawn_canBeSwitchedOff();
@@ -98,6 +102,7 @@ private Q_SLOTS:
     void daemon_removesItsSocket();
     void daemon_takesThePassedSocket();
     void otherUsersProcess_isTurnedAway();
+    void otherUsersServer_isTurnedAway();
 };
 
 void TestVorod::commandLine_isAnswered_data()
@@ -150,6 +155,88 @@ void TestVorod::firstOpen_startsADaemon()
     for (const char *number : {"0", "1", "2"}) {
         QCOMPARE(QFile::symLinkTarget(QString("/proc/%1/fd/").arg(daemon) + number), QString("/dev/null"));
     }
+}
+
+void TestVorod::daemon_hasNothingOfWhoStartedIt()
+{
+    StartFolder folder;
+    qputenv("VORO_AUDIO_SINK", "fakesink");
+    ChildProcess application([](ChildProcess &) {
+        for (const char *name : {"LD_LIBRARY_PATH", "GST_DEBUG", "LC_ALL", "LANGUAGE", "DISPLAY", "QT_PLUGIN_PATH"}) {
+            setenv(name, "x", 1);
+        }
+        setenv("LANG", "C", 1);
+        umask(0);
+        const rlimit few{64, 4096};
+        setrlimit(RLIMIT_NOFILE, &few);
+        const sched_param none{};
+        sched_setscheduler(0, SCHED_BATCH, &none);
+        setpriority(PRIO_PROCESS, 0, 7);
+        pps::Connection connection;
+        return openError(connection);
+    });
+    QCOMPARE(application.wait(), 0);
+    const pid_t daemon = folder.daemon();
+    QVERIFY(daemon > 0);
+    QFile environment(QString("/proc/%1/environ").arg(daemon));
+    QVERIFY(environment.open(QFile::ReadOnly));
+    const QByteArrayList variables = environment.readAll().split('\0');
+    QVERIFY(variables.contains("VORO_AUDIO_SINK=fakesink"));
+    QVERIFY(variables.contains("LANG=C.UTF-8"));
+    for (const QByteArray &variable : variables) {
+        QVERIFY2(!variable.endsWith("=x"), variable.constData());
+    }
+    QFile status(QString("/proc/%1/status").arg(daemon));
+    QVERIFY(status.open(QFile::ReadOnly));
+    QVERIFY(status.readAll().contains("\nUmask:\t0077\n"));
+    rlimit limit{};
+    QCOMPARE(prlimit(daemon, RLIMIT_NOFILE, nullptr, &limit), 0);
+    QCOMPARE(limit.rlim_cur, rlim_t(4096));
+    QCOMPARE(sched_getscheduler(daemon), SCHED_OTHER);
+    // Only root may take it back.
+    QCOMPARE(getpriority(PRIO_PROCESS, static_cast<id_t>(daemon)), geteuid() == 0 ? 0 : 7);
+}
+
+// A manager that says what it was asked for and does it.
+void TestVorod::userManager_startsTheDaemon()
+{
+    StartFolder folder;
+    QTemporaryDir session;
+    QVERIFY(QDir(session.path()).mkpath("systemd")
+            && QFile(session.filePath("systemd/private")).open(QFile::WriteOnly));
+    QFile program(session.filePath("systemd-run"));
+    QVERIFY(program.open(QFile::WriteOnly));
+    program.write("#!/bin/sh\nprintf '%s\\n' \"$@\" > " + session.path().toLocal8Bit()
+                  + "/asked\nwhile [ \"${1#--}\" != \"$1\" ]; do shift; done\n"
+                    "unset XDG_RUNTIME_DIR\nexport VORO_AUDIO_SINK=managed\nexec \"$@\" --background\n");
+    program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    program.close();
+    const QByteArray path = qgetenv("PATH");
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("PATH", session.path().toLocal8Bit() + ':' + path);
+    qputenv("XDG_RUNTIME_DIR", session.path().toLocal8Bit());
+    const auto restore = qScopeGuard([&] {
+        qputenv("PATH", path);
+        qputenv("XDG_RUNTIME_DIR", runtime);
+    });
+    pps::Connection connection;
+    QCOMPARE(openError(connection), 0);
+    QFile environment(QString("/proc/%1/environ").arg(folder.daemon()));
+    QVERIFY(environment.open(QFile::ReadOnly) && environment.readAll().contains("VORO_AUDIO_SINK=managed"));
+    QFile asked(session.filePath("asked"));
+    QVERIFY(asked.open(QFile::ReadOnly));
+    const QByteArrayList arguments = asked.readAll().split('\n');
+    QVERIFY(arguments.startsWith("--user") && arguments.contains("--property=Type=notify"));
+    QVERIFY(arguments.contains("--setenv=VORO_RUNTIME_DIR=" + folder.folder().toLocal8Bit()));
+
+    // One that cannot is passed over.
+    connection.close();
+    folder.end(SIGTERM);
+    QVERIFY(program.remove() && program.open(QFile::WriteOnly));
+    program.write("#!/bin/sh\nexit 1\n");
+    program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    program.close();
+    QCOMPARE(openError(connection), 0);
 }
 
 void TestVorod::racingClients_startOne()
@@ -211,18 +298,29 @@ void TestVorod::autospawn_canBeSwitchedOff()
 
 void TestVorod::runtimeFolder_mustBeOurs_data()
 {
+    QTest::addColumn<QByteArray>("variable");
     QTest::addColumn<QByteArray>("folder");
     QTest::addColumn<int>("error");
-    QTest::newRow("a file") << QByteArray("/dev/null") << ENOTDIR;
-    QTest::newRow("nowhere") << QByteArray("/nowhere/at/all") << ENOENT;
-    QTest::newRow("a link to a folder") << QByteArray("link") << ENOTDIR;
-    QTest::newRow("somebody else's") << QByteArray("other") << EPERM;
+    QTest::addColumn<QByteArray>("words");
+    const auto row = [](const char *name, const char *variable, const char *folder, int error, const char *words) {
+        QTest::newRow(name) << QByteArray(variable) << QByteArray(folder) << error << QByteArray(words);
+    };
+    row("a file", "VORO_RUNTIME_DIR", "/dev/null", ENOTDIR, "Not a directory");
+    row("nowhere", "VORO_RUNTIME_DIR", "/nowhere/at/all", ENOENT, "No such file or directory");
+    row("a link to a folder", "VORO_RUNTIME_DIR", "link", ENOTDIR, "Not a directory");
+    row("somebody else's", "VORO_RUNTIME_DIR", "other", EPERM, "belongs to ");
+    row("in somebody else's session", "XDG_RUNTIME_DIR", "other", EPERM, "belongs to ");
 }
 
 void TestVorod::runtimeFolder_mustBeOurs()
 {
+    QFETCH(const QByteArray, variable);
     QFETCH(QByteArray, folder);
+    QFETCH(const QByteArray, words);
     QTemporaryDir parent;
+    const QByteArray session = qgetenv("XDG_RUNTIME_DIR");
+    const auto restore = qScopeGuard([&session] { qputenv("XDG_RUNTIME_DIR", session); });
+    qunsetenv("VORO_RUNTIME_DIR");
     qunsetenv("VORO_AUTOSPAWN");
     if (folder == "link") {
         folder = parent.filePath("link").toLocal8Bit();
@@ -234,12 +332,13 @@ void TestVorod::runtimeFolder_mustBeOurs()
             QCOMPARE(chown(folder, 65534, 65534), 0);
         }
     }
-    qputenv("VORO_RUNTIME_DIR", folder);
+    qputenv(variable, folder);
     pps::Connection connection;
     QTEST(openError(connection), "error");
     const Ended ended = run({});
     QCOMPARE(ended.status, 1);
-    QVERIFY2(ended.err.startsWith("vorod: " + folder + ": "), ended.err.constData());
+    QVERIFY2(ended.err.startsWith("vorod: " + folder + ": " + words), ended.err.constData());
+    QVERIFY(!QFile::exists(folder + "/voro"));
 }
 
 void TestVorod::secondDaemon_isRefused()
@@ -319,14 +418,40 @@ void TestVorod::otherUsersProcess_isTurnedAway()
         if (setuid(65534) != 0) {
             return -1;
         }
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        qstrncpy(address.sun_path, folder + "/pps.sock", sizeof address.sun_path);
+        const int socket = ::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
+        if (connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0) {
+            return -1;
+        }
         pps::Connection connection;
-        return connection.openOn(pps::connectTo(folder.toStdString()).release(), Object, pps::Subscribe)
-                   ? 0
-                   : connection.error();
+        return connection.openOn(socket, Object, pps::Subscribe) ? 0 : connection.error();
     });
     QCOMPARE(other.wait(), EACCES);
     pps::Connection ours;
     QCOMPARE(openError(ours), 0);
+}
+
+void TestVorod::otherUsersServer_isTurnedAway()
+{
+    if (geteuid() != 0) {
+        QSKIP("only root can become another user");
+    }
+    QTemporaryDir folder;
+    QCOMPARE(chmod(folder.path().toLocal8Bit(), 0777), 0);
+    const std::string path = folder.filePath("s").toStdString();
+    ChildProcess other([&](ChildProcess &self) {
+        const pps::Fd listener = setuid(65534) == 0 ? pps::listenAt(path) : pps::Fd();
+        self.say();
+        self.hear();
+        return listener.isValid() ? 0 : 1;
+    });
+    QVERIFY(other.hear());
+    QVERIFY(!pps::connectToSocket(path).isValid());
+    QCOMPARE(errno, EACCES);
+    other.say();
+    QCOMPARE(other.wait(), 0);
 }
 
 QTEST_GUILESS_MAIN(TestVorod)
