@@ -7,9 +7,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 
 using voro::pps::appendNumber;
 using voro::pps::appendText;
@@ -56,13 +58,25 @@ Result callService(mmr_connection_t &connection, std::string_view command, std::
     return result;
 }
 
+/** Where this application's windows are: the renderer does not know its session. */
+std::string sessionLines()
+{
+    std::string lines;
+    for (const auto &[name, variable] : {std::pair(DisplayName, "DISPLAY"), {AuthorityName, "XAUTHORITY"}}) {
+        if (const char *value = std::getenv(variable)) {
+            appendText(lines, name, value);
+        }
+    }
+    return lines;
+}
+
 /** What the daemon that went knew of the context, as a request to make it. */
 std::string requestAgain(const mmr_context_t &context)
 {
     const voro::pps::Connection &control = context.control.connection();
     std::string lines;
     appendText(lines, "name", context.name);
-    lines += control.returnText();
+    lines += control.returnText() + sessionLines();
     if (!control.returnText().empty()) {
         appendText(lines, "will", control.folderWill());
     }
@@ -122,12 +136,11 @@ int callWith(mmr_context_t *context, std::string_view command, std::string lines
     return call(context, command, lines);
 }
 
-int attach(mmr_context_t *context, std::string_view command, const char *url, const char *type)
+int attach(mmr_context_t *context, std::string_view command, const char *url, const char *type, std::string lines = {})
 {
     if (!url || !type) {
         return refuse(context, "no URL or type");
     }
-    std::string lines;
     appendText(lines, "url", url);
     appendText(lines, "type", type);
     return call(context, command, lines);
@@ -163,6 +176,7 @@ mmr_context_t *mmr_context_create(mmr_connection_t *connection, const char *name
     appendText(lines, "name", name);
     appendNumber(lines, "flags", flags);
     appendNumber(lines, "mode", mode);
+    lines += sessionLines();
     auto context = std::make_unique<mmr_context_t>();
     context->connection = connection;
     context->name = name;
@@ -223,7 +237,8 @@ int mmr_input_parameters(mmr_context_t *context, strm_dict_t *parameters)
 
 int mmr_output_attach(mmr_context_t *context, const char *url, const char *type)
 {
-    return attach(context, "output_attach", url, type) == 0
+    const bool isScreen = url && std::string_view(url).starts_with(ScreenScheme);
+    return attach(context, "output_attach", url, type, isScreen ? sessionLines() : std::string()) == 0
                ? static_cast<int>(context->control.answer().number("output", -1))
                : -1;
 }

@@ -29,6 +29,12 @@ inline constexpr size_t MaximumContextName = 200;
 inline constexpr size_t MaximumUrl = 8 * 1024;
 inline constexpr size_t MaximumMetadata = 48 * 1024;
 
+/** How the URL of an output for pictures begins. */
+inline constexpr std::string_view ScreenScheme = "screen:";
+/** The attributes that name the X server of the application's session, and the file with the right to use it. */
+inline constexpr std::string_view DisplayName = "display";
+inline constexpr std::string_view AuthorityName = "xauthority";
+
 /** The longest queue. */
 inline constexpr int64_t MostTracks = 10'000;
 /** How far from the current track others are shown. */

@@ -223,7 +223,7 @@ void Context::outputAttach(const pps::Message &message)
         return;
     }
     int id = -1;
-    const Result result = m_journal.attachOutput(url, message.text("type"), id);
+    const Result result = m_journal.attachOutput(url, message.text("type"), Session::of(message), id);
     outputAttached(result, id);
 }
 
@@ -248,7 +248,19 @@ void Context::outputAttached(const Result &result, int id)
     }
     std::string line;
     pps::appendNumber(line, "output", id);
-    applySettings(line);
+    if (!m_isOpen || !m_journal.isScreen(id)) {
+        applySettings(line);
+        return;
+    }
+    // Only the engine finds out whether it can draw there.
+    tellSettings([this, id, line](const Result &told) {
+        if (told.code == ErrorCode::OutputUnavailable) {
+            m_journal.detachOutput(id);
+            finish(told);
+        } else {
+            finish({}, line);
+        }
+    });
 }
 
 /** Has done outside the event loop what may wait for the disk with that file. */
@@ -336,13 +348,17 @@ void Context::setParameters(const pps::Message &message, const std::function<Res
 void Context::applySettings(const std::string &lines)
 {
     // An engine takes whatever was checked here, and before all that follows.
-    std::string settings = m_isOpen ? m_journal.settingLines() : std::string();
-    if (m_isOpen && settings != m_settings) {
-        m_settings = std::move(settings);
-        m_engine->setFrameQueues(m_journal.frameQueues());
-        m_engine->ask("set", m_settings, [](const Result &) {});
+    if (m_isOpen && m_journal.settingLines() != m_settings) {
+        tellSettings([](const Result &) {});
     }
     finish({}, lines);
+}
+
+void Context::tellSettings(Engine::Done done)
+{
+    m_settings = m_journal.settingLines();
+    m_engine->setFrameQueues(m_journal.frameQueues());
+    m_engine->ask("set", m_settings, std::move(done));
 }
 
 // The input
@@ -496,7 +512,7 @@ Result Context::checkRecording() const
 void Context::startPlaying()
 {
     if (isRecording()) {
-        const auto recording = OpenRecording::make(m_journal.file()->path());
+        const auto recording = OpenRecording::make(m_journal.file()->path(), m_owner);
         waitForDisk(
             m_journal.file()->path(), [recording] { return recording->open(); },
             [this, recording](const Result &result) { startRecording(recording, result); });

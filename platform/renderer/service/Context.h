@@ -74,6 +74,7 @@ private:
     void open(const Journal::Input &input, Engine::Done done);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});
+    void tellSettings(Engine::Done done);
     bool isRecording() const { return m_input && m_input->isRecording(); }
     Result checkRecording() const;
     void completeRecording(const std::function<void()> &next);

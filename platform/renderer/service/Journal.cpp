@@ -6,8 +6,10 @@
 #include <pps/Text.h>
 #include <renderer/common/FrameQueue.h>
 #include <renderer/common/Protocol.h>
+#include <renderer/common/Window.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace voro::renderer {
 
@@ -31,19 +33,11 @@ Owner ownerOf(const std::string &type)
     return type == "file" ? Owner::File : Owner::Audio;
 }
 
-constexpr std::string_view ScreenScheme = "screen:";
 constexpr const char *ScreenTypes[] = {"video", "subpicture"};
 
-Result checkOutput(const std::string &url, const std::string &type)
+bool isScreenType(std::string_view type)
 {
-    if (type == "audio") {
-        return url == "audio:default" ? Result() : Result(ErrorCode::OutputUnavailable, "there is no output " + url);
-    }
-    if (type == "video" || type == "subpicture") {
-        return url.starts_with(ScreenScheme) ? Result()
-                                             : Result(ErrorCode::OutputUnavailable, "there is no output " + url);
-    }
-    return {ErrorCode::InvalidParameter, "unknown output type " + type};
+    return std::find(std::begin(ScreenTypes), std::end(ScreenTypes), type) != std::end(ScreenTypes);
 }
 
 /** The window that a "screen:?winid=…&…" URL names, empty without. */
@@ -62,13 +56,31 @@ std::string windowOf(std::string_view url)
     return {};
 }
 
+Result checkOutput(const std::string &url, const std::string &type, const Session &session)
+{
+    if (type != "audio" && !isScreenType(type)) {
+        return {ErrorCode::InvalidParameter, "unknown output type " + type};
+    }
+    if (type == "audio" ? url != "audio:default" : !url.starts_with(ScreenScheme)) {
+        return {ErrorCode::OutputUnavailable, "there is no output " + url};
+    }
+    const bool hasOwnSink = type == "video" && std::getenv("VORO_VIDEO_SINK") != nullptr;
+    const bool needsDisplay = isScreenType(type) && windowNumber(windowOf(url)) && !hasOwnSink;
+    return needsDisplay && session.display.empty()
+               ? Result(ErrorCode::OutputUnavailable, "the application has no X server (DISPLAY) for " + url)
+               : Result();
+}
+
 } // namespace
 
-Result Journal::attachOutput(const std::string &url, const std::string &type, int &id)
+Result Journal::attachOutput(const std::string &url, const std::string &type, const Session &session, int &id)
 {
-    Result result = checkOutput(url, type);
+    Result result = checkOutput(url, type, session);
     if (result) {
         id = replaceOutput({type, url, {}, nullptr});
+        if (isScreenType(type)) {
+            m_session = session;
+        }
     }
     return result;
 }
@@ -106,6 +118,12 @@ bool Journal::isFile(int id) const
 {
     const auto found = m_outputs.find(id);
     return found != m_outputs.end() && found->second.file;
+}
+
+bool Journal::isScreen(int id) const
+{
+    const auto found = m_outputs.find(id);
+    return found != m_outputs.end() && isScreenType(found->second.type);
 }
 
 Result Journal::checkInput(const Input &input) const
@@ -199,6 +217,7 @@ std::string Journal::toText() const
 {
     std::string lines;
     pps::appendNumber(lines, "next_output", m_nextOutput);
+    lines += m_session.toText();
     for (const auto &[id, output] : m_outputs) {
         std::string text;
         pps::appendText(text, "type", output.type);
@@ -223,6 +242,7 @@ std::string Journal::toText() const
 void Journal::restore(const pps::Message &message)
 {
     const auto parse = [](const std::string &text) { return Parameters::fromText(text).value_or(Parameters()); };
+    m_session = Session::of(message);
     setContext(parse(message.text("context")));
     setInput(parse(message.text("input")));
     for (const auto &[name, value] : message.entries()) {
@@ -250,7 +270,7 @@ void Journal::restoreOutput(int id, const pps::Message &output)
     const bool isAttached =
         output.text("type") == "file"
             ? RecordingFile::hasFormat(path) && static_cast<bool>(attachFile(url, path, output.text("key"), id))
-            : static_cast<bool>(attachOutput(url, output.text("type"), id));
+            : static_cast<bool>(attachOutput(url, output.text("type"), m_session, id));
     if (!isAttached) {
         return;
     }
@@ -317,6 +337,7 @@ std::string Journal::settingLines() const
             lines += screen->parameters.toText();
         }
     }
+    lines += m_session.toText();
     for (const auto &[track, parameters] : m_tracks) {
         if (track > 0 && !parameters.isEmpty()) {
             pps::appendText(lines, std::string(TrackPrefix) + std::to_string(track), parameters.toText());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RecordingFile.h"
+#include "Session.h"
 
 #include <pps/Text.h>
 #include <renderer/common/Parameters.h>
@@ -30,8 +31,11 @@ public:
         bool isRecording() const { return type == "track"; }
     };
 
-    /** Adds an output, which replaces one of the same type; the failure says why it cannot be. */
-    Result attachOutput(const std::string &url, const std::string &type, int &id);
+    /**
+     * Adds an output, which replaces one of the same type; the failure says why it cannot be. One that draws brings
+     * the session of its windows.
+     */
+    Result attachOutput(const std::string &url, const std::string &type, const Session &session, int &id);
     /** The same for an output of the type "file", with a path that was inspected, and its key. */
     Result attachFile(const std::string &url, const std::string &path, const std::string &key, int &id);
     Result detachOutput(int id);
@@ -55,6 +59,8 @@ public:
     RecordingFile *file() const;
     /** Whether an output is that file. */
     bool isFile(int id) const;
+    /** Whether an output shows something on a screen. */
+    bool isScreen(int id) const;
     /** Whether there can be an input like that with the present outputs. */
     Result checkInput(const Input &input) const;
 
@@ -76,6 +82,7 @@ private:
 
     std::map<int, Output> m_outputs;
     int m_nextOutput = 0;
+    Session m_session;
     Parameters m_context;
     Parameters m_input;
     std::map<unsigned, Parameters> m_tracks;

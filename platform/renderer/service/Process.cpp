@@ -9,13 +9,50 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 extern char **environ;
 
 namespace voro::renderer {
 
-Process::Process(const std::string &program, std::initializer_list<Socket> sockets)
+namespace {
+
+/** This process's environment, in another session. */
+class Environment {
+public:
+    explicit Environment(const Session &session)
+    {
+        for (char **variable = environ; *variable; ++variable) {
+            const std::string_view name = std::string_view(*variable).substr(0, std::strcspn(*variable, "="));
+            if (name != "DISPLAY" && name != "XAUTHORITY") {
+                m_variables.push_back(*variable);
+            }
+        }
+        add(m_display, "DISPLAY=", session.display);
+        add(m_authority, "XAUTHORITY=", session.authority);
+        m_variables.push_back(nullptr);
+    }
+    char *const *variables() const { return m_variables.data(); }
+
+private:
+    void add(std::string &place, const char *name, const std::string &value)
+    {
+        if (!value.empty()) {
+            place = name + value;
+            m_variables.push_back(place.data());
+        }
+    }
+
+    std::string m_display;
+    std::string m_authority;
+    std::vector<char *> m_variables;
+};
+
+} // namespace
+
+Process::Process(const std::string &program, std::initializer_list<Socket> sockets, const Session &session)
 {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -23,7 +60,8 @@ Process::Process(const std::string &program, std::initializer_list<Socket> socke
         posix_spawn_file_actions_adddup2(&actions, socket.descriptor, socket.number);
     }
     char *const arguments[] = {const_cast<char *>(program.c_str()), nullptr};
-    const int error = posix_spawn(&m_id, program.c_str(), &actions, nullptr, arguments, environ);
+    const int error =
+        posix_spawn(&m_id, program.c_str(), &actions, nullptr, arguments, Environment(session).variables());
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
         m_id = -1;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Session.h"
+
 #include <QtCore/QSocketNotifier>
 
 #include <sys/types.h>
@@ -20,8 +22,8 @@ public:
         int number;
     };
 
-    /** Starts a program with the sockets, which stay the caller's. */
-    Process(const std::string &program, std::initializer_list<Socket> sockets);
+    /** Starts a program with the sockets, which stay the caller's, in a session. */
+    Process(const std::string &program, std::initializer_list<Socket> sockets, const Session &session);
     /** Kills it when it still runs, and waits for its end. */
     ~Process();
     Process(const Process &) = delete;

@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <optional>
 #include <set>
 #include <thread>
 #include <utility>
@@ -56,6 +58,18 @@ Result failure(const std::string &path, int error)
     }
 }
 
+/** The bits that the process takes from files that it makes; nothing when it has gone. */
+std::optional<mode_t> umaskOf(pid_t process)
+{
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string word; status >> word;) {
+        if (mode_t mask = 0; word == "Umask:" && status >> std::oct >> mask) {
+            return mask;
+        }
+    }
+    return std::nullopt;
+}
+
 Result checkFolder(const std::string &path)
 {
     const std::string folder = fs::path(path).parent_path();
@@ -71,9 +85,9 @@ Result checkFolder(const std::string &path)
 
 } // namespace
 
-std::shared_ptr<OpenRecording> OpenRecording::make(const std::string &path)
+std::shared_ptr<OpenRecording> OpenRecording::make(const std::string &path, pid_t process)
 {
-    return {new OpenRecording(path), [](OpenRecording *recording) {
+    return {new OpenRecording(path, process), [](OpenRecording *recording) {
                 std::thread([recording] {
                     recording->letGo();
                     delete recording;
@@ -88,6 +102,9 @@ Result OpenRecording::open()
     if (!m_file.isValid() && errno == ENOENT) {
         m_file.reset(::open(m_path.c_str(), Flags | O_CREAT | O_EXCL, 0666));
         m_isNew = m_file.isValid();
+        if (const auto mask = umaskOf(m_process); m_isNew && mask) {
+            fchmod(m_file.get(), 0666 & ~*mask);
+        }
     }
     struct stat status {};
     if (!m_file.isValid() || fstat(m_file.get(), &status) != 0) {

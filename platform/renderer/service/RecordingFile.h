@@ -3,6 +3,7 @@
 #include <pps/Fd.h>
 #include <renderer/common/Error.h>
 #include <renderer/common/RecordingFormat.h>
+#include <sys/types.h>
 
 #include <memory>
 #include <string>
@@ -16,7 +17,8 @@ namespace voro::renderer {
  */
 class OpenRecording {
 public:
-    static std::shared_ptr<OpenRecording> make(const std::string &path);
+    /** A new file gets the permissions that the process would give it, which the recording is for. */
+    static std::shared_ptr<OpenRecording> make(const std::string &path, pid_t process);
 
     /** Opens the file without changing it; an existing one keeps its content until the recording begins. */
     Result open();
@@ -27,9 +29,10 @@ public:
     void letGo();
 
 private:
-    explicit OpenRecording(std::string path) : m_path(std::move(path)) {}
+    OpenRecording(std::string path, pid_t process) : m_path(std::move(path)), m_process(process) {}
 
     std::string m_path;
+    pid_t m_process;
     pps::Fd m_file;
     bool m_isNew = false;
 };

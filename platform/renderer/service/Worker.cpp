@@ -39,7 +39,9 @@ std::string program()
 
 } // namespace
 
-Worker::Worker(pps::Broker &broker, std::function<void()> onDeath) : m_broker(broker), m_onDeath(std::move(onDeath))
+Worker::Worker(pps::Broker &broker, const Session &session, std::function<void()> onDeath)
+    : m_broker(broker),
+      m_onDeath(std::move(onDeath))
 {
     m_timer.setInterval(CheckInterval);
     QObject::connect(&m_timer, &QTimer::timeout, [this] { check(); });
@@ -49,8 +51,9 @@ Worker::Worker(pps::Broker &broker, std::function<void()> onDeath) : m_broker(br
     auto [files, theirFiles] = socketPair();
     if (theirs.isValid() && theirFiles.isValid()) {
         m_process = std::make_unique<Process>(
-            program(), std::initializer_list<Process::Socket>{{theirs.get(), WorkerSocket},
-                                                              {theirFiles.get(), WorkerFilesSocket}});
+            program(),
+            std::initializer_list<Process::Socket>{{theirs.get(), WorkerSocket}, {theirFiles.get(), WorkerFilesSocket}},
+            session);
         // The worker waits for the answer to its opening.
         m_socket = m_broker.adopt(ours.release(), WorkerPath);
         m_files = std::move(files);

@@ -18,8 +18,9 @@ namespace voro::renderer {
 /** A worker process and the conversation with it. It is spare until somebody listens. */
 class Worker : public std::enable_shared_from_this<Worker> {
 public:
-    /** Starts the process. `onDeath` is called from the event loop when it crashed or hung, at the latest then. */
-    Worker(pps::Broker &broker, std::function<void()> onDeath);
+    /** Starts the process in a session. `onDeath` is called from the event loop when it crashed or hung, at the latest
+     * then. */
+    Worker(pps::Broker &broker, const Session &session, std::function<void()> onDeath);
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;
 

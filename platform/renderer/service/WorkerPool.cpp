@@ -78,10 +78,21 @@ std::shared_ptr<Worker> WorkerPool::make()
 {
     // The callback comes from the event loop, when the worker exists.
     auto place = std::make_shared<Worker *>(nullptr);
-    auto worker = std::make_shared<Worker>(m_broker, [this, place] { died(*place); });
+    auto worker = std::make_shared<Worker>(m_broker, m_session, [this, place] { died(*place); });
     *place = worker.get();
     m_workers.push_back(worker);
     return worker;
+}
+
+void WorkerPool::setSession(const Session &session)
+{
+    if (session.display.empty() || session == m_session) {
+        return;
+    }
+    m_session = session;
+    if (const auto spare = std::exchange(m_spare, nullptr)) {
+        end(spare);
+    }
 }
 
 void WorkerPool::prepareSpare()

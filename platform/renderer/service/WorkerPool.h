@@ -22,6 +22,8 @@ public:
 
     /** Sees to it that there is a spare worker. */
     void prepareSpare();
+    /** Has workers from now on draw at that session's X server, unless it has none. */
+    void setSession(const Session &session);
     /** Where its workers show pictures when not in windows. */
     FrameQueues &frameQueues() { return m_queues; }
     std::unique_ptr<Engine> start(EngineListener &listener, pid_t owner) override;
@@ -44,6 +46,7 @@ private:
     pps::Broker &m_broker;
     FrameQueues m_queues;
     std::shared_ptr<Worker> m_spare;
+    Session m_session;
     bool m_expectsFilms = false;
     QTimer m_spareTimer;
     std::list<std::shared_ptr<Worker>> m_workers;

@@ -136,6 +136,7 @@ private Q_SLOTS:
     void reset_isReadBeforeTheNextMedium();
     void currentTrack_isAlwaysShown();
     void films_areExpected_whereTheyAreSeen();
+    void window_needsTheApplicationsSession();
     void speedChange_doesNotWriteTheErrorAgain();
     void commands_areAnsweredInTheirOrder();
     void whatIsTooMuch_isRefused_andTheRestGoesOn();
@@ -499,11 +500,31 @@ void tst_Context::films_areExpected_whereTheyAreSeen()
     stage.step(Attach);
     stage.step("!track track:n:1 md_video_width:n:320");
     QVERIFY(!stage.engines.areFilmsExpected());
-    QCOMPARE(stage.step("output_attach url::screen:?winid=7 type::video"), 0);
+    QCOMPARE(stage.step("output_attach url::screen:?winid=frames type::video"), 0);
     stage.step("!track track:n:1 md_video_width:n:0");
     QVERIFY(!stage.engines.areFilmsExpected());
     stage.step("!track track:n:1 md_video_width:n:320");
     QVERIFY(stage.engines.areFilmsExpected());
+}
+
+void tst_Context::window_needsTheApplicationsSession()
+{
+    constexpr int Unavailable = 12;
+    const QString window = QStringLiteral("output_attach url::screen:?winid=7 type::video");
+    const QString session = window + QStringLiteral(" display:::1 xauthority::/a");
+    Stage stage;
+    QCOMPARE(stage.step(window), Unavailable);
+    QCOMPARE(stage.step(session), 0);
+    stage.engines.takeLog();
+    QCOMPARE(stage.step(Attach), 0);
+    const std::string open = stage.engines.takeLog().front();
+    QVERIFY2(open.find(" video::7 display:::1 xauthority::/a") != std::string::npos, open.c_str());
+    // One that plays already finds out itself; the output is as if it had never been.
+    stage.engines.answers["set"] = {ErrorCode::OutputUnavailable, "no"};
+    QCOMPARE(stage.step(session), Unavailable);
+    QCOMPARE(stage.step("output_parameters output:n:1 dat::video_src_x::1"), 2);
+    stage.engines.answers["set"] = {ErrorCode::Internal, "the worker died"};
+    QCOMPARE(stage.step(session), 0);
 }
 
 void tst_Context::speedChange_doesNotWriteTheErrorAgain()

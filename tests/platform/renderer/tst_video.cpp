@@ -45,6 +45,7 @@ private Q_SLOTS:
     void windowGone_isNoError();
     void withoutWindow_playsWhatItCan_data();
     void withoutWindow_playsWhatItCan();
+    void withoutXServer_outputIsUnavailable();
     void captions_areShown_data();
     void captions_areShown();
     void captionsOfFile_leaveTheMediumAlone_data();
@@ -143,6 +144,26 @@ void tst_Video::withoutWindow_playsWhatItCan()
     QCOMPARE(mmr_play(application.context()), 0);
     QCOMPARE(waitForEnd(*state).number("error", -1), 0);
     QCOMPARE(application.content("status").number("position"), 1000);
+}
+
+void tst_Video::withoutXServer_outputIsUnavailable()
+{
+    const QByteArray there = qgetenv("DISPLAY");
+    const auto restore = qScopeGuard([&there] { qputenv("DISPLAY", there); });
+    const Application application;
+    const auto attachWindow = [&application] {
+        return application.code(mmr_output_attach(application.context(), screen(7).constData(), "video"));
+    };
+    qunsetenv("DISPLAY");
+    QCOMPARE(attachWindow(), 12);
+    qputenv("DISPLAY", ":4711");
+    QCOMPARE(attachWindow(), 0);
+    QCOMPARE(application.attach(file("v.webm")), 12);
+    qputenv("DISPLAY", there);
+    QCOMPARE(attachWindow(), 0);
+    QCOMPARE(application.attach(file("v.webm")), 0);
+    qputenv("DISPLAY", ":4711");
+    QCOMPARE(attachWindow(), 12);
 }
 
 void tst_Video::captions_areShown_data()

@@ -6,7 +6,11 @@
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/common/TrackPosition.h>
+#include <renderer/common/Window.h>
 #include <renderer/worker/media/Files.h>
+#include <renderer/worker/video/WindowSink.h>
+
+#include <cstdlib>
 
 namespace voro::renderer {
 
@@ -78,6 +82,9 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
         return {};
     }
     if (command == "set") {
+        if (const Result problem = findScreen(message); !problem) {
+            return problem;
+        }
         m_player.apply(read(message, m_player.settings()));
         return {};
     }
@@ -95,8 +102,12 @@ void Commands::open(const pps::Message &message)
         openRecorder(message);
         return;
     }
-    m_player.apply(read(message, {}));
     const int64_t id = message.number("id");
+    if (const Result problem = findScreen(message); !problem) {
+        reply("open", id, problem);
+        return;
+    }
+    m_player.apply(read(message, {}));
     m_player.open(Medium(message.text("url")), message.text("type") == "playlist",
                   static_cast<unsigned>(message.number("track", 1)), message.number("position"),
                   [this, id](const Result &result) { reply("open", id, result); });
@@ -134,6 +145,18 @@ void Commands::record(const std::string &command, const pps::Message &message)
     } else {
         answer({ErrorCode::UnsupportedOperation, "a recording cannot do that"});
     }
+}
+
+/** Goes to the session in which a message wants windows to be drawn into. */
+Result Commands::findScreen(const pps::Message &message)
+{
+    const bool hasOwnSink = std::getenv("VORO_VIDEO_SINK") != nullptr;
+    const bool isNeeded =
+        (windowNumber(message.text("video")) && !hasOwnSink) || windowNumber(message.text("subpicture"));
+    return !isNeeded || useDisplay(message.text(DisplayName), message.text(AuthorityName))
+               ? Result()
+               : Result(ErrorCode::OutputUnavailable,
+                        "the X server " + message.text(DisplayName) + " does not let the renderer draw");
 }
 
 /** What a message sets; what it leaves out stays as it is. */

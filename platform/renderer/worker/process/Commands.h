@@ -21,6 +21,7 @@ private:
     void open(const pps::Message &message);
     void openRecorder(const pps::Message &message);
     void record(const std::string &command, const pps::Message &message);
+    static Result findScreen(const pps::Message &message);
     Settings read(const pps::Message &message, Settings settings);
     static gboolean onFile(gint fd, GIOCondition condition, gpointer self);
     void takeFiles();

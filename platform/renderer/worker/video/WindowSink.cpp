@@ -59,6 +59,28 @@ GstElement *configuredBin(const char *variable)
     return sink;
 }
 
+bool useDisplay(const std::string &display, const std::string &authority)
+{
+    static std::string usable;
+    if (display == usable && !display.empty()) {
+        return true;
+    }
+    setenv("DISPLAY", display.c_str(), 1);
+    if (authority.empty()) {
+        unsetenv("XAUTHORITY");
+    } else {
+        setenv("XAUTHORITY", authority.c_str(), 1);
+    }
+    GstElement *sink = drawingSink();
+    if (!sink) {
+        return false;
+    }
+    gst_element_set_state(sink, GST_STATE_NULL);
+    gst_object_unref(gst_object_ref_sink(sink));
+    usable = display;
+    return true;
+}
+
 GstElement *silentSink()
 {
     GstElement *sink = makeElement("fakesink");

@@ -4,10 +4,14 @@
 
 #include <renderer/worker/gst/Gst.h>
 
+#include <string>
+
 namespace voro::renderer {
 
 /** A bin that the environment describes, null without one or with a bad one. */
 GstElement *configuredBin(const char *variable);
+/** Has windows looked for at that X server from now on, and says whether it can be drawn with there. */
+bool useDisplay(const std::string &display, const std::string &authority);
 /** A sink that shows nothing and lets time pass as if it did. */
 GstElement *silentSink();
 /**
