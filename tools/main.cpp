@@ -16,8 +16,8 @@ namespace voro {
 
 namespace {
 
-const std::array Commands{&PlayCommand, &RecordCommand, &PublishCommand, &RemoteCommand,
-                          &KeysCommand, &SoundCommand,  &DemoCommand,    &PpsCommand};
+const std::array Commands{&PlayCommand,  &RecordCommand, &PublishCommand, &RemoteCommand, &KeysCommand,
+                          &SoundCommand, &DemoCommand,   &DoctorCommand,  &PpsCommand};
 
 QByteArray generalHelp()
 {

@@ -19,7 +19,7 @@ namespace {
 /** How long a daemon may stay stopped. */
 constexpr timespec LongestStop{0, 250'000'000};
 
-constexpr int PassedOn[] = {SIGTERM, SIGINT, SIGHUP};
+constexpr int PassedOn[] = {SIGTERM, SIGINT, SIGHUP, SIGUSR1};
 
 pid_t guarded = 0;
 

@@ -3,7 +3,9 @@
 #include "Guardian.h"
 #include "Options.h"
 #include "ServiceManager.h"
+#include "SignalEvent.h"
 #include "Socket.h"
+#include "Upgrade.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QSocketNotifier>
@@ -16,7 +18,6 @@
 #include <services/mediakeys/MediaKeyService.h>
 #include <services/nowplaying/NowPlayingService.h>
 #include <services/sound/SoundService.h>
-#include <sys/eventfd.h>
 #include <sys/resource.h>
 
 #include <csignal>
@@ -24,24 +25,6 @@
 #include <filesystem>
 
 namespace {
-
-int stopEvent = -1;
-
-extern "C" void stop(int)
-{
-    eventfd_write(stopEvent, 1);
-}
-
-// A handler, not a blocked signal: workers must not inherit it.
-void stopOnSignals()
-{
-    stopEvent = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    struct sigaction action {};
-    action.sa_handler = stop;
-    action.sa_flags = SA_RESTART;
-    sigaction(SIGTERM, &action, nullptr);
-    sigaction(SIGINT, &action, nullptr);
-}
 
 void raiseDescriptorLimit()
 {
@@ -82,8 +65,24 @@ int serve(int argc, char **argv, const std::string &folder, voro::Socket &socket
     broker.reserve("/pps/services/multimedia");
     broker.listen(socket.release());
 
-    QSocketNotifier stopReady(stopEvent, QSocketNotifier::Read);
-    QObject::connect(&stopReady, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    QSocketNotifier stop(voro::signalEvent({SIGTERM, SIGINT}), QSocketNotifier::Read);
+    QObject::connect(&stop, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    // A newer daemon takes over when no player is in its way.
+    const auto makeRoom = [&renderer] {
+        const auto end = [&renderer] {
+            if (renderer.isIdle()) {
+                QCoreApplication::quit();
+            }
+        };
+        renderer.onIdle(end);
+        end();
+    };
+    QSocketNotifier wanted(voro::signalEvent({SIGUSR1}), QSocketNotifier::Read);
+    QObject::connect(&wanted, &QSocketNotifier::activated, [&] {
+        wanted.setEnabled(false);
+        makeRoom();
+    });
+    const voro::Upgrade upgrade(makeRoom);
     QTimer idle;
     idle.setSingleShot(true);
     QObject::connect(&idle, &QTimer::timeout, &application, &QCoreApplication::quit);
@@ -137,7 +136,7 @@ int main(int argc, char **argv)
     }
     voro::Socket socket;
     voro::guard(options->background);
-    switch (socket.open(folder, problem)) {
+    switch (socket.open(folder, !options->background, problem)) {
     case voro::Socket::Outcome::Open:
         break;
     case voro::Socket::Outcome::AlreadyRunning:
@@ -151,7 +150,6 @@ int main(int argc, char **argv)
                      "themselves\n",
                      folder.c_str());
     }
-    stopOnSignals();
     raiseDescriptorLimit();
     return serve(argc, argv, folder, socket, background, options->idleExit);
 }

@@ -1,7 +1,11 @@
 #include "Socket.h"
 
+#include <QtCore/QVersionNumber>
+
 #include <fcntl.h>
+#include <pps/Announcement.h>
 #include <pps/Runtime.h>
+#include <pps/Wire.h>
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -21,6 +25,16 @@ using namespace std::chrono_literals;
 
 /** The first descriptor that a service manager passes on. */
 constexpr int FirstPassed = 3;
+
+/** How long, in milliseconds, whoever waits for this daemon waits for another one's end. */
+constexpr int ShortWait = 1'000;
+
+bool isOlder(const pps::Announcement &daemon)
+{
+    return daemon.process > 0
+           && QVersionNumber::fromString(QString::fromStdString(daemon.version))
+                  < QVersionNumber::fromString(QLatin1String(VORO_VERSION));
+}
 
 std::string because(const std::string &what)
 {
@@ -61,10 +75,10 @@ Socket::~Socket()
     }
 }
 
-Socket::Outcome Socket::open(const std::string &folder, std::string &problem)
+Socket::Outcome Socket::open(const std::string &folder, bool isPatient, std::string &problem)
 {
     const bool isPassed = m_listener.isValid();
-    const Outcome outcome = lock(folder, problem);
+    const Outcome outcome = lock(folder, isPatient, problem);
     if (outcome != Outcome::Open || isPassed) {
         return outcome;
     }
@@ -72,7 +86,7 @@ Socket::Outcome Socket::open(const std::string &folder, std::string &problem)
 }
 
 // Whoever holds the lock answers clients, is about to, or is about to end.
-Socket::Outcome Socket::lock(const std::string &folder, std::string &problem)
+Socket::Outcome Socket::lock(const std::string &folder, bool isPatient, std::string &problem)
 {
     const std::string path = folder + pps::LockName;
     m_lock.reset(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
@@ -80,11 +94,22 @@ Socket::Outcome Socket::lock(const std::string &folder, std::string &problem)
         problem = because(path);
         return Outcome::Failed;
     }
-    const auto deadline = std::chrono::steady_clock::now() + 10s;
+    bool isAsked = false;
+    auto deadline = std::chrono::steady_clock::now() + 10s;
     while (flock(m_lock.get(), LOCK_EX | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK && errno != EINTR) {
             problem = because(path);
             return Outcome::Failed;
+        }
+        if (const auto running = pps::runningDaemon(folder); running && isOlder(*running) && !isAsked) {
+            isAsked = true;
+            askToEnd(*running, pps::Ending::WhenIdle);
+            if (isPatient) {
+                std::fprintf(stderr, "vorod: waits for version %s to have no player\n", running->version.c_str());
+            }
+            waitForEnd(*running, isPatient ? -1 : ShortWait);
+            deadline = std::chrono::steady_clock::now() + 10s;
+            continue;
         }
         // With a socket of the service manager, connecting would reach ourselves.
         if (!m_listener.isValid() && pps::connectTo(folder).isValid()) {
@@ -98,13 +123,18 @@ Socket::Outcome Socket::lock(const std::string &folder, std::string &problem)
         // The kernel tells nobody when a lock becomes free.
         std::this_thread::sleep_for(5ms);
     }
+    // What it says is of another process.
+    if (ftruncate(m_lock.get(), 0) != 0) {
+        problem = because(path);
+        return Outcome::Failed;
+    }
     return Outcome::Open;
 }
 
 void Socket::announce()
 {
-    const std::string text = std::to_string(getpid()) + '\n';
-    if (ftruncate(m_lock.get(), 0) != 0 || pwrite(m_lock.get(), text.data(), text.size(), 0) < 0) {
+    const std::string text = pps::Announcement{getpid(), VORO_VERSION, pps::WireVersion}.toText();
+    if (pwrite(m_lock.get(), text.data(), text.size(), 0) < 0) {
         std::perror("vorod: nobody is told that it is ready");
     }
 }

@@ -21,14 +21,14 @@ public:
     Socket &operator=(const Socket &) = delete;
 
     /** Takes the place, and makes a socket unless one was passed on. `problem` says what failed. */
-    Outcome open(const std::string &folder, std::string &problem);
+    Outcome open(const std::string &folder, bool isPatient, std::string &problem);
     /** Tells everybody who waits for a daemon that this one is ready. */
     void announce();
     /** Gives the listening socket away. */
     int release() { return m_listener.release(); }
 
 private:
-    Outcome lock(const std::string &folder, std::string &problem);
+    Outcome lock(const std::string &folder, bool isPatient, std::string &problem);
     bool listen(const std::string &path, std::string &problem);
 
     pps::Fd m_listener;

@@ -1,5 +1,6 @@
 #include "Connection.h"
 
+#include "Announcement.h"
 #include "Runtime.h"
 #include "Start.h"
 
@@ -9,12 +10,12 @@
 #include <sys/uio.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
+#include <utility>
 
 namespace voro::pps {
 
@@ -60,8 +61,6 @@ private:
 
 using Clock = std::chrono::steady_clock;
 
-/** The longest time that the broker may take for an answer, in milliseconds. */
-constexpr int LongestAnswer = 60'000;
 /** The longest time from the end of the first of its sockets to the end of the last. */
 constexpr int LongestDeath = 1'000;
 
@@ -86,13 +85,39 @@ int leftUntil(Clock::time_point deadline, int milliseconds)
     return milliseconds < 0 ? -1 : static_cast<int>(std::max<std::chrono::milliseconds::rep>(left, 0));
 }
 
-/** Says what keeps this process from the daemon; once, because all its objects find out. */
+/** Says what keeps this process from the daemon; not again when the next object finds out. */
 void complain(const std::string &problem)
 {
-    static std::atomic_flag isSaid;
-    if (!isSaid.test_and_set()) {
+    static std::mutex &mutex = *new std::mutex;
+    static std::string &last = *new std::string;
+    const std::lock_guard lock(mutex);
+    if (std::exchange(last, problem) != problem) {
         std::fprintf(stderr, "voro: %s\n", problem.c_str());
     }
+}
+
+/**
+ * Whether it is worth trying again after a daemon of another version has answered: an older one is asked to end, and
+ * has gone when no player needed it.
+ */
+bool hasMadeRoom(const std::string &folder)
+{
+    const auto daemon = runningDaemon(folder);
+    if (!daemon) {
+        return true;
+    }
+    const bool isOlder = daemon->protocol < WireVersion;
+    if (isOlder) {
+        askToEnd(*daemon, Ending::WhenIdle);
+    }
+    if (isOlder && waitForEnd(*daemon, LongestDeath)) {
+        return true;
+    }
+    complain("the daemon is version " + daemon->version + " and speaks protocol " + std::to_string(daemon->protocol)
+             + ", this program speaks " + std::to_string(WireVersion) + "; "
+             + (isOlder ? "it ends when no player needs it, or with voro doctor --restart"
+                        : "start this program again to have its new version"));
+    return false;
 }
 
 enum class Received { Packet, Nothing, End };
@@ -110,10 +135,12 @@ struct Connection::Packet {
 
     bool parse(size_t size)
     {
+        header = {};
+        std::memcpy(&header, buffer, std::min(size, sizeof header));
         if (size < sizeof header) {
-            return false;
+            // What other versions have in common with this one.
+            return size >= CommonHeader && header.type == Reply::Opened && header.error != 0;
         }
-        std::memcpy(&header, buffer, sizeof header);
         std::string_view rest(buffer + sizeof header, size - sizeof header);
         const size_t heldSize = header.heldCount * sizeof(Held);
         if (heldSize > rest.size() || header.willSize > rest.size() - heldSize
@@ -198,7 +225,7 @@ bool Connection::reach(bool mayStart)
             if (handshake(std::move(socket))) {
                 return true;
             }
-            if (m_error != EPIPE) {
+            if (m_error != EPIPE && (m_error != EPROTO || !hasMadeRoom(folder))) {
                 return false;
             }
         } else if (!mayStart || (errno != ENOENT && errno != ECONNREFUSED)) {
@@ -207,7 +234,7 @@ bool Connection::reach(bool mayStart)
             return fail(error);
         }
     }
-    return fail(ECONNREFUSED);
+    return fail(m_error == EPROTO ? EPROTO : ECONNREFUSED);
 }
 
 bool Connection::handshake(Fd socket)
@@ -219,7 +246,7 @@ bool Connection::handshake(Fd socket)
     }
     Received received;
     while ((received = packet.receive(socket.get())) == Received::Nothing) {
-        if (!waitFor(socket.get(), LongestAnswer)) {
+        if (!waitFor(socket.get(), m_longestAnswer)) {
             return fail(errno);
         }
     }
@@ -418,7 +445,7 @@ void Connection::pull()
         }
         do {
             while (!receive(packet)) {
-                if (m_isAtEnd || !waitFor(fd(), LongestAnswer)) {
+                if (m_isAtEnd || !waitFor(fd(), m_longestAnswer)) {
                     return;
                 }
             }

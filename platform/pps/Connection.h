@@ -33,6 +33,8 @@ public:
     bool openOn(int socket, std::string_view path, unsigned mode);
     /** Has the object end with its daemon, for who brings it back by other means. */
     void endWithDaemon() { m_endsWithDaemon = true; }
+    /** Changes how long the broker may take for an answer; a minute if nothing is said. */
+    void setLongestAnswer(int milliseconds) { m_longestAnswer = milliseconds; }
     bool isOpen() const { return m_socket.isValid(); }
     /** Whether it is open for reading. */
     bool isReader() const { return isOpen() && (m_mode & Subscribe) != 0; }
@@ -115,6 +117,7 @@ private:
     unsigned m_socketNumber = 0;
     int m_error = 0;
     unsigned m_mode = 0;
+    int m_longestAnswer = 60'000;
     bool m_endsWithDaemon = false;
     bool m_isAtEnd = false;
     /** At the end: the daemon went without a word. */

@@ -10,27 +10,72 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <future>
+#include <mutex>
 #include <optional>
+#include <thread>
+#include <utility>
 
 namespace voro::pps {
 
 namespace {
 
-/** Finds the name of the folder. EPERM when it would be one in another user's, which that user could not use then. */
-int findName(std::string &folder)
+/** How long the disk that the folder is on may take. */
+constexpr std::chrono::seconds LongestDisk{5};
+/** Instead of an errno number: the folder would be in another user's, which that user could not use then. */
+constexpr int OthersSession = -1;
+
+struct Place {
+    std::string folder;
+    /** The session's folder that it is in, if it is. */
+    std::string session;
+};
+
+Place findPlace()
 {
     if (const char *own = std::getenv("VORO_RUNTIME_DIR"); own && *own) {
-        folder = own;
-        return 0;
+        return {own, {}};
     }
     if (const char *session = std::getenv("XDG_RUNTIME_DIR"); session && *session) {
-        struct stat status {};
-        const bool isOthers = stat(session, &status) == 0 && status.st_uid != geteuid();
-        folder = isOthers ? std::string(session) : std::string(session) + "/voro";
-        return isOthers ? EPERM : 0;
+        return {std::string(session) + "/voro", session};
     }
-    folder = "/tmp/voro-" + std::to_string(getuid());
-    return 0;
+    return {"/tmp/voro-" + std::to_string(getuid()), {}};
+}
+
+int prepare(const Place &place)
+{
+    struct stat status {};
+    if (!place.session.empty() && stat(place.session.c_str(), &status) == 0 && status.st_uid != geteuid()) {
+        return OthersSession;
+    }
+    const char *folder = place.folder.c_str();
+    if (mkdir(folder, 0700) != 0 && errno != EEXIST) {
+        return errno;
+    }
+    if (lstat(folder, &status) != 0) {
+        return errno;
+    }
+    if (!S_ISDIR(status.st_mode)) {
+        return ENOTDIR;
+    }
+    if (status.st_uid != geteuid()) {
+        return EPERM;
+    }
+    return (status.st_mode & 0777) == 0700 || chmod(folder, 0700) == 0 ? 0 : errno;
+}
+
+/** The same, but ETIMEDOUT when the disk does not answer. */
+int prepareInTime(const Place &place)
+{
+    std::packaged_task<int()> task([place] { return prepare(place); });
+    std::future<int> result = task.get_future();
+    std::thread thread(std::move(task));
+    if (result.wait_for(LongestDisk) == std::future_status::ready) {
+        thread.join();
+        return result.get();
+    }
+    thread.detach();
+    return ETIMEDOUT;
 }
 
 /** Whether the process that listens at the other end is ours; errno tells why it is not. */
@@ -62,23 +107,17 @@ std::optional<sockaddr_un> addressOf(const std::string &path)
 
 int runtimeFolder(std::string &folder)
 {
-    if (const int error = findName(folder)) {
-        return error;
+    static std::mutex &mutex = *new std::mutex;
+    static std::string &last = *new std::string;
+    const Place place = findPlace();
+    const std::lock_guard lock(mutex);
+    // Once it has answered it does.
+    const int error = last == place.folder ? prepare(place) : prepareInTime(place);
+    if (error == 0) {
+        last = place.folder;
     }
-    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-        return errno;
-    }
-    struct stat status {};
-    if (lstat(folder.c_str(), &status) != 0) {
-        return errno;
-    }
-    if (!S_ISDIR(status.st_mode)) {
-        return ENOTDIR;
-    }
-    if (status.st_uid != geteuid()) {
-        return EPERM;
-    }
-    return (status.st_mode & 0777) == 0700 || chmod(folder.c_str(), 0700) == 0 ? 0 : errno;
+    folder = error == OthersSession ? place.session : place.folder;
+    return error == OthersSession ? EPERM : error;
 }
 
 std::string runtimeProblem(const std::string &folder, int error)

@@ -43,7 +43,7 @@ Fd watchForDaemon();
 /** Takes what such a descriptor has to say. */
 void takeEvents(int watch);
 
-/** The name of the file in the folder that a daemon locks, and into which it writes its process id when it is ready. */
+/** The name of the file in the folder that a daemon locks, and in which it says who it is when it is ready. */
 inline constexpr char LockName[] = "/vorod.lock";
 
 } // namespace voro::pps

@@ -2,6 +2,7 @@
 
 #include "Text.h"
 
+#include <cstddef>
 #include <cstdint>
 
 /*
@@ -104,6 +105,10 @@ struct Reply {
     uint64_t shownBy;
 };
 
+/** In every version of the protocol the first packet of either side begins with these bytes: they tell versions apart.
+ */
+inline constexpr size_t CommonHeader = 4;
+static_assert(offsetof(Request, version) == 2 && offsetof(Reply, error) == 2);
 static_assert(sizeof(Request) == 40 && sizeof(Reply) == 48);
 
 /** At most so many Held entries travel with a position. */

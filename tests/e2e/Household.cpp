@@ -126,7 +126,7 @@ SpawnFolder::~SpawnFolder()
 pid_t SpawnFolder::daemon() const
 {
     QFile lock(m_folder.filePath(QStringLiteral("vorod.lock")));
-    return lock.open(QFile::ReadOnly) ? lock.readAll().trimmed().toInt() : 0;
+    return lock.open(QFile::ReadOnly) ? lock.readLine().trimmed().toInt() : 0;
 }
 
 bool SpawnFolder::isGone(pid_t daemon)

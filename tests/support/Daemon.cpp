@@ -66,7 +66,7 @@ Daemon::~Daemon()
 qint64 Daemon::processId() const
 {
     QFile lock(m_folder.filePath(QStringLiteral("vorod.lock")));
-    return m_process.state() == QProcess::Running && lock.open(QFile::ReadOnly) ? lock.readAll().trimmed().toLongLong()
+    return m_process.state() == QProcess::Running && lock.open(QFile::ReadOnly) ? lock.readLine().trimmed().toLongLong()
                                                                                 : 0;
 }
 

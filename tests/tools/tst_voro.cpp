@@ -3,6 +3,7 @@
 #include "Program.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QtEndian>
 
 #include <cmath>
@@ -36,6 +37,8 @@ private Q_SLOTS:
 
     void publish_andRemote_understandEachOther();
     void publish_losesTheRole_andTakesItAgain();
+
+    void doctor_tellsWhichDaemonRuns_andReplacesIt();
 };
 
 void tst_voro::unusableArguments_areRefusedByName_data()
@@ -100,6 +103,7 @@ void tst_voro::unusableArguments_areRefusedByName_data()
     row("keys watch Play --notification held",
         "voro: keys: --notification: 'held' is not one of Clicked, Threshold (see voro keys --help)");
     row("sound", "voro: sound: NAME or list is missing (see voro sound --help)");
+    row("doctor daemon", "voro: doctor: 'daemon' is too much (see voro doctor --help)");
     row("sound list all", "voro: sound: 'all' is too much (see voro sound --help)");
 }
 
@@ -453,6 +457,28 @@ void tst_voro::publish_losesTheRole_andTakesItAgain()
     QCOMPARE(other.exitCode(), 0);
     publish.write("acquire\n");
     QVERIFY(publish.waitFor("acquired\n"));
+}
+
+void tst_voro::doctor_tellsWhichDaemonRuns_andReplacesIt()
+{
+    QTemporaryDir folder;
+    qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
+    qunsetenv("VORO_AUTOSPAWN");
+    const QByteArray in = "in " + folder.path().toLocal8Bit();
+    const Result none = voro({"doctor"});
+    QCOMPARE(none.status, 0);
+    QCOMPARE(none.out, "daemon: none runs " + in + "; the first application starts it\n");
+    const QRegularExpression running(QStringLiteral("^daemon: version 1\\.0\\.0, protocol \\d+, process (\\d+), in /"));
+    pid_t before = 0;
+    for (int i = 0; i < 2; ++i) {
+        const Result restarted = voro({"doctor", "--restart"});
+        QCOMPARE(restarted.status, 0);
+        const pid_t process = running.match(QString::fromLocal8Bit(restarted.out)).captured(1).toInt();
+        QVERIFY2(process > 0 && process != before, restarted.out.constData());
+        QVERIFY(before == 0 || ::kill(before, 0) != 0);
+        before = process;
+    }
+    ::kill(before, SIGTERM);
 }
 
 QTEST_GUILESS_MAIN(tst_voro)

@@ -6,6 +6,7 @@
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -24,12 +25,19 @@ Client::Received Client::receive(ClientPacket &received, char *buffer)
     if (size == 0) {
         return Received::End;
     }
-    if (static_cast<size_t>(size) < sizeof received.header || static_cast<size_t>(size) > MaximumRequest) {
-        return Received::Garbage;
+    const size_t length = static_cast<size_t>(size);
+    const size_t headerLength = std::min(length, sizeof received.header);
+    received.header = {};
+    std::memcpy(&received.header, buffer, headerLength);
+    received.body = {buffer + headerLength, std::min(length, MaximumRequest) - headerLength};
+    // The first packet of another version may be of any size: it is answered.
+    const bool isOther =
+        length >= CommonHeader && received.header.type == Request::Open && received.header.version != WireVersion;
+    const bool isGood = length >= sizeof received.header && length <= MaximumRequest;
+    if (isOther) {
+        received.header.process = received.header.number = 0;
     }
-    std::memcpy(&received.header, buffer, sizeof received.header);
-    received.body = {buffer + sizeof received.header, static_cast<size_t>(size) - sizeof received.header};
-    return Received::Packet;
+    return isGood || isOther ? Received::Packet : Received::Garbage;
 }
 
 void Client::send(Reply header, std::string_view held, std::string_view body)

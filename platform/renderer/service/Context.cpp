@@ -446,7 +446,12 @@ void Context::open(const Journal::Input &input, Engine::Done done)
 void Context::inputDetach(const pps::Message &)
 {
     if (m_input) {
-        closeMedium([this](const Result &) { finish({}); });
+        closeMedium([this](const Result &) {
+            finish({});
+            if (m_onIdle) {
+                m_onIdle();
+            }
+        });
     } else {
         finish({});
     }

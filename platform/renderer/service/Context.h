@@ -32,6 +32,9 @@ public:
     /** Whether its control object is served. */
     bool isServed() const { return m_isServed; }
     const std::string &path() const { return m_folder.path(); }
+    bool hasMedium() const { return m_input.has_value(); }
+    /** Has a function called when it has let go of its medium. */
+    void onIdle(std::function<void()> callback) { m_onIdle = std::move(callback); }
 
 private:
     enum class State { Idle, Stopped, Playing };
@@ -91,6 +94,7 @@ private:
     void report(const pps::Message &status);
     void end(ErrorCode code, const pps::Message &event);
 
+    std::function<void()> m_onIdle;
     pps::Broker &m_broker;
     EngineSource &m_engines;
     pid_t m_owner;

@@ -72,6 +72,7 @@ Result RendererService::create(pps::ClientId client, const pps::Message &message
         context->restore(message);
     }
     pps::appendText(line, "path", context->path());
+    context->onIdle([this] { contextIdle(); });
     m_contexts[folder] = {std::move(charge), client, name, std::move(context)};
     m_workers.setSession(Session::of(message));
     m_workers.prepareSpare();
@@ -85,13 +86,28 @@ Result RendererService::destroy(pps::ClientId client, const std::string &name)
         return {ErrorCode::InvalidParameter, "there is no such context"};
     }
     m_contexts.erase(found);
+    contextIdle();
     return {};
+}
+
+bool RendererService::isIdle() const
+{
+    return std::none_of(m_contexts.begin(), m_contexts.end(),
+                        [](const auto &entry) { return entry.second.context->hasMedium(); });
+}
+
+void RendererService::contextIdle() const
+{
+    if (m_onIdle) {
+        m_onIdle();
+    }
 }
 
 void RendererService::clientClosed(pps::ClientId client)
 {
     m_clients.erase(client);
     std::erase_if(m_contexts, [client](const auto &entry) { return entry.second.owner == client; });
+    contextIdle();
 }
 
 } // namespace voro::renderer

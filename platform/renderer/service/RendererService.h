@@ -5,6 +5,7 @@
 
 #include <pps/broker/Broker.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -21,6 +22,10 @@ public:
      * why, when that cannot be made.
      */
     bool listen(const std::string &folder) { return m_workers.frameQueues().listen(folder); }
+    /** Whether no context has a medium. */
+    bool isIdle() const;
+    /** Has a function called when a context has let go of its medium. */
+    void onIdle(std::function<void()> callback) { m_onIdle = std::move(callback); }
     RendererService(const RendererService &) = delete;
     RendererService &operator=(const RendererService &) = delete;
 
@@ -37,10 +42,12 @@ private:
     void clientClosed(pps::ClientId client) override;
 
     Result create(pps::ClientId client, const pps::Message &message, std::string &line);
+    void contextIdle() const;
     Result destroy(pps::ClientId client, const std::string &name);
 
     pps::Broker &m_broker;
     WorkerPool m_workers;
+    std::function<void()> m_onIdle;
     std::map<pps::ClientId, pid_t> m_clients;
     /** By their folders: two names may have one. */
     std::map<std::string, Owned> m_contexts;

@@ -3,10 +3,13 @@
 
 #include <QtTest/QtTest>
 
+#include <fcntl.h>
 #include <poll.h>
+#include <pps/Announcement.h>
 #include <pps/Connection.h>
 #include <pps/Runtime.h>
 #include <sched.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -98,6 +101,10 @@ private Q_SLOTS:
     void runtimeFolder_mustBeOurs_data();
     void runtimeFolder_mustBeOurs();
     void secondDaemon_isRefused();
+    void olderDaemon_makesRoom_whenNobodyNeedsIt_data();
+    void olderDaemon_makesRoom_whenNobodyNeedsIt();
+    void olderClient_isAnswered();
+    void replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt();
     void daemon_endsWhenNobodyIsLeft();
     void daemon_removesItsSocket();
     void daemon_takesThePassedSocket();
@@ -352,6 +359,119 @@ void TestVorod::secondDaemon_isRefused()
     QCOMPARE(openError(connection), 0);
 }
 
+void TestVorod::olderDaemon_makesRoom_whenNobodyNeedsIt_data()
+{
+    QTest::addColumn<bool>("isNeeded");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<QByteArray>("words");
+    QTest::newRow("needed") << true << EPROTO
+                            << QByteArray("voro: the daemon is version 0.9 and speaks protocol 1, this program speaks "
+                                          "2; it ends when no player needs it, or with voro doctor --restart\n");
+    QTest::newRow("not needed") << false << 0 << QByteArray();
+}
+
+void TestVorod::olderDaemon_makesRoom_whenNobodyNeedsIt()
+{
+    QFETCH(const bool, isNeeded);
+    StartFolder folder;
+    QVERIFY(QDir().mkdir(folder.folder()));
+    const std::string path = folder.folder().toStdString();
+    ChildProcess older([&](ChildProcess &self) {
+        signal(SIGUSR1, isNeeded ? SIG_IGN : SIG_DFL);
+        const pps::Fd lock(open((path + pps::LockName).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+        const std::string text = pps::Announcement{getpid(), "0.9", 1}.toText();
+        const pps::Fd listener = pps::listenAt(pps::socketPath(path));
+        if (flock(lock.get(), LOCK_EX) != 0 || write(lock.get(), text.data(), text.size()) < 0) {
+            return 1;
+        }
+        fcntl(listener.get(), F_SETFL, 0);
+        self.say();
+        for (;;) {
+            const pps::Fd client(accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
+            const char refusal[pps::CommonHeader] = {pps::Reply::Opened, 0, EPROTO, 0};
+            send(client.get(), refusal, sizeof refusal, MSG_NOSIGNAL);
+        }
+    });
+    QVERIFY(older.hear());
+    QTemporaryFile words;
+    QVERIFY(words.open());
+    ChildProcess client([&](ChildProcess &) {
+        dup2(words.handle(), STDERR_FILENO);
+        pps::Connection connection;
+        return openError(connection);
+    });
+    const int error = client.wait();
+    QTEST(error, "error");
+    QVERIFY(words.seek(0));
+    QTEST(words.readAll(), "words");
+    QCOMPARE(folder.daemon() == older.process(), isNeeded);
+    // A newer one that somebody starts waits; until then there is one, and no more.
+    if (isNeeded) {
+        QProcess newer;
+        newer.start(VOROD, {});
+        QVERIFY(newer.waitForReadyRead() || newer.bytesAvailable() > 0 || newer.state() == QProcess::Running);
+        newer.setReadChannel(QProcess::StandardError);
+        QVERIFY(newer.canReadLine() || newer.waitForReadyRead());
+        QCOMPARE(newer.readLine(), QByteArray("vorod: waits for version 0.9 to have no player\n"));
+        older.kill();
+        pps::Connection connection;
+        QTRY_VERIFY_WITH_TIMEOUT(connection.isOpen() || openError(connection) == 0, 60'000);
+        newer.terminate();
+        QVERIFY(newer.waitForFinished());
+        QCOMPARE(newer.exitCode(), 0);
+    }
+}
+
+void TestVorod::olderClient_isAnswered()
+{
+    const Daemon daemon;
+    const pps::Fd socket = pps::connectTo(daemon.folder().toStdString());
+    const char packet[] = {pps::Request::Open, pps::Subscribe, 1, 0, '/'};
+    QCOMPARE(send(socket.get(), packet, sizeof packet, 0), ssize_t(sizeof packet));
+    char answer[pps::MaximumReply];
+    QVERIFY(recv(socket.get(), answer, sizeof answer, 0) >= ssize_t(pps::CommonHeader));
+    QCOMPARE(int(answer[0]), int(pps::Reply::Opened));
+    QCOMPARE(int(answer[2]), EPROTO);
+}
+
+void TestVorod::replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt()
+{
+    QTemporaryDir folder;
+    qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
+    qputenv("VORO_AUTOSPAWN", "0");
+    qputenv("VORO_AUDIO_SINK", "fakesink");
+    const QString program = folder.filePath("vorod");
+    QVERIFY(QFile::copy(VOROD, program) && QFile::copy(VOROD, program + ".new"));
+    QVERIFY(QFile::link(QFileInfo(VOROD).dir().filePath("voro-renderer"), folder.filePath("voro-renderer")));
+    QFile medium(folder.filePath("a.wav"));
+    QVERIFY(medium.open(QFile::WriteOnly));
+    medium.write(QByteArray::fromHex("524946468c3e000057415645666d74201000000001000100401f0000803e00000200100064617461"
+                                     "00"));
+    medium.write(QByteArray::fromHex("3e0000") + QByteArray(0x3e00, '\0'));
+    medium.close();
+    QProcess daemon;
+    daemon.start(program, {});
+    pps::Connection control;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        control.isOpen() || control.open("/pps/services/multimedia/renderer/control", pps::PublishSubscribe), 60'000);
+    std::string text;
+    QVERIFY(control.write("msg::context_create\nname::c") && control.read(text, true));
+    pps::Connection context;
+    QVERIFY(context.open("/pps/services/multimedia/renderer/context/c/control", pps::PublishSubscribe));
+    const auto ask = [&context, &text](const std::string &request) {
+        return context.write("msg::" + request) && context.read(text, true) && text.find("err:n:0\n") != text.npos;
+    };
+    QVERIFY2(ask("input_attach\nurl::" + medium.fileName().toStdString() + "\ntype::autolist"), text.c_str());
+    QCOMPARE(rename((program + ".new").toLocal8Bit(), program.toLocal8Bit()), 0);
+    for (int i = 0; i < 100; ++i) {
+        QVERIFY(ask("stop"));
+    }
+    QVERIFY(ask("input_detach"));
+    QVERIFY(daemon.waitForFinished());
+    QCOMPARE(daemon.exitCode(), 0);
+    QCOMPARE(daemon.exitStatus(), QProcess::NormalExit);
+}
+
 void TestVorod::daemon_endsWhenNobodyIsLeft()
 {
     QTemporaryDir folder;
@@ -422,7 +542,7 @@ void TestVorod::otherUsersProcess_isTurnedAway()
         address.sun_family = AF_UNIX;
         qstrncpy(address.sun_path, folder + "/pps.sock", sizeof address.sun_path);
         const int socket = ::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
-        if (connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0) {
+        if (::connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0) {
             return -1;
         }
         pps::Connection connection;

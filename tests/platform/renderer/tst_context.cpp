@@ -510,8 +510,8 @@ void tst_Context::films_areExpected_whereTheyAreSeen()
 void tst_Context::window_needsTheApplicationsSession()
 {
     constexpr int Unavailable = 12;
-    const QString window = QStringLiteral("output_attach url::screen:?winid=7 type::video");
-    const QString session = window + QStringLiteral(" display:::1 xauthority::/a");
+    const std::string window = "output_attach url::screen:?winid=7 type::video";
+    const std::string session = window + " display:::1 xauthority::/a";
     Stage stage;
     QCOMPARE(stage.step(window), Unavailable);
     QCOMPARE(stage.step(session), 0);

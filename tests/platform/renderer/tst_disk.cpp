@@ -83,6 +83,7 @@ class tst_Disk : public QObject {
 private Q_SLOTS:
     void silentShare_costsItsContextAnError_data();
     void silentShare_costsItsContextAnError();
+    void silentRuntimeFolder_isRefused();
 };
 
 void tst_Disk::silentShare_costsItsContextAnError_data()
@@ -130,6 +131,22 @@ void tst_Disk::silentShare_costsItsContextAnError()
     // Ends what still waits, so that the daemon can end in order.
     share.end();
     QCOMPARE(service.run("context_destroy\nname::hangs"), 0);
+}
+
+void tst_Disk::silentRuntimeFolder_isRefused()
+{
+    SilentShare share;
+    if (!share.isMounted()) {
+        QSKIP("only root can mount a share that does not answer");
+    }
+    qputenv("VORO_RUNTIME_DIR", QByteArray::fromStdString(share.path()));
+    QElapsedTimer time;
+    time.start();
+    pps::Connection connection;
+    QVERIFY(!connection.open(Service, pps::PublishSubscribe));
+    QCOMPARE(connection.error(), ETIMEDOUT);
+    QVERIFY2(time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
+    share.end();
 }
 
 QTEST_GUILESS_MAIN(tst_Disk)
