@@ -93,9 +93,9 @@ void Broker::remove(std::string_view path)
     }
 }
 
-void Broker::setWill(std::string_view folder, std::string_view text, uint64_t shownBy)
+void Broker::setWill(std::string_view folder, std::string_view text, uint64_t shownBy, pid_t payer)
 {
-    d->setWill(std::string(folder), makeKept(text, shownBy));
+    d->setWill(std::string(folder), d->makeKept(text, payer, shownBy));
 }
 
 uint64_t Broker::nextVersion() const
@@ -155,7 +155,7 @@ void Broker::setWill(ClientId id, std::string_view messages)
 {
     if (Client *client = d->find(id)) {
         if (client->will ? client->will->text != messages : !messages.empty()) {
-            client->will = makeKept(messages);
+            client->will = d->makeKept(messages, client->payer());
             d->keepLater(*client);
         }
     }
@@ -165,7 +165,7 @@ void Broker::setReturn(ClientId id, std::string_view text)
 {
     if (Client *client = d->find(id)) {
         if (client->back ? client->back->text != text : !text.empty()) {
-            client->back = makeKept(text);
+            client->back = d->makeKept(text, client->payer());
             d->keepLater(*client);
         }
     }

@@ -107,7 +107,8 @@ public:
      * everybody who has something open in the folder, with what is sent to them next. Readers who have seen the
      * version `shownBy` know it already (0: nobody does). One that is longer than MaximumKept is none.
      */
-    void setWill(std::string_view folder, std::string_view text, uint64_t shownBy = 0);
+    void setWill(std::string_view folder, std::string_view text, uint64_t shownBy = 0,
+                 pid_t payer = Accounts::Services);
     /** The version of what is published next. */
     uint64_t nextVersion() const;
     /**

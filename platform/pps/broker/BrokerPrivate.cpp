@@ -55,12 +55,6 @@ bool parseHeld(std::string_view body, std::vector<Held> &held)
 
 } // namespace
 
-Kept makeKept(std::string_view text, uint64_t shownBy)
-{
-    const bool isNone = text.empty() || text.size() > MaximumKept;
-    return isNone ? nullptr : std::make_shared<const KeptText>(KeptText{std::string(text), shownBy});
-}
-
 Broker::Private::Private()
     : epoll(epoll_create1(EPOLL_CLOEXEC)),
       wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
@@ -226,6 +220,16 @@ void Broker::Private::endService(Endpoint &endpoint)
     for (Client *client : hub.remove(endpoint)) {
         closeWhenFlushed(*client);
     }
+}
+
+Kept Broker::Private::makeKept(std::string_view text, pid_t payer, uint64_t shownBy)
+{
+    if (text.empty() || text.size() > MaximumKept) {
+        return nullptr;
+    }
+    auto charge = accounts.take(payer, Resource::Memory, sizeof(KeptText) + text.size());
+    return charge.isValid() ? std::make_shared<const KeptText>(KeptText{std::string(text), shownBy, std::move(charge)})
+                            : nullptr;
 }
 
 void Broker::Private::setWill(const std::string &folder, const Kept &will)

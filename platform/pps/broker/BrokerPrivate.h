@@ -15,9 +15,6 @@ struct epoll_event;
 
 namespace voro::pps {
 
-/** What clients are given of a text to keep. */
-Kept makeKept(std::string_view text, uint64_t shownBy = 0);
-
 /** The broker at work: clients, their packets, and what they subscribed to. */
 class Broker::Private final : public Order::Handler {
 public:
@@ -40,6 +37,8 @@ public:
     void afterSend(Client &client);
     void closeWhenFlushed(Client &client);
     void endService(Endpoint &endpoint);
+    /** What clients are given of a text to keep, on the account of a process; null when that cannot have it. */
+    Kept makeKept(std::string_view text, pid_t payer, uint64_t shownBy = 0);
     void setWill(const std::string &folder, const Kept &will);
     void keepLater(Client &client);
     void sendKept();

@@ -21,6 +21,8 @@ class Client;
 struct KeptText {
     std::string text;
     uint64_t shownBy = 0;
+    /** What it takes. */
+    Accounts::Charge charge;
 };
 using Kept = std::shared_ptr<const KeptText>;
 struct Folder;

@@ -63,7 +63,7 @@ void Folder::leaveWill()
                + statusLines(m_position.milliseconds, "0/100", "idle", NoVolume) + "@state\n"
                + stateLines("stopped", m_speed, ending);
     }
-    m_broker.setWill(m_path, will, m_shownBy);
+    m_broker.setWill(m_path, will, m_shownBy, m_owner);
 }
 
 Folder::Will Folder::restore(std::string_view will, int speed)

@@ -95,6 +95,7 @@ class tst_Accounts : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void process_getsAFractionOfWhatIsLeft();
+    void chargesAtRandom_agreeWithTheRule();
     void hostileAndHonest_atRandom_honestOnesNeverNotice();
     void whatWasLeftBehind_goesOldestFirst();
     void unreadMessages_areBoundedAltogether();
@@ -127,6 +128,65 @@ void tst_Accounts::process_getsAFractionOfWhatIsLeft()
     QCOMPARE(accounts.room(Accounts::Services, Resource::Contexts), all);
     charges.clear();
     QCOMPARE(accounts.room(13, Resource::Contexts), all / 4);
+}
+
+// Whoever asks gets what fits into a quarter of what the others leave; what was left behind is in nobody's way.
+void tst_Accounts::chargesAtRandom_agreeWithTheRule()
+{
+    struct Model {
+        pid_t process;
+        size_t amount;
+        Accounts::Charge charge;
+    };
+    Accounts accounts;
+    const size_t all = accounts.room(Accounts::Services, Resource::Memory);
+    std::vector<Model> charges;
+    std::mt19937 random(11);
+    for (int step = 0; step < 20'000; ++step) {
+        const auto process = static_cast<pid_t>(random() % 8);
+        const auto isThere = [](const Model &one) { return one.process != Accounts::Services && !one.charge.isLeft(); };
+        size_t own = 0;
+        size_t others = 0;
+        for (const Model &one : charges) {
+            own += one.process == process && !one.charge.isLeft() ? one.amount : 0;
+            others += one.process != process && isThere(one) ? one.amount : 0;
+        }
+        const size_t most = process == Accounts::Services ? all : (all - others) / 4;
+        QCOMPARE(accounts.room(process, Resource::Memory), most - std::min(most, own));
+        const size_t index = charges.empty() ? 0 : random() % charges.size();
+        switch (random() % 5) {
+        case 0:
+        case 1: {
+            const size_t amount = random() % (all / 16);
+            Model model{process, amount, accounts.take(process, Resource::Memory, amount)};
+            QCOMPARE(model.charge.isValid(), own + amount <= most);
+            if (model.charge.isValid()) {
+                charges.push_back(std::move(model));
+            }
+            break;
+        }
+        case 2:
+            if (!charges.empty() && charges[index].process == process && !charges[index].charge.isLeft()) {
+                const size_t amount = random() % (all / 16);
+                const size_t before = charges[index].amount;
+                const bool fits = amount <= before || own - before + amount <= most;
+                QCOMPARE(charges[index].charge.resize(amount), fits);
+                charges[index].amount = fits ? amount : before;
+            }
+            break;
+        case 3:
+            if (!charges.empty() && isThere(charges[index])) {
+                charges[index].charge.leave();
+            }
+            break;
+        default:
+            if (!charges.empty()) {
+                charges.erase(charges.begin() + static_cast<std::ptrdiff_t>(index));
+            }
+        }
+    }
+    charges.clear();
+    QCOMPARE(accounts.room(1, Resource::Memory), all / 4);
 }
 
 // Twelve processes write, delete and leave as they like; the honest one keeps four objects and is never refused.
