@@ -8,6 +8,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QProcess>
 #include <QtCore/QSocketNotifier>
+#include <QtCore/QtEndian>
 #include <QtTest/QtTest>
 
 #include <unistd.h>
@@ -69,6 +70,18 @@ int servingProcesses(const QString &folder)
                  && environment.readAll().contains("VORO_RUNTIME_DIR=" + folder.toLocal8Bit());
     }
     return count;
+}
+
+/** Whether the head of a WAV file says how long the file is, to the byte. */
+bool isComplete(const QString &recording)
+{
+    QFile file(recording);
+    if (!file.open(QFile::ReadOnly)) {
+        return false;
+    }
+    constexpr qint64 Head = 8;
+    const QByteArray head = file.read(Head);
+    return head.startsWith("RIFF") && qFromLittleEndian<quint32>(head.constData() + 4) == file.size() - Head;
 }
 
 /** How often the daemon is lost; VORO_ROUNDS says otherwise. */
@@ -149,12 +162,14 @@ void tst_DaemonLoss::everybodyIsTold_andTheNextCommandWorks()
         worstTold = std::max(worstTold, since.elapsed());
         QTRY_VERIFY(SpawnFolder::isGone(daemon));
 
+        const QString recording = household.recording();
         since.start();
         problem = household.start();
         worstCommand = std::max(worstCommand, since.elapsed());
         QVERIFY2(problem.isEmpty(), qPrintable(problem));
         QVERIFY2(runtime.daemon() != daemon, "the old one answers");
         QTRY_VERIFY(std::all_of(workers.begin(), workers.end(), SpawnFolder::isGone));
+        QVERIFY(isComplete(recording));
         // The key is registered again, sooner or later.
         const QString press = QStringLiteral(R"(msg::press
 dat:json:{"key":"play","ms":0})");

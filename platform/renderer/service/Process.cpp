@@ -112,9 +112,21 @@ void Process::reap()
     }
     while (waitpid(m_id, &m_status, 0) < 0 && errno == EINTR) {
     }
+    close();
+}
+
+void Process::letGo()
+{
+    if (isRunning()) {
+        close();
+    }
+}
+
+void Process::close()
+{
     m_id = -1;
     m_ended->setEnabled(false);
-    close(m_descriptor);
+    ::close(m_descriptor);
 }
 
 } // namespace voro::renderer

@@ -33,11 +33,14 @@ public:
     /** Calls back from the event loop when it ended; not when it never started. */
     void onEnd(std::function<void()> callback);
     void kill();
+    /** Leaves it alone: it ends by itself, and nobody hears of it. */
+    void letGo();
     /** How it ended, in words. */
     std::string ending() const;
 
 private:
     void reap();
+    void close();
 
     int m_status = 0;
     pid_t m_id = -1;

@@ -13,37 +13,24 @@
 
 namespace voro::renderer {
 
-namespace {
+Worker::Kind Worker::usual()
+{
+    return {std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer", {}};
+}
 
-constexpr int CheckInterval = 1'000;
-/** A worker that says nothing for so long hangs. */
-constexpr int LongestSilence = 5'000;
-/** The longest time for a request, though it says that it lives. */
-constexpr int LongestRequest = 30'000;
-/** The same for opening what lies on this machine. */
-constexpr int LongestLocalOpening = 15'000;
-/** Until it has connected: the very first one on a machine reads every plugin. */
-constexpr int LongestStart = 60'000;
-
-int longestFor(std::string_view command, std::string_view lines)
+int Worker::longestFor(std::string_view command, std::string_view lines) const
 {
     pps::Message message;
     const bool isLocal = command == "open" && message.parse(lines) && Medium(message.text("url")).isLocal();
-    return isLocal ? LongestLocalOpening : LongestRequest;
+    return isLocal ? m_limits.localOpening : m_limits.request;
 }
 
-std::string program()
-{
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer";
-}
-
-} // namespace
-
-Worker::Worker(pps::Broker &broker, const Session &session, std::function<void()> onDeath)
+Worker::Worker(pps::Broker &broker, const Kind &kind, const Session &session, std::function<void()> onDeath)
     : m_broker(broker),
+      m_limits(kind.limits),
       m_onDeath(std::move(onDeath))
 {
-    m_timer.setInterval(CheckInterval);
+    m_timer.setInterval(m_limits.check);
     QObject::connect(&m_timer, &QTimer::timeout, [this] { check(); });
     m_silence.start();
 
@@ -51,7 +38,7 @@ Worker::Worker(pps::Broker &broker, const Session &session, std::function<void()
     auto [files, theirFiles] = socketPair();
     if (theirs.isValid() && theirFiles.isValid()) {
         m_process = std::make_unique<Process>(
-            program(),
+            kind.program,
             std::initializer_list<Process::Socket>{{theirs.get(), WorkerSocket}, {theirFiles.get(), WorkerFilesSocket}},
             session);
         // The worker waits for the answer to its opening.
@@ -186,7 +173,7 @@ void Worker::check()
         std::fprintf(stderr, "vorod: a worker does not answer\n");
         m_hangs = true;
         die();
-    } else if (m_silence.hasExpired(m_client == 0 ? LongestStart : LongestSilence)) {
+    } else if (m_silence.hasExpired(m_client == 0 ? m_limits.start : m_limits.silence)) {
         std::fprintf(stderr, "vorod: a worker hangs\n");
         m_hangs = true;
         die();
@@ -216,6 +203,15 @@ void Worker::tellDeath()
         const bool isSilent = m_hangs && id == m_opening;
         request.done(isSilent ? Result(ErrorCode::SourceUnavailable, "the medium does not answer")
                               : Result(ErrorCode::Internal, "the worker died"));
+    }
+}
+
+void Worker::letGo()
+{
+    m_isDead = true;
+    m_listener = nullptr;
+    if (m_process) {
+        m_process->letGo();
     }
 }
 

@@ -18,9 +18,29 @@ namespace voro::renderer {
 /** A worker process and the conversation with it. It is spare until somebody listens. */
 class Worker : public std::enable_shared_from_this<Worker> {
 public:
+    /** How long a worker may take, in milliseconds. */
+    struct Limits {
+        /** Between two looks at it. */
+        int check = 1'000;
+        /** To say anything at all. */
+        int silence = 5'000;
+        /** For a request, though it says that it lives. */
+        int request = 30'000;
+        /** The same for opening what lies on this machine. */
+        int localOpening = 15'000;
+        /** Until it has connected: the very first one on a machine reads every plugin. */
+        int start = 60'000;
+    };
+    struct Kind {
+        std::string program;
+        Limits limits;
+    };
+    /** The installed program with the usual limits. */
+    static Kind usual();
+
     /** Starts the process in a session. `onDeath` is called from the event loop when it crashed or hung, at the latest
      * then. */
-    Worker(pps::Broker &broker, const Session &session, std::function<void()> onDeath);
+    Worker(pps::Broker &broker, const Kind &kind, const Session &session, std::function<void()> onDeath);
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;
 
@@ -45,7 +65,11 @@ public:
      */
     bool pass(int descriptor, std::string_view name = {});
     void setWatched(bool isWatched);
+    void setCompleting(bool isCompleting) { m_isCompleting = isCompleting; }
+    bool isCompleting() const { return m_isCompleting; }
 
+    /** Lets it complete what it records, and end by itself. */
+    void letGo();
     /** Gives up the conversation and hands the process over, to be killed. */
     std::unique_ptr<Process> release();
     /** Tells its listener, if it has one, that it died. */
@@ -56,8 +80,10 @@ private:
     void die();
     void check();
     void updateTimer();
+    int longestFor(std::string_view command, std::string_view lines) const;
 
     pps::Broker &m_broker;
+    const Limits m_limits;
     std::function<void()> m_onDeath;
     std::unique_ptr<Process> m_process;
     uint64_t m_socket = 0;
@@ -81,6 +107,7 @@ private:
     int64_t m_opening = 0;
     bool m_hangs = false;
     bool m_isWatched = false;
+    bool m_isCompleting = false;
     bool m_isDead = false;
     QTimer m_timer;
     QElapsedTimer m_silence;

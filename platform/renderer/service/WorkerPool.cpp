@@ -14,7 +14,7 @@ public:
     ~Lease() override
     {
         setFrameQueues({});
-        if (m_isCompleting) {
+        if (m_worker->isCompleting()) {
             m_pool.endCompleted(m_worker);
         } else {
             m_pool.end(m_worker);
@@ -42,12 +42,11 @@ public:
         m_queues = names;
     }
     void setWatched(bool isWatched) override { m_worker->setWatched(isWatched); }
-    void setCompleting(bool isCompleting) override { m_isCompleting = isCompleting; }
+    void setCompleting(bool isCompleting) override { m_worker->setCompleting(isCompleting); }
 
 private:
     WorkerPool &m_pool;
     std::shared_ptr<Worker> m_worker;
-    bool m_isCompleting = false;
     std::set<std::string> m_queues;
 };
 
@@ -58,7 +57,10 @@ constexpr int SpareDelay = 200;
 
 } // namespace
 
-WorkerPool::WorkerPool(pps::Broker &broker) : m_broker(broker), m_queues(broker.accounts())
+WorkerPool::WorkerPool(pps::Broker &broker, Worker::Kind kind)
+    : m_broker(broker),
+      m_kind(std::move(kind)),
+      m_queues(broker.accounts())
 {
     m_spareTimer.setSingleShot(true);
     m_spareTimer.setInterval(SpareDelay);
@@ -69,7 +71,11 @@ WorkerPool::WorkerPool(pps::Broker &broker) : m_broker(broker), m_queues(broker.
 WorkerPool::~WorkerPool()
 {
     for (const auto &worker : m_workers) {
-        worker->release();
+        if (worker->isCompleting()) {
+            worker->letGo();
+        } else {
+            worker->release();
+        }
     }
     m_broker.unserve(WorkerPath);
 }
@@ -78,7 +84,7 @@ std::shared_ptr<Worker> WorkerPool::make()
 {
     // The callback comes from the event loop, when the worker exists.
     auto place = std::make_shared<Worker *>(nullptr);
-    auto worker = std::make_shared<Worker>(m_broker, m_session, [this, place] { died(*place); });
+    auto worker = std::make_shared<Worker>(m_broker, m_kind, m_session, [this, place] { died(*place); });
     *place = worker.get();
     m_workers.push_back(worker);
     return worker;

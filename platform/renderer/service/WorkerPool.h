@@ -15,7 +15,7 @@ namespace voro::renderer {
 class WorkerPool : public EngineSource,
                    private pps::Service {
 public:
-    explicit WorkerPool(pps::Broker &broker);
+    explicit WorkerPool(pps::Broker &broker, Worker::Kind kind = Worker::usual());
     ~WorkerPool() override;
     WorkerPool(const WorkerPool &) = delete;
     WorkerPool &operator=(const WorkerPool &) = delete;
@@ -44,6 +44,7 @@ private:
     void killSlowly(std::unique_ptr<Process> process);
 
     pps::Broker &m_broker;
+    const Worker::Kind m_kind;
     FrameQueues m_queues;
     std::shared_ptr<Worker> m_spare;
     Session m_session;

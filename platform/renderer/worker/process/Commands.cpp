@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include "Confinement.h"
 #include "Setup.h"
 
 #include <glib-unix.h>
@@ -9,8 +10,11 @@
 #include <renderer/common/Window.h>
 #include <renderer/worker/media/Files.h>
 #include <renderer/worker/video/WindowSink.h>
+#include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 
 namespace voro::renderer {
 
@@ -19,7 +23,7 @@ bool Commands::start()
     // An item of an application may come at any time.
     m_fileSource.reset(
         g_unix_fd_add(WorkerFilesSocket, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), onFile, this));
-    return m_link.open([this](const pps::Message &message) { handle(message); });
+    return m_link.open([this](const pps::Message &message) { handle(message); }, [this] { end(); });
 }
 
 gboolean Commands::onFile(gint, GIOCondition condition, gpointer self)
@@ -31,6 +35,21 @@ gboolean Commands::onFile(gint, GIOCondition condition, gpointer self)
         return G_SOURCE_REMOVE;
     }
     return G_SOURCE_CONTINUE;
+}
+
+/** Ends the worker with its daemon. Nothing but a recording has to be put in order. */
+void Commands::end()
+{
+    static constexpr std::chrono::seconds LongestCompletion{15};
+    if (!m_recorder.isOpen()) {
+        _exit(0);
+    }
+    // The disk may never answer, and then the main loop waits with it.
+    std::thread([] {
+        std::this_thread::sleep_for(LongestCompletion);
+        _exit(1);
+    }).detach();
+    m_recorder.close([](const Result &) { _exit(0); });
 }
 
 /** Takes what was handed over up to now. */
@@ -130,11 +149,15 @@ void Commands::record(const std::string &command, const pps::Message &message)
         reply(command, id, result);
     };
     if (command == "play") {
+        setOutliving(true);
         m_recorder.start(std::move(m_file), answer);
     } else if (command == "stop") {
         m_recorder.stop(answer);
     } else if (command == "close") {
-        m_recorder.close(answer);
+        m_recorder.close([answer](const Result &result) {
+            setOutliving(false);
+            answer(result);
+        });
     } else if (command == "speed") {
         m_recorder.setPaused(message.number("speed") == 0);
         answer({});

@@ -20,6 +20,7 @@ private:
     Result handleNow(const std::string &command, const pps::Message &message);
     void open(const pps::Message &message);
     void openRecorder(const pps::Message &message);
+    void end();
     void record(const std::string &command, const pps::Message &message);
     static Result findScreen(const pps::Message &message);
     Settings read(const pps::Message &message, Settings settings);

@@ -69,13 +69,18 @@ bool limitFiles(const OwnElements &elements)
 void restrictProcess()
 {
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
     prctl(PR_SET_DUMPABLE, 0);
     // A file that has reached its limit fails the recording and nothing more.
     std::signal(SIGXFSZ, SIG_IGN);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_DATA, MostMemory);
     limit(RLIMIT_NOFILE, MostDescriptors);
+}
+
+void setOutliving(bool isOutliving)
+{
+    std::signal(SIGTERM, isOutliving ? SIG_IGN : SIG_DFL);
 }
 
 void confineProcess()

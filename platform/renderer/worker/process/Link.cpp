@@ -2,7 +2,6 @@
 
 #include <glib-unix.h>
 #include <renderer/common/Protocol.h>
-#include <unistd.h>
 
 namespace voro::renderer {
 
@@ -12,9 +11,10 @@ constexpr unsigned PublishSubscribe = 3;
 
 } // namespace
 
-bool Link::open(Handler handler)
+bool Link::open(Handler handler, std::function<void()> onEnd)
 {
     m_handler = std::move(handler);
+    m_onEnd = std::move(onEnd);
     if (!m_connection.openOn(WorkerSocket, WorkerPath, PublishSubscribe)) {
         return false;
     }
@@ -25,23 +25,27 @@ bool Link::open(Handler handler)
 
 gboolean Link::onReadable(gint, GIOCondition, gpointer self)
 {
-    static_cast<Link *>(self)->readAll();
-    return G_SOURCE_CONTINUE;
+    auto *link = static_cast<Link *>(self);
+    if (link->readAll()) {
+        return G_SOURCE_CONTINUE;
+    }
+    link->m_source.forget();
+    link->m_onEnd();
+    return G_SOURCE_REMOVE;
 }
 
-void Link::readAll()
+bool Link::readAll()
 {
     for (std::string text; m_connection.read(text, false);) {
         if (text.empty()) {
-            return;
+            return true;
         }
         pps::Message message;
         if (message.parse(text)) {
             m_handler(message);
         }
     }
-    // The daemon is gone or has no more use for this worker. Nothing here has to be put in order.
-    _exit(0);
+    return false;
 }
 
 void Link::send(std::string_view lines)

@@ -1,0 +1,114 @@
+#include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QSocketNotifier>
+#include <QtTest/QtTest>
+
+#include <pps/broker/Broker.h>
+#include <pps/Connection.h>
+#include <pps/Text.h>
+#include <renderer/common/Protocol.h>
+#include <renderer/service/WorkerPool.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <optional>
+
+using namespace voro;
+using namespace voro::renderer;
+
+namespace {
+
+constexpr Worker::Limits Limits{.check = 20, .silence = 400, .request = 900, .localOpening = 600};
+
+bool isWorker()
+{
+    int type = 0;
+    socklen_t size = sizeof type;
+    return getsockopt(WorkerSocket, SOL_SOCKET, SO_TYPE, &type, &size) == 0 && type == SOCK_SEQPACKET;
+}
+
+/** A worker that lives but does not do what it is asked for, and falls silent when it is told to. */
+int runWorker()
+{
+    pps::Connection link;
+    if (!link.openOn(WorkerSocket, WorkerPath, pps::PublishSubscribe)) {
+        return 1;
+    }
+    for (std::string text; link.read(text, true);) {
+        pps::Message message;
+        if (message.parse(text) && message.text("msg") == "ping") {
+            link.write(answer("ping", message.number("id"), {}));
+        } else if (message.text("msg") == "fall_silent") {
+            pause();
+        }
+    }
+    return 0;
+}
+
+/** A context that notes its worker's death. */
+class Listener : public EngineListener {
+public:
+    void engineEvent(const pps::Message &, std::string_view) override {}
+    void engineDied() override { isDead = true; }
+
+    bool isDead = false;
+};
+
+} // namespace
+
+/** How long a worker may take. */
+class tst_Worker : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void workerThatTakesTooLong_isEnded_data();
+    void workerThatTakesTooLong_isEnded();
+};
+
+void tst_Worker::workerThatTakesTooLong_isEnded_data()
+{
+    QTest::addColumn<std::string>("command");
+    QTest::addColumn<std::string>("lines");
+    QTest::addColumn<int>("limit");
+    QTest::addColumn<int>("error");
+    const auto row = [](const char *name, const char *command, const char *lines, int limit, ErrorCode error) {
+        QTest::newRow(name) << std::string(command) << std::string(lines) << limit << static_cast<int>(error);
+    };
+    row("a local medium", "open", "url::/a.ogg\n", Limits.localOpening, ErrorCode::SourceUnavailable);
+    row("a medium of the net", "open", "url::http://x/a.ogg\n", Limits.request, ErrorCode::SourceUnavailable);
+    row("any other request", "seek", "", Limits.request, ErrorCode::Internal);
+    row("silence", "fall_silent", "", Limits.silence, ErrorCode::Internal);
+}
+
+void tst_Worker::workerThatTakesTooLong_isEnded()
+{
+    QFETCH(const std::string, command);
+    QFETCH(const std::string, lines);
+    QFETCH(const int, limit);
+    pps::Broker broker;
+    QSocketNotifier ready(broker.fd(), QSocketNotifier::Read);
+    connect(&ready, &QSocketNotifier::activated, this, [&broker] { broker.process(); });
+    WorkerPool pool(broker, {QCoreApplication::applicationFilePath().toStdString(), Limits});
+    Listener listener;
+    const auto engine = pool.start(listener, pps::Accounts::Services);
+    QVERIFY(engine);
+    std::optional<Result> result;
+    QElapsedTimer time;
+    time.start();
+    engine->ask(command, lines, [&](const Result &told) { result = told; });
+    QTRY_VERIFY_WITH_TIMEOUT(result, 20'000);
+    QVERIFY2(time.elapsed() >= limit, qPrintable(QString::number(time.elapsed())));
+    QTEST(static_cast<int>(result->code), "error");
+    QVERIFY(listener.isDead);
+}
+
+int main(int argc, char **argv)
+{
+    if (isWorker()) {
+        return runWorker();
+    }
+    QCoreApplication application(argc, argv);
+    tst_Worker test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_worker.moc"
