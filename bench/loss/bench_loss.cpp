@@ -1,0 +1,104 @@
+/*
+ * How long applications wait for the news that the daemon is gone, and for their next commands: three players, a
+ * recorder, a holder, two controllers and a key watcher in this process lose it at random moments of a command.
+ * Arguments: a medium of sound, and how often each way is tried.
+ */
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QUrl>
+
+#include <Figures.h>
+#include <Household.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <random>
+#include <thread>
+
+namespace {
+
+constexpr int Patience = 60'000;
+
+/** Lets the event loop run until it is so; ends the program when that takes too long. */
+void waitFor(const Household &household, const std::function<bool()> &isSo)
+{
+    QElapsedTimer time;
+    time.start();
+    while (!isSo()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents, 10);
+        if (time.hasExpired(Patience)) {
+            std::fprintf(stderr, "bench_loss: %s\n", qPrintable(household.report()));
+            std::exit(1);
+        }
+    }
+}
+
+void start(Household &household)
+{
+    if (const QString problem = household.start(); !problem.isEmpty()) {
+        std::fprintf(stderr, "bench_loss: %s\n", qPrintable(problem));
+        std::exit(1);
+    }
+}
+
+void measure(const char *name, int signal, const QUrl &medium, int rounds)
+{
+    const SpawnFolder runtime;
+    const QTemporaryDir recordings;
+    Household household(medium, recordings.path());
+    std::mt19937 random(static_cast<unsigned>(signal));
+    bench::Figures told;
+    bench::Figures command;
+    start(household);
+    for (int round = 0; round < rounds; ++round) {
+        waitFor(household, [&household] { return household.isAtWork(); });
+        household.forget();
+        const pid_t daemon = runtime.daemon();
+        int64_t lost = 0;
+        std::thread killer([&, delay = std::chrono::microseconds(random() % 3000)] {
+            std::this_thread::sleep_for(delay);
+            lost = bench::now();
+            kill(daemon, signal);
+        });
+        household.player(random() % Household::Players).seekTime(random() % 60'000);
+        killer.join();
+        waitFor(household, [&household] { return household.isTold(); });
+        told.add(static_cast<double>(bench::now() - lost));
+        waitFor(household, [daemon] { return SpawnFolder::isGone(daemon); });
+        const int64_t asked = bench::now();
+        household.player(0).play();
+        command.add(static_cast<double>(bench::now() - asked));
+        start(household);
+    }
+    const auto row = [&](const char *what, const bench::Figures &figures, const char *wanted) {
+        bench::printRow(std::string("daemon ") + name + ", " + std::to_string(rounds) + " times: " + what + ", median",
+                        bench::milliseconds(figures.median()), "–", "");
+        bench::printRow(std::string("daemon ") + name + ": " + what + ", at worst",
+                        bench::milliseconds(figures.quantile(1)), "–", wanted);
+    };
+    row("until everybody is told", told, "≤ 500 ms");
+    row("a player's next play(), which starts another daemon", command, "");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: bench_loss MEDIUM ROUNDS\n");
+        return 2;
+    }
+    qputenv("VORO_AUDIO_SINK", "fakesink sync=true");
+    qputenv("VORO_AUDIO_SOURCE", "audiotestsrc is-live=true");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    const QUrl medium = QUrl::fromLocalFile(QString::fromLocal8Bit(argv[1]));
+    bench::printHead("What applications see of a daemon's death");
+    measure("killed", SIGKILL, medium, std::atoi(argv[2]));
+    measure("stopped", SIGSTOP, medium, std::atoi(argv[2]));
+    return 0;
+}
