@@ -14,6 +14,7 @@ private Q_SLOTS:
     void warns_whenThereIsNoSoundServer();
     void doesWhatTheRemoteAsks_andPausesWithoutTheRole();
     void queue_isRepeatedAndShuffled_asTheRemoteAsks();
+    void interrupt_endsIt_whateverTheDaemonDoes();
     void plainOutput_isLines();
     void keys_workOnTerminal();
     void givesTerminalBack_data();
@@ -190,6 +191,27 @@ void tst_VoroPlay::queue_isRepeatedAndShuffled_asTheRemoteAsks()
     QTRY_VERIFY(shows({"\"repeatMode\":\"Track\""}));
     QCOMPARE(watching.rest().count("mediaStateChanged"), 0);
     QCOMPARE(playing.interrupt(), 0);
+}
+
+void tst_VoroPlay::interrupt_endsIt_whateverTheDaemonDoes()
+{
+    const SilentDaemon daemon;
+    RunningVoro playing({"play", "--json"});
+    QVERIFY(playing.waitFor(state("Started")));
+    // Nobody ends a daemon that is stopped together with its guardian.
+    const pid_t processes[] = {static_cast<pid_t>(daemon.guardianId()), static_cast<pid_t>(daemon.processId())};
+    for (const pid_t process : processes) {
+        ::kill(process, SIGSTOP);
+    }
+    QElapsedTimer time;
+    time.start();
+    const int status = playing.interrupt();
+    const qint64 elapsed = time.elapsed();
+    for (const pid_t process : {processes[1], processes[0]}) {
+        ::kill(process, SIGCONT);
+    }
+    QCOMPARE(status, 0);
+    QVERIFY2(elapsed < 10'000, qPrintable(QString::number(elapsed)));
 }
 
 void tst_VoroPlay::plainOutput_isLines()
