@@ -401,15 +401,16 @@ void tst_VideoWindow::workerKilled_costsThePicture()
 void tst_VideoWindow::daemonKilled_theItemFindsTheNext()
 {
     FrameReceiver receiver(QStringLiteral("survivor"));
+    MediaPlayer player;
+    player.setWindowId(QStringLiteral("survivor"));
+    QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
+    QCOMPARE(player.setSourceUrl(url("change.mp4")), MediaError::None);
     for (int i = 0; i < 3; ++i) {
-        MediaPlayer player;
-        player.setWindowId(QStringLiteral("survivor"));
-        QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
-        QCOMPARE(player.setSourceUrl(url("change.mp4")), MediaError::None);
         QCOMPARE(player.play(), MediaError::None);
         QTRY_VERIFY_WITH_TIMEOUT(receiver.frame(), 20'000);
         m_daemon.kill();
         QTRY_VERIFY_WITH_TIMEOUT(!receiver.frame(), 20'000);
+        QTRY_COMPARE(player.mediaState(), MediaState::Stopped);
         QVERIFY(m_daemon.start());
     }
 }
