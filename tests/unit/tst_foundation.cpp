@@ -2,22 +2,7 @@
 #include "private/Logger.h"
 #include "private/MediaUtils.h"
 
-#include <multimedia/AudioChannelConfiguration.h>
-#include <multimedia/AudioOutput.h>
-#include <multimedia/BufferStatus.h>
-#include <multimedia/DeviceMode.h>
-#include <multimedia/EqualizerPreset.h>
-#include <multimedia/MediaError.h>
-#include <multimedia/MediaKey.h>
-#include <multimedia/MediaKeyNotification.h>
-#include <multimedia/MediaState.h>
 #include <multimedia/MetaData.h>
-#include <multimedia/OverlayStyle.h>
-#include <multimedia/PriorityLevel.h>
-#include <multimedia/RepeatMode.h>
-#include <multimedia/ShuffleMode.h>
-#include <multimedia/SystemSound.h>
-#include <multimedia/VideoOutput.h>
 
 #include <QtCore/QSet>
 #include <QtCore/QThread>
@@ -46,8 +31,6 @@ class FoundationTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void enumeration_hasNamesAndNumbers_data();
-    void enumeration_hasNamesAndNumbers();
     void metaDataKey_isWhatOtherProcessesExpect_data();
     void metaDataKey_isWhatOtherProcessesExpect();
     void debugLog_isRequested_onlyByExactlyOne_data();
@@ -62,72 +45,6 @@ private Q_SLOTS:
     void uniqueId_holdsProcessAndNumber();
     void uniqueIds_differ_whenThreadsAskAtOnce();
 };
-
-namespace {
-
-template<typename Enumeration>
-void enumerationRow(const char *expected)
-{
-    const QMetaEnum enumeration = QMetaEnum::fromType<Enumeration>();
-    QStringList found;
-    for (int i = 0; i < enumeration.keyCount(); ++i) {
-        found += QStringLiteral("%1 %2").arg(QLatin1String(enumeration.key(i))).arg(enumeration.value(i));
-    }
-    const QByteArray scope = enumeration.scope();
-    QTest::newRow(scope.constData()) << scope << QByteArray(enumeration.name()) << enumeration.isFlag()
-                                     << found.join(QLatin1String(", ")) << QString::fromLatin1(expected);
-}
-
-} // namespace
-
-void FoundationTest::enumeration_hasNamesAndNumbers_data()
-{
-    QTest::addColumn<QByteArray>("scope");
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<bool>("isFlag");
-    QTest::addColumn<QString>("found");
-    QTest::addColumn<QString>("expected");
-
-    enumerationRow<MediaError::Type>(
-        "None 0, Internal 1, InvalidParameter 2, InvalidState 3, UnsupportedValue 4, UnsupportedMediaType 5, "
-        "UnsupportedOperation 7, Read 8, Write 9, SourceUnavailable 10, ResourceCorrupted 11, OutputUnavailable 12, "
-        "OutOfMemory 13, ResourceUnavailable 14, Permission 32, CommandFailed 33");
-    enumerationRow<MediaState::Type>("Unprepared 0, Prepared 1, Started 2, Paused 3, Stopped 4");
-    enumerationRow<BufferStatus::Type>("Idle 0, Buffering 1, Playing 2");
-    enumerationRow<RepeatMode::Type>("None 0, Track 1, All 2, Unsupported 3");
-    enumerationRow<ShuffleMode::Type>("Unsupported 0, Off 1, All 2");
-    enumerationRow<EqualizerPreset::Type>(
-        "Off 0, Airplane 1, BassBoost 2, TrebleBoost 3, VoiceBoost 4, BassLower 5, TrebleLower 6, VoiceLower 7, "
-        "Acoustic 8, Dance 9, Electronic 10, HipHop 11, Jazz 12, Lounge 13, Piano 14, RhythmAndBlues 15, Rock 16, "
-        "SpokenWord 17");
-    enumerationRow<AudioOutput::Type>("None 0, Default 1");
-    enumerationRow<VideoOutput::Type>("None 0, PrimaryDisplay 1, SecondaryDisplay 2");
-    enumerationRow<AudioChannelConfiguration::Type>("Default 0, Mono 1, Stereo 2");
-    enumerationRow<DeviceMode::Type>("Playback 0, Capture 1");
-    enumerationRow<OverlayStyle::Type>("Plain 0, Fancy 1");
-    enumerationRow<PriorityLevel::Type>("Low 0, High 1");
-    enumerationRow<MediaKey::Type>("None 0, FastForward 1, Pause 2, Play 3, PlayPause 4, Rewind 5, Stop 6, "
-                                   "VolumeDown 7, VolumeUp 8, Previous 9, Next 10");
-    enumerationRow<MediaKeyNotification::Type>("Clicked 0, Threshold 1");
-    enumerationRow<SystemSound::Type>(
-        "None 0, BatteryAlarm 1, BrowserStartEvent 2, CameraShutterEvent 3, DeviceLockEvent 4, DeviceUnlockEvent 5, "
-        "DeviceTetherEvent 6, DeviceUntetherEvent 7, GeneralNotification 8, InputKeypress 9, RecordingStartEvent 10, "
-        "RecordingStopEvent 11, SapphireNotification 12, SystemMasterVolumeReference 13, VideoCallEvent 14, "
-        "VideoCallOutgoingEvent 15, CameraBurstEvent 16");
-}
-
-void FoundationTest::enumeration_hasNamesAndNumbers()
-{
-    QFETCH(QByteArray, scope);
-    QFETCH(QByteArray, name);
-    QFETCH(bool, isFlag);
-    QFETCH(QString, found);
-    QFETCH(QString, expected);
-    QVERIFY2(scope.startsWith("voro::multimedia::"), scope.constData());
-    QCOMPARE(name, QByteArray("Type"));
-    QVERIFY(!isFlag);
-    QCOMPARE(found, expected);
-}
 
 void FoundationTest::metaDataKey_isWhatOtherProcessesExpect_data()
 {

@@ -94,7 +94,6 @@ private Q_SLOTS:
     void listener_mayDestroyTheWatcher();
     void failure_isALogLine_withoutAService();
     void mistakes_areLogLines();
-    void metaObject_declaresWhatIsPublic();
 };
 
 void MediaKeyWatcherTest::listeners_decideWhatIsRegistered_data()
@@ -369,26 +368,6 @@ void MediaKeyWatcherTest::mistakes_areLogLines()
         QStringList({prefix + "updateButtonRegistration: The PPS object is null.", prefix + "send: PPS object is null.",
                      prefix + "send: Error writing message to PPS. error=" + QString::number(closed.error()),
                      prefix + "onReadyRead: Signal sender is not a PPS object."}));
-}
-
-void MediaKeyWatcherTest::metaObject_declaresWhatIsPublic()
-{
-    const QMetaObject &metaObject = MediaKeyWatcher::staticMetaObject;
-    QCOMPARE(metaObject.className(), "voro::multimedia::MediaKeyWatcher");
-    QByteArrayList methods;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        methods += metaObject.method(i).methodSignature();
-    }
-    QCOMPARE(methods, QByteArrayList({"shortPress(voro::multimedia::MediaKey::Type)",
-                                      "mediumPress(voro::multimedia::MediaKey::Type)",
-                                      "longPress(voro::multimedia::MediaKey::Type)",
-                                      "notificationChanged(voro::multimedia::MediaKeyNotification::Type)",
-                                      "setNotification(voro::multimedia::MediaKeyNotification::Type)"}));
-    QCOMPARE(metaObject.propertyCount() - metaObject.propertyOffset(), 2);
-    const QMetaProperty key = metaObject.property(metaObject.indexOfProperty("key"));
-    QVERIFY(key.isReadable() && !key.isWritable() && key.isFinal());
-    const QMetaProperty notification = metaObject.property(metaObject.indexOfProperty("notification"));
-    QVERIFY(notification.isWritable() && notification.isFinal());
 }
 
 QTEST_GUILESS_MAIN(MediaKeyWatcherTest)

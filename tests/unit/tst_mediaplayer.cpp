@@ -2,7 +2,6 @@
 #include "private/Logger.h"
 #include "RuntimeBroker.h"
 
-#include <QtCore/QMetaProperty>
 #include <QtTest/QtTest>
 
 #include <cmath>
@@ -38,8 +37,6 @@ private Q_SLOTS:
     void inputCandidates_followTheKindOfUrl();
     void everyCommand_isRefused_withoutAContext_data();
     void everyCommand_isRefused_withoutAContext();
-    void property_notifiesThroughTheRightSignal_data();
-    void property_notifiesThroughTheRightSignal();
     void property_ofQml_isReadAndWrittenThroughVariants();
 };
 
@@ -391,36 +388,6 @@ void MediaPlayerTest::everyCommand_isRefused_withoutAContext()
         QCOMPARE(f.trace, QStringList());
         QVERIFY(!f.log.takeLines().filter("MMR context is null").isEmpty());
     }
-}
-
-void MediaPlayerTest::property_notifiesThroughTheRightSignal_data()
-{
-    QTest::addColumn<QMetaProperty>("property");
-    const QMetaObject &metaObject = MediaPlayer::staticMetaObject;
-    for (int i = metaObject.propertyOffset(); i < metaObject.propertyCount(); ++i) {
-        QTest::newRow(metaObject.property(i).name()) << metaObject.property(i);
-    }
-}
-
-void MediaPlayerTest::property_notifiesThroughTheRightSignal()
-{
-    QFETCH(QMetaProperty, property);
-    static const QByteArrayList readOnly{"bufferStatus", "deviceMode", "duration",       "mediaError",
-                                         "mediaState",   "metaData",   "position",       "seekable",
-                                         "track",        "trackCount", "videoDimensions"};
-    const QByteArray name = property.name();
-    QCOMPARE(property.isWritable(), !readOnly.contains(name));
-    if (name == "deviceMode") {
-        QVERIFY(property.isConstant() && !property.hasNotifySignal());
-        return;
-    }
-    const QMetaMethod signal = property.notifySignal();
-    QCOMPARE(signal.name(), name + "Changed");
-    QCOMPARE(signal.parameterTypes(), QByteArrayList{property.typeName()});
-    const bool isLater = name == "closedCaptionEnabled" || name == "equalizerPreset";
-    const int revision = isLater ? QTypeRevision::fromVersion(1, 1).toEncodedVersion<int>() : 0;
-    QCOMPARE(property.revision(), revision);
-    QCOMPARE(signal.revision(), revision);
 }
 
 void MediaPlayerTest::property_ofQml_isReadAndWrittenThroughVariants()

@@ -105,7 +105,6 @@ private Q_SLOTS:
     void monitor_replacesItsSubscriptions_onlyForAnotherContext();
     void monitor_fails_withoutPathOrBroker();
     void readyRead_isRefused_fromAnythingElse();
-    void signals_haveTheirOrder();
 
 private:
     void tryRow();
@@ -534,43 +533,6 @@ void MmrContextNotifierTest::readyRead_isRefused_fromAnythingElse()
     QVERIFY(QMetaObject::invokeMethod(&f.notifier, "onReadyRead"));
     QCOMPARE(f.log.takeLines(),
              QStringList(QStringLiteral("W MmrContextNotifier::onReadyRead: Signal sender was not a pps object")));
-}
-
-void MmrContextNotifierTest::signals_haveTheirOrder()
-{
-    QByteArrayList found;
-    const QMetaObject &metaObject = MmrContextNotifier::staticMetaObject;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        found += metaObject.method(i).methodSignature();
-    }
-    const QByteArrayList expected{
-        "buffering(double)",
-        "bufferStatusChanged(voro::multimedia::BufferStatus::Type)",
-        "durationChanged(uint)",
-        "error(voro::multimedia::MediaError::Type,uint,uint)",
-        "idle()",
-        "metaDataChanged(QVariantMap)",
-        "paused()",
-        "playbackCompleted()",
-        "playing()",
-        "positionChanged(uint)",
-        "seekableChanged(bool)",
-        "speedChanged(int)",
-        "stopped()",
-        "trackChanged(uint)",
-        "trackCountChanged(uint)",
-        "videoDimensionsChanged(QSize)",
-        "volumeLevelChanged(double)",
-        "onReadyRead()",
-        "onPpsError(QMap<QString,voro::PpsAttribute>)",
-        "onPpsInputParametersChanged(QMap<QString,voro::PpsAttribute>)",
-        "onPpsMetaDataChanged(QMap<QString,voro::PpsAttribute>)",
-        "onPpsPlayQueueChanged(QMap<QString,voro::PpsAttribute>)",
-        "onPpsStateChanged(QMap<QString,voro::PpsAttribute>)",
-        "onPpsStatusChanged(QMap<QString,voro::PpsAttribute>)",
-        "onPpsTrackParametersChanged(uint,voro::PpsAttributeFlag::Types,QMap<QString,voro::PpsAttribute>)",
-    };
-    QCOMPARE(found, expected);
 }
 
 QTEST_GUILESS_MAIN(MmrContextNotifierTest)

@@ -5,7 +5,6 @@
 
 #include <multimedia/NowPlayingConnection.h>
 
-#include <QtCore/QMetaProperty>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -89,7 +88,6 @@ class NowPlayingConnectionTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void metaObject_isAsDeclared();
     void newConnection_hasItsValues();
     void acquire_data();
     void acquire();
@@ -118,72 +116,6 @@ private Q_SLOTS:
 private:
     QTemporaryDir m_folder;
 };
-
-void NowPlayingConnectionTest::metaObject_isAsDeclared()
-{
-    const QMetaObject &metaObject = C::staticMetaObject;
-    QByteArrayList signatures;
-    QByteArrayList slotNames;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        const QMetaMethod method = metaObject.method(i);
-        if (method.methodType() == QMetaMethod::Signal) {
-            signatures += method.methodSignature().replace("voro::multimedia::", "");
-        } else {
-            slotNames += method.name();
-        }
-    }
-    QCOMPARE(signatures, QByteArrayList({"acquired()",
-                                         "audioManagerHandleChanged(uint)",
-                                         "audioManagerHandleChanged(QVariant)",
-                                         "controllerActiveChanged(bool)",
-                                         "durationChanged(uint)",
-                                         "durationChanged(QVariant)",
-                                         "forward()",
-                                         "iconUrlChanged(QUrl)",
-                                         "mediaStateChanged(MediaState::Type)",
-                                         "metaDataChanged(QVariantMap)",
-                                         "next()",
-                                         "nextEnabledChanged(bool)",
-                                         "overlayStyleChanged(OverlayStyle::Type)",
-                                         "pause()",
-                                         "play()",
-                                         "positionChanged(uint)",
-                                         "positionChanged(QVariant)",
-                                         "preemptableChanged(bool)",
-                                         "previous()",
-                                         "previousEnabledChanged(bool)",
-                                         "repeat()",
-                                         "repeatRequest(RepeatMode::Type)",
-                                         "repeatModeChanged(RepeatMode::Type)",
-                                         "revoked()",
-                                         "rewind()",
-                                         "shuffle()",
-                                         "shuffleRequest(ShuffleMode::Type)",
-                                         "shuffleModeChanged(ShuffleMode::Type)",
-                                         "stop()"}));
-    QCOMPARE(slotNames,
-             QByteArrayList({"acquire", "revoke", "setDuration", "setIconUrl", "setMediaState", "setMetaData",
-                             "setNextEnabled", "setOverlayStyle", "setPosition", "setPreemptable", "setPreviousEnabled",
-                             "setRepeatMode", "setShuffleMode", "trackChange"}));
-    // Name, whether it can be written, and the signal that tells of changes.
-    QStringList properties;
-    for (int i = metaObject.propertyOffset(); i < metaObject.propertyCount(); ++i) {
-        const QMetaProperty property = metaObject.property(i);
-        properties += QStringLiteral("%1 %2 %3")
-                          .arg(QLatin1String(property.name()), QLatin1String(property.isWritable() ? "RW" : "R"),
-                               QLatin1String(property.hasNotifySignal() ? property.notifySignal().name() : "-"));
-    }
-    QCOMPARE(
-        properties,
-        QStringList({"acquired R acquired", "audioManagerHandle RW audioManagerHandleChanged", "connectionName R -",
-                     "controllerActive R controllerActiveChanged", "duration RW durationChanged",
-                     "iconUrl RW iconUrlChanged", "lastRevokingConnectionName R revoked",
-                     "lastRevokingConnectionPid R revoked", "nextEnabled RW nextEnabledChanged",
-                     "mediaState RW mediaStateChanged", "overlayStyle RW overlayStyleChanged",
-                     "position RW positionChanged", "preemptable RW preemptableChanged", "preempted R -",
-                     "previousEnabled RW previousEnabledChanged", "priorityLevel R -", "deviceMode R -",
-                     "repeatMode RW repeatModeChanged", "shuffleMode RW shuffleModeChanged"}));
-}
 
 void NowPlayingConnectionTest::newConnection_hasItsValues()
 {

@@ -5,7 +5,6 @@
 
 #include <multimedia/NowPlayingController.h>
 
-#include <QtCore/QMetaProperty>
 #include <QtTest/QtTest>
 
 #include <functional>
@@ -71,7 +70,6 @@ class NowPlayingControllerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void metaObject_isAsDeclared();
     void command_isWrittenAsItStands_data();
     void command_isWrittenAsItStands();
     void command_fails_withoutService();
@@ -88,34 +86,6 @@ private Q_SLOTS:
     void getter_asksService_rightAfterLastListenerLeft();
     void getter_readsOn_untilFieldComes();
 };
-
-void NowPlayingControllerTest::metaObject_isAsDeclared()
-{
-    const QMetaObject &metaObject = C::staticMetaObject;
-    QByteArrayList signatures;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        if (metaObject.method(i).methodType() == QMetaMethod::Signal) {
-            signatures += metaObject.method(i).methodSignature().replace("voro::multimedia::", "");
-        } else {
-            QCOMPARE(QByteArray(metaObject.method(i).typeName()), QByteArray("voro::multimedia::MediaError::Type"));
-        }
-    }
-    QCOMPARE(signatures,
-             QByteArrayList({"durationChanged(uint)", "durationChanged(QVariant)", "iconUrlChanged(QUrl)",
-                             "mediaStateChanged(MediaState::Type)", "metaDataChanged(QVariantMap)",
-                             "positionChanged(uint)", "positionChanged(QVariant)", "nextEnabledChanged(bool)",
-                             "previousEnabledChanged(bool)", "repeatModeChanged(RepeatMode::Type)", "trackChanged()",
-                             "shuffleModeChanged(ShuffleMode::Type)"}));
-    QStringList properties;
-    for (int i = metaObject.propertyOffset(); i < metaObject.propertyCount(); ++i) {
-        const QMetaProperty property = metaObject.property(i);
-        properties += QLatin1String(property.name());
-        QVERIFY(!property.isWritable());
-        QCOMPARE(property.notifySignal().name(), QByteArray(property.name()) + "Changed");
-    }
-    QCOMPARE(properties, QStringList({"duration", "nextEnabled", "previousEnabled", "mediaState", "metaData",
-                                      "position", "iconUrl", "repeatMode", "shuffleMode"}));
-}
 
 void NowPlayingControllerTest::command_isWrittenAsItStands_data()
 {

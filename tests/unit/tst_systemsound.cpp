@@ -50,7 +50,6 @@ private Q_SLOTS:
     void playStatic_opensWritesAndCloses();
     void construction_preparesItsSound();
     void everything_isRefusedQuietly_withoutAService();
-    void metaObject_hasOneSlotAndOneProperty();
 };
 
 void SystemSoundTest::sound_hasItsName_whenPreparedAndPlayed_data()
@@ -150,18 +149,6 @@ void SystemSoundTest::everything_isRefusedQuietly_withoutAService()
     QCOMPARE(sound.sound(), SystemSound::InputKeypress);
     sound.play();
     QCOMPARE(log.takeLines(), QStringList());
-}
-
-void SystemSoundTest::metaObject_hasOneSlotAndOneProperty()
-{
-    const QMetaObject &metaObject = SystemSound::staticMetaObject;
-    QCOMPARE(metaObject.methodCount() - metaObject.methodOffset(), 1);
-    const QMetaMethod play = metaObject.method(metaObject.methodOffset());
-    QCOMPARE(play.methodSignature(), QByteArray("play()"));
-    QCOMPARE(play.methodType(), QMetaMethod::Slot);
-    QCOMPARE(metaObject.propertyCount() - metaObject.propertyOffset(), 1);
-    const QMetaProperty sound = metaObject.property(metaObject.propertyOffset());
-    QVERIFY(sound.isFinal() && sound.isWritable() && !sound.hasNotifySignal());
 }
 
 QTEST_GUILESS_MAIN(SystemSoundTest)
