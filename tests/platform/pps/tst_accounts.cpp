@@ -18,6 +18,13 @@ using namespace voro::pps;
 
 namespace {
 
+#if defined(__SANITIZE_ADDRESS__)
+/** What the sanitizer keeps of freed memory and adds to every allocation, in MiB. */
+constexpr size_t Quarantine = 512;
+#else
+constexpr size_t Quarantine = 0;
+#endif
+
 constexpr size_t Mebibyte = 1024 * 1024;
 constexpr const char *Frames = "/frames.sock";
 constexpr const char *ServiceControl = "/pps/services/multimedia/renderer/control";
@@ -324,13 +331,14 @@ void tst_Accounts::hostileProcesses_leaveTheDaemonToOthers_andItsMemoryComesBack
         for (int round = 20; round < 40; ++round) {
             behaveWell(round);
         }
-        QVERIFY2(most < before + 160, std::to_string(most).c_str());
+        QVERIFY2(most < before + 160 + Quarantine, std::to_string(most).c_str());
     }
     // Others' objects stay, up to their bound; what their connections took has to go.
-    for (int round = 0; round < 1000 && residentSize(daemon.processId()) > before + 96; ++round) {
+    for (int round = 0; round < 1000 && residentSize(daemon.processId()) > before + 96 + Quarantine; ++round) {
         QVERIFY(ask(control, "none"));
     }
-    QVERIFY2(residentSize(daemon.processId()) <= before + 96, std::to_string(residentSize(daemon.processId())).c_str());
+    QVERIFY2(residentSize(daemon.processId()) <= before + 96 + Quarantine,
+             std::to_string(residentSize(daemon.processId())).c_str());
 }
 
 void tst_Accounts::contexts_areCommandedByTheirProcess_andLeftToOthers()
@@ -458,6 +466,11 @@ void tst_Accounts::frameSocket_turnsAway_whenDescriptorsRunOut()
     Daemon daemon;
     Connection control;
     QVERIFY(control.open(ServiceControl, PublishSubscribe));
+    // Once while there are some: the sanitizer needs two of its own to look at a class for the first time.
+    RawClient former(connectToSocket(daemon.folder().toStdString() + Frames).release());
+    QVERIFY(former.send("1"));
+    former.waitForEnd();
+    QVERIFY(ask(control, "none"));
     // No new descriptor beyond those that it has.
     const auto process = static_cast<pid_t>(daemon.processId());
     const auto open = static_cast<rlim_t>(
