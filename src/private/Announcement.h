@@ -2,6 +2,8 @@
 
 #include "Logger.h"
 
+#include <QtCore/QMetaMethod>
+
 #include <type_traits>
 
 namespace voro::multimedia {
@@ -24,6 +26,14 @@ template<typename... Arguments>
 void logSignal(const FunctionTracer &tracer, const char *signal, const Arguments &...arguments)
 {
     DEBUG_LINE << "emit " << signal << "()";
+    logArguments(tracer, arguments...);
+}
+
+/** The same; the signal's name is looked up only when it is written. */
+template<typename Object, typename... Parameters, typename... Arguments>
+void logSignal(const FunctionTracer &tracer, void (Object::*signal)(Parameters...), const Arguments &...arguments)
+{
+    DEBUG_LINE << "emit " << QMetaMethod::fromSignal(signal).name().constData() << "()";
     logArguments(tracer, arguments...);
 }
 

@@ -3,7 +3,6 @@
 #include "Announcement.h"
 #include "Values.h"
 
-#include <QtCore/QMetaMethod>
 #include <QtCore/QObject>
 #include <QtCore/QVariant>
 
@@ -68,7 +67,7 @@ protected:
     void announce(const FunctionTracer &tracer, void (Public::*signal)(Parameter), const char *name, const Value &value)
     {
         if (!isOrphan()) {
-            logSignal(tracer, QMetaMethod::fromSignal(signal).name().constData(), name, value);
+            logSignal(tracer, signal, name, value);
             emitSignal(signal, value);
         }
     }
@@ -76,7 +75,7 @@ protected:
     void announce(const FunctionTracer &tracer, const Twins &signal, const char *name, const unsigned int &value)
     {
         if (!isOrphan()) {
-            logSignal(tracer, QMetaMethod::fromSignal(signal.typed).name().constData(), name, value);
+            logSignal(tracer, signal.typed, name, value);
             emitSignal(signal, value);
         }
     }
@@ -84,7 +83,7 @@ protected:
     void announce(const FunctionTracer &tracer, void (Public::*signal)())
     {
         if (!isOrphan()) {
-            logSignal(tracer, QMetaMethod::fromSignal(signal).name().constData());
+            logSignal(tracer, signal);
             emitSignal(signal);
         }
     }
