@@ -316,6 +316,9 @@ void tst_Streams::seekInWhatTheServerSendsOnce_isDoneOrRefused()
     QFETCH(const QByteArray, name);
     QFETCH(const ErrorCode, back);
     QFETCH(const ErrorCode, onward);
+    constexpr qint64 BytesPerSecond = 44'100 * sizeof(float);
+    const QString heard = m_folder.filePath("heard.raw");
+    QFile::remove(heard);
     const Application application;
     QVERIFY(application.attachAudio() >= 0);
     QCOMPARE(application.setContext("updateinterval", "20"), 0);
@@ -323,7 +326,9 @@ void tst_Streams::seekInWhatTheServerSendsOnce_isDoneOrRefused()
     const auto status = application.watch("status?wait");
     const auto state = application.watch("state?wait");
     QCOMPARE(mmr_play(application.context()), 0);
-    while (readMessage(*status).number("position") < 2000) {
+    // The sink takes all that has come at once, so the position would wait for the rest before it gets anywhere.
+    while (QFileInfo(heard).size() < 2 * BytesPerSecond) {
+        readMessage(*status);
     }
     QCOMPARE(application.code(mmr_seek(application.context(), "1:39000")), static_cast<int>(onward));
     QCOMPARE(application.code(mmr_seek(application.context(), "1:1000")), static_cast<int>(back));
