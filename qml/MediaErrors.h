@@ -3,6 +3,7 @@
 #include <multimedia/MediaError.h>
 
 #include <QtCore/QObject>
+#include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
 namespace voro::qml {
@@ -18,6 +19,8 @@ public:
 
     /** A sentence for an error; empty for `None`. An unknown number gives a sentence with that number. */
     Q_INVOKABLE QString text(int error) const;
+    /** A sentence for an error of a medium: for a file it tells what is wrong with it, as that it is missing. */
+    Q_INVOKABLE QString text(int error, const QUrl &medium) const;
     /** The enumerator name of an error, as in `SourceUnavailable`; empty for an unknown number. */
     Q_INVOKABLE QString name(int error) const;
 };

@@ -252,7 +252,7 @@ MediaPlayer {
     /** Keeps what a command's failure means; true when it did not fail. */
     function check(result: int): bool {
         if (result !== MediaError.None)
-            problem = qsTr("“%1”: %2").arg(title).arg(MediaErrors.text(result));
+            problem = qsTr("“%1”: %2").arg(title).arg(MediaErrors.text(result, current));
         return result === MediaError.None;
     }
 

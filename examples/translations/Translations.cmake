@@ -1,6 +1,6 @@
 # What the applications say in other languages. Without Qt's tool for it they speak English.
 #
-# lupdate -locations none -no-obsolete examples qml -ts examples/translations/*.ts takes in what is new.
+# lupdate -locations none -no-obsolete examples qml tools/words -ts examples/translations/*.ts takes in what is new.
 
 find_program(VORO_LRELEASE lrelease HINTS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS})
 if(NOT VORO_LRELEASE)

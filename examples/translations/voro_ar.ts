@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>تعطل المشغل على غير توقع.</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>لا يمكن استخدام هذه القيمة.</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>هذا غير ممكن الآن.</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>هذه القيمة غير مدعومة هنا.</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>لا يمكن تشغيل هذا النوع من الوسائط.</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>الوسيط لا يسمح بذلك.</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>تعذرت قراءة الوسيط.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>تعذرت كتابة التسجيل.</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>لم يُعثر على الوسيط أو أنه لا يستجيب.</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>الوسيط تالف.</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>لا يمكن استخدام المخرج.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>الذاكرة غير كافية.</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>شيء لازم مفقود أو قيد الاستخدام.</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>هذا غير مسموح.</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>رفض المشغل ذلك.</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>حدث خطأ غير معروف (%1).</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>لا يوجد ملف كهذا.</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>هذا مجلد وليس وسيطًا.</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>لا يحق لك قراءة هذا الملف.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>الملف فارغ.</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>قائمة الانتظار</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>تعطل المشغل على غير توقع.</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>لا يمكن استخدام هذه القيمة.</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>هذا غير ممكن الآن.</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>هذه القيمة غير مدعومة هنا.</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>لا يمكن تشغيل هذا النوع من الوسائط.</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>الوسيط لا يسمح بذلك.</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>تعذرت قراءة الوسيط.</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>تعذرت كتابة التسجيل.</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>لم يُعثر على الوسيط أو أنه لا يستجيب.</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>الوسيط تالف.</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>لا يمكن استخدام المخرج.</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>الذاكرة غير كافية.</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>شيء لازم مفقود أو قيد الاستخدام.</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>هذا غير مسموح.</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>رفض المشغل ذلك.</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>حدث خطأ غير معروف (%1).</translation>
     </message>
 </context>
 </TS>

@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>Der Spieler ist unerwartet ausgefallen.</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>Dieser Wert ist nicht brauchbar.</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>Das geht im Moment nicht.</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>Dieser Wert wird hier nicht unterstützt.</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>Diese Art von Medium lässt sich nicht spielen.</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>Das Medium erlaubt das nicht.</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>Das Medium war nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>Die Aufnahme ließ sich nicht schreiben.</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>Das Medium wurde nicht gefunden oder antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>Das Medium ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>Die Ausgabe ist nicht brauchbar.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>Der Speicher reicht nicht.</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>Etwas Nötiges fehlt oder ist belegt.</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>Das ist nicht erlaubt.</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>Der Spieler hat das abgelehnt.</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>Ein unbekannter Fehler ist aufgetreten (%1).</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>Eine solche Datei gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>Das ist ein Ordner, kein Medium.</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>Sie dürfen diese Datei nicht lesen.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>Die Datei ist leer.</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>Warteschlange</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>Der Spieler ist unerwartet ausgefallen.</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>Dieser Wert ist nicht brauchbar.</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>Das geht im Moment nicht.</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>Dieser Wert wird hier nicht unterstützt.</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>Diese Art von Medium lässt sich nicht spielen.</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>Das Medium erlaubt das nicht.</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>Das Medium war nicht lesbar.</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>Die Aufnahme ließ sich nicht schreiben.</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>Das Medium wurde nicht gefunden oder antwortet nicht.</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>Das Medium ist beschädigt.</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>Die Ausgabe ist nicht brauchbar.</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>Der Speicher reicht nicht.</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>Etwas Nötiges fehlt oder ist belegt.</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>Das ist nicht erlaubt.</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>Der Spieler hat das abgelehnt.</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>Ein unbekannter Fehler ist aufgetreten (%1).</translation>
     </message>
 </context>
 </TS>

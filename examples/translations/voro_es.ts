@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>El reproductor falló inesperadamente.</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>Este valor no se puede usar.</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>No es posible en este momento.</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>Este valor no se admite aquí.</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>Este tipo de medio no se puede reproducir.</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>El medio no lo permite.</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>No se pudo leer el medio.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>No se pudo escribir la grabación.</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>No se encontró el medio o no responde.</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>El medio está dañado.</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>La salida no se puede usar.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>No hay memoria suficiente.</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>Falta algo necesario o está en uso.</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>No está permitido.</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>El reproductor lo rechazó.</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>Se produjo un error desconocido (%1).</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>No existe tal archivo.</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>Esto es una carpeta, no un medio.</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>No tiene permiso para leer este archivo.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>El archivo está vacío.</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>Cola</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>El reproductor falló inesperadamente.</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>Este valor no se puede usar.</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>No es posible en este momento.</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>Este valor no se admite aquí.</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>Este tipo de medio no se puede reproducir.</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>El medio no lo permite.</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>No se pudo leer el medio.</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>No se pudo escribir la grabación.</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>No se encontró el medio o no responde.</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>El medio está dañado.</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>La salida no se puede usar.</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>No hay memoria suficiente.</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>Falta algo necesario o está en uso.</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>No está permitido.</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>El reproductor lo rechazó.</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>Se produjo un error desconocido (%1).</translation>
     </message>
 </context>
 </TS>

@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>Le lecteur s’est arrêté de façon inattendue.</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>Cette valeur est inutilisable.</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>Ce n’est pas possible pour l’instant.</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>Cette valeur n’est pas prise en charge ici.</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>Ce type de média ne peut pas être lu.</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>Le média ne le permet pas.</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>Le média n’a pas pu être lu.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>L’enregistrement n’a pas pu être écrit.</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>Le média est introuvable ou ne répond pas.</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>Le média est endommagé.</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>La sortie est inutilisable.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>La mémoire est insuffisante.</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>Il manque un élément nécessaire, ou il est occupé.</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>Ce n’est pas autorisé.</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>Le lecteur a refusé.</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>Une erreur inconnue s’est produite (%1).</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>Ce fichier n’existe pas.</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>C’est un dossier, pas un média.</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>Vous n’avez pas le droit de lire ce fichier.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>Le fichier est vide.</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>File d’attente</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>Le lecteur s’est arrêté de façon inattendue.</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>Cette valeur est inutilisable.</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>Ce n’est pas possible pour l’instant.</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>Cette valeur n’est pas prise en charge ici.</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>Ce type de média ne peut pas être lu.</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>Le média ne le permet pas.</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>Le média n’a pas pu être lu.</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>L’enregistrement n’a pas pu être écrit.</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>Le média est introuvable ou ne répond pas.</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>Le média est endommagé.</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>La sortie est inutilisable.</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>La mémoire est insuffisante.</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>Il manque un élément nécessaire, ou il est occupé.</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>Ce n’est pas autorisé.</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>Le lecteur a refusé.</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>Une erreur inconnue s’est produite (%1).</translation>
     </message>
 </context>
 </TS>

@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>Il lettore si è fermato in modo imprevisto.</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>Questo valore non è utilizzabile.</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>Al momento non è possibile.</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>Questo valore qui non è supportato.</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>Questo tipo di file non può essere riprodotto.</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>Il file non lo permette.</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>Impossibile leggere il file.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>Impossibile scrivere la registrazione.</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>Il file non è stato trovato o non risponde.</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>Il file è danneggiato.</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>L’uscita non è utilizzabile.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>La memoria non basta.</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>Qualcosa di necessario manca o è in uso.</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>Non è consentito.</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>Il lettore ha rifiutato.</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>Si è verificato un errore sconosciuto (%1).</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>Questo file non esiste.</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>Questa è una cartella, non un contenuto.</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>Non si ha il permesso di leggere questo file.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>Il file è vuoto.</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>Coda</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>Il lettore si è fermato in modo imprevisto.</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>Questo valore non è utilizzabile.</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>Al momento non è possibile.</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>Questo valore qui non è supportato.</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>Questo tipo di file non può essere riprodotto.</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>Il file non lo permette.</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>Impossibile leggere il file.</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>Impossibile scrivere la registrazione.</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>Il file non è stato trovato o non risponde.</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>Il file è danneggiato.</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>L’uscita non è utilizzabile.</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>La memoria non basta.</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>Qualcosa di necessario manca o è in uso.</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>Non è consentito.</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>Il lettore ha rifiutato.</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>Si è verificato un errore sconosciuto (%1).</translation>
     </message>
 </context>
 </TS>

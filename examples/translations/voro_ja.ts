@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>プレーヤーが予期せず停止しました。</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>この値は使えません。</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>現在この操作はできません。</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>この値はここでは使えません。</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>この種類のメディアは再生できません。</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>このメディアではできません。</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>メディアを読み取れませんでした。</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>録音を書き込めませんでした。</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>メディアが見つからないか、応答しません。</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>メディアが壊れています。</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>出力先を使えません。</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>メモリーが足りません。</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>必要なものがないか、使用中です。</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>許可されていません。</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>プレーヤーが拒否しました。</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>不明なエラーが発生しました (%1)。</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>そのファイルはありません。</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>これはメディアではなくフォルダーです。</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>このファイルを読み取る権限がありません。</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>ファイルが空です。</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>再生待ち</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>プレーヤーが予期せず停止しました。</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>この値は使えません。</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>現在この操作はできません。</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>この値はここでは使えません。</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>この種類のメディアは再生できません。</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>このメディアではできません。</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>メディアを読み取れませんでした。</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>録音を書き込めませんでした。</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>メディアが見つからないか、応答しません。</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>メディアが壊れています。</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>出力先を使えません。</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>メモリーが足りません。</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>必要なものがないか、使用中です。</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>許可されていません。</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>プレーヤーが拒否しました。</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>不明なエラーが発生しました (%1)。</translation>
     </message>
 </context>
 </TS>

@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>Odtwarzacz nieoczekiwanie zawiódł.</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>Tej wartości nie można użyć.</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>W tej chwili to niemożliwe.</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>Ta wartość nie jest tu obsługiwana.</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>Tego rodzaju pliku nie można odtworzyć.</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>Plik na to nie pozwala.</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>Nie można odczytać pliku.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>Nie można zapisać nagrania.</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>Nie znaleziono pliku lub brak odpowiedzi.</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>Plik jest uszkodzony.</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>Nie można użyć wyjścia.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>Brakuje pamięci.</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>Brakuje czegoś potrzebnego lub jest zajęte.</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>To jest niedozwolone.</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>Odtwarzacz odmówił.</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>Wystąpił nieznany błąd (%1).</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>Nie ma takiego pliku.</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>To jest folder, a nie plik multimedialny.</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>Nie wolno odczytać tego pliku.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>Plik jest pusty.</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>Kolejka</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>Odtwarzacz nieoczekiwanie zawiódł.</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>Tej wartości nie można użyć.</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>W tej chwili to niemożliwe.</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>Ta wartość nie jest tu obsługiwana.</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>Tego rodzaju pliku nie można odtworzyć.</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>Plik na to nie pozwala.</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>Nie można odczytać pliku.</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>Nie można zapisać nagrania.</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>Nie znaleziono pliku lub brak odpowiedzi.</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>Plik jest uszkodzony.</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>Nie można użyć wyjścia.</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>Brakuje pamięci.</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>Brakuje czegoś potrzebnego lub jest zajęte.</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>To jest niedozwolone.</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>Odtwarzacz odmówił.</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>Wystąpił nieznany błąd (%1).</translation>
     </message>
 </context>
 </TS>

@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>O leitor falhou inesperadamente.</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>Este valor não pode ser usado.</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>De momento não é possível.</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>Este valor não é suportado aqui.</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>Este tipo de ficheiro não pode ser reproduzido.</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>O ficheiro não o permite.</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>Não foi possível ler o ficheiro.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>Não foi possível escrever a gravação.</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>O ficheiro não foi encontrado ou não responde.</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>O ficheiro está danificado.</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>A saída não pode ser usada.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>Não há memória suficiente.</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>Algo necessário falta ou está em uso.</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>Não é permitido.</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>O leitor recusou.</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>Ocorreu um erro desconhecido (%1).</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>Não existe tal ficheiro.</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>Isto é uma pasta, não um ficheiro multimédia.</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>Não tem permissão para ler este ficheiro.</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>O ficheiro está vazio.</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>Fila</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>O leitor falhou inesperadamente.</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>Este valor não pode ser usado.</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>De momento não é possível.</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>Este valor não é suportado aqui.</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>Este tipo de ficheiro não pode ser reproduzido.</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>O ficheiro não o permite.</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>Não foi possível ler o ficheiro.</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>Não foi possível escrever a gravação.</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>O ficheiro não foi encontrado ou não responde.</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>O ficheiro está danificado.</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>A saída não pode ser usada.</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>Não há memória suficiente.</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>Algo necessário falta ou está em uso.</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>Não é permitido.</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>O leitor recusou.</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>Ocorreu um erro desconhecido (%1).</translation>
     </message>
 </context>
 </TS>

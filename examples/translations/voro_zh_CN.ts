@@ -218,6 +218,89 @@
     </message>
 </context>
 <context>
+    <name>ErrorWords</name>
+    <message>
+        <source>The player failed unexpectedly.</source>
+        <translation>播放器意外出错。</translation>
+    </message>
+    <message>
+        <source>This value cannot be used.</source>
+        <translation>无法使用此值。</translation>
+    </message>
+    <message>
+        <source>This is not possible at the moment.</source>
+        <translation>目前无法执行此操作。</translation>
+    </message>
+    <message>
+        <source>This value is not supported here.</source>
+        <translation>此处不支持该值。</translation>
+    </message>
+    <message>
+        <source>This kind of media cannot be played.</source>
+        <translation>无法播放此类媒体。</translation>
+    </message>
+    <message>
+        <source>The medium does not allow this.</source>
+        <translation>该媒体不允许此操作。</translation>
+    </message>
+    <message>
+        <source>The medium could not be read.</source>
+        <translation>无法读取媒体。</translation>
+    </message>
+    <message>
+        <source>The recording could not be written.</source>
+        <translation>无法写入录音。</translation>
+    </message>
+    <message>
+        <source>The medium was not found or does not answer.</source>
+        <translation>找不到媒体或媒体没有响应。</translation>
+    </message>
+    <message>
+        <source>The medium is damaged.</source>
+        <translation>媒体已损坏。</translation>
+    </message>
+    <message>
+        <source>The output cannot be used.</source>
+        <translation>无法使用该输出。</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>内存不足。</translation>
+    </message>
+    <message>
+        <source>Something that is needed is missing or in use.</source>
+        <translation>所需的资源缺失或正被占用。</translation>
+    </message>
+    <message>
+        <source>This is not permitted.</source>
+        <translation>不允许此操作。</translation>
+    </message>
+    <message>
+        <source>The player refused this.</source>
+        <translation>播放器拒绝了此操作。</translation>
+    </message>
+    <message>
+        <source>An unknown error happened (%1).</source>
+        <translation>发生未知错误（%1）。</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>没有这个文件。</translation>
+    </message>
+    <message>
+        <source>This is a folder, not a medium.</source>
+        <translation>这是文件夹，不是媒体。</translation>
+    </message>
+    <message>
+        <source>You may not read this file.</source>
+        <translation>您无权读取此文件。</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <translation>文件是空的。</translation>
+    </message>
+</context>
+<context>
     <name>Files</name>
     <message>
         <source>A name is missing.</source>
@@ -996,73 +1079,6 @@
     <message>
         <source>Queue</source>
         <translation>播放队列</translation>
-    </message>
-</context>
-<context>
-    <name>voro::qml::MediaErrors</name>
-    <message>
-        <source>The player failed unexpectedly.</source>
-        <translation>播放器意外出错。</translation>
-    </message>
-    <message>
-        <source>This value cannot be used.</source>
-        <translation>无法使用此值。</translation>
-    </message>
-    <message>
-        <source>This is not possible at the moment.</source>
-        <translation>目前无法执行此操作。</translation>
-    </message>
-    <message>
-        <source>This value is not supported here.</source>
-        <translation>此处不支持该值。</translation>
-    </message>
-    <message>
-        <source>This kind of media cannot be played.</source>
-        <translation>无法播放此类媒体。</translation>
-    </message>
-    <message>
-        <source>The medium does not allow this.</source>
-        <translation>该媒体不允许此操作。</translation>
-    </message>
-    <message>
-        <source>The medium could not be read.</source>
-        <translation>无法读取媒体。</translation>
-    </message>
-    <message>
-        <source>The recording could not be written.</source>
-        <translation>无法写入录音。</translation>
-    </message>
-    <message>
-        <source>The medium was not found or does not answer.</source>
-        <translation>找不到媒体或媒体没有响应。</translation>
-    </message>
-    <message>
-        <source>The medium is damaged.</source>
-        <translation>媒体已损坏。</translation>
-    </message>
-    <message>
-        <source>The output cannot be used.</source>
-        <translation>无法使用该输出。</translation>
-    </message>
-    <message>
-        <source>There is not enough memory.</source>
-        <translation>内存不足。</translation>
-    </message>
-    <message>
-        <source>Something that is needed is missing or in use.</source>
-        <translation>所需的资源缺失或正被占用。</translation>
-    </message>
-    <message>
-        <source>This is not permitted.</source>
-        <translation>不允许此操作。</translation>
-    </message>
-    <message>
-        <source>The player refused this.</source>
-        <translation>播放器拒绝了此操作。</translation>
-    </message>
-    <message>
-        <source>An unknown error happened (%1).</source>
-        <translation>发生未知错误（%1）。</translation>
     </message>
 </context>
 </TS>

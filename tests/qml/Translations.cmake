@@ -7,7 +7,8 @@ set(problems "")
 foreach(source IN LISTS translations)
   cmake_path(GET source FILENAME name)
   execute_process(COMMAND ${LUPDATE} -silent -locations none -disable-heuristic sametext -disable-heuristic similartext
-    ${SOURCE}/examples/application ${SOURCE}/examples/player ${SOURCE}/examples/recorder ${SOURCE}/examples/remote ${SOURCE}/qml
+    ${SOURCE}/examples/application ${SOURCE}/examples/player ${SOURCE}/examples/recorder ${SOURCE}/examples/remote
+    ${SOURCE}/qml ${SOURCE}/tools/words
     -ts ${WORK}/${name} COMMAND_ERROR_IS_FATAL ANY)
   file(READ ${WORK}/${name} text)
   string(REGEX MATCHALL "<source>[^<]*</source>[ \n]*<translation type=[^>]*>" found "${text}")
