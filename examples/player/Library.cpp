@@ -234,7 +234,10 @@ bool Library::isBefore(const Entry &one, const Entry &other) const
     const Tags &second = other.tags ? *other.tags : Unknown;
     // What has no name comes last.
     const auto compare = [this](const QString &text, const QString &otherText) {
-        return text.isEmpty() != otherText.isEmpty() ? (text.isEmpty() ? 1 : -1) : m_collator.compare(text, otherText);
+        if (text.isEmpty() != otherText.isEmpty()) {
+            return text.isEmpty() ? 1 : -1;
+        }
+        return m_collator.compare(text, otherText);
     };
     int order = m_order == ByArtist ? compare(first.artist, second.artist) : 0;
     if (order == 0 && m_order != ByTitle) {
