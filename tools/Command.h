@@ -23,4 +23,7 @@ extern const Command RecordCommand;
 extern const Command RemoteCommand;
 extern const Command SoundCommand;
 
+/** All of them, in the order in which help shows them. */
+std::vector<const Command *> allCommands();
+
 } // namespace voro

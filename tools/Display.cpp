@@ -34,7 +34,10 @@ QString speedText(const View &view)
 
 QString captionsText(const View &view)
 {
-    return !view.captions ? QString() : *view.captions ? QStringLiteral("captions on") : QStringLiteral("captions off");
+    if (!view.captions) {
+        return {};
+    }
+    return *view.captions ? QStringLiteral("captions on") : QStringLiteral("captions off");
 }
 
 constexpr std::array Notes{trackText, speedText, captionsText};

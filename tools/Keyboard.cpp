@@ -3,6 +3,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -40,46 +41,57 @@ void setDeadlyHandlers(void (*handler)(int))
     }
 }
 
-std::optional<Key> plainKey(char byte)
+struct CharacterKey {
+    char character;
+    Key key;
+};
+
+constexpr std::array CharacterKeys{
+    CharacterKey{' ', Key::PlayPause}, CharacterKey{'+', Key::Louder}, CharacterKey{'=', Key::Louder},
+    CharacterKey{'-', Key::Softer},    CharacterKey{'m', Key::Mute},   CharacterKey{'[', Key::Slower},
+    CharacterKey{']', Key::Faster},    CharacterKey{'n', Key::Next},   CharacterKey{'p', Key::Previous},
+    CharacterKey{'c', Key::Captions},  CharacterKey{'?', Key::Help},   CharacterKey{'q', Key::Quit},
+};
+
+constexpr std::array ArrowKeys{
+    CharacterKey{'A', Key::FarForward},
+    CharacterKey{'B', Key::FarBack},
+    CharacterKey{'C', Key::Forward},
+    CharacterKey{'D', Key::Back},
+};
+
+template<typename Keys>
+std::optional<Key> find(const Keys &keys, char character)
 {
-    switch (byte) {
-    case ' ':
-        return Key::PlayPause;
-    case '+':
-    case '=':
-        return Key::Louder;
-    case '-':
-        return Key::Softer;
-    case 'n':
-        return Key::Next;
-    case 'p':
-        return Key::Previous;
-    case 'c':
-        return Key::Captions;
-    case 'q':
-        return Key::Quit;
-    default:
-        return std::nullopt;
-    }
+    const auto found = std::find_if(keys.begin(), keys.end(),
+                                    [character](const CharacterKey &it) { return it.character == character; });
+    return found == keys.end() ? std::nullopt : std::optional(found->key);
 }
 
-std::optional<Key> arrowKey(char final)
+std::optional<Key> plainKey(char byte)
 {
-    switch (final) {
-    case 'A':
-        return Key::Louder;
-    case 'B':
-        return Key::Softer;
-    case 'C':
-        return Key::Forward;
-    case 'D':
-        return Key::Back;
-    default:
-        return std::nullopt;
+    if (byte >= '0' && byte <= '9') {
+        return static_cast<Key>(static_cast<int>(Key::Tenth0) + (byte - '0'));
     }
+    return find(CharacterKeys, byte);
 }
 
 } // namespace
+
+QByteArray keyHelp()
+{
+    return "  space         pauses and goes on\n"
+           "  left right    seek by 5 seconds\n"
+           "  down up       seek by 60 seconds\n"
+           "  0 to 9        seek to as many tenths of the medium\n"
+           "  p n           go to the previous and the next track\n"
+           "  - +           change the volume\n"
+           "  m             switches the sound off and on\n"
+           "  [ ]           play slower and faster\n"
+           "  c             switches captions off and on\n"
+           "  ?             shows this list\n"
+           "  q             ends\n";
+}
 
 std::optional<Key> KeyDecoder::feed(char byte)
 {
@@ -104,7 +116,7 @@ std::optional<Key> KeyDecoder::feed(char byte)
             return std::nullopt;
         }
         m_state = State::Plain;
-        return arrowKey(byte);
+        return find(ArrowKeys, byte);
     }
     return std::nullopt;
 }

@@ -9,7 +9,29 @@
 namespace voro {
 
 /** A key that commands the player. */
-enum class Key { PlayPause, Back, Forward, Louder, Softer, Next, Previous, Captions, Quit };
+enum class Key {
+    PlayPause,
+    Back,
+    Forward,
+    FarBack,
+    FarForward,
+    Louder,
+    Softer,
+    Mute,
+    Slower,
+    Faster,
+    Next,
+    Previous,
+    Captions,
+    Help,
+    Quit,
+    /** To the beginning; those after it stand for as many tenths of the medium. */
+    Tenth0,
+    Tenth9 = Tenth0 + 9
+};
+
+/** The lines that say what the keys do. */
+QByteArray keyHelp();
 
 /** Finds keys in the bytes that a terminal sends, which may arrive in pieces. */
 class KeyDecoder {

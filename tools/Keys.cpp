@@ -103,7 +103,7 @@ ExitStatus run(const Arguments &arguments)
     }
     const bool isPress = operands.first() == "press";
     if (!isPress && operands.first() != "watch") {
-        throw UsageError{QStringLiteral("unknown action '%1'").arg(QString::fromLocal8Bit(operands.first()))};
+        refuseUnknown("action", operands.first(), {"watch", "press"});
     }
     const char *const action = isPress ? "press" : "watch";
     for (const char *option : {"--notification", "--json", "--ms"}) {
@@ -138,9 +138,14 @@ const Command KeysCommand{
                 {
                     {"--notification", "KIND",
                      "watch: clicked tells of a short press at every release, threshold not "
-                     "after a long one"},
+                     "after a long one",
+                     [] { return enumeratorNames<MediaKeyNotification>(); }},
                     {"--json", nullptr, "watch: prints every signal as one JSON object a line"},
                     {"--ms", "N", "press: how long, in milliseconds (100)"},
+                },
+            .words =
+                [] {
+                    return QByteArrayList{"watch", "press"};
                 },
         },
     .run = run,

@@ -1,50 +1,44 @@
 #include "LogFilter.h"
 
+#include <QtCore/QString>
+
 #include <utility>
 
 namespace voro {
 
 namespace {
 
-LogFilter *current = nullptr;
 QtMessageHandler showLine = nullptr;
+std::function<void()> roomMaker;
+bool showsAll = false;
 
 } // namespace
 
-LogFilter::LogFilter(std::function<void()> makeRoom)
-    : m_makeRoom(std::move(makeRoom)),
-      m_showsAll(qgetenv("VOROMULTIMEDIA_LOG_DEBUG") == "1")
+LogFilter::LogFilter()
 {
-    current = this;
+    showsAll = qgetenv("VOROMULTIMEDIA_LOG_DEBUG") == "1";
     showLine = qInstallMessageHandler(handle);
 }
 
 LogFilter::~LogFilter()
 {
     qInstallMessageHandler(showLine);
-    current = nullptr;
+}
+
+void LogFilter::setRoomMaker(std::function<void()> makeRoom)
+{
+    roomMaker = std::move(makeRoom);
 }
 
 void LogFilter::handle(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    if (current->m_isHolding && type != QtFatalMsg) {
-        current->m_held.push_back({type, text});
+    if (!showsAll && type != QtFatalMsg) {
         return;
     }
-    current->m_makeRoom();
+    if (roomMaker) {
+        roomMaker();
+    }
     showLine(type, context, text);
-}
-
-void LogFilter::finish(bool failed)
-{
-    const auto lines = std::exchange(m_held, {});
-    if (!failed || lines.empty()) {
-        return;
-    }
-    m_makeRoom();
-    for (const Line &line : lines) {
-        showLine(line.type, QMessageLogContext(), line.text);
-    }
 }
 
 } // namespace voro

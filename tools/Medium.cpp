@@ -5,8 +5,8 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,20 +36,49 @@ bool isUtf8(const QByteArray &text)
     return QString::fromUtf8(text).toUtf8() == text;
 }
 
-/**
- * A path that says the same in UTF-8, the only text a URL can name. A file whose name is something else is named by a
- * descriptor, which stays open as long as the program plays.
- */
+/** Another name for a medium, in a folder that goes with the program. */
+QByteArray standIn()
+{
+    static const QTemporaryDir folder;
+    static int count = 0;
+    return QFile::encodeName(folder.filePath(QString::number(++count)));
+}
+
+/** A path that says the same in UTF-8, the only text a URL can name: that of a link where the path is not. */
 QByteArray utf8Path(const QByteArray &path)
 {
     if (isUtf8(path)) {
         return path;
     }
-    const int descriptor = open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
-        return path;
+    const QByteArray link = standIn();
+    return symlink(path.constData(), link.constData()) == 0 ? link : path;
+}
+
+/** Copies standard input into a file; its path. */
+QByteArray keepInput()
+{
+    QFile input;
+    QFile copy(QFile::decodeName(standIn()));
+    bool isKept = input.open(STDIN_FILENO, QFile::ReadOnly) && copy.open(QFile::WriteOnly);
+    constexpr qint64 Some = 64 * 1024;
+    for (QByteArray bytes = input.read(Some); isKept && !bytes.isEmpty(); bytes = input.read(Some)) {
+        isKept = copy.write(bytes) == bytes.size();
     }
-    return "/proc/" + QByteArray::number(getpid()) + "/fd/" + QByteArray::number(descriptor);
+    if (!isKept || !copy.flush()) {
+        throw UsageError{QStringLiteral("standard input cannot be kept: %1").arg(copy.errorString())};
+    }
+    return QFile::encodeName(copy.fileName());
+}
+
+/** The path of the file that standard input is; empty when it is none. */
+QByteArray inputPath()
+{
+    struct stat information {};
+    if (fstat(STDIN_FILENO, &information) != 0 || !S_ISREG(information.st_mode)) {
+        return {};
+    }
+    const QByteArray path = QFile::encodeName(QFile::symLinkTarget(QStringLiteral("/proc/self/fd/0")));
+    return exists(path) ? path : QByteArray();
 }
 
 QByteArray absolutePath(const QByteArray &path)
@@ -87,6 +116,15 @@ Medium mediumFromArgument(const QByteArray &argument)
         throw UsageError{QStringLiteral("'%1' is no URL: %2").arg(QString::fromLocal8Bit(argument), url.errorString())};
     }
     return {url, url.toDisplayString()};
+}
+
+Medium inputMedium()
+{
+    if (isatty(STDIN_FILENO)) {
+        throw UsageError{QStringLiteral("-: standard input is a terminal")};
+    }
+    const QByteArray path = inputPath();
+    return {file(path.isEmpty() ? keepInput() : path).url, QStringLiteral("standard input")};
 }
 
 Medium newFileFromArgument(const QByteArray &argument)

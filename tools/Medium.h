@@ -20,6 +20,12 @@ struct Medium {
 Medium mediumFromArgument(const QByteArray &argument);
 
 /**
+ * What standard input gives: the file that it is, or a copy of what comes through it, which takes until its end and
+ * lives as long as the program. Throws UsageError when it is a terminal or cannot be kept.
+ */
+Medium inputMedium();
+
+/**
  * The file of this machine that an argument names, existing or not. Throws UsageError for an empty argument and for a
  * name that is not UTF-8, the only text a URL can name.
  */

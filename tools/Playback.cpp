@@ -2,6 +2,7 @@
 
 #include "Folders.h"
 #include "Output.h"
+#include "Problem.h"
 #include "StopSignals.h"
 
 #include <multimedia/MetaData.h>
@@ -29,7 +30,10 @@ using multimedia::VideoOutput;
 namespace {
 
 constexpr int SeekStep = 5000;
+constexpr int FarSeekStep = 60'000;
 constexpr double VolumeStep = 0.05;
+constexpr double SpeedStep = 0.25;
+constexpr double FastestSpeed = 4;
 
 /** Runs commands until one fails; its error is the result. */
 MediaError::Type inTurn(std::initializer_list<std::function<MediaError::Type()>> commands)
@@ -47,7 +51,8 @@ MediaError::Type inTurn(std::initializer_list<std::function<MediaError::Type()>>
 Playback::Playback(PlaybackSettings settings)
     : Session("play"),
       m_settings(std::move(settings)),
-      m_display(m_settings.json ? Display::createSilent() : Display::create())
+      m_display(m_settings.json ? Display::createSilent() : Display::create()),
+      m_speed(m_settings.speed)
 {
     connectPlayer();
     watchSound();
@@ -110,8 +115,8 @@ void Playback::watchSound()
 
 bool Playback::begin()
 {
-    if (const auto error = log().run([this] { return applySettings(); }); error != MediaError::None) {
-        fail(enumeratorName(error));
+    if (const auto error = applySettings(); error != MediaError::None) {
+        fail(problemOf(error));
         return false;
     }
     if (m_settings.isPublished) {
@@ -127,10 +132,11 @@ bool Playback::begin()
     if (m_media.empty()) {
         return false;
     }
-    const auto error = log().run([this] { return playFirst(); });
-    if (error != MediaError::None) {
-        fail((m_media.size() == 1 ? m_media.front().name : QStringLiteral("none of them can be played"))
-             + QLatin1String(": ") + enumeratorName(error));
+    const auto error = playFirst();
+    if (error != MediaError::None && m_media.size() == 1) {
+        failWith(m_media.front(), error);
+    } else if (error != MediaError::None) {
+        fail(QStringLiteral("none of them can be played: ") + problemOf(error));
     }
     return error == MediaError::None;
 }
@@ -160,11 +166,15 @@ void Playback::omitMissingFiles()
         if (m_settings.media.size() == 1 || !medium.url.isLocalFile() || QFileInfo::exists(medium.url.toLocalFile())) {
             m_media.push_back(medium);
         } else {
-            fail(medium.name + QLatin1String(": ") + enumeratorName(MediaError::SourceUnavailable));
+            failWith(medium, MediaError::SourceUnavailable);
         }
     }
     m_order.resize(m_media.size());
     std::iota(m_order.begin(), m_order.end(), 0);
+    if (m_settings.isShuffled && m_media.size() > 1) {
+        m_isShuffled = true;
+        std::shuffle(m_order.begin(), m_order.end(), *QRandomGenerator::global());
+    }
 }
 
 QUrl Playback::source()
@@ -203,7 +213,7 @@ MediaError::Type Playback::playFirst()
 MediaError::Type Playback::start()
 {
     // A speed starts a prepared player by itself; play() would go back to the speed that was reported last.
-    return m_settings.speed ? m_player.setSpeed(*m_settings.speed) : m_player.play();
+    return m_speed ? m_player.setSpeed(*m_speed) : m_player.play();
 }
 
 bool Playback::playOn(unsigned track)
@@ -211,12 +221,10 @@ bool Playback::playOn(unsigned track)
     if (track > trackCount()) {
         return false;
     }
-    const auto error = log().run([&] {
-        return inTurn(
-            {[&] { return m_player.prepare(); }, [&] { return m_player.seekTrack(track); }, [&] { return start(); }});
-    });
+    const auto error = inTurn(
+        {[&] { return m_player.prepare(); }, [&] { return m_player.seekTrack(track); }, [&] { return start(); }});
     if (error != MediaError::None) {
-        fail(nameOf(track) + QLatin1String(": ") + enumeratorName(error));
+        fail(nameOf(track) + QLatin1String(": ") + problemOf(error));
     }
     return error == MediaError::None;
 }
@@ -233,20 +241,24 @@ void Playback::complainOf(unsigned first, unsigned end)
         }
         // A very short one may have been over before it was told of.
         MediaPlayer player;
-        const auto error = log().run([&] {
-            return inTurn({[&] { return player.setAudioOutput(AudioOutput::None); },
-                           [&] { return player.setSourceUrl(mediumOf(track).url); }, [&] { return player.prepare(); }});
-        });
+        const auto error =
+            inTurn({[&] { return player.setAudioOutput(AudioOutput::None); },
+                    [&] { return player.setSourceUrl(mediumOf(track).url); }, [&] { return player.prepare(); }});
         if (error != MediaError::None) {
-            fail(nameOf(track) + QLatin1String(": ") + enumeratorName(error));
+            failWith(mediumOf(track), error);
         }
     }
 }
 
+void Playback::failWith(const Medium &medium, Error::Type error)
+{
+    fail(medium.name + QLatin1String(": ") + problemOf(error, medium.url));
+}
+
 void Playback::perform(const std::function<Error::Type()> &command)
 {
-    if (const auto error = log().run(command); error != MediaError::None) {
-        report(enumeratorName(error));
+    if (const auto error = command(); error != MediaError::None) {
+        report(problemOf(error));
     }
 }
 
@@ -277,7 +289,7 @@ void Playback::onEnd()
 
 void Playback::onError(MediaError::Type error, unsigned position)
 {
-    fail(QStringLiteral("%1: %2 at %3").arg(nameOf(m_player.track()), enumeratorName(error), timeText(position)));
+    fail(QStringLiteral("%1: %2 at %3").arg(nameOf(m_player.track()), problemOf(error), timeText(position)));
     if (!playOn(m_player.track() + 1)) {
         finish();
     }
@@ -285,6 +297,11 @@ void Playback::onError(MediaError::Type error, unsigned position)
 
 void Playback::onKey(Key key)
 {
+    if (key >= Key::Tenth0 && key <= Key::Tenth9) {
+        const auto tenths = static_cast<unsigned>(key) - static_cast<unsigned>(Key::Tenth0);
+        perform([this, tenths] { return seekToTenth(tenths); });
+        return;
+    }
     perform([&]() -> MediaError::Type {
         switch (key) {
         case Key::PlayPause:
@@ -293,18 +310,34 @@ void Playback::onKey(Key key)
             return seekBy(-SeekStep);
         case Key::Forward:
             return seekBy(SeekStep);
+        case Key::FarBack:
+            return seekBy(-FarSeekStep);
+        case Key::FarForward:
+            return seekBy(FarSeekStep);
         case Key::Louder:
             return changeVolume(VolumeStep);
         case Key::Softer:
             return changeVolume(-VolumeStep);
+        case Key::Mute:
+            return toggleMute();
+        case Key::Slower:
+            return changeSpeed(-SpeedStep);
+        case Key::Faster:
+            return changeSpeed(SpeedStep);
         case Key::Next:
             return next();
         case Key::Previous:
             return previous();
         case Key::Captions:
             return m_player.setClosedCaptionEnabled(!m_player.closedCaptionEnabled());
+        case Key::Help:
+            showKeys();
+            break;
         case Key::Quit:
             finish();
+            break;
+        case Key::Tenth0:
+        case Key::Tenth9:
             break;
         }
         return MediaError::None;
@@ -313,7 +346,7 @@ void Playback::onKey(Key key)
 
 MediaError::Type Playback::togglePause()
 {
-    return m_player.mediaState() == MediaState::Started ? m_player.pause() : m_player.play();
+    return m_player.mediaState() == MediaState::Started ? m_player.pause() : start();
 }
 
 MediaError::Type Playback::stop()
@@ -335,8 +368,45 @@ MediaError::Type Playback::seekBy(int milliseconds)
     return m_player.seekTime(*m_sought);
 }
 
+MediaError::Type Playback::seekToTenth(unsigned tenths)
+{
+    if (!m_player.isSeekable() || m_player.duration() == 0) {
+        return MediaError::UnsupportedOperation;
+    }
+    m_sought = static_cast<unsigned>(static_cast<quint64>(m_player.duration()) * tenths / 10);
+    return m_player.seekTime(*m_sought);
+}
+
+MediaError::Type Playback::toggleMute()
+{
+    if (m_volume) {
+        return m_player.setVolume(*std::exchange(m_volume, std::nullopt));
+    }
+    m_volume = m_player.volume();
+    return m_player.setVolume(0);
+}
+
+MediaError::Type Playback::changeSpeed(double step)
+{
+    const double speed = std::clamp(m_speed.value_or(1) + step, SpeedStep, FastestSpeed);
+    const bool isPlaying = m_player.mediaState() == MediaState::Started;
+    const auto error = isPlaying ? m_player.setSpeed(speed) : MediaError::None;
+    if (error == MediaError::None) {
+        m_speed = speed;
+    }
+    return error;
+}
+
+void Playback::showKeys()
+{
+    clearLine();
+    print(keyHelp());
+    refresh();
+}
+
 MediaError::Type Playback::changeVolume(double step)
 {
+    m_volume.reset();
     // Steps are counted, so that errors of the fractions do not add up.
     const double steps = std::round((m_player.volume() + step) / VolumeStep);
     return m_player.setVolume(std::clamp(steps / std::round(1 / VolumeStep), 0.0, 1.0));

@@ -33,6 +33,8 @@ struct PlaybackSettings {
     multimedia::EqualizerPreset::Type equalizerPreset = multimedia::EqualizerPreset::Off;
     QString windowId;
     std::optional<Medium> captions;
+    /** Whether several media play in an order of chance. */
+    bool isShuffled = false;
     bool json = false;
     /** Whether it shows as what is now playing on the device. */
     bool isPublished = true;
@@ -49,6 +51,7 @@ protected:
     void onKey(Key key) override;
     bool hold() override;
     void goOn() override { m_player.play(); }
+    void redraw() override { refresh(); }
     void clearLine() override { m_display->clear(); }
 
 private:
@@ -67,6 +70,7 @@ private:
     /** Says of tracks that were passed over what is wrong with them, once. */
     void complainOf(unsigned first, unsigned end);
 
+    void failWith(const Medium &medium, Error::Type error);
     /** Runs a command and reports its error. */
     void perform(const std::function<Error::Type()> &command);
     void onState(multimedia::MediaState::Type state);
@@ -78,7 +82,11 @@ private:
     Error::Type stop();
     Error::Type start();
     Error::Type seekBy(int milliseconds);
+    Error::Type seekToTenth(unsigned tenths);
     Error::Type changeVolume(double step);
+    Error::Type toggleMute();
+    Error::Type changeSpeed(double step);
+    void showKeys();
     Error::Type next();
     Error::Type previous();
     Error::Type setShuffled(bool isShuffled);
@@ -113,6 +121,10 @@ private:
     /** The numbers of the media, from 0, in the order in which they play. */
     std::vector<unsigned> m_order;
     bool m_isShuffled = false;
+    /** The speed that was asked for, if any was. */
+    std::optional<double> m_speed;
+    /** The volume to go back to while the sound is off. */
+    std::optional<double> m_volume;
     /** The queue is being opened anew, which nobody else has to know. */
     bool m_isReopening = false;
     /** The track that plays when that is done and has been reported. */

@@ -82,8 +82,16 @@ ExitStatus list(const QByteArrayList &operands)
     if (!object.open(PpsOpenMode::Subscribe)) {
         return failed(object);
     }
-    const bool isRead = readFolder(
-        object, [](const QString &name, bool isFolder) { print(name.toUtf8() + (isFolder ? "/\n" : "\n")); });
+    bool isEmpty = true;
+    const bool isRead = readFolder(object, [&isEmpty](const QString &name, bool isFolder) {
+        isEmpty = false;
+        print(name.toUtf8() + (isFolder ? "/\n" : "\n"));
+    });
+    // A folder is there as long as something is in it.
+    if (isRead && isEmpty && folder != QLatin1String("/pps")) {
+        complain(QStringLiteral("pps: %1: no such folder").arg(folder));
+        return Failure;
+    }
     return isRead ? Success : failed(object);
 }
 
@@ -218,7 +226,7 @@ ExitStatus run(const Arguments &arguments)
         }
         return action.run(operands);
     }
-    throw UsageError{QStringLiteral("unknown action '%1'").arg(text(name))};
+    refuseUnknown("action", name, namesOf(Actions));
 }
 
 } // namespace
@@ -238,6 +246,7 @@ const Command PpsCommand{
                 "paragraph\n"
                 "                              of standard input",
             .options = {},
+            .words = [] { return namesOf(Actions); },
             .operandsMayBeginWithDash = true,
         },
     .run = run,

@@ -2,8 +2,8 @@
 
 #include "Command.h"
 #include "Display.h"
-#include "LogFilter.h"
 #include "Output.h"
+#include "Problem.h"
 #include "SignalPrinter.h"
 #include "StopSignals.h"
 
@@ -152,7 +152,7 @@ void tellRequests(NowPlayingConnection &connection)
 /** Holds the role and does what standard input says, until it is told to end. */
 class Publication {
 public:
-    explicit Publication(NowPlayingConnection &connection) : m_connection(connection), m_log([] {}) {}
+    explicit Publication(NowPlayingConnection &connection) : m_connection(connection) {}
 
     ExitStatus run()
     {
@@ -171,8 +171,8 @@ private:
     template<typename Function>
     bool tries(Function function)
     {
-        const MediaError::Type error = m_log.run(function);
-        return error == MediaError::None || fail(enumeratorName(error));
+        const MediaError::Type error = function();
+        return error == MediaError::None || fail(problemOf(error));
     }
 
     bool fail(const QString &reason)
@@ -211,7 +211,6 @@ private:
     }
 
     NowPlayingConnection &m_connection;
-    LogFilter m_log;
     QByteArray m_input;
     ExitStatus m_status = Success;
 };

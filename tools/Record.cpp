@@ -65,7 +65,8 @@ const Command RecordCommand{
             .options =
                 {
                     {"--seconds", "N", "ends when so many seconds are recorded"},
-                    {"--channels", "NAME", "default, mono or stereo"},
+                    {"--channels", "NAME", "default, mono or stereo",
+                     [] { return enumeratorNames<multimedia::AudioChannelConfiguration>(); }},
                     {"--force", nullptr, "replaces a file that exists"},
                     {"--json", nullptr, "prints every signal of the recorder as one JSON object a line"},
                 },

@@ -3,6 +3,7 @@
 #include "Display.h"
 #include "Folders.h"
 #include "Output.h"
+#include "Problem.h"
 #include "SignalPrinter.h"
 #include "StopSignals.h"
 
@@ -23,6 +24,14 @@ namespace {
 constexpr unsigned ReportInterval = 100;
 /** Reports come at least every second. */
 constexpr int LongestSilence = 3'000;
+
+/** A recording has no other source than the audio input. */
+QString recordingProblem(MediaError::Type error)
+{
+    return error == MediaError::SourceUnavailable && daemonProblem().isEmpty()
+               ? QStringLiteral("there is no audio input (SourceUnavailable)")
+               : problemOf(error);
+}
 
 } // namespace
 
@@ -53,9 +62,9 @@ void Recording::connectRecorder()
 
 bool Recording::begin()
 {
-    const auto error = log().run([this] { return start(); });
+    const auto error = start();
     if (error != MediaError::None) {
-        fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
+        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error));
     }
     return error == MediaError::None;
 }
@@ -99,9 +108,8 @@ void Recording::end()
         // The last report tells how long it became.
         QCoreApplication::processEvents();
     }
-    if (const auto error = log().run([this] { return m_recorder.reset(); });
-        error != MediaError::None && !hasFailed()) {
-        fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
+    if (const auto error = m_recorder.reset(); error != MediaError::None && !hasFailed()) {
+        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error));
     }
     if (m_settings.json) {
         return;
@@ -123,20 +131,18 @@ void Recording::onKey(Key key)
 
 void Recording::togglePause()
 {
-    const auto command = [this] {
-        return m_recorder.mediaState() == MediaState::Paused ? m_recorder.record() : m_recorder.pause();
-    };
-    if (const auto error = log().run(command); error != MediaError::None) {
-        report(enumeratorName(error));
+    const auto error = m_recorder.mediaState() == MediaState::Paused ? m_recorder.record() : m_recorder.pause();
+    if (error != MediaError::None) {
+        report(problemOf(error));
     }
 }
 
 void Recording::checkRenderer()
 {
     const bool isPaused = m_recorder.mediaState() == MediaState::Paused;
-    const auto error = log().run([&] { return isPaused ? m_recorder.pause() : m_recorder.record(); });
+    const auto error = isPaused ? m_recorder.pause() : m_recorder.record();
     if (error != MediaError::None) {
-        fail(m_settings.file.name + QLatin1String(": ") + enumeratorName(error));
+        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error));
         finish();
     }
 }
@@ -179,7 +185,7 @@ void Recording::onMediaStateChanged(MediaState::Type state)
 
 void Recording::onError(MediaError::Type error, unsigned)
 {
-    fail(QStringLiteral("%1: %2 at %3").arg(m_settings.file.name, enumeratorName(error), timeText(m_duration)));
+    fail(QStringLiteral("%1: %2 at %3").arg(m_settings.file.name, recordingProblem(error), timeText(m_duration)));
     finish();
 }
 

@@ -38,6 +38,7 @@ protected:
     /** The rest of the file has to be written. */
     StopSignals::Patience patience() const override { return StopSignals::Long; }
     void goOn() override;
+    void redraw() override { refresh(); }
     void clearLine() override;
 
 private:

@@ -2,17 +2,20 @@
 
 #include "Command.h"
 #include "Display.h"
-#include "LogFilter.h"
 #include "Output.h"
+#include "Problem.h"
 #include "SignalPrinter.h"
 #include "StopSignals.h"
 
 #include <multimedia/MetaData.h>
 #include <multimedia/NowPlayingController.h>
+#include <voro/PpsObject.h>
 
 #include <QtCore/QCoreApplication>
 
 #include <array>
+#include <cstdlib>
+#include <functional>
 #include <utility>
 
 namespace voro {
@@ -26,45 +29,79 @@ using multimedia::RepeatMode;
 using multimedia::ShuffleMode;
 using Operands = QByteArrayList;
 
+using Task = std::function<MediaError::Type(NowPlayingController &controller)>;
+
 /** A command that is passed on, and how many operands it may have. */
 struct Action {
     const char *name;
     qsizetype minimum;
     qsizetype maximum;
     const char *operand;
-    MediaError::Type (*run)(NowPlayingController &controller, const Operands &operands);
+    /** Makes the task of the operands; throws UsageError when they are unusable. */
+    Task (*prepare)(const Operands &operands);
+    /** Whether it is the device that does it, whoever plays. */
+    bool isForDevice = false;
 };
 
 template<MediaError::Type (NowPlayingController::*Function)()>
-MediaError::Type plain(NowPlayingController &controller, const Operands &)
+Task plain(const Operands &)
 {
-    return (controller.*Function)();
+    return [](NowPlayingController &controller) { return (controller.*Function)(); };
 }
 
-MediaError::Type setVolume(NowPlayingController &controller, const Operands &operands)
+/** Changes the volume by as many of the device's steps as the text has, as "+10%". */
+Task changeVolume(const QByteArray &text)
 {
-    return controller.setVolume(numberFrom("volume", operands.first(), 0, 1));
+    constexpr int Step = 5;
+    bool isNumber = false;
+    const int change = text.endsWith('%') ? text.chopped(1).toInt(&isNumber) : 0;
+    if (!isNumber || change % Step != 0 || std::abs(change) > 100) {
+        throw UsageError{
+            QStringLiteral("volume: '%1' is not a change in steps of 5%, as +10%").arg(QString::fromLocal8Bit(text))};
+    }
+    return [change](NowPlayingController &controller) {
+        MediaError::Type error = MediaError::None;
+        for (int step = 0; step < std::abs(change) / Step && error == MediaError::None; ++step) {
+            error = change > 0 ? controller.volumeUp() : controller.volumeDown();
+        }
+        return error;
+    };
 }
 
-MediaError::Type setMute(NowPlayingController &controller, const Operands &operands)
+Task setVolume(const Operands &operands)
 {
-    return controller.setMute(switchFrom("mute", operands.first()));
+    const QByteArray &text = operands.first();
+    if (text.startsWith('+') || text.startsWith('-')) {
+        return changeVolume(text);
+    }
+    return [volume = volumeFrom("volume", text)](NowPlayingController &controller) {
+        return controller.setVolume(volume);
+    };
 }
 
-MediaError::Type repeat(NowPlayingController &controller, const Operands &operands)
+Task setMute(const Operands &operands)
+{
+    return [isMuted = switchFrom("mute", operands.first())](NowPlayingController &controller) {
+        return controller.setMute(isMuted);
+    };
+}
+
+Task repeat(const Operands &operands)
 {
     if (operands.isEmpty()) {
-        return controller.repeat();
+        return [](NowPlayingController &controller) { return controller.repeat(); };
     }
-    return controller.repeat(enumeratorFrom<RepeatMode>("repeat", operands.first(), {"Unsupported"}));
+    const auto mode = enumeratorFrom<RepeatMode>("repeat", operands.first(), {"Unsupported"});
+    return [mode](NowPlayingController &controller) { return controller.repeat(mode); };
 }
 
-MediaError::Type shuffle(NowPlayingController &controller, const Operands &operands)
+Task shuffle(const Operands &operands)
 {
     if (operands.isEmpty()) {
-        return controller.shuffle();
+        return [](NowPlayingController &controller) { return controller.shuffle(); };
     }
-    return controller.shuffle(enumeratorFrom<ShuffleMode>("shuffle", operands.first(), {"Unsupported"}));
+    const auto mode = enumeratorFrom<ShuffleMode>("shuffle", operands.first(), {"Unsupported"});
+    return [mode](NowPlayingController &controller) { return controller.shuffle(mode); };
 }
 
 constexpr std::array Actions{
@@ -76,17 +113,17 @@ constexpr std::array Actions{
     Action{"previous", 0, 0, "", plain<&NowPlayingController::previous>},
     Action{"forward", 0, 0, "", plain<&NowPlayingController::forward>},
     Action{"rewind", 0, 0, "", plain<&NowPlayingController::rewind>},
-    Action{"volume", 1, 1, "F", setVolume},
-    Action{"volume-up", 0, 0, "", plain<&NowPlayingController::volumeUp>},
-    Action{"volume-down", 0, 0, "", plain<&NowPlayingController::volumeDown>},
-    Action{"mute", 1, 1, "on or off", setMute},
+    Action{"volume", 1, 1, "F", setVolume, true},
+    Action{"volume-up", 0, 0, "", plain<&NowPlayingController::volumeUp>, true},
+    Action{"volume-down", 0, 0, "", plain<&NowPlayingController::volumeDown>, true},
+    Action{"mute", 1, 1, "on or off", setMute, true},
     Action{"repeat", 0, 1, "MODE", repeat},
     Action{"shuffle", 0, 1, "MODE", shuffle},
 };
 
 ExitStatus failed(MediaError::Type error)
 {
-    complain(QLatin1String("remote: ") + enumeratorName(error));
+    complain(QLatin1String("remote: ") + problemOf(error));
     return Failure;
 }
 
@@ -137,32 +174,48 @@ void tellChanges(NowPlayingController &controller, bool json)
 }
 
 /** Asks what is played; false when nobody answers. */
-bool isServed(LogFilter &log)
+bool isServed()
 {
     const StopSignals::AtOnce atOnce;
     const NowPlayingController controller;
-    return log.run([&] { return controller.mediaState() == MediaState::Unprepared; }) == 0;
+    return controller.mediaState() != MediaState::Unprepared;
 }
 
-ExitStatus watch(LogFilter &log, bool json)
+/** Whether somebody plays who can be commanded. */
+bool hasSource()
+{
+    const StopSignals::AtOnce atOnce;
+    PpsObject control(QStringLiteral("/pps/services/multimedia/mediacontroller/control?wait"));
+    bool isRead = control.open(PpsOpenMode::PublishSubscribe) && control.write("msg::md_subscribe\n");
+    while (isRead) {
+        const QVariantMap objects = PpsObject::decode(control.read(&isRead));
+        const QVariantMap message = objects.value(QStringLiteral("@control")).toMap();
+        if (message.value(QStringLiteral("msg")) == QLatin1String("m_active_pid")) {
+            return message.value(QStringLiteral("dat")).toInt() != 0;
+        }
+    }
+    return false;
+}
+
+ExitStatus watch(bool json)
 {
     StopSignals stopSignals;
     QObject::connect(&stopSignals, &StopSignals::stop, [] { QCoreApplication::exit(Success); });
     NowPlayingController controller;
     tellChanges(controller, json);
-    if (!isServed(log)) {
+    if (!isServed()) {
         return failed(MediaError::Read);
     }
     return ExitStatus(QCoreApplication::exec());
 }
 
 /** Prints what is played, once. */
-ExitStatus status(LogFilter &log, bool json)
+ExitStatus status(bool json)
 {
     // While somebody listens the service has everything at hand for the getters of another controller.
     const NowPlayingController listener;
     QObject::connect(&listener, &NowPlayingController::trackChanged, &listener, [] {});
-    if (!isServed(log)) {
+    if (!isServed()) {
         return failed(MediaError::Read);
     }
     const NowPlayingController controller;
@@ -205,6 +258,29 @@ void checkOperands(const Action &action, const Operands &operands)
     }
 }
 
+ExitStatus perform(const Action &action, const Operands &operands)
+{
+    const Task task = action.prepare(operands);
+    NowPlayingController controller;
+    const bool isHeard = action.isForDevice || hasSource();
+    MediaError::Type error = task(controller);
+    if (error == MediaError::None && !isHeard) {
+        // The first command makes the service look for players on the session bus, and is lost.
+        if (!hasSource()) {
+            complain(QStringLiteral("remote: nothing plays that could be commanded"));
+            return Failure;
+        }
+        error = task(controller);
+    }
+    return error == MediaError::None ? Success : failed(error);
+}
+
+QByteArrayList commandNames()
+{
+    return namesOf(Actions) << "status"
+                            << "watch";
+}
+
 ExitStatus run(const Arguments &arguments)
 {
     if (arguments.operands().isEmpty()) {
@@ -212,11 +288,10 @@ ExitStatus run(const Arguments &arguments)
     }
     const QByteArray name = arguments.operands().first();
     const Operands operands = arguments.operands().mid(1);
-    LogFilter log([] {});
     for (const auto &[report, function] : {std::pair("status", &status), std::pair("watch", &watch)}) {
         if (name == report) {
             checkOperands({report, 0, 0, "", nullptr}, operands);
-            return function(log, arguments.has("--json"));
+            return function(arguments.has("--json"));
         }
     }
     for (const Action &action : Actions) {
@@ -224,11 +299,9 @@ ExitStatus run(const Arguments &arguments)
             continue;
         }
         checkOperands(action, operands);
-        NowPlayingController controller;
-        const MediaError::Type error = log.run([&] { return action.run(controller, operands); });
-        return error == MediaError::None ? Success : failed(error);
+        return perform(action, operands);
     }
-    throw UsageError{QStringLiteral("unknown command '%1'").arg(QString::fromLocal8Bit(name))};
+    refuseUnknown("command", name, commandNames());
 }
 
 } // namespace
@@ -240,7 +313,7 @@ const Command RemoteCommand{
             .synopsis = "[--json] COMMAND",
             .summary = "watches and commands what is now playing",
             .details = "  play pause playpause stop next previous forward rewind\n"
-                       "  volume F                 sets the volume, from 0 to 1\n"
+                       "  volume F                 sets the volume: 0.5 or 50%, or changes it: +10% or -10%\n"
                        "  volume-up volume-down    changes it by a step\n"
                        "  mute on|off\n"
                        "  repeat [none|track|all]  asks for a repeat mode, or for the next one\n"
@@ -248,6 +321,7 @@ const Command RemoteCommand{
                        "  status                   prints what is played\n"
                        "  watch                    prints every change until ^C",
             .options = {{"--json", nullptr, "prints status and changes as one JSON object a line"}},
+            .words = commandNames,
         },
     .run = run,
 };

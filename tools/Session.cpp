@@ -1,6 +1,7 @@
 #include "Session.h"
 
 #include "Display.h"
+#include "LogFilter.h"
 #include "Output.h"
 #include "StopSignals.h"
 
@@ -10,7 +11,15 @@
 
 namespace voro {
 
-Session::Session(const char *name) : m_name(QString::fromLatin1(name)), m_log([this] { clearLine(); }) {}
+Session::Session(const char *name) : m_name(QString::fromLatin1(name))
+{
+    LogFilter::setRoomMaker([this] { clearLine(); });
+}
+
+Session::~Session()
+{
+    LogFilter::setRoomMaker({});
+}
 
 ExitStatus Session::run()
 {
@@ -18,6 +27,7 @@ ExitStatus Session::run()
     connect(&stopSignals, &StopSignals::stop, this, &Session::finish);
     connect(&stopSignals, &StopSignals::suspending, this, &Session::onSuspending);
     connect(&stopSignals, &StopSignals::resumed, this, &Session::onResumed);
+    connect(&stopSignals, &StopSignals::resized, this, &Session::redraw);
     if (Keyboard::isAvailable()) {
         m_keyboard = new Keyboard(this);
         connect(m_keyboard, &Keyboard::pressed, this, &Session::onKey);

@@ -2,7 +2,6 @@
 
 #include "Command.h"
 #include "Keyboard.h"
-#include "LogFilter.h"
 #include "StopSignals.h"
 
 #include <QtCore/QObject>
@@ -19,6 +18,7 @@ class Session : public QObject {
 public:
     /** `name` is the command's, under which it complains. */
     explicit Session(const char *name);
+    ~Session() override;
 
     /** Runs until the end. Failure when something was reported as failed. */
     ExitStatus run();
@@ -35,6 +35,8 @@ protected:
     virtual void goOn() = 0;
     /** How long the end may take that somebody asked for. */
     virtual StopSignals::Patience patience() const { return StopSignals::Short; }
+    /** Draws what stands on the terminal anew, whose size has changed. */
+    virtual void redraw() {}
     /** Makes room on the terminal for lines that something else writes. */
     virtual void clearLine() {}
 
@@ -43,14 +45,12 @@ protected:
     /** Reports something that lets the program fail. */
     void fail(const QString &text);
     bool hasFailed() const { return m_status != Success; }
-    LogFilter &log() { return m_log; }
 
 private:
     void onSuspending();
     void onResumed();
 
     const QString m_name;
-    LogFilter m_log;
     Keyboard *m_keyboard = nullptr;
     bool m_goesOnWhenResumed = false;
     ExitStatus m_status = Success;

@@ -1,8 +1,8 @@
 // voro sound: plays a system sound.
 
 #include "Command.h"
-#include "LogFilter.h"
 #include "Output.h"
+#include "Problem.h"
 
 #include <multimedia/SystemSound.h>
 #include <voro/PpsObject.h>
@@ -18,11 +18,8 @@ using multimedia::SystemSound;
 
 ExitStatus list()
 {
-    const QMetaEnum sounds = QMetaEnum::fromType<SystemSound::Type>();
-    for (int i = 0; i < sounds.keyCount(); ++i) {
-        if (sounds.value(i) != SystemSound::None) {
-            print(QByteArray(sounds.key(i)) + '\n');
-        }
+    for (const QByteArray &name : enumeratorNames<SystemSound>({"None"})) {
+        print(name + '\n');
     }
     return Success;
 }
@@ -49,15 +46,13 @@ ExitStatus play(SystemSound::Type type)
     status.open(PpsOpenMode::Subscribe);
     // What became of an earlier sound.
     status.read();
-    LogFilter log([] {});
-    const bool isRefused = log.run([type] {
-        SystemSound sound;
-        const bool isConnected = sound.setSound(type);
-        sound.play();
-        return !isConnected;
-    });
+    SystemSound sound;
+    const bool isRefused = !sound.setSound(type);
+    sound.play();
     if (isRefused) {
-        complain(QStringLiteral("sound: there is no sound service"));
+        const QString problem = daemonProblem();
+        complain(QLatin1String("sound: ")
+                 + (problem.isEmpty() ? QStringLiteral("there is no sound service") : problem));
     } else if (isSilent(status)) {
         complain(QStringLiteral("sound: ") + QLatin1String(NoSoundServer));
     }
@@ -90,6 +85,7 @@ const Command SoundCommand{
             .details = "  NAME    plays the system sound of that name\n"
                        "  list    prints the names",
             .options = {},
+            .words = [] { return enumeratorNames<SystemSound>({"None"}) << "list"; },
         },
     .run = run,
 };

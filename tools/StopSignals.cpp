@@ -14,7 +14,7 @@ namespace voro {
 
 namespace {
 
-constexpr std::array Handled{SIGINT, SIGTERM, SIGHUP, SIGTSTP, SIGCONT, SIGALRM};
+constexpr std::array Handled{SIGINT, SIGTERM, SIGHUP, SIGTSTP, SIGCONT, SIGALRM, SIGWINCH};
 /** How long the program may be busy with something else once it is to end. */
 constexpr itimerspec Grace{{}, {0, 500'000'000}};
 
@@ -28,7 +28,7 @@ volatile std::sig_atomic_t hasGraceTimer = 0;
 
 bool ends(int number)
 {
-    return number != SIGTSTP && number != SIGCONT;
+    return number != SIGTSTP && number != SIGCONT && number != SIGWINCH;
 }
 
 void onSignal(int number)
@@ -118,6 +118,8 @@ void StopSignals::onReadable()
     } else if (number == SIGTSTP) {
         Q_EMIT suspending();
         raise(SIGSTOP);
+    } else if (number == SIGWINCH) {
+        Q_EMIT resized();
     } else {
         Q_EMIT resumed();
     }

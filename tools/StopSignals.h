@@ -6,8 +6,9 @@
 namespace voro {
 
 /**
- * Turns the signals that end a program from outside (^C, TERM, HUP), that suspend it (^Z) and that let it go on into Qt
- * signals. One at a time. A second one that ends the program ends it at once.
+ * Turns the signals that end a program from outside (^C, TERM, HUP), that suspend it (^Z), that let it go on and that
+ * tell of another size of the terminal into Qt signals. One at a time. A second one that ends the program ends it at
+ * once.
  */
 class StopSignals : public QObject {
     Q_OBJECT
@@ -34,6 +35,8 @@ Q_SIGNALS:
     /** Comes right before the program is suspended. */
     void suspending();
     void resumed();
+    /** The terminal has another size. */
+    void resized();
 
 private:
     void onReadable();

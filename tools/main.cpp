@@ -1,14 +1,15 @@
 // The command line program `voro`: finds the command, checks its arguments, runs it.
 
 #include "Command.h"
+#include "LogFilter.h"
 #include "Output.h"
 
 #include <QtCore/QCoreApplication>
 
 #include <langinfo.h>
 
-#include <array>
 #include <clocale>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -16,29 +17,29 @@ namespace voro {
 
 namespace {
 
-const std::array Commands{&PlayCommand,  &RecordCommand, &PublishCommand, &RemoteCommand, &KeysCommand,
-                          &SoundCommand, &DemoCommand,   &DoctorCommand,  &PpsCommand};
-
 QByteArray generalHelp()
 {
     QByteArray text = "usage: voro COMMAND [ARGUMENT...]\n\nPlays and records media and shows what happens inside.\n\n";
-    for (const Command *command : Commands) {
-        text += "  " + QByteArray(command->help.name).leftJustified(10) + command->help.summary + '\n';
+    for (const Command *command : allCommands()) {
+        text += "  " + QByteArray(command->help.name).leftJustified(12) + command->help.summary + '\n';
     }
     return text
            + "\n  voro COMMAND --help   says more about a command\n"
+             "  voro help COMMAND     the same\n"
              "  voro --version        says which version this is\n\n"
              "The exit status is 0 on success, 1 on an error, 2 when the arguments are unusable.\n";
 }
 
-const Command *findCommand(const QByteArray &name)
+const Command &findCommand(const QByteArray &name)
 {
-    for (const Command *command : Commands) {
+    QByteArrayList names;
+    for (const Command *command : allCommands()) {
         if (name == command->help.name) {
-            return command;
+            return *command;
         }
+        names.append(command->help.name);
     }
-    return nullptr;
+    refuseUnknown(name.startsWith('-') ? "option" : "command", name, names);
 }
 
 /** Qt wants UTF-8 and says so at length; a machine without a locale set gets it without the speech. */
@@ -56,39 +57,49 @@ ExitStatus refuse(const QString &reason, const QByteArray &command)
     return Unusable;
 }
 
-ExitStatus run(int argc, char *argv[])
+ExitStatus run(const Command &command, const QByteArrayList &raw, int argc, char *argv[])
 {
-    const QByteArrayList arguments(argv + 1, argv + argc);
-    if (arguments.isEmpty()) {
-        return refuse(QStringLiteral("a command is missing"), {});
-    }
-    const QByteArray &name = arguments.first();
-    if (name == "--help" || name == "--version") {
-        if (arguments.size() > 1) {
-            return refuse(QStringLiteral("%1 stands alone").arg(QLatin1String(name)), {});
-        }
-        print(name == "--help" ? generalHelp() : QByteArray("voro " VORO_VERSION "\n"));
-        return Success;
-    }
-    const Command *command = findCommand(name);
-    if (!command) {
-        return refuse(QStringLiteral("unknown %1 '%2'")
-                          .arg(name.startsWith('-') ? QLatin1String("option") : QLatin1String("command"),
-                               QString::fromLocal8Bit(name)),
-                      {});
-    }
     try {
-        const Arguments parsed(command->help, arguments.mid(1));
-        if (parsed.wantsHelp()) {
-            print(helpText(command->help));
+        const Arguments arguments(command.help, raw);
+        if (arguments.wantsHelp()) {
+            print(helpText(command.help));
             return Success;
         }
         const QCoreApplication application(argc, argv);
         QCoreApplication::setApplicationName(QStringLiteral("voro"));
         QCoreApplication::setApplicationVersion(QStringLiteral(VORO_VERSION));
-        return command->run(parsed);
+        const LogFilter log;
+        return command.run(arguments);
     } catch (const UsageError &error) {
+        const QByteArray name = command.help.name;
         return refuse(name + QLatin1String(": ") + error.reason, name + ' ');
+    }
+}
+
+ExitStatus run(int argc, char *argv[])
+{
+    QByteArrayList arguments(argv + 1, argv + argc);
+    if (arguments.isEmpty()) {
+        std::fputs(generalHelp().constData(), stderr);
+        return Unusable;
+    }
+    QByteArray name = arguments.takeFirst();
+    if (name == "help" && !arguments.isEmpty()) {
+        name = arguments.takeFirst();
+        arguments.prepend("--help");
+    }
+    const bool wantsHelp = name == "help" || name == "--help" || name == "-h";
+    if (wantsHelp || name == "--version") {
+        if (!arguments.isEmpty()) {
+            return refuse(QStringLiteral("%1 stands alone").arg(QLatin1String(name)), {});
+        }
+        print(wantsHelp ? generalHelp() : QByteArray("voro " VORO_VERSION "\n"));
+        return Success;
+    }
+    try {
+        return run(findCommand(name), arguments, argc, argv);
+    } catch (const UsageError &error) {
+        return refuse(error.reason, {});
     }
 }
 

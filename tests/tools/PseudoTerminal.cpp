@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -58,6 +59,14 @@ void PseudoTerminal::type(const QByteArray &keys)
 {
     if (write(m_master, keys.constData(), static_cast<size_t>(keys.size())) != keys.size()) {
         qFatal("cannot type");
+    }
+}
+
+void PseudoTerminal::resize(unsigned short columns)
+{
+    const winsize size{.ws_row = 24, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
+    if (ioctl(m_master, TIOCSWINSZ, &size) != 0) {
+        qFatal("cannot resize the terminal");
     }
 }
 

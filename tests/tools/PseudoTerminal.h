@@ -19,6 +19,7 @@ public:
 
     pid_t processId() const { return m_process; }
     void type(const QByteArray &keys);
+    void resize(unsigned short columns);
     /**
      * Waits until the text is written and forgets what was written up to its end; false when the program ends first,
      * or when nothing comes for a minute.

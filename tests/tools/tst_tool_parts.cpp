@@ -100,10 +100,13 @@ void tst_tool_parts::arguments_data()
     QTest::newRow("last value counts") << List{"--value=1", "--value=2"} << QString() << List{} << QByteArray("2");
     QTest::newRow("end of options") << List{"--", "--flag", "--"} << QString() << List{"--flag", "--"} << QByteArray();
     QTest::newRow("one dash is an operand") << List{"-"} << QString() << List{"-"} << QByteArray();
-    QTest::newRow("unknown") << List{"--flog"} << "unknown option '--flog'" << List{} << QByteArray();
-    QTest::newRow("unknown with value") << List{"--flog=1"} << "unknown option '--flog'" << List{} << QByteArray();
+    QTest::newRow("unknown") << List{"--flog"} << "unknown option '--flog'; did you mean '--flag'?" << List{}
+                             << QByteArray();
+    QTest::newRow("unknown with value") << List{"--flog=1"} << "unknown option '--flog'; did you mean '--flag'?"
+                                        << List{} << QByteArray();
     QTest::newRow("short") << List{"-v"} << "unknown option '-v'" << List{} << QByteArray();
-    QTest::newRow("no abbreviations") << List{"--val", "1"} << "unknown option '--val'" << List{} << QByteArray();
+    QTest::newRow("no abbreviations") << List{"--val", "1"} << "unknown option '--val'; did you mean '--value'?"
+                                      << List{} << QByteArray();
     QTest::newRow("value missing") << List{"--value"} << "--value: V is missing" << List{} << QByteArray();
     QTest::newRow("value too much") << List{"--flag=1"} << "--flag takes no value" << List{} << QByteArray();
 }
@@ -247,9 +250,11 @@ void tst_tool_parts::keys_data()
         }
         QTest::newRow(name) << bytes << numbers;
     };
-    row("letters", " +-npcq",
-        {Key::PlayPause, Key::Louder, Key::Softer, Key::Next, Key::Previous, Key::Captions, Key::Quit});
-    row("arrows", "\x1b[A\x1b[B\x1b[C\x1b[D", {Key::Louder, Key::Softer, Key::Forward, Key::Back});
+    row("letters", " +-m[]npc?q",
+        {Key::PlayPause, Key::Louder, Key::Softer, Key::Mute, Key::Slower, Key::Faster, Key::Next, Key::Previous,
+         Key::Captions, Key::Help, Key::Quit});
+    row("digits", "09", {Key::Tenth0, Key::Tenth9});
+    row("arrows", "\x1b[A\x1b[B\x1b[C\x1b[D", {Key::FarForward, Key::FarBack, Key::Forward, Key::Back});
     row("arrows of the application mode", "\x1bOC\x1bOD", {Key::Forward, Key::Back});
     row("unknown keys", "xyz\t\xc3\xa4", {});
     row("unknown sequence is swallowed whole", "\x1b[15~q", {Key::Quit});

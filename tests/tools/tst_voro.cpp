@@ -15,6 +15,8 @@ private Q_SLOTS:
     void unusableArguments_areRefusedByName();
     void help_isPrinted_data();
     void help_isPrinted();
+    void nothing_showsTheUsage();
+    void remote_fails_whenNobodyPlays();
     void commands_fail_withoutDaemon_data();
     void commands_fail_withoutDaemon();
     void commands_endOrGoOn_whenDaemonGoes_data();
@@ -34,6 +36,7 @@ private Q_SLOTS:
     void keys_watch_tellsOfPresses();
     void keys_press_isRefused_byTheService();
     void sound_isListed_andRequested();
+    void doctor_findsWhatIsThere_andWhatIsMissing();
 
     void publish_andRemote_understandEachOther();
     void publish_losesTheRole_andTakesItAgain();
@@ -49,14 +52,20 @@ void tst_voro::unusableArguments_areRefusedByName_data()
         const QStringList arguments = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
         QTest::newRow(qPrintable(line.isEmpty() ? "(nothing)" : line)) << arguments << QByteArray(message);
     };
-    row("", "voro: a command is missing (see voro --help)");
-    row("paly", "voro: unknown command 'paly' (see voro --help)");
+    row("paly", "voro: unknown command 'paly'; did you mean 'play'? (see voro --help)");
+    row("dance", "voro: unknown command 'dance' (see voro --help)");
+    row("help paly", "voro: unknown command 'paly'; did you mean 'play'? (see voro --help)");
     row("--jsn play", "voro: unknown option '--jsn' (see voro --help)");
     row("--version play", "voro: --version stands alone (see voro --help)");
     row("play --loud", "voro: play: unknown option '--loud' (see voro play --help)");
     row("play --volume", "voro: play: --volume: F is missing (see voro play --help)");
-    row("play --volume 1.5", "voro: play: --volume: '1.5' is not a number from 0 to 1 (see voro play --help)");
-    row("play --start=-5", "voro: play: --start: '-5' is not a whole number of milliseconds (see voro play --help)");
+    row("play --vlume 1", "voro: play: unknown option '--vlume'; did you mean '--volume'? (see voro play --help)");
+    row("play --volume 150%",
+        "voro: play: --volume: '150%' is not a number from 0 to 1 or a percentage (see voro play --help)");
+    row("play --start=1:70",
+        "voro: play: --start: '1:70' is not a time as 1:30, or a whole number of milliseconds (see voro play --help)");
+    row("play --speed -1", "voro: play: --speed: nothing comes before the beginning; --start says where to begin (see "
+                           "voro play --help)");
     row("play --speed 0", "voro: play: --speed: a speed of 0 never gets anywhere (see voro play --help)");
     row("play --repeat unsupported",
         "voro: play: --repeat: 'unsupported' is not one of None, Track, All (see voro play --help)");
@@ -85,7 +94,11 @@ void tst_voro::unusableArguments_areRefusedByName_data()
     row("remote play now", "voro: remote: play: 'now' is too much (see voro remote --help)");
     row("remote watch now", "voro: remote: watch: 'now' is too much (see voro remote --help)");
     row("remote volume", "voro: remote: volume: F is missing (see voro remote --help)");
-    row("remote volume 2", "voro: remote: volume: '2' is not a number from 0 to 1 (see voro remote --help)");
+    row("remote volume 2",
+        "voro: remote: volume: '2' is not a number from 0 to 1 or a percentage (see voro remote --help)");
+    row("remote volume -3%",
+        "voro: remote: volume: '-3%' is not a change in steps of 5%, as +10% (see voro remote --help)");
+    row("remote pley", "voro: remote: unknown command 'pley'; did you mean 'play'? (see voro remote --help)");
     row("remote mute maybe", "voro: remote: mute: 'maybe' is not on or off (see voro remote --help)");
     row("remote shuffle Unsupported",
         "voro: remote: shuffle: 'Unsupported' is not one of Off, All (see voro remote --help)");
@@ -102,8 +115,8 @@ void tst_voro::unusableArguments_areRefusedByName_data()
         "voro: keys: --ms: 'long' is not a whole number of milliseconds (see voro keys --help)");
     row("keys watch Play --notification held",
         "voro: keys: --notification: 'held' is not one of Clicked, Threshold (see voro keys --help)");
+    row("doctor liver", "voro: doctor: unknown check 'liver' (see voro doctor --help)");
     row("sound", "voro: sound: NAME or list is missing (see voro sound --help)");
-    row("doctor daemon", "voro: doctor: 'daemon' is too much (see voro doctor --help)");
     row("sound list all", "voro: sound: 'all' is too much (see voro sound --help)");
 }
 
@@ -128,9 +141,11 @@ void tst_voro::help_isPrinted_data()
     QTest::newRow("general") << QStringList{"--help"}
                              << QByteArrayList{"\n  play ", "\n  record ", "\n  pps ", "--version", "exit status"};
     QTest::newRow("play") << QStringList{"play", "--help"}
-                          << QByteArrayList{"\n  --start MS ",     "\n  --speed F ", "\n  --volume F ",
+                          << QByteArrayList{"\n  --start TIME ",   "\n  --speed F ", "\n  --volume F ",
                                             "\n  --repeat MODE ",  "\n  --eq NAME ", "\n  --window ID ",
-                                            "\n  --captions URL ", "\n  --json "};
+                                            "\n  --captions URL ", "\n  --json ",    "\nKeys:\n  space "};
+    QTest::newRow("help play") << QStringList{"help", "play"} << QByteArrayList{"\n  --start TIME "};
+    QTest::newRow("-h") << QStringList{"-h"} << QByteArrayList{"\n  play "};
     QTest::newRow("record") << QStringList{"record", "--help"}
                             << QByteArrayList{"\n  --seconds N ", "\n  --channels NAME ", "\n  --force ",
                                               "\n  --json "};
@@ -155,25 +170,42 @@ void tst_voro::help_isPrinted()
     }
 }
 
+void tst_voro::nothing_showsTheUsage()
+{
+    const Result result = voro({});
+    QCOMPARE(result.status, 2);
+    QVERIFY(result.err.startsWith("usage: voro COMMAND"));
+}
+
+void tst_voro::remote_fails_whenNobodyPlays()
+{
+    const SilentDaemon daemon;
+    const Result result = voro({"remote", "play"});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.err, QByteArray("voro: remote: nothing plays that could be commanded\n"));
+}
+
 void tst_voro::commands_fail_withoutDaemon_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("message");
     QTest::newRow("pps") << QStringList{"pps", "cat", "/pps/a"} << QByteArray("voro: pps: /pps/a: ");
-    QTest::newRow("play") << QStringList{"play"} << QByteArray("voro: play: InvalidState");
+    QTest::newRow("play") << QStringList{"play"} << QByteArray("voro: play: the daemon cannot be reached: ");
     QTest::newRow("record") << QStringList{"record", "/no-such-folder/a.wav"}
-                            << QByteArray("voro: record: a.wav: InvalidState");
-    QTest::newRow("publish") << QStringList{"publish"} << QByteArray("voro: publish: Internal");
+                            << QByteArray("voro: record: a.wav: the daemon cannot be reached: ");
+    QTest::newRow("publish") << QStringList{"publish"} << QByteArray("voro: publish: the daemon cannot be reached: ");
     for (const char *action : {"watch", "press"}) {
         QTest::newRow(action) << QStringList{"keys", QLatin1String(action), "Play"} << QByteArray("voro: keys: ");
     }
     QTest::newRow("sound") << QStringList{"sound", "InputKeypress"}
-                           << QByteArray("voro: sound: there is no sound service");
+                           << QByteArray("voro: sound: the daemon cannot be reached: ");
     for (const char *command : {"next", "volume-up", "repeat"}) {
-        QTest::newRow(command) << QStringList{"remote", QLatin1String(command)} << QByteArray("voro: remote: Write");
+        QTest::newRow(command) << QStringList{"remote", QLatin1String(command)}
+                               << QByteArray("voro: remote: the daemon cannot be reached: ");
     }
     for (const char *command : {"status", "watch"}) {
-        QTest::newRow(command) << QStringList{"remote", QLatin1String(command)} << QByteArray("voro: remote: Read");
+        QTest::newRow(command) << QStringList{"remote", QLatin1String(command)}
+                               << QByteArray("voro: remote: the daemon cannot be reached: ");
     }
 }
 
@@ -195,7 +227,7 @@ void tst_voro::commands_endOrGoOn_whenDaemonGoes_data()
     // Without one the command goes on.
     QTest::addColumn<QByteArray>("message");
     QTest::newRow("record") << QStringList{"record", "a.ogg"} << QStringList{"--version"}
-                            << QByteArray("voro: record: a.ogg: Internal");
+                            << QByteArray("voro: record: a.ogg: the daemon cannot be reached: ");
     QTest::newRow("pps") << QStringList{"pps", "watch", "/pps/a"} << QStringList{"pps", "write", "/pps/a", "b::c"}
                          << QByteArray();
     QTest::newRow("keys") << QStringList{"keys", "watch", "Play", "--json"} << QStringList{"keys", "press", "Play"}
@@ -295,6 +327,9 @@ void tst_voro::pps_write_isSeenByCatAndList()
     QCOMPARE(voro({"pps", "ls", "/pps/test/"}).out, QByteArray("object\n"));
     QVERIFY(voro({"pps", "ls"}).out.split('\n').contains("test/"));
     QCOMPARE(voro({"pps", "ls", "/elsewhere"}).status, 1);
+    const Result nowhere = voro({"pps", "ls", "/pps/nope"});
+    QCOMPARE(nowhere.status, 1);
+    QCOMPARE(nowhere.err, QByteArray("voro: pps: /pps/nope: no such folder\n"));
 }
 
 void tst_voro::pps_write_deletesAttribute_namedWithDash()
@@ -409,6 +444,32 @@ void tst_voro::sound_isListed_andRequested()
     QCOMPARE(played.err, QByteArray("voro: sound: no sound server answers; playing without sound\n"));
 }
 
+void tst_voro::doctor_findsWhatIsThere_andWhatIsMissing()
+{
+    {
+        const SilentDaemon daemon;
+        const Result well = voro({"doctor", "daemon", "sound"});
+        QCOMPARE(well.status, 0);
+        QVERIFY2(well.out.contains("; players and recorders: 0\n"
+                                   "good     sound        the sample plays\n"
+                                   "good     sound        there is an input to record from\n"),
+                 well.out.constData());
+        qputenv("DISPLAY", ":nowhere");
+        const Result windowless = voro({"doctor", "window", "confinement"});
+        QCOMPARE(windowless.status, 1);
+        QVERIFY2(windowless.out.startsWith("missing  window       the X server :nowhere does not answer\n"),
+                 windowless.out.constData());
+        QVERIFY(windowless.out.contains("\n                      try: run it in a desktop session"));
+        QVERIFY(windowless.out.contains(" confinement  "));
+    }
+    const Daemon none(Daemon::Later);
+    const Result ill = voro({"doctor", "--json", "sound", "daemon"});
+    QCOMPARE(ill.status, 1);
+    QCOMPARE(ill.out.count("\"signal\":\"finding\""), 3);
+    QCOMPARE(ill.out.count("\"health\":\"missing\",\"text\":\"the daemon cannot be reached: "), 1);
+    QVERIFY2(!ill.out.contains("good"), ill.out.constData());
+}
+
 void tst_voro::publish_andRemote_understandEachOther()
 {
     const Daemon daemon;
@@ -451,7 +512,7 @@ void tst_voro::publish_losesTheRole_andTakesItAgain()
     QVERIFY(other.waitFor("\"signal\":\"acquired\"}\n"));
     QVERIFY(publish.waitFor("revoked by other (process " + QByteArray::number(other.processId()) + ")\n"));
     publish.write("acquire\n");
-    QVERIFY(publish.waitFor("voro: publish: ResourceUnavailable\n"));
+    QVERIFY(publish.waitFor("voro: publish: something that is needed is missing or in use (ResourceUnavailable)\n"));
     other.write("revoke\nquit\n");
     QVERIFY(other.waitForFinished(PatienceMs));
     QCOMPARE(other.exitCode(), 0);
@@ -464,14 +525,11 @@ void tst_voro::doctor_tellsWhichDaemonRuns_andReplacesIt()
     QTemporaryDir folder;
     qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
     qunsetenv("VORO_AUTOSPAWN");
-    const QByteArray in = "in " + folder.path().toLocal8Bit();
-    const Result none = voro({"doctor"});
-    QCOMPARE(none.status, 0);
-    QCOMPARE(none.out, "daemon: none runs " + in + "; the first application starts it\n");
-    const QRegularExpression running(QStringLiteral("^daemon: version 1\\.0\\.0, protocol \\d+, process (\\d+), in /"));
+    const QRegularExpression running(QStringLiteral(
+        "^good     daemon       the daemon answers: version 1\\.0\\.0, protocol \\d+, process (\\d+), in /"));
     pid_t before = 0;
     for (int i = 0; i < 2; ++i) {
-        const Result restarted = voro({"doctor", "--restart"});
+        const Result restarted = voro({"doctor", "--restart", "daemon"});
         QCOMPARE(restarted.status, 0);
         const pid_t process = running.match(QString::fromLocal8Bit(restarted.out)).captured(1).toInt();
         QVERIFY2(process > 0 && process != before, restarted.out.constData());

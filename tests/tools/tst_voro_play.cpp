@@ -17,6 +17,7 @@ private Q_SLOTS:
     void interrupt_endsIt_whateverTheDaemonDoes();
     void plainOutput_isLines();
     void keys_workOnTerminal();
+    void standardInput_isPlayed();
     void givesTerminalBack_data();
     void givesTerminalBack();
     void givesTerminalBack_whileSuspended();
@@ -62,7 +63,7 @@ void tst_VoroPlay::saysWhatIsWrong_andPlaysTheNext()
     const QString missing = daemon.folder() + "/100%25 #1?.ogg";
     const Result alone = voro({"play", missing});
     QCOMPARE(alone.status, 1);
-    QCOMPARE(lastLine(alone.err), QByteArray("voro: play: 100%25 #1?.ogg: SourceUnavailable"));
+    QCOMPARE(lastLine(alone.err), QByteArray("voro: play: 100%25 #1?.ogg: there is no such file (SourceUnavailable)"));
 
     const QString sample = QStringLiteral(VORO_SAMPLE_FILE);
     const QString copy = daemon.folder() + "/100%25 #2?.ogg";
@@ -75,10 +76,11 @@ void tst_VoroPlay::saysWhatIsWrong_andPlaysTheNext()
     QCOMPARE(several.status, 1);
     QCOMPARE(several.out.count("\"signal\":\"playbackCompleted\"}"), 1);
     QCOMPARE(several.out.count("\"signal\":\"trackChanged\",\"track\":4}"), 1);
-    for (const char *line : {"100%25 #1?.ogg: SourceUnavailable\n", "junk.ogg: UnsupportedMediaType\n"}) {
+    for (const char *line : {"100%25 #1?.ogg: there is no such file (SourceUnavailable)\n",
+                             "junk.ogg: this kind of media cannot be played"}) {
         QVERIFY2(several.err.contains(QByteArray("voro: play: ") + line), several.err.constData());
     }
-    QCOMPARE(several.err.count("junk.ogg: U"), 3);
+    QCOMPARE(several.err.count("junk.ogg: this kind"), 3);
     const Result bad = voro({"play", junk, junk});
     QCOMPARE(bad.status, 1);
     QVERIFY2(lastLine(bad.err).startsWith("voro: play: none of them can be played: "), bad.err.constData());
@@ -253,19 +255,40 @@ void tst_VoroPlay::keys_workOnTerminal()
     const std::pair<const char *, const char *> answers[] = {
         {" ", "|| "},
         {"-", "volume 95%"},
-        {"\x1b[A", "volume 100%"},
+        {"m", "volume 0%"},
+        {"m", "volume 95%"},
+        {"+", "volume 100%"},
+        {"?", "  ?             shows this list"},
         // Paused, so the position changes by the keys alone.
         {"\x1b[C\x1b[C", "|| 0:1"},
-        {"p", "|| 0:00"},
+        {"5", "|| 0:09"},
+        {"\x1b[B", "|| 0:00"},
         {" ", ">  0:0"},
+        {"]", "speed 1.25"},
     };
     for (const auto &[keys, answer] : answers) {
         terminal.type(keys);
         QVERIFY2(terminal.waitFor(answer), keys);
     }
+    terminal.type(" 0");
+    QVERIFY(terminal.waitFor("|| 0:00 ["));
+    // No room for the bar.
+    terminal.resize(30);
+    QVERIFY(terminal.waitFor("|| 0:00 0:19"));
     terminal.type("q");
     QCOMPARE(terminal.waitForEnd(), std::optional(0));
     QVERIFY(terminal.isInOwnMode());
+}
+
+void tst_VoroPlay::standardInput_isPlayed()
+{
+    const SilentDaemon daemon;
+    QProcess process;
+    process.start("sh", {"-c", "cat '" VORO_SAMPLE_FILE "' | '" VORO_PROGRAM "' play - --start 0:18"});
+    QVERIFY(process.waitForFinished(PatienceMs));
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+    QCOMPARE(process.exitCode(), 0);
+    QVERIFY(process.readAllStandardOutput().startsWith("First Light - Voro\n"));
 }
 
 void tst_VoroPlay::givesTerminalBack_data()

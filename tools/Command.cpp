@@ -1,0 +1,11 @@
+#include "Command.h"
+
+namespace voro {
+
+std::vector<const Command *> allCommands()
+{
+    return {&PlayCommand,  &RecordCommand, &PublishCommand, &RemoteCommand, &KeysCommand,
+            &SoundCommand, &DemoCommand,   &DoctorCommand,  &PpsCommand};
+}
+
+} // namespace voro

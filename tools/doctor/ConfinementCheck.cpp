@@ -1,0 +1,45 @@
+#include "ConfinementCheck.h"
+
+#include <QtCore/QFile>
+
+#include <linux/landlock.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace voro::doctor {
+
+namespace {
+
+/** The first version that covers signals and abstract sockets, the last that workers make use of. */
+constexpr long WholeLandlock = 6;
+
+Finding landlock()
+{
+    const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
+    const QString remedy = QStringLiteral("use a newer kernel, with landlock in the list /sys/kernel/security/lsm");
+    if (version <= 0) {
+        return {Health::Limited, QStringLiteral("the kernel has no Landlock; a worker could change files"), remedy};
+    }
+    const QString text = QStringLiteral("Landlock keeps workers from files, version %1").arg(version);
+    return version < WholeLandlock ? Finding{Health::Limited, text + QStringLiteral(" of 6"), remedy}
+                                   : Finding{Health::Good, text};
+}
+
+Finding systemCalls()
+{
+    QFile actions(QStringLiteral("/proc/sys/kernel/seccomp/actions_avail"));
+    if (!actions.open(QFile::ReadOnly) || !actions.readAll().split(' ').contains("errno")) {
+        return {Health::Limited, QStringLiteral("the kernel has no seccomp; a worker may call whatever it likes"),
+                QStringLiteral("use a kernel that was built with CONFIG_SECCOMP_FILTER")};
+    }
+    return {Health::Good, QStringLiteral("seccomp limits what workers may ask the kernel for")};
+}
+
+} // namespace
+
+std::vector<Finding> ConfinementCheck::examine() const
+{
+    return {landlock(), systemCalls()};
+}
+
+} // namespace voro::doctor

@@ -1,0 +1,88 @@
+#include "SoundCheck.h"
+
+#include <multimedia/AudioRecorder.h>
+#include <multimedia/MediaPlayer.h>
+
+#include <QtCore/QEventLoop>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
+
+#include <Folders.h>
+#include <Medium.h>
+#include <Problem.h>
+
+namespace voro::doctor {
+
+namespace {
+
+using multimedia::AudioRecorder;
+using multimedia::MediaError;
+using multimedia::MediaPlayer;
+
+constexpr int PatienceMs = 5'000;
+
+bool isSilent(PpsObject &audio)
+{
+    const QVariantMap objects = PpsObject::decode(audio.read());
+    return objects.value(QStringLiteral("@audio")).toMap().value(QStringLiteral("silent")).toBool();
+}
+
+/** Plays the sample without being heard. */
+Finding tryOutput()
+{
+    MediaPlayer player;
+    PpsObject audio(contextFolder(QStringLiteral("MediaPlayer")) + QLatin1String("/audio"));
+    player.setVolume(0);
+    player.setSourceUrl(sampleMedium().url);
+    if (const auto error = player.play(); error != MediaError::None) {
+        return {Health::Missing, QStringLiteral("the sample cannot be played: ") + problemOf(error)};
+    }
+    bool hasPlayed = false;
+    QEventLoop loop;
+    QObject::connect(&player, qOverload<unsigned>(&MediaPlayer::positionChanged), &loop, [&](unsigned position) {
+        hasPlayed = position > 0;
+        if (hasPlayed) {
+            loop.quit();
+        }
+    });
+    QTimer::singleShot(PatienceMs, &loop, &QEventLoop::quit);
+    loop.exec();
+    if (!hasPlayed) {
+        return {Health::Missing, QStringLiteral("the sample does not get on: the sound server hangs"),
+                QStringLiteral("start the sound server anew, for instance systemctl --user restart pipewire-pulse")};
+    }
+    audio.open(PpsOpenMode::Subscribe);
+    if (isSilent(audio)) {
+        return {Health::Missing, QStringLiteral("no sound server answers; media play without sound"),
+                QStringLiteral("install and start PipeWire (pipewire-pulse) or PulseAudio (pulseaudio)")};
+    }
+    return {Health::Good, QStringLiteral("the sample plays")};
+}
+
+/** Prepares a recording that never begins. */
+Finding tryInput()
+{
+    const QTemporaryDir folder;
+    AudioRecorder recorder;
+    // A recorder without the daemon can be prepared all the same.
+    const bool hasContext = !contextFolder(QStringLiteral("AudioRecorder")).isEmpty();
+    recorder.setOutputUrl(QUrl::fromLocalFile(folder.filePath(QStringLiteral("a.wav"))));
+    const auto error = hasContext ? recorder.prepare() : MediaError::InvalidState;
+    const bool isMissing = error == MediaError::SourceUnavailable;
+    if (error != MediaError::None) {
+        return {Health::Limited,
+                QStringLiteral("nothing can be recorded: ")
+                    + (isMissing ? QStringLiteral("there is no audio input") : problemOf(error)),
+                QStringLiteral("connect a microphone and choose it in the sound settings")};
+    }
+    return {Health::Good, QStringLiteral("there is an input to record from")};
+}
+
+} // namespace
+
+std::vector<Finding> SoundCheck::examine() const
+{
+    return {tryOutput(), tryInput()};
+}
+
+} // namespace voro::doctor
