@@ -15,6 +15,7 @@ struct Command {
 
 extern const Command DemoCommand;
 extern const Command DoctorCommand;
+extern const Command InfoCommand;
 extern const Command KeysCommand;
 extern const Command PlayCommand;
 extern const Command PpsCommand;

@@ -3,6 +3,8 @@
 #include "Program.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QtEndian>
 
@@ -16,6 +18,7 @@ private Q_SLOTS:
     void help_isPrinted_data();
     void help_isPrinted();
     void nothing_showsTheUsage();
+    void info_tellsWhatAMediumIsMadeOf();
     void remote_fails_whenNobodyPlays();
     void commands_fail_withoutDaemon_data();
     void commands_fail_withoutDaemon();
@@ -175,6 +178,27 @@ void tst_voro::nothing_showsTheUsage()
     const Result result = voro({});
     QCOMPARE(result.status, 2);
     QVERIFY(result.err.startsWith("usage: voro COMMAND"));
+}
+
+void tst_voro::info_tellsWhatAMediumIsMadeOf()
+{
+    const Daemon none(Daemon::Later);
+    const Result plain = voro({"info", VORO_SAMPLE_FILE});
+    QCOMPARE(plain.status, 0);
+    for (const char *line : {"sample.ogg\n  container     Ogg\n", "\n  title         First Light\n",
+                             "\n  stream 1      audio, vorbis, 44100 Hz, 2 channels"}) {
+        QVERIFY2(plain.out.contains(line), plain.out.constData());
+    }
+    const QJsonObject line = QJsonDocument::fromJson(voro({"info", "--json", VORO_SAMPLE_FILE}).out).object();
+    QVERIFY(line["medium"]["duration"].toDouble() > 19'000);
+    QCOMPARE(line["medium"]["streams"][0]["codec"].toString(), "vorbis");
+    QFile junk(none.folder() + "/junk.ogg");
+    QVERIFY(junk.open(QFile::WriteOnly) && junk.write("no music") > 0);
+    junk.close();
+    const Result bad = voro({"info", junk.fileName(), none.folder()});
+    QCOMPARE(bad.status, 1);
+    QVERIFY2(bad.err.startsWith("voro: info: junk.ogg: this kind of media cannot be played\n"), bad.err.constData());
+    QVERIFY2(bad.err.endsWith(": this is a folder, not a medium\n"), bad.err.constData());
 }
 
 void tst_voro::remote_fails_whenNobodyPlays()
