@@ -36,6 +36,23 @@ install(CODE "set(VORO_HELPERS \"${helpers}\")
 configure_file(\"${PROJECT_SOURCE_DIR}/packaging/systemd/vorod.service.in\" \"${PROJECT_BINARY_DIR}/vorod.service\" @ONLY)")
 install(FILES ${PROJECT_BINARY_DIR}/vorod.service packaging/systemd/vorod.socket DESTINATION ${VORO_SYSTEMD_USER_DIR})
 
+# Made of what the program says, which has to run for it, as the manual.
+if(NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR)
+  # voro_add_completion(SHELL FOLDER FILE)
+  function(voro_add_completion shell folder file)
+    set(made ${PROJECT_BINARY_DIR}/completion/${file})
+    add_custom_command(OUTPUT ${made}
+      COMMAND sh -c "\"$@\" >${made}" - ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:voro> completion ${shell}
+      DEPENDS voro COMMENT "Making the completion of ${shell}" VERBATIM)
+    add_custom_target(voro-completion-${shell} ALL DEPENDS ${made})
+    install(FILES ${made} DESTINATION ${CMAKE_INSTALL_DATADIR}/${folder})
+  endfunction()
+  file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/completion)
+  voro_add_completion(bash bash-completion/completions voro)
+  voro_add_completion(zsh zsh/site-functions _voro)
+  voro_add_completion(fish fish/vendor_completions.d voro.fish)
+endif()
+
 # The manual: made of what the programs say, which have to run for it.
 if(NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR)
   set(programs voro vorod voro-renderer)

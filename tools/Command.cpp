@@ -4,8 +4,8 @@ namespace voro {
 
 std::vector<const Command *> allCommands()
 {
-    return {&PlayCommand, &InfoCommand,  &RecordCommand, &PublishCommand, &RemoteCommand,
-            &KeysCommand, &SoundCommand, &DemoCommand,   &DoctorCommand,  &PpsCommand};
+    return {&PlayCommand,  &InfoCommand, &RecordCommand, &PublishCommand, &RemoteCommand,    &KeysCommand,
+            &SoundCommand, &DemoCommand, &DoctorCommand, &PpsCommand,     &CompletionCommand};
 }
 
 } // namespace voro

@@ -13,6 +13,7 @@ struct Command {
     ExitStatus (*run)(const Arguments &arguments);
 };
 
+extern const Command CompletionCommand;
 extern const Command DemoCommand;
 extern const Command DoctorCommand;
 extern const Command InfoCommand;

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void help_isPrinted_data();
     void help_isPrinted();
     void nothing_showsTheUsage();
+    void completion_knowsCommandsOptionsAndValues();
     void info_tellsWhatAMediumIsMadeOf();
     void remote_fails_whenNobodyPlays();
     void commands_fail_withoutDaemon_data();
@@ -102,6 +103,7 @@ void tst_voro::unusableArguments_areRefusedByName_data()
     row("remote volume -3%",
         "voro: remote: volume: '-3%' is not a change in steps of 5%, as +10% (see voro remote --help)");
     row("remote pley", "voro: remote: unknown command 'pley'; did you mean 'play'? (see voro remote --help)");
+    row("completion tcsh", "voro: completion: unknown shell 'tcsh' (see voro completion --help)");
     row("remote mute maybe", "voro: remote: mute: 'maybe' is not on or off (see voro remote --help)");
     row("remote shuffle Unsupported",
         "voro: remote: shuffle: 'Unsupported' is not one of Off, All (see voro remote --help)");
@@ -178,6 +180,25 @@ void tst_voro::nothing_showsTheUsage()
     const Result result = voro({});
     QCOMPARE(result.status, 2);
     QVERIFY(result.err.startsWith("usage: voro COMMAND"));
+}
+
+void tst_voro::completion_knowsCommandsOptionsAndValues()
+{
+    QProcess bash;
+    const QString script = QStringLiteral("source <('%1' completion bash); try() { COMP_WORDS=(voro \"$@\"); "
+                                          "COMP_CWORD=$#; COMPREPLY=(); _voro; echo \"${COMPREPLY[*]}\"; }; "
+                                          "try re; try remote vol; try play --sh; try play --repeat T; try play x")
+                               .arg(QStringLiteral(VORO_PROGRAM));
+    bash.start("bash", {"-c", script});
+    QVERIFY(bash.waitForFinished(PatienceMs));
+    QCOMPARE(bash.readAllStandardOutput(),
+             QByteArray("record remote\nvolume volume-up volume-down\n--shuffle\nTrack\n\n"));
+    for (const char *shell : {"zsh", "fish"}) {
+        const QByteArray lines = voro({"completion", shell}).out;
+        for (const char *word : {"doctor", "shuffle", "BassBoost", "volume-up"}) {
+            QVERIFY2(lines.contains(word), shell);
+        }
+    }
 }
 
 void tst_voro::info_tellsWhatAMediumIsMadeOf()
