@@ -132,8 +132,16 @@ void Reader::decodeNext(Stream &stream)
     } else if (result < GST_FLOW_EOS) {
         fail(GST_STREAM_ERROR_DECODE, gst_flow_get_name(result));
     } else if (result != GST_FLOW_FLUSHING) {
+        // Behind a seek to where nothing is left, a sink that waits for its first buffer takes a gap instead.
+        announce(stream, currentSegment());
         gst_pad_push_event(stream.pad, gst_event_new_eos());
     }
+}
+
+GstSegment Reader::currentSegment()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_segment;
 }
 
 Packet Reader::nextOf(Stream &stream)
@@ -167,24 +175,25 @@ GstFlowReturn Reader::push(Stream &stream, Owned<GstBuffer> buffer, Owned<GstCap
     if (caps) {
         gst_pad_push_event(stream.pad, gst_event_new_caps(caps.get()));
     }
-    GstSegment segment;
-    {
-        const std::lock_guard lock(m_mutex);
-        segment = m_segment;
-    }
+    const GstSegment segment = currentSegment();
     const GstClockTime begin = GST_BUFFER_PTS(buffer.get());
     const GstClockTime length = GST_BUFFER_DURATION(buffer.get());
     if (GST_CLOCK_TIME_IS_VALID(length) && begin + length <= segment.start) {
         // On the way to where a seek goes.
         return GST_FLOW_OK;
     }
+    announce(stream, segment);
+    return gst_pad_push(stream.pad, buffer.release());
+}
+
+void Reader::announce(Stream &stream, const GstSegment &segment)
+{
     if (std::exchange(stream.isSegmentDue, false)) {
         gst_pad_push_event(stream.pad, gst_event_new_segment(&segment));
     }
     if (std::exchange(stream.areTagsDue, false)) {
         gst_pad_push_event(stream.pad, gst_event_new_tag(gst_tag_list_ref(m_tags.get())));
     }
-    return gst_pad_push(stream.pad, buffer.release());
 }
 
 gboolean Reader::onEvent(GstPad *pad, GstObject *element, GstEvent *event)

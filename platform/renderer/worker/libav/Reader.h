@@ -49,6 +49,9 @@ private:
     /** Null at the end. */
     Packet nextOf(Stream &stream);
     GstFlowReturn push(Stream &stream, Owned<GstBuffer> buffer, Owned<GstCaps> caps);
+    /** Pushes what is due before the next buffer or the end. */
+    void announce(Stream &stream, const GstSegment &segment);
+    GstSegment currentSegment();
     void fail(int code, const std::string &text);
     static gboolean onEvent(GstPad *pad, GstObject *element, GstEvent *event);
     static gboolean onQuery(GstPad *pad, GstObject *element, GstQuery *query);
