@@ -200,9 +200,11 @@ void Worker::tellDeath()
     }
     for (const auto &[id, request] : pending) {
         // What a worker waits for while it opens a medium is the medium's disk.
-        const bool isSilent = m_hangs && id == m_opening;
-        request.done(isSilent ? Result(ErrorCode::SourceUnavailable, "the medium does not answer")
-                              : Result(ErrorCode::Internal, "the worker died"));
+        if (m_hangs && id == m_opening) {
+            request.done({ErrorCode::SourceUnavailable, "the medium does not answer"});
+        } else {
+            request.done({ErrorCode::Internal, m_hangs ? "the worker does not answer" : "the worker died"});
+        }
     }
 }
 

@@ -1,3 +1,5 @@
+#include "RealMedia.h"
+
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -18,6 +20,9 @@ namespace {
 
 constexpr const char *Service = "/pps/services/multimedia/renderer/control";
 constexpr const char *Contexts = "/pps/services/multimedia/renderer/context/";
+
+/** A medium on a disk that answers. */
+constexpr const char *AttachGood = "input_attach\ntype::autolist\nurl::@";
 
 /** A share that answers nothing. */
 class SilentShare {
@@ -81,30 +86,48 @@ private:
 class tst_Disk : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase();
     void silentShare_costsItsContextAnError_data();
     void silentShare_costsItsContextAnError();
     void silentRuntimeFolder_isRefused();
+
+private:
+    QTemporaryDir m_folder;
+    QString m_medium = m_folder.filePath("a.wav");
 };
+
+void tst_Disk::initTestCase()
+{
+    media::encode(m_medium, "sine=duration=20");
+}
 
 void tst_Disk::silentShare_costsItsContextAnError_data()
 {
-    QTest::addColumn<std::string>("command");
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<int>("error");
-    const auto row = [](const char *name, const char *command, ErrorCode error) {
-        QTest::newRow(name) << std::string(command) << static_cast<int>(error);
+    const auto row = [](const char *name, const QStringList &before, const char *command, ErrorCode error) {
+        QTest::newRow(name) << before << QString(command) << static_cast<int>(error);
     };
-    row("output", "output_attach\ntype::file\nurl::%/a.wav", ErrorCode::OutputUnavailable);
-    row("input", "input_attach\ntype::autolist\nurl::%/a.ogg", ErrorCode::SourceUnavailable);
-    row("list", "input_attach\ntype::playlist\nurl::%/a.m3u", ErrorCode::SourceUnavailable);
+    row("output", {}, "output_attach\ntype::file\nurl::%/a.wav", ErrorCode::OutputUnavailable);
+    row("input", {}, "input_attach\ntype::autolist\nurl::%/a.ogg", ErrorCode::SourceUnavailable);
+    row("list", {}, "input_attach\ntype::playlist\nurl::%/a.m3u", ErrorCode::SourceUnavailable);
+    const QStringList captions{"output_attach\ntype::subpicture\nurl::screen:?winid=w&wingrp=g", AttachGood,
+                               "track_parameters\ntrack:n:1\ndat::subpicture_url::%/a.srt"};
+    row("captions", captions, "play", ErrorCode::Internal);
 }
 
 void tst_Disk::silentShare_costsItsContextAnError()
 {
-    QFETCH(std::string, command);
+    QFETCH(const QStringList, before);
+    QFETCH(const QString, command);
     SilentShare share;
     if (!share.isMounted()) {
         QSKIP("only root can mount a share that does not answer");
     }
+    const auto filled = [&](QString text) {
+        return text.replace('%', QString::fromStdString(share.path())).replace('@', m_medium).toStdString();
+    };
     Daemon daemon;
     Control service(Service);
     QCOMPARE(service.run("context_create\nname::hangs"), 0);
@@ -112,9 +135,12 @@ void tst_Disk::silentShare_costsItsContextAnError()
     Control hangs(Contexts + std::string("hangs/control"));
     Control good(Contexts + std::string("good/control"));
     QCOMPARE(hangs.run("output_attach\nurl::audio:default\ntype::audio"), 0);
+    for (const QString &earlier : before) {
+        QCOMPARE(hangs.run(filled(earlier)), 0);
+    }
     QElapsedTimer time;
     time.start();
-    hangs.write(command.replace(command.find('%'), 1, share.path()));
+    hangs.write(filled(command));
     // The others are answered all the while.
     int answers = 0;
     for (; !hangs.hasAnswered(); ++answers) {
@@ -126,8 +152,9 @@ void tst_Disk::silentShare_costsItsContextAnError()
     QTEST(static_cast<int>(answer.number("err", -1)), "error");
     QVERIFY2(answer.text("error").find("does not answer") != std::string::npos, answer.text("error").c_str());
     // It goes on with another medium.
-    QCOMPARE(hangs.run("stop"), 0);
-    QCOMPARE(hangs.run("input_detach"), 0);
+    for (const char *later : {"stop", "input_detach", "track_parameters\ntrack:n:1\ndat::", AttachGood, "play"}) {
+        QCOMPARE(hangs.run(filled(later)), 0);
+    }
     // Ends what still waits, so that the daemon can end in order.
     share.end();
     QCOMPARE(service.run("context_destroy\nname::hangs"), 0);
