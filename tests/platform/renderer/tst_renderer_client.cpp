@@ -5,10 +5,13 @@
 
 #include <BrokerThread.h>
 #include <pps/Runtime.h>
+#include <renderer/client/RequestChannel.h>
 #include <renderer/common/Protocol.h>
 
+#include <chrono>
 #include <functional>
 
+using namespace std::chrono_literals;
 using namespace voro::renderer;
 using voro::pps::Broker;
 using voro::pps::ClientId;
@@ -33,7 +36,10 @@ public:
         broker.serve(std::string(ContextFolder) + "c/control", this);
     }
 
-    /** Lines of the next answer; empty: the request succeeded; "close": the client is closed instead. */
+    /**
+     * Lines of the next answer; empty: the request succeeded; "close": the client is closed instead; "none": there is
+     * no answer.
+     */
     std::string next;
     /** All requests, and what its clients are given as their return with each answer. */
     QByteArrayList requests;
@@ -60,6 +66,9 @@ private:
         m_broker.send(client, "msg::news\nid:n:" + std::to_string(message.number("id")));
         m_broker.send(client, answer(message.text("msg"), message.number("id") - 1, {ErrorCode::Read, "late"}));
         m_broker.setReturn(client, back);
+        if (next == "none") {
+            return;
+        }
         m_broker.send(client, next.empty() ? success : "id:n:" + std::to_string(message.number("id")) + '\n' + next);
     }
 
@@ -87,6 +96,7 @@ private Q_SLOTS:
     void contextCreate_fails_whenRefused();
     void destroyAndDisconnect_closeEverything();
     void lostContext_fails_untilADaemonMakesItAgain();
+    void callWithoutAnswer_ends_andTheNextOneWorks();
     void noDaemon_connectFails();
 
 private:
@@ -336,6 +346,23 @@ void tst_RendererClient::lostContext_fails_untilADaemonMakesItAgain()
     m_thread.reset();
     QCOMPARE(mmr_context_destroy(m_context), 0);
     m_context = nullptr;
+}
+
+// Every call ends. The limit is a shorter one here.
+void tst_RendererClient::callWithoutAnswer_ends_andTheNextOneWorks()
+{
+    constexpr auto Limit = 300ms;
+    RequestChannel channel(Limit);
+    QVERIFY(channel.open(std::string(ContextFolder) + "c/control"));
+    script("none");
+    QElapsedTimer time;
+    time.start();
+    const Result result = channel.call("play", {});
+    QVERIFY2(time.elapsed() >= Limit.count(), qPrintable(QString::number(time.elapsed())));
+    QCOMPARE(result.code, ErrorCode::Internal);
+    QCOMPARE(result.text, "the renderer does not answer");
+    script({});
+    QCOMPARE(channel.call("play", {}).code, ErrorCode::None);
 }
 
 void tst_RendererClient::noDaemon_connectFails()

@@ -19,6 +19,10 @@ using namespace voro::renderer;
 namespace {
 
 constexpr Worker::Limits Limits{.check = 20, .silence = 400, .request = 900, .localOpening = 600};
+/** For a worker that never connects. The usual limit is for the others: none of them fails because it starts slowly. */
+constexpr int ShortStart = 500;
+/** Says in a worker's environment that it is to hang while it starts. */
+constexpr const char *HangsAtStart = "VORO_TEST_HANGS_AT_START";
 
 bool isWorker()
 {
@@ -30,6 +34,9 @@ bool isWorker()
 /** A worker that lives but does not do what it is asked for, and falls silent when it is told to. */
 int runWorker()
 {
+    if (qEnvironmentVariableIsSet(HangsAtStart)) {
+        return pause();
+    }
     pps::Connection link;
     if (!link.openOn(WorkerSocket, WorkerPath, pps::PublishSubscribe)) {
         return 1;
@@ -68,26 +75,36 @@ void tst_Worker::workerThatTakesTooLong_isEnded_data()
 {
     QTest::addColumn<std::string>("command");
     QTest::addColumn<std::string>("lines");
+    QTest::addColumn<bool>("hangsAtStart");
     QTest::addColumn<int>("limit");
     QTest::addColumn<int>("error");
     const auto row = [](const char *name, const char *command, const char *lines, int limit, ErrorCode error) {
-        QTest::newRow(name) << std::string(command) << std::string(lines) << limit << static_cast<int>(error);
+        QTest::newRow(name) << std::string(command) << std::string(lines) << (limit == ShortStart) << limit
+                            << static_cast<int>(error);
     };
     row("a local medium", "open", "url::/a.ogg\n", Limits.localOpening, ErrorCode::SourceUnavailable);
     row("a medium of the net", "open", "url::http://x/a.ogg\n", Limits.request, ErrorCode::SourceUnavailable);
     row("any other request", "seek", "", Limits.request, ErrorCode::Internal);
     row("silence", "fall_silent", "", Limits.silence, ErrorCode::Internal);
+    row("start", "seek", "", ShortStart, ErrorCode::Internal);
 }
 
 void tst_Worker::workerThatTakesTooLong_isEnded()
 {
     QFETCH(const std::string, command);
     QFETCH(const std::string, lines);
+    QFETCH(const bool, hangsAtStart);
     QFETCH(const int, limit);
+    Worker::Limits limits = Limits;
+    if (hangsAtStart) {
+        limits.start = ShortStart;
+        qputenv(HangsAtStart, "1");
+    }
+    const auto restore = qScopeGuard([] { qunsetenv(HangsAtStart); });
     pps::Broker broker;
     QSocketNotifier ready(broker.fd(), QSocketNotifier::Read);
     connect(&ready, &QSocketNotifier::activated, this, [&broker] { broker.process(); });
-    WorkerPool pool(broker, {QCoreApplication::applicationFilePath().toStdString(), Limits});
+    WorkerPool pool(broker, {QCoreApplication::applicationFilePath().toStdString(), limits});
     Listener listener;
     const auto engine = pool.start(listener, pps::Accounts::Services);
     QVERIFY(engine);
