@@ -605,8 +605,8 @@ void Context::speedSet(const pps::Message &message)
     }
     m_isSpeedTaken = false;
     const auto done = [this, speed = static_cast<int>(speed)](const Result &result) {
-        if (result && !m_isSpeedTaken && std::exchange(m_speed, speed) != speed) {
-            m_folder.setSpeed(speed);
+        if (result && !m_isSpeedTaken && speed != m_speed) {
+            setSpeed(speed);
         }
         finish(result);
     };
@@ -672,14 +672,29 @@ void Context::setState(State state, const std::optional<Folder::Ending> &ending)
 {
     m_state = state;
     m_hasEnded = ending.has_value();
+    watchEngine();
     if (m_engine) {
-        m_engine->setWatched(state == State::Playing);
         m_engine->setCompleting(state == State::Playing && isRecording());
     }
     // A recorder that is ready must not look like one that was reset.
     const bool isReadyRecorder = state == State::Stopped && isRecording();
     m_folder.setState(nameOf(state), m_speed,
                       isReadyRecorder && !ending ? Folder::Ending{ErrorCode::None, m_position} : ending);
+}
+
+void Context::setSpeed(int speed)
+{
+    m_speed = speed;
+    m_folder.setSpeed(speed);
+    watchEngine();
+}
+
+/** A paused engine is left to sleep: whether it lives shows with the next request. */
+void Context::watchEngine()
+{
+    if (m_engine) {
+        m_engine->setWatched(m_state == State::Playing && m_speed != 0);
+    }
 }
 
 // What the engine says
@@ -712,9 +727,8 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
     } else if (name == "silent") {
         setSilent(true);
     } else if (name == "speed") {
-        m_speed = static_cast<int>(event.number("speed"));
         m_isSpeedTaken = true;
-        m_folder.setSpeed(m_speed);
+        setSpeed(static_cast<int>(event.number("speed")));
     } else if (name == "ended") {
         m_deaths = 0;
         end(ErrorCode::None, event);

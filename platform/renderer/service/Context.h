@@ -90,6 +90,8 @@ private:
     void showPlaying(const Result &result);
     void stopPlaying(Engine::Done done);
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
+    void setSpeed(int speed);
+    void watchEngine();
     void setSilent(bool isSilent);
     void report(const pps::Message &status);
     void end(ErrorCode code, const pps::Message &event);

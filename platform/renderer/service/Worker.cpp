@@ -177,8 +177,8 @@ void Worker::check()
         std::fprintf(stderr, "vorod: a worker hangs\n");
         m_hangs = true;
         die();
-    } else if (m_client != 0) {
-        // Its answer is a sign of life and nothing else.
+    } else if (m_client != 0 && m_silence.hasExpired(m_limits.check)) {
+        // Its answer is a sign of life and nothing else; a report is one, too.
         m_broker.send(m_client, request("ping", 0));
     }
 }

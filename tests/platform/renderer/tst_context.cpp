@@ -417,6 +417,10 @@ void tst_Context::journal_isToldToEveryEngine()
                  "play"}));
     QCOMPARE(stage.engines.started(), 2);
     QVERIFY(stage.engines.isWatched());
+    QCOMPARE(stage.step("speed_set speed:n:0"), 0);
+    QVERIFY(!stage.engines.isWatched());
+    QCOMPARE(stage.step("speed_set speed:n:1000"), 0);
+    QVERIFY(stage.engines.isWatched());
 }
 
 void tst_Context::parameters_areEchoed_exactly()
