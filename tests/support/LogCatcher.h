@@ -13,17 +13,22 @@ public:
     ~LogCatcher();
     Q_DISABLE_COPY_MOVE(LogCatcher)
 
-    /** The lines since the last call, each behind the letter of its level (D, I, W, C) and a blank. */
+    /**
+     * The lines since the last call, each behind the letter of its level (D, I, W, C) and a blank. Lines for debugging
+     * are apart when VOROMULTIMEDIA_LOG_DEBUG asks for them.
+     */
     QStringList takeLines();
-    /** The same without the lines that tell of functions being entered and left. */
-    QStringList takeLinesWithoutTraces();
+    /** Those lines for debugging, without a letter. */
+    QStringList takeDebugLines();
 
 private:
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &text);
 
     static LogCatcher *s_current;
+    const bool m_isDebugApart;
     QMutex m_mutex;
     QStringList m_lines;
+    QStringList m_debugLines;
     QtMessageHandler m_previous;
 };
 

@@ -6,6 +6,8 @@
 #include "ScriptedRenderer.h"
 #include "SignalLog.h"
 
+#include <QtCore/QFile>
+#include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
@@ -15,6 +17,17 @@
 
 /** Every property that an object's class adds to QObject, as "name=value". */
 QStringList propertiesOf(const QObject &object);
+/** Whether a line for debugging announces a signal or one of its arguments. */
+bool isAnnouncement(const QString &line);
+/** Whether a line of a trace is a signal. */
+bool isSignal(const QString &line);
+/**
+ * Compares the lines for debugging with the signals of a trace: just before each the object has to announce it, and the
+ * names of its arguments. Nothing is written when debugging is off.
+ */
+void compareAnnouncements(const QStringList &debugLines, const QStringList &trace);
+/** Passes through the event loop once. */
+void runEventLoop();
 
 /**
  * A player or recorder with a scripted renderer and its log. The renderer's objects cannot be watched, so that a test
@@ -43,6 +56,7 @@ public:
     {
         trace.clear();
         log.takeLines();
+        log.takeDebugLines();
     }
 
     /** The renderer calls and the signals, in their order. */
@@ -76,26 +90,90 @@ struct CaseOf {
     QString outcome;
 };
 
-/** Fetches the current row and tries it. */
+/**
+ * What comes of an action on an object that is destroyed in its slot of one line of the trace, and then runs an event
+ * loop there; with -1 it lives.
+ */
+template<typename Media>
+void record(QStringList &trace, const PreparationOf<Media> &given, const ActionOn<Media> &act, qsizetype end)
+{
+    const QByteArray runtime = qgetenv("VORO_RUNTIME_DIR");
+    // A broker that a test has made stays the one.
+    MediaFixture<Media> f([&](auto &) {
+        if (QFile::exists(QString::fromUtf8(runtime) + QLatin1String("/pps.sock"))) {
+            qputenv("VORO_RUNTIME_DIR", runtime);
+        }
+    });
+    given(f);
+    f.forget();
+    const QPointer<voro::multimedia::MmrContextNotifier> monitor(&f.notifier);
+    f.emitted.setThen([&] {
+        if (f.trace.size() != end + 1) {
+            return;
+        }
+        f.owned.reset();
+        runEventLoop();
+        QVERIFY2(monitor, "what was under way is gone");
+    });
+    QCOMPARE(act(f), voro::multimedia::MediaError::None);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(!f.owned, end >= 0);
+    QCOMPARE(monitor.isNull(), end >= 0);
+    QCOMPARE(f.log.takeLines(), QStringList());
+    trace = f.trace;
+}
+
+/**
+ * Destroys the object in the slot of each signal that an action leads to. A function makes the action, which may hold
+ * what a run needs for itself.
+ */
+template<typename Media, typename MakeAction>
+void destroyEverywhere(const PreparationOf<Media> &given, const MakeAction &makeAction)
+{
+    QStringList whole;
+    record<Media>(whole, given, makeAction(), -1);
+    for (qsizetype end = 0; end < whole.size() && !QTest::currentTestFailed(); ++end) {
+        if (!isSignal(whole.at(end))) {
+            continue;
+        }
+        QStringList trace;
+        record<Media>(trace, given, makeAction(), end);
+        QCOMPARE(trace, whole.mid(0, end + 1) + (QStringList{"mmr_context_destroy", "mmr_disconnect"}));
+    }
+}
+
+/**
+ * Fetches the current row and tries it: its outcome, the announcements of its signals, and, when nothing goes wrong in
+ * it, that the object may be destroyed in a slot of each.
+ */
 template<typename Media>
 void tryRow()
 {
     QFETCH(CaseOf<Media>, data);
-    MediaFixture<Media> f;
-    data.given(f);
-    f.forget();
-    const QStringList earlier = f.state();
-    const auto result = data.act(f);
-    QStringList outcome = f.trace + f.log.takeLines();
-    for (const QString &line : f.state()) {
-        if (!earlier.contains(line)) {
-            outcome += line;
+    bool isSmooth = false;
+    {
+        MediaFixture<Media> f;
+        data.given(f);
+        f.forget();
+        const QStringList earlier = f.state();
+        const auto result = data.act(f);
+        const QStringList lines = f.log.takeLines();
+        QStringList outcome = f.trace + lines;
+        for (const QString &line : f.state()) {
+            if (!earlier.contains(line)) {
+                outcome += line;
+            }
         }
+        isSmooth = result == voro::multimedia::MediaError::None && lines.isEmpty();
+        if (result != voro::multimedia::MediaError::None) {
+            outcome += QStringLiteral("-> ") + QLatin1String(voro::multimedia::keyName(result));
+        }
+        QCOMPARE(outcome, data.outcome.split(QStringLiteral("; "), Qt::SkipEmptyParts));
+        compareAnnouncements(f.log.takeDebugLines(), f.trace);
     }
-    if (result != voro::multimedia::MediaError::None) {
-        outcome += QStringLiteral("-> ") + QLatin1String(voro::multimedia::keyName(result));
+    if (isSmooth && !QTest::currentTestFailed()) {
+        destroyEverywhere<Media>(data.given, [&] { return data.act; });
     }
-    QCOMPARE(outcome, data.outcome.split(QStringLiteral("; "), Qt::SkipEmptyParts));
 }
 
 // Preparations and actions
