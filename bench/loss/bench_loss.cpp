@@ -10,7 +10,10 @@
 
 #include <Figures.h>
 #include <Household.h>
+#include <Processes.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -18,6 +21,7 @@
 #include <functional>
 #include <random>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -53,11 +57,21 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
     std::mt19937 random(static_cast<unsigned>(signal));
     bench::Figures told;
     bench::Figures command;
+    std::vector<pid_t> workers;
+    std::vector<QString> cutOff;
+    int descriptors = 0;
     start(household);
     for (int round = 0; round < rounds; ++round) {
         waitFor(household, [&household] { return household.isAtWork(); });
+        if (round == 1) {
+            descriptors = bench::usage(getpid()).descriptors;
+        }
         household.forget();
         const pid_t daemon = runtime.daemon();
+        for (const pid_t worker : bench::descendants(daemon)) {
+            workers.push_back(worker);
+        }
+        cutOff.push_back(household.recording());
         int64_t lost = 0;
         std::thread killer([&, delay = std::chrono::microseconds(random() % 3000)] {
             std::this_thread::sleep_for(delay);
@@ -74,6 +88,14 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
         command.add(static_cast<double>(bench::now() - asked));
         start(household);
     }
+    waitFor(household, [&household] { return household.isAtWork(); });
+    descriptors = bench::usage(getpid()).descriptors - descriptors;
+    const auto processes = runtime.processes() - 2 + std::count_if(workers.begin(), workers.end(), [](pid_t worker) {
+                               return !SpawnFolder::isGone(worker);
+                           });
+    const auto incomplete =
+        std::count_if(cutOff.begin(), cutOff.end(), [](const QString &file) { return !Household::isComplete(file); });
+
     const auto row = [&](const char *what, const bench::Figures &figures, const char *wanted) {
         bench::printRow(std::string("daemon ") + name + ", " + std::to_string(rounds) + " times: " + what + ", median",
                         bench::milliseconds(figures.median()), "–", "");
@@ -82,6 +104,10 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
     };
     row("until everybody is told", told, "≤ 500 ms");
     row("a player's next play(), which starts another daemon", command, "");
+    bench::printRow(std::string("daemon ") + name
+                        + ": left behind: descriptors of the application; processes; recordings that are not complete",
+                    std::to_string(descriptors) + "; " + std::to_string(processes) + "; " + std::to_string(incomplete),
+                    "–", "0; 0; 0");
 }
 
 } // namespace

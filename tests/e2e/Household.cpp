@@ -4,6 +4,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QtEndian>
 
 #include <algorithm>
 #include <cerrno>
@@ -110,6 +111,17 @@ QString Household::report() const
     return text + QStringLiteral("%1 presses, %2 wrong errors").arg(m_presses).arg(m_wrong);
 }
 
+bool Household::isComplete(const QString &recording)
+{
+    QFile file(recording);
+    if (!file.open(QFile::ReadOnly)) {
+        return false;
+    }
+    constexpr qint64 Head = 8;
+    const QByteArray head = file.read(Head);
+    return head.startsWith("RIFF") && qFromLittleEndian<quint32>(head.constData() + 4) == file.size() - Head;
+}
+
 SpawnFolder::SpawnFolder()
 {
     qputenv("VORO_RUNTIME_DIR", m_folder.path().toLocal8Bit());
@@ -132,4 +144,16 @@ pid_t SpawnFolder::daemon() const
 bool SpawnFolder::isGone(pid_t daemon)
 {
     return ::kill(daemon, 0) != 0 && errno == ESRCH;
+}
+
+int SpawnFolder::processes() const
+{
+    int count = 0;
+    for (const QString &process : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
+        QFile environment(QStringLiteral("/proc/%1/environ").arg(process));
+        const QString program = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process));
+        count += program.endsWith(QLatin1String("/vorod")) && environment.open(QFile::ReadOnly)
+                 && environment.readAll().contains("VORO_RUNTIME_DIR=" + m_folder.path().toLocal8Bit());
+    }
+    return count;
 }

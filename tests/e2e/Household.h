@@ -33,6 +33,8 @@ public:
     bool isKeyPressed() const { return m_presses > 0; }
     /** The file that was recorded into last. */
     QString recording() const { return m_recording; }
+    /** Whether the head of a WAV file says how long the file is, to the byte. */
+    static bool isComplete(const QString &recording);
     voro::multimedia::MediaPlayer &player(size_t index) { return m_players[index]; }
 
     static constexpr size_t Players = 3;
@@ -65,11 +67,12 @@ public:
     SpawnFolder(const SpawnFolder &) = delete;
     SpawnFolder &operator=(const SpawnFolder &) = delete;
 
-    QString path() const { return m_folder.path(); }
     /** The daemon that said last that it is ready; 0 when there was none. */
     pid_t daemon() const;
     /** Whether that one has gone. */
     static bool isGone(pid_t daemon);
+    /** How many processes serve the folder: a daemon and its guardian are two. */
+    int processes() const;
 
 private:
     QTemporaryDir m_folder;

@@ -8,7 +8,6 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QProcess>
 #include <QtCore/QSocketNotifier>
-#include <QtCore/QtEndian>
 #include <QtTest/QtTest>
 
 #include <unistd.h>
@@ -57,31 +56,6 @@ int runApplication(int argc, char **argv)
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
     return QCoreApplication::exec();
-}
-
-/** The processes that serve the runtime folder: a daemon and its guardian are two. */
-int servingProcesses(const QString &folder)
-{
-    int count = 0;
-    for (const QString &process : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
-        QFile environment(QStringLiteral("/proc/%1/environ").arg(process));
-        const QString program = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process));
-        count += program.endsWith(QLatin1String("/vorod")) && environment.open(QFile::ReadOnly)
-                 && environment.readAll().contains("VORO_RUNTIME_DIR=" + folder.toLocal8Bit());
-    }
-    return count;
-}
-
-/** Whether the head of a WAV file says how long the file is, to the byte. */
-bool isComplete(const QString &recording)
-{
-    QFile file(recording);
-    if (!file.open(QFile::ReadOnly)) {
-        return false;
-    }
-    constexpr qint64 Head = 8;
-    const QByteArray head = file.read(Head);
-    return head.startsWith("RIFF") && qFromLittleEndian<quint32>(head.constData() + 4) == file.size() - Head;
 }
 
 /** How often the daemon is lost; VORO_ROUNDS says otherwise. */
@@ -169,7 +143,7 @@ void tst_DaemonLoss::everybodyIsTold_andTheNextCommandWorks()
         QVERIFY2(problem.isEmpty(), qPrintable(problem));
         QVERIFY2(runtime.daemon() != daemon, "the old one answers");
         QTRY_VERIFY(std::all_of(workers.begin(), workers.end(), SpawnFolder::isGone));
-        QVERIFY(isComplete(recording));
+        QVERIFY(Household::isComplete(recording));
         // The key is registered again, sooner or later.
         const QString press = QStringLiteral(R"(msg::press
 dat:json:{"key":"play","ms":0})");
@@ -268,7 +242,7 @@ void tst_DaemonLoss::fiftyApplications_startOneDaemon_andPlay()
         QFAIL("not all play again");
     }
     qInfo("all play after %lld ms", since.elapsed());
-    QCOMPARE(servingProcesses(runtime.path()), 2);
+    QCOMPARE(runtime.processes(), 2);
     for (const auto &application : applications) {
         application->closeWriteChannel();
     }
