@@ -26,6 +26,7 @@
 namespace {
 
 constexpr int Patience = 60'000;
+constexpr int LongestEnd = 5'000;
 
 /** Lets the event loop run until it is so; ends the program when that takes too long. */
 void waitFor(const Household &household, const std::function<bool()> &isSo)
@@ -90,9 +91,17 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
     }
     waitFor(household, [&household] { return household.isAtWork(); });
     descriptors = bench::usage(getpid()).descriptors - descriptors;
-    const auto processes = runtime.processes() - 2 + std::count_if(workers.begin(), workers.end(), [](pid_t worker) {
-                               return !SpawnFolder::isGone(worker);
-                           });
+    const auto processes = [&] {
+        return runtime.processes() - 2 + std::count_if(workers.begin(), workers.end(), [](pid_t worker) {
+                   return !SpawnFolder::isGone(worker);
+               });
+    };
+    // The last ones have a moment to end.
+    QElapsedTimer time;
+    time.start();
+    while (processes() != 0 && !time.hasExpired(LongestEnd)) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+    }
     const auto incomplete =
         std::count_if(cutOff.begin(), cutOff.end(), [](const QString &file) { return !Household::isComplete(file); });
 
@@ -106,7 +115,8 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
     row("a player's next play(), which starts another daemon", command, "");
     bench::printRow(std::string("daemon ") + name
                         + ": left behind: descriptors of the application; processes; recordings that are not complete",
-                    std::to_string(descriptors) + "; " + std::to_string(processes) + "; " + std::to_string(incomplete),
+                    std::to_string(descriptors) + "; " + std::to_string(processes()) + "; "
+                        + std::to_string(incomplete),
                     "–", "0; 0; 0");
 }
 
