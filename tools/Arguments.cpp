@@ -168,7 +168,9 @@ double volumeFrom(const char *name, const QByteArray &text)
     const bool isPercentage = text.endsWith('%');
     bool isNumber = false;
     const double number = (isPercentage ? text.chopped(1) : text).toDouble(&isNumber) / (isPercentage ? 100 : 1);
-    if (!isNumber || !(number >= 0 && number <= 1)) {
+    // A sign would be that of a change.
+    const bool hasSign = text.startsWith('+') || text.startsWith('-');
+    if (!isNumber || hasSign || !(number >= 0 && number <= 1)) {
         refuse(name, text, QStringLiteral("a number from 0 to 1 or a percentage"));
     }
     return number;

@@ -47,9 +47,12 @@ public:
     void show(const View &view) override
     {
         const int columns = TerminalLine::columns();
-        const bool isTitled = view.isTitledUnlike(m_last);
+        QByteArray headings;
+        for (const QString &heading : view.headingsUnlike(m_last)) {
+            headings += fitted(heading, columns).toUtf8() + '\n';
+        }
         m_last = view;
-        m_line.draw(statusLine(view, columns), isTitled ? fitted(view.title, columns).toUtf8() + '\n' : QByteArray());
+        m_line.draw(statusLine(view, columns), headings);
     }
 
     void clear() override { m_line.clear(); }
@@ -63,8 +66,8 @@ class PlainDisplay : public Display {
 public:
     void show(const View &view) override
     {
-        if (view.isTitledUnlike(m_last)) {
-            line(view.title);
+        for (const QString &heading : view.headingsUnlike(m_last)) {
+            line(heading);
         }
         for (const auto note : Notes) {
             if (const QString text = note(view); !text.isEmpty() && text != note(m_last)) {
@@ -101,6 +104,20 @@ public:
 };
 
 } // namespace
+
+QStringList View::headingsUnlike(const View &other) const
+{
+    QStringList headings;
+    const bool isTitledAnew = title != other.title;
+    if (isTitledAnew && !title.isEmpty()) {
+        headings.append(title);
+    }
+    // What comes without a title belongs to a medium that has not begun.
+    if (!title.isEmpty() && !chapter.isEmpty() && (isTitledAnew || chapter != other.chapter)) {
+        headings.append(chapter);
+    }
+    return headings;
+}
 
 QString timeText(unsigned milliseconds)
 {

@@ -2,6 +2,7 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <memory>
 #include <optional>
@@ -12,6 +13,8 @@ namespace voro {
 struct View {
     /** Empty while not known. */
     QString title{};
+    /** Empty where the medium has no chapters. */
+    QString chapter{};
     bool isPaused = false;
     /** The fill level of the buffer (0.0 to 1.0) while it fills, else negative. */
     double buffering = -1;
@@ -28,8 +31,8 @@ struct View {
     /** Whether captions are shown; nothing when there are none to be shown. */
     std::optional<bool> captions{};
 
-    /** Whether a title has to be shown that the other view did not have. */
-    bool isTitledUnlike(const View &other) const { return !title.isEmpty() && title != other.title; }
+    /** The title and the chapter, as far as they have to be shown and the other view did not have them. */
+    QStringList headingsUnlike(const View &other) const;
 };
 
 /** Milliseconds as m:ss or h:mm:ss. */

@@ -2,6 +2,7 @@
 
 #include "Command.h"
 #include "Display.h"
+#include "InfoReader.h"
 #include "Medium.h"
 #include "Output.h"
 #include "Problem.h"
@@ -9,14 +10,11 @@
 
 #include <multimedia/MediaError.h>
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QLocale>
-#include <QtCore/QProcess>
 
 #include <words/ErrorWords.h>
 
@@ -26,11 +24,15 @@ namespace {
 
 using multimedia::MediaError;
 
+/** What MP4 files say of their own form, which is no news for people. */
+const QStringList MarksOfContainers{QStringLiteral("compatible_brands"), QStringLiteral("major_brand"),
+                                    QStringLiteral("minor_version")};
+
 /** A line with a name and a value; nothing where there is no value. */
 void printField(const QString &name, const QString &value)
 {
     if (!value.isEmpty()) {
-        print("  " + printable(name).toUtf8().leftJustified(14) + printable(value).toUtf8() + '\n');
+        print("  " + printable(name).toUtf8().leftJustified(13) + ' ' + printable(value).toUtf8() + '\n');
     }
 }
 
@@ -42,6 +44,10 @@ QString timeOf(const QJsonValue &milliseconds)
 QString languageOf(const QJsonObject &stream)
 {
     const QString code = stream.value(QLatin1String("language")).toString();
+    // "Undetermined", which files say that know nothing better.
+    if (code == QLatin1String("und")) {
+        return {};
+    }
     const QLocale locale(code);
     const bool isKnown = locale.language() != QLocale::C;
     return isKnown ? QLocale::languageToString(locale.language()) : code;
@@ -57,15 +63,16 @@ QString measure(const QJsonObject &stream, const char *key, const char *unit, do
 QString describe(const QJsonObject &stream)
 {
     const QString width = measure(stream, "width", "");
-    QStringList parts{stream.value(QLatin1String("kind")).toString(),
-                      stream.value(QLatin1String("codec")).toString(),
-                      width.isEmpty() ? width : width + QLatin1String(" x ") + measure(stream, "height", ""),
-                      measure(stream, "frameRate", " pictures a second"),
-                      measure(stream, "sampleRate", " Hz"),
-                      measure(stream, "channels", " channels"),
-                      measure(stream, "bitRate", " kbit/s", 1000),
-                      languageOf(stream),
-                      stream.value(QLatin1String("title")).toString()};
+    QStringList parts{
+        stream.value(QLatin1String("kind")).toString(),
+        stream.value(QLatin1String("codec")).toString(),
+        width.isEmpty() ? width : width + QLatin1String(" x ") + measure(stream, "height", ""),
+        measure(stream, "frameRate", " pictures a second"),
+        measure(stream, "sampleRate", " Hz"),
+        measure(stream, "channels", stream.value(QLatin1String("channels")) == 1 ? " channel" : " channels"),
+        measure(stream, "bitRate", " kbit/s", 1000),
+        languageOf(stream),
+        stream.value(QLatin1String("title")).toString()};
     if (stream.value(QLatin1String("isCover")).toBool()) {
         parts.append(QStringLiteral("cover"));
     }
@@ -82,7 +89,9 @@ void printForPeople(const Medium &medium, const QJsonObject &info)
     printField(QStringLiteral("duration"), timeOf(info.value(QLatin1String("duration"))));
     const QJsonObject tags = info.value(QLatin1String("tags")).toObject();
     for (auto tag = tags.begin(); tag != tags.end(); ++tag) {
-        printField(tag.key(), tag.value().toString());
+        if (!MarksOfContainers.contains(tag.key())) {
+            printField(tag.key(), tag.value().toString());
+        }
     }
     int number = 0;
     for (const QJsonValue stream : info.value(QLatin1String("streams")).toArray()) {
@@ -99,11 +108,10 @@ void printForPeople(const Medium &medium, const QJsonObject &info)
 /** What the program beside this one finds in a file; empty for what is no medium. */
 QJsonObject infoOf(const QString &path)
 {
-    QProcess reader;
-    reader.setStandardInputFile(path);
-    reader.start(QCoreApplication::applicationDirPath() + QLatin1String("/" VORO_HELPERS "/voro-info"), {});
+    InfoReader reader;
+    reader.read(path);
     reader.waitForFinished(-1);
-    QJsonObject info = QJsonDocument::fromJson(reader.readAllStandardOutput()).object();
+    QJsonObject info = reader.result();
     if (!info.isEmpty()) {
         info.insert(QLatin1String("size"), QFileInfo(path).size());
     }

@@ -47,10 +47,13 @@ struct CharacterKey {
 };
 
 constexpr std::array CharacterKeys{
-    CharacterKey{' ', Key::PlayPause}, CharacterKey{'+', Key::Louder}, CharacterKey{'=', Key::Louder},
-    CharacterKey{'-', Key::Softer},    CharacterKey{'m', Key::Mute},   CharacterKey{'[', Key::Slower},
-    CharacterKey{']', Key::Faster},    CharacterKey{'n', Key::Next},   CharacterKey{'p', Key::Previous},
-    CharacterKey{'c', Key::Captions},  CharacterKey{'?', Key::Help},   CharacterKey{'q', Key::Quit},
+    CharacterKey{' ', Key::PlayPause},   CharacterKey{'+', Key::Louder},
+    CharacterKey{'=', Key::Louder},      CharacterKey{'-', Key::Softer},
+    CharacterKey{'m', Key::Mute},        CharacterKey{'[', Key::Slower},
+    CharacterKey{']', Key::Faster},      CharacterKey{'n', Key::Next},
+    CharacterKey{'p', Key::Previous},    CharacterKey{'c', Key::Captions},
+    CharacterKey{'?', Key::Help},        CharacterKey{'q', Key::Quit},
+    CharacterKey{'>', Key::NextChapter}, CharacterKey{'<', Key::PreviousChapter},
 };
 
 constexpr std::array ArrowKeys{
@@ -85,6 +88,7 @@ QByteArray keyHelp()
            "  down up       seek by 60 seconds\n"
            "  0 to 9        seek to as many tenths of the medium\n"
            "  p n           go to the previous and the next track\n"
+           "  < >           go to the previous and the next chapter\n"
            "  - +           change the volume\n"
            "  m             switches the sound off and on\n"
            "  [ ]           play slower and faster\n"

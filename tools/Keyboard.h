@@ -22,6 +22,8 @@ enum class Key {
     Faster,
     Next,
     Previous,
+    NextChapter,
+    PreviousChapter,
     Captions,
     Help,
     Quit,

@@ -1,14 +1,26 @@
 #include "Medium.h"
 
 #include "Arguments.h"
+#include "Output.h"
+#include "StopSignals.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
 
 namespace voro {
 
@@ -54,20 +66,71 @@ QByteArray utf8Path(const QByteArray &path)
     return symlink(path.constData(), link.constData()) == 0 ? link : path;
 }
 
-/** Copies standard input into a file; its path. */
-QByteArray keepInput()
+/** The path of the copy of standard input, for the end of the program, which may come from a signal. */
+std::array<char, PATH_MAX> copyPath{};
+
+void removeCopy()
 {
-    QFile input;
-    QFile copy(QFile::decodeName(standIn()));
-    bool isKept = input.open(STDIN_FILENO, QFile::ReadOnly) && copy.open(QFile::WriteOnly);
-    constexpr qint64 Some = 64 * 1024;
-    for (QByteArray bytes = input.read(Some); isKept && !bytes.isEmpty(); bytes = input.read(Some)) {
-        isKept = copy.write(bytes) == bytes.size();
+    unlink(copyPath.data());
+}
+
+/** Opens the file that standard input is copied into, which goes with the program. */
+int openCopy()
+{
+    const QByteArray path = QFile::encodeName(QDir::tempPath()) + "/voro-XXXXXX";
+    if (path.size() >= static_cast<qsizetype>(copyPath.size())) {
+        errno = ENAMETOOLONG;
+        return -1;
     }
-    if (!isKept || !copy.flush()) {
-        throw UsageError{QStringLiteral("standard input cannot be kept: %1").arg(copy.errorString())};
+    std::copy(path.begin(), path.end(), copyPath.begin());
+    const int copy = mkostemp(copyPath.data(), O_CLOEXEC);
+    if (copy >= 0) {
+        std::atexit(removeCopy);
+        std::at_quick_exit(removeCopy);
     }
-    return QFile::encodeName(copy.fileName());
+    return copy;
+}
+
+/** Waits for standard input, and says once what for when that has taken long. */
+void awaitInput(const QElapsedTimer &time, bool &isSaid)
+{
+    constexpr int LongMs = 2000;
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    const qint64 left = std::max<qint64>(0, LongMs - time.elapsed());
+    if (!isSaid && (left == 0 || poll(&input, 1, static_cast<int>(left)) == 0)) {
+        isSaid = true;
+        complain(QStringLiteral("play: standard input is read to its end before it plays; ^C ends this"));
+    }
+}
+
+/** Copies standard input into a file; its path. */
+QByteArray keepInput(qint64 most)
+{
+    const StopSignals stopSignals;
+    const StopSignals::AtOnce atOnce;
+    QElapsedTimer time;
+    time.start();
+    const int descriptor = openCopy();
+    QFile copy;
+    bool isKept =
+        descriptor >= 0 && copy.open(descriptor, QFile::WriteOnly | QFile::Unbuffered, QFile::AutoCloseHandle);
+    bool isSaid = false;
+    qint64 size = 0;
+    std::array<char, 64 * 1024> bytes;
+    for (ssize_t count = 1; isKept && count > 0;) {
+        awaitInput(time, isSaid);
+        count = read(STDIN_FILENO, bytes.data(), bytes.size());
+        size += std::max<ssize_t>(count, 0);
+        if (size > most) {
+            throw UsageError{QStringLiteral("standard input has more than %1 bytes; play it from a file").arg(most)};
+        }
+        isKept = count >= 0 && copy.write(bytes.data(), count) == count;
+    }
+    if (!isKept) {
+        throw UsageError{
+            QStringLiteral("standard input cannot be kept: %1").arg(QString::fromLocal8Bit(strerror(errno)))};
+    }
+    return copyPath.data();
 }
 
 /** The path of the file that standard input is; empty when it is none. */
@@ -118,13 +181,13 @@ Medium mediumFromArgument(const QByteArray &argument)
     return {url, url.toDisplayString()};
 }
 
-Medium inputMedium()
+Medium inputMedium(qint64 most)
 {
     if (isatty(STDIN_FILENO)) {
         throw UsageError{QStringLiteral("-: standard input is a terminal")};
     }
     const QByteArray path = inputPath();
-    return {file(path.isEmpty() ? keepInput() : path).url, QStringLiteral("standard input")};
+    return {file(path.isEmpty() ? keepInput(most) : path).url, QStringLiteral("standard input")};
 }
 
 Medium newFileFromArgument(const QByteArray &argument)

@@ -1,20 +1,38 @@
 // voro play: the command's arguments.
 
 #include "Command.h"
+#include "MediaFolder.h"
 #include "Playback.h"
 #include "Window.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
 
 namespace voro {
 
 namespace {
 
-constexpr double FastestSpeed = 100;
+constexpr double SlowestSpeed = 0.25;
+constexpr double FastestSpeed = 4;
 
 std::vector<Medium> mediaFrom(const QByteArrayList &operands)
 {
     std::vector<Medium> media;
+    if (operands.count("-") > 1) {
+        throw UsageError{QStringLiteral("-: standard input can be played once only")};
+    }
     for (const QByteArray &operand : operands) {
-        media.push_back(operand == "-" ? inputMedium() : mediumFromArgument(operand));
+        if (operand == "-") {
+            media.push_back(inputMedium());
+            continue;
+        }
+        const QByteArrayList paths = isFolder(operand) ? mediaBelow(operand) : QByteArrayList{operand};
+        if (paths.isEmpty()) {
+            throw UsageError{
+                QStringLiteral("'%1': nothing in this folder can be played").arg(QString::fromLocal8Bit(operand))};
+        }
+        std::transform(paths.begin(), paths.end(), std::back_inserter(media), mediumFromArgument);
     }
     if (media.empty()) {
         media.push_back(sampleMedium());
@@ -28,9 +46,8 @@ ExitStatus run(const Arguments &arguments)
     settings.media = mediaFrom(arguments.operands());
     settings.start = arguments.time("--start");
     settings.speed = arguments.number("--speed", -FastestSpeed, FastestSpeed);
-    // The renderer counts in thousandths; less than one is a pause without an end.
-    if (settings.speed && std::abs(*settings.speed) < 0.001) {
-        throw UsageError{QStringLiteral("--speed: a speed of 0 never gets anywhere")};
+    if (settings.speed && std::abs(*settings.speed) < SlowestSpeed) {
+        throw UsageError{QStringLiteral("--speed: nothing plays slower than at %1").arg(SlowestSpeed)};
     }
     if (settings.speed.value_or(1) < 0 && !settings.start) {
         throw UsageError{QStringLiteral("--speed: nothing comes before the beginning; --start says where to begin")};
@@ -47,6 +64,9 @@ ExitStatus run(const Arguments &arguments)
     }
     if (const auto captions = arguments.value("--captions")) {
         settings.captions = mediumFromArgument(*captions);
+        if (settings.windowId.isEmpty()) {
+            throw UsageError{QStringLiteral("--captions: they are shown in a window, which --window has to name")};
+        }
     }
     settings.isShuffled = arguments.has("--shuffle");
     settings.json = arguments.has("--json");
@@ -60,16 +80,17 @@ const Command PlayCommand{
     .help =
         {
             .name = "play",
-            .synopsis = "[OPTION...] [FILE|URL...]",
+            .synopsis = "[OPTION...] [FILE|FOLDER|URL...]",
             .summary = "plays files and streams, one after the other",
             .details =
                 "Plays files and streams as a queue; without any, the sample that comes with the program.\n"
-                "The file - is standard input, which is read to its end first unless it is a file.\n"
+                "Of a folder, all sounds and films in it and below are played, in the order of their names.\n"
+                "The file - is standard input, which is read to its end first unless it is a file; 2 GiB at most.\n"
                 "Remotes and the desktop command it as what is now playing; whoever takes that role over pauses it.",
             .options =
                 {
                     {"--start", "TIME", "begins the first medium at a position: 1:30, or milliseconds"},
-                    {"--speed", "F", "plays at a factor of normal speed"},
+                    {"--speed", "F", "plays at a factor of normal speed: 0.25 to 4, or -4 to -0.25 for backward"},
                     {"--volume", "F", "the volume: 0.5 or 50%"},
                     {"--repeat", "MODE", "none, track or all",
                      [] { return enumeratorNames<multimedia::RepeatMode>({"Unsupported"}); }},

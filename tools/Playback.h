@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Chapters.h"
 #include "Display.h"
 #include "Medium.h"
 #include "Publication.h"
@@ -83,6 +84,9 @@ private:
     Error::Type start();
     Error::Type seekBy(int milliseconds);
     Error::Type seekToTenth(unsigned tenths);
+    /** Where the keys count from. */
+    unsigned sought() const { return m_sought.value_or(m_player.position()); }
+    Error::Type seekToChapter(std::optional<unsigned> begin);
     Error::Type changeVolume(double step);
     Error::Type toggleMute();
     Error::Type changeSpeed(double step);
@@ -116,6 +120,7 @@ private:
     /** Where the renderer says whether the player is heard. */
     std::unique_ptr<PpsObject> m_sound;
     std::unique_ptr<Publication> m_publication;
+    Chapters m_chapters;
 
     std::vector<Medium> m_media;
     /** The numbers of the media, from 0, in the order in which they play. */

@@ -78,6 +78,13 @@ ExitStatus list(const QByteArrayList &operands)
     while (folder.endsWith(QLatin1Char('/'))) {
         folder.chop(1);
     }
+    const auto isMissing = [&folder] {
+        complain(QStringLiteral("pps: %1: no such folder").arg(folder));
+        return Failure;
+    };
+    if (folder != QLatin1String("/pps") && !folder.startsWith(QLatin1String("/pps/"))) {
+        return isMissing();
+    }
     PpsObject object(folder + QLatin1String("/.list"));
     if (!object.open(PpsOpenMode::Subscribe)) {
         return failed(object);
@@ -89,8 +96,7 @@ ExitStatus list(const QByteArrayList &operands)
     });
     // A folder is there as long as something is in it.
     if (isRead && isEmpty && folder != QLatin1String("/pps")) {
-        complain(QStringLiteral("pps: %1: no such folder").arg(folder));
-        return Failure;
+        return isMissing();
     }
     return isRead ? Success : failed(object);
 }

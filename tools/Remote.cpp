@@ -163,8 +163,10 @@ void tellChanges(NowPlayingController &controller, bool json)
     };
     tell(&C::mediaStateChanged, [](MediaState::Type state) { printEnumerator("state", state); });
     tell(&C::metaDataChanged, printMetaData);
-    tell(qOverload<unsigned int>(&C::durationChanged), [](unsigned int duration) { printField("duration", duration); });
-    tell(qOverload<unsigned int>(&C::positionChanged), [](unsigned int position) { printField("position", position); });
+    tell(qOverload<unsigned int>(&C::durationChanged),
+         [](unsigned int duration) { printField("duration", timeText(duration)); });
+    tell(qOverload<unsigned int>(&C::positionChanged),
+         [](unsigned int position) { printField("position", timeText(position)); });
     tell(&C::iconUrlChanged, [](const QUrl &url) { printField("icon", url); });
     tell(&C::nextEnabledChanged, [](bool enabled) { printField("next", enabled); });
     tell(&C::previousEnabledChanged, [](bool enabled) { printField("previous", enabled); });
@@ -234,8 +236,8 @@ ExitStatus status(bool json)
     }
     printEnumerator("state", controller.mediaState());
     printMetaData(controller.metaData());
-    printField("duration", controller.duration());
-    printField("position", controller.position());
+    printField("duration", timeText(controller.duration()));
+    printField("position", timeText(controller.position()));
     if (const QUrl icon = controller.iconUrl(); !icon.isEmpty()) {
         printField("icon", icon);
     }

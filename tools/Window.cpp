@@ -14,7 +14,8 @@ QString windowFrom(const char *option, const QByteArray &text)
     bool isNumber = false;
     const unsigned window = text.toUInt(&isNumber, 0);
     if (!isNumber) {
-        return QString::fromLocal8Bit(text);
+        throw UsageError{QStringLiteral("%1: '%2' is not the number of a window")
+                             .arg(QLatin1String(option), QString::fromLocal8Bit(text))};
     }
     const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(xcb_connect(nullptr, nullptr),
                                                                                   &xcb_disconnect);

@@ -6,8 +6,8 @@
 namespace voro {
 
 /**
- * The window that an option's text names: an X11 window by its number, which may be hexadecimal, or what shows pictures
- * under a name. Throws UsageError for a number that no window of the X server has.
+ * The X11 window whose number, which may be hexadecimal, is an option's text. Throws UsageError where the X server has
+ * no such window.
  */
 QString windowFrom(const char *option, const QByteArray &text);
 

@@ -3,6 +3,7 @@
 #include "Arguments.h"
 #include "Display.h"
 #include "Keyboard.h"
+#include "MediaFolder.h"
 #include "Medium.h"
 #include "Meter.h"
 #include "SignalPrinter.h"
@@ -16,6 +17,9 @@
 #include <QtCore/QSize>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
+
+#include <doctor/CodecsCheck.h>
+#include <unistd.h>
 
 using namespace voro;
 
@@ -70,6 +74,9 @@ private Q_SLOTS:
     void medium_data();
     void medium();
     void medium_hasUsableUrl_forNameThatIsNoUtf8();
+    void folder_givesItsMedia_inTheOrderOfNames();
+    void input_isRefused_whenItHasTooMuch();
+    void codecs_areMissing_byPackagesOfTheList();
     void keys_data();
     void keys();
     void times_data();
@@ -239,6 +246,55 @@ void tst_tool_parts::medium_hasUsableUrl_forNameThatIsNoUtf8()
     std::remove(path.constData());
 }
 
+void tst_tool_parts::folder_givesItsMedia_inTheOrderOfNames()
+{
+    const QTemporaryDir folder;
+    const QDir dir(folder.path());
+    QVERIFY(dir.mkpath("Disc 10") && dir.mkpath("disc 9") && dir.mkpath(".hidden"));
+    for (const char *name : {"10.ogg", "9.MKV", "b.ts", "notes.txt", "list.m3u", "Disc 10/a.mp3", "disc 9/a.flac",
+                             ".hidden/a.ogg", ".a.ogg"}) {
+        QVERIFY(QFile(dir.filePath(name)).open(QFile::WriteOnly));
+    }
+    // It would go round in circles.
+    QVERIFY(QFile::link(folder.path(), dir.filePath("again")));
+    QStringList found;
+    for (const QByteArray &path : mediaBelow(QFile::encodeName(folder.path()))) {
+        found += dir.relativeFilePath(QFile::decodeName(path));
+    }
+    QCOMPARE(found, (QStringList{"9.MKV", "10.ogg", "b.ts", "disc 9/a.flac", "Disc 10/a.mp3"}));
+}
+
+void tst_tool_parts::input_isRefused_whenItHasTooMuch()
+{
+    int ends[2];
+    QVERIFY(pipe(ends) == 0 && dup2(ends[0], STDIN_FILENO) >= 0 && write(ends[1], "1234", 4) == 4);
+    close(ends[1]);
+    QCOMPARE(refusal([] { inputMedium(3); }), "standard input has more than 3 bytes; play it from a file");
+}
+
+void tst_tool_parts::codecs_areMissing_byPackagesOfTheList()
+{
+    const QTemporaryDir empty;
+    QFile list(QStringLiteral(VORO_PACKAGES));
+    QVERIFY(list.open(QFile::ReadOnly));
+    const QByteArrayList packages = list.readAll().split('\n');
+    QString texts;
+    for (const doctor::Finding &finding : doctor::CodecsCheck(empty.path()).examine()) {
+        texts += finding.text + '\n';
+        const QByteArray remedy = finding.remedy.toLatin1();
+        QVERIFY2(remedy.isEmpty() || packages.contains(remedy.mid(remedy.lastIndexOf(' ') + 1)), remedy.constData());
+    }
+    for (const char *text : {"nothing plays: there is no plugin playback\n",
+                             "MP3 plays from files only, if at all: there "
+                             "is no plugin mpg123\n",
+                             "amr cannot be recorded: there is no plugin amrnb\n"}) {
+        QVERIFY2(texts.contains(QLatin1String(text)), qPrintable(texts));
+    }
+    const auto present = doctor::CodecsCheck().examine();
+    QVERIFY(std::all_of(present.begin(), present.end(),
+                        [](const doctor::Finding &finding) { return finding.health == doctor::Health::Good; }));
+}
+
 void tst_tool_parts::keys_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -250,9 +306,9 @@ void tst_tool_parts::keys_data()
         }
         QTest::newRow(name) << bytes << numbers;
     };
-    row("letters", " +-m[]npc?q",
+    row("letters", " +-m[]np<>c?q",
         {Key::PlayPause, Key::Louder, Key::Softer, Key::Mute, Key::Slower, Key::Faster, Key::Next, Key::Previous,
-         Key::Captions, Key::Help, Key::Quit});
+         Key::PreviousChapter, Key::NextChapter, Key::Captions, Key::Help, Key::Quit});
     row("digits", "09", {Key::Tenth0, Key::Tenth9});
     row("arrows", "\x1b[A\x1b[B\x1b[C\x1b[D", {Key::FarForward, Key::FarBack, Key::Forward, Key::Back});
     row("arrows of the application mode", "\x1bOC\x1bOD", {Key::Forward, Key::Back});

@@ -66,11 +66,18 @@ void tst_voro::unusableArguments_areRefusedByName_data()
     row("play --vlume 1", "voro: play: unknown option '--vlume'; did you mean '--volume'? (see voro play --help)");
     row("play --volume 150%",
         "voro: play: --volume: '150%' is not a number from 0 to 1 or a percentage (see voro play --help)");
+    row("play --volume +5%",
+        "voro: play: --volume: '+5%' is not a number from 0 to 1 or a percentage (see voro play --help)");
     row("play --start=1:70",
         "voro: play: --start: '1:70' is not a time as 1:30, or a whole number of milliseconds (see voro play --help)");
     row("play --speed -1", "voro: play: --speed: nothing comes before the beginning; --start says where to begin (see "
                            "voro play --help)");
-    row("play --speed 0", "voro: play: --speed: a speed of 0 never gets anywhere (see voro play --help)");
+    row("play --speed 0.2", "voro: play: --speed: nothing plays slower than at 0.25 (see voro play --help)");
+    row("play --window w", "voro: play: --window: 'w' is not the number of a window (see voro play --help)");
+    row("play --captions a.srt", "voro: play: --captions: they are shown in a window, which --window has to name (see "
+                                 "voro play --help)");
+    row("play /dev/pts", "voro: play: '/dev/pts': nothing in this folder can be played (see voro play "
+                         "--help)");
     row("play --repeat unsupported",
         "voro: play: --repeat: 'unsupported' is not one of None, Track, All (see voro play --help)");
     row("play --json=1", "voro: play: --json takes no value (see voro play --help)");
@@ -371,7 +378,7 @@ void tst_voro::pps_write_isSeenByCatAndList()
 
     QCOMPARE(voro({"pps", "ls", "/pps/test/"}).out, QByteArray("object\n"));
     QVERIFY(voro({"pps", "ls"}).out.split('\n').contains("test/"));
-    QCOMPARE(voro({"pps", "ls", "/elsewhere"}).status, 1);
+    QCOMPARE(voro({"pps", "ls", "/nope/"}).err, QByteArray("voro: pps: /nope: no such folder\n"));
     const Result nowhere = voro({"pps", "ls", "/pps/nope"});
     QCOMPARE(nowhere.status, 1);
     QCOMPARE(nowhere.err, QByteArray("voro: pps: /pps/nope: no such folder\n"));
@@ -530,12 +537,12 @@ void tst_voro::publish_andRemote_understandEachOther()
     }
     QCOMPARE(voro({"remote", "repeat", "all"}).status, 0);
     QVERIFY(publish.waitFor("repeat All\n"));
-    publish.write("bogus\nstate odd\nposition 7\nrepeat track\nstate Paused\n");
+    publish.write("bogus\nstate odd\nposition 7000\nrepeat track\nstate Paused\n");
     QVERIFY(publish.waitFor("voro: publish: unknown line 'bogus'\nvoro: publish: state: 'odd' is not one of "));
     QVERIFY(watch.waitFor("\"mediaState\":\"Paused\""));
     QVERIFY(watch.waitFor("\"repeatMode\":\"Track\""));
     QCOMPARE(voro({"remote", "status"}).out,
-             QByteArray("state: Paused\ntitle: A song\nduration: 60000\nposition: 7\nnext: true\nprevious: true\n"
+             QByteArray("state: Paused\ntitle: A song\nduration: 1:00\nposition: 0:07\nnext: true\nprevious: true\n"
                         "repeat: Track\nshuffle: Off\n"));
     publish.write("track\n");
     QVERIFY(publish.waitForBytesWritten(PatienceMs));

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void interrupt_endsIt_whateverTheDaemonDoes();
     void plainOutput_isLines();
     void keys_workOnTerminal();
+    void chapters_areShownAndReached();
     void standardInput_isPlayed();
     void givesTerminalBack_data();
     void givesTerminalBack();
@@ -156,12 +157,10 @@ void tst_VoroPlay::doesWhatTheRemoteAsks_andPausesWithoutTheRole()
 void tst_VoroPlay::queue_isRepeatedAndShuffled_asTheRemoteAsks()
 {
     const SilentDaemon daemon;
-    QStringList arguments{"play", "--json"};
     for (const char *name : {"a.wav", "b.wav", "c.wav"}) {
-        arguments += daemon.folder() + '/' + name;
-        writeSilence(arguments.last());
+        writeSilence(daemon.folder() + '/' + name);
     }
-    RunningVoro playing(arguments);
+    RunningVoro playing({"play", "--json", daemon.folder()});
     QVERIFY(playing.waitFor(state("Started")));
     RunningVoro watching({"remote", "watch", "--json"});
     // What has no title is called by its file.
@@ -280,6 +279,36 @@ void tst_VoroPlay::keys_workOnTerminal()
     QVERIFY(terminal.isInOwnMode());
 }
 
+void tst_VoroPlay::chapters_areShownAndReached()
+{
+    const SilentDaemon daemon;
+    const QString book = daemon.folder() + "/book.mka";
+    QFile chapters(daemon.folder() + "/chapters");
+    QVERIFY(chapters.open(QFile::WriteOnly));
+    chapters.write(";FFMETADATA1\n");
+    for (const char *chapter : {"START=0\nEND=10\ntitle=One", "START=10\nEND=20\ntitle=Two", "START=20\nEND=30"}) {
+        chapters.write(QByteArray("[CHAPTER]\nTIMEBASE=1/1\n") + chapter + '\n');
+    }
+    chapters.close();
+    const QStringList encode{"-loglevel",         "error",         "-f", "lavfi", "-t", "30", "-i", "anullsrc", "-i",
+                             chapters.fileName(), "-map_chapters", "1",  book};
+    QCOMPARE(QProcess::execute("ffmpeg", encode), 0);
+    PseudoTerminal terminal({VORO_PROGRAM, "play", QFile::encodeName(book)});
+    QVERIFY(terminal.waitFor("chapter 1 of 3: One"));
+    const std::pair<const char *, const char *> answers[] = {
+        {" ", "|| "},
+        {">", "chapter 2 of 3: Two"},
+        {">", "chapter 3 of 3\r\n"},
+        {"<", "chapter 2 of 3: Two"},
+    };
+    for (const auto &[keys, answer] : answers) {
+        terminal.type(keys);
+        QVERIFY2(terminal.waitFor(answer), keys);
+    }
+    terminal.type("q");
+    QCOMPARE(terminal.waitForEnd(), std::optional(0));
+}
+
 void tst_VoroPlay::standardInput_isPlayed()
 {
     const SilentDaemon daemon;
@@ -289,6 +318,16 @@ void tst_VoroPlay::standardInput_isPlayed()
     QCOMPARE(process.readAllStandardError(), QByteArray());
     QCOMPARE(process.exitCode(), 0);
     QVERIFY(process.readAllStandardOutput().startsWith("First Light - Voro\n"));
+
+    // One that does not end is not waited for without a word, and leaves nothing behind.
+    qputenv("TMPDIR", daemon.folder().toLocal8Bit());
+    RunningVoro waiting({"play", "-"});
+    waiting.write("RIFF");
+    QVERIFY(waiting.waitFor("read to its end before it plays"));
+    QCOMPARE(QDir(daemon.folder()).entryList({"voro-*"}, QDir::Files).size(), 1);
+    QCOMPARE(waiting.interrupt(), 0);
+    QCOMPARE(QDir(daemon.folder()).entryList({"voro-*"}, QDir::Files), QStringList());
+    qunsetenv("TMPDIR");
 }
 
 void tst_VoroPlay::givesTerminalBack_data()

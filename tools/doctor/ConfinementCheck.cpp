@@ -3,7 +3,9 @@
 #include <QtCore/QFile>
 
 #include <linux/landlock.h>
+#include <sched.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace voro::doctor {
@@ -35,11 +37,32 @@ Finding systemCalls()
     return {Health::Good, QStringLiteral("seccomp limits what workers may ask the kernel for")};
 }
 
+/** Tries in a process of its own whether a user may have namespaces of users, mounts and the net. */
+bool hasNamespaces()
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(unshare(CLONE_NEWUSER | CLONE_NEWNS | CLONE_NEWNET) == 0 ? 0 : 1);
+    }
+    int status = 0;
+    return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+Finding namespaces()
+{
+    if (!hasNamespaces()) {
+        return {Health::Limited, QStringLiteral("users get no namespaces of users, mounts and the net on this machine"),
+                QStringLiteral("sysctl kernel.unprivileged_userns_clone=1 user.max_user_namespaces=15000, or "
+                               "kernel.apparmor_restrict_unprivileged_userns=0")};
+    }
+    return {Health::Good, QStringLiteral("users get namespaces of users, mounts and the net")};
+}
+
 } // namespace
 
 std::vector<Finding> ConfinementCheck::examine() const
 {
-    return {landlock(), systemCalls()};
+    return {namespaces(), landlock(), systemCalls()};
 }
 
 } // namespace voro::doctor

@@ -1,6 +1,7 @@
 // voro doctor: says what works on this machine, what does not, and what to do about it.
 
 #include "BusCheck.h"
+#include "CodecsCheck.h"
 #include "ConfinementCheck.h"
 #include "DaemonCheck.h"
 #include "KeysCheck.h"
@@ -31,6 +32,7 @@ std::vector<std::unique_ptr<Check>> allChecks()
     std::vector<std::unique_ptr<Check>> checks;
     checks.push_back(std::make_unique<doctor::DaemonCheck>());
     checks.push_back(std::make_unique<doctor::SoundCheck>());
+    checks.push_back(std::make_unique<doctor::CodecsCheck>());
     checks.push_back(std::make_unique<doctor::BusCheck>());
     checks.push_back(std::make_unique<doctor::KeysCheck>());
     checks.push_back(std::make_unique<doctor::WindowCheck>());
@@ -111,15 +113,17 @@ const Command DoctorCommand{
             .name = "doctor",
             .synopsis = "[OPTION...] [CHECK...]",
             .summary = "says what works on this machine and what to do about the rest",
-            .details = "Examines everything, or what is named:\n\n"
-                       "  daemon         whether the daemon answers\n"
-                       "  sound          whether media are heard, and whether there is an input to record from\n"
-                       "  bus            the session bus, by which desktops show and command what is playing\n"
-                       "  keys           the devices that media keys come from\n"
-                       "  window         the display for films\n"
-                       "  confinement    what the kernel has to confine workers\n\n"
-                       "Each finding is good, limited (something works less well than it could) or missing. The exit "
-                       "status is 1\nwhen something is missing.",
+            .details =
+                "Examines everything, or what is named:\n\n"
+                "  daemon         whether the daemon answers\n"
+                "  sound          whether media are heard, and whether there is an input to record from\n"
+                "  codecs         the formats that play and can be recorded, and the packages that bring others\n"
+                "  bus            the session bus, by which desktops show and command what is playing\n"
+                "  keys           the devices that media keys come from\n"
+                "  window         the display for films\n"
+                "  confinement    what the kernel has to confine workers\n\n"
+                "Each finding is good, limited (something works less well than it could) or missing. The exit "
+                "status is 1\nwhen something is missing.",
             .options =
                 {
                     {"--restart", nullptr,
