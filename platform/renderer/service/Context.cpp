@@ -1,11 +1,11 @@
 #include "Context.h"
 
+#include <pps/Log.h>
 #include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <limits>
 #include <utility>
 
@@ -703,7 +703,7 @@ void Context::setSilent(bool isSilent)
 {
     m_isSilent = isSilent;
     if (m_folder.setSilent(isSilent)) {
-        std::fprintf(stderr, "vorod: %s: no sound server answers; playing without sound\n", path().c_str());
+        log::warn(log::Category::Renderer, "%s: no sound server answers; playing without sound", path().c_str());
     }
 }
 

@@ -1,11 +1,11 @@
 #include "Folder.h"
 
+#include <pps/Log.h>
 #include <pps/Loss.h>
 #include <pps/Text.h>
 #include <renderer/common/Protocol.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <utility>
 
 namespace voro::renderer {
@@ -95,7 +95,7 @@ bool Folder::publish(const std::string &name, std::string_view lines, Fence fenc
 {
     const bool isPublished = m_broker.publish(objectPath(name), ("*@" + name + '\n').append(lines), fence, payer);
     if (!isPublished) {
-        std::fprintf(stderr, "vorod: %s: there is no room for it\n", objectPath(name).c_str());
+        log::warn(log::Category::Renderer, "%s: there is no room for it", objectPath(name).c_str());
     }
     return isPublished;
 }

@@ -1,5 +1,6 @@
 #include "Process.h"
 
+#include <pps/Log.h>
 #include <spawn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -7,7 +8,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -65,7 +65,7 @@ Process::Process(const std::string &program, std::initializer_list<Socket> socke
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
         m_id = -1;
-        std::fprintf(stderr, "vorod: %s: %s\n", program.c_str(), std::strerror(error));
+        log::warn(log::Category::Worker, "%s: %s", program.c_str(), std::strerror(error));
         return;
     }
     m_descriptor = static_cast<int>(syscall(SYS_pidfd_open, m_id, 0));

@@ -3,11 +3,11 @@
 #include "SocketPair.h"
 
 #include <pps/FdPassing.h>
+#include <pps/Log.h>
 #include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <utility>
 
@@ -47,7 +47,7 @@ Worker::Worker(pps::Broker &broker, const Kind &kind, const Session &session, st
     }
     if (m_process && m_process->isRunning()) {
         m_process->onEnd([this] {
-            std::fprintf(stderr, "vorod: a worker %s\n", m_process->ending().c_str());
+            log::warn(log::Category::Worker, "a worker %s", m_process->ending().c_str());
             die();
         });
     } else {
@@ -170,11 +170,11 @@ bool Worker::isOverdue() const
 void Worker::check()
 {
     if (isOverdue()) {
-        std::fprintf(stderr, "vorod: a worker does not answer\n");
+        log::warn(log::Category::Worker, "a worker does not answer");
         m_hangs = true;
         die();
     } else if (m_silence.hasExpired(m_client == 0 ? m_limits.start : m_limits.silence)) {
-        std::fprintf(stderr, "vorod: a worker hangs\n");
+        log::warn(log::Category::Worker, "a worker hangs");
         m_hangs = true;
         die();
     } else if (m_client != 0 && m_silence.hasExpired(m_limits.check)) {

@@ -3,8 +3,7 @@
 #include <QtCore/QCoreApplication>
 
 #include <dlfcn.h>
-
-#include <cstdio>
+#include <pps/Log.h>
 
 namespace voro {
 
@@ -15,7 +14,7 @@ void *moduleFunction(const char *module, const char *function)
     void *const library = dlopen(path.constData(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     void *const found = library ? dlsym(library, function) : nullptr;
     if (!found) {
-        std::fprintf(stderr, "vorod: %s\n", dlerror());
+        log::warn(log::Category::Daemon, "%s", dlerror());
     }
     return found;
 }

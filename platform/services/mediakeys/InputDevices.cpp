@@ -1,5 +1,6 @@
 #include "InputDevices.h"
 
+#include <pps/Log.h>
 #include <sys/inotify.h>
 
 #include <array>
@@ -76,8 +77,8 @@ void InputDevices::add(const std::string &name)
     const auto outcome = InputDevice::open(path, entry.device);
     if (outcome == InputDevice::Outcome::NoPermission && !m_hasWarned) {
         m_hasWarned = true;
-        std::fprintf(stderr, "vorod: no permission to read media keys from %s; is the user in the group input?\n",
-                     m_folder.c_str());
+        log::warn(log::Category::Keys, "no permission to read media keys from %s; is the user in the group input?",
+                  m_folder.c_str());
     }
     if (outcome != InputDevice::Outcome::Open) {
         return;

@@ -2,10 +2,10 @@
 
 #include "DesktopSession.h"
 
+#include <pps/Log.h>
 #include <services/common/Request.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 
 namespace voro::mediakeys {
@@ -28,7 +28,7 @@ Mode modeFromEnvironment()
         return Mode::Registered;
     }
     if (name != "auto") {
-        std::fprintf(stderr, "vorod: VORO_MEDIA_KEYS: '%s' is not auto, all or registered; taken for auto\n", value);
+        log::warn(log::Category::Keys, "VORO_MEDIA_KEYS: '%s' is not auto, all or registered; taken for auto", value);
     }
     return Mode::Auto;
 }

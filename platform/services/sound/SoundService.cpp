@@ -2,10 +2,9 @@
 
 #include <QtCore/QCoreApplication>
 
+#include <pps/Log.h>
 #include <pps/Text.h>
 #include <services/common/Request.h>
-
-#include <cstdio>
 
 namespace voro::sound {
 
@@ -65,7 +64,7 @@ void SoundService::report(std::string_view problem)
 {
     const bool isSilent = problem == SoundServer::NoServer;
     if (isSilent && !m_isSilent) {
-        std::fprintf(stderr, "vorod: no sound server answers; playing without sound\n");
+        log::warn(log::Category::Sound, "no sound server answers; playing without sound");
     }
     m_isSilent = isSilent;
     std::string status = "*@status\n";

@@ -1,9 +1,9 @@
 #include "Gst.h"
 
+#include <pps/Log.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace voro::renderer {
 
@@ -56,7 +56,7 @@ GstElement *makeElement(const char *type)
 {
     GstElement *element = gst_element_factory_make(type, nullptr);
     if (!element) {
-        std::fprintf(stderr, "voro-renderer: the GStreamer element %s is missing\n", type);
+        log::warn(log::Category::Worker, "the GStreamer element %s is missing", type);
         _exit(1);
     }
     return element;

@@ -85,6 +85,7 @@ void PipelinePlayback::handle(GstMessage *message)
         }
         break;
     case GST_MESSAGE_ERROR:
+        m_graph.showFailure();
         handleError(message);
         break;
     case GST_MESSAGE_TAG:

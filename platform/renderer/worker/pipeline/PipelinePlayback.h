@@ -4,6 +4,7 @@
 #include "Playback.h"
 #include "Transport.h"
 
+#include <renderer/worker/gst/Graph.h>
 #include <renderer/worker/gst/Gst.h>
 
 namespace voro::renderer {
@@ -59,6 +60,7 @@ private:
     void handleStart(GstMessage *message);
 
     Owned<GstElement> m_pipeline;
+    Graph m_graph{m_pipeline.get()};
     AudioBin m_audio;
     Succession &m_succession;
     Transport m_transport;

@@ -1,7 +1,8 @@
 #include "Player.h"
 
+#include <pps/Log.h>
+
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -19,9 +20,9 @@ void logBad(unsigned track, const std::string &cause)
     constexpr int Most = 50;
     static int told = 0;
     if (++told <= Most) {
-        std::fprintf(stderr, "voro-renderer: track %u is passed over: %s\n", track, cause.c_str());
+        log::warn(log::Category::Worker, "track %u is passed over: %s", track, cause.c_str());
     } else if (told == Most + 1) {
-        std::fprintf(stderr, "voro-renderer: further tracks are passed over without a word\n");
+        log::warn(log::Category::Worker, "further tracks are passed over without a word");
     }
 }
 

@@ -2,13 +2,13 @@
 
 #include "ListText.h"
 
+#include <pps/Log.h>
 #include <renderer/worker/media/FileReader.h>
 #include <renderer/worker/playlist/Reader.h>
 #include <renderer/worker/process/Module.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -99,7 +99,7 @@ gboolean Playlist::onTimeout(gpointer self)
 {
     auto *list = static_cast<Playlist *>(self);
     list->m_timer.forget();
-    std::fprintf(stderr, "voro-renderer: a playlist takes too long and is played as far as it was read\n");
+    log::warn(log::Category::Worker, "a playlist takes too long and is played as far as it was read");
     const Done done = std::exchange(list->m_done, nullptr);
     list->cancel();
     list->m_done = done;
@@ -143,7 +143,7 @@ void Playlist::proceed()
         const bool isTooMuch = place.trail->depth >= DeepestNesting || m_read >= MostPlaylists;
         std::string identity = identityOf(medium);
         if (isTooMuch || leadsToItself(place.trail.get(), identity)) {
-            std::fprintf(stderr, "voro-renderer: a playlist that leads to itself is left out\n");
+            log::warn(log::Category::Worker, "a playlist that leads to itself is left out");
             continue;
         }
         parse(std::make_shared<Trail>(Trail{medium, std::move(identity), place.trail, place.trail->depth + 1}));
@@ -236,7 +236,7 @@ void Playlist::take(const Reading &reading, bool isList)
     }
     if (localFiles > 0) {
         m_problem = {ErrorCode::Permission, "a playlist from the net may not open files"};
-        std::fprintf(stderr, "voro-renderer: %s: %zu are left out\n", m_problem.text.c_str(), localFiles);
+        log::warn(log::Category::Worker, "%s: %zu are left out", m_problem.text.c_str(), localFiles);
     }
     proceed();
 }

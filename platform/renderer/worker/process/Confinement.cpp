@@ -4,11 +4,11 @@
 #include "OwnElements.h"
 #include "SystemCalls.h"
 
+#include <pps/Log.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 
 namespace voro::renderer {
@@ -87,17 +87,16 @@ void confineProcess()
 {
     const OwnElements elements = ownElements();
     for (const std::string &name : elements.unknown) {
-        std::fprintf(stderr, "voro-renderer: files and devices are open to workers, for the element %s\n",
-                     name.c_str());
+        log::warn(log::Category::Worker, "files and devices are open to workers, for the element %s", name.c_str());
     }
     for (const std::string &folder : elements.folders) {
-        std::fprintf(stderr, "voro-renderer: workers may write files in %s, for filesink\n", folder.c_str());
+        log::warn(log::Category::Worker, "workers may write files in %s, for filesink", folder.c_str());
     }
     if (!limitFiles(elements)) {
-        std::fprintf(stderr, "voro-renderer: this kernel does not limit access to files (Landlock)\n");
+        log::warn(log::Category::Worker, "this kernel does not limit access to files (Landlock)");
     }
     if (!limitSystemCalls(elements.unknown.empty() ? Devices::Closed : Devices::Open)) {
-        std::fprintf(stderr, "voro-renderer: this kernel does not limit system calls (seccomp)\n");
+        log::warn(log::Category::Worker, "this kernel does not limit system calls (seccomp)");
     }
 }
 

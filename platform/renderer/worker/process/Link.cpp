@@ -1,6 +1,7 @@
 #include "Link.h"
 
 #include <glib-unix.h>
+#include <pps/Log.h>
 #include <renderer/common/Protocol.h>
 
 namespace voro::renderer {
@@ -40,6 +41,7 @@ bool Link::readAll()
         if (text.empty()) {
             return true;
         }
+        log::detail(log::Category::Worker, "gets", text);
         pps::Message message;
         if (message.parse(text)) {
             m_handler(message);
@@ -50,6 +52,7 @@ bool Link::readAll()
 
 void Link::send(std::string_view lines)
 {
+    log::detail(log::Category::Worker, "says", lines);
     m_connection.write(lines);
 }
 

@@ -3,6 +3,7 @@
 #include "Setup.h"
 
 #include <renderer/common/Protocol.h>
+#include <renderer/worker/gst/Graph.h>
 #include <sys/socket.h>
 
 #include <cstdio>
@@ -44,6 +45,7 @@ int main(int argc, char **argv)
         return 1;
     }
     restrictProcess();
+    Graph::showOnSignal();
     startGStreamer();
     confineProcess();
     warmUp();

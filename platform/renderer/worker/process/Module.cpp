@@ -1,9 +1,8 @@
 #include "Module.h"
 
 #include <dlfcn.h>
+#include <pps/Log.h>
 #include <renderer/worker/gst/Gst.h>
-
-#include <cstdio>
 
 namespace voro::renderer {
 
@@ -23,7 +22,7 @@ void *symbolOf(const std::string &module, const char *name)
 {
     void *const library = dlopen(pathOf(module).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library) {
-        std::fprintf(stderr, "voro-renderer: %s\n", dlerror());
+        log::warn(log::Category::Worker, "%s", dlerror());
         return nullptr;
     }
     return dlsym(library, name);

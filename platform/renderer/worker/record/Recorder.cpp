@@ -2,7 +2,8 @@
 
 #include "AudioSource.h"
 
-#include <cstdio>
+#include <pps/Log.h>
+
 #include <utility>
 
 namespace voro::renderer {
@@ -150,7 +151,7 @@ void Recorder::onFailed(const Result &result)
         answer(result);
         break;
     case Phase::Running:
-        std::fprintf(stderr, "voro-renderer: the recording ends: %s\n", result.text.c_str());
+        log::warn(log::Category::Worker, "the recording ends: %s", result.text.c_str());
         m_failure = result;
         finish();
         break;

@@ -129,6 +129,7 @@ void RecordingPipeline::handle(GstMessage *message)
         m_events.ended();
         break;
     case GST_MESSAGE_ERROR:
+        m_graph.showFailure();
         m_events.failed(failureOf(message));
         break;
     default:

@@ -5,6 +5,7 @@
 
 #include <renderer/common/Error.h>
 #include <renderer/common/RecordingFormat.h>
+#include <renderer/worker/gst/Graph.h>
 #include <renderer/worker/gst/Gst.h>
 
 #include <functional>
@@ -51,6 +52,7 @@ private:
 
     Events m_events;
     Owned<GstElement> m_pipeline;
+    Graph m_graph{m_pipeline.get()};
     // Parts of the pipeline, owned by it.
     GstElement *m_source;
     GstElement *m_filter;

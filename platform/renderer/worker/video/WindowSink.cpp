@@ -4,9 +4,9 @@
 
 #include <dlfcn.h>
 #include <gst/video/videooverlay.h>
+#include <pps/Log.h>
 #include <renderer/common/Window.h>
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace voro::renderer {
@@ -54,7 +54,7 @@ GstElement *configuredBin(const char *variable)
     GstElement *sink = gst_parse_bin_from_description(description, TRUE, &raw);
     const Owned<GError> error(raw);
     if (error) {
-        std::fprintf(stderr, "voro-renderer: %s: %s\n", variable, error->message);
+        log::warn(log::Category::Worker, "%s: %s", variable, error->message);
     }
     return sink;
 }
@@ -99,7 +99,7 @@ GstElement *screenSink(const Window &window)
     }
     GstElement *sink = drawingSink();
     if (!sink) {
-        std::fprintf(stderr, "voro-renderer: there is no X server to draw with\n");
+        log::warn(log::Category::Worker, "there is no X server to draw with");
         return nullptr;
     }
     ignoreWindowErrors();

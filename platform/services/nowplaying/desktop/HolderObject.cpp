@@ -8,8 +8,9 @@
 #include <QtDBus/QDBusPendingReply>
 #include <QtDBus/QDBusVariant>
 
+#include <pps/Log.h>
+
 #include <cmath>
-#include <cstdio>
 
 namespace voro::nowplaying {
 
@@ -187,7 +188,7 @@ void HolderObject::claimed(uint result)
         claim(other);
         return;
     }
-    std::fprintf(stderr, "vorod: the session bus refuses the name %s\n", qUtf8Printable(other));
+    log::warn(log::Category::NowPlaying, "the session bus refuses the name %s", qUtf8Printable(other));
     m_busName.clear();
     Q_EMIT shownChanged();
 }

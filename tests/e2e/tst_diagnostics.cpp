@@ -1,0 +1,107 @@
+#include "Media.h"
+#include "Workers.h"
+
+#include <multimedia/MediaPlayer.h>
+
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <csignal>
+
+using namespace voro::multimedia;
+
+/** What daemon and workers write to standard error. */
+class DiagnosticsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void log_holdsWhatIsChosen();
+    void graph_isShown_onRequestAndOnAFailure();
+
+private:
+    /** Starts a daemon in a runtime folder of its own. */
+    void start(QProcess &daemon, const char *chosen);
+    /** Waits until the daemon or a worker has written a text. */
+    bool isWritten(QProcess &daemon, const QByteArray &text);
+
+    QTemporaryDir m_folder;
+    QByteArray m_log;
+};
+
+void DiagnosticsTest::start(QProcess &daemon, const char *chosen)
+{
+    m_log.clear();
+    qputenv("VORO_RUNTIME_DIR", m_folder.path().toLocal8Bit());
+    qputenv("VORO_AUTOSPAWN", "0");
+    daemon.setProcessChannelMode(QProcess::MergedChannels);
+    daemon.setEnvironment(QProcess::systemEnvironment()
+                          + QStringList{QLatin1String("VORO_LOG=") + QLatin1String(chosen),
+                                        QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true")});
+    daemon.start(QStringLiteral(VOROD), QStringList());
+    QVERIFY(isWritten(daemon, "serves multimedia in"));
+}
+
+bool DiagnosticsTest::isWritten(QProcess &daemon, const QByteArray &text)
+{
+    return QTest::qWaitFor(
+        [&] {
+            m_log += daemon.readAll();
+            return m_log.contains(text);
+        },
+        60'000);
+}
+
+void DiagnosticsTest::log_holdsWhatIsChosen()
+{
+    QProcess daemon;
+    start(daemon, "all,-keys,colour");
+    const QString file = media::makeTone(m_folder.filePath(QStringLiteral("a.wav")), {.seconds = 30});
+    MediaPlayer player;
+    player.setSourceUrl(QUrl::fromLocalFile(file));
+    QCOMPARE(player.play(), MediaError::None);
+    QVERIFY(isWritten(daemon, "voro-renderer: worker: gets "));
+    QVERIFY(isWritten(daemon, "msg::play "));
+    QVERIFY2(m_log.contains("VORO_LOG: 'colour' is not one of all, daemon, renderer, worker, graph, nowplaying, keys, "
+                            "sound\n"),
+             m_log.constData());
+    QVERIFY2(!m_log.contains(": keys: "), m_log.constData());
+    daemon.terminate();
+    QVERIFY(daemon.waitForFinished());
+}
+
+void DiagnosticsTest::graph_isShown_onRequestAndOnAFailure()
+{
+    QProcess daemon;
+    start(daemon, "-worker,graph");
+    const QString file = media::makeTone(m_folder.filePath(QStringLiteral("b.wav")), {.seconds = 30});
+    MediaPlayer player;
+    player.setSourceUrl(QUrl::fromLocalFile(file));
+    QCOMPARE(player.play(), MediaError::None);
+    QVERIFY(!m_log.contains("digraph"));
+    QFile lock(m_folder.filePath(QStringLiteral("vorod.lock")));
+    QVERIFY(lock.open(QFile::ReadOnly));
+    const QList<pid_t> workers = workersOf(lock.readLine().trimmed().toLongLong());
+    QVERIFY(!workers.isEmpty());
+    // Whichever plays; a spare worker has nothing to show and goes on as well.
+    for (const pid_t worker : workers) {
+        QCOMPARE(kill(worker, SIGUSR1), 0);
+    }
+    QVERIFY(isWritten(daemon, "wavparse"));
+    QVERIFY(m_log.contains("digraph pipeline"));
+    QCOMPARE(player.pause(), MediaError::None);
+
+    m_log.clear();
+    QFile junk(m_folder.filePath(QStringLiteral("junk.ogg")));
+    QVERIFY(junk.open(QFile::WriteOnly) && junk.write(QByteArray(10'000, 'x')) > 0);
+    junk.close();
+    player.setSourceUrl(QUrl::fromLocalFile(junk.fileName()));
+    QVERIFY(player.play() != MediaError::None);
+    QVERIFY(isWritten(daemon, "digraph pipeline"));
+    QVERIFY2(!m_log.contains("voro-renderer: worker: "), m_log.constData());
+    daemon.terminate();
+    QVERIFY(daemon.waitForFinished());
+}
+
+QTEST_GUILESS_MAIN(DiagnosticsTest)
+#include "tst_diagnostics.moc"
