@@ -104,6 +104,16 @@ double processorTime(pid_t process)
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
+long wakeups(pid_t process)
+{
+    long sum = 0;
+    const std::string tasks = processFolder(process) + "/task";
+    forEachEntry(tasks, [&](const std::string &name) {
+        sum += std::atol(field(tasks + '/' + name + "/status", "voluntary_ctxt_switches").c_str());
+    });
+    return sum;
+}
+
 pid_t daemonProcess()
 {
     const char *daemon = std::getenv("VORO_BENCH_DAEMON");

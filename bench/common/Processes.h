@@ -22,6 +22,9 @@ Usage usage(const std::vector<pid_t> &processes);
 /** Processor time that a process has used, in seconds; threads that ended count. */
 double processorTime(pid_t process);
 
+/** How often the threads that a process has by now were woken so far. */
+long wakeups(pid_t process);
+
 /** The process of the daemon that serves this run, as VORO_BENCH_DAEMON names it. */
 pid_t daemonProcess();
 

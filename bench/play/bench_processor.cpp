@@ -1,14 +1,18 @@
 /*
- * Processor time for a minute of mp3, beside playbin3 in the application's process, both at the same time. Argument: a
- * folder with minute.mp3, which is longer than a minute; VORO_BENCH_DAEMON names the daemon's process.
+ * Processor time and wakeups for a minute of mp3, beside playbin3 in the application's process and mpv, all at the same
+ * time, and the wakeups of a player that is paused, of one that is prepared and without any. Argument: a folder with
+ * minute.mp3, which is longer than a minute; VORO_BENCH_DAEMON names the daemon's process.
  */
 
 #include "Contestants.h"
 #include "Figures.h"
 #include "Processes.h"
 
+#include <multimedia/MediaPlayer.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTimer>
+#include <QtCore/QUrl>
 
 #include <unistd.h>
 
@@ -16,17 +20,40 @@
 #include <string>
 
 using namespace std::chrono_literals;
+using namespace voro::multimedia;
 
 namespace {
 
-double oursTime()
+struct Cost {
+    double time = 0;
+    long wakeups = 0;
+
+    void add(pid_t process)
+    {
+        time += bench::processorTime(process);
+        wakeups += bench::wakeups(process);
+    }
+    Cost operator-(const Cost &other) const { return {time - other.time, wakeups - other.wakeups}; }
+};
+
+/** Application, daemon and workers. */
+Cost oursCost()
 {
     const pid_t daemon = bench::daemonProcess();
-    double sum = bench::processorTime(getpid()) + bench::processorTime(daemon);
+    Cost cost;
+    cost.add(getpid());
+    cost.add(daemon);
     for (const pid_t worker : bench::descendants(daemon)) {
-        sum += bench::processorTime(worker);
+        cost.add(worker);
     }
-    return sum;
+    return cost;
+}
+
+Cost costOf(const bench::PeerProcess &peer)
+{
+    Cost cost;
+    cost.add(peer.process());
+    return cost;
 }
 
 /** Runs the event loop, as an application does. */
@@ -34,6 +61,20 @@ void live(std::chrono::milliseconds time)
 {
     QTimer::singleShot(time, QCoreApplication::instance(), &QCoreApplication::quit);
     QCoreApplication::exec();
+}
+
+std::string perSecond(long wakeups, std::chrono::seconds time)
+{
+    return bench::text(static_cast<double>(wakeups) / static_cast<double>(time.count()), 1, "");
+}
+
+/** The wakeups of all when what was done before has come to rest. */
+std::string oursAtRest()
+{
+    live(5s);
+    const Cost before = oursCost();
+    live(20s);
+    return perSecond((oursCost() - before).wakeups, 20s);
 }
 
 } // namespace
@@ -45,19 +86,39 @@ int main(int argc, char **argv)
         return 2;
     }
     const std::string path = std::string(argv[1]) + "/minute.mp3";
-    bench::Ours ours;
-    bench::PeerProcess peer("playbin3");
-    ours.play(path);
-    peer.play(path);
+    bench::silenceLibrary();
+    const std::string nobody = oursAtRest();
+
+    MediaPlayer player;
+    player.setSourceUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+    bench::must(player.prepare());
+    const std::string prepared = oursAtRest();
+
+    bench::PeerProcess playbin("playbin3");
+    bench::PeerProcess mpv("mpv");
+    bench::must(player.play());
+    playbin.play(path);
+    mpv.play(path);
     // What starting costs is not what playing costs.
     live(2s);
-    const double oursBefore = oursTime();
-    const double peerBefore = bench::processorTime(peer.process());
+    const Cost oursBefore = oursCost();
+    const Cost playbinBefore = costOf(playbin);
+    const Cost mpvBefore = costOf(mpv);
     live(60s);
-    const double oursUsed = oursTime() - oursBefore;
-    const double peerUsed = bench::processorTime(peer.process()) - peerBefore;
+    const Cost ours = oursCost() - oursBefore;
+    const Cost ofPlaybin = costOf(playbin) - playbinBefore;
+    const Cost ofMpv = costOf(mpv) - mpvBefore;
+    bench::must(player.pause());
+    const std::string paused = oursAtRest();
 
-    bench::printHead("Processor time");
-    bench::printRow("a minute of mp3: application, daemon and workers", bench::text(oursUsed, 2, " s"),
-                    bench::text(peerUsed, 2, " s (playbin3)"), "≤ 1.1 × playbin3");
+    bench::printHead("Processor time and wakeups: application, daemon and workers");
+    bench::printRow("a minute of mp3, processor time", bench::text(ours.time, 2, " s"),
+                    bench::text(ofPlaybin.time, 2, " s (playbin3), ") + bench::text(ofMpv.time, 2, " s (mpv)"),
+                    "≤ 1.1 × playbin3");
+    bench::printRow("wakeups a second while it plays", perSecond(ours.wakeups, 60s),
+                    perSecond(ofPlaybin.wakeups, 60s) + " (playbin3), " + perSecond(ofMpv.wakeups, 60s) + " (mpv)",
+                    "≤ 20");
+    bench::printRow("wakeups a second, paused", paused, "–", "0");
+    bench::printRow("wakeups a second, prepared", prepared, "–", "0");
+    bench::printRow("wakeups a second, nobody there", nobody, "–", "0");
 }
