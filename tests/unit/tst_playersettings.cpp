@@ -219,6 +219,7 @@ void PlayerSettingsTest::audioSetting_data()
               "mmr_output_parameters 0 volume=99; volumeChanged(0.999); volume=0.999");
     playerRow("volume, truncated to silence", prepared, volume(0.005),
               "mmr_output_parameters 0 volume=0; volumeChanged(0.005); volume=0.005");
+    playerRow("volume, silence", prepared, volume(0.0), "mmr_output_parameters 0 volume=0; volumeChanged(0); volume=0");
     playerRow("volume, negative", prepared, volume(-0.1),
               "W MediaPlayer::setVolume: Volume value out of range. volume=-0.1; -> InvalidParameter");
     playerRow("volume, too high", prepared, volume(1.01),
