@@ -92,7 +92,7 @@ public:
             std::abort();
         }
         std::memcpy(&header, buffer, sizeof header);
-        if (header.type < Reply::Opened || header.type > Reply::Message
+        if (header.type < Reply::Opened || header.type > Reply::Closed
             || header.heldCount * sizeof(Held) > static_cast<size_t>(size) - sizeof header) {
             std::abort();
         }
