@@ -22,6 +22,8 @@ private Q_SLOTS:
 private:
     /** Starts a daemon in a runtime folder of its own. */
     void start(QProcess &daemon, const char *chosen);
+    /** Has a player play a file for longer than a test takes. */
+    void play(MediaPlayer &player);
     /** Waits until the daemon or a worker has written a text. */
     bool isWritten(QProcess &daemon, const QByteArray &text);
 
@@ -42,6 +44,13 @@ void DiagnosticsTest::start(QProcess &daemon, const char *chosen)
     QVERIFY(isWritten(daemon, "serves multimedia in"));
 }
 
+void DiagnosticsTest::play(MediaPlayer &player)
+{
+    const QString file = media::makeTone(m_folder.filePath(QStringLiteral("a.wav")), {.seconds = 30});
+    player.setSourceUrl(QUrl::fromLocalFile(file));
+    QCOMPARE(player.play(), MediaError::None);
+}
+
 bool DiagnosticsTest::isWritten(QProcess &daemon, const QByteArray &text)
 {
     return QTest::qWaitFor(
@@ -56,10 +65,8 @@ void DiagnosticsTest::log_holdsWhatIsChosen()
 {
     QProcess daemon;
     start(daemon, "all,-keys,colour");
-    const QString file = media::makeTone(m_folder.filePath(QStringLiteral("a.wav")), {.seconds = 30});
     MediaPlayer player;
-    player.setSourceUrl(QUrl::fromLocalFile(file));
-    QCOMPARE(player.play(), MediaError::None);
+    play(player);
     QVERIFY(isWritten(daemon, "voro-renderer: worker: gets "));
     QVERIFY(isWritten(daemon, "msg::play "));
     QVERIFY2(m_log.contains("VORO_LOG: 'colour' is not one of all, daemon, renderer, worker, graph, nowplaying, keys, "
@@ -74,10 +81,8 @@ void DiagnosticsTest::graph_isShown_onRequestAndOnAFailure()
 {
     QProcess daemon;
     start(daemon, "-worker,graph");
-    const QString file = media::makeTone(m_folder.filePath(QStringLiteral("b.wav")), {.seconds = 30});
     MediaPlayer player;
-    player.setSourceUrl(QUrl::fromLocalFile(file));
-    QCOMPARE(player.play(), MediaError::None);
+    play(player);
     QVERIFY(!m_log.contains("digraph"));
     QFile lock(m_folder.filePath(QStringLiteral("vorod.lock")));
     QVERIFY(lock.open(QFile::ReadOnly));

@@ -22,7 +22,7 @@ Finding landlock()
     if (version <= 0) {
         return {Health::Limited, QStringLiteral("the kernel has no Landlock; a worker could change files"), remedy};
     }
-    const QString text = QStringLiteral("Landlock keeps workers from files, version %1").arg(version);
+    const QString text = QStringLiteral("Landlock keeps workers from changing files, version %1").arg(version);
     return version < WholeLandlock ? Finding{Health::Limited, text + QStringLiteral(" of 6"), remedy}
                                    : Finding{Health::Good, text};
 }
