@@ -27,12 +27,12 @@ bool isUnreadable(int descriptor)
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) ssize_t read(int descriptor, void *buffer, size_t size)
+extern "C" __attribute__((visibility("default"))) ssize_t pread(int descriptor, void *buffer, size_t size, off_t place)
 {
-    static const auto real = reinterpret_cast<ssize_t (*)(int, void *, size_t)>(dlsym(RTLD_NEXT, "read"));
+    static const auto real = reinterpret_cast<ssize_t (*)(int, void *, size_t, off_t)>(dlsym(RTLD_NEXT, "pread"));
     if (isUnreadable(descriptor)) {
         errno = EIO;
         return -1;
     }
-    return real(descriptor, buffer, size);
+    return real(descriptor, buffer, size, place);
 }

@@ -1,8 +1,6 @@
 #include "Medium.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "OpenLocal.h"
 
 #include <algorithm>
 #include <array>
@@ -15,31 +13,6 @@ namespace {
 
 constexpr std::string_view FileScheme = "file://";
 constexpr size_t HeadSize = 4096;
-
-class File {
-public:
-    explicit File(const std::string &path) : m_fd(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
-    ~File()
-    {
-        if (m_fd >= 0) {
-            close(m_fd);
-        }
-    }
-    File(const File &) = delete;
-    File &operator=(const File &) = delete;
-
-    bool isOpen() const { return m_fd >= 0; }
-    std::string head() const
-    {
-        std::string bytes(HeadSize, '\0');
-        const ssize_t size = read(m_fd, bytes.data(), bytes.size());
-        bytes.resize(size > 0 ? static_cast<size_t>(size) : 0);
-        return bytes;
-    }
-
-private:
-    int m_fd;
-};
 
 bool isSchemeCharacter(unsigned char c)
 {
@@ -76,6 +49,21 @@ std::string percentEncode(std::string_view path)
     return result;
 }
 
+ErrorCode codeOf(int openingError)
+{
+    switch (openingError) {
+    case EACCES:
+    case EPERM:
+        return ErrorCode::Permission;
+    case EIO:
+    case EMFILE:
+    case ENFILE:
+        return ErrorCode::Read;
+    default:
+        return ErrorCode::SourceUnavailable;
+    }
+}
+
 } // namespace
 
 Medium::Medium(std::string_view url)
@@ -106,19 +94,14 @@ Result Medium::check() const
     if (m_text.empty()) {
         return {ErrorCode::SourceUnavailable, "no source"};
     }
-    struct stat status {};
-    if (stat(m_text.c_str(), &status) != 0) {
-        const ErrorCode code = errno == EACCES ? ErrorCode::Permission : ErrorCode::SourceUnavailable;
-        return {code, m_text + ": " + std::strerror(errno)};
-    }
-    if (!S_ISREG(status.st_mode)) {
+    const LocalFile::Shared file = openLocal(m_text, Freshness::Now);
+    if (file->error() == EMEDIUMTYPE) {
         return {ErrorCode::UnsupportedMediaType, m_text + " is no file"};
     }
-    if (!File(m_text).isOpen()) {
-        const ErrorCode code = errno == EACCES || errno == EPERM ? ErrorCode::Permission : ErrorCode::Read;
-        return {code, m_text + ": " + std::strerror(errno)};
+    if (!file->isOpen()) {
+        return {codeOf(file->error()), m_text + ": " + std::strerror(file->error())};
     }
-    if (status.st_size == 0) {
+    if (file->size() == 0) {
         return {ErrorCode::ResourceCorrupted, m_text + " is empty"};
     }
     return {};
@@ -156,7 +139,7 @@ bool Medium::isPlaylist() const
     if (!m_isLocal) {
         return isNamedLikePlaylist();
     }
-    const std::string head = File(m_text).head();
+    const std::string head = openLocal(m_text)->at(0, HeadSize);
     if (isPlaylistText(head)) {
         return true;
     }
@@ -171,7 +154,7 @@ bool Medium::beginsLikeMedium() const
     if (!m_isLocal) {
         return false;
     }
-    const std::string head = File(m_text).head();
+    const std::string head = openLocal(m_text)->at(0, HeadSize);
     return head.find("ftyp") == 4 || std::any_of(Beginnings.begin(), Beginnings.end(), [&](std::string_view beginning) {
                return head.starts_with(beginning);
            });

@@ -1,8 +1,8 @@
 #include "CaptionFile.h"
 
 #include <renderer/common/Medium.h>
+#include <renderer/common/OpenLocal.h>
 #include <renderer/worker/gst/Gst.h>
-#include <renderer/worker/media/FileReader.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -119,7 +119,7 @@ std::string CaptionFile::open(const std::string &url)
     if (!medium.isLocal() || !medium.check()) {
         return medium.uri();
     }
-    std::string text = FileReader(medium.path()).at(0, Largest + 1);
+    std::string text = openLocal(medium.path())->at(0, Largest + 1);
     if (text.size() > Largest) {
         return medium.uri();
     }

@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <map>
+#include <span>
 #include <string_view>
+#include <utility>
 
 namespace voro::renderer {
 
@@ -43,31 +46,46 @@ int Container::onRead(void *self, uint8_t *buffer, int size)
     if (container->m_isInterrupted) {
         return AVERROR_EXIT;
     }
-    const size_t count = std::fread(buffer, 1, static_cast<size_t>(size), container->m_file.get());
-    return count > 0 ? static_cast<int>(count) : AVERROR_EOF;
+    const ssize_t count = container->m_file->read(container->m_place,
+                                                  std::as_writable_bytes(std::span(buffer, static_cast<size_t>(size))));
+    if (count <= 0) {
+        return AVERROR_EOF;
+    }
+    container->m_place += count;
+    return static_cast<int>(count);
 }
 
 int64_t Container::onSeek(void *self, int64_t offset, int whence)
 {
-    std::FILE *file = static_cast<Container *>(self)->m_file.get();
-    if (whence == AVSEEK_SIZE) {
-        const off_t place = ftello(file);
-        fseeko(file, 0, SEEK_END);
-        const off_t size = ftello(file);
-        fseeko(file, place, SEEK_SET);
-        return size;
+    auto *container = static_cast<Container *>(self);
+    int64_t place = offset;
+    switch (whence & ~AVSEEK_FORCE) {
+    case AVSEEK_SIZE:
+        return container->m_file->size();
+    case SEEK_CUR:
+        place += container->m_place;
+        break;
+    case SEEK_END:
+        place += container->m_file->size();
+        break;
+    default:
+        break;
     }
-    return fseeko(file, offset, whence & ~AVSEEK_FORCE) == 0 ? ftello(file) : AVERROR(errno);
+    if (place < 0) {
+        return AVERROR(EINVAL);
+    }
+    container->m_place = place;
+    return place;
 }
 
-bool Container::open(const std::string &path)
+bool Container::open(const std::string &path, LocalFile::Shared file)
 {
     // Below this nearly everything is some format or other.
     constexpr int LeastScore = AVPROBE_SCORE_RETRY;
     av_log_set_level(AV_LOG_QUIET);
-    m_file.reset(std::fopen(path.c_str(), "rbe"));
-    if (!m_file) {
-        m_problem = std::strerror(errno);
+    m_file = std::move(file);
+    if (!m_file->isOpen()) {
+        m_problem = std::strerror(m_file->error());
         return false;
     }
     auto *buffer = static_cast<unsigned char *>(av_malloc(BufferSize));

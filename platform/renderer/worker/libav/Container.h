@@ -4,9 +4,10 @@ extern "C" {
 #include <libavformat/avformat.h>
 }
 
+#include <renderer/common/LocalFile.h>
+
 #include <atomic>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,7 +28,7 @@ public:
     Container &operator=(const Container &) = delete;
 
     /** False, with the reason in problem(), for what is no medium. */
-    bool open(const std::string &path);
+    bool open(const std::string &path, LocalFile::Shared file);
     const std::string &problem() const { return m_problem; }
     /** Ends whatever another thread is reading. */
     void interrupt() { m_isInterrupted = true; }
@@ -51,11 +52,10 @@ private:
     static int onRead(void *self, uint8_t *buffer, int size);
     static int64_t onSeek(void *self, int64_t offset, int whence);
 
-    struct CloseFile {
-        void operator()(std::FILE *file) const { std::fclose(file); }
-    };
     std::string m_problem;
-    std::unique_ptr<std::FILE, CloseFile> m_file;
+    LocalFile::Shared m_file;
+    /** Where libavformat reads on. */
+    int64_t m_place = 0;
     AVIOContext *m_input = nullptr;
     AVFormatContext *m_context = nullptr;
     std::atomic<bool> m_isInterrupted = false;

@@ -1,7 +1,6 @@
 #include "Metadata.h"
 
 #include <gst/tag/tag.h>
-#include <renderer/worker/media/FileReader.h>
 
 #include <array>
 #include <cstdlib>
@@ -50,12 +49,11 @@ void add(GstTagList *tags, const AVDictionary *metadata)
 }
 
 /** An AIFF file may have several ID3 tags, with several artists each, of which libavformat tells one. */
-void addId3Chunks(GstTagList *tags, const std::string &path)
+void addId3Chunks(GstTagList *tags, const LocalFile &file)
 {
     constexpr size_t HeadSize = 8;
     constexpr int64_t FileHead = 12;
     constexpr guint32 Largest = 16 << 20;
-    FileReader file(path);
     int64_t place = FileHead;
     for (std::string head = file.at(place, HeadSize); head.size() == HeadSize; head = file.at(place, HeadSize)) {
         const guint32 size = GST_READ_UINT32_BE(head.data() + 4);
@@ -73,12 +71,12 @@ void addId3Chunks(GstTagList *tags, const std::string &path)
 
 } // namespace
 
-Owned<GstTagList> tagsOf(const AVFormatContext &context, const std::string &path)
+Owned<GstTagList> tagsOf(const AVFormatContext &context, const LocalFile &file)
 {
     Owned<GstTagList> tags(gst_tag_list_new(GST_TAG_CONTAINER_FORMAT, context.iformat->long_name, nullptr));
     gst_tag_list_set_scope(tags.get(), GST_TAG_SCOPE_GLOBAL);
     if (g_str_equal(context.iformat->name, "aiff")) {
-        addId3Chunks(tags.get(), path);
+        addId3Chunks(tags.get(), file);
     }
     add(tags.get(), context.metadata);
     for (unsigned i = 0; i < context.nb_streams; ++i) {

@@ -1,16 +1,15 @@
 #pragma once
 
+#include <renderer/common/LocalFile.h>
 #include <renderer/worker/gst/Gst.h>
 
 extern "C" {
 #include <libavformat/avformat.h>
 }
 
-#include <string>
-
 namespace voro::renderer {
 
 /** What a file tells of itself: its texts and its cover. */
-Owned<GstTagList> tagsOf(const AVFormatContext &context, const std::string &path);
+Owned<GstTagList> tagsOf(const AVFormatContext &context, const LocalFile &file);
 
 } // namespace voro::renderer

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <renderer/common/LocalFile.h>
+
 #include <cstdint>
+#include <string>
 
 /*
  * The part of the worker that reads media with libavformat and libavcodec, for what GStreamer's own elements cannot
@@ -9,14 +12,19 @@
 
 namespace voro::renderer {
 
-/** Registers the element that reads the URIs of LibavProtocol that may be opened; false when that fails. */
-using MayOpen = bool (*)(const char *uri);
-using RegisterLibav = bool (*)(MayOpen mayOpen);
+/** What the module asks of the worker: whether a URI of LibavProtocol may be opened, and to open its file. */
+struct LibavHost {
+    bool (*mayOpen)(const char *uri);
+    LocalFile::Shared (*open)(const std::string &path);
+};
+
+/** Registers the element that reads the URIs of LibavProtocol; false when that fails. */
+using RegisterLibav = bool (*)(const LibavHost &host);
 
 /**
  * The length of a file in milliseconds, counted packet by packet where the file does not tell; 0 when there is none.
  */
-using MeasureWithLibav = int64_t (*)(const char *path);
+using MeasureWithLibav = int64_t (*)(const char *path, const LocalFile::Shared &file);
 
 inline constexpr char RegisterLibavName[] = "voroRegisterLibav";
 inline constexpr char MeasureWithLibavName[] = "voroMeasureWithLibav";

@@ -18,10 +18,10 @@ GstClockTime toNanoseconds(int64_t microseconds)
 
 } // namespace
 
-void Reader::start(const std::string &path)
+void Reader::start(const std::string &path, OpenFile openFile)
 {
     m_container = std::make_unique<Container>();
-    m_opener = std::thread([this, path] { open(path); });
+    m_opener = std::thread([this, path, openFile] { open(path, openFile(path)); });
 }
 
 void Reader::stop()
@@ -43,14 +43,14 @@ void Reader::stop()
 }
 
 // Runs in the opening thread, as all does until the pads have tasks.
-void Reader::open(const std::string &path)
+void Reader::open(const std::string &path, const LocalFile::Shared &file)
 {
-    if (!m_container->open(path)) {
+    if (!m_container->open(path, file)) {
         fail(GST_STREAM_ERROR_WRONG_TYPE, m_container->problem());
         return;
     }
     const AVFormatContext &context = m_container->context();
-    m_tags = tagsOf(context, path);
+    m_tags = tagsOf(context, *file);
     m_group = gst_util_group_id_next();
     // A medium that begins late, by its own count, is played from there; others count from anywhere.
     constexpr int64_t Late = AV_TIME_BASE / 2;

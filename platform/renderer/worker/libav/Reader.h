@@ -23,8 +23,9 @@ public:
     Reader(const Reader &) = delete;
     Reader &operator=(const Reader &) = delete;
 
+    using OpenFile = LocalFile::Shared (*)(const std::string &path);
     /** Opens the file in a thread of its own, which adds the pads or posts an error. */
-    void start(const std::string &path);
+    void start(const std::string &path, OpenFile openFile);
     /** Ends what start() began; the pads are inactive by now. */
     void stop();
 
@@ -42,7 +43,7 @@ private:
         bool isUnused = false;
     };
 
-    void open(const std::string &path);
+    void open(const std::string &path, const LocalFile::Shared &file);
     bool addStream(AVMediaType kind, const char *templateName, std::string &problem);
     static void onTurn(gpointer stream);
     void decodeNext(Stream &stream);

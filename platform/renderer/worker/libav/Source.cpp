@@ -8,6 +8,7 @@
 namespace {
 
 using voro::renderer::Container;
+using voro::renderer::LocalFile;
 using voro::renderer::Owned;
 using voro::renderer::Reader;
 
@@ -31,11 +32,11 @@ gchar *uriOf(GstURIHandler *handler)
     return g_strdup(sourceOf(handler)->uri->c_str());
 }
 
-voro::renderer::MayOpen g_mayOpen;
+voro::renderer::LibavHost g_host;
 
 gboolean setUri(GstURIHandler *handler, const gchar *uri, GError **error)
 {
-    if (!g_mayOpen(uri)) {
+    if (!g_host.mayOpen(uri)) {
         g_set_error_literal(error, GST_URI_ERROR, GST_URI_ERROR_BAD_REFERENCE, "a medium names a file");
         return FALSE;
     }
@@ -73,7 +74,7 @@ GstStateChangeReturn changeState(GstElement *element, GstStateChange change)
 {
     LibavSource *source = sourceOf(element);
     if (change == GST_STATE_CHANGE_READY_TO_PAUSED) {
-        source->reader->start(pathOf(*source->uri));
+        source->reader->start(pathOf(*source->uri), g_host.open);
     }
     const GstStateChangeReturn result = GST_ELEMENT_CLASS(libav_source_parent_class)->change_state(element, change);
     if (change == GST_STATE_CHANGE_PAUSED_TO_READY) {
@@ -114,17 +115,17 @@ void libav_source_init(LibavSource *source)
 
 extern "C" {
 
-__attribute__((visibility("default"))) bool voroRegisterLibav(voro::renderer::MayOpen mayOpen)
+__attribute__((visibility("default"))) bool voroRegisterLibav(const voro::renderer::LibavHost &host)
 {
-    g_mayOpen = mayOpen;
+    g_host = host;
     return gst_element_register(nullptr, voro::renderer::LibavElement, GST_RANK_PRIMARY, libav_source_get_type());
 }
 
-__attribute__((visibility("default"))) int64_t voroMeasureWithLibav(const char *path)
+__attribute__((visibility("default"))) int64_t voroMeasureWithLibav(const char *path, const LocalFile::Shared &file)
 {
     constexpr int64_t Millisecond = 1000;
     Container container;
-    if (!container.open(path)) {
+    if (!container.open(path, file)) {
         return 0;
     }
     const bool hasSound = container.select(AVMEDIA_TYPE_AUDIO);

@@ -1,5 +1,6 @@
 #include "OpenMedia.h"
 
+#include <renderer/worker/gst/FileSource.h>
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/libav/Module.h>
 
@@ -8,13 +9,10 @@
 #include <mutex>
 #include <set>
 #include <string_view>
-#include <utility>
 
 namespace voro::renderer {
 
 namespace {
-
-constexpr char FileSource[] = "filesrc";
 
 std::mutex g_mutex;
 std::multiset<std::string> g_open;
@@ -22,23 +20,6 @@ std::multiset<std::string> g_open;
 bool isFromNet(const std::string &uri)
 {
     return !gst_uri_has_protocol(uri.c_str(), "file") && !gst_uri_has_protocol(uri.c_str(), LibavProtocol);
-}
-
-bool mayBeOpened(const std::string &uri)
-{
-    const std::lock_guard lock(g_mutex);
-    return g_open.contains(uri) || std::ranges::none_of(g_open, isFromNet);
-}
-
-decltype(GstURIHandlerInterface::set_uri) g_setFileUri;
-
-gboolean setFileUri(GstURIHandler *source, const gchar *uri, GError **error)
-{
-    if (mayBeOpened(uri)) {
-        return g_setFileUri(source, uri, error);
-    }
-    g_set_error_literal(error, GST_URI_ERROR, GST_URI_ERROR_BAD_REFERENCE, "a medium from the net names a file");
-    return FALSE;
 }
 
 bool reachesNet(GstElementFactory *source)
@@ -59,20 +40,11 @@ void removeOtherSources()
         auto *factory = static_cast<GstElementFactory *>(entry->data);
         const std::string_view name = GST_OBJECT_NAME(factory);
         const bool isSource = gst_element_factory_get_uri_type(factory) == GST_URI_SRC;
-        if (isSource && name != FileSource && name != LibavElement && name != "appsrc" && !reachesNet(factory)) {
+        if (isSource && name != FileSourceElement && name != LibavElement && name != "appsrc" && !reachesNet(factory)) {
             gst_registry_remove_feature(gst_registry_get(), GST_PLUGIN_FEATURE(factory));
         }
     }
     gst_plugin_feature_list_free(features);
-}
-
-void guardFiles()
-{
-    removeOtherSources();
-    const Owned<GstElement> source(GST_ELEMENT(gst_object_ref_sink(makeElement(FileSource))));
-    // The class's own table: whoever makes a source of a URI, in whichever plugin, comes by here.
-    GstURIHandlerInterface *interface = GST_URI_HANDLER_GET_INTERFACE(source.get());
-    g_setFileUri = std::exchange(interface->set_uri, setFileUri);
 }
 
 } // namespace
@@ -81,11 +53,17 @@ void OpenMedia::add(const std::string &uri)
 {
     static std::once_flag once;
     if (isFromNet(uri)) {
-        std::call_once(once, guardFiles);
+        std::call_once(once, removeOtherSources);
     }
     const std::lock_guard lock(g_mutex);
     m_uris.push_back(uri);
     g_open.insert(uri);
+}
+
+bool OpenMedia::mayBeOpened(const std::string &uri)
+{
+    const std::lock_guard lock(g_mutex);
+    return g_open.contains(uri) || std::ranges::none_of(g_open, isFromNet);
 }
 
 bool OpenMedia::contains(const char *uri)

@@ -21,6 +21,8 @@ public:
     void clear();
     /** Whether anybody has opened it. */
     static bool contains(const char *uri);
+    /** Whether a file may be opened by its URI now. */
+    static bool mayBeOpened(const std::string &uri);
 
 private:
     std::vector<std::string> m_uris;

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <fcntl.h>
-#include <pps/Fd.h>
-#include <sys/stat.h>
+#include <renderer/common/OpenLocal.h>
 
 #include <string>
 
@@ -16,19 +14,13 @@ class Extent {
 public:
     Extent() = default;
     // The file itself is watched, whatever becomes of its name.
-    explicit Extent(const std::string &path) : m_file(open(path.c_str(), O_PATH | O_CLOEXEC)), m_size(size()) {}
+    explicit Extent(const std::string &path) : m_file(openLocal(path)), m_size(m_file->size()) {}
 
-    bool hasShrunk() const { return m_file.isValid() && size() < m_size; }
+    bool hasShrunk() const { return m_file && m_file->isOpen() && m_file->size() < m_size; }
 
 private:
-    off_t size() const
-    {
-        struct stat status {};
-        return fstat(m_file.get(), &status) == 0 ? status.st_size : 0;
-    }
-
-    pps::Fd m_file;
-    off_t m_size = 0;
+    LocalFile::Shared m_file;
+    int64_t m_size = 0;
 };
 
 } // namespace voro::renderer

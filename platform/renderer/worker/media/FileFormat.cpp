@@ -1,7 +1,8 @@
 #include "FileFormat.h"
 
-#include "FileReader.h"
 #include "Mp3Length.h"
+
+#include <renderer/common/OpenLocal.h>
 
 #include <algorithm>
 #include <array>
@@ -56,7 +57,7 @@ bool isPlainWav(std::string_view head)
     return kind == Integers || kind == Floats;
 }
 
-FileFormat oggFormat(std::string_view head, FileReader &file)
+FileFormat oggFormat(std::string_view head, const LocalFile &file)
 {
     constexpr std::string_view Page = "OggS";
     constexpr size_t LargestPage = 65'307;
@@ -80,7 +81,7 @@ FileFormat oggFormat(std::string_view head, FileReader &file)
     return packet.starts_with("OpusHead") ? FileFormat::OggOpus : FileFormat::Other;
 }
 
-FileFormat mp3Format(const std::string &path, bool isTagged, FileReader &file)
+FileFormat mp3Format(const std::string &path, bool isTagged, const LocalFile &file)
 {
     constexpr size_t TailSize = 160;
     const std::string tail = file.lastBytes(TailSize);
@@ -92,7 +93,7 @@ FileFormat mp3Format(const std::string &path, bool isTagged, FileReader &file)
 }
 
 /** The box that describes all streams, empty when it is not found. */
-std::string movieBox(FileReader &file)
+std::string movieBox(const LocalFile &file)
 {
     constexpr uint64_t Largest = 4 << 20;
     constexpr size_t HeaderSize = 8;
@@ -114,7 +115,7 @@ std::string movieBox(FileReader &file)
 }
 
 /** Nothing but one stream of sound. */
-bool isPlainMp4(FileReader &file)
+bool isPlainMp4(const LocalFile &file)
 {
     constexpr std::string_view Handler = "hdlr";
     constexpr size_t Kind = 12;
@@ -135,8 +136,8 @@ bool isPlainMp4(FileReader &file)
 
 FileFormat fileFormat(const std::string &path)
 {
-    FileReader file(path);
-    const std::string head = file.at(0, HeadSize);
+    const LocalFile::Shared file = openLocal(path);
+    const std::string head = file->at(0, HeadSize);
     const std::string_view view(head);
     if (view.starts_with("RIFF") || view.starts_with("RF64")) {
         return isPlainWav(view) ? FileFormat::Wav : FileFormat::Other;
@@ -145,18 +146,18 @@ FileFormat fileFormat(const std::string &path)
         return FileFormat::Flac;
     }
     if (view.starts_with("OggS")) {
-        return oggFormat(view, file);
+        return oggFormat(view, *file);
     }
     if (part(view, 4, 4) == "ftyp") {
-        return isPlainMp4(file) ? FileFormat::Mp4Aac : FileFormat::Other;
+        return isPlainMp4(*file) ? FileFormat::Mp4Aac : FileFormat::Other;
     }
     const bool isTagged = view.starts_with("ID3");
-    return isTagged || view.starts_with('\xff') ? mp3Format(path, isTagged, file) : FileFormat::Other;
+    return isTagged || view.starts_with('\xff') ? mp3Format(path, isTagged, *file) : FileFormat::Other;
 }
 
 bool isReadBestByLibavformat(const std::string &path)
 {
-    const std::string head = FileReader(path).at(0, HeadSize);
+    const std::string head = openLocal(path)->at(0, HeadSize);
     const std::string_view view(head);
     const bool isAiff = view.starts_with("FORM") && part(view, 8, 3) == "AIF";
     const bool isCodedWav = view.starts_with("RIFF") && part(view, 8, 4) == "WAVE" && !isPlainWav(view);
@@ -171,7 +172,7 @@ bool isTransportStream(const std::string &path)
 {
     constexpr char Sync = 0x47;
     constexpr size_t Packets = 5;
-    const std::string head = FileReader(path).at(0, HeadSize);
+    const std::string head = openLocal(path)->at(0, HeadSize);
     // As it is, or as discs have it: with a time before each packet.
     for (const auto &[first, size] : {std::pair<size_t, size_t>(0, 188), std::pair<size_t, size_t>(4, 192)}) {
         size_t found = 0;

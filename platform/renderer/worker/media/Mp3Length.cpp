@@ -1,6 +1,6 @@
 #include "Mp3Length.h"
 
-#include "FileReader.h"
+#include <renderer/common/OpenLocal.h>
 
 #include <algorithm>
 #include <array>
@@ -63,7 +63,7 @@ std::optional<Frame> frameOf(const Header &header)
 }
 
 /** The header at a place; zeros behind the end. */
-Header headerAt(FileReader &file, int64_t place)
+Header headerAt(const LocalFile &file, int64_t place)
 {
     Header header{};
     std::ranges::copy(file.at(place, header.size()), header.begin());
@@ -71,7 +71,7 @@ Header headerAt(FileReader &file, int64_t place)
 }
 
 /** Behind the tags that may stand before the first frame. */
-int64_t audioStart(FileReader &file)
+int64_t audioStart(const LocalFile &file)
 {
     int64_t start = 0;
     for (Header tag = headerAt(file, 0); tag[0] == 'I' && tag[1] == 'D' && tag[2] == '3'; tag = headerAt(file, start)) {
@@ -94,13 +94,13 @@ unsigned bytesAt(std::string_view text, size_t place, size_t size)
 
 std::optional<Mp3Sound> mp3Sound(const std::string &path)
 {
-    FileReader file(path);
-    const int64_t place = audioStart(file);
-    const auto first = frameOf(headerAt(file, place));
+    const LocalFile::Shared file = openLocal(path);
+    const int64_t place = audioStart(*file);
+    const auto first = frameOf(headerAt(*file, place));
     if (!first) {
         return std::nullopt;
     }
-    const std::string head = file.at(place, CountRange);
+    const std::string head = file->at(place, CountRange);
     const size_t count = std::min(head.find("Xing"), head.find("Info"));
     // All four parts of the count: how many frames and bytes, a table, the quality.
     constexpr size_t PartSizes = 4 + 4 + 100 + 4;
@@ -123,28 +123,28 @@ std::optional<Mp3Sound> mp3Sound(const std::string &path)
 
 bool isMp3(const std::string &path)
 {
-    FileReader file(path);
-    const int64_t place = audioStart(file);
-    const auto first = frameOf(headerAt(file, place));
-    return first && frameOf(headerAt(file, place + first->size));
+    const LocalFile::Shared file = openLocal(path);
+    const int64_t place = audioStart(*file);
+    const auto first = frameOf(headerAt(*file, place));
+    return first && frameOf(headerAt(*file, place + first->size));
 }
 
 std::optional<int64_t> mp3Length(const std::string &path)
 {
-    FileReader file(path);
-    int64_t place = audioStart(file);
-    const auto first = frameOf(headerAt(file, place));
-    if (!first || !frameOf(headerAt(file, place + first->size))) {
+    const LocalFile::Shared file = openLocal(path);
+    int64_t place = audioStart(*file);
+    const auto first = frameOf(headerAt(*file, place));
+    if (!first || !frameOf(headerAt(*file, place + first->size))) {
         return std::nullopt;
     }
-    const std::string head = file.at(place, CountRange);
+    const std::string head = file->at(place, CountRange);
     for (const std::string_view count : Counts) {
         if (head.find(count) != std::string::npos) {
             return std::nullopt;
         }
     }
     double seconds = 0;
-    while (const auto frame = frameOf(headerAt(file, place))) {
+    while (const auto frame = frameOf(headerAt(*file, place))) {
         seconds += static_cast<double>(frame->samples) / frame->rate;
         place += frame->size;
     }

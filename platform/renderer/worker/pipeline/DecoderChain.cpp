@@ -1,5 +1,6 @@
 #include "DecoderChain.h"
 
+#include <renderer/worker/gst/FileSource.h>
 #include <renderer/worker/gst/Unheard.h>
 
 #include <vector>
@@ -13,19 +14,19 @@ std::vector<const char *> partsFor(FileFormat format)
 {
     switch (format) {
     case FileFormat::Wav:
-        return {"filesrc", "wavparse"};
+        return {FileSourceElement, "wavparse"};
     case FileFormat::Flac:
-        return {"filesrc", "flacparse", "flacdec"};
+        return {FileSourceElement, "flacparse", "flacdec"};
     case FileFormat::Mp3:
-        return {"filesrc", "mpegaudioparse", "mpg123audiodec"};
+        return {FileSourceElement, "mpegaudioparse", "mpg123audiodec"};
     case FileFormat::TaggedMp3:
-        return {"filesrc", "id3demux", "mpegaudioparse", "mpg123audiodec"};
+        return {FileSourceElement, "id3demux", "mpegaudioparse", "mpg123audiodec"};
     case FileFormat::OggVorbis:
-        return {"filesrc", "oggdemux", "vorbisdec"};
+        return {FileSourceElement, "oggdemux", "vorbisdec"};
     case FileFormat::OggOpus:
-        return {"filesrc", "oggdemux", "opusdec"};
+        return {FileSourceElement, "oggdemux", "opusdec"};
     case FileFormat::Mp4Aac:
-        return {"filesrc", "qtdemux", "aacparse", "faad"};
+        return {FileSourceElement, "qtdemux", "aacparse", "faad"};
     case FileFormat::Other:
         break;
     }
@@ -71,7 +72,7 @@ DecoderChain::~DecoderChain()
 GstPad *DecoderChain::open(const std::string &path)
 {
     m_isClosed = false;
-    g_object_set(m_source, "location", path.c_str(), nullptr);
+    setFilePath(m_source, path);
     if (m_output) {
         gst_pad_set_active(m_output, FALSE);
         gst_element_remove_pad(m_bin.get(), m_output);

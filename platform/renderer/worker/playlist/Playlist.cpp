@@ -3,7 +3,7 @@
 #include "ListText.h"
 
 #include <pps/Log.h>
-#include <renderer/worker/media/FileReader.h>
+#include <renderer/common/OpenLocal.h>
 #include <renderer/worker/playlist/Reader.h>
 #include <renderer/worker/process/Module.h>
 #include <sys/mman.h>
@@ -58,7 +58,7 @@ Medium mediumOf(const char *uri)
 /** What a file holds, of a very large one its beginning up to the end of a line. */
 std::string contentOf(const std::string &path)
 {
-    std::string text = FileReader(path).at(0, Fetch::Largest + 1);
+    std::string text = openLocal(path)->at(0, Fetch::Largest + 1);
     if (text.size() > Fetch::Largest) {
         text.resize(text.rfind('\n') + 1);
     }

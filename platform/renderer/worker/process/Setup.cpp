@@ -1,6 +1,10 @@
 #include "Setup.h"
 
+#include <renderer/worker/gst/FileSource.h>
 #include <renderer/worker/gst/Gst.h>
+#include <renderer/worker/lookup/OpenMedia.h>
+
+#include <cstdio>
 
 namespace voro::renderer {
 
@@ -8,35 +12,11 @@ namespace {
 
 /** In use order: what reads, what decodes, what plays. */
 constexpr const char *Common[] = {
-    "playbin",
-    "uridecodebin",
-    "decodebin",
-    "typefind",
-    "filesrc",
-    "wavparse",
-    "oggdemux",
-    "vorbisdec",
-    "opusdec",
-    "opusparse",
-    "flacparse",
-    "flacdec",
-    "id3demux",
-    "mpegaudioparse",
-    "mpg123audiodec",
-    "qtdemux",
-    "aacparse",
-    "matroskademux",
-    "queue",
-    "multiqueue",
-    "audioconvert",
-    "audioresample",
-    "scaletempo",
-    "equalizer-10bands",
-    "volume",
-    "pulsesink",
-    "fakesink",
-    "inputselector",
-    "streamsynchronizer",
+    "playbin",        "uridecodebin",   "decodebin",     "typefind",           "wavparse",          "oggdemux",
+    "vorbisdec",      "opusdec",        "opusparse",     "flacparse",          "flacdec",           "id3demux",
+    "mpegaudioparse", "mpg123audiodec", "qtdemux",       "aacparse",           "matroskademux",     "queue",
+    "multiqueue",     "audioconvert",   "audioresample", "scaletempo",         "equalizer-10bands", "volume",
+    "pulsesink",      "fakesink",       "inputselector", "streamsynchronizer",
 };
 
 std::string cacheFolder()
@@ -96,6 +76,9 @@ void warmUpForFilms()
 
 void warmUp()
 {
+    if (!registerFileSource(OpenMedia::mayBeOpened)) {
+        std::fputs("voro-renderer: files cannot be read\n", stderr);
+    }
     rankLast("libav");
     rank("mpg123audiodec", GST_RANK_PRIMARY);
     for (const char *element : Faulty) {

@@ -1,0 +1,74 @@
+#include "LocalFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace voro::renderer {
+
+int LocalFile::problemOf(const std::string &path)
+{
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        return errno;
+    }
+    return S_ISREG(status.st_mode) ? 0 : EMEDIUMTYPE;
+}
+
+LocalFile::Shared LocalFile::open(const std::string &path)
+{
+    if (const int problem = problemOf(path)) {
+        return std::make_shared<LocalFile>(problem);
+    }
+    pps::Fd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status {};
+    if (!file.isValid() || fstat(file.get(), &status) != 0) {
+        return std::make_shared<LocalFile>(errno);
+    }
+    // A link may lead elsewhere by now.
+    return S_ISREG(status.st_mode) ? std::make_shared<LocalFile>(std::move(file))
+                                   : std::make_shared<LocalFile>(EMEDIUMTYPE);
+}
+
+int64_t LocalFile::size() const
+{
+    struct stat status {};
+    return fstat(m_file.get(), &status) == 0 ? status.st_size : 0;
+}
+
+ssize_t LocalFile::read(int64_t place, std::span<std::byte> bytes) const
+{
+    size_t count = 0;
+    while (count < bytes.size()) {
+        const ssize_t size =
+            pread(m_file.get(), bytes.data() + count, bytes.size() - count, place + static_cast<off_t>(count));
+        if (size < 0 && errno == EINTR) {
+            continue;
+        }
+        if (size < 0 && count == 0) {
+            return -1;
+        }
+        if (size <= 0) {
+            break;
+        }
+        count += static_cast<size_t>(size);
+    }
+    return static_cast<ssize_t>(count);
+}
+
+std::string LocalFile::at(int64_t place, size_t size) const
+{
+    std::string text(size, '\0');
+    const ssize_t count = place < 0 ? 0 : read(place, std::as_writable_bytes(std::span(text)));
+    text.resize(static_cast<size_t>(std::max<ssize_t>(count, 0)));
+    return text;
+}
+
+std::string LocalFile::lastBytes(size_t size) const
+{
+    return at(std::max<int64_t>(0, this->size() - static_cast<int64_t>(size)), size);
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <pps/Fd.h>
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <utility>
+
+namespace voro::renderer {
+
+/**
+ * A file of this machine that is open for reading, or why it is not. All who read it share it, each at its own places.
+ */
+class LocalFile {
+public:
+    using Shared = std::shared_ptr<const LocalFile>;
+
+    explicit LocalFile(pps::Fd file) : m_file(std::move(file)) {}
+    explicit LocalFile(int error) : m_error(error) {}
+
+    /** Opens a regular file. Opens no device and waits for no writer of a pipe. */
+    static Shared open(const std::string &path);
+    /** The errno number that says why a path cannot be opened as far as its folders tell, 0 without; `EMEDIUMTYPE` for
+     * what is there and no regular file. */
+    static int problemOf(const std::string &path);
+
+    bool isOpen() const { return m_file.isValid(); }
+    /** The errno number of opening. */
+    int error() const { return m_error; }
+    int descriptor() const { return m_file.get(); }
+
+    /** How long the file is now. */
+    int64_t size() const;
+    /** As `pread()`, but reads less only at the end. */
+    ssize_t read(int64_t place, std::span<std::byte> bytes) const;
+    /** What stands at a place, less behind the end. */
+    std::string at(int64_t place, size_t size) const;
+    std::string lastBytes(size_t size) const;
+
+private:
+    pps::Fd m_file;
+    int m_error = 0;
+};
+
+} // namespace voro::renderer
