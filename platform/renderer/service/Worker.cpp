@@ -4,6 +4,7 @@
 
 #include <pps/FdPassing.h>
 #include <pps/Log.h>
+#include <renderer/common/FileRequest.h>
 #include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 
@@ -18,11 +19,28 @@ Worker::Kind Worker::usual()
     return {std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer", {}};
 }
 
-int Worker::longestFor(std::string_view command, std::string_view lines) const
+int Worker::longestFor(std::string_view command, const pps::Message &request) const
 {
-    pps::Message message;
-    const bool isLocal = command == "open" && message.parse(lines) && Medium(message.text("url")).isLocal();
+    const bool isLocal = command == "open" && Medium(request.text("url")).isLocal();
     return isLocal ? m_limits.localOpening : m_limits.request;
+}
+
+void Worker::setOwner(pid_t owner, pps::Accounts::Charge charge)
+{
+    m_charge = std::move(charge);
+    if (m_media) {
+        m_media->setOwner(owner);
+    }
+}
+
+/** Lets the worker read what it is about to be asked for. */
+void Worker::handFiles(std::string_view command, const pps::Message &request, int64_t id)
+{
+    if (m_media && command == "open") {
+        m_media->open(request, id);
+    } else if (m_media && command == "set") {
+        m_media->set(request);
+    }
 }
 
 Worker::Worker(pps::Broker &broker, const Kind &kind, const Session &session, std::function<void()> onDeath)
@@ -36,14 +54,18 @@ Worker::Worker(pps::Broker &broker, const Kind &kind, const Session &session, st
 
     auto [ours, theirs] = socketPair();
     auto [files, theirFiles] = socketPair();
-    if (theirs.isValid() && theirFiles.isValid()) {
-        m_process = std::make_unique<Process>(
-            kind.program,
-            std::initializer_list<Process::Socket>{{theirs.get(), WorkerSocket}, {theirFiles.get(), WorkerFilesSocket}},
-            session);
+    auto [media, theirMedia] = socketPair();
+    if (theirs.isValid() && theirFiles.isValid() && theirMedia.isValid()) {
+        m_process =
+            std::make_unique<Process>(kind.program,
+                                      std::initializer_list<Process::Socket>{{theirs.get(), WorkerSocket},
+                                                                             {theirFiles.get(), WorkerFilesSocket},
+                                                                             {theirMedia.get(), WorkerMediaSocket}},
+                                      session);
         // The worker waits for the answer to its opening.
         m_socket = m_broker.adopt(ours.release(), WorkerPath);
         m_files = std::move(files);
+        m_media = std::make_unique<MediaFiles>(m_broker, std::move(media));
     }
     if (m_process && m_process->isRunning()) {
         m_process->onEnd([this] {
@@ -117,7 +139,10 @@ void Worker::ask(std::string_view command, std::string_view lines, Engine::Done 
     if (command == "open") {
         m_opening = id;
     }
-    m_pending[id] = {std::move(done), longestFor(command, lines), {}};
+    pps::Message message;
+    message.parse(lines);
+    handFiles(command, message, id);
+    m_pending[id] = {std::move(done), longestFor(command, message), {}};
     m_pending[id].age.start();
     updateTimer();
     send(text);

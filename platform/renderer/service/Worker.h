@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine.h"
+#include "MediaFiles.h"
 #include "Process.h"
 
 #include <QtCore/QElapsedTimer>
@@ -53,8 +54,8 @@ public:
     void closed();
 
     void setListener(EngineListener *listener) { m_listener = listener; }
-    /** Who stands for it as long as it is there. */
-    void setCharge(pps::Accounts::Charge charge) { m_charge = std::move(charge); }
+    /** The process that stands for it as long as it is there. */
+    void setOwner(pid_t owner, pps::Accounts::Charge charge);
     /** Nobody is told anything any more, nor of what was asked before. */
     void forsake();
     /** As Engine::ask(). What is too long for a message fails at once. */
@@ -80,15 +81,17 @@ private:
     void die();
     void check();
     void updateTimer();
-    int longestFor(std::string_view command, std::string_view lines) const;
+    int longestFor(std::string_view command, const pps::Message &request) const;
+    void handFiles(std::string_view command, const pps::Message &request, int64_t id);
 
     pps::Broker &m_broker;
     const Limits m_limits;
     std::function<void()> m_onDeath;
     std::unique_ptr<Process> m_process;
     uint64_t m_socket = 0;
-    /** Where files are handed over. */
+    /** Where files are handed over that it writes. */
     pps::Fd m_files;
+    std::unique_ptr<MediaFiles> m_media;
     pps::ClientId m_client = 0;
     EngineListener *m_listener = nullptr;
     pps::Accounts::Charge m_charge;

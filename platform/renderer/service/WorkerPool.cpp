@@ -118,7 +118,7 @@ std::unique_ptr<Engine> WorkerPool::start(EngineListener &listener, pid_t owner)
         return nullptr;
     }
     std::shared_ptr<Worker> worker = m_spare ? std::exchange(m_spare, nullptr) : make();
-    worker->setCharge(std::move(charge));
+    worker->setOwner(owner, std::move(charge));
     worker->setListener(&listener);
     m_spareTimer.start();
     return std::make_unique<Lease>(*this, std::move(worker));

@@ -89,11 +89,17 @@ struct Attempt {
 
 const Attempt Attempts[] = {
     // Allowed: without these nothing plays.
-    {"read a file", [] { return openFor(file.c_str(), O_RDONLY); }},
+    {"read what the system has", [] { return openFor("/etc/passwd", O_RDONLY); }},
+    {"read itself", [] { return openFor("/proc/self/stat", O_RDONLY); }},
     {"start a thread", startThread},
     {"connect to a server's socket", [] { return static_cast<long>(socket(AF_UNIX, SOCK_STREAM, 0)); }},
     {"allocate memory", [] { return std::malloc(1 << 20) ? 0L : -1L; }},
     // Files.
+    {"read a file", [] { return openFor(file.c_str(), O_RDONLY); }},
+    {"list a folder", [] { return openFor(folder.c_str(), O_RDONLY | O_DIRECTORY); }},
+    {"read a file by a link", [] { return openFor(("/proc/self/root" + file).c_str(), O_RDONLY); }},
+    {"read of the parent",
+     [] { return openFor(("/proc/" + std::to_string(getppid()) + "/status").c_str(), O_RDONLY); }},
     {"write a file", [] { return openFor(file.c_str(), O_WRONLY); }},
     {"truncate a file", [] { return static_cast<long>(truncate(file.c_str(), 0)); }},
     {"open and truncate a file", [] { return openFor(file.c_str(), O_RDONLY | O_TRUNC); }},

@@ -12,7 +12,8 @@
 
 namespace {
 
-const QByteArrayList Allowed = {"read a file", "start a thread", "connect to a server's socket", "allocate memory"};
+const QByteArrayList Allowed = {"read what the system has", "read itself", "start a thread",
+                                "connect to a server's socket", "allocate memory"};
 
 /** A server that an attacker would like to talk to, under an abstract name. */
 int listenAt(const QByteArray &name)

@@ -98,6 +98,7 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
     }
     if (command == "stop") {
         m_player.stop();
+        m_handed.forget();
         return {};
     }
     if (command == "set") {
@@ -109,6 +110,7 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
     }
     if (command == "close") {
         m_player.close();
+        m_handed.forget();
         return {};
     }
     return {ErrorCode::Internal, "unknown request " + command};
@@ -122,14 +124,15 @@ void Commands::open(const pps::Message &message)
         return;
     }
     const int64_t id = message.number("id");
+    const Medium medium(message.text("url"));
+    m_handed.expect(medium.isLocal() ? medium.path() : std::string(), id);
     if (const Result problem = findScreen(message); !problem) {
         reply("open", id, problem);
         return;
     }
     m_player.apply(read(message, {}));
-    m_player.open(Medium(message.text("url")), message.text("type") == "playlist",
-                  static_cast<unsigned>(message.number("track", 1)), message.number("position"),
-                  [this, id](const Result &result) { reply("open", id, result); });
+    m_player.open(medium, message.text("type") == "playlist", static_cast<unsigned>(message.number("track", 1)),
+                  message.number("position"), [this, id](const Result &result) { reply("open", id, result); });
 }
 
 void Commands::openRecorder(const pps::Message &message)

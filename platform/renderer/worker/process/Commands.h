@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HandedFiles.h"
 #include "Link.h"
 
 #include <renderer/worker/pipeline/PlaybackChooser.h>
@@ -12,6 +13,7 @@ namespace voro::renderer {
 /** Passes the service's requests to the player or the recorder, and its answers and reports back. */
 class Commands {
 public:
+    explicit Commands(HandedFiles &handed) : m_handed(handed) {}
     /** False when the worker was not started by the daemon. */
     bool start();
 
@@ -28,6 +30,7 @@ private:
     void takeFiles();
     void reply(const std::string &command, int64_t id, const Result &result);
 
+    HandedFiles &m_handed;
     Link m_link;
     Source m_fileSource;
     /** What the next recording is written into. */

@@ -1,15 +1,20 @@
 #include "Confinement.h"
 
 #include "Landlock.h"
+#include "Module.h"
 #include "OwnElements.h"
 #include "SystemCalls.h"
 
+#include <glib.h>
 #include <pps/Log.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <string>
+#include <vector>
 
 namespace voro::renderer {
 
@@ -42,10 +47,72 @@ OwnElements ownElements()
     return elements;
 }
 
+/** What stands in a variable of the environment, folder by folder. */
+void addFrom(const char *variable, std::vector<std::string> &places)
+{
+    const std::string text = std::getenv(variable) ? std::getenv(variable) : "";
+    for (size_t start = 0; start < text.size();) {
+        const size_t end = std::min(text.find(':', start), text.size());
+        places.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+}
+
+/**
+ * What libraries and plugins read. Of the user's own folders only those for fonts and plugins, and the keys to the
+ * servers of sound and screen; media come as descriptors.
+ */
+std::vector<std::string> systemPlaces()
+{
+    std::vector<std::string> places{"/usr",
+                                    "/lib",
+                                    "/lib32",
+                                    "/lib64",
+                                    "/etc",
+                                    "/sys",
+                                    "/dev/null",
+                                    "/dev/zero",
+                                    "/dev/random",
+                                    "/dev/urandom",
+                                    "/dev/dri",
+                                    "/proc/self",
+                                    "/proc/cpuinfo",
+                                    "/proc/meminfo",
+                                    "/proc/stat",
+                                    "/proc/version",
+                                    "/proc/sys",
+                                    "/var/cache/fontconfig",
+                                    "/var/lib/ca-certificates",
+                                    "/run/systemd/resolve",
+                                    "/run/resolvconf",
+                                    "/run/NetworkManager",
+                                    moduleFolder()};
+    for (const char *variable :
+         {"GST_PLUGIN_PATH", "GST_PLUGIN_PATH_1_0", "GST_PLUGIN_SYSTEM_PATH", "GST_PLUGIN_SYSTEM_PATH_1_0",
+          "LD_LIBRARY_PATH", "GIO_EXTRA_MODULES", "FONTCONFIG_PATH", "FONTCONFIG_FILE", "SSL_CERT_FILE", "SSL_CERT_DIR",
+          "PULSE_CLIENTCONFIG", "PULSE_COOKIE"}) {
+        addFrom(variable, places);
+    }
+    const std::string home = g_get_home_dir();
+    const std::string config = g_get_user_config_dir();
+    const std::string data = g_get_user_data_dir();
+    for (const std::string &place : {home + "/.fonts", home + "/.fonts.conf", home + "/.pulse-cookie", home + "/.pulse",
+                                     home + "/.Xauthority", config + "/fontconfig", config + "/pulse", data + "/fonts",
+                                     data + "/gstreamer-1.0", std::string(g_get_user_cache_dir()) + "/fontconfig"}) {
+        places.push_back(place);
+    }
+    return places;
+}
+
 bool limitFiles(const OwnElements &elements)
 {
     Landlock landlock;
-    landlock.allow("/", Landlock::Access::Read);
+    for (const std::string &path : systemPlaces()) {
+        landlock.allow(path.c_str(), Landlock::Access::Read);
+    }
+    for (const std::string &path : elements.files) {
+        landlock.allow(path.c_str(), Landlock::Access::Read);
+    }
     for (const char *device : {"/dev/null", "/dev/zero", "/dev/full"}) {
         landlock.allow(device, Landlock::Access::Write);
     }

@@ -9,9 +9,9 @@ void restrictProcess();
 void setOutliving(bool isOutliving);
 
 /**
- * From now on this process starts no programs or processes, changes no files, accepts no connections and signals
- * nobody. What sinks and sources need that the environment describes is left to it, and the log says so. To be called
- * before there are other threads.
+ * From now on this process starts no programs or processes, reads no files but the system's and those that it is
+ * handed, changes none, accepts no connections and signals nobody. What sinks and sources need that the environment
+ * describes is left to it, and the log says so. To be called before there are other threads.
  */
 void confineProcess();
 

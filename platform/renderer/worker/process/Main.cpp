@@ -1,5 +1,6 @@
 #include "Commands.h"
 #include "Confinement.h"
+#include "HandedFiles.h"
 #include "Setup.h"
 
 #include <renderer/common/Protocol.h>
@@ -7,6 +8,7 @@
 #include <sys/socket.h>
 
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -49,7 +51,9 @@ int main(int argc, char **argv)
     startGStreamer();
     confineProcess();
     warmUp();
-    Commands commands;
+    HandedFiles handed;
+    setFileOpener([&handed](const std::string &path, Freshness freshness) { return handed.open(path, freshness); });
+    Commands commands(handed);
     if (!commands.start()) {
         std::fputs("voro-renderer: the daemon does not answer\n", stderr);
         return 1;

@@ -6,21 +6,16 @@
 
 namespace voro::renderer {
 
-namespace {
-
-/** The module's place beside the worker, in an installation as in the build tree. */
-std::string pathOf(const std::string &module)
+std::string moduleFolder()
 {
     const Owned<char> program(g_file_read_link("/proc/self/exe", nullptr));
     const Owned<char> folder(g_path_get_dirname(program.get()));
-    return std::string(folder.get()) + "/" VORO_MODULES "/" + module + ".so";
+    return std::string(folder.get()) + "/" VORO_MODULES;
 }
-
-} // namespace
 
 void *symbolOf(const std::string &module, const char *name)
 {
-    void *const library = dlopen(pathOf(module).c_str(), RTLD_NOW | RTLD_LOCAL);
+    void *const library = dlopen((moduleFolder() + '/' + module + ".so").c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library) {
         log::warn(log::Category::Worker, "%s", dlerror());
         return nullptr;

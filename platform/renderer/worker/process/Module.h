@@ -9,6 +9,9 @@ namespace voro::renderer {
  * time.
  */
 
+/** Where the modules are: beside the worker, in an installation as in the build tree. */
+std::string moduleFolder();
+
 /** A function of a module, null when the installation lacks it, which the log is told. */
 void *symbolOf(const std::string &module, const char *name);
 

@@ -8,11 +8,10 @@ namespace voro::renderer {
 namespace {
 
 /** Elements that reach neither files nor devices, or only what every worker reaches. */
-constexpr std::string_view Harmless[] = {"appsink",      "appsrc",     "audioconvert", "audioresample", "audiotestsrc",
-                                         "capsfilter",   "fakesink",   "fakesrc",      "filesrc",       "identity",
-                                         "level",        "pulsesink",  "pulsesrc",     "queue",         "tee",
-                                         "videoconvert", "videoscale", "videotestsrc", "volume",        "wavenc",
-                                         "wavparse",     "ximagesink"};
+constexpr std::string_view Harmless[] = {
+    "appsink",      "appsrc",     "audioconvert", "audioresample", "audiotestsrc", "capsfilter", "fakesink",
+    "fakesrc",      "identity",   "level",        "pulsesink",     "pulsesrc",     "queue",      "tee",
+    "videoconvert", "videoscale", "videotestsrc", "volume",        "wavenc",       "wavparse",   "ximagesink"};
 
 constexpr std::string_view Blanks = " \t\n";
 
@@ -49,6 +48,8 @@ void OwnElements::add(std::string_view description)
         const bool isCaps = element.find('/') != element.npos;
         if (element == "filesink") {
             folders.push_back(std::filesystem::path(locationOf(part)).parent_path());
+        } else if (element == "filesrc") {
+            files.push_back(locationOf(part));
         } else if (!element.empty() && !isCaps
                    && std::find(std::begin(Harmless), std::end(Harmless), element) == std::end(Harmless)) {
             unknown.emplace_back(element);

@@ -10,6 +10,8 @@ namespace voro::renderer {
 struct OwnElements {
     /** Folders of files that it writes. */
     std::vector<std::string> folders;
+    /** Files that it reads. */
+    std::vector<std::string> files;
     /** Elements about which nothing is known, so that they get devices and everything below the user's rights. */
     std::vector<std::string> unknown;
 

@@ -4,10 +4,15 @@
 
 #include <dlfcn.h>
 #include <gst/video/videooverlay.h>
+#include <pps/Fd.h>
 #include <pps/Log.h>
+#include <renderer/common/OpenLocal.h>
 #include <renderer/common/Window.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdlib>
+#include <string>
 
 namespace voro::renderer {
 
@@ -42,6 +47,17 @@ GstElement *drawingSink()
     return nullptr;
 }
 
+/** Where the client library of the X server finds what a file holds, which only others may open for this process. */
+std::string keyCopy(const std::string &path)
+{
+    constexpr size_t Largest = 1 << 20;
+    static pps::Fd copy;
+    const std::string content = openLocal(path)->at(0, Largest);
+    copy.reset(memfd_create("xauthority", MFD_CLOEXEC));
+    const bool isWritten = write(copy.get(), content.data(), content.size()) == static_cast<ssize_t>(content.size());
+    return isWritten ? "/proc/self/fd/" + std::to_string(copy.get()) : path;
+}
+
 } // namespace
 
 GstElement *configuredBin(const char *variable)
@@ -69,7 +85,7 @@ bool useDisplay(const std::string &display, const std::string &authority)
     if (authority.empty()) {
         unsetenv("XAUTHORITY");
     } else {
-        setenv("XAUTHORITY", authority.c_str(), 1);
+        setenv("XAUTHORITY", keyCopy(authority).c_str(), 1);
     }
     GstElement *sink = drawingSink();
     if (!sink) {

@@ -1,0 +1,224 @@
+#include "MediaFiles.h"
+
+#include "ListNames.h"
+
+#include <pps/FdPassing.h>
+#include <renderer/common/FileRequest.h>
+#include <renderer/common/Medium.h>
+#include <renderer/common/Parameters.h>
+#include <renderer/common/Protocol.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <mutex>
+#include <set>
+#include <utility>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr size_t LargestList = 4 << 20;
+/** Of all the lists of a context, in all the ways to read them. */
+constexpr size_t MostText = 32 << 20;
+
+/** The captions, and the file with the right to draw at the X server. */
+std::set<std::string> namedIn(const pps::Message &request)
+{
+    std::set<std::string> paths{request.text(AuthorityName)};
+    for (const auto &entry : request.entries()) {
+        const auto parameters =
+            entry.name.starts_with(TrackPrefix) ? Parameters::fromText(entry.value) : std::optional<Parameters>();
+        const Medium captions(parameters ? parameters->text("subpicture_url") : std::string());
+        if (captions.isLocal() && !captions.path().empty()) {
+            paths.insert(captions.path());
+        }
+    }
+    return paths;
+}
+
+/** A very large list may end in anything. */
+bool isList(const std::string &path, const LocalFile &file)
+{
+    constexpr size_t HeadSize = 4096;
+    const std::string head = file.at(0, HeadSize);
+    return !head.empty() && (Medium(path).isNamedLikePlaylist() || head.find('\0') == std::string::npos);
+}
+
+} // namespace
+
+/** Which files a worker gets. */
+class MediaFiles::Permission {
+public:
+    void setMedium(const std::string &path)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_medium = path;
+    }
+    void setOthers(std::set<std::string> paths)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_others = std::move(paths);
+    }
+
+    size_t size()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_size;
+    }
+    void dropLists()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_lists.clear();
+        m_size = 0;
+    }
+
+    /** Opens a file if it may be handed over. It may wait for the disk. */
+    LocalFile::Shared open(const std::string &path)
+    {
+        const LocalFile::Shared file = LocalFile::open(path);
+        return !file->isOpen() || isGiven(path, *file) ? file : std::make_shared<LocalFile>(EACCES);
+    }
+
+private:
+    bool isGiven(const std::string &path, const LocalFile &file)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_others.contains(path)) {
+            return true;
+        }
+        if (path == m_medium) {
+            addList(path, file);
+            return true;
+        }
+        if (std::ranges::none_of(m_lists, [&](const auto &list) { return list.second.contain(path); })) {
+            return false;
+        }
+        if (Medium(path).isNamedLikePlaylist()) {
+            addList(path, file);
+        }
+        return true;
+    }
+    void addList(const std::string &path, const LocalFile &file)
+    {
+        if (m_lists.contains(path) || !isList(path, file)) {
+            return;
+        }
+        ListNames names(path, file.at(0, LargestList));
+        if (m_size + names.size() <= MostText) {
+            m_size += names.size();
+            m_lists.emplace(path, std::move(names));
+        }
+    }
+
+    std::mutex m_mutex;
+    std::string m_medium;
+    std::set<std::string> m_others;
+    std::map<std::string, ListNames> m_lists;
+    size_t m_size = 0;
+};
+
+MediaFiles::MediaFiles(pps::Broker &broker, pps::Fd socket)
+    : m_broker(broker),
+      m_socket(std::move(socket)),
+      m_permission(std::make_shared<Permission>())
+{
+    m_broker.watch(m_socket.get(), [this] { receive(); });
+}
+
+MediaFiles::~MediaFiles()
+{
+    if (m_socket.isValid()) {
+        m_broker.unwatch(m_socket.get());
+    }
+}
+
+void MediaFiles::open(const pps::Message &request, int64_t id)
+{
+    const Medium medium(request.text("url"));
+    const bool isFile = medium.isLocal() && request.text("type") != "track";
+    m_permission = std::make_shared<Permission>();
+    m_permission->setMedium(isFile ? medium.path() : std::string());
+    set(request);
+    if (isFile) {
+        hand(medium.path(), id);
+    }
+}
+
+void MediaFiles::set(const pps::Message &request)
+{
+    m_permission->setOthers(namedIn(request));
+}
+
+void MediaFiles::receive()
+{
+    std::array<std::byte, sizeof(int64_t) + MaximumPath> packet;
+    pps::Fd passed;
+    const ssize_t size = pps::receivePacket(m_socket.get(), packet, passed);
+    if (size < 0 && errno == EAGAIN) {
+        return;
+    }
+    int64_t id = 0;
+    if (size <= static_cast<ssize_t>(sizeof id)) {
+        // It has ended, or talks nonsense.
+        m_broker.unwatch(m_socket.get());
+        m_socket.reset();
+        return;
+    }
+    std::memcpy(&id, packet.data(), sizeof id);
+    hand({reinterpret_cast<const char *>(packet.data()) + sizeof id, static_cast<size_t>(size) - sizeof id}, id);
+}
+
+void MediaFiles::hand(const std::string &path, int64_t id)
+{
+    const auto file = std::make_shared<LocalFile::Shared>();
+    const uint64_t job = ++m_lastJob;
+    m_jobs[job] = std::make_unique<DiskJob>(
+        m_broker, m_owner,
+        [permission = m_permission, path, file] {
+            *file = permission->open(path);
+            return Result();
+        },
+        Result(ErrorCode::SourceUnavailable, path + ": the disk does not answer"),
+        [this, job, id, file](const Result &result) {
+            if (!result) {
+                answer(id, std::make_shared<LocalFile>(ETIMEDOUT));
+            } else if (!chargeForLists()) {
+                answer(id, std::make_shared<LocalFile>(ENOMEM));
+            } else {
+                answer(id, *file);
+            }
+            m_jobs.erase(job);
+        });
+}
+
+/** Has the owner account for the lists that are kept; without room none is. */
+bool MediaFiles::chargeForLists()
+{
+    const size_t size = m_permission->size();
+    if (size == m_chargedSize) {
+        return true;
+    }
+    m_charge.release();
+    m_chargedSize = size;
+    if (size == 0) {
+        return true;
+    }
+    m_charge = m_broker.accounts().take(m_owner, pps::Resource::Memory, size);
+    if (!m_charge.isValid()) {
+        m_permission->dropLists();
+        m_chargedSize = 0;
+    }
+    return m_charge.isValid();
+}
+
+void MediaFiles::answer(int64_t id, const LocalFile::Shared &file)
+{
+    if (m_socket.isValid()) {
+        pps::sendPacket(m_socket.get(), FileAnswer{id, file->error()}.toBytes(), file->descriptor());
+    }
+}
+
+} // namespace voro::renderer

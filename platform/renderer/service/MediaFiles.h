@@ -1,0 +1,56 @@
+#pragma once
+
+#include "DiskJob.h"
+
+#include <pps/broker/Broker.h>
+#include <pps/Fd.h>
+#include <pps/Text.h>
+#include <renderer/common/LocalFile.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace voro::renderer {
+
+/**
+ * Hands a worker the files that it reads: the medium, the captions and the key to the X server that its context was
+ * given, and what local lists name; no other.
+ */
+class MediaFiles {
+public:
+    /** Answers what is asked over the socket. */
+    MediaFiles(pps::Broker &broker, pps::Fd socket);
+    ~MediaFiles();
+    MediaFiles(const MediaFiles &) = delete;
+    MediaFiles &operator=(const MediaFiles &) = delete;
+
+    /** The process on whose account disks are waited for. */
+    void setOwner(pid_t owner) { m_owner = owner; }
+    /** Hands over what a request to open a medium names, the medium at once, and what it names no longer, no more. */
+    void open(const pps::Message &request, int64_t id);
+    /** The same for a change of all but the medium. */
+    void set(const pps::Message &request);
+
+private:
+    class Permission;
+
+    void receive();
+    void hand(const std::string &path, int64_t id);
+    bool chargeForLists();
+    void answer(int64_t id, const LocalFile::Shared &file);
+
+    pps::Broker &m_broker;
+    pps::Fd m_socket;
+    pid_t m_owner = 0;
+    /** Asked by the threads that open files. */
+    std::shared_ptr<Permission> m_permission;
+    /** For the lists that are kept. */
+    pps::Accounts::Charge m_charge;
+    size_t m_chargedSize = 0;
+    std::map<uint64_t, std::unique_ptr<DiskJob>> m_jobs;
+    uint64_t m_lastJob = 0;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,97 @@
+#include "HandedFiles.h"
+
+#include <poll.h>
+#include <pps/FdPassing.h>
+#include <renderer/common/FileRequest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr std::chrono::seconds Moment{1};
+/** This process's own memory files. */
+constexpr std::string_view OwnFiles = "/proc/self/fd/";
+
+/** Waits for the answer with a number; others are of no use any more. */
+LocalFile::Shared receive(int64_t id)
+{
+    for (;;) {
+        pollfd readable{WorkerMediaSocket, POLLIN, 0};
+        std::array<std::byte, sizeof(int64_t) + sizeof(int32_t) + 1> packet;
+        pps::Fd file;
+        poll(&readable, 1, -1);
+        const ssize_t size = pps::receivePacket(WorkerMediaSocket, packet, file);
+        if (size < 0 && errno == EAGAIN) {
+            continue;
+        }
+        const auto answer =
+            size > 0 ? FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(size))) : std::nullopt;
+        if (!answer) {
+            return std::make_shared<LocalFile>(EIO);
+        }
+        if (answer->id == id) {
+            return file.isValid() ? std::make_shared<LocalFile>(std::move(file))
+                                  : std::make_shared<LocalFile>(answer->error != 0 ? answer->error : EMFILE);
+        }
+    }
+}
+
+} // namespace
+
+LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness)
+{
+    if (path.starts_with(OwnFiles)) {
+        return LocalFile::open(path);
+    }
+    if (const int problem = LocalFile::problemOf(path)) {
+        return std::make_shared<LocalFile>(problem);
+    }
+    const std::lock_guard lock(m_mutex);
+    const auto isOld = [now = Clock::now()](const Recent &recent) { return now - recent.time > Moment; };
+    std::erase_if(m_recent, isOld);
+    const auto found = std::ranges::find(m_recent, path, &Recent::path);
+    if (found != m_recent.end() && freshness == Freshness::Recent) {
+        return found->file;
+    }
+    if (found != m_recent.end()) {
+        m_recent.erase(found);
+    }
+    LocalFile::Shared file = ask(path);
+    m_recent.push_back({path, file, Clock::now()});
+    return file;
+}
+
+LocalFile::Shared HandedFiles::ask(const std::string &path)
+{
+    if (path == m_expected) {
+        m_expected.clear();
+        return receive(m_expectedId);
+    }
+    const int64_t id = --m_lastId;
+    std::vector<std::byte> packet(sizeof id + path.size());
+    std::memcpy(packet.data(), &id, sizeof id);
+    std::memcpy(packet.data() + sizeof id, path.data(), path.size());
+    return pps::sendPacket(WorkerMediaSocket, packet) ? receive(id) : std::make_shared<LocalFile>(EIO);
+}
+
+void HandedFiles::expect(const std::string &path, int64_t request)
+{
+    const std::lock_guard lock(m_mutex);
+    m_recent.clear();
+    m_expected = path;
+    m_expectedId = request;
+}
+
+void HandedFiles::forget()
+{
+    const std::lock_guard lock(m_mutex);
+    m_recent.clear();
+}
+
+} // namespace voro::renderer

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <renderer/common/OpenLocal.h>
+
+#include <chrono>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace voro::renderer {
+
+/** Gets files from the daemon, which hands over what this worker's context may read. May be used by every thread. */
+class HandedFiles {
+public:
+    LocalFile::Shared open(const std::string &path, Freshness freshness);
+    /** The medium of a request to open comes without being asked for. */
+    void expect(const std::string &path, int64_t request);
+    /** Closes what others do not use. */
+    void forget();
+
+private:
+    using Clock = std::chrono::steady_clock;
+    struct Recent {
+        std::string path;
+        LocalFile::Shared file;
+        Clock::time_point time;
+    };
+
+    LocalFile::Shared ask(const std::string &path);
+
+    std::mutex m_mutex;
+    std::string m_expected;
+    int64_t m_expectedId = 0;
+    int64_t m_lastId = 0;
+    /** To open a medium takes several looks at it. */
+    std::vector<Recent> m_recent;
+};
+
+} // namespace voro::renderer

@@ -1,0 +1,151 @@
+#include <QtCore/QFile>
+#include <QtCore/QSocketNotifier>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+#include <pps/broker/Broker.h>
+#include <pps/FdPassing.h>
+#include <renderer/common/FileRequest.h>
+#include <renderer/service/ListNames.h>
+#include <renderer/service/MediaFiles.h>
+#include <renderer/service/SocketPair.h>
+
+#include <cerrno>
+#include <optional>
+
+using namespace voro;
+using namespace voro::renderer;
+
+namespace {
+
+/** What came for a question: the errno number, or the beginning of the file. */
+struct Answer {
+    int64_t id;
+    int error;
+    std::string content;
+};
+
+} // namespace
+
+/** A worker gets the files that its context was given and that its lists name, and no others. */
+class tst_MediaFiles : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void names_areFoundHoweverTheyAreWritten_data();
+    void names_areFoundHoweverTheyAreWritten();
+    void worker_getsWhatItsContextWasGiven();
+};
+
+void tst_MediaFiles::names_areFoundHoweverTheyAreWritten_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<bool>("expected");
+    const auto row = [](const char *title, const QByteArray &text, const QByteArray &path, bool expected = true) {
+        QTest::newRow(title) << text << path << expected;
+    };
+    row("beside the list", "#EXTM3U\na.ogg\n", "/music/a.ogg");
+    row("in a folder below", "sub/./x/../a.ogg\r\n", "/music/sub/a.ogg");
+    row("beside the folder", "../other/a.ogg", "/music/../other/a.ogg");
+    row("beside the folder, made absolute", "../other/a.ogg", "/other/a.ogg");
+    row("whole path", "File1=/else/a.ogg\n", "/else/a.ogg");
+    row("URI", "<location>file:///else/a%20b%25.ogg</location>", "/else/a b%.ogg");
+    row("URI with a host", "file://localhost/else/a.ogg", "/else/a.ogg");
+    row("signs of percent as they stand", "100%25.ogg", "/music/100%25.ogg");
+    row("reference of XML", "<ref href=\"Tom &amp; J&#233;r&#xf4;me.ogg\"/>", "/music/Tom & Jérôme.ogg");
+    row("backslashes", "sub\\a.ogg", "/music/sub/a.ogg");
+    row("Latin 1 in the list", "\xe4.ogg", "/music/ä.ogg");
+    row("Latin 1 in the name", "ä.ogg", "/music/\xe4.ogg");
+    row("with parameters", "a.ogg?x#y", "/music/a.ogg");
+    row("not named", "a.ogg\n", "/music/b.ogg", false);
+    row("part of a name", "aa.ogg\na.ogg.gz\n", "/music/a.ogg", false);
+    row("the same name elsewhere", "a.ogg\n", "/home/a.ogg", false);
+    row("the same name beside the folder", "a.ogg\n", "/music/../a.ogg", false);
+    row("folder", "sub/a.ogg\n", "/music/", false);
+    row("nothing", "\n\n", "", false);
+}
+
+void tst_MediaFiles::names_areFoundHoweverTheyAreWritten()
+{
+    QFETCH(const QByteArray, text);
+    QFETCH(const QByteArray, path);
+    QTEST(ListNames("/music/list.m3u", text.toStdString()).contain(path.toStdString()), "expected");
+}
+
+void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
+{
+    const QTemporaryDir folder;
+    const auto path = [&](const char *name) { return folder.filePath(QString::fromLatin1(name)).toStdString(); };
+    const auto write = [&](const char *name, const QByteArray &content) {
+        QFile file(QString::fromStdString(path(name)));
+        return file.open(QFile::WriteOnly) && file.write(content) == content.size();
+    };
+    QVERIFY(write("list.m3u", "a.ogg\ninner.m3u\ngone.ogg\n") && write("inner.m3u", "b.ogg\n") && write("a.ogg", "A")
+            && write("b.ogg", "B") && write("secret", "S") && write("film.srt", "1"));
+
+    pps::Broker broker;
+    QSocketNotifier ready(broker.fd(), QSocketNotifier::Read);
+    connect(&ready, &QSocketNotifier::activated, this, [&broker] { broker.process(); });
+    auto [ours, theirs] = socketPair();
+    MediaFiles files(broker, std::move(ours));
+    files.setOwner(pps::Accounts::Services);
+
+    const int worker = theirs.get();
+    const auto receive = [worker] {
+        std::array<std::byte, 64> packet;
+        pps::Fd file;
+        ssize_t size = -1;
+        (void)QTest::qWaitFor([&] { return (size = pps::receivePacket(worker, packet, file)) > 0; }, 20'000);
+        const auto answer =
+            FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(std::max<ssize_t>(size, 0))));
+        return answer ? Answer{answer->id, answer->error, LocalFile(std::move(file)).at(0, 1)} : Answer{};
+    };
+    int64_t lastId = 0;
+    const auto ask = [&](const std::string &wanted) {
+        const int64_t id = --lastId;
+        std::string packet(reinterpret_cast<const char *>(&id), sizeof id);
+        packet += wanted;
+        if (!pps::sendPacket(worker, std::as_bytes(std::span(packet)))) {
+            return std::string("the question was not taken");
+        }
+        const Answer answer = receive();
+        return answer.id != id ? "another answer" : answer.error != 0 ? std::to_string(answer.error) : answer.content;
+    };
+    const auto request = [&](const std::string &url, const std::string &captions) {
+        std::string parameters;
+        pps::appendText(parameters, "subpicture_url", captions);
+        std::string lines;
+        pps::appendText(lines, "url", url);
+        pps::appendText(lines, "type", "playlist");
+        pps::appendText(lines, "track_1", parameters);
+        pps::Message message;
+        message.parse(lines);
+        return message;
+    };
+    const std::string refused = std::to_string(EACCES);
+
+    QCOMPARE(ask(path("a.ogg")), refused);
+    files.open(request("file://" + path("list.m3u"), path("film.srt")), 7);
+    const Answer medium = receive();
+    QCOMPARE(medium.id, 7);
+    QCOMPARE(medium.content, "a");
+    QCOMPARE(ask(path("b.ogg")), refused);
+    QCOMPARE(ask(path("a.ogg")), "A");
+    QCOMPARE(ask(path("inner.m3u")), "b");
+    QCOMPARE(ask(path("b.ogg")), "B");
+    QCOMPARE(ask(path("film.srt")), "1");
+    QCOMPARE(ask(path("gone.ogg")), std::to_string(ENOENT));
+    QCOMPARE(ask(path("secret")), refused);
+    QCOMPARE(ask(folder.path().toStdString()), std::to_string(EMEDIUMTYPE));
+
+    files.set(request({}, {}));
+    QCOMPARE(ask(path("film.srt")), refused);
+    files.open(request(path("a.ogg"), {}), 8);
+    QCOMPARE(receive().content, "A");
+    QCOMPARE(ask(path("b.ogg")), refused);
+    files.open(request("http://host/list.m3u", {}), 9);
+    QCOMPARE(ask(path("a.ogg")), refused);
+}
+
+QTEST_GUILESS_MAIN(tst_MediaFiles)
+#include "tst_media_files.moc"
