@@ -11,13 +11,20 @@
 
 namespace voro::pps {
 
-/** Sends one packet, with a descriptor unless that is -1, without waiting. False when the socket does not take it. */
+/** The most descriptors that go along with one packet. */
+inline constexpr size_t MostPassed = 3;
+
+/** Sends one packet, with descriptors, without waiting. False when the socket does not take it. */
+bool sendPacket(int socket, std::span<const std::byte> packet, std::span<const int> descriptors);
+/** The same with a descriptor unless that is -1. */
 bool sendPacket(int socket, std::span<const std::byte> packet, int descriptor = -1);
 
 /**
- * Receives one packet, without waiting, and the descriptor that came along. Its size, 0 at the end, -1 with errno when
+ * Receives one packet, without waiting, and the descriptors that came along. Its size, 0 at the end, -1 with errno when
  * there is none. What exceeds the buffer is lost, and so are further descriptors.
  */
+ssize_t receivePacket(int socket, std::span<std::byte> buffer, std::span<Fd> descriptors);
+/** The same with one descriptor. */
 ssize_t receivePacket(int socket, std::span<std::byte> buffer, Fd &descriptor);
 
 } // namespace voro::pps
