@@ -1,28 +1,20 @@
 /*
- * Loaded into the daemon and its workers: reads of files in the folder that VORO_BROKEN_DISK names fail, as those of a
- * broken disk do, as long as the folder holds a file "broken".
+ * Loaded into the daemon and its workers: reads of files that nobody may read fail, as those of a broken disk do,
+ * though the files are open.
  */
 
 #include <dlfcn.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <climits>
-#include <cstdio>
-#include <cstdlib>
-#include <string>
 
 namespace {
 
 bool isUnreadable(int descriptor)
 {
-    const char *disk = std::getenv("VORO_BROKEN_DISK");
-    char link[64];
-    std::snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
-    char target[PATH_MAX];
-    const ssize_t length = disk ? readlink(link, target, sizeof target) : -1;
-    return length > 0 && std::string(target, static_cast<size_t>(length)).starts_with(disk)
-           && access((std::string(disk) + "/broken").c_str(), F_OK) == 0;
+    struct stat status {};
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && (status.st_mode & 0777) == 0;
 }
 
 } // namespace

@@ -83,6 +83,8 @@ private Q_SLOTS:
     void workerStopped_isTakenForDead();
     void daemonGone_commandsFail_untilThereIsAnother();
     void noDaemon_playerSaysSo();
+    void nurseryKilled_workersAreStartedAllTheSame_data();
+    void nurseryKilled_workersAreStartedAllTheSame();
     void manyPlayers_leaveNothing();
     void manyPlayers_outliveTheirWorkers_data();
     void manyPlayers_outliveTheirWorkers();
@@ -217,6 +219,32 @@ void tst_Faults::noDaemon_playerSaysSo()
     QCOMPARE(player.prepare(), MediaError::InvalidState);
     QCOMPARE(player.play(), MediaError::InvalidState);
     QCOMPARE(player.mediaState(), MediaState::Unprepared);
+}
+
+void tst_Faults::nurseryKilled_workersAreStartedAllTheSame_data()
+{
+    QTest::addColumn<int>("half");
+    QTest::newRow("the one with the network") << 0;
+    QTest::newRow("the one without") << 1;
+}
+
+void tst_Faults::nurseryKilled_workersAreStartedAllTheSame()
+{
+    QFETCH(const int, half);
+    MediaPlayer players[6];
+    for (MediaPlayer &player : players) {
+        QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+        QCOMPARE(player.play(), MediaError::None);
+        // It is started again until it has gone too often.
+        const QList<pid_t> nursery = nurseryOf(m_daemon->processId());
+        if (!nursery.isEmpty()) {
+            ::kill(nursery[half], SIGKILL);
+            QTRY_VERIFY(areGone(nursery));
+        }
+    }
+    for (const MediaPlayer &player : players) {
+        QTRY_VERIFY(player.position() > 0);
+    }
 }
 
 void tst_Faults::manyPlayers_leaveNothing()
@@ -400,21 +428,19 @@ void tst_Faults::diskBreaks_isTold_andMended_itPlays()
     QVERIFY(m_daemon->stop());
     // The sanitizers' own library would have to be the first one.
     qputenv("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ":verify_asan_link_order=0");
-    QVERIFY(m_daemon->start({QStringLiteral("LD_PRELOAD=" BROKEN_DISK), "VORO_BROKEN_DISK=" + disk.path()}));
+    QVERIFY(m_daemon->start({QStringLiteral("LD_PRELOAD=" BROKEN_DISK)}));
     for (const char *name : {"a.wav", "a.flac", "a.mkv"}) {
-        QFile mark(disk.filePath(QStringLiteral("broken")));
-        mark.remove();
         Victim victim;
         QCOMPARE(victim.player.setStatusInterval(50), MediaError::None);
         const QString path = media::makeTone(disk.filePath(QLatin1String(name)), {.seconds = 600});
         QCOMPARE(victim.player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
         QCOMPARE(victim.player.play(), MediaError::None);
         QTRY_VERIFY(victim.player.position() > 0);
-        QVERIFY(mark.open(QFile::WriteOnly));
+        QVERIFY(QFile::setPermissions(path, {}));
         QTRY_COMPARE_WITH_TIMEOUT(victim.errors.count(), 1, 30'000);
         QCOMPARE(victim.errors.first().first().value<MediaError::Type>(), MediaError::Read);
         QCOMPARE(victim.player.mediaState(), MediaState::Stopped);
-        QVERIFY(mark.remove());
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
         victim.positions.clear();
         QCOMPARE(victim.player.play(), MediaError::None);
         QTRY_VERIFY(victim.positions.count() > 2);

@@ -5,17 +5,32 @@
 
 #include <algorithm>
 
-QList<pid_t> workersOf(qint64 daemon)
+namespace {
+
+QList<pid_t> childrenOf(qint64 daemon, bool areNursery)
 {
-    QList<pid_t> workers;
+    QList<pid_t> children;
     const QByteArray parent = "PPid:\t" + QByteArray::number(daemon) + '\n';
     for (const QString &name : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
         QFile status(QStringLiteral("/proc/%1/status").arg(name));
-        if (status.open(QFile::ReadOnly) && status.readAll().contains(parent)) {
-            workers << name.toInt();
+        const QByteArray text = status.open(QFile::ReadOnly) ? status.readAll() : QByteArray();
+        if (text.contains(parent) && text.startsWith("Name:\tvoro-nursery\n") == areNursery) {
+            children << name.toInt();
         }
     }
-    return workers;
+    return children;
+}
+
+} // namespace
+
+QList<pid_t> workersOf(qint64 daemon)
+{
+    return childrenOf(daemon, false);
+}
+
+QList<pid_t> nurseryOf(qint64 daemon)
+{
+    return childrenOf(daemon, true);
 }
 
 QList<pid_t> workersWith(const QByteArray &file, qint64 daemon)

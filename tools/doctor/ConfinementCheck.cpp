@@ -20,9 +20,10 @@ Finding landlock()
     const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
     const QString remedy = QStringLiteral("use a newer kernel, with landlock in the list /sys/kernel/security/lsm");
     if (version <= 0) {
-        return {Health::Limited, QStringLiteral("the kernel has no Landlock; a worker could change files"), remedy};
+        return {Health::Limited, QStringLiteral("the kernel has no Landlock, one of three layers around workers"),
+                remedy};
     }
-    const QString text = QStringLiteral("Landlock keeps workers from changing files, version %1").arg(version);
+    const QString text = QStringLiteral("Landlock keeps workers from files and ports, version %1").arg(version);
     return version < WholeLandlock ? Finding{Health::Limited, text + QStringLiteral(" of 6"), remedy}
                                    : Finding{Health::Good, text};
 }
@@ -51,11 +52,13 @@ bool hasNamespaces()
 Finding namespaces()
 {
     if (!hasNamespaces()) {
-        return {Health::Limited, QStringLiteral("users get no namespaces of users, mounts and the net on this machine"),
+        return {Health::Limited,
+                QStringLiteral("this machine gives users no namespaces; a worker could see names of files and connect "
+                               "to other servers"),
                 QStringLiteral("sysctl kernel.unprivileged_userns_clone=1 user.max_user_namespaces=15000, or "
                                "kernel.apparmor_restrict_unprivileged_userns=0")};
     }
-    return {Health::Good, QStringLiteral("users get namespaces of users, mounts and the net")};
+    return {Health::Good, QStringLiteral("namespaces hide files, processes, servers and the net from workers")};
 }
 
 } // namespace

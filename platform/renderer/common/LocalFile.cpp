@@ -8,28 +8,27 @@
 
 namespace voro::renderer {
 
-int LocalFile::problemOf(const std::string &path)
-{
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        return errno;
-    }
-    return S_ISREG(status.st_mode) ? 0 : EMEDIUMTYPE;
-}
-
 LocalFile::Shared LocalFile::open(const std::string &path)
 {
-    if (const int problem = problemOf(path)) {
-        return std::make_shared<LocalFile>(problem);
+    struct stat status {};
+    // To open a device may change it.
+    if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        return std::make_shared<LocalFile>(EMEDIUMTYPE);
     }
     pps::Fd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status {};
     if (!file.isValid() || fstat(file.get(), &status) != 0) {
         return std::make_shared<LocalFile>(errno);
     }
     // A link may lead elsewhere by now.
     return S_ISREG(status.st_mode) ? std::make_shared<LocalFile>(std::move(file))
                                    : std::make_shared<LocalFile>(EMEDIUMTYPE);
+}
+
+std::string LocalFile::identity() const
+{
+    struct stat status {};
+    return fstat(m_file.get(), &status) == 0 ? std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino)
+                                             : std::string();
 }
 
 int64_t LocalFile::size() const

@@ -22,17 +22,16 @@ public:
     explicit LocalFile(pps::Fd file) : m_file(std::move(file)) {}
     explicit LocalFile(int error) : m_error(error) {}
 
-    /** Opens a regular file. Opens no device and waits for no writer of a pipe. */
+    /** Opens a regular file; the error of anything else is `EMEDIUMTYPE`. Opens no device, waits for no writer. */
     static Shared open(const std::string &path);
-    /** The errno number that says why a path cannot be opened as far as its folders tell, 0 without; `EMEDIUMTYPE` for
-     * what is there and no regular file. */
-    static int problemOf(const std::string &path);
 
     bool isOpen() const { return m_file.isValid(); }
     /** The errno number of opening. */
     int error() const { return m_error; }
     int descriptor() const { return m_file.get(); }
 
+    /** The same for all names of a file and for no other file; empty when it is not open. */
+    std::string identity() const;
     /** How long the file is now. */
     int64_t size() const;
     /** As `pread()`, but reads less only at the end. */

@@ -82,14 +82,19 @@ std::string Medium::uri() const
     return m_isLocal ? "file://" + percentEncode(m_text) : m_text;
 }
 
+bool Medium::isNetworkScheme(std::string_view scheme)
+{
+    constexpr std::array Schemes{"http", "https", "rtsp", "rtsps", "mms", "mmsh", "ftp"};
+    return std::find(Schemes.begin(), Schemes.end(), lowerCase(scheme)) != Schemes.end();
+}
+
 Result Medium::check() const
 {
     if (!m_isLocal) {
         // Other schemes name what is the worker's own, its open files for example.
-        constexpr std::array Schemes{"http", "https", "rtsp", "rtsps", "mms", "mmsh", "ftp"};
         const std::string scheme = lowerCase(m_text.substr(0, m_text.find(':')));
-        const bool isKnown = std::find(Schemes.begin(), Schemes.end(), scheme) != Schemes.end();
-        return isKnown ? Result() : Result(ErrorCode::UnsupportedMediaType, "media cannot come by " + scheme);
+        return isNetworkScheme(scheme) ? Result()
+                                       : Result(ErrorCode::UnsupportedMediaType, "media cannot come by " + scheme);
     }
     if (m_text.empty()) {
         return {ErrorCode::SourceUnavailable, "no source"};
@@ -99,7 +104,8 @@ Result Medium::check() const
         return {ErrorCode::UnsupportedMediaType, m_text + " is no file"};
     }
     if (!file->isOpen()) {
-        return {codeOf(file->error()), m_text + ": " + std::strerror(file->error())};
+        const char *problem = file->error() == ETIMEDOUT ? "the disk does not answer" : std::strerror(file->error());
+        return {codeOf(file->error()), m_text + ": " + problem};
     }
     if (file->size() == 0) {
         return {ErrorCode::ResourceCorrupted, m_text + " is empty"};

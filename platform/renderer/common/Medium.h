@@ -32,6 +32,8 @@ public:
      * plays like a medium.
      */
     static bool isPlaylistText(std::string_view head);
+    /** Whether media come from the network by that scheme, whatever its case. */
+    static bool isNetworkScheme(std::string_view scheme);
     /** Whether it has a playlist's name. */
     bool isNamedLikePlaylist() const;
     /** Whether a local file begins like a medium of a common format. */

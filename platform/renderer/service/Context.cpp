@@ -68,12 +68,14 @@ std::string metadataLines(std::string_view lines)
 
 } // namespace
 
-Context::Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner)
+Context::Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner, int parkingDelay)
     : m_broker(broker),
       m_engines(engines),
       m_owner(owner),
       m_folder(broker, std::move(path), owner),
-      m_isServed(broker.serve(m_folder.path() + "/control", this))
+      m_isServed(broker.serve(m_folder.path() + "/control", this)),
+      m_parkingDelay(parkingDelay),
+      m_parking(broker, [this] { park(); })
 {}
 
 Context::~Context()
@@ -152,7 +154,7 @@ void Context::runNext()
         // It stays in front until it is finished.
         const pps::Message message = m_commands.front().message;
         if (const Handler handler = handlerOf(message.text("msg"))) {
-            (this->*handler)(message);
+            begin(handler, message);
         } else {
             finish({ErrorCode::InvalidParameter, "unknown command " + message.text("msg")});
         }
@@ -160,11 +162,31 @@ void Context::runNext()
     m_isRunning = false;
 }
 
+/** Begins a command, with an engine if that has been given back and the command cannot do without. */
+void Context::begin(Handler handler, const pps::Message &message)
+{
+    constexpr std::array<Handler, 4> NeedEngine{&Context::seek, &Context::speedSet, &Context::stop,
+                                                &Context::outputAttach};
+    const bool isParked = m_state == State::Playing && !m_isOpen;
+    if (!isParked || std::ranges::find(NeedEngine, handler) == NeedEngine.end()) {
+        (this->*handler)(message);
+        return;
+    }
+    reopen([this, handler, message](const Result &result) {
+        if (result) {
+            (this->*handler)(message);
+        } else {
+            finish(result);
+        }
+    });
+}
+
 void Context::finish(const Result &result, std::string_view lines)
 {
     const Command command = std::move(m_commands.front());
     m_commands.pop_front();
     m_isBusy = false;
+    updateParking();
     m_broker.setReturn(command.client, returnText());
     m_broker.send(command.client,
                   answer(command.message.text("msg"), command.message.number("id"), result).append(lines));
@@ -254,11 +276,15 @@ void Context::outputAttached(const Result &result, int id)
     }
     // Only the engine finds out whether it can draw there.
     tellSettings([this, id, line](const Result &told) {
-        if (told.code == ErrorCode::OutputUnavailable) {
-            m_journal.detachOutput(id);
+        if (told.code != ErrorCode::OutputUnavailable) {
+            finish({}, line);
+            return;
+        }
+        m_journal.detachOutput(id);
+        if (m_isOpen) {
             finish(told);
         } else {
-            finish({}, line);
+            reopen([this, told](const Result &) { finish(told); });
         }
     });
 }
@@ -347,15 +373,30 @@ void Context::setParameters(const pps::Message &message, const std::function<Res
 /** Finishes a command that changed settings. */
 void Context::applySettings(const std::string &lines)
 {
-    // An engine takes whatever was checked here, and before all that follows.
-    if (m_isOpen && m_journal.settingLines() != m_settings) {
+    if (!m_isOpen || m_journal.settingLines() == m_settings) {
+        finish({}, lines);
+    } else if (doesReach()) {
+        // An engine takes whatever was checked here, and before all that follows.
         tellSettings([](const Result &) {});
+        finish({}, lines);
+    } else {
+        reopen([this, lines](const Result &) { finish({}, lines); });
     }
-    finish({}, lines);
+}
+
+/** Whether the engine reaches all that it needs now. */
+bool Context::doesReach() const
+{
+    const Reach reach = neededReach(*m_input);
+    return (m_reach.network || !reach.network) && (m_reach.windows || !reach.windows);
 }
 
 void Context::tellSettings(Engine::Done done)
 {
+    if (!doesReach()) {
+        reopen(std::move(done));
+        return;
+    }
     m_settings = m_journal.settingLines();
     m_engine->setFrameQueues(m_journal.frameQueues());
     m_engine->ask("set", m_settings, std::move(done));
@@ -394,6 +435,8 @@ void Context::attach(const Journal::Input &input)
     }
     m_position = {};
     m_resume.reset();
+    m_isListFar = false;
+    m_kinds.clear();
     open(input, [this, input](const Result &result) {
         if (result) {
             m_isOpen = true;
@@ -423,24 +466,57 @@ void Context::refuseInput(const Result &problem)
     finish(problem);
 }
 
-/** Has an engine open the input with all that the context was given. */
+/** Has an engine open the input with all that the context was given: one that reaches what it needs and no more. */
 void Context::open(const Journal::Input &input, Engine::Done done)
 {
+    const Reach reach = neededReach(input);
+    if (m_engine && m_reach != reach) {
+        m_engine.reset();
+    }
     if (!m_engine) {
-        m_engine = m_engines.start(*this, m_owner);
+        m_reach = reach;
+        m_engine = m_engines.start(*this, m_owner, reach);
     }
     if (!m_engine) {
         done({ErrorCode::ResourceUnavailable, "the process plays too much at once"});
         return;
     }
+    m_opening = input;
+    m_opened = std::move(done);
     m_settings = m_journal.settingLines();
     m_engine->setFrameQueues(m_journal.frameQueues());
     m_isSilent = false;
-    m_engine->ask("open", m_journal.openLines(input, m_speed, m_resume),
-                  [this, done = std::move(done)](const Result &result) {
-                      setSilent(m_isSilent);
-                      done(result);
-                  });
+    m_engine->ask("open", m_journal.openLines(input, m_speed, m_resume), [this](const Result &result) {
+        setSilent(m_isSilent);
+        std::exchange(m_opened, nullptr)(result);
+    });
+}
+
+Reach Context::neededReach(const Journal::Input &input) const
+{
+    Reach reach = m_journal.reachFor(input);
+    reach.network |= m_isListFar;
+    return reach;
+}
+
+/** Goes on with an engine that begins where the last one was. */
+void Context::reopen(Engine::Done done)
+{
+    if (m_state == State::Playing) {
+        m_resume = m_position;
+    }
+    m_isOpen = false;
+    open(*m_input, [this, done = std::move(done)](const Result &result) {
+        m_isOpen = static_cast<bool>(result);
+        if (!m_isOpen && m_state == State::Playing) {
+            setState(State::Stopped, Folder::Ending{result.code, m_position});
+        }
+        if (m_isOpen && m_state == State::Playing) {
+            m_engine->ask("play", {}, done);
+        } else {
+            done(result);
+        }
+    });
 }
 
 void Context::inputDetach(const pps::Message &)
@@ -689,12 +765,42 @@ void Context::setSpeed(int speed)
     watchEngine();
 }
 
+/** Whether the journal and the position are enough to go on with another engine. */
+bool Context::canPark() const
+{
+    const auto kind = m_kinds.find(m_position.track);
+    if (!m_isOpen || isRecording() || kind == m_kinds.end() || !kind->second.isSeekable) {
+        return false;
+    }
+    const bool isPictureShown = kind->second.isFilm && m_journal.hasVideo();
+    return m_state == State::Stopped || (m_state == State::Playing && m_speed == 0 && !isPictureShown);
+}
+
+/** A context that rests gives its engine back after a while. */
+void Context::updateParking()
+{
+    if (canPark()) {
+        m_parking.start(m_parkingDelay);
+    } else {
+        m_parking.stop();
+    }
+}
+
+void Context::park()
+{
+    if (!m_isBusy && canPark()) {
+        m_isOpen = false;
+        m_engine.reset();
+    }
+}
+
 /** A paused engine is left to sleep: whether it lives shows with the next request. */
 void Context::watchEngine()
 {
     if (m_engine) {
         m_engine->setWatched(m_state == State::Playing && m_speed != 0);
     }
+    updateParking();
 }
 
 // What the engine says
@@ -716,7 +822,10 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
         const int64_t track = event.number("track", 1);
         if (track >= 1 && track <= MostTracks) {
             m_folder.setTrack(static_cast<unsigned>(track), metadataLines(lines));
-            if (event.number("md_video_width") > 0 && m_journal.hasVideo()) {
+            const Kind kind{.isFilm = event.number("md_video_width") > 0,
+                            .isSeekable = event.text("md_title_seekable") == "true"};
+            m_kinds[static_cast<unsigned>(track)] = kind;
+            if (kind.isFilm && m_journal.hasVideo()) {
                 m_engines.expectFilms();
             }
         }
@@ -724,6 +833,9 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
         m_total = static_cast<unsigned>(std::clamp<int64_t>(event.number("total"), 0, MostTracks));
         m_position.track = static_cast<unsigned>(std::clamp<int64_t>(event.number("current", 1), 1, MostTracks));
         m_folder.setQueue(m_position.track, m_total);
+        std::erase_if(m_kinds, [this](const auto &entry) {
+            return entry.first + Neighbourhood < m_position.track || entry.first > m_position.track + Neighbourhood;
+        });
     } else if (name == "silent") {
         setSilent(true);
     } else if (name == "speed") {
@@ -763,6 +875,14 @@ void Context::engineDied()
         m_resume = m_position;
         m_folder.setStatus(m_position.milliseconds, "0/100", "idle");
         setState(State::Stopped, Folder::Ending{ErrorCode::Internal, m_position});
+    }
+}
+
+void Context::engineNeedsNetwork()
+{
+    if (m_opened) {
+        m_isListFar = true;
+        open(m_opening, std::exchange(m_opened, nullptr));
     }
 }
 

@@ -4,10 +4,12 @@
 #include "Engine.h"
 #include "Folder.h"
 #include "Journal.h"
+#include "Timer.h"
 
 #include <pps/broker/Broker.h>
 
 #include <deque>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,8 +23,12 @@ namespace voro::renderer {
 class Context : private pps::Service,
                 private EngineListener {
 public:
+    /** How long it rests before it gives its engine back, in milliseconds. */
+    static constexpr int ParkingDelay = 10'000;
+
     /** On the account of a process, which alone can command it; without one everybody can. */
-    Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner = pps::Accounts::Services);
+    Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner = pps::Accounts::Services,
+            int parkingDelay = ParkingDelay);
     ~Context() override;
     Context(const Context &) = delete;
     Context &operator=(const Context &) = delete;
@@ -52,9 +58,11 @@ private:
     void clientClosed(pps::ClientId client) override;
     void engineEvent(const pps::Message &event, std::string_view lines) override;
     void engineDied() override;
+    void engineNeedsNetwork() override;
 
     std::string returnText() const;
     void runNext();
+    void begin(Handler handler, const pps::Message &message);
     void finish(const Result &result, std::string_view lines = {});
     static Handler handlerOf(std::string_view command);
 
@@ -75,6 +83,9 @@ private:
     void attach(const Journal::Input &input);
     void refuseInput(const Result &problem);
     void open(const Journal::Input &input, Engine::Done done);
+    Reach neededReach(const Journal::Input &input) const;
+    bool doesReach() const;
+    void reopen(Engine::Done done);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});
     void tellSettings(Engine::Done done);
@@ -92,6 +103,9 @@ private:
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
     void setSpeed(int speed);
     void watchEngine();
+    bool canPark() const;
+    void updateParking();
+    void park();
     void setSilent(bool isSilent);
     void report(const pps::Message &status);
     void end(ErrorCode code, const pps::Message &event);
@@ -111,6 +125,12 @@ private:
     /** What the present command waits for. */
     std::unique_ptr<DiskJob> m_disk;
     std::unique_ptr<Engine> m_engine;
+    Reach m_reach;
+    /** Whether a list of the medium leads to the network. */
+    bool m_isListFar = false;
+    /** What the engine was asked to open and whom to tell, until it answers. */
+    Journal::Input m_opening;
+    Engine::Done m_opened;
     /** Whether the engine has the medium. */
     bool m_isOpen = false;
     std::optional<Journal::Input> m_input;
@@ -121,6 +141,14 @@ private:
     bool m_isSilent = false;
     /** Whether the engine took another speed than the one that it was asked for. */
     bool m_isSpeedTaken = false;
+    const int m_parkingDelay;
+    Timer m_parking;
+    struct Kind {
+        bool isFilm = false;
+        bool isSeekable = false;
+    };
+    /** Of the tracks near the current one. */
+    std::map<unsigned, Kind> m_kinds;
     unsigned m_total = 0;
     TrackPosition m_position;
     /** Where the next engine begins instead of at the beginning. */

@@ -10,12 +10,6 @@
 
 namespace voro::renderer {
 
-namespace {
-
-constexpr time_t LongestWait = 5;
-
-} // namespace
-
 /** What the thread has in common with the event loop. */
 struct DiskJob::Shared {
     Work work;
@@ -47,13 +41,13 @@ struct DiskJob::Wait {
     }
 };
 
-DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Done done)
+DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Done done, time_t longest)
     : m_wait(new Wait{broker, broker.accounts().take(owner, pps::Resource::DiskJobs), std::move(done)})
 {
     const auto shared = std::make_shared<Shared>();
     shared->work = std::move(work);
     itimerspec time{};
-    time.it_value.tv_sec = LongestWait;
+    time.it_value.tv_sec = longest;
     if (m_wait->charge.isValid()) {
         broker.watch(shared->ended.get(), [shared, wait = m_wait] {
             if (shared->hasEnded) {

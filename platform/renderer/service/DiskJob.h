@@ -4,6 +4,7 @@
 #include <pps/Fd.h>
 #include <renderer/common/Error.h>
 
+#include <ctime>
 #include <functional>
 #include <memory>
 
@@ -20,10 +21,10 @@ public:
 
     /**
      * Runs the work on the account of a process. `done` is called from the event loop with its result, or with
-     * `silence` when there is none after 5 s, or when the process has too many disks that do not answer. It is not
-     * called any more when this object is gone; the work ends when it can.
+     * `silence` when there is none after some seconds, or when the process has too many disks that do not answer. It is
+     * not called any more when this object is gone; the work ends when it can.
      */
-    DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Done done);
+    DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Done done, time_t longest = 5);
     ~DiskJob();
     DiskJob(const DiskJob &) = delete;
     DiskJob &operator=(const DiskJob &) = delete;

@@ -2,6 +2,7 @@
 
 #include <pps/Text.h>
 #include <renderer/common/Error.h>
+#include <renderer/common/Reach.h>
 #include <sys/types.h>
 
 #include <functional>
@@ -38,14 +39,16 @@ public:
     virtual void engineEvent(const pps::Message &event, std::string_view lines) = 0;
     /** It crashed or hung; it was asked for nothing any more, and may be destroyed now. */
     virtual void engineDied() = 0;
+    /** The list that it was asked to open leads to the network, which it does not reach; it will not answer. */
+    virtual void engineNeedsNetwork() = 0;
 };
 
 /** Where contexts get their engines. */
 class EngineSource {
 public:
     virtual ~EngineSource() = default;
-    /** An engine on the account of a process; null when that one has too many already. */
-    virtual std::unique_ptr<Engine> start(EngineListener &listener, pid_t owner) = 0;
+    /** An engine with that reach on the account of a process; null when that one has too many already. */
+    virtual std::unique_ptr<Engine> start(EngineListener &listener, pid_t owner, Reach reach) = 0;
     /** A film is shown, so engines to come are likely to show one. */
     virtual void expectFilms() = 0;
 };

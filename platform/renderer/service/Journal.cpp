@@ -5,6 +5,7 @@
 
 #include <pps/Text.h>
 #include <renderer/common/FrameQueue.h>
+#include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/common/Window.h>
 
@@ -291,6 +292,28 @@ std::set<std::string> Journal::frameQueues() const
         }
     }
     return names;
+}
+
+Reach Journal::reachFor(const Input &input) const
+{
+    Reach reach;
+    if (input.isRecording()) {
+        return reach;
+    }
+    for (const char *type : ScreenTypes) {
+        const Output *screen = output(type);
+        reach.windows |= screen && windowNumber(windowOf(screen->url)).has_value();
+    }
+    const bool isScreenFar =
+        reach.windows && !m_session.display.starts_with(':') && !m_session.display.starts_with("unix:");
+    const auto hasFarCaptions = [](const auto &track) {
+        const std::string url = track.second.text("subpicture_url");
+        return !url.empty() && !Medium(url).isLocal();
+    };
+    const Parameters first = firstTrack(input.type);
+    reach.network = isScreenFar || !Medium(input.url).isLocal() || hasFarCaptions(std::pair(1, first))
+                    || std::ranges::any_of(m_tracks, hasFarCaptions);
+    return reach;
 }
 
 std::string Journal::openLines(const Input &input, int speed, const std::optional<TrackPosition> &start) const

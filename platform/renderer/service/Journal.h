@@ -5,6 +5,7 @@
 
 #include <pps/Text.h>
 #include <renderer/common/Parameters.h>
+#include <renderer/common/Reach.h>
 #include <renderer/common/TrackPosition.h>
 
 #include <map>
@@ -66,6 +67,8 @@ public:
 
     /** Whether there is an output for pictures. */
     bool hasVideo() const { return output("video") != nullptr; }
+    /** What an engine has to reach for an input besides what is in lists. */
+    Reach reachFor(const Input &input) const;
     /** The frame queues that outputs show in. */
     std::set<std::string> frameQueues() const;
 

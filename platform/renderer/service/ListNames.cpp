@@ -1,5 +1,7 @@
 #include "ListNames.h"
 
+#include <renderer/common/Medium.h>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -139,12 +141,34 @@ bool isIn(std::string_view text, std::string_view name)
     return false;
 }
 
+/** Whether there is the URL of a medium from the net in a text; the name of an XML language is none. */
+bool hasNetworkUrl(std::string_view text)
+{
+    constexpr std::string_view Separator = "://";
+    constexpr size_t Furthest = 24;
+    for (size_t place = text.find(Separator); place != std::string_view::npos;
+         place = text.find(Separator, place + 1)) {
+        size_t start = place;
+        while (start > 0 && std::isalpha(static_cast<unsigned char>(text[start - 1]))) {
+            --start;
+        }
+        const std::string_view before = text.substr(0, start).substr(start - std::min(start, Furthest));
+        const size_t language = before.rfind("xmlns");
+        const bool isLanguage = language != before.npos && before.find_first_of(" \t\r\n", language) == before.npos;
+        if (!isLanguage && Medium::isNetworkScheme(text.substr(start, place - start))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 ListNames::ListNames(std::string_view listPath, std::string_view text)
     : m_folder(listPath.substr(0, listPath.rfind('/') + 1))
 {
     const std::string plain = withoutReferences(text);
+    m_nameNetwork = hasNetworkUrl(plain);
     for (const std::string &way : {std::string(text), plain, withoutEscapes(plain)}) {
         if (std::string slashed = withSlashes(way); std::ranges::find(m_texts, slashed) == m_texts.end()) {
             m_texts.push_back(std::move(slashed));

@@ -16,6 +16,8 @@ public:
 
     /** Whether the list names a file; below the list's own folder its last part will do. */
     bool contain(const std::string &path) const;
+    /** Whether the list names something on the network. */
+    bool nameNetwork() const { return m_nameNetwork; }
     /** How many bytes it takes. */
     size_t size() const;
 
@@ -26,6 +28,7 @@ private:
     std::string m_folder;
     /** The text as it stands, and in the other ways to read it. */
     std::vector<std::string> m_texts;
+    bool m_nameNetwork = false;
 };
 
 } // namespace voro::renderer

@@ -20,6 +20,8 @@ namespace voro::renderer {
 
 namespace {
 
+/** A worker that waits must not be taken for one that hangs. */
+constexpr time_t LongestWait = 3;
 constexpr size_t LargestList = 4 << 20;
 /** Of all the lists of a context, in all the ways to read them. */
 constexpr size_t MostText = 32 << 20;
@@ -75,38 +77,46 @@ public:
         m_size = 0;
     }
 
+    /** Whether a list leads to the network. */
+    bool needsNetwork()
+    {
+        const std::lock_guard lock(m_mutex);
+        return std::ranges::any_of(m_lists, [](const auto &list) { return list.second.nameNetwork(); });
+    }
+
     /** Opens a file if it may be handed over. It may wait for the disk. */
     LocalFile::Shared open(const std::string &path)
     {
-        const LocalFile::Shared file = LocalFile::open(path);
-        return !file->isOpen() || isGiven(path, *file) ? file : std::make_shared<LocalFile>(EACCES);
+        if (!isGiven(path)) {
+            return std::make_shared<LocalFile>(EACCES);
+        }
+        LocalFile::Shared file = LocalFile::open(path);
+        if (file->isOpen() && mayBeList(path)) {
+            addList(path, *file);
+        }
+        return file;
     }
 
 private:
-    bool isGiven(const std::string &path, const LocalFile &file)
+    bool isGiven(const std::string &path)
     {
         const std::lock_guard lock(m_mutex);
-        if (m_others.contains(path)) {
-            return true;
-        }
-        if (path == m_medium) {
-            addList(path, file);
-            return true;
-        }
-        if (std::ranges::none_of(m_lists, [&](const auto &list) { return list.second.contain(path); })) {
-            return false;
-        }
-        if (Medium(path).isNamedLikePlaylist()) {
-            addList(path, file);
-        }
-        return true;
+        return path == m_medium || m_others.contains(path)
+               || std::ranges::any_of(m_lists, [&](const auto &list) { return list.second.contain(path); });
+    }
+    bool mayBeList(const std::string &path)
+    {
+        const std::lock_guard lock(m_mutex);
+        const bool isNew = !m_lists.contains(path) && !m_others.contains(path);
+        return isNew && (path == m_medium || Medium(path).isNamedLikePlaylist());
     }
     void addList(const std::string &path, const LocalFile &file)
     {
-        if (m_lists.contains(path) || !isList(path, file)) {
+        if (!isList(path, file)) {
             return;
         }
         ListNames names(path, file.at(0, LargestList));
+        const std::lock_guard lock(m_mutex);
         if (m_size + names.size() <= MostText) {
             m_size += names.size();
             m_lists.emplace(path, std::move(names));
@@ -120,9 +130,10 @@ private:
     size_t m_size = 0;
 };
 
-MediaFiles::MediaFiles(pps::Broker &broker, pps::Fd socket)
+MediaFiles::MediaFiles(pps::Broker &broker, pps::Fd socket, std::function<void()> onNetwork)
     : m_broker(broker),
       m_socket(std::move(socket)),
+      m_onNetwork(std::move(onNetwork)),
       m_permission(std::make_shared<Permission>())
 {
     m_broker.watch(m_socket.get(), [this] { receive(); });
@@ -183,15 +194,20 @@ void MediaFiles::hand(const std::string &path, int64_t id)
         },
         Result(ErrorCode::SourceUnavailable, path + ": the disk does not answer"),
         [this, job, id, file](const Result &result) {
+            const auto ended = m_jobs.extract(job);
             if (!result) {
                 answer(id, std::make_shared<LocalFile>(ETIMEDOUT));
             } else if (!chargeForLists()) {
                 answer(id, std::make_shared<LocalFile>(ENOMEM));
+            } else if (m_onNetwork && m_permission->needsNetwork()) {
+                // Whoever hears of it may destroy this object.
+                const auto onNetwork = m_onNetwork;
+                onNetwork();
             } else {
                 answer(id, *file);
             }
-            m_jobs.erase(job);
-        });
+        },
+        LongestWait);
 }
 
 /** Has the owner account for the lists that are kept; without room none is. */

@@ -8,6 +8,7 @@
 #include <renderer/common/LocalFile.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -20,8 +21,11 @@ namespace voro::renderer {
  */
 class MediaFiles {
 public:
-    /** Answers what is asked over the socket. */
-    MediaFiles(pps::Broker &broker, pps::Fd socket);
+    /**
+     * Answers what is asked over the socket. When a list leads to the network, of which `onNetwork` hears if there is
+     * one, the question for it stays without an answer.
+     */
+    MediaFiles(pps::Broker &broker, pps::Fd socket, std::function<void()> onNetwork = {});
     ~MediaFiles();
     MediaFiles(const MediaFiles &) = delete;
     MediaFiles &operator=(const MediaFiles &) = delete;
@@ -43,6 +47,7 @@ private:
 
     pps::Broker &m_broker;
     pps::Fd m_socket;
+    const std::function<void()> m_onNetwork;
     pid_t m_owner = 0;
     /** Asked by the threads that open files. */
     std::shared_ptr<Permission> m_permission;

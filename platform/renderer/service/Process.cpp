@@ -19,57 +19,53 @@ namespace voro::renderer {
 
 namespace {
 
-/** This process's environment, in another session. */
-class Environment {
-public:
-    explicit Environment(const Session &session)
-    {
-        for (char **variable = environ; *variable; ++variable) {
-            const std::string_view name = std::string_view(*variable).substr(0, std::strcspn(*variable, "="));
-            if (name != "DISPLAY" && name != "XAUTHORITY") {
-                m_variables.push_back(*variable);
-            }
-        }
-        add(m_display, "DISPLAY=", session.display);
-        add(m_authority, "XAUTHORITY=", session.authority);
-        m_variables.push_back(nullptr);
-    }
-    char *const *variables() const { return m_variables.data(); }
-
-private:
-    void add(std::string &place, const char *name, const std::string &value)
-    {
-        if (!value.empty()) {
-            place = name + value;
-            m_variables.push_back(place.data());
+/** This process's environment without the X server of whoever started the daemon. */
+std::vector<char *> environment()
+{
+    std::vector<char *> variables;
+    for (char **variable = environ; *variable; ++variable) {
+        const std::string_view text = *variable;
+        if (!text.starts_with("DISPLAY=") && !text.starts_with("XAUTHORITY=")) {
+            variables.push_back(*variable);
         }
     }
-
-    std::string m_display;
-    std::string m_authority;
-    std::vector<char *> m_variables;
-};
+    variables.push_back(nullptr);
+    return variables;
+}
 
 } // namespace
 
-Process::Process(const std::string &program, std::initializer_list<Socket> sockets, const Session &session)
+Process::Process(const std::string &program, std::span<const Socket> sockets, const std::vector<std::string> &options)
 {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     for (const Socket &socket : sockets) {
         posix_spawn_file_actions_adddup2(&actions, socket.descriptor, socket.number);
     }
-    char *const arguments[] = {const_cast<char *>(program.c_str()), nullptr};
-    const int error =
-        posix_spawn(&m_id, program.c_str(), &actions, nullptr, arguments, Environment(session).variables());
+    std::vector<char *> arguments{const_cast<char *>(program.c_str())};
+    for (const std::string &option : options) {
+        arguments.push_back(const_cast<char *>(option.c_str()));
+    }
+    arguments.push_back(nullptr);
+    const int error = posix_spawn(&m_id, program.c_str(), &actions, nullptr, arguments.data(), environment().data());
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
         m_id = -1;
         log::warn(log::Category::Worker, "%s: %s", program.c_str(), std::strerror(error));
         return;
     }
-    m_descriptor = static_cast<int>(syscall(SYS_pidfd_open, m_id, 0));
-    m_ended = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
+    watch(pps::Fd(static_cast<int>(syscall(SYS_pidfd_open, m_id, 0))));
+}
+
+Process::Process(pid_t id, pps::Fd descriptor) : m_id(id)
+{
+    watch(std::move(descriptor));
+}
+
+void Process::watch(pps::Fd descriptor)
+{
+    m_descriptor = std::move(descriptor);
+    m_ended = std::make_unique<QSocketNotifier>(m_descriptor.get(), QSocketNotifier::Read);
     QObject::connect(m_ended.get(), &QSocketNotifier::activated, [this] {
         reap();
         // A notifier must not be destroyed while it notifies.
@@ -126,7 +122,7 @@ void Process::close()
 {
     m_id = -1;
     m_ended->setEnabled(false);
-    ::close(m_descriptor);
+    m_descriptor.reset();
 }
 
 } // namespace voro::renderer

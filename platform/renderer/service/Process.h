@@ -1,15 +1,15 @@
 #pragma once
 
-#include "Session.h"
-
 #include <QtCore/QSocketNotifier>
 
+#include <pps/Fd.h>
 #include <sys/types.h>
 
 #include <functional>
-#include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace voro::renderer {
 
@@ -22,8 +22,10 @@ public:
         int number;
     };
 
-    /** Starts a program with the sockets, which stay the caller's, in a session. */
-    Process(const std::string &program, std::initializer_list<Socket> sockets, const Session &session);
+    /** Starts a program with the sockets, which stay the caller's, and with options. It gets no X server. */
+    Process(const std::string &program, std::span<const Socket> sockets, const std::vector<std::string> &options);
+    /** Takes over one that was started as a child of this process. */
+    Process(pid_t id, pps::Fd descriptor);
     /** Kills it when it still runs, and waits for its end. */
     ~Process();
     Process(const Process &) = delete;
@@ -39,12 +41,13 @@ public:
     std::string ending() const;
 
 private:
+    void watch(pps::Fd descriptor);
     void reap();
     void close();
 
     int m_status = 0;
     pid_t m_id = -1;
-    int m_descriptor = -1;
+    pps::Fd m_descriptor;
     std::unique_ptr<QSocketNotifier> m_ended;
     std::function<void()> m_callback;
 };

@@ -74,7 +74,6 @@ Result RendererService::create(pps::ClientId client, const pps::Message &message
     pps::appendText(line, "path", context->path());
     context->onIdle([this] { contextIdle(); });
     m_contexts[folder] = {std::move(charge), client, name, std::move(context)};
-    m_workers.setSession(Session::of(message));
     m_workers.prepareSpare();
     return {};
 }

@@ -16,7 +16,7 @@ namespace voro::renderer {
 
 Worker::Kind Worker::usual()
 {
-    return {std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer", {}};
+    return {std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer", {}, true};
 }
 
 int Worker::longestFor(std::string_view command, const pps::Message &request) const
@@ -43,9 +43,10 @@ void Worker::handFiles(std::string_view command, const pps::Message &request, in
     }
 }
 
-Worker::Worker(pps::Broker &broker, const Kind &kind, const Session &session, std::function<void()> onDeath)
+Worker::Worker(pps::Broker &broker, const Limits &limits, Reach reach, std::function<void()> onDeath)
     : m_broker(broker),
-      m_limits(kind.limits),
+      m_limits(limits),
+      m_reach(reach),
       m_onDeath(std::move(onDeath))
 {
     m_timer.setInterval(m_limits.check);
@@ -56,18 +57,23 @@ Worker::Worker(pps::Broker &broker, const Kind &kind, const Session &session, st
     auto [files, theirFiles] = socketPair();
     auto [media, theirMedia] = socketPair();
     if (theirs.isValid() && theirFiles.isValid() && theirMedia.isValid()) {
-        m_process =
-            std::make_unique<Process>(kind.program,
-                                      std::initializer_list<Process::Socket>{{theirs.get(), WorkerSocket},
-                                                                             {theirFiles.get(), WorkerFilesSocket},
-                                                                             {theirMedia.get(), WorkerMediaSocket}},
-                                      session);
+        m_theirs = {std::move(theirs), std::move(theirFiles), std::move(theirMedia)};
         // The worker waits for the answer to its opening.
         m_socket = m_broker.adopt(ours.release(), WorkerPath);
         m_files = std::move(files);
-        m_media = std::make_unique<MediaFiles>(m_broker, std::move(media));
+        m_media = std::make_unique<MediaFiles>(m_broker, std::move(media),
+                                               m_reach.network ? nullptr : std::function<void()>([this] {
+                                                   if (m_listener) {
+                                                       m_listener->engineNeedsNetwork();
+                                                   }
+                                               }));
     }
-    if (m_process && m_process->isRunning()) {
+}
+
+void Worker::begin(std::unique_ptr<Process> process)
+{
+    m_process = std::move(process);
+    if (m_process->isRunning()) {
         m_process->onEnd([this] {
             log::warn(log::Category::Worker, "a worker %s", m_process->ending().c_str());
             die();

@@ -2,7 +2,7 @@
 
 #include "Engine.h"
 #include "MediaFiles.h"
-#include "Process.h"
+#include "Nursery.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
@@ -35,15 +35,23 @@ public:
     struct Kind {
         std::string program;
         Limits limits;
+        /** Whether the program can be a nursery. */
+        bool mayFork = false;
     };
     /** The installed program with the usual limits. */
     static Kind usual();
 
-    /** Starts the process in a session. `onDeath` is called from the event loop when it crashed or hung, at the latest
-     * then. */
-    Worker(pps::Broker &broker, const Kind &kind, const Session &session, std::function<void()> onDeath);
+    /** `onDeath` is called from the event loop when the worker crashed or hung, at the latest then. */
+    Worker(pps::Broker &broker, const Limits &limits, Reach reach, std::function<void()> onDeath);
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;
+
+    /** Hands over what its process has to be started with. */
+    Nursery::Sockets takeSockets() { return std::move(m_theirs); }
+    /** Has a process from now on. */
+    void begin(std::unique_ptr<Process> process);
+    bool isDead() const { return m_isDead; }
+    Reach reach() const { return m_reach; }
 
     /** The name of its socket at the broker. */
     uint64_t socket() const { return m_socket; }
@@ -86,6 +94,8 @@ private:
 
     pps::Broker &m_broker;
     const Limits m_limits;
+    const Reach m_reach;
+    Nursery::Sockets m_theirs;
     std::function<void()> m_onDeath;
     std::unique_ptr<Process> m_process;
     uint64_t m_socket = 0;

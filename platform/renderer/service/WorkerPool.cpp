@@ -54,13 +54,16 @@ namespace {
 
 /** How long the start of the next spare worker waits, so that it takes no time from the one that begins to work. */
 constexpr int SpareDelay = 200;
+/** Most media are files, heard or shown in applications that draw themselves. */
+constexpr Reach SpareReach;
 
 } // namespace
 
 WorkerPool::WorkerPool(pps::Broker &broker, Worker::Kind kind)
     : m_broker(broker),
       m_kind(std::move(kind)),
-      m_queues(broker.accounts())
+      m_queues(broker.accounts()),
+      m_nursery(broker, m_kind.program, m_kind.mayFork, m_ending)
 {
     m_spareTimer.setSingleShot(true);
     m_spareTimer.setInterval(SpareDelay);
@@ -80,44 +83,39 @@ WorkerPool::~WorkerPool()
     m_broker.unserve(WorkerPath);
 }
 
-std::shared_ptr<Worker> WorkerPool::make()
+std::shared_ptr<Worker> WorkerPool::make(Reach reach)
 {
     // The callback comes from the event loop, when the worker exists.
     auto place = std::make_shared<Worker *>(nullptr);
-    auto worker = std::make_shared<Worker>(m_broker, m_kind, m_session, [this, place] { died(*place); });
+    auto worker = std::make_shared<Worker>(m_broker, m_kind.limits, reach, [this, place] { died(*place); });
     *place = worker.get();
     m_workers.push_back(worker);
+    m_nursery.start(reach, worker->takeSockets(), [this, waiting = std::weak_ptr(worker)](auto process) {
+        const auto owner = waiting.lock();
+        if (owner && !owner->isDead()) {
+            owner->begin(std::move(process));
+        } else {
+            m_ending.add(std::move(process));
+        }
+    });
     return worker;
-}
-
-void WorkerPool::setSession(const Session &session)
-{
-    if (session.display.empty() || session == m_session) {
-        return;
-    }
-    m_session = session;
-    if (const auto spare = std::exchange(m_spare, nullptr)) {
-        end(spare);
-    }
 }
 
 void WorkerPool::prepareSpare()
 {
     if (!m_spare) {
-        m_spare = make();
-        if (m_expectsFilms) {
-            m_spare->ask("warm_films", {}, [](const Result &) {});
-        }
+        m_spare = make(SpareReach);
     }
 }
 
-std::unique_ptr<Engine> WorkerPool::start(EngineListener &listener, pid_t owner)
+std::unique_ptr<Engine> WorkerPool::start(EngineListener &listener, pid_t owner, Reach reach)
 {
     auto charge = m_broker.accounts().take(owner, pps::Resource::Workers);
     if (!charge.isValid()) {
         return nullptr;
     }
-    std::shared_ptr<Worker> worker = m_spare ? std::exchange(m_spare, nullptr) : make();
+    std::shared_ptr<Worker> worker =
+        m_spare && m_spare->reach() == reach ? std::exchange(m_spare, nullptr) : make(reach);
     worker->setOwner(owner, std::move(charge));
     worker->setListener(&listener);
     m_spareTimer.start();
@@ -172,14 +170,14 @@ void WorkerPool::died(Worker *dead)
         m_spare.reset();
     }
     worker->tellDeath();
-    killSlowly(worker->release());
+    m_ending.add(worker->release());
 }
 
 void WorkerPool::end(const std::shared_ptr<Worker> &worker)
 {
     if (const auto found = std::find(m_workers.begin(), m_workers.end(), worker); found != m_workers.end()) {
         m_workers.erase(found);
-        killSlowly(worker->release());
+        m_ending.add(worker->release());
     }
 }
 
@@ -190,17 +188,6 @@ void WorkerPool::endCompleted(const std::shared_ptr<Worker> &worker)
         worker->forsake();
         worker->ask("close", {}, [this, worker = worker.get()](const Result &) { end(worker->shared_from_this()); });
     }
-}
-
-/** A killed process takes its time to end; nobody waits for it. */
-void WorkerPool::killSlowly(std::unique_ptr<Process> process)
-{
-    if (!process || !process->isRunning()) {
-        return;
-    }
-    m_ending.push_back(std::move(process));
-    const auto place = std::prev(m_ending.end());
-    (*place)->onEnd([this, place] { m_ending.erase(place); });
 }
 
 } // namespace voro::renderer

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "EndingProcesses.h"
 #include "Engine.h"
 #include "FrameQueues.h"
+#include "Nursery.h"
 #include "Worker.h"
 
 #include <pps/broker/Broker.h>
@@ -22,12 +24,10 @@ public:
 
     /** Sees to it that there is a spare worker. */
     void prepareSpare();
-    /** Has workers from now on draw at that session's X server, unless it has none. */
-    void setSession(const Session &session);
     /** Where its workers show pictures when not in windows. */
     FrameQueues &frameQueues() { return m_queues; }
-    std::unique_ptr<Engine> start(EngineListener &listener, pid_t owner) override;
-    void expectFilms() override { m_expectsFilms = true; }
+    std::unique_ptr<Engine> start(EngineListener &listener, pid_t owner, Reach reach) override;
+    void expectFilms() override { m_nursery.expectFilms(); }
 
 private:
     class Lease;
@@ -36,23 +36,20 @@ private:
     void clientMessage(pps::ClientId client, std::string_view text) override;
     void clientClosed(pps::ClientId client) override;
 
-    std::shared_ptr<Worker> make();
+    std::shared_ptr<Worker> make(Reach reach);
     std::shared_ptr<Worker> find(pps::ClientId client) const;
     void died(Worker *worker);
     void end(const std::shared_ptr<Worker> &worker);
     void endCompleted(const std::shared_ptr<Worker> &worker);
-    void killSlowly(std::unique_ptr<Process> process);
 
     pps::Broker &m_broker;
     const Worker::Kind m_kind;
     FrameQueues m_queues;
     std::shared_ptr<Worker> m_spare;
-    Session m_session;
-    bool m_expectsFilms = false;
     QTimer m_spareTimer;
     std::list<std::shared_ptr<Worker>> m_workers;
-    /** Killed ones that are still ending. */
-    std::list<std::unique_ptr<Process>> m_ending;
+    EndingProcesses m_ending;
+    Nursery m_nursery;
 };
 
 } // namespace voro::renderer

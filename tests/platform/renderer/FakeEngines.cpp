@@ -32,12 +32,13 @@ private:
     FakeEngines &m_owner;
 };
 
-std::unique_ptr<Engine> FakeEngines::start(EngineListener &listener, pid_t)
+std::unique_ptr<Engine> FakeEngines::start(EngineListener &listener, pid_t, Reach reach)
 {
     if (areTaken) {
         return nullptr;
     }
     ++m_started;
+    m_reach = reach;
     m_listener = &listener;
     return std::make_unique<Fake>(*this);
 }

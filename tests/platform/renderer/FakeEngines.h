@@ -12,7 +12,8 @@
  */
 class FakeEngines : public voro::renderer::EngineSource {
 public:
-    std::unique_ptr<voro::renderer::Engine> start(voro::renderer::EngineListener &listener, pid_t owner) override;
+    std::unique_ptr<voro::renderer::Engine> start(voro::renderer::EngineListener &listener, pid_t owner,
+                                                  voro::renderer::Reach reach) override;
     void expectFilms() override { m_expectsFilms = true; }
 
     /** The answer to a command from now on; without one it succeeds. */
@@ -27,6 +28,10 @@ public:
     /** What was asked since the last call: "COMMAND ATTRIBUTE…", and "end" when a context let go of its engine. */
     std::vector<std::string> takeLog();
     int started() const { return m_started; }
+    /** Of the engine that was started last. */
+    voro::renderer::Reach reach() const { return m_reach; }
+    /** The present engine's list leads to the network. */
+    void needNetwork() { m_listener->engineNeedsNetwork(); }
     bool isWatched() const { return m_isWatched; }
     /** Whether the present engine, or the last one, completes its recording before it ends. */
     bool isCompleting() const { return m_isCompleting; }
@@ -47,6 +52,7 @@ private:
     voro::renderer::Engine::Done m_done;
     std::vector<std::string> m_log;
     int m_started = 0;
+    voro::renderer::Reach m_reach;
     bool m_isWatched = false;
     bool m_expectsFilms = false;
     bool m_isCompleting = false;

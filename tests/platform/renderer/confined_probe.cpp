@@ -1,5 +1,5 @@
-// Confines itself as a worker does and tries what an attacker would; prints a line for each attempt: its name and the
-// errno number.
+// Confines itself as a worker does and tries what an attacker would; prints a line for each attempt: its name, the
+// errno number, the layers that prevent it, and the kind of worker that may do it.
 
 #include <fcntl.h>
 #include <linux/io_uring.h>
@@ -19,12 +19,15 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 #include <string>
+#include <string_view>
 #include <thread>
 
 namespace {
@@ -32,6 +35,8 @@ namespace {
 /** A file of the user's and a folder to make things in. */
 std::string file;
 std::string folder;
+/** Where a server of this machine listens. */
+uint16_t serverPort = 0;
 
 std::string in(const char *name)
 {
@@ -43,13 +48,20 @@ long openFor(const char *path, int flags)
     return open(path, flags | O_CLOEXEC, 0600);
 }
 
+sockaddr_in loopback(uint16_t port)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
 long socketBoundTo(int family)
 {
     const int socket = ::socket(family, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return socket < 0 ? -1 : bind(socket, reinterpret_cast<sockaddr *>(&address), sizeof address);
+    const sockaddr_in address = loopback(0);
+    return socket < 0 ? -1 : bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address);
 }
 
 long connectTo(const std::string &abstractName)
@@ -60,6 +72,28 @@ long connectTo(const std::string &abstractName)
     abstractName.copy(address.sun_path + 1, sizeof address.sun_path - 1);
     return connect(socket, reinterpret_cast<sockaddr *>(&address),
                    static_cast<socklen_t>(sizeof(sa_family_t) + 1 + abstractName.size()));
+}
+
+long connectToPort()
+{
+    const sockaddr_in address = loopback(serverPort);
+    const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
+    return socket < 0 ? -1 : connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address);
+}
+
+long sendDatagram()
+{
+    const sockaddr_in address = loopback(serverPort);
+    const int socket = ::socket(AF_INET, SOCK_DGRAM, 0);
+    return socket < 0 ? -1 : sendto(socket, "x", 1, 0, reinterpret_cast<const sockaddr *>(&address), sizeof address);
+}
+
+long connectToPath(const std::string &path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    return connect(socket(AF_UNIX, SOCK_STREAM, 0), reinterpret_cast<sockaddr *>(&address), sizeof address);
 }
 
 long spawn(const char *program)
@@ -84,96 +118,122 @@ long startThread()
 
 struct Attempt {
     const char *name;
+    /** Namespaces, Landlock, system calls; none for what everybody may do. */
+    const char *layers;
+    /** The option of a worker that may do it all the same. */
+    const char *kind;
     long (*make)();
 };
 
 const Attempt Attempts[] = {
     // Allowed: without these nothing plays.
-    {"read what the system has", [] { return openFor("/etc/passwd", O_RDONLY); }},
-    {"read itself", [] { return openFor("/proc/self/stat", O_RDONLY); }},
-    {"start a thread", startThread},
-    {"connect to a server's socket", [] { return static_cast<long>(socket(AF_UNIX, SOCK_STREAM, 0)); }},
-    {"allocate memory", [] { return std::malloc(1 << 20) ? 0L : -1L; }},
+    {"read what the system has", "", "", [] { return openFor("/etc/passwd", O_RDONLY); }},
+    {"read itself", "", "", [] { return openFor("/proc/self/stat", O_RDONLY); }},
+    {"start a thread", "", "", startThread},
+    {"connect to a server's socket", "", "", [] { return static_cast<long>(socket(AF_UNIX, SOCK_STREAM, 0)); }},
+    {"allocate memory", "", "", [] { return std::malloc(1 << 20) ? 0L : -1L; }},
     // Files.
-    {"read a file", [] { return openFor(file.c_str(), O_RDONLY); }},
-    {"list a folder", [] { return openFor(folder.c_str(), O_RDONLY | O_DIRECTORY); }},
-    {"read a file by a link", [] { return openFor(("/proc/self/root" + file).c_str(), O_RDONLY); }},
-    {"read of the parent",
+    {"read a file", "NL", "", [] { return openFor(file.c_str(), O_RDONLY); }},
+    {"list a folder", "NL", "", [] { return openFor(folder.c_str(), O_RDONLY | O_DIRECTORY); }},
+    {"read a file by a link", "NL", "", [] { return openFor(("/proc/self/root" + file).c_str(), O_RDONLY); }},
+    {"read of the parent", "NL", "",
      [] { return openFor(("/proc/" + std::to_string(getppid()) + "/status").c_str(), O_RDONLY); }},
-    {"write a file", [] { return openFor(file.c_str(), O_WRONLY); }},
-    {"truncate a file", [] { return static_cast<long>(truncate(file.c_str(), 0)); }},
-    {"open and truncate a file", [] { return openFor(file.c_str(), O_RDONLY | O_TRUNC); }},
-    {"make a file", [] { return openFor(in("new").c_str(), O_CREAT | O_RDWR); }},
-    {"make a folder", [] { return static_cast<long>(mkdir(in("folder").c_str(), 0700)); }},
-    {"make a fifo", [] { return static_cast<long>(mkfifo(in("fifo").c_str(), 0600)); }},
-    {"remove a file", [] { return static_cast<long>(unlink(file.c_str())); }},
-    {"rename a file", [] { return static_cast<long>(rename(file.c_str(), in("other").c_str())); }},
-    {"link a file", [] { return static_cast<long>(link(file.c_str(), in("hard").c_str())); }},
-    {"make a symbolic link", [] { return static_cast<long>(symlink(file.c_str(), in("soft").c_str())); }},
-    {"chmod a file", [] { return static_cast<long>(chmod(file.c_str(), 0666)); }},
-    {"chown a file", [] { return static_cast<long>(chown(file.c_str(), getuid(), getgid())); }},
-    {"touch a file", [] { return static_cast<long>(utimensat(AT_FDCWD, file.c_str(), nullptr, 0)); }},
-    {"set an attribute of a file", [] { return static_cast<long>(setxattr(file.c_str(), "user.a", "b", 1, 0)); }},
-    {"write to a terminal", [] { return openFor("/dev/tty", O_RDWR); }},
-    {"write to shared memory", [] { return openFor("/dev/shm/voro-probe", O_CREAT | O_RDWR); }},
-    {"lock a file by lease", [] { return static_cast<long>(fcntl(STDIN_FILENO, F_SETLEASE, F_WRLCK)); }},
-    {"watch files", [] { return syscall(SYS_inotify_init1, 0); }},
+    {"write a file", "NL", "", [] { return openFor(file.c_str(), O_WRONLY); }},
+    {"truncate a file", "NLS", "", [] { return static_cast<long>(truncate(file.c_str(), 0)); }},
+    {"open and truncate a file", "NL", "", [] { return openFor(file.c_str(), O_RDONLY | O_TRUNC); }},
+    {"make a file", "NL", "", [] { return openFor(in("new").c_str(), O_CREAT | O_RDWR); }},
+    {"make a folder", "NLS", "", [] { return static_cast<long>(mkdir(in("folder").c_str(), 0700)); }},
+    {"make a fifo", "NLS", "", [] { return static_cast<long>(mkfifo(in("fifo").c_str(), 0600)); }},
+    {"remove a file", "NLS", "", [] { return static_cast<long>(unlink(file.c_str())); }},
+    {"rename a file", "NLS", "", [] { return static_cast<long>(rename(file.c_str(), in("other").c_str())); }},
+    {"link a file", "NLS", "", [] { return static_cast<long>(link(file.c_str(), in("hard").c_str())); }},
+    {"make a symbolic link", "NLS", "", [] { return static_cast<long>(symlink(file.c_str(), in("soft").c_str())); }},
+    {"chmod a file", "NS", "", [] { return static_cast<long>(chmod(file.c_str(), 0666)); }},
+    {"chown a file", "NS", "", [] { return static_cast<long>(chown(file.c_str(), getuid(), getgid())); }},
+    {"touch a file", "NS", "", [] { return static_cast<long>(utimensat(AT_FDCWD, file.c_str(), nullptr, 0)); }},
+    {"set an attribute of a file", "NS", "",
+     [] { return static_cast<long>(setxattr(file.c_str(), "user.a", "b", 1, 0)); }},
+    {"write to a terminal", "NL", "", [] { return openFor("/dev/tty", O_RDWR); }},
+    {"write to shared memory", "NL", "", [] { return openFor("/dev/shm/voro-probe", O_CREAT | O_RDWR); }},
+    {"lock a file by lease", "S", "", [] { return static_cast<long>(fcntl(STDIN_FILENO, F_SETLEASE, F_WRLCK)); }},
+    {"watch files", "S", "", [] { return syscall(SYS_inotify_init1, 0); }},
     // Programs and processes.
-    {"start a program", [] { return spawn("/bin/true"); }},
-    {"become a program", [] { return static_cast<long>(execl("/bin/true", "true", nullptr)); }},
-    {"fork", [] { return static_cast<long>(fork()); }},
-    {"fork by clone3", [] { return syscall(SYS_clone3, nullptr, 0); }},
-    {"signal the parent", [] { return static_cast<long>(kill(getppid(), SIGTERM)); }},
-    {"probe the parent", [] { return static_cast<long>(kill(getppid(), 0)); }},
-    {"signal a thread of the parent", [] { return syscall(SYS_tgkill, getppid(), getppid(), 0); }},
-    {"queue a signal", [] { return syscall(SYS_rt_sigqueueinfo, getppid(), SIGUSR1, nullptr); }},
-    {"open the parent's pidfd", [] { return syscall(SYS_pidfd_open, getppid(), 0); }},
-    {"have a descriptor signal", [] { return static_cast<long>(fcntl(STDIN_FILENO, F_SETOWN, getppid())); }},
-    {"trace the parent", [] { return ptrace(PTRACE_ATTACH, getppid(), nullptr, nullptr); }},
-    {"read the parent's memory", [] { return syscall(SYS_process_vm_readv, getppid(), nullptr, 0, nullptr, 0, 0); }},
-    {"compare with the parent", [] { return syscall(SYS_kcmp, getpid(), getppid(), 0, 0, 0); }},
-    {"set the parent's priority",
+    {"start a program", "LS", "", [] { return spawn("/usr/bin/true"); }},
+    {"become a program", "LS", "", [] { return static_cast<long>(execl("/usr/bin/true", "true", nullptr)); }},
+    {"fork", "S", "", [] { return static_cast<long>(fork()); }},
+    {"fork by clone3", "S", "", [] { return syscall(SYS_clone3, nullptr, 0); }},
+    {"signal the parent", "LS", "", [] { return static_cast<long>(kill(getppid(), SIGTERM)); }},
+    {"probe the parent", "LS", "", [] { return static_cast<long>(kill(getppid(), 0)); }},
+    {"signal a thread of the parent", "LS", "", [] { return syscall(SYS_tgkill, getppid(), getppid(), 0); }},
+    {"queue a signal", "S", "", [] { return syscall(SYS_rt_sigqueueinfo, getppid(), SIGUSR1, nullptr); }},
+    {"open the parent's pidfd", "S", "", [] { return syscall(SYS_pidfd_open, getppid(), 0); }},
+    {"have a descriptor signal", "S", "", [] { return static_cast<long>(fcntl(STDIN_FILENO, F_SETOWN, getppid())); }},
+    {"trace the parent", "S", "", [] { return ptrace(PTRACE_ATTACH, getppid(), nullptr, nullptr); }},
+    {"read the parent's memory", "S", "",
+     [] { return syscall(SYS_process_vm_readv, getppid(), nullptr, 0, nullptr, 0, 0); }},
+    {"compare with the parent", "S", "", [] { return syscall(SYS_kcmp, getpid(), getppid(), 0, 0, 0); }},
+    {"set the parent's priority", "S", "",
      [] { return static_cast<long>(setpriority(PRIO_PROCESS, static_cast<id_t>(getppid()), 5)); }},
-    {"raise a limit", raiseLimit},
-    {"allow core dumps", [] { return static_cast<long>(prctl(PR_SET_DUMPABLE, 1)); }},
-    {"outlive the daemon", [] { return static_cast<long>(prctl(PR_SET_PDEATHSIG, 0)); }},
-    {"change the user", [] { return static_cast<long>(syscall(SYS_setresuid, getuid(), getuid(), getuid())); }},
+    {"raise a limit", "S", "", raiseLimit},
+    {"allow core dumps", "S", "", [] { return static_cast<long>(prctl(PR_SET_DUMPABLE, 1)); }},
+    {"outlive the daemon", "S", "", [] { return static_cast<long>(prctl(PR_SET_PDEATHSIG, 0)); }},
+    {"change the user", "S", "",
+     [] { return static_cast<long>(syscall(SYS_setresuid, getuid(), getuid(), getuid())); }},
     // The kernel.
-    {"mount", [] { return static_cast<long>(mount("none", "/mnt", "tmpfs", 0, nullptr)); }},
-    {"unshare", [] { return syscall(SYS_unshare, 0x10000000); }},
-    {"change the root", [] { return static_cast<long>(chroot("/")); }},
-    {"io_uring", [] { return syscall(SYS_io_uring_setup, 1, nullptr); }},
-    {"bpf", [] { return syscall(SYS_bpf, 0, nullptr, 0); }},
-    {"keys", [] { return syscall(SYS_keyctl, KEYCTL_GET_KEYRING_ID, 0, 0); }},
-    {"performance events", [] { return syscall(SYS_perf_event_open, nullptr, 0, -1, -1, 0); }},
-    {"user fault handling", [] { return syscall(SYS_userfaultfd, 0); }},
-    {"personality", [] { return syscall(SYS_personality, 0x0040000); }},
-    {"another filter", [] { return syscall(SYS_seccomp, 2, 0, nullptr); }},
+    {"mount", "S", "", [] { return static_cast<long>(mount("none", "/mnt", "tmpfs", 0, nullptr)); }},
+    {"unshare", "S", "", [] { return syscall(SYS_unshare, 0x10000000); }},
+    {"change the root", "S", "", [] { return static_cast<long>(chroot("/")); }},
+    {"io_uring", "S", "", [] { return syscall(SYS_io_uring_setup, 1, nullptr); }},
+    {"bpf", "S", "", [] { return syscall(SYS_bpf, 0, nullptr, 0); }},
+    {"keys", "S", "", [] { return syscall(SYS_keyctl, KEYCTL_GET_KEYRING_ID, 0, 0); }},
+    {"performance events", "S", "", [] { return syscall(SYS_perf_event_open, nullptr, 0, -1, -1, 0); }},
+    {"user fault handling", "S", "", [] { return syscall(SYS_userfaultfd, 0); }},
+    {"personality", "S", "", [] { return syscall(SYS_personality, 0x0040000); }},
+    {"another filter", "S", "", [] { return syscall(SYS_seccomp, 2, 0, nullptr); }},
     // Sockets.
-    {"bind a port", [] { return socketBoundTo(AF_INET); }},
-    {"listen", [] { return static_cast<long>(listen(socket(AF_UNIX, SOCK_STREAM, 0), 1)); }},
-    {"a raw socket", [] { return static_cast<long>(socket(AF_PACKET, SOCK_RAW, 0)); }},
-    {"a socket of a virtual machine", [] { return static_cast<long>(socket(AF_VSOCK, SOCK_STREAM, 0)); }},
-    {"audit messages", [] { return static_cast<long>(socket(AF_NETLINK, SOCK_RAW, 9)); }},
-    {"an abstract socket", [] { return connectTo(folder); }},
-    {"inject into a terminal", [] { return static_cast<long>(ioctl(STDIN_FILENO, 0x5412, "x")); }},
+    {"bind a port", "LS", "", [] { return socketBoundTo(AF_INET); }},
+    {"listen", "S", "", [] { return static_cast<long>(listen(socket(AF_UNIX, SOCK_STREAM, 0), 1)); }},
+    {"a raw socket", "S", "", [] { return static_cast<long>(socket(AF_PACKET, SOCK_RAW, 0)); }},
+    {"a socket of a virtual machine", "S", "", [] { return static_cast<long>(socket(AF_VSOCK, SOCK_STREAM, 0)); }},
+    {"audit messages", "S", "", [] { return static_cast<long>(socket(AF_NETLINK, SOCK_RAW, 9)); }},
+    {"an abstract socket", "NL", "", [] { return connectTo(folder); }},
+    {"connect to a port", "NLS", "network", connectToPort},
+    {"send a datagram", "NS", "network", sendDatagram},
+    {"connect to another server of the user", "N", "", [] { return connectToPath(in("server")); }},
+    {"see other processes", "NL", "", [] { return openFor("/proc/1/cmdline", O_RDONLY); }},
+    {"inject into a terminal", "S", "", [] { return static_cast<long>(ioctl(STDIN_FILENO, 0x5412, "x")); }},
 };
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    if (argc != 3) {
+    if (argc < 4) {
         return 2;
     }
     folder = argv[1];
     file = in(argv[2]);
+    serverPort = static_cast<uint16_t>(std::atoi(argv[3]));
+    const auto isGiven = [options = std::span(argv + 4, argv + argc)](std::string_view option) {
+        return std::ranges::find(options, option) != options.end();
+    };
+    constexpr id_t Nobody = 65534;
+    if (isGiven("nobody") && (setgid(Nobody) != 0 || setuid(Nobody) != 0 || prctl(PR_SET_DUMPABLE, 1) != 0)) {
+        return 3;
+    }
     voro::renderer::restrictProcess();
-    voro::renderer::confineProcess();
+    voro::renderer::Confinement confinement(
+        {.namespaces = !isGiven("-N"), .landlock = !isGiven("-L"), .systemCalls = !isGiven("-S")});
+    const voro::renderer::Reach reach{.network = isGiven("network"), .windows = isGiven("windows")};
+    confinement.begin();
+    if (!reach.network) {
+        confinement.leaveNetwork();
+    }
+    confinement.complete(reach);
     for (const Attempt &attempt : Attempts) {
         errno = 0;
         const bool isDone = attempt.make() >= 0;
-        std::printf("%s=%d\n", attempt.name, isDone ? 0 : errno);
+        std::printf("%s=%d=%s=%s\n", attempt.name, isDone ? 0 : errno, attempt.layers, attempt.kind);
         std::fflush(stdout);
     }
     // As workers end: a leak check would have to trace this process.

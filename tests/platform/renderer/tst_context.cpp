@@ -6,7 +6,9 @@
 
 #include <BrokerThread.h>
 #include <renderer/service/Context.h>
+#include <renderer/service/Timer.h>
 
+#include <atomic>
 #include <optional>
 
 using namespace voro::renderer;
@@ -28,9 +30,11 @@ std::string path(const std::string &object)
 /** One context in the broker's thread, with engines that the test plays, and the test as its application. */
 class Stage {
 public:
-    Stage()
+    explicit Stage(int parkingDelay = Context::ParkingDelay)
     {
-        run([this](Broker &broker) { m_context.emplace(broker, engines, Folder); });
+        run([&](Broker &broker) {
+            m_context.emplace(broker, engines, Folder, voro::pps::Accounts::Services, parkingDelay);
+        });
         m_control = m_thread.open(path("control"), voro::pps::PublishSubscribe);
     }
     ~Stage()
@@ -130,6 +134,11 @@ private Q_SLOTS:
     void recordingFile_isOneRecorders();
     void engineIsAsked_data();
     void engineIsAsked();
+    void engineReaches_whatItNeeds_data();
+    void engineReaches_whatItNeeds();
+    void listThatLeadsToTheNetwork_isOpenedByAnotherEngine();
+    void contextThatRests_givesItsEngineBack_data();
+    void contextThatRests_givesItsEngineBack();
     void journal_isToldToEveryEngine();
     void parameters_areEchoed_exactly();
     void nothingIsShown_beforeTheFirstChange();
@@ -382,6 +391,122 @@ void tst_Context::engineIsAsked()
         stage.step(command.toStdString());
     }
     QCOMPARE(toList(stage.takeLog()), asked);
+}
+
+void tst_Context::engineReaches_whatItNeeds_data()
+{
+    QTest::addColumn<QStringList>("commands");
+    QTest::addColumn<bool>("network");
+    QTest::addColumn<bool>("windows");
+    const QString attach = QLatin1String(Attach);
+    const QString window = QStringLiteral("output_attach url::screen:?winid=5 type::video display:::0");
+    const QString screenFarAway = QStringLiteral("output_attach url::screen:?winid=5 type::video display::far:0");
+    QTest::newRow("a file") << QStringList{attach} << false << false;
+    QTest::newRow("a stream") << QStringList{"input_attach url::http://x/a.ogg type::autolist"} << true << false;
+    QTest::newRow("a recording") << QStringList{output("reach.wav"), "input_attach url::audio:default type::track"}
+                                 << false << false;
+    QTest::newRow("a window") << QStringList{window, attach} << false << true;
+    QTest::newRow("a window on another machine") << QStringList{screenFarAway, attach} << true << true;
+    QTest::newRow("a frame queue") << QStringList{"output_attach url::screen:?winid=item type::video", attach} << false
+                                   << false;
+    QTest::newRow("captions from the net")
+        << QStringList{"track_parameters track:n:0 dat::subpicture_url::http://x/a.srt", attach} << true << false;
+    QTest::newRow("a window that comes later") << QStringList{attach, "play", window} << false << true;
+    QTest::newRow("captions from the net that come later")
+        << QStringList{attach, "play", "track_parameters track:n:1 dat::subpicture_url::http://x/a.srt"} << true
+        << false;
+    QTest::newRow("a file after a stream")
+        << QStringList{"input_attach url::http://x/a.ogg type::autolist", attach} << false << false;
+}
+
+void tst_Context::engineReaches_whatItNeeds()
+{
+    QFETCH(const QStringList, commands);
+    Stage stage;
+    for (const QString &command : commands) {
+        QCOMPARE(stage.step(command.toStdString()), 0);
+    }
+    QTEST(stage.engines.reach().network, "network");
+    QTEST(stage.engines.reach().windows, "windows");
+    if (commands.contains(QStringLiteral("play"))) {
+        QCOMPARE(stage.takeLog().back(), "play");
+        QCOMPARE(attributes(stage.content("state")), "state::playing speed:n:1000");
+    }
+}
+
+void tst_Context::listThatLeadsToTheNetwork_isOpenedByAnotherEngine()
+{
+    Stage stage;
+    stage.engines.held = "open";
+    stage.write("input_attach url::/a.m3u type::playlist");
+    QTRY_VERIFY(stage.engines.isHolding());
+    QVERIFY(!stage.engines.reach().network);
+    stage.run([&](Broker &) {
+        stage.engines.held.clear();
+        stage.engines.needNetwork();
+    });
+    QCOMPARE(stage.answer().number("err", -1), 0);
+    QVERIFY(stage.engines.reach().network);
+    QCOMPARE(stage.engines.started(), 2);
+}
+
+void tst_Context::contextThatRests_givesItsEngineBack_data()
+{
+    QTest::addColumn<QStringList>("commands");
+    QTest::addColumn<bool>("isParked");
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QByteArrayList>("asked");
+    const QString attach = QLatin1String(Attach);
+    const QString film = QStringLiteral("!track track:n:1 md_title_seekable:b:true md_video_width:n:8");
+    const QString radio = QStringLiteral("!track track:n:1 md_title_seekable:b:false");
+    const QString picture = QStringLiteral("output_attach url::screen:?winid=item type::video");
+    const QString pause = QStringLiteral("speed_set speed:n:0");
+    const QStringList paused{attach, "play", "!status position:n:1200", pause};
+    const auto row = [](const char *title, const QStringList &commands, bool isParked, const char *command = "",
+                        const QByteArrayList &asked = {}) {
+        QTest::newRow(title) << commands << isParked << QByteArray(command) << asked;
+    };
+    row("prepared", {attach}, true, "play", {"open", "play"});
+    row("stopped", {attach, "play", "stop"}, true, "play", {"open", "play"});
+    row("paused, to go on", paused, true, "speed_set speed:n:1000", {"open at 1200", "play", "speed"});
+    row("paused, to be sought", paused, true, "seek position::1:3", {"open at 1200", "play", "seek"});
+    row("paused, to be stopped", paused, true, "stop", {"open at 1200", "play", "stop"});
+    row("playing", {attach, "play"}, false);
+    row("a paused film", {picture, attach, film, "play", pause}, false);
+    row("a paused film that nobody sees", {attach, film, "play", pause}, true);
+    row("a stopped film", {picture, attach, film, "play", "stop"}, true);
+    row("radio", {attach, radio, "play", pause}, false);
+    row("a recorder", {output("parked.wav"), "input_attach url::audio:default type::track"}, false);
+}
+
+void tst_Context::contextThatRests_givesItsEngineBack()
+{
+    QFETCH(const QStringList, commands);
+    QFETCH(const QByteArray, command);
+    QFETCH(const QByteArrayList, asked);
+    Stage stage(1);
+    for (const QString &earlier : commands) {
+        QCOMPARE(stage.step(earlier.toStdString()), 0);
+    }
+    const auto shown = [&] { return stage.content("state") + stage.content("status") + stage.content("q1"); };
+    const std::string before = shown();
+    // A later timer of the same thread.
+    std::atomic<bool> isOver = false;
+    std::optional<Timer> timer;
+    stage.run([&](Broker &broker) { timer.emplace(broker, [&] { isOver = true; }).start(5); });
+    QTRY_VERIFY(isOver);
+    stage.run([&](Broker &) { timer.reset(); });
+    QTEST(stage.takeLog().back() == "end", "isParked");
+    QCOMPARE(shown(), before);
+    if (command.isEmpty()) {
+        return;
+    }
+    QCOMPARE(stage.step(command.toStdString()), 0);
+    QByteArrayList log;
+    for (const QByteArray &entry : toList(stage.takeLog())) {
+        log << entry.split(' ').first() + (entry.contains("position:n:1200") ? " at 1200" : "");
+    }
+    QCOMPARE(log.first(asked.size()), asked);
 }
 
 void tst_Context::journal_isToldToEveryEngine()

@@ -136,7 +136,7 @@ void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
     QCOMPARE(ask(path("film.srt")), "1");
     QCOMPARE(ask(path("gone.ogg")), std::to_string(ENOENT));
     QCOMPARE(ask(path("secret")), refused);
-    QCOMPARE(ask(folder.path().toStdString()), std::to_string(EMEDIUMTYPE));
+    QCOMPARE(ask(folder.path().toStdString()), refused);
 
     files.set(request({}, {}));
     QCOMPARE(ask(path("film.srt")), refused);

@@ -57,6 +57,7 @@ class Listener : public EngineListener {
 public:
     void engineEvent(const pps::Message &, std::string_view) override {}
     void engineDied() override { isDead = true; }
+    void engineNeedsNetwork() override {}
 
     bool isDead = false;
 };
@@ -106,7 +107,7 @@ void tst_Worker::workerThatTakesTooLong_isEnded()
     connect(&ready, &QSocketNotifier::activated, this, [&broker] { broker.process(); });
     WorkerPool pool(broker, {QCoreApplication::applicationFilePath().toStdString(), limits});
     Listener listener;
-    const auto engine = pool.start(listener, pps::Accounts::Services);
+    const auto engine = pool.start(listener, pps::Accounts::Services, {});
     QVERIFY(engine);
     std::optional<Result> result;
     QElapsedTimer time;

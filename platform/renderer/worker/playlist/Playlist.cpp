@@ -9,7 +9,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <utility>
 
 namespace voro::renderer {
@@ -24,7 +24,13 @@ constexpr guint LongestWait = 12'000;
 
 bool exists(const std::string &path)
 {
-    return access(path.c_str(), F_OK) == 0;
+    return openLocal(path)->isOpen();
+}
+
+/** Whether a name of a list reads the same in every way. */
+bool isPlain(const std::string &name)
+{
+    return std::ranges::all_of(name, [](unsigned char c) { return c < 128 && c != '%'; });
 }
 
 std::string unescaped(const std::string &text)
@@ -36,7 +42,7 @@ std::string unescaped(const std::string &text)
 /** The path of an entry of a list, which says escaped or not, in which alphabet it likes, what the file is called. */
 std::string pathOf(const std::string &listed)
 {
-    if (exists(listed)) {
+    if (isPlain(listed) || exists(listed)) {
         return listed;
     }
     if (std::string plain = unescaped(listed); exists(plain)) {
@@ -68,8 +74,8 @@ std::string contentOf(const std::string &path)
 /** What two names of a list have in common. */
 std::string identityOf(const Medium &list)
 {
-    const Owned<char> path(list.isLocal() ? realpath(list.path().c_str(), nullptr) : nullptr);
-    return path ? path.get() : list.uri();
+    const std::string file = list.isLocal() ? openLocal(list.path())->identity() : std::string();
+    return file.empty() ? list.uri() : file;
 }
 
 } // namespace

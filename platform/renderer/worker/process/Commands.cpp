@@ -1,7 +1,6 @@
 #include "Commands.h"
 
 #include "Confinement.h"
-#include "Setup.h"
 
 #include <glib-unix.h>
 #include <renderer/common/Parameters.h>
@@ -81,10 +80,6 @@ void Commands::handle(const pps::Message &message)
 Result Commands::handleNow(const std::string &command, const pps::Message &message)
 {
     if (command == "ping") {
-        return {};
-    }
-    if (command == "warm_films") {
-        warmUpForFilms();
         return {};
     }
     if (command == "play") {

@@ -1,18 +1,52 @@
 #pragma once
 
+#include "OwnElements.h"
+#include "SystemCalls.h"
+
+#include <renderer/common/Reach.h>
+
+#include <optional>
+
 namespace voro::renderer {
 
-/** Gives up privileges, core dumps and more memory and descriptors than a medium can need. For the very beginning. */
+/** Has the process end with its parent, and gives up core dumps, privileges to come, and memory and descriptors
+ * without end. To be called first. */
 void restrictProcess();
 
-/** Whether the process goes on for a moment when its daemon dies; else it dies with it, whatever it is doing. */
+/** Whether the end of its parent leaves this process running, for what it still has to write. */
 void setOutliving(bool isOutliving);
 
 /**
- * From now on this process starts no programs or processes, reads no files but the system's and those that it is
- * handed, changes none, accepts no connections and signals nobody. What sinks and sources need that the environment
- * describes is left to it, and the log says so. To be called before there are other threads.
+ * Three layers, each enough for what it covers, keep a worker from files but the system's and those that it is handed,
+ * from programs, from other processes, and from servers that it does not need. What sinks and sources need that the
+ * environment describes is left to it, and the log says so. It is to be used before there are other threads.
  */
-void confineProcess();
+class Confinement {
+public:
+    struct Layers {
+        bool namespaces;
+        bool landlock;
+        bool systemCalls;
+    };
+
+    explicit Confinement(Layers layers = {true, true, true});
+
+    /** The first half, which a fork inherits: a root and a user of its own, and what takes time to prepare. */
+    void begin();
+    /** Does without the network from now on, between the halves. */
+    void leaveNetwork();
+    /** Prepares what complete() needs. */
+    void prepare(bool hasNetwork);
+    /** The second half, for this process only. */
+    void complete(Reach reach);
+
+private:
+    bool limitFiles(Reach reach) const;
+
+    Layers m_layers;
+    OwnElements m_elements;
+    bool m_isInNamespaces = false;
+    std::optional<SystemCalls> m_calls;
+};
 
 } // namespace voro::renderer

@@ -49,9 +49,6 @@ LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness
     if (path.starts_with(OwnFiles)) {
         return LocalFile::open(path);
     }
-    if (const int problem = LocalFile::problemOf(path)) {
-        return std::make_shared<LocalFile>(problem);
-    }
     const std::lock_guard lock(m_mutex);
     const auto isOld = [now = Clock::now()](const Recent &recent) { return now - recent.time > Moment; };
     std::erase_if(m_recent, isOld);

@@ -1,13 +1,18 @@
 #include "Commands.h"
 #include "Confinement.h"
 #include "HandedFiles.h"
+#include "Nursery.h"
 #include "Setup.h"
 
+#include <renderer/common/FileRequest.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/worker/gst/Graph.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <cstdio>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -17,14 +22,14 @@ constexpr char What[] =
     "voro-renderer plays and records for the daemon vorod, which starts it; by itself it does nothing\n";
 
 /** Whether there is a daemon at the other end. */
-bool isWorker()
+bool isStartedByDaemon()
 {
     int type = 0;
     socklen_t size = sizeof type;
     return getsockopt(voro::renderer::WorkerSocket, SOL_SOCKET, SO_TYPE, &type, &size) == 0 && type == SOCK_SEQPACKET;
 }
 
-int answer(std::string_view argument)
+int refuse(std::string_view argument)
 {
     if (argument == "--version" || argument == "--help") {
         std::fputs(argument == "--help" ? What : "voro-renderer " VORO_VERSION "\n", stdout);
@@ -34,23 +39,10 @@ int answer(std::string_view argument)
     return 2;
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+int work()
 {
     using namespace voro::renderer;
-    if (argc > 1) {
-        return answer(argv[1]);
-    }
-    if (!isWorker()) {
-        std::fputs(What, stderr);
-        return 1;
-    }
-    restrictProcess();
     Graph::showOnSignal();
-    startGStreamer();
-    confineProcess();
-    warmUp();
     HandedFiles handed;
     setFileOpener([&handed](const std::string &path, Freshness freshness) { return handed.open(path, freshness); });
     Commands commands(handed);
@@ -60,4 +52,47 @@ int main(int argc, char **argv)
     }
     g_main_loop_run(g_main_loop_new(nullptr, FALSE));
     return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    using namespace voro::renderer;
+    bool isNursery = false;
+    std::optional<Reach> reach = Reach();
+    for (const std::string_view argument : std::span(argv, static_cast<size_t>(argc)).subspan(1)) {
+        if (argument == NurseryOption) {
+            isNursery = true;
+        } else if (argument == NetworkOption) {
+            reach->network = true;
+        } else if (argument == WindowsOption) {
+            reach->windows = true;
+        } else {
+            return refuse(argument);
+        }
+    }
+    if (!isStartedByDaemon()) {
+        std::fputs(What, stderr);
+        return 1;
+    }
+    // Whatever else the daemon has open.
+    close_range(WorkerMediaSocket + 1, ~0U, 0);
+    restrictProcess();
+    startGStreamer();
+    warmUp();
+    Confinement confinement;
+    if (isNursery) {
+        reach = Nursery(confinement).run();
+    } else {
+        confinement.begin();
+        if (!reach->network) {
+            confinement.leaveNetwork();
+        }
+    }
+    if (!reach) {
+        return 1;
+    }
+    confinement.complete(*reach);
+    return work();
 }

@@ -10,7 +10,8 @@ std::string moduleFolder()
 {
     const Owned<char> program(g_file_read_link("/proc/self/exe", nullptr));
     const Owned<char> folder(g_path_get_dirname(program.get()));
-    return std::string(folder.get()) + "/" VORO_MODULES;
+    const Owned<char> modules(g_canonicalize_filename(VORO_MODULES, folder.get()));
+    return modules.get();
 }
 
 void *symbolOf(const std::string &module, const char *name)

@@ -3,12 +3,17 @@
 #include <fcntl.h>
 #include <linux/netlink.h>
 #include <linux/sched.h>
+#include <linux/seccomp.h>
+#include <pps/Fd.h>
 #include <seccomp.h>
 #include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <memory>
@@ -47,7 +52,7 @@ constexpr const char *Allowed[] = {
     "getppid", "getpriority", "getresgid", "getresuid", "getrlimit", "getrusage", "gettid", "getuid", "rseq",
     "sched_get_priority_max", "sched_getattr", "sched_setattr", "sched_get_priority_min", "sched_getaffinity",
     "sched_getparam", "sched_getscheduler", "sched_yield", "set_robust_list", "set_tid_address", "sysinfo", "uname",
-    "getrandom", "getcpu",
+    "getrandom", "getcpu", "tgkill",
     // Sockets that exist.
     "connect", "getpeername", "getsockname", "getsockopt", "recvfrom", "recvmmsg", "recvmsg", "sendmmsg", "sendmsg",
     "sendto", "setsockopt", "shutdown", "socketpair",
@@ -56,7 +61,7 @@ constexpr const char *Allowed[] = {
 
 constexpr unsigned long FileControls[] = {F_DUPFD, F_DUPFD_CLOEXEC, F_GETFD,  F_SETFD,     F_GETFL,    F_SETFL,
                                           F_GETLK, F_SETLK,         F_SETLKW, F_ADD_SEALS, F_GET_SEALS};
-constexpr int Families[] = {AF_UNIX, AF_INET, AF_INET6};
+constexpr int NetworkFamilies[] = {AF_INET, AF_INET6};
 constexpr unsigned long DeviceControls[] = {FIONREAD, FIONBIO, FIOCLEX, TCGETS, TIOCGWINSZ};
 constexpr unsigned long ProcessControls[] = {PR_SET_NAME, PR_GET_NAME, PR_SET_VMA, PR_GET_DUMPABLE,
                                              PR_GET_NO_NEW_PRIVS};
@@ -102,13 +107,45 @@ private:
     bool m_areGood = true;
 };
 
+/** What a filter is for the kernel, empty when it cannot be had. */
+std::vector<sock_filter> programOf(scmp_filter_ctx filter)
+{
+    const pps::Fd file(memfd_create("filter", MFD_CLOEXEC));
+    if (!file.isValid() || seccomp_export_bpf(filter, file.get()) != 0) {
+        return {};
+    }
+    const off_t size = lseek(file.get(), 0, SEEK_END);
+    std::vector<sock_filter> program(static_cast<size_t>(std::max<off_t>(size, 0)) / sizeof(sock_filter));
+    const auto bytes = static_cast<ssize_t>(program.size() * sizeof(sock_filter));
+    return pread(file.get(), program.data(), static_cast<size_t>(bytes), 0) == bytes ? program
+                                                                                     : std::vector<sock_filter>();
+}
+
+bool load(std::vector<sock_filter> program)
+{
+    const sock_fprog whole{static_cast<unsigned short>(program.size()), program.data()};
+    const unsigned flags = SECCOMP_FILTER_FLAG_TSYNC | (AreRefusalsLogged ? SECCOMP_FILTER_FLAG_LOG : 0);
+    return !program.empty() && syscall(SYS_seccomp, SECCOMP_SET_MODE_FILTER, flags, &whole) == 0;
+}
+
+/** Lets the process signal itself only, for abort() and raise(). */
+bool limitSignals()
+{
+    const Filter filter(seccomp_init(SCMP_ACT_ALLOW));
+    return filter
+           && seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(EPERM), SCMP_SYS(tgkill), 1,
+                               scmp_arg_cmp{0, SCMP_CMP_NE, static_cast<scmp_datum_t>(getpid()), 0})
+                  == 0
+           && load(programOf(filter.get()));
+}
+
 } // namespace
 
-bool limitSystemCalls(Devices devices)
+SystemCalls::SystemCalls(Devices devices, bool hasNetwork)
 {
     const Filter filter(seccomp_init(SCMP_ACT_ERRNO(EPERM)));
     if (!filter) {
-        return false;
+        return;
     }
     Rules rules(filter.get());
     for (const char *name : Allowed) {
@@ -122,18 +159,24 @@ bool limitSystemCalls(Devices devices)
     rules.add(SCMP_ACT_ERRNO(ENOSYS), "clone3");
     // Asking for limits, not setting them.
     rules.add(SCMP_ACT_ALLOW, "prlimit64", isEqual(2, 0));
-    // abort() and raise().
-    rules.add(SCMP_ACT_ALLOW, "tgkill", isEqual(0, static_cast<scmp_datum_t>(getpid())));
-    rules.allowWith("socket", 0, Families);
-    rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_NETLINK), isEqual(2, NETLINK_ROUTE));
+    rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_UNIX));
+    if (hasNetwork) {
+        rules.allowWith("socket", 0, NetworkFamilies);
+        rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_NETLINK), isEqual(2, NETLINK_ROUTE));
+    }
     if (devices == Devices::Open) {
         for (const char *name : {"ioctl", "mkdir", "rename", "unlink", "flock"}) {
             rules.add(SCMP_ACT_ALLOW, name);
         }
     }
-    return rules.areGood() && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_TSYNC, 1) == 0
-           && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_LOG, AreRefusalsLogged) == 0
-           && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_OPTIMIZE, 2) == 0 && seccomp_load(filter.get()) == 0;
+    if (rules.areGood() && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_OPTIMIZE, 2) == 0) {
+        m_program = programOf(filter.get());
+    }
+}
+
+bool SystemCalls::enforce() const
+{
+    return limitSignals() && load(m_program);
 }
 
 } // namespace voro::renderer

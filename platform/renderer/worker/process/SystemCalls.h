@@ -1,15 +1,24 @@
 #pragma once
 
+#include <linux/filter.h>
+#include <renderer/common/Reach.h>
+
+#include <vector>
+
 namespace voro::renderer {
 
-/** Whether devices may be asked for whatever they can do. */
 enum class Devices { Closed, Open };
 
-/**
- * Limits this process, all of its threads included, to the system calls that playing and recording need. Every other
- * one fails with EPERM; of builds with a sanitizer the kernel logs it as well. False when the kernel or the filter
- * library refuses.
- */
-bool limitSystemCalls(Devices devices);
+/** The system calls that a worker may make, as a program for the kernel, which takes a while to make. */
+class SystemCalls {
+public:
+    SystemCalls(Devices devices, bool hasNetwork);
+
+    /** From now on the process makes no other calls. False when the kernel refuses. */
+    bool enforce() const;
+
+private:
+    std::vector<sock_filter> m_program;
+};
 
 } // namespace voro::renderer

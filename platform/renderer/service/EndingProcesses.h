@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Process.h"
+
+#include <list>
+#include <memory>
+
+namespace voro::renderer {
+
+/** Killed processes, which take their time to end; nobody waits for them. */
+class EndingProcesses {
+public:
+    void add(std::unique_ptr<Process> process)
+    {
+        if (!process || !process->isRunning()) {
+            return;
+        }
+        process->kill();
+        m_processes.push_back(std::move(process));
+        const auto place = std::prev(m_processes.end());
+        (*place)->onEnd([this, place] { m_processes.erase(place); });
+    }
+
+private:
+    std::list<std::unique_ptr<Process>> m_processes;
+};
+
+} // namespace voro::renderer

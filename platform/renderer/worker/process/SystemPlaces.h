@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace voro::renderer {
+
+/**
+ * The files and folders that libraries and plugins read. Of the user's own only those for fonts and plugins, and the
+ * keys to the servers of sound and screen; media come as descriptors.
+ */
+std::vector<std::string> systemPlaces();
+
+/** The folders in which sockets of the sound server may be. */
+std::vector<std::string> soundServerPlaces();
+
+/** The folder of the sockets of X servers. */
+inline constexpr char ScreenServerPlace[] = "/tmp/.X11-unix";
+
+} // namespace voro::renderer
