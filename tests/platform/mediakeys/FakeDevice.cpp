@@ -80,18 +80,18 @@ FakeDevice::~FakeDevice()
     unlink(m_path.constData());
 }
 
-void FakeDevice::tell(unsigned code, int value, Time at)
+void FakeDevice::send(unsigned code, int value, Time at)
 {
     write(std::array{makeEvent(EV_KEY, code, value, at), makeEvent(EV_SYN, SYN_REPORT, 0, at)});
 }
 
-void FakeDevice::tellPress(unsigned code, Time from, Time to)
+void FakeDevice::sendPress(unsigned code, Time from, Time to)
 {
     write(std::array{makeEvent(EV_KEY, code, 1, from), makeEvent(EV_SYN, SYN_REPORT, 0, from),
                      makeEvent(EV_KEY, code, 0, to), makeEvent(EV_SYN, SYN_REPORT, 0, to)});
 }
 
-void FakeDevice::tellLoss()
+void FakeDevice::sendLoss()
 {
     const auto now = std::chrono::steady_clock::now();
     write(std::array{makeEvent(EV_SYN, SYN_DROPPED, 0, now), makeEvent(EV_SYN, SYN_REPORT, 0, now)});

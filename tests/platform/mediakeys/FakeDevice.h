@@ -22,11 +22,11 @@ public:
 
     using Time = std::chrono::steady_clock::time_point;
     /** Waits until somebody has opened it, and tells that a key went up (0) or down (1), or repeats (2). */
-    void tell(unsigned code, int value, Time at = std::chrono::steady_clock::now());
+    void send(unsigned code, int value, Time at = std::chrono::steady_clock::now());
     /** Tells of a whole press at once. */
-    void tellPress(unsigned code, Time from, Time to);
+    void sendPress(unsigned code, Time from, Time to);
     /** Tells that events were lost, after which no key is down. */
-    void tellLoss();
+    void sendLoss();
 
 private:
     void write(std::span<const input_event> events);
