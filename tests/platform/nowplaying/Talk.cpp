@@ -40,6 +40,16 @@ QByteArray openStatus(pps::Connection &status)
 
 } // namespace
 
+QByteArray track(const QByteArray &data)
+{
+    return R"({"dat":)" + data + R"(,"msg":"track"})";
+}
+
+QByteArray failure(const QByteArray &command, const QByteArray &problem)
+{
+    return R"({"err":")" + problem + R"(","error":")" + problem + R"(","res":")" + command + "\"}";
+}
+
 Talk::Talk(const char *path) : m_isController(qstrcmp(path, ControllerControl) == 0)
 {
     if (!m_connection.open(path, pps::PublishSubscribe)) {

@@ -9,6 +9,21 @@ inline constexpr auto PlayerControl = "/pps/services/multimedia/mediaplayer/cont
 inline constexpr auto PlayerStatus = "/pps/services/multimedia/mediaplayer/status";
 inline constexpr auto ControllerControl = "/pps/services/multimedia/mediacontroller/control";
 
+/** Messages of the services, as a client reads them. */
+inline const QByteArray Granted(R"({"res":"acquire"})");
+inline const QByteArray Send(R"({"dat":"sendData","msg":"track"})");
+inline const QByteArray Hold(R"({"dat":"holdData","msg":"track"})");
+inline const QByteArray Free(R"({"dat":0,"msg":"m_active_pid"})");
+inline const QByteArray Ours(R"({"dat":PID,"msg":"m_active_pid"})");
+inline const QByteArray Playing(R"({"dat":"playing","msg":"m_state"})");
+inline const QByteArray Paused(R"({"dat":"paused","msg":"m_state"})");
+inline const QByteArray Stopped(R"({"dat":"stopped","msg":"m_state"})");
+inline const QByteArray TrackChange(R"({"dat":"trackchange","msg":"m_state"})");
+/** The command that the holder reads; `data` is JSON. */
+QByteArray track(const QByteArray &data);
+/** The answer to a command that failed. */
+QByteArray failure(const QByteArray &command, const QByteArray &problem);
+
 /** A client of one of the services: writes messages and reads what comes back. */
 class Talk {
 public:

@@ -17,15 +17,6 @@ const QString PlayerInterface = "org.mpris.MediaPlayer2.Player";
 const QString Properties = "org.freedesktop.DBus.Properties";
 const QString Name = "org.mpris.MediaPlayer2.voro.a";
 
-const QByteArray Granted(R"({"res":"acquire"})");
-const QByteArray Send(R"({"dat":"sendData","msg":"track"})");
-const QByteArray Hold(R"({"dat":"holdData","msg":"track"})");
-
-QByteArray track(const QByteArray &data)
-{
-    return R"({"dat":)" + data + R"(,"msg":"track"})";
-}
-
 /** Whoever waits for the bus or a player that hangs, waits longer than this. In milliseconds. */
 constexpr qint64 Blocked = 4000;
 
@@ -84,7 +75,6 @@ private Q_SLOTS:
         bus.reset();
     }
 
-    void name_isMadeOfTheHolders_data();
     void name_isMadeOfTheHolders();
     void name_ofAnyBytes_isShown();
     void name_thatIsTaken_getsTheProcess();
@@ -110,7 +100,6 @@ private Q_SLOTS:
     void bus_thatHangs_holdsNobodyUp();
     void bus_thatHangs_letsTheDaemonEnd_data() { bus_thatHangs_holdsNobodyUp_data(); }
     void bus_thatHangs_letsTheDaemonEnd();
-    void playerctl_followsTheHolder();
 
 private:
     void acquire(const QByteArray &name = "a");
@@ -160,25 +149,20 @@ QVariant TestMpris::property(const QString &name)
     return value.metaType() == QMetaType::fromType<QDBusArgument>() ? QVariant(qdbus_cast<QVariantMap>(value)) : value;
 }
 
-void TestMpris::name_isMadeOfTheHolders_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QString>("busName");
-    QTest::newRow("plain") << QByteArray("Player_1") << "Player_1";
-    QTest::newRow("generated") << QByteArray("NPC:17") << "NPC_17";
-    QTest::newRow("dots") << QByteArray("com.example.Player") << "com.example.Player";
-    QTest::newRow("empty elements") << QByteArray(".a..b.") << "_a._b_";
-    QTest::newRow("digits") << QByteArray("1.2.x3") << "_._.x3";
-    QTest::newRow("blanks, letters of others") << QByteArray("My Plåyer-2") << "My_Pl__yer-2";
-    QTest::newRow("long") << QByteArray(300, 'x') << QString(255 - 28, 'x');
-}
-
 void TestMpris::name_isMadeOfTheHolders()
 {
-    QFETCH(const QByteArray, name);
-    QFETCH(const QString, busName);
-    acquire(name);
-    QVERIFY(waitForName("org.mpris.MediaPlayer2.voro." + busName));
+    const std::pair<QByteArray, QString> names[] = {{"Player_1", "Player_1"},
+                                                    {"NPC:17", "NPC_17"},
+                                                    {"com.example.Player", "com.example.Player"},
+                                                    {".a..b.", "_a._b_"},
+                                                    {"1.2.x3", "_._.x3"},
+                                                    {"My Plåyer-2", "My_Pl__yer-2"},
+                                                    {QByteArray(300, 'x'), QString(255 - 28, 'x')}};
+    acquire();
+    for (const auto &[name, busName] : names) {
+        holder->write(R"(msg::register|dat:json:{"prio":"low","name":")" + name + "\"}");
+        QVERIFY2(waitForName("org.mpris.MediaPlayer2.voro." + busName), name.constData());
+    }
 }
 
 void TestMpris::name_ofAnyBytes_isShown()
@@ -217,7 +201,7 @@ void TestMpris::object_isAWatcher()
     acquire();
     Talk controller;
     controller.subscribe();
-    QVERIFY(controller.waitFor(R"({"dat":PID,"msg":"m_active_pid"})"));
+    QVERIFY(controller.waitFor(Ours));
     QCOMPARE(holder->rest(), QByteArrayList());
     bus->kill();
     controller.write("msg::md_unsubscribe");
@@ -455,6 +439,7 @@ void TestMpris::calls_commandTheHolder_data()
             << Properties << QString("Set") << arguments << commands;
     };
     set("LoopStatus", "Playlist", {track(R"({"command":"repeat","value":"all"})")});
+    set("LoopStatus", "Track", {track(R"({"command":"repeat","value":"track"})")});
     set("LoopStatus", "None", {track(R"({"command":"repeat","value":"none"})")});
     set("Shuffle", true, {track(R"({"command":"shuffle","value":"all"})")});
     set("Shuffle", false, {track(R"({"command":"shuffle","value":"off"})")});
@@ -571,8 +556,7 @@ void TestMpris::bus_thatHangs_holdsNobodyUp()
     QElapsedTimer timer;
     timer.start();
     controller.subscribe();
-    QVERIFY(
-        controller.waitFor(isConnected ? R"({"dat":PID,"msg":"m_active_pid"})" : R"({"dat":0,"msg":"m_active_pid"})"));
+    QVERIFY(controller.waitFor(isConnected ? Ours : Free));
     QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
     timer.restart();
     Talk other(PlayerControl);
@@ -580,7 +564,7 @@ void TestMpris::bus_thatHangs_holdsNobodyUp()
     QCOMPARE(other.next(), Granted);
     QCOMPARE(other.next(), Send);
     other.write("msg::state|dat::playing");
-    QVERIFY(controller.waitFor(R"({"dat":"playing","msg":"m_state"})"));
+    QVERIFY(controller.waitFor(Playing));
     QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
     bus->goOn();
     QVERIFY(waitForName(Name));
@@ -596,8 +580,7 @@ void TestMpris::bus_thatHangs_letsTheDaemonEnd()
     bus->stop();
     Talk controller;
     controller.subscribe();
-    QVERIFY(
-        controller.waitFor(isConnected ? R"({"dat":PID,"msg":"m_active_pid"})" : R"({"dat":0,"msg":"m_active_pid"})"));
+    QVERIFY(controller.waitFor(isConnected ? Ours : Free));
     QElapsedTimer timer;
     timer.start();
     QVERIFY(daemon->stop());
@@ -608,33 +591,6 @@ void TestMpris::bus_thatHangs_letsTheDaemonEnd()
     next.acquire("a");
     QCOMPARE(next.next(), Granted);
     bus->goOn();
-}
-
-void TestMpris::playerctl_followsTheHolder()
-{
-    QProcess playerctl;
-    playerctl.start("playerctl", {"-a", "metadata", "--follow", "--format", "{{playerName}} {{status}} {{title}}"});
-    QVERIFY(playerctl.waitForStarted());
-    const auto line = [&playerctl] {
-        return playerctl.canReadLine() || playerctl.waitForReadyRead(20'000) ? playerctl.readLine().trimmed() : "NONE";
-    };
-    acquire();
-    QVERIFY(waitForName(Name));
-    tell("msg::state|dat::playing");
-    tell(R"(msg::metadata|dat:json:{"track":"T","repeat_mode":"none"})");
-    QByteArray last;
-    while (last != "voro Playing T" && last != "NONE") {
-        last = line();
-    }
-    QCOMPARE(last, "voro Playing T");
-    tell("msg::state|dat::paused");
-    QCOMPARE(line(), "voro Paused T");
-    playerctl.kill();
-    playerctl.waitForFinished();
-    runProgram("playerctl", {"play-pause"});
-    QCOMPARE(holder->next(), track(R"("play")"));
-    runProgram("playerctl", {"loop", "Track"});
-    QCOMPARE(holder->next(), track(R"({"command":"repeat","value":"track"})"));
 }
 
 int main(int argc, char **argv)

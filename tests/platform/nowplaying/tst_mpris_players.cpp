@@ -8,18 +8,6 @@
 
 namespace {
 
-const QByteArray Free(R"({"dat":0,"msg":"m_active_pid"})");
-const QByteArray Playing(R"({"dat":"playing","msg":"m_state"})");
-const QByteArray Paused(R"({"dat":"paused","msg":"m_state"})");
-const QByteArray Stopped(R"({"dat":"stopped","msg":"m_state"})");
-
-const QByteArray TrackChange(R"({"dat":"trackchange","msg":"m_state"})");
-
-QByteArray failure(const QByteArray &command, const QByteArray &problem)
-{
-    return R"({"err":")" + problem + R"(","error":")" + problem + R"(","res":")" + command + "\"}";
-}
-
 /** What players do, and what a controller is told then. */
 using Steps = QList<std::pair<QByteArray, QByteArrayList>>;
 
@@ -355,13 +343,13 @@ void TestMprisPlayers::holder_comesFirst()
     QVERIFY(controller.waitFor(theirs()));
     auto holder = std::make_unique<Talk>(PlayerControl);
     holder->acquire("a");
-    QVERIFY(controller.waitFor(R"({"dat":PID,"msg":"m_active_pid"})"));
+    QVERIFY(controller.waitFor(Ours));
     QCOMPARE(controller.next(), Stopped);
     QCOMPARE(controller.next(), update());
     players->call("change('p', PlaybackStatus='Playing')");
-    QVERIFY(holder->waitFor(R"({"dat":"sendData","msg":"track"})"));
+    QVERIFY(holder->waitFor(Send));
     controller.write("msg::m_next");
-    QCOMPARE(holder->next(), R"({"dat":"next","msg":"track"})");
+    QCOMPARE(holder->next(), track(R"("next")"));
     QCOMPARE(controller.rest(), QByteArrayList());
     holder.reset();
     QCOMPARE(controller.next(), theirs());

@@ -11,26 +11,7 @@
 
 namespace {
 
-const QByteArray Granted(R"({"res":"acquire"})");
 const QByteArray Revoked(R"({"err":"revoked","res":"acquire"})");
-const QByteArray Send(R"({"dat":"sendData","msg":"track"})");
-const QByteArray Hold(R"({"dat":"holdData","msg":"track"})");
-const QByteArray Free(R"({"dat":0,"msg":"m_active_pid"})");
-const QByteArray Ours(R"({"dat":PID,"msg":"m_active_pid"})");
-const QByteArray Playing(R"({"dat":"playing","msg":"m_state"})");
-const QByteArray Paused(R"({"dat":"paused","msg":"m_state"})");
-const QByteArray Stopped(R"({"dat":"stopped","msg":"m_state"})");
-const QByteArray TrackChange(R"({"dat":"trackchange","msg":"m_state"})");
-
-QByteArray failure(const QByteArray &command, const QByteArray &problem)
-{
-    return R"({"err":")" + problem + R"(","error":")" + problem + R"(","res":")" + command + "\"}";
-}
-
-QByteArray track(const QByteArray &data)
-{
-    return R"({"dat":)" + data + R"(,"msg":"track"})";
-}
 
 QByteArray statusOf(const QByteArray &name, const QByteArray &process)
 {

@@ -18,11 +18,6 @@ QByteArray sink()
     return percent.match(volume).captured(1).toLatin1() + (isMuted ? " muted" : "");
 }
 
-QByteArray failure(const QByteArray &command)
-{
-    return R"({"err":"there is no sound server","error":"there is no sound server","res":")" + command + "\"}";
-}
-
 } // namespace
 
 class TestVolume : public QObject {
@@ -91,7 +86,7 @@ void TestVolume::player_onTheBus_hasTheSinksVolume()
     runProgram("pactl", {"set-sink-volume", "null", "40%"});
     Talk holder(PlayerControl);
     holder.acquire("a");
-    QVERIFY(holder.waitFor(R"({"dat":"sendData","msg":"track"})"));
+    QVERIFY(holder.waitFor(Send));
     const auto volume = [] { return runProgram("playerctl", {"volume"}).trimmed(); };
     QTRY_COMPARE(volume(), "0.400000");
     runProgram("pactl", {"set-sink-volume", "null", "55%"});
@@ -109,9 +104,9 @@ void TestVolume::server_thatGoes_makesCommandsFail()
     QTRY_COMPARE(sink(), "45");
     server->kill();
     controller.write("msg::v_up");
-    QCOMPARE(controller.next(), failure("v_up"));
+    QCOMPARE(controller.next(), failure("v_up", "there is no sound server"));
     controller.write("msg::v_mute|dat:b:true");
-    QCOMPARE(controller.next(), failure("v_mute"));
+    QCOMPARE(controller.next(), failure("v_mute", "there is no sound server"));
 }
 
 QTEST_GUILESS_MAIN(TestVolume)
