@@ -5,8 +5,6 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
-#include <sys/un.h>
-
 using namespace voro::pps;
 
 namespace {
@@ -93,14 +91,7 @@ void TestOrder::process_isHandledInItsOrder_whenSocketsComeAndGo()
 {
     QTemporaryDir folder;
     qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    qstrncpy(address.sun_path, folder.filePath("pps.sock").toLocal8Bit(), sizeof address.sun_path);
-    const int listener = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
-    QVERIFY(bind(listener, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0);
-    QVERIFY(listen(listener, 100) == 0);
-    broker->run([&](Broker &b) { b.listen(listener); });
-
+    broker->run([&](Broker &b) { b.listen(listenIn(folder.path().toStdString())); });
     std::vector<std::string> expected;
     auto kept = broker->open(Control, Publish);
     for (int i = 0; i < 200; ++i) {

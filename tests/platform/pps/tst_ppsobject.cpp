@@ -53,7 +53,6 @@ private Q_SLOTS:
     void readyRead_canBeSwitchedOff();
     void readyRead_slotMayDeleteTheObject();
     void readyRead_comesInTheObjectsThread();
-    void everyOneOfManySubscribers_isTold();
     void serverThatIsKilled_isOneFailingRead_afterItsMessages();
 
 private:
@@ -64,41 +63,29 @@ private:
 
 void TestPpsObject::plainObject_reads_data()
 {
-    QTest::addColumn<QString>("options");
     QTest::addColumn<QByteArrayList>("before");
     QTest::addColumn<QByteArrayList>("between");
     QTest::addColumn<QByteArray>("first");
     QTest::addColumn<QByteArray>("second");
 
-    QTest::newRow("nothing there") << "" << QByteArrayList() << QByteArrayList() << QByteArray() << QByteArray();
-    QTest::newRow("the whole object") << "" << QByteArrayList{"a::1\nb:n:2"} << QByteArrayList{"b:n:3"}
-                                      << QByteArray("@o\na::1\nb:n:2\n") << QByteArray("@o\na::1\nb:n:3\n");
-    QTest::newRow("many publications are one read") << "" << QByteArrayList() << QByteArrayList{"a::1", "a::2", "a::3"}
-                                                    << QByteArray() << QByteArray("+@o\na::3\n");
-    QTest::newRow("deleted attribute") << "" << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"-a"}
+    QTest::newRow("nothing there") << QByteArrayList() << QByteArrayList() << QByteArray() << QByteArray();
+    QTest::newRow("deleted attribute") << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"-a"}
                                        << QByteArray("@o\na::1\nb::2\n") << QByteArray("@o\nb::2\n-a\n");
-    QTest::newRow("replaced whole") << "" << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"*@o\nb::3"}
+    QTest::newRow("replaced whole") << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"*@o\nb::3"}
                                     << QByteArray("@o\na::1\nb::2\n") << QByteArray("*@o\nb::3\n");
-    QTest::newRow("deleted object") << "" << QByteArrayList{"a::1"} << QByteArrayList{"-@o"} << QByteArray("@o\na::1\n")
+    QTest::newRow("deleted object") << QByteArrayList{"a::1"} << QByteArrayList{"-@o"} << QByteArray("@o\na::1\n")
                                     << QByteArray("-@o\n");
-    QTest::newRow("delta") << "?delta" << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"b::2", "c::1\n-a"}
-                           << QByteArray("@o\na::1\nb::2\n") << QByteArray("@o\nb::2\nc::1\n-a\n");
-    QTest::newRow("filter") << "?delta,f=e" << QByteArrayList{"a::1"} << QByteArrayList{"a::2", "e:n:0\nf::1"}
-                            << QByteArray() << QByteArray("@o\na::2\ne:n:0\nf::1\n");
-    QTest::newRow("a deletion does not pass a filter")
-        << "?delta,f=e" << QByteArrayList{"e:n:0"} << QByteArrayList{"-e"} << QByteArray("@o\ne:n:0\n") << QByteArray();
 }
 
 void TestPpsObject::plainObject_reads()
 {
-    QFETCH(QString, options);
     QFETCH(QByteArrayList, before);
     QFETCH(QByteArrayList, between);
     Open publisher(path("o"), PpsOpenMode::Publish);
     for (const QByteArray &text : before) {
         QVERIFY(publisher.write(text));
     }
-    Open reader(path("o") + options, PpsOpenMode::Subscribe);
+    Open reader(path("o"), PpsOpenMode::Subscribe);
     bool ok = false;
     QTEST(reader.read(&ok), "first");
     QVERIFY(ok);
@@ -340,27 +327,6 @@ void TestPpsObject::readyRead_comesInTheObjectsThread()
     QVERIFY(thread.wait());
     QCOMPARE(seenIn, &thread);
     QCOMPARE(text, QByteArray("+@o\na::1\n"));
-}
-
-void TestPpsObject::everyOneOfManySubscribers_isTold()
-{
-    constexpr int Count = 200;
-    std::vector<std::unique_ptr<PpsObject>> readers;
-    QByteArrayList texts;
-    QEventLoop loop;
-    for (int i = 0; i < Count; ++i) {
-        readers.push_back(std::make_unique<Open>(path(i % 2 ? "o" : ".all"), PpsOpenMode::Subscribe));
-        PpsObject *const reader = readers.back().get();
-        connect(reader, &PpsObject::readyRead, [&, reader] {
-            texts += reader->read();
-            if (texts.size() == Count) {
-                loop.quit();
-            }
-        });
-    }
-    Open(path("o"), PpsOpenMode::Publish).write("a::1");
-    loop.exec();
-    QCOMPARE(texts, QByteArrayList(Count, "+@o\na::1\n"));
 }
 
 void TestPpsObject::serverThatIsKilled_isOneFailingRead_afterItsMessages()

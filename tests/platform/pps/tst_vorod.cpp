@@ -4,7 +4,6 @@
 #include <QtTest/QtTest>
 
 #include <fcntl.h>
-#include <poll.h>
 #include <pps/Announcement.h>
 #include <pps/Connection.h>
 #include <pps/Runtime.h>
@@ -13,7 +12,6 @@
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -55,10 +53,8 @@ public:
         if (process == 0) {
             return;
         }
-        const pps::Fd handle(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
         kill(process, signal);
-        pollfd entry{handle.get(), POLLIN, 0};
-        poll(&entry, 1, -1);
+        pps::waitForEnd({process, {}, 0}, -1);
     }
 
 private:
@@ -474,22 +470,12 @@ void TestVorod::replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt()
 
 void TestVorod::daemon_endsWhenNobodyIsLeft()
 {
-    QTemporaryDir folder;
-    qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
-    qputenv("VORO_AUTOSPAWN", "0");
+    StartFolder folder;
     QCOMPARE(run({"--background", "--idle-exit", "1"}).status, 0);
-    pps::Connection connection;
-    QCOMPARE(openError(connection), 0);
-    connection.close();
-    const pps::Fd last = pps::connectTo(folder.path().toStdString());
-    ucred peer{};
-    socklen_t size = sizeof peer;
-    QCOMPARE(getsockopt(last.get(), SOL_SOCKET, SO_PEERCRED, &peer, &size), 0);
-    const pps::Fd handle(static_cast<int>(syscall(SYS_pidfd_open, peer.pid, 0)));
-    const_cast<pps::Fd &>(last).reset();
-    pollfd entry{handle.get(), POLLIN, 0};
-    QCOMPARE(poll(&entry, 1, 60000), 1);
-    QVERIFY(!QFile::exists(folder.filePath("pps.sock")));
+    const pid_t daemon = folder.daemon();
+    QVERIFY(daemon > 0);
+    QVERIFY(pps::waitForEnd({daemon, {}, 0}, 60'000));
+    QVERIFY(!QFile::exists(folder.file("pps.sock")));
 }
 
 void TestVorod::daemon_removesItsSocket()
@@ -507,12 +493,7 @@ void TestVorod::daemon_takesThePassedSocket()
     QTemporaryDir folder;
     qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
     qputenv("VORO_AUTOSPAWN", "0");
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    qstrncpy(address.sun_path, folder.filePath("pps.sock").toLocal8Bit(), sizeof address.sun_path);
-    const pps::Fd listener(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-    QCOMPARE(bind(listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
-    QCOMPARE(listen(listener.get(), 10), 0);
+    const pps::Fd listener = pps::listenAt(folder.filePath("pps.sock").toStdString());
     QProcess daemon;
     daemon.setProcessChannelMode(QProcess::ForwardedChannels);
     daemon.setChildProcessModifier([&listener] { dup2(listener.get(), 3); });
