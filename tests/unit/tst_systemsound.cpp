@@ -48,7 +48,6 @@ private Q_SLOTS:
     void sound_hasItsName_whenPreparedAndPlayed();
     void setSound_isTrue_onlyForAnotherSound();
     void playStatic_opensWritesAndCloses();
-    void construction_preparesItsSound();
     void everything_isRefusedQuietly_withoutAService();
 };
 
@@ -82,9 +81,9 @@ void SystemSoundTest::sound_hasItsName_whenPreparedAndPlayed()
     QFETCH(int, number);
     RuntimeBroker broker;
     Service service(broker);
-    SystemSound sound;
+    SystemSound sound(static_cast<SystemSound::Type>(number));
+    QCOMPARE(sound.property("sound").toInt(), number);
     QCOMPARE(service.next(), QStringLiteral("opened"));
-    QVERIFY(sound.setSound(static_cast<SystemSound::Type>(number)));
     QCOMPARE(service.next(), QStringLiteral("prepare_sound 0 ") + QTest::currentDataTag());
     sound.play();
     QCOMPARE(service.next(), QStringLiteral("play_sound 0 ") + QTest::currentDataTag());
@@ -122,16 +121,6 @@ void SystemSoundTest::playStatic_opensWritesAndCloses()
     QCOMPARE(service.next(), QStringLiteral("opened"));
     QCOMPARE(service.next(), QStringLiteral("play_sound 0 event_camera_burst_sound"));
     QCOMPARE(service.next(), QStringLiteral("closed"));
-}
-
-void SystemSoundTest::construction_preparesItsSound()
-{
-    RuntimeBroker broker;
-    Service service(broker);
-    const SystemSound sound(SystemSound::InputKeypress);
-    QCOMPARE(service.next(), QStringLiteral("opened"));
-    QCOMPARE(service.next(), QStringLiteral("prepare_sound 0 input_keypress"));
-    QCOMPARE(sound.property("sound"), QVariant::fromValue(SystemSound::InputKeypress));
 }
 
 void SystemSoundTest::everything_isRefusedQuietly_withoutAService()
