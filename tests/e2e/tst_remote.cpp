@@ -98,8 +98,6 @@ public:
     }
     Q_DISABLE_COPY_MOVE(Stage)
 
-    void killService() { m_daemon.kill(); }
-
 private:
     const Holder m_kind;
     Daemon m_daemon{Daemon::Later};
@@ -124,12 +122,6 @@ constexpr std::pair<const char *, Getter> Getters[] = {
     {"iconUrl", get<&C::iconUrl>},
 };
 
-/** The title as a controller gets it that asks and listens to nothing. */
-QString askForTitle()
-{
-    return NowPlayingController().metaData().value(MetaData::Title).toString();
-}
-
 } // namespace
 
 class RemoteTest : public QObject {
@@ -138,7 +130,6 @@ class RemoteTest : public QObject {
 private Q_SLOTS:
     void getter_isQuick_whateverBecomesOfTheRole_data();
     void getter_isQuick_whateverBecomesOfTheRole();
-    void getter_asksTheHolder_whileItAnswers();
     void everything_worksAgain_afterServiceWasKilled();
 };
 
@@ -182,15 +173,6 @@ void RemoteTest::getter_isQuick_whateverBecomesOfTheRole()
         }
         QVERIFY2(shortest < Limit, qPrintable(QStringLiteral("%1: %2 ms").arg(QLatin1String(name)).arg(shortest)));
     }
-}
-
-void RemoteTest::getter_asksTheHolder_whileItAnswers()
-{
-    const voro::test::LogCatcher log;
-    Stage stage(Holder::Answers, Stage::NoBus);
-    QCOMPARE(askForTitle(), QStringLiteral("T"));
-    stage.killService();
-    QCOMPARE(askForTitle(), QString());
 }
 
 void RemoteTest::everything_worksAgain_afterServiceWasKilled()

@@ -30,10 +30,8 @@ private Q_SLOTS:
     void play_soundsAtTheSink_data();
     void play_soundsAtTheSink();
     void preparedLongAgo_soundsAtOnce();
-    void pause_silences_andPlayGoesOn();
+    void pauseVolumeAndType_reachTheServer();
     void filmSoughtToItsEnd_rightAfterPlay_ends();
-    void volume_changesLevel();
-    void audioType_isTheStreamsRole();
     void serverEnds_playerStops_andSoundsWithTheNextOne();
     void serverEnds_shortMediumIsPlayedToItsEnd();
     void deviceGone_holds_data();
@@ -87,18 +85,27 @@ void tst_Sound::preparedLongAgo_soundsAtOnce()
     QVERIFY2(silence >= 0 && silence < 48'000, qPrintable(QString::number(silence)));
 }
 
-void tst_Sound::pause_silences_andPlayGoesOn()
+void tst_Sound::pauseVolumeAndType_reachTheServer()
 {
-    const QString path = media::makeTone(m_folder.filePath("pause.wav"), {.frequency = 600, .seconds = 30});
+    const QString path = media::makeTone(m_folder.filePath("pause.wav"), {.frequency = 600, .seconds = 60});
+    unsigned handle = 0;
+    QCOMPARE(audio_manager_get_handle(AUDIO_TYPE_ALERT, &handle), 0);
     MonitorRecorder recorder;
     MediaPlayer player;
+    QCOMPARE(player.setAudioManagerHandle(handle), MediaError::None);
     QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
     QCOMPARE(player.play(), MediaError::None);
     QVERIFY(recorder.waitForTone(600, 200));
+    const QByteArray streams = m_server.control({"list", "sink-inputs"});
+    QVERIFY2(streams.contains("media.role = \"event\""), streams.constData());
     QCOMPARE(player.pause(), MediaError::None);
     QTRY_VERIFY(tone::firstSound(newest(recorder, 48'000)) < 0);
     QCOMPARE(player.play(), MediaError::None);
     QVERIFY(recorder.waitForTone(600, 200));
+    const auto isLouderThan = [&recorder](int level) { return tone::firstSound(newest(recorder, 9'600), level) >= 0; };
+    QVERIFY(isLouderThan(8'000));
+    QCOMPARE(player.setVolume(0.1), MediaError::None);
+    QVERIFY(QTest::qWaitFor([&] { return !isLouderThan(4'000) && isLouderThan(300); }, 20'000));
 }
 
 void tst_Sound::filmSoughtToItsEnd_rightAfterPlay_ends()
@@ -113,35 +120,6 @@ void tst_Sound::filmSoughtToItsEnd_rightAfterPlay_ends()
         QCOMPARE(player.seekTime(1600), MediaError::None);
         QTRY_COMPARE_WITH_TIMEOUT(completed.count(), 1, 20'000);
     }
-}
-
-void tst_Sound::volume_changesLevel()
-{
-    const QString path = media::makeTone(m_folder.filePath("volume.wav"), {.frequency = 500, .seconds = 30});
-    MonitorRecorder recorder;
-    MediaPlayer player;
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    QVERIFY(recorder.waitForTone(500, 200));
-    const auto isLouderThan = [&recorder](int level) { return tone::firstSound(newest(recorder, 9'600), level) >= 0; };
-    QVERIFY(isLouderThan(8'000));
-    QCOMPARE(player.setVolume(0.1), MediaError::None);
-    QVERIFY(QTest::qWaitFor([&] { return !isLouderThan(4'000) && isLouderThan(300); }, 20'000));
-}
-
-void tst_Sound::audioType_isTheStreamsRole()
-{
-    const QString path = media::makeTone(m_folder.filePath("role.wav"), {.frequency = 500, .seconds = 30});
-    unsigned handle = 0;
-    QCOMPARE(audio_manager_get_handle(AUDIO_TYPE_ALERT, &handle), 0);
-    MonitorRecorder recorder;
-    MediaPlayer player;
-    QCOMPARE(player.setAudioManagerHandle(handle), MediaError::None);
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    QVERIFY(recorder.waitForTone(500, 200));
-    const QByteArray streams = m_server.control({"list", "sink-inputs"});
-    QVERIFY2(streams.contains("media.role = \"event\""), streams.constData());
 }
 
 void tst_Sound::deviceGone_holds_data()
