@@ -51,7 +51,7 @@ void notifyManager()
 
 void Background::enter()
 {
-    // Whatever the application had open is none of the daemon's business.
+    // The daemon inherits no descriptors of the application.
     close_range(STDERR_FILENO + 1, ~0U, 0);
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) {
@@ -85,7 +85,7 @@ void Background::ready()
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         dup2(null.get(), standard);
     }
-    // Should nobody wait any more, clients connect all the same.
+    // Clients can connect even if nobody waits any more.
     [[maybe_unused]] const ssize_t written = write(m_waiting.get(), "", 1);
     m_waiting.reset();
 }

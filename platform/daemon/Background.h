@@ -15,8 +15,8 @@ public:
     /** Must be called while the process has one thread. */
     void enter();
     /**
-     * Tells who waits that clients can connect: the service manager, if there is one, and in the background the
-     * waiting process, whose terminal is let go of.
+     * Notifies whoever started it that clients can connect: the service manager, if there is one, and in the background
+     * the waiting process, whose terminal is let go of.
      */
     void ready();
 

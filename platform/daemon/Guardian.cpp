@@ -41,7 +41,7 @@ pid_t waitForChange(int &status, int options)
 [[noreturn]] void endAs(int status)
 {
     if (WIFSIGNALED(status)) {
-        // Its own core is the one that tells something.
+        // The daemon's own core is the one that helps.
         prctl(PR_SET_DUMPABLE, 0);
         signal(WTERMSIG(status), SIG_DFL);
         raise(WTERMSIG(status));

@@ -4,9 +4,9 @@
 
 #include <fcntl.h>
 #include <pps/Announcement.h>
+#include <pps/FileLock.h>
 #include <pps/Runtime.h>
 #include <pps/Wire.h>
-#include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
@@ -15,19 +15,18 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <thread>
 
 namespace voro {
 
 namespace {
 
-using namespace std::chrono_literals;
-
 /** The first descriptor that a service manager passes on. */
 constexpr int FirstPassed = 3;
 
-/** How long, in milliseconds, whoever waits for this daemon waits for another one's end. */
+/** How long, in milliseconds, a process that needs this daemon waits for another daemon to end. */
 constexpr int ShortWait = 1'000;
+/** How long another daemon may hold the lock without answering clients. */
+constexpr std::chrono::seconds LongestWait{10};
 
 bool isOlder(const pps::Announcement &daemon)
 {
@@ -55,7 +54,7 @@ pps::Fd passedSocket()
     const bool isPassed = process && count && std::atol(process) == getpid() && std::atoi(count) >= 1
                           && hasOption(FirstPassed, SO_TYPE, SOCK_SEQPACKET)
                           && hasOption(FirstPassed, SO_ACCEPTCONN, 1);
-    // The workers are not meant.
+    // Workers must not take it for theirs.
     unsetenv("LISTEN_PID");
     unsetenv("LISTEN_FDS");
     if (isPassed) {
@@ -85,7 +84,7 @@ Socket::Outcome Socket::open(const std::string &folder, bool isPatient, std::str
     return listen(pps::socketPath(folder), problem) ? Outcome::Open : Outcome::Failed;
 }
 
-// Whoever holds the lock answers clients, is about to, or is about to end.
+// The daemon that holds the lock answers clients, is about to, or is about to end.
 Socket::Outcome Socket::lock(const std::string &folder, bool isPatient, std::string &problem)
 {
     const std::string path = folder + pps::LockName;
@@ -95,35 +94,40 @@ Socket::Outcome Socket::lock(const std::string &folder, bool isPatient, std::str
         return Outcome::Failed;
     }
     bool isAsked = false;
-    auto deadline = std::chrono::steady_clock::now() + 10s;
-    while (flock(m_lock.get(), LOCK_EX | LOCK_NB) != 0) {
-        if (errno != EWOULDBLOCK && errno != EINTR) {
-            problem = because(path);
-            return Outcome::Failed;
-        }
-        if (const auto running = pps::runningDaemon(folder); running && isOlder(*running) && !isAsked) {
+    const auto whileLocked = [&] {
+        const auto running = pps::runningDaemon(folder);
+        if (running && isOlder(*running) && !isAsked) {
             isAsked = true;
             askToEnd(*running, pps::Ending::WhenIdle);
             if (isPatient) {
                 std::fprintf(stderr, "vorod: waits for version %s to have no player\n", running->version.c_str());
             }
             waitForEnd(*running, isPatient ? -1 : ShortWait);
-            deadline = std::chrono::steady_clock::now() + 10s;
-            continue;
+            return pps::WhileLocked::RetryAnew;
         }
         // With a socket of the service manager, connecting would reach ourselves.
         if (!m_listener.isValid() && pps::connectTo(folder).isValid()) {
-            problem = "already running in " + folder;
-            return Outcome::AlreadyRunning;
+            return pps::WhileLocked::GiveUp;
         }
-        if (std::chrono::steady_clock::now() > deadline) {
-            problem = path + ": held by a daemon that does not answer";
-            return Outcome::Failed;
+        if (running && running->process > 0) {
+            waitForEnd(*running, ShortWait);
         }
-        // The kernel tells nobody when a lock becomes free.
-        std::this_thread::sleep_for(5ms);
+        return pps::WhileLocked::Retry;
+    };
+    switch (const int error = pps::lockFile(m_lock.get(), LongestWait, whileLocked)) {
+    case 0:
+        break;
+    case ECANCELED:
+        problem = "already running in " + folder;
+        return Outcome::AlreadyRunning;
+    case ETIMEDOUT:
+        problem = path + ": held by a daemon that does not answer";
+        return Outcome::Failed;
+    default:
+        problem = path + ": " + std::strerror(error);
+        return Outcome::Failed;
     }
-    // What it says is of another process.
+    // Until this daemon is ready, the file must not name its predecessor.
     if (ftruncate(m_lock.get(), 0) != 0) {
         problem = because(path);
         return Outcome::Failed;
@@ -135,7 +139,7 @@ void Socket::announce()
 {
     const std::string text = pps::Announcement{getpid(), VORO_VERSION, pps::WireVersion}.toText();
     if (pwrite(m_lock.get(), text.data(), text.size(), 0) < 0) {
-        std::perror("vorod: nobody is told that it is ready");
+        std::perror("vorod: cannot announce that it is ready");
     }
 }
 

@@ -22,7 +22,7 @@ public:
 
     /** Takes the place, and makes a socket unless one was passed on. `problem` says what failed. */
     Outcome open(const std::string &folder, bool isPatient, std::string &problem);
-    /** Tells everybody who waits for a daemon that this one is ready. */
+    /** Announces to all clients that wait for a daemon that this one is ready. */
     void announce();
     /** Gives the listening socket away. */
     int release() { return m_listener.release(); }

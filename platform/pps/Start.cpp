@@ -1,12 +1,12 @@
 #include "Start.h"
 
+#include "FileLock.h"
 #include "Runtime.h"
 
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/file.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
@@ -19,7 +19,6 @@
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 extern char **environ;
@@ -27,8 +26,6 @@ extern char **environ;
 namespace voro::pps {
 
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr std::string_view KeptNames[] = {"DBUS_SESSION_BUS_ADDRESS",
                                           "HOME",
@@ -112,7 +109,7 @@ int runDaemon(const std::string &program)
     if (failure != 0) {
         return failure;
     }
-    // One that does not come up is left.
+    // Do not wait longer for a daemon that does not come up.
     const Fd handle(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
     pollfd end{handle.get(), POLLIN, 0};
     int ready = 0;
@@ -127,7 +124,7 @@ int runDaemon(const std::string &program)
     do {
         ended = waitpid(process, &status, 0);
     } while (ended < 0 && errno == EINTR);
-    // An application that ignores or collects its children hides the status; connecting shows then what came of it.
+    // An application that ignores or collects its children hides the status; connecting then shows the result.
     return ended < 0 || (WIFEXITED(status) && WEXITSTATUS(status) == 0) ? 0 : ECONNREFUSED;
 }
 
@@ -150,22 +147,15 @@ int startDaemon(const std::string &folder)
     if (!lock.isValid()) {
         return errno;
     }
-    const auto deadline = std::chrono::steady_clock::now() + LongestStart;
-    while (flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
-        if (errno != EWOULDBLOCK && errno != EINTR) {
-            return errno;
-        }
-        // Whoever has it starts the daemon. The kernel tells nobody when it is there, or the lock is free.
-        if (connectTo(folder).isValid()) {
-            return 0;
-        }
-        if (std::chrono::steady_clock::now() > deadline) {
-            return ETIMEDOUT;
-        }
-        std::this_thread::sleep_for(5ms);
-    }
-    if (connectTo(folder).isValid()) {
+    const auto hasDaemon = [&folder] { return connectTo(folder).isValid(); };
+    // The process that holds the lock starts the daemon.
+    const int error =
+        lockFile(lock.get(), LongestStart, [&] { return hasDaemon() ? WhileLocked::GiveUp : WhileLocked::Retry; });
+    if (error == ECANCELED || (error == 0 && hasDaemon())) {
         return 0;
+    }
+    if (error != 0) {
+        return error;
     }
     const std::string program = daemonProgram();
     return program.empty() ? ENOENT : runDaemon(program);
