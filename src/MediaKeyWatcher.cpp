@@ -7,6 +7,7 @@
 #include <private/Announcement.h>
 #include <private/Delivery.h>
 #include <private/MediaKeyWatcherPrivate.h>
+#include <private/MediaPlayerService.h>
 
 #include <array>
 #include <cerrno>
@@ -16,7 +17,7 @@ namespace voro::multimedia {
 MediaKeyWatcherPrivate::MediaKeyWatcherPrivate(MediaKeyWatcher *watcher, MediaKey::Type key)
     : QObject(watcher),
       m_key(key),
-      m_control(new voro::PpsObject(QStringLiteral("/pps/services/multimedia/mediaplayer/control"), this)),
+      m_control(new voro::PpsObject(MediaPlayerControl, this)),
       m_watcher(watcher)
 {
     TRACE_FUNCTION();

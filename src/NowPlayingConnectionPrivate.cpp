@@ -7,6 +7,7 @@
 #include <private/Delivery.h>
 #include <private/Failures.h>
 #include <private/LocalPath.h>
+#include <private/MediaPlayerService.h>
 #include <private/MediaUtils.h>
 #include <private/ModeNames.h>
 #include <private/NowPlayingConnectionPrivate.h>
@@ -60,7 +61,7 @@ constexpr Command Commands[] = {
 
 NowPlayingConnectionPrivate::NowPlayingConnectionPrivate(NowPlayingConnection *connection)
     : PrivateObject(connection),
-      m_control(new voro::PpsObject(QStringLiteral("/pps/services/multimedia/mediaplayer/control"), this)),
+      m_control(new voro::PpsObject(MediaPlayerControl, this)),
       m_connectionName(QStringLiteral("NPC:%1").arg(MediaUtils::instance()->generateUniqueId()))
 {
     TRACE_FUNCTION();
@@ -124,7 +125,7 @@ MediaError::Type NowPlayingConnectionPrivate::revoke()
 bool NowPlayingConnectionPrivate::isPreempted() const
 {
     TRACE_FUNCTION();
-    voro::PpsObject object(QStringLiteral("/pps/services/multimedia/mediaplayer/status"));
+    voro::PpsObject object{QString(MediaPlayerStatus)};
     if (!m_acquired || !object.open(voro::PpsOpenMode::Subscribe)) {
         return false;
     }

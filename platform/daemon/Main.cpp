@@ -14,6 +14,7 @@
 #include <pps/broker/Broker.h>
 #include <pps/Runtime.h>
 #include <renderer/service/RendererService.h>
+#include <services/common/Paths.h>
 #include <services/common/SharedControl.h>
 #include <services/mediakeys/MediaKeyService.h>
 #include <services/nowplaying/NowPlayingService.h>
@@ -57,7 +58,7 @@ int serve(int argc, char **argv, const std::string &folder, voro::Socket &socket
     voro::nowplaying::NowPlayingService nowPlaying(broker);
     voro::mediakeys::MediaKeyService mediaKeys(broker);
     mediaKeys.setCommand([&nowPlaying](std::string_view message) { nowPlaying.command(message); });
-    voro::SharedControl playerControl(broker, "/pps/services/multimedia/mediaplayer/control");
+    voro::SharedControl playerControl(broker, std::string(voro::MediaPlayerControl));
     playerControl.add(nowPlaying.connections());
     playerControl.add(mediaKeys);
     const voro::sound::SoundService sound(broker);

@@ -2,13 +2,12 @@
 
 #include <voro/PpsObject.h>
 
+#include <services/common/Paths.h>
 #include <services/common/Request.h>
 
 namespace voro::nowplaying {
 
 namespace {
-
-constexpr std::string_view StatusPath = "/pps/services/multimedia/mediaplayer/status";
 
 std::string makeRevoke(qint64 process, const QString &name)
 {
@@ -123,7 +122,7 @@ void RoleService::takeState(const QString &text)
 
 void RoleService::publishStatus()
 {
-    m_broker.publish(StatusPath,
+    m_broker.publish(MediaPlayerStatus,
                      view(PpsObject::encode({{"active_name", m_holder.name}, {"active_pid", m_holder.process}})));
 }
 
