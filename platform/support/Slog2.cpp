@@ -32,7 +32,7 @@ std::string mark(std::string_view name, char separator, bool isLast)
     return result;
 }
 
-/** The length of the URL scheme at the beginning, which tells nothing about the user and stays as it is. */
+/** The length of the URL scheme at the beginning, which reveals nothing about the user and stays as it is. */
 size_t schemeLength(std::string_view text)
 {
     const size_t colon = text.find(':');

@@ -21,7 +21,7 @@ struct Request {
 /** Takes a message apart; empty when the text is bad. */
 Request parseRequest(std::string_view text);
 
-/** The lines that tell a client that its command failed. */
+/** The answer to a command that failed. */
 std::string makeFailure(std::string_view command, std::string_view problem);
 
 } // namespace voro

@@ -8,8 +8,8 @@
 namespace voro {
 
 /**
- * Serves one control object for several services. Each of them is told of every client and gets every message, and
- * ignores the messages that are not its own. They must outlive the object.
+ * Serves one control object for several services. Each of them is notified of every client and gets every message,
+ * and ignores the messages that are not its own. They must outlive the object.
  */
 class SharedControl : private pps::Service {
 public:

@@ -16,7 +16,7 @@ namespace {
 
 using Bits = std::array<uint8_t, KEY_CNT / 8>;
 
-/** What a key event tells; a key that is held repeats with another value. */
+/** Values of a key event; a key that is held repeats with another value. */
 enum { Released = 0, Pressed = 1 };
 
 void setBit(Bits &bits, unsigned number)
@@ -122,7 +122,7 @@ bool InputDevice::read(SourceId source, KeyListener &listener)
             return result == -EINTR;
         }
         if (result == LIBEVDEV_READ_STATUS_SYNC) {
-            // Events were lost; what is read now tells the difference.
+            // Events were lost; the following reads bring the difference.
             flag = LIBEVDEV_READ_FLAG_SYNC;
         }
         const auto key = event.type == EV_KEY ? keyOfCode(event.code, m_isTypewriter) : std::nullopt;

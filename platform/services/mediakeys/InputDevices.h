@@ -11,7 +11,7 @@
 namespace voro::mediakeys {
 
 /**
- * The devices with media keys, as they come and go. A folder that is watched tells of them, with udev and without:
+ * The devices with media keys, as they come and go. A watch on the folder reports them, with udev and without:
  * a device's node appears, and later perhaps gets permissions that let us read it.
  */
 class InputDevices {

@@ -18,7 +18,7 @@ struct SourceId {
     bool operator==(const SourceId &) const = default;
 };
 
-/** Is told what sources do. All times are those at which it happened, not at which it became known. */
+/** Receives the events of key sources. All times are those of the event, not of its arrival. */
 class KeyListener {
 public:
     virtual ~KeyListener() = default;

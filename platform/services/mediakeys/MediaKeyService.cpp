@@ -88,19 +88,19 @@ void MediaKeyService::keyPressed(SourceId source, Key key, Time at)
     } else if (m_command && isActedUpon(source)) {
         m_command(commandOf(key));
     }
-    wait();
+    armTimer();
 }
 
 void MediaKeyService::keyReleased(SourceId source, Key key, Time at)
 {
     m_presses.release(source, key, at);
-    wait();
+    armTimer();
 }
 
 void MediaKeyService::sourceGone(SourceId source)
 {
     m_presses.forget(source);
-    wait();
+    armTimer();
 }
 
 bool MediaKeyService::isActedUpon(SourceId source) const
@@ -149,10 +149,10 @@ void MediaKeyService::advance()
     }
     m_control.advance(now);
     m_presses.advance(now);
-    wait();
+    armTimer();
 }
 
-void MediaKeyService::wait()
+void MediaKeyService::armTimer()
 {
     const auto next = std::min(m_presses.next().value_or(Time::max()), m_control.next().value_or(Time::max()));
     if (next == Time::max()) {

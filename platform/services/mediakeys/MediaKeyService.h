@@ -27,8 +27,8 @@ enum class Mode {
 Mode modeFromEnvironment();
 
 /**
- * The media key service of the daemon: tells applications of presses of the keys that they registered, and has the
- * work of all other keys done.
+ * The media key service of the daemon: notifies applications of presses of the keys that they
+ * registered, and has the work of all other keys done.
  *
  * Clients of the media player's control object register; clients of a control object of the service's own press keys.
  */
@@ -70,8 +70,8 @@ private:
     bool isActedUpon(SourceId source) const;
     /** Does what is due. */
     void advance();
-    /** Waits for what comes next. */
-    void wait();
+    /** Starts the timer for the next threshold or release. */
+    void armTimer();
 
     pps::Broker &m_broker;
     const Mode m_mode;

@@ -8,7 +8,7 @@ void Audience::add(pps::ClientId client, Kinds heldBack)
 {
     Subscriber &subscriber = m_subscribers[client];
     subscriber = {Lasting, heldBack};
-    tell(client, subscriber);
+    send(client, subscriber);
 }
 
 void Audience::release()
@@ -16,7 +16,7 @@ void Audience::release()
     for (auto &[client, subscriber] : m_subscribers) {
         subscriber.heldBack = 0;
     }
-    tell();
+    send();
 }
 
 void Audience::set(Kind kind, const QByteArray &lines)
@@ -34,21 +34,21 @@ void Audience::drop(Kind kind)
     }
 }
 
-void Audience::tell()
+void Audience::send()
 {
     for (auto &[client, subscriber] : m_subscribers) {
-        tell(client, subscriber);
+        send(client, subscriber);
     }
 }
 
 void Audience::hasRead(pps::ClientId client)
 {
     if (const auto found = m_subscribers.find(client); found != m_subscribers.end()) {
-        tell(client, found->second);
+        send(client, found->second);
     }
 }
 
-void Audience::tell(pps::ClientId client, Subscriber &subscriber)
+void Audience::send(pps::ClientId client, Subscriber &subscriber)
 {
     // A newcomer that asks for one value gets it before it learns whether there is a source at all.
     static constexpr Kind FirstOrder[] = {State, Update, ActivePid, TrackChange};

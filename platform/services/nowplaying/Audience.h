@@ -10,8 +10,8 @@
 namespace voro::nowplaying {
 
 /**
- * Who watches the source, and what each of them has yet to be told. A subscriber that has unread messages is told
- * nothing more until it has read them, and then only the newest message of each kind.
+ * The subscribers, and the messages that each of them has yet to get. A subscriber that has unread messages gets no
+ * more until it has read them, and then only the newest message of each kind.
  */
 class Audience {
 public:
@@ -32,14 +32,14 @@ public:
     void remove(pps::ClientId client) { m_subscribers.erase(client); }
     void release();
 
-    /** Replaces a message; it is sent by the next tell(). */
+    /** Replaces a message; it is sent by the next send(). */
     void set(Kind kind, const QByteArray &lines);
     /** Replaces a message for those who have yet to get it. */
     void renew(Kind kind, const QByteArray &lines) { m_newest[kind] = lines; }
     /** What was set and not sent yet is not to be sent. */
     void drop(Kind kind);
     /** Sends what was set to everybody who can take it. */
-    void tell();
+    void send();
     /** The client, which was behind, has read everything. */
     void hasRead(pps::ClientId client);
 
@@ -47,11 +47,11 @@ private:
     struct Subscriber {
         Kinds pending;
         Kinds heldBack;
-        /** It was told nothing yet. */
+        /** It got no message yet. */
         bool isNew = true;
     };
 
-    void tell(pps::ClientId client, Subscriber &subscriber);
+    void send(pps::ClientId client, Subscriber &subscriber);
 
     pps::Broker &m_broker;
     std::array<QByteArray, KindCount> m_newest;

@@ -7,7 +7,7 @@ namespace voro::nowplaying {
 namespace {
 
 constexpr std::string_view ControlPath = "/pps/services/multimedia/mediacontroller/control";
-/** The longest time that a newcomer waits for what the source tells anew. */
+/** The longest time that a new subscriber waits for a fresh report of the source. */
 constexpr int MaximumWait = 200;
 
 /** What a subscriber reads when the daemon is gone, and the source with it. */
@@ -48,19 +48,19 @@ void ControllerService::setSource(qint64 process)
     m_audience.set(Audience::Update, makeUpdate({}));
 }
 
-void ControllerService::tellSource(qint64 process)
+void ControllerService::reportSource(qint64 process)
 {
     setSource(process);
-    m_audience.tell();
+    m_audience.send();
 }
 
-void ControllerService::tellState(State state)
+void ControllerService::reportState(State state)
 {
     m_audience.set(Audience::State, makeMessage("m_state", toText(state)));
-    m_audience.tell();
+    m_audience.send();
 }
 
-void ControllerService::tellMetadata(const Metadata &metadata)
+void ControllerService::reportMetadata(const Metadata &metadata)
 {
     m_audience.set(Audience::Update, makeUpdate(metadata));
     release();
@@ -71,10 +71,10 @@ void ControllerService::renewMetadata(const Metadata &metadata)
     m_audience.renew(Audience::Update, makeUpdate(metadata));
 }
 
-void ControllerService::tellTrackChange()
+void ControllerService::reportTrackChange()
 {
     m_audience.set(Audience::TrackChange, makeMessage("m_state", "trackchange"));
-    m_audience.tell();
+    m_audience.send();
 }
 
 void ControllerService::release()

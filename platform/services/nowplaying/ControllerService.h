@@ -9,7 +9,7 @@
 
 namespace voro::nowplaying {
 
-/** The service of the controllers: tells them about the source, and takes their commands for it. */
+/** The service of the controllers: reports the source to them, and takes their commands for it. */
 class ControllerService : private pps::Service {
 public:
     /** Takes how a command went: empty, or a problem for people. */
@@ -22,7 +22,8 @@ public:
         virtual void commanded(const Command &command, const Done &done) = 0;
         /** Somebody opened the service for the first time. */
         virtual void controllerOpened() = 0;
-        /** Somebody is about to subscribe; what the source is about to tell anew is held back, for a short time. */
+        /** Somebody is about to subscribe. Returns the kinds that the source will report afresh: they are held back for
+         * a short time. */
         virtual Audience::Kinds subscribing() = 0;
         /** hasSubscribers() may have changed. */
         virtual void subscribersChanged() = 0;
@@ -35,11 +36,11 @@ public:
 
     bool hasSubscribers() const { return !m_audience.isEmpty(); }
 
-    /** Tells that there is another source now, or none (0), of which nothing else is known yet. */
-    void tellSource(qint64 process);
-    void tellState(State state);
-    void tellMetadata(const Metadata &metadata);
-    void tellTrackChange();
+    /** Reports another source, or none (0), of which nothing else is known yet. */
+    void reportSource(qint64 process);
+    void reportState(State state);
+    void reportMetadata(const Metadata &metadata);
+    void reportTrackChange();
     /** The metadata as they are now, for newcomers; for the others they have not changed. */
     void renewMetadata(const Metadata &metadata);
     /** What was held back is not awaited any more. */

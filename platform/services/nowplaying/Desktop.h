@@ -18,7 +18,7 @@ struct Player {
 /** What has changed about a player. */
 struct PlayerChange {
     bool state = false;
-    /** Anything that it tells of its track, or a jump within it. */
+    /** Any field of its metadata, or a jump within the track. */
     bool metadata = false;
     /** It plays another track, or the same one anew. */
     bool track = false;
@@ -43,7 +43,7 @@ public:
         /** player() is another one now, or there is none any more. */
         virtual void desktopPlayerChanged() = 0;
         /** Something about player() has changed, more than its position going on. */
-        virtual void desktopPlayerTold(const PlayerChange &change) = 0;
+        virtual void desktopPlayerUpdated(const PlayerChange &change) = 0;
         /** isSearching() is over. */
         virtual void desktopSearched() = 0;
     };

@@ -22,7 +22,7 @@ inline std::string_view view(const QByteArray &bytes)
     return {bytes.constData(), static_cast<size_t>(bytes.size())};
 }
 
-/** What a connection tells of itself. */
+/** A connection's own description. */
 struct Registration {
     QString name;
     bool isHigh = false;

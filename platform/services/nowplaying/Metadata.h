@@ -12,7 +12,7 @@ enum class State { Stopped, Paused, Playing };
 QString toText(State state);
 std::optional<State> toState(const QString &text);
 
-/** What a source tells of its track. What it did not give is empty, false or 0. */
+/** A source's report of its track. Fields that it did not give are empty, false or 0. */
 struct Metadata {
     QString artist;
     QString album;

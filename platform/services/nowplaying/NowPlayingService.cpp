@@ -12,7 +12,7 @@ constexpr int PositionInterval = 1000;
 NowPlayingService::NowPlayingService(pps::Broker &broker) : m_role(broker, *this), m_controllers(broker, *this)
 {
     m_clock.setInterval(PositionInterval);
-    QObject::connect(&m_clock, &QTimer::timeout, [this] { tellPosition(); });
+    QObject::connect(&m_clock, &QTimer::timeout, [this] { reportPosition(); });
 }
 
 NowPlayingService::~NowPlayingService() = default;
@@ -41,7 +41,7 @@ void NowPlayingService::holderChanged()
     } else if (m_desktop) {
         m_desktop->hideHolder();
     }
-    tellSource();
+    reportSource();
 }
 
 void NowPlayingService::holderAnswered()
@@ -57,7 +57,7 @@ void NowPlayingService::holderRenamed()
     }
 }
 
-void NowPlayingService::holderToldState(State state)
+void NowPlayingService::holderReportedState(State state)
 {
     setState(state);
     if (m_desktop) {
@@ -65,9 +65,9 @@ void NowPlayingService::holderToldState(State state)
     }
 }
 
-void NowPlayingService::holderToldMetadata(const Metadata &metadata)
+void NowPlayingService::holderReportedMetadata(const Metadata &metadata)
 {
-    m_controllers.tellMetadata(metadata);
+    m_controllers.reportMetadata(metadata);
     if (m_desktop) {
         m_desktop->showMetadata(metadata);
     }
@@ -75,7 +75,7 @@ void NowPlayingService::holderToldMetadata(const Metadata &metadata)
 
 void NowPlayingService::holderChangedTrack()
 {
-    m_controllers.tellTrackChange();
+    m_controllers.reportTrackChange();
     if (m_desktop) {
         m_desktop->showTrackChange();
     }
@@ -83,16 +83,16 @@ void NowPlayingService::holderChangedTrack()
 
 // --- The source, whatever it is
 
-void NowPlayingService::tellSource()
+void NowPlayingService::reportSource()
 {
     const Holder *const holder = m_role.holder();
     const auto player = holder || !m_desktop ? std::nullopt : m_desktop->player();
     const int playerProcess = player ? player->process : 0;
     m_state = State::Stopped;
-    m_controllers.tellSource(holder ? holder->process : playerProcess);
+    m_controllers.reportSource(holder ? holder->process : playerProcess);
     if (player) {
         setState(player->state);
-        tellPlayer(*player);
+        reportPlayer(*player);
     }
     // Whoever waited for the present gets it whole.
     m_controllers.release();
@@ -102,21 +102,21 @@ void NowPlayingService::tellSource()
 void NowPlayingService::setState(State state)
 {
     m_state = state;
-    m_controllers.tellState(state);
+    m_controllers.reportState(state);
     updateClock();
 }
 
-void NowPlayingService::tellPlayer(const Player &player)
+void NowPlayingService::reportPlayer(const Player &player)
 {
-    m_toldPosition = player.metadata.position;
-    m_controllers.tellMetadata(player.metadata);
+    m_reportedPosition = player.metadata.position;
+    m_controllers.reportMetadata(player.metadata);
 }
 
-void NowPlayingService::tellPosition()
+void NowPlayingService::reportPosition()
 {
     const auto player = m_desktop->player();
-    if (player && player->metadata.position != m_toldPosition) {
-        tellPlayer(*player);
+    if (player && player->metadata.position != m_reportedPosition) {
+        reportPlayer(*player);
     }
 }
 
@@ -208,24 +208,24 @@ void NowPlayingService::desktopCommanded(const TrackCommand &command)
 void NowPlayingService::desktopPlayerChanged()
 {
     if (!m_role.holder()) {
-        tellSource();
+        reportSource();
     }
 }
 
-void NowPlayingService::desktopPlayerTold(const PlayerChange &change)
+void NowPlayingService::desktopPlayerUpdated(const PlayerChange &change)
 {
     if (m_role.holder()) {
         return;
     }
     const Player player = *m_desktop->player();
     if (change.track) {
-        m_controllers.tellTrackChange();
+        m_controllers.reportTrackChange();
     }
     if (change.state) {
         setState(player.state);
     }
     // Its position is another one, whatever has changed.
-    tellPlayer(player);
+    reportPlayer(player);
 }
 
 } // namespace voro::nowplaying

@@ -29,8 +29,8 @@ private:
     void holderChanged() override;
     void holderAnswered() override;
     void holderRenamed() override;
-    void holderToldState(State state) override;
-    void holderToldMetadata(const Metadata &metadata) override;
+    void holderReportedState(State state) override;
+    void holderReportedMetadata(const Metadata &metadata) override;
     void holderChangedTrack() override;
 
     void commanded(const Command &command, const ControllerService::Done &done) override;
@@ -41,16 +41,16 @@ private:
     void desktopCommanded(const TrackCommand &command) override;
     void desktopShownChanged() override { updateWatched(); }
     void desktopPlayerChanged() override;
-    void desktopPlayerTold(const PlayerChange &change) override;
+    void desktopPlayerUpdated(const PlayerChange &change) override;
     void desktopSearched() override { m_controllers.release(); }
 
     /** Null when its module is missing. */
     Desktop *desktop();
-    void tellSource();
+    void reportSource();
     void setState(State state);
-    void tellPlayer(const Player &player);
-    /** Tells the player's position when it has gone on. */
-    void tellPosition();
+    void reportPlayer(const Player &player);
+    /** Reports the player's position when it has gone on. */
+    void reportPosition();
     /** Runs the clock of the player's positions while it is needed. */
     void updateClock();
     /** The command for the source as it is now. */
@@ -65,11 +65,11 @@ private:
     bool m_isDesktopTried = false;
     /** The state that the source published last. */
     State m_state = State::Stopped;
-    /** Holders report their positions themselves; those of a player of another program have to be told for it. */
+    /** Holders report their positions themselves; for a player of another program the service does. */
     QTimer m_clock;
-    /** The player's position that was told last. */
-    quint32 m_toldPosition = 0;
-    /** Whether the holder has been told that somebody watches. */
+    /** The player's position that was reported last. */
+    quint32 m_reportedPosition = 0;
+    /** Whether the holder knows that somebody watches. */
     bool m_wasWatched = false;
 };
 

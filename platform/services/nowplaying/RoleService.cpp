@@ -53,7 +53,7 @@ void RoleService::clientMessage(pps::ClientId client, std::string_view text)
     } else if (client == m_holder.client && name == "state") {
         takeState(data.toString());
     } else if (client == m_holder.client && name == "metadata" && data.typeId() == QMetaType::QVariantMap) {
-        m_listener.holderToldMetadata(Metadata::fromMap(data.toMap()));
+        m_listener.holderReportedMetadata(Metadata::fromMap(data.toMap()));
     }
 }
 
@@ -116,7 +116,7 @@ void RoleService::takeState(const QString &text)
     if (text == "trackchange") {
         m_listener.holderChangedTrack();
     } else if (const auto state = toState(text)) {
-        m_listener.holderToldState(*state);
+        m_listener.holderReportedState(*state);
     }
 }
 

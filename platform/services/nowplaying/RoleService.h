@@ -20,7 +20,7 @@ struct Holder {
 
 /**
  * What serves the media player's control object: gives the role to one of them at a time, shows which in the status
- * object, and takes what the holder tells.
+ * object, and takes the holder's reports.
  */
 class RoleService : public pps::Service {
 public:
@@ -33,8 +33,8 @@ public:
         virtual void holderAnswered() = 0;
         /** The holder registered anew, under another name. */
         virtual void holderRenamed() = 0;
-        virtual void holderToldState(State state) = 0;
-        virtual void holderToldMetadata(const Metadata &metadata) = 0;
+        virtual void holderReportedState(State state) = 0;
+        virtual void holderReportedMetadata(const Metadata &metadata) = 0;
         virtual void holderChangedTrack() = 0;
     };
 

@@ -59,7 +59,7 @@ void SoundService::clientMessage(pps::ClientId client, std::string_view text)
     }
 }
 
-/** Shows how the last sound went: who only asks to play is told nothing. */
+/** Publishes how the last sound went: a client that asks to play gets no answer when it does. */
 void SoundService::report(std::string_view problem)
 {
     const bool isSilent = problem == SoundServer::NoServer;

@@ -27,7 +27,7 @@ private:
     pps::Broker &m_broker;
     /** Whether the last sound found no sound server. */
     bool m_isSilent = false;
-    /** What the player's thread reports is told in the thread of this. */
+    /** Brings the reports of the player's thread into its own thread. */
     QObject m_context;
     Player m_player;
 };

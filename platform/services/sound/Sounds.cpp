@@ -6,7 +6,7 @@ namespace voro::sound {
 
 namespace {
 
-// A burst that sounds like a single picture would not tell what it is, so it is always our own.
+// A burst must not sound like a single picture, so its sound is always our own.
 constexpr std::array<Sound, 16> Sounds{{
     {"alarm_battery", {"battery-low", "battery-caution"}},
     {"event_browser_start", {"link-pressed"}},

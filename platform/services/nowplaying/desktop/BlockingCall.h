@@ -21,7 +21,7 @@ public:
     void start(const std::function<void()> &call, const std::function<void()> &finished);
 
 private:
-    /** Who is told of the end; the lock keeps it there meanwhile. */
+    /** The object that is notified of the end; the lock keeps it alive meanwhile. */
     struct Caller {
         std::mutex mutex;
         BlockingCall *object;

@@ -1,4 +1,5 @@
-#include "HolderObject.h"
+#include "HolderModel.h"
+#include "MprisAdaptor.h"
 #include "Players.h"
 #include "SessionBus.h"
 #include "SinkVolume.h"
@@ -22,7 +23,7 @@ public:
     void showState(State state) override { m_holder.setState(state); }
     void showMetadata(const Metadata &metadata) override { m_holder.setMetadata(metadata); }
     void showTrackChange() override { m_holder.changeTrack(); }
-    bool isShown() const override { return m_holder.isShown(); }
+    bool isShown() const override { return m_adaptor.isShown(); }
 
     std::optional<Player> player() const override;
     bool isSearching() const override { return m_search.isActive(); }
@@ -36,7 +37,8 @@ private:
     Listener &m_listener;
     SinkVolume m_volume;
     SessionBus m_bus;
-    HolderObject m_holder;
+    HolderModel m_holder;
+    MprisAdaptor m_adaptor{m_holder};
     Players m_players;
     /** Runs until the players that were there at the beginning are known. */
     QTimer m_search;
@@ -46,12 +48,12 @@ Module::Module(Listener &listener) : m_listener(listener)
 {
     connect(&m_volume, &SinkVolume::changed, this, [this] { m_holder.setVolume(m_volume.volume()); });
     connect(&m_bus, &SessionBus::connected, this, [this] {
-        m_holder.attach(m_bus.connection());
+        m_adaptor.attach(m_bus.connection());
         m_players.attach(m_bus.connection());
         m_volume.watch();
     });
     connect(&m_bus, &SessionBus::disconnected, this, [this] {
-        m_holder.detach();
+        m_adaptor.detach();
         m_players.detach();
     });
     connect(&m_bus, &SessionBus::settled, this, [this] {
@@ -59,14 +61,14 @@ Module::Module(Listener &listener) : m_listener(listener)
             endSearch();
         }
     });
-    connect(&m_holder, &HolderObject::shownChanged, this, [this] { m_listener.desktopShownChanged(); });
-    connect(&m_holder, &HolderObject::commanded, this,
+    connect(&m_adaptor, &MprisAdaptor::shownChanged, this, [this] { m_listener.desktopShownChanged(); });
+    connect(&m_adaptor, &MprisAdaptor::commanded, this,
             [this](const TrackCommand &command) { m_listener.desktopCommanded(command); });
-    connect(&m_holder, &HolderObject::volumeCommanded, this,
+    connect(&m_adaptor, &MprisAdaptor::volumeCommanded, this,
             [this](const VolumeCommand &command, const Done &done) { m_volume.change(command, done); });
     connect(&m_players, &Players::currentChanged, this, [this] { m_listener.desktopPlayerChanged(); });
-    connect(&m_players, &Players::currentTold, this,
-            [this](const PlayerChange &change) { m_listener.desktopPlayerTold(change); });
+    connect(&m_players, &Players::currentUpdated, this,
+            [this](const PlayerChange &change) { m_listener.desktopPlayerUpdated(change); });
     connect(&m_players, &Players::listed, this, &Module::endSearch);
     connect(&m_search, &QTimer::timeout, this, &Module::endSearch);
     if (m_bus.isConnecting()) {

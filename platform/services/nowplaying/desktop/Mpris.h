@@ -17,6 +17,13 @@ inline const QString OurPrefix = QStringLiteral("org.mpris.MediaPlayer2.voro.");
 /** The daemon of playerctl, which is no player but stands for the one that was active last. */
 inline const QString ProxyName = QStringLiteral("org.mpris.MediaPlayer2.playerctld");
 
+/** The properties that can be set, and those that a player need not have. */
+inline const QString LoopStatus = QStringLiteral("LoopStatus");
+inline const QString Shuffle = QStringLiteral("Shuffle");
+inline const QString Rate = QStringLiteral("Rate");
+inline const QString Volume = QStringLiteral("Volume");
+inline const QString DesktopEntry = QStringLiteral("DesktopEntry");
+
 /** How long a player may take for an answer, in milliseconds. */
 inline constexpr int Patience = 5000;
 

@@ -123,7 +123,7 @@ void Players::playerChanged(const QString &name, const PlayerChange &change)
     const quint64 before = m_currentId;
     choose();
     if (m_currentId == before && m_current == entry.player.get() && change.isAny()) {
-        Q_EMIT currentTold(change);
+        Q_EMIT currentUpdated(change);
     }
 }
 

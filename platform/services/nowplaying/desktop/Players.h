@@ -27,7 +27,7 @@ Q_SIGNALS:
     /** current() is another one. */
     void currentChanged();
     /** Something about current() has changed. */
-    void currentTold(const voro::nowplaying::PlayerChange &change);
+    void currentUpdated(const voro::nowplaying::PlayerChange &change);
     /** The players that were there when the bus came have all been asked, and have answered or never will. */
     void listed();
 

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 constexpr int MaximumAttempts = 6;
 constexpr auto FirstRetry = 50ms;
 
-/** The signal with which a connection tells its own end. */
+/** The signal by which a connection reports its own end. */
 const QString LocalPath = QStringLiteral("/org/freedesktop/DBus/Local");
 const QString LocalInterface = QStringLiteral("org.freedesktop.DBus.Local");
 const QString Disconnected = QStringLiteral("Disconnected");

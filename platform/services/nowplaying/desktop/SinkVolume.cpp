@@ -123,12 +123,12 @@ void SinkVolume::askForSink()
     start(pa_context_get_sink_info_by_name(
         m_context.get(), DefaultSink,
         [](pa_context *, const pa_sink_info *info, int end, void *self) {
-            static_cast<SinkVolume *>(self)->sinkTold(info, end);
+            static_cast<SinkVolume *>(self)->sinkReported(info, end);
         },
         this));
 }
 
-void SinkVolume::sinkTold(const pa_sink_info *info, int end)
+void SinkVolume::sinkReported(const pa_sink_info *info, int end)
 {
     if (info && m_sent.empty()) {
         m_sink = {info->volume, info->mute != 0};

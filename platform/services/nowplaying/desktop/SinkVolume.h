@@ -44,7 +44,7 @@ private:
     };
 
     void contextChanged();
-    void sinkTold(const pa_sink_info *info, int end);
+    void sinkReported(const pa_sink_info *info, int end);
     void askForSink();
     void carryOut(const VolumeCommand &command, const Desktop::Done &done);
     void acknowledged(bool isGood);
@@ -54,7 +54,7 @@ private:
     std::optional<Sink> m_sink;
     /** Commands that wait for the sink to be known. */
     std::vector<Waiting> m_waiting;
-    /** Those that were sent and not acknowledged; what the server tells of the sink may be from before them. */
+    /** Those that were sent and not acknowledged; a report of the sink may be from before them. */
     std::deque<Desktop::Done> m_sent;
 };
 

@@ -1,6 +1,6 @@
-#include "HolderObject.h"
+#include "MprisAdaptor.h"
 
-#include "DesktopEntry.h"
+#include "HolderModel.h"
 #include "Introspection.h"
 #include "Mpris.h"
 
@@ -21,14 +21,6 @@ constexpr auto BusPath = "/org/freedesktop/DBus";
 constexpr uint DoNotQueue = 4;
 constexpr uint PrimaryOwner = 1;
 constexpr uint AlreadyOwner = 4;
-/** The properties that can be set, and those that are not always there. */
-const QString LoopStatus = QStringLiteral("LoopStatus");
-const QString Shuffle = QStringLiteral("Shuffle");
-const QString Rate = QStringLiteral("Rate");
-const QString Volume = QStringLiteral("Volume");
-const QString DesktopEntry = QStringLiteral("DesktopEntry");
-/** A report that differs by more than this from where the position should be is a jump. In milliseconds. */
-constexpr qint64 Jump = 1000;
 
 QDBusMessage busCall(const char *method, const QVariantList &arguments)
 {
@@ -39,104 +31,34 @@ QDBusMessage busCall(const char *method, const QVariantList &arguments)
 
 } // namespace
 
-HolderObject::~HolderObject()
+MprisAdaptor::MprisAdaptor(const HolderModel &model) : m_model(model)
+{
+    connect(&model, &HolderModel::leaving, this, &MprisAdaptor::hide);
+    connect(&model, &HolderModel::appeared, this, &MprisAdaptor::show);
+    connect(&model, &HolderModel::playerPropertiesChanged, this, &MprisAdaptor::emitChanges);
+    connect(&model, &HolderModel::desktopEntryFound, this, &MprisAdaptor::emitDesktopEntry);
+    connect(&model, &HolderModel::seeked, this, &MprisAdaptor::emitSeeked);
+}
+
+MprisAdaptor::~MprisAdaptor()
 {
     blockSignals(true);
     detach();
 }
 
-// --- The model
-
-void HolderObject::setHolder(const QString &name, qint64 process)
-{
-    hide();
-    m_hasHolder = true;
-    m_name = name;
-    m_process = process;
-    m_state = State::Stopped;
-    m_metadata = {};
-    m_position = {};
-    m_track = 0;
-    askForDesktopEntry();
-    show();
-}
-
-void HolderObject::askForDesktopEntry()
-{
-    m_desktopEntry.clear();
-    const auto entry = std::make_shared<QString>();
-    const auto read = [entry, process = m_process] { *entry = desktopEntry(process); };
-    m_desktopEntryCall.start(read, [this, entry] {
-        m_desktopEntry = *entry;
-        if (isShown() && !m_desktopEntry.isEmpty()) {
-            const QVariantMap changes{{DesktopEntry, m_desktopEntry}};
-            signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::RootInterface, changes, QStringList()});
-        }
-    });
-}
-
-void HolderObject::rename(const QString &name)
-{
-    hide();
-    m_name = name;
-    show();
-}
-
-void HolderObject::clear()
-{
-    hide();
-    m_hasHolder = false;
-}
-
-void HolderObject::setState(State state)
-{
-    m_state = state;
-    m_position.setRate(state == State::Playing ? 1 : 0);
-    tellChanges();
-}
-
-void HolderObject::setMetadata(const Metadata &metadata)
-{
-    const bool isOtherTrack = m_track == 0 || metadata.title != m_metadata.title || metadata.artist != m_metadata.artist
-                              || metadata.album != m_metadata.album;
-    const bool isJump = std::abs(static_cast<qint64>(metadata.position) - m_position.now()) > Jump;
-    if (isOtherTrack) {
-        m_track = ++m_lastTrack;
-    }
-    m_metadata = metadata;
-    m_position.setDuration(metadata.duration);
-    m_position.set(metadata.position);
-    tellChanges();
-    if (isJump) {
-        tellSeeked();
-    }
-}
-
-void HolderObject::setVolume(double volume)
-{
-    m_volume = volume;
-    tellChanges();
-}
-
-void HolderObject::changeTrack()
-{
-    m_track = ++m_lastTrack;
-    tellChanges();
-}
-
 // --- On the bus
 
-void HolderObject::attach(const QDBusConnection &bus)
+void MprisAdaptor::attach(const QDBusConnection &bus)
 {
     m_bus = bus;
     m_bus->registerVirtualObject(mpris::Path, this);
-    if (m_hasHolder) {
+    if (m_model.hasHolder()) {
         show();
         Q_EMIT shownChanged();
     }
 }
 
-void HolderObject::detach()
+void MprisAdaptor::detach()
 {
     if (m_bus) {
         const bool wasShown = isShown();
@@ -149,22 +71,22 @@ void HolderObject::detach()
     }
 }
 
-void HolderObject::show()
+void MprisAdaptor::show()
 {
-    if (m_bus && m_hasHolder) {
-        m_told = playerProperties();
-        claim(mpris::busName(m_name));
+    if (m_bus && m_model.hasHolder()) {
+        m_published = m_model.playerProperties();
+        claim(mpris::busName(m_model.name()));
     }
 }
 
-void HolderObject::hide()
+void MprisAdaptor::hide()
 {
     if (isShown()) {
         m_bus->send(busCall("ReleaseName", {std::exchange(m_busName, QString())}));
     }
 }
 
-void HolderObject::claim(const QString &busName)
+void MprisAdaptor::claim(const QString &busName)
 {
     m_busName = busName;
     auto *const watcher =
@@ -178,12 +100,12 @@ void HolderObject::claim(const QString &busName)
     });
 }
 
-void HolderObject::claimed(uint result)
+void MprisAdaptor::claimed(uint result)
 {
     if (result == PrimaryOwner || result == AlreadyOwner) {
         return;
     }
-    const QString other = mpris::busName(m_name, QStringLiteral(".instance%1").arg(m_process));
+    const QString other = mpris::busName(m_model.name(), QStringLiteral(".instance%1").arg(m_model.process()));
     if (m_busName != other) {
         claim(other);
         return;
@@ -193,53 +115,61 @@ void HolderObject::claimed(uint result)
     Q_EMIT shownChanged();
 }
 
-void HolderObject::signal(const QString &interface, const QString &name, const QVariantList &arguments) const
+void MprisAdaptor::signal(const QString &interface, const QString &name, const QVariantList &arguments) const
 {
     QDBusMessage message = QDBusMessage::createSignal(mpris::Path, interface, name);
     message.setArguments(arguments);
     m_bus->send(message);
 }
 
-void HolderObject::tellChanges()
+void MprisAdaptor::emitChanges()
 {
     if (!isShown()) {
         return;
     }
-    const QVariantMap present = playerProperties();
+    const QVariantMap present = m_model.playerProperties();
     QVariantMap changes;
     QStringList gone;
     for (auto property = present.cbegin(); property != present.cend(); ++property) {
-        if (m_told.value(property.key()) != property.value()) {
+        if (m_published.value(property.key()) != property.value()) {
             changes.insert(property.key(), property.value());
         }
     }
-    for (auto property = m_told.cbegin(); property != m_told.cend(); ++property) {
+    for (auto property = m_published.cbegin(); property != m_published.cend(); ++property) {
         if (!present.contains(property.key())) {
             gone += property.key();
         }
     }
-    m_told = present;
+    m_published = present;
     if (!changes.isEmpty() || !gone.isEmpty()) {
         signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::PlayerInterface, changes, gone});
     }
 }
 
-void HolderObject::tellSeeked()
+void MprisAdaptor::emitDesktopEntry(const QString &entry)
 {
     if (isShown()) {
-        signal(mpris::PlayerInterface, "Seeked", {m_position.now() * 1000});
+        const QVariantMap changes{{mpris::DesktopEntry, entry}};
+        signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::RootInterface, changes, QStringList()});
+    }
+}
+
+void MprisAdaptor::emitSeeked()
+{
+    if (isShown()) {
+        signal(mpris::PlayerInterface, "Seeked", {m_model.position()});
     }
 }
 
 // --- Calls
 
 // Qt leaves calls for the introspection of a virtual object to handleMessage().
-QString HolderObject::introspect(const QString &) const
+QString MprisAdaptor::introspect(const QString &) const
 {
     return {};
 }
 
-QDBusMessage HolderObject::answer(const QDBusMessage &message)
+QDBusMessage MprisAdaptor::answer(const QDBusMessage &message)
 {
     if (message.interface() == mpris::PropertiesInterface) {
         return callProperties(message);
@@ -247,7 +177,7 @@ QDBusMessage HolderObject::answer(const QDBusMessage &message)
     return message.member() == "Introspect" ? message.createReply(introspection()) : call(message);
 }
 
-bool HolderObject::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
+bool MprisAdaptor::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
 {
     if (message.path() != mpris::Path || message.type() != QDBusMessage::MethodCallMessage) {
         return false;
@@ -260,12 +190,12 @@ bool HolderObject::handleMessage(const QDBusMessage &message, const QDBusConnect
     return connection.send(reply);
 }
 
-QString HolderObject::introspection() const
+QString MprisAdaptor::introspection() const
 {
     QStringList missing;
-    const QVariantMap player = playerProperties();
-    const QVariantMap root = rootProperties();
-    for (const QString &name : {DesktopEntry, LoopStatus, Shuffle}) {
+    const QVariantMap player = m_model.playerProperties();
+    const QVariantMap root = m_model.rootProperties();
+    for (const QString &name : {mpris::DesktopEntry, mpris::LoopStatus, mpris::Shuffle}) {
         if (!player.contains(name) && !root.contains(name)) {
             missing += name;
         }
@@ -273,62 +203,20 @@ QString HolderObject::introspection() const
     return nowplaying::introspection(missing);
 }
 
-QVariantMap HolderObject::rootProperties() const
-{
-    QVariantMap properties{
-        {"CanQuit", false},
-        {"CanRaise", false},
-        {"HasTrackList", false},
-        {"Identity", m_name},
-        {"SupportedUriSchemes", QStringList()},
-        {"SupportedMimeTypes", QStringList()},
-    };
-    if (!m_desktopEntry.isEmpty()) {
-        properties.insert(DesktopEntry, m_desktopEntry);
-    }
-    return properties;
-}
-
-QVariantMap HolderObject::playerProperties() const
-{
-    QVariantMap properties{
-        {"PlaybackStatus", mpris::fromState(m_state)},
-        {Rate, 1.0},
-        {"Metadata", mpris::fromMetadata(m_metadata, m_track)},
-        {Volume, m_volume},
-        {"MinimumRate", 1.0},
-        {"MaximumRate", 1.0},
-        {"CanGoNext", m_metadata.nextEnabled},
-        {"CanGoPrevious", m_metadata.previousEnabled},
-        {"CanPlay", true},
-        {"CanPause", true},
-        {"CanSeek", false},
-        {"CanControl", true},
-    };
-    // A holder that does not give a mode has none.
-    if (!m_metadata.repeatMode.isEmpty()) {
-        properties.insert(LoopStatus, mpris::fromRepeatMode(m_metadata.repeatMode));
-    }
-    if (!m_metadata.shuffleMode.isEmpty()) {
-        properties.insert(Shuffle, m_metadata.shuffleMode == "all");
-    }
-    return properties;
-}
-
-QVariantMap HolderObject::properties(const QString &interface) const
+QVariantMap MprisAdaptor::properties(const QString &interface) const
 {
     if (interface == mpris::RootInterface) {
-        return rootProperties();
+        return m_model.rootProperties();
     }
     if (interface != mpris::PlayerInterface) {
         return {};
     }
-    QVariantMap properties = playerProperties();
-    properties.insert("Position", m_position.now() * 1000);
+    QVariantMap properties = m_model.playerProperties();
+    properties.insert("Position", m_model.position());
     return properties;
 }
 
-QDBusMessage HolderObject::call(const QDBusMessage &message)
+QDBusMessage MprisAdaptor::call(const QDBusMessage &message)
 {
     struct Method {
         QString interface;
@@ -358,19 +246,19 @@ QDBusMessage HolderObject::call(const QDBusMessage &message)
     return message.createReply();
 }
 
-void HolderObject::command(const QString &method)
+void MprisAdaptor::command(const QString &method)
 {
     static const QMap<QString, QString> commands = {{"Next", "next"},   {"Previous", "prev"},
                                                     {"Pause", "pause"}, {"PlayPause", "playpause"},
                                                     {"Stop", "stop"},   {"Play", "play"}};
-    const bool isPossible = (method != "Next" || m_metadata.nextEnabled)
-                            && (method != "Previous" || m_metadata.previousEnabled) && commands.contains(method);
+    const bool isPossible = (method != "Next" || m_model.canGoNext())
+                            && (method != "Previous" || m_model.canGoPrevious()) && commands.contains(method);
     if (isPossible) {
         Q_EMIT commanded({commands.value(method)});
     }
 }
 
-QDBusMessage HolderObject::callProperties(const QDBusMessage &message)
+QDBusMessage MprisAdaptor::callProperties(const QDBusMessage &message)
 {
     static const QMap<QString, QString> signatures = {{"Get", "ss"}, {"GetAll", "s"}, {"Set", "ssv"}};
     const QString method = message.member();
@@ -393,7 +281,7 @@ QDBusMessage HolderObject::callProperties(const QDBusMessage &message)
     if (method == "Get") {
         return message.createReply(QVariant::fromValue(QDBusVariant(known.value(name))));
     }
-    static const QStringList writable{LoopStatus, Shuffle, Rate, Volume};
+    static const QStringList writable{mpris::LoopStatus, mpris::Shuffle, mpris::Rate, mpris::Volume};
     if (!writable.contains(name)) {
         return message.createErrorReply(QDBusError::PropertyReadOnly, name + " cannot be set");
     }
@@ -404,15 +292,15 @@ QDBusMessage HolderObject::callProperties(const QDBusMessage &message)
     return setProperty(message, name, value);
 }
 
-QDBusMessage HolderObject::setProperty(const QDBusMessage &message, const QString &name, const QVariant &value)
+QDBusMessage MprisAdaptor::setProperty(const QDBusMessage &message, const QString &name, const QVariant &value)
 {
-    if (name == LoopStatus) {
+    if (name == mpris::LoopStatus) {
         return setLoopStatus(message, value.toString());
     }
-    if (name == Volume) {
+    if (name == mpris::Volume) {
         return changeVolume(message, value.toDouble());
     }
-    if (name == Shuffle) {
+    if (name == mpris::Shuffle) {
         Q_EMIT commanded({QVariantMap{{"command", "shuffle"}, {"value", value.toBool() ? "all" : "off"}}});
     } else if (value.toDouble() == 0) {
         // The only rate is 1; 0 is a pause.
@@ -421,7 +309,7 @@ QDBusMessage HolderObject::setProperty(const QDBusMessage &message, const QStrin
     return message.createReply();
 }
 
-QDBusMessage HolderObject::setLoopStatus(const QDBusMessage &message, const QString &status)
+QDBusMessage MprisAdaptor::setLoopStatus(const QDBusMessage &message, const QString &status)
 {
     const QString mode = mpris::toRepeatMode(status);
     if (mode.isEmpty()) {
@@ -431,7 +319,7 @@ QDBusMessage HolderObject::setLoopStatus(const QDBusMessage &message, const QStr
     return message.createReply();
 }
 
-QDBusMessage HolderObject::changeVolume(const QDBusMessage &message, double volume)
+QDBusMessage MprisAdaptor::changeVolume(const QDBusMessage &message, double volume)
 {
     message.setDelayedReply(true);
     const int level = volume > 0 ? static_cast<int>(std::lround(std::min(volume, 1.0) * 100)) : 0;
