@@ -1,6 +1,7 @@
 #include "StopSignals.h"
 
 #include <fcntl.h>
+#include <pps/Fd.h>
 #include <unistd.h>
 
 #include <array>
@@ -8,7 +9,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
-#include <utility>
 
 namespace voro {
 
@@ -19,7 +19,7 @@ constexpr std::array Handled{SIGINT, SIGTERM, SIGHUP, SIGTSTP, SIGCONT, SIGALRM,
 constexpr itimerspec Grace{{}, {0, 500'000'000}};
 
 /** The handler writes the signal's number into the pipe, the event loop reads it. */
-std::array<int, 2> signalPipe{-1, -1};
+std::array<pps::Fd, 2> signalPipe;
 volatile std::sig_atomic_t endsAtOnce = 0;
 volatile std::sig_atomic_t isEnding = 0;
 /** Runs from the first signal to the end of the grace, if there is one. */
@@ -46,16 +46,18 @@ void onSignal(int number)
     }
     const auto byte = static_cast<char>(number);
     // A full pipe has a signal in it already.
-    [[maybe_unused]] const auto written = write(signalPipe[1], &byte, 1);
+    [[maybe_unused]] const auto written = write(signalPipe[1].get(), &byte, 1);
     errno = saved;
 }
 
 int openPipe()
 {
-    if (pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         qFatal("cannot make a pipe");
     }
-    return signalPipe[0];
+    signalPipe = {pps::Fd(ends[0]), pps::Fd(ends[1])};
+    return ends[0];
 }
 
 void setHandlers(void (*handler)(int))
@@ -92,9 +94,7 @@ StopSignals::~StopSignals()
         timer_delete(graceTimer);
     }
     m_notifier.setEnabled(false);
-    for (int &end : signalPipe) {
-        close(std::exchange(end, -1));
-    }
+    signalPipe = {};
 }
 
 StopSignals::AtOnce::AtOnce()
@@ -110,7 +110,7 @@ StopSignals::AtOnce::~AtOnce()
 void StopSignals::onReadable()
 {
     char number = 0;
-    if (read(signalPipe[0], &number, 1) != 1) {
+    if (read(signalPipe[0].get(), &number, 1) != 1) {
         return;
     }
     if (ends(number)) {
