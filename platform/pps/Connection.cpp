@@ -85,7 +85,7 @@ int leftUntil(Clock::time_point deadline, int milliseconds)
     return milliseconds < 0 ? -1 : static_cast<int>(std::max<std::chrono::milliseconds::rep>(left, 0));
 }
 
-/** Says what keeps this process from the daemon; not again when the next object finds out. */
+/** Prints why this process does not reach the daemon, once for all objects. */
 void complain(const std::string &problem)
 {
     static std::mutex &mutex = *new std::mutex;
@@ -265,7 +265,7 @@ bool Connection::handshake(Fd socket)
     m_socket = std::move(socket);
     ++m_socketNumber;
     m_update.reset();
-    m_isAtEnd = m_lostDaemon = m_wasClosed = m_toldEnd = false;
+    m_isAtEnd = m_lostDaemon = m_wasClosed = m_announcedEnd = false;
     m_error = 0;
     m_broker = packet.header.from;
     m_seen = {packet.header.to, {}, packet.header.more != 0};
@@ -342,7 +342,7 @@ void Connection::keep(const Packet &packet)
     }
 }
 
-// Without a word the daemon is gone. What it left for that is read next, unless it was read before it was left.
+// An end without Reply::Closed is the loss of the daemon. Its will is read next, unless the reader has seen the same.
 void Connection::noticeEnd()
 {
     m_isAtEnd = true;
@@ -371,11 +371,11 @@ bool Connection::staysOpen(bool wait) const
     if (!m_lostDaemon || m_endsWithDaemon || m_path->server) {
         return false;
     }
-    // Whoever waits for an answer waits for one to what the daemon was told.
+    // A client that waits for an answer waits for one to a message that reached the daemon.
     return !m_path->isService() || m_mode == Publish || (!wait && hasReturn());
 }
 
-// Puts aside what the socket still holds.
+// Moves the socket's packets to m_left or m_update.
 void Connection::drain()
 {
     if (!m_path->isService()) {
@@ -390,8 +390,8 @@ void Connection::drain()
     m_left.insert(0, messages);
 }
 
-// A process that dies closes one socket after the other: what is written to one of the last is lost, though everybody
-// knows.
+// A dying process closes one socket after the other: a message to one of the last is lost, although another object has
+// noticed the end already.
 void Connection::awaitEnd()
 {
     const auto deadline = Clock::now() + std::chrono::milliseconds(LongestDeath);
@@ -562,10 +562,10 @@ bool Connection::readUpdate(std::string &text)
 
 bool Connection::readEnd(std::string &text)
 {
-    if (m_path->wait && m_path->isService() && !m_toldEnd) {
+    if (m_path->wait && m_path->isService() && !m_announcedEnd) {
         // Ends a loop that reads until an answer comes.
         text = "@control\nerror::closed\n";
-        m_toldEnd = true;
+        m_announcedEnd = true;
         return true;
     }
     m_socket.reset();

@@ -15,8 +15,8 @@ namespace voro::pps {
  * One open PPS object without Qt: what PpsObject, the renderer's client functions and the workers are made of.
  *
  * When the daemon goes, what it had sent is read first and then its will. A subscription of a plain object, a client
- * of a service object with a return, and whoever only writes stay open then: they are lost until comeBack() succeeds,
- * which read() and write() try as well. Everybody else is at the end.
+ * of a service object with a return, and an object opened for writing only stay open then: they are lost until
+ * comeBack() succeeds, which read() and write() try as well. All others are at their end.
  *
  * Used by one thread at a time. A failed operation leaves an errno number in error().
  */
@@ -31,9 +31,9 @@ public:
     bool open(std::string_view path, unsigned mode);
     /** Opens the object over a connected socket that the daemon made; takes the socket. It never comes back. */
     bool openOn(int socket, std::string_view path, unsigned mode);
-    /** Has the object end with its daemon, for who brings it back by other means. */
+    /** The object ends with its daemon; the owner brings it back by other means. */
     void endWithDaemon() { m_endsWithDaemon = true; }
-    /** Changes how long the broker may take for an answer; a minute if nothing is said. */
+    /** Changes how long the broker may take for an answer; the default is a minute. */
     void setLongestAnswer(int milliseconds) { m_longestAnswer = milliseconds; }
     bool isOpen() const { return m_socket.isValid(); }
     /** Whether it is open for reading. */
@@ -42,7 +42,7 @@ public:
 
     /** The socket, to wait for; -1 when closed. */
     int fd() const { return m_socket.get(); }
-    /** Another number for each socket that it had. */
+    /** Counts the sockets that it had. */
     unsigned socketNumber() const { return m_socketNumber; }
     /** Whether read() would return something, a failure included, without waiting. */
     bool isReadable();
@@ -73,11 +73,12 @@ public:
      */
     bool write(std::string_view text);
 
-    /** What the daemon wants to be told first when the object is brought back. */
+    /** The first messages that the daemon expects when the object is brought back. */
     const std::string &returnText() const { return m_return; }
-    /** What the daemon left to be read of the object's folder. */
+    /** The will that the daemon left for the object's folder. */
     std::string folderWill() const { return findWill(m_path->folder, m_broker).text; }
-    /** Takes that away, for who brings the folder back: whoever did not read it by then reads the present. */
+    /** Drops it, for the service that brings the folder back: a reader that did not read it by then reads the present.
+     */
     void dropFolderWill() const { dropWill(m_path->folder, m_broker); }
 
     /** The last failure as an errno number; 0 when nothing failed. */
@@ -120,11 +121,11 @@ private:
     int m_longestAnswer = 60'000;
     bool m_endsWithDaemon = false;
     bool m_isAtEnd = false;
-    /** At the end: the daemon went without a word. */
+    /** At the end: the daemon went without saying so. */
     bool m_lostDaemon = false;
     bool m_wasClosed = false;
-    bool m_toldEnd = false;
-    /** The path as it was given, and what it says. */
+    bool m_announcedEnd = false;
+    /** The path as it was given, and parsed. */
     std::string m_name;
     std::unique_ptr<const ObjectPath> m_path;
     Seen m_seen;
@@ -135,7 +136,7 @@ private:
     std::shared_ptr<KeptWill> m_folderWill;
     std::string m_will;
     std::string m_return;
-    /** What is left to be read of a daemon that went. */
+    /** Text of a lost daemon that is still to be read. */
     std::string m_left;
     /** The reader of a plain object has read its folder's will, and nothing since. */
     bool m_knowsWill = false;

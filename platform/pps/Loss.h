@@ -14,9 +14,9 @@ namespace voro::pps {
 /** The newest will of a folder. */
 struct FolderWill {
     std::string text;
-    /** Who has seen this version of the folder's objects has read as much; 0: nobody has. */
+    /** A reader of this version of the folder's objects has read the same; 0: none has. */
     uint64_t shownBy = 0;
-    /** The folder is back, so that whoever did not read the will by then reads the present. */
+    /** The folder is back: a reader that did not read the will by then reads the present. */
     bool isDropped = false;
 };
 /** The same, kept as long as a connection holds it. */
@@ -28,7 +28,7 @@ std::shared_ptr<KeptWill> keepWill(const std::string &folder, FolderWill will, u
 FolderWill findWill(const std::string &folder, uint64_t broker);
 void dropWill(const std::string &folder, uint64_t broker);
 
-/** Notes that this broker is gone, and whether that was noted. */
+/** Records that this broker is gone, and whether that is recorded. */
 void brokerLost(uint64_t broker);
 bool isBrokerLost(uint64_t broker);
 
@@ -37,7 +37,7 @@ std::string partOf(std::string_view will, const ObjectPath &path);
 /** Takes the first of several texts that begin with an object line each. */
 std::string_view takeText(std::string_view &texts);
 
-/** Who waits for another daemon. */
+/** Waits for another daemon. */
 class Waiter {
 public:
     virtual ~Waiter() = default;

@@ -47,7 +47,7 @@ public:
     bool isEnabled = true;
     bool isCheckPosted = false;
     /** The failing read that is due was announced. */
-    bool toldEnd = false;
+    bool announcedEnd = false;
 };
 
 void PpsObjectPrivate::postCheck()
@@ -114,10 +114,10 @@ void PpsObjectPrivate::check()
     const bool isReadable = connection.isReadable();
     follow();
     const bool isEnd = connection.isAtEnd() && !connection.isLost() && !connection.hasMore();
-    if (!isReadable || (isEnd && toldEnd)) {
+    if (!isReadable || (isEnd && announcedEnd)) {
         return;
     }
-    toldEnd = isEnd;
+    announcedEnd = isEnd;
     const QPointer<PpsObject> guard(q);
     Q_EMIT q->readyRead();
     if (guard && connection.hasMore()) {
@@ -146,7 +146,7 @@ bool PpsObject::open(QFlags<PpsOpenMode::Type> mode)
     if (!d->connection.open(d->path.toStdString(), static_cast<unsigned>(mode.toInt()))) {
         return d->fail(d->connection.error());
     }
-    d->toldEnd = false;
+    d->announcedEnd = false;
     d->postCheck();
     return true;
 }
@@ -178,7 +178,7 @@ QByteArray PpsObject::read(bool *ok)
         d->dropNotifier();
         d->endComeback();
     } else if (d->connection.hasMore() || d->connection.isAtEnd() || d->hasOtherSocket()) {
-        d->toldEnd = false;
+        d->announcedEnd = false;
         d->postCheck();
     }
     if (ok) {

@@ -78,7 +78,7 @@ int prepareInTime(const Place &place)
     return ETIMEDOUT;
 }
 
-/** Whether the process that listens at the other end is ours; errno tells why it is not. */
+/** Whether the process that listens at the other end is ours; errno says why not. */
 bool isOurs(int socket)
 {
     ucred peer{};
@@ -148,7 +148,7 @@ Fd connectToSocket(const std::string &path)
         return {};
     }
     Fd socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-    // A daemon that hangs keeps nobody for ever.
+    // A daemon that hangs must not block its clients for ever.
     const timeval limit{LongestStart.count(), 0};
     setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
     int result;

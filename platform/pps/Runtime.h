@@ -9,7 +9,7 @@
 
 namespace voro::pps {
 
-/** The longest time that a daemon may take to start, and that the broker's socket may take no packet. */
+/** The longest time for a daemon's start, and for a send to a broker that does not read. */
 inline constexpr std::chrono::seconds LongestStart{60};
 
 /**
@@ -24,7 +24,7 @@ std::string runtimeProblem(const std::string &folder, int error);
 std::string socketPath(const std::string &folder);
 
 /**
- * Connects to the broker's socket in the folder; on failure the result is invalid and errno tells why: EACCES when
+ * Connects to the broker's socket in the folder; on failure the result is invalid and errno says why: EACCES when
  * another user listens there.
  */
 Fd connectTo(const std::string &folder);
@@ -34,7 +34,7 @@ Fd connectToSocket(const std::string &path);
 
 /**
  * Makes such a socket, in place of what is there; whoever sees its path finds it listening. On failure the result is
- * invalid and errno tells why.
+ * invalid and errno says why.
  */
 Fd listenAt(const std::string &path);
 

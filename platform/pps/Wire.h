@@ -28,7 +28,7 @@ struct Position {
     uint64_t reached = 0;
 };
 
-/** One object of which a reader has seen less than its position tells: a fence held it back. */
+/** One object of which a reader has seen less than its position says: a fence held it back. */
 struct Held {
     uint64_t object;
     uint64_t version;
@@ -41,7 +41,7 @@ struct Request {
         Open = 1,
         /** Body: PPS text. */
         Write,
-        /** Body: Held entries. Answered by Answer, which tells everything since the position. */
+        /** Body: Held entries. Answered by Answer, which holds everything since the position. */
         Pull,
         Close,
     };
@@ -89,7 +89,7 @@ struct Reply {
         Return = 4,
     };
     uint8_t type;
-    /** Whether a Pull has something to tell after this packet. */
+    /** Whether a Pull would bring something after this packet. */
     uint8_t more;
     uint16_t error;
     uint16_t heldCount;
@@ -105,7 +105,7 @@ struct Reply {
     uint64_t shownBy;
 };
 
-/** In every version of the protocol the first packet of either side begins with these bytes: they tell versions apart.
+/** In every version of the protocol the first packet of either side begins with these bytes, which show its version.
  */
 inline constexpr size_t CommonHeader = 4;
 static_assert(offsetof(Request, version) == 2 && offsetof(Reply, error) == 2);

@@ -9,23 +9,23 @@
 
 namespace voro::pps {
 
-/** What the processes of a user have to share. */
+/** The resources that the processes of a user share. */
 enum class Resource {
     /** Bytes that objects, unread messages and waiting commands take, with all that keeping them costs. */
     Memory,
     Connections,
     Contexts,
     Workers,
-    /** Connections of those who show pictures. */
+    /** Connections of processes that show pictures. */
     Viewers,
     /** Threads that wait for a disk. */
     DiskJobs,
 };
 
 /**
- * Who uses how much of what. A process may have a quarter of what the others leave, so whatever one takes, there is
- * something left for the next. The services of this process have a reserve of their own. What processes that have gone
- * left behind is counted together and stands in nobody's way: it goes when there is no room beside it.
+ * Accounts for the resources that each process uses. A process may have a quarter of what the others leave, so there
+ * is always something left for the next one. The services of this process have a reserve of their own. The remains of
+ * processes that have gone are counted together and count against nobody: they go when the room is needed.
  */
 class Accounts {
     struct Account;
@@ -34,7 +34,7 @@ public:
     /** The account of the services in this process. */
     static constexpr pid_t Services = 0;
 
-    /** A process's use of something, which ends with this object. It must not outlive the accounts. */
+    /** A process's use of a resource, which ends with this object. It must not outlive the accounts. */
     class Charge {
     public:
         Charge() = default;
@@ -47,7 +47,7 @@ public:
         pid_t process() const;
         /** Makes it larger or smaller. False when the process cannot have that much: nothing has changed then. */
         bool resize(size_t amount);
-        /** Counts it among what processes that have gone left behind. */
+        /** Counts it among the remains of processes that have gone. */
         void leave();
         bool isLeft() const;
         void release();
@@ -70,7 +70,7 @@ public:
     size_t room(pid_t process, Resource resource) const;
     /** Whether memory that was left behind has to make room. */
     bool isOverfull() const;
-    /** Gives memory back to the system, once much of it is used no longer. */
+    /** Gives memory back to the system once much of it is free. */
     void trim();
 
 private:
@@ -89,12 +89,12 @@ private:
     void drop(Account &account);
     size_t memory() const;
 
-    /** How much the processes can have altogether, and how much the services besides. */
+    /** The processes' total, and the services' reserve besides. */
     Amounts m_capacities;
     Account m_services;
     Account m_left;
     std::unordered_map<pid_t, Account> m_processes;
-    /** What the processes have that are there. */
+    /** The use of the processes that are alive. */
     Amounts m_used{};
     size_t m_peak = 0;
 };

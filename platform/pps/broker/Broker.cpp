@@ -177,7 +177,7 @@ bool Broker::isBehind(ClientId id) const
     return client && client->reads() && !client->hasReadAll();
 }
 
-void Broker::tellWhenRead(ClientId id)
+void Broker::notifyWhenRead(ClientId id)
 {
     if (Client *client = d->find(id); client && !client->isCondemned) {
         d->readers.add(*client);

@@ -15,7 +15,7 @@ namespace voro::pps {
 /** A client of a service object, as its service names it: the ID of "@control.ID". Never used twice. */
 using ClientId = uint64_t;
 
-/** Who a client is. */
+/** The identity of a client. */
 struct Peer {
     /** The process, by the socket's credentials; the daemon's own for an adopted socket whose peer is not known. */
     pid_t process = 0;
@@ -24,8 +24,8 @@ struct Peer {
 };
 
 /**
- * What serves a control object inside the broker's process. It is called from Broker::process() and may call the
- * broker back at any time.
+ * Serves a control object inside the broker's process. It is called from Broker::process() and may call the broker
+ * at any time.
  */
 class Service {
 public:
@@ -35,7 +35,7 @@ public:
     virtual void clientMessage(ClientId client, std::string_view text) = 0;
     /** Once for every client that opened, unless the object is no longer served. */
     virtual void clientClosed(ClientId client) = 0;
-    /** The client has read everything that was sent: follows once on each Broker::tellWhenRead(). */
+    /** The client has read everything that was sent: follows once on each Broker::notifyWhenRead(). */
     virtual void clientHasRead(ClientId) {}
 };
 
@@ -71,17 +71,17 @@ public:
 
     /** How many sockets of clients are open, adopted ones not counted. */
     size_t clientCount() const;
-    /** Leaves every client without a word, as if the process had died. */
+    /** Drops every client without a packet, as if the process had died. */
     void leave();
     /** Called from process() when clientCount() changed. */
     void onClientCountChanged(std::function<void()> callback);
 
-    /** Who uses how much; services charge to it what they do for a process. */
+    /** The resources that processes use; services charge their work for a process to it. */
     Accounts &accounts();
 
-    /** Has a function called from process() whenever the descriptor is readable, until unwatch(). */
+    /** Calls a function from process() whenever the descriptor is readable, until unwatch(). */
     void watch(int descriptor, std::function<void()> callback);
-    /** To be called before the descriptor is closed; the callback itself may do so. */
+    /** Call it before the descriptor is closed; the callback itself may do so. */
     void unwatch(int descriptor);
 
     // For services in this process. Everything takes effect at once and in the order of the calls.
@@ -105,22 +105,22 @@ public:
     /**
      * Leaves a will: text of objects of the folder, which their readers read when they lose this broker. It goes to
      * everybody who has something open in the folder, with what is sent to them next. Readers who have seen the
-     * version `shownBy` know it already (0: nobody does). One that is longer than MaximumKept is none.
+     * version `shownBy` know it already (0: nobody does). A longer text than MaximumKept is dropped.
      */
     void setWill(std::string_view folder, std::string_view text, uint64_t shownBy = 0,
                  pid_t payer = Accounts::Services);
-    /** The version of what is published next. */
+    /** The version of the next publication. */
     uint64_t nextVersion() const;
     /**
-     * From the one to the other a service publishes again in the folder what the will of an earlier broker said. Who
-     * has read that one is not told.
+     * Between the two a service publishes in the folder again what the will of an earlier broker said. A reader of
+     * that will is not notified.
      */
     void beginReturn(std::string_view folder);
     void endReturn(std::string_view folder);
 
-    /** Serves the control object at the path; false when somebody serves it already. */
+    /** Serves the control object at the path; false when it is served already. */
     bool serve(std::string_view path, Service *service);
-    /** Ends that; its clients are told. The service is not called any more. */
+    /** Ends that and notifies its clients. The service is not called any more. */
     void unserve(std::string_view path);
     /**
      * Sends a message to one client, as "@control" and the given lines. Ignored when the client is gone or opened for
@@ -129,17 +129,17 @@ public:
     bool send(ClientId client, std::string_view lines);
     /** Sends a message to every client of the service object. */
     bool sendAll(std::string_view path, std::string_view lines);
-    /** Leaves messages, with an object line each, that this client reads when it loses this broker. */
+    /** Sets messages, with an object line each, that this client reads when it loses this broker. */
     void setWill(ClientId client, std::string_view messages);
     /**
-     * Gives the client what it sends first when it is back: messages with an object line each, or what its own code
-     * makes a request of. One that is longer than MaximumKept is none.
+     * Sets the messages that the client sends first when it is back: with an object line each, or as its own code
+     * makes requests of them. A longer text than MaximumKept is dropped.
      */
     void setReturn(ClientId client, std::string_view text);
     /** Whether the client has messages that it did not read yet. */
     bool isBehind(ClientId client) const;
-    /** Has clientHasRead() called from process() as soon as the client is not behind. */
-    void tellWhenRead(ClientId client);
+    /** Calls clientHasRead() from process() as soon as the client is not behind. */
+    void notifyWhenRead(ClientId client);
     /** Closes the client's object; clientClosed() follows from process(). */
     void disconnect(ClientId client);
 

@@ -258,7 +258,7 @@ void Broker::Private::sendKept()
     }
 }
 
-void Broker::Private::tellReader(ClientId id)
+void Broker::Private::notifyReader(ClientId id)
 {
     if (Client *client = find(id); client && client->endpoint && client->endpoint->service) {
         client->endpoint->service->clientHasRead(id);
@@ -507,7 +507,7 @@ void Broker::Private::processEvent(const epoll_event &event)
     }
     if (event.data.u64 == ReadEvent) {
         for (const ClientId id : readers.takeRead()) {
-            tellReader(id);
+            notifyReader(id);
         }
         return;
     }

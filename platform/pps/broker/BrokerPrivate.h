@@ -37,13 +37,13 @@ public:
     void afterSend(Client &client);
     void closeWhenFlushed(Client &client);
     void endService(Endpoint &endpoint);
-    /** What clients are given of a text to keep, on the account of a process; null when that cannot have it. */
+    /** A text for clients to keep, charged to a process; null when that cannot have it. */
     Kept makeKept(std::string_view text, pid_t payer, uint64_t shownBy = 0);
     void setWill(const std::string &folder, const Kept &will);
     void keepLater(Client &client);
     void sendKept();
     void wakeUp();
-    void tellReader(ClientId id);
+    void notifyReader(ClientId id);
 
     // Packets.
     void handlePacket(Client &client, const ClientPacket &packet) override;
@@ -78,9 +78,9 @@ public:
     /** Descriptors of services. */
     std::unordered_map<int, std::shared_ptr<const std::function<void()>>> watched;
     std::vector<Client *> condemned;
-    /** Clients that are to be given something to keep, if nothing else is sent to them. */
+    /** Clients that get a text to keep even if nothing else is sent to them. */
     std::vector<ClientId> keepers;
-    /** Tells this broker from every other one. */
+    /** Distinguishes this broker from every other one. */
     uint64_t number = 0;
     /** Detached clients that a caller further up may still refer to. */
     std::vector<std::unique_ptr<Client>> graveyard;

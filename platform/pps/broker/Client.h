@@ -38,11 +38,11 @@ public:
      * Sends a packet, or keeps it until the socket takes it. What the client has yet to be given to keep goes along.
      */
     void send(Reply header, std::string_view held, std::string_view body);
-    /** Says that the socket is about to be closed; nothing is sent after that. */
+    /** Announces that the socket is about to be closed; nothing is sent after that. */
     void sayClosed();
-    /** Closes the socket without a word. */
+    /** Closes the socket without that. */
     void leave();
-    /** Whether the client was not sent yet what it is to keep. */
+    /** Whether the client still has to get a text to keep. */
     bool hasToKeep() const { return isOpen() && reads() && (will != m_will || back != m_back); }
     /** Sends what was kept; to be called when the socket is writable. */
     void flush();
@@ -50,7 +50,7 @@ public:
     bool isQueued() const { return !m_queue.empty(); }
     /** How many bytes of packets the socket did not take yet. */
     size_t queuedSize() const { return m_queuedSize; }
-    /** What the client takes with its packets. */
+    /** The memory of the client's packets. */
     size_t cost() const;
     /** Whether the client has read everything that was sent. */
     bool hasReadAll() const;
@@ -67,20 +67,20 @@ public:
     /** The process that both are charged to. */
     pid_t payer() const { return memory.process(); }
 
-    /** Unless empty, all that the client may open. */
+    /** Unless empty, the only object that the client may open. */
     std::string onlyPath;
 
-    // What it is to keep for the day that it loses us.
+    // Texts that it keeps for the loss of this broker.
     Kept will;
     Kept back;
 
-    // What is open.
+    // The open object.
     unsigned mode = 0;
     ObjectPath path;
     /** The service object whose client or server this is. */
     Endpoint *endpoint = nullptr;
     Subscriber subscriber;
-    /** A subscriber that has been told that more is there, and not pulled since. */
+    /** A subscriber that got the mark that there is more, and has not pulled since. */
     bool isMarked = false;
     /** Whether a subscriber may have received a text that it has not read yet. */
     bool mayHoldText = false;
@@ -98,7 +98,7 @@ public:
     std::pair<Request, std::string> takePacket() { return *std::exchange(m_kept, std::nullopt); }
 
     // The end.
-    /** It said that it goes. */
+    /** It announced its end. */
     bool hasClosed = false;
     /** No packet of the client counts any more, and its socket will be closed. */
     bool isCondemned = false;
@@ -117,7 +117,7 @@ private:
     size_t m_queuedSize = 0;
     bool m_isPeerGone = false;
     bool m_saidClosed = false;
-    // What it has got to keep.
+    // Texts that it has got to keep.
     Kept m_folderWill;
     Kept m_will;
     Kept m_back;

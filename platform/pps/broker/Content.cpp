@@ -150,10 +150,10 @@ bool Content::mayContradict(const Selection &selection) const
               });
 }
 
-void Content::append(std::string &out, std::string_view name, uint64_t seen, uint64_t told,
+void Content::append(std::string &out, std::string_view name, uint64_t seen, uint64_t reported,
                      const Selection &selection) const
 {
-    const bool isFirst = told == 0;
+    const bool isFirst = reported == 0;
     const bool isFiltered = !selection.filter.empty();
     if (m_version <= seen || (!m_exists && (isFirst || isFiltered))) {
         return;
@@ -163,9 +163,9 @@ void Content::append(std::string &out, std::string_view name, uint64_t seen, uin
         return;
     }
     const size_t begin = out.size();
-    if (!isFirst && m_created > told) {
+    if (!isFirst && m_created > reported) {
         out += '+';
-    } else if (!isFirst && (m_replaced > told || m_forgotten > told)) {
+    } else if (!isFirst && (m_replaced > reported || m_forgotten > reported)) {
         out += '*';
     }
     out.append("@").append(name).append("\n");
@@ -183,7 +183,7 @@ void Content::append(std::string &out, std::string_view name, uint64_t seen, uin
         return;
     }
     for (const Deletion &deletion : m_deletions) {
-        if (!isFiltered && !isFirst && deletion.version > told) {
+        if (!isFiltered && !isFirst && deletion.version > reported) {
             out.append("-").append(deletion.name).append("\n");
         }
     }

@@ -7,9 +7,9 @@
 
 namespace voro::pps {
 
-/** Which part of an object a reader wants. */
+/** The part of an object that a reader wants. */
 struct Selection {
-    /** What was written since the last read, instead of the whole object. */
+    /** The attributes written since the last read, instead of the whole object. */
     bool delta = false;
     /**
      * The attributes named; empty for everything. No deletion passes a filter. With `delta` it chooses changes: the
@@ -19,7 +19,7 @@ struct Selection {
     bool choosesChanges() const { return delta && !filter.empty(); }
 };
 
-/** What an object holds, each part with the version of its last write. Copied as a fence's snapshot. */
+/** The content of an object, each part with the version of its last write. Copied as a fence's snapshot. */
 class Content {
 public:
     bool exists() const { return m_exists; }
@@ -35,21 +35,21 @@ public:
      * large then.
      */
     bool apply(std::string_view name, std::string_view text, bool replace, uint64_t version);
-    /** Deletes the object; who saw its attributes can still be told. */
+    /** Deletes the object; readers that saw its attributes can still learn of it. */
     void remove(uint64_t version);
-    /** Forgets what was deleted; for when no reader is left that has to be told. False when there was nothing. */
+    /** Forgets what was deleted; for when no reader is left that has to learn of it. False when there was nothing. */
     bool forgetDeletions();
 
     /**
-     * Appends what a reader who has seen everything up to a version (0: nothing) has to be told. Changes of what is no
-     * longer there are told when they came after the version `told`, which is not 0 once the reader has read anything.
+     * Appends the news for a reader that has seen everything up to the version `seen` (0: nothing). Deletions are news
+     * when they came after the version `reported`, which is not 0 once the reader has read anything.
      */
-    void append(std::string &out, std::string_view name, uint64_t seen, uint64_t told,
+    void append(std::string &out, std::string_view name, uint64_t seen, uint64_t reported,
                 const Selection &selection) const;
 
     /**
-     * Whether a reader may have been told something that the last write made untrue, although that write is no news
-     * for the selection.
+     * Whether a reader may have got something that the last write made untrue, although that write is no news for the
+     * selection.
      */
     bool mayContradict(const Selection &selection) const;
 
@@ -77,7 +77,7 @@ private:
     uint64_t m_version = 0;
     uint64_t m_created = 0;
     uint64_t m_replaced = 0;
-    /** Deletions up to this version were forgotten; who has seen less is told of a replacement. */
+    /** Deletions up to this version were forgotten; a reader that has seen less gets a replacement. */
     uint64_t m_forgotten = 0;
 };
 

@@ -10,7 +10,7 @@
 
 namespace voro::pps {
 
-/** A service object: who serves it and who its clients are. */
+/** A service object with its server and its clients. */
 struct Endpoint {
     std::string path;
     /** Either of these serves it. */

@@ -10,7 +10,7 @@ void ReadWatch::add(const Client &client)
 {
     if (m_clients.emplace(client.id, &client).second) {
         epoll_event event{};
-        // Edge-triggered: the kernel then tells of every packet that leaves the socket.
+        // Edge-triggered: the kernel then reports every packet that leaves the socket.
         event.events = EPOLLOUT | EPOLLET;
         event.data.u64 = client.id;
         epoll_ctl(fd(), EPOLL_CTL_ADD, client.fd(), &event);

@@ -12,7 +12,7 @@ class ReadWatch {
 public:
     ReadWatch();
 
-    /** Readable when takeRead() may have something to tell. */
+    /** Readable when takeRead() may have something to report. */
     int fd() const { return m_epoll.get(); }
     void add(const Client &client);
     void remove(const Client &client);

@@ -14,7 +14,7 @@ constexpr size_t HarmlessRoom = 1024 * 1024;
 /** What an object takes besides its content, with a folder of its own and all that finds it. */
 constexpr size_t ObjectCost = sizeof(Object) + sizeof(Folder) + 512;
 constexpr size_t MaximumFences = 8;
-/** Deleted objects of a folder that readers can still be told of. */
+/** Deleted objects of a folder that readers can still learn of. */
 constexpr size_t MaximumDeleted = 1024;
 
 bool isWatched(const Object &object)
@@ -60,8 +60,8 @@ void appendUpToFence(std::string &out, const Object &object, Position seen, cons
         }
     }
     // In the middle of its first long read a reader may have been given the object already.
-    const uint64_t told = seen.base != 0 ? seen.base : seen.reached;
-    content->append(out, object.name, seen.base, told, selection);
+    const uint64_t reported = seen.base != 0 ? seen.base : seen.reached;
+    content->append(out, object.name, seen.base, reported, selection);
 }
 
 } // namespace

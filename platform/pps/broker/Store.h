@@ -80,8 +80,8 @@ struct ReaderPosition {
 };
 
 /**
- * Every plain object and what changed when. It knows no sockets and keeps nothing per reader: what a reader has not
- * seen is worked out from its position.
+ * Every plain object and the versions of its changes. It knows no sockets and keeps nothing per reader: it computes
+ * the news for a reader from the reader's position.
  */
 class Store {
 public:
@@ -89,8 +89,8 @@ public:
 
     /**
      * Writes a message on the object at the path, on the account of a process. The text must be writable there. False
-     * when the object would grow beyond a bound, or the process cannot have so much. `object` is what readers have to
-     * be told of, or null.
+     * when the object would grow beyond a bound, or the process cannot have so much. `object` is the one whose readers
+     * have to be notified, or null.
      */
     bool publish(const ObjectPath &path, std::string_view text, bool fence, pid_t writer, Object *&object);
     /** Deletes the object at the path and all in the folder of that name and below; returns those that were there. */
@@ -99,11 +99,11 @@ public:
     std::string content(const ObjectPath &path) const;
 
     void setWill(const std::string &folder, Kept will);
-    /** From the one to the other what is written in the folder is no news for who knows the will. */
+    /** Between the two, writes in the folder are no news for readers of the will. */
     void beginReturn(const std::string &path) { folder(path).returned = UINT64_MAX; }
     void endReturn(const std::string &path) { folder(path).returned = m_version; }
 
-    /** The process has gone; what it wrote stays until the room is needed. */
+    /** The process has gone; its objects stay until the room is needed. */
     void leave(pid_t process);
     /** Deletes the oldest object that was left behind; false when there is none. `object` as for publish(). */
     bool removeOldestLeft(Object *&object);

@@ -58,7 +58,7 @@ void Audience::send(pps::ClientId client, Subscriber &subscriber)
         return;
     }
     if (m_broker.isBehind(client)) {
-        m_broker.tellWhenRead(client);
+        m_broker.notifyWhenRead(client);
         return;
     }
     for (const Kind kind : subscriber.isNew ? FirstOrder : Order) {

@@ -619,8 +619,8 @@ void TestBroker::service_isTold_onceTheClientHasReadEverything()
             b.sendAll(Control, "a::1");
             b.sendAll(Control, "a::2");
             for (const auto &[id, peer] : service->peers) {
-                b.tellWhenRead(id);
-                b.tellWhenRead(id);
+                b.notifyWhenRead(id);
+                b.notifyWhenRead(id);
             }
         });
         readNext(*client);
@@ -636,7 +636,7 @@ void TestBroker::service_isTold_onceTheClientHasReadEverything()
     QCOMPARE(events(), Events{"closed"});
     // Nothing is unread: that is told as well, and from process() only.
     broker->run([&](Broker &b) {
-        b.tellWhenRead(service->peers.begin()->first);
+        b.notifyWhenRead(service->peers.begin()->first);
         QVERIFY(service->events.empty());
     });
     Events told;
