@@ -1,5 +1,5 @@
 #!/bin/sh
-# What is written down twice agrees: versions, and the packages that Debian's files name beside packages.txt.
+# What is written down twice agrees: versions, the packages that Debian's files name beside packages.txt, classes and examples.
 set -u
 root=$(dirname -- "$(dirname -- "$(readlink -f -- "$0")")")
 . "$root/packaging/setup.sh"
@@ -47,6 +47,14 @@ for package in $(packages_of run demo); do
     [ "$package" = qml6-module-qtquick ] && continue
     printf '%s\n' "$named" | grep -qx -- "$package" || {
         say "debian/ does not name $package, which packages.txt has for running"
+        status=1
+    }
+done
+
+# Every public class has its example in the reference.
+for class in $(sed -n 's/^class VOROMULTIMEDIA_EXPORT \([A-Za-z]*\).*/\1/p' include/multimedia/*.h); do
+    grep -q "snippet examples.cpp $class \*/" docs/reference/examples.dox || {
+        say "the reference has no example of $class"
         status=1
     }
 done

@@ -10,7 +10,7 @@ list(APPEND files ${examples} ${SOURCE}/examples/lock-screen/Main.qml ${SOURCE}/
 
 file(REMOVE_RECURSE ${WORK})
 include(${CMAKE_CURRENT_LIST_DIR}/../Examples.cmake)
-foreach(document README docs/guide)
+foreach(document README docs/guide docs/qml)
   read_examples(${SOURCE}/${document}.md qml)
   cmake_path(GET document FILENAME name)
   foreach(number RANGE 1 ${examples})

@@ -18,7 +18,9 @@
 extern "C" {
 #endif
 
+/** A connection to the renderer service. */
 typedef struct mmr_connection mmr_connection_t;
+/** What plays one queue or records one file. */
 typedef struct mmr_context mmr_context_t;
 
 /** Why the last call on a context failed. */

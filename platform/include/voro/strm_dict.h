@@ -6,6 +6,7 @@
 extern "C" {
 #endif
 
+/** A dictionary; its functions take and give handles. */
 typedef struct strm_dict strm_dict_t;
 
 /** An empty dictionary, or null when memory is short. */
