@@ -31,6 +31,8 @@ using Operands = QByteArrayList;
 
 using Task = std::function<MediaError::Type(NowPlayingController &controller)>;
 
+constexpr QLatin1String ControllerService("/pps/services/multimedia/mediacontroller/control?wait");
+
 /** A command that is passed on, and how many operands it may have. */
 struct Action {
     const char *name;
@@ -49,22 +51,21 @@ Task plain(const Operands &)
     return [](NowPlayingController &controller) { return (controller.*Function)(); };
 }
 
-/** Changes the volume by as many of the device's steps as the text has, as "+10%". */
+/** Changes the volume by a number of percent, as "+7%"; the library's commands change it by a step. */
 Task changeVolume(const QByteArray &text)
 {
-    constexpr int Step = 5;
     bool isNumber = false;
     const int change = text.endsWith('%') ? text.chopped(1).toInt(&isNumber) : 0;
-    if (!isNumber || change % Step != 0 || std::abs(change) > 100) {
+    if (!isNumber || std::abs(change) > 100) {
         throw UsageError{
-            QStringLiteral("volume: '%1' is not a change in steps of 5%, as +10%").arg(QString::fromLocal8Bit(text))};
+            QStringLiteral("volume: '%1' is not a change by up to 100%, as +10%").arg(QString::fromLocal8Bit(text))};
     }
-    return [change](NowPlayingController &controller) {
-        MediaError::Type error = MediaError::None;
-        for (int step = 0; step < std::abs(change) / Step && error == MediaError::None; ++step) {
-            error = change > 0 ? controller.volumeUp() : controller.volumeDown();
-        }
-        return error;
+    return [change](NowPlayingController &) {
+        PpsObject control(ControllerService);
+        const QVariantMap message{{QStringLiteral("msg"), QLatin1String(change < 0 ? "v_down" : "v_up")},
+                                  {QStringLiteral("dat"), std::abs(change)}};
+        const bool isTaken = control.open(PpsOpenMode::PublishSubscribe) && control.write(PpsObject::encode(message));
+        return isTaken ? MediaError::None : MediaError::Write;
     };
 }
 
@@ -187,7 +188,7 @@ bool isServed()
 bool hasSource()
 {
     const StopSignals::AtOnce atOnce;
-    PpsObject control(QStringLiteral("/pps/services/multimedia/mediacontroller/control?wait"));
+    PpsObject control(ControllerService);
     bool isRead = control.open(PpsOpenMode::PublishSubscribe) && control.write("msg::md_subscribe\n");
     while (isRead) {
         const QVariantMap objects = PpsObject::decode(control.read(&isRead));
@@ -315,8 +316,8 @@ const Command RemoteCommand{
             .synopsis = "[--json] COMMAND",
             .summary = "watches and commands what is now playing",
             .details = "  play pause playpause stop next previous forward rewind\n"
-                       "  volume F                 sets the volume: 0.5 or 50%, or changes it: +10% or -10%\n"
-                       "  volume-up volume-down    changes it by a step\n"
+                       "  volume F                 sets the volume: 0.5 or 50%, or changes it: +7% or -7%\n"
+                       "  volume-up volume-down    changes it by 5%\n"
                        "  mute on|off\n"
                        "  repeat [none|track|all]  asks for a repeat mode, or for the next one\n"
                        "  shuffle [off|all]        asks for a shuffle mode, or for the next one\n"

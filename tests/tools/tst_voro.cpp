@@ -107,8 +107,8 @@ void tst_voro::unusableArguments_areRefusedByName_data()
     row("remote volume", "voro: remote: volume: F is missing (see voro remote --help)");
     row("remote volume 2",
         "voro: remote: volume: '2' is not a number from 0 to 1 or a percentage (see voro remote --help)");
-    row("remote volume -3%",
-        "voro: remote: volume: '-3%' is not a change in steps of 5%, as +10% (see voro remote --help)");
+    row("remote volume -3",
+        "voro: remote: volume: '-3' is not a change by up to 100%, as +10% (see voro remote --help)");
     row("remote pley", "voro: remote: unknown command 'pley'; did you mean 'play'? (see voro remote --help)");
     row("completion tcsh", "voro: completion: unknown shell 'tcsh' (see voro completion --help)");
     row("remote mute maybe", "voro: remote: mute: 'maybe' is not on or off (see voro remote --help)");

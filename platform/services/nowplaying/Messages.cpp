@@ -12,6 +12,8 @@ namespace {
 constexpr qsizetype MaximumName = 1024;
 /** With texts of this length no update is too long, however they are written. */
 constexpr qsizetype ShortText = 2000;
+/** In percent. */
+constexpr int VolumeStep = 5;
 
 const QMap<QString, QString> &transportCommands()
 {
@@ -40,14 +42,20 @@ Command parseModeCommand(const QVariantMap &data)
     return TrackCommand{track};
 }
 
-Command parseVolume(const QVariant &data)
+Command parseVolume(VolumeCommand::Kind kind, const QVariant &data)
 {
     bool isNumber = false;
     const int level = data.toInt(&isNumber);
     if (!isNumber || data.typeId() == QMetaType::Bool || level < 0 || level > 100) {
         return BadCommand{"the volume is a number from 0 to 100"};
     }
-    return VolumeCommand{VolumeCommand::Set, level};
+    return VolumeCommand{kind, level};
+}
+
+/** A change without a number is by a step. */
+Command parseVolumeChange(VolumeCommand::Kind kind, const QVariant &data)
+{
+    return data.isValid() ? parseVolume(kind, data) : VolumeCommand{kind, VolumeStep};
 }
 
 Command parseMute(const QVariant &data)
@@ -117,13 +125,13 @@ Command parseCommand(const QVariantMap &message)
         return parseModeCommand(data.toMap());
     }
     if (name == "v_up") {
-        return VolumeCommand{VolumeCommand::Up};
+        return parseVolumeChange(VolumeCommand::Up, data);
     }
     if (name == "v_down") {
-        return VolumeCommand{VolumeCommand::Down};
+        return parseVolumeChange(VolumeCommand::Down, data);
     }
     if (name == "v_set") {
-        return parseVolume(data);
+        return parseVolume(VolumeCommand::Set, data);
     }
     if (name == "v_mute") {
         return parseMute(data);

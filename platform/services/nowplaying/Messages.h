@@ -38,7 +38,7 @@ struct TrackCommand {
 struct VolumeCommand {
     enum Kind { Up, Down, Set, Mute };
     Kind kind;
-    /** Set: 0 to 100; Mute: 0 or 1. */
+    /** In percent. Up, Down: by how much; Set: 0 to 100. Mute: 0 or 1. */
     int value = 0;
 };
 /** A command that cannot be carried out, and why. */

@@ -57,6 +57,7 @@ void TestVolume::commands_changeTheDefaultSink_data()
     QTest::newRow("set to nothing") << "40%" << Commands{"v_set|dat::0"} << QByteArray("0");
     QTest::newRow("up") << "40%" << Commands{"v_up"} << QByteArray("45");
     QTest::newRow("down") << "40%" << Commands{"v_down"} << QByteArray("35");
+    QTest::newRow("by a number") << "40%" << Commands{"v_up|dat::7", "v_down|dat::30"} << QByteArray("17");
     QTest::newRow("quick steps") << "40%" << Commands{"v_up", "v_up", "v_up", "v_down"} << QByteArray("50");
     QTest::newRow("up to the end") << "97%" << Commands{"v_up", "v_up"} << QByteArray("100");
     QTest::newRow("down to the end") << "3%" << Commands{"v_down", "v_down"} << QByteArray("0");

@@ -11,8 +11,6 @@ namespace voro::nowplaying {
 namespace {
 
 constexpr auto DefaultSink = "@DEFAULT_SINK@";
-/** In percent. */
-constexpr int Step = 5;
 
 int toPercent(pa_volume_t volume)
 {
@@ -29,9 +27,9 @@ int levelAfter(const VolumeCommand &command, int level)
 {
     switch (command.kind) {
     case VolumeCommand::Up:
-        return std::max(level, std::min(level + Step, 100));
+        return std::max(level, std::min(level + command.value, 100));
     case VolumeCommand::Down:
-        return std::max(level - Step, 0);
+        return std::max(level - command.value, 0);
     default:
         return command.value;
     }
