@@ -1,26 +1,16 @@
 #include "Medium.h"
 
 #include "Arguments.h"
-#include "Output.h"
-#include "StopSignals.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
-#include <fcntl.h>
-#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <climits>
-#include <cstdlib>
-#include <cstring>
 
 namespace voro {
 
@@ -66,97 +56,12 @@ QByteArray utf8Path(const QByteArray &path)
     return symlink(path.constData(), link.constData()) == 0 ? link : path;
 }
 
-/** The path of the copy of standard input, for the end of the program, which may come from a signal. */
-std::array<char, PATH_MAX> copyPath{};
-
-void removeCopy()
-{
-    unlink(copyPath.data());
-}
-
-/** Opens the file that standard input is copied into, which goes with the program. */
-int openCopy()
-{
-    const QByteArray path = QFile::encodeName(QDir::tempPath()) + "/voro-XXXXXX";
-    if (path.size() >= static_cast<qsizetype>(copyPath.size())) {
-        errno = ENAMETOOLONG;
-        return -1;
-    }
-    std::copy(path.begin(), path.end(), copyPath.begin());
-    const int copy = mkostemp(copyPath.data(), O_CLOEXEC);
-    if (copy >= 0) {
-        std::atexit(removeCopy);
-        std::at_quick_exit(removeCopy);
-    }
-    return copy;
-}
-
-/** Waits for standard input, and says once what for when that has taken long. */
-void awaitInput(const QElapsedTimer &time, bool &isSaid)
-{
-    constexpr int LongMs = 2000;
-    pollfd input{STDIN_FILENO, POLLIN, 0};
-    const qint64 left = std::max<qint64>(0, LongMs - time.elapsed());
-    if (!isSaid && (left == 0 || poll(&input, 1, static_cast<int>(left)) == 0)) {
-        isSaid = true;
-        complain(QStringLiteral("play: standard input is read to its end before it plays; ^C ends this"));
-    }
-}
-
-/** Copies standard input into a file; its path. */
-QByteArray keepInput(qint64 most)
-{
-    const StopSignals stopSignals;
-    const StopSignals::AtOnce atOnce;
-    QElapsedTimer time;
-    time.start();
-    const int descriptor = openCopy();
-    QFile copy;
-    bool isKept =
-        descriptor >= 0 && copy.open(descriptor, QFile::WriteOnly | QFile::Unbuffered, QFile::AutoCloseHandle);
-    bool isSaid = false;
-    qint64 size = 0;
-    std::array<char, 64 * 1024> bytes;
-    for (ssize_t count = 1; isKept && count > 0;) {
-        awaitInput(time, isSaid);
-        count = read(STDIN_FILENO, bytes.data(), bytes.size());
-        size += std::max<ssize_t>(count, 0);
-        if (size > most) {
-            throw UsageError{QStringLiteral("standard input has more than %1 bytes; play it from a file").arg(most)};
-        }
-        isKept = count >= 0 && copy.write(bytes.data(), count) == count;
-    }
-    if (!isKept) {
-        throw UsageError{
-            QStringLiteral("standard input cannot be kept: %1").arg(QString::fromLocal8Bit(strerror(errno)))};
-    }
-    return copyPath.data();
-}
-
-/** The path of the file that standard input is; empty when it is none. */
-QByteArray inputPath()
-{
-    struct stat information {};
-    if (fstat(STDIN_FILENO, &information) != 0 || !S_ISREG(information.st_mode)) {
-        return {};
-    }
-    const QByteArray path = QFile::encodeName(QFile::symLinkTarget(QStringLiteral("/proc/self/fd/0")));
-    return exists(path) ? path : QByteArray();
-}
-
 QByteArray absolutePath(const QByteArray &path)
 {
     if (path.startsWith('/')) {
         return path;
     }
     return QFile::encodeName(QDir::currentPath()) + '/' + path;
-}
-
-Medium file(const QByteArray &path)
-{
-    const QByteArray encoded = utf8Path(absolutePath(path)).toPercentEncoding("/");
-    return {QUrl::fromEncoded("file://" + encoded, QUrl::StrictMode),
-            QString::fromLocal8Bit(path.mid(path.lastIndexOf('/') + 1))};
 }
 
 void refuseEmpty(const QByteArray &name)
@@ -168,11 +73,18 @@ void refuseEmpty(const QByteArray &name)
 
 } // namespace
 
+Medium mediumFromPath(const QByteArray &path)
+{
+    const QByteArray encoded = utf8Path(absolutePath(path)).toPercentEncoding("/");
+    return {QUrl::fromEncoded("file://" + encoded, QUrl::StrictMode),
+            QString::fromLocal8Bit(path.mid(path.lastIndexOf('/') + 1))};
+}
+
 Medium mediumFromArgument(const QByteArray &argument)
 {
     refuseEmpty(argument);
     if (exists(argument) || !hasScheme(argument)) {
-        return file(argument);
+        return mediumFromPath(argument);
     }
     const QUrl url(QString::fromLocal8Bit(argument));
     if (!url.isValid()) {
@@ -181,28 +93,19 @@ Medium mediumFromArgument(const QByteArray &argument)
     return {url, url.toDisplayString()};
 }
 
-Medium inputMedium(qint64 most)
-{
-    if (isatty(STDIN_FILENO)) {
-        throw UsageError{QStringLiteral("-: standard input is a terminal")};
-    }
-    const QByteArray path = inputPath();
-    return {file(path.isEmpty() ? keepInput(most) : path).url, QStringLiteral("standard input")};
-}
-
 Medium newFileFromArgument(const QByteArray &argument)
 {
     refuseEmpty(argument);
     if (!isUtf8(absolutePath(argument))) {
         throw UsageError{QStringLiteral("'%1' is not UTF-8").arg(QString::fromLocal8Bit(argument))};
     }
-    return file(argument);
+    return mediumFromPath(argument);
 }
 
 Medium sampleMedium()
 {
     const QString path = QCoreApplication::applicationDirPath() + QLatin1String("/" VORO_SAMPLE);
-    return file(QFile::encodeName(QDir::cleanPath(path)));
+    return mediumFromPath(QFile::encodeName(QDir::cleanPath(path)));
 }
 
 } // namespace voro

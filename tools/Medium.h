@@ -19,15 +19,8 @@ struct Medium {
  */
 Medium mediumFromArgument(const QByteArray &argument);
 
-/** As many bytes as a copy of standard input may take: it may lie in memory. */
-inline constexpr qint64 MostInput = qint64{2} << 30;
-
-/**
- * What standard input gives: the file that it is, or a copy of what comes through it, which takes until its end and
- * lives as long as the program. Says so when that takes long. Throws UsageError when it is a terminal, has more bytes
- * than `most` or cannot be kept.
- */
-Medium inputMedium(qint64 most = MostInput);
+/** The file of that path, existing or not. */
+Medium mediumFromPath(const QByteArray &path);
 
 /**
  * The file of this machine that an argument names, existing or not. Throws UsageError for an empty argument and for a

@@ -3,6 +3,7 @@
 #include "Command.h"
 #include "MediaFolder.h"
 #include "Playback.h"
+#include "StandardInput.h"
 #include "Window.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ namespace {
 constexpr double SlowestSpeed = 0.25;
 constexpr double FastestSpeed = 4;
 
-std::vector<Medium> mediaFrom(const QByteArrayList &operands)
+std::vector<Medium> mediaFrom(const QByteArrayList &operands, InputUse use)
 {
     std::vector<Medium> media;
     if (operands.count("-") > 1) {
@@ -24,7 +25,7 @@ std::vector<Medium> mediaFrom(const QByteArrayList &operands)
     }
     for (const QByteArray &operand : operands) {
         if (operand == "-") {
-            media.push_back(inputMedium());
+            media.push_back(inputMedium(use));
             continue;
         }
         const QByteArrayList paths = isFolder(operand) ? mediaBelow(operand) : QByteArrayList{operand};
@@ -43,7 +44,6 @@ std::vector<Medium> mediaFrom(const QByteArrayList &operands)
 ExitStatus run(const Arguments &arguments)
 {
     PlaybackSettings settings;
-    settings.media = mediaFrom(arguments.operands());
     settings.start = arguments.time("--start");
     settings.speed = arguments.number("--speed", -FastestSpeed, FastestSpeed);
     if (settings.speed && std::abs(*settings.speed) < SlowestSpeed) {
@@ -52,6 +52,8 @@ ExitStatus run(const Arguments &arguments)
     if (settings.speed.value_or(1) < 0 && !settings.start) {
         throw UsageError{QStringLiteral("--speed: nothing comes before the beginning; --start says where to begin")};
     }
+    settings.media =
+        mediaFrom(arguments.operands(), settings.start ? InputUse::FromAnywhere : InputUse::FromItsBeginning);
     if (const auto volume = arguments.value("--volume")) {
         settings.volume = volumeFrom("--volume", *volume);
     }
@@ -85,7 +87,9 @@ const Command PlayCommand{
             .details =
                 "Plays files and streams as a queue; without any, the sample that comes with the program.\n"
                 "Of a folder, all sounds and films in it and below are played, in the order of their names.\n"
-                "The file - is standard input, which is read to its end first unless it is a file; 2 GiB at most.\n"
+                "The file - is standard input. A pipe plays while it comes, and cannot be sought in then; with "
+                "--start,\n"
+                "and what has its table of contents behind it (MPEG-4), is read to its end first, up to 2 GiB.\n"
                 "Remotes and the desktop command it as what is now playing; whoever takes that role over pauses it.",
             .options =
                 {

@@ -2,11 +2,12 @@
 
 #include "Arguments.h"
 #include "Display.h"
+#include "InputServer.h"
 #include "Keyboard.h"
 #include "MediaFolder.h"
-#include "Medium.h"
 #include "Meter.h"
 #include "SignalPrinter.h"
+#include "StandardInput.h"
 
 #include <multimedia/EqualizerPreset.h>
 #include <multimedia/RepeatMode.h>
@@ -16,10 +17,18 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QSize>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QTemporaryFile>
+#include <QtCore/QUrl>
 #include <QtTest/QtTest>
 
 #include <doctor/CodecsCheck.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <array>
+#include <thread>
 
 using namespace voro;
 
@@ -43,6 +52,27 @@ QString refusal(Function function)
         return error.reason;
     }
     return {};
+}
+
+/** What a server of this machine answers to a request for the URL, to its end. */
+QByteArray answerOf(const QUrl &url)
+{
+    const pps::Fd socket(::socket(AF_INET, SOCK_STREAM, 0));
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<uint16_t>(url.port()));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const QByteArray request = "GET " + url.path().toLatin1() + " HTTP/1.1\r\n\r\n";
+    if (connect(socket.get(), reinterpret_cast<sockaddr *>(&address), sizeof address) != 0
+        || send(socket.get(), request.constData(), static_cast<size_t>(request.size()), 0) != request.size()) {
+        return "no answer";
+    }
+    QByteArray answer;
+    std::array<char, 4096> bytes{};
+    for (ssize_t count = 0; (count = recv(socket.get(), bytes.data(), bytes.size(), 0)) > 0;) {
+        answer.append(bytes.data(), count);
+    }
+    return answer;
 }
 
 } // namespace
@@ -76,6 +106,9 @@ private Q_SLOTS:
     void medium_hasUsableUrl_forNameThatIsNoUtf8();
     void folder_givesItsMedia_inTheOrderOfNames();
     void input_isRefused_whenItHasTooMuch();
+    void input_playsBeforeItsEnd_unlessItsContentsComeLater_data();
+    void input_playsBeforeItsEnd_unlessItsContentsComeLater();
+    void inputServer_passesEverythingOn_andKeepsLittle();
     void codecs_areMissing_byPackagesOfTheList();
     void keys_data();
     void keys();
@@ -269,7 +302,62 @@ void tst_tool_parts::input_isRefused_whenItHasTooMuch()
     int ends[2];
     QVERIFY(pipe(ends) == 0 && dup2(ends[0], STDIN_FILENO) >= 0 && write(ends[1], "1234", 4) == 4);
     close(ends[1]);
-    QCOMPARE(refusal([] { inputMedium(3); }), "standard input has more than 3 bytes; play it from a file");
+    QCOMPARE(refusal([] { inputMedium(InputUse::FromAnywhere, 3); }),
+             "standard input has more than 3 bytes; play it from a file");
+}
+
+void tst_tool_parts::input_playsBeforeItsEnd_unlessItsContentsComeLater_data()
+{
+    QTest::addColumn<QByteArray>("beginning");
+    QTest::addColumn<bool>("plays");
+    const auto box = [](const char *type) { return QByteArray("\0\0\0\x10", 4) + type + QByteArray(8, 'x'); };
+    QTest::newRow("other format") << QByteArray("OggS") + QByteArray(12, 'x') << true;
+    QTest::newRow("too little to know") << QByteArray("OggS") << false;
+    QTest::newRow("contents first") << box("ftyp") + box("free") + box("moov") << true;
+    QTest::newRow("contents behind") << box("ftyp") + box("mdat") + box("moov") << false;
+    QTest::newRow("contents to come") << box("ftyp") << false;
+    QTest::newRow("broken length") << box("ftyp") + QByteArray(4, '\0') + "free" + QByteArray(8, 'x') << false;
+}
+
+void tst_tool_parts::input_playsBeforeItsEnd_unlessItsContentsComeLater()
+{
+    QFETCH(const QByteArray, beginning);
+    QTemporaryFile file;
+    QVERIFY(file.open() && file.write(beginning) == beginning.size() && file.flush());
+    QTEST(playsBeforeItsEnd(file.handle()), "plays");
+}
+
+void tst_tool_parts::inputServer_passesEverythingOn_andKeepsLittle()
+{
+    constexpr qint64 Most = 256 * 1024;
+    QByteArray input;
+    for (int i = 0; input.size() < 16 * Most; ++i) {
+        input += QByteArray::number(i);
+    }
+    int ends[2];
+    QVERIFY(pipe(ends) == 0);
+    std::thread writer([&] {
+        for (qsizetype at = 0, count = 1; at < input.size() && count > 0; at += count) {
+            count = write(ends[1], input.constData() + at, static_cast<size_t>(input.size() - at));
+        }
+        close(ends[1]);
+    });
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    {
+        const InputServer server(ends[0], pps::Fd(dup(file.handle())), 0, Most);
+        const QByteArray answer = answerOf(server.url());
+        QVERIFY(answer.startsWith("HTTP/1.1 200 OK\r\n"));
+        QVERIFY(answer.mid(answer.indexOf("\r\n\r\n") + 4) == input);
+        struct stat information {};
+        QCOMPARE(fstat(file.handle(), &information), 0);
+        QVERIFY2(information.st_blocks * 512 <= Most + 64 * 1024,
+                 QByteArray::number(qint64(information.st_blocks) * 512));
+        QVERIFY(answerOf(server.url()).startsWith("HTTP/1.1 410 "));
+        QVERIFY(answerOf(server.url().resolved(QUrl("/guess"))).startsWith("HTTP/1.1 404 "));
+    }
+    writer.join();
+    close(ends[0]);
 }
 
 void tst_tool_parts::codecs_areMissing_byPackagesOfTheList()

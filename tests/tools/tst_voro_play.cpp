@@ -19,6 +19,7 @@ private Q_SLOTS:
     void keys_workOnTerminal();
     void chapters_areShownAndReached();
     void standardInput_isPlayed();
+    void pipe_playsWhileItComes();
     void givesTerminalBack_data();
     void givesTerminalBack();
     void givesTerminalBack_whileSuspended();
@@ -327,6 +328,25 @@ void tst_VoroPlay::standardInput_isPlayed()
     QCOMPARE(QDir(daemon.folder()).entryList({"voro-*"}, QDir::Files).size(), 1);
     QCOMPARE(waiting.interrupt(), 0);
     QCOMPARE(QDir(daemon.folder()).entryList({"voro-*"}, QDir::Files), QStringList());
+    qunsetenv("TMPDIR");
+}
+
+void tst_VoroPlay::pipe_playsWhileItComes()
+{
+    const SilentDaemon daemon;
+    qputenv("TMPDIR", daemon.folder().toLocal8Bit());
+    QFile sample(QStringLiteral(VORO_SAMPLE_FILE));
+    QVERIFY(sample.open(QFile::ReadOnly));
+    RunningVoro playing({"play", "-", "--json"});
+    playing.write(sample.read(sample.size() / 2));
+    QVERIFY(playing.waitFor(R"("title":"First Light")"));
+    QVERIFY(playing.waitFor(R"("signal":"positionChanged")"));
+    QCOMPARE(QDir(daemon.folder()).entryList({"voro-*"}, QDir::Files), QStringList());
+    playing.write(sample.readAll());
+    playing.closeWriteChannel();
+    QVERIFY(playing.waitFor(R"("signal":"playbackCompleted")"));
+    QVERIFY(playing.waitForFinished(PatienceMs));
+    QCOMPARE(playing.exitCode(), 0);
     qunsetenv("TMPDIR");
 }
 
