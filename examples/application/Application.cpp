@@ -85,6 +85,13 @@ void receive(QQmlApplicationEngine &engine, const QList<QUrl> &urls)
     window->requestActivate();
 }
 
+void closeWindow(QQmlApplicationEngine &engine)
+{
+    if (const auto window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0))) {
+        window->close();
+    }
+}
+
 } // namespace
 
 bool show(QQmlApplicationEngine &engine, const QString &uri, const QVariantMap &properties)
@@ -143,6 +150,7 @@ int run(int &argc, char **argv, const Description &description)
     }
     QQmlApplicationEngine engine;
     QObject::connect(&instance, &Instance::asked, &engine, [&engine](const auto &urls) { receive(engine, urls); });
+    QObject::connect(&instance, &Instance::quitAsked, &engine, [&engine] { closeWindow(engine); });
     return show(engine, description.uri, properties) ? QGuiApplication::exec() : 1;
 }
 

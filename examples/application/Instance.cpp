@@ -55,9 +55,13 @@ void Instance::Open(const QStringList &uris, const QVariantMap &platformData)
     Q_EMIT asked(QUrl::fromStringList(uris));
 }
 
-void Instance::ActivateAction(const QString &, const QVariantList &, const QVariantMap &platformData)
+void Instance::ActivateAction(const QString &action, const QVariantList &, const QVariantMap &platformData)
 {
-    Open({}, platformData);
+    if (action == QLatin1String("quit")) {
+        Q_EMIT quitAsked();
+    } else {
+        Open({}, platformData);
+    }
 }
 
 } // namespace application

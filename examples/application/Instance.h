@@ -30,6 +30,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /** The window is to come to the front, and to open the URLs if there are any. */
     void asked(const QList<QUrl> &urls);
+    /** The application is to end as if somebody closed its window. */
+    void quitAsked();
 
 private:
     QString m_id;

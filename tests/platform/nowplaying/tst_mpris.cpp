@@ -56,6 +56,29 @@ private Q_SLOTS:
     void seeked(qlonglong position) { jumps += position; }
 };
 
+/** An application as a desktop commands it; it says what it is told to do. */
+class DesktopApplication : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+public:
+    DesktopApplication()
+    {
+        QDBusConnection::sessionBus().registerObject("/org/example/Player", this, QDBusConnection::ExportAllSlots);
+        QDBusConnection::sessionBus().registerService("org.example.Player");
+    }
+
+public Q_SLOTS:
+    void Activate(const QVariantMap &) { say("Activate\n"); }
+    void ActivateAction(const QString &action, const QVariantList &, const QVariantMap &) { say(action + '\n'); }
+
+private:
+    static void say(const QString &text)
+    {
+        QFile output;
+        static_cast<void>(output.open(stdout, QFile::WriteOnly) && output.write(text.toUtf8()) > 0);
+    }
+};
+
 class TestMpris : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -80,7 +103,7 @@ private Q_SLOTS:
     void name_thatIsTaken_getsTheProcess();
     void object_isAWatcher();
     void object_saysWhatItIs();
-    void desktopEntry_isTheStarters();
+    void application_isNamedRaisedAndEnded_asItsDesktopFileSays();
     void desktopEntry_isReadFromTheUnit_data();
     void desktopEntry_isReadFromTheUnit();
     void properties_areAsTheHolderTells();
@@ -241,7 +264,7 @@ void TestMpris::object_saysWhatItIs()
     QCOMPARE(types.keys(), known.keys());
 }
 
-void TestMpris::desktopEntry_isTheStarters()
+void TestMpris::application_isNamedRaisedAndEnded_asItsDesktopFileSays()
 {
     QProcess starter;
     starter.start("/bin/sh", {"-c",
@@ -253,6 +276,14 @@ void TestMpris::desktopEntry_isTheStarters()
         return call(Properties, "Get", {Root, "DesktopEntry"}).arguments().value(0).value<QDBusVariant>().variant();
     };
     QTRY_COMPARE(desktopEntry(), "org.example.Player");
+
+    // It has that name on the bus, so it can be raised and ended.
+    QTRY_VERIFY(qdbus_cast<QVariantMap>(call(Properties, "GetAll", {Root}).arguments().value(0))["CanRaise"].toBool());
+    for (const auto &[command, told] : {std::pair("Raise", "Activate\n"), {"Quit", "quit\n"}}) {
+        QCOMPARE(call(Root, command).type(), QDBusMessage::ReplyMessage);
+        QVERIFY(starter.waitForReadyRead(20'000));
+        QCOMPARE(starter.readAllStandardOutput(), told);
+    }
     starter.kill();
     QVERIFY(starter.waitForFinished());
 }
@@ -597,10 +628,10 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     if (argc == 2 && qstrcmp(argv[1], "hold") == 0) {
+        DesktopApplication desktopApplication;
         Talk holder(PlayerControl);
         holder.acquire("a");
-        holder.waitFor("END");
-        return 0;
+        return QCoreApplication::exec();
     }
     TestMpris test;
     return QTest::qExec(&test, argc, argv);

@@ -32,7 +32,7 @@ void HolderModel::findDesktopEntry()
 {
     m_desktopEntry.clear();
     const auto entry = std::make_shared<QString>();
-    const auto read = [entry, process = m_process] { *entry = desktopEntry(process); };
+    const auto read = [entry, process = m_process] { *entry = nowplaying::desktopEntry(process); };
     m_desktopEntryCall.start(read, [this, entry] {
         m_desktopEntry = *entry;
         if (!m_desktopEntry.isEmpty()) {
@@ -93,8 +93,6 @@ void HolderModel::changeTrack()
 QVariantMap HolderModel::rootProperties() const
 {
     QVariantMap properties{
-        {"CanQuit", false},
-        {"CanRaise", false},
         {"HasTrackList", false},
         {"Identity", m_name},
         {"SupportedUriSchemes", QStringList()},

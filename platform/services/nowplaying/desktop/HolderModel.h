@@ -26,6 +26,8 @@ public:
     bool hasHolder() const { return m_hasHolder; }
     const QString &name() const { return m_name; }
     qint64 process() const { return m_process; }
+    /** Empty while not known. */
+    const QString &desktopEntry() const { return m_desktopEntry; }
     bool canGoNext() const { return m_metadata.nextEnabled; }
     bool canGoPrevious() const { return m_metadata.previousEnabled; }
 

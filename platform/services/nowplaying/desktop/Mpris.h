@@ -23,6 +23,8 @@ inline const QString Shuffle = QStringLiteral("Shuffle");
 inline const QString Rate = QStringLiteral("Rate");
 inline const QString Volume = QStringLiteral("Volume");
 inline const QString DesktopEntry = QStringLiteral("DesktopEntry");
+inline const QString CanQuit = QStringLiteral("CanQuit");
+inline const QString CanRaise = QStringLiteral("CanRaise");
 
 /** How long a player may take for an answer, in milliseconds. */
 inline constexpr int Patience = 5000;

@@ -63,6 +63,7 @@ void MprisAdaptor::detach()
     if (m_bus) {
         const bool wasShown = isShown();
         m_busName.clear();
+        m_application.clear();
         m_bus->unregisterObject(mpris::Path);
         m_bus.reset();
         if (wasShown) {
@@ -76,11 +77,33 @@ void MprisAdaptor::show()
     if (m_bus && m_model.hasHolder()) {
         m_published = m_model.playerProperties();
         claim(mpris::busName(m_model.name()));
+        findApplication();
     }
+}
+
+/** Looks for the holder on the bus under the name of its desktop file, under which a desktop commands it. */
+void MprisAdaptor::findApplication()
+{
+    const QString entry = m_model.desktopEntry();
+    if (entry.isEmpty()) {
+        return;
+    }
+    auto *const watcher =
+        new QDBusPendingCallWatcher(m_bus->asyncCall(busCall("GetConnectionUnixProcessID", {entry})), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, entry] {
+        watcher->deleteLater();
+        const QDBusPendingReply<uint> reply = *watcher;
+        if (isShown() && !reply.isError() && reply.value() == m_model.process() && entry == m_model.desktopEntry()) {
+            m_application = entry;
+            const QVariantMap changes{{mpris::CanQuit, true}, {mpris::CanRaise, true}};
+            signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::RootInterface, changes, QStringList()});
+        }
+    });
 }
 
 void MprisAdaptor::hide()
 {
+    m_application.clear();
     if (isShown()) {
         m_bus->send(busCall("ReleaseName", {std::exchange(m_busName, QString())}));
     }
@@ -151,6 +174,7 @@ void MprisAdaptor::emitDesktopEntry(const QString &entry)
     if (isShown()) {
         const QVariantMap changes{{mpris::DesktopEntry, entry}};
         signal(mpris::PropertiesInterface, "PropertiesChanged", {mpris::RootInterface, changes, QStringList()});
+        findApplication();
     }
 }
 
@@ -206,7 +230,10 @@ QString MprisAdaptor::introspection() const
 QVariantMap MprisAdaptor::properties(const QString &interface) const
 {
     if (interface == mpris::RootInterface) {
-        return m_model.rootProperties();
+        QVariantMap properties = m_model.rootProperties();
+        properties.insert(mpris::CanQuit, !m_application.isEmpty());
+        properties.insert(mpris::CanRaise, !m_application.isEmpty());
+        return properties;
     }
     if (interface != mpris::PlayerInterface) {
         return {};
@@ -222,7 +249,7 @@ QDBusMessage MprisAdaptor::call(const QDBusMessage &message)
         QString interface;
         QString signature;
     };
-    // Raise, Quit and seeking are said to be impossible; they do nothing then.
+    // What is said to be impossible does nothing.
     static const QMap<QString, Method> methods = {
         {"Raise", {mpris::RootInterface, ""}},      {"Quit", {mpris::RootInterface, ""}},
         {"Next", {mpris::PlayerInterface, ""}},     {"Previous", {mpris::PlayerInterface, ""}},
@@ -242,8 +269,29 @@ QDBusMessage MprisAdaptor::call(const QDBusMessage &message)
     if (name == "OpenUri") {
         return message.createErrorReply(QDBusError::NotSupported, "URIs cannot be opened");
     }
-    command(name);
+    if (method->interface == mpris::RootInterface) {
+        commandApplication(name);
+    } else {
+        command(name);
+    }
     return message.createReply();
+}
+
+void MprisAdaptor::commandApplication(const QString &method)
+{
+    if (m_application.isEmpty()) {
+        return;
+    }
+    const QString path = '/' + QString(m_application).replace('.', '/').replace('-', '_');
+    const bool isRaised = method == "Raise";
+    QDBusMessage call = QDBusMessage::createMethodCall(m_application, path, "org.freedesktop.Application",
+                                                       isRaised ? "Activate" : "ActivateAction");
+    if (isRaised) {
+        call << QVariantMap();
+    } else {
+        call << "quit" << QVariantList() << QVariantMap();
+    }
+    m_bus->send(call);
 }
 
 void MprisAdaptor::command(const QString &method)

@@ -39,6 +39,7 @@ private:
     void hide();
     void claim(const QString &busName);
     void claimed(uint result);
+    void findApplication();
 
     void emitChanges();
     void emitDesktopEntry(const QString &entry);
@@ -54,6 +55,8 @@ private:
     QDBusMessage setLoopStatus(const QDBusMessage &message, const QString &status);
     QDBusMessage changeVolume(const QDBusMessage &message, double volume);
     void command(const QString &method);
+    /** Raises or ends it. */
+    void commandApplication(const QString &method);
 
     const HolderModel &m_model;
     std::optional<QDBusConnection> m_bus;
@@ -61,6 +64,8 @@ private:
     QString m_busName;
     /** Counts the requests of names: only the reply to the last one matters. */
     quint64 m_claim = 0;
+    /** The holder's own name on the bus, if it is that of its desktop file; empty else. */
+    QString m_application;
     /** The player's properties as the bus clients know them. */
     QVariantMap m_published;
 };
