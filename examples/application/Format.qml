@@ -12,6 +12,11 @@ QtObject {
         return (hours > 0 ? hours + ":" + pad(minutes) : minutes) + ":" + pad(seconds % 60);
     }
 
+    /** A factor as 1.25. */
+    function factor(number: real): string {
+        return number.toLocaleString(Qt.locale(), "g", 3);
+    }
+
     /** Bytes as 3.4 MB. */
     function size(bytes: real): string {
         if (bytes < 1000)

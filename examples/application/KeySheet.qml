@@ -36,6 +36,7 @@ Sheet {
                 Layout.leftMargin: Theme.margin
                 Layout.preferredWidth: 108
                 text: line.modelData.key
+                horizontalAlignment: Text.AlignLeft
                 font.bold: true
                 color: Theme.accent
                 Accessible.ignored: true

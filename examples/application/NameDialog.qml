@@ -29,6 +29,8 @@ Sheet {
             id: field
             Layout.fillWidth: true
             implicitHeight: Theme.touch
+            leftPadding: 12
+            rightPadding: 12
             color: Theme.text
             selectByMouse: true
             Accessible.name: dialog.title

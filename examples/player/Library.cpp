@@ -299,3 +299,10 @@ int Library::indexOf(const QUrl &url) const
 {
     return static_cast<int>(m_shownPaths.indexOf(url.toLocalFile()));
 }
+
+QString Library::titleOf(const QUrl &url) const
+{
+    const QFileInfo file(url.isLocalFile() ? url.toLocalFile() : url.fileName());
+    const Tags *tags = m_cache.find(file.filePath(), file.lastModified().toMSecsSinceEpoch());
+    return tags && !tags->title.isEmpty() ? tags->title : file.completeBaseName();
+}

@@ -54,6 +54,8 @@ public:
     /** The media as they are shown, from top to bottom. */
     Q_INVOKABLE QList<QUrl> media() const;
     Q_INVOKABLE int indexOf(const QUrl &url) const;
+    /** The title of any medium whose tags were read once, else the name of its file. */
+    Q_INVOKABLE QString titleOf(const QUrl &url) const;
 
 Q_SIGNALS:
     void folderChanged();

@@ -56,6 +56,7 @@ FocusScope {
         order: settings.order
         search: search.text.trim()
         onModelReset: list.currentIndex = Math.max(0, indexOf(page.player.current))
+        Component.onCompleted: page.player.library = this
     }
     Settings {
         id: settings
@@ -82,7 +83,9 @@ FocusScope {
                 text: Files.titleOf(page.folder)
                 horizontalAlignment: Text.AlignLeft
                 textFormat: Text.PlainText
-                elide: Text.ElideMiddle
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
+                elide: Text.ElideRight
                 font { pixelSize: Theme.titleSize; bold: true }
                 Accessible.role: Accessible.Heading
             }

@@ -1,6 +1,7 @@
 import QtQuick
 import voro.application
 import voro.multimedia
+import voro.player
 
 /** The player with its queue. */
 MediaPlayer {
@@ -30,6 +31,8 @@ MediaPlayer {
     /** The loudness that the user chose, which stays while nothing is heard. */
     property real loudness: 1
     property bool isMuted: false
+    /** Knows the titles of media that have not been played yet; null while nobody has seen it. */
+    property Library library: null
 
     readonly property bool isPlaying: mediaState === MediaState.Started
     readonly property bool isLoaded: String(sourceUrl) !== ""
@@ -83,6 +86,10 @@ MediaPlayer {
         isSingly = false;
         sourceUrl = playlist;
         resume();
+    }
+
+    function titleOf(medium: url): string {
+        return library ? library.titleOf(medium) : Files.nameOf(medium);
     }
 
     /** Opens a queue at one of its media. */

@@ -65,7 +65,7 @@ FocusScope {
             }
             IconButton {
                 symbol: "speed"
-                text: qsTr("Speed: %1×").arg(page.player.wantedSpeed)
+                text: qsTr("Speed: %1×").arg(Format.factor(page.player.wantedSpeed))
                 isOn: page.player.wantedSpeed !== 1
                 onClicked: speed.open()
             }

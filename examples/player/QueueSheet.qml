@@ -52,7 +52,7 @@ Sheet {
             readonly property bool isKnown: index < sheet.player.queue.length
 
             implicitHeight: Theme.touch
-            title: isKnown ? Files.nameOf(sheet.player.queue[index]) : qsTr("Track %1").arg(index + 1)
+            title: isKnown ? sheet.player.titleOf(sheet.player.queue[index]) : qsTr("Track %1").arg(index + 1)
             isCurrent: index === sheet.player.index
             highlighted: ListView.isCurrentItem
             focus: ListView.isCurrentItem

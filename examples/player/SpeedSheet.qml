@@ -10,7 +10,7 @@ ChoiceSheet {
     title: qsTr("Speed")
     choices: {
         const factors = [0.5, 0.75, 1, 1.25, 1.5, 2];
-        return factors.map(factor => ({ text: factor + " ×", value: factor }));
+        return factors.map(factor => ({ text: Format.factor(factor) + " ×", value: factor }));
     }
     current: player.wantedSpeed
     onChosen: (factor) => sheet.player.chooseSpeed(factor)

@@ -150,7 +150,7 @@ Pane {
                 focus: true
                 Keys.onReturnPressed: panel.isRecording ? panel.finish() : panel.toggle()
                 Keys.onEnterPressed: panel.isRecording ? panel.finish() : panel.toggle()
-                text: recorder.mediaState === MediaState.Started ? qsTr("Hold") : panel.isHeld ? qsTr("Go on") : qsTr("Record")
+                text: recorder.mediaState === MediaState.Started ? qsTr("Pause") : panel.isHeld ? qsTr("Resume") : qsTr("Record")
                 Accessible.name: text
                 onClicked: panel.toggle()
                 background: Rectangle {

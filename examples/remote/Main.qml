@@ -106,7 +106,7 @@ AppWindow {
             ColumnLayout {
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
-                Layout.alignment: Qt.AlignVCenter
+                Layout.alignment: Qt.AlignCenter
                 spacing: 4
                 TextButton {
                     Layout.alignment: Qt.AlignHCenter

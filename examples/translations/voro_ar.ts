@@ -890,11 +890,11 @@
         <translation>الصيغة: %1</translation>
     </message>
     <message>
-        <source>Hold</source>
+        <source>Pause</source>
         <translation>إيقاف مؤقت</translation>
     </message>
     <message>
-        <source>Go on</source>
+        <source>Resume</source>
         <translation>متابعة</translation>
     </message>
     <message>

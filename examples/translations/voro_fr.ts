@@ -890,11 +890,11 @@
         <translation>Format : %1</translation>
     </message>
     <message>
-        <source>Hold</source>
+        <source>Pause</source>
         <translation>Suspendre</translation>
     </message>
     <message>
-        <source>Go on</source>
+        <source>Resume</source>
         <translation>Reprendre</translation>
     </message>
     <message>

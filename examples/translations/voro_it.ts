@@ -890,11 +890,11 @@
         <translation>Formato: %1</translation>
     </message>
     <message>
-        <source>Hold</source>
+        <source>Pause</source>
         <translation>Sospendi</translation>
     </message>
     <message>
-        <source>Go on</source>
+        <source>Resume</source>
         <translation>Riprendi</translation>
     </message>
     <message>

@@ -890,11 +890,11 @@
         <translation>形式: %1</translation>
     </message>
     <message>
-        <source>Hold</source>
+        <source>Pause</source>
         <translation>一時停止</translation>
     </message>
     <message>
-        <source>Go on</source>
+        <source>Resume</source>
         <translation>再開</translation>
     </message>
     <message>

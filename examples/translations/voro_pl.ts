@@ -890,11 +890,11 @@
         <translation>Format: %1</translation>
     </message>
     <message>
-        <source>Hold</source>
+        <source>Pause</source>
         <translation>Wstrzymaj</translation>
     </message>
     <message>
-        <source>Go on</source>
+        <source>Resume</source>
         <translation>Wznów</translation>
     </message>
     <message>

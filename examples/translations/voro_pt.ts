@@ -890,11 +890,11 @@
         <translation>Formato: %1</translation>
     </message>
     <message>
-        <source>Hold</source>
+        <source>Pause</source>
         <translation>Pausar</translation>
     </message>
     <message>
-        <source>Go on</source>
+        <source>Resume</source>
         <translation>Continuar</translation>
     </message>
     <message>

@@ -890,11 +890,11 @@
         <translation>格式：%1</translation>
     </message>
     <message>
-        <source>Hold</source>
+        <source>Pause</source>
         <translation>暂停</translation>
     </message>
     <message>
-        <source>Go on</source>
+        <source>Resume</source>
         <translation>继续</translation>
     </message>
     <message>
