@@ -173,7 +173,8 @@ void Context::begin(Handler handler, const pps::Message &message)
         return;
     }
     reopen([this, handler, message](const Result &result) {
-        if (result) {
+        // What cannot go on has stopped.
+        if (result || handler == &Context::stop) {
             (this->*handler)(message);
         } else {
             finish(result);
@@ -748,6 +749,7 @@ void Context::setState(State state, const std::optional<Folder::Ending> &ending)
 {
     m_state = state;
     m_hasEnded = ending.has_value();
+    m_hasFailed = ending && ending->code != ErrorCode::None;
     watchEngine();
     if (m_engine) {
         m_engine->setCompleting(state == State::Playing && isRecording());
@@ -769,7 +771,7 @@ void Context::setSpeed(int speed)
 bool Context::canPark() const
 {
     const auto kind = m_kinds.find(m_position.track);
-    if (!m_isOpen || isRecording() || kind == m_kinds.end() || !kind->second.isSeekable) {
+    if (!m_isOpen || m_hasFailed || isRecording() || kind == m_kinds.end() || !kind->second.isSeekable) {
         return false;
     }
     const bool isPictureShown = kind->second.isFilm && m_journal.hasVideo();
@@ -789,6 +791,9 @@ void Context::updateParking()
 void Context::park()
 {
     if (!m_isBusy && canPark()) {
+        if (!m_resume && !m_hasEnded) {
+            m_resume = TrackPosition{m_position.track, 0};
+        }
         m_isOpen = false;
         m_engine.reset();
     }

@@ -136,6 +136,7 @@ private:
     std::optional<Journal::Input> m_input;
     State m_state = State::Idle;
     bool m_hasEnded = false;
+    bool m_hasFailed = false;
     int m_speed = 1000;
     /** Whether the engine told that its medium is not heard. */
     bool m_isSilent = false;

@@ -468,6 +468,11 @@ void tst_Context::contextThatRests_givesItsEngineBack_data()
     };
     row("prepared", {attach}, true, "play", {"open", "play"});
     row("stopped", {attach, "play", "stop"}, true, "play", {"open", "play"});
+    row("stopped on the second track",
+        {attach, "!queue current:n:2 total:n:2", "!track track:n:2 md_title_seekable:b:true", "play", "stop"}, true,
+        "play", {"open on 2", "play"});
+    row("ended", {attach, "play", "!ended"}, true, "play", {"open", "play"});
+    row("failed", {attach, "play", "!failed err:n:11 position:n:700 track:n:1"}, false);
     row("paused, to go on", paused, true, "speed_set speed:n:1000", {"open at 1200", "play", "speed"});
     row("paused, to be sought", paused, true, "seek position::1:3", {"open at 1200", "play", "seek"});
     row("paused, to be stopped", paused, true, "stop", {"open at 1200", "play", "stop"});
@@ -504,7 +509,8 @@ void tst_Context::contextThatRests_givesItsEngineBack()
     QCOMPARE(stage.step(command.toStdString()), 0);
     QByteArrayList log;
     for (const QByteArray &entry : toList(stage.takeLog())) {
-        log << entry.split(' ').first() + (entry.contains("position:n:1200") ? " at 1200" : "");
+        log << entry.split(' ').first() + (entry.contains("position:n:1200") ? " at 1200" : "")
+                   + (entry.contains("track:n:2") ? " on 2" : "");
     }
     QCOMPARE(log.first(asked.size()), asked);
 }

@@ -71,7 +71,11 @@ void setOutliving(bool isOutliving)
     std::signal(SIGTERM, isOutliving ? SIG_IGN : SIG_DFL);
 }
 
-Confinement::Confinement(Layers layers) : m_layers(layers), m_elements(ownElements()) {}
+Confinement::Confinement(Layers layers)
+    : m_layers(layers),
+      m_elements(ownElements()),
+      m_keepsNetwork(!m_elements.unknown.empty() || isSoundServerFar())
+{}
 
 void Confinement::begin()
 {
@@ -80,6 +84,9 @@ void Confinement::begin()
     }
     for (const std::string &folder : m_elements.folders) {
         log::warn(log::Category::Worker, "workers may write files in %s, for filesink", folder.c_str());
+    }
+    if (m_keepsNetwork) {
+        log::warn(log::Category::Worker, "workers keep the network, for the sound server or sinks and sources");
     }
     if (m_elements.unknown.empty() && m_layers.namespaces) {
         m_isInNamespaces = enterNamespaces(m_elements);
@@ -93,14 +100,14 @@ void Confinement::begin()
 
 void Confinement::leaveNetwork()
 {
-    if (m_isInNamespaces && !renderer::leaveNetwork()) {
+    if (m_isInNamespaces && !m_keepsNetwork && !renderer::leaveNetwork()) {
         log::warn(log::Category::Worker, "this system gives workers no network namespace");
     }
 }
 
 void Confinement::prepare(bool hasNetwork)
 {
-    m_calls.emplace(m_elements.unknown.empty() ? Devices::Closed : Devices::Open, hasNetwork);
+    m_calls.emplace(m_elements.unknown.empty() ? Devices::Closed : Devices::Open, hasNetwork || m_keepsNetwork);
 }
 
 void Confinement::complete(Reach reach)
@@ -139,7 +146,7 @@ bool Confinement::limitFiles(Reach reach) const
         landlock.allow("/", Landlock::Access::Create);
         landlock.allow("/dev", Landlock::Access::Control);
     }
-    if (reach.network) {
+    if (reach.network || m_keepsNetwork) {
         landlock.allowConnections();
     }
     if (reach.windows) {

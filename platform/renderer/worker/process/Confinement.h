@@ -45,6 +45,8 @@ private:
 
     Layers m_layers;
     OwnElements m_elements;
+    /** Whether sound goes there, be it to a server or by elements about which nothing is known. */
+    bool m_keepsNetwork;
     bool m_isInNamespaces = false;
     std::optional<SystemCalls> m_calls;
 };

@@ -24,7 +24,24 @@ void addFrom(const char *variable, std::vector<std::string> &places)
     }
 }
 
+/** The server that the environment names: the path of a socket, or a place on the network; empty for the usual one. */
+std::string soundServer()
+{
+    constexpr std::string_view Scheme = "unix:";
+    std::string server = std::getenv("PULSE_SERVER") ? std::getenv("PULSE_SERVER") : "";
+    if (server.starts_with(Scheme)) {
+        server.erase(0, Scheme.size());
+    }
+    return server;
+}
+
 } // namespace
+
+bool isSoundServerFar()
+{
+    const std::string server = soundServer();
+    return !server.empty() && !server.starts_with('/');
+}
 
 std::vector<std::string> systemPlaces()
 {
@@ -70,13 +87,9 @@ std::vector<std::string> systemPlaces()
 
 std::vector<std::string> soundServerPlaces()
 {
-    constexpr std::string_view Scheme = "unix:";
     std::vector<std::string> places{"/run/pulse"};
     addFrom("PULSE_RUNTIME_PATH", places);
-    std::string server = std::getenv("PULSE_SERVER") ? std::getenv("PULSE_SERVER") : "";
-    if (server.starts_with(Scheme)) {
-        server.erase(0, Scheme.size());
-    }
+    const std::string server = soundServer();
     if (server.starts_with('/')) {
         places.push_back(server.substr(0, server.rfind('/')));
     }
