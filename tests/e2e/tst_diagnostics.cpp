@@ -92,7 +92,7 @@ void DiagnosticsTest::graph_isShown_onRequestAndOnAFailure()
     for (const pid_t worker : workers) {
         QCOMPARE(kill(worker, SIGUSR1), 0);
     }
-    QVERIFY(isWritten(daemon, "wavparse"));
+    QVERIFY2(isWritten(daemon, "wavparse"), m_log.constData());
     QVERIFY(m_log.contains("digraph pipeline"));
     QCOMPARE(player.pause(), MediaError::None);
 

@@ -22,6 +22,7 @@ namespace {
 
 /** A worker that waits must not be taken for one that hangs. */
 constexpr time_t LongestWait = 3;
+constexpr size_t MostRequests = 64;
 constexpr size_t LargestList = 4 << 20;
 /** Of all the lists of a context, in all the ways to read them. */
 constexpr size_t MostText = 32 << 20;
@@ -184,30 +185,52 @@ void MediaFiles::receive()
 
 void MediaFiles::hand(const std::string &path, int64_t id)
 {
+    if (m_requests.size() >= MostRequests) {
+        answer(id, std::make_shared<LocalFile>(EAGAIN));
+        return;
+    }
+    m_requests.push_back({m_permission, path, id});
+    if (m_requests.size() == 1) {
+        openNext();
+    }
+}
+
+void MediaFiles::openNext()
+{
     const auto file = std::make_shared<LocalFile::Shared>();
-    const uint64_t job = ++m_lastJob;
-    m_jobs[job] = std::make_unique<DiskJob>(
+    const Request &request = m_requests.front();
+    m_job = std::make_unique<DiskJob>(
         m_broker, m_owner,
-        [permission = m_permission, path, file] {
+        [permission = request.permission, path = request.path, file] {
             *file = permission->open(path);
             return Result();
         },
-        Result(ErrorCode::SourceUnavailable, path + ": the disk does not answer"),
-        [this, job, id, file](const Result &result) {
-            const auto ended = m_jobs.extract(job);
-            if (!result) {
-                answer(id, std::make_shared<LocalFile>(ETIMEDOUT));
-            } else if (!chargeForLists()) {
-                answer(id, std::make_shared<LocalFile>(ENOMEM));
-            } else if (m_onNetwork && m_permission->needsNetwork()) {
-                // Whoever hears of it may destroy this object.
-                const auto onNetwork = m_onNetwork;
-                onNetwork();
-            } else {
-                answer(id, *file);
+        Result(ErrorCode::SourceUnavailable, "the disk does not answer"),
+        [this, file](const Result &result) {
+            const auto ended = std::move(m_job);
+            const Request done = std::move(m_requests.front());
+            m_requests.pop_front();
+            if (!m_requests.empty()) {
+                openNext();
             }
+            opened(done, result, *file);
         },
         LongestWait);
+}
+
+void MediaFiles::opened(const Request &request, const Result &result, const LocalFile::Shared &file)
+{
+    if (!result) {
+        answer(request.id, std::make_shared<LocalFile>(ETIMEDOUT));
+    } else if (!chargeForLists()) {
+        answer(request.id, std::make_shared<LocalFile>(ENOMEM));
+    } else if (m_onNetwork && request.permission->needsNetwork()) {
+        // Whoever hears of it may destroy this object.
+        const auto onNetwork = m_onNetwork;
+        onNetwork();
+    } else {
+        answer(request.id, file);
+    }
 }
 
 /** Has the owner account for the lists that are kept; without room none is. */

@@ -8,8 +8,8 @@
 #include <renderer/common/LocalFile.h>
 
 #include <cstdint>
+#include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -39,9 +39,16 @@ public:
 
 private:
     class Permission;
+    struct Request {
+        std::shared_ptr<Permission> permission;
+        std::string path;
+        int64_t id;
+    };
 
     void receive();
     void hand(const std::string &path, int64_t id);
+    void openNext();
+    void opened(const Request &request, const Result &result, const LocalFile::Shared &file);
     bool chargeForLists();
     void answer(int64_t id, const LocalFile::Shared &file);
 
@@ -54,8 +61,9 @@ private:
     /** For the lists that are kept. */
     pps::Accounts::Charge m_charge;
     size_t m_chargedSize = 0;
-    std::map<uint64_t, std::unique_ptr<DiskJob>> m_jobs;
-    uint64_t m_lastJob = 0;
+    /** One file is opened after the other, in front the one that is being opened. */
+    std::deque<Request> m_requests;
+    std::unique_ptr<DiskJob> m_job;
 };
 
 } // namespace voro::renderer

@@ -18,30 +18,6 @@ constexpr std::chrono::seconds Moment{1};
 /** This process's own memory files. */
 constexpr std::string_view OwnFiles = "/proc/self/fd/";
 
-/** Waits for the answer with a number; others are of no use any more. */
-LocalFile::Shared receive(int64_t id)
-{
-    for (;;) {
-        pollfd readable{WorkerMediaSocket, POLLIN, 0};
-        std::array<std::byte, sizeof(int64_t) + sizeof(int32_t) + 1> packet;
-        pps::Fd file;
-        poll(&readable, 1, -1);
-        const ssize_t size = pps::receivePacket(WorkerMediaSocket, packet, file);
-        if (size < 0 && errno == EAGAIN) {
-            continue;
-        }
-        const auto answer =
-            size > 0 ? FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(size))) : std::nullopt;
-        if (!answer) {
-            return std::make_shared<LocalFile>(EIO);
-        }
-        if (answer->id == id) {
-            return file.isValid() ? std::make_shared<LocalFile>(std::move(file))
-                                  : std::make_shared<LocalFile>(answer->error != 0 ? answer->error : EMFILE);
-        }
-    }
-}
-
 } // namespace
 
 LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness)
@@ -62,6 +38,36 @@ LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness
     LocalFile::Shared file = ask(path);
     m_recent.push_back({path, file, Clock::now()});
     return file;
+}
+
+/** Waits for the file with a number. */
+LocalFile::Shared HandedFiles::receive(int64_t id)
+{
+    while (m_unasked.id != id) {
+        pollfd readable{WorkerMediaSocket, POLLIN, 0};
+        std::array<std::byte, sizeof(int64_t) + sizeof(int32_t) + 1> packet;
+        pps::Fd file;
+        poll(&readable, 1, -1);
+        const ssize_t size = pps::receivePacket(WorkerMediaSocket, packet, file);
+        if (size < 0 && errno == EAGAIN) {
+            continue;
+        }
+        const auto answer =
+            size > 0 ? FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(size))) : std::nullopt;
+        if (!answer) {
+            return std::make_shared<LocalFile>(EIO);
+        }
+        auto received = file.isValid() ? std::make_shared<LocalFile>(std::move(file))
+                                       : std::make_shared<LocalFile>(answer->error != 0 ? answer->error : EMFILE);
+        if (answer->id == id) {
+            return received;
+        }
+        if (answer->id > 0) {
+            // It came before somebody's question was answered.
+            m_unasked = {answer->id, std::move(received)};
+        }
+    }
+    return std::exchange(m_unasked, {}).file;
 }
 
 LocalFile::Shared HandedFiles::ask(const std::string &path)

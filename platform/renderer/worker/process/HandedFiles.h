@@ -27,12 +27,20 @@ private:
         Clock::time_point time;
     };
 
+    struct Unasked {
+        int64_t id = 0;
+        LocalFile::Shared file;
+    };
+
     LocalFile::Shared ask(const std::string &path);
+    LocalFile::Shared receive(int64_t id);
 
     std::mutex m_mutex;
     std::string m_expected;
     int64_t m_expectedId = 0;
     int64_t m_lastId = 0;
+    /** The medium that was handed over last, until it is expected. */
+    Unasked m_unasked;
     /** To open a medium takes several looks at it. */
     std::vector<Recent> m_recent;
 };
