@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "Confinement.h"
+#include "NetworkRules.h"
 
 #include <glib-unix.h>
 #include <renderer/common/Parameters.h>
@@ -97,6 +98,7 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
         return {};
     }
     if (command == "set") {
+        nameHosts(message);
         if (const Result problem = findScreen(message); !problem) {
             return problem;
         }
@@ -121,6 +123,8 @@ void Commands::open(const pps::Message &message)
     const int64_t id = message.number("id");
     const Medium medium(message.text("url"));
     m_handed.expect(medium.isLocal() ? medium.path() : std::string(), id);
+    m_url = message.text("url");
+    nameHosts(message);
     if (const Result problem = findScreen(message); !problem) {
         reply("open", id, problem);
         return;
@@ -166,6 +170,20 @@ void Commands::record(const std::string &command, const pps::Message &message)
     } else {
         answer({ErrorCode::UnsupportedOperation, "a recording cannot do that"});
     }
+}
+
+/** Notes where the user's own URLs lead. */
+void Commands::nameHosts(const pps::Message &message) const
+{
+    std::vector<std::string> others{message.text(DisplayName).substr(0, message.text(DisplayName).find(':'))};
+    for (const auto &entry : message.entries()) {
+        const auto parameters =
+            entry.name.starts_with(TrackPrefix) ? Parameters::fromText(entry.value) : std::optional<Parameters>();
+        if (parameters) {
+            others.push_back(parameters->text("subpicture_url"));
+        }
+    }
+    NetworkRules::instance().setNamed(m_url, others);
 }
 
 /** Goes to the session in which a message wants windows to be drawn into. */

@@ -28,11 +28,14 @@ private:
     Settings read(const pps::Message &message, Settings settings);
     static gboolean onFile(gint fd, GIOCondition condition, gpointer self);
     void takeFiles();
+    void nameHosts(const pps::Message &message) const;
     void reply(const std::string &command, int64_t id, const Result &result);
 
     HandedFiles &m_handed;
     Link m_link;
     Source m_fileSource;
+    /** Of the medium. */
+    std::string m_url;
     /** What the next recording is written into. */
     pps::Fd m_file;
     FrameChannels m_frames;
