@@ -727,7 +727,7 @@ void Context::seek(const pps::Message &message)
             m_folder.setQueue(target.track, m_total);
         }
         m_resume = m_position = target;
-        m_folder.setStatus(target.milliseconds, "0/100", "idle");
+        m_folder.setPosition(target.milliseconds);
         finish({});
     }
 }

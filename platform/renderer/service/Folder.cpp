@@ -163,10 +163,17 @@ void Folder::setStatus(int64_t position, std::string_view bufferLevel, std::stri
     publishStatus(position, bufferLevel, bufferStatus, volume, Fence::None);
 }
 
+void Folder::setPosition(int64_t position)
+{
+    setStatus(position, std::string(m_bufferLevel), std::string(m_bufferStatus));
+}
+
 void Folder::publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
                            std::string_view volume, Fence fence)
 {
     m_position.milliseconds = position;
+    m_bufferLevel = bufferLevel;
+    m_bufferStatus = bufferStatus;
     leaveWill();
     publish("status", statusLines(position, bufferLevel, bufferStatus, volume), fence);
 }

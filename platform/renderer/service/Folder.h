@@ -53,6 +53,8 @@ public:
     void setTrack(unsigned track, std::string_view lines);
     void setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
                    std::string_view volume = NoVolume);
+    /** Another position, and the rest of the status as it is. */
+    void setPosition(int64_t position);
     /**
      * Whether it plays into nothing, because no sound server answers; shown from the first time on. True when that is
      * new.
@@ -95,6 +97,8 @@ private:
     /** The version that shows the ending. */
     uint64_t m_shownBy = 0;
     TrackPosition m_position;
+    std::string m_bufferLevel = "0/100";
+    std::string m_bufferStatus = "idle";
     unsigned m_total = 0;
 };
 

@@ -473,6 +473,8 @@ void tst_Context::contextThatRests_givesItsEngineBack_data()
         "play", {"open on 2", "play"});
     row("ended", {attach, "play", "!ended"}, true, "play", {"open", "play"});
     row("failed", {attach, "play", "!failed err:n:11 position:n:700 track:n:1"}, false);
+    row("prepared, to be sought", {attach, "!status position:n:0 bufferlevel::100/100 bufferstatus::idle"}, true,
+        "seek position::1:3", {});
     row("paused, to go on", paused, true, "speed_set speed:n:1000", {"open at 1200", "play", "speed"});
     row("paused, to be sought", paused, true, "seek position::1:3", {"open at 1200", "play", "seek"});
     row("paused, to be stopped", paused, true, "stop", {"open at 1200", "play", "stop"});
@@ -513,6 +515,8 @@ void tst_Context::contextThatRests_givesItsEngineBack()
                    + (entry.contains("track:n:2") ? " on 2" : "");
     }
     QCOMPARE(log.first(asked.size()), asked);
+    const std::string full = "bufferlevel::100/100";
+    QVERIFY(before.find(full) == before.npos || stage.content("status").find(full) != before.npos);
 }
 
 void tst_Context::journal_isToldToEveryEngine()
