@@ -104,6 +104,15 @@ long spawn(const char *program)
     return errno == 0 ? 0 : -1;
 }
 
+long forkAndEnd()
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(0);
+    }
+    return child;
+}
+
 long raiseLimit()
 {
     const rlimit more{1 << 20, 1 << 20};
@@ -160,7 +169,7 @@ const Attempt Attempts[] = {
     // Programs and processes.
     {"start a program", "LS", "", [] { return spawn("/usr/bin/true"); }},
     {"become a program", "LS", "", [] { return static_cast<long>(execl("/usr/bin/true", "true", nullptr)); }},
-    {"fork", "S", "", [] { return static_cast<long>(fork()); }},
+    {"fork", "S", "", forkAndEnd},
     {"fork by clone3", "S", "", [] { return syscall(SYS_clone3, nullptr, 0); }},
     {"signal the parent", "LS", "", [] { return static_cast<long>(kill(getppid(), SIGTERM)); }},
     {"probe the parent", "LS", "", [] { return static_cast<long>(kill(getppid(), 0)); }},
