@@ -98,6 +98,9 @@ std::optional<Reach> Nursery::run()
         return std::nullopt;
     }
     m_confinement.begin();
+    if (!limitNurseryCalls()) {
+        log::warn(log::Category::Worker, "this kernel does not limit the nursery's system calls (seccomp)");
+    }
     const Birth local = giveBirth(LocalNurserySocket, 0);
     if (local == Birth::Child) {
         close(NetworkNurserySocket);

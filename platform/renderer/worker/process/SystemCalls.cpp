@@ -174,6 +174,41 @@ SystemCalls::SystemCalls(Devices devices, bool hasNetwork)
     }
 }
 
+bool limitNurseryCalls()
+{
+    constexpr const char *Refused[] = {"execve",
+                                       "execveat",
+                                       "ptrace",
+                                       "process_vm_readv",
+                                       "process_vm_writev",
+                                       "kill",
+                                       "tkill",
+                                       "pidfd_send_signal",
+                                       "io_uring_setup",
+                                       "bpf",
+                                       "keyctl",
+                                       "add_key",
+                                       "request_key",
+                                       "userfaultfd",
+                                       "kexec_load",
+                                       "init_module",
+                                       "finit_module",
+                                       "perf_event_open",
+                                       "setns",
+                                       "chroot",
+                                       "open_by_handle_at",
+                                       "rt_sigqueueinfo"};
+    const Filter filter(seccomp_init(SCMP_ACT_ALLOW));
+    if (!filter) {
+        return false;
+    }
+    Rules rules(filter.get());
+    for (const char *name : Refused) {
+        rules.add(SCMP_ACT_ERRNO(EPERM), name);
+    }
+    return rules.areGood() && load(programOf(filter.get()));
+}
+
 bool SystemCalls::enforce() const
 {
     return limitSignals() && load(m_program);
