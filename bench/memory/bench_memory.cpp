@@ -79,9 +79,7 @@ Costs measureOurs(const std::string &path)
         return bench::usage(daemon).pss + bench::usage(bench::descendants(daemon)).pss;
     };
     const auto rest = [daemon] {
-        // Two processes fork the workers, one worker is spare.
-        constexpr size_t Idle = 3;
-        while (bench::descendants(daemon).size() > Idle) {
+        while (bench::descendants(daemon).size() >= Prepared) {
             std::this_thread::sleep_for(std::chrono::seconds(1));
         }
     };

@@ -172,9 +172,9 @@ void Context::begin(Handler handler, const pps::Message &message)
         (this->*handler)(message);
         return;
     }
-    reopen([this, handler, message](const Result &result) {
+    reopen(Purpose::GoOn, [this, handler, message](const Result &result) {
         // What cannot go on has stopped.
-        if (result || handler == &Context::stop) {
+        if (result || (handler == &Context::stop && m_state == State::Stopped)) {
             (this->*handler)(message);
         } else {
             finish(result);
@@ -277,15 +277,17 @@ void Context::outputAttached(const Result &result, int id)
     }
     // Only the engine finds out whether it can draw there.
     tellSettings([this, id, line](const Result &told) {
-        if (told.code != ErrorCode::OutputUnavailable) {
-            finish({}, line);
-            return;
+        const bool isRefused = told.code == ErrorCode::OutputUnavailable;
+        if (isRefused) {
+            m_journal.detachOutput(id);
         }
-        m_journal.detachOutput(id);
+        const auto answer = [this, problem = isRefused ? told : Result(), line = isRefused ? std::string() : line] {
+            finish(problem, line);
+        };
         if (m_isOpen) {
-            finish(told);
+            answer();
         } else {
-            reopen([this, told](const Result &) { finish(told); });
+            reopen(Purpose::GoOn, [answer](const Result &) { answer(); });
         }
     });
 }
@@ -381,7 +383,7 @@ void Context::applySettings(const std::string &lines)
         tellSettings([](const Result &) {});
         finish({}, lines);
     } else {
-        reopen([this, lines](const Result &) { finish({}, lines); });
+        reopen(Purpose::GoOn, [this, lines](const Result &) { finish({}, lines); });
     }
 }
 
@@ -395,7 +397,7 @@ bool Context::doesReach() const
 void Context::tellSettings(Engine::Done done)
 {
     if (!doesReach()) {
-        reopen(std::move(done));
+        reopen(Purpose::Trial, std::move(done));
         return;
     }
     m_settings = m_journal.settingLines();
@@ -500,22 +502,40 @@ Reach Context::neededReach(const Journal::Input &input) const
     return reach;
 }
 
-/** Goes on with an engine that begins where the last one was. */
-void Context::reopen(Engine::Done done)
+/** Has the next engine begin with the track that is shown. */
+void Context::keepTrack()
+{
+    if (!m_resume && !m_hasEnded) {
+        m_resume = TrackPosition{m_position.track, 0};
+    }
+}
+
+/**
+ * Goes on with an engine that begins where the last one was. When it does not, a context that plays has stopped; but a
+ * trial that fails, and a lack of engines, leave it as it is.
+ */
+void Context::reopen(Purpose purpose, Engine::Done done)
 {
     if (m_state == State::Playing) {
-        m_resume = m_position;
+        m_resume = TrackPosition{m_position.track, kindOf(m_position.track).isSeekable ? m_position.milliseconds : 0};
+    } else {
+        keepTrack();
     }
     m_isOpen = false;
-    open(*m_input, [this, done = std::move(done)](const Result &result) {
+    open(*m_input, [this, purpose, done = std::move(done)](const Result &result) {
         m_isOpen = static_cast<bool>(result);
-        if (!m_isOpen && m_state == State::Playing) {
-            setState(State::Stopped, Folder::Ending{result.code, m_position});
-        }
+        const auto goOn = [this, done](const Result &played) {
+            if (!played && m_state == State::Playing) {
+                setState(State::Stopped, Folder::Ending{played.code, m_position});
+            }
+            done(played);
+        };
         if (m_isOpen && m_state == State::Playing) {
-            m_engine->ask("play", {}, done);
-        } else {
+            m_engine->ask("play", {}, goOn);
+        } else if (m_isOpen || purpose == Purpose::Trial || !m_engine) {
             done(result);
+        } else {
+            goOn(result);
         }
     });
 }
@@ -652,6 +672,10 @@ void Context::stop(const pps::Message &)
         return;
     }
     if (m_hasEnded) {
+        if (!m_hasFailed && !m_resume) {
+            // Playing would begin anew.
+            m_resume = TrackPosition{1, 0};
+        }
         setState(m_state);
     }
     finish({});
@@ -706,7 +730,7 @@ void Context::seek(const pps::Message &message)
         return;
     }
     const auto parsed = parsePosition(message.text("position"));
-    const TrackPosition target =
+    TrackPosition target =
         parsed ? TrackPosition{parsed->track.value_or(m_position.track), parsed->milliseconds} : TrackPosition{0, 0};
     if (target.track == 0 || target.track > m_total) {
         finish({ErrorCode::InvalidParameter, "there is no such position"});
@@ -722,9 +746,15 @@ void Context::seek(const pps::Message &message)
             }
             finish(result);
         });
+    } else if (target.track != m_position.track && !m_hasFailed && !m_kinds.empty()) {
+        m_resume = target;
+        reopen(Purpose::GoOn, [this](const Result &result) { finish(result); });
     } else {
         if (target.track != m_position.track) {
             m_folder.setQueue(target.track, m_total);
+        }
+        if (const int64_t duration = kindOf(target.track).duration; duration > 0) {
+            target.milliseconds = std::min(target.milliseconds, duration);
         }
         m_resume = m_position = target;
         m_folder.setPosition(target.milliseconds);
@@ -767,14 +797,20 @@ void Context::setSpeed(int speed)
     watchEngine();
 }
 
+Context::Kind Context::kindOf(unsigned track) const
+{
+    const auto found = m_kinds.find(track);
+    return found == m_kinds.end() ? Kind() : found->second;
+}
+
 /** Whether the journal and the position are enough to go on with another engine. */
 bool Context::canPark() const
 {
-    const auto kind = m_kinds.find(m_position.track);
-    if (!m_isOpen || m_hasFailed || isRecording() || kind == m_kinds.end() || !kind->second.isSeekable) {
+    const Kind kind = kindOf(m_position.track);
+    if (!m_isOpen || m_hasFailed || isRecording() || !kind.isSeekable) {
         return false;
     }
-    const bool isPictureShown = kind->second.isFilm && m_journal.hasVideo();
+    const bool isPictureShown = (kind.isFilm && m_journal.hasVideo()) || m_journal.hasCaptions();
     return m_state == State::Stopped || (m_state == State::Playing && m_speed == 0 && !isPictureShown);
 }
 
@@ -791,9 +827,7 @@ void Context::updateParking()
 void Context::park()
 {
     if (!m_isBusy && canPark()) {
-        if (!m_resume && !m_hasEnded) {
-            m_resume = TrackPosition{m_position.track, 0};
-        }
+        keepTrack();
         m_isOpen = false;
         m_engine.reset();
     }
@@ -828,7 +862,8 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
         if (track >= 1 && track <= MostTracks) {
             m_folder.setTrack(static_cast<unsigned>(track), metadataLines(lines));
             const Kind kind{.isFilm = event.number("md_video_width") > 0,
-                            .isSeekable = event.text("md_title_seekable") == "true"};
+                            .isSeekable = event.text("md_title_seekable") == "true",
+                            .duration = event.number("md_title_duration")};
             m_kinds[static_cast<unsigned>(track)] = kind;
             if (kind.isFilm && m_journal.hasVideo()) {
                 m_engines.expectFilms();

@@ -44,6 +44,12 @@ public:
 
 private:
     enum class State { Idle, Stopped, Playing };
+    /** What matters of a track when it is to be gone on with. */
+    struct Kind {
+        bool isFilm = false;
+        bool isSeekable = false;
+        int64_t duration = 0;
+    };
     struct Command {
         pps::ClientId client;
         pps::Accounts::Charge charge;
@@ -85,7 +91,9 @@ private:
     void open(const Journal::Input &input, Engine::Done done);
     Reach neededReach(const Journal::Input &input) const;
     bool doesReach() const;
-    void reopen(Engine::Done done);
+    enum class Purpose { GoOn, Trial };
+    void keepTrack();
+    void reopen(Purpose purpose, Engine::Done done);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});
     void tellSettings(Engine::Done done);
@@ -103,6 +111,7 @@ private:
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
     void setSpeed(int speed);
     void watchEngine();
+    Kind kindOf(unsigned track) const;
     bool canPark() const;
     void updateParking();
     void park();
@@ -144,10 +153,6 @@ private:
     bool m_isSpeedTaken = false;
     const int m_parkingDelay;
     Timer m_parking;
-    struct Kind {
-        bool isFilm = false;
-        bool isSeekable = false;
-    };
     /** Of the tracks near the current one. */
     std::map<unsigned, Kind> m_kinds;
     unsigned m_total = 0;

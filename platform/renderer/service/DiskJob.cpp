@@ -2,8 +2,10 @@
 
 #include <sys/eventfd.h>
 #include <sys/timerfd.h>
+#include <unistd.h>
 
 #include <atomic>
+#include <cstdint>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -72,7 +74,11 @@ DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &sile
         time.it_value = {0, 1};
     }
     timerfd_settime(m_wait->timer.get(), 0, &time, nullptr);
-    broker.watch(m_wait->timer.get(), [wait = m_wait, silence] { wait->finish(silence); });
+    broker.watch(m_wait->timer.get(), [wait = m_wait, silence] {
+        if (uint64_t count = 0; ::read(wait->timer.get(), &count, sizeof count) == sizeof count) {
+            wait->finish(silence);
+        }
+    });
 }
 
 DiskJob::~DiskJob()

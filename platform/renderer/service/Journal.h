@@ -67,6 +67,7 @@ public:
 
     /** Whether there is an output for pictures. */
     bool hasVideo() const { return output("video") != nullptr; }
+    bool hasCaptions() const { return output("subpicture") != nullptr; }
     /** What an engine has to reach for an input besides what is in lists. */
     Reach reachFor(const Input &input) const;
     /** The frame queues that outputs show in. */

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <numeric>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace voro::renderer {
@@ -178,7 +179,11 @@ ListNames::ListNames(std::string_view listPath, std::string_view text)
 
 bool ListNames::contain(const std::string &path) const
 {
+    constexpr size_t LongestName = 255;
     const std::filesystem::path normal = std::filesystem::path(withSlashes(path)).lexically_normal();
+    if (std::ranges::any_of(normal, [](const auto &part) { return part.string().size() > LongestName; })) {
+        return false;
+    }
     if (hasName(withSlashes(path)) || hasName(normal.string())) {
         return true;
     }
@@ -189,9 +194,9 @@ bool ListNames::contain(const std::string &path) const
 
 bool ListNames::hasName(std::string_view name) const
 {
-    std::vector<std::string> spellings{std::string(name), fromLatin1(name)};
+    std::set<std::string> spellings{std::string(name), fromLatin1(name)};
     if (auto narrow = toLatin1(name)) {
-        spellings.push_back(std::move(*narrow));
+        spellings.insert(std::move(*narrow));
     }
     return !name.empty() && std::ranges::any_of(m_texts, [&](const std::string &text) {
         return std::ranges::any_of(spellings, [&](const std::string &spelling) { return isIn(text, spelling); });

@@ -15,6 +15,7 @@
 #include <mutex>
 #include <set>
 #include <utility>
+#include <vector>
 
 namespace voro::renderer {
 
@@ -55,6 +56,8 @@ bool isList(const std::string &path, const LocalFile &file)
 /** Which files a worker gets. */
 class MediaFiles::Permission {
 public:
+    explicit Permission(bool hasNetwork) : m_hasNetwork(hasNetwork) {}
+
     void setMedium(const std::string &path)
     {
         const std::lock_guard lock(m_mutex);
@@ -82,7 +85,7 @@ public:
     bool needsNetwork()
     {
         const std::lock_guard lock(m_mutex);
-        return std::ranges::any_of(m_lists, [](const auto &list) { return list.second.nameNetwork(); });
+        return std::ranges::any_of(m_lists, [](const auto &list) { return list.second->nameNetwork(); });
     }
 
     /** Opens a file if it may be handed over. It may wait for the disk. */
@@ -101,9 +104,19 @@ public:
 private:
     bool isGiven(const std::string &path)
     {
-        const std::lock_guard lock(m_mutex);
-        return path == m_medium || m_others.contains(path)
-               || std::ranges::any_of(m_lists, [&](const auto &list) { return list.second.contain(path); });
+        std::vector<std::shared_ptr<const ListNames>> lists;
+        {
+            const std::lock_guard lock(m_mutex);
+            if (path == m_medium || m_others.contains(path)) {
+                return true;
+            }
+            for (const auto &[name, list] : m_lists) {
+                lists.push_back(list);
+            }
+        }
+        // Whoever waits for the lock must not wait for a long search.
+        const bool isHidden = m_hasNetwork && path.find("/.") != path.npos;
+        return !isHidden && std::ranges::any_of(lists, [&](const auto &list) { return list->contain(path); });
     }
     bool mayBeList(const std::string &path)
     {
@@ -116,18 +129,20 @@ private:
         if (!isList(path, file)) {
             return;
         }
-        ListNames names(path, file.at(0, LargestList));
+        auto names = std::make_shared<const ListNames>(path, file.at(0, LargestList));
         const std::lock_guard lock(m_mutex);
-        if (m_size + names.size() <= MostText) {
-            m_size += names.size();
+        if (m_size + names->size() <= MostText) {
+            m_size += names->size();
             m_lists.emplace(path, std::move(names));
         }
     }
 
+    /** What could leave this machine is no file that a list names behind the user's back. */
+    const bool m_hasNetwork;
     std::mutex m_mutex;
     std::string m_medium;
     std::set<std::string> m_others;
-    std::map<std::string, ListNames> m_lists;
+    std::map<std::string, std::shared_ptr<const ListNames>> m_lists;
     size_t m_size = 0;
 };
 
@@ -135,7 +150,7 @@ MediaFiles::MediaFiles(pps::Broker &broker, pps::Fd socket, std::function<void()
     : m_broker(broker),
       m_socket(std::move(socket)),
       m_onNetwork(std::move(onNetwork)),
-      m_permission(std::make_shared<Permission>())
+      m_permission(std::make_shared<Permission>(!m_onNetwork))
 {
     m_broker.watch(m_socket.get(), [this] { receive(); });
 }
@@ -151,7 +166,7 @@ void MediaFiles::open(const pps::Message &request, int64_t id)
 {
     const Medium medium(request.text("url"));
     const bool isFile = medium.isLocal() && request.text("type") != "track";
-    m_permission = std::make_shared<Permission>();
+    m_permission = std::make_shared<Permission>(!m_onNetwork);
     m_permission->setMedium(isFile ? medium.path() : std::string());
     set(request);
     if (isFile) {

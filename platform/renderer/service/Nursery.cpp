@@ -18,6 +18,9 @@ namespace {
 constexpr int MostFailures = 3;
 /** How long it has to have been there, in milliseconds, so that its end is none of a nursery that cannot work. */
 constexpr int ShortLife = 10'000;
+/** How long a process may take, in milliseconds; the first one waits for the plugins of the whole machine. */
+constexpr int LongestBirth = 5'000;
+constexpr int LongestStart = 60'000;
 
 } // namespace
 
@@ -25,7 +28,8 @@ Nursery::Nursery(pps::Broker &broker, std::string program, bool mayFork, EndingP
     : m_broker(broker),
       m_program(std::move(program)),
       m_mayFork(mayFork),
-      m_ending(ending)
+      m_ending(ending),
+      m_patience(broker, [this] { fail(); })
 {}
 
 Nursery::~Nursery()
@@ -92,6 +96,9 @@ void Nursery::start(Reach reach, Sockets sockets, Started started)
     }
     if (isThere() && pps::sendPacket(halfFor(reach).socket.get(), std::as_bytes(std::span(&request, 1)), descriptors)) {
         m_births.emplace(request.id, std::move(birth));
+        if (m_births.size() == 1) {
+            awaitBirth();
+        }
     } else {
         spawn(birth);
     }
@@ -114,6 +121,15 @@ void Nursery::spawn(const Birth &birth) const
     birth.started(std::make_unique<Process>(m_program, sockets, options));
 }
 
+void Nursery::awaitBirth()
+{
+    if (m_births.empty()) {
+        m_patience.stop();
+    } else {
+        m_patience.start(m_isReady ? LongestBirth : LongestStart);
+    }
+}
+
 void Nursery::receive(Half &half)
 {
     BirthAnswer answer;
@@ -134,6 +150,8 @@ void Nursery::receive(Half &half)
         half.process = std::move(process);
         half.process->onEnd([this] { fail(); });
     } else if (auto birth = m_births.extract(answer.id)) {
+        m_isReady = true;
+        awaitBirth();
         if (process) {
             birth.mapped().started(std::move(process));
         } else {
@@ -160,6 +178,8 @@ void Nursery::fail()
 
 void Nursery::close()
 {
+    m_isReady = false;
+    m_patience.stop();
     for (Half &half : m_halves) {
         if (half.socket.isValid()) {
             m_broker.unwatch(half.socket.get());

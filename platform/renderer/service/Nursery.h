@@ -2,6 +2,7 @@
 
 #include "EndingProcesses.h"
 #include "Process.h"
+#include "Timer.h"
 
 #include <QtCore/QElapsedTimer>
 
@@ -57,6 +58,7 @@ private:
     void watch(Half &half);
     void receive(Half &half);
     void spawn(const Birth &birth) const;
+    void awaitBirth();
     void fail();
     void close();
 
@@ -71,6 +73,10 @@ private:
     /** How often in a row it went soon after its start. */
     int m_failures = 0;
     QElapsedTimer m_age;
+    /** Whether it has forked. */
+    bool m_isReady = false;
+    /** Runs while somebody waits for a process. */
+    Timer m_patience;
 };
 
 } // namespace voro::renderer

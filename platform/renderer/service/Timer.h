@@ -3,7 +3,9 @@
 #include <pps/broker/Broker.h>
 #include <pps/Fd.h>
 #include <sys/timerfd.h>
+#include <unistd.h>
 
+#include <cstdint>
 #include <functional>
 #include <utility>
 
@@ -25,6 +27,10 @@ public:
         if (!m_timer.isValid()) {
             m_timer.reset(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK));
             m_broker.watch(m_timer.get(), [this] {
+                if (uint64_t count = 0; ::read(m_timer.get(), &count, sizeof count) != sizeof count) {
+                    // Meant for a descriptor that had this number before.
+                    return;
+                }
                 stop();
                 m_callback();
             });

@@ -113,6 +113,14 @@ long forkAndEnd()
     return child;
 }
 
+/** A medium that was handed over for reading. */
+int handed = -1;
+
+long reopenHanded()
+{
+    return openFor(("/proc/self/fd/" + std::to_string(handed)).c_str(), O_RDWR | O_TRUNC);
+}
+
 long raiseLimit()
 {
     const rlimit more{1 << 20, 1 << 20};
@@ -147,6 +155,7 @@ const Attempt Attempts[] = {
     {"read a file by a link", "NL", "", [] { return openFor(("/proc/self/root" + file).c_str(), O_RDONLY); }},
     {"read of the parent", "NL", "",
      [] { return openFor(("/proc/" + std::to_string(getppid()) + "/status").c_str(), O_RDONLY); }},
+    {"open what was handed for writing", "LS", "", reopenHanded},
     {"write a file", "NL", "", [] { return openFor(file.c_str(), O_WRONLY); }},
     {"truncate a file", "NLS", "", [] { return static_cast<long>(truncate(file.c_str(), 0)); }},
     {"open and truncate a file", "NL", "", [] { return openFor(file.c_str(), O_RDONLY | O_TRUNC); }},
@@ -230,6 +239,7 @@ int main(int argc, char **argv)
     if (isGiven("nobody") && (setgid(Nobody) != 0 || setuid(Nobody) != 0 || prctl(PR_SET_DUMPABLE, 1) != 0)) {
         return 3;
     }
+    handed = open(file.c_str(), O_RDONLY | O_CLOEXEC);
     voro::renderer::restrictProcess();
     voro::renderer::Confinement confinement(
         {.namespaces = !isGiven("-N"), .landlock = !isGiven("-L"), .systemCalls = !isGiven("-S")});

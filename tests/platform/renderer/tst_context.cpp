@@ -137,6 +137,7 @@ private Q_SLOTS:
     void engineReaches_whatItNeeds_data();
     void engineReaches_whatItNeeds();
     void listThatLeadsToTheNetwork_isOpenedByAnotherEngine();
+    void windowThatIsRefused_leavesThePlaybackAlone();
     void contextThatRests_givesItsEngineBack_data();
     void contextThatRests_givesItsEngineBack();
     void journal_isToldToEveryEngine();
@@ -450,6 +451,27 @@ void tst_Context::listThatLeadsToTheNetwork_isOpenedByAnotherEngine()
     QCOMPARE(stage.engines.started(), 2);
 }
 
+void tst_Context::windowThatIsRefused_leavesThePlaybackAlone()
+{
+    Stage stage;
+    for (const char *command :
+         {Attach, "!track track:n:1 md_title_seekable:b:true", "play", "!status position:n:1200"}) {
+        QCOMPARE(stage.step(command), 0);
+    }
+    stage.takeLog();
+    stage.engines.held = "open";
+    stage.write("output_attach url::screen:?winid=5 type::video display:::0");
+    QTRY_VERIFY(stage.engines.isHolding());
+    stage.run([&](Broker &) {
+        stage.engines.held.clear();
+        stage.engines.release({ErrorCode::OutputUnavailable, "refused"});
+    });
+    QCOMPARE(stage.answer().number("err", -1), static_cast<int>(ErrorCode::OutputUnavailable));
+    QVERIFY(!stage.engines.reach().windows);
+    QCOMPARE(stage.takeLog().back(), "play");
+    QCOMPARE(attributes(stage.content("state")), "state::playing speed:n:1000");
+}
+
 void tst_Context::contextThatRests_givesItsEngineBack_data()
 {
     QTest::addColumn<QStringList>("commands");
@@ -472,6 +494,13 @@ void tst_Context::contextThatRests_givesItsEngineBack_data()
         {attach, "!queue current:n:2 total:n:2", "!track track:n:2 md_title_seekable:b:true", "play", "stop"}, true,
         "play", {"open on 2", "play"});
     row("ended", {attach, "play", "!ended"}, true, "play", {"open", "play"});
+    row("ended, then stopped on the first track",
+        {attach, "!queue current:n:2 total:n:2", "!track track:n:2 md_title_seekable:b:true", "play", "!ended", "stop"},
+        true, "play", {"open", "play"});
+    row("stopped, to be sought in another track", {attach, "!queue current:n:1 total:n:2", "play", "stop"}, true,
+        "seek position::2:1200", {"open at 1200 on 2"});
+    row("paused with captions that are shown",
+        {"output_attach url::screen:?winid=item type::subpicture", attach, "play", pause}, false);
     row("failed", {attach, "play", "!failed err:n:11 position:n:700 track:n:1"}, false);
     row("prepared, to be sought", {attach, "!status position:n:0 bufferlevel::100/100 bufferstatus::idle"}, true,
         "seek position::1:3", {});

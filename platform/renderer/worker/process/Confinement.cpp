@@ -107,7 +107,8 @@ void Confinement::leaveNetwork()
 
 void Confinement::prepare(bool hasNetwork)
 {
-    m_calls.emplace(m_elements.unknown.empty() ? Devices::Closed : Devices::Open, hasNetwork || m_keepsNetwork);
+    m_calls.emplace(m_elements.unknown.empty() ? Devices::Closed : Devices::Open,
+                    m_elements.needNothing() ? Files::ReadOnly : Files::Writable, hasNetwork || m_keepsNetwork);
 }
 
 void Confinement::complete(Reach reach)
@@ -150,6 +151,9 @@ bool Confinement::limitFiles(Reach reach) const
         landlock.allowConnections();
     }
     if (reach.windows) {
+        for (const std::string &path : screenPlaces()) {
+            landlock.allow(path.c_str(), Landlock::Access::Read);
+        }
         // The client library of the X server gives up when it may not try the server's abstract name.
         landlock.allowAbstractSockets();
     }

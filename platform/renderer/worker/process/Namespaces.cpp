@@ -8,6 +8,7 @@
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -48,6 +49,17 @@ bool becomeOwnUser()
            && writeTo("/proc/self/uid_map", user) && writeTo("/proc/self/gid_map", group);
 }
 
+/** Tries it in another process: half of it would leave this one without its user. */
+bool canBecomeOwnUser()
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(becomeOwnUser() ? 0 : 1);
+    }
+    int status = 1;
+    return child > 0 && waitpid(child, &status, 0) == child && status == 0;
+}
+
 bool makeFolders(const std::string &path)
 {
     std::error_code error;
@@ -60,10 +72,12 @@ bool makeFile(const std::string &path)
     return pps::Fd(open(path.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600)).isValid();
 }
 
-bool setReadOnly(int tree, const char *path, unsigned flags)
+/** Has what is mounted there stay as it is, and perhaps read-only. */
+bool fix(int tree, const char *path, unsigned flags, bool isWritable = false)
 {
     mount_attr attributes{};
-    attributes.attr_set = MOUNT_ATTR_RDONLY | MOUNT_ATTR_NOSUID;
+    attributes.attr_set = MOUNT_ATTR_NOSUID | (isWritable ? 0U : MOUNT_ATTR_RDONLY);
+    attributes.propagation = MS_PRIVATE;
     return mount_setattr(tree, path, flags, &attributes, sizeof attributes) == 0;
 }
 
@@ -106,7 +120,7 @@ bool Root::add(const Place &place)
     }
     if (!isShown(real)) {
         pps::Fd tree(open_tree(AT_FDCWD, real.c_str(), OPEN_TREE_CLONE | OPEN_TREE_CLOEXEC | AT_RECURSIVE));
-        if (!tree.isValid() || (!place.isWritable && !setReadOnly(tree.get(), "", AT_EMPTY_PATH | AT_RECURSIVE))) {
+        if (!tree.isValid() || !fix(tree.get(), "", AT_EMPTY_PATH | AT_RECURSIVE, place.isWritable)) {
             return false;
         }
         m_trees.push_back({std::move(tree), real, std::filesystem::is_directory(real, error)});
@@ -144,7 +158,7 @@ bool Root::enter()
         return false;
     }
     // The old root lies over the new one until it is taken off.
-    return umount2(".", MNT_DETACH) == 0 && chdir("/") == 0 && setReadOnly(AT_FDCWD, "/", 0);
+    return umount2(".", MNT_DETACH) == 0 && chdir("/") == 0 && fix(AT_FDCWD, "/", 0);
 }
 
 } // namespace
@@ -152,18 +166,17 @@ bool Root::enter()
 bool enterNamespaces(const OwnElements &elements)
 {
     std::vector<Place> places;
-    for (const auto &all : {systemPlaces(), soundServerPlaces(), elements.files}) {
+    for (const auto &all : {systemPlaces(), soundServerPlaces(), screenPlaces(), elements.files}) {
         for (const std::string &path : all) {
             places.push_back({path});
         }
     }
-    places.push_back({ScreenServerPlace});
     for (const std::string &folder : elements.folders) {
         places.push_back({folder, true});
     }
     std::erase_if(places, [](const Place &place) { return place.path.empty() || place.path == ThisProcess; });
     std::ranges::stable_sort(places, {}, [](const Place &place) { return place.path.size(); });
-    if (!becomeOwnUser()) {
+    if (!canBecomeOwnUser() || !becomeOwnUser()) {
         return false;
     }
     Root root;
@@ -177,14 +190,18 @@ bool leaveNetwork()
 
 bool narrowNamespaces(Reach reach)
 {
-    if (unshare(CLONE_NEWNS) != 0) {
+    // Shared memory of X servers is the system's; nothing else needs it.
+    if (unshare(CLONE_NEWNS | (reach.windows ? 0 : CLONE_NEWIPC)) != 0) {
         return false;
     }
     const std::string process = std::string(AllProcesses) + '/' + std::to_string(getpid());
-    const bool isNarrow = mount(process.c_str(), ThisProcess, nullptr, MS_BIND | MS_REC, nullptr) == 0
-                          && umount2(AllProcesses, MNT_DETACH) == 0;
-    return isNarrow
-           && (reach.windows || access(ScreenServerPlace, F_OK) != 0 || umount2(ScreenServerPlace, MNT_DETACH) == 0);
+    bool isNarrow = mount(process.c_str(), ThisProcess, nullptr, MS_BIND | MS_REC, nullptr) == 0
+                    && umount2(AllProcesses, MNT_DETACH) == 0;
+    for (const std::string &place : screenPlaces()) {
+        const bool isLeft = reach.windows || access(place.c_str(), F_OK) != 0;
+        isNarrow = (isLeft || umount2(place.c_str(), MNT_DETACH) == 0) && isNarrow;
+    }
+    return isNarrow;
 }
 
 } // namespace voro::renderer

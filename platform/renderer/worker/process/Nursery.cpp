@@ -28,9 +28,15 @@ namespace {
 
 bool hasOneThread()
 {
-    std::error_code error;
-    const std::filesystem::directory_iterator threads("/proc/self/task", error);
-    return std::distance(begin(threads), end(threads)) == 1;
+    // In namespaces of its own the nursery sees itself among the others only.
+    for (const char *folder : {"/.processes/self/task", "/proc/self/task"}) {
+        std::error_code error;
+        const std::filesystem::directory_iterator threads(folder, error);
+        if (!error) {
+            return std::distance(begin(threads), end(threads)) == 1;
+        }
+    }
+    return false;
 }
 
 /** As fork(), but the new process is a child of this one's parent. */
@@ -129,6 +135,9 @@ std::optional<Reach> Nursery::serve(int socket, bool hasNetwork)
         }
         if (request.id == 0) {
             warmUpForFilms();
+            if (!hasOneThread()) {
+                return std::nullopt;
+            }
             continue;
         }
         if (plugins.haveChanged()) {

@@ -39,8 +39,8 @@ constexpr const char *Allowed[] = {
     // Files that are open, or that may be opened; which ones these are is up to Landlock.
     "access", "close", "close_range", "dup", "dup2", "dup3", "faccessat", "faccessat2", "fadvise64", "fallocate",
     "fdatasync", "fstat", "fstatfs", "fsync", "ftruncate", "getcwd", "getdents64", "lseek", "lstat", "newfstatat",
-    "open", "openat", "pread64", "preadv", "pwrite64", "pwritev", "read", "readlink", "readlinkat", "readv", "stat",
-    "statfs", "statx", "sync_file_range", "umask", "write", "writev",
+    "pread64", "preadv", "pwrite64", "pwritev", "read", "readlink", "readlinkat", "readv", "stat", "statfs", "statx",
+    "sync_file_range", "umask", "write", "writev",
     // Waiting and signals.
     "epoll_create1", "epoll_ctl", "epoll_pwait", "epoll_pwait2", "epoll_wait", "eventfd2", "futex", "pipe", "pipe2",
     "poll", "ppoll", "pselect6", "restart_syscall", "rt_sigaction", "rt_sigprocmask", "rt_sigreturn", "rt_sigtimedwait",
@@ -141,7 +141,7 @@ bool limitSignals()
 
 } // namespace
 
-SystemCalls::SystemCalls(Devices devices, bool hasNetwork)
+SystemCalls::SystemCalls(Devices devices, Files files, bool hasNetwork)
 {
     const Filter filter(seccomp_init(SCMP_ACT_ERRNO(EPERM)));
     if (!filter) {
@@ -159,6 +159,10 @@ SystemCalls::SystemCalls(Devices devices, bool hasNetwork)
     rules.add(SCMP_ACT_ERRNO(ENOSYS), "clone3");
     // Asking for limits, not setting them.
     rules.add(SCMP_ACT_ALLOW, "prlimit64", isEqual(2, 0));
+    // A descriptor for reading could be opened again for writing by its name in /proc.
+    const scmp_datum_t changes = files == Files::ReadOnly ? O_ACCMODE | O_TRUNC | O_CREAT : 0;
+    rules.add(SCMP_ACT_ALLOW, "open", scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, changes, 0});
+    rules.add(SCMP_ACT_ALLOW, "openat", scmp_arg_cmp{2, SCMP_CMP_MASKED_EQ, changes, 0});
     rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_UNIX));
     if (hasNetwork) {
         rules.allowWith("socket", 0, NetworkFamilies);

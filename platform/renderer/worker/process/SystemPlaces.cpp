@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
 
 namespace voro::renderer {
@@ -67,6 +68,7 @@ std::vector<std::string> systemPlaces()
                                     "/run/systemd/resolve",
                                     "/run/resolvconf",
                                     "/run/NetworkManager",
+                                    "/run/avahi-daemon",
                                     moduleFolder()};
     for (const char *variable :
          {"GST_PLUGIN_PATH", "GST_PLUGIN_PATH_1_0", "GST_PLUGIN_SYSTEM_PATH", "GST_PLUGIN_SYSTEM_PATH_1_0",
@@ -78,11 +80,16 @@ std::vector<std::string> systemPlaces()
     const std::string config = g_get_user_config_dir();
     const std::string data = g_get_user_data_dir();
     for (const std::string &place : {home + "/.fonts", home + "/.fonts.conf", home + "/.pulse-cookie", home + "/.pulse",
-                                     home + "/.Xauthority", config + "/fontconfig", config + "/pulse", data + "/fonts",
+                                     config + "/fontconfig", config + "/pulse", data + "/fonts",
                                      data + "/gstreamer-1.0", std::string(g_get_user_cache_dir()) + "/fontconfig"}) {
         places.push_back(place);
     }
     return places;
+}
+
+std::vector<std::string> screenPlaces()
+{
+    return {ScreenServerPlace, std::string(g_get_home_dir()) + "/.Xauthority"};
 }
 
 std::vector<std::string> soundServerPlaces()
@@ -91,7 +98,9 @@ std::vector<std::string> soundServerPlaces()
     addFrom("PULSE_RUNTIME_PATH", places);
     const std::string server = soundServer();
     if (server.starts_with('/')) {
-        places.push_back(server.substr(0, server.rfind('/')));
+        // A server that starts anew makes its socket again; but what else is in the folder must be the server's, too.
+        const std::filesystem::path folder = std::filesystem::path(server).parent_path();
+        places.push_back(folder.filename().string().starts_with("pulse") ? folder.string() : server);
     }
     if (const char *runtime = std::getenv("XDG_RUNTIME_DIR")) {
         const std::string own = std::string(runtime) + "/pulse";

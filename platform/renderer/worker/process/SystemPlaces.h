@@ -19,5 +19,7 @@ bool isSoundServerFar();
 
 /** The folder of the sockets of X servers. */
 inline constexpr char ScreenServerPlace[] = "/tmp/.X11-unix";
+/** What drawing at an X server takes: that folder, and the key. */
+std::vector<std::string> screenPlaces();
 
 } // namespace voro::renderer
