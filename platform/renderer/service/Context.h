@@ -39,6 +39,8 @@ public:
     bool isServed() const { return m_isServed; }
     const std::string &path() const { return m_folder.path(); }
     bool hasMedium() const { return m_input.has_value(); }
+    /** Gives the engine back, as after a long rest; does nothing when it does not rest. */
+    void park();
     /** Has a function called when it has let go of its medium. */
     void onIdle(std::function<void()> callback) { m_onIdle = std::move(callback); }
 
@@ -114,7 +116,6 @@ private:
     Kind kindOf(unsigned track) const;
     bool canPark() const;
     void updateParking();
-    void park();
     void setSilent(bool isSilent);
     void report(const pps::Message &status);
     void end(ErrorCode code, const pps::Message &event);

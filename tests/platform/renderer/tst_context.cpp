@@ -6,9 +6,7 @@
 
 #include <BrokerThread.h>
 #include <renderer/service/Context.h>
-#include <renderer/service/Timer.h>
 
-#include <atomic>
 #include <optional>
 
 using namespace voro::renderer;
@@ -76,6 +74,10 @@ public:
         }
         return 0;
     }
+    void park()
+    {
+        run([this](Broker &) { m_context->park(); });
+    }
     std::string content(const std::string &object)
     {
         std::string text;
@@ -138,6 +140,7 @@ private Q_SLOTS:
     void engineReaches_whatItNeeds();
     void listThatLeadsToTheNetwork_isOpenedByAnotherEngine();
     void windowThatIsRefused_leavesThePlaybackAlone();
+    void rest_isNoticed();
     void contextThatRests_givesItsEngineBack_data();
     void contextThatRests_givesItsEngineBack();
     void journal_isToldToEveryEngine();
@@ -451,6 +454,19 @@ void tst_Context::listThatLeadsToTheNetwork_isOpenedByAnotherEngine()
     QCOMPARE(stage.engines.started(), 2);
 }
 
+void tst_Context::rest_isNoticed()
+{
+    Stage stage(1);
+    QCOMPARE(stage.step(Attach), 0);
+    std::vector<std::string> log;
+    const auto isGivenBack = [&] {
+        const std::vector<std::string> more = stage.takeLog();
+        log.insert(log.end(), more.begin(), more.end());
+        return !log.empty() && log.back() == "end";
+    };
+    QTRY_VERIFY(isGivenBack());
+}
+
 void tst_Context::windowThatIsRefused_leavesThePlaybackAlone()
 {
     Stage stage;
@@ -520,18 +536,13 @@ void tst_Context::contextThatRests_givesItsEngineBack()
     QFETCH(const QStringList, commands);
     QFETCH(const QByteArray, command);
     QFETCH(const QByteArrayList, asked);
-    Stage stage(1);
+    Stage stage;
     for (const QString &earlier : commands) {
         QCOMPARE(stage.step(earlier.toStdString()), 0);
     }
     const auto shown = [&] { return stage.content("state") + stage.content("status") + stage.content("q1"); };
     const std::string before = shown();
-    // A later timer of the same thread.
-    std::atomic<bool> isOver = false;
-    std::optional<Timer> timer;
-    stage.run([&](Broker &broker) { timer.emplace(broker, [&] { isOver = true; }).start(5); });
-    QTRY_VERIFY(isOver);
-    stage.run([&](Broker &) { timer.reset(); });
+    stage.park();
     QTEST(stage.takeLog().back() == "end", "isParked");
     QCOMPARE(shown(), before);
     if (command.isEmpty()) {
