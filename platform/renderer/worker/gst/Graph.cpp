@@ -66,7 +66,8 @@ void Graph::showOnSignal()
             eventfd_t count = 0;
             eventfd_read(descriptor, &count);
             for (const Graph *graph : graphs()) {
-                if (GST_STATE(graph->m_pipeline) > GST_STATE_READY) {
+                // One that is still on its way there, or hangs on it, is the most telling.
+                if (GST_STATE_TARGET(graph->m_pipeline) > GST_STATE_READY) {
                     graph->show();
                 }
             }
