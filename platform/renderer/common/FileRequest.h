@@ -6,11 +6,13 @@
 #include <cstring>
 #include <optional>
 #include <span>
+#include <string_view>
 
 /*
  * How a worker gets the files that it reads, which it may not open itself. Over a socket of its own it sends a number
  * and a path; the answer is the same number and an errno number, 0 with the descriptor of the file. The medium of a
- * request to open is handed over unasked, with the request's number; the worker's own numbers are negative.
+ * request to open is handed over unasked, with the request's number; the worker's own numbers are negative. Instead of
+ * a path it may send "memory:" and a size in bytes, for a file in memory.
  */
 
 namespace voro::renderer {
@@ -19,6 +21,7 @@ namespace voro::renderer {
 inline constexpr int WorkerMediaSocket = 5;
 
 inline constexpr size_t MaximumPath = 4096;
+inline constexpr std::string_view MemoryPrefix = "memory:";
 
 struct FileAnswer {
     int64_t id = 0;

@@ -7,6 +7,7 @@
 #include <renderer/common/Medium.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Protocol.h>
+#include <renderer/common/TrackPosition.h>
 
 #include <algorithm>
 #include <array>
@@ -195,13 +196,20 @@ void MediaFiles::receive()
         return;
     }
     std::memcpy(&id, packet.data(), sizeof id);
-    hand({reinterpret_cast<const char *>(packet.data()) + sizeof id, static_cast<size_t>(size) - sizeof id}, id);
+    m_memory.release();
+    const std::string_view wanted(reinterpret_cast<const char *>(packet.data()) + sizeof id,
+                                  static_cast<size_t>(size) - sizeof id);
+    if (wanted.starts_with(MemoryPrefix)) {
+        makeMemory(wanted.substr(MemoryPrefix.size()), id);
+    } else {
+        hand(std::string(wanted), id);
+    }
 }
 
 void MediaFiles::hand(const std::string &path, int64_t id)
 {
     if (m_requests.size() >= MostRequests) {
-        answer(id, std::make_shared<LocalFile>(EAGAIN));
+        answer(id, EAGAIN);
         return;
     }
     m_requests.push_back({m_permission, path, id});
@@ -236,15 +244,15 @@ void MediaFiles::openNext()
 void MediaFiles::opened(const Request &request, const Result &result, const LocalFile::Shared &file)
 {
     if (!result) {
-        answer(request.id, std::make_shared<LocalFile>(ETIMEDOUT));
+        answer(request.id, ETIMEDOUT);
     } else if (!chargeForLists()) {
-        answer(request.id, std::make_shared<LocalFile>(ENOMEM));
+        answer(request.id, ENOMEM);
     } else if (m_onNetwork && request.permission->needsNetwork()) {
         // Whoever hears of it may destroy this object.
         const auto onNetwork = m_onNetwork;
         onNetwork();
     } else {
-        answer(request.id, file);
+        answer(request.id, file->error(), file->descriptor());
     }
 }
 
@@ -268,10 +276,17 @@ bool MediaFiles::chargeForLists()
     return m_charge.isValid();
 }
 
-void MediaFiles::answer(int64_t id, const LocalFile::Shared &file)
+void MediaFiles::makeMemory(std::string_view size, int64_t id)
+{
+    const auto bytes = parseNumber(size, 0, MemoryFiles::MostSize);
+    const pps::Fd file = bytes ? m_memory.make(static_cast<size_t>(*bytes)) : pps::Fd();
+    answer(id, file.isValid() ? 0 : ENOMEM, file.get());
+}
+
+void MediaFiles::answer(int64_t id, int error, int file)
 {
     if (m_socket.isValid()) {
-        pps::sendPacket(m_socket.get(), FileAnswer{id, file->error()}.toBytes(), file->descriptor());
+        pps::sendPacket(m_socket.get(), FileAnswer{id, error}.toBytes(), file);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DiskJob.h"
+#include "MemoryFiles.h"
 
 #include <pps/broker/Broker.h>
 #include <pps/Fd.h>
@@ -12,12 +13,13 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace voro::renderer {
 
 /**
  * Hands a worker the files that it reads: the medium, the captions and the key to the X server that its context was
- * given, and what local lists name; no other.
+ * given, and what local lists name; no other. Files in memory it gets here, too.
  */
 class MediaFiles {
 public:
@@ -50,12 +52,14 @@ private:
     void openNext();
     void opened(const Request &request, const Result &result, const LocalFile::Shared &file);
     bool chargeForLists();
-    void answer(int64_t id, const LocalFile::Shared &file);
+    void makeMemory(std::string_view size, int64_t id);
+    void answer(int64_t id, int error, int file = -1);
 
     pps::Broker &m_broker;
     pps::Fd m_socket;
     const std::function<void()> m_onNetwork;
     pid_t m_owner = 0;
+    MemoryFiles m_memory;
     /** Asked by the threads that open files. */
     std::shared_ptr<Permission> m_permission;
     /** For the lists that are kept. */

@@ -7,10 +7,12 @@
 #include <netinet/in.h>
 #include <renderer/worker/process/Confinement.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
+#include <sys/shm.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -127,6 +129,11 @@ long raiseLimit()
     return setrlimit(RLIMIT_NOFILE, &more);
 }
 
+long map(int flags)
+{
+    return mmap(nullptr, 1, PROT_READ | PROT_WRITE, flags, -1, 0) != MAP_FAILED ? 0 : -1;
+}
+
 long startThread()
 {
     std::thread([] {}).join();
@@ -148,7 +155,12 @@ const Attempt Attempts[] = {
     {"read itself", "", "", [] { return openFor("/proc/self/stat", O_RDONLY); }},
     {"start a thread", "", "", startThread},
     {"connect to a server's socket", "", "", [] { return static_cast<long>(socket(AF_UNIX, SOCK_STREAM, 0)); }},
+    {"map memory", "", "", [] { return map(MAP_PRIVATE | MAP_ANONYMOUS); }},
     {"allocate memory", "", "", [] { return std::malloc(1 << 20) ? 0L : -1L; }},
+    // Memory that would not count.
+    {"make a file in memory", "S", "", [] { return static_cast<long>(memfd_create("probe", 0)); }},
+    {"share memory without a name", "S", "", [] { return map(MAP_SHARED | MAP_ANONYMOUS); }},
+    {"a segment of shared memory", "S", "windows", [] { return static_cast<long>(shmget(IPC_PRIVATE, 1, 0600)); }},
     // Files.
     {"read a file", "NL", "", [] { return openFor(file.c_str(), O_RDONLY); }},
     {"list a folder", "NL", "", [] { return openFor(folder.c_str(), O_RDONLY | O_DIRECTORY); }},

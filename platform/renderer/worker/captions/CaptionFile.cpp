@@ -1,10 +1,9 @@
 #include "CaptionFile.h"
 
 #include <renderer/common/Medium.h>
+#include <renderer/common/MemoryFile.h>
 #include <renderer/common/OpenLocal.h>
 #include <renderer/worker/gst/Gst.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -114,7 +113,7 @@ std::string subRipOfScript(const std::string &script)
 
 std::string CaptionFile::open(const std::string &url)
 {
-    close();
+    m_copy.reset();
     const Medium medium(url);
     if (!medium.isLocal() || !medium.check()) {
         return medium.uri();
@@ -136,18 +135,8 @@ std::string CaptionFile::open(const std::string &url)
         text = std::move(converted);
     }
     text.append(text.size() < Shortest ? Shortest - text.size() : 1, '\n');
-    m_copy = memfd_create("captions", MFD_CLOEXEC);
-    if (m_copy < 0 || write(m_copy, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
-        return medium.uri();
-    }
-    return "file:///proc/self/fd/" + std::to_string(m_copy);
-}
-
-void CaptionFile::close()
-{
-    if (m_copy >= 0) {
-        ::close(std::exchange(m_copy, -1));
-    }
+    m_copy = makeMemoryFile(std::string_view(text));
+    return m_copy.isValid() ? "file://" + nameOf(m_copy) : medium.uri();
 }
 
 } // namespace voro::renderer

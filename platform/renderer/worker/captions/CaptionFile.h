@@ -1,5 +1,7 @@
 #pragma once
 
+#include <pps/Fd.h>
+
 #include <string>
 
 namespace voro::renderer {
@@ -7,20 +9,15 @@ namespace voro::renderer {
 /** A file of captions in a form that can be played: text in UTF-8, of a format that needs no styles. */
 class CaptionFile {
 public:
-    CaptionFile() = default;
-    ~CaptionFile() { close(); }
-    CaptionFile(const CaptionFile &) = delete;
-    CaptionFile &operator=(const CaptionFile &) = delete;
-
     /**
      * Reads the file and returns the URI of what is to be played instead; of what comes from the net and of what
      * cannot be read it is the medium's own. It is valid until the next call.
      */
     std::string open(const std::string &url);
-    void close();
+    void close() { m_copy.reset(); }
 
 private:
-    int m_copy = -1;
+    pps::Fd m_copy;
 };
 
 /** The events of an SSA or ASS script as SubRip text, without their styles; empty for anything else. */

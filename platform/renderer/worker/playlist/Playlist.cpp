@@ -3,11 +3,10 @@
 #include "ListText.h"
 
 #include <pps/Log.h>
+#include <renderer/common/MemoryFile.h>
 #include <renderer/common/OpenLocal.h>
 #include <renderer/worker/playlist/Reader.h>
 #include <renderer/worker/process/Module.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <utility>
@@ -82,9 +81,6 @@ std::string identityOf(const Medium &list)
 
 Playlist::Reading::~Reading()
 {
-    if (copy >= 0) {
-        close(copy);
-    }
     if (owner) {
         owner->m_reading = nullptr;
     }
@@ -184,15 +180,13 @@ void Playlist::parseText(std::shared_ptr<const Trail> trail, std::string text)
     text = repairedList(std::move(text), trail->list);
     auto reading = std::make_unique<Reading>();
     reading->trail = std::move(trail);
-    reading->copy = memfd_create("playlist", MFD_CLOEXEC);
-    const bool isWritten =
-        reading->copy >= 0 && write(reading->copy, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-    if (!isWritten) {
+    reading->copy = makeMemoryFile(std::string_view(text));
+    if (!reading->copy.isValid()) {
         m_problem = {ErrorCode::OutOfMemory, "no room for the playlist"};
         proceed();
         return;
     }
-    const std::string uri = "file:///proc/self/fd/" + std::to_string(reading->copy);
+    const std::string uri = "file://" + nameOf(reading->copy);
     start(std::move(reading), uri);
 }
 

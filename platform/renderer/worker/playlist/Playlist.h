@@ -1,5 +1,6 @@
 #pragma once
 
+#include <pps/Fd.h>
 #include <renderer/common/Error.h>
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/lookup/Fetch.h>
@@ -50,8 +51,8 @@ private:
         Playlist *owner;
         std::shared_ptr<const Trail> trail;
         std::vector<Line> lines;
-        /** What is read instead of the file itself, -1 without. */
-        int copy = -1;
+        /** What is read instead of the file itself. */
+        pps::Fd copy;
         ~Reading();
     };
 

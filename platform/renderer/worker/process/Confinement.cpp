@@ -11,6 +11,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <string>
@@ -105,17 +106,25 @@ void Confinement::leaveNetwork()
     }
 }
 
-void Confinement::prepare(bool hasNetwork)
+void Confinement::prepare(Reach reach)
 {
-    m_calls.emplace(m_elements.unknown.empty() ? Devices::Closed : Devices::Open,
-                    m_elements.needNothing() ? Files::ReadOnly : Files::Writable, hasNetwork || m_keepsNetwork);
+    callsFor(reach);
+}
+
+const SystemCalls &Confinement::callsFor(Reach reach)
+{
+    const auto found = std::ranges::find(m_calls, reach, &std::pair<Reach, SystemCalls>::first);
+    if (found != m_calls.end()) {
+        return found->second;
+    }
+    const Devices devices = m_elements.unknown.empty() ? Devices::Closed : Devices::Open;
+    const Files files = m_elements.needNothing() ? Files::ReadOnly : Files::Writable;
+    const Reach widened{.network = reach.network || m_keepsNetwork, .windows = reach.windows};
+    return m_calls.emplace_back(reach, SystemCalls(devices, files, widened)).second;
 }
 
 void Confinement::complete(Reach reach)
 {
-    if (!m_calls) {
-        prepare(reach.network);
-    }
     if (m_isInNamespaces && !narrowNamespaces(reach)) {
         log::warn(log::Category::Worker, "a worker sees other processes and the X servers");
     }
@@ -124,7 +133,7 @@ void Confinement::complete(Reach reach)
     if (m_layers.landlock && !limitFiles(reach)) {
         log::warn(log::Category::Worker, "this kernel does not limit access to files (Landlock)");
     }
-    if (m_layers.systemCalls && !m_calls->enforce()) {
+    if (m_layers.systemCalls && !callsFor(reach).enforce()) {
         log::warn(log::Category::Worker, "this kernel does not limit system calls (seccomp)");
     }
 }

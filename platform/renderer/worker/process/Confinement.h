@@ -5,7 +5,8 @@
 
 #include <renderer/common/Reach.h>
 
-#include <optional>
+#include <utility>
+#include <vector>
 
 namespace voro::renderer {
 
@@ -35,12 +36,13 @@ public:
     void begin();
     /** Does without the network from now on, between the halves. */
     void leaveNetwork();
-    /** Prepares what complete() needs. */
-    void prepare(bool hasNetwork);
+    /** Prepares what complete() needs for that reach, which takes time. */
+    void prepare(Reach reach);
     /** The second half, for this process only. */
     void complete(Reach reach);
 
 private:
+    const SystemCalls &callsFor(Reach reach);
     bool limitFiles(Reach reach) const;
 
     Layers m_layers;
@@ -48,7 +50,7 @@ private:
     /** Whether sound goes there, be it to a server or by elements about which nothing is known. */
     bool m_keepsNetwork;
     bool m_isInNamespaces = false;
-    std::optional<SystemCalls> m_calls;
+    std::vector<std::pair<Reach, SystemCalls>> m_calls;
 };
 
 } // namespace voro::renderer

@@ -35,13 +35,25 @@ LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness
     if (found != m_recent.end()) {
         m_recent.erase(found);
     }
-    LocalFile::Shared file = ask(path);
+    const bool isExpected = path == m_expected;
+    if (isExpected) {
+        m_expected.clear();
+    }
+    Answer answer = isExpected ? receive(m_expectedId) : ask(path);
+    auto file = answer.file.isValid() ? std::make_shared<LocalFile>(std::move(answer.file))
+                                      : std::make_shared<LocalFile>(answer.error);
     m_recent.push_back({path, file, Clock::now()});
     return file;
 }
 
+pps::Fd HandedFiles::makeMemory(size_t size)
+{
+    const std::lock_guard lock(m_mutex);
+    return ask(std::string(MemoryPrefix) + std::to_string(size)).file;
+}
+
 /** Waits for the file with a number. */
-LocalFile::Shared HandedFiles::receive(int64_t id)
+HandedFiles::Answer HandedFiles::receive(int64_t id)
 {
     while (m_unasked.id != id) {
         pollfd readable{WorkerMediaSocket, POLLIN, 0};
@@ -55,32 +67,30 @@ LocalFile::Shared HandedFiles::receive(int64_t id)
         const auto answer =
             size > 0 ? FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(size))) : std::nullopt;
         if (!answer) {
-            return std::make_shared<LocalFile>(EIO);
+            return {id, EIO, {}};
         }
-        auto received = file.isValid() ? std::make_shared<LocalFile>(std::move(file))
-                                       : std::make_shared<LocalFile>(answer->error != 0 ? answer->error : EMFILE);
-        if (answer->id == id) {
+        Answer received{answer->id, answer->error, std::move(file)};
+        if (!received.file.isValid() && received.error == 0) {
+            received.error = EMFILE;
+        }
+        if (received.id == id) {
             return received;
         }
-        if (answer->id > 0) {
+        if (received.id > 0) {
             // It came before somebody's question was answered.
-            m_unasked = {answer->id, std::move(received)};
+            m_unasked = std::move(received);
         }
     }
-    return std::exchange(m_unasked, {}).file;
+    return std::exchange(m_unasked, {});
 }
 
-LocalFile::Shared HandedFiles::ask(const std::string &path)
+HandedFiles::Answer HandedFiles::ask(const std::string &wanted)
 {
-    if (path == m_expected) {
-        m_expected.clear();
-        return receive(m_expectedId);
-    }
     const int64_t id = --m_lastId;
-    std::vector<std::byte> packet(sizeof id + path.size());
+    std::vector<std::byte> packet(sizeof id + wanted.size());
     std::memcpy(packet.data(), &id, sizeof id);
-    std::memcpy(packet.data() + sizeof id, path.data(), path.size());
-    return pps::sendPacket(WorkerMediaSocket, packet) ? receive(id) : std::make_shared<LocalFile>(EIO);
+    std::memcpy(packet.data() + sizeof id, wanted.data(), wanted.size());
+    return pps::sendPacket(WorkerMediaSocket, packet) ? receive(id) : Answer{id, EIO, {}};
 }
 
 void HandedFiles::expect(const std::string &path, int64_t request)

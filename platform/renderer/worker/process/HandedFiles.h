@@ -10,10 +10,15 @@
 
 namespace voro::renderer {
 
-/** Gets files from the daemon, which hands over what this worker's context may read. May be used by every thread. */
+/**
+ * Gets files from the daemon, which hands over what this worker's context may read, and files in memory. May be used by
+ * every thread.
+ */
 class HandedFiles {
 public:
     LocalFile::Shared open(const std::string &path, Freshness freshness);
+    /** A file in memory of that size, invalid when the daemon refuses it. */
+    pps::Fd makeMemory(size_t size);
     /** The medium of a request to open comes without being asked for. */
     void expect(const std::string &path, int64_t request);
     /** Closes what others do not use. */
@@ -27,20 +32,21 @@ private:
         Clock::time_point time;
     };
 
-    struct Unasked {
+    struct Answer {
         int64_t id = 0;
-        LocalFile::Shared file;
+        int error = 0;
+        pps::Fd file;
     };
 
-    LocalFile::Shared ask(const std::string &path);
-    LocalFile::Shared receive(int64_t id);
+    Answer ask(const std::string &wanted);
+    Answer receive(int64_t id);
 
     std::mutex m_mutex;
     std::string m_expected;
     int64_t m_expectedId = 0;
     int64_t m_lastId = 0;
     /** The medium that was handed over last, until it is expected. */
-    Unasked m_unasked;
+    Answer m_unasked;
     /** To open a medium takes several looks at it. */
     std::vector<Recent> m_recent;
 };

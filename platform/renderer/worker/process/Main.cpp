@@ -5,6 +5,7 @@
 #include "Setup.h"
 
 #include <renderer/common/FileRequest.h>
+#include <renderer/common/MemoryFile.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/worker/gst/Graph.h>
 #include <sys/socket.h>
@@ -45,6 +46,7 @@ int work()
     Graph::showOnSignal();
     HandedFiles handed;
     setFileOpener([&handed](const std::string &path, Freshness freshness) { return handed.open(path, freshness); });
+    setMemoryMaker([&handed](size_t size) { return handed.makeMemory(size); });
     Commands commands(handed);
     if (!commands.start()) {
         std::fputs("voro-renderer: the daemon does not answer\n", stderr);

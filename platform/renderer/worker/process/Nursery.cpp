@@ -119,7 +119,9 @@ std::optional<Reach> Nursery::run()
 
 std::optional<Reach> Nursery::serve(int socket, bool hasNetwork)
 {
-    m_confinement.prepare(hasNetwork);
+    for (const bool hasWindows : {false, true}) {
+        m_confinement.prepare({.network = hasNetwork, .windows = hasWindows});
+    }
     const PluginFolders plugins;
     for (;;) {
         pollfd readable{socket, POLLIN, 0};

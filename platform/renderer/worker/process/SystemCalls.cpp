@@ -17,6 +17,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <type_traits>
 
 namespace voro::renderer {
@@ -35,7 +36,7 @@ constexpr bool AreRefusalsLogged = false;
  */
 constexpr const char *Allowed[] = {
     // Memory.
-    "brk", "madvise", "mincore", "mlock", "mmap", "mprotect", "mremap", "munmap", "membarrier",
+    "brk", "madvise", "mincore", "mlock", "mprotect", "mremap", "munmap", "membarrier",
     // Files that are open, or that may be opened; which ones these are is up to Landlock.
     "access", "close", "close_range", "dup", "dup2", "dup3", "faccessat", "faccessat2", "fadvise64", "fallocate",
     "fdatasync", "fstat", "fstatfs", "fsync", "ftruncate", "getcwd", "getdents64", "lseek", "lstat", "newfstatat",
@@ -55,9 +56,12 @@ constexpr const char *Allowed[] = {
     "getrandom", "getcpu", "tgkill",
     // Sockets that exist.
     "connect", "getpeername", "getsockname", "getsockopt", "recvfrom", "recvmmsg", "recvmsg", "sendmmsg", "sendmsg",
-    "sendto", "setsockopt", "shutdown", "socketpair",
-    // Shared memory: frame queues, the sound server's and the X server's.
-    "memfd_create", "shmat", "shmctl", "shmdt", "shmget"};
+    "sendto", "setsockopt", "shutdown", "socketpair"};
+
+/** How clients of an X server share memory with it. */
+constexpr const char *SharedMemory[] = {"shmat", "shmctl", "shmdt", "shmget"};
+/** What elements about which nothing is known may need. */
+constexpr const char *ForDevices[] = {"flock", "ioctl", "memfd_create", "mkdir", "mmap", "mmap2", "rename", "unlink"};
 
 constexpr unsigned long FileControls[] = {F_DUPFD, F_DUPFD_CLOEXEC, F_GETFD,  F_SETFD,     F_GETFL,    F_SETFL,
                                           F_GETLK, F_SETLK,         F_SETLKW, F_ADD_SEALS, F_GET_SEALS};
@@ -89,6 +93,13 @@ public:
             return;
         }
         m_areGood &= seccomp_rule_add(m_filter, action, number, sizeof...(conditions), conditions...) == 0;
+    }
+
+    void allow(std::span<const char *const> names)
+    {
+        for (const char *name : names) {
+            add(SCMP_ACT_ALLOW, name);
+        }
     }
 
     /** Allows a call when one of its arguments has one of the values. */
@@ -141,16 +152,14 @@ bool limitSignals()
 
 } // namespace
 
-SystemCalls::SystemCalls(Devices devices, Files files, bool hasNetwork)
+SystemCalls::SystemCalls(Devices devices, Files files, Reach reach)
 {
     const Filter filter(seccomp_init(SCMP_ACT_ERRNO(EPERM)));
     if (!filter) {
         return;
     }
     Rules rules(filter.get());
-    for (const char *name : Allowed) {
-        rules.add(SCMP_ACT_ALLOW, name);
-    }
+    rules.allow(Allowed);
     rules.allowWith("fcntl", 1, FileControls);
     rules.allowWith("ioctl", 1, DeviceControls);
     rules.allowWith("prctl", 0, ProcessControls);
@@ -164,14 +173,20 @@ SystemCalls::SystemCalls(Devices devices, Files files, bool hasNetwork)
     rules.add(SCMP_ACT_ALLOW, "open", scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, changes, 0});
     rules.add(SCMP_ACT_ALLOW, "openat", scmp_arg_cmp{2, SCMP_CMP_MASKED_EQ, changes, 0});
     rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_UNIX));
-    if (hasNetwork) {
+    if (reach.network) {
         rules.allowWith("socket", 0, NetworkFamilies);
         rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_NETLINK), isEqual(2, NETLINK_ROUTE));
     }
+    // Memory that is shared without a file would not count: files in memory come from the daemon, which counts them.
+    for (const char *name : {"mmap", "mmap2"}) {
+        rules.add(SCMP_ACT_ALLOW, name, scmp_arg_cmp{3, SCMP_CMP_MASKED_EQ, MAP_ANONYMOUS, 0});
+        rules.add(SCMP_ACT_ALLOW, name, scmp_arg_cmp{3, SCMP_CMP_MASKED_EQ, MAP_ANONYMOUS | MAP_SHARED, MAP_ANONYMOUS});
+    }
+    if (reach.windows) {
+        rules.allow(SharedMemory);
+    }
     if (devices == Devices::Open) {
-        for (const char *name : {"ioctl", "mkdir", "rename", "unlink", "flock"}) {
-            rules.add(SCMP_ACT_ALLOW, name);
-        }
+        rules.allow(ForDevices);
     }
     if (rules.areGood() && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_OPTIMIZE, 2) == 0) {
         m_program = programOf(filter.get());

@@ -13,7 +13,7 @@ enum class Files { ReadOnly, Writable };
 /** The system calls that a worker may make, as a program for the kernel, which takes a while to make. */
 class SystemCalls {
 public:
-    SystemCalls(Devices devices, Files files, bool hasNetwork);
+    SystemCalls(Devices devices, Files files, Reach reach);
 
     /** From now on the process makes no other calls. False when the kernel refuses. */
     bool enforce() const;

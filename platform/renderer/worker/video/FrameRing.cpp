@@ -1,6 +1,7 @@
 #include "FrameRing.h"
 
 #include <fcntl.h>
+#include <renderer/common/MemoryFile.h>
 #include <sys/mman.h>
 
 #include <algorithm>
@@ -53,10 +54,9 @@ std::unique_ptr<FrameRing> FrameRing::make(const GstVideoInfo &pictures, uint32_
     if (!isSound(ring->m_description, size)) {
         return nullptr;
     }
-    ring->m_file.reset(memfd_create("voro-frames", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    ring->m_file = makeMemoryFile(size);
     const int file = ring->m_file.get();
-    if (ftruncate(file, static_cast<off_t>(size)) != 0
-        || fcntl(file, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL) != 0) {
+    if (fcntl(file, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_SEAL) != 0) {
         return nullptr;
     }
     void *memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);

@@ -6,10 +6,9 @@
 #include <gst/video/videooverlay.h>
 #include <pps/Fd.h>
 #include <pps/Log.h>
+#include <renderer/common/MemoryFile.h>
 #include <renderer/common/OpenLocal.h>
 #include <renderer/common/Window.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <string>
@@ -53,9 +52,8 @@ std::string keyCopy(const std::string &path)
     constexpr size_t Largest = 1 << 20;
     static pps::Fd copy;
     const std::string content = openLocal(path)->at(0, Largest);
-    copy.reset(memfd_create("xauthority", MFD_CLOEXEC));
-    const bool isWritten = write(copy.get(), content.data(), content.size()) == static_cast<ssize_t>(content.size());
-    return isWritten ? "/proc/self/fd/" + std::to_string(copy.get()) : path;
+    copy = makeMemoryFile(std::string_view(content));
+    return copy.isValid() ? nameOf(copy) : path;
 }
 
 } // namespace
