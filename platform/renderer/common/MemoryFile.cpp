@@ -13,8 +13,8 @@ namespace {
 pps::Fd makeOwn(size_t size)
 {
     pps::Fd file(memfd_create("voro", MFD_CLOEXEC | MFD_ALLOW_SEALING));
-    const bool isGood = ftruncate(file.get(), static_cast<off_t>(size)) == 0
-                        && fcntl(file.get(), F_ADD_SEALS, F_SEAL_GROW) == 0;
+    const bool isGood =
+        ftruncate(file.get(), static_cast<off_t>(size)) == 0 && fcntl(file.get(), F_ADD_SEALS, F_SEAL_GROW) == 0;
     return isGood ? std::move(file) : pps::Fd();
 }
 
@@ -39,7 +39,8 @@ pps::Fd makeMemoryFile(size_t size)
 pps::Fd makeMemoryFile(std::string_view content)
 {
     pps::Fd file = makeMemoryFile(content.size());
-    const bool isWritten = pwrite(file.get(), content.data(), content.size(), 0) == static_cast<ssize_t>(content.size());
+    const bool isWritten =
+        pwrite(file.get(), content.data(), content.size(), 0) == static_cast<ssize_t>(content.size());
     return isWritten ? std::move(file) : pps::Fd();
 }
 

@@ -35,6 +35,9 @@ inline constexpr std::string_view ScreenScheme = "screen:";
 inline constexpr std::string_view DisplayName = "display";
 inline constexpr std::string_view AuthorityName = "xauthority";
 
+/** Where a worker has got to, in milliseconds. */
+inline constexpr std::string_view PositionName = "position";
+
 /** The longest queue. */
 inline constexpr int64_t MostTracks = 10'000;
 /** How far from the current track others are shown. */

@@ -32,6 +32,7 @@ public:
     Process &operator=(const Process &) = delete;
 
     bool isRunning() const { return m_id > 0; }
+    pid_t id() const { return m_id; }
     /** Calls back from the event loop when it ended; not when it never started. */
     void onEnd(std::function<void()> callback);
     void kill();

@@ -1,6 +1,7 @@
 #include "Worker.h"
 
 #include "SocketPair.h"
+#include "Usage.h"
 
 #include <pps/FdPassing.h>
 #include <pps/Log.h>
@@ -23,6 +24,12 @@ int Worker::longestFor(std::string_view command, const pps::Message &request) co
 {
     const bool isLocal = command == "open" && Medium(request.text("url")).isLocal();
     return isLocal ? m_limits.localOpening : m_limits.request;
+}
+
+void Worker::setListener(EngineListener *listener)
+{
+    m_listener = listener;
+    updateTimer();
 }
 
 void Worker::setOwner(pid_t owner, pps::Accounts::Charge charge)
@@ -49,7 +56,6 @@ Worker::Worker(pps::Broker &broker, const Limits &limits, Reach reach, std::func
       m_reach(reach),
       m_onDeath(std::move(onDeath))
 {
-    m_timer.setInterval(m_limits.check);
     QObject::connect(&m_timer, &QTimer::timeout, [this] { check(); });
     m_silence.start();
 
@@ -86,6 +92,7 @@ void Worker::begin(std::unique_ptr<Process> process)
 void Worker::connected(pps::ClientId client)
 {
     m_client = client;
+    m_hasGotOn = true;
     m_silence.restart();
     for (auto &[id, pending] : m_pending) {
         pending.age.restart();
@@ -102,7 +109,9 @@ void Worker::received(std::string_view text)
     if (!message.parse(text)) {
         return;
     }
+    notePosition(message);
     if (!message.has("res")) {
+        m_hasGotOn |= !message.has(PositionName);
         if (m_listener) {
             m_listener->engineEvent(message, text);
         }
@@ -114,6 +123,7 @@ void Worker::received(std::string_view text)
     }
     const Engine::Done done = std::move(found->second.done);
     m_pending.erase(found);
+    m_hasGotOn = true;
     updateTimer();
     done(resultOf(message));
 }
@@ -181,14 +191,43 @@ void Worker::setWatched(bool isWatched)
 
 void Worker::updateTimer()
 {
-    const bool isNeeded = m_isWatched || !m_pending.empty();
-    if (isNeeded != m_timer.isActive()) {
-        if (isNeeded) {
-            m_timer.start();
-        } else {
-            m_timer.stop();
-        }
+    const int interval = isExpected() ? m_limits.check : m_limits.restingCheck;
+    if (!m_listener && !isExpected()) {
+        m_timer.stop();
+    } else if (!m_timer.isActive() || m_timer.interval() != interval) {
+        m_timer.start(interval);
     }
+}
+
+void Worker::notePosition(const pps::Message &message)
+{
+    if (message.has(PositionName) && message.number(PositionName) != m_position) {
+        m_position = message.number(PositionName);
+        m_hasGotOn = true;
+    }
+}
+
+/** Whether it uses more than any medium needs, which a decoder in an endless loop does. */
+bool Worker::isOutOfBounds()
+{
+    const auto usage = m_process && m_client != 0 ? Usage::of(m_process->id()) : std::nullopt;
+    if (!usage) {
+        return false;
+    }
+    if (std::exchange(m_hasGotOn, false)) {
+        m_used = usage->processor;
+    }
+    if (usage->threads > m_limits.threads) {
+        log::warn(log::Category::Worker, "a worker has %ld threads", usage->threads);
+        return true;
+    }
+    const std::chrono::milliseconds wasted = usage->processor - m_used;
+    if (wasted > std::chrono::milliseconds(m_limits.processor)) {
+        log::warn(log::Category::Worker, "a worker has used %lld ms of processor time and has not got on",
+                  static_cast<long long>(wasted.count()));
+        return true;
+    }
+    return false;
 }
 
 bool Worker::isOverdue() const
@@ -200,7 +239,12 @@ bool Worker::isOverdue() const
 
 void Worker::check()
 {
-    if (isOverdue()) {
+    if (isOutOfBounds()) {
+        m_hangs = true;
+        die();
+    } else if (!isExpected()) {
+        return;
+    } else if (isOverdue()) {
         log::warn(log::Category::Worker, "a worker does not answer");
         m_hangs = true;
         die();
@@ -243,6 +287,7 @@ void Worker::letGo()
 {
     m_isDead = true;
     m_listener = nullptr;
+    m_timer.stop();
     if (m_process) {
         m_process->letGo();
     }
@@ -252,6 +297,7 @@ std::unique_ptr<Process> Worker::release()
 {
     m_isDead = true;
     m_listener = nullptr;
+    m_timer.stop();
     if (m_process) {
         m_process->onEnd(nullptr);
         m_process->kill();

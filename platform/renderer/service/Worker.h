@@ -10,8 +10,10 @@
 #include <pps/broker/Broker.h>
 #include <pps/Fd.h>
 
+#include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace voro::renderer {
@@ -31,6 +33,12 @@ public:
         int localOpening = 15'000;
         /** Until it has connected: the very first one on a machine reads every plugin. */
         int start = 60'000;
+        /** Of processor time without getting on. */
+        int processor = 30'000;
+        /** Between two looks at what it uses while nothing is expected of it. */
+        int restingCheck = 60'000;
+        /** How many it may have. */
+        long threads = 512;
     };
     struct Kind {
         std::string program;
@@ -61,7 +69,7 @@ public:
     void received(std::string_view text);
     void closed();
 
-    void setListener(EngineListener *listener) { m_listener = listener; }
+    void setListener(EngineListener *listener);
     /** The process that stands for it as long as it is there. */
     void setOwner(pid_t owner, pps::Accounts::Charge charge);
     /** Nobody is told anything any more, nor of what was asked before. */
@@ -88,6 +96,9 @@ private:
     void send(const std::string &text);
     void die();
     void check();
+    bool isExpected() const { return m_isWatched || !m_pending.empty(); }
+    bool isOutOfBounds();
+    void notePosition(const pps::Message &message);
     void updateTimer();
     int longestFor(std::string_view command, const pps::Message &request) const;
     void handFiles(std::string_view command, const pps::Message &request, int64_t id);
@@ -122,6 +133,11 @@ private:
     bool m_isWatched = false;
     bool m_isCompleting = false;
     bool m_isDead = false;
+    /** Where it said last that it is. */
+    std::optional<int64_t> m_position;
+    bool m_hasGotOn = false;
+    /** What it had used when it got on last. */
+    std::chrono::milliseconds m_used{0};
     QTimer m_timer;
     QElapsedTimer m_silence;
 };

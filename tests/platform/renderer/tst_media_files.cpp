@@ -8,10 +8,14 @@
 #include <renderer/common/FileRequest.h>
 #include <renderer/service/ListNames.h>
 #include <renderer/service/MediaFiles.h>
+#include <renderer/service/MemoryFiles.h>
 #include <renderer/service/SocketPair.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <optional>
+#include <vector>
 
 using namespace voro;
 using namespace voro::renderer;
@@ -34,6 +38,7 @@ private Q_SLOTS:
     void names_areFoundHoweverTheyAreWritten_data();
     void names_areFoundHoweverTheyAreWritten();
     void worker_getsWhatItsContextWasGiven();
+    void memory_isCountedWhileItIsInUse();
 };
 
 void tst_MediaFiles::names_areFoundHoweverTheyAreWritten_data()
@@ -145,6 +150,26 @@ void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
     QCOMPARE(ask(path("b.ogg")), refused);
     files.open(request("http://host/list.m3u", {}), 9);
     QCOMPARE(ask(path("a.ogg")), refused);
+}
+
+void tst_MediaFiles::memory_isCountedWhileItIsInUse()
+{
+    MemoryFiles memory;
+    QVERIFY(!memory.make(MemoryFiles::MostSize + 1).isValid());
+    pps::Fd large = memory.make(MemoryFiles::MostSize - 1);
+    QVERIFY(large.isValid());
+    QVERIFY(ftruncate(large.get(), MemoryFiles::MostSize) != 0);
+    QVERIFY(!memory.make(2).isValid());
+    void *mapped = mmap(nullptr, 1, PROT_READ, MAP_SHARED, large.get(), 0);
+    large.reset();
+    QVERIFY(!memory.make(2).isValid());
+    munmap(mapped, 1);
+    std::vector<pps::Fd> files;
+    while (files.size() <= MemoryFiles::MostFiles) {
+        files.push_back(memory.make(1));
+    }
+    QVERIFY(files.at(MemoryFiles::MostFiles - 1).isValid());
+    QVERIFY(!files.back().isValid());
 }
 
 QTEST_GUILESS_MAIN(tst_MediaFiles)

@@ -11,7 +11,13 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <memory>
 #include <optional>
+#include <thread>
+#include <vector>
 
 using namespace voro;
 using namespace voro::renderer;
@@ -19,6 +25,9 @@ using namespace voro::renderer;
 namespace {
 
 constexpr Worker::Limits Limits{.check = 20, .silence = 400, .request = 900, .localOpening = 600};
+/** Of processor time, in milliseconds. */
+constexpr int LittleTime = 200;
+constexpr long FewThreads = 8;
 /** For a worker that never connects. The usual limit is for the others: none of them fails because it starts slowly. */
 constexpr int ShortStart = 500;
 /** Says in a worker's environment that it is to hang while it starts. */
@@ -29,6 +38,27 @@ bool isWorker()
     int type = 0;
     socklen_t size = sizeof type;
     return getsockopt(WorkerSocket, SOL_SOCKET, SO_TYPE, &type, &size) == 0 && type == SOCK_SEQPACKET;
+}
+
+std::chrono::nanoseconds usedTime()
+{
+    timespec used{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
+}
+
+/** Uses processor time, and says that it gets on or that it stays where it is, and in the end that it is done. */
+void workHard(pps::Connection &link, bool getsOn)
+{
+    const auto begin = usedTime();
+    for (int position = 0; usedTime() - begin < 4 * std::chrono::milliseconds(LittleTime);) {
+        std::string text = answer("ping", 0, {});
+        pps::appendNumber(text, PositionName, getsOn ? ++position : 0);
+        link.write(text);
+        for (const auto start = usedTime(); usedTime() - start < std::chrono::milliseconds(5);) {
+        }
+    }
+    link.write("msg::done\n");
 }
 
 /** A worker that lives but does not do what it is asked for, and falls silent when it is told to. */
@@ -47,6 +77,12 @@ int runWorker()
             link.write(answer("ping", message.number("id"), {}));
         } else if (message.text("msg") == "fall_silent") {
             pause();
+        } else if (message.text("msg") == "work") {
+            workHard(link, message.has("gets_on"));
+        } else if (message.text("msg") == "multiply") {
+            std::vector<std::thread> threads(FewThreads);
+            std::ranges::generate(threads, [] { return std::thread(pause); });
+            pause();
         }
     }
     return 0;
@@ -55,21 +91,40 @@ int runWorker()
 /** A context that notes its worker's death. */
 class Listener : public EngineListener {
 public:
-    void engineEvent(const pps::Message &, std::string_view) override {}
+    void engineEvent(const pps::Message &, std::string_view) override { hasHeard = true; }
     void engineDied() override { isDead = true; }
     void engineNeedsNetwork() override {}
 
     bool isDead = false;
+    bool hasHeard = false;
+};
+
+/** A context with a worker of this program's. */
+struct Player {
+    explicit Player(const Worker::Limits &limits)
+        : pool(broker, {QCoreApplication::applicationFilePath().toStdString(), limits})
+    {
+        QObject::connect(&ready, &QSocketNotifier::activated, [this] { broker.process(); });
+        engine = pool.start(listener, pps::Accounts::Services, {});
+    }
+
+    pps::Broker broker;
+    QSocketNotifier ready{broker.fd(), QSocketNotifier::Read};
+    WorkerPool pool;
+    Listener listener;
+    std::unique_ptr<Engine> engine;
 };
 
 } // namespace
 
-/** How long a worker may take. */
+/** How long a worker may take, and what it may use. */
 class tst_Worker : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void workerThatTakesTooLong_isEnded_data();
     void workerThatTakesTooLong_isEnded();
+    void workerThatUsesTooMuch_isEnded_data();
+    void workerThatUsesTooMuch_isEnded();
 };
 
 void tst_Worker::workerThatTakesTooLong_isEnded_data()
@@ -102,21 +157,37 @@ void tst_Worker::workerThatTakesTooLong_isEnded()
         qputenv(HangsAtStart, "1");
     }
     const auto restore = qScopeGuard([] { qunsetenv(HangsAtStart); });
-    pps::Broker broker;
-    QSocketNotifier ready(broker.fd(), QSocketNotifier::Read);
-    connect(&ready, &QSocketNotifier::activated, this, [&broker] { broker.process(); });
-    WorkerPool pool(broker, {QCoreApplication::applicationFilePath().toStdString(), limits});
-    Listener listener;
-    const auto engine = pool.start(listener, pps::Accounts::Services, {});
-    QVERIFY(engine);
+    Player player(limits);
+    QVERIFY(player.engine);
     std::optional<Result> result;
     QElapsedTimer time;
     time.start();
-    engine->ask(command, lines, [&](const Result &told) { result = told; });
+    player.engine->ask(command, lines, [&](const Result &told) { result = told; });
     QTRY_VERIFY_WITH_TIMEOUT(result, 20'000);
     QVERIFY2(time.elapsed() >= limit, qPrintable(QString::number(time.elapsed())));
     QTEST(static_cast<int>(result->code), "error");
-    QVERIFY(listener.isDead);
+    QVERIFY(player.listener.isDead);
+}
+
+void tst_Worker::workerThatUsesTooMuch_isEnded_data()
+{
+    QTest::addColumn<std::string>("command");
+    QTest::addColumn<std::string>("lines");
+    QTest::addColumn<bool>("isEnded");
+    QTest::newRow("processor time without getting on") << std::string("work") << std::string() << true;
+    QTest::newRow("processor time") << std::string("work") << std::string("gets_on::yes\n") << false;
+    QTest::newRow("threads") << std::string("multiply") << std::string() << true;
+}
+
+void tst_Worker::workerThatUsesTooMuch_isEnded()
+{
+    QFETCH(const std::string, command);
+    QFETCH(const std::string, lines);
+    Player player({.check = 20, .processor = LittleTime, .threads = FewThreads});
+    QVERIFY(player.engine);
+    player.engine->ask(command, lines, [](const Result &) {});
+    QTRY_VERIFY_WITH_TIMEOUT(player.listener.isDead || player.listener.hasHeard, 20'000);
+    QTEST(player.listener.isDead, "isEnded");
 }
 
 int main(int argc, char **argv)

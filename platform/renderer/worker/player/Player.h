@@ -31,6 +31,8 @@ public:
     void stop();
     Result setSpeed(int speed);
     Result seek(unsigned track, int64_t position);
+    /** In the current track. */
+    int64_t position() const;
     /** Takes over what the application set, the speed excepted. */
     void apply(const Settings &settings);
 
@@ -94,7 +96,6 @@ private:
     CaptionChoice captions(unsigned track) const;
     const Medium &medium(unsigned track) const { return m_queue.entry(track).medium; }
     std::string uri(unsigned track) const { return medium(track).uri(); }
-    int64_t position() const;
     void reportCurrent();
     void reportTrack();
     void reportStatus();

@@ -20,7 +20,7 @@ std::string ending(std::string_view name, unsigned track, int64_t position)
 {
     std::string lines = event(name);
     pps::appendNumber(lines, "track", track);
-    pps::appendNumber(lines, "position", position);
+    pps::appendNumber(lines, PositionName, position);
     return lines;
 }
 
@@ -69,7 +69,7 @@ void Reports::neighbours(const Queue &queue)
 void Reports::status(int64_t position, int bufferLevel, const char *bufferStatus, int volume)
 {
     std::string lines = event("status");
-    pps::appendNumber(lines, "position", position);
+    pps::appendNumber(lines, PositionName, position);
     pps::appendText(lines, "bufferlevel", std::to_string(bufferLevel) + "/100");
     pps::appendText(lines, "bufferstatus", bufferStatus);
     pps::appendText(lines, "volume", std::to_string(volume) + "/100");

@@ -71,18 +71,25 @@ void Commands::handle(const pps::Message &message)
     takeFiles();
     if (command == "open") {
         open(message);
-    } else if (m_recorder.isOpen() && command != "ping") {
+    } else if (command == "ping") {
+        ping(message.number("id"));
+    } else if (m_recorder.isOpen()) {
         record(command, message);
     } else {
         reply(command, message.number("id"), handleNow(command, message));
     }
 }
 
+/** Tells that this worker lives, and how far it has got. */
+void Commands::ping(int64_t id)
+{
+    std::string text = answer("ping", id, {});
+    pps::appendNumber(text, PositionName, m_player.position());
+    m_link.send(text);
+}
+
 Result Commands::handleNow(const std::string &command, const pps::Message &message)
 {
-    if (command == "ping") {
-        return {};
-    }
     if (command == "play") {
         return m_player.play();
     }

@@ -20,6 +20,7 @@ public:
 private:
     void handle(const pps::Message &message);
     Result handleNow(const std::string &command, const pps::Message &message);
+    void ping(int64_t id);
     void open(const pps::Message &message);
     void openRecorder(const pps::Message &message);
     void end();
