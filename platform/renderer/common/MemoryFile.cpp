@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <utility>
@@ -12,7 +13,8 @@ namespace {
 
 pps::Fd makeOwn(size_t size)
 {
-    pps::Fd file(memfd_create("voro", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    // The function of the C library may lead here.
+    pps::Fd file(static_cast<int>(syscall(SYS_memfd_create, "voro", MFD_CLOEXEC | MFD_ALLOW_SEALING)));
     const bool isGood =
         ftruncate(file.get(), static_cast<off_t>(size)) == 0 && fcntl(file.get(), F_ADD_SEALS, F_SEAL_GROW) == 0;
     return isGood ? std::move(file) : pps::Fd();

@@ -121,7 +121,7 @@ private:
 /** What a filter is for the kernel, empty when it cannot be had. */
 std::vector<sock_filter> programOf(scmp_filter_ctx filter)
 {
-    const pps::Fd file(memfd_create("filter", MFD_CLOEXEC));
+    const pps::Fd file(static_cast<int>(syscall(SYS_memfd_create, "filter", MFD_CLOEXEC)));
     if (!file.isValid() || seccomp_export_bpf(filter, file.get()) != 0) {
         return {};
     }

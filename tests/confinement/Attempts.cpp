@@ -1,11 +1,9 @@
-// Confines itself as a worker does and tries what an attacker would; prints a line for each attempt: its name, the
-// errno number, the layers that prevent it, and the kind of worker that may do it.
+#include "Attempts.h"
 
 #include <fcntl.h>
 #include <linux/io_uring.h>
 #include <linux/keyctl.h>
 #include <netinet/in.h>
-#include <renderer/worker/process/Confinement.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/mount.h>
@@ -21,15 +19,12 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <span>
 #include <string>
-#include <string_view>
 #include <thread>
 
 namespace {
@@ -115,12 +110,21 @@ long forkAndEnd()
     return child;
 }
 
-/** A medium that was handed over for reading. */
-int handed = -1;
-
+/** Opens again for writing what was handed over for reading. */
 long reopenHanded()
 {
-    return openFor(("/proc/self/fd/" + std::to_string(handed)).c_str(), O_RDWR | O_TRUNC);
+    for (int descriptor = STDERR_FILENO + 1;; ++descriptor) {
+        struct stat status {};
+        const int flags = fcntl(descriptor, F_GETFL);
+        if (flags < 0 && descriptor > 100) {
+            errno = ENOENT;
+            return -1;
+        }
+        if (flags >= 0 && (flags & O_ACCMODE) == O_RDONLY && fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)
+            && status.st_nlink > 0) {
+            return openFor(("/proc/self/fd/" + std::to_string(descriptor)).c_str(), O_RDWR | O_TRUNC);
+        }
+    }
 }
 
 long raiseLimit()
@@ -158,7 +162,7 @@ const Attempt Attempts[] = {
     {"map memory", "", "", [] { return map(MAP_PRIVATE | MAP_ANONYMOUS); }},
     {"allocate memory", "", "", [] { return std::malloc(1 << 20) ? 0L : -1L; }},
     // Memory that would not count.
-    {"make a file in memory", "S", "", [] { return static_cast<long>(memfd_create("probe", 0)); }},
+    {"make a file in memory", "S", "", [] { return syscall(SYS_memfd_create, "probe", 0); }},
     {"share memory without a name", "S", "", [] { return map(MAP_SHARED | MAP_ANONYMOUS); }},
     {"a segment of shared memory", "S", "windows", [] { return static_cast<long>(shmget(IPC_PRIVATE, 1, 0600)); }},
     // Files.
@@ -236,37 +240,16 @@ const Attempt Attempts[] = {
 
 } // namespace
 
-int main(int argc, char **argv)
+void tryAll(const Surroundings &surroundings)
 {
-    if (argc < 4) {
-        return 2;
-    }
-    folder = argv[1];
-    file = in(argv[2]);
-    serverPort = static_cast<uint16_t>(std::atoi(argv[3]));
-    const auto isGiven = [options = std::span(argv + 4, argv + argc)](std::string_view option) {
-        return std::ranges::find(options, option) != options.end();
-    };
-    constexpr id_t Nobody = 65534;
-    if (isGiven("nobody") && (setgid(Nobody) != 0 || setuid(Nobody) != 0 || prctl(PR_SET_DUMPABLE, 1) != 0)) {
-        return 3;
-    }
-    handed = open(file.c_str(), O_RDONLY | O_CLOEXEC);
-    voro::renderer::restrictProcess();
-    voro::renderer::Confinement confinement(
-        {.namespaces = !isGiven("-N"), .landlock = !isGiven("-L"), .systemCalls = !isGiven("-S")});
-    const voro::renderer::Reach reach{.network = isGiven("network"), .windows = isGiven("windows")};
-    confinement.begin();
-    if (!reach.network) {
-        confinement.leaveNetwork();
-    }
-    confinement.complete(reach);
+    folder = surroundings.folder;
+    file = in("file");
+    serverPort = surroundings.port;
     for (const Attempt &attempt : Attempts) {
         errno = 0;
         const bool isDone = attempt.make() >= 0;
-        std::printf("%s=%d=%s=%s\n", attempt.name, isDone ? 0 : errno, attempt.layers, attempt.kind);
-        std::fflush(stdout);
+        const int error = isDone ? 0 : errno;
+        dprintf(surroundings.output, "ATTEMPT %d=%s=%d=%s=%s\n", getpid(), attempt.name, error, attempt.layers,
+                attempt.kind);
     }
-    // As workers end: a leak check would have to trace this process.
-    _exit(0);
 }

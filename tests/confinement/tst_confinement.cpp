@@ -1,0 +1,299 @@
+#include "../platform/renderer/HttpServer.h"
+#include "Media.h"
+#include "PulseServer.h"
+#include "Workers.h"
+#include "XServer.h"
+
+#include <multimedia/AudioRecorder.h>
+#include <multimedia/MediaPlayer.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QMap>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtTest>
+
+#include <netinet/in.h>
+#include <sched.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <iterator>
+
+using namespace voro::multimedia;
+
+namespace {
+
+/** Whether this system gives users namespaces. */
+bool hasNamespaces()
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(unshare(CLONE_NEWUSER | CLONE_NEWNS | CLONE_NEWNET) == 0 ? 0 : 1);
+    }
+    int status = 1;
+    return child > 0 && waitpid(child, &status, 0) == child && status == 0;
+}
+
+/** A server that an attacker would like to talk to. */
+int listenAt(int family, const sockaddr *address, socklen_t size)
+{
+    const int server = socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    return bind(server, address, size) == 0 && listen(server, 8) == 0 ? server : -1;
+}
+
+int listenAt(const QByteArray &name, bool isAbstract)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    name.toStdString().copy(address.sun_path + (isAbstract ? 1 : 0), sizeof address.sun_path - 1);
+    const auto size = offsetof(sockaddr_un, sun_path) + (isAbstract ? 1 : 0) + static_cast<size_t>(name.size());
+    return listenAt(AF_UNIX, reinterpret_cast<sockaddr *>(&address), static_cast<socklen_t>(size));
+}
+
+/** At a free port, which it tells. */
+int listenAtPort(quint16 &port)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    const int server = listenAt(AF_INET, reinterpret_cast<sockaddr *>(&address), size);
+    getsockname(server, reinterpret_cast<sockaddr *>(&address), &size);
+    port = ntohs(address.sin_port);
+    return server;
+}
+
+/** What an attacker finds: a file of the user's, and servers. */
+class Victim {
+public:
+    Victim();
+    ~Victim() { std::ranges::for_each(m_servers, close); }
+    Victim(const Victim &) = delete;
+    Victim &operator=(const Victim &) = delete;
+
+    QString folder() const { return m_folder.path(); }
+    quint16 port() const { return m_port; }
+    bool isGood() const { return m_isGood; }
+    /** Whether the file holds what it did. */
+    bool isUntouched();
+
+private:
+    QTemporaryDir m_folder;
+    QFile m_file{m_folder.filePath("file")};
+    quint16 m_port = 0;
+    int m_servers[3] = {listenAt(m_folder.path().toLocal8Bit(), true),
+                        listenAt(m_folder.filePath("server").toLocal8Bit(), false), listenAtPort(m_port)};
+    bool m_isGood = false;
+};
+
+constexpr char Content[] = "the user's own";
+
+Victim::Victim()
+{
+    // Other users could do what the user himself may not be able to do.
+    m_isGood = m_file.open(QFile::ReadWrite) && m_file.write(Content) > 0 && m_file.flush()
+               && m_file.setPermissions(QFile::Permissions(0x6666))
+               && QFile(m_folder.filePath("server")).setPermissions(QFile::Permissions(0x7777))
+               && QFile(m_folder.path()).setPermissions(QFile::Permissions(0x7777))
+               && std::ranges::all_of(m_servers, [](int server) { return server >= 0; });
+}
+
+bool Victim::isUntouched()
+{
+    return m_file.seek(0) && m_file.readAll() == Content;
+}
+
+/** The attempts that one process reports. */
+struct Attempts {
+    int count = 0;
+    /** What was possible though it should not be, or the other way round. */
+    QByteArrayList wrong;
+};
+
+/** Reads what was printed about a kind of worker and the layers that it has been without, by process. */
+QMap<QByteArray, Attempts> read(const QByteArray &output, const QStringList &options)
+{
+    constexpr int Refusals[] = {EPERM, EACCES, ENOSYS, ENOENT, EROFS, ECONNREFUSED, ENETUNREACH};
+    QMap<QByteArray, Attempts> processes;
+    for (const QByteArray &line : output.split('\n')) {
+        const QByteArrayList parts = line.split('=');
+        if (parts.size() != 5 || !line.startsWith("ATTEMPT ")) {
+            continue;
+        }
+        Attempts &attempts = processes[parts[0]];
+        ++attempts.count;
+        const int error = parts[2].toInt();
+        const QByteArray &layers = parts[3];
+        const bool isAllowed = layers.isEmpty() || options.contains(QString::fromLatin1(parts[4]));
+        const bool isPrevented = std::ranges::any_of(
+            layers, [&options](char layer) { return !options.contains('-' + QString(QChar::fromLatin1(layer))); });
+        const bool isRefused = std::ranges::find(Refusals, error) != std::end(Refusals);
+        if (isAllowed ? error != 0 : isPrevented && !isRefused) {
+            attempts.wrong.append(line);
+        }
+    }
+    return processes;
+}
+
+constexpr int AllAttempts = 71;
+
+} // namespace
+
+/** What a worker could do for whoever took it over. */
+class tst_Confinement : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void workerThatWasTakenOver_canDoNothing_data();
+    void workerThatWasTakenOver_canDoNothing();
+    void workerAtWork_canDoNothing_data();
+    void workerAtWork_canDoNothing();
+};
+
+void tst_Confinement::workerThatWasTakenOver_canDoNothing_data()
+{
+    QTest::addColumn<QStringList>("options");
+    for (const char *user : {"", "nobody"}) {
+        if (*user && geteuid() != 0) {
+            continue;
+        }
+        for (const char *kind : {"", "windows", "network", "-N", "-L", "-S"}) {
+            const QString options = QStringLiteral("%1 %2").arg(QLatin1String(kind), QLatin1String(user)).simplified();
+            QTest::newRow(qPrintable(options.isEmpty() ? QStringLiteral("a local medium") : options))
+                << options.split(' ', Qt::SkipEmptyParts);
+        }
+    }
+}
+
+void tst_Confinement::workerThatWasTakenOver_canDoNothing()
+{
+    QFETCH(QStringList, options);
+    if (!hasNamespaces() && !options.contains("-N")) {
+        options << "-N";
+    }
+    Victim victim;
+    QVERIFY(victim.isGood());
+    QProcess probe;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("DISPLAY");
+    probe.setProcessEnvironment(environment);
+    probe.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    probe.start(QStringLiteral(CONFINED_PROBE), QStringList{victim.folder(), QString::number(victim.port())} + options);
+    QVERIFY(probe.waitForFinished());
+    QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(probe.exitCode(), 0);
+
+    const auto processes = read(probe.readAllStandardOutput(), options);
+    QCOMPARE(processes.size(), 1);
+    QVERIFY2(processes.first().wrong.isEmpty(), processes.first().wrong.join(", "));
+    QCOMPARE(processes.first().count, AllAttempts);
+    QVERIFY(victim.isUntouched());
+}
+
+void tst_Confinement::workerAtWork_canDoNothing_data()
+{
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<QStringList>("options");
+    const auto row = [](const char *name, const char *url, const QStringList &options = {}) {
+        QTest::newRow(name) << QString::fromLatin1(url) << options;
+    };
+    row("a sound", "sound.ogg");
+    row("a film in a window", "film.mkv", {"windows"});
+    row("a list", "list.m3u");
+    row("a stream", "http", {"network"});
+    row("a recording", "");
+}
+
+void tst_Confinement::workerAtWork_canDoNothing()
+{
+    QFETCH(const QString, url);
+    QFETCH(QStringList, options);
+    if (!hasNamespaces()) {
+        options << "-N";
+    }
+    Victim victim;
+    QVERIFY(victim.isGood());
+    const QTemporaryDir folder;
+    const PulseServer sound;
+    XServer screen;
+    const QString tone = media::makeTone(folder.filePath("sound.ogg"), {.seconds = 60});
+    QFile toneFile(tone);
+    QFile list(folder.filePath("list.m3u"));
+    QVERIFY(toneFile.open(QFile::ReadOnly) && list.open(QFile::WriteOnly) && list.write("sound.ogg\n") > 0);
+    list.close();
+    media::makeTone(folder.filePath("film.mkv"), {.seconds = 60, .hasPicture = true});
+    HttpServer web([content = toneFile.readAll()](HttpExchange &exchange) { exchange.sendRange(content); });
+
+    QProcess daemon;
+    const QString runtime = folder.filePath("runtime");
+    qputenv("VORO_RUNTIME_DIR", runtime.toLocal8Bit());
+    qputenv("VORO_AUTOSPAWN", "0");
+    daemon.setProcessChannelMode(QProcess::MergedChannels);
+    daemon.setEnvironment(QProcess::systemEnvironment()
+                          + QStringList{"LD_PRELOAD=" TAKEN_OVER, "ATTACKED_FOLDER=" + victim.folder(),
+                                        "ATTACKED_PORT=" + QString::number(victim.port()),
+                                        // The sanitizers' own library would have to be the first one.
+                                        "ASAN_OPTIONS=verify_asan_link_order=0:" + qgetenv("ASAN_OPTIONS")});
+    QByteArray output;
+    const auto waitFor = [&](const auto &condition) {
+        return QTest::qWaitFor(
+            [&] {
+                output += daemon.readAll();
+                return condition();
+            },
+            60'000);
+    };
+    daemon.start(QStringLiteral(VOROD), {});
+    QVERIFY(waitFor([&] { return output.contains("serves multimedia in"); }));
+
+    MediaPlayer player;
+    AudioRecorder recorder;
+    if (url.isEmpty()) {
+        recorder.setOutputUrl(QUrl::fromLocalFile(folder.filePath("new.wav")));
+        QCOMPARE(recorder.record(), MediaError::None);
+        QVERIFY(waitFor([&] { return recorder.duration() > 0; }));
+    } else {
+        if (options.contains("windows")) {
+            player.setWindowId(QString::number(screen.makeWindow(0, 0, 64, 64)));
+            QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
+        }
+        const QUrl place = url == "http" ? QUrl(web.url("/sound.ogg")) : QUrl::fromLocalFile(folder.filePath(url));
+        QCOMPARE(player.setSourceUrl(place), MediaError::None);
+        QCOMPARE(player.play(), MediaError::None);
+        QVERIFY(waitFor([&] { return player.position() > 0; }));
+    }
+
+    QFile lock(folder.filePath("runtime/vorod.lock"));
+    QVERIFY(lock.open(QFile::ReadOnly));
+    // Spare ones as well, which may do no more.
+    for (const pid_t worker : workersOf(lock.readLine().trimmed().toLongLong())) {
+        QCOMPARE(kill(worker, SIGUSR2), 0);
+    }
+    QMap<QByteArray, Attempts> processes;
+    const auto isWhole = [](const Attempts &attempts) {
+        return attempts.count == AllAttempts && attempts.wrong.isEmpty();
+    };
+    QVERIFY2(waitFor([&] {
+                 processes = read(output, options);
+                 return std::ranges::any_of(processes, isWhole);
+             }),
+             output.constData());
+    for (const Attempts &attempts : processes) {
+        // A spare worker may do less than the one that plays, and no more.
+        QVERIFY2(std::ranges::none_of(attempts.wrong, [](const QByteArray &line) { return line.contains("=0="); }),
+                 attempts.wrong.join(", "));
+    }
+    QVERIFY(victim.isUntouched());
+    daemon.terminate();
+    QVERIFY(daemon.waitForFinished());
+}
+
+QTEST_GUILESS_MAIN(tst_Confinement)
+#include "tst_confinement.moc"
