@@ -50,8 +50,10 @@ AppWindow {
     function openAll(urls: var) {
         const folder = urls.find(url => Files.isFolder(url));
         const media = urls.filter(url => !Files.isFolder(url));
-        if (folder !== undefined)
+        if (folder !== undefined) {
             window.folder = folder;
+            showsPlayer = false;
+        }
         play(media);
     }
     function play(media: var) {

@@ -23,7 +23,7 @@ AbstractButton {
             height: 2
             color: Theme.raised
             Rectangle {
-                width: bar.player.duration > 0 ? parent.width * Math.min(1, bar.player.position / bar.player.duration) : 0
+                width: bar.player.length > 0 ? parent.width * Math.min(1, bar.player.position / bar.player.length) : 0
                 height: parent.height
                 color: Theme.accent
             }

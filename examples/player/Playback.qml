@@ -36,6 +36,10 @@ MediaPlayer {
 
     readonly property bool isPlaying: mediaState === MediaState.Started
     readonly property bool isLoaded: String(sourceUrl) !== ""
+    // What the track tells of itself: duration and seekable are reset with each queue, and do not come back when the next
+    // track has the same ones.
+    readonly property real length: isLoaded && metaData[MetaData.Duration] || 0
+    readonly property bool canSeek: isLoaded && metaData[MetaData.Seekable] || false
     // The linter knows no QSize.
     readonly property bool hasVideo: videoDimensions.width > 0 // qmllint disable
     readonly property int index: isSingly ? place : track - 1
@@ -244,8 +248,8 @@ MediaPlayer {
         }
     }
     function seekBy(milliseconds: int) {
-        if (seekable)
-            check(seekTime(Math.min(Math.max(0, position + milliseconds), Math.max(0, duration - 500))));
+        if (canSeek)
+            check(seekTime(Math.min(Math.max(0, position + milliseconds), Math.max(0, length - 500))));
     }
     function goOnRepeating() {
         repeats = repeats === RepeatMode.None ? RepeatMode.All
@@ -259,7 +263,7 @@ MediaPlayer {
     /** Keeps what a command's failure means; true when it did not fail. */
     function check(result: int): bool {
         if (result !== MediaError.None)
-            problem = qsTr("“%1”: %2").arg(title).arg(MediaErrors.text(result, current));
+            problem = qsTr("“%1”: %2").arg(titleOf(current)).arg(MediaErrors.text(result, current));
         return result === MediaError.None;
     }
 

@@ -11,10 +11,23 @@ Sheet {
     required property Playback player
 
     title: qsTr("Queue")
+    Component.onCompleted: list.model = player.count
     onOpened: {
         list.currentIndex = player.index;
         list.positionViewAtIndex(player.index, ListView.Center);
         list.forceActiveFocus(Qt.PopupFocusReason);
+    }
+
+    Connections {
+        target: sheet.player
+        // With another number of lines the list begins anew; what was looked at stays.
+        function onCountChanged() {
+            const top = list.contentY;
+            const line = list.currentIndex;
+            list.model = sheet.player.count;
+            list.contentY = Math.max(0, Math.min(top, list.contentHeight - list.height));
+            list.currentIndex = Math.min(line, list.count - 1);
+        }
     }
 
     function move(from: int, to: int) {
@@ -40,7 +53,7 @@ Sheet {
         Layout.fillHeight: true
         implicitHeight: contentHeight
         clip: true
-        model: sheet.player.count
+        model: 0
         boundsBehavior: Flickable.StopAtBounds
         keyNavigationEnabled: true
         ScrollBar.vertical: ScrollBar { }
@@ -99,7 +112,7 @@ Sheet {
                     id: drag
                     target: null
                     xAxis.enabled: false
-                    grabPermissions: PointerHandler.TakeOverForbidden
+                    grabPermissions: PointerHandler.CanTakeOverFromItems
                     property int to: 0
                     onActiveTranslationChanged: to = Math.max(0, Math.min(sheet.player.queue.length - 1,
                                                      line.index + Math.round(activeTranslation.y / line.height)))

@@ -11,6 +11,11 @@ Item {
     /** The medium that stopped last, to go on with; empty without one. */
     readonly property url last: Object.keys(places).slice(-1)[0] ?? ""
 
+    /** The medium whose position was reported last: another one may be the current one already. */
+    property string medium: ""
+    property real position: 0
+    property real length: 0
+
     readonly property int leastDuration: 10 * 60 * 1000
     readonly property int margin: 30 * 1000
     readonly property int most: 100
@@ -26,22 +31,20 @@ Item {
     }
     /** Opens the medium that stopped last, and goes on there. */
     function openLast() {
-        const medium = last;
-        const place = places[medium];
-        player.open([medium], 0);
+        const place = places[last];
+        player.open([last], 0);
         player.check(player.seekTime(place));
         offered = 0;
     }
 
-    /** Keeps where the medium is now; near its beginning and its end it need not go on anywhere. */
+    /** Keeps where the medium was last; near its beginning and its end it need not go on anywhere. */
     function note() {
-        if (player.duration < leastDuration || offered > 0)
+        if (length < leastDuration || (offered > 0 && medium === String(player.current)))
             return;
         const all = places;
-        const key = String(player.current);
-        delete all[key];
-        if (player.position > margin && player.position < player.duration - margin)
-            all[key] = player.position;
+        delete all[medium];
+        if (position > margin && position < length - margin)
+            all[medium] = position;
         for (const old of Object.keys(all).slice(0, -most))
             delete all[old];
         settings.places = JSON.stringify(all);
@@ -69,6 +72,11 @@ Item {
             resume.offered = resume.places[resume.player.current] ?? 0;
             if (resume.offered > 0)
                 patience.restart();
+        }
+        function onPositionChanged() {
+            resume.medium = resume.player.current;
+            resume.position = resume.player.position;
+            resume.length = resume.player.length;
         }
         function onIsPlayingChanged() {
             if (!resume.player.isPlaying)

@@ -15,7 +15,7 @@ NowPlayingConnection {
     metaData: ({ [MetaData.Title]: player.title, [MetaData.Artist]: player.artist,
                  [MetaData.Album]: player.metaData[MetaData.Album] || "" })
     iconUrl: player.cover
-    duration: player.duration
+    duration: player.length
     position: player.position
     nextEnabled: player.hasNext
     previousEnabled: player.isLoaded

@@ -15,8 +15,8 @@ ColumnLayout {
     Seeker {
         id: seeker
         Layout.fillWidth: true
-        to: Math.max(1, transport.player.duration)
-        enabled: transport.player.seekable
+        to: Math.max(1, transport.player.length)
+        enabled: transport.player.canSeek
         Accessible.name: qsTr("Position")
         stepSize: 10000
         present: transport.player.position
@@ -34,7 +34,7 @@ ColumnLayout {
             Layout.fillWidth: true
         }
         Label {
-            text: transport.player.duration > 0 ? Format.time(transport.player.duration) : "–:––"
+            text: transport.player.length > 0 ? Format.time(transport.player.length) : "–:––"
             color: Theme.faint
         }
     }

@@ -115,6 +115,22 @@ bool Screen::drag(const QString &name, double to)
     return true;
 }
 
+bool Screen::carry(const QString &name, const QString &onto)
+{
+    constexpr int Steps = 8;
+    const QPoint from = settledPlace(name).center();
+    const QPoint to = settledPlace(onto).center();
+    if (from.isNull() || to.isNull()) {
+        return false;
+    }
+    QTest::mousePress(m_window, Qt::LeftButton, {}, from);
+    for (int i = 1; i <= Steps; ++i) {
+        QTest::mouseMove(m_window, from + (to - from) * i / Steps);
+    }
+    QTest::mouseRelease(m_window, Qt::LeftButton, {}, to);
+    return true;
+}
+
 void Screen::press(Qt::Key key)
 {
     QTest::keyClick(m_window, key);

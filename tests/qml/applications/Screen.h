@@ -30,6 +30,8 @@ public:
     bool click(const QString &name);
     /** Presses at one end of what has that name, moves to a part of its width (0.0 to 1.0) and lets go. */
     bool drag(const QString &name, double to);
+    /** Carries what has one name to the place of what has another. */
+    bool carry(const QString &name, const QString &onto);
     void press(Qt::Key key);
     /** Types letters where the focus is. */
     void type(const QString &text);

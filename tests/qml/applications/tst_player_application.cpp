@@ -31,6 +31,8 @@ private Q_SLOTS:
 
 private:
     QVariantMap operands(const QStringList &files) const;
+    /** As another start of the program hands it over. */
+    void receive(const Screen &player, const QString &file) const;
 
     const Home &m_home;
     PulseServer m_soundServer;
@@ -49,6 +51,11 @@ QVariantMap tst_PlayerApplication::operands(const QStringList &files) const
         urls += QUrl::fromLocalFile(m_home.path(file));
     }
     return {{"operands", urls}};
+}
+
+void tst_PlayerApplication::receive(const Screen &player, const QString &file) const
+{
+    QMetaObject::invokeMethod(player.window(), "received", Q_ARG(QVariant, operands({file}).value("operands")));
 }
 
 void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
@@ -89,25 +96,33 @@ void tst_PlayerApplication::queue_isRearranged_whileItPlays()
 {
     Watcher device;
     const QString album = "Music/Northern Lights/";
-    Screen player("voro.player", operands({album + "1.ogg", album + "2.ogg", album + "3.ogg"}));
+    Screen player("voro.player", operands({album + "1.ogg", album + "2.ogg", album + "3.ogg", "Music/broken.ogg"}));
     QTRY_COMPARE_WITH_TIMEOUT(device.title(), "First Frost", PatienceMs);
+    player.press(Qt::Key_N);
+    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "The Long Way Home under a Green Sky", PatienceMs);
     player.press(Qt::Key_Right);
     QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 10'000, PatienceMs);
     QVERIFY(player.click("Queue"));
     QTRY_VERIFY(player.shows("Take “2” out"));
-    // The third one goes before the second.
-    player.press(Qt::Key_Down);
+    // The third one goes before the second, then the first one behind both.
     player.press(Qt::Key_Down);
     QTest::keyClick(player.window(), Qt::Key_Up, Qt::ControlModifier);
     QTRY_VERIFY(player.place("3").top() < player.place("2").top());
-    QVERIFY(player.click("Take “2” out"));
-    QTRY_VERIFY(!player.shows("2"));
+    QVERIFY(player.carry("Move “1”", "Move “2”"));
+    QTRY_VERIFY(player.place("2").top() < player.place("1").top());
+    // The last one is taken out, and the keys go on at the one before it.
+    player.press(Qt::Key_Down);
+    player.press(Qt::Key_Delete);
+    QTRY_VERIFY(!player.shows("broken"));
+    QTest::keyClick(player.window(), Qt::Key_Up, Qt::ControlModifier);
+    QTRY_VERIFY(player.place("1").top() < player.place("2").top());
     player.press(Qt::Key_Escape);
-    QCOMPARE(device.title(), "First Frost");
+    QCOMPARE(device.title(), "The Long Way Home under a Green Sky");
     QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 10'000, PatienceMs);
     QTRY_COMPARE(device.mediaState(), MediaState::Started);
-    player.press(Qt::Key_N);
-    QTRY_COMPARE_WITH_TIMEOUT(device.title(), "Harbour", PatienceMs);
+    // As before, there is a length to seek in.
+    QVERIFY(player.drag("Position", 0.5));
+    QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 40'000, PatienceMs);
     QTRY_VERIFY(!device.isNextEnabled());
 }
 
@@ -122,9 +137,11 @@ void tst_PlayerApplication::longMedium_goesOnWhereItStopped()
         QTRY_VERIFY_WITH_TIMEOUT(player.shows("11:40") && player.shows("Pause"), PatienceMs);
         QVERIFY(player.drag("Position", 0.5));
         QTRY_VERIFY_WITH_TIMEOUT(player.shows("5:5*"), PatienceMs);
-        player.press(Qt::Key_Space);
-        QTRY_VERIFY(player.shows("Play"));
+        // Whatever plays next begins at its beginning, also the next time.
+        receive(player, "Music/Northern Lights/3.ogg");
+        QTRY_VERIFY_WITH_TIMEOUT(player.shows("Harbour") && player.shows("Pause"), PatienceMs);
     }
+    QVERIFY(!QSettings().value("resume/places").toString().contains("3.ogg"));
     {
         Screen player("voro.player", operands({"book.wav"}));
         QVERIFY(player.click("Go on at 5:5*"));
@@ -195,6 +212,11 @@ void tst_PlayerApplication::address_isAskedFor()
     player.type(QUrl::fromLocalFile(m_home.album("3.ogg")).toString());
     player.press(Qt::Key_Return);
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("Harbour") && !player.shows("Open an address"), PatienceMs);
+    // What cannot be played is called by its own name, not by that of what played before.
+    receive(player, "Music/broken.ogg");
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("“broken”: *"), PatienceMs);
+    receive(player, "Music");
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Northern Lights"), PatienceMs);
 }
 
 void tst_PlayerApplication::secondStart_handsItsFilesToTheFirst()
