@@ -220,10 +220,7 @@ ExitStatus run(const Arguments &arguments)
     if (!arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("'%1' is too much").arg(QString::fromLocal8Bit(arguments.operands().first()))};
     }
-    NowPlayingConnection connection;
-    if (const auto name = arguments.value("--name")) {
-        connection.setConnectionName(QString::fromLocal8Bit(*name));
-    }
+    NowPlayingConnection connection(QString::fromLocal8Bit(arguments.value("--name").value_or("voro publish")));
     connection.setPriorityLevel(arguments.enumerator<PriorityLevel>("--priority").value_or(PriorityLevel::Low));
     connection.setMediaState(arguments.enumerator<MediaState>("--state").value_or(MediaState::Stopped));
     connection.setDuration(arguments.milliseconds("--duration").value_or(0));
@@ -266,7 +263,7 @@ const Command PublishCommand{
                 "  quit               ends, as ^C does; the end of the input does not",
             .options =
                 {
-                    {"--name", "N", "the connection's name"},
+                    {"--name", "N", "the connection's name (voro publish)"},
                     {"--priority", "LEVEL", "low or high: whether others may take the role"},
                     {"--state", "NAME", "Started, Paused or Stopped"},
                     {"--title", "T", "the title; likewise --artist, --album and --track"},

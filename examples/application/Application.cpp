@@ -5,6 +5,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
 #include <QtCore/QLocale>
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QTranslator>
 #include <QtCore/QUrl>
 #include <QtGui/QGuiApplication>
@@ -130,6 +131,10 @@ int run(int &argc, char **argv, const Description &description)
     QGuiApplication::setOrganizationName(QStringLiteral("voro"));
     QGuiApplication::setApplicationDisplayName(description.name);
     QGuiApplication::setDesktopFileName(description.id);
+    // What commands return is told in the window; each file would leave a line of the library behind.
+    if (qgetenv("VOROMULTIMEDIA_LOG_DEBUG") != "1") {
+        QLoggingCategory::setFilterRules(QStringLiteral("default.critical=false"));
+    }
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     QGuiApplication::setWindowIcon(QIcon::fromTheme(description.id));
     translate(QLocale().uiLanguages());

@@ -8,7 +8,7 @@ Line {
     property bool isOn: false
     property bool isRadio: false
 
-    implicitHeight: Math.max(Theme.touch, Theme.fontSize * 2.4)
+    least: Math.max(Theme.touch, Theme.fontSize * 2.4)
     isCurrent: isRadio && isOn
     Accessible.role: isRadio ? Accessible.RadioButton : Accessible.CheckBox
     Accessible.checkable: true

@@ -6,7 +6,7 @@ Button {
     id: image
 
     required property string symbol
-    property int size: 24
+    property int size: Theme.iconSize
     property alias color: image.icon.color
 
     implicitWidth: size

@@ -14,6 +14,8 @@ AbstractButton {
     property bool isOn: false
     /** Points into the direction of reading. */
     property bool isDirected: false
+    /** With high contrast a colour alone does not tell. */
+    readonly property bool isInverted: isOn && Theme.highContrast
 
     implicitWidth: size
     implicitHeight: size
@@ -32,7 +34,7 @@ AbstractButton {
 
     background: Rectangle {
         radius: width / 2
-        color: button.isMain ? Theme.accent : button.down || button.hovered ? Theme.raised : "transparent"
+        color: button.isMain ? Theme.accent : button.isInverted ? Theme.text : button.down || button.hovered ? Theme.raised : "transparent"
         opacity: button.isMain && button.down ? 0.8 : 1
         border.width: button.visualFocus ? 2 : Theme.borderWidth
         border.color: button.isMain || !button.visualFocus ? Theme.text : Theme.accent
@@ -41,9 +43,9 @@ AbstractButton {
         Icon {
             anchors.centerIn: parent
             symbol: button.symbol
-            size: Math.round(button.size / 2)
+            size: Math.round(button.size / Theme.touch * Theme.iconSize)
             rotation: button.isDirected && button.mirrored ? 180 : 0
-            color: button.isMain ? Theme.accentText : button.isOn ? Theme.accent : Theme.text
+            color: button.isMain ? Theme.accentText : button.isInverted ? Theme.background : button.isOn ? Theme.accent : Theme.text
         }
     }
 }

@@ -24,12 +24,14 @@ Sheet {
         ScrollBar.vertical: ScrollBar { }
         Keys.onUpPressed: flick(0, 800)
         Keys.onDownPressed: flick(0, -800)
-        delegate: RowLayout {
+        delegate: GridLayout {
             id: line
             required property var modelData
             width: ListView.view.width
-            height: Math.max(36, what.implicitHeight + 8)
-            spacing: 12
+            height: Math.max(36, implicitHeight + (Theme.isLarge ? 16 : 8))
+            columns: Theme.isLarge ? 1 : 2
+            rowSpacing: 0
+            columnSpacing: 12
             Accessible.role: Accessible.StaticText
             Accessible.name: modelData.key + ": " + modelData.text
             Label {
@@ -42,8 +44,8 @@ Sheet {
                 Accessible.ignored: true
             }
             Label {
-                id: what
                 Layout.fillWidth: true
+                Layout.leftMargin: Theme.isLarge ? Theme.margin : 0
                 Layout.rightMargin: Theme.margin
                 text: line.modelData.text
                 wrapMode: Text.Wrap

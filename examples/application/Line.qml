@@ -13,10 +13,12 @@ ItemDelegate {
     property url cover
     /** It is the one that plays. */
     property bool isCurrent: false
+    /** The height of a line that is not broken. */
+    property real least: Math.max(60, Theme.fontSize * 3.6)
     default property alias actions: actions.data
 
     width: ListView.view ? ListView.view.width : implicitWidth
-    implicitHeight: Math.max(60, Theme.fontSize * 3.6)
+    implicitHeight: Math.max(least, texts.implicitHeight + 12)
     Accessible.name: subtitle === "" ? title : title + ", " + subtitle
 
     background: Rectangle {
@@ -50,6 +52,7 @@ ItemDelegate {
             color: line.isCurrent ? Theme.accent : Theme.faint
         }
         ColumnLayout {
+            id: texts
             spacing: 2
             Label {
                 Layout.fillWidth: true
@@ -57,7 +60,8 @@ ItemDelegate {
                 // By the language of the application, not by that of the text.
                 horizontalAlignment: Text.AlignLeft
                 elide: Text.ElideRight
-                maximumLineCount: 1
+                wrapMode: Theme.isLarge ? Text.Wrap : Text.NoWrap
+                maximumLineCount: Theme.isLarge ? 2 : 1
                 Accessible.ignored: true
                 textFormat: Text.PlainText
                 color: line.isCurrent ? Theme.accent : Theme.text
@@ -69,7 +73,8 @@ ItemDelegate {
                 text: line.subtitle
                 horizontalAlignment: Text.AlignLeft
                 elide: Text.ElideRight
-                maximumLineCount: 1
+                wrapMode: Theme.isLarge ? Text.Wrap : Text.NoWrap
+                maximumLineCount: Theme.isLarge ? 3 : 1
                 Accessible.ignored: true
                 textFormat: Text.PlainText
                 color: Theme.faint

@@ -48,7 +48,7 @@ Popup {
                 text: sheet.title
                 horizontalAlignment: Text.AlignLeft
                 font.bold: true
-                elide: Text.ElideRight
+                wrapMode: Text.Wrap
                 color: Theme.text
             }
             IconButton {

@@ -38,6 +38,8 @@ Button {
             textFormat: Text.PlainText
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 12
             color: button.isDangerous || button.isMain ? Theme.accentText : Theme.text
         }
     }

@@ -30,6 +30,9 @@ QtObject {
     readonly property int fontSize: Math.round(15 * scale * systemScale)
     readonly property int smallSize: Math.round(fontSize * 0.85)
     readonly property int titleSize: Math.round(fontSize * 1.33)
+    /** Texts take so much room that lines have to be broken which else are cut. */
+    readonly property bool isLarge: fontSize >= 22
+    readonly property int iconSize: Math.round(24 * Math.min(1.4, fontSize / 15))
     readonly property int touch: 48
     readonly property int margin: 16
     readonly property int radius: 12

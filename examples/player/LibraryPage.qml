@@ -19,6 +19,20 @@ FocusScope {
     readonly property url parentFolder: Files.folderOf(folder)
     readonly property bool hasParent: String(parentFolder) !== String(folder)
     readonly property bool isSearching: search.visible
+    /** The folder's name has no room beside the buttons. */
+    readonly property bool hasBroadName: width < Theme.titleSize * 16
+
+    component FolderName: Label {
+        Layout.fillWidth: true
+        text: Files.titleOf(page.folder)
+        horizontalAlignment: Text.AlignLeft
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        maximumLineCount: 2
+        elide: Text.ElideRight
+        font { pixelSize: Theme.titleSize; bold: true }
+        Accessible.role: Accessible.Heading
+    }
 
     /** Ends a search, or goes to the folder above; false where there is none. */
     function goUp(): bool {
@@ -77,17 +91,13 @@ FocusScope {
                 enabled: page.hasParent
                 onClicked: page.goUp()
             }
-            Label {
-                Layout.fillWidth: true
+            FolderName {
                 Layout.leftMargin: 4
-                text: Files.titleOf(page.folder)
-                horizontalAlignment: Text.AlignLeft
-                textFormat: Text.PlainText
-                wrapMode: Text.Wrap
-                maximumLineCount: 2
-                elide: Text.ElideRight
-                font { pixelSize: Theme.titleSize; bold: true }
-                Accessible.role: Accessible.Heading
+                visible: !page.hasBroadName
+            }
+            Item {
+                Layout.fillWidth: true
+                visible: page.hasBroadName
             }
             IconButton {
                 symbol: "play"
@@ -115,6 +125,12 @@ FocusScope {
                 window: page.ApplicationWindow.window as AppWindow
                 entries: page.menu
             }
+        }
+        FolderName {
+            Layout.leftMargin: Theme.margin
+            Layout.rightMargin: Theme.margin
+            Layout.bottomMargin: 8
+            visible: page.hasBroadName
         }
         TextField {
             id: search

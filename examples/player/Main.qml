@@ -35,6 +35,7 @@ AppWindow {
         { key: "M", text: qsTr("Sound off or on") },
         { key: "N P", text: qsTr("Next or previous track") },
         { key: "[ ]", text: qsTr("Slower or faster") },
+        { key: "Q", text: qsTr("Queue") },
         { key: "R", text: qsTr("Repeat") },
         { key: "S", text: qsTr("Mix the order") },
         { key: "C", text: qsTr("Captions on or off") },
@@ -213,6 +214,7 @@ AppWindow {
         case Qt.Key_M: player.isMuted = !player.isMuted; return true;
         case Qt.Key_BracketLeft: player.chooseSpeed(Math.max(0.5, player.wantedSpeed - 0.25)); return true;
         case Qt.Key_BracketRight: player.chooseSpeed(Math.min(2, player.wantedSpeed + 0.25)); return true;
+        case Qt.Key_Q: page.showQueue(); return true;
         case Qt.Key_R: player.goOnRepeating(); return true;
         case Qt.Key_S: player.setShuffles(!player.shuffles); return true;
         case Qt.Key_C: player.closedCaptionEnabled = !player.closedCaptionEnabled; return true;

@@ -202,6 +202,7 @@ MediaPlayer {
     }
 
     function toggle() {
+        problem = "";
         if (isPlaying)
             check(pause());
         else

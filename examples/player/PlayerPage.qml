@@ -24,6 +24,9 @@ FocusScope {
 
     onIsCinemaChanged: if (!screen) filling.setSource("FullScreen.qml", { player: page.player })
 
+    function showQueue() {
+        transport.showQueue();
+    }
     /** Somebody is there. */
     function wake() {
         screen?.wake();
@@ -148,6 +151,7 @@ FocusScope {
         }
 
         Transport {
+            id: transport
             Layout.leftMargin: 14
             Layout.rightMargin: 14
             player: page.player

@@ -64,7 +64,7 @@ Sheet {
             required property int index
             readonly property bool isKnown: index < sheet.player.queue.length
 
-            implicitHeight: Theme.touch
+            least: Theme.touch
             title: isKnown ? sheet.player.titleOf(sheet.player.queue[index]) : qsTr("Track %1").arg(index + 1)
             isCurrent: index === sheet.player.index
             highlighted: ListView.isCurrentItem

@@ -9,6 +9,13 @@ ColumnLayout {
     id: transport
 
     required property Playback player
+    /** Where it is; what cannot be played is nowhere, whatever the last one reported. */
+    readonly property real here: player.isPlaying || player.length > 0 ? player.position : 0
+
+    function showQueue() {
+        if (player.count > 1)
+            queue.open();
+    }
 
     spacing: 0
 
@@ -19,7 +26,7 @@ ColumnLayout {
         enabled: transport.player.canSeek
         Accessible.name: qsTr("Position")
         stepSize: 10000
-        present: transport.player.position
+        present: transport.player.length > 0 ? transport.here : 0
         onChosen: (milliseconds) => transport.player.check(transport.player.seekTime(milliseconds))
     }
     RowLayout {
@@ -27,13 +34,14 @@ ColumnLayout {
         Layout.rightMargin: 10
         Layout.topMargin: -8
         Label {
-            text: Format.time(seeker.value)
+            text: Format.time(seeker.pressed ? seeker.value : transport.here)
             color: Theme.faint
         }
-        Item {
-            Layout.fillWidth: true
-        }
         Label {
+            // It begins where the rest of the line does, so that it need not be moved when the text becomes larger.
+            Layout.fillWidth: true
+            Layout.alignment: Qt.AlignTop
+            horizontalAlignment: Text.AlignRight
             text: transport.player.length > 0 ? Format.time(transport.player.length) : "–:––"
             color: Theme.faint
         }
@@ -80,7 +88,7 @@ ColumnLayout {
             symbol: "queue"
             text: qsTr("Queue")
             enabled: transport.player.count > 1
-            onClicked: queue.open()
+            onClicked: transport.showQueue()
         }
     }
 

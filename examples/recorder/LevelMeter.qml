@@ -9,7 +9,7 @@ Item {
 
     /** The present level, from 0.0 to 1.0. */
     property real level: 0
-    readonly property int count: Math.max(8, Math.floor(width / 8))
+    readonly property int count: Math.max(8, Math.floor((width - 16) / 8))
     property var levels: []
     /** The loudest level of the last bars that are shown. */
     readonly property real peak: Math.max(0, ...levels)
@@ -36,6 +36,8 @@ Item {
         anchors.fill: parent
         radius: Theme.radius
         color: Theme.background
+        border.width: Theme.borderWidth
+        border.color: Theme.text
     }
     Label {
         anchors { top: parent.top; horizontalCenter: parent.horizontalCenter; topMargin: 6 }

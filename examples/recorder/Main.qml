@@ -48,7 +48,10 @@ AppWindow {
                 Layout.fillWidth: true
                 Layout.fillHeight: window.isWide
                 Layout.preferredWidth: window.isWide ? window.width * 0.55 : window.width
-                onStarted: list.stop()
+                onStarted: {
+                    notice.text = "";
+                    list.stop();
+                }
                 onFailed: (problem) => notice.text = problem
             }
         }

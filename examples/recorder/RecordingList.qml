@@ -55,6 +55,13 @@ FocusScope {
         showDirs: false
         sortField: FolderListModel.Time
         nameFilters: ["*.ogg", "*.opus", "*.mp3", "*.flac", "*.wav", "*.m4a", "*.amr"]
+        /** The line of the recording that was deleted, where the keys go on; -1 when none was. */
+        property int line: -1
+        onCountChanged: {
+            if (line >= 0 && count > 0)
+                list.currentIndex = Math.min(line, count - 1);
+            line = -1;
+        }
     }
 
     ColumnLayout {
@@ -68,6 +75,8 @@ FocusScope {
                 Layout.fillWidth: true
                 text: qsTr("Recordings")
                 elide: Text.ElideRight
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Theme.fontSize
                 font { pixelSize: Theme.titleSize; bold: true }
                 Accessible.role: Accessible.Heading
             }
@@ -143,6 +152,7 @@ FocusScope {
         title: qsTr("Delete the recording?")
         onConfirmed: (file) => {
             page.release(file);
+            model.line = list.currentIndex;
             const problem = Files.remove(file);
             if (problem !== "")
                 page.failed(problem);

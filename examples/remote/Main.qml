@@ -80,7 +80,7 @@ AppWindow {
                     property date now: new Date()
                     Layout.alignment: Qt.AlignHCenter
                     text: now.toLocaleTimeString(Qt.locale(), "HH:mm")
-                    font { pixelSize: Math.round(Theme.fontSize * 3.7); weight: Font.Light }
+                    font { pixelSize: Math.round(Math.min(Theme.fontSize, 20) * 3.7); weight: Font.Light }
                 }
                 Item {
                     Layout.fillWidth: true

@@ -14,7 +14,7 @@ ColumnLayout {
         id: bar
         Layout.fillWidth: true
         to: Math.max(1, progress.duration)
-        value: Math.min(progress.position, to)
+        value: progress.duration > 0 ? Math.min(progress.position, to) : 0
         Accessible.name: qsTr("Position")
         background: Rectangle {
             implicitHeight: 4

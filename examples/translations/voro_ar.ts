@@ -516,6 +516,10 @@
         <translation>أبطأ أو أسرع</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>قائمة الانتظار</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>تكرار</translation>
     </message>

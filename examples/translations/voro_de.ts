@@ -516,6 +516,10 @@
         <translation>Langsamer oder schneller</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>Warteschlange</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>Wiederholen</translation>
     </message>

@@ -516,6 +516,10 @@
         <translation>Más lento o más rápido</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>Cola</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>Repetir</translation>
     </message>

@@ -516,6 +516,10 @@
         <translation>Plus lent ou plus rapide</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>File d’attente</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>Répéter</translation>
     </message>

@@ -516,6 +516,10 @@
         <translation>Più lento o più veloce</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>Coda</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>Ripeti</translation>
     </message>

@@ -516,6 +516,10 @@
         <translation>遅くまたは速く</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>再生待ち</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>繰り返し</translation>
     </message>

@@ -516,6 +516,10 @@
         <translation>Wolniej lub szybciej</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>Kolejka</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>Powtarzaj</translation>
     </message>

@@ -516,6 +516,10 @@
         <translation>Mais lento ou mais rápido</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>Fila</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>Repetir</translation>
     </message>

@@ -516,6 +516,10 @@
         <translation>减速或加速</translation>
     </message>
     <message>
+        <source>Queue</source>
+        <translation>播放队列</translation>
+    </message>
+    <message>
         <source>Repeat</source>
         <translation>重复</translation>
     </message>
