@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 
 /** A sheet with one choice of several. */
@@ -20,16 +19,14 @@ Sheet {
         list.forceActiveFocus(Qt.PopupFocusReason);
     }
 
-    ListView {
+    LineList {
         id: list
         Layout.fillWidth: true
         Layout.fillHeight: true
         implicitHeight: contentHeight
-        clip: true
         model: sheet.choices
-        boundsBehavior: Flickable.StopAtBounds
-        keyNavigationEnabled: true
-        ScrollBar.vertical: ScrollBar { }
+        // A sheet is opened before it has its height.
+        onHeightChanged: positionViewAtIndex(currentIndex, ListView.Contain)
         delegate: CheckLine {
             required property var modelData
             required property int index

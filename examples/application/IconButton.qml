@@ -34,7 +34,13 @@ AbstractButton {
 
     background: Rectangle {
         radius: width / 2
-        color: button.isMain ? Theme.accent : button.isInverted ? Theme.text : button.down || button.hovered ? Theme.raised : "transparent"
+        color: {
+            if (button.isMain)
+                return Theme.accent;
+            if (button.isInverted)
+                return Theme.text;
+            return button.down || button.hovered ? Theme.raised : "transparent";
+        }
         opacity: button.isMain && button.down ? 0.8 : 1
         border.width: button.visualFocus ? 2 : Theme.borderWidth
         border.color: button.isMain || !button.visualFocus ? Theme.text : Theme.accent
@@ -45,7 +51,13 @@ AbstractButton {
             symbol: button.symbol
             size: Math.round(button.size / Theme.touch * Theme.iconSize)
             rotation: button.isDirected && button.mirrored ? 180 : 0
-            color: button.isMain ? Theme.accentText : button.isInverted ? Theme.background : button.isOn ? Theme.accent : Theme.text
+            color: {
+                if (button.isMain)
+                    return Theme.accentText;
+                if (button.isInverted)
+                    return Theme.background;
+                return button.isOn ? Theme.accent : Theme.text;
+            }
         }
     }
 }

@@ -49,6 +49,7 @@ Popup {
                 horizontalAlignment: Text.AlignLeft
                 font.bold: true
                 wrapMode: Text.Wrap
+                verticalAlignment: Text.AlignVCenter
                 color: Theme.text
             }
             IconButton {

@@ -156,15 +156,13 @@ FocusScope {
             onAccepted: list.forceActiveFocus(Qt.TabFocusReason)
         }
 
-        ListView {
+        LineList {
             id: list
             Layout.fillWidth: true
             Layout.fillHeight: true
             focus: true
-            clip: true
             model: library
             reuseItems: true
-            ScrollBar.vertical: ScrollBar { }
             Accessible.role: Accessible.List
             Accessible.name: qsTr("Library")
             delegate: LibraryLine {

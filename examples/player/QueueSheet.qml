@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import voro.application
 
@@ -47,16 +46,14 @@ Sheet {
             close();
     }
 
-    ListView {
+    LineList {
         id: list
         Layout.fillWidth: true
         Layout.fillHeight: true
         implicitHeight: contentHeight
-        clip: true
         model: 0
-        boundsBehavior: Flickable.StopAtBounds
-        keyNavigationEnabled: true
-        ScrollBar.vertical: ScrollBar { }
+        // A sheet is opened before it has its height.
+        onHeightChanged: positionViewAtIndex(currentIndex, ListView.Contain)
         Accessible.role: Accessible.List
         Accessible.name: sheet.title
         delegate: Line {

@@ -89,16 +89,14 @@ FocusScope {
                 window: page.window
             }
         }
-        ListView {
+        LineList {
             id: list
             Layout.fillWidth: true
             Layout.fillHeight: true
             focus: true
-            clip: true
             enabled: !page.isRecording
             opacity: enabled ? 1 : 0.5
             model: model
-            ScrollBar.vertical: ScrollBar { }
             Accessible.role: Accessible.List
             Accessible.name: qsTr("Recordings")
             delegate: RecordingLine {

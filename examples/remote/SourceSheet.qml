@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import voro.application
 import voro.remote
@@ -14,16 +13,12 @@ Sheet {
     title: qsTr("Sources")
     onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
 
-    ListView {
+    LineList {
         id: list
         Layout.fillWidth: true
         Layout.fillHeight: true
         implicitHeight: contentHeight
-        clip: true
         model: sheet.sources
-        boundsBehavior: Flickable.StopAtBounds
-        keyNavigationEnabled: true
-        ScrollBar.vertical: ScrollBar { }
         delegate: Line {
             id: line
             required property int index
