@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <string>
 #include <utility>
 
 namespace voro::pps {
@@ -33,5 +34,11 @@ public:
 private:
     int m_fd = -1;
 };
+
+/** The name by which this process opens one of its descriptors again. */
+inline std::string nameOf(const Fd &descriptor)
+{
+    return "/proc/self/fd/" + std::to_string(descriptor.get());
+}
 
 } // namespace voro::pps

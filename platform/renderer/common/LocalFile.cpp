@@ -10,18 +10,21 @@ namespace voro::renderer {
 
 LocalFile::Shared LocalFile::open(const std::string &path)
 {
+    return openAt(pps::Fd(::open(path.c_str(), O_PATH | O_CLOEXEC)));
+}
+
+LocalFile::Shared LocalFile::openAt(const pps::Fd &place)
+{
     struct stat status {};
-    // To open a device may change it.
-    if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
-        return std::make_shared<LocalFile>(EMEDIUMTYPE);
-    }
-    pps::Fd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (!file.isValid() || fstat(file.get(), &status) != 0) {
+    if (!place.isValid() || fstat(place.get(), &status) != 0) {
         return std::make_shared<LocalFile>(errno);
     }
-    // A link may lead elsewhere by now.
-    return S_ISREG(status.st_mode) ? std::make_shared<LocalFile>(std::move(file))
-                                   : std::make_shared<LocalFile>(EMEDIUMTYPE);
+    // To open a device may change it.
+    if (!S_ISREG(status.st_mode)) {
+        return std::make_shared<LocalFile>(EMEDIUMTYPE);
+    }
+    pps::Fd file(::open(nameOf(place).c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    return file.isValid() ? std::make_shared<LocalFile>(std::move(file)) : std::make_shared<LocalFile>(errno);
 }
 
 std::string LocalFile::identity() const

@@ -24,6 +24,8 @@ public:
 
     /** Opens a regular file; the error of anything else is `EMEDIUMTYPE`. Opens no device, waits for no writer. */
     static Shared open(const std::string &path);
+    /** The same for what is open already, but only as a place (`O_PATH`); an invalid one failed, with errno. */
+    static Shared openAt(const pps::Fd &place);
 
     bool isOpen() const { return m_file.isValid(); }
     /** The errno number of opening. */

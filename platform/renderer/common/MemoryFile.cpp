@@ -46,9 +46,4 @@ pps::Fd makeMemoryFile(std::string_view content)
     return isWritten ? std::move(file) : pps::Fd();
 }
 
-std::string nameOf(const pps::Fd &file)
-{
-    return "/proc/self/fd/" + std::to_string(file.get());
-}
-
 } // namespace voro::renderer

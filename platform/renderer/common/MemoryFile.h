@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <string>
 #include <string_view>
 
 /* Files in memory: by this process itself, or by whom it asks for them. */
@@ -21,8 +20,5 @@ pps::Fd makeMemoryFile(size_t size);
 
 /** A file in memory with that content; invalid when there is no room. */
 pps::Fd makeMemoryFile(std::string_view content);
-
-/** The name by which this process opens one of its descriptors again. */
-std::string nameOf(const pps::Fd &file);
 
 } // namespace voro::renderer

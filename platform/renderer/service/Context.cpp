@@ -72,6 +72,7 @@ Context::Context(pps::Broker &broker, EngineSource &engines, std::string path, p
     : m_broker(broker),
       m_engines(engines),
       m_owner(owner),
+      m_view(FileView::of(owner)),
       m_folder(broker, std::move(path), owner),
       m_isServed(broker.serve(m_folder.path() + "/control", this)),
       m_parkingDelay(parkingDelay),
@@ -255,7 +256,7 @@ void Context::attachFile(const std::string &url)
     const std::string path = RecordingFile::pathOf(url);
     const auto key = std::make_shared<std::string>();
     waitForDisk(
-        path, [path, key] { return RecordingFile::inspect(path, *key); },
+        path, [view = m_view, path, key] { return RecordingFile::inspect(*view, path, *key); },
         [this, url, path, key](const Result &inspected) {
             int id = -1;
             const Result result = inspected ? m_journal.attachFile(url, path, *key, id) : inspected;
@@ -614,7 +615,7 @@ Result Context::checkRecording() const
 void Context::startPlaying()
 {
     if (isRecording()) {
-        const auto recording = OpenRecording::make(m_journal.file()->path(), m_owner);
+        const auto recording = OpenRecording::make(m_view, m_journal.file()->path(), m_owner);
         waitForDisk(
             m_journal.file()->path(), [recording] { return recording->open(); },
             [this, recording](const Result &result) { startRecording(recording, result); });

@@ -2,6 +2,7 @@
 
 #include "DiskJob.h"
 #include "Engine.h"
+#include "FileView.h"
 #include "Folder.h"
 #include "Journal.h"
 #include "Timer.h"
@@ -124,6 +125,7 @@ private:
     pps::Broker &m_broker;
     EngineSource &m_engines;
     pid_t m_owner;
+    const FileView::Shared m_view;
     Folder m_folder;
     Journal m_journal;
     bool m_isServed;

@@ -2,12 +2,14 @@
 
 #include "ListNames.h"
 
+#include <fcntl.h>
 #include <pps/FdPassing.h>
 #include <renderer/common/FileRequest.h>
 #include <renderer/common/Medium.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/common/TrackPosition.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -57,7 +59,7 @@ bool isList(const std::string &path, const LocalFile &file)
 /** Which files a worker gets. */
 class MediaFiles::Permission {
 public:
-    explicit Permission(bool hasNetwork) : m_hasNetwork(hasNetwork) {}
+    Permission(FileView::Shared view, bool hasNetwork) : m_view(std::move(view)), m_hasNetwork(hasNetwork) {}
 
     void setMedium(const std::string &path)
     {
@@ -95,7 +97,7 @@ public:
         if (!isGiven(path)) {
             return std::make_shared<LocalFile>(EACCES);
         }
-        LocalFile::Shared file = LocalFile::open(path);
+        LocalFile::Shared file = LocalFile::openAt(m_view->open(path, O_PATH | O_CLOEXEC));
         if (file->isOpen() && mayBeList(path)) {
             addList(path, *file);
         }
@@ -138,6 +140,7 @@ private:
         }
     }
 
+    const FileView::Shared m_view;
     /** What could leave this machine is no file that a list names behind the user's back. */
     const bool m_hasNetwork;
     std::mutex m_mutex;
@@ -151,7 +154,8 @@ MediaFiles::MediaFiles(pps::Broker &broker, pps::Fd socket, std::function<void()
     : m_broker(broker),
       m_socket(std::move(socket)),
       m_onNetwork(std::move(onNetwork)),
-      m_permission(std::make_shared<Permission>(!m_onNetwork))
+      m_view(FileView::of(getpid())),
+      m_permission(std::make_shared<Permission>(m_view, !m_onNetwork))
 {
     m_broker.watch(m_socket.get(), [this] { receive(); });
 }
@@ -163,11 +167,17 @@ MediaFiles::~MediaFiles()
     }
 }
 
+void MediaFiles::setOwner(pid_t owner)
+{
+    m_owner = owner;
+    m_view = FileView::of(owner);
+}
+
 void MediaFiles::open(const pps::Message &request, int64_t id)
 {
     const Medium medium(request.text("url"));
     const bool isFile = medium.isLocal() && request.text("type") != "track";
-    m_permission = std::make_shared<Permission>(!m_onNetwork);
+    m_permission = std::make_shared<Permission>(m_view, !m_onNetwork);
     m_permission->setMedium(isFile ? medium.path() : std::string());
     set(request);
     if (isFile) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DiskJob.h"
+#include "FileView.h"
 #include "MemoryFiles.h"
 
 #include <pps/broker/Broker.h>
@@ -32,8 +33,8 @@ public:
     MediaFiles(const MediaFiles &) = delete;
     MediaFiles &operator=(const MediaFiles &) = delete;
 
-    /** The process on whose account disks are waited for. */
-    void setOwner(pid_t owner) { m_owner = owner; }
+    /** The process that sees the files, and on whose account disks are waited for. */
+    void setOwner(pid_t owner);
     /** Hands over what a request to open a medium names, the medium at once, and what it names no longer, no more. */
     void open(const pps::Message &request, int64_t id);
     /** The same for a change of all but the medium. */
@@ -59,6 +60,7 @@ private:
     pps::Fd m_socket;
     const std::function<void()> m_onNetwork;
     pid_t m_owner = 0;
+    FileView::Shared m_view;
     MemoryFiles m_memory;
     /** Asked by the threads that open files. */
     std::shared_ptr<Permission> m_permission;

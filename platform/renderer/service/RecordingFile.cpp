@@ -28,8 +28,11 @@ std::set<std::string> &taken()
     return keys;
 }
 
-std::string keyOf(const std::string &path)
+std::string keyOf(const FileView &view, const std::string &path)
 {
+    if (!view.name().empty()) {
+        return view.name() + path;
+    }
     std::error_code error;
     const fs::path canonical = fs::weakly_canonical(path, error);
     return error ? path : canonical.string();
@@ -70,24 +73,23 @@ std::optional<mode_t> umaskOf(pid_t process)
     return std::nullopt;
 }
 
-Result checkFolder(const std::string &path)
+bool isAccessible(const pps::Fd &place, int mode)
+{
+    return faccessat(AT_FDCWD, nameOf(place).c_str(), mode, AT_EACCESS) == 0;
+}
+
+Result checkFolder(const FileView &view, const std::string &path)
 {
     const std::string folder = fs::path(path).parent_path();
-    struct stat status {};
-    if (stat(folder.c_str(), &status) != 0) {
-        return failure(folder, errno);
-    }
-    if (!S_ISDIR(status.st_mode)) {
-        return failure(folder, ENOTDIR);
-    }
-    return faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0 ? Result() : failure(folder, errno);
+    const pps::Fd place = view.open(folder, O_PATH | O_DIRECTORY | O_CLOEXEC);
+    return place.isValid() && isAccessible(place, W_OK | X_OK) ? Result() : failure(folder, errno);
 }
 
 } // namespace
 
-std::shared_ptr<OpenRecording> OpenRecording::make(const std::string &path, pid_t process)
+std::shared_ptr<OpenRecording> OpenRecording::make(const FileView::Shared &view, const std::string &path, pid_t process)
 {
-    return {new OpenRecording(path, process), [](OpenRecording *recording) {
+    return {new OpenRecording(view, path, process), [](OpenRecording *recording) {
                 std::thread([recording] {
                     recording->letGo();
                     delete recording;
@@ -98,9 +100,9 @@ std::shared_ptr<OpenRecording> OpenRecording::make(const std::string &path, pid_
 Result OpenRecording::open()
 {
     constexpr int Flags = O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-    m_file.reset(::open(m_path.c_str(), Flags));
+    m_file = m_view->open(m_path, Flags);
     if (!m_file.isValid() && errno == ENOENT) {
-        m_file.reset(::open(m_path.c_str(), Flags | O_CREAT | O_EXCL, 0666));
+        m_file = m_view->open(m_path, Flags | O_CREAT | O_EXCL, 0666);
         m_isNew = m_file.isValid();
         if (const auto mask = umaskOf(m_process); m_isNew && mask) {
             fchmod(m_file.get(), 0666 & ~*mask);
@@ -124,11 +126,13 @@ void OpenRecording::letGo()
 {
     struct stat ours {};
     struct stat there {};
-    const bool isOurs = m_isNew && fstat(m_file.get(), &ours) == 0 && ours.st_size == 0
-                        && lstat(m_path.c_str(), &there) == 0 && there.st_dev == ours.st_dev
-                        && there.st_ino == ours.st_ino;
+    const fs::path path(m_path);
+    const pps::Fd folder = m_isNew ? m_view->open(path.parent_path(), O_PATH | O_DIRECTORY | O_CLOEXEC) : pps::Fd();
+    const bool isOurs = folder.isValid() && fstat(m_file.get(), &ours) == 0 && ours.st_size == 0
+                        && fstatat(folder.get(), path.filename().c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0
+                        && there.st_dev == ours.st_dev && there.st_ino == ours.st_ino;
     if (isOurs) {
-        unlink(m_path.c_str());
+        unlinkat(folder.get(), path.filename().c_str(), 0);
     }
     m_file.reset();
     m_isNew = false;
@@ -164,7 +168,7 @@ std::string RecordingFile::pathOf(std::string_view url)
     return medium.isLocal() ? medium.path() : std::string();
 }
 
-Result RecordingFile::inspect(const std::string &path, std::string &key)
+Result RecordingFile::inspect(const FileView &view, const std::string &path, std::string &key)
 {
     if (!path.starts_with('/')) {
         return {ErrorCode::OutputUnavailable, "a recording needs the whole path of a file"};
@@ -173,18 +177,18 @@ Result RecordingFile::inspect(const std::string &path, std::string &key)
         return {ErrorCode::UnsupportedMediaType, path + " has no extension of a format that can be recorded"};
     }
     struct stat status {};
-    const bool isThere = stat(path.c_str(), &status) == 0;
-    if (!isThere && errno != ENOENT) {
+    const pps::Fd place = view.open(path, O_PATH | O_CLOEXEC);
+    if (!place.isValid() && errno != ENOENT) {
         return failure(path, errno);
     }
-    if (isThere && !S_ISREG(status.st_mode)) {
+    if (place.isValid() && (fstat(place.get(), &status) != 0 || !S_ISREG(status.st_mode))) {
         return {ErrorCode::OutputUnavailable, path + " is no file"};
     }
-    key = keyOf(path);
-    if (!isThere) {
-        return checkFolder(path);
+    key = keyOf(view, path);
+    if (!place.isValid()) {
+        return checkFolder(view, path);
     }
-    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 ? Result() : failure(path, errno);
+    return isAccessible(place, W_OK) ? Result() : failure(path, errno);
 }
 
 } // namespace voro::renderer

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileView.h"
+
 #include <pps/Fd.h>
 #include <renderer/common/Error.h>
 #include <renderer/common/RecordingFormat.h>
@@ -18,7 +20,7 @@ namespace voro::renderer {
 class OpenRecording {
 public:
     /** A new file gets the permissions that the process would give it, which the recording is for. */
-    static std::shared_ptr<OpenRecording> make(const std::string &path, pid_t process);
+    static std::shared_ptr<OpenRecording> make(const FileView::Shared &view, const std::string &path, pid_t process);
 
     /** Opens the file without changing it; an existing one keeps its content until the recording begins. */
     Result open();
@@ -29,8 +31,13 @@ public:
     void letGo();
 
 private:
-    OpenRecording(std::string path, pid_t process) : m_path(std::move(path)), m_process(process) {}
+    OpenRecording(FileView::Shared view, std::string path, pid_t process)
+        : m_view(std::move(view)),
+          m_path(std::move(path)),
+          m_process(process)
+    {}
 
+    FileView::Shared m_view;
     std::string m_path;
     pid_t m_process;
     pps::Fd m_file;
@@ -57,7 +64,7 @@ public:
      * Whether the path could be recorded into, and its key: the same for every way to write the path. This may wait
      * for the disk.
      */
-    static Result inspect(const std::string &path, std::string &key);
+    static Result inspect(const FileView &view, const std::string &path, std::string &key);
 
     /** Takes it from others, also again after release(); false when somebody else has it. */
     bool take();

@@ -1,19 +1,27 @@
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QSocketNotifier>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <fcntl.h>
 #include <pps/broker/Broker.h>
 #include <pps/FdPassing.h>
 #include <renderer/common/FileRequest.h>
+#include <renderer/service/FileView.h>
 #include <renderer/service/ListNames.h>
 #include <renderer/service/MediaFiles.h>
 #include <renderer/service/MemoryFiles.h>
+#include <renderer/service/RecordingFile.h>
 #include <renderer/service/SocketPair.h>
+#include <sched.h>
 #include <sys/mman.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <optional>
 #include <vector>
 
@@ -38,6 +46,7 @@ private Q_SLOTS:
     void names_areFoundHoweverTheyAreWritten_data();
     void names_areFoundHoweverTheyAreWritten();
     void worker_getsWhatItsContextWasGiven();
+    void application_meansTheFilesThatItSees();
     void memory_isCountedWhileItIsInUse();
 };
 
@@ -150,6 +159,62 @@ void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
     QCOMPARE(ask(path("b.ogg")), refused);
     files.open(request("http://host/list.m3u", {}), 9);
     QCOMPARE(ask(path("a.ogg")), refused);
+}
+
+/** Goes where one folder stands in another one's place, tells that it is there, and waits to be killed. */
+[[noreturn]] static void hideBehind(const QByteArray &inner, const QByteArray &outer, int told)
+{
+    const bool isThere = unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0
+                         && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
+                         && mount(inner.constData(), outer.constData(), nullptr, MS_BIND, nullptr) == 0;
+    (void)!write(told, isThere ? "y" : "n", 1);
+    for (;;) {
+        pause();
+    }
+}
+
+void tst_MediaFiles::application_meansTheFilesThatItSees()
+{
+    const QTemporaryDir folder;
+    QDir(folder.path()).mkdir("inner");
+    QDir(folder.path()).mkdir("outer");
+    const auto in = [&](const char *name) { return folder.filePath(QLatin1String(name)); };
+    for (const char *place : {"inner", "outer"}) {
+        QFile file(in(place) + "/file");
+        QVERIFY(file.open(QFile::WriteOnly) && file.write(place) > 0);
+        QVERIFY(QFile::link(in("outer/file"), in(place) + "/link"));
+    }
+    const auto [reading, writing] = socketPair();
+    const pid_t application = fork();
+    if (application == 0) {
+        hideBehind(in("inner").toLocal8Bit(), in("outer").toLocal8Bit(), writing.get());
+    }
+    const auto end = qScopeGuard([application] {
+        kill(application, SIGKILL);
+        waitpid(application, nullptr, 0);
+    });
+    char isThere = 0;
+    QVERIFY(QTest::qWaitFor([&, socket = reading.get()] { return read(socket, &isThere, 1) == 1; }, 20'000));
+    if (isThere == 'n') {
+        QSKIP("this system gives users no namespaces");
+    }
+    const auto view = FileView::of(application);
+    const auto content = [&](const char *name, const FileView &seen) {
+        return LocalFile::openAt(seen.open(in(name).toStdString(), O_PATH | O_CLOEXEC))->at(0, 10);
+    };
+    QCOMPARE(content("outer/file", *view), "inner");
+    QCOMPARE(content("outer/link", *view), "inner");
+    QCOMPARE(content("outer/link", *FileView::of(getpid())), "outer");
+
+    // It records there, too, and what was made for nothing goes again.
+    const std::string path = in("outer/new.wav").toStdString();
+    std::string key;
+    QVERIFY(RecordingFile::inspect(*view, path, key));
+    std::shared_ptr<OpenRecording> recording = OpenRecording::make(view, path, application);
+    QVERIFY(recording->open());
+    QVERIFY(QFile::exists(in("inner/new.wav")) && !QFile::exists(in("outer/new.wav")));
+    recording->letGo();
+    QVERIFY(!QFile::exists(in("inner/new.wav")));
 }
 
 void tst_MediaFiles::memory_isCountedWhileItIsInUse()
