@@ -26,6 +26,11 @@ if(VORO_WERROR)
 endif()
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_DISABLE_DEPRECATED_BEFORE=0x060000)
 
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # Files of more than 2 GiB.
+  add_compile_definitions(_FILE_OFFSET_BITS=64)
+endif()
+
 if(VORO_SANITIZE)
   add_compile_options(-fsanitize=${VORO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VORO_SANITIZE})
