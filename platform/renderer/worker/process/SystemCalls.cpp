@@ -32,36 +32,41 @@ constexpr bool AreRefusalsLogged = false;
 
 /**
  * The calls that are allowed whatever their arguments. They were found by tracing workers with every format, output and
- * kind of recording; names that an architecture does not have are skipped.
+ * kind of recording; names that an architecture does not have are skipped. On ARM with 32 bits many have other names.
  */
 constexpr const char *Allowed[] = {
     // Memory.
-    "brk", "madvise", "mincore", "mlock", "mprotect", "mremap", "munmap", "membarrier",
+    "brk", "madvise", "mincore", "mlock", "mprotect", "mremap", "munmap", "membarrier", "cacheflush",
     // Files that are open, or that may be opened; which ones these are is up to Landlock.
     "access", "close", "close_range", "dup", "dup2", "dup3", "faccessat", "faccessat2", "fadvise64", "fallocate",
     "fdatasync", "fstat", "fstatfs", "fsync", "ftruncate", "getcwd", "getdents64", "lseek", "lstat", "newfstatat",
     "pread64", "preadv", "pwrite64", "pwritev", "read", "readlink", "readlinkat", "readv", "stat", "statfs", "statx",
-    "sync_file_range", "umask", "write", "writev",
+    "sync_file_range", "umask", "write", "writev", "_llseek", "arm_fadvise64_64", "arm_sync_file_range", "fstat64",
+    "fstatat64", "fstatfs64", "ftruncate64", "lstat64", "stat64", "statfs64",
     // Waiting and signals.
     "epoll_create1", "epoll_ctl", "epoll_pwait", "epoll_pwait2", "epoll_wait", "eventfd2", "futex", "pipe", "pipe2",
     "poll", "ppoll", "pselect6", "restart_syscall", "rt_sigaction", "rt_sigprocmask", "rt_sigreturn", "rt_sigtimedwait",
-    "select", "sigaltstack",
+    "select", "sigaltstack", "_newselect", "futex_time64", "ppoll_time64", "pselect6_time64", "rt_sigtimedwait_time64",
+    "sigreturn",
     // Times.
     "clock_getres", "clock_gettime", "clock_nanosleep", "gettimeofday", "nanosleep", "time", "times",
+    "clock_getres_time64", "clock_gettime64", "clock_nanosleep_time64",
     // The process and its threads.
     "arch_prctl", "exit", "exit_group", "get_robust_list", "getegid", "geteuid", "getgid", "getgroups", "getpid",
     "getppid", "getpriority", "getresgid", "getresuid", "getrlimit", "getrusage", "gettid", "getuid", "rseq",
     "sched_get_priority_max", "sched_getattr", "sched_setattr", "sched_get_priority_min", "sched_getaffinity",
     "sched_getparam", "sched_getscheduler", "sched_yield", "set_robust_list", "set_tid_address", "sysinfo", "uname",
-    "getrandom", "getcpu", "tgkill",
+    "getrandom", "getcpu", "tgkill", "getegid32", "geteuid32", "getgid32", "getgroups32", "getresgid32", "getresuid32",
+    "getuid32", "set_tls", "ugetrlimit",
     // Sockets that exist.
     "connect", "getpeername", "getsockname", "getsockopt", "recvfrom", "recvmmsg", "recvmsg", "sendmmsg", "sendmsg",
-    "sendto", "setsockopt", "shutdown", "socketpair"};
+    "sendto", "setsockopt", "shutdown", "socketpair", "recv", "recvmmsg_time64", "send"};
 
 /** How clients of an X server share memory with it. */
 constexpr const char *SharedMemory[] = {"shmat", "shmctl", "shmdt", "shmget"};
 /** What elements about which nothing is known may need. */
-constexpr const char *ForDevices[] = {"flock", "ioctl", "memfd_create", "mkdir", "mmap", "mmap2", "rename", "unlink"};
+constexpr const char *ForDevices[] = {"flock", "ioctl",  "memfd_create", "mkdir",     "mkdirat", "mmap",
+                                      "mmap2", "rename", "renameat",     "renameat2", "unlink",  "unlinkat"};
 
 constexpr unsigned long FileControls[] = {F_DUPFD, F_DUPFD_CLOEXEC, F_GETFD,  F_SETFD,     F_GETFL,    F_SETFL,
                                           F_GETLK, F_SETLK,         F_SETLKW, F_ADD_SEALS, F_GET_SEALS};
@@ -161,6 +166,7 @@ SystemCalls::SystemCalls(Devices devices, Files files, Reach reach)
     Rules rules(filter.get());
     rules.allow(Allowed);
     rules.allowWith("fcntl", 1, FileControls);
+    rules.allowWith("fcntl64", 1, FileControls);
     rules.allowWith("ioctl", 1, DeviceControls);
     rules.allowWith("prctl", 0, ProcessControls);
     // Threads, no processes. The arguments of clone3 cannot be looked at; without it the C library takes clone.
