@@ -16,8 +16,9 @@ ApplicationWindow {
     /** Another start of the program, or the desktop, wants these URLs opened. */
     signal received(urls: var)
 
-    width: settings.width
-    height: settings.height
+    // Read at once: pages that are arranged for another width first keep places for what they no longer show.
+    width: settings.value("width", 360)
+    height: settings.value("height", 640)
     minimumWidth: 320
     minimumHeight: 480
     visible: true
@@ -50,8 +51,8 @@ ApplicationWindow {
     onHeightChanged: keepSize()
     function keepSize() {
         if (visible && visibility === Window.Windowed) {
-            settings.width = width;
-            settings.height = height;
+            settings.setValue("width", width);
+            settings.setValue("height", height);
         }
     }
 
@@ -79,8 +80,6 @@ ApplicationWindow {
     Settings {
         id: settings
         category: "window"
-        property int width: 360
-        property int height: 640
         property string colours: ""
         property bool highContrast: false
         property real scale: 1

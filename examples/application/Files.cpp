@@ -153,12 +153,14 @@ QVariantList Files::captionsOf(const QUrl &medium) const
         if (own != name && !own.startsWith(name + QLatin1Char('.'))) {
             continue;
         }
-        // What stands between the film's name and the extension, as in "film.de.srt".
+        // What stands between the film's name and the extension, as in "film.de.srt" and "film.de.forced.srt".
         const QString rest = own.mid(name.size() + 1);
         const QString code = rest.section(QLatin1Char('.'), 0, 0);
+        const QString kind = rest.section(QLatin1Char('.'), 1);
         const QString language = mediafiles::nameOfLanguage(code);
+        const QString text = kind.isEmpty() ? language : QStringLiteral("%1 (%2)").arg(language, kind);
         const QVariantMap caption{{QStringLiteral("url"), QUrl::fromLocalFile(film.dir().filePath(file))},
-                                  {QStringLiteral("text"), language.isEmpty() ? file : language}};
+                                  {QStringLiteral("text"), language.isEmpty() ? file : text}};
         if (!language.isEmpty() && QLocale(code).language() == QLocale().language()) {
             captions.prepend(caption);
         } else {

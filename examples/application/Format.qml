@@ -17,15 +17,17 @@ QtObject {
         return number.toLocaleString(Qt.locale(), "g", 3);
     }
 
-    /** Bytes as 3.4 MB. */
+    /** Bytes as 3.4 MB, which is not broken between lines. */
     function size(bytes: real): string {
+        const fraction = unit => (bytes / unit).toLocaleString(Qt.locale(), "f", 1);
+        let text = qsTr("%1 GB").arg(fraction(1e9));
         if (bytes < 1000)
-            return qsTr("%1 B").arg(bytes);
-        if (bytes < 1e6)
-            return qsTr("%1 kB").arg(Math.round(bytes / 1000));
-        const isHuge = bytes >= 1e9;
-        const number = (bytes / (isHuge ? 1e9 : 1e6)).toLocaleString(Qt.locale(), "f", 1);
-        return isHuge ? qsTr("%1 GB").arg(number) : qsTr("%1 MB").arg(number);
+            text = qsTr("%1 B").arg(bytes);
+        else if (bytes < 1e6)
+            text = qsTr("%1 kB").arg(Math.round(bytes / 1000));
+        else if (bytes < 1e9)
+            text = qsTr("%1 MB").arg(fraction(1e6));
+        return text.replace(" ", "\u00a0");
     }
 
     /** Seconds as 45 minutes, 12 hours or 3 days. */

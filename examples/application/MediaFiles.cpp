@@ -80,7 +80,15 @@ QString nameOfLanguage(const QString &code)
     if (code.isEmpty() || locale.language() == QLocale::C) {
         return {};
     }
-    const QString name = locale.nativeLanguageName();
+    QString name = locale.nativeLanguageName();
+    if (!code.contains(QLatin1Char('-')) && !code.contains(QLatin1Char('_'))) {
+        // The language alone: the name that says nothing of a country is the shortest one.
+        for (const QLocale &other :
+             QLocale::matchingLocales(locale.language(), locale.script(), QLocale::AnyTerritory)) {
+            const QString otherName = other.nativeLanguageName();
+            name = otherName.isEmpty() || otherName.size() >= name.size() ? name : otherName;
+        }
+    }
     return name.isEmpty() ? QLocale::languageToString(locale.language()) : name.left(1).toUpper() + name.mid(1);
 }
 

@@ -21,10 +21,12 @@ Sheet {
         field.forceActiveFocus(Qt.PopupFocusReason);
     }
 
-    RowLayout {
+    GridLayout {
         Layout.margins: Theme.margin
         Layout.topMargin: 0
-        spacing: 12
+        columns: Theme.isLarge ? 1 : 2
+        columnSpacing: 12
+        rowSpacing: 12
         TextField {
             id: field
             Layout.fillWidth: true
@@ -44,6 +46,7 @@ Sheet {
             onAccepted: dialog.finish()
         }
         TextButton {
+            Layout.fillWidth: Theme.isLarge
             text: dialog.action
             isMain: true
             enabled: field.text.trim() !== ""

@@ -12,7 +12,8 @@ Pane {
 
     visible: text !== ""
     padding: 4
-    leftPadding: Theme.margin
+    leftPadding: mirrored ? 4 : Theme.margin
+    rightPadding: mirrored ? Theme.margin : 4
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 
@@ -27,6 +28,8 @@ Pane {
         Label {
             Layout.fillWidth: true
             text: notice.text
+            // By the language of the application, not by that of a file's name.
+            horizontalAlignment: Text.AlignLeft
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.warning

@@ -9,8 +9,10 @@ Button {
     /** On the accent's colour, or the warning's. */
     property bool isMain: false
     property bool isDangerous: false
+    /** How many lines the text may have; one that has to fit into a single one becomes smaller. */
+    property int lines: 1
 
-    implicitHeight: Theme.touch
+    implicitHeight: Math.max(Theme.touch, implicitContentHeight + 16)
     leftPadding: 14
     rightPadding: 14
     opacity: enabled ? 1 : 0.4
@@ -37,8 +39,11 @@ Button {
             text: button.text
             textFormat: Text.PlainText
             horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
             elide: Text.ElideRight
-            fontSizeMode: Text.HorizontalFit
+            wrapMode: button.lines > 1 ? Text.Wrap : Text.NoWrap
+            maximumLineCount: button.lines
+            fontSizeMode: button.lines > 1 ? Text.FixedSize : Text.HorizontalFit
             minimumPixelSize: 12
             color: button.isDangerous || button.isMain ? Theme.accentText : Theme.text
         }

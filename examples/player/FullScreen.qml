@@ -55,8 +55,17 @@ Rectangle {
             anchors { fill: parent; margins: 12 }
             player: page.player
         }
+    }
+    Rectangle {
+        anchors { right: parent.right; top: parent.top; margins: 12 }
+        implicitWidth: leave.implicitWidth
+        implicitHeight: leave.implicitHeight
+        radius: height / 2
+        color: bar.color
+        opacity: bar.opacity
+        visible: bar.visible
         IconButton {
-            anchors { right: parent.right; bottom: parent.bottom; margins: 12 }
+            id: leave
             symbol: "full-screen"
             text: qsTr("Leave full screen")
             onClicked: page.closed()

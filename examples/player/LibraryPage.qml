@@ -14,6 +14,8 @@ FocusScope {
     required property Resume resume
     required property Opening opening
     property var menu: []
+    /** What is played is seen beside the library. */
+    property bool isBeside: false
     property url folder: Files.music
 
     readonly property url parentFolder: Files.folderOf(folder)
@@ -193,6 +195,7 @@ FocusScope {
                 resume: page.resume
                 opening: page.opening
                 title: qsTr("Nothing to play in this folder")
+                offers: !page.isBeside || page.player.isLoaded
             }
             EmptyState {
                 anchors.centerIn: parent

@@ -123,6 +123,11 @@ AppWindow {
             property: "folder"
             value: window.folder
         }
+        Binding {
+            target: library.page
+            property: "isBeside"
+            value: window.isWide
+        }
         Connections {
             target: library.page
             function onFolderChanged() {

@@ -135,7 +135,7 @@ FocusScope {
                 text: page.player.title
                 textFormat: Text.PlainText
                 elide: Text.ElideRight
-                maximumLineCount: 2
+                maximumLineCount: Theme.isLarge ? 3 : 2
                 wrapMode: Text.Wrap
                 font { pixelSize: Theme.titleSize; bold: true }
                 Accessible.role: Accessible.Heading

@@ -11,10 +11,13 @@ ColumnLayout {
     required property Resume resume
     required property Opening opening
     property alias title: heading.text
+    /** With something to begin with; else the title alone, where the same is offered beside it. */
+    property bool offers: true
 
     spacing: 12
 
     Icon {
+        visible: !Theme.isLarge
         Layout.alignment: Qt.AlignHCenter
         symbol: "note"
         size: 56
@@ -30,24 +33,27 @@ ColumnLayout {
     }
     TextButton {
         Layout.fillWidth: true
-        visible: String(start.resume.last) !== ""
+        visible: start.offers && String(start.resume.last) !== ""
         text: qsTr("Go on with “%1”").arg(Files.nameOf(start.resume.last))
+        lines: 2
         isMain: true
         onClicked: start.resume.openLast()
     }
     TextButton {
         Layout.fillWidth: true
+        visible: start.offers
         text: qsTr("Open files…")
         onClicked: start.opening.askForFiles()
     }
     TextButton {
         Layout.fillWidth: true
+        visible: start.offers
         text: qsTr("Open an address…")
         onClicked: start.opening.askForAddress()
     }
     TextButton {
         Layout.fillWidth: true
-        visible: String(Files.sample) !== ""
+        visible: start.offers && String(Files.sample) !== ""
         text: qsTr("Play the sample")
         onClicked: start.player.open([Files.sample], 0)
     }

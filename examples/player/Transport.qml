@@ -18,6 +18,9 @@ ColumnLayout {
     }
 
     spacing: 0
+    // Time runs from left to right in every language, and so do the buttons that go along it.
+    LayoutMirroring.enabled: false
+    LayoutMirroring.childrenInherit: true
 
     Seeker {
         id: seeker

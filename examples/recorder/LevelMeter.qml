@@ -17,7 +17,7 @@ Item {
     /** For as long as the bars reach back nothing was heard, or next to nothing. */
     readonly property bool isSilent: levels.length >= Math.min(count, 20) && peak < 0.01
 
-    implicitHeight: 88
+    implicitHeight: Theme.isLarge ? 56 : 88
     Accessible.role: Accessible.ProgressBar
     Accessible.name: qsTr("Level")
     Accessible.description: qsTr("%1 percent").arg(Math.round(level * 100))

@@ -136,6 +136,8 @@ AppWindow {
                     text: window.artist !== "" && window.album !== "" ? window.artist + " · " + window.album : window.artist + window.album
                     visible: text !== ""
                     textFormat: Text.PlainText
+                    wrapMode: Theme.isLarge ? Text.Wrap : Text.NoWrap
+                    maximumLineCount: Theme.isLarge ? 2 : 1
                     elide: Text.ElideRight
                     color: Theme.faint
                 }
@@ -151,6 +153,9 @@ AppWindow {
                     Layout.topMargin: 8
                     visible: !window.isSilent
                     spacing: 8
+                    // As the bar of the position, which runs from left to right in every language.
+                    LayoutMirroring.enabled: false
+                    LayoutMirroring.childrenInherit: true
                     IconButton {
                         symbol: "shuffle"
                         text: controller.shuffleMode === ShuffleMode.All ? qsTr("Plays in a random order") : qsTr("Plays in order")

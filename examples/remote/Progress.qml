@@ -10,6 +10,10 @@ ColumnLayout {
     property real position: 0
     property real duration: 0
 
+    // Time runs from left to right in every language.
+    LayoutMirroring.enabled: false
+    LayoutMirroring.childrenInherit: true
+
     ProgressBar {
         id: bar
         Layout.fillWidth: true

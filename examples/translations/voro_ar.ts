@@ -312,7 +312,7 @@
     </message>
     <message>
         <source>There is already “%1”.</source>
-        <translation>«%1» موجود بالفعل.</translation>
+        <translation>‏«%1» موجود بالفعل.</translation>
     </message>
     <message>
         <source>It cannot be renamed: %1.</source>
@@ -755,7 +755,7 @@
     <name>Playback</name>
     <message>
         <source>“%1”: %2</source>
-        <translation>«%1»: %2</translation>
+        <translation>‏«%1»: %2</translation>
     </message>
     <message>
         <source>“%1” cannot be played.</source>
@@ -835,31 +835,31 @@
     <name>RecordPanel</name>
     <message>
         <source>Ogg Opus: small</source>
-        <translation>Ogg Opus: صغير</translation>
+        <translation>‏Ogg Opus: صغير</translation>
     </message>
     <message>
         <source>Ogg Vorbis: small</source>
-        <translation>Ogg Vorbis: صغير</translation>
+        <translation>‏Ogg Vorbis: صغير</translation>
     </message>
     <message>
         <source>MP3: plays anywhere</source>
-        <translation>MP3: يعمل في كل مكان</translation>
+        <translation>‏MP3: يعمل في كل مكان</translation>
     </message>
     <message>
         <source>AAC: small, plays on phones</source>
-        <translation>AAC: صغير، للهواتف</translation>
+        <translation>‏AAC: صغير، للهواتف</translation>
     </message>
     <message>
         <source>AMR: speech only, tiny</source>
-        <translation>AMR: كلام فقط، ضئيل</translation>
+        <translation>‏AMR: كلام فقط، ضئيل</translation>
     </message>
     <message>
         <source>FLAC: without loss</source>
-        <translation>FLAC: دون فقد</translation>
+        <translation>‏FLAC: دون فقد</translation>
     </message>
     <message>
         <source>WAV: as it is</source>
-        <translation>WAV: كما هو</translation>
+        <translation>‏WAV: كما هو</translation>
     </message>
     <message>
         <source>As the microphone has them</source>

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void library_isSortedAndSearched_byTags();
     void sleepTimer_pausesAtTheEndOfTheTrack();
     void windowAndVolume_areRemembered();
+    void wideWindow_givesEveryButtonItsPlace();
     void address_isAskedFor();
     void secondStart_handsItsFilesToTheFirst();
 
@@ -67,6 +68,7 @@ void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
     m_home.write("one.srt", captions);
     m_home.write("two.fr.srt", captions);
     m_home.write("two.de.srt", captions);
+    m_home.write("two.en.forced.srt", captions);
     Screen player("voro.player", operands({"one.mkv", "two.mkv"}));
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("Film"), PatienceMs);
     QVERIFY(player.click("Captions"));
@@ -76,6 +78,7 @@ void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
     QTRY_VERIFY_WITH_TIMEOUT(player.window()->title() == "two", PatienceMs);
     QVERIFY(player.click("Captions"));
     QTRY_VERIFY(player.isChecked("Deutsch"));
+    QVERIFY(player.shows("English (forced)"));
     QVERIFY(player.click("Français"));
     QTRY_VERIFY(player.isChecked("Français") && !player.isChecked("Deutsch"));
     QVERIFY(!player.shows("“two”*"));
@@ -198,6 +201,16 @@ void tst_PlayerApplication::windowAndVolume_areRemembered()
     QCOMPARE(player.window()->size(), QSize(500, 700));
     QTRY_VERIFY(player.shows("Northern Lights") && player.shows("Harbour, *"));
     QCOMPARE(QSettings().value("volume").toDouble(), 0.95);
+}
+
+void tst_PlayerApplication::wideWindow_givesEveryButtonItsPlace()
+{
+    media::makeTone(m_home.path("wide.mkv"), {.seconds = 20, .hasPicture = true});
+    QSettings().setValue("window/width", 1000);
+    Screen player("voro.player", operands({"wide.mkv"}));
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Film"), PatienceMs);
+    QTRY_VERIFY(player.place("Full screen").right() < player.place("Captions").left());
+    QVERIFY(player.place("Equalizer").right() > 1000 - 8);
 }
 
 void tst_PlayerApplication::address_isAskedFor()
