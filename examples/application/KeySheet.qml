@@ -36,7 +36,8 @@ Sheet {
             Accessible.name: modelData.key + ": " + modelData.text
             Label {
                 Layout.leftMargin: Theme.margin
-                Layout.preferredWidth: 108
+                Layout.fillWidth: Theme.isLarge
+                Layout.preferredWidth: Theme.isLarge ? -1 : 108
                 text: line.modelData.key
                 horizontalAlignment: Text.AlignLeft
                 font.bold: true

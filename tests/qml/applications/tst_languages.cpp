@@ -65,20 +65,29 @@ void tst_Languages::texts_haveTheirRoom_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("uri");
+    QTest::addColumn<double>("scale");
     const QDir translations(":/voro/translations");
     QCOMPARE(translations.count(), 9U);
     for (const QString &file : QStringList{"voro_en.qm"} + translations.entryList()) {
         const QString language = file.chopped(3).mid(5);
         for (const char *uri : {"voro.player", "voro.recorder", "voro.remote"}) {
-            QTest::addRow("%s %s", qPrintable(language), uri) << language << uri;
+            QTest::addRow("%s %s", qPrintable(language), uri) << language << uri << 1.0;
         }
     }
+    QTest::newRow("large texts, player") << "de"
+                                         << "voro.player" << 2.0;
+    QTest::newRow("large texts, recorder") << "de"
+                                           << "voro.recorder" << 2.0;
+    QTest::newRow("large texts, remote") << "de"
+                                         << "voro.remote" << 2.0;
 }
 
 void tst_Languages::texts_haveTheirRoom()
 {
     QFETCH(QString, language);
     QFETCH(QString, uri);
+    QFETCH(double, scale);
+    QSettings().setValue("window/scale", scale);
     application::translate({QString(language).replace('_', '-')});
     QCOMPARE(QGuiApplication::layoutDirection(), language == "ar" ? Qt::RightToLeft : Qt::LeftToRight);
     Screen screen(qPrintable(uri));
@@ -89,7 +98,7 @@ void tst_Languages::texts_haveTheirRoom()
     };
     QCOMPARE(window->size(), QSize(360, 640));
     QTRY_COMPARE(cut().join('\n'), QString());
-    QVERIFY(screen.keepPicture(QStringLiteral("%1/%2.png").arg(language, uri)));
+    QVERIFY(screen.keepPicture(QStringLiteral("%1/%2-%3.png").arg(language, uri).arg(scale)));
 
     int sheets = 0;
     for (QObject *object : window->findChildren<QObject *>()) {
