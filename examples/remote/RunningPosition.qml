@@ -41,5 +41,10 @@ Timer {
         function onTrackChanged() {
             running.take();
         }
+        // Whoever comes next may begin at the position that was reported last.
+        function onMediaStateChanged() {
+            if (running.controller.mediaState === MediaState.Stopped)
+                running.take();
+        }
     }
 }

@@ -14,6 +14,8 @@
 namespace {
 
 const QString Prefix = QStringLiteral("org.mpris.MediaPlayer2.");
+/** Of the one name by which the device shows the role's holder to other programs. */
+const QString HolderPrefix = Prefix + QStringLiteral("voro.");
 const QString Path = QStringLiteral("/org/mpris/MediaPlayer2");
 const QString Root = QStringLiteral("org.mpris.MediaPlayer2");
 const QString PlayerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
@@ -125,6 +127,11 @@ void Sources::update(const QString &owner, const QVariantMap &properties)
 
 void Sources::setActive(qsizetype row)
 {
+    const auto holder = std::find_if(m_players.cbegin(), m_players.cend(),
+                                     [](const Player &it) { return it.service.startsWith(HolderPrefix); });
+    if (holder != m_players.cend()) {
+        row = holder - m_players.cbegin();
+    }
     m_active = row < count() ? row : 0;
     Q_EMIT activeChanged();
 }

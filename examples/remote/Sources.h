@@ -14,7 +14,7 @@ class Sources : public QAbstractListModel,
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(int count READ count NOTIFY countChanged)
-    /** The name and the icon of the player that plays, else of the one that played last. */
+    /** The name and the icon of the now-playing role's holder, else of the player that plays, or that played last. */
     Q_PROPERTY(QString activeName READ activeName NOTIFY activeChanged)
     Q_PROPERTY(QString activeIcon READ activeIcon NOTIFY activeChanged)
 public:
@@ -55,6 +55,7 @@ private:
     void add(const QString &service);
     void remove(const QString &service);
     void update(const QString &owner, const QVariantMap &properties);
+    /** Chooses that row unless there is a holder of the role, which comes before all others. */
     void setActive(qsizetype row);
     void whenAnswered(const QDBusPendingCall &call, const std::function<void(const QVariant &)> &use);
 

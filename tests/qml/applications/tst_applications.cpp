@@ -389,6 +389,16 @@ void tst_Applications::remote_showsTheHolder_andCommandsIt()
         QVERIFY(remote.keepPicture("remote-3.png"));
     }
     QTRY_VERIFY(remote.shows("Nothing is playing"));
+
+    // What one holder has reached without a report is not where the next one is.
+    for (const MediaState::Type state : {MediaState::Started, MediaState::Paused}) {
+        NowPlayingConnection holder("tst_applications");
+        holder.setMetaData({{QLatin1String(MetaData::Title), "Harbour"}});
+        holder.setMediaState(state);
+        QCOMPARE(holder.acquire(), MediaError::None);
+        const QString position = state == MediaState::Started ? "0:02" : "0:00";
+        QVERIFY(QTest::qWaitFor([&] { return remote.shows("Harbour") && remote.shows(position); }, PatienceMs));
+    }
 }
 
 void tst_Applications::remote_changesTheVolume()
