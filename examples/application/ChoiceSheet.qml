@@ -25,8 +25,6 @@ Sheet {
         Layout.fillHeight: true
         implicitHeight: contentHeight
         model: sheet.choices
-        // A sheet is opened before it has its height.
-        onHeightChanged: positionViewAtIndex(currentIndex, ListView.Contain)
         delegate: CheckLine {
             required property var modelData
             required property int index

@@ -13,6 +13,8 @@ ItemDelegate {
     property url cover
     /** It is the one that plays. */
     property bool isCurrent: false
+    /** Where a title is cut that has no room in its line. */
+    property int elide: Text.ElideRight
     /** The height of a line that is not broken. */
     property real least: Math.max(60, Theme.fontSize * 3.6)
     default property alias actions: actions.data
@@ -59,7 +61,7 @@ ItemDelegate {
                 text: line.title
                 // By the language of the application, not by that of the text.
                 horizontalAlignment: Text.AlignLeft
-                elide: Text.ElideRight
+                elide: Theme.isLarge ? Text.ElideRight : line.elide
                 wrapMode: Theme.isLarge ? Text.Wrap : Text.NoWrap
                 maximumLineCount: Theme.isLarge ? 2 : 1
                 Accessible.ignored: true

@@ -10,6 +10,8 @@ ListView {
     keyNavigationEnabled: true
     highlightMoveDuration: 0
     ScrollBar.vertical: ScrollBar { }
+    // A sheet is opened before it has its height, and a bar that comes takes the place of lines.
+    onHeightChanged: positionViewAtIndex(currentIndex, ListView.Contain)
 
     Keys.onPressed: (event) => {
         const screen = Math.max(1, Math.floor(height / (currentItem?.height || height)) - 1);

@@ -52,8 +52,6 @@ Sheet {
         Layout.fillHeight: true
         implicitHeight: contentHeight
         model: 0
-        // A sheet is opened before it has its height.
-        onHeightChanged: positionViewAtIndex(currentIndex, ListView.Contain)
         Accessible.role: Accessible.List
         Accessible.name: sheet.title
         delegate: Line {

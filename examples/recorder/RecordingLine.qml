@@ -21,6 +21,8 @@ Line {
     visible: !isUnfinished
     height: visible ? implicitHeight : 0
     title: Files.nameOf(fileUrl)
+    // The end says when it was, and whether it was cut short.
+    elide: Text.ElideMiddle
     subtitle: position !== "" || isUnfinished
               ? position : fileModified.toLocaleString(Qt.locale(), Locale.ShortFormat) + " · " + Format.size(Files.sizeOf(fileUrl))
     symbol: isPlaying ? "pause" : "play"
