@@ -56,6 +56,13 @@ Daemon::Daemon(Start start)
     }
 }
 
+Daemon::Daemon(const QStringList &environment) : Daemon(Later)
+{
+    if (!start(environment)) {
+        qFatal("vorod does not start");
+    }
+}
+
 Daemon::~Daemon()
 {
     if (!stop()) {

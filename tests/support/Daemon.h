@@ -13,6 +13,8 @@ public:
 
     /** Makes the folder and starts the daemon in it; returns when clients can connect. */
     explicit Daemon(Start start = Now);
+    /** The same with additional variables "NAME=VALUE" in its environment. */
+    explicit Daemon(const QStringList &environment);
     /** Ends the daemon. A daemon that crashed or complained (a sanitizer, a leak) ends the test program. */
     ~Daemon();
 
