@@ -3,6 +3,7 @@
 #include "LogCatcher.h"
 #include "private/Logger.h"
 #include "private/MmrContextNotifier.h"
+#include "Rows.h"
 #include "ScriptedRenderer.h"
 #include "SignalLog.h"
 
@@ -78,16 +79,15 @@ using ActionOn = std::function<voro::multimedia::MediaError::Type(MediaFixture<M
 template<typename Media>
 using PreparationOf = std::function<void(MediaFixture<Media> &)>;
 
-/** A row of a table: what has to come of an action on an object that was prepared for it. */
+/**
+ * A table of what has to come of actions on objects that were prepared for them: calls and signals in their order, then
+ * the warnings and critical lines, then every property that changed as "name=value", then the result as
+ * "-> InvalidState" unless it is `None`; with "; " between.
+ */
 template<typename Media>
-struct CaseOf {
-    PreparationOf<Media> given;
-    ActionOn<Media> act;
-    /**
-     * Calls and signals in their order, then the warnings and critical lines, then every property that changed as
-     * "name=value", then the result as "-> InvalidState" unless it is `None`; with "; " between.
-     */
-    QString outcome;
+class CasesOf : public Rows<PreparationOf<Media>, ActionOn<Media>, QString> {
+public:
+    CasesOf() : Rows<PreparationOf<Media>, ActionOn<Media>, QString>("given", "act", "outcome") {}
 };
 
 /**
@@ -149,30 +149,32 @@ void destroyEverywhere(const PreparationOf<Media> &given, const MakeAction &make
 template<typename Media>
 void tryRow()
 {
-    QFETCH(CaseOf<Media>, data);
+    QFETCH(PreparationOf<Media>, given);
+    QFETCH(ActionOn<Media>, act);
+    QFETCH(QString, outcome);
     bool isSmooth = false;
     {
         MediaFixture<Media> f;
-        data.given(f);
+        given(f);
         f.forget();
         const QStringList earlier = f.state();
-        const auto result = data.act(f);
+        const auto result = act(f);
         const QStringList lines = f.log.takeLines();
-        QStringList outcome = f.trace + lines;
+        QStringList found = f.trace + lines;
         for (const QString &line : f.state()) {
             if (!earlier.contains(line)) {
-                outcome += line;
+                found += line;
             }
         }
         isSmooth = result == voro::multimedia::MediaError::None && lines.isEmpty();
         if (result != voro::multimedia::MediaError::None) {
-            outcome += QStringLiteral("-> ") + QLatin1String(voro::multimedia::keyName(result));
+            found += QStringLiteral("-> ") + QLatin1String(voro::multimedia::keyName(result));
         }
-        QCOMPARE(outcome, data.outcome.split(QStringLiteral("; "), Qt::SkipEmptyParts));
+        QCOMPARE(found, outcome.split(QStringLiteral("; "), Qt::SkipEmptyParts));
         compareAnnouncements(f.log.takeDebugLines(), f.trace);
     }
     if (isSmooth && !QTest::currentTestFailed()) {
-        destroyEverywhere<Media>(data.given, [&] { return data.act; });
+        destroyEverywhere<Media>(given, [&] { return act; });
     }
 }
 

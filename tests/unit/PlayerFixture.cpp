@@ -2,16 +2,6 @@
 
 using namespace voro::multimedia;
 
-void playerRow(const char *name, const Preparation &given, const Action &act, const QString &outcome)
-{
-    QTest::newRow(name) << PlayerCase{given, act, outcome};
-}
-
-void tryPlayerRow()
-{
-    tryRow<MediaPlayer>();
-}
-
 void withSource(PlayerFixture &f)
 {
     f.media.setSourceUrl(QUrl(QStringLiteral("file:///music/a.ogg")));

@@ -5,13 +5,9 @@
 #include <multimedia/MediaPlayer.h>
 
 using PlayerFixture = MediaFixture<voro::multimedia::MediaPlayer>;
-using PlayerCase = CaseOf<voro::multimedia::MediaPlayer>;
+using PlayerCases = CasesOf<voro::multimedia::MediaPlayer>;
 using Action = ActionOn<voro::multimedia::MediaPlayer>;
 using Preparation = PreparationOf<voro::multimedia::MediaPlayer>;
-
-void playerRow(const char *name, const Preparation &given, const Action &act, const QString &outcome);
-/** Fetches the current row and tries it. */
-void tryPlayerRow();
 
 /** Nothing: a new player. */
 inline const Preparation newPlayer = [](PlayerFixture &) {};

@@ -15,7 +15,8 @@ std::string wireText(QString message)
 
 ScriptedService::ScriptedService(RuntimeBroker &broker, const QString &path)
     : m_thread(broker.thread()),
-      m_path(path.toStdString())
+      m_path(path.toStdString()),
+      m_marker(path)
 {
     m_thread.run([this](voro::pps::Broker &present) {
         m_broker = &present;
@@ -64,6 +65,22 @@ QStringList ScriptedService::next(int count)
         events += next();
     }
     return events;
+}
+
+QStringList ScriptedService::take()
+{
+    const bool isFirst = !m_marker.isOpen();
+    if ((isFirst && !m_marker.open(voro::PpsOpenMode::Publish)) || !m_marker.write("msg::marker")) {
+        qFatal("the service cannot be reached");
+    }
+    QStringList events;
+    for (QString event = next(); event != QLatin1String("msg::marker"); event = next()) {
+        if (event == QLatin1String("nothing")) {
+            qFatal("the marker is lost");
+        }
+        events += event;
+    }
+    return isFirst ? events.mid(0, events.size() - 1) : events;
 }
 
 void ScriptedService::clientOpened(voro::pps::ClientId, const voro::pps::Peer &)

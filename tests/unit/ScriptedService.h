@@ -2,6 +2,8 @@
 
 #include "RuntimeBroker.h"
 
+#include <voro/PpsObject.h>
+
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -28,6 +30,8 @@ public:
     QString next();
     /** The next so many. */
     QStringList next(int count);
+    /** What came since the last call, with everything that this process wrote before. */
+    QStringList take();
 
     void clientOpened(voro::pps::ClientId client, const voro::pps::Peer &peer) override;
     void clientMessage(voro::pps::ClientId client, std::string_view text) override;
@@ -40,6 +44,8 @@ private:
     /** Used in the broker's thread only. */
     voro::pps::Broker *m_broker = nullptr;
     const std::string m_path;
+    /** What it writes comes behind all that the library's objects wrote: it counts with them. */
+    voro::PpsObject m_marker;
     std::mutex m_mutex;
     std::condition_variable m_wake;
     std::deque<QString> m_events;

@@ -6,6 +6,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <memory>
 
 using namespace voro::multimedia;
@@ -13,7 +15,6 @@ using namespace voro::multimedia;
 using R = AudioRecorder;
 using N = MmrContextNotifier;
 using RecorderFixture = MediaFixture<AudioRecorder>;
-using RecorderCase = CaseOf<AudioRecorder>;
 using Action = ActionOn<AudioRecorder>;
 using Preparation = PreparationOf<AudioRecorder>;
 
@@ -75,11 +76,6 @@ const QString unprepared = QStringLiteral("recordingLevelChanged(0); durationCha
                                           "mediaStateChanged(Unprepared)");
 const QString reset = "mmr_stop; mmr_input_detach; mmr_output_detach 0; " + unprepared;
 
-void row(const char *name, const Preparation &given, const Action &act, const QString &outcome)
-{
-    QTest::newRow(name) << RecorderCase{given, act, outcome};
-}
-
 Action setChannels(AudioChannelConfiguration::Type channels)
 {
     return call(&R::setAudioChannelConfiguration, channels);
@@ -89,7 +85,7 @@ Action setChannels(AudioChannelConfiguration::Type channels)
 
 void AudioRecorderTest::command_data()
 {
-    QTest::addColumn<RecorderCase>("data");
+    const CasesOf<R> row;
     const auto url = [](const char *text) { return after(call(&R::setOutputUrl, QUrl(QString::fromUtf8(text)))); };
     const auto channels = [](AudioChannelConfiguration::Type value) { return after(withFile, setChannels(value)); };
     const auto attachedWith = [](const char *inputUrl) {
@@ -130,10 +126,10 @@ void AudioRecorderTest::command_data()
 
 void AudioRecorderTest::failingCommand_data()
 {
-    QTest::addColumn<RecorderCase>("data");
+    const CasesOf<R> row;
     // How far the command gets when a function of the renderer fails, and what it says.
-    const auto failed = [](const char *name, const Preparation &given, const Action &act, const char *function,
-                           const QString &calls, const char *lines) {
+    const auto failed = [&](const char *name, const Preparation &given, const Action &act, const char *function,
+                            const QString &calls, const char *lines) {
         row(name, after(given, failing(function, MediaError::Permission)), act,
             calls + "; " + QString::fromLatin1(lines) + "; -> Permission");
     };
@@ -174,7 +170,7 @@ void AudioRecorderTest::failingCommand_data()
 
 void AudioRecorderTest::setting_data()
 {
-    QTest::addColumn<RecorderCase>("data");
+    const CasesOf<R> row;
     const auto handle = [](unsigned int value) { return call(&R::setAudioManagerHandle, value); };
     const auto interval = [](unsigned int value) { return call(&R::setStatusInterval, value); };
     const auto text = [](void (R::*setter)(const QVariant &), const char *value) {
@@ -223,7 +219,7 @@ void AudioRecorderTest::setting_data()
 
 void AudioRecorderTest::report_data()
 {
-    QTest::addColumn<RecorderCase>("data");
+    const CasesOf<R> row;
     const auto recorded = after(started, reported(&N::positionChanged, 900u), reported(&N::volumeLevelChanged, 0.5));
 
     row("recording", prepared, reported(&N::playing), "mediaStateChanged(Started); mediaState=Started");
@@ -289,13 +285,12 @@ void AudioRecorderTest::construction_makesANamedContext_andDestructionRemovesIt(
 
 void AudioRecorderTest::commands_sayThatThereIsNoContext_data()
 {
-    QTest::addColumn<Action>("act");
-    QTest::addColumn<QByteArray>("result");
-    QTest::newRow("prepare succeeds, required so") << call(&R::prepare) << QByteArray("None");
-    QTest::newRow("record") << call(&R::record) << QByteArray("InvalidState");
-    QTest::newRow("pause") << call(&R::pause) << QByteArray("InvalidState");
-    QTest::newRow("reset") << call(&R::reset) << QByteArray("InvalidState");
-    QTest::newRow("interval") << call(&R::setStatusInterval, 10u) << QByteArray("InvalidState");
+    const Rows<Action, QByteArray> row("act", "result");
+    row("prepare succeeds, required so", call(&R::prepare), "None");
+    row("record", call(&R::record), "InvalidState");
+    row("pause", call(&R::pause), "InvalidState");
+    row("reset", call(&R::reset), "InvalidState");
+    row("interval", call(&R::setStatusInterval, 10u), "InvalidState");
 }
 
 void AudioRecorderTest::commands_sayThatThereIsNoContext()
@@ -318,21 +313,19 @@ void AudioRecorderTest::commands_sayThatThereIsNoContext()
 
 void AudioRecorderTest::dictionaryFailure_isRefused_andLeaksNothing_data()
 {
-    QTest::addColumn<Action>("act");
-    QTest::addColumn<QStringList>("lines");
-    QTest::newRow("audioman_handle") << call(&R::prepare)
-                                     << QStringList{"C AudioRecorderPrivate::updateInputParams: Unable to create audio "
-                                                    "manager handle parameter. audioman_handle=0",
-                                                    "C AudioRecorder::prepare: Unable to set input parameters."};
-    QTest::newRow("audio_type") << call(&R::prepare)
-                                << QStringList{"C AudioRecorderPrivate::updateInputParams: Unable to create voice "
-                                               "recording audio type parameter.",
-                                               "C AudioRecorder::prepare: Unable to set input parameters."};
-    QTest::newRow("updateinterval")
-        << call(&R::setStatusInterval, 10u)
-        << QStringList{"C AudioRecorderPrivate::updateContextParams: Unable to create update interval parameter. "
-                       "updateInterval=10, error=InvalidParameter",
-                       "C AudioRecorder::setStatusInterval: Unable to set the status interval."};
+    const Rows<Action, QStringList> row("act", "lines");
+    row("audioman_handle", call(&R::prepare),
+        {"C AudioRecorderPrivate::updateInputParams: Unable to create audio "
+         "manager handle parameter. audioman_handle=0",
+         "C AudioRecorder::prepare: Unable to set input parameters."});
+    row("audio_type", call(&R::prepare),
+        {"C AudioRecorderPrivate::updateInputParams: Unable to create voice "
+         "recording audio type parameter.",
+         "C AudioRecorder::prepare: Unable to set input parameters."});
+    row("updateinterval", call(&R::setStatusInterval, 10u),
+        {"C AudioRecorderPrivate::updateContextParams: Unable to create update interval parameter. "
+         "updateInterval=10, error=InvalidParameter",
+         "C AudioRecorder::setStatusInterval: Unable to set the status interval."});
 }
 
 void AudioRecorderTest::dictionaryFailure_isRefused_andLeaksNothing()

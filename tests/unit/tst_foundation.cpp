@@ -8,6 +8,8 @@
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <memory>
 
 using namespace voro::multimedia;
@@ -62,14 +64,13 @@ void FoundationTest::metaDataKeys_areWhatOtherProcessesExpect()
 
 void FoundationTest::debugLog_isRequested_onlyByExactlyOne_data()
 {
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<bool>("requested");
-    QTest::newRow("one") << QByteArray("1") << true;
-    QTest::newRow("zero") << QByteArray("0") << false;
-    QTest::newRow("empty") << QByteArray("") << false;
-    QTest::newRow("word") << QByteArray("true") << false;
-    QTest::newRow("leading zero") << QByteArray("01") << false;
-    QTest::newRow("trailing blank") << QByteArray("1 ") << false;
+    const Rows<QByteArray, bool> row("value", "requested");
+    row("one", "1", true);
+    row("zero", "0", false);
+    row("empty", "", false);
+    row("word", "true", false);
+    row("leading zero", "01", false);
+    row("trailing blank", "1 ", false);
 }
 
 void FoundationTest::debugLog_isRequested_onlyByExactlyOne()
@@ -92,23 +93,23 @@ void FoundationTest::debugLog_staysOff_whenRequestedAfterLoading()
 
 void FoundationTest::prettyFunction_givesClassAndMethod_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("method") << QByteArray("void voro::multimedia::MediaPlayer::play()")
-                            << QStringLiteral("MediaPlayer::play");
-    QTest::newRow("static") << QByteArray("static void voro::multimedia::SystemSound::play(voro::multimedia::"
-                                          "SystemSound::Type)")
-                            << QStringLiteral("SystemSound::play");
-    QTest::newRow("destructor") << QByteArray("virtual voro::multimedia::SystemSoundPrivate::~SystemSoundPrivate()")
-                                << QStringLiteral("SystemSoundPrivate::~SystemSoundPrivate");
-    QTest::newRow("in a namespace") << QByteArray("QSharedPointer<char> voro::multimedia::obfuscatePath(const char*, "
-                                                  "int)")
-                                    << QStringLiteral("multimedia::obfuscatePath");
-    QTest::newRow("free") << QByteArray("int main(int, char**)") << QStringLiteral("main");
-    QTest::newRow("without a type") << QByteArray("Player::Player()") << QStringLiteral("Player::Player");
-    QTest::newRow("three colons") << QByteArray(":::name()") << QStringLiteral("::name");
-    QTest::newRow("no parenthesis") << QByteArray("void name") << QStringLiteral("nam");
-    QTest::newRow("empty") << QByteArray("") << QString();
+    const Rows<QByteArray, QString> row("text", "expected");
+    row("method", "void voro::multimedia::MediaPlayer::play()", "MediaPlayer::play");
+    row("static",
+        "static void voro::multimedia::SystemSound::play(voro::multimedia::"
+        "SystemSound::Type)",
+        "SystemSound::play");
+    row("destructor", "virtual voro::multimedia::SystemSoundPrivate::~SystemSoundPrivate()",
+        "SystemSoundPrivate::~SystemSoundPrivate");
+    row("in a namespace",
+        "QSharedPointer<char> voro::multimedia::obfuscatePath(const char*, "
+        "int)",
+        "multimedia::obfuscatePath");
+    row("free", "int main(int, char**)", "main");
+    row("without a type", "Player::Player()", "Player::Player");
+    row("three colons", ":::name()", "::name");
+    row("no parenthesis", "void name", "nam");
+    row("empty", "", {});
 }
 
 void FoundationTest::prettyFunction_givesClassAndMethod()
@@ -134,21 +135,11 @@ void FoundationTest::obfuscatePath_givesWhatTheSystemMakes_orNothing()
 
 void FoundationTest::url_isObfuscated_whenItIsLocal_data()
 {
-    QTest::addColumn<QString>("url");
-    QTest::addColumn<QString>("logged");
-    QTest::addColumn<QString>("arguments");
-    QTest::newRow("file") << "file:///a.ogg"
-                          << "*"
-                          << "0 46 0 file:///a.ogg 14";
-    QTest::newRow("asset") << "asset:///a.ogg"
-                           << "*"
-                           << "0 46 0 asset:///a.ogg 15";
-    QTest::newRow("path") << "/a.ogg"
-                          << "*"
-                          << "0 46 0 /a.ogg 7";
-    QTest::newRow("remote") << "http://host/a.ogg"
-                            << "\"http://host/a.ogg\""
-                            << "";
+    const Rows<QString, QString, QString> row("url", "logged", "arguments");
+    row("file", "file:///a.ogg", "*", "0 46 0 file:///a.ogg 14");
+    row("asset", "asset:///a.ogg", "*", "0 46 0 asset:///a.ogg 15");
+    row("path", "/a.ogg", "*", "0 46 0 /a.ogg 7");
+    row("remote", "http://host/a.ogg", "\"http://host/a.ogg\"", "");
 }
 
 void FoundationTest::url_isObfuscated_whenItIsLocal()
@@ -163,14 +154,12 @@ void FoundationTest::url_isObfuscated_whenItIsLocal()
 
 void FoundationTest::uniqueId_holdsProcessAndNumber_data()
 {
-    QTest::addColumn<int>("process");
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("first") << 0x1234 << 0 << QStringLiteral("73ek0voxs");
-    QTest::newRow("second") << 0x1234 << 1 << QStringLiteral("73ek0voxt");
-    QTest::newRow("last before the sign") << 1 << 0x7fffffff << QString::number(0x17fffffffULL, 36);
-    QTest::newRow("the sign covers the process")
-        << 0x1234 << std::numeric_limits<int>::min() << QString::number(0xffffffff80000000ULL, 36);
+    const Rows<int, int, QString> row("process", "number", "expected");
+    row("first", 0x1234, 0, "73ek0voxs");
+    row("second", 0x1234, 1, "73ek0voxt");
+    row("last before the sign", 1, 0x7fffffff, QString::number(0x17fffffffULL, 36));
+    row("the sign covers the process", 0x1234, std::numeric_limits<int>::min(),
+        QString::number(0xffffffff80000000ULL, 36));
 }
 
 void FoundationTest::uniqueId_holdsProcessAndNumber()

@@ -68,34 +68,33 @@ private Q_SLOTS:
 
 void LifetimeTest::playerOfPublications_data()
 {
-    QTest::addColumn<Publication<P>>("data");
-    QTest::newRow("playback") << Publication<P>{
-        started,
-        QStringLiteral("play-queue current:n:2 total:n:2 | "
-                       "q2 url::/b.ogg md_title_duration:n:900 md_title_seekable:b:true md_video_width:n:4 "
-                       "md_video_height:n:3 | state state::playing speed:n:2000 | "
-                       "status position::70 bufferlevel::1/2 bufferstatus::playing"),
-        QStringLiteral("bufferStatusChanged(Playing)")};
-    QTest::newRow("hold") << Publication<P>{started, QStringLiteral("state state::playing speed:n:0"),
-                                            QStringLiteral("speedChanged(0)")};
-    QTest::newRow("end") << Publication<P>{
-        started, QStringLiteral("state state::stopped speed:n:1000 error:n:0 error_pos::1:900"),
-        QStringLiteral("playbackCompleted()")};
-    QTest::newRow("error") << Publication<P>{
-        started, QStringLiteral("state state::stopped speed:n:1000 error:n:5 error_pos::1:900"),
-        QStringLiteral("error(UnsupportedMediaType, uint 900)")};
-    QTest::newRow("idle") << Publication<P>{started, QStringLiteral("state state::idle speed:n:0"),
-                                            QStringLiteral("speedChanged(0)")};
+    const Rows<Publication<P>> row("data");
+    row("playback",
+        Publication<P>{
+            started,
+            QStringLiteral("play-queue current:n:2 total:n:2 | "
+                           "q2 url::/b.ogg md_title_duration:n:900 md_title_seekable:b:true md_video_width:n:4 "
+                           "md_video_height:n:3 | state state::playing speed:n:2000 | "
+                           "status position::70 bufferlevel::1/2 bufferstatus::playing"),
+            QStringLiteral("bufferStatusChanged(Playing)")});
+    row("hold",
+        Publication<P>{started, QStringLiteral("state state::playing speed:n:0"), QStringLiteral("speedChanged(0)")});
+    row("end", Publication<P>{started, QStringLiteral("state state::stopped speed:n:1000 error:n:0 error_pos::1:900"),
+                              QStringLiteral("playbackCompleted()")});
+    row("error", Publication<P>{started, QStringLiteral("state state::stopped speed:n:1000 error:n:5 error_pos::1:900"),
+                                QStringLiteral("error(UnsupportedMediaType, uint 900)")});
+    row("idle",
+        Publication<P>{started, QStringLiteral("state state::idle speed:n:0"), QStringLiteral("speedChanged(0)")});
 }
 
 void LifetimeTest::recorderOfPublications_data()
 {
-    QTest::addColumn<Publication<R>>("data");
-    QTest::newRow("recording") << Publication<R>{
-        withFile, QStringLiteral("state state::playing speed:n:1000 | status position::70 volume::1/2"),
-        QStringLiteral("recordingLevelChanged(0.5)")};
-    QTest::newRow("idle") << Publication<R>{recording, QStringLiteral("state state::idle speed:n:0"),
-                                            QStringLiteral("mediaStateChanged(Unprepared)")};
+    const Rows<Publication<R>> row("data");
+    row("recording",
+        Publication<R>{withFile, QStringLiteral("state state::playing speed:n:1000 | status position::70 volume::1/2"),
+                       QStringLiteral("recordingLevelChanged(0.5)")});
+    row("idle", Publication<R>{recording, QStringLiteral("state state::idle speed:n:0"),
+                               QStringLiteral("mediaStateChanged(Unprepared)")});
 }
 
 QTEST_GUILESS_MAIN(LifetimeTest)

@@ -11,6 +11,8 @@
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 using namespace voro::multimedia;
 
 using P = MediaPlayer;
@@ -35,6 +37,7 @@ private Q_SLOTS:
     void tracer_tellsEntryAndExit();
 
 private:
+    /** Lines have " | " between; announcements of signals are left out, which the rows of other tests compare. */
     template<typename Media>
     void tryLines();
 };
@@ -49,15 +52,6 @@ QStringList linesOf(voro::test::LogCatcher &log)
     return lines;
 }
 
-/** Lines have " | " between; those that announce signals are left out, because the rows of other tests compare them. */
-template<typename Media>
-void addRow(const char *name, const PreparationOf<Media> &given, const ActionOn<Media> &act, const char *lines)
-{
-    QTest::newRow(name) << given << act << QString::fromLatin1(lines);
-}
-
-constexpr auto row = addRow<P>;
-
 } // namespace
 
 void LogTest::initTestCase()
@@ -67,9 +61,7 @@ void LogTest::initTestCase()
 
 void LogTest::lines_ofACommand_data()
 {
-    QTest::addColumn<Preparation>("given");
-    QTest::addColumn<Action>("act");
-    QTest::addColumn<QString>("lines");
+    const Rows<Preparation, Action, QString> row("given", "act", "lines");
     row("medium", newPlayer, call(&P::setSourceUrl, QUrl(QStringLiteral("http://host/a"))),
         "MediaPlayer::setSourceUrl: url=\"http://host/a\" | "
         "MediaPlayerPrivate::setMediaState: Attempting to change to same state.  mediaState=Unprepared | "
@@ -118,36 +110,29 @@ void LogTest::lines_ofACommand_data()
 
 void LogTest::lines_ofARecorder_data()
 {
-    QTest::addColumn<PreparationOf<R>>("given");
-    QTest::addColumn<ActionOn<R>>("act");
-    QTest::addColumn<QString>("lines");
-    const auto recorderRow = addRow<R>;
+    const Rows<PreparationOf<R>, ActionOn<R>, QString> row("given", "act", "lines");
     const auto newRecorder = [](auto &) {};
     const auto url = QUrl(QStringLiteral("file:///rec/a.wav"));
     const auto prepared = after(call(&R::setOutputUrl, url), call(&R::prepare));
-    recorderRow("file", newRecorder, call(&R::setOutputUrl, url), "AudioRecorder::setOutputUrl: url=file:///s/s.wav");
-    recorderRow("prepare without a file", newRecorder, call(&R::prepare),
-                "AudioRecorder::prepare: Invalid output URL.");
-    recorderRow("prepare", call(&R::setOutputUrl, url), call(&R::prepare),
-                "AudioRecorderPrivate::updateInputParams: audioManagerHandle=0");
-    recorderRow("prepare, prepared", prepared, call(&R::prepare),
-                "AudioRecorder::prepare: Recorder is already prepared");
-    recorderRow("record, started", after(prepared, call(&R::record)), call(&R::record),
-                "AudioRecorderPrivate::setMediaState: Attempting to change to same state.  mediaState=Started");
-    recorderRow("reset, unprepared", newRecorder, call(&R::reset),
-                "AudioRecorderPrivate::unprepare: Already unprepared");
-    recorderRow("same channels", newRecorder,
-                call(&R::setAudioChannelConfiguration, AudioChannelConfiguration::Default),
-                "AudioRecorder::setAudioChannelConfiguration: audioChannelConfiguration=Default | "
-                "AudioRecorder::setAudioChannelConfiguration: Attempting to set same audio channel configuration.");
-    recorderRow("same handle as a variant", newRecorder, call(&R::setAudioManagerHandleQml, QVariant(0)),
-                "AudioRecorder::setAudioManagerHandleQml: handle=\"0\" | "
-                "AudioRecorder::setAudioManagerHandle: audioManagerHandle=0 | "
-                "AudioRecorder::setAudioManagerHandle: Attempting to set same audio manager handle.");
-    recorderRow("interval as a variant", newRecorder, call(&R::setStatusIntervalQml, QVariant(5)),
-                "AudioRecorder::setStatusIntervalQml: statusInterval=\"5\" | "
-                "AudioRecorder::setStatusInterval: statusInterval=5 | "
-                "AudioRecorderPrivate::updateContextParams: updateInterval=5");
+    row("file", newRecorder, call(&R::setOutputUrl, url), "AudioRecorder::setOutputUrl: url=file:///s/s.wav");
+    row("prepare without a file", newRecorder, call(&R::prepare), "AudioRecorder::prepare: Invalid output URL.");
+    row("prepare", call(&R::setOutputUrl, url), call(&R::prepare),
+        "AudioRecorderPrivate::updateInputParams: audioManagerHandle=0");
+    row("prepare, prepared", prepared, call(&R::prepare), "AudioRecorder::prepare: Recorder is already prepared");
+    row("record, started", after(prepared, call(&R::record)), call(&R::record),
+        "AudioRecorderPrivate::setMediaState: Attempting to change to same state.  mediaState=Started");
+    row("reset, unprepared", newRecorder, call(&R::reset), "AudioRecorderPrivate::unprepare: Already unprepared");
+    row("same channels", newRecorder, call(&R::setAudioChannelConfiguration, AudioChannelConfiguration::Default),
+        "AudioRecorder::setAudioChannelConfiguration: audioChannelConfiguration=Default | "
+        "AudioRecorder::setAudioChannelConfiguration: Attempting to set same audio channel configuration.");
+    row("same handle as a variant", newRecorder, call(&R::setAudioManagerHandleQml, QVariant(0)),
+        "AudioRecorder::setAudioManagerHandleQml: handle=\"0\" | "
+        "AudioRecorder::setAudioManagerHandle: audioManagerHandle=0 | "
+        "AudioRecorder::setAudioManagerHandle: Attempting to set same audio manager handle.");
+    row("interval as a variant", newRecorder, call(&R::setStatusIntervalQml, QVariant(5)),
+        "AudioRecorder::setStatusIntervalQml: statusInterval=\"5\" | "
+        "AudioRecorder::setStatusInterval: statusInterval=5 | "
+        "AudioRecorderPrivate::updateContextParams: updateInterval=5");
 }
 
 template<typename Media>
@@ -220,17 +205,14 @@ using NowPlaying = std::function<void(NowPlayingConnection &, NowPlayingConnecti
 
 void LogTest::lines_ofNowPlaying_data()
 {
-    QTest::addColumn<NowPlaying>("act");
-    QTest::addColumn<QString>("lines");
-    const auto setterRow = [](const char *name, const std::function<void(NowPlayingConnection &)> &act,
-                              const char *lines) {
-        QTest::newRow(name) << NowPlaying([=](NowPlayingConnection &connection, auto &) { act(connection); })
-                            << QString::fromLatin1(lines);
+    const Rows<NowPlaying, QString> row("act", "lines");
+    const auto setterRow = [&](const char *name, const std::function<void(NowPlayingConnection &)> &act,
+                               const char *lines) {
+        row(name, NowPlaying([=](NowPlayingConnection &connection, auto &) { act(connection); }), lines);
     };
-    const auto messageRow = [](const char *name, const QVariantMap &control, const char *lines) {
-        QTest::newRow(name) << NowPlaying([=](auto &, NowPlayingConnectionPrivate &parts) {
-            parts.handleControlMessage(control);
-        }) << QString::fromLatin1(lines);
+    const auto messageRow = [&](const char *name, const QVariantMap &control, const char *lines) {
+        row(name, NowPlaying([=](auto &, NowPlayingConnectionPrivate &parts) { parts.handleControlMessage(control); }),
+            lines);
     };
     setterRow(
         "position", [](auto &c) { c.setPosition(7); },
@@ -268,25 +250,22 @@ void LogTest::lines_ofNowPlaying_data()
     setterRow(
         "track change", [](auto &c) { c.trackChange(); },
         "NowPlayingConnection::trackChange: Service not acquired. error=InvalidState");
-    QTest::newRow("registration")
-        << NowPlaying([](auto &, NowPlayingConnectionPrivate &parts) {
-               parts.registration(QStringLiteral("a"), PriorityLevel::High, OverlayStyle::Plain, 7,
-                                  DeviceMode::Capture);
-           })
-        << QStringLiteral("NowPlayingConnectionPrivate::registration: overlayStyle=Plain, connectionName=\"a\", "
-                          "priority level=High, audioManagerHandle=7, deviceMode=Capture | "
-                          "NowPlayingConnectionPrivate::toString: priority level=High | "
-                          "NowPlayingConnectionPrivate::toString: overlayStyle=Plain | "
-                          "NowPlayingConnectionPrivate::send: msg=QMap((\"dat\", QVariant(QVariantMap, "
-                          "QMap((\"audio\", QVariant(QString, \"general\"))(\"audioman_handle\", QVariant(uint, 7))"
-                          "(\"name\", QVariant(QString, \"a\"))(\"overlay\", QVariant(QString, \"plain\"))"
-                          "(\"prio\", QVariant(QString, \"high\"))(\"recorder\", QVariant(bool, true)))))"
-                          "(\"msg\", QVariant(QString, \"register\")))");
-    QTest::newRow("nothing to publish") << NowPlaying([](auto &, auto &parts) { parts.onInvalidate(); })
-                                        << QStringLiteral(
-                                               "NowPlayingConnectionPrivate::onInvalidate: force=false | "
-                                               "NowPlayingConnectionPrivate::onInvalidate: Not sending data. "
-                                               "acquired=false, send=false");
+    row("registration", NowPlaying([](auto &, NowPlayingConnectionPrivate &parts) {
+            parts.registration(QStringLiteral("a"), PriorityLevel::High, OverlayStyle::Plain, 7, DeviceMode::Capture);
+        }),
+        "NowPlayingConnectionPrivate::registration: overlayStyle=Plain, connectionName=\"a\", "
+        "priority level=High, audioManagerHandle=7, deviceMode=Capture | "
+        "NowPlayingConnectionPrivate::toString: priority level=High | "
+        "NowPlayingConnectionPrivate::toString: overlayStyle=Plain | "
+        "NowPlayingConnectionPrivate::send: msg=QMap((\"dat\", QVariant(QVariantMap, "
+        "QMap((\"audio\", QVariant(QString, \"general\"))(\"audioman_handle\", QVariant(uint, 7))"
+        "(\"name\", QVariant(QString, \"a\"))(\"overlay\", QVariant(QString, \"plain\"))"
+        "(\"prio\", QVariant(QString, \"high\"))(\"recorder\", QVariant(bool, true)))))"
+        "(\"msg\", QVariant(QString, \"register\")))");
+    row("nothing to publish", NowPlaying([](auto &, auto &parts) { parts.onInvalidate(); }),
+        "NowPlayingConnectionPrivate::onInvalidate: force=false | "
+        "NowPlayingConnectionPrivate::onInvalidate: Not sending data. "
+        "acquired=false, send=false");
     messageRow("watcher", {{"msg", "track"}, {"dat", "sendData"}},
                "NowPlayingConnectionPrivate::handleControlMessage: control=QMap((\"dat\", QVariant(QString, "
                "\"sendData\"))(\"msg\", QVariant(QString, \"track\"))) | "

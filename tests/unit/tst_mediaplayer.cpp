@@ -4,6 +4,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <cmath>
 #include <memory>
 #include <utility>
@@ -18,17 +20,17 @@ class MediaPlayerTest : public QObject {
 
 private Q_SLOTS:
     void command_data();
-    void command() { tryPlayerRow(); }
+    void command() { tryRow<P>(); }
     void failingCommand_data();
-    void failingCommand() { tryPlayerRow(); }
+    void failingCommand() { tryRow<P>(); }
     void speed_data();
-    void speed() { tryPlayerRow(); }
+    void speed() { tryRow<P>(); }
     void medium_data();
-    void medium() { tryPlayerRow(); }
+    void medium() { tryRow<P>(); }
     void seeking_data();
-    void seeking() { tryPlayerRow(); }
+    void seeking() { tryRow<P>(); }
     void report_data();
-    void report() { tryPlayerRow(); }
+    void report() { tryRow<P>(); }
 
     void playback_isFollowed_throughTheRenderersObjects();
     void commandInASlot_holds();
@@ -42,48 +44,48 @@ private Q_SLOTS:
 
 void MediaPlayerTest::command_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const QString toPrepared = prepareCalls + "; mediaStateChanged(Prepared)";
     const auto halfSpeed = after(started, reported(&N::speedChanged, 500));
 
-    playerRow("prepare", withSource, call(&P::prepare), toPrepared + "; mediaState=Prepared");
-    playerRow("prepare, prepared", prepared, call(&P::prepare), "");
-    playerRow("prepare after a reset", after(prepared, call(&P::reset)), call(&P::prepare),
-              "mmr_output_attach audio:default audio; mmr_output_parameters 1 volume=100; "
-              "mmr_track_parameters 0 subpicture_index=0; mmr_input_attach file:///music/a.ogg playlist; "
-              "mmr_track_parameters 0; mmr_input_parameters; mediaStateChanged(Prepared); mediaState=Prepared");
-    playerRow("play, unprepared", withSource, call(&P::play),
-              toPrepared + "; mmr_speed_set 1000; mmr_play; mmr_play; mediaStateChanged(Started); mediaState=Started");
-    playerRow("play, started", started, call(&P::play), "mmr_speed_set 1000");
-    playerRow("play, stopped", after(started, call(&P::stop)), call(&P::play),
-              "mmr_speed_set 1000; mmr_play; mmr_play; mediaStateChanged(Started); mediaState=Started");
-    playerRow("play, paused at half the speed", after(halfSpeed, call(&P::pause)), call(&P::play),
-              "mmr_speed_set 500; mediaStateChanged(Started); speedChanged(0.5); speed=0.5; mediaState=Started");
-    playerRow("pause, unprepared", withSource, call(&P::pause),
-              toPrepared
-                  + "; mmr_speed_set 0; mmr_play; speedChanged(0); mediaStateChanged(Paused); speed=0; "
-                    "mediaState=Paused");
-    playerRow("pause, started", started, call(&P::pause),
-              "mmr_speed_set 0; mediaStateChanged(Paused); speedChanged(0); speed=0; mediaState=Paused");
-    playerRow("pause, stopped", after(started, call(&P::stop)), call(&P::pause), "mmr_speed_set 0; mmr_play");
-    playerRow("stop, unprepared", newPlayer, call(&P::stop), "-> InvalidState");
-    playerRow("stop, prepared", prepared, call(&P::stop), "mmr_stop; mediaStateChanged(Stopped); mediaState=Stopped");
-    playerRow("stop, stopped", after(prepared, call(&P::stop)), call(&P::stop), "mmr_stop");
-    playerRow("reset, unprepared", newPlayer, call(&P::reset), "");
-    playerRow("reset, with all outputs", startedWithVideo, call(&P::reset),
-              "mmr_stop; mmr_input_detach; mmr_output_detach 0; mmr_output_detach 1; mmr_output_detach 2; "
-              "mmr_track_parameters 1 subpicture_index=0; trackChanged(1); trackChanged(uint 1); "
-              "mediaStateChanged(Unprepared); mediaState=Unprepared");
+    row("prepare", withSource, call(&P::prepare), toPrepared + "; mediaState=Prepared");
+    row("prepare, prepared", prepared, call(&P::prepare), "");
+    row("prepare after a reset", after(prepared, call(&P::reset)), call(&P::prepare),
+        "mmr_output_attach audio:default audio; mmr_output_parameters 1 volume=100; "
+        "mmr_track_parameters 0 subpicture_index=0; mmr_input_attach file:///music/a.ogg playlist; "
+        "mmr_track_parameters 0; mmr_input_parameters; mediaStateChanged(Prepared); mediaState=Prepared");
+    row("play, unprepared", withSource, call(&P::play),
+        toPrepared + "; mmr_speed_set 1000; mmr_play; mmr_play; mediaStateChanged(Started); mediaState=Started");
+    row("play, started", started, call(&P::play), "mmr_speed_set 1000");
+    row("play, stopped", after(started, call(&P::stop)), call(&P::play),
+        "mmr_speed_set 1000; mmr_play; mmr_play; mediaStateChanged(Started); mediaState=Started");
+    row("play, paused at half the speed", after(halfSpeed, call(&P::pause)), call(&P::play),
+        "mmr_speed_set 500; mediaStateChanged(Started); speedChanged(0.5); speed=0.5; mediaState=Started");
+    row("pause, unprepared", withSource, call(&P::pause),
+        toPrepared
+            + "; mmr_speed_set 0; mmr_play; speedChanged(0); mediaStateChanged(Paused); speed=0; "
+              "mediaState=Paused");
+    row("pause, started", started, call(&P::pause),
+        "mmr_speed_set 0; mediaStateChanged(Paused); speedChanged(0); speed=0; mediaState=Paused");
+    row("pause, stopped", after(started, call(&P::stop)), call(&P::pause), "mmr_speed_set 0; mmr_play");
+    row("stop, unprepared", newPlayer, call(&P::stop), "-> InvalidState");
+    row("stop, prepared", prepared, call(&P::stop), "mmr_stop; mediaStateChanged(Stopped); mediaState=Stopped");
+    row("stop, stopped", after(prepared, call(&P::stop)), call(&P::stop), "mmr_stop");
+    row("reset, unprepared", newPlayer, call(&P::reset), "");
+    row("reset, with all outputs", startedWithVideo, call(&P::reset),
+        "mmr_stop; mmr_input_detach; mmr_output_detach 0; mmr_output_detach 1; mmr_output_detach 2; "
+        "mmr_track_parameters 1 subpicture_index=0; trackChanged(1); trackChanged(uint 1); "
+        "mediaStateChanged(Unprepared); mediaState=Unprepared");
 }
 
 void MediaPlayerTest::failingCommand_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     // How far the command gets when a function of the renderer fails, and what it says.
-    const auto failed = [](const char *name, const Preparation &given, const Action &act, const char *function,
-                           const QString &calls, const char *lines) {
-        playerRow(name, after(given, failing(function, MediaError::Read)), act,
-                  calls + "; " + QString::fromLatin1(lines) + "; -> Read");
+    const auto failed = [&](const char *name, const Preparation &given, const Action &act, const char *function,
+                            const QString &calls, const char *lines) {
+        row(name, after(given, failing(function, MediaError::Read)), act,
+            calls + "; " + QString::fromLatin1(lines) + "; -> Read");
     };
     const auto prepareCallsUpTo = [](int count) { return prepareCalls.section("; ", 0, count - 1); };
     const QByteArray inputLines =
@@ -126,93 +128,91 @@ void MediaPlayerTest::failingCommand_data()
            "mmr_stop; mmr_input_detach; mmr_output_detach 0",
            "C MediaPlayerPrivate::unprepare: Error detaching audio output. error=Read");
 
-    playerRow("a failed command's own error is the result",
-              after(started, failing("mmr_stop", MediaError::CommandFailed, MediaError::OutputUnavailable)),
-              call(&P::stop),
-              "mmr_stop; W MediaPlayerPrivate::lastError: Command failed. Received OutputUnavailable; "
-              "C MediaPlayer::stop: Error stopping the player. error=OutputUnavailable; -> OutputUnavailable");
-    playerRow("without an error record nothing has changed",
-              after(started, [](PlayerFixture &f) { f.renderer.failWithoutRecord("mmr_stop"); }), call(&P::stop),
-              "mmr_stop; C MediaPlayer::stop: Error stopping the player. error=None");
-    playerRow("outputs stay attached after a failed prepare",
-              after(withSource, failing("mmr_input_attach", MediaError::Read), call(&P::prepare),
-                    [](PlayerFixture &f) { f.renderer.succeed("mmr_input_attach"); }),
-              call(&P::prepare), prepareCalls.section("; ", 1) + "; mediaStateChanged(Prepared); mediaState=Prepared");
+    row("a failed command's own error is the result",
+        after(started, failing("mmr_stop", MediaError::CommandFailed, MediaError::OutputUnavailable)), call(&P::stop),
+        "mmr_stop; W MediaPlayerPrivate::lastError: Command failed. Received OutputUnavailable; "
+        "C MediaPlayer::stop: Error stopping the player. error=OutputUnavailable; -> OutputUnavailable");
+    row("without an error record nothing has changed",
+        after(started, [](PlayerFixture &f) { f.renderer.failWithoutRecord("mmr_stop"); }), call(&P::stop),
+        "mmr_stop; C MediaPlayer::stop: Error stopping the player. error=None");
+    row("outputs stay attached after a failed prepare",
+        after(withSource, failing("mmr_input_attach", MediaError::Read), call(&P::prepare),
+              [](PlayerFixture &f) { f.renderer.succeed("mmr_input_attach"); }),
+        call(&P::prepare), prepareCalls.section("; ", 1) + "; mediaStateChanged(Prepared); mediaState=Prepared");
 }
 
 void MediaPlayerTest::speed_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto speed = [](double factor) { return call(&P::setSpeed, factor); };
-    playerRow("unprepared", newPlayer, speed(2.0), "mmr_speed_set 2000");
-    playerRow("started: the renderer's report tells", started, speed(0.5), "mmr_speed_set 500");
-    playerRow("prepared: starts", prepared, speed(1.0), "mmr_speed_set 1000; mmr_play");
-    playerRow("paused", after(started, call(&P::pause)), speed(2.0),
-              "mmr_speed_set 2000; mediaStateChanged(Started); speedChanged(2); speed=2; mediaState=Started");
-    playerRow("refused", after(started, failing("mmr_speed_set", MediaError::UnsupportedValue)), speed(-1.0),
-              "mmr_speed_set -1000; C MediaPlayer::setSpeed: Error setting the player speed. error=UnsupportedValue; "
-              "-> UnsupportedValue");
-    playerRow("truncated", started, speed(1.9999), "mmr_speed_set 1999");
-    playerRow("truncated toward zero", started, speed(-1.9999), "mmr_speed_set -1999");
-    playerRow("beyond all numbers", started, speed(1e300), "mmr_speed_set 2147483647");
-    playerRow("no number", started, speed(std::nan("")),
-              "mmr_speed_set 0; mediaStateChanged(Paused); speedChanged(0); speed=0; mediaState=Paused");
-    playerRow("reported", started, reported(&N::speedChanged, 2000), "speedChanged(2); speed=2");
-    playerRow("reported as 0 while stopped: not stored", after(started, call(&P::stop)), reported(&N::speedChanged, 0),
-              "speedChanged(0)");
+    row("unprepared", newPlayer, speed(2.0), "mmr_speed_set 2000");
+    row("started: the renderer's report tells", started, speed(0.5), "mmr_speed_set 500");
+    row("prepared: starts", prepared, speed(1.0), "mmr_speed_set 1000; mmr_play");
+    row("paused", after(started, call(&P::pause)), speed(2.0),
+        "mmr_speed_set 2000; mediaStateChanged(Started); speedChanged(2); speed=2; mediaState=Started");
+    row("refused", after(started, failing("mmr_speed_set", MediaError::UnsupportedValue)), speed(-1.0),
+        "mmr_speed_set -1000; C MediaPlayer::setSpeed: Error setting the player speed. error=UnsupportedValue; "
+        "-> UnsupportedValue");
+    row("truncated", started, speed(1.9999), "mmr_speed_set 1999");
+    row("truncated toward zero", started, speed(-1.9999), "mmr_speed_set -1999");
+    row("beyond all numbers", started, speed(1e300), "mmr_speed_set 2147483647");
+    row("no number", started, speed(std::nan("")),
+        "mmr_speed_set 0; mediaStateChanged(Paused); speedChanged(0); speed=0; mediaState=Paused");
+    row("reported", started, reported(&N::speedChanged, 2000), "speedChanged(2); speed=2");
+    row("reported as 0 while stopped: not stored", after(started, call(&P::stop)), reported(&N::speedChanged, 0),
+        "speedChanged(0)");
 }
 
 void MediaPlayerTest::medium_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto set = call(&P::setSourceUrl, QUrl(QStringLiteral("http://host/b.ogg")));
-    playerRow("new player", newPlayer, set,
-              "mmr_input_detach; sourceUrlChanged(http://host/b.ogg); sourceUrl=http://host/b.ogg");
-    playerRow("while playing", started, set,
-              "mmr_input_detach; " + unprepared
-                  + "; sourceUrlChanged(http://host/b.ogg); sourceUrl=http://host/b.ogg; mediaState=Unprepared");
-    playerRow("the same while playing", started, call(&P::setSourceUrl, QUrl(QStringLiteral("file:///music/a.ogg"))),
-              "W MediaPlayer::setSourceUrl: Ignoring attempt to set same url.");
-    playerRow("refused", after(started, failing("mmr_input_detach", MediaError::Permission)), set,
-              "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Permission; "
-              "C MediaPlayer::setSourceUrl: Unable to detach existing input. error=Permission; -> Permission");
-    playerRow("prepared again with its outputs", after(started, set), call(&P::prepare),
-              "mmr_output_parameters 0 volume=100; mmr_input_parameters subpicture_index=0; "
-              "mmr_input_attach http://host/b.ogg autolist; mmr_track_parameters 0; mmr_input_parameters; "
-              "mediaStateChanged(Prepared); mediaState=Prepared");
+    row("new player", newPlayer, set,
+        "mmr_input_detach; sourceUrlChanged(http://host/b.ogg); sourceUrl=http://host/b.ogg");
+    row("while playing", started, set,
+        "mmr_input_detach; " + unprepared
+            + "; sourceUrlChanged(http://host/b.ogg); sourceUrl=http://host/b.ogg; mediaState=Unprepared");
+    row("the same while playing", started, call(&P::setSourceUrl, QUrl(QStringLiteral("file:///music/a.ogg"))),
+        "W MediaPlayer::setSourceUrl: Ignoring attempt to set same url.");
+    row("refused", after(started, failing("mmr_input_detach", MediaError::Permission)), set,
+        "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Permission; "
+        "C MediaPlayer::setSourceUrl: Unable to detach existing input. error=Permission; -> Permission");
+    row("prepared again with its outputs", after(started, set), call(&P::prepare),
+        "mmr_output_parameters 0 volume=100; mmr_input_parameters subpicture_index=0; "
+        "mmr_input_attach http://host/b.ogg autolist; mmr_track_parameters 0; mmr_input_parameters; "
+        "mediaStateChanged(Prepared); mediaState=Prepared");
 }
 
 void MediaPlayerTest::seeking_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto onTrack2 = after(started, reported(&N::trackChanged, 2u));
     const auto ofDuration1001 = after(started, reported(&N::durationChanged, 1001u));
-    playerRow("track and position", started, call(&P::seek, 3u, 1500u),
-              "mmr_seek 3:1500; trackChanged(3); trackChanged(uint 3); track=3");
-    playerRow("the renderer's own report says nothing new", after(started, call(&P::seek, 2u, 0u)),
-              reported(&N::trackChanged, 2u), "");
-    playerRow("track", started, call(&P::seekTrack, 2u),
-              "mmr_seek 2:0; trackChanged(2); trackChanged(uint 2); track=2");
+    row("track and position", started, call(&P::seek, 3u, 1500u),
+        "mmr_seek 3:1500; trackChanged(3); trackChanged(uint 3); track=3");
+    row("the renderer's own report says nothing new", after(started, call(&P::seek, 2u, 0u)),
+        reported(&N::trackChanged, 2u), "");
+    row("track", started, call(&P::seekTrack, 2u), "mmr_seek 2:0; trackChanged(2); trackChanged(uint 2); track=2");
     // The parameters that the track has go first.
-    playerRow("position", onTrack2, call(&P::seekTime, 700u),
-              "mmr_track_parameters 2; mmr_seek 2:700; trackChanged(2); trackChanged(uint 2)");
-    playerRow("fraction", ofDuration1001, call(&P::seekPercent, 0.5),
-              "mmr_seek 1:500; trackChanged(1); trackChanged(uint 1)");
-    playerRow("negative fraction", ofDuration1001, call(&P::seekPercent, -0.5),
-              "mmr_seek 1:0; trackChanged(1); trackChanged(uint 1)");
-    playerRow("endless fraction", ofDuration1001, call(&P::seekPercent, 1e30),
-              "mmr_seek 1:4294967295; trackChanged(1); trackChanged(uint 1)");
-    playerRow("next", onTrack2, call(&P::nextTrack), "mmr_seek 3:0; trackChanged(3); trackChanged(uint 3); track=3");
-    playerRow("previous on the first", after(started, failing("mmr_seek", MediaError::InvalidParameter)),
-              call(&P::previousTrack),
-              "mmr_seek 0:0; C MmrContextNotifier::seek: Error seeking. track=0, position=0, error=InvalidParameter; "
-              "C MediaPlayerPrivate::seek: Unable to seek track. track=0, position=0, error=InvalidParameter; -> "
-              "InvalidParameter");
+    row("position", onTrack2, call(&P::seekTime, 700u),
+        "mmr_track_parameters 2; mmr_seek 2:700; trackChanged(2); trackChanged(uint 2)");
+    row("fraction", ofDuration1001, call(&P::seekPercent, 0.5),
+        "mmr_seek 1:500; trackChanged(1); trackChanged(uint 1)");
+    row("negative fraction", ofDuration1001, call(&P::seekPercent, -0.5),
+        "mmr_seek 1:0; trackChanged(1); trackChanged(uint 1)");
+    row("endless fraction", ofDuration1001, call(&P::seekPercent, 1e30),
+        "mmr_seek 1:4294967295; trackChanged(1); trackChanged(uint 1)");
+    row("next", onTrack2, call(&P::nextTrack), "mmr_seek 3:0; trackChanged(3); trackChanged(uint 3); track=3");
+    row("previous on the first", after(started, failing("mmr_seek", MediaError::InvalidParameter)),
+        call(&P::previousTrack),
+        "mmr_seek 0:0; C MmrContextNotifier::seek: Error seeking. track=0, position=0, error=InvalidParameter; "
+        "C MediaPlayerPrivate::seek: Unable to seek track. track=0, position=0, error=InvalidParameter; -> "
+        "InvalidParameter");
 }
 
 void MediaPlayerTest::report_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto paused = after(started, call(&P::pause));
     const auto stopped = after(started, call(&P::stop));
     const QVariantMap metaData{{QStringLiteral("title"), QStringLiteral("T")}};
@@ -221,43 +221,43 @@ void MediaPlayerTest::report_data()
               reported(&N::bufferStatusChanged, BufferStatus::Playing), reported(&N::metaDataChanged, metaData),
               reported(&N::positionChanged, 80u), reported(&N::videoDimensionsChanged, QSize(4, 3)));
 
-    playerRow("playing", prepared, reported(&N::playing), "mediaStateChanged(Started); mediaState=Started");
-    playerRow("playing already", started, reported(&N::playing), "");
-    playerRow("paused", started, reported(&N::paused), "mediaStateChanged(Paused); speed=0; mediaState=Paused");
-    playerRow("stopped", paused, reported(&N::stopped), "mediaStateChanged(Stopped); speed=1; mediaState=Stopped");
-    playerRow("stopped, prepared: stays prepared", prepared, reported(&N::stopped), "");
-    playerRow("idle forgets the medium, not the position", known, reported(&N::idle),
-              "bufferStatusChanged(Idle); mmr_track_parameters 1; trackChanged(1); trackChanged(uint 1); "
-              "durationChanged(0); durationChanged(uint 0); seekableChanged(false); mediaStateChanged(Unprepared); "
-              "bufferStatus=Idle; duration=0; mediaState=Unprepared; metaData=QVariant(QVariantMap, QMap()); "
-              "seekable=false");
-    playerRow("completed", started, reported(&N::playbackCompleted),
-              "mediaStateChanged(Stopped); playbackCompleted(); mediaState=Stopped");
-    playerRow("completed, stopped already", stopped, reported(&N::playbackCompleted), "playbackCompleted()");
-    playerRow("error", started, reported(&N::error, MediaError::Read, 70u, 3u),
-              "mediaStateChanged(Stopped); error(Read, 70); error(Read, uint 70); mediaState=Stopped");
-    playerRow("position", known, reported(&N::positionChanged, 100u),
-              "positionChanged(100); positionChanged(uint 100); position=100");
-    playerRow("same position: told again", known, reported(&N::positionChanged, 80u),
-              "positionChanged(80); positionChanged(uint 80)");
-    playerRow("duration", known, reported(&N::durationChanged, 5u),
-              "durationChanged(5); durationChanged(uint 5); duration=5");
-    playerRow("same duration", known, reported(&N::durationChanged, 900u), "");
-    playerRow("track count", known, reported(&N::trackCountChanged, 4u),
-              "trackCountChanged(4); trackCountChanged(uint 4); trackCount=4");
-    playerRow("same track count", known, reported(&N::trackCountChanged, 0u), "");
-    playerRow("buffering", known, reported(&N::buffering, 0.5), "buffering(0.5)");
-    playerRow("same buffering", known, reported(&N::buffering, 0.0), "");
-    playerRow("buffer status", known, reported(&N::bufferStatusChanged, BufferStatus::Buffering),
-              "bufferStatusChanged(Buffering); bufferStatus=Buffering");
-    playerRow("same buffer status", known, reported(&N::bufferStatusChanged, BufferStatus::Playing), "");
-    playerRow("seekable", known, reported(&N::seekableChanged, false), "seekableChanged(false); seekable=false");
-    playerRow("same seekable", known, reported(&N::seekableChanged, true), "");
-    playerRow("video size", known, reported(&N::videoDimensionsChanged, QSize(4, 4)),
-              "videoDimensionsChanged(QSize(4, 4)); videoDimensions=QVariant(QSize, QSize(4, 4))");
-    playerRow("same video size", known, reported(&N::videoDimensionsChanged, QSize(4, 3)), "");
-    playerRow("same metadata: told again", known, reported(&N::metaDataChanged, metaData),
-              "metaDataChanged(QMap((title, QVariant(QString, T))))");
+    row("playing", prepared, reported(&N::playing), "mediaStateChanged(Started); mediaState=Started");
+    row("playing already", started, reported(&N::playing), "");
+    row("paused", started, reported(&N::paused), "mediaStateChanged(Paused); speed=0; mediaState=Paused");
+    row("stopped", paused, reported(&N::stopped), "mediaStateChanged(Stopped); speed=1; mediaState=Stopped");
+    row("stopped, prepared: stays prepared", prepared, reported(&N::stopped), "");
+    row("idle forgets the medium, not the position", known, reported(&N::idle),
+        "bufferStatusChanged(Idle); mmr_track_parameters 1; trackChanged(1); trackChanged(uint 1); "
+        "durationChanged(0); durationChanged(uint 0); seekableChanged(false); mediaStateChanged(Unprepared); "
+        "bufferStatus=Idle; duration=0; mediaState=Unprepared; metaData=QVariant(QVariantMap, QMap()); "
+        "seekable=false");
+    row("completed", started, reported(&N::playbackCompleted),
+        "mediaStateChanged(Stopped); playbackCompleted(); mediaState=Stopped");
+    row("completed, stopped already", stopped, reported(&N::playbackCompleted), "playbackCompleted()");
+    row("error", started, reported(&N::error, MediaError::Read, 70u, 3u),
+        "mediaStateChanged(Stopped); error(Read, 70); error(Read, uint 70); mediaState=Stopped");
+    row("position", known, reported(&N::positionChanged, 100u),
+        "positionChanged(100); positionChanged(uint 100); position=100");
+    row("same position: told again", known, reported(&N::positionChanged, 80u),
+        "positionChanged(80); positionChanged(uint 80)");
+    row("duration", known, reported(&N::durationChanged, 5u),
+        "durationChanged(5); durationChanged(uint 5); duration=5");
+    row("same duration", known, reported(&N::durationChanged, 900u), "");
+    row("track count", known, reported(&N::trackCountChanged, 4u),
+        "trackCountChanged(4); trackCountChanged(uint 4); trackCount=4");
+    row("same track count", known, reported(&N::trackCountChanged, 0u), "");
+    row("buffering", known, reported(&N::buffering, 0.5), "buffering(0.5)");
+    row("same buffering", known, reported(&N::buffering, 0.0), "");
+    row("buffer status", known, reported(&N::bufferStatusChanged, BufferStatus::Buffering),
+        "bufferStatusChanged(Buffering); bufferStatus=Buffering");
+    row("same buffer status", known, reported(&N::bufferStatusChanged, BufferStatus::Playing), "");
+    row("seekable", known, reported(&N::seekableChanged, false), "seekableChanged(false); seekable=false");
+    row("same seekable", known, reported(&N::seekableChanged, true), "");
+    row("video size", known, reported(&N::videoDimensionsChanged, QSize(4, 4)),
+        "videoDimensionsChanged(QSize(4, 4)); videoDimensions=QVariant(QSize, QSize(4, 4))");
+    row("same video size", known, reported(&N::videoDimensionsChanged, QSize(4, 3)), "");
+    row("same metadata: told again", known, reported(&N::metaDataChanged, metaData),
+        "metaDataChanged(QMap((title, QVariant(QString, T))))");
 }
 
 void MediaPlayerTest::playback_isFollowed_throughTheRenderersObjects()
@@ -320,15 +320,13 @@ void MediaPlayerTest::construction_makesANamedContext_andDestructionRemovesIt()
 
 void MediaPlayerTest::inputCandidates_followTheKindOfUrl_data()
 {
-    QTest::addColumn<QUrl>("url");
-    QTest::addColumn<QStringList>("attached");
+    const Rows<QUrl, QStringList> row("url", "attached");
     const QString attach = QStringLiteral("mmr_input_attach ");
     const auto local = [&](const char *name, const char *url, const char *path) {
-        QTest::newRow(name) << QUrl(QString::fromUtf8(url))
-                            << QStringList{attach + "file://" + path + " playlist", attach + path + " autolist"};
+        row(name, QUrl(QString::fromUtf8(url)), {attach + "file://" + path + " playlist", attach + path + " autolist"});
     };
     const auto remote = [&](const char *name, const QUrl &url, const char *text) {
-        QTest::newRow(name) << url << QStringList{attach + text + " autolist", attach + text + " playlist"};
+        row(name, url, {attach + text + " autolist", attach + text + " playlist"});
     };
     local("file with a blank", "file:///music/a%20b.mp3", "/music/a b.mp3");
     local("file with a percent sign", "file:///music/100%2525.ogg", "/music/100%25.ogg");
@@ -357,25 +355,25 @@ void MediaPlayerTest::inputCandidates_followTheKindOfUrl()
 
 void MediaPlayerTest::everyCommand_isRefused_withoutAContext_data()
 {
-    QTest::addColumn<Action>("act");
-    QTest::newRow("prepare") << call(&P::prepare);
-    QTest::newRow("play") << call(&P::play);
-    QTest::newRow("pause") << call(&P::pause);
-    QTest::newRow("stop") << call(&P::stop);
-    QTest::newRow("reset") << call(&P::reset);
-    QTest::newRow("source") << call(&P::setSourceUrl, QUrl(QStringLiteral("file:///a")));
-    QTest::newRow("audio output") << call(&P::setAudioOutput, AudioOutput::None);
-    QTest::newRow("video output") << call(&P::setVideoOutput, VideoOutput::PrimaryDisplay);
-    QTest::newRow("video part") << call(&P::setVideoSourceRect, 0, 0, 1u, 1u);
-    QTest::newRow("captions") << call(&P::setClosedCaptionEnabled, false);
-    QTest::newRow("caption index") << call(&P::setClosedCaptionIndex, 1u);
-    QTest::newRow("caption url") << call(&P::setClosedCaptionUrl, 1u, QUrl(QStringLiteral("file:///a")));
-    QTest::newRow("volume") << call(&P::setVolume, 0.5);
-    QTest::newRow("repeat mode") << call(&P::setRepeatMode, RepeatMode::All);
-    QTest::newRow("speed") << call(&P::setSpeed, 1.0);
-    QTest::newRow("interval") << call(&P::setStatusInterval, 10u);
-    QTest::newRow("seek") << call(&P::seek, 1u, 1u);
-    QTest::newRow("next") << call(&P::nextTrack);
+    const Rows<Action> row("act");
+    row("prepare", call(&P::prepare));
+    row("play", call(&P::play));
+    row("pause", call(&P::pause));
+    row("stop", call(&P::stop));
+    row("reset", call(&P::reset));
+    row("source", call(&P::setSourceUrl, QUrl(QStringLiteral("file:///a"))));
+    row("audio output", call(&P::setAudioOutput, AudioOutput::None));
+    row("video output", call(&P::setVideoOutput, VideoOutput::PrimaryDisplay));
+    row("video part", call(&P::setVideoSourceRect, 0, 0, 1u, 1u));
+    row("captions", call(&P::setClosedCaptionEnabled, false));
+    row("caption index", call(&P::setClosedCaptionIndex, 1u));
+    row("caption url", call(&P::setClosedCaptionUrl, 1u, QUrl(QStringLiteral("file:///a"))));
+    row("volume", call(&P::setVolume, 0.5));
+    row("repeat mode", call(&P::setRepeatMode, RepeatMode::All));
+    row("speed", call(&P::setSpeed, 1.0));
+    row("interval", call(&P::setStatusInterval, 10u));
+    row("seek", call(&P::seek, 1u, 1u));
+    row("next", call(&P::nextTrack));
 }
 
 void MediaPlayerTest::everyCommand_isRefused_withoutAContext()

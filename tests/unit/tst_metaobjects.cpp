@@ -7,14 +7,15 @@
 #include <multimedia/NowPlayingController.h>
 #include <multimedia/SystemSound.h>
 
-#include <QtCore/QFile>
 #include <QtCore/QMetaEnum>
 #include <QtCore/QMetaMethod>
 #include <QtCore/QMetaProperty>
 #include <QtTest/QtTest>
 
+#include <Files.h>
 #include <private/AudioRecorderPrivate.h>
 #include <private/MmrContextNotifier.h>
+#include <Rows.h>
 
 using namespace voro::multimedia;
 
@@ -85,7 +86,7 @@ QStringList dump(const QMetaObject &type)
 
 void MetaObjectsTest::declaration_isAsWritten_data()
 {
-    QTest::addColumn<QStringList>("declared");
+    const Rows<QStringList> row("declared");
     for (const QMetaObject *type : {&AudioChannelConfiguration::staticMetaObject,
                                     &AudioOutput::staticMetaObject,
                                     &BufferStatus::staticMetaObject,
@@ -108,17 +109,16 @@ void MetaObjectsTest::declaration_isAsWritten_data()
                                     &NowPlayingConnection::staticMetaObject,
                                     &NowPlayingController::staticMetaObject,
                                     &SystemSound::staticMetaObject}) {
-        QTest::newRow(type->className()) << dump(*type);
+        row(type->className(), dump(*type));
     }
 }
 
 void MetaObjectsTest::declaration_isAsWritten()
 {
     QFETCH(QStringList, declared);
-    QFile file(QStringLiteral(METAOBJECTS));
-    QVERIFY2(file.open(QFile::ReadOnly), METAOBJECTS);
     // A paragraph a class: its name, then its declarations with "; " between; lines go on after two blanks.
-    const QString whole = QString::fromUtf8(file.readAll()).replace(QLatin1String("\n  "), QLatin1String(" "));
+    const QString whole =
+        QString::fromUtf8(readFile(QStringLiteral(METAOBJECTS))).replace(QLatin1String("\n  "), QLatin1String(" "));
     const QString name = QLatin1String(QTest::currentDataTag());
     const QStringList paragraphs = whole.split(QLatin1Char('\n')).filter(name + QLatin1String(": "));
     QCOMPARE(paragraphs.size(), 1);

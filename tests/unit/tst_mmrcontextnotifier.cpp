@@ -9,6 +9,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <functional>
 #include <memory>
 #include <utility>
@@ -69,10 +71,7 @@ Action call(MediaError::Type (N::*method)(Parameters...), Arguments... arguments
  * What is published before and then, one object after another with " | " between, and the signals, calls and warnings
  * that have to come of the latter.
  */
-void row(const char *name, const char *before, const char *then, const char *outcome)
-{
-    QTest::newRow(name) << QString::fromLatin1(before) << QString::fromLatin1(then) << QString::fromLatin1(outcome);
-}
+using Table = Rows<QString, QString, QString>;
 
 QStringList parts(const QString &text)
 {
@@ -129,9 +128,7 @@ void MmrContextNotifierTest::tryRow()
 
 void MmrContextNotifierTest::state_data()
 {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("then");
-    QTest::addColumn<QString>("outcome");
+    const Table row("before", "then", "outcome");
     const char *playing = "state state::playing speed:n:1000";
     row("playing", "", playing, "playing()");
     row("playing, again", playing, playing, "");
@@ -215,12 +212,10 @@ void MmrContextNotifierTest::state_isReportedAnew_onceItWasForgotten()
 
 void MmrContextNotifierTest::status_data()
 {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("then");
-    QTest::addColumn<QString>("outcome");
+    const Table row("before", "then", "outcome");
     const char *prefix = "W MmrContextNotifier::onPpsStatusChanged: ";
     const auto warned = [&](const char *name, const char *then, const char *warning) {
-        row(name, "", then, (QByteArray(prefix) + warning).constData());
+        row(name, "", then, QByteArray(prefix) + warning);
     };
     row("position", "", "status position::4500", "positionChanged(4500)");
     row("position, same", "status position::4500", "status position::4500", "");
@@ -253,9 +248,7 @@ void MmrContextNotifierTest::status_data()
 
 void MmrContextNotifierTest::metaData_data()
 {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("then");
-    QTest::addColumn<QString>("outcome");
+    const Table row("before", "then", "outcome");
     row("title alone", "", "q1 md_title_name::T", "metaDataChanged(QMap((title, QVariant(QString, T))))");
     row("another track's", "", "q2 md_title_name::T", "");
     row("duration and seekable", "", "q1 md_title_duration:n:900 md_title_seekable:b:true",
@@ -271,8 +264,8 @@ void MmrContextNotifierTest::metaData_data()
         "(genre, QVariant(QString, f))(other, QVariant(QString, j))(sample_rate, QVariant(QString, g))"
         "(track, QVariant(QString, h))(uri, QVariant(QString, i))))");
 
-    const auto size = [](const char *name, const char *width, const char *height, const char *pixelWidth,
-                         const char *pixelHeight, const char *outcome) {
+    const auto size = [&](const char *name, const char *width, const char *height, const char *pixelWidth,
+                          const char *pixelHeight, const char *outcome) {
         QStringList attributes{QStringLiteral("q1")};
         QStringList values;
         const std::tuple<const char *, const char *, const char *> all[] = {
@@ -289,8 +282,7 @@ void MmrContextNotifierTest::metaData_data()
             values += QStringLiteral("(%1, QVariant(QString, %2))").arg(QLatin1String(key), QLatin1String(value));
         }
         const QString metaData = QStringLiteral("metaDataChanged(QMap(%1))").arg(values.join(QString()));
-        row(name, "", attributes.join(QLatin1Char(' ')).toLatin1().constData(),
-            (QString::fromLatin1(outcome) + metaData).toLatin1().constData());
+        row(name, "", attributes.join(QLatin1Char(' ')), QString::fromLatin1(outcome) + metaData);
     };
     size("wide pixels", "720", "480", "8", "9", "videoDimensionsChanged(QSize(720, 540)) | ");
     size("square pixels", "720", "480", "10", "10", "videoDimensionsChanged(QSize(720, 480)) | ");
@@ -304,9 +296,7 @@ void MmrContextNotifierTest::metaData_data()
 
 void MmrContextNotifierTest::playQueue_data()
 {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("then");
-    QTest::addColumn<QString>("outcome");
+    const Table row("before", "then", "outcome");
     row("next track", "q2 md_title_name::B", "play-queue current:n:2 total:n:3",
         "trackChanged(2) | metaDataChanged(QMap((title, QVariant(QString, B)))) | trackCountChanged(3)");
     row("next track without metadata", "", "play-queue current:n:2", "trackChanged(2)");
@@ -318,9 +308,7 @@ void MmrContextNotifierTest::playQueue_data()
 
 void MmrContextNotifierTest::parameters_data()
 {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("then");
-    QTest::addColumn<QString>("outcome");
+    const Table row("before", "then", "outcome");
     row("input, new: sent back", "", "input repeat::track", "mmr_input_parameters repeat=track");
     row("input, known", "input repeat::track", "input repeat::track", "");
     row("input, changed: all are sent", "input a::1 repeat::track", "input repeat::all",
@@ -338,12 +326,7 @@ void MmrContextNotifierTest::parameters_data()
 
 void MmrContextNotifierTest::command_data()
 {
-    QTest::addColumn<Action>("given");
-    QTest::addColumn<Action>("act");
-    QTest::addColumn<QString>("outcome");
-    const auto commandRow = [](const char *name, const Action &given, const Action &act, const char *outcome) {
-        QTest::newRow(name) << given << act << QString::fromLatin1(outcome);
-    };
+    const Rows<Action, Action, QString> row("given", "act", "outcome");
     const Action nothing = [](MonitorFixture &) { return MediaError::None; };
     const auto failing = [](const char *function, MediaError::Type error) -> Action {
         return [=](MonitorFixture &f) {
@@ -360,59 +343,58 @@ void MmrContextNotifierTest::command_data()
     };
     const auto attach = [&](const char *type) { return call(&N::attachInput, url, QString::fromLatin1(type)); };
 
-    commandRow("attach a medium", nothing, attach("autolist"), "mmr_input_attach u autolist | mmr_track_parameters 0");
-    commandRow("attach a medium with parameters of track 1", parameter(1, "n"), attach("autolist"),
-               "mmr_input_parameters n=v | mmr_input_attach u autolist | mmr_track_parameters 0");
-    commandRow("attach a playlist", parameter(1, "subpicture_url"), attach("playlist"),
-               "mmr_track_parameters 0 subpicture_url=v | mmr_input_attach u playlist | mmr_track_parameters 0");
-    commandRow("attach a recording source", parameter(1, "n"), attach("track"),
-               "mmr_input_attach u track | mmr_track_parameters 0");
-    commandRow("attach, refused", failing("mmr_input_attach", MediaError::Permission), attach("track"),
-               "mmr_input_attach u track | mmr_track_parameters 0 | -> Permission");
-    commandRow("attach, defaults refused", failing("mmr_track_parameters", MediaError::Internal), attach("track"),
-               "mmr_input_attach u track | mmr_track_parameters 0 | "
-               "C MmrContextNotifier::updateTrackParameters: Unable to set track parameters. track=0");
-    commandRow("seek", nothing, call(&N::seek, 3u, 1500u), "mmr_seek 3:1500");
-    commandRow("seek with parameters", parameter(3, "n"), call(&N::seek, 3u, 1500u),
-               "mmr_track_parameters 3 n=v | mmr_seek 3:1500");
-    commandRow("seek, parameters invalid: tried for the next track",
-               both(parameter(3, "n"), failing("mmr_track_parameters", MediaError::InvalidParameter)),
-               call(&N::seek, 3u, 0u),
-               "mmr_track_parameters 3 n=v | mmr_track_parameters 0 n=v | "
-               "C MmrContextNotifier::updateTrackParameters: Unable to set track parameters. track=3 | "
-               "C MmrContextNotifier::updateTrackParameters: Unable to set track parameters. track=0 | "
-               "-> InvalidParameter");
-    commandRow("seek, parameters refused", both(parameter(3, "n"), failing("mmr_track_parameters", MediaError::Read)),
-               call(&N::seek, 3u, 0u),
-               "mmr_track_parameters 3 n=v | "
-               "C MmrContextNotifier::updateTrackParameters: Unable to set track parameters. track=3 | -> Read");
-    commandRow("seek, refused", failing("mmr_seek", MediaError::InvalidState), call(&N::seek, 3u, 5u),
-               "mmr_seek 3:5 | C MmrContextNotifier::seek: Error seeking. track=3, position=5, error=InvalidState | "
-               "-> InvalidState");
+    row("attach a medium", nothing, attach("autolist"), "mmr_input_attach u autolist | mmr_track_parameters 0");
+    row("attach a medium with parameters of track 1", parameter(1, "n"), attach("autolist"),
+        "mmr_input_parameters n=v | mmr_input_attach u autolist | mmr_track_parameters 0");
+    row("attach a playlist", parameter(1, "subpicture_url"), attach("playlist"),
+        "mmr_track_parameters 0 subpicture_url=v | mmr_input_attach u playlist | mmr_track_parameters 0");
+    row("attach a recording source", parameter(1, "n"), attach("track"),
+        "mmr_input_attach u track | mmr_track_parameters 0");
+    row("attach, refused", failing("mmr_input_attach", MediaError::Permission), attach("track"),
+        "mmr_input_attach u track | mmr_track_parameters 0 | -> Permission");
+    row("attach, defaults refused", failing("mmr_track_parameters", MediaError::Internal), attach("track"),
+        "mmr_input_attach u track | mmr_track_parameters 0 | "
+        "C MmrContextNotifier::updateTrackParameters: Unable to set track parameters. track=0");
+    row("seek", nothing, call(&N::seek, 3u, 1500u), "mmr_seek 3:1500");
+    row("seek with parameters", parameter(3, "n"), call(&N::seek, 3u, 1500u),
+        "mmr_track_parameters 3 n=v | mmr_seek 3:1500");
+    row("seek, parameters invalid: tried for the next track",
+        both(parameter(3, "n"), failing("mmr_track_parameters", MediaError::InvalidParameter)), call(&N::seek, 3u, 0u),
+        "mmr_track_parameters 3 n=v | mmr_track_parameters 0 n=v | "
+        "C MmrContextNotifier::updateTrackParameters: Unable to set track parameters. track=3 | "
+        "C MmrContextNotifier::updateTrackParameters: Unable to set track parameters. track=0 | "
+        "-> InvalidParameter");
+    row("seek, parameters refused", both(parameter(3, "n"), failing("mmr_track_parameters", MediaError::Read)),
+        call(&N::seek, 3u, 0u),
+        "mmr_track_parameters 3 n=v | "
+        "C MmrContextNotifier::updateTrackParameters: Unable to set track parameters. track=3 | -> Read");
+    row("seek, refused", failing("mmr_seek", MediaError::InvalidState), call(&N::seek, 3u, 5u),
+        "mmr_seek 3:5 | C MmrContextNotifier::seek: Error seeking. track=3, position=5, error=InvalidState | "
+        "-> InvalidState");
     const auto input = [](const char *value) {
         return call(&N::updateInputParameter, QStringLiteral("n"), QString::fromLatin1(value));
     };
-    commandRow("input parameter, empty: not sent", nothing, input(""), "mmr_input_parameters");
-    commandRow("input parameter, refused: kept", both(failing("mmr_input_parameters", MediaError::Read), input("v")),
-               call(&N::updateInputParameter, QStringLiteral("m"), QStringLiteral("w")),
-               "mmr_input_parameters m=w n=v | "
-               "C MmrContextNotifier::updateInputParameter: Unable to set input parameters. | -> Read");
+    row("input parameter, empty: not sent", nothing, input(""), "mmr_input_parameters");
+    row("input parameter, refused: kept", both(failing("mmr_input_parameters", MediaError::Read), input("v")),
+        call(&N::updateInputParameter, QStringLiteral("m"), QStringLiteral("w")),
+        "mmr_input_parameters m=w n=v | "
+        "C MmrContextNotifier::updateInputParameter: Unable to set input parameters. | -> Read");
     const auto badKey = [](MonitorFixture &f) {
         f.renderer.failKey(QStringLiteral("n"));
         return MediaError::None;
     };
-    commandRow("input parameter, bad key", badKey, input("v"),
-               "W MmrContextNotifier::createDictionaryFromMap: Unable to create parameter. \"n\"=\"v\" | "
-               "-> InvalidParameter");
-    commandRow("input parameters: not kept", call(&N::updateInputParameters, QVariantMap{{QStringLiteral("a"), 1}}),
-               input("v"), "mmr_input_parameters n=v");
+    row("input parameter, bad key", badKey, input("v"),
+        "W MmrContextNotifier::createDictionaryFromMap: Unable to create parameter. \"n\"=\"v\" | "
+        "-> InvalidParameter");
+    row("input parameters: not kept", call(&N::updateInputParameters, QVariantMap{{QStringLiteral("a"), 1}}),
+        input("v"), "mmr_input_parameters n=v");
     const auto idle = [](MonitorFixture &f) {
         f.publish(QStringLiteral("state state::idle speed:n:1000"));
         return MediaError::None;
     };
-    commandRow("track parameter while idle: kept for later", idle, parameter(1, "n"), "");
-    commandRow("track parameter that was kept", both(idle, parameter(1, "n")), attach("autolist"),
-               "mmr_input_parameters n=v | mmr_input_attach u autolist | mmr_track_parameters 0");
+    row("track parameter while idle: kept for later", idle, parameter(1, "n"), "");
+    row("track parameter that was kept", both(idle, parameter(1, "n")), attach("autolist"),
+        "mmr_input_parameters n=v | mmr_input_attach u autolist | mmr_track_parameters 0");
 }
 
 void MmrContextNotifierTest::command()

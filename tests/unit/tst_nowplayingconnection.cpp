@@ -8,6 +8,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <Files.h>
+#include <Rows.h>
+
 #include <functional>
 #include <memory>
 
@@ -136,30 +139,24 @@ void NowPlayingConnectionTest::newConnection_hasItsValues()
 
 void NowPlayingConnectionTest::acquire_data()
 {
-    QTest::addColumn<QStringList>("answers");
-    QTest::addColumn<MediaError::Type>("error");
-    QTest::addColumn<QStringList>("signals");
-    QTest::addColumn<QString>("lines");
+    const Rows<QStringList, MediaError::Type, QStringList, QString> row("answers", "error", "signals", "lines");
     const QString prefix = QStringLiteral("W NowPlayingConnectionPrivate::");
     const auto lines = [&](const char *first, const char *error) {
         QString text = prefix + QLatin1String("acquire: Error trying to acquire the service. error=") + error;
         return *first ? prefix + QLatin1String("handleAcquireResult: ") + first + QLatin1Char('|') + text : text;
     };
-    QTest::newRow("granted") << QStringList{"res::acquire"} << MediaError::None << QStringList{"acquired()"}
-                             << QString();
-    QTest::newRow("id is not compared") << QStringList{"res::acquire|id::other"} << MediaError::None
-                                        << QStringList{"acquired()"} << QString();
-    QTest::newRow("refused") << QStringList{"res::acquire|err::revoked"} << MediaError::ResourceUnavailable
-                             << QStringList() << lines("Service is unavailable", "ResourceUnavailable");
-    QTest::newRow("unknown error") << QStringList{"res::acquire|err:n:7"} << MediaError::Internal << QStringList()
-                                   << lines("Unknown acquire error. err=\"7\"", "Internal");
-    QTest::newRow("other answer") << QStringList{"res::register"} << MediaError::InvalidParameter << QStringList()
-                                  << lines("", "InvalidParameter");
-    QTest::newRow("commands before the answer")
-        << QStringList{"msg::track|dat::play", "msg::track|dat::sendData", "msg::revoke", "res::acquire"}
-        << MediaError::None << QStringList{"play()", "controllerActiveChanged(true)", "acquired()"} << QString();
-    QTest::newRow("service goes") << QStringList{"msg::track|dat::play", "gone"} << MediaError::Internal
-                                  << QStringList{"play()"} << prefix + "acquire: Unable to send acquire message.";
+    row("granted", {"res::acquire"}, MediaError::None, {"acquired()"}, {});
+    row("id is not compared", {"res::acquire|id::other"}, MediaError::None, {"acquired()"}, {});
+    row("refused", {"res::acquire|err::revoked"}, MediaError::ResourceUnavailable, {},
+        lines("Service is unavailable", "ResourceUnavailable"));
+    row("unknown error", {"res::acquire|err:n:7"}, MediaError::Internal, {},
+        lines("Unknown acquire error. err=\"7\"", "Internal"));
+    row("other answer", {"res::register"}, MediaError::InvalidParameter, {}, lines("", "InvalidParameter"));
+    row("commands before the answer",
+        {"msg::track|dat::play", "msg::track|dat::sendData", "msg::revoke", "res::acquire"}, MediaError::None,
+        {"play()", "controllerActiveChanged(true)", "acquired()"}, {});
+    row("service goes", {"msg::track|dat::play", "gone"}, MediaError::Internal, {"play()"},
+        prefix + "acquire: Unable to send acquire message.");
 }
 
 void NowPlayingConnectionTest::acquire()
@@ -218,11 +215,7 @@ void NowPlayingConnectionTest::acquire_worksAgain_afterServiceWent()
 
 void NowPlayingConnectionTest::registration_data()
 {
-    QTest::addColumn<Action>("act");
-    QTest::addColumn<QString>("data");
-    const auto row = [](const char *name, const Action &act, const char *data) {
-        QTest::newRow(name) << act << QString::fromLatin1(data);
-    };
+    const Rows<Action, QString> row("act", "data");
     row(
         "high priority", [](Fixture &f) { f.connection.setPriorityLevel(PriorityLevel::High); },
         R"({"audio":"general","name":"player","overlay":"plain","prio":"high"})");
@@ -280,13 +273,12 @@ void NowPlayingConnectionTest::revoke_closesAndTells_onlyWhenAcquired()
 
 void NowPlayingConnectionTest::preempted_isWhatStatusSays_data()
 {
-    QTest::addColumn<QString>("status");
-    QTest::addColumn<bool>("preempted");
-    QTest::newRow("no status") << QString() << false;
-    QTest::newRow("nobody named") << QStringLiteral("status active_pid:n:1") << false;
-    QTest::newRow("itself") << QStringLiteral("status active_name::player") << false;
-    QTest::newRow("another") << QStringLiteral("status active_name::other") << true;
-    QTest::newRow("free") << QStringLiteral("status active_name::") << true;
+    const Rows<QString, bool> row("status", "preempted");
+    row("no status", {}, false);
+    row("nobody named", "status active_pid:n:1", false);
+    row("itself", "status active_name::player", false);
+    row("another", "status active_name::other", true);
+    row("free", "status active_name::", true);
 }
 
 void NowPlayingConnectionTest::preempted_isWhatStatusSays()
@@ -303,10 +295,9 @@ void NowPlayingConnectionTest::preempted_isWhatStatusSays()
 
 void NowPlayingConnectionTest::message_data()
 {
-    QTest::addColumn<QString>("signals");
-    QTest::addColumn<QString>("lines");
-    const auto row = [](const char *message, const char *signalText, const char *lines = "") {
-        QTest::newRow(message) << QString::fromLatin1(signalText) << QString::fromLatin1(lines);
+    const Rows<QString, QString> add("signals", "lines");
+    const auto row = [&](const char *message, const char *signalText, const char *lines = "") {
+        add(message, signalText, lines);
     };
     row("msg::track|dat::next", "next()");
     row("msg::track|dat::prev", "previous()");
@@ -378,14 +369,9 @@ void NowPlayingConnectionTest::revokeMessage_tellsWho_onlyWhenAcquired()
 
 void NowPlayingConnectionTest::setter_data()
 {
-    QTest::addColumn<Action>("act");
-    QTest::addColumn<QString>("signals");
-    QTest::addColumn<QStringList>("messages");
-    QTest::addColumn<QString>("lines");
-    const auto row = [](const char *name, const Action &act, const char *signalText, const QStringList &messages,
-                        const char *lines = "") {
-        QTest::newRow(name) << act << QString::fromLatin1(signalText) << messages << QString::fromLatin1(lines);
-    };
+    const Rows<Action, QString, QStringList, QString> add("act", "signals", "messages", "lines");
+    const auto row = [&](const char *name, const Action &act, const char *signalText, const QStringList &messages,
+                         const char *lines = "") { add(name, act, signalText, messages, lines); };
     const QVariantMap metaData{{"title", "A"}};
     row("metadata", [=](Fixture &f) { f.connection.setMetaData(metaData); },
         "metaDataChanged(QMap((title, QVariant(QString, A))))", {metaDataMessage({{"title", "A"}, {"track", "A"}})});
@@ -473,10 +459,9 @@ void NowPlayingConnectionTest::setter()
 
 void NowPlayingConnectionTest::metaData_data()
 {
-    QTest::addColumn<Action>("given");
-    QTest::addColumn<QString>("message");
-    const auto row = [](const char *name, const Action &given, const QVariantMap &entries) {
-        QTest::newRow(name) << given << metaDataMessage(entries);
+    const Rows<Action, QString> add("given", "message");
+    const auto row = [&](const char *name, const Action &given, const QVariantMap &entries) {
+        add(name, given, metaDataMessage(entries));
     };
     const auto withMetaData = [](const QVariantMap &metaData) {
         return [=](Fixture &f) { f.connection.setMetaData(metaData); };
@@ -497,9 +482,7 @@ void NowPlayingConnectionTest::metaData_data()
     const QString here = QCoreApplication::applicationFilePath();
     row("icon", [=](Fixture &f) { f.connection.setIconUrl(QUrl::fromLocalFile(here)); },
         {{"albumArtwork", QString(QLatin1String("file://") + here)}});
-    QFile odd(m_folder.filePath(QStringLiteral("ä b%20.png")));
-    QVERIFY(odd.open(QFile::WriteOnly));
-    QUrl icon = QUrl::fromLocalFile(odd.fileName());
+    QUrl icon = QUrl::fromLocalFile(writeFile(m_folder.filePath(QStringLiteral("ä b%20.png")), {}));
     const QString artwork = QString::fromLatin1(icon.toEncoded());
     row("icon with a blank, an umlaut and a percent sign", [=](Fixture &f) { f.connection.setIconUrl(icon); },
         {{"albumArtwork", artwork}});
@@ -560,12 +543,7 @@ void NowPlayingConnectionTest::state_isPublished_onlyWhenAcquired()
 
 void NowPlayingConnectionTest::connection_mayGo_inEachSlot_data()
 {
-    QTest::addColumn<Action>("given");
-    QTest::addColumn<Action>("act");
-    QTest::addColumn<int>("signalCount");
-    const auto row = [](const char *name, const Action &given, const Action &act, int signalCount) {
-        QTest::newRow(name) << given << act << signalCount;
-    };
+    const Rows<Action, Action, int> row("given", "act", "signalCount");
     const Action nothing = [](Fixture &) {};
     const Action acquire = [](Fixture &f) { f.connection.acquire(); };
     const Action acquired = [](Fixture &f) { f.acquire(); };

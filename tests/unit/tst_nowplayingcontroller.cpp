@@ -7,6 +7,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <functional>
 #include <memory>
 
@@ -89,11 +91,8 @@ private Q_SLOTS:
 
 void NowPlayingControllerTest::command_isWrittenAsItStands_data()
 {
-    QTest::addColumn<Command>("command");
-    QTest::addColumn<QString>("message");
-    const auto row = [](const char *message, const Command &command) {
-        QTest::newRow(message) << command << QString::fromLatin1(message);
-    };
+    const Rows<Command, QString> add("command", "message");
+    const auto row = [&](const char *message, const Command &command) { add(message, command, message); };
     row("msg::m_play", [](C &c) { return c.play(); });
     row("msg::m_pause", [](C &c) { return c.pause(); });
     row("msg::m_playpause", [](C &c) { return c.playPause(); });
@@ -107,9 +106,9 @@ void NowPlayingControllerTest::command_isWrittenAsItStands_data()
     row("msg::v_mute|dat:b:true", [](C &c) { return c.setMute(true); });
     row("msg::v_mute|dat:b:false", [](C &c) { return c.setMute(false); });
     for (const auto &[value, level] : {std::pair(0.5, 50), {0.999, 99}, {1.7, 100}, {-0.2, 0}, {1e300, 100}}) {
-        QTest::newRow(qPrintable(QStringLiteral("volume %1").arg(value)))
-            << Command([volume = value](C &c) { return c.setVolume(volume); })
-            << QStringLiteral("msg::v_set|dat::%1").arg(level);
+        add(qPrintable(QStringLiteral("volume %1").arg(value)),
+            Command([volume = value](C &c) { return c.setVolume(volume); }),
+            QStringLiteral("msg::v_set|dat::%1").arg(level));
     }
     row(R"(msg::m_command|dat:json:{"command":"repeat"})", [](C &c) { return c.repeat(); });
     row(R"(msg::m_command|dat:json:{"command":"shuffle"})", [](C &c) { return c.shuffle(); });
@@ -117,14 +116,14 @@ void NowPlayingControllerTest::command_isWrittenAsItStands_data()
         return QStringLiteral("msg::m_command|dat:json:{\"command\":\"%1\", \"value\":\"%2\"}").arg(command, mode);
     };
     const auto repeat = [](RepeatMode::Type mode) { return Command([=](C &c) { return c.repeat(mode); }); };
-    QTest::newRow("repeat none") << repeat(RepeatMode::None) << modeMessage("repeat", "none");
-    QTest::newRow("repeat track") << repeat(RepeatMode::Track) << modeMessage("repeat", "track");
-    QTest::newRow("repeat all") << repeat(RepeatMode::All) << modeMessage("repeat", "all");
-    QTest::newRow("repeat unsupported") << repeat(RepeatMode::Unsupported) << modeMessage("repeat", "none");
+    add("repeat none", repeat(RepeatMode::None), modeMessage("repeat", "none"));
+    add("repeat track", repeat(RepeatMode::Track), modeMessage("repeat", "track"));
+    add("repeat all", repeat(RepeatMode::All), modeMessage("repeat", "all"));
+    add("repeat unsupported", repeat(RepeatMode::Unsupported), modeMessage("repeat", "none"));
     const auto shuffle = [](ShuffleMode::Type mode) { return Command([=](C &c) { return c.shuffle(mode); }); };
-    QTest::newRow("shuffle off") << shuffle(ShuffleMode::Off) << modeMessage("shuffle", "off");
-    QTest::newRow("shuffle all") << shuffle(ShuffleMode::All) << modeMessage("shuffle", "all");
-    QTest::newRow("shuffle unsupported") << shuffle(ShuffleMode::Unsupported) << modeMessage("shuffle", "off");
+    add("shuffle off", shuffle(ShuffleMode::Off), modeMessage("shuffle", "off"));
+    add("shuffle all", shuffle(ShuffleMode::All), modeMessage("shuffle", "all"));
+    add("shuffle unsupported", shuffle(ShuffleMode::Unsupported), modeMessage("shuffle", "off"));
 }
 
 void NowPlayingControllerTest::command_isWrittenAsItStands()
@@ -210,13 +209,9 @@ void NowPlayingControllerTest::subscription_comesAgain_afterServiceWent()
 
 void NowPlayingControllerTest::messages_data()
 {
-    QTest::addColumn<QStringList>("messages");
-    QTest::addColumn<QStringList>("signals");
-    QTest::addColumn<QString>("lines");
-    const auto row = [](const char *name, const QStringList &messages, const QStringList &signalTexts,
-                        const char *lines = "") {
-        QTest::newRow(name) << messages << signalTexts << QString::fromLatin1(lines);
-    };
+    const Rows<QStringList, QStringList, QString> add("messages", "signals", "lines");
+    const auto row = [&](const char *name, const QStringList &messages, const QStringList &signalTexts,
+                         const char *lines = "") { add(name, messages, signalTexts, lines); };
     const auto update = [](const char *entries) {
         return QStringLiteral("msg::md_update|dat:json:{%1}").arg(QLatin1String(entries));
     };
@@ -334,14 +329,9 @@ void NowPlayingControllerTest::getters_giveTheCache_whileSubscribed()
 
 void NowPlayingControllerTest::getter_asksService_data()
 {
-    QTest::addColumn<Getter>("getter");
-    QTest::addColumn<QStringList>("answers");
-    QTest::addColumn<QVariant>("value");
+    const Rows<Getter, QStringList, QVariant> row("getter", "answers", "value");
     const QStringList playing{"msg::m_state|dat::playing", Update, "msg::m_active_pid|dat:n:7"};
     const QStringList free{"msg::m_active_pid|dat:n:0"};
-    const auto row = [](const char *name, Getter getter, const QStringList &answers, const QVariant &value) {
-        QTest::newRow(name) << getter << answers << value;
-    };
     const Getter mediaState = get<&C::mediaState>;
     const Getter repeatMode = get<&C::repeatMode>;
     row("state", mediaState, playing, QVariant::fromValue(MediaState::Started));

@@ -6,6 +6,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <cmath>
 
 using namespace voro::multimedia;
@@ -19,17 +21,17 @@ class PlayerSettingsTest : public QObject {
 
 private Q_SLOTS:
     void prepareWithOutputs_data();
-    void prepareWithOutputs() { tryPlayerRow(); }
+    void prepareWithOutputs() { tryRow<P>(); }
     void output_data();
-    void output() { tryPlayerRow(); }
+    void output() { tryRow<P>(); }
     void window_data();
-    void window() { tryPlayerRow(); }
+    void window() { tryRow<P>(); }
     void closedCaption_data();
-    void closedCaption() { tryPlayerRow(); }
+    void closedCaption() { tryRow<P>(); }
     void audioSetting_data();
-    void audioSetting() { tryPlayerRow(); }
+    void audioSetting() { tryRow<P>(); }
     void otherSetting_data();
-    void otherSetting() { tryPlayerRow(); }
+    void otherSetting() { tryRow<P>(); }
 
     void equalizerPreset_isSentUnderTheRenderersName();
     void dictionaryFailure_isRefused_andLeaksNothing_data();
@@ -38,7 +40,7 @@ private Q_SLOTS:
 
 void PlayerSettingsTest::prepareWithOutputs_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto withWindows = [](VideoOutput::Type output, const char *group) {
         return after(withSource, call(&P::setVideoOutput, output), call(&P::setWindowId, QStringLiteral("w")),
                      call(&P::setClosedCaptionWindowId, QStringLiteral("c")),
@@ -55,8 +57,8 @@ void PlayerSettingsTest::prepareWithOutputs_data()
     };
     const int primary = voro::device::DisplayInfo::primaryDisplayId();
     const int secondary = voro::device::DisplayInfo::secondaryDisplayId();
-    const auto prepareRow = [](const char *name, const Preparation &given, const QString &calls) {
-        playerRow(name, given, call(&P::prepare), calls + "; mediaStateChanged(Prepared); mediaState=Prepared");
+    const auto prepareRow = [&](const char *name, const Preparation &given, const QString &calls) {
+        row(name, given, call(&P::prepare), calls + "; mediaStateChanged(Prepared); mediaState=Prepared");
     };
     prepareRow("primary display, own window group", withWindows(VideoOutput::PrimaryDisplay, ""),
                attached(voro::UIToolkitSupport().windowGroupID(), primary));
@@ -71,7 +73,7 @@ void PlayerSettingsTest::prepareWithOutputs_data()
 
 void PlayerSettingsTest::output_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto video = [](int output) { return call(&P::setVideoOutput, static_cast<VideoOutput::Type>(output)); };
     const auto audio = [](int output) { return call(&P::setAudioOutput, static_cast<AudioOutput::Type>(output)); };
     const auto part = [](int x, int y, unsigned int width, unsigned int height) {
@@ -80,74 +82,71 @@ void PlayerSettingsTest::output_data()
     const QString unpreparedWithCaptions =
         QStringLiteral("mmr_track_parameters 1 subpicture_index=0; ") + unprepared.section("; ", 1);
 
-    playerRow("video, no output", newPlayer, video(3),
-              "W MediaPlayer::setVideoOutput: Invalid video output value. videoOutput=3");
-    playerRow("video, same", startedWithVideo, video(VideoOutput::PrimaryDisplay),
-              "W MediaPlayer::setVideoOutput: Ignoring attempt to set same video output.");
-    playerRow("video off while playing", startedWithVideo, video(VideoOutput::None),
-              "mmr_input_detach; " + unpreparedWithCaptions
-                  + "; mmr_input_detach; mmr_output_detach 1; mmr_input_detach; mmr_output_detach 2; "
-                    "videoOutputChanged(None); videoOutput=None; mediaState=Unprepared");
-    playerRow("other display while playing", startedWithVideo, video(VideoOutput::SecondaryDisplay),
-              "mmr_input_detach; " + unpreparedWithCaptions
-                  + "; mmr_output_detach 1; mmr_input_detach; mmr_output_detach 2; "
-                    "videoOutputChanged(SecondaryDisplay); videoOutput=SecondaryDisplay; mediaState=Unprepared");
-    playerRow("video, refused", after(prepared, failing("mmr_input_detach", MediaError::Internal)),
-              video(VideoOutput::PrimaryDisplay),
-              "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Internal; "
-              "W MediaPlayer::setVideoOutput: Unable to detach existing input. error=1; -> Internal");
-    playerRow("video, output refuses", after(startedWithVideo, failing("mmr_output_detach", MediaError::Internal)),
-              video(VideoOutput::SecondaryDisplay),
-              "mmr_input_detach; " + unpreparedWithCaptions
-                  + "; mmr_output_detach 1; C MediaPlayerPrivate::detachOutput: Error detaching existing output. "
-                    "output=1, error=Internal; "
-                    "W MediaPlayer::setVideoOutput: Unable to detach the video output. error=1; mediaState=Unprepared; "
-                    "-> Internal");
-    playerRow("audio, same", prepared, audio(AudioOutput::Default), "");
+    row("video, no output", newPlayer, video(3),
+        "W MediaPlayer::setVideoOutput: Invalid video output value. videoOutput=3");
+    row("video, same", startedWithVideo, video(VideoOutput::PrimaryDisplay),
+        "W MediaPlayer::setVideoOutput: Ignoring attempt to set same video output.");
+    row("video off while playing", startedWithVideo, video(VideoOutput::None),
+        "mmr_input_detach; " + unpreparedWithCaptions
+            + "; mmr_input_detach; mmr_output_detach 1; mmr_input_detach; mmr_output_detach 2; "
+              "videoOutputChanged(None); videoOutput=None; mediaState=Unprepared");
+    row("other display while playing", startedWithVideo, video(VideoOutput::SecondaryDisplay),
+        "mmr_input_detach; " + unpreparedWithCaptions
+            + "; mmr_output_detach 1; mmr_input_detach; mmr_output_detach 2; "
+              "videoOutputChanged(SecondaryDisplay); videoOutput=SecondaryDisplay; mediaState=Unprepared");
+    row("video, refused", after(prepared, failing("mmr_input_detach", MediaError::Internal)),
+        video(VideoOutput::PrimaryDisplay),
+        "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Internal; "
+        "W MediaPlayer::setVideoOutput: Unable to detach existing input. error=1; -> Internal");
+    row("video, output refuses", after(startedWithVideo, failing("mmr_output_detach", MediaError::Internal)),
+        video(VideoOutput::SecondaryDisplay),
+        "mmr_input_detach; " + unpreparedWithCaptions
+            + "; mmr_output_detach 1; C MediaPlayerPrivate::detachOutput: Error detaching existing output. "
+              "output=1, error=Internal; "
+              "W MediaPlayer::setVideoOutput: Unable to detach the video output. error=1; mediaState=Unprepared; "
+              "-> Internal");
+    row("audio, same", prepared, audio(AudioOutput::Default), "");
     // The detached input has made the player unprepared, so the output stays attached; this order is required.
-    playerRow("audio off, prepared", prepared, audio(AudioOutput::None),
-              "mmr_input_detach; " + unprepared
-                  + "; audioOutputChanged(None); audioOutput=None; mediaState=Unprepared");
-    playerRow("audio, another number while playing", started, audio(7),
-              "mmr_input_detach; " + unprepared
-                  + "; mmr_output_detach 0; audioOutputChanged(); audioOutput=; mediaState=Unprepared");
-    playerRow("audio, refused", after(started, failing("mmr_input_detach", MediaError::Internal)),
-              audio(AudioOutput::None),
-              "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Internal; "
-              "C MediaPlayer::setAudioOutput: Unable to detach existing input. error=1; -> Internal");
+    row("audio off, prepared", prepared, audio(AudioOutput::None),
+        "mmr_input_detach; " + unprepared + "; audioOutputChanged(None); audioOutput=None; mediaState=Unprepared");
+    row("audio, another number while playing", started, audio(7),
+        "mmr_input_detach; " + unprepared
+            + "; mmr_output_detach 0; audioOutputChanged(); audioOutput=; mediaState=Unprepared");
+    row("audio, refused", after(started, failing("mmr_input_detach", MediaError::Internal)), audio(AudioOutput::None),
+        "mmr_input_detach; C MediaPlayerPrivate::detachInput: Error detaching existing input. error=Internal; "
+        "C MediaPlayer::setAudioOutput: Unable to detach existing input. error=1; -> Internal");
 
-    playerRow("part of the pictures", startedWithVideo, part(1, 2, 30, 40),
-              "mmr_output_parameters 1 video_src_x=1 video_src_y=2 video_src_h=40 video_src_w=30");
-    playerRow("empty part", startedWithVideo, part(1, 2, 0, 40),
-              "mmr_output_parameters 1 video_src_x=0 video_src_y=0 video_src_h=0 video_src_w=0");
-    playerRow("part beyond all numbers", startedWithVideo, part(std::numeric_limits<int>::min(), 0, 0xffffffff, 1),
-              "mmr_output_parameters 1 video_src_x=-2147483648 video_src_y=0 video_src_h=1 video_src_w=4294967295");
-    playerRow("part without a video output", failing("mmr_output_parameters", MediaError::InvalidParameter),
-              part(0, 0, 1, 1),
-              "mmr_output_parameters -1 video_src_x=0 video_src_y=0 video_src_h=1 video_src_w=1; "
-              "C MediaPlayerPrivate::updateVideoOutputParams: Unable to set video source parameters on player. "
-              "rect=QRect(0,0 1x1); C MediaPlayer::setVideoSourceRect: Unable to set video source parameters. "
-              "src=QRect(0,0 1x1), error=InvalidParameter; -> InvalidParameter");
+    row("part of the pictures", startedWithVideo, part(1, 2, 30, 40),
+        "mmr_output_parameters 1 video_src_x=1 video_src_y=2 video_src_h=40 video_src_w=30");
+    row("empty part", startedWithVideo, part(1, 2, 0, 40),
+        "mmr_output_parameters 1 video_src_x=0 video_src_y=0 video_src_h=0 video_src_w=0");
+    row("part beyond all numbers", startedWithVideo, part(std::numeric_limits<int>::min(), 0, 0xffffffff, 1),
+        "mmr_output_parameters 1 video_src_x=-2147483648 video_src_y=0 video_src_h=1 video_src_w=4294967295");
+    row("part without a video output", failing("mmr_output_parameters", MediaError::InvalidParameter), part(0, 0, 1, 1),
+        "mmr_output_parameters -1 video_src_x=0 video_src_y=0 video_src_h=1 video_src_w=1; "
+        "C MediaPlayerPrivate::updateVideoOutputParams: Unable to set video source parameters on player. "
+        "rect=QRect(0,0 1x1); C MediaPlayer::setVideoSourceRect: Unable to set video source parameters. "
+        "src=QRect(0,0 1x1), error=InvalidParameter; -> InvalidParameter");
 }
 
 void PlayerSettingsTest::window_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const QString id = QStringLiteral("w");
-    playerRow("window", newPlayer, call(&P::setWindowId, id), "windowIdChanged(w); windowId=w");
-    playerRow("group", newPlayer, call(&P::setWindowGroupId, id), "windowGroupIdChanged(w); windowGroupId=w");
-    playerRow("captions", newPlayer, call(&P::setClosedCaptionWindowId, id),
-              "closedCaptionWindowIdChanged(w); closedCaptionWindowId=w");
+    row("window", newPlayer, call(&P::setWindowId, id), "windowIdChanged(w); windowId=w");
+    row("group", newPlayer, call(&P::setWindowGroupId, id), "windowGroupIdChanged(w); windowGroupId=w");
+    row("captions", newPlayer, call(&P::setClosedCaptionWindowId, id),
+        "closedCaptionWindowIdChanged(w); closedCaptionWindowId=w");
     const auto given =
         after(call(&P::setWindowId, id), call(&P::setWindowGroupId, id), call(&P::setClosedCaptionWindowId, id));
-    playerRow("same window", given, call(&P::setWindowId, id), "");
-    playerRow("same group", given, call(&P::setWindowGroupId, id), "");
-    playerRow("same window for captions", given, call(&P::setClosedCaptionWindowId, id), "");
+    row("same window", given, call(&P::setWindowId, id), "");
+    row("same group", given, call(&P::setWindowGroupId, id), "");
+    row("same window for captions", given, call(&P::setClosedCaptionWindowId, id), "");
 }
 
 void PlayerSettingsTest::closedCaption_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto url = QUrl(QStringLiteral("file:///films/a%20b.srt"));
     const auto tracks = [](uint count) { return reported(&N::trackCountChanged, count); };
     const auto onTrack = [](uint track) { return reported(&N::trackChanged, track); };
@@ -155,96 +154,90 @@ void PlayerSettingsTest::closedCaption_data()
     const QString index2 =
         QStringLiteral("closedCaptionIndexChanged(2); closedCaptionIndexChanged(uint 2); closedCaptionIndex=2");
 
-    playerRow("off", startedWithVideo, call(&P::setClosedCaptionEnabled, false),
-              "mmr_track_parameters 1 subpicture_disable=1; closedCaptionEnabledChanged(false); "
-              "closedCaptionEnabled=false");
-    playerRow("on again", after(startedWithVideo, call(&P::setClosedCaptionEnabled, false)),
-              call(&P::setClosedCaptionEnabled, true),
-              "mmr_track_parameters 1 subpicture_disable=0; closedCaptionEnabledChanged(true); "
-              "closedCaptionEnabled=true");
-    playerRow("on already", newPlayer, call(&P::setClosedCaptionEnabled, true), "");
-    playerRow(
-        "off, refused: kept without a signal", after(startedWithVideo, refused),
+    row("off", startedWithVideo, call(&P::setClosedCaptionEnabled, false),
+        "mmr_track_parameters 1 subpicture_disable=1; closedCaptionEnabledChanged(false); "
+        "closedCaptionEnabled=false");
+    row("on again", after(startedWithVideo, call(&P::setClosedCaptionEnabled, false)),
+        call(&P::setClosedCaptionEnabled, true),
+        "mmr_track_parameters 1 subpicture_disable=0; closedCaptionEnabledChanged(true); "
+        "closedCaptionEnabled=true");
+    row("on already", newPlayer, call(&P::setClosedCaptionEnabled, true), "");
+    row("off, refused: kept without a signal", after(startedWithVideo, refused),
         call(&P::setClosedCaptionEnabled, false),
         "mmr_track_parameters 1 subpicture_disable=1; C MmrContextNotifier::updateTrackParameters: Unable to set track "
         "parameters. track=1; W MediaPlayerPrivate::updateTrackParamSubpictureDisabled: Unable to set track subpicture "
         "enabled. error=InvalidParameter; C MediaPlayer::setClosedCaptionEnabled: Unable to set the closed caption "
         "enabled. enabled=false, error=InvalidParameter; closedCaptionEnabled=false; -> InvalidParameter");
-    playerRow("index", startedWithVideo, call(&P::setClosedCaptionIndex, 2u),
-              "mmr_track_parameters 1 subpicture_index=2; " + index2);
-    playerRow("index, without a caption output", newPlayer, call(&P::setClosedCaptionIndex, 2u),
-              "mmr_track_parameters 1; " + index2);
-    playerRow("index, track out of range: no call, kept", after(tracks(3), onTrack(3), tracks(2)),
-              call(&P::setClosedCaptionIndex, 2u),
-              "C MediaPlayerPrivate::updateTrackParamSubpictureIndex: Unable to set out of range track parameters. "
-              "track=3, count=2; C MediaPlayer::setClosedCaptionIndex: Unable to set the closed caption index. "
-              "index=2, error=InvalidParameter; closedCaptionIndex=2; -> InvalidParameter");
-    playerRow(
-        "url", startedWithVideo, call(&P::setClosedCaptionUrl, 1u, url),
+    row("index", startedWithVideo, call(&P::setClosedCaptionIndex, 2u),
+        "mmr_track_parameters 1 subpicture_index=2; " + index2);
+    row("index, without a caption output", newPlayer, call(&P::setClosedCaptionIndex, 2u),
+        "mmr_track_parameters 1; " + index2);
+    row("index, track out of range: no call, kept", after(tracks(3), onTrack(3), tracks(2)),
+        call(&P::setClosedCaptionIndex, 2u),
+        "C MediaPlayerPrivate::updateTrackParamSubpictureIndex: Unable to set out of range track parameters. "
+        "track=3, count=2; C MediaPlayer::setClosedCaptionIndex: Unable to set the closed caption index. "
+        "index=2, error=InvalidParameter; closedCaptionIndex=2; -> InvalidParameter");
+    row("url", startedWithVideo, call(&P::setClosedCaptionUrl, 1u, url),
         "mmr_track_parameters 1 subpicture_url=/films/a b.srt; "
         "closedCaptionUrlChanged(1, file:///films/a b.srt); closedCaptionUrlChanged(uint 1, file:///films/a b.srt)");
-    playerRow("url, same", after(startedWithVideo, call(&P::setClosedCaptionUrl, 1u, url)),
-              call(&P::setClosedCaptionUrl, 1u, QUrl(QStringLiteral("/films/a b.srt"))), "");
-    playerRow("url, other track", newPlayer, call(&P::setClosedCaptionUrl, 2u, url),
-              "W MediaPlayer::setClosedCaptionUrl: Setting the closed caption url is limited to track 1.; -> "
-              "InvalidParameter");
-    playerRow("url, refused", after(startedWithVideo, refused), call(&P::setClosedCaptionUrl, 1u, url),
-              "mmr_track_parameters 1 subpicture_url=/films/a b.srt; C MmrContextNotifier::updateTrackParameters: "
-              "Unable to set track parameters. track=1; W MediaPlayerPrivate::updateTrackParamSubpictureUrl: Unable to "
-              "set track parameter. error=InvalidParameter; C MediaPlayer::setClosedCaptionUrl: Unable to set the "
-              "closed caption url. track=1, url=file:///s/s.srt, error=InvalidParameter; -> InvalidParameter");
-    playerRow("the index follows to a new track",
-              after(startedWithVideo, tracks(3), call(&P::setClosedCaptionIndex, 2u)), onTrack(2),
-              "mmr_track_parameters 2 subpicture_index=2; trackChanged(2); trackChanged(uint 2); track=2");
-    playerRow("a new track that refuses the index is stored without a signal", after(startedWithVideo, refused),
-              onTrack(2),
-              "mmr_track_parameters 2 subpicture_index=0; C MmrContextNotifier::updateTrackParameters: Unable to set "
-              "track parameters. track=2; W MediaPlayerPrivate::updateTrackParamSubpictureIndex: Unable to set track "
-              "parameters. error=InvalidParameter; C MediaPlayerPrivate::onTrackChanged: Unable to update the current "
-              "track with the closed caption index. index=0, error=InvalidParameter; track=2");
+    row("url, same", after(startedWithVideo, call(&P::setClosedCaptionUrl, 1u, url)),
+        call(&P::setClosedCaptionUrl, 1u, QUrl(QStringLiteral("/films/a b.srt"))), "");
+    row("url, other track", newPlayer, call(&P::setClosedCaptionUrl, 2u, url),
+        "W MediaPlayer::setClosedCaptionUrl: Setting the closed caption url is limited to track 1.; -> "
+        "InvalidParameter");
+    row("url, refused", after(startedWithVideo, refused), call(&P::setClosedCaptionUrl, 1u, url),
+        "mmr_track_parameters 1 subpicture_url=/films/a b.srt; C MmrContextNotifier::updateTrackParameters: "
+        "Unable to set track parameters. track=1; W MediaPlayerPrivate::updateTrackParamSubpictureUrl: Unable to "
+        "set track parameter. error=InvalidParameter; C MediaPlayer::setClosedCaptionUrl: Unable to set the "
+        "closed caption url. track=1, url=file:///s/s.srt, error=InvalidParameter; -> InvalidParameter");
+    row("the index follows to a new track", after(startedWithVideo, tracks(3), call(&P::setClosedCaptionIndex, 2u)),
+        onTrack(2), "mmr_track_parameters 2 subpicture_index=2; trackChanged(2); trackChanged(uint 2); track=2");
+    row("a new track that refuses the index is stored without a signal", after(startedWithVideo, refused), onTrack(2),
+        "mmr_track_parameters 2 subpicture_index=0; C MmrContextNotifier::updateTrackParameters: Unable to set "
+        "track parameters. track=2; W MediaPlayerPrivate::updateTrackParamSubpictureIndex: Unable to set track "
+        "parameters. error=InvalidParameter; C MediaPlayerPrivate::onTrackChanged: Unable to update the current "
+        "track with the closed caption index. index=0, error=InvalidParameter; track=2");
 }
 
 void PlayerSettingsTest::audioSetting_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto volume = [](double value) { return call(&P::setVolume, value); };
     const auto autoPause = [](bool on) { return call(&P::setAutoPause, on); };
     const auto equalizer = [](EqualizerPreset::Type preset) { return call(&P::setEqualizerPreset, preset); };
     const auto handle = [](unsigned int value) { return call(&P::setAudioManagerHandle, value); };
     const QString handle7 = QStringLiteral("audioManagerHandleChanged(7); audioManagerHandleChanged(uint 7)");
 
-    playerRow("volume, unprepared: kept for prepare", newPlayer, volume(0.5), "volumeChanged(0.5); volume=0.5");
-    playerRow("volume, same", prepared, volume(1.0), "");
-    playerRow("volume, truncated up to the last step", prepared, volume(0.999),
-              "mmr_output_parameters 0 volume=99; volumeChanged(0.999); volume=0.999");
-    playerRow("volume, truncated to silence", prepared, volume(0.005),
-              "mmr_output_parameters 0 volume=0; volumeChanged(0.005); volume=0.005");
-    playerRow("volume, silence", prepared, volume(0.0), "mmr_output_parameters 0 volume=0; volumeChanged(0); volume=0");
-    playerRow("volume, negative", prepared, volume(-0.1),
-              "W MediaPlayer::setVolume: Volume value out of range. volume=-0.1; -> InvalidParameter");
-    playerRow("volume, too high", prepared, volume(1.01),
-              "W MediaPlayer::setVolume: Volume value out of range. volume=1.01; -> InvalidParameter");
-    playerRow("volume, no number", prepared, volume(std::nan("")),
-              "W MediaPlayer::setVolume: Volume value out of range. volume=nan; -> InvalidParameter");
-    playerRow("auto pause on", prepared, autoPause(true),
-              "mmr_output_parameters 0 volume=100 autopause=yes; autoPauseChanged(true); autoPause=true");
-    playerRow("auto pause off: not sent", after(prepared, autoPause(true)), autoPause(false),
-              "mmr_output_parameters 0 volume=100; autoPauseChanged(false); autoPause=false");
-    playerRow("auto pause, same", prepared, autoPause(false), "");
-    playerRow("equalizer off: not sent", after(prepared, equalizer(EqualizerPreset::Rock)),
-              equalizer(EqualizerPreset::Off),
-              "mmr_output_parameters 0 volume=100; equalizerPresetChanged(Off); equalizerPreset=Off");
-    playerRow("equalizer, same", prepared, equalizer(EqualizerPreset::Off), "");
-    playerRow("handle, with all settings",
-              after(prepared, volume(0.25), autoPause(true), equalizer(EqualizerPreset::RhythmAndBlues)), handle(7),
-              "mmr_output_parameters 0 audioman_handle=7 volume=25 autopause=yes eq_preset=randb; " + handle7
-                  + "; audioManagerHandle=7");
-    playerRow("handle, same: sent and told again", after(prepared, handle(7)), handle(7),
-              "mmr_output_parameters 0 audioman_handle=7 volume=100; " + handle7);
+    row("volume, unprepared: kept for prepare", newPlayer, volume(0.5), "volumeChanged(0.5); volume=0.5");
+    row("volume, same", prepared, volume(1.0), "");
+    row("volume, truncated up to the last step", prepared, volume(0.999),
+        "mmr_output_parameters 0 volume=99; volumeChanged(0.999); volume=0.999");
+    row("volume, truncated to silence", prepared, volume(0.005),
+        "mmr_output_parameters 0 volume=0; volumeChanged(0.005); volume=0.005");
+    row("volume, silence", prepared, volume(0.0), "mmr_output_parameters 0 volume=0; volumeChanged(0); volume=0");
+    row("volume, negative", prepared, volume(-0.1),
+        "W MediaPlayer::setVolume: Volume value out of range. volume=-0.1; -> InvalidParameter");
+    row("volume, too high", prepared, volume(1.01),
+        "W MediaPlayer::setVolume: Volume value out of range. volume=1.01; -> InvalidParameter");
+    row("volume, no number", prepared, volume(std::nan("")),
+        "W MediaPlayer::setVolume: Volume value out of range. volume=nan; -> InvalidParameter");
+    row("auto pause on", prepared, autoPause(true),
+        "mmr_output_parameters 0 volume=100 autopause=yes; autoPauseChanged(true); autoPause=true");
+    row("auto pause off: not sent", after(prepared, autoPause(true)), autoPause(false),
+        "mmr_output_parameters 0 volume=100; autoPauseChanged(false); autoPause=false");
+    row("auto pause, same", prepared, autoPause(false), "");
+    row("equalizer off: not sent", after(prepared, equalizer(EqualizerPreset::Rock)), equalizer(EqualizerPreset::Off),
+        "mmr_output_parameters 0 volume=100; equalizerPresetChanged(Off); equalizerPreset=Off");
+    row("equalizer, same", prepared, equalizer(EqualizerPreset::Off), "");
+    row("handle, with all settings",
+        after(prepared, volume(0.25), autoPause(true), equalizer(EqualizerPreset::RhythmAndBlues)), handle(7),
+        "mmr_output_parameters 0 audioman_handle=7 volume=25 autopause=yes eq_preset=randb; " + handle7
+            + "; audioManagerHandle=7");
+    row("handle, same: sent and told again", after(prepared, handle(7)), handle(7),
+        "mmr_output_parameters 0 audioman_handle=7 volume=100; " + handle7);
 
     const auto refused = [&](const char *name, const Action &act, const char *sent, const char *line) {
-        playerRow(
-            name, after(prepared, failing("mmr_output_parameters", MediaError::OutputUnavailable)), act,
+        row(name, after(prepared, failing("mmr_output_parameters", MediaError::OutputUnavailable)), act,
             QStringLiteral("mmr_output_parameters 0 ") + QLatin1String(sent)
                 + "; W MediaPlayerPrivate::updateAudioOutputParams: Unable to set output parameters. output_id=0; "
                 + line + "; -> OutputUnavailable");
@@ -257,43 +250,43 @@ void PlayerSettingsTest::audioSetting_data()
             "C MediaPlayer::setEqualizerPreset: Unable to set equalizer preset");
     refused("handle, refused", handle(7), "audioman_handle=7 volume=100",
             "W MediaPlayer::setAudioManagerHandle: Unable to set the audio type.");
-    playerRow("settings are sent again by prepare", after(prepared, volume(0.5), call(&P::reset)), call(&P::prepare),
-              "mmr_output_attach audio:default audio; mmr_output_parameters 1 volume=50; "
-              "mmr_track_parameters 0 subpicture_index=0; mmr_input_attach file:///music/a.ogg playlist; "
-              "mmr_track_parameters 0; mmr_input_parameters; mediaStateChanged(Prepared); mediaState=Prepared");
+    row("settings are sent again by prepare", after(prepared, volume(0.5), call(&P::reset)), call(&P::prepare),
+        "mmr_output_attach audio:default audio; mmr_output_parameters 1 volume=50; "
+        "mmr_track_parameters 0 subpicture_index=0; mmr_input_attach file:///music/a.ogg playlist; "
+        "mmr_track_parameters 0; mmr_input_parameters; mediaStateChanged(Prepared); mediaState=Prepared");
 }
 
 void PlayerSettingsTest::otherSetting_data()
 {
-    QTest::addColumn<PlayerCase>("data");
+    const PlayerCases row;
     const auto repeat = [](int mode) { return call(&P::setRepeatMode, static_cast<RepeatMode::Type>(mode)); };
-    playerRow("repeat, unprepared: kept for prepare", newPlayer, repeat(RepeatMode::All),
-              "repeatModeChanged(All); repeatMode=All");
-    playerRow("repeat, prepared", prepared, repeat(RepeatMode::Track),
-              "mmr_input_parameters repeat=track; repeatModeChanged(Track); repeatMode=Track");
-    playerRow("repeat off: an empty value is not sent", after(prepared, repeat(RepeatMode::Track)),
-              repeat(RepeatMode::None), "mmr_input_parameters; repeatModeChanged(None); repeatMode=None");
-    playerRow("repeat, same: sent again", prepared, repeat(RepeatMode::None), "mmr_input_parameters");
-    playerRow("repeat, unsupported", newPlayer, repeat(RepeatMode::Unsupported),
-              "W MediaPlayer::setRepeatMode: Cannot set unsupported repeat mode value on player.; -> UnsupportedValue");
-    playerRow("repeat, no mode", prepared, repeat(4), "W MediaPlayer::setRepeatMode: Invalid repeat mode. mode=4");
-    playerRow("repeat, refused", after(prepared, failing("mmr_input_parameters", MediaError::InvalidState)),
-              repeat(RepeatMode::All),
-              "mmr_input_parameters repeat=all; C MmrContextNotifier::updateInputParameter: Unable to set input "
-              "parameters.; C MediaPlayerPrivate::updateInputParamRepeatMode: Unable to set input parameter. "
-              "error=InvalidState; C MediaPlayer::setRepeatMode: Unable to set the repeat mode.; -> InvalidState");
-    playerRow("repeat is sent by prepare", after(withSource, repeat(RepeatMode::All)), call(&P::prepare),
-              prepareCalls + " repeat=all; mediaStateChanged(Prepared); mediaState=Prepared");
+    row("repeat, unprepared: kept for prepare", newPlayer, repeat(RepeatMode::All),
+        "repeatModeChanged(All); repeatMode=All");
+    row("repeat, prepared", prepared, repeat(RepeatMode::Track),
+        "mmr_input_parameters repeat=track; repeatModeChanged(Track); repeatMode=Track");
+    row("repeat off: an empty value is not sent", after(prepared, repeat(RepeatMode::Track)), repeat(RepeatMode::None),
+        "mmr_input_parameters; repeatModeChanged(None); repeatMode=None");
+    row("repeat, same: sent again", prepared, repeat(RepeatMode::None), "mmr_input_parameters");
+    row("repeat, unsupported", newPlayer, repeat(RepeatMode::Unsupported),
+        "W MediaPlayer::setRepeatMode: Cannot set unsupported repeat mode value on player.; -> UnsupportedValue");
+    row("repeat, no mode", prepared, repeat(4), "W MediaPlayer::setRepeatMode: Invalid repeat mode. mode=4");
+    row("repeat, refused", after(prepared, failing("mmr_input_parameters", MediaError::InvalidState)),
+        repeat(RepeatMode::All),
+        "mmr_input_parameters repeat=all; C MmrContextNotifier::updateInputParameter: Unable to set input "
+        "parameters.; C MediaPlayerPrivate::updateInputParamRepeatMode: Unable to set input parameter. "
+        "error=InvalidState; C MediaPlayer::setRepeatMode: Unable to set the repeat mode.; -> InvalidState");
+    row("repeat is sent by prepare", after(withSource, repeat(RepeatMode::All)), call(&P::prepare),
+        prepareCalls + " repeat=all; mediaStateChanged(Prepared); mediaState=Prepared");
 
     const auto interval = [](unsigned int value) { return call(&P::setStatusInterval, value); };
-    playerRow("interval", newPlayer, interval(50),
-              "mmr_context_parameters updateinterval=50; statusIntervalChanged(50); statusIntervalChanged(uint 50); "
-              "statusInterval=50");
-    playerRow("interval, same: sent again", newPlayer, interval(1000), "mmr_context_parameters updateinterval=1000");
-    playerRow("interval, refused", failing("mmr_context_parameters", MediaError::InvalidParameter), interval(0),
-              "mmr_context_parameters updateinterval=0; C MediaPlayerPrivate::updateContextParams: Unable to set input "
-              "parameters. error=InvalidParameter; C MediaPlayer::setStatusInterval: Unable to set the status "
-              "interval.; -> InvalidParameter");
+    row("interval", newPlayer, interval(50),
+        "mmr_context_parameters updateinterval=50; statusIntervalChanged(50); statusIntervalChanged(uint 50); "
+        "statusInterval=50");
+    row("interval, same: sent again", newPlayer, interval(1000), "mmr_context_parameters updateinterval=1000");
+    row("interval, refused", failing("mmr_context_parameters", MediaError::InvalidParameter), interval(0),
+        "mmr_context_parameters updateinterval=0; C MediaPlayerPrivate::updateContextParams: Unable to set input "
+        "parameters. error=InvalidParameter; C MediaPlayer::setStatusInterval: Unable to set the status "
+        "interval.; -> InvalidParameter");
 }
 
 void PlayerSettingsTest::equalizerPreset_isSentUnderTheRenderersName()
@@ -312,16 +305,15 @@ void PlayerSettingsTest::equalizerPreset_isSentUnderTheRenderersName()
 
 void PlayerSettingsTest::dictionaryFailure_isRefused_andLeaksNothing_data()
 {
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<Action>("act");
-    QTest::newRow("volume") << "volume" << call(&P::setVolume, 0.5);
-    QTest::newRow("auto pause") << "autopause" << call(&P::setAutoPause, true);
-    QTest::newRow("equalizer") << "eq_preset" << call(&P::setEqualizerPreset, EqualizerPreset::Jazz);
-    QTest::newRow("handle") << "audioman_handle" << call(&P::setAudioManagerHandle, 3u);
-    QTest::newRow("interval") << "updateinterval" << call(&P::setStatusInterval, 3u);
-    QTest::newRow("repeat") << "repeat" << call(&P::setRepeatMode, RepeatMode::All);
-    QTest::newRow("left") << "video_src_x" << call(&P::setVideoSourceRect, 0, 0, 1u, 1u);
-    QTest::newRow("width") << "video_src_w" << call(&P::setVideoSourceRect, 0, 0, 1u, 1u);
+    const Rows<QString, Action> row("key", "act");
+    row("volume", "volume", call(&P::setVolume, 0.5));
+    row("auto pause", "autopause", call(&P::setAutoPause, true));
+    row("equalizer", "eq_preset", call(&P::setEqualizerPreset, EqualizerPreset::Jazz));
+    row("handle", "audioman_handle", call(&P::setAudioManagerHandle, 3u));
+    row("interval", "updateinterval", call(&P::setStatusInterval, 3u));
+    row("repeat", "repeat", call(&P::setRepeatMode, RepeatMode::All));
+    row("left", "video_src_x", call(&P::setVideoSourceRect, 0, 0, 1u, 1u));
+    row("width", "video_src_w", call(&P::setVideoSourceRect, 0, 0, 1u, 1u));
 }
 
 void PlayerSettingsTest::dictionaryFailure_isRefused_andLeaksNothing()

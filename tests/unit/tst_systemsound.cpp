@@ -1,44 +1,28 @@
 #include "LogCatcher.h"
 #include "private/Logger.h"
-#include "RuntimeBroker.h"
+#include "ScriptedService.h"
 
 #include <multimedia/SystemSound.h>
-#include <voro/PpsObject.h>
 
 #include <QtTest/QtTest>
+
+#include <Rows.h>
 
 #include <memory>
 
 using namespace voro::multimedia;
 
-/** The sound service, as far as it is asked. */
-class Service {
-public:
-    explicit Service(RuntimeBroker &broker)
-        : m_control(broker.thread().open("/pps/services/multimedia/sound/control?server", 3))
-    {}
+namespace {
 
-    /** What came next: "opened", "closed", or a request as "MSG ID SOUND". */
-    QString next()
-    {
-        const QVariantMap objects = voro::PpsObject::decode(QByteArray::fromStdString(readNext(*m_control)), nullptr);
-        if (objects.isEmpty()) {
-            return QStringLiteral("closed");
-        }
-        const QVariantMap request = objects.first().toMap();
-        if (request.isEmpty()) {
-            return QStringLiteral("opened");
-        }
-        const QVariantMap data = request.value(QStringLiteral("dat")).toMap();
-        if (request.size() != 3 || data.size() != 1 || request["id"].userType() != QMetaType::QString) {
-            return QStringLiteral("not a request");
-        }
-        return QStringList{request["msg"].toString(), request["id"].toString(), data["sound"].toString()}.join(' ');
-    }
+const QString ControlPath = QStringLiteral("/pps/services/multimedia/sound/control");
 
-private:
-    std::unique_ptr<voro::pps::Connection> m_control;
-};
+QString request(const char *command, const char *sound)
+{
+    return QStringLiteral(R"(dat:json:{"sound":"%1"}|id::0|msg::%2|)")
+        .arg(QLatin1String(sound), QLatin1String(command));
+}
+
+} // namespace
 
 class SystemSoundTest : public QObject {
     Q_OBJECT
@@ -53,7 +37,7 @@ private Q_SLOTS:
 
 void SystemSoundTest::sound_hasItsName_whenPreparedAndPlayed_data()
 {
-    QTest::addColumn<int>("number");
+    const Rows<int> row("number");
     const char *names[] = {"alarm_battery",
                            "event_browser_start",
                            "event_camera_shutter",
@@ -72,7 +56,7 @@ void SystemSoundTest::sound_hasItsName_whenPreparedAndPlayed_data()
                            "event_camera_burst_sound"};
     int number = 0;
     for (const char *name : names) {
-        QTest::newRow(name) << ++number;
+        row(name, ++number);
     }
 }
 
@@ -80,20 +64,20 @@ void SystemSoundTest::sound_hasItsName_whenPreparedAndPlayed()
 {
     QFETCH(int, number);
     RuntimeBroker broker;
-    Service service(broker);
+    ScriptedService service(broker, ControlPath);
     SystemSound sound(static_cast<SystemSound::Type>(number));
     QCOMPARE(sound.property("sound").toInt(), number);
     QCOMPARE(service.next(), QStringLiteral("opened"));
-    QCOMPARE(service.next(), QStringLiteral("prepare_sound 0 ") + QTest::currentDataTag());
+    QCOMPARE(service.next(), request("prepare_sound", QTest::currentDataTag()));
     sound.play();
-    QCOMPARE(service.next(), QStringLiteral("play_sound 0 ") + QTest::currentDataTag());
+    QCOMPARE(service.next(), request("play_sound", QTest::currentDataTag()));
 }
 
 void SystemSoundTest::setSound_isTrue_onlyForAnotherSound()
 {
     voro::test::LogCatcher log;
     RuntimeBroker broker;
-    Service service(broker);
+    ScriptedService service(broker, ControlPath);
     auto sound = std::make_unique<SystemSound>();
     QCOMPARE(sound->sound(), SystemSound::None);
     sound->play();
@@ -109,17 +93,17 @@ void SystemSoundTest::setSound_isTrue_onlyForAnotherSound()
     sound.reset();
     // Nothing was written besides the one valid choice.
     QCOMPARE(service.next(), QStringLiteral("opened"));
-    QCOMPARE(service.next(), QStringLiteral("prepare_sound 0 alarm_battery"));
+    QCOMPARE(service.next(), request("prepare_sound", "alarm_battery"));
     QCOMPARE(service.next(), QStringLiteral("closed"));
 }
 
 void SystemSoundTest::playStatic_opensWritesAndCloses()
 {
     RuntimeBroker broker;
-    Service service(broker);
+    ScriptedService service(broker, ControlPath);
     SystemSound::play(SystemSound::CameraBurstEvent);
     QCOMPARE(service.next(), QStringLiteral("opened"));
-    QCOMPARE(service.next(), QStringLiteral("play_sound 0 event_camera_burst_sound"));
+    QCOMPARE(service.next(), request("play_sound", "event_camera_burst_sound"));
     QCOMPARE(service.next(), QStringLiteral("closed"));
 }
 
