@@ -1,6 +1,7 @@
 #include "BrokerThread.h"
 #include "ChildProcess.h"
 #include "Daemon.h"
+#include "Files.h"
 #include "RawClient.h"
 
 #include <QtTest/QtTest>
@@ -9,6 +10,7 @@
 #include <pps/broker/Store.h>
 #include <pps/FdPassing.h>
 #include <pps/Runtime.h>
+#include <Rows.h>
 #include <sys/resource.h>
 
 #include <random>
@@ -50,8 +52,7 @@ std::string smallAttributes(size_t count)
 /** Whole mebibytes that a process has in memory. */
 size_t residentSize(qint64 process)
 {
-    QFile file(QStringLiteral("/proc/%1/statm").arg(process));
-    return file.open(QFile::ReadOnly) ? file.readAll().split(' ').value(1).toULong() * 4096 / Mebibyte : 0;
+    return readFile(QStringLiteral("/proc/%1/statm").arg(process)).split(' ').value(1).toULong() * 4096 / Mebibyte;
 }
 
 /** One request of an application: its answer shows that all before it was handled. */
@@ -375,12 +376,8 @@ void tst_Accounts::contexts_areCommandedByTheirProcess_andLeftToOthers()
 
 void tst_Accounts::daemonsObjects_areWrittenByNobodyElse_data()
 {
-    QTest::addColumn<std::string>("path");
-    QTest::addColumn<unsigned>("mode");
-    QTest::addColumn<int>("error");
-    const auto row = [](const char *path, unsigned mode, int error) {
-        QTest::newRow(path) << std::string(path) << mode << error;
-    };
+    // The rows have their paths as titles.
+    const Rows<unsigned, int> row("mode", "error");
     row("/pps/services/multimedia/mediaplayer/status", Publish, EACCES);
     row("/pps/services/multimedia/mediaplayer/status?delta", PublishSubscribe, EACCES);
     row("/pps/services/multimedia/mediaplayer/status?wait", Subscribe, 0);
@@ -396,10 +393,9 @@ void tst_Accounts::daemonsObjects_areWrittenByNobodyElse_data()
 void tst_Accounts::daemonsObjects_areWrittenByNobodyElse()
 {
     static Daemon daemon;
-    QFETCH(std::string, path);
     QFETCH(unsigned, mode);
     Connection connection;
-    const bool isOpen = connection.open(path, mode);
+    const bool isOpen = connection.open(QTest::currentDataTag(), mode);
     QTEST(isOpen ? 0 : connection.error(), "error");
 }
 

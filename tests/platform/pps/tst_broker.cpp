@@ -4,6 +4,7 @@
 #include <QtTest/QtTest>
 
 #include <pps/Text.h>
+#include <Rows.h>
 
 #include <set>
 
@@ -327,17 +328,16 @@ void TestBroker::object_isBounded()
 
 void TestBroker::publish_refuses_data()
 {
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("no path") << QByteArray("o") << QByteArray("a::1");
-    QTest::newRow("a folder") << QByteArray(All) << QByteArray("a::1");
-    QTest::newRow("a service object") << QByteArray(Control) << QByteArray("a::1");
-    QTest::newRow("no text") << QByteArray(Object) << QByteArray();
-    QTest::newRow("another object's name") << QByteArray(Object) << QByteArray("@p\na::1");
-    QTest::newRow("two object lines") << QByteArray(Object) << QByteArray("@o\n@o\na::1");
-    QTest::newRow("a late object line") << QByteArray(Object) << QByteArray("a::1\n@o");
-    QTest::newRow("a bad line") << QByteArray(Object) << QByteArray("a::1\nb:n:x");
-    QTest::newRow("more after a deletion") << QByteArray(Object) << QByteArray("-@o\na::1");
+    const Rows<QByteArray, QByteArray> row("path", "text");
+    row("no path", "o", "a::1");
+    row("a folder", All, "a::1");
+    row("a service object", Control, "a::1");
+    row("no text", Object, {});
+    row("another object's name", Object, "@p\na::1");
+    row("two object lines", Object, "@o\n@o\na::1");
+    row("a late object line", Object, "a::1\n@o");
+    row("a bad line", Object, "a::1\nb:n:x");
+    row("more after a deletion", Object, "-@o\na::1");
 }
 
 void TestBroker::publish_refuses()
@@ -350,30 +350,29 @@ void TestBroker::publish_refuses()
 
 void TestBroker::writing_thatBreaksTheRules_closesOnlyThatClient_data()
 {
-    QTest::addColumn<std::vector<std::string>>("packets");
+    const Rows<std::vector<std::string>> row("packets");
     using Packets = std::vector<std::string>;
     const std::string open = request(Request::Open, Object, 7, 1);
-    QTest::newRow("an empty packet") << Packets{""};
-    QTest::newRow("half a header") << Packets{open.substr(0, 20)};
-    QTest::newRow("an unknown type first") << Packets{request(99, "", 7, 1)};
-    QTest::newRow("an unknown type later") << Packets{open, request(99, "", 7, 2)};
-    QTest::newRow("a write before opening") << Packets{request(Request::Write, "a::1", 7, 1)};
-    QTest::newRow("a second open") << Packets{open, request(Request::Open, Object, 7, 2)};
-    QTest::newRow("an unknown version") << Packets{request(Request::Open, Object, 7, 1, 3, 999)};
-    QTest::newRow("no path") << Packets{request(Request::Open, "\xFF\xFE", 7, 1)};
-    QTest::newRow("no PPS text") << Packets{open, request(Request::Write, "\xFF\xFE", 7, 2)};
-    QTest::newRow("too long") << Packets{open, request(Request::Write, std::string(MaximumRequest, 'x'), 7, 2)};
-    QTest::newRow("longer than a message")
-        << Packets{open, request(Request::Write, "a::" + std::string(MaximumMessage, 'x'), 7, 2)};
-    QTest::newRow("a pull with half an entry") << Packets{open, request(Request::Pull, "12345678", 7, 2)};
-    QTest::newRow("a pull with too many entries")
-        << Packets{open, request(Request::Pull, std::string((MaximumHeld + 1) * sizeof(Held), 'x'), 7, 2)};
-    QTest::newRow("a pull by a publisher")
-        << Packets{request(Request::Open, Object, 7, 1, Publish), request(Request::Pull, "", 7, 2)};
-    QTest::newRow("a write by a subscriber")
-        << Packets{request(Request::Open, Object, 7, 1, Subscribe), request(Request::Write, "a::1", 7, 2)};
-    QTest::newRow("a pull on a service object")
-        << Packets{request(Request::Open, Control, 7, 1), request(Request::Pull, "", 7, 2)};
+    row("an empty packet", Packets{""});
+    row("half a header", Packets{open.substr(0, 20)});
+    row("an unknown type first", Packets{request(99, "", 7, 1)});
+    row("an unknown type later", Packets{open, request(99, "", 7, 2)});
+    row("a write before opening", Packets{request(Request::Write, "a::1", 7, 1)});
+    row("a second open", Packets{open, request(Request::Open, Object, 7, 2)});
+    row("an unknown version", Packets{request(Request::Open, Object, 7, 1, 3, 999)});
+    row("no path", Packets{request(Request::Open, "\xFF\xFE", 7, 1)});
+    row("no PPS text", Packets{open, request(Request::Write, "\xFF\xFE", 7, 2)});
+    row("too long", Packets{open, request(Request::Write, std::string(MaximumRequest, 'x'), 7, 2)});
+    row("longer than a message",
+        Packets{open, request(Request::Write, "a::" + std::string(MaximumMessage, 'x'), 7, 2)});
+    row("a pull with half an entry", Packets{open, request(Request::Pull, "12345678", 7, 2)});
+    row("a pull with too many entries",
+        Packets{open, request(Request::Pull, std::string((MaximumHeld + 1) * sizeof(Held), 'x'), 7, 2)});
+    row("a pull by a publisher",
+        Packets{request(Request::Open, Object, 7, 1, Publish), request(Request::Pull, "", 7, 2)});
+    row("a write by a subscriber",
+        Packets{request(Request::Open, Object, 7, 1, Subscribe), request(Request::Write, "a::1", 7, 2)});
+    row("a pull on a service object", Packets{request(Request::Open, Control, 7, 1), request(Request::Pull, "", 7, 2)});
 }
 
 void TestBroker::writing_thatBreaksTheRules_closesOnlyThatClient()
@@ -392,19 +391,15 @@ void TestBroker::writing_thatBreaksTheRules_closesOnlyThatClient()
 
 void TestBroker::write_refuses_data()
 {
-    QTest::addColumn<std::string>("path");
-    QTest::addColumn<unsigned>("mode");
-    QTest::addColumn<std::string>("text");
-    QTest::addColumn<int>("error");
+    const Rows<std::string, unsigned, std::string, int> row("path", "mode", "text", "error");
     const std::string object = Object;
-    QTest::newRow("no PPS text") << object << 3U << std::string("hello") << EINVAL;
-    QTest::newRow("nothing") << object << 3U << std::string() << EINVAL;
-    QTest::newRow("NUL") << object << 3U << std::string("a::\0", 4) << EINVAL;
-    QTest::newRow("another object's name") << object << 3U << std::string("@p\na::1") << EINVAL;
-    QTest::newRow("a client's name, by a client")
-        << std::string(Control) << 3U << std::string("@control.1\na::1") << EINVAL;
-    QTest::newRow("too long") << object << 3U << "a::" + std::string(MaximumMessage, 'x') << EMSGSIZE;
-    QTest::newRow("opened for reading") << object << 2U << std::string("a::1") << EBADF;
+    row("no PPS text", object, 3U, "hello", EINVAL);
+    row("nothing", object, 3U, {}, EINVAL);
+    row("NUL", object, 3U, std::string("a::\0", 4), EINVAL);
+    row("another object's name", object, 3U, "@p\na::1", EINVAL);
+    row("a client's name, by a client", Control, 3U, "@control.1\na::1", EINVAL);
+    row("too long", object, 3U, "a::" + std::string(MaximumMessage, 'x'), EMSGSIZE);
+    row("opened for reading", object, 2U, "a::1", EBADF);
 }
 
 void TestBroker::write_refuses()
@@ -424,12 +419,7 @@ void TestBroker::write_refuses()
 
 void TestBroker::open_refuses_data()
 {
-    QTest::addColumn<std::string>("path");
-    QTest::addColumn<unsigned>("mode");
-    QTest::addColumn<int>("error");
-    const auto row = [](const char *name, const char *path, unsigned mode, int error) {
-        QTest::newRow(name) << std::string(path) << mode << error;
-    };
+    const Rows<std::string, unsigned, int> row("path", "mode", "error");
     row("no mode", Object, 0, EINVAL);
     row("an unknown mode", Object, 4, EINVAL);
     row("nothing", "", 2, EINVAL);

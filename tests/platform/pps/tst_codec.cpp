@@ -2,6 +2,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <limits>
 
 using namespace voro;
@@ -38,14 +40,13 @@ private Q_SLOTS:
 
 void TestCodec::decode_reads_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QVariantMap>("expected");
-    const auto row = [](const char *name, const QByteArray &lines, const QVariantMap &attributes) {
-        QTest::newRow(name) << "@o\n" + lines << object(attributes);
+    const Rows<QByteArray, QVariantMap> add("text", "expected");
+    const auto row = [&](const char *name, const QByteArray &lines, const QVariantMap &attributes) {
+        add(name, "@o\n" + lines, object(attributes));
     };
     const QString a = QStringLiteral("a");
 
-    QTest::newRow("nothing") << QByteArray() << QVariantMap();
+    add("nothing", {}, QVariantMap());
     row("no attributes", "", {});
     row("text", "a::b", {{a, "b"}});
     row("text with colons and blanks", "a:: b:c:d ", {{a, " b:c:d "}});
@@ -73,10 +74,9 @@ void TestCodec::decode_reads_data()
     row("JSON list", "a:json:" + nested(1), {{a, QVariantList()}});
     row("rewritten attribute", "a::1\nb::2\na::3", {{a, "3"}, {QStringLiteral("b"), "2"}});
     row("deleted attributes are left out", "a::1\n-b\n-c:n:1\n-a", {});
-    QTest::newRow("marks of the object") << QByteArray("+@o\na::1") << object({{a, "1"}});
-    QTest::newRow("several objects, deleted ones left out")
-        << QByteArray("@o\na::1\n-@x\n@p\n")
-        << QVariantMap{{QStringLiteral("@o"), QVariantMap{{a, "1"}}}, {QStringLiteral("@p"), QVariantMap()}};
+    add("marks of the object", "+@o\na::1", object({{a, "1"}}));
+    add("several objects, deleted ones left out", "@o\na::1\n-@x\n@p\n",
+        QVariantMap{{QStringLiteral("@o"), QVariantMap{{a, "1"}}}, {QStringLiteral("@p"), QVariantMap()}});
 }
 
 void TestCodec::decode_reads()
@@ -89,11 +89,11 @@ void TestCodec::decode_reads()
 
 void TestCodec::decode_refuses_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    const auto row = [](const char *name, const QByteArray &lines) { QTest::newRow(name) << "@o\n" + lines; };
+    const Rows<QByteArray> add("text");
+    const auto row = [&](const char *name, const QByteArray &lines) { add(name, "@o\n" + lines); };
 
-    QTest::newRow("no object line") << QByteArray("a::1");
-    QTest::newRow("an object without a name") << QByteArray("@\na::1");
+    add("no object line", "a::1");
+    add("an object without a name", "@\na::1");
     row("empty line", "a::1\n\nb::2");
     row("no name", "::1");
     row("no encoding", "a");
@@ -155,19 +155,16 @@ void TestCodec::decodeWithFlags_tellsWhatHappened()
 
 void TestCodec::attribute_converts_data()
 {
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("number");
-    QTest::addColumn<bool>("truth");
-    QTest::newRow("nothing") << QVariant() << "" << 0 << false;
-    QTest::newRow("text") << QVariant("x") << "x" << 0 << false;
-    QTest::newRow("text of a number") << QVariant("12") << "12" << 12 << false;
-    QTest::newRow("text of a truth value") << QVariant("true") << "true" << 0 << true;
-    QTest::newRow("number") << QVariant(7) << "7" << 7 << true;
-    QTest::newRow("a number too large for an int") << QVariant(Q_INT64_C(5000000000)) << "5000000000" << 0 << true;
-    QTest::newRow("fraction") << QVariant(0.25) << "0.25" << 0 << true;
-    QTest::newRow("truth value") << QVariant(true) << "true" << 1 << true;
-    QTest::newRow("map") << QVariant(QVariantMap{{"a", 1}}) << "" << 0 << false;
+    const Rows<QVariant, QString, int, bool> row("value", "text", "number", "truth");
+    row("nothing", QVariant(), "", 0, false);
+    row("text", QVariant("x"), "x", 0, false);
+    row("text of a number", QVariant("12"), "12", 12, false);
+    row("text of a truth value", QVariant("true"), "true", 0, true);
+    row("number", QVariant(7), "7", 7, true);
+    row("a number too large for an int", QVariant(Q_INT64_C(5000000000)), "5000000000", 0, true);
+    row("fraction", QVariant(0.25), "0.25", 0, true);
+    row("truth value", QVariant(true), "true", 1, true);
+    row("map", QVariant(QVariantMap{{"a", 1}}), "", 0, false);
 }
 
 void TestCodec::attribute_converts()
@@ -183,11 +180,9 @@ void TestCodec::attribute_converts()
 
 void TestCodec::encode_writes_data()
 {
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<QVariant>("read");
-    const auto row = [](const char *name, const QVariant &value, const QByteArray &line, const QVariant &read) {
-        QTest::newRow(name) << value << "a:" + line + "\n" << read;
+    const Rows<QVariant, QByteArray, QVariant> add("value", "line", "read");
+    const auto row = [&](const char *name, const QVariant &value, const QByteArray &line, const QVariant &read) {
+        add(name, value, "a:" + line + "\n", read);
     };
     const auto same = [row](const char *name, const QVariant &value, const QByteArray &line) {
         row(name, value, line, value);
@@ -227,24 +222,23 @@ void TestCodec::encode_writes()
 
 void TestCodec::encode_refuses_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariant>("value");
+    const Rows<QString, QVariant> row("name", "value");
     QVariant deep = QVariantList();
     for (int i = 0; i < 100; ++i) {
         deep = QVariantList{deep};
     }
-    QTest::newRow("nothing") << "a" << QVariant();
-    QTest::newRow("bytes") << "a" << QVariant(QByteArray("x"));
-    QTest::newRow("a type that is no value") << "a" << QVariant(QPoint());
-    QTest::newRow("such a type in a map") << "a" << QVariant(QVariantMap{{"x", QPoint()}});
-    QTest::newRow("not a number") << "a" << QVariant(qQNaN());
-    QTest::newRow("infinite in a list") << "a" << QVariant(QVariantList{qInf()});
-    QTest::newRow("nested deeper than decode allows") << "a" << deep;
-    QTest::newRow("no name") << "" << QVariant(1);
-    QTest::newRow("a name that would end early") << "a:b" << QVariant(1);
-    QTest::newRow("a name of two lines") << "a\nb" << QVariant(1);
-    QTest::newRow("a name that reads as a deletion") << "-a" << QVariant(1);
-    QTest::newRow("a name that reads as an object") << "@a" << QVariant(1);
+    row("nothing", "a", QVariant());
+    row("bytes", "a", QVariant(QByteArray("x")));
+    row("a type that is no value", "a", QVariant(QPoint()));
+    row("such a type in a map", "a", QVariant(QVariantMap{{"x", QPoint()}}));
+    row("not a number", "a", QVariant(qQNaN()));
+    row("infinite in a list", "a", QVariant(QVariantList{qInf()}));
+    row("nested deeper than decode allows", "a", deep);
+    row("no name", "", QVariant(1));
+    row("a name that would end early", "a:b", QVariant(1));
+    row("a name of two lines", "a\nb", QVariant(1));
+    row("a name that reads as a deletion", "-a", QVariant(1));
+    row("a name that reads as an object", "@a", QVariant(1));
 }
 
 void TestCodec::encode_refuses()

@@ -2,11 +2,12 @@
 
 #include <voro/PpsObject.h>
 
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <Files.h>
 #include <pps/Runtime.h>
+#include <Rows.h>
 
 #include <functional>
 #include <optional>
@@ -54,9 +55,7 @@ public:
             broker.listen(pps::listenAt(pps::socketPath(folder.toStdString())).release());
             m_service.emplace(broker);
         });
-        QFile lock(folder + QLatin1String(pps::LockName));
-        lock.open(QFile::WriteOnly);
-        lock.write("1\n");
+        writeFile(folder + QLatin1String(pps::LockName), "1\n");
     }
     void run(const std::function<void(Broker &)> &function) { m_thread.run(function); }
     QByteArrayList messages()
@@ -135,24 +134,15 @@ private:
 
 void TestLoss::subscription_readsTheWillOnce_andThenThePresent_data()
 {
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<QByteArray>("will");
-    QTest::addColumn<QByteArrayList>("left");
-    QTest::addColumn<QByteArrayList>("present");
+    const Rows<QByteArray, QByteArray, QByteArrayList, QByteArrayList> row("path", "will", "left", "present");
     const QByteArray unread("*@o\nx::2\n");
     const QByteArrayList present{"@o\nx::4\n"};
-    QTest::newRow("an object reads its part") << QByteArray("/pps/f/o?delta") << QByteArray("@p\ny::1\n@o\nx::3\n")
-                                              << QByteArrayList{unread, "@o\nx::3\n"} << present;
-    QTest::newRow("a folder reads all of it") << QByteArray("/pps/f/.all") << QByteArray("@p\ny::1\n@o\nx::3\n")
-                                              << QByteArrayList{unread, "@p\ny::1\n@o\nx::3\n"} << present;
-    QTest::newRow("nothing for it") << QByteArray("/pps/f/o") << QByteArray("@p\ny::1\n") << QByteArrayList{unread}
-                                    << present;
-    QTest::newRow("too long") << QByteArray("/pps/f/o") << QByteArray("@o\nx::" + QByteArray(40'000, 'x') + '\n')
-                              << QByteArrayList{unread} << present;
-    QTest::newRow("the present is what the will said") << QByteArray("/pps/f/o?delta") << QByteArray("@o\nx::3\n")
-                                                       << QByteArrayList{unread, "@o\nx::3\n"} << QByteArrayList();
-    QTest::newRow("the will says what was read")
-        << QByteArray("/pps/f/.all") << QByteArray("shown") << QByteArrayList{unread} << QByteArrayList();
+    row("an object reads its part", "/pps/f/o?delta", "@p\ny::1\n@o\nx::3\n", {unread, "@o\nx::3\n"}, present);
+    row("a folder reads all of it", "/pps/f/.all", "@p\ny::1\n@o\nx::3\n", {unread, "@p\ny::1\n@o\nx::3\n"}, present);
+    row("nothing for it", "/pps/f/o", "@p\ny::1\n", {unread}, present);
+    row("too long", "/pps/f/o", QByteArray("@o\nx::" + QByteArray(40'000, 'x') + '\n'), {unread}, present);
+    row("the present is what the will said", "/pps/f/o?delta", "@o\nx::3\n", {unread, "@o\nx::3\n"}, {});
+    row("the will says what was read", "/pps/f/.all", "shown", {unread}, {});
 }
 
 void TestLoss::subscription_readsTheWillOnce_andThenThePresent()
@@ -234,20 +224,14 @@ void TestLoss::will_isTheFoldersNewest_untilTheFolderIsBack()
 
 void TestLoss::client_readsWhatIsLeft_data()
 {
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<QByteArray>("message");
-    QTest::addColumn<QByteArrayList>("left");
+    const Rows<QByteArray, QByteArray, QByteArrayList> row("path", "message", "left");
     const QByteArray role("@control\nres::role\n");
     const QByteArray hello("@control\nmsg::hello\n");
-    QTest::newRow("one with a will") << QByteArray(ControlPath) << QByteArray("msg::role")
-                                     << QByteArrayList{role, "@control\nmsg::revoke\n", "FAILED"};
-    QTest::newRow("one that waits") << QByteArray(ControlPath) + "?wait" << QByteArray("msg::role")
-                                    << QByteArrayList{role, "@control\nmsg::revoke\n", "@control\nerror::closed\n",
-                                                      "FAILED"};
-    QTest::newRow("one with neither will nor return")
-        << QByteArray(ControlPath) << QByteArray("msg::x") << QByteArrayList{"FAILED"};
-    QTest::newRow("one with a return") << QByteArray(ControlPath) << QByteArray("msg::subscribe")
-                                       << QByteArrayList{hello, "@control\nmsg::gone\n", "@control\nmsg::over\n"};
+    row("one with a will", ControlPath, "msg::role", {role, "@control\nmsg::revoke\n", "FAILED"});
+    row("one that waits", QByteArray(ControlPath) + "?wait", "msg::role",
+        {role, "@control\nmsg::revoke\n", "@control\nerror::closed\n", "FAILED"});
+    row("one with neither will nor return", ControlPath, "msg::x", {"FAILED"});
+    row("one with a return", ControlPath, "msg::subscribe", {hello, "@control\nmsg::gone\n", "@control\nmsg::over\n"});
 }
 
 void TestLoss::client_readsWhatIsLeft()

@@ -5,6 +5,8 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 using namespace voro::pps;
 
 namespace {
@@ -159,12 +161,12 @@ void TestOrder::process_thatIsKilled_hasWrittenAllBeforeItsObjectsClose()
 
 void TestOrder::numbers_thatNeverCome_areSkipped_data()
 {
-    QTest::addColumn<std::vector<uint64_t>>("numbers");
-    QTest::newRow("a gap") << std::vector<uint64_t>{2, 5, 6};
-    QTest::newRow("a gap at the beginning") << std::vector<uint64_t>{10, 11};
-    QTest::newRow("backwards") << std::vector<uint64_t>{5, 4, 3};
-    QTest::newRow("twice") << std::vector<uint64_t>{2, 2};
-    QTest::newRow("the largest") << std::vector<uint64_t>{UINT64_MAX, 0, UINT64_MAX, 1};
+    const Rows<std::vector<uint64_t>> row("numbers");
+    row("a gap", std::vector<uint64_t>{2, 5, 6});
+    row("a gap at the beginning", std::vector<uint64_t>{10, 11});
+    row("backwards", std::vector<uint64_t>{5, 4, 3});
+    row("twice", std::vector<uint64_t>{2, 2});
+    row("the largest", std::vector<uint64_t>{UINT64_MAX, 0, UINT64_MAX, 1});
 }
 
 void TestOrder::numbers_thatNeverCome_areSkipped()

@@ -1,4 +1,3 @@
-#include "ChildProcess.h"
 #include "Daemon.h"
 
 #include <voro/PpsObject.h>
@@ -6,7 +5,7 @@
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
-#include <pps/Connection.h>
+#include <Rows.h>
 
 #include <thread>
 
@@ -41,7 +40,6 @@ private Q_SLOTS:
 
     void plainObject_reads_data();
     void plainObject_reads();
-    void service_answersItsClients();
     void closedObject_refusesEverything();
     void sendMessage_tellsWhatFailed();
     void blockingRead_waitsForAPublication();
@@ -53,7 +51,6 @@ private Q_SLOTS:
     void readyRead_canBeSwitchedOff();
     void readyRead_slotMayDeleteTheObject();
     void readyRead_comesInTheObjectsThread();
-    void serverThatIsKilled_isOneFailingRead_afterItsMessages();
 
 private:
     void letEventsPass();
@@ -63,18 +60,12 @@ private:
 
 void TestPpsObject::plainObject_reads_data()
 {
-    QTest::addColumn<QByteArrayList>("before");
-    QTest::addColumn<QByteArrayList>("between");
-    QTest::addColumn<QByteArray>("first");
-    QTest::addColumn<QByteArray>("second");
+    const Rows<QByteArrayList, QByteArrayList, QByteArray, QByteArray> row("before", "between", "first", "second");
 
-    QTest::newRow("nothing there") << QByteArrayList() << QByteArrayList() << QByteArray() << QByteArray();
-    QTest::newRow("deleted attribute") << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"-a"}
-                                       << QByteArray("@o\na::1\nb::2\n") << QByteArray("@o\nb::2\n-a\n");
-    QTest::newRow("replaced whole") << QByteArrayList{"a::1\nb::2"} << QByteArrayList{"*@o\nb::3"}
-                                    << QByteArray("@o\na::1\nb::2\n") << QByteArray("*@o\nb::3\n");
-    QTest::newRow("deleted object") << QByteArrayList{"a::1"} << QByteArrayList{"-@o"} << QByteArray("@o\na::1\n")
-                                    << QByteArray("-@o\n");
+    row("nothing there", {}, {}, {}, {});
+    row("deleted attribute", {"a::1\nb::2"}, {"-a"}, "@o\na::1\nb::2\n", "@o\nb::2\n-a\n");
+    row("replaced whole", {"a::1\nb::2"}, {"*@o\nb::3"}, "@o\na::1\nb::2\n", "*@o\nb::3\n");
+    row("deleted object", {"a::1"}, {"-@o"}, "@o\na::1\n", "-@o\n");
 }
 
 void TestPpsObject::plainObject_reads()
@@ -97,25 +88,6 @@ void TestPpsObject::plainObject_reads()
     QVERIFY(ok);
     QCOMPARE(reader.read(&ok), QByteArray());
     QVERIFY(ok);
-}
-
-void TestPpsObject::service_answersItsClients()
-{
-    Open server(path("control") + "?server", PpsOpenMode::PublishSubscribe);
-    server.setBlocking(true);
-    Open client(path("control"), PpsOpenMode::PublishSubscribe);
-    client.setBlocking(true);
-    const QByteArray opened = server.read();
-    QVERIFY2(opened.startsWith("+@control."), opened.constData());
-    const QByteArray name = opened.mid(1).trimmed();
-    QVERIFY(client.write("msg::hello\nid::1"));
-    QCOMPARE(server.read(), name + "\nmsg::hello\nid::1\n");
-    QVERIFY(server.write(name + "\nres::hello"));
-    QVERIFY(server.write("@control\nmsg::all"));
-    QCOMPARE(client.read(), QByteArray("@control\nres::hello\n"));
-    QCOMPARE(client.read(), QByteArray("@control\nmsg::all\n"));
-    QVERIFY(client.close());
-    QCOMPARE(server.read(), '-' + name + '\n');
 }
 
 // Returns when everything that was written so far has reached the objects of this thread.
@@ -205,10 +177,9 @@ void TestPpsObject::readyRead_comesFromTheEventLoopOnly()
 
 void TestPpsObject::readyRead_comesAgainUntilAllIsRead_data()
 {
-    QTest::addColumn<QString>("object");
-    QTest::addColumn<int>("reads");
-    QTest::newRow("messages") << "control" << 5;
-    QTest::newRow("texts of a folder") << ".all" << 3;
+    const Rows<QString, int> row("object", "reads");
+    row("messages", "control", 5);
+    row("texts of a folder", ".all", 3);
 }
 
 void TestPpsObject::readyRead_comesAgainUntilAllIsRead()
@@ -236,10 +207,10 @@ void TestPpsObject::readyRead_comesAgainUntilAllIsRead()
 
 void TestPpsObject::readyRead_comesOnlyWithSomethingToRead_data()
 {
-    QTest::addColumn<QByteArray>("removal");
-    QTest::newRow("attribute deleted") << QByteArray("-e");
-    QTest::newRow("object deleted") << QByteArray("-@o");
-    QTest::newRow("object replaced") << QByteArray("*@o\na::1");
+    const Rows<QByteArray> row("removal");
+    row("attribute deleted", "-e");
+    row("object deleted", "-@o");
+    row("object replaced", "*@o\na::1");
 }
 
 // What was pushed and is gone again is never read.
@@ -327,52 +298,6 @@ void TestPpsObject::readyRead_comesInTheObjectsThread()
     QVERIFY(thread.wait());
     QCOMPARE(seenIn, &thread);
     QCOMPARE(text, QByteArray("+@o\na::1\n"));
-}
-
-void TestPpsObject::serverThatIsKilled_isOneFailingRead_afterItsMessages()
-{
-    const std::string name = path("control").toStdString();
-    ChildProcess server([&](ChildProcess &self) {
-        pps::Connection connection;
-        if (!connection.open(name + "?server", pps::PublishSubscribe)) {
-            return 1;
-        }
-        self.say();
-        std::string text;
-        connection.read(text, true);
-        connection.read(text, true);
-        connection.write("@control\na::1");
-        connection.write("@control\na::2");
-        self.say();
-        self.sleep();
-    });
-    QVERIFY(server.hear());
-    Open client(path("control"), PpsOpenMode::PublishSubscribe);
-    Open waiting(path("control") + "?wait", PpsOpenMode::PublishSubscribe);
-    QList<QPair<QByteArray, bool>> reads;
-    QEventLoop loop;
-    connect(&client, &PpsObject::readyRead, [&] {
-        bool ok = false;
-        const QByteArray text = client.read(&ok);
-        reads += {text, ok};
-        if (!ok) {
-            loop.quit();
-        }
-    });
-    QVERIFY(server.hear());
-    server.kill();
-    loop.exec();
-    letEventsPass();
-    QCOMPARE(reads, (QList<QPair<QByteArray, bool>>{
-                        {"@control\na::1\n", true}, {"@control\na::2\n", true}, {QByteArray(), false}}));
-    QVERIFY(!client.isOpen());
-    bool ok = false;
-    QCOMPARE(waiting.read(), QByteArray("@control\na::1\n"));
-    QCOMPARE(waiting.read(), QByteArray("@control\na::2\n"));
-    QCOMPARE(waiting.read(&ok), QByteArray("@control\nerror::closed\n"));
-    QVERIFY(ok);
-    waiting.read(&ok);
-    QVERIFY(!ok && !waiting.isOpen());
 }
 
 QTEST_GUILESS_MAIN(TestPpsObject)

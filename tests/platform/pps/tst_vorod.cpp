@@ -1,5 +1,6 @@
 #include "ChildProcess.h"
 #include "Daemon.h"
+#include "Files.h"
 
 #include <QtTest/QtTest>
 
@@ -7,6 +8,7 @@
 #include <pps/Announcement.h>
 #include <pps/Connection.h>
 #include <pps/Runtime.h>
+#include <Rows.h>
 #include <sched.h>
 #include <sys/file.h>
 #include <sys/resource.h>
@@ -102,7 +104,6 @@ private Q_SLOTS:
     void olderClient_isAnswered();
     void replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt();
     void daemon_endsWhenNobodyIsLeft();
-    void daemon_removesItsSocket();
     void daemon_takesThePassedSocket();
     void otherUsersProcess_isTurnedAway();
     void otherUsersServer_isTurnedAway();
@@ -110,18 +111,12 @@ private Q_SLOTS:
 
 void TestVorod::commandLine_isAnswered_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("out");
-    QTest::addColumn<QByteArray>("err");
-    QTest::newRow("help") << QStringList{"--help"} << 0 << QByteArray("Usage: vorod [OPTION]") << QByteArray();
-    QTest::newRow("version") << QStringList{"--version"} << 0 << QByteArray("vorod 1.0.0") << QByteArray();
-    QTest::newRow("unknown option") << QStringList{"--fast"} << 2 << QByteArray()
-                                    << QByteArray("vorod: unknown option: --fast");
-    QTest::newRow("argument") << QStringList{"now"} << 2 << QByteArray()
-                              << QByteArray("vorod: unexpected argument: now");
-    QTest::newRow("no seconds") << QStringList{"--idle-exit"} << 2 << QByteArray()
-                                << QByteArray("vorod: --idle-exit needs a number of seconds");
+    const Rows<QStringList, int, QByteArray, QByteArray> row("arguments", "status", "out", "err");
+    row("help", {"--help"}, 0, "Usage: vorod [OPTION]", {});
+    row("version", {"--version"}, 0, "vorod 1.0.0", {});
+    row("unknown option", {"--fast"}, 2, {}, "vorod: unknown option: --fast");
+    row("argument", {"now"}, 2, {}, "vorod: unexpected argument: now");
+    row("no seconds", {"--idle-exit"}, 2, {}, "vorod: --idle-exit needs a number of seconds");
     for (const char *seconds : {"", "x", "1x", "-1", "99999999999", "86401"}) {
         QTest::addRow("seconds '%s'", seconds)
             << QStringList{"--idle-exit", seconds} << 2 << QByteArray()
@@ -181,17 +176,13 @@ void TestVorod::daemon_hasNothingOfWhoStartedIt()
     QCOMPARE(application.wait(), 0);
     const pid_t daemon = folder.daemon();
     QVERIFY(daemon > 0);
-    QFile environment(QString("/proc/%1/environ").arg(daemon));
-    QVERIFY(environment.open(QFile::ReadOnly));
-    const QByteArrayList variables = environment.readAll().split('\0');
+    const QByteArrayList variables = readFile(QString("/proc/%1/environ").arg(daemon)).split('\0');
     QVERIFY(variables.contains("VORO_AUDIO_SINK=fakesink"));
     QVERIFY(variables.contains("LANG=C.UTF-8"));
     for (const QByteArray &variable : variables) {
         QVERIFY2(!variable.endsWith("=x"), variable.constData());
     }
-    QFile status(QString("/proc/%1/status").arg(daemon));
-    QVERIFY(status.open(QFile::ReadOnly));
-    QVERIFY(status.readAll().contains("\nUmask:\t0077\n"));
+    QVERIFY(readFile(QString("/proc/%1/status").arg(daemon)).contains("\nUmask:\t0077\n"));
     rlimit limit{};
     QCOMPARE(prlimit(daemon, RLIMIT_NOFILE, nullptr, &limit), 0);
     QCOMPARE(limit.rlim_cur, rlim_t(4096));
@@ -205,15 +196,15 @@ void TestVorod::userManager_startsTheDaemon()
 {
     StartFolder folder;
     QTemporaryDir session;
-    QVERIFY(QDir(session.path()).mkpath("systemd")
-            && QFile(session.filePath("systemd/private")).open(QFile::WriteOnly));
-    QFile program(session.filePath("systemd-run"));
-    QVERIFY(program.open(QFile::WriteOnly));
-    program.write("#!/bin/sh\nprintf '%s\\n' \"$@\" > " + session.path().toLocal8Bit()
-                  + "/asked\nwhile [ \"${1#--}\" != \"$1\" ]; do shift; done\n"
-                    "unset XDG_RUNTIME_DIR\nexport VORO_AUDIO_SINK=managed\nexec \"$@\" --background\n");
-    program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    program.close();
+    QVERIFY(QDir(session.path()).mkpath("systemd"));
+    writeFile(session.filePath("systemd/private"), {});
+    const auto makeProgram = [&session](const QByteArray &script) {
+        const QString program = writeFile(session.filePath("systemd-run"), script);
+        QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    };
+    makeProgram("#!/bin/sh\nprintf '%s\\n' \"$@\" > " + session.path().toLocal8Bit()
+                + "/asked\nwhile [ \"${1#--}\" != \"$1\" ]; do shift; done\n"
+                  "unset XDG_RUNTIME_DIR\nexport VORO_AUDIO_SINK=managed\nexec \"$@\" --background\n");
     const QByteArray path = qgetenv("PATH");
     const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
     qputenv("PATH", session.path().toLocal8Bit() + ':' + path);
@@ -224,21 +215,15 @@ void TestVorod::userManager_startsTheDaemon()
     });
     pps::Connection connection;
     QCOMPARE(openError(connection), 0);
-    QFile environment(QString("/proc/%1/environ").arg(folder.daemon()));
-    QVERIFY(environment.open(QFile::ReadOnly) && environment.readAll().contains("VORO_AUDIO_SINK=managed"));
-    QFile asked(session.filePath("asked"));
-    QVERIFY(asked.open(QFile::ReadOnly));
-    const QByteArrayList arguments = asked.readAll().split('\n');
+    QVERIFY(readFile(QString("/proc/%1/environ").arg(folder.daemon())).contains("VORO_AUDIO_SINK=managed"));
+    const QByteArrayList arguments = readFile(session.filePath("asked")).split('\n');
     QVERIFY(arguments.startsWith("--user") && arguments.contains("--property=Type=notify"));
     QVERIFY(arguments.contains("--setenv=VORO_RUNTIME_DIR=" + folder.folder().toLocal8Bit()));
 
     // One that cannot is passed over.
     connection.close();
     folder.end(SIGTERM);
-    QVERIFY(program.remove() && program.open(QFile::WriteOnly));
-    program.write("#!/bin/sh\nexit 1\n");
-    program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    program.close();
+    makeProgram("#!/bin/sh\nexit 1\n");
     QCOMPARE(openError(connection), 0);
 }
 
@@ -301,13 +286,7 @@ void TestVorod::autospawn_canBeSwitchedOff()
 
 void TestVorod::runtimeFolder_mustBeOurs_data()
 {
-    QTest::addColumn<QByteArray>("variable");
-    QTest::addColumn<QByteArray>("folder");
-    QTest::addColumn<int>("error");
-    QTest::addColumn<QByteArray>("words");
-    const auto row = [](const char *name, const char *variable, const char *folder, int error, const char *words) {
-        QTest::newRow(name) << QByteArray(variable) << QByteArray(folder) << error << QByteArray(words);
-    };
+    const Rows<QByteArray, QByteArray, int, QByteArray> row("variable", "folder", "error", "words");
     row("a file", "VORO_RUNTIME_DIR", "/dev/null", ENOTDIR, "Not a directory");
     row("nowhere", "VORO_RUNTIME_DIR", "/nowhere/at/all", ENOENT, "No such file or directory");
     row("a link to a folder", "VORO_RUNTIME_DIR", "link", ENOTDIR, "Not a directory");
@@ -357,13 +336,11 @@ void TestVorod::secondDaemon_isRefused()
 
 void TestVorod::olderDaemon_makesRoom_whenNobodyNeedsIt_data()
 {
-    QTest::addColumn<bool>("isNeeded");
-    QTest::addColumn<int>("error");
-    QTest::addColumn<QByteArray>("words");
-    QTest::newRow("needed") << true << EPROTO
-                            << QByteArray("voro: the daemon is version 0.9 and speaks protocol 1, this program speaks "
-                                          "2; it ends when no player needs it, or with voro doctor --restart\n");
-    QTest::newRow("not needed") << false << 0 << QByteArray();
+    const Rows<bool, int, QByteArray> row("isNeeded", "error", "words");
+    row("needed", true, EPROTO,
+        "voro: the daemon is version 0.9 and speaks protocol 1, this program speaks "
+        "2; it ends when no player needs it, or with voro doctor --restart\n");
+    row("not needed", false, 0, {});
 }
 
 void TestVorod::olderDaemon_makesRoom_whenNobodyNeedsIt()
@@ -439,12 +416,9 @@ void TestVorod::replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt()
     const QString program = folder.filePath("vorod");
     QVERIFY(QFile::copy(VOROD, program) && QFile::copy(VOROD, program + ".new"));
     QVERIFY(QFile::link(QFileInfo(VOROD).dir().filePath("voro-renderer"), folder.filePath("voro-renderer")));
-    QFile medium(folder.filePath("a.wav"));
-    QVERIFY(medium.open(QFile::WriteOnly));
-    medium.write(QByteArray::fromHex("524946468c3e000057415645666d74201000000001000100401f0000803e00000200100064617461"
-                                     "00"));
-    medium.write(QByteArray::fromHex("3e0000") + QByteArray(0x3e00, '\0'));
-    medium.close();
+    const QByteArray head =
+        QByteArray::fromHex("524946468c3e000057415645666d74201000000001000100401f0000803e00000200100064617461003e0000");
+    const QString medium = writeFile(folder.filePath("a.wav"), head + QByteArray(0x3e00, '\0'));
     QProcess daemon;
     daemon.start(program, {});
     pps::Connection control;
@@ -457,7 +431,7 @@ void TestVorod::replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt()
     const auto ask = [&context, &text](const std::string &request) {
         return context.write("msg::" + request) && context.read(text, true) && text.find("err:n:0\n") != text.npos;
     };
-    QVERIFY2(ask("input_attach\nurl::" + medium.fileName().toStdString() + "\ntype::autolist"), text.c_str());
+    QVERIFY2(ask("input_attach\nurl::" + medium.toStdString() + "\ntype::autolist"), text.c_str());
     QCOMPARE(rename((program + ".new").toLocal8Bit(), program.toLocal8Bit()), 0);
     for (int i = 0; i < 100; ++i) {
         QVERIFY(ask("stop"));
@@ -476,16 +450,6 @@ void TestVorod::daemon_endsWhenNobodyIsLeft()
     QVERIFY(daemon > 0);
     QVERIFY(pps::waitForEnd({daemon, {}, 0}, 60'000));
     QVERIFY(!QFile::exists(folder.file("pps.sock")));
-}
-
-void TestVorod::daemon_removesItsSocket()
-{
-    Daemon daemon;
-    QVERIFY(QFile::exists(daemon.folder() + "/pps.sock"));
-    pps::Connection connection;
-    QCOMPARE(openError(connection), 0);
-    QVERIFY(daemon.stop());
-    QVERIFY(!QFile::exists(daemon.folder() + "/pps.sock"));
 }
 
 void TestVorod::daemon_takesThePassedSocket()
