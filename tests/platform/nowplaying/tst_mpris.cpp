@@ -5,6 +5,7 @@
 #include <QtDBus/QtDBus>
 #include <QtTest/QtTest>
 
+#include <Rows.h>
 #include <services/nowplaying/desktop/DesktopEntry.h>
 
 #include <memory>
@@ -126,6 +127,8 @@ private Q_SLOTS:
 
 private:
     void acquire(const QByteArray &name = "a");
+    /** Acquires the role and waits for the player on the bus. */
+    void appear();
     /** Has the holder write, and returns when the service has handled it. */
     void tell(const QByteArray &lines);
     bool waitForName(const QString &name);
@@ -142,6 +145,12 @@ void TestMpris::acquire(const QByteArray &name)
 {
     holder->acquire(name);
     QVERIFY(holder->waitFor(Send));
+}
+
+void TestMpris::appear()
+{
+    acquire();
+    QVERIFY(waitForName(Name));
 }
 
 void TestMpris::tell(const QByteArray &lines)
@@ -233,8 +242,7 @@ void TestMpris::object_isAWatcher()
 
 void TestMpris::object_saysWhatItIs()
 {
-    acquire();
-    QVERIFY(waitForName(Name));
+    appear();
     auto known = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {Root}).arguments().value(0));
     // Where this test runs may have one.
     const bool hasDesktopEntry = known.remove("DesktopEntry") > 0;
@@ -290,16 +298,15 @@ void TestMpris::application_isNamedRaisedAndEnded_asItsDesktopFileSays()
 
 void TestMpris::desktopEntry_isReadFromTheUnit_data()
 {
-    QTest::addColumn<QByteArray>("unit");
-    QTest::addColumn<QString>("entry");
-    QTest::newRow("scope") << QByteArray("app-gnome-org.gnome.Music-4711.scope") << "org.gnome.Music";
-    QTest::newRow("scope without a launcher") << QByteArray("app-org.kde.elisa-4711.scope") << "org.kde.elisa";
-    QTest::newRow("service") << QByteArray("app-gnome-vlc@autostart.service") << "vlc";
-    QTest::newRow("service without more") << QByteArray("app-vlc.service") << "vlc";
-    QTest::newRow("group within") << QByteArray("app-org.kde.elisa@1f2e.service/sub") << "org.kde.elisa";
-    QTest::newRow("dashes") << QByteArray(R"(app-flatpak-my\x2dnew\x2dplayer-12.scope)") << "my-new-player";
-    QTest::newRow("other unit") << QByteArray("session-2.scope") << "";
-    QTest::newRow("bad characters") << QByteArray(R"(app-a\x2fb-1.scope)") << "";
+    const Rows<QByteArray, QString> row("unit", "entry");
+    row("scope", "app-gnome-org.gnome.Music-4711.scope", "org.gnome.Music");
+    row("scope without a launcher", "app-org.kde.elisa-4711.scope", "org.kde.elisa");
+    row("service", "app-gnome-vlc@autostart.service", "vlc");
+    row("service without more", "app-vlc.service", "vlc");
+    row("group within", "app-org.kde.elisa@1f2e.service/sub", "org.kde.elisa");
+    row("dashes", R"(app-flatpak-my\x2dnew\x2dplayer-12.scope)", "my-new-player");
+    row("other unit", "session-2.scope", "");
+    row("bad characters", R"(app-a\x2fb-1.scope)", "");
 }
 
 void TestMpris::desktopEntry_isReadFromTheUnit()
@@ -311,8 +318,7 @@ void TestMpris::desktopEntry_isReadFromTheUnit()
 
 void TestMpris::properties_areAsTheHolderTells()
 {
-    acquire();
-    QVERIFY(waitForName(Name));
+    appear();
     QVERIFY(property("Metadata").toMap().value("mpris:trackid").value<QDBusObjectPath>().path().endsWith("/NoTrack"));
     tell("msg::state|dat::paused");
     tell(
@@ -346,8 +352,7 @@ void TestMpris::properties_areAsTheHolderTells()
 
 void TestMpris::modes_areOffered_whileTheHolderGivesThem()
 {
-    acquire();
-    QVERIFY(waitForName(Name));
+    appear();
     const QStringList modes{"LoopStatus", "Shuffle"};
     const auto offered = [this] {
         const auto all = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {PlayerInterface}).arguments().value(0));
@@ -370,28 +375,24 @@ void TestMpris::modes_areOffered_whileTheHolderGivesThem()
 
 void TestMpris::propertiesChanged_tellsWhatChanged_data()
 {
-    QTest::addColumn<QByteArray>("lines");
-    QTest::addColumn<QStringList>("changed");
-    QTest::newRow("state") << QByteArray("msg::state|dat::playing") << QStringList{"PlaybackStatus"};
-    QTest::newRow("the same state") << QByteArray("msg::state|dat::paused") << QStringList();
-    QTest::newRow("track change") << QByteArray("msg::state|dat::trackchange") << QStringList{"Metadata"};
-    QTest::newRow("the same metadata") << QByteArray(R"(msg::metadata|dat:json:{"track":"T"})") << QStringList();
-    QTest::newRow("position only") << QByteArray(R"(msg::metadata|dat:json:{"track":"T","position":900})")
-                                   << QStringList();
-    QTest::newRow("title") << QByteArray(R"(msg::metadata|dat:json:{"track":"U"})") << QStringList{"Metadata"};
-    QTest::newRow("duration") << QByteArray(R"(msg::metadata|dat:json:{"track":"T","duration":1})")
-                              << QStringList{"Metadata"};
-    QTest::newRow("modes and buttons") << QByteArray(
-        R"(msg::metadata|dat:json:{"track":"T","repeat_mode":"track","shuffle_mode":"all","nextEnabled":true,"prevEnabled":true})")
-                                       << QStringList{"CanGoNext", "CanGoPrevious", "LoopStatus", "Shuffle"};
+    const Rows<QByteArray, QStringList> row("lines", "changed");
+    row("state", "msg::state|dat::playing", {"PlaybackStatus"});
+    row("the same state", "msg::state|dat::paused", {});
+    row("track change", "msg::state|dat::trackchange", {"Metadata"});
+    row("the same metadata", R"(msg::metadata|dat:json:{"track":"T"})", {});
+    row("position only", R"(msg::metadata|dat:json:{"track":"T","position":900})", {});
+    row("title", R"(msg::metadata|dat:json:{"track":"U"})", {"Metadata"});
+    row("duration", R"(msg::metadata|dat:json:{"track":"T","duration":1})", {"Metadata"});
+    row("modes and buttons",
+        R"(msg::metadata|dat:json:{"track":"T","repeat_mode":"track","shuffle_mode":"all","nextEnabled":true,"prevEnabled":true})",
+        {"CanGoNext", "CanGoPrevious", "LoopStatus", "Shuffle"});
 }
 
 void TestMpris::propertiesChanged_tellsWhatChanged()
 {
     QFETCH(const QByteArray, lines);
     QFETCH(const QStringList, changed);
-    acquire();
-    QVERIFY(waitForName(Name));
+    appear();
     tell("msg::state|dat::paused");
     tell(R"(msg::metadata|dat:json:{"track":"T"})");
     const QVariant trackId = property("Metadata").toMap().value("mpris:trackid");
@@ -404,30 +405,27 @@ void TestMpris::propertiesChanged_tellsWhatChanged()
 
 void TestMpris::artwork_isALocalUrl_data()
 {
-    QTest::addColumn<QByteArray>("artwork");
-    QTest::addColumn<QString>("url");
-    QTest::newRow("url") << QByteArray("file:///a.png") << "file:///a.png";
-    QTest::newRow("path") << QByteArray("/a b%.png") << "file:///a%20b%25.png";
-    QTest::newRow("url with blanks") << QByteArray("file:///a bü%25.png") << "file:///a%20b%C3%BC%25.png";
-    QTest::newRow("data") << QByteArray("data:image/png;base64,AAAA") << "data:image/png;base64,AAAA";
-    QTest::newRow("net") << QByteArray("http://example.org/a.png") << "";
-    QTest::newRow("file of another machine") << QByteArray("file://example.org/a.png") << "";
-    QTest::newRow("no place") << QByteArray("a.png") << "";
+    const Rows<QByteArray, QString> row("artwork", "url");
+    row("url", "file:///a.png", "file:///a.png");
+    row("path", "/a b%.png", "file:///a%20b%25.png");
+    row("url with blanks", "file:///a bü%25.png", "file:///a%20b%C3%BC%25.png");
+    row("data", "data:image/png;base64,AAAA", "data:image/png;base64,AAAA");
+    row("net", "http://example.org/a.png", "");
+    row("file of another machine", "file://example.org/a.png", "");
+    row("no place", "a.png", "");
 }
 
 void TestMpris::artwork_isALocalUrl()
 {
     QFETCH(const QByteArray, artwork);
-    acquire();
-    QVERIFY(waitForName(Name));
+    appear();
     tell(R"(msg::metadata|dat:json:{"albumArtwork":")" + artwork + "\"}");
     QTEST(property("Metadata").toMap().value("mpris:artUrl").toString(), "url");
 }
 
 void TestMpris::position_runsOn_andJumpsAreTold()
 {
-    acquire();
-    QVERIFY(waitForName(Name));
+    appear();
     Witness witness(test);
     tell(R"(msg::metadata|dat:json:{"position":60000,"duration":61000})");
     QCOMPARE(witness.jumps, QList<qlonglong>{60'000'000});
@@ -445,12 +443,9 @@ void TestMpris::position_runsOn_andJumpsAreTold()
 
 void TestMpris::calls_commandTheHolder_data()
 {
-    QTest::addColumn<QString>("interface");
-    QTest::addColumn<QString>("method");
-    QTest::addColumn<QVariantList>("arguments");
-    QTest::addColumn<QByteArrayList>("commands");
-    const auto row = [](const char *method, const QVariantList &arguments, const QByteArrayList &commands) {
-        QTest::newRow(method) << PlayerInterface << QString(method) << arguments << commands;
+    const Rows<QString, QString, QVariantList, QByteArrayList> add("interface", "method", "arguments", "commands");
+    const auto row = [&](const char *method, const QVariantList &arguments, const QByteArrayList &commands) {
+        add(method, PlayerInterface, method, arguments, commands);
     };
     row("Play", {}, {track(R"("play")")});
     row("Pause", {}, {track(R"("pause")")});
@@ -460,10 +455,9 @@ void TestMpris::calls_commandTheHolder_data()
     row("Previous", {}, {});
     row("Seek", {static_cast<qint64>(1000)}, {});
     row("SetPosition", {QVariant::fromValue(QDBusObjectPath("/a")), static_cast<qint64>(1000)}, {});
-    QTest::newRow("Raise") << Root << "Raise" << QVariantList() << QByteArrayList();
-    QTest::newRow("Quit") << Root << "Quit" << QVariantList() << QByteArrayList();
-    QTest::newRow("no interface") << ""
-                                  << "Play" << QVariantList() << QByteArrayList{track(R"("play")")};
+    add("Raise", Root, "Raise", {}, {});
+    add("Quit", Root, "Quit", {}, {});
+    add("no interface", "", "Play", {}, {track(R"("play")")});
     const auto set = [](const char *name, const QVariant &value, const QByteArrayList &commands) {
         const QVariantList arguments{PlayerInterface, name, QVariant::fromValue(QDBusVariant(value))};
         QTest::addRow("%s %s", name, value.toByteArray().constData())
@@ -483,8 +477,7 @@ void TestMpris::calls_commandTheHolder()
     QFETCH(const QString, interface);
     QFETCH(const QString, method);
     QFETCH(const QVariantList, arguments);
-    acquire();
-    QVERIFY(waitForName(Name));
+    appear();
     tell("msg::state|dat::playing");
     tell(R"(msg::metadata|dat:json:{"nextEnabled":true,"repeat_mode":"none","shuffle_mode":"off"})");
     const QDBusMessage reply = call(interface, method, arguments);
@@ -494,10 +487,7 @@ void TestMpris::calls_commandTheHolder()
 
 void TestMpris::calls_thatAreWrong_getAnError_data()
 {
-    QTest::addColumn<QString>("interface");
-    QTest::addColumn<QString>("method");
-    QTest::addColumn<QVariantList>("arguments");
-    QTest::addColumn<QString>("error");
+    const Rows<QString, QString, QVariantList, QString> add("interface", "method", "arguments", "error");
     const auto variant = [](const QVariant &value) { return QVariant::fromValue(QDBusVariant(value)); };
     const auto row = [](const QString &interface, const QString &method, const QVariantList &arguments,
                         const QString &error) {
@@ -526,8 +516,7 @@ void TestMpris::calls_thatAreWrong_getAnError()
     QFETCH(const QString, interface);
     QFETCH(const QString, method);
     QFETCH(const QVariantList, arguments);
-    acquire();
-    QVERIFY(waitForName(Name));
+    appear();
     tell(R"(msg::metadata|dat:json:{"repeat_mode":"none","shuffle_mode":"off"})");
     QTEST(call(interface, method, arguments).errorName(), "error");
     QCOMPARE(holder->rest(), QByteArrayList());
@@ -571,9 +560,9 @@ void TestMpris::bus_maybeStartedLater_goAway_andComeBack()
 
 void TestMpris::bus_thatHangs_holdsNobodyUp_data()
 {
-    QTest::addColumn<bool>("isConnected");
-    QTest::newRow("from the beginning") << false;
-    QTest::newRow("later") << true;
+    const Rows<bool> row("isConnected");
+    row("from the beginning", false);
+    row("later", true);
 }
 
 void TestMpris::bus_thatHangs_holdsNobodyUp()

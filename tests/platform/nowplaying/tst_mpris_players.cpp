@@ -4,6 +4,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <memory>
 
 namespace {
@@ -75,41 +77,37 @@ QByteArrayList TestMprisPlayers::present()
 
 void TestMprisPlayers::player_isShown_data()
 {
-    QTest::addColumn<QByteArray>("properties");
-    QTest::addColumn<QByteArray>("state");
-    QTest::addColumn<QVariantMap>("fields");
+    const Rows<QByteArray, QByteArray, QVariantMap> row("properties", "state", "fields");
     using Fields = QVariantMap;
 
-    QTest::newRow("everything") << QByteArray(
+    row("everything",
         R"(PlaybackStatus="Paused", LoopStatus="Playlist", Shuffle=True, CanGoNext=True, CanGoPrevious=True, Position=Int64(1500000),)"
-        R"(Metadata=metadata(title="T", artist=["A", "B"], album="C", trackNumber=3, length=Int64(5000000), artUrl="file:///a.png"))")
-                                << Paused
-                                << Fields{{"track", "T"},
-                                          {"artist", "A, B"},
-                                          {"album", "C"},
-                                          {"track_number", "3"},
-                                          {"albumArtwork", "file:///a.png"},
-                                          {"duration", 5000},
-                                          {"position", 1500},
-                                          {"repeat_mode", "all"},
-                                          {"shuffle_mode", "all"},
-                                          {"nextEnabled", true},
-                                          {"prevEnabled", true}};
-    QTest::newRow("nothing") << QByteArray() << Stopped << Fields();
-    QTest::newRow("other types") << QByteArray(
-        R"(PlaybackStatus=7, LoopStatus=True, Shuffle="yes?", CanGoNext=[1], Position="far", Rate="fast", Metadata="none")")
-                                 << Stopped << Fields{{"shuffle_mode", "all"}};
-    QTest::newRow("other types in the metadata") << QByteArray(
-        R"(Metadata=metadata(title=["T"], artist="A", album=metadata(a=1), trackNumber=ObjectPath("/a"), length="long", artUrl=[1, 2]))")
-                                                 << Stopped << Fields{{"track", "T"}, {"artist", "A"}};
-    QTest::newRow("negative length") << QByteArray("Metadata=metadata(length=Int64(-5000000)), Position=Int64(-1)")
-                                     << Stopped << Fields();
-    QTest::newRow("huge length") << QByteArray("Metadata=metadata(length=Int64(9223372036854775807))") << Stopped
-                                 << Fields{{"duration", static_cast<qint64>(4294967295)}};
-    QTest::newRow("huge artwork") << QByteArray(R"(Metadata=metadata(title="T", artUrl="file:///" + "a" * 1048576))")
-                                  << Stopped << Fields{{"track", "T"}};
-    QTest::newRow("huge texts") << QByteArray(R"(Metadata=metadata(title="T" * 1048576))") << Stopped
-                                << Fields{{"track", QString(4096, 'T')}};
+        R"(Metadata=metadata(title="T", artist=["A", "B"], album="C", trackNumber=3, length=Int64(5000000), artUrl="file:///a.png"))",
+        Paused,
+        Fields{{"track", "T"},
+               {"artist", "A, B"},
+               {"album", "C"},
+               {"track_number", "3"},
+               {"albumArtwork", "file:///a.png"},
+               {"duration", 5000},
+               {"position", 1500},
+               {"repeat_mode", "all"},
+               {"shuffle_mode", "all"},
+               {"nextEnabled", true},
+               {"prevEnabled", true}});
+    row("nothing", {}, Stopped, Fields());
+    row("other types",
+        R"(PlaybackStatus=7, LoopStatus=True, Shuffle="yes?", CanGoNext=[1], Position="far", Rate="fast", Metadata="none")",
+        Stopped, Fields{{"shuffle_mode", "all"}});
+    row("other types in the metadata",
+        R"(Metadata=metadata(title=["T"], artist="A", album=metadata(a=1), trackNumber=ObjectPath("/a"), length="long", artUrl=[1, 2]))",
+        Stopped, Fields{{"track", "T"}, {"artist", "A"}});
+    row("negative length", "Metadata=metadata(length=Int64(-5000000)), Position=Int64(-1)", Stopped, Fields());
+    row("huge length", "Metadata=metadata(length=Int64(9223372036854775807))", Stopped,
+        Fields{{"duration", static_cast<qint64>(4294967295)}});
+    row("huge artwork", R"(Metadata=metadata(title="T", artUrl="file:///" + "a" * 1048576))", Stopped,
+        Fields{{"track", "T"}});
+    row("huge texts", R"(Metadata=metadata(title="T" * 1048576))", Stopped, Fields{{"track", QString(4096, 'T')}});
 }
 
 void TestMprisPlayers::player_isShown()
@@ -172,22 +170,19 @@ void TestMprisPlayers::changes_areTold()
 
 void TestMprisPlayers::newTrack_isTold_andBeginsAtZero_data()
 {
-    QTest::addColumn<Steps>("steps");
+    const Rows<Steps> row("steps");
     const QByteArray begun = update({{"track", "T"}});
     const QByteArray there = update({{"track", "T"}, {"position", 7000}});
     const QByteArray metadata = "change('p', Metadata=metadata(title='T'";
     const QByteArray play = "change('p', PlaybackStatus='Playing')";
-    QTest::newRow("another title") << Steps{
-        {"change('p', Metadata=metadata(title='U'))", {TrackChange, update({{"track", "U"}})}}};
-    QTest::newRow("another track of the same name")
-        << Steps{{metadata + ", trackid=ObjectPath('/2')))", {TrackChange, begun}}};
-    QTest::newRow("a name that is a text") << Steps{{metadata + ", trackid='2'))", {TrackChange, begun}}};
-    QTest::newRow("the same track") << Steps{{metadata + ", trackid=ObjectPath('/1'), trackNumber=3))",
-                                              {update({{"track", "T"}, {"track_number", "3"}, {"position", 7000}})}}};
-    QTest::newRow("anew after a stop") << Steps{{"change('p', PlaybackStatus='Stopped')", {Stopped, there}},
-                                                {play, {TrackChange, Playing, begun}}};
-    QTest::newRow("after a pause") << Steps{{"change('p', PlaybackStatus='Paused')", {Paused, there}},
-                                            {play, {Playing, there}}};
+    row("another title", Steps{{"change('p', Metadata=metadata(title='U'))", {TrackChange, update({{"track", "U"}})}}});
+    row("another track of the same name", Steps{{metadata + ", trackid=ObjectPath('/2')))", {TrackChange, begun}}});
+    row("a name that is a text", Steps{{metadata + ", trackid='2'))", {TrackChange, begun}}});
+    row("the same track", Steps{{metadata + ", trackid=ObjectPath('/1'), trackNumber=3))",
+                                 {update({{"track", "T"}, {"track_number", "3"}, {"position", 7000}})}}});
+    row("anew after a stop",
+        Steps{{"change('p', PlaybackStatus='Stopped')", {Stopped, there}}, {play, {TrackChange, Playing, begun}}});
+    row("after a pause", Steps{{"change('p', PlaybackStatus='Paused')", {Paused, there}}, {play, {Playing, there}}});
 }
 
 void TestMprisPlayers::newTrack_isTold_andBeginsAtZero()
@@ -262,9 +257,7 @@ void TestMprisPlayers::playerctld_isNoPlayer()
 
 void TestMprisPlayers::commands_areCalls_data()
 {
-    QTest::addColumn<QByteArray>("properties");
-    QTest::addColumn<QByteArray>("command");
-    QTest::addColumn<QByteArray>("call");
+    const Rows<QByteArray, QByteArray, QByteArray> add("properties", "command", "call");
     const auto row = [](const QByteArray &properties, const QByteArray &command, const QByteArray &call) {
         QTest::addRow("%s %s", command.constData(), properties.constData()) << properties << command << call;
     };

@@ -4,6 +4,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -47,7 +49,7 @@ private:
 // connections, upper-case ones controllers. At the end nobody has anything more to read.
 void TestNowPlaying::conversation_data()
 {
-    QTest::addColumn<QByteArrayList>("steps");
+    const Rows<QByteArrayList> row("steps");
     const auto acquire = [](const QByteArray &who, const QByteArray &priority) {
         return QByteArrayList{who + " > msg::register|dat:json:{\"name\":\"" + who + R"(","prio":")" + priority + "\"}",
                               who + " > msg::acquire|id::" + who};
@@ -64,23 +66,19 @@ void TestNowPlaying::conversation_data()
     };
     using Steps = QByteArrayList;
 
-    QTest::newRow("granted when free") << granted("a", "low", Hold);
-    QTest::newRow("granted again to the holder")
-        << granted("a", "high", Hold) + acquire("a", "low") + Steps{"a < " + Granted};
-    QTest::newRow("low gives way to low")
-        << granted("a", "low", Hold) + granted("b", "low", Hold) + Steps{"a < " + revokedBy("b")};
-    QTest::newRow("low gives way to high")
-        << granted("a", "low", Hold) + granted("b", "high", Hold) + Steps{"a < " + revokedBy("b")};
-    QTest::newRow("high gives way to high")
-        << granted("a", "high", Hold) + granted("b", "high", Hold) + Steps{"a < " + revokedBy("b")};
-    QTest::newRow("high stays against low")
-        << granted("a", "high", Hold) + acquire("b", "low") + Steps{"b < " + Revoked};
-    QTest::newRow("a new priority counts at once")
-        << granted("a", "high", Hold) + Steps{R"(a > msg::register|dat:json:{"name":"a","prio":"low"})"}
-               + granted("b", "low", Hold) + Steps{"a < " + revokedBy("b")};
-    QTest::newRow("free after its holder closed")
-        << granted("a", "high", Hold) + Steps{"a x"} + granted("b", "low", Hold);
-    QTest::newRow("not registered") << Steps{"a > msg::acquire", R"(a < {"err":"not registered","res":"acquire"})"};
+    row("granted when free", granted("a", "low", Hold));
+    row("granted again to the holder", granted("a", "high", Hold) + acquire("a", "low") + Steps{"a < " + Granted});
+    row("low gives way to low", granted("a", "low", Hold) + granted("b", "low", Hold) + Steps{"a < " + revokedBy("b")});
+    row("low gives way to high",
+        granted("a", "low", Hold) + granted("b", "high", Hold) + Steps{"a < " + revokedBy("b")});
+    row("high gives way to high",
+        granted("a", "high", Hold) + granted("b", "high", Hold) + Steps{"a < " + revokedBy("b")});
+    row("high stays against low", granted("a", "high", Hold) + acquire("b", "low") + Steps{"b < " + Revoked});
+    row("a new priority counts at once", granted("a", "high", Hold)
+                                             + Steps{R"(a > msg::register|dat:json:{"name":"a","prio":"low"})"}
+                                             + granted("b", "low", Hold) + Steps{"a < " + revokedBy("b")});
+    row("free after its holder closed", granted("a", "high", Hold) + Steps{"a x"} + granted("b", "low", Hold));
+    row("not registered", Steps{"a > msg::acquire", R"(a < {"err":"not registered","res":"acquire"})"});
     const QByteArray longName(1025, 'n');
     for (const auto &[data, problem] : std::initializer_list<std::pair<QByteArray, QByteArray>>{
              {"dat::text", "bad name"},
@@ -97,46 +95,33 @@ void TestNowPlaying::conversation_data()
                      "a < {\"err\":\"" + problem + R"(","res":"acquire"})"}
                    + granted("a", "low", Hold);
     }
-    QTest::newRow("only acquire is answered")
-        << Steps{"a > msg::state|dat::playing", "a > msg::metadata|dat:json:{}", "a > msg::what", "a > dat::1"};
-    QTest::newRow("only the holder tells")
-        << granted("a", "low", Hold) + subscribed("X", Ours).mid(0, 2)
-               + Steps{"X < " + Ours, "a < " + Send, "a > msg::metadata|dat:json:{}", "X < " + update()}
-               + Steps{"b > msg::state|dat::playing", R"(b > msg::metadata|dat:json:{"title":"b"})",
-                       "a > msg::state|dat::paused", "X < " + Paused};
-    QTest::newRow("subscriber of nothing") << subscribed("X", Free);
-    QTest::newRow("unsubscribed") << subscribed("X", Free)
-                                         + Steps{"X > msg::md_unsubscribe", "X > msg::m_play",
-                                                 "X < " + failure("m_play", "nothing is playing")}
-                                         + granted("a", "low", Hold);
-    QTest::newRow("watched when it acquires")
-        << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours);
-    QTest::newRow("watched and not watched")
-        << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
-               + Steps{"Y > msg::md_subscribe",   "Y < " + Stopped, "Y < " + update(), "Y < " + Ours, "X x",
-                       "Y > msg::md_unsubscribe", "a < " + Hold};
-    QTest::newRow("falls free") << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
-                                       + Steps{"a x"} + newSource("X", Free);
-    QTest::newRow("changes hands") << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
-                                          + Steps{"a > msg::state|dat::playing", "X < " + Playing}
-                                          + granted("b", "low", Send) + Steps{"a < " + revokedBy("b")}
-                                          + newSource("X", Ours)
-                                          + Steps{"a > msg::state|dat::paused", "b > msg::state|dat::playing",
-                                                  "X < " + Playing};
-    QTest::newRow("states") << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
-                                   + Steps{"a > msg::state|dat::playing",
-                                           "X < " + Playing,
-                                           "a > msg::state|dat::trackchange",
-                                           "X < " + TrackChange,
-                                           "a > msg::state|dat::loud",
-                                           "a > msg::state",
-                                           "a > msg::state|dat:json:{}",
-                                           "a > msg::state|dat::paused",
-                                           "X < " + Paused,
-                                           "Y > msg::md_subscribe",
-                                           "Y < " + Paused,
-                                           "Y < " + update(),
-                                           "Y < " + Ours};
+    row("only acquire is answered",
+        Steps{"a > msg::state|dat::playing", "a > msg::metadata|dat:json:{}", "a > msg::what", "a > dat::1"});
+    row("only the holder tells",
+        granted("a", "low", Hold) + subscribed("X", Ours).mid(0, 2)
+            + Steps{"X < " + Ours, "a < " + Send, "a > msg::metadata|dat:json:{}", "X < " + update()}
+            + Steps{"b > msg::state|dat::playing", R"(b > msg::metadata|dat:json:{"title":"b"})",
+                    "a > msg::state|dat::paused", "X < " + Paused});
+    row("subscriber of nothing", subscribed("X", Free));
+    row("unsubscribed",
+        subscribed("X", Free)
+            + Steps{"X > msg::md_unsubscribe", "X > msg::m_play", "X < " + failure("m_play", "nothing is playing")}
+            + granted("a", "low", Hold));
+    row("watched when it acquires", subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours));
+    row("watched and not watched", subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                                       + Steps{"Y > msg::md_subscribe", "Y < " + Stopped, "Y < " + update(),
+                                               "Y < " + Ours, "X x", "Y > msg::md_unsubscribe", "a < " + Hold});
+    row("falls free",
+        subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours) + Steps{"a x"} + newSource("X", Free));
+    row("changes hands", subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                             + Steps{"a > msg::state|dat::playing", "X < " + Playing} + granted("b", "low", Send)
+                             + Steps{"a < " + revokedBy("b")} + newSource("X", Ours)
+                             + Steps{"a > msg::state|dat::paused", "b > msg::state|dat::playing", "X < " + Playing});
+    row("states", subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                      + Steps{"a > msg::state|dat::playing", "X < " + Playing, "a > msg::state|dat::trackchange",
+                              "X < " + TrackChange, "a > msg::state|dat::loud", "a > msg::state",
+                              "a > msg::state|dat:json:{}", "a > msg::state|dat::paused", "X < " + Paused,
+                              "Y > msg::md_subscribe", "Y < " + Paused, "Y < " + update(), "Y < " + Ours});
     for (
         const auto &[source, fields] : std::initializer_list<std::pair<QByteArray, QVariantMap>>{
             {R"({"artist":"A","album":"B","title":"C","track":"C","track_number":"7","albumArtwork":"file:///c.png","duration":9,"position":4,"nextEnabled":true,"prevEnabled":true,"repeat_mode":"all","shuffle_mode":"all","genre":"G"})",
@@ -161,8 +146,8 @@ void TestNowPlaying::conversation_data()
             << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
                    + Steps{"a > msg::metadata|dat:json:" + source, "X < " + update(fields)};
     }
-    QTest::newRow("metadata that is no map") << subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
-                                                    + Steps{"a > msg::metadata|dat::A", "a > msg::metadata"};
+    row("metadata that is no map", subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
+                                       + Steps{"a > msg::metadata|dat::A", "a > msg::metadata"});
 
     for (const auto &[command, data] : std::initializer_list<std::pair<QByteArray, QByteArray>>{
              {"m_play", R"("play")"},
@@ -181,9 +166,9 @@ void TestNowPlaying::conversation_data()
         QTest::addRow("command %s", command.constData())
             << granted("a", "low", Hold) + Steps{"X > msg::" + command, "a < " + track(data)};
     }
-    QTest::newRow("playpause while playing")
-        << granted("a", "low", Hold)
-               + Steps{"a > msg::state|dat::playing", "X > msg::m_playpause", "a < " + track(R"("pause")")};
+    row("playpause while playing",
+        granted("a", "low", Hold)
+            + Steps{"a > msg::state|dat::playing", "X > msg::m_playpause", "a < " + track(R"("pause")")});
     for (const auto &[command, problem] : std::initializer_list<std::pair<QByteArray, QByteArray>>{
              {"m_louder", "unknown message"},
              {"m_command", "unknown command"},
@@ -204,7 +189,7 @@ void TestNowPlaying::conversation_data()
             << granted("a", "low", Hold)
                    + Steps{"X > msg::" + command, "X < " + failure(command.split('|').first(), problem)};
     }
-    QTest::newRow("no command at all") << Steps{"X > dat::1", "X < " + failure({}, "unknown message")};
+    row("no command at all", Steps{"X > dat::1", "X < " + failure({}, "unknown message")});
 }
 
 void TestNowPlaying::conversation()

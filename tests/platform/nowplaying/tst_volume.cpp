@@ -5,6 +5,8 @@
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
+
 #include <memory>
 
 namespace {
@@ -49,23 +51,19 @@ private:
 
 void TestVolume::commands_changeTheDefaultSink_data()
 {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QByteArrayList>("commands");
-    QTest::addColumn<QByteArray>("after");
+    const Rows<QString, QByteArrayList, QByteArray> row("before", "commands", "after");
     using Commands = QByteArrayList;
-    QTest::newRow("set") << "40%" << Commands{"v_set|dat::75"} << QByteArray("75");
-    QTest::newRow("set to nothing") << "40%" << Commands{"v_set|dat::0"} << QByteArray("0");
-    QTest::newRow("up") << "40%" << Commands{"v_up"} << QByteArray("45");
-    QTest::newRow("down") << "40%" << Commands{"v_down"} << QByteArray("35");
-    QTest::newRow("by a number") << "40%" << Commands{"v_up|dat::7", "v_down|dat::30"} << QByteArray("17");
-    QTest::newRow("quick steps") << "40%" << Commands{"v_up", "v_up", "v_up", "v_down"} << QByteArray("50");
-    QTest::newRow("up to the end") << "97%" << Commands{"v_up", "v_up"} << QByteArray("100");
-    QTest::newRow("down to the end") << "3%" << Commands{"v_down", "v_down"} << QByteArray("0");
-    QTest::newRow("up from above the end")
-        << "130%" << Commands{"v_up", "v_up", "v_mute|dat:b:true"} << QByteArray("130 muted");
-    QTest::newRow("mute") << "40%" << Commands{"v_mute|dat:b:true"} << QByteArray("40 muted");
-    QTest::newRow("mute and not") << "40%" << Commands{"v_mute|dat:b:true", "v_mute|dat:b:false", "v_up"}
-                                  << QByteArray("45");
+    row("set", "40%", Commands{"v_set|dat::75"}, "75");
+    row("set to nothing", "40%", Commands{"v_set|dat::0"}, "0");
+    row("up", "40%", Commands{"v_up"}, "45");
+    row("down", "40%", Commands{"v_down"}, "35");
+    row("by a number", "40%", Commands{"v_up|dat::7", "v_down|dat::30"}, "17");
+    row("quick steps", "40%", Commands{"v_up", "v_up", "v_up", "v_down"}, "50");
+    row("up to the end", "97%", Commands{"v_up", "v_up"}, "100");
+    row("down to the end", "3%", Commands{"v_down", "v_down"}, "0");
+    row("up from above the end", "130%", Commands{"v_up", "v_up", "v_mute|dat:b:true"}, "130 muted");
+    row("mute", "40%", Commands{"v_mute|dat:b:true"}, "40 muted");
+    row("mute and not", "40%", Commands{"v_mute|dat:b:true", "v_mute|dat:b:false", "v_up"}, "45");
 }
 
 void TestVolume::commands_changeTheDefaultSink()
