@@ -8,7 +8,9 @@
 #include <QtTest/QtTest>
 
 #include <fcntl.h>
+#include <Files.h>
 #include <linux/input-event-codes.h>
+#include <Rows.h>
 #include <unistd.h>
 
 #include <memory>
@@ -19,6 +21,11 @@ using voro::mediakeys::Mode;
 using voro::mediakeys::Presses;
 
 namespace {
+
+/** The service, running from the beginning. */
+struct StartedService : ServiceThread {
+    explicit StartedService(Mode mode = Mode::All) : ServiceThread(mode) { start(); }
+};
 
 /** A client of the service that presses keys. */
 class Finger {
@@ -107,11 +114,7 @@ public:
 
     QByteArrayList lines() const
     {
-        QFile file(m_path);
-        if (!file.open(QIODevice::ReadOnly)) {
-            qFatal("%s cannot be read", qPrintable(m_path));
-        }
-        const QByteArray text = file.readAll().trimmed();
+        const QByteArray text = readFile(m_path).trimmed();
         return text.isEmpty() ? QByteArrayList() : text.split('\n');
     }
 
@@ -148,15 +151,13 @@ private Q_SLOTS:
 
 void MediaKeysTest::press_isReported_byItsLength_data()
 {
-    QTest::addColumn<int>("length");
-    QTest::addColumn<int>("looksAt");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("a tap") << 0 << -1 << "before";
-    QTest::newRow("just before the threshold") << 799 << -1 << "before";
-    QTest::newRow("the threshold") << 800 << -1 << "threshold after";
-    QTest::newRow("long, and seen late") << 801 << -1 << "threshold after";
-    QTest::newRow("long, and seen in time") << 1200 << 800 << "threshold after";
-    QTest::newRow("looked at before the threshold") << 1200 << 799 << "threshold after";
+    const Rows<int, int, QString> row("length", "looksAt", "expected");
+    row("a tap", 0, -1, "before");
+    row("just before the threshold", 799, -1, "before");
+    row("the threshold", 800, -1, "threshold after");
+    row("long, and seen late", 801, -1, "threshold after");
+    row("long, and seen in time", 1200, 800, "threshold after");
+    row("looked at before the threshold", 1200, 799, "threshold after");
 }
 
 void MediaKeysTest::press_isReported_byItsLength()
@@ -190,8 +191,7 @@ void MediaKeysTest::press_isReported_byItsLength()
 
 void MediaKeysTest::press_isReported_toEachWatcherAsItAsked()
 {
-    ServiceThread service;
-    service.start();
+    StartedService service;
     const auto threshold = MediaKeyNotification::Threshold;
     Watch shortClicked(MediaKey::Play, Watch::Short);
     Watch shortThreshold(MediaKey::Play, Watch::Short, threshold);
@@ -216,8 +216,7 @@ void MediaKeysTest::press_isReported_toEachWatcherAsItAsked()
 
 void MediaKeysTest::threshold_isReported_whileTheKeyIsDown()
 {
-    ServiceThread service;
-    service.start();
+    StartedService service;
     Watch watch(MediaKey::Next);
     Finger finger;
     QElapsedTimer time;
@@ -229,8 +228,7 @@ void MediaKeysTest::threshold_isReported_whileTheKeyIsDown()
 
 void MediaKeysTest::registrationThatGoes_takesThePressAlong()
 {
-    ServiceThread service;
-    service.start();
+    StartedService service;
     Watch watch(MediaKey::Play, Watch::Short);
     Finger finger;
     finger.start("play", 100);
@@ -245,8 +243,7 @@ void MediaKeysTest::registrationThatGoes_takesThePressAlong()
 
 void MediaKeysTest::registrationThatChanges_getsTheRestOfThePress()
 {
-    ServiceThread service;
-    service.start();
+    StartedService service;
     Watch watch(MediaKey::Play);
     Finger finger;
     finger.start("play", 100);
@@ -258,8 +255,7 @@ void MediaKeysTest::registrationThatChanges_getsTheRestOfThePress()
 
 void MediaKeysTest::registrationThatComes_getsNothingOfThePress()
 {
-    ServiceThread service;
-    service.start();
+    StartedService service;
     Finger finger;
     finger.start("play", 100);
     Watch watch(MediaKey::Play);
@@ -272,8 +268,7 @@ void MediaKeysTest::registrationThatComes_getsNothingOfThePress()
 void MediaKeysTest::presses_areNeverLostNorDoubled()
 {
     constexpr int Count = 10'000;
-    ServiceThread service;
-    service.start();
+    StartedService service;
     Watch watch(MediaKey::Play, Watch::Short);
     const auto device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
     int pressed = 0;
@@ -294,8 +289,7 @@ void MediaKeysTest::presses_areNeverLostNorDoubled()
 
 void MediaKeysTest::deviceTimes_decide_notWhenTheyAreRead()
 {
-    ServiceThread service;
-    service.start();
+    StartedService service;
     Watch watch(MediaKey::Play, Watch::Short | Watch::Long, MediaKeyNotification::Threshold);
     FakeDevice device(service.deviceFolder() + "/event0");
     const auto start = std::chrono::steady_clock::now() - 2s;
@@ -306,8 +300,7 @@ void MediaKeysTest::deviceTimes_decide_notWhenTheyAreRead()
 
 void MediaKeysTest::deviceThatGoes_releasesWithoutAPress()
 {
-    ServiceThread service;
-    service.start();
+    StartedService service;
     Watch watch(MediaKey::Play);
     Watch other(MediaKey::Next);
     auto device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
@@ -330,8 +323,7 @@ void MediaKeysTest::deviceThatGoes_releasesWithoutAPress()
 
 void MediaKeysTest::devices_pressOneKey_independently()
 {
-    ServiceThread service;
-    service.start();
+    StartedService service;
     Watch watch(MediaKey::Play);
     FakeDevice first(service.deviceFolder() + "/event0");
     FakeDevice second(service.deviceFolder() + "/event1");
@@ -349,13 +341,11 @@ void MediaKeysTest::devices_pressOneKey_independently()
 
 void MediaKeysTest::keyThatNobodyRegistered_isActedUpon_data()
 {
-    QTest::addColumn<Mode>("mode");
-    QTest::addColumn<bool>("hasDesktop");
-    QTest::addColumn<bool>("isActedUpon");
-    QTest::newRow("auto") << Mode::Auto << false << true;
-    QTest::newRow("auto, in a desktop session") << Mode::Auto << true << false;
-    QTest::newRow("all, in a desktop session") << Mode::All << true << true;
-    QTest::newRow("registered") << Mode::Registered << false << false;
+    const Rows<Mode, bool, bool> row("mode", "hasDesktop", "isActedUpon");
+    row("auto", Mode::Auto, false, true);
+    row("auto, in a desktop session", Mode::Auto, true, false);
+    row("all, in a desktop session", Mode::All, true, true);
+    row("registered", Mode::Registered, false, false);
 }
 
 void MediaKeysTest::keyThatNobodyRegistered_isActedUpon()
@@ -366,8 +356,7 @@ void MediaKeysTest::keyThatNobodyRegistered_isActedUpon()
     if (hasDesktop) {
         qputenv("XDG_CURRENT_DESKTOP", "GNOME");
     }
-    ServiceThread service(mode);
-    service.start();
+    StartedService service(mode);
     FakeDevice device(service.deviceFolder() + "/event0");
     auto registered = std::make_unique<Watch>(MediaKey::PlayPause, Watch::Short);
     const std::pair<unsigned, const char *> keys[] = {{KEY_FASTFORWARD, "msg::m_fforward"},
@@ -453,12 +442,10 @@ void MediaKeysTest::folder_mayComeLater()
 
 void MediaKeysTest::badMessage_isRefused_data()
 {
-    QTest::addColumn<bool>("isPress");
-    QTest::addColumn<QByteArray>("message");
-    QTest::addColumn<QByteArray>("answer");
+    const Rows<bool, QByteArray, QByteArray> row("isPress", "message", "answer");
     const QByteArray refusal("res::button\nerr::bad registration");
-    QTest::newRow("button without data") << false << QByteArray("msg::button") << refusal;
-    QTest::newRow("button, data of another type") << false << QByteArray("msg::button\ndat::bn_play_short") << refusal;
+    row("button without data", false, "msg::button", refusal);
+    row("button, data of another type", false, "msg::button\ndat::bn_play_short", refusal);
     const char *registrations[] = {
         R"({"key":"bn_play_short"})",
         R"({"action":"forward"})",
@@ -472,15 +459,14 @@ void MediaKeysTest::badMessage_isRefused_data()
         R"({"key":"play_short","action":"forward"})",
     };
     for (const char *registration : registrations) {
-        QTest::newRow(registration) << false << "msg::button\ndat:json:" + QByteArray(registration) << refusal;
+        row(registration, false, "msg::button\ndat:json:" + QByteArray(registration), refusal);
     }
     const auto failure = [](const QByteArray &command, const QByteArray &problem) {
         return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
     };
-    QTest::newRow("unknown command") << true << QByteArray("msg::hold") << failure("hold", "unknown command");
-    QTest::newRow("long command") << true << "msg::" + QByteArray(1000, 'x')
-                                  << failure(QByteArray(255, 'x'), "unknown command");
-    QTest::newRow("press without data") << true << QByteArray("msg::press") << failure("press", "unknown key");
+    row("unknown command", true, "msg::hold", failure("hold", "unknown command"));
+    row("long command", true, "msg::" + QByteArray(1000, 'x'), failure(QByteArray(255, 'x'), "unknown command"));
+    row("press without data", true, "msg::press", failure("press", "unknown key"));
     const std::pair<const char *, const char *> presses[] = {
         {R"({"key":"mute","ms":0})", "unknown key"},
         {R"({"key":3,"ms":0})", "unknown key"},
@@ -491,7 +477,7 @@ void MediaKeysTest::badMessage_isRefused_data()
         {R"({"key":"play","ms":"100"})", "bad length"},
     };
     for (const auto &[press, problem] : presses) {
-        QTest::newRow(press) << true << "msg::press\ndat:json:" + QByteArray(press) << failure("press", problem);
+        row(press, true, "msg::press\ndat:json:" + QByteArray(press), failure("press", problem));
     }
 }
 
@@ -500,8 +486,7 @@ void MediaKeysTest::badMessage_isRefused()
     QFETCH(bool, isPress);
     QFETCH(QByteArray, message);
     QFETCH(QByteArray, answer);
-    ServiceThread service;
-    service.start();
+    StartedService service;
     voro::PpsObject control(QStringLiteral("/pps/services/multimedia/%1/control")
                                 .arg(QLatin1String(isPress ? "mediakeys" : "mediaplayer")));
     QVERIFY(control.open(voro::PpsOpenMode::PublishSubscribe));

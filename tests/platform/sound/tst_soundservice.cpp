@@ -1,12 +1,15 @@
 #include "Daemon.h"
+#include "Files.h"
+#include "Programs.h"
 #include "PulseServer.h"
 #include "Tone.h"
 
 #include <multimedia/SystemSound.h>
 #include <voro/PpsObject.h>
 
-#include <QtCore/QFile>
 #include <QtTest/QtTest>
+
+#include <Rows.h>
 
 #include <array>
 #include <cmath>
@@ -24,13 +27,7 @@ constexpr char ThemeFolder[] = "/usr/share/sounds/freedesktop/stereo/";
 
 QByteArray run(const QString &program, const QStringList &arguments)
 {
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(program, arguments);
-    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        qFatal("%s failed", qPrintable(program));
-    }
-    return process.readAllStandardOutput();
+    return runToEnd(program, arguments).value();
 }
 
 /** What a sound is made of, moment by moment: the strengths of some frequencies, moments apart by `Hop` samples. */
@@ -139,11 +136,7 @@ private:
 /** The memory of a process that is its own, in KiB. */
 qint64 memoryOf(qint64 process)
 {
-    QFile file(QStringLiteral("/proc/%1/statm").arg(process));
-    if (!file.open(QIODevice::ReadOnly)) {
-        qFatal("there is no process %lld", process);
-    }
-    const QByteArrayList pages = file.readAll().split(' ');
+    const QByteArrayList pages = readFile(QStringLiteral("/proc/%1/statm").arg(process)).split(' ');
     return (pages.at(1).toLongLong() - pages.at(2).toLongLong()) * 4;
 }
 
@@ -205,8 +198,7 @@ void SoundServiceTest::initTestCase()
         {"CameraBurstEvent", ours("event_camera_burst_sound")},
     };
     for (const Expected &expected : m_expected) {
-        m_references.push_back(imageOf(
-            run("ffmpeg", {"-v", "error", "-i", expected.file, "-f", "s16le", "-ac", "1", "-ar", "48000", "-"})));
+        m_references.push_back(imageOf(decoded(expected.file)));
     }
 }
 
@@ -256,9 +248,9 @@ bool SoundServiceTest::isHeard(SystemSound::Type sound, const std::function<void
 
 void SoundServiceTest::sound_isHeard_andIsNoOther_data()
 {
-    QTest::addColumn<int>("number");
+    const Rows<int> row("number");
     for (size_t i = 0; i < m_expected.size(); ++i) {
-        QTest::newRow(m_expected[i].name) << static_cast<int>(i) + 1;
+        row(m_expected[i].name, static_cast<int>(i) + 1);
     }
 }
 
@@ -317,22 +309,20 @@ void SoundServiceTest::cameraIsHeard_whileEventSoundsAreMuted()
 
 void SoundServiceTest::badMessage_isRefused_data()
 {
-    QTest::addColumn<QByteArray>("message");
-    QTest::addColumn<QByteArray>("answer");
+    const Rows<QByteArray, QByteArray> row("message", "answer");
     const auto failure = [](const QByteArray &command, const QByteArray &problem) {
         return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
     };
     const QByteArray play = failure("play_sound", "unknown sound");
-    QTest::newRow("unknown command") << QByteArray("msg::stop_sound") << failure("stop_sound", "unknown command");
-    QTest::newRow("no command") << QByteArray("dat::x") << failure("", "unknown command");
-    QTest::newRow("no data") << QByteArray("msg::play_sound") << play;
-    QTest::newRow("data of another type") << QByteArray("msg::play_sound\ndat::alarm_battery") << play;
-    QTest::newRow("a list") << QByteArray("msg::play_sound\ndat:json:[\"alarm_battery\"]") << play;
-    QTest::newRow("a sound of another type") << QByteArray("msg::play_sound\ndat:json:{\"sound\":1}") << play;
-    QTest::newRow("unknown sound") << QByteArray("msg::play_sound\ndat:json:{\"sound\":\"moo\"}") << play;
-    QTest::newRow("no sound") << QByteArray("msg::prepare_sound\ndat:json:{\"sound\":\"\"}")
-                              << failure("prepare_sound", "unknown sound");
-    QTest::newRow("a path") << QByteArray("msg::play_sound\ndat:json:{\"sound\":\"../sounds/alarm_battery\"}") << play;
+    row("unknown command", "msg::stop_sound", failure("stop_sound", "unknown command"));
+    row("no command", "dat::x", failure("", "unknown command"));
+    row("no data", "msg::play_sound", play);
+    row("data of another type", "msg::play_sound\ndat::alarm_battery", play);
+    row("a list", "msg::play_sound\ndat:json:[\"alarm_battery\"]", play);
+    row("a sound of another type", "msg::play_sound\ndat:json:{\"sound\":1}", play);
+    row("unknown sound", "msg::play_sound\ndat:json:{\"sound\":\"moo\"}", play);
+    row("no sound", "msg::prepare_sound\ndat:json:{\"sound\":\"\"}", failure("prepare_sound", "unknown sound"));
+    row("a path", "msg::play_sound\ndat:json:{\"sound\":\"../sounds/alarm_battery\"}", play);
 }
 
 void SoundServiceTest::badMessage_isRefused()

@@ -4,8 +4,9 @@
 #include <voro/UIToolkitSupport.h>
 
 #include <QtCore/QDir>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
+
+#include <Rows.h>
 
 class tst_Support : public QObject {
     Q_OBJECT
@@ -22,18 +23,16 @@ private Q_SLOTS:
 
 void tst_Support::obfuscate_hidesNames_keepsExtension_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("obfuscated");
-    QTest::newRow("path") << QByteArray("/home/ann/Music/A very long album name/song.mp3")
-                          << QByteArray("/s/s/s/l/s.mp3");
-    QTest::newRow("length classes") << QByteArray("/12345678/123456789/12345678901234567") << QByteArray("/s/m/l");
-    QTest::newRow("URL") << QByteArray("file:///data/secret.ogg") << QByteArray("file:///s/s.ogg");
-    QTest::newRow("query and fragment") << QByteArray("/a/b.ogg?token=hidden.txt#part") << QByteArray("/s/s.ogg?s=m#s");
-    QTest::newRow("hidden file") << QByteArray("/a/.secret") << QByteArray("/s/s");
-    QTest::newRow("two extensions") << QByteArray("/a/private.tar.gz") << QByteArray("/s/m.gz");
-    QTest::newRow("not a scheme") << QByteArray("/a:b/c.ogg") << QByteArray("/s:s/s.ogg");
-    QTest::newRow("other bytes") << QByteArray("/\xff\xfe/\xc3\xa4.wav") << QByteArray("/s/s.wav");
-    QTest::newRow("empty") << QByteArray() << QByteArray();
+    const Rows<QByteArray, QByteArray> row("text", "obfuscated");
+    row("path", "/home/ann/Music/A very long album name/song.mp3", "/s/s/s/l/s.mp3");
+    row("length classes", "/12345678/123456789/12345678901234567", "/s/m/l");
+    row("URL", "file:///data/secret.ogg", "file:///s/s.ogg");
+    row("query and fragment", "/a/b.ogg?token=hidden.txt#part", "/s/s.ogg?s=m#s");
+    row("hidden file", "/a/.secret", "/s/s");
+    row("two extensions", "/a/private.tar.gz", "/s/m.gz");
+    row("not a scheme", "/a:b/c.ogg", "/s:s/s.ogg");
+    row("other bytes", "/\xff\xfe/\xc3\xa4.wav", "/s/s.wav");
+    row("empty", {}, {});
 }
 
 void tst_Support::obfuscate_hidesNames_keepsExtension()
@@ -60,21 +59,20 @@ void tst_Support::obfuscate_refusesBadArguments_andStaysInItsBuffer()
 
 void tst_Support::absolutePath_data()
 {
-    QTest::addColumn<QUrl>("url");
-    QTest::addColumn<QString>("path");
+    const Rows<QUrl, QString> row("url", "path");
     const QString here = QString::fromLatin1(QUrl::toPercentEncoding(QDir::currentPath(), "/"));
-    QTest::newRow("file") << QUrl("file:///m/a.ogg") << "/m/a.ogg";
-    QTest::newRow("local host") << QUrl("file://localhost/m/a.ogg") << "/m/a.ogg";
-    QTest::newRow("other host") << QUrl("file://server/m/a.ogg") << "";
-    QTest::newRow("percent in the name") << QUrl::fromLocalFile("/m/100%25.ogg") << "/m/100%2525.ogg";
-    QTest::newRow("number sign, question mark") << QUrl::fromLocalFile("/m/a#b?c.ogg") << "/m/a%23b%3Fc.ogg";
-    QTest::newRow("blank") << QUrl::fromLocalFile("/m/a b.ogg") << "/m/a%20b.ogg";
-    QTest::newRow("non-ASCII") << QUrl::fromLocalFile(QStringLiteral("/m/ä.ogg")) << "/m/%C3%A4.ogg";
-    QTest::newRow("no scheme") << QUrl("/m/a.ogg") << "/m/a.ogg";
-    QTest::newRow("relative") << QUrl("m/a.ogg") << here + "/m/a.ogg";
-    QTest::newRow("relative file") << QUrl("file:a.ogg") << here + "/a.ogg";
-    QTest::newRow("http") << QUrl("http://host/m/a.ogg") << "";
-    QTest::newRow("empty") << QUrl() << "";
+    row("file", QUrl("file:///m/a.ogg"), "/m/a.ogg");
+    row("local host", QUrl("file://localhost/m/a.ogg"), "/m/a.ogg");
+    row("other host", QUrl("file://server/m/a.ogg"), "");
+    row("percent in the name", QUrl::fromLocalFile("/m/100%25.ogg"), "/m/100%2525.ogg");
+    row("number sign, question mark", QUrl::fromLocalFile("/m/a#b?c.ogg"), "/m/a%23b%3Fc.ogg");
+    row("blank", QUrl::fromLocalFile("/m/a b.ogg"), "/m/a%20b.ogg");
+    row("non-ASCII", QUrl::fromLocalFile(QStringLiteral("/m/ä.ogg")), "/m/%C3%A4.ogg");
+    row("no scheme", QUrl("/m/a.ogg"), "/m/a.ogg");
+    row("relative", QUrl("m/a.ogg"), here + "/m/a.ogg");
+    row("relative file", QUrl("file:a.ogg"), here + "/a.ogg");
+    row("http", QUrl("http://host/m/a.ogg"), "");
+    row("empty", QUrl(), "");
 }
 
 void tst_Support::absolutePath()
