@@ -1,19 +1,31 @@
 #include "RealMedia.h"
 
-#include <QtCore/QProcess>
+#include <Files.h>
+#include <Programs.h>
 
 namespace media {
 
 void encode(const QString &path, const QString &graph, const QStringList &arguments)
 {
-    QProcess encoder;
-    encoder.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     const QStringList input = {"-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i", graph};
-    encoder.start(QStringLiteral("ffmpeg"), input + arguments + QStringList(QStringLiteral("file:") + path));
-    // As long as the test itself may take.
-    if (!encoder.waitForFinished(300'000) || encoder.exitStatus() != QProcess::NormalExit || encoder.exitCode() != 0) {
+    if (!runToEnd(QStringLiteral("ffmpeg"), input + arguments + QStringList(QStringLiteral("file:") + path))) {
         qFatal("cannot encode %s", qUtf8Printable(path));
     }
+}
+
+void Folder::write(const QByteArray &name, const QByteArray &content) const
+{
+    writeFile(QString::fromUtf8(file(name)), content);
+}
+
+QByteArray Folder::content(const QByteArray &name) const
+{
+    return readFile(QString::fromUtf8(file(name)));
+}
+
+void Folder::encode(const QByteArray &name, const QString &graph, const QStringList &arguments) const
+{
+    media::encode(QString::fromUtf8(file(name)), graph, arguments);
 }
 
 QString silenceThenNoise(int seconds)

@@ -5,7 +5,9 @@
 #include <QtTest/QtTest>
 
 #include <BrokerThread.h>
+#include <Files.h>
 #include <renderer/service/Context.h>
+#include <Rows.h>
 
 #include <optional>
 
@@ -178,12 +180,7 @@ void tst_Context::initTestCase()
 
 void tst_Context::steps_data()
 {
-    QTest::addColumn<QStringList>("commands");
-    QTest::addColumn<QList<int>>("codes");
-    QTest::addColumn<QByteArray>("state");
-    const auto row = [](const char *title, const QStringList &commands, const QList<int> &codes, const char *state) {
-        QTest::newRow(title) << commands << codes << QByteArray(state);
-    };
+    const Rows<QStringList, QList<int>, QByteArray> row("commands", "codes", "state");
     const QString attach = QLatin1String(Attach);
     row("without an input", {"play", "seek position::5", "speed_set speed:n:500", "stop", "input_detach"},
         {3, 3, 3, 0, 0}, "");
@@ -249,12 +246,7 @@ void tst_Context::steps()
 
 void tst_Context::recordingSteps_data()
 {
-    QTest::addColumn<QStringList>("commands");
-    QTest::addColumn<QList<int>>("codes");
-    QTest::addColumn<QByteArray>("state");
-    const auto row = [](const char *title, const QStringList &commands, const QList<int> &codes, const char *state) {
-        QTest::newRow(title) << commands << codes << QByteArray(state);
-    };
+    const Rows<QStringList, QList<int>, QByteArray> row("commands", "codes", "state");
     const QString file = output("a.wav");
     const QString source = QStringLiteral("input_attach url::audio:default type::track");
     const char *const ready = "state::stopped speed:n:1000 error:n:0 error_pos::1:0";
@@ -299,11 +291,7 @@ void tst_Context::recordingSteps_data()
 // engine records.
 void tst_Context::recordingFile_isLeftAlone_untilItStarts()
 {
-    const QString path = m_folder.filePath(QStringLiteral("kept.wav"));
-    QFile file(path);
-    QVERIFY(file.open(QFile::WriteOnly));
-    file.write("kept");
-    file.close();
+    const QString path = writeFile(m_folder.filePath(QStringLiteral("kept.wav")), "kept");
     Stage stage;
     for (const char *name : {"kept.wav", "new.wav"}) {
         QCOMPARE(stage.step(output(name).toStdString()), 0);
@@ -313,7 +301,7 @@ void tst_Context::recordingFile_isLeftAlone_untilItStarts()
         stage.run([&](Broker &) { stage.engines.answers.clear(); });
     }
     QVERIFY(!QFile::exists(m_folder.filePath(QStringLiteral("new.wav"))));
-    QCOMPARE(QFileInfo(path).size(), 4);
+    QCOMPARE(readFile(path), QByteArray("kept"));
     const QByteArrayList log = toList(stage.takeLog());
     QVERIFY2(log.first().contains("type::track speed:n:1000 channels:n:1 format::wav recording_role::"), log.first());
     QCOMPARE(log.mid(1, 2), (QByteArrayList{"file", "play"}));
@@ -328,8 +316,7 @@ void tst_Context::recordingFile_isLeftAlone_untilItStarts()
 
 void tst_Context::recordingFile_isOneRecorders()
 {
-    const QString path = m_folder.filePath(QStringLiteral("one.wav"));
-    QVERIFY(QFile(path).open(QFile::WriteOnly));
+    const QString path = writeFile(m_folder.filePath(QStringLiteral("one.wav")), {});
     QVERIFY(QFile::link(path, m_folder.filePath(QStringLiteral("link.wav"))));
     Stage first;
     QCOMPARE(first.step(output("one.wav").toStdString()), 0);
@@ -360,11 +347,10 @@ void tst_Context::recordingFile_isOneRecorders()
 
 void tst_Context::engineIsAsked_data()
 {
-    QTest::addColumn<QStringList>("commands");
-    QTest::addColumn<QByteArrayList>("asked");
+    const Rows<QStringList, QByteArrayList> add("commands", "asked");
     const QString attach = QLatin1String(Attach);
-    const auto row = [&attach](const char *title, const QStringList &commands, const QByteArrayList &asked) {
-        QTest::newRow(title) << (QStringList(attach) + commands) << asked;
+    const auto row = [&](const char *title, const QStringList &commands, const QByteArrayList &asked) {
+        add(title, QStringList(attach) + commands, asked);
     };
     row("play", {"play", "play"}, {"play"});
     row("stop", {"stop", "play", "stop", "stop"}, {"play", "stop"});
@@ -399,28 +385,22 @@ void tst_Context::engineIsAsked()
 
 void tst_Context::engineReaches_whatItNeeds_data()
 {
-    QTest::addColumn<QStringList>("commands");
-    QTest::addColumn<bool>("network");
-    QTest::addColumn<bool>("windows");
+    const Rows<QStringList, bool, bool> row("commands", "network", "windows");
     const QString attach = QLatin1String(Attach);
     const QString window = QStringLiteral("output_attach url::screen:?winid=5 type::video display:::0");
     const QString screenFarAway = QStringLiteral("output_attach url::screen:?winid=5 type::video display::far:0");
-    QTest::newRow("a file") << QStringList{attach} << false << false;
-    QTest::newRow("a stream") << QStringList{"input_attach url::http://x/a.ogg type::autolist"} << true << false;
-    QTest::newRow("a recording") << QStringList{output("reach.wav"), "input_attach url::audio:default type::track"}
-                                 << false << false;
-    QTest::newRow("a window") << QStringList{window, attach} << false << true;
-    QTest::newRow("a window on another machine") << QStringList{screenFarAway, attach} << true << true;
-    QTest::newRow("a frame queue") << QStringList{"output_attach url::screen:?winid=item type::video", attach} << false
-                                   << false;
-    QTest::newRow("captions from the net")
-        << QStringList{"track_parameters track:n:0 dat::subpicture_url::http://x/a.srt", attach} << true << false;
-    QTest::newRow("a window that comes later") << QStringList{attach, "play", window} << false << true;
-    QTest::newRow("captions from the net that come later")
-        << QStringList{attach, "play", "track_parameters track:n:1 dat::subpicture_url::http://x/a.srt"} << true
-        << false;
-    QTest::newRow("a file after a stream")
-        << QStringList{"input_attach url::http://x/a.ogg type::autolist", attach} << false << false;
+    row("a file", {attach}, false, false);
+    row("a stream", {"input_attach url::http://x/a.ogg type::autolist"}, true, false);
+    row("a recording", {output("reach.wav"), "input_attach url::audio:default type::track"}, false, false);
+    row("a window", {window, attach}, false, true);
+    row("a window on another machine", {screenFarAway, attach}, true, true);
+    row("a frame queue", {"output_attach url::screen:?winid=item type::video", attach}, false, false);
+    row("captions from the net", {"track_parameters track:n:0 dat::subpicture_url::http://x/a.srt", attach}, true,
+        false);
+    row("a window that comes later", {attach, "play", window}, false, true);
+    row("captions from the net that come later",
+        {attach, "play", "track_parameters track:n:1 dat::subpicture_url::http://x/a.srt"}, true, false);
+    row("a file after a stream", {"input_attach url::http://x/a.ogg type::autolist", attach}, false, false);
 }
 
 void tst_Context::engineReaches_whatItNeeds()
@@ -490,20 +470,15 @@ void tst_Context::windowThatIsRefused_leavesThePlaybackAlone()
 
 void tst_Context::contextThatRests_givesItsEngineBack_data()
 {
-    QTest::addColumn<QStringList>("commands");
-    QTest::addColumn<bool>("isParked");
-    QTest::addColumn<QByteArray>("command");
-    QTest::addColumn<QByteArrayList>("asked");
+    const Rows<QStringList, bool, QByteArray, QByteArrayList> add("commands", "isParked", "command", "asked");
     const QString attach = QLatin1String(Attach);
     const QString film = QStringLiteral("!track track:n:1 md_title_seekable:b:true md_video_width:n:8");
     const QString radio = QStringLiteral("!track track:n:1 md_title_seekable:b:false");
     const QString picture = QStringLiteral("output_attach url::screen:?winid=item type::video");
     const QString pause = QStringLiteral("speed_set speed:n:0");
     const QStringList paused{attach, "play", "!status position:n:1200", pause};
-    const auto row = [](const char *title, const QStringList &commands, bool isParked, const char *command = "",
-                        const QByteArrayList &asked = {}) {
-        QTest::newRow(title) << commands << isParked << QByteArray(command) << asked;
-    };
+    const auto row = [&](const char *title, const QStringList &commands, bool isParked, const char *command = "",
+                         const QByteArrayList &asked = {}) { add(title, commands, isParked, command, asked); };
     row("prepared", {attach}, true, "play", {"open", "play"});
     row("stopped", {attach, "play", "stop"}, true, "play", {"open", "play"});
     row("stopped on the second track",
@@ -744,17 +719,12 @@ void tst_Context::commands_areAnsweredInTheirOrder()
 
 void tst_Context::deathDuringCommand_failsIt_data()
 {
-    QTest::addColumn<QStringList>("before");
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<QString>("held");
-    QTest::addColumn<int>("code");
-    QTest::addColumn<QByteArray>("state");
+    const Rows<QStringList, QString, QString, int, QByteArray> row("before", "command", "held", "code", "state");
     const QString attach = QLatin1String(Attach);
-    QTest::newRow("attach") << QStringList() << attach << "open" << 1 << QByteArray();
-    QTest::newRow("seek") << QStringList{attach, "play"} << "seek position::9"
-                          << "seek" << 1 << QByteArray("state::stopped speed:n:1000 error:n:1 error_pos::1:0");
-    QTest::newRow("detach") << QStringList{attach, "play"} << "input_detach"
-                            << "close" << 0 << QByteArray("state::idle speed:n:1000");
+    row("attach", {}, attach, "open", 1, {});
+    row("seek", {attach, "play"}, "seek position::9", "seek", 1,
+        "state::stopped speed:n:1000 error:n:1 error_pos::1:0");
+    row("detach", {attach, "play"}, "input_detach", "close", 0, "state::idle speed:n:1000");
 }
 
 void tst_Context::deathDuringCommand_failsIt()
@@ -797,16 +767,16 @@ void tst_Context::tenDeaths_giveTheMediumUp()
 
 void tst_Context::hostileMessages_areRefused_data()
 {
-    QTest::addColumn<QByteArray>("command");
-    QTest::newRow("unknown command") << QByteArray("explode");
-    QTest::newRow("empty command") << QByteArray("");
-    QTest::newRow("long URL") << QByteArray("input_attach type::autolist url::/") + QByteArray(9000, 'x');
-    QTest::newRow("parameters that are no lines") << QByteArray("input_parameters dat::nonsense");
-    QTest::newRow("parameters with an object line") << QByteArray("input_parameters dat:c:@x\\nrepeat::all");
-    QTest::newRow("huge output") << QByteArray("output_detach output:n:4294967296");
-    QTest::newRow("huge track") << QByteArray("track_parameters track:n:4294967297 dat::subpicture_index::1");
-    QTest::newRow("huge speed") << QByteArray("speed_set speed:n:-9223372036854775808");
-    QTest::newRow("no number") << QByteArray("speed_set speed::fast");
+    const Rows<QByteArray> row("command");
+    row("unknown command", "explode");
+    row("empty command", "");
+    row("long URL", QByteArray("input_attach type::autolist url::/") + QByteArray(9000, 'x'));
+    row("parameters that are no lines", "input_parameters dat::nonsense");
+    row("parameters with an object line", "input_parameters dat:c:@x\\nrepeat::all");
+    row("huge output", "output_detach output:n:4294967296");
+    row("huge track", "track_parameters track:n:4294967297 dat::subpicture_index::1");
+    row("huge speed", "speed_set speed:n:-9223372036854775808");
+    row("no number", "speed_set speed::fast");
 }
 
 void tst_Context::hostileMessages_areRefused()

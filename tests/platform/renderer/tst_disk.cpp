@@ -9,6 +9,7 @@
 #include <pps/Fd.h>
 #include <pps/Text.h>
 #include <renderer/common/Error.h>
+#include <Rows.h>
 #include <sys/mount.h>
 
 #include <string>
@@ -103,12 +104,7 @@ void tst_Disk::initTestCase()
 
 void tst_Disk::silentShare_costsItsContextAnError_data()
 {
-    QTest::addColumn<QStringList>("before");
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<int>("error");
-    const auto row = [](const char *name, const QStringList &before, const char *command, ErrorCode error) {
-        QTest::newRow(name) << before << QString(command) << static_cast<int>(error);
-    };
+    const Rows<QStringList, QString, ErrorCode> row("before", "command", "error");
     row("output", {}, "output_attach\ntype::file\nurl::%/a.wav", ErrorCode::OutputUnavailable);
     row("input", {}, "input_attach\ntype::autolist\nurl::%/a.ogg", ErrorCode::SourceUnavailable);
     row("list", {}, "input_attach\ntype::playlist\nurl::%/a.m3u", ErrorCode::SourceUnavailable);
@@ -149,7 +145,7 @@ void tst_Disk::silentShare_costsItsContextAnError()
     QVERIFY(answers > 100);
     const pps::Message answer = hangs.answer();
     QVERIFY2(time.elapsed() >= 2'900 && time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
-    QTEST(static_cast<int>(answer.number("err", -1)), "error");
+    QTEST(static_cast<ErrorCode>(answer.number("err", -1)), "error");
     const std::string text = answer.text("error");
     QVERIFY2(text.empty() || text.find("does not answer") != std::string::npos, text.c_str());
     // It goes on with another medium.

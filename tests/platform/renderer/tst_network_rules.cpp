@@ -5,6 +5,7 @@
 #include <netdb.h>
 #include <netinet/in.h>
 #include <renderer/worker/process/NetworkRules.h>
+#include <Rows.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -39,16 +40,8 @@ private Q_SLOTS:
 
 void tst_NetworkRules::mediumFromTheNet_leadsNoCloser_data()
 {
-    QTest::addColumn<QByteArray>("medium");
-    QTest::addColumn<QByteArray>("resolved");
-    QTest::addColumn<QByteArray>("captions");
-    QTest::addColumn<QByteArray>("target");
-    QTest::addColumn<bool>("isAllowed");
-    const auto row = [](const char *title, const char *medium, const char *resolved, const char *captions,
-                        const char *target, bool isAllowed) {
-        QTest::newRow(title) << QByteArray(medium) << QByteArray(resolved) << QByteArray(captions) << QByteArray(target)
-                             << isAllowed;
-    };
+    const Rows<QByteArray, QByteArray, QByteArray, QByteArray, bool> row("medium", "resolved", "captions", "target",
+                                                                         "isAllowed");
     row("the world to the world", "http://radio.example/a", "203.0.113.1", "", "198.51.100.1", true);
     row("the world to a router", "http://radio.example/a", "203.0.113.1", "", "192.168.1.1", false);
     row("the world to a router, mapped", "http://radio.example/a", "203.0.113.1", "", "::ffff:192.168.1.1", false);

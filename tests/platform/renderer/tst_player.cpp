@@ -2,8 +2,10 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <Files.h>
 #include <pps/Text.h>
 #include <renderer/worker/player/Player.h>
+#include <Rows.h>
 
 #include <map>
 
@@ -150,10 +152,7 @@ public:
 private:
     void write(const QByteArray &name, const QByteArray &content) const
     {
-        QFile file(m_folder.filePath(QString::fromUtf8(name)));
-        if (!file.open(QFile::WriteOnly) || file.write(content) != content.size()) {
-            qFatal("cannot write %s", name.constData());
-        }
+        writeFile(m_folder.filePath(QString::fromUtf8(name)), content);
     }
     static RepeatMode repeatMode(const QByteArray &name) { return parseRepeatMode(name.toStdString()).value(); }
     void change(const std::function<void(Settings &)> &set)
@@ -216,11 +215,7 @@ private Q_SLOTS:
 
 void tst_Player::steps_data()
 {
-    QTest::addColumn<QByteArray>("media");
-    QTest::addColumn<QByteArray>("steps");
-    const auto row = [](const char *title, const QByteArray &media, const char *steps) {
-        QTest::newRow(title) << media << QByteArray(steps);
-    };
+    const Rows<QByteArray, QByteArray> row("media", "steps");
     row("a medium to its end, and again", "a", R"(
         medium -> load:a
         decoded -> track:1 queue:1:1 status:0:idle ok

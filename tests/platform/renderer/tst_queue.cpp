@@ -3,16 +3,17 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>
 #include <renderer/common/Error.h>
+#include <Rows.h>
 
 using voro::renderer::ErrorCode;
 
 /** Playlists and the way from track to track: the daemon, its workers and real media. */
-class tst_Queue : public QObject {
+class tst_Queue : public QObject,
+                  media::Folder {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -24,16 +25,6 @@ private Q_SLOTS:
     void backward_holdsAtTheBeginning();
 
 private:
-    QByteArray file(const char *name) const { return m_folder.filePath(QString::fromUtf8(name)).toUtf8(); }
-    void write(const QByteArray &name, const QByteArray &content) const
-    {
-        QFile target(QString::fromUtf8(file(name)));
-        if (!target.open(QFile::WriteOnly) || target.write(content) != content.size()) {
-            qFatal("cannot write %s", name.constData());
-        }
-    }
-
-    QTemporaryDir m_folder;
     const int m_sink = qputenv("VORO_AUDIO_SINK", fileSink(file("heard.raw")));
     Daemon m_daemon;
 };
@@ -41,32 +32,26 @@ private:
 // Each file has a length of its own, so that the number of samples tells which ones were played.
 void tst_Queue::initTestCase()
 {
-    QDir(m_folder.path()).mkdir(QStringLiteral("sub"));
-    const auto encode = [this](const char *name, const char *seconds) {
-        media::encode(QString::fromUtf8(file(name)),
-                      QStringLiteral("sine=frequency=500:sample_rate=44100:duration=%1").arg(QLatin1String(seconds)));
+    QDir(QString::fromUtf8(path())).mkdir(QStringLiteral("sub"));
+    const auto encodeTone = [this](const char *name, const char *seconds) {
+        encode(name, QStringLiteral("sine=frequency=500:sample_rate=44100:duration=%1").arg(QLatin1String(seconds)));
     };
-    encode("a.wav", "0.1");
-    encode("b b.wav", "0.2");
-    encode("c.flac", "0.4");
-    encode("sub/d.wav", "0.8");
-    encode("\xc3\xa4.wav", "1.6");
+    encodeTone("a.wav", "0.1");
+    encodeTone("b b.wav", "0.2");
+    encodeTone("c.flac", "0.4");
+    encodeTone("sub/d.wav", "0.8");
+    encodeTone("\xc3\xa4.wav", "1.6");
     for (const char *name : {"e.ogg", "e.mp3", "e.m4a", "e.mka"}) {
-        encode(name, "0.5");
+        encodeTone(name, "0.5");
     }
-    media::encode(QString::fromUtf8(file("pictures.mkv")),
-                  QStringLiteral("color=c=red:s=64x48:r=25:d=0.3[out0];sine=duration=0.3[out1]"),
-                  {"-c:v", "mpeg4", "-c:a", "flac"});
-    const auto content = [this](const char *name) {
-        QFile source(QString::fromUtf8(file(name)));
-        return source.open(QFile::ReadOnly) ? source.readAll() : QByteArray();
-    };
-    encode("g.ogg", "0.3");
+    encode("pictures.mkv", QStringLiteral("color=c=red:s=64x48:r=25:d=0.3[out0];sine=duration=0.3[out1]"),
+           {"-c:v", "mpeg4", "-c:a", "flac"});
+    encodeTone("g.ogg", "0.3");
     write("two.ogg", content("e.ogg") + content("g.ogg"));
-    encode("f.mp3", "0.7");
+    encodeTone("f.mp3", "0.7");
     // The encoder that GStreamer knows by its name.
     write("f.mp3", content("f.mp3").replace("Lavc", "LAME"));
-    encode("percent%41.wav", "6.4");
+    encodeTone("percent%41.wav", "6.4");
     write("broken.wav", QByteArray(5000, 'x'));
     write("sub/list.m3u", "d.wav\n../a.wav\n");
     write("back.m3u", "l.m3u\nc.flac\n");
@@ -76,37 +61,27 @@ void tst_Queue::initTestCase()
 
 void tst_Queue::playlist_isPlayedWithoutGaps_data()
 {
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<double>("seconds");
-    QTest::addColumn<int>("total");
-    const QByteArray folder = m_folder.path().toUtf8();
+    const Rows<QByteArray, QByteArray, double, int> row("name", "content", "seconds", "total");
+    const QByteArray folder = path();
 
-    QTest::newRow("m3u") << QByteArray("l.m3u") << QByteArray("#EXTM3U\n#EXTINF:1,One\na.wav\nb b.wav\nc.flac\n") << 0.7
-                         << 3;
-    QTest::newRow("carriage returns") << QByteArray("l.m3u") << QByteArray("#EXTM3U\r\na.wav\r\nc.flac\r\n") << 0.5
-                                      << 2;
-    QTest::newRow("no head") << QByteArray("l.m3u") << QByteArray("a.wav\nsub/d.wav\n") << 0.9 << 2;
-    QTest::newRow("byte order mark") << QByteArray("l.m3u8") << QByteArray("\xef\xbb\xbf#EXTM3U\n\xc3\xa4.wav\n") << 1.6
-                                     << 1;
-    QTest::newRow("Latin-1") << QByteArray("l.m3u") << QByteArray("\xe4.wav\na.wav\n") << 1.7 << 2;
-    QTest::newRow("percent sign") << QByteArray("l.m3u") << QByteArray("percent%41.wav\nb%20b.wav\n") << 6.6 << 2;
-    QTest::newRow("absolute") << QByteArray("l.m3u") << QByteArray(folder + "/a.wav\nfile://" + folder + "/b%20b.wav\n")
-                              << 0.3 << 2;
-    QTest::newRow("what the encoder added") << QByteArray("l.m3u") << QByteArray("e.mp3\nf.mp3\ne.mp3\n") << 1.7 << 3;
+    row("m3u", "l.m3u", "#EXTM3U\n#EXTINF:1,One\na.wav\nb b.wav\nc.flac\n", 0.7, 3);
+    row("carriage returns", "l.m3u", "#EXTM3U\r\na.wav\r\nc.flac\r\n", 0.5, 2);
+    row("no head", "l.m3u", "a.wav\nsub/d.wav\n", 0.9, 2);
+    row("byte order mark", "l.m3u8", "\xef\xbb\xbf#EXTM3U\n\xc3\xa4.wav\n", 1.6, 1);
+    row("Latin-1", "l.m3u", "\xe4.wav\na.wav\n", 1.7, 2);
+    row("percent sign", "l.m3u", "percent%41.wav\nb%20b.wav\n", 6.6, 2);
+    row("absolute", "l.m3u", QByteArray(folder + "/a.wav\nfile://" + folder + "/b%20b.wav\n"), 0.3, 2);
+    row("what the encoder added", "l.m3u", "e.mp3\nf.mp3\ne.mp3\n", 1.7, 3);
     // The first one has a sample too many.
-    QTest::newRow("two in one file") << QByteArray("l.m3u") << QByteArray("two.ogg\n") << 0.8 + 1 / 44100.0 << 1;
+    row("two in one file", "l.m3u", "two.ogg\n", 0.8 + 1 / 44100.0, 1);
     const QByteArray bad = "no.wav\nbroken.wav\n";
-    QTest::newRow("missing and broken") << QByteArray("l.m3u") << bad + "a.wav\n" + bad + "c.flac\n" + bad << 0.5 << 8;
-    QTest::newRow("nested") << QByteArray("l.m3u") << QByteArray("sub/list.m3u\nb b.wav\n") << 1.1 << 3;
-    QTest::newRow("circle") << QByteArray("l.m3u") << QByteArray("circle1.m3u\n") << 0.5 << 2;
-    QTest::newRow("pls")
-        << QByteArray("l.pls")
-        << QByteArray(
-               "[playlist]\nFile1=a.wav\nTitle1=One\nLength1=1\nFile2=sub/list.m3u\nNumberOfEntries=2\nVersion=2\n")
-        << 1.0 << 3;
-    const auto numbered = [](const char *title, const QByteArray &lines, double seconds, int total) {
-        QTest::newRow(title) << QByteArray("l.pls") << "[playlist]\n" + lines << seconds << total;
+    row("missing and broken", "l.m3u", bad + "a.wav\n" + bad + "c.flac\n" + bad, 0.5, 8);
+    row("nested", "l.m3u", "sub/list.m3u\nb b.wav\n", 1.1, 3);
+    row("circle", "l.m3u", "circle1.m3u\n", 0.5, 2);
+    row("pls", "l.pls",
+        "[playlist]\nFile1=a.wav\nTitle1=One\nLength1=1\nFile2=sub/list.m3u\nNumberOfEntries=2\nVersion=2\n", 1.0, 3);
+    const auto numbered = [&](const char *title, const QByteArray &lines, double seconds, int total) {
+        row(title, "l.pls", "[playlist]\n" + lines, seconds, total);
     };
     numbered("pls, two joined",
              "File1=a.wav\nFile2=b b.wav\nNumberOfEntries=2\n[playlist]\nFile1=c.flac\nNumberOfEntries=1\n", 0.7, 3);
@@ -114,20 +89,19 @@ void tst_Queue::playlist_isPlayedWithoutGaps_data()
     numbered("pls, no numbers", "File=a.wav\nfilename=c.flac\nNumberOfEntries=2\n", 0.5, 2);
     numbered("pls, numbers far apart",
              "NumberOfEntries=2000000000\nFile2000000000=sub/d.wav\nFile01=b b.wav\nFile0=a.wav\n", 1.1, 3);
-    QTest::newRow("names itself through another") << QByteArray("l.m3u") << QByteArray("a.wav\nback.m3u\n") << 0.5 << 2;
-    QTest::newRow("of 2.5 GB") << QByteArray("huge.m3u") << QByteArray("#EXTM3U\na.wav\n") << 0.1 << 1;
-    QTest::newRow("pls, Latin-1") << QByteArray("l.pls")
-                                  << QByteArray("[playlist]\r\nFile1=\xe4.wav\r\nNumberOfEntries=1\r\n") << 1.6 << 1;
-    QTest::newRow("xspf") << QByteArray("l.xspf")
-                          << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<playlist version=\"1\" "
-                                        "xmlns=\"http://xspf.org/ns/0/\"><trackList>"
-                                        "<track><location>b%20b.wav</location></track><track><location>file://"
-                                        + folder + "/a.wav</location></track></trackList></playlist>")
-                          << 0.3 << 2;
-    QTest::newRow("asx") << QByteArray("l.asx")
-                         << QByteArray("<asx version=\"3.0\"><entry><title>T</title><ref "
-                                       "href=\"a.wav\"/></entry><entry><ref href=\"c.flac\"/></entry></asx>")
-                         << 0.5 << 2;
+    row("names itself through another", "l.m3u", "a.wav\nback.m3u\n", 0.5, 2);
+    row("of 2.5 GB", "huge.m3u", "#EXTM3U\na.wav\n", 0.1, 1);
+    row("pls, Latin-1", "l.pls", "[playlist]\r\nFile1=\xe4.wav\r\nNumberOfEntries=1\r\n", 1.6, 1);
+    row("xspf", "l.xspf",
+        QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<playlist version=\"1\" "
+                   "xmlns=\"http://xspf.org/ns/0/\"><trackList>"
+                   "<track><location>b%20b.wav</location></track><track><location>file://"
+                   + folder + "/a.wav</location></track></trackList></playlist>"),
+        0.3, 2);
+    row("asx", "l.asx",
+        "<asx version=\"3.0\"><entry><title>T</title><ref "
+        "href=\"a.wav\"/></entry><entry><ref href=\"c.flac\"/></entry></asx>",
+        0.5, 2);
 }
 
 void tst_Queue::playlist_isPlayedWithoutGaps()
@@ -163,9 +137,9 @@ void tst_Queue::slowPlaylist_isPlayedAsFarAsItWasRead()
 
 void tst_Queue::repeatAll_endsWhenSwitchedOff_data()
 {
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("another container") << QByteArray("e.mka\ne.mka\n");
-    QTest::newRow("sound and pictures") << QByteArray("pictures.mkv\npictures.mkv\n");
+    const Rows<QByteArray> row("content");
+    row("another container", "e.mka\ne.mka\n");
+    row("sound and pictures", "pictures.mkv\npictures.mkv\n");
 }
 
 void tst_Queue::repeatAll_endsWhenSwitchedOff()

@@ -1,11 +1,13 @@
 #include "Application.h"
 
-#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>
+#include <Files.h>
+#include <Programs.h>
 #include <renderer/common/Error.h>
+#include <Rows.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <Tone.h>
@@ -48,10 +50,7 @@ QString sweepSource(const QString &path, int rate = 44'100)
         const auto sample = static_cast<qint16>(16'000 * sweep(static_cast<double>(i) / rate));
         samples.append(reinterpret_cast<const char *>(&sample), sizeof sample);
     }
-    QFile file(path);
-    if (!file.open(QFile::WriteOnly) || file.write(samples) != samples.size()) {
-        qFatal("the sweep cannot be written");
-    }
+    writeFile(path, samples);
     return QStringLiteral(
                "VORO_AUDIO_SOURCE=filesrc location=%1 ! "
                "rawaudioparse format=pcm pcm-format=s16le num-channels=1 sample-rate=%2 ! identity sync=true")
@@ -59,30 +58,12 @@ QString sweepSource(const QString &path, int rate = 44'100)
         .arg(rate);
 }
 
-QByteArray output(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(program, arguments);
-    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        qWarning("%s cannot read the file", qPrintable(program));
-        return {};
-    }
-    return process.readAllStandardOutput();
-}
-
-/** What a player hears in the file: 16-bit mono samples. */
-QByteArray decoded(const QString &file, int rate = 48'000)
-{
-    return output(QStringLiteral("ffmpeg"), {"-v", "error", "-nostdin", "-i", file, "-f", "s16le", "-ac", "1", "-ar",
-                                             QString::number(rate), "-"});
-}
-
 /** Codec, rate and channels, as a player sees them. */
 QByteArray probed(const QString &file)
 {
-    return output(QStringLiteral("ffprobe"),
-                  {"-v", "error", "-show_entries", "stream=codec_name,sample_rate,channels", "-of", "csv=p=0", file})
+    return runToEnd("ffprobe",
+                    {"-v", "error", "-show_entries", "stream=codec_name,sample_rate,channels", "-of", "csv=p=0", file})
+        .value_or(QByteArray())
         .trimmed();
 }
 
@@ -189,19 +170,17 @@ private:
 
 void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<int>("excess");
-    QTest::newRow("wav") << "a.wav" << QByteArray("pcm_s16le,44100,2") << 1;
-    QTest::newRow("ogg") << "a.ogg" << QByteArray("vorbis,44100,2") << 1;
-    QTest::newRow("opus") << "a.opus" << QByteArray("opus,48000,2") << 1;
-    QTest::newRow("flac") << "a.flac" << QByteArray("flac,44100,2") << 1;
-    QTest::newRow("mp3") << "a.mp3" << QByteArray("mp3,44100,2") << 1;
+    const Rows<QString, QByteArray, int> row("name", "content", "excess");
+    row("wav", "a.wav", "pcm_s16le,44100,2", 1);
+    row("ogg", "a.ogg", "vorbis,44100,2", 1);
+    row("opus", "a.opus", "opus,48000,2", 1);
+    row("flac", "a.flac", "flac,44100,2", 1);
+    row("mp3", "a.mp3", "mp3,44100,2", 1);
     // This reader drops whole blocks behind the end.
-    QTest::newRow("m4a") << "a.m4a" << QByteArray("aac,44100,2") << 24;
+    row("m4a", "a.m4a", "aac,44100,2", 24);
     // The format cannot tell what is not sound: the codec's 5 ms and whole blocks.
-    QTest::newRow("amr") << "a.amr" << QByteArray("amr_nb,8000,1") << 26;
-    QTest::newRow("upper case, blanks") << "\xc3\xa4 %41.FLAC" << QByteArray("flac,44100,2") << 1;
+    row("amr", "a.amr", "amr_nb,8000,1", 26);
+    row("upper case, blanks", "\xc3\xa4 %41.FLAC", "flac,44100,2", 1);
 }
 
 void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns()
@@ -209,8 +188,7 @@ void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns()
     QFETCH(const QString, name);
     QFETCH(const QByteArray, content);
     QFETCH(const int, excess);
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({sweepSource(file("sweep.raw"))}));
+    const Daemon daemon(QStringList{sweepSource(file("sweep.raw"))});
     const Recorder recorder(file(name), "audio:default?nchan=2");
     QCOMPARE(recorder.result, 0);
     QCOMPARE(recorder.play(), 0);
@@ -238,12 +216,10 @@ void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns()
 
 void tst_Recording::channels_areThoseOfTheUrl_data()
 {
-    QTest::addColumn<int>("source");
-    QTest::addColumn<QByteArray>("url");
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("mono source") << 1 << QByteArray("audio:default") << QByteArray("pcm_s16le,44100,1");
-    QTest::newRow("stereo of mono") << 1 << QByteArray("audio:default?nchan=2") << QByteArray("pcm_s16le,44100,2");
-    QTest::newRow("mono of stereo") << 2 << QByteArray("audio:default?nchan=1") << QByteArray("pcm_s16le,44100,1");
+    const Rows<int, QByteArray, QByteArray> row("source", "url", "content");
+    row("mono source", 1, "audio:default", "pcm_s16le,44100,1");
+    row("stereo of mono", 1, "audio:default?nchan=2", "pcm_s16le,44100,2");
+    row("mono of stereo", 2, "audio:default?nchan=1", "pcm_s16le,44100,1");
 }
 
 void tst_Recording::channels_areThoseOfTheUrl()
@@ -251,8 +227,7 @@ void tst_Recording::channels_areThoseOfTheUrl()
     QFETCH(const int, source);
     QFETCH(const QByteArray, url);
     QFETCH(const QByteArray, content);
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({toneSource(source)}));
+    const Daemon daemon(QStringList{toneSource(source)});
     const Recorder recorder(file("c.wav"), url.constData());
     QCOMPARE(recorder.play(), 0);
     recorder.waitFor(100);
@@ -263,8 +238,7 @@ void tst_Recording::channels_areThoseOfTheUrl()
 
 void tst_Recording::pause_leavesNoTrace()
 {
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({toneSource(1)}));
+    const Daemon daemon(QStringList{toneSource(1)});
     const Recorder recorder(file("p.wav"));
     QCOMPARE(recorder.play(), 0);
     for (int i = 1; i <= 8; ++i) {
@@ -293,21 +267,19 @@ void tst_Recording::pause_leavesNoTrace()
 
 void tst_Recording::level_isThePeakInDecibels_data()
 {
-    QTest::addColumn<QString>("source");
-    QTest::addColumn<QString>("level");
-    QTest::newRow("full scale") << toneSource(1, "volume=1") << "100/100";
-    QTest::newRow("-6 dB") << toneSource(2) << "90/100";
-    QTest::newRow("-40 dB") << toneSource(1, "volume=0.01") << "33/100";
-    QTest::newRow("more reports than buffers") << toneSource(1, "samplesperbuffer=4410") << "90/100";
-    QTest::newRow("silence") << toneSource(1, "wave=silence") << "0/100";
+    const Rows<QString, QString> row("source", "level");
+    row("full scale", toneSource(1, "volume=1"), "100/100");
+    row("-6 dB", toneSource(2), "90/100");
+    row("-40 dB", toneSource(1, "volume=0.01"), "33/100");
+    row("more reports than buffers", toneSource(1, "samplesperbuffer=4410"), "90/100");
+    row("silence", toneSource(1, "wave=silence"), "0/100");
 }
 
 void tst_Recording::level_isThePeakInDecibels()
 {
     QFETCH(const QString, source);
     QFETCH(const QString, level);
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({source}));
+    const Daemon daemon(QStringList{source});
     const Recorder recorder(file("l.wav"));
     QCOMPARE(recorder.content("status").text("volume"), std::string("0/100"));
     QCOMPARE(recorder.play(), 0);
@@ -322,24 +294,19 @@ void tst_Recording::level_isThePeakInDecibels()
 
 void tst_Recording::sourceFails_oldFileStays_data()
 {
-    QTest::addColumn<QStringList>("environment");
-    QTest::addColumn<bool>("isAttached");
-    QTest::newRow("no sound server") << QStringList{"VORO_AUDIO_SOURCE=", "PULSE_SERVER=unix:/nowhere"} << false;
-    QTest::newRow("cannot be opened") << QStringList{"VORO_AUDIO_SOURCE=filesrc location=/nowhere ! wavparse"} << true;
-    QTest::newRow("gives nothing") << QStringList{"VORO_AUDIO_SOURCE=appsrc ! identity"} << true;
-    QTest::newRow("ends at once") << QStringList{toneSource(1, "num-buffers=0")} << true;
+    const Rows<QStringList, bool> row("environment", "isAttached");
+    row("no sound server", {"VORO_AUDIO_SOURCE=", "PULSE_SERVER=unix:/nowhere"}, false);
+    row("cannot be opened", {"VORO_AUDIO_SOURCE=filesrc location=/nowhere ! wavparse"}, true);
+    row("gives nothing", {"VORO_AUDIO_SOURCE=appsrc ! identity"}, true);
+    row("ends at once", {toneSource(1, "num-buffers=0")}, true);
 }
 
 void tst_Recording::sourceFails_oldFileStays()
 {
     QFETCH(const QStringList, environment);
     QFETCH(const bool, isAttached);
-    QFile old(file("old.wav"));
-    QVERIFY(old.open(QFile::ReadWrite | QFile::Truncate));
-    old.write("old");
-    old.flush();
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start(environment));
+    writeFile(file("old.wav"), "old");
+    const Daemon daemon(environment);
     for (const char *name : {"old.wav", "new.wav"}) {
         const Recorder recorder(file(name));
         QCOMPARE(recorder.result, isAttached ? 0 : static_cast<int>(ErrorCode::SourceUnavailable));
@@ -347,14 +314,13 @@ void tst_Recording::sourceFails_oldFileStays()
             QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::SourceUnavailable));
         }
     }
-    QCOMPARE(old.size(), 3);
+    QCOMPARE(readFile(file("old.wav")), QByteArray("old"));
     QVERIFY(!QFile::exists(file("new.wav")));
 }
 
 void tst_Recording::sourceEnds_fileIsComplete()
 {
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({toneSource(1, "num-buffers=30")}));
+    const Daemon daemon(QStringList{toneSource(1, "num-buffers=30")});
     const Recorder recorder(file("e.m4a"));
     QCOMPARE(recorder.play(), 0);
     const auto end = waitForEnd(*recorder.state);
@@ -375,8 +341,7 @@ void tst_Recording::diskFull_whatIsThereCanBeRead_data()
 void tst_Recording::diskFull_whatIsThereCanBeRead()
 {
     QFETCH(const QString, format);
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({toneSource(2, "wave=white-noise")}));
+    const Daemon daemon(QStringList{toneSource(2, "wave=white-noise")});
     const rlim_t most = format == QLatin1String("amr") ? 1000 : 20'000;
     const rlimit limit{most, most};
     QCOMPARE(prlimit(static_cast<pid_t>(daemon.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
@@ -396,8 +361,7 @@ void tst_Recording::workerKilled_fileStaysAndPlays_data()
 void tst_Recording::workerKilled_fileStaysAndPlays()
 {
     QFETCH(const QString, format);
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({toneSource(1)}));
+    const Daemon daemon(QStringList{toneSource(1)});
     const QString path = file("killed." + format);
     Recorder recorder(path);
     QCOMPARE(recorder.play(), 0);
@@ -426,20 +390,18 @@ void tst_Recording::workerKilled_fileStaysAndPlays()
 
 void tst_Recording::applicationGone_fileIsCompleted_data()
 {
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<bool>("isCommanded");
-    QTest::newRow("wav") << "wav" << false;
-    QTest::newRow("m4a") << "m4a" << false;
-    QTest::newRow("flac") << "flac" << false;
-    QTest::newRow("with a command under way") << "m4a" << true;
+    const Rows<QString, bool> row("format", "isCommanded");
+    row("wav", "wav", false);
+    row("m4a", "m4a", false);
+    row("flac", "flac", false);
+    row("with a command under way", "m4a", true);
 }
 
 void tst_Recording::applicationGone_fileIsCompleted()
 {
     QFETCH(const QString, format);
     QFETCH(const bool, isCommanded);
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({toneSource(1)}));
+    const Daemon daemon(QStringList{toneSource(1)});
     const QString path = file("gone." + format);
     QList<pid_t> halted;
     {

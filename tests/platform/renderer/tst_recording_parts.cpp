@@ -5,6 +5,7 @@
 #include <renderer/service/AudioInput.h>
 #include <renderer/worker/record/Mp3Header.h>
 #include <renderer/worker/record/WavHeader.h>
+#include <Rows.h>
 
 using namespace voro::renderer;
 
@@ -42,13 +43,12 @@ private Q_SLOTS:
 
 void tst_RecordingParts::wavHeader_tellsSizes_data()
 {
-    QTest::addColumn<uint64_t>("size");
-    QTest::addColumn<bool>("isLarge");
-    QTest::newRow("empty") << static_cast<uint64_t>(0) << false;
-    QTest::newRow("a second") << static_cast<uint64_t>(192'000) << false;
-    QTest::newRow("the last small one") << 4 * GiB - 1 - 72 << false;
-    QTest::newRow("the first large one") << 4 * GiB - 72 << true;
-    QTest::newRow("a week") << static_cast<uint64_t>(7 * 24 * 3600) * 192'000 << true;
+    const Rows<uint64_t, bool> row("size", "isLarge");
+    row("empty", static_cast<uint64_t>(0), false);
+    row("a second", static_cast<uint64_t>(192'000), false);
+    row("the last small one", 4 * GiB - 1 - 72, false);
+    row("the first large one", 4 * GiB - 72, true);
+    row("a week", static_cast<uint64_t>(7 * 24 * 3600) * 192'000, true);
 }
 
 void tst_RecordingParts::wavHeader_tellsSizes()
@@ -72,11 +72,11 @@ void tst_RecordingParts::wavHeader_tellsSizes()
 
 void tst_RecordingParts::mp3Header_knowsThePlaces_data()
 {
-    QTest::addColumn<int>("frames");
-    QTest::newRow("one") << 1;
-    QTest::newRow("a second") << 38;
-    QTest::newRow("the last whole table") << 1'000;
-    QTest::newRow("an hour") << 137'813;
+    const Rows<int> row("frames");
+    row("one", 1);
+    row("a second", 38);
+    row("the last whole table", 1'000);
+    row("an hour", 137'813);
 }
 
 // The second half of the frames has three times the size of the first.
@@ -103,16 +103,13 @@ void tst_RecordingParts::mp3Header_knowsThePlaces()
 
 void tst_RecordingParts::role_isTheHandles_elseTheTypes_data()
 {
-    QTest::addColumn<QByteArray>("handle");
-    QTest::addColumn<QByteArray>("type");
-    QTest::addColumn<QByteArray>("role");
-    QTest::newRow("nothing") << QByteArray("0") << QByteArray() << QByteArray();
+    const Rows<QByteArray, QByteArray, QByteArray> row("handle", "type", "role");
+    row("nothing", "0", {}, {});
     unsigned call = 0;
     QCOMPARE(audio_manager_get_handle(AUDIO_TYPE_VOICE, &call), 0);
-    QTest::newRow("a handle and a type") << QByteArray::number(call) << QByteArray("voice_recording")
-                                         << QByteArray("phone");
-    QTest::newRow("a type") << QByteArray("0") << QByteArray("voice_recording") << QByteArray("production");
-    QTest::newRow("an unknown type") << QByteArray("0") << QByteArray("smell") << QByteArray();
+    row("a handle and a type", QByteArray::number(call), "voice_recording", "phone");
+    row("a type", "0", "voice_recording", "production");
+    row("an unknown type", "0", "smell", {});
 }
 
 void tst_RecordingParts::role_isTheHandles_elseTheTypes()

@@ -2,23 +2,18 @@
 #include "RealMedia.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
-#include <arpa/inet.h>
 #include <ChildProcess.h>
 #include <Daemon.h>
-#include <netinet/in.h>
 #include <renderer/common/Error.h>
-#include <sys/socket.h>
+#include <Rows.h>
 #include <Workers.h>
 
 #include <array>
 #include <cmath>
 #include <complex>
-#include <csignal>
 #include <map>
-#include <thread>
 
 using voro::renderer::ErrorCode;
 
@@ -56,7 +51,8 @@ double difference(const Levels &one, const Levels &other)
 } // namespace
 
 /** The renderer as applications reach it: the daemon, its workers and real media. */
-class tst_Renderer : public QObject {
+class tst_Renderer : public QObject,
+                     media::Folder {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -73,24 +69,14 @@ private Q_SLOTS:
     void speed_shortensTheSound_andKeepsThePitch();
     void seek_isNeverFollowedByAnOlderPosition();
     void withoutOutput_playsInRealTime();
-    void workerKilled_whileOpening_failsTheCall();
     void applicationKilled_endsItsContexts();
     void contextNames_areUniqueAndSafe();
     void parametersBeyondAMessage_areRefused();
 
 private:
-    QByteArray file(const char *name) const { return m_folder.filePath(QString::fromLatin1(name)).toUtf8(); }
-    void write(const char *name, const QByteArray &content) const
-    {
-        QFile target(m_folder.filePath(QString::fromLatin1(name)));
-        if (!target.open(QFile::WriteOnly) || target.write(content) != content.size()) {
-            qFatal("cannot write %s", name);
-        }
-    }
     /** Plays to the end; the samples that came out, 44100 of them each second. */
     QList<float> play(const Application &application, int expectedCode = 0);
 
-    QTemporaryDir m_folder;
     const int m_sink = qputenv("VORO_AUDIO_SINK", fileSink(file("heard.raw")));
     // Memory that nobody filled holds samples that cannot be overheard.
     const int m_memory = qputenv("MALLOC_PERTURB_", "129");
@@ -99,29 +85,27 @@ private:
 
 void tst_Renderer::initTestCase()
 {
-    const auto encode = [this](const char *name, const QStringList &arguments = {}) {
-        media::encode(m_folder.filePath(QString::fromLatin1(name)), media::silenceThenNoise(20),
-                      QStringList{"-metadata", "title=Long"} + arguments);
+    const auto encodeLong = [this](const char *name, const QStringList &arguments = {}) {
+        encode(name, media::silenceThenNoise(20), QStringList{"-metadata", "title=Long"} + arguments);
     };
-    encode("a.wav");
-    encode("a.ogg", {"-c:a", "libvorbis"});
-    encode("a.opus", {"-c:a", "libopus", "-ar", "48000"});
-    encode("a.flac");
-    encode("constant.mp3", {"-b:a", "128k"});
-    encode("variable.mp3", {"-q:a", "4"});
-    encode("uncounted.mp3", {"-q:a", "4", "-write_xing", "0"});
-    encode("a.m4a");
-    encode("a.mka", {"-c:a", "flac"});
-    encode("a.webm", {"-c:a", "libopus", "-ar", "48000"});
-    media::encode(m_folder.filePath("tone.wav"), QStringLiteral("sine=frequency=1000:duration=4:sample_rate=44100"));
+    encodeLong("a.wav");
+    encodeLong("a.ogg", {"-c:a", "libvorbis"});
+    encodeLong("a.opus", {"-c:a", "libopus", "-ar", "48000"});
+    encodeLong("a.flac");
+    encodeLong("constant.mp3", {"-b:a", "128k"});
+    encodeLong("variable.mp3", {"-q:a", "4"});
+    encodeLong("uncounted.mp3", {"-q:a", "4", "-write_xing", "0"});
+    encodeLong("a.m4a");
+    encodeLong("a.mka", {"-c:a", "flac"});
+    encodeLong("a.webm", {"-c:a", "libopus", "-ar", "48000"});
+    encode("tone.wav", QStringLiteral("sine=frequency=1000:duration=4:sample_rate=44100"));
     QStringList tones;
     for (const int frequency : Frequencies) {
         tones << QStringLiteral("0.02*sin(2*PI*%1*t)").arg(frequency);
     }
-    media::encode(m_folder.filePath("tones.wav"), QLatin1String("aevalsrc=") + tones.join('+') + ":s=44100:d=2");
+    encode("tones.wav", QLatin1String("aevalsrc=") + tones.join('+') + ":s=44100:d=2");
     write("words.mp3", QByteArray("These are only words.\n").repeated(200));
-    QFile whole(m_folder.filePath("a.ogg"));
-    write("cut.ogg", whole.open(QFile::ReadOnly) ? whole.read(40) : QByteArray());
+    write("cut.ogg", content("a.ogg").left(40));
     write("zeros.mp3", QByteArray(20'000, '\0'));
     write("empty.wav", {});
     write("list.m3u", "#EXTM3U\na.wav\n");
@@ -141,18 +125,15 @@ QList<float> tst_Renderer::play(const Application &application, int expectedCode
 
 void tst_Renderer::durationAndTitle_areRight_data()
 {
-    QTest::addColumn<QByteArray>("name");
-    for (const char *name : {"a.wav", "a.ogg", "a.opus", "a.flac", "constant.mp3", "variable.mp3", "uncounted.mp3",
-                             "a.m4a", "a.mka", "a.webm"}) {
-        QTest::newRow(name) << QByteArray(name);
-    }
+    Rows<QByteArray>("name").each({"a.wav", "a.ogg", "a.opus", "a.flac", "constant.mp3", "variable.mp3",
+                                   "uncounted.mp3", "a.m4a", "a.mka", "a.webm"});
 }
 
 void tst_Renderer::durationAndTitle_areRight()
 {
     QFETCH(QByteArray, name);
     const Application application;
-    QCOMPARE(application.attach(file(name.constData())), 0);
+    QCOMPARE(application.attach(file(name)), 0);
     QCOMPARE(application.content("q1").text("md_title_name"), std::string("Long"));
     // Where only counting tells, it comes a little later.
     QTRY_VERIFY(std::abs(application.content("q1").number("md_title_duration") - 20'000) <= 200);
@@ -165,21 +146,19 @@ void tst_Renderer::durationAndTitle_areRight()
 
 void tst_Renderer::cover_isTold_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("picture");
-    QTest::addColumn<QByteArray>("type");
+    const Rows<QString, QString, QByteArray> row("name", "picture", "type");
     const QByteArray png = "data:image/png;base64,\x89PNG\r\n";
     const QByteArray jpeg = "data:image/jpeg;base64,\xff\xd8\xff";
     const QString red = QStringLiteral("color=red:size=16x16:duration=1:rate=1");
     const auto noise = [](const char *size) {
         return QStringLiteral("nullsrc=size=%1:duration=1:rate=1,geq=random(1)*255:128:128").arg(QLatin1String(size));
     };
-    QTest::newRow("mp3") << QStringLiteral("mp3") << red << png;
-    QTest::newRow("flac") << QStringLiteral("flac") << red << png;
-    QTest::newRow("m4a") << QStringLiteral("m4a") << red << png;
-    QTest::newRow("larger") << QStringLiteral("mp3") << noise("120x120") << png;
-    QTest::newRow("too large") << QStringLiteral("mp3") << noise("300x300") << jpeg;
-    QTest::newRow("too large and of another shape") << QStringLiteral("m4a") << noise("900x600") << jpeg;
+    row("mp3", "mp3", red, png);
+    row("flac", "flac", red, png);
+    row("m4a", "m4a", red, png);
+    row("larger", "mp3", noise("120x120"), png);
+    row("too large", "mp3", noise("300x300"), jpeg);
+    row("too large and of another shape", "m4a", noise("900x600"), jpeg);
 }
 
 void tst_Renderer::cover_isTold()
@@ -187,16 +166,20 @@ void tst_Renderer::cover_isTold()
     QFETCH(const QString, name);
     QFETCH(const QString, picture);
     QFETCH(const QByteArray, type);
-    const QString path = m_folder.filePath(QLatin1String(QTest::currentDataTag()) + "." + name);
-    media::encode(path, QStringLiteral("sine=duration=2[out0];%1[out1]").arg(picture),
-                  {"-map", "0", "-c:v", "png", "-disposition:v", "attached_pic", "-metadata", "title=Red", "-metadata",
-                   "artist=Cover"});
+    const QByteArray medium = QTest::currentDataTag() + ('.' + name.toUtf8());
+    encode(medium, QStringLiteral("sine=duration=2[out0];%1[out1]").arg(picture),
+           {"-map", "0", "-c:v", "png", "-disposition:v", "attached_pic", "-metadata", "title=Höhe", "-metadata",
+            "artist=Cover", "-metadata", "album=Hills", "-metadata", "genre=Test", "-metadata", "track=3/9"});
     const Application application;
     QVERIFY(application.attachAudio() >= 0);
-    QCOMPARE(application.attach(path.toUtf8()), 0);
+    QCOMPARE(application.attach(file(medium)), 0);
     const auto track = application.content("q1");
-    QCOMPARE(track.text("md_title_name"), std::string("Red"));
+    QCOMPARE(track.text("md_title_name"), std::string("Höhe"));
     QCOMPARE(track.text("md_title_artist"), std::string("Cover"));
+    QCOMPARE(track.text("md_title_album"), std::string("Hills"));
+    QCOMPARE(track.text("md_title_genre"), std::string("Test"));
+    QCOMPARE(track.number("md_title_track"), 3);
+    QCOMPARE(track.number("md_title_samplerate"), 44100);
     QTRY_VERIFY(application.content("q1").has("image"));
     const QByteArray url = QByteArray::fromStdString(application.content("q1").text("image"));
     const auto comma = url.indexOf(',') + 1;
@@ -207,11 +190,10 @@ void tst_Renderer::cover_isTold()
 /** A picture that fills the memory is left out, however small its file is. */
 void tst_Renderer::hugeCover_isLeftOut()
 {
-    const QString path = m_folder.filePath(QStringLiteral("huge.flac"));
-    media::encode(path, QStringLiteral("sine=duration=2[out0];color=red:size=16000x16000:duration=1:rate=1[out1]"),
-                  {"-map", "0", "-c:v", "png", "-disposition:v", "attached_pic"});
+    encode("huge.flac", QStringLiteral("sine=duration=2[out0];color=red:size=16000x16000:duration=1:rate=1[out1]"),
+           {"-map", "0", "-c:v", "png", "-disposition:v", "attached_pic"});
     const Application application;
-    QCOMPARE(application.attach(path.toUtf8()), 0);
+    QCOMPARE(application.attach(file("huge.flac")), 0);
     // In real time, so that there is time for the picture.
     const auto state = application.watch("state?wait");
     QCOMPARE(mmr_play(application.context()), 0);
@@ -224,19 +206,14 @@ void tst_Renderer::hugeCover_isLeftOut()
 
 void tst_Renderer::attachError_tellsTheCause_data()
 {
-    QTest::addColumn<QByteArray>("url");
-    QTest::addColumn<QByteArray>("type");
-    QTest::addColumn<int>("code");
-    const auto row = [](const char *title, const QByteArray &url, const char *type, ErrorCode code) {
-        QTest::newRow(title) << url << QByteArray(type) << static_cast<int>(code);
-    };
+    const Rows<QByteArray, QByteArray, ErrorCode> row("url", "type", "code");
     row("missing", file("none.wav"), "autolist", ErrorCode::SourceUnavailable);
     row("missing playlist", file("none.m3u"), "playlist", ErrorCode::SourceUnavailable);
     row("empty", file("empty.wav"), "autolist", ErrorCode::ResourceCorrupted);
     row("words", file("words.mp3"), "autolist", ErrorCode::UnsupportedMediaType);
     row("cut off in its head", file("cut.ogg"), "autolist", ErrorCode::ResourceCorrupted);
     row("zeros", file("zeros.mp3"), "autolist", ErrorCode::UnsupportedMediaType);
-    row("folder", m_folder.path().toUtf8(), "autolist", ErrorCode::UnsupportedMediaType);
+    row("folder", path(), "autolist", ErrorCode::UnsupportedMediaType);
     row("medium as a playlist", "file://" + file("a.wav"), "playlist", ErrorCode::Internal);
     row("playlist as a medium", file("list.m3u"), "autolist", ErrorCode::Internal);
     row("encoded path", "file://" + file("a%2Ewav"), "autolist", ErrorCode::SourceUnavailable);
@@ -248,9 +225,9 @@ void tst_Renderer::attachError_tellsTheCause()
 {
     QFETCH(QByteArray, url);
     QFETCH(QByteArray, type);
-    QFETCH(int, code);
+    QFETCH(ErrorCode, code);
     const Application application;
-    QCOMPARE(application.attach(url, type.constData()), code);
+    QCOMPARE(application.attach(url, type.constData()), static_cast<int>(code));
     QVERIFY(mmr_error_info(application.context())->extra_text[0] != 0);
     QVERIFY(!application.content("state").has("state"));
     QCOMPARE(application.attach("file://" + file("tone.wav")), 0);
@@ -363,45 +340,23 @@ void tst_Renderer::seek_isNeverFollowedByAnOlderPosition()
 void tst_Renderer::withoutOutput_playsInRealTime()
 {
     const Application application;
+    QCOMPARE(application.setContext("updateinterval", "100"), 0);
     QCOMPARE(application.attach(file("tone.wav")), 0);
+    const auto status = application.watch("status?wait");
     const auto state = application.watch("state?wait");
     QElapsedTimer timer;
     timer.start();
     QCOMPARE(mmr_play(application.context()), 0);
+    // No position runs ahead of the sound, nor back.
+    int reports = 0;
+    for (int64_t last = 0; last < 3'950; ++reports) {
+        const int64_t position = readMessage(*status).number("position");
+        QVERIFY2(position >= last && position <= timer.elapsed() + 200, std::to_string(position).c_str());
+        last = position;
+    }
+    QVERIFY2(reports >= 20, QByteArray::number(reports).constData());
     QCOMPARE(waitForEnd(*state).number("error", -1), 0);
     QVERIFY2(timer.elapsed() >= 3'900, QByteArray::number(timer.elapsed()).constData());
-}
-
-void tst_Renderer::workerKilled_whileOpening_failsTheCall()
-{
-    const Application application;
-    // A peer that accepts and says nothing keeps the attach waiting.
-    QVERIFY(workersOf(m_daemon.processId()).size() > 0);
-    const voro::pps::Fd silent(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    QVERIFY(bind(silent.get(), reinterpret_cast<const sockaddr *>(&address), length) == 0);
-    QVERIFY(listen(silent.get(), 4) == 0);
-    QVERIFY(getsockname(silent.get(), reinterpret_cast<sockaddr *>(&address), &length) == 0);
-    const QByteArray url = "http://127.0.0.1:" + QByteArray::number(ntohs(address.sin_port)) + "/a.ogg";
-    QList<pid_t> killed;
-    std::thread killer([&] {
-        // The connection shows that the worker is at it.
-        const voro::pps::Fd peer(accept4(silent.get(), nullptr, nullptr, SOCK_CLOEXEC));
-        killed = workersOf(m_daemon.processId());
-        for (const pid_t worker : killed) {
-            ::kill(worker, SIGKILL);
-        }
-    });
-    const int code = application.attach(url);
-    killer.join();
-    QCOMPARE(code, static_cast<int>(ErrorCode::Internal));
-    // The spare worker was killed as well; one that the daemon has not missed yet would fail the next call, too.
-    const auto isMissed = [this](pid_t worker) { return !workersOf(m_daemon.processId()).contains(worker); };
-    QTRY_VERIFY(std::all_of(killed.begin(), killed.end(), isMissed));
-    QCOMPARE(application.attach(file("tone.wav")), 0);
 }
 
 void tst_Renderer::applicationKilled_endsItsContexts()

@@ -7,6 +7,7 @@
 #include <pps/Runtime.h>
 #include <renderer/client/RequestChannel.h>
 #include <renderer/common/Protocol.h>
+#include <Rows.h>
 
 #include <chrono>
 #include <functional>
@@ -176,9 +177,8 @@ void tst_RendererClient::cleanupTestCase()
 
 void tst_RendererClient::request_data()
 {
-    QTest::addColumn<Call>("call");
-    QTest::addColumn<QByteArray>("expected");
-    const auto row = [](const char *expected, Call call) { QTest::newRow(expected) << call << QByteArray(expected); };
+    // The rows have what is expected as titles.
+    const Rows<Call> row("call");
     row("msg::play", [](auto *c) { return mmr_play(c); });
     row("msg::stop", [](auto *c) { return mmr_stop(c); });
     row("msg::seek position::2:1500", [](auto *c) { return mmr_seek(c, "2:1500"); });
@@ -205,20 +205,14 @@ void tst_RendererClient::request_data()
 void tst_RendererClient::request()
 {
     QFETCH(Call, call);
-    QFETCH(QByteArray, expected);
     QCOMPARE(call(m_context), 0);
-    QCOMPARE(lastRequest(), expected);
+    QCOMPARE(lastRequest(), QByteArray(QTest::currentDataTag()));
     QVERIFY(!mmr_error_info(m_context));
 }
 
 void tst_RendererClient::failure_fillsTheRecord_data()
 {
-    QTest::addColumn<std::string>("answer");
-    QTest::addColumn<uint>("code");
-    QTest::addColumn<QByteArray>("text");
-    const auto row = [](const char *title, const std::string &answer, uint code, const QByteArray &text) {
-        QTest::newRow(title) << answer << code << text;
-    };
+    const Rows<std::string, uint, QByteArray> row("answer", "code", "text");
     row("error", "res::seek\nerr:n:10\nerror::gone away", 10, "gone away");
     row("long cause", "res::seek\nerr:n:5\nerror::" + std::string(400, 'x'), 5, QByteArray(255, 'x'));
     row("no cause", "res::seek\nerr:n:32", 32, "");
@@ -256,19 +250,19 @@ void tst_RendererClient::record_holdsTheLastFailure()
 
 void tst_RendererClient::unusableArguments_areRefused_withoutRequest_data()
 {
-    QTest::addColumn<Call>("call");
-    QTest::newRow("no position") << Call([](auto *c) { return mmr_seek(c, nullptr); });
-    QTest::newRow("no URL") << Call([](auto *c) { return mmr_input_attach(c, nullptr, "autolist"); });
-    QTest::newRow("no type") << Call([](auto *c) { return mmr_output_attach(c, "audio:default", nullptr); });
-    QTest::newRow("no dictionary") << Call([](auto *c) { return mmr_input_parameters(c, nullptr); });
-    QTest::newRow("a name that is none") << Call([](auto *c) {
-        return mmr_input_parameters(c, dictionary({"repeat", "all", "a:b", "1"}));
-    });
-    QTest::newRow("an empty name") << Call([](auto *c) { return mmr_track_parameters(c, 1, dictionary({"", "1"})); });
-    QTest::newRow("more than fits") << Call([](auto *c) {
-        return mmr_input_parameters(c, dictionary({"a", QByteArray(70'000, 'x').constData()}));
-    });
-    QTest::newRow("longer than fits") << Call([](auto *c) { return mmr_seek(c, QByteArray(70'000, '1').constData()); });
+    const Rows<Call> row("call");
+    row("no position", Call([](auto *c) { return mmr_seek(c, nullptr); }));
+    row("no URL", Call([](auto *c) { return mmr_input_attach(c, nullptr, "autolist"); }));
+    row("no type", Call([](auto *c) { return mmr_output_attach(c, "audio:default", nullptr); }));
+    row("no dictionary", Call([](auto *c) { return mmr_input_parameters(c, nullptr); }));
+    row("a name that is none", Call([](auto *c) {
+            return mmr_input_parameters(c, dictionary({"repeat", "all", "a:b", "1"}));
+        }));
+    row("an empty name", Call([](auto *c) { return mmr_track_parameters(c, 1, dictionary({"", "1"})); }));
+    row("more than fits", Call([](auto *c) {
+            return mmr_input_parameters(c, dictionary({"a", QByteArray(70'000, 'x').constData()}));
+        }));
+    row("longer than fits", Call([](auto *c) { return mmr_seek(c, QByteArray(70'000, '1').constData()); }));
 }
 
 void tst_RendererClient::unusableArguments_areRefused_withoutRequest()

@@ -1,11 +1,13 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <Files.h>
 #include <pps/Fd.h>
 #include <renderer/common/Medium.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/common/TrackPosition.h>
+#include <Rows.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -44,11 +46,7 @@ private Q_SLOTS:
 private:
     std::string write(const char *name, const QByteArray &content)
     {
-        QFile file(m_folder.filePath(QString::fromLatin1(name)));
-        if (!file.open(QFile::WriteOnly) || file.write(content) != content.size()) {
-            qFatal("cannot write %s", name);
-        }
-        return file.fileName().toStdString();
+        return writeFile(m_folder.filePath(QString::fromLatin1(name)), content).toStdString();
     }
 
     QTemporaryDir m_folder;
@@ -56,15 +54,14 @@ private:
 
 void tst_RendererCommon::position_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("expected");
+    const Rows<QByteArray, QByteArray> row("text", "expected");
     // What is no position gives "none".
     for (const char *text : {"0", "1500", "3:1500", "0:7", "4294967295:4294967295"}) {
-        QTest::newRow(text) << QByteArray(text) << QByteArray(text);
+        row(text, text, text);
     }
     for (const char *text : {"", ":", "1:", ":5", "1:2:3", "-1", "1:-5", "+5", " 5", "5 ", "1.5", "0x10", "abc",
                              "4294967296", "4294967296:0", "99999999999999999999"}) {
-        QTest::newRow(text) << QByteArray(text) << QByteArray("none");
+        row(text, text, "none");
     }
 }
 
@@ -78,14 +75,7 @@ void tst_RendererCommon::position()
 
 void tst_RendererCommon::parameters_data()
 {
-    QTest::addColumn<int>("owner");
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QByteArrayList>("good");
-    QTest::addColumn<QByteArrayList>("bad");
-    const auto row = [](const char *title, Owner owner, const char *name, const QByteArrayList &good,
-                        const QByteArrayList &bad) {
-        QTest::newRow(title) << static_cast<int>(owner) << QByteArray(name) << good << bad;
-    };
+    const Rows<Owner, QByteArray, QByteArrayList, QByteArrayList> row("owner", "name", "good", "bad");
     const QByteArrayList noNumbers = {"", "-1", "x", "1x", " 1", "1.0"};
     row("interval", Owner::Context, "updateinterval", {"20", "1000", "4294967295"},
         noNumbers + QByteArrayList{"0", "19", "4294967296"});
@@ -108,14 +98,14 @@ void tst_RendererCommon::parameters_data()
 
 void tst_RendererCommon::parameters()
 {
-    QFETCH(int, owner);
+    QFETCH(Owner, owner);
     QFETCH(QByteArray, name);
     QFETCH(QByteArrayList, good);
     QFETCH(QByteArrayList, bad);
     const auto check = [&](const QByteArray &value) {
         Parameters parameters;
         parameters.set(name.toStdString(), value.toStdString());
-        return parameters.check(Owner(owner));
+        return parameters.check(owner);
     };
     for (const QByteArray &value : good) {
         QVERIFY2(check(value), value.constData());
@@ -142,10 +132,9 @@ void tst_RendererCommon::parametersText_survivesEveryValue()
 
 void tst_RendererCommon::check_tellsTheCause_data()
 {
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<int>("code");
-    const auto row = [this](const char *title, const char *name, ErrorCode code) {
-        QTest::newRow(title) << m_folder.path().toUtf8() + '/' + name << static_cast<int>(code);
+    const Rows<QByteArray, int> add("path", "code");
+    const auto row = [&](const char *title, const char *name, ErrorCode code) {
+        add(title, m_folder.path().toUtf8() + '/' + name, static_cast<int>(code));
     };
     write("good.ogg", "OggS");
     write("empty.ogg", {});
@@ -170,9 +159,9 @@ void tst_RendererCommon::check_tellsTheCause_data()
     row("folder", "folder.ogg", ErrorCode::UnsupportedMediaType);
     row("pipe that nobody writes to", "fifo.ogg", ErrorCode::UnsupportedMediaType);
     row("socket", "socket.ogg", ErrorCode::UnsupportedMediaType);
-    QTest::newRow("device") << QByteArray("/dev/zero") << static_cast<int>(ErrorCode::UnsupportedMediaType);
-    QTest::newRow("nothing") << QByteArray() << static_cast<int>(ErrorCode::SourceUnavailable);
-    QTest::newRow("long name") << base + QByteArray(300, 'x') << static_cast<int>(ErrorCode::SourceUnavailable);
+    add("device", "/dev/zero", static_cast<int>(ErrorCode::UnsupportedMediaType));
+    add("nothing", {}, static_cast<int>(ErrorCode::SourceUnavailable));
+    add("long name", base + QByteArray(300, 'x'), static_cast<int>(ErrorCode::SourceUnavailable));
 }
 
 void tst_RendererCommon::check_tellsTheCause()
@@ -202,11 +191,8 @@ void tst_RendererCommon::check_unreadableIsPermission()
 
 void tst_RendererCommon::uri_data()
 {
-    QTest::addColumn<QByteArray>("url");
-    QTest::addColumn<QByteArray>("expected");
-    const auto row = [](const char *url, const char *expected) {
-        QTest::newRow(url) << QByteArray(url) << QByteArray(expected);
-    };
+    // The rows have their URLs as titles.
+    const Rows<QByteArray> row("expected");
     row("/music/a.ogg", "file:///music/a.ogg");
     row("/a b%25#?.ogg", "file:///a%20b%2525%23%3F.ogg");
     row("file:///a%20b.ogg", "file:///a%2520b.ogg");
@@ -217,19 +203,12 @@ void tst_RendererCommon::uri_data()
 
 void tst_RendererCommon::uri()
 {
-    QFETCH(QByteArray, url);
-    QFETCH(QByteArray, expected);
-    QCOMPARE(QByteArray::fromStdString(Medium(url.toStdString()).uri()), expected);
+    QTEST(QByteArray::fromStdString(Medium(QTest::currentDataTag()).uri()), "expected");
 }
 
 void tst_RendererCommon::playlist_data()
 {
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("expected");
-    const auto row = [](const char *title, const char *name, const QByteArray &content, bool expected) {
-        QTest::newRow(title) << QByteArray(name) << content << expected;
-    };
+    const Rows<QByteArray, QByteArray, bool> row("name", "content", "expected");
     row("m3u", "a.m3u", "#EXTM3U\n#EXTINF:3,T\na.ogg\n", true);
     row("m3u without a head", "a.m3u", "a.ogg\nb.ogg\n", true);
     row("m3u by another name", "a.txt", "#EXTM3U\na.ogg\n", true);

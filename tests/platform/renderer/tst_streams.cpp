@@ -2,14 +2,13 @@
 #include "HttpServer.h"
 #include "RealMedia.h"
 
-#include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QSemaphore>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>
 #include <renderer/common/Error.h>
+#include <Rows.h>
 
 using voro::renderer::ErrorCode;
 
@@ -30,7 +29,8 @@ QByteArray titleBlock(const QByteArray &title)
 } // namespace
 
 /** Media that come by HTTP from servers of every kind. */
-class tst_Streams : public QObject {
+class tst_Streams : public QObject,
+                    media::Folder {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -54,12 +54,6 @@ private Q_SLOTS:
     void brokenConnection_isTaken();
 
 private:
-    QByteArray file(const QByteArray &name) const { return m_folder.filePath(QString::fromUtf8(name)).toUtf8(); }
-    QByteArray content(const QByteArray &name) const
-    {
-        QFile source(QString::fromUtf8(file(name)));
-        return source.open(QFile::ReadOnly) ? source.readAll() : QByteArray();
-    }
     /** Plays a medium to the end, from a position on; how many samples came out, 44100 of them a second. */
     qsizetype play(const QByteArray &url, const char *type = "autolist", const char *position = "0");
 
@@ -68,7 +62,6 @@ private:
     void serveRadio(HttpExchange &exchange);
     void serveInParts(HttpExchange &exchange, const QByteArray &medium);
 
-    QTemporaryDir m_folder;
     const int m_sink = qputenv("VORO_AUDIO_SINK", fileSink(file("heard.raw")));
     /** What a server waits for before it goes on. */
     QSemaphore m_gate;
@@ -78,24 +71,23 @@ private:
 
 void tst_Streams::initTestCase()
 {
-    const auto encode = [this](const char *name, const char *seconds, const QStringList &arguments = {}) {
-        media::encode(QString::fromUtf8(file(name)),
-                      QStringLiteral("sine=frequency=500:sample_rate=44100:duration=%1").arg(QLatin1String(seconds)),
-                      arguments);
+    const auto encodeTone = [this](const char *name, const char *seconds, const QStringList &arguments = {}) {
+        encode(name, QStringLiteral("sine=frequency=500:sample_rate=44100:duration=%1").arg(QLatin1String(seconds)),
+               arguments);
     };
     for (const char *name : {"a.wav", "a.ogg", "a.opus", "a.mp3", "a.flac", "a.mka", "a.m4a"}) {
-        encode(name, "4");
+        encodeTone(name, "4");
     }
-    encode("early.m4a", "4", {"-movflags", "faststart"});
+    encodeTone("early.m4a", "4", {"-movflags", "faststart"});
     for (const char *name : {"long.wav", "long.mp3", "long.flac", "long.mka"}) {
-        encode(name, "40");
+        encodeTone(name, "40");
     }
     // Too large to be received whole before it plays.
-    encode("long.ogg", "40", {"-q:a", "10"});
-    encode("long.m4a", "40", {"-movflags", "faststart"});
-    encode("one.wav", "0.1");
-    encode("two.wav", "0.2");
-    encode("index.m3u8", "8", {"-c:a", "aac", "-f", "hls", "-hls_time", "2", "-hls_list_size", "0"});
+    encodeTone("long.ogg", "40", {"-q:a", "10"});
+    encodeTone("long.m4a", "40", {"-movflags", "faststart"});
+    encodeTone("one.wav", "0.1");
+    encodeTone("two.wav", "0.2");
+    encodeTone("index.m3u8", "8", {"-c:a", "aac", "-f", "hls", "-hls_time", "2", "-hls_list_size", "0"});
 }
 
 /** The first part of the path says how the second one is served. */
@@ -239,14 +231,13 @@ qsizetype tst_Streams::play(const QByteArray &url, const char *type, const char 
 
 void tst_Streams::stream_isPlayedWhole_data()
 {
-    QTest::addColumn<QByteArray>("kind");
-    QTest::addColumn<QByteArray>("name");
+    const Rows<QByteArray, QByteArray> row("kind", "name");
     for (const char *kind : {"ranges", "whole", "endless"}) {
         for (const char *name : {"a.wav", "a.ogg", "a.mp3", "a.flac", "a.mka", "a.m4a", "early.m4a"}) {
             QTest::addRow("%s, %s", kind, name) << QByteArray(kind) << QByteArray(name);
         }
     }
-    QTest::newRow("moved") << QByteArray("moved") << QByteArray("a.ogg");
+    row("moved", "moved", "a.ogg");
 }
 
 void tst_Streams::stream_isPlayedWhole()
@@ -273,7 +264,7 @@ void tst_Streams::stream_isSoughtIn_ifTheServerSendsParts()
 
 void tst_Streams::smallOgg_isSoughtInLikeAFile_data()
 {
-    QTest::addColumn<QByteArray>("path");
+    const Rows<QByteArray> row("path");
     for (const char *kind : {"ranges", "whole"}) {
         for (const char *name : {"a.ogg", "a.opus"}) {
             QTest::addRow("%s, %s", kind, name) << QByteArray("/") + kind + '/' + name;
@@ -295,12 +286,8 @@ void tst_Streams::smallOgg_isSoughtInLikeAFile()
 
 void tst_Streams::seekInWhatTheServerSendsOnce_isDoneOrRefused_data()
 {
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<ErrorCode>("back");
-    QTest::addColumn<ErrorCode>("onward");
-    const auto row = [](const char *name, ErrorCode back, ErrorCode onward) {
-        QTest::newRow(name) << QByteArray(name) << back << onward;
-    };
+    // The rows have the files' names as titles.
+    const Rows<ErrorCode, ErrorCode> row("back", "onward");
     row("long.wav", ErrorCode::None, ErrorCode::UnsupportedOperation);
     // Their times are found by reading on.
     row("long.mp3", ErrorCode::None, ErrorCode::None);
@@ -313,16 +300,15 @@ void tst_Streams::seekInWhatTheServerSendsOnce_isDoneOrRefused_data()
 /** What was received can be sought in, where the format allows it; where not, it plays on. */
 void tst_Streams::seekInWhatTheServerSendsOnce_isDoneOrRefused()
 {
-    QFETCH(const QByteArray, name);
     QFETCH(const ErrorCode, back);
     QFETCH(const ErrorCode, onward);
     constexpr qint64 BytesPerSecond = 44'100 * sizeof(float);
-    const QString heard = m_folder.filePath("heard.raw");
+    const QString heard = QString::fromUtf8(file("heard.raw"));
     QFile::remove(heard);
     const Application application;
     QVERIFY(application.attachAudio() >= 0);
     QCOMPARE(application.setContext("updateinterval", "20"), 0);
-    QCOMPARE(application.attach(m_server.url("/half/" + name)), 0);
+    QCOMPARE(application.attach(m_server.url(QByteArray("/half/") + QTest::currentDataTag())), 0);
     const auto status = application.watch("status?wait");
     const auto state = application.watch("state?wait");
     QCOMPARE(mmr_play(application.context()), 0);
@@ -351,13 +337,12 @@ void tst_Streams::segments_arePlayedAndSoughtIn()
 
 void tst_Streams::playlist_isPlayedWhole_data()
 {
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<double>("seconds");
-    QTest::newRow("m3u") << QByteArray("/lists/list.m3u") << 0.3;
-    QTest::newRow("pls") << QByteArray("/lists/pls/list.pls") << 0.3;
-    QTest::newRow("query") << QByteArray("/lists/list.m3u?station=5") << 0.3;
-    QTest::newRow("without an extension") << QByteArray("/lists/listen") << 0.3;
-    QTest::newRow("pls without an extension") << QByteArray("/lists/pls") << 0.3;
+    const Rows<QByteArray, double> row("path", "seconds");
+    row("m3u", "/lists/list.m3u", 0.3);
+    row("pls", "/lists/pls/list.pls", 0.3);
+    row("query", "/lists/list.m3u?station=5", 0.3);
+    row("without an extension", "/lists/listen", 0.3);
+    row("pls without an extension", "/lists/pls", 0.3);
 }
 
 void tst_Streams::playlist_isPlayedWhole()
@@ -371,15 +356,12 @@ void tst_Streams::playlist_isPlayedWhole()
 
 void tst_Streams::listFromNet_opensNothingLocal_data()
 {
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QByteArray>("type");
-    QTest::addColumn<ErrorCode>("code");
+    const Rows<QByteArray, QByteArray, ErrorCode> row("name", "type", "code");
     for (const char *name : {"list.m3u", "list.pls", "list.xspf", "list.asx"}) {
-        QTest::newRow(name) << QByteArray(name) << QByteArray("playlist") << ErrorCode::Permission;
+        row(name, name, "playlist", ErrorCode::Permission);
     }
-    QTest::newRow("segment") << QByteArray("hls-segment.m3u8") << QByteArray("autolist")
-                             << ErrorCode::UnsupportedMediaType;
-    QTest::newRow("index") << QByteArray("hls-index.m3u8") << QByteArray("autolist") << ErrorCode::SourceUnavailable;
+    row("segment", "hls-segment.m3u8", "autolist", ErrorCode::UnsupportedMediaType);
+    row("index", "hls-index.m3u8", "autolist", ErrorCode::SourceUnavailable);
 }
 
 void tst_Streams::listFromNet_opensNothingLocal()
@@ -393,21 +375,20 @@ void tst_Streams::listFromNet_opensNothingLocal()
 
 void tst_Streams::failingServer_isTold_data()
 {
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<ErrorCode>("code");
-    QTest::newRow("nothing there") << QByteArray("/404/a.ogg") << ErrorCode::SourceUnavailable;
-    QTest::newRow("gone") << QByteArray("/410/a.ogg") << ErrorCode::SourceUnavailable;
-    QTest::newRow("forbidden") << QByteArray("/403/a.ogg") << ErrorCode::Permission;
-    QTest::newRow("secret") << QByteArray("/401/a.ogg") << ErrorCode::Permission;
-    QTest::newRow("server fails") << QByteArray("/500/a.ogg") << ErrorCode::SourceUnavailable;
-    QTest::newRow("busy") << QByteArray("/503/a.ogg") << ErrorCode::SourceUnavailable;
-    QTest::newRow("page") << QByteArray("/page/a.ogg") << ErrorCode::UnsupportedMediaType;
-    QTest::newRow("connection is reset") << QByteArray("/rude/a.ogg") << ErrorCode::SourceUnavailable;
-    QTest::newRow("no answer") << QByteArray("/silent/a.ogg") << ErrorCode::SourceUnavailable;
-    QTest::newRow("begins and stalls") << QByteArray("/mute/a.ogg") << ErrorCode::SourceUnavailable;
-    QTest::newRow("stalls before its known end") << QByteArray("/stuck/a.ogg") << ErrorCode::SourceUnavailable;
-    QTest::newRow("nobody listens, rtsp") << QByteArray("rtsp://127.0.0.1:1/a") << ErrorCode::SourceUnavailable;
-    QTest::newRow("playlist, nothing there") << QByteArray("/404/a.m3u") << ErrorCode::SourceUnavailable;
+    const Rows<QByteArray, ErrorCode> row("path", "code");
+    row("nothing there", "/404/a.ogg", ErrorCode::SourceUnavailable);
+    row("gone", "/410/a.ogg", ErrorCode::SourceUnavailable);
+    row("forbidden", "/403/a.ogg", ErrorCode::Permission);
+    row("secret", "/401/a.ogg", ErrorCode::Permission);
+    row("server fails", "/500/a.ogg", ErrorCode::SourceUnavailable);
+    row("busy", "/503/a.ogg", ErrorCode::SourceUnavailable);
+    row("page", "/page/a.ogg", ErrorCode::UnsupportedMediaType);
+    row("connection is reset", "/rude/a.ogg", ErrorCode::SourceUnavailable);
+    row("no answer", "/silent/a.ogg", ErrorCode::SourceUnavailable);
+    row("begins and stalls", "/mute/a.ogg", ErrorCode::SourceUnavailable);
+    row("stalls before its known end", "/stuck/a.ogg", ErrorCode::SourceUnavailable);
+    row("nobody listens, rtsp", "rtsp://127.0.0.1:1/a", ErrorCode::SourceUnavailable);
+    row("playlist, nothing there", "/404/a.m3u", ErrorCode::SourceUnavailable);
 }
 
 void tst_Streams::failingServer_isTold()
@@ -461,14 +442,13 @@ void tst_Streams::stalledServer_showsBuffering()
 
 void tst_Streams::brokenConnection_isTaken_data()
 {
-    QTest::addColumn<QByteArray>("kind");
-    QTest::addColumn<ErrorCode>("code");
-    QTest::newRow("reset, goes on elsewhere") << QByteArray("parts-ranges-reset") << ErrorCode::None;
-    QTest::newRow("closed, goes on elsewhere") << QByteArray("parts-ranges-close") << ErrorCode::None;
-    QTest::newRow("reset") << QByteArray("parts-reset") << ErrorCode::Read;
-    QTest::newRow("closed") << QByteArray("parts-close") << ErrorCode::Read;
-    QTest::newRow("stalls") << QByteArray("parts-stall") << ErrorCode::Read;
-    QTest::newRow("stalls, goes on elsewhere") << QByteArray("parts-ranges-stall") << ErrorCode::None;
+    const Rows<QByteArray, ErrorCode> row("kind", "code");
+    row("reset, goes on elsewhere", "parts-ranges-reset", ErrorCode::None);
+    row("closed, goes on elsewhere", "parts-ranges-close", ErrorCode::None);
+    row("reset", "parts-reset", ErrorCode::Read);
+    row("closed", "parts-close", ErrorCode::Read);
+    row("stalls", "parts-stall", ErrorCode::Read);
+    row("stalls, goes on elsewhere", "parts-ranges-stall", ErrorCode::None);
 }
 
 void tst_Streams::brokenConnection_isTaken()

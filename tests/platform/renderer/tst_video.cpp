@@ -2,10 +2,10 @@
 #include "RealMedia.h"
 
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>
+#include <Rows.h>
 #include <XServer.h>
 
 namespace {
@@ -37,7 +37,8 @@ QByteArray screen(quint32 window)
 } // namespace
 
 /** Pictures and captions in windows: the daemon, its workers and an X server. */
-class tst_Video : public QObject {
+class tst_Video : public QObject,
+                  media::Folder {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -53,17 +54,8 @@ private Q_SLOTS:
     void dimensions_areTold();
 
 private:
-    QByteArray file(const char *name) const { return m_folder.filePath(QString::fromUtf8(name)).toUtf8(); }
-    void write(const char *name, const QByteArray &content) const
-    {
-        QFile target(QString::fromUtf8(file(name)));
-        if (!target.open(QFile::WriteOnly) || target.write(content) != content.size()) {
-            qFatal("cannot write %s", name);
-        }
-    }
     int count(quint32 window, bool (*isMeant)(quint32)) { return m_screen.count(window, 0, 0, Width, Height, isMeant); }
 
-    QTemporaryDir m_folder;
     XServer m_screen;
     Daemon m_daemon;
 };
@@ -81,14 +73,13 @@ void tst_Video::initTestCase()
     const QString graph = QStringLiteral("color=c=red:s=160x240:r=25:d=20[l];color=c=blue:s=160x240:r=25:d=20[r];"
                                          "[l][r]hstack[out0];sine=frequency=440:duration=20[out1]");
     const QStringList vp8 = {"-map", "0", "-c:v", "libvpx", "-b:v", "300k", "-deadline", "realtime"};
-    media::encode(QString::fromUtf8(file("v.webm")), graph, vp8 + QStringList{"-c:a", "libvorbis"});
-    media::encode(QString::fromUtf8(file("captions.mkv")), graph,
-                  QStringList{"-i", QString::fromUtf8(file("c.srt")), "-i", QString::fromUtf8(file("c.ass")), "-map",
-                              "1", "-map", "2"}
-                      + vp8 + QStringList{"-c:a", "libvorbis", "-c:s:0", "srt", "-c:s:1", "ass"});
-    media::encode(QString::fromUtf8(file("mute.webm")), QStringLiteral("color=c=red:s=160x240:r=25:d=1"),
-                  {"-c:v", "libvpx"});
-    media::encode(QString::fromUtf8(file("wide.mp4")), QStringLiteral("color=c=red:s=160x240:r=25:d=1,setsar=2/1"), {});
+    encode("v.webm", graph, vp8 + QStringList{"-c:a", "libvorbis"});
+    encode("captions.mkv", graph,
+           QStringList{"-i", QString::fromUtf8(file("c.srt")), "-i", QString::fromUtf8(file("c.ass")), "-map", "1",
+                       "-map", "2"}
+               + vp8 + QStringList{"-c:a", "libvorbis", "-c:s:0", "srt", "-c:s:1", "ass"});
+    encode("mute.webm", QStringLiteral("color=c=red:s=160x240:r=25:d=1"), {"-c:v", "libvpx"});
+    encode("wide.mp4", QStringLiteral("color=c=red:s=160x240:r=25:d=1,setsar=2/1"), {});
 }
 
 void tst_Video::picture_isDrawn_andCut()
@@ -128,10 +119,10 @@ void tst_Video::windowGone_isNoError()
 
 void tst_Video::withoutWindow_playsWhatItCan_data()
 {
-    QTest::addColumn<QByteArray>("url");
-    QTest::newRow("no output") << QByteArray();
-    QTest::newRow("no window") << QByteArray("screen:?winid=&wingrp=");
-    QTest::newRow("no such window") << QByteArray("screen:?winid=4242424242&wingrp=");
+    const Rows<QByteArray> row("url");
+    row("no output", {});
+    row("no window", "screen:?winid=&wingrp=");
+    row("no such window", "screen:?winid=4242424242&wingrp=");
 }
 
 void tst_Video::withoutWindow_playsWhatItCan()
@@ -168,10 +159,7 @@ void tst_Video::withoutXServer_outputIsUnavailable()
 
 void tst_Video::captions_areShown_data()
 {
-    QTest::addColumn<QByteArray>("medium");
-    QTest::addColumn<QByteArray>("captions");
-    QTest::addColumn<QByteArray>("index");
-    QTest::addColumn<bool>("hasOwnWindow");
+    const Rows<QByteArray, QByteArray, QByteArray, bool> add("medium", "captions", "index", "hasOwnWindow");
     for (const bool hasOwnWindow : {false, true}) {
         const auto row = [&](const char *name, const char *medium, const char *captions, const char *index) {
             QTest::addRow("%s%s", name, hasOwnWindow ? ", own window" : "")
@@ -196,12 +184,11 @@ void tst_Video::captions_areShown()
     const Application application;
     QVERIFY(mmr_output_attach(application.context(), screen(window).constData(), "video") >= 0);
     QVERIFY(mmr_output_attach(application.context(), screen(other).constData(), "subpicture") >= 0);
-    QCOMPARE(application.attach(file(medium.constData())), 0);
+    QCOMPARE(application.attach(file(medium)), 0);
     const auto choose = [&](const char *isDisabled) {
         strm_dict_t *parameters = strm_dict_set(strm_dict_new(), "subpicture_disable", isDisabled);
-        parameters = captions.isEmpty()
-                         ? strm_dict_set(parameters, "subpicture_index", index.constData())
-                         : strm_dict_set(parameters, "subpicture_url", file(captions.constData()).constData());
+        parameters = captions.isEmpty() ? strm_dict_set(parameters, "subpicture_index", index.constData())
+                                        : strm_dict_set(parameters, "subpicture_url", file(captions).constData());
         return mmr_track_parameters(application.context(), 1, parameters);
     };
     QCOMPARE(choose("0"), 0);
@@ -217,20 +204,16 @@ void tst_Video::captions_areShown()
 
 void tst_Video::captionsOfFile_leaveTheMediumAlone_data()
 {
-    QTest::addColumn<bool>("hasWindow");
-    QTest::addColumn<QByteArray>("isDisabled");
-    QTest::addColumn<QByteArray>("captions");
+    const Rows<bool, QByteArray, QByteArray> row("hasWindow", "isDisabled", "captions");
     const QByteArray head = "1\n00:00:00,200 --> 00:00:20,000\n";
     const QByteArray plain = head + "WIDE WHITE WORDS\n";
-    QTest::newRow("no window") << false << QByteArray("0") << plain;
-    QTest::newRow("switched off") << true << QByteArray("1") << plain;
-    QTest::newRow("longer than the medium") << true << QByteArray("0") << plain;
-    QTest::newRow("60 KB of marks") << true << QByteArray("0") << head + QByteArray("<b>").repeated(20'000) + "x\n\n";
-    QTest::newRow("600 KB of marks") << true << QByteArray("0")
-                                     << head + QByteArray("<b>\n").repeated(150'000) + "x\n\n";
-    QTest::newRow("a line of 6 MB") << true << QByteArray("0") << head + QByteArray(6'000'000, 'x') + "\n\n";
-    QTest::newRow("many behind the end") << true << QByteArray("0")
-                                         << QByteArray("1\n00:01:00,000 --> 00:01:01,000\nlate\n\n").repeated(10'000);
+    row("no window", false, "0", plain);
+    row("switched off", true, "1", plain);
+    row("longer than the medium", true, "0", plain);
+    row("60 KB of marks", true, "0", head + QByteArray("<b>").repeated(20'000) + "x\n\n");
+    row("600 KB of marks", true, "0", head + QByteArray("<b>\n").repeated(150'000) + "x\n\n");
+    row("a line of 6 MB", true, "0", head + QByteArray(6'000'000, 'x') + "\n\n");
+    row("many behind the end", true, "0", QByteArray("1\n00:01:00,000 --> 00:01:01,000\nlate\n\n").repeated(10'000));
 }
 
 void tst_Video::captionsOfFile_leaveTheMediumAlone()
