@@ -1,11 +1,13 @@
 #include "Corpus.h"
 
+#include "Files.h"
+#include "Programs.h"
+
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThreadPool>
 
@@ -39,42 +41,20 @@ QStringList command(const Sample &sample)
            + QStringList{"-metadata", "title=Tone", "-ac", "2"} + sample.arguments;
 }
 
-bool run(const QString &program, const QStringList &arguments, const QString &folder, QByteArray *output = nullptr)
-{
-    QProcess process;
-    process.setWorkingDirectory(folder);
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(program, arguments);
-    const bool isDone =
-        process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-    if (output) {
-        *output = process.readAllStandardOutput();
-    }
-    return isDone;
-}
-
-void write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    if (!file.open(QFile::WriteOnly) || file.write(content) != content.size()) {
-        qFatal("%s cannot be written", qUtf8Printable(path));
-    }
-}
-
 /** Makes a sample and what is known of it elsewhere first, so that it is there whole or not at all. */
 void encode(const Sample &sample, const QString &path)
 {
     QTemporaryDir folder;
     const QString made = folder.filePath(sample.name);
-    write(folder.filePath("text.srt"), Text);
-    QByteArray facts;
+    writeFile(folder.filePath("text.srt"), Text);
     const QStringList questions{"-v",   "error",         "-of",
                                 "json", "-show_entries", "format=duration:format_tags:stream_tags"};
-    if (!run("ffmpeg", command(sample) + QStringList{"file:" + made}, folder.path())
-        || !run("ffprobe", questions + QStringList{"file:" + made}, folder.path(), &facts)) {
+    const bool isMade = runToEnd("ffmpeg", command(sample) + QStringList{"file:" + made}, folder.path()).has_value();
+    const auto facts = runToEnd("ffprobe", questions + QStringList{"file:" + made});
+    if (!isMade || !facts) {
         qFatal("The encoder failed for %s", qUtf8Printable(sample.name));
     }
-    write(path + ".facts", facts);
+    writeFile(path + ".facts", *facts);
     if (!QFile::copy(made, path)) {
         qFatal("%s cannot be written", qUtf8Printable(path));
     }
@@ -85,9 +65,7 @@ void encode(const Sample &sample, const QString &path)
 Corpus::Corpus(const QString &list, const QString &folder) : m_folder(folder)
 {
     m_folder.mkpath(".");
-    QFile file(list);
-    file.open(QFile::ReadOnly);
-    const QStringList lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    const QStringList lines = QString::fromUtf8(readFile(list)).split('\n', Qt::SkipEmptyParts);
     for (const QString &line : lines) {
         const QStringList words = line.split(' ', Qt::SkipEmptyParts);
         if (line.startsWith('#')) {
@@ -111,9 +89,7 @@ QString Corpus::path(const Sample &sample) const
 
 Facts Corpus::facts(const Sample &sample) const
 {
-    QFile file(path(sample) + ".facts");
-    file.open(QFile::ReadOnly);
-    const QJsonObject all = QJsonDocument::fromJson(file.readAll()).object();
+    const QJsonObject all = QJsonDocument::fromJson(readFile(path(sample) + ".facts")).object();
     const QJsonObject format = all.value("format").toObject();
     Facts facts{qRound(format.value("duration").toString().toDouble() * 1000),
                 format.value("tags").toObject().value("title").toString()};

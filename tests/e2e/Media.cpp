@@ -1,7 +1,8 @@
 #include "Media.h"
 
+#include "Programs.h"
+
 #include <QtCore/QDebug>
-#include <QtCore/QProcess>
 
 namespace media {
 
@@ -45,10 +46,7 @@ QString makeTone(const QString &path, const Tone &tone)
     arguments += encoder(path);
     arguments += QStringLiteral("file:") + path;
 
-    QProcess ffmpeg;
-    ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    ffmpeg.start(QStringLiteral("ffmpeg"), arguments);
-    if (!ffmpeg.waitForFinished(60'000) || ffmpeg.exitStatus() != QProcess::NormalExit || ffmpeg.exitCode() != 0) {
+    if (!runToEnd(QStringLiteral("ffmpeg"), arguments)) {
         qFatal("The encoder failed for %s", qUtf8Printable(path));
     }
     return path;

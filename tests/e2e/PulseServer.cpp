@@ -1,5 +1,6 @@
 #include "PulseServer.h"
 
+#include "Programs.h"
 #include "Tone.h"
 
 #include <QtCore/QDeadlineTimer>
@@ -95,12 +96,7 @@ void PulseServer::suspend()
 
 QByteArray PulseServer::control(const QStringList &arguments)
 {
-    QProcess process;
-    process.start(QStringLiteral("pactl"), arguments);
-    if (!process.waitForFinished(20'000) || process.exitCode() != 0) {
-        qFatal("pactl: %s", process.readAllStandardError().constData());
-    }
-    return process.readAllStandardOutput().trimmed();
+    return runToEnd(QStringLiteral("pactl"), arguments).value().trimmed();
 }
 
 QByteArray PulseServer::addSink(const char *name)

@@ -1,27 +1,23 @@
 #include "Corpus.h"
 #include "Daemon.h"
+#include "Files.h"
 
 #include <multimedia/MediaPlayer.h>
 #include <multimedia/MetaData.h>
 #include <voro/mmr.h>
 
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QtEndian>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
+
+#include <Rows.h>
 
 using namespace voro::multimedia;
 
 namespace {
 
 constexpr int LongestWait = 20'000;
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /** A tag of the kind that MP3 and AIFF files have; its texts are no longer than a byte tells. */
 QByteArray id3(const QList<std::pair<QByteArray, QByteArray>> &texts)
@@ -63,7 +59,10 @@ private Q_SLOTS:
 
 private:
     QString sample(const QString &name) const;
-    QString write(const QString &name, const QByteArray &content) const;
+    QString write(const char *name, const QByteArray &content) const
+    {
+        return writeFile(m_folder.filePath(QLatin1String(name)), content);
+    }
 
     // Faster than time, and what goes to a window goes nowhere.
     const bool m_sinks =
@@ -95,20 +94,11 @@ QString tst_Corpus::sample(const QString &name) const
     qFatal("There is no sample %s", qUtf8Printable(name));
 }
 
-QString tst_Corpus::write(const QString &name, const QByteArray &content) const
-{
-    QFile file(m_folder.filePath(name));
-    if (!file.open(QFile::WriteOnly) || file.write(content) != content.size()) {
-        qFatal("%s cannot be written", qUtf8Printable(name));
-    }
-    return file.fileName();
-}
-
 void tst_Corpus::foreignMedium_playsToItsEnd_data()
 {
-    QTest::addColumn<media::Sample>("sample");
+    const Rows<media::Sample> row("sample");
     for (const media::Sample &sample : m_corpus.samples()) {
-        QTest::newRow(qPrintable(sample.name)) << sample;
+        row(qPrintable(sample.name), sample);
     }
 }
 
@@ -135,16 +125,15 @@ void tst_Corpus::foreignMedium_playsToItsEnd()
 
 void tst_Corpus::oddMedium_plays_data()
 {
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("artist");
-    const QByteArray mp3 = contentOf(sample("a.mp3"));
+    const Rows<QString, QString> row("path", "artist");
+    const QByteArray mp3 = readFile(sample("a.mp3"));
     const qsizetype first = frameAfter(mp3, 0);
     const qsizetype second = frameAfter(mp3, first + 100);
-    const QByteArray mp4 = contentOf(sample("v.mp4"));
-    const QByteArray aiff = contentOf(sample("sowt.aiff")).mid(12);
+    const QByteArray mp4 = readFile(sample("v.mp4"));
+    const QByteArray aiff = readFile(sample("sowt.aiff")).mid(12);
     const QByteArray artists("One\0Two", 7);
-    const auto add = [&](const char *row, const char *name, const QByteArray &content, const char *artist = "") {
-        QTest::newRow(row) << write(name, content) << QString(artist);
+    const auto add = [&](const char *title, const char *name, const QByteArray &content, const char *artist = "") {
+        row(title, write(name, content), artist);
     };
     add("mp3 with an invalid ID3 frame", "id3.mp3",
         QByteArray("ID3\3\0\0\0\0\0\24TIT2\x7f\xff\xff\xff\0\0", 20) + QByteArray(10, '\xee') + mp3.mid(first));
@@ -175,7 +164,7 @@ void tst_Corpus::oddMedium_plays()
 
 void tst_Corpus::unsupportedMedium_isRefusedByItsCodec()
 {
-    const QString path = write("mpegh.m4a", contentOf(sample("a.m4a")).replace("mp4a", "mhm1").replace("esds", "free"));
+    const QString path = write("mpegh.m4a", readFile(sample("a.m4a")).replace("mp4a", "mhm1").replace("esds", "free"));
     mmr_connection_t *connection = mmr_connect(nullptr);
     mmr_context_t *context = mmr_context_create(connection, "unsupported", 0, 0700);
     QElapsedTimer time;

@@ -10,6 +10,7 @@
 #include <QtCore/QSocketNotifier>
 #include <QtTest/QtTest>
 
+#include <Rows.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -94,10 +95,10 @@ void tst_DaemonLoss::initTestCase()
 
 void tst_DaemonLoss::everybodyIsTold_andTheNextCommandWorks_data()
 {
-    QTest::addColumn<int>("signal");
-    QTest::newRow("killed") << SIGKILL;
-    QTest::newRow("stopped") << SIGSTOP;
-    QTest::newRow("ended in order") << SIGTERM;
+    const Rows<int> row("signal");
+    row("killed", SIGKILL);
+    row("stopped", SIGSTOP);
+    row("ended in order", SIGTERM);
 }
 
 void tst_DaemonLoss::everybodyIsTold_andTheNextCommandWorks()

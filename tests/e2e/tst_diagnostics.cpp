@@ -1,3 +1,4 @@
+#include "Files.h"
 #include "Media.h"
 #include "Workers.h"
 
@@ -84,9 +85,8 @@ void DiagnosticsTest::graph_isShown_onRequestAndOnAFailure()
     MediaPlayer player;
     play(player);
     QVERIFY(!m_log.contains("digraph"));
-    QFile lock(m_folder.filePath(QStringLiteral("vorod.lock")));
-    QVERIFY(lock.open(QFile::ReadOnly));
-    const QList<pid_t> workers = workersOf(lock.readLine().trimmed().toLongLong());
+    const QByteArrayList lock = readFile(m_folder.filePath(QStringLiteral("vorod.lock"))).split('\n');
+    const QList<pid_t> workers = workersOf(lock.first().toLongLong());
     QVERIFY(!workers.isEmpty());
     // Whichever plays; a spare worker has nothing to show and goes on as well.
     for (const pid_t worker : workers) {
@@ -97,10 +97,8 @@ void DiagnosticsTest::graph_isShown_onRequestAndOnAFailure()
     QCOMPARE(player.pause(), MediaError::None);
 
     m_log.clear();
-    QFile junk(m_folder.filePath(QStringLiteral("junk.ogg")));
-    QVERIFY(junk.open(QFile::WriteOnly) && junk.write(QByteArray(10'000, 'x')) > 0);
-    junk.close();
-    player.setSourceUrl(QUrl::fromLocalFile(junk.fileName()));
+    const QString junk = writeFile(m_folder.filePath(QStringLiteral("junk.ogg")), QByteArray(10'000, 'x'));
+    player.setSourceUrl(QUrl::fromLocalFile(junk));
     QVERIFY(player.play() != MediaError::None);
     QVERIFY(isWritten(daemon, "digraph pipeline"));
     QVERIFY2(!m_log.contains("voro-renderer: worker: "), m_log.constData());

@@ -1,8 +1,8 @@
 #include "Daemon.h"
+#include "Files.h"
 #include "Media.h"
 #include "Workers.h"
 
-#include <multimedia/AudioRecorder.h>
 #include <multimedia/MediaPlayer.h>
 #include <voro/PpsObject.h>
 
@@ -12,6 +12,8 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
+
+#include <Rows.h>
 
 #include <algorithm>
 #include <chrono>
@@ -80,16 +82,12 @@ private Q_SLOTS:
     void cleanup();
     void workerKilled_reportsAnError_andPlaysOn_data();
     void workerKilled_reportsAnError_andPlaysOn();
-    void workerStopped_isTakenForDead();
-    void daemonGone_commandsFail_untilThereIsAnother();
-    void noDaemon_playerSaysSo();
     void nurseryKilled_workersAreStartedAllTheSame_data();
     void nurseryKilled_workersAreStartedAllTheSame();
     void manyPlayers_leaveNothing();
     void manyPlayers_outliveTheirWorkers_data();
     void manyPlayers_outliveTheirWorkers();
     void sourceChangedOften_playsTheLast();
-    void sourceEnds_recorderSaysWhere();
     void fileCutWhilePlaying_isTold_data();
     void fileCutWhilePlaying_isTold();
     void diskBreaks_isTold_andMended_itPlays();
@@ -133,9 +131,9 @@ void tst_Faults::cleanup()
 
 void tst_Faults::workerKilled_reportsAnError_andPlaysOn_data()
 {
-    QTest::addColumn<bool>("isPlaying");
-    QTest::newRow("prepared") << false;
-    QTest::newRow("playing") << true;
+    const Rows<bool> row("isPlaying");
+    row("prepared", false);
+    row("playing", true);
 }
 
 void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
@@ -143,12 +141,9 @@ void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
     QFETCH(bool, isPlaying);
     MediaPlayer player;
     QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
-    QFile list(m_folder.filePath(QStringLiteral("twice.m3u")));
-    QVERIFY(list.open(QFile::WriteOnly));
-    list.write("tone.ogg\ntone.ogg\n");
-    list.close();
+    const QString list = writeFile(m_folder.filePath(QStringLiteral("twice.m3u")), "tone.ogg\ntone.ogg\n");
     QCOMPARE(player.setStatusInterval(50), MediaError::None);
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(list.fileName())), MediaError::None);
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(list)), MediaError::None);
     QCOMPARE(player.prepare(), MediaError::None);
     if (isPlaying) {
         QCOMPARE(player.seek(2, 22'000), MediaError::None);
@@ -176,56 +171,11 @@ void tst_Faults::workerKilled_reportsAnError_andPlaysOn()
     QCOMPARE(errors.count(), 1);
 }
 
-void tst_Faults::workerStopped_isTakenForDead()
-{
-    MediaPlayer player;
-    QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
-    QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    const QList<pid_t> stopped = signalWorkers(SIGSTOP);
-    QVERIFY(errors.wait(20'000));
-    for (const pid_t worker : stopped) {
-        ::kill(worker, SIGKILL);
-    }
-    QTRY_VERIFY(areGone(stopped));
-    QCOMPARE(player.play(), MediaError::None);
-}
-
-void tst_Faults::daemonGone_commandsFail_untilThereIsAnother()
-{
-    MediaPlayer player;
-    QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    const QList<pid_t> workers = workersOf(m_daemon->processId());
-    QVERIFY(!workers.isEmpty());
-    m_daemon->kill();
-    QCOMPARE(player.pause(), MediaError::Internal);
-    QCOMPARE(player.stop(), MediaError::Internal);
-    QCOMPARE(player.reset(), MediaError::Internal);
-    QTRY_VERIFY(areGone(workers));
-
-    QVERIFY(m_daemon->start());
-    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
-    QCOMPARE(player.setStatusInterval(50), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    QTRY_VERIFY(positions.size() > 3);
-}
-
-void tst_Faults::noDaemon_playerSaysSo()
-{
-    QVERIFY(m_daemon->stop());
-    MediaPlayer player;
-    QCOMPARE(player.setSourceUrl(m_url), MediaError::InvalidState);
-    QCOMPARE(player.prepare(), MediaError::InvalidState);
-    QCOMPARE(player.play(), MediaError::InvalidState);
-    QCOMPARE(player.mediaState(), MediaState::Unprepared);
-}
-
 void tst_Faults::nurseryKilled_workersAreStartedAllTheSame_data()
 {
-    QTest::addColumn<int>("half");
-    QTest::newRow("the one with the network") << 0;
-    QTest::newRow("the one without") << 1;
+    const Rows<int> row("half");
+    row("the one with the network", 0);
+    row("the one without", 1);
 }
 
 void tst_Faults::nurseryKilled_workersAreStartedAllTheSame()
@@ -271,11 +221,11 @@ void tst_Faults::manyPlayers_leaveNothing()
 
 void tst_Faults::manyPlayers_outliveTheirWorkers_data()
 {
-    QTest::addColumn<Moment>("moment");
-    QTest::newRow("prepare") << Moment::Prepare;
-    QTest::newRow("play") << Moment::Play;
-    QTest::newRow("seek") << Moment::Seek;
-    QTest::newRow("reset") << Moment::Reset;
+    const Rows<Moment> row("moment");
+    row("prepare", Moment::Prepare);
+    row("play", Moment::Play);
+    row("seek", Moment::Seek);
+    row("reset", Moment::Reset);
 }
 
 void tst_Faults::manyPlayers_outliveTheirWorkers()
@@ -363,27 +313,12 @@ void tst_Faults::sourceChangedOften_playsTheLast()
     QVERIFY(workersWith(m_url.toLocalFile().toUtf8(), m_daemon->processId()).isEmpty());
 }
 
-void tst_Faults::sourceEnds_recorderSaysWhere()
-{
-    QVERIFY(m_daemon->stop());
-    QVERIFY(m_daemon->start({QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true num-buffers=200 "
-                                            "samplesperbuffer=960 ! capsfilter caps=audio/x-raw,rate=48000")}));
-    AudioRecorder recorder;
-    QSignalSpy errors(&recorder, qOverload<MediaError::Type, uint>(&AudioRecorder::error));
-    recorder.setOutputUrl(QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("ends.wav"))));
-    QCOMPARE(recorder.record(), MediaError::None);
-    QVERIFY(errors.wait(20'000));
-    const uint position = errors.first().at(1).toUInt();
-    QVERIFY2(position > 3'900 && position < 4'100, qPrintable(QString::number(position)));
-}
-
 void tst_Faults::fileCutWhilePlaying_isTold_data()
 {
-    QTest::addColumn<bool>("isSought");
-    QTest::addColumn<bool>("isRepeated");
-    QTest::newRow("goes on") << false << false;
-    QTest::newRow("is sought in") << true << false;
-    QTest::newRow("is repeated") << false << true;
+    const Rows<bool, bool> row("isSought", "isRepeated");
+    row("goes on", false, false);
+    row("is sought in", true, false);
+    row("is repeated", false, true);
 }
 
 void tst_Faults::fileCutWhilePlaying_isTold()

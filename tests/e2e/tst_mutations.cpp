@@ -1,4 +1,5 @@
 #include "Daemon.h"
+#include "Files.h"
 #include "LogCatcher.h"
 #include "Media.h"
 
@@ -11,6 +12,8 @@
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <QtTest/QtTest>
+
+#include <Rows.h>
 
 #include <algorithm>
 #include <array>
@@ -72,12 +75,6 @@ private:
     std::mt19937 m_random;
 };
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 /** Damaged media: whatever is in a file, it is played or it fails. */
@@ -106,7 +103,7 @@ void tst_Mutations::initTestCase()
         const bool hasPicture = format == QLatin1String("mp4") || format == QLatin1String("mkv");
         const QString path = media::makeTone(m_folder.filePath("tone." + format),
                                              {.seconds = 2, .tags = {"title=Tone"}, .hasPicture = hasPicture});
-        m_media << contentOf(path);
+        m_media << readFile(path);
     }
 }
 
@@ -141,9 +138,9 @@ QString tst_Mutations::play(MediaPlayer &player, const QString &path)
 
 void tst_Mutations::mutatedFile_isPlayedOrFails_data()
 {
-    QTest::addColumn<int>("format");
+    const Rows<int> row("format");
     for (size_t i = 0; i < Formats.size(); ++i) {
-        QTest::newRow(Formats[i]) << static_cast<int>(i);
+        row(Formats[i], static_cast<int>(i));
     }
 }
 
@@ -163,10 +160,7 @@ void tst_Mutations::mutatedFile_isPlayedOrFails()
     auto log = std::make_unique<voro::test::LogCatcher>();
     for (int i = 0; i < count; ++i) {
         const unsigned seed = static_cast<unsigned>(format) * 10'000 + static_cast<unsigned>(i);
-        QFile file(path);
-        QVERIFY(file.open(QFile::WriteOnly | QFile::Truncate));
-        file.write(mutator.mutate(m_media[format], seed));
-        file.close();
+        writeFile(path, mutator.mutate(m_media[format], seed));
         const QString result = play(player, path);
         player.reset();
         QVERIFY2(!result.isEmpty(), qPrintable(QStringLiteral("seed %1 hangs").arg(seed)));

@@ -6,12 +6,11 @@
 #include "Talk.h"
 #include "TestBus.h"
 
-#include <multimedia/MetaData.h>
-#include <multimedia/NowPlayingConnection.h>
 #include <multimedia/NowPlayingController.h>
 
 #include <QtTest/QtTest>
 
+#include <Rows.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -130,23 +129,20 @@ class RemoteTest : public QObject {
 private Q_SLOTS:
     void getter_isQuick_whateverBecomesOfTheRole_data();
     void getter_isQuick_whateverBecomesOfTheRole();
-    void everything_worksAgain_afterServiceWasKilled();
 };
 
 void RemoteTest::getter_isQuick_whateverBecomesOfTheRole_data()
 {
-    QTest::addColumn<Holder>("holder");
-    QTest::addColumn<Stage::Bus>("bus");
     // Each getter is the first one, or finds what the one before left.
-    QTest::addColumn<bool>("isFirst");
-    QTest::newRow("free") << Holder::None << Stage::NoBus << false;
-    QTest::newRow("free, and the bus hangs") << Holder::None << Stage::BusHangs << true;
-    QTest::newRow("held") << Holder::Answers << Stage::NoBus << false;
-    QTest::newRow("the holder says nothing") << Holder::Ignores << Stage::NoBus << false;
-    QTest::newRow("the holder is stopped") << Holder::IsStopped << Stage::NoBus << false;
-    QTest::newRow("falls free meanwhile") << Holder::Ends << Stage::NoBus << true;
-    QTest::newRow("changes hands meanwhile") << Holder::GivesWay << Stage::NoBus << true;
-    QTest::newRow("the service dies meanwhile") << Holder::KillsService << Stage::NoBus << true;
+    const Rows<Holder, Stage::Bus, bool> row("holder", "bus", "isFirst");
+    row("free", Holder::None, Stage::NoBus, false);
+    row("free, and the bus hangs", Holder::None, Stage::BusHangs, true);
+    row("held", Holder::Answers, Stage::NoBus, false);
+    row("the holder says nothing", Holder::Ignores, Stage::NoBus, false);
+    row("the holder is stopped", Holder::IsStopped, Stage::NoBus, false);
+    row("falls free meanwhile", Holder::Ends, Stage::NoBus, true);
+    row("changes hands meanwhile", Holder::GivesWay, Stage::NoBus, true);
+    row("the service dies meanwhile", Holder::KillsService, Stage::NoBus, true);
 }
 
 void RemoteTest::getter_isQuick_whateverBecomesOfTheRole()
@@ -173,37 +169,6 @@ void RemoteTest::getter_isQuick_whateverBecomesOfTheRole()
         }
         QVERIFY2(shortest < Limit, qPrintable(QStringLiteral("%1: %2 ms").arg(QLatin1String(name)).arg(shortest)));
     }
-}
-
-void RemoteTest::everything_worksAgain_afterServiceWasKilled()
-{
-    const voro::test::LogCatcher log;
-    Daemon daemon;
-    NowPlayingConnection connection(QStringLiteral("a"));
-    NowPlayingController controller;
-    const auto title = [&] { return controller.metaData().value(MetaData::Title).toString(); };
-    const auto publish = [&](const QString &text) { connection.setMetaData({{MetaData::Title, text}}); };
-    connect(&controller, &NowPlayingController::metaDataChanged, this, [] {});
-    publish(QStringLiteral("A"));
-    QCOMPARE(connection.acquire(), MediaError::None);
-    QTRY_COMPARE(title(), QStringLiteral("A"));
-
-    daemon.kill();
-    QCOMPARE(controller.next(), MediaError::Write);
-    QTRY_COMPARE(title(), QString());
-    QCOMPARE(controller.mediaState(), MediaState::Stopped);
-    QVERIFY(!connection.isPreempted());
-    QCOMPARE(connection.revoke(), MediaError::None);
-    QCOMPARE(connection.acquire(), MediaError::Internal);
-
-    QVERIFY(daemon.start());
-    QCOMPARE(connection.acquire(), MediaError::None);
-    publish(QStringLiteral("B"));
-    QSignalSpy asked(&connection, &NowPlayingConnection::next);
-    connect(&controller, &NowPlayingController::trackChanged, this, [] {});
-    QTRY_COMPARE(title(), QStringLiteral("B"));
-    QCOMPARE(controller.next(), MediaError::None);
-    QTRY_COMPARE(asked.size(), 1);
 }
 
 QTEST_GUILESS_MAIN(RemoteTest)

@@ -1,14 +1,18 @@
 #include "Daemon.h"
 #include "Media.h"
+#include "Programs.h"
 #include "PulseServer.h"
 #include "Tone.h"
 
+#include <multimedia/AudioRecorder.h>
 #include <multimedia/MediaPlayer.h>
 #include <voro/audio_manager.h>
 
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
+
+#include <Rows.h>
 
 using namespace voro::multimedia;
 
@@ -22,7 +26,7 @@ QByteArray newest(MonitorRecorder &recorder, qsizetype bytes)
 
 } // namespace
 
-/** Whether what is played really sounds, heard at the sound server. */
+/** Whether what is played really sounds, heard at the sound server, and what is recorded there. */
 class tst_Sound : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -36,6 +40,8 @@ private Q_SLOTS:
     void serverEnds_shortMediumIsPlayedToItsEnd();
     void deviceGone_holds_data();
     void deviceGone_holds();
+    void recording_holdsWhatIsHeard();
+    void serverEnds_recordingStays();
 
 private:
     PulseServer m_server;
@@ -50,10 +56,7 @@ void tst_Sound::initTestCase()
 
 void tst_Sound::play_soundsAtTheSink_data()
 {
-    QTest::addColumn<QString>("name");
-    for (const char *name : {"tone.wav", "tone.ogg", "tone.mp3", "tone.m4a"}) {
-        QTest::newRow(name) << QString::fromLatin1(name);
-    }
+    Rows<QString>("name").each({"tone.wav", "tone.ogg", "tone.mp3", "tone.m4a"});
 }
 
 void tst_Sound::play_soundsAtTheSink()
@@ -124,9 +127,9 @@ void tst_Sound::filmSoughtToItsEnd_rightAfterPlay_ends()
 
 void tst_Sound::deviceGone_holds_data()
 {
-    QTest::addColumn<bool>("isAutoPause");
-    QTest::newRow("auto-pause") << true;
-    QTest::newRow("no auto-pause") << false;
+    const Rows<bool> row("isAutoPause");
+    row("auto-pause", true);
+    row("no auto-pause", false);
 }
 
 void tst_Sound::deviceGone_holds()
@@ -202,6 +205,50 @@ void tst_Sound::serverEnds_shortMediumIsPlayedToItsEnd()
     QTRY_COMPARE(completions.count(), 1);
     QCOMPARE(errors.count(), 1);
     m_server.start();
+}
+
+void tst_Sound::recording_holdsWhatIsHeard()
+{
+    MediaPlayer player;
+    const QString tone = media::makeTone(m_folder.filePath("record.wav"), {.seconds = 60});
+    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(tone)), MediaError::None);
+    QCOMPARE(player.play(), MediaError::None);
+    MonitorRecorder heard;
+    QVERIFY(heard.waitForTone(440, 200));
+
+    const QString file = m_folder.filePath("recorded.ogg");
+    AudioRecorder recorder;
+    recorder.setOutputUrl(QUrl::fromLocalFile(file));
+    QCOMPARE(recorder.setStatusInterval(50), MediaError::None);
+    QCOMPARE(recorder.record(), MediaError::None);
+    double level = 0;
+    connect(&recorder, &AudioRecorder::recordingLevelChanged, this, [&](double now) { level = std::max(level, now); });
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.duration() >= 1000, 20'000);
+    QCOMPARE(recorder.reset(), MediaError::None);
+    // Everything is there in the next line.
+    const QByteArray samples = decoded(file);
+    QVERIFY2(samples.size() >= 900 * 96, qPrintable(QString::number(samples.size() / 96)));
+    QVERIFY(tone::share(samples.mid(200 * 96), 440) > 0.95);
+    QVERIFY(level > 0.5);
+}
+
+void tst_Sound::serverEnds_recordingStays()
+{
+    const QString file = m_folder.filePath("cut.wav");
+    AudioRecorder recorder;
+    recorder.setOutputUrl(QUrl::fromLocalFile(file));
+    QCOMPARE(recorder.setStatusInterval(50), MediaError::None);
+    QCOMPARE(recorder.record(), MediaError::None);
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.duration() >= 500, 20'000);
+    QSignalSpy errors(&recorder, qOverload<MediaError::Type, unsigned>(&AudioRecorder::error));
+    m_server.kill();
+    QTRY_COMPARE(errors.size(), 1);
+    QCOMPARE(errors.first().first().value<MediaError::Type>(), MediaError::SourceUnavailable);
+    QCOMPARE(recorder.mediaState(), MediaState::Stopped);
+    // There is no source any more.
+    QCOMPARE(recorder.reset(), MediaError::None);
+    QCOMPARE(recorder.prepare(), MediaError::SourceUnavailable);
+    QVERIFY(decoded(file).size() >= 400 * 96);
 }
 
 QTEST_GUILESS_MAIN(tst_Sound)
