@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Daemon.h"
+#include "Files.h"
+#include "Rows.h"
 
 #include <QtCore/QProcess>
 #include <QtTest/QtTest>
@@ -79,10 +81,9 @@ inline QByteArray lastLine(const QByteArray &text)
 /** A daemon whose workers play into nothing and record silence, both in real time. */
 class SilentDaemon : public Daemon {
 public:
-    explicit SilentDaemon(int samplesAtOnce = 441) : Daemon(Later)
-    {
-        start({"VORO_AUDIO_SINK=fakesink sync=true",
-               QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true wave=silence samplesperbuffer=%1")
-                   .arg(samplesAtOnce)});
-    }
+    explicit SilentDaemon(int samplesAtOnce = 441)
+        : Daemon({"VORO_AUDIO_SINK=fakesink sync=true",
+                  QStringLiteral("VORO_AUDIO_SOURCE=audiotestsrc is-live=true wave=silence samplesperbuffer=%1")
+                      .arg(samplesAtOnce)})
+    {}
 };

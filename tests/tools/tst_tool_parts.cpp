@@ -22,7 +22,9 @@
 #include <QtTest/QtTest>
 
 #include <doctor/CodecsCheck.h>
+#include <Files.h>
 #include <netinet/in.h>
+#include <Rows.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -127,28 +129,21 @@ private Q_SLOTS:
 
 void tst_tool_parts::arguments_data()
 {
-    QTest::addColumn<QByteArrayList>("raw");
-    QTest::addColumn<QString>("reason");
-    QTest::addColumn<QByteArrayList>("operands");
-    QTest::addColumn<QByteArray>("value");
+    const Rows<QByteArrayList, QString, QByteArrayList, QByteArray> row("raw", "reason", "operands", "value");
     using List = QByteArrayList;
-    QTest::newRow("none") << List{} << QString() << List{} << QByteArray();
-    QTest::newRow("operands between options")
-        << List{"a", "--value", "1", "b", "--flag"} << QString() << List{"a", "b"} << QByteArray("1");
-    QTest::newRow("value after equals sign") << List{"--value=x=y"} << QString() << List{} << QByteArray("x=y");
-    QTest::newRow("negative value") << List{"--value", "-1"} << QString() << List{} << QByteArray("-1");
-    QTest::newRow("last value counts") << List{"--value=1", "--value=2"} << QString() << List{} << QByteArray("2");
-    QTest::newRow("end of options") << List{"--", "--flag", "--"} << QString() << List{"--flag", "--"} << QByteArray();
-    QTest::newRow("one dash is an operand") << List{"-"} << QString() << List{"-"} << QByteArray();
-    QTest::newRow("unknown") << List{"--flog"} << "unknown option '--flog'; did you mean '--flag'?" << List{}
-                             << QByteArray();
-    QTest::newRow("unknown with value") << List{"--flog=1"} << "unknown option '--flog'; did you mean '--flag'?"
-                                        << List{} << QByteArray();
-    QTest::newRow("short") << List{"-v"} << "unknown option '-v'" << List{} << QByteArray();
-    QTest::newRow("no abbreviations") << List{"--val", "1"} << "unknown option '--val'; did you mean '--value'?"
-                                      << List{} << QByteArray();
-    QTest::newRow("value missing") << List{"--value"} << "--value: V is missing" << List{} << QByteArray();
-    QTest::newRow("value too much") << List{"--flag=1"} << "--flag takes no value" << List{} << QByteArray();
+    row("none", List{}, {}, List{}, {});
+    row("operands between options", List{"a", "--value", "1", "b", "--flag"}, {}, List{"a", "b"}, "1");
+    row("value after equals sign", List{"--value=x=y"}, {}, List{}, "x=y");
+    row("negative value", List{"--value", "-1"}, {}, List{}, "-1");
+    row("last value counts", List{"--value=1", "--value=2"}, {}, List{}, "2");
+    row("end of options", List{"--", "--flag", "--"}, {}, List{"--flag", "--"}, {});
+    row("one dash is an operand", List{"-"}, {}, List{"-"}, {});
+    row("unknown", List{"--flog"}, "unknown option '--flog'; did you mean '--flag'?", List{}, {});
+    row("unknown with value", List{"--flog=1"}, "unknown option '--flog'; did you mean '--flag'?", List{}, {});
+    row("short", List{"-v"}, "unknown option '-v'", List{}, {});
+    row("no abbreviations", List{"--val", "1"}, "unknown option '--val'; did you mean '--value'?", List{}, {});
+    row("value missing", List{"--value"}, "--value: V is missing", List{}, {});
+    row("value too much", List{"--flag=1"}, "--flag takes no value", List{}, {});
 }
 
 void tst_tool_parts::arguments()
@@ -166,21 +161,19 @@ void tst_tool_parts::arguments()
 
 void tst_tool_parts::numbers_areRefused_outsideTheirRange_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<bool>("isNumber");
-    QTest::addColumn<bool>("isMilliseconds");
-    QTest::newRow("0") << QByteArray("0") << true << true;
-    QTest::newRow("1") << QByteArray("1") << true << true;
-    QTest::newRow("fraction") << QByteArray("0.25") << true << false;
-    QTest::newRow("above") << QByteArray("1.01") << false << false;
-    QTest::newRow("below") << QByteArray("-0.1") << false << false;
-    QTest::newRow("large") << QByteArray("4294967295") << false << true;
-    QTest::newRow("too large") << QByteArray("4294967296") << false << false;
-    QTest::newRow("not a number") << QByteArray("nan") << false << false;
-    QTest::newRow("infinite") << QByteArray("inf") << false << false;
-    QTest::newRow("text") << QByteArray("loud") << false << false;
-    QTest::newRow("unit") << QByteArray("1s") << false << false;
-    QTest::newRow("empty") << QByteArray("") << false << false;
+    const Rows<QByteArray, bool, bool> row("text", "isNumber", "isMilliseconds");
+    row("0", "0", true, true);
+    row("1", "1", true, true);
+    row("fraction", "0.25", true, false);
+    row("above", "1.01", false, false);
+    row("below", "-0.1", false, false);
+    row("large", "4294967295", false, true);
+    row("too large", "4294967296", false, false);
+    row("not a number", "nan", false, false);
+    row("infinite", "inf", false, false);
+    row("text", "loud", false, false);
+    row("unit", "1s", false, false);
+    row("empty", "", false, false);
 }
 
 void tst_tool_parts::numbers_areRefused_outsideTheirRange()
@@ -226,21 +219,17 @@ void tst_tool_parts::operandsMayBeginWithDash_afterTheFirst()
 
 void tst_tool_parts::medium_data()
 {
-    QTest::addColumn<QByteArray>("argument");
-    QTest::addColumn<bool>("isCreated");
     // The path that the library will open, or the URL as text; %1 is the working folder.
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("url");
+    const Rows<QByteArray, bool, QString, QString> row("argument", "isCreated", "path", "url");
     for (const char *name : {"plain.ogg", "with blank.ogg", "100%25.ogg", "50%.ogg", "a#b.ogg", "what?.ogg",
                              "a+b&c;d.ogg", "http:tune.ogg", "\xc3\xa4.ogg", "-", "line\nfeed.ogg"}) {
-        QTest::newRow(name) << QByteArray(name) << true << QStringLiteral("%1/") + QString::fromUtf8(name) << QString();
+        row(name, name, true, QStringLiteral("%1/") + QString::fromUtf8(name), {});
     }
-    QTest::newRow("missing") << QByteArray("no such.ogg") << false << "%1/no such.ogg" << QString();
-    QTest::newRow("absolute") << QByteArray("/no%41such/b.ogg") << false << "/no%41such/b.ogg" << QString();
-    QTest::newRow("drive-like") << QByteArray("c:tune.ogg") << false << "%1/c:tune.ogg" << QString();
-    QTest::newRow("http") << QByteArray("http://host:80/a%20b.ogg?x=1#y") << false << QString()
-                          << "http://host:80/a%20b.ogg?x=1#y";
-    QTest::newRow("file") << QByteArray("file:///tmp/a%2525.ogg") << false << "/tmp/a%25.ogg" << QString();
+    row("missing", "no such.ogg", false, "%1/no such.ogg", {});
+    row("absolute", "/no%41such/b.ogg", false, "/no%41such/b.ogg", {});
+    row("drive-like", "c:tune.ogg", false, "%1/c:tune.ogg", {});
+    row("http", "http://host:80/a%20b.ogg?x=1#y", false, {}, "http://host:80/a%20b.ogg?x=1#y");
+    row("file", "file:///tmp/a%2525.ogg", false, "/tmp/a%25.ogg", {});
 }
 
 void tst_tool_parts::medium()
@@ -273,9 +262,7 @@ void tst_tool_parts::medium_hasUsableUrl_forNameThatIsNoUtf8()
     QVERIFY(file);
     std::fputs("content", file);
     std::fclose(file);
-    QFile opened(mediumFromArgument(path).url.toLocalFile());
-    QVERIFY(opened.open(QIODevice::ReadOnly));
-    QCOMPARE(opened.readAll(), QByteArray("content"));
+    QCOMPARE(readFile(mediumFromArgument(path).url.toLocalFile()), QByteArray("content"));
     std::remove(path.constData());
 }
 
@@ -308,15 +295,14 @@ void tst_tool_parts::input_isRefused_whenItHasTooMuch()
 
 void tst_tool_parts::input_playsBeforeItsEnd_unlessItsContentsComeLater_data()
 {
-    QTest::addColumn<QByteArray>("beginning");
-    QTest::addColumn<bool>("plays");
+    const Rows<QByteArray, bool> row("beginning", "plays");
     const auto box = [](const char *type) { return QByteArray("\0\0\0\x10", 4) + type + QByteArray(8, 'x'); };
-    QTest::newRow("other format") << QByteArray("OggS") + QByteArray(12, 'x') << true;
-    QTest::newRow("too little to know") << QByteArray("OggS") << false;
-    QTest::newRow("contents first") << box("ftyp") + box("free") + box("moov") << true;
-    QTest::newRow("contents behind") << box("ftyp") + box("mdat") + box("moov") << false;
-    QTest::newRow("contents to come") << box("ftyp") << false;
-    QTest::newRow("broken length") << box("ftyp") + QByteArray(4, '\0') + "free" + QByteArray(8, 'x') << false;
+    row("other format", QByteArray("OggS") + QByteArray(12, 'x'), true);
+    row("too little to know", "OggS", false);
+    row("contents first", box("ftyp") + box("free") + box("moov"), true);
+    row("contents behind", box("ftyp") + box("mdat") + box("moov"), false);
+    row("contents to come", box("ftyp"), false);
+    row("broken length", box("ftyp") + QByteArray(4, '\0') + "free" + QByteArray(8, 'x'), false);
 }
 
 void tst_tool_parts::input_playsBeforeItsEnd_unlessItsContentsComeLater()
@@ -363,9 +349,7 @@ void tst_tool_parts::inputServer_passesEverythingOn_andKeepsLittle()
 void tst_tool_parts::codecs_areMissing_byPackagesOfTheList()
 {
     const QTemporaryDir empty;
-    QFile list(QStringLiteral(VORO_PACKAGES));
-    QVERIFY(list.open(QFile::ReadOnly));
-    const QByteArrayList packages = list.readAll().split('\n');
+    const QByteArrayList packages = readFile(QStringLiteral(VORO_PACKAGES)).split('\n');
     QString texts;
     for (const doctor::Finding &finding : doctor::CodecsCheck(empty.path()).examine()) {
         texts += finding.text + '\n';
@@ -385,14 +369,13 @@ void tst_tool_parts::codecs_areMissing_byPackagesOfTheList()
 
 void tst_tool_parts::keys_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QList<int>>("keys");
-    const auto row = [](const char *name, const QByteArray &bytes, std::initializer_list<Key> keys) {
+    const Rows<QByteArray, QList<int>> add("bytes", "keys");
+    const auto row = [&](const char *name, const QByteArray &bytes, std::initializer_list<Key> keys) {
         QList<int> numbers;
         for (Key key : keys) {
             numbers.append(static_cast<int>(key));
         }
-        QTest::newRow(name) << bytes << numbers;
+        add(name, bytes, numbers);
     };
     row("letters", " +-m[]np<>c?q",
         {Key::PlayPause, Key::Louder, Key::Softer, Key::Mute, Key::Slower, Key::Faster, Key::Next, Key::Previous,
@@ -422,13 +405,12 @@ void tst_tool_parts::keys()
 
 void tst_tool_parts::times_data()
 {
-    QTest::addColumn<unsigned>("milliseconds");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("0") << 0u << "0:00";
-    QTest::newRow("rounded down") << 1999u << "0:01";
-    QTest::newRow("minutes") << 754000u << "12:34";
-    QTest::newRow("hours") << 3661000u << "1:01:01";
-    QTest::newRow("largest") << 4294967295u << "1193:02:47";
+    const Rows<unsigned, QString> row("milliseconds", "text");
+    row("0", 0u, "0:00");
+    row("rounded down", 1999u, "0:01");
+    row("minutes", 754000u, "12:34");
+    row("hours", 3661000u, "1:01:01");
+    row("largest", 4294967295u, "1193:02:47");
 }
 
 void tst_tool_parts::times()
@@ -469,13 +451,12 @@ void tst_tool_parts::statusLine_showsHowFar()
 
 void tst_tool_parts::newFile_isNamedAsItStands_data()
 {
-    QTest::addColumn<QByteArray>("argument");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("absolute") << QByteArray("/folder/100%25 #1?.wav") << QString();
-    QTest::newRow("no URL") << QByteArray("/http://host/a.wav") << QString();
-    QTest::newRow("two bytes") << QByteArray("/\xc3\xa4.wav") << QString();
-    QTest::newRow("empty") << QByteArray() << "an empty name names no file";
-    QTest::newRow("not UTF-8") << QByteArray("/\xff.wav") << QStringLiteral("'/\ufffd.wav' is not UTF-8");
+    const Rows<QByteArray, QString> row("argument", "reason");
+    row("absolute", "/folder/100%25 #1?.wav", {});
+    row("no URL", "/http://host/a.wav", {});
+    row("two bytes", "/\xc3\xa4.wav", {});
+    row("empty", {}, "an empty name names no file");
+    row("not UTF-8", "/\xff.wav", "'/\ufffd.wav' is not UTF-8");
 }
 
 void tst_tool_parts::newFile_isNamedAsItStands()

@@ -1,6 +1,7 @@
 // voro play, into pipes and on a terminal.
 
 #include "Program.h"
+#include "Programs.h"
 #include "PseudoTerminal.h"
 
 #include <QtCore/QJsonDocument>
@@ -70,10 +71,7 @@ void tst_VoroPlay::saysWhatIsWrong_andPlaysTheNext()
     const QString sample = QStringLiteral(VORO_SAMPLE_FILE);
     const QString copy = daemon.folder() + "/100%25 #2?.ogg";
     QVERIFY(QFile::copy(sample, copy));
-    const QString junk = daemon.folder() + "/junk.ogg";
-    QFile file(junk);
-    QVERIFY(file.open(QFile::WriteOnly) && file.write("no music") > 0);
-    file.close();
+    const QString junk = writeFile(daemon.folder() + "/junk.ogg", "no music");
     const Result several = voro({"play", junk, missing, sample, junk, copy, junk, "--speed=4", "--json"});
     QCOMPARE(several.status, 1);
     QCOMPARE(several.out.count("\"signal\":\"playbackCompleted\"}"), 1);
@@ -123,8 +121,7 @@ void tst_VoroPlay::json_tellsTheWholeStory()
 
 void tst_VoroPlay::warns_whenThereIsNoSoundServer()
 {
-    Daemon daemon(Daemon::Later);
-    QVERIFY(daemon.start({"PULSE_SERVER=unix:/nonexistent"}));
+    const Daemon daemon(QStringList{"PULSE_SERVER=unix:/nonexistent"});
     const QByteArray warning = "no sound server answers; playing without sound";
     const QString sample = QStringLiteral(VORO_SAMPLE_FILE);
     const Result words = voro({"play", "--start=19500", sample, sample, "--speed=4"});
@@ -225,11 +222,7 @@ void tst_VoroPlay::plainOutput_isLines()
     QVERIFY2(result.out.contains("\n0:18 / 0:19\n"), result.out.constData());
     QVERIFY(!result.out.contains('\r') && !result.out.contains('\x1b'));
 
-    const QString list = daemon.folder() + "/list.m3u";
-    QFile file(list);
-    QVERIFY(file.open(QFile::WriteOnly));
-    file.write(QByteArray(VORO_SAMPLE_FILE "\n").repeated(2));
-    file.close();
+    const QString list = writeFile(daemon.folder() + "/list.m3u", QByteArray(VORO_SAMPLE_FILE "\n").repeated(2));
     const Result several = voro({"play", list, "--speed=4", "--start=18000"});
     QCOMPARE(several.status, 0);
     QVERIFY2(several.out.contains("track 1 of 2\n"), several.out.constData());
@@ -237,9 +230,7 @@ void tst_VoroPlay::plainOutput_isLines()
     QVERIFY2(several.out.contains("track 2 of 2\n"), several.out.constData());
 
     // The first track that plays is told of before their number is.
-    QVERIFY(file.open(QFile::WriteOnly));
-    file.write(QByteArray("none.ogg\n").repeated(60) + VORO_SAMPLE_FILE "\n");
-    file.close();
+    writeFile(list, QByteArray("none.ogg\n").repeated(60) + VORO_SAMPLE_FILE "\n");
     const Result last = voro({"play", list, "--speed=4"});
     QCOMPARE(last.status, 1);
     QVERIFY2(last.out.contains("track 61 of 61\n"), last.out.constData());
@@ -284,16 +275,13 @@ void tst_VoroPlay::chapters_areShownAndReached()
 {
     const SilentDaemon daemon;
     const QString book = daemon.folder() + "/book.mka";
-    QFile chapters(daemon.folder() + "/chapters");
-    QVERIFY(chapters.open(QFile::WriteOnly));
-    chapters.write(";FFMETADATA1\n");
+    QByteArray chapters = ";FFMETADATA1\n";
     for (const char *chapter : {"START=0\nEND=10\ntitle=One", "START=10\nEND=20\ntitle=Two", "START=20\nEND=30"}) {
-        chapters.write(QByteArray("[CHAPTER]\nTIMEBASE=1/1\n") + chapter + '\n');
+        chapters += QByteArray("[CHAPTER]\nTIMEBASE=1/1\n") + chapter + '\n';
     }
-    chapters.close();
-    const QStringList encode{"-loglevel",         "error",         "-f", "lavfi", "-t", "30", "-i", "anullsrc", "-i",
-                             chapters.fileName(), "-map_chapters", "1",  book};
-    QCOMPARE(QProcess::execute("ffmpeg", encode), 0);
+    const QString list = writeFile(daemon.folder() + "/chapters", chapters);
+    QVERIFY(runToEnd("ffmpeg", {"-loglevel", "error", "-f", "lavfi", "-t", "30", "-i", "anullsrc", "-i", list,
+                                "-map_chapters", "1", book}));
     PseudoTerminal terminal({VORO_PROGRAM, "play", QFile::encodeName(book)});
     QVERIFY(terminal.waitFor("chapter 1 of 3: One"));
     const std::pair<const char *, const char *> answers[] = {
@@ -335,14 +323,13 @@ void tst_VoroPlay::pipe_playsWhileItComes()
 {
     const SilentDaemon daemon;
     qputenv("TMPDIR", daemon.folder().toLocal8Bit());
-    QFile sample(QStringLiteral(VORO_SAMPLE_FILE));
-    QVERIFY(sample.open(QFile::ReadOnly));
+    const QByteArray sample = readFile(QStringLiteral(VORO_SAMPLE_FILE));
     RunningVoro playing({"play", "-", "--json"});
-    playing.write(sample.read(sample.size() / 2));
+    playing.write(sample.left(sample.size() / 2));
     QVERIFY(playing.waitFor(R"("title":"First Light")"));
     QVERIFY(playing.waitFor(R"("signal":"positionChanged")"));
     QCOMPARE(QDir(daemon.folder()).entryList({"voro-*"}, QDir::Files), QStringList());
-    playing.write(sample.readAll());
+    playing.write(sample.mid(sample.size() / 2));
     playing.closeWriteChannel();
     QVERIFY(playing.waitFor(R"("signal":"playbackCompleted")"));
     QVERIFY(playing.waitForFinished(PatienceMs));
@@ -352,12 +339,11 @@ void tst_VoroPlay::pipe_playsWhileItComes()
 
 void tst_VoroPlay::givesTerminalBack_data()
 {
-    QTest::addColumn<QByteArray>("keys");
-    QTest::addColumn<int>("signal");
-    QTest::newRow("^C") << QByteArray("\x03") << 0;
-    QTest::newRow("TERM") << QByteArray() << SIGTERM;
-    QTest::newRow("HUP") << QByteArray() << SIGHUP;
-    QTest::newRow("SEGV") << QByteArray() << SIGSEGV;
+    const Rows<QByteArray, int> row("keys", "signal");
+    row("^C", "\x03", 0);
+    row("TERM", {}, SIGTERM);
+    row("HUP", {}, SIGHUP);
+    row("SEGV", {}, SIGSEGV);
 }
 
 void tst_VoroPlay::givesTerminalBack()

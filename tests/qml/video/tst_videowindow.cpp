@@ -13,7 +13,9 @@
 
 #include <Daemon.h>
 #include <fcntl.h>
+#include <Files.h>
 #include <pps/FdPassing.h>
+#include <Rows.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -188,9 +190,7 @@ void tst_VideoWindow::initTestCase()
                   QStringLiteral("nullsrc=s=32x18:r=30:d=60,geq='255*mod(floor(N/pow(2,floor(X/2))),2)':128:128,"
                                  "scale=640:360:flags=neighbor"),
                   {"-c:v", "mpeg4", "-q:v", "2"});
-    QFile captions(m_folder.filePath("c.srt"));
-    QVERIFY(captions.open(QFile::WriteOnly));
-    captions.write("1\n00:00:01,000 --> 00:00:03,000\nWIDE WHITE WORDS\n");
+    writeFile(m_folder.filePath("c.srt"), "1\n00:00:01,000 --> 00:00:03,000\nWIDE WHITE WORDS\n");
 }
 
 void tst_VideoWindow::makeScene()
@@ -224,9 +224,7 @@ bool tst_VideoWindow::shows(const QList<std::pair<QPoint, QColor>> &points) cons
 void tst_VideoWindow::picture_isWhereItBelongs_data()
 {
     using Points = QList<std::pair<QPoint, QColor>>;
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QVariantMap>("properties");
-    QTest::addColumn<Points>("points");
+    const Rows<QString, QVariantMap, Points> row("name", "properties", "points");
     const auto corners = [](QRect area) {
         const QPoint margin(area.width() / 8, area.height() / 8);
         const QRect inner(area.topLeft() + margin, area.bottomRight() - margin);
@@ -235,27 +233,19 @@ void tst_VideoWindow::picture_isWhereItBelongs_data()
                       {inner.bottomLeft(), Qt::blue},
                       {inner.bottomRight(), Qt::white}};
     };
-    QTest::newRow("twice as large") << "one.mp4" << QVariantMap{} << corners({0, 0, 640, 480});
-    QTest::newRow("as it is") << "one.mp4" << QVariantMap{{"width", 320}, {"height", 240}}
-                              << corners({0, 0, 320, 240}) + Points{{{330, 250}, Qt::darkGray}};
-    QTest::newRow("bars above and below") << "one.mp4" << QVariantMap{{"width", 320}, {"height", 480}}
-                                          << corners({0, 120, 320, 240}) + Points{{{160, 60}, Qt::darkGray}};
-    QTest::newRow("stretched") << "one.mp4" << QVariantMap{{"width", 320}, {"height", 480}, {"fillMode", 0}}
-                               << corners({0, 0, 320, 480});
-    QTest::newRow("cut off") << "one.mp4" << QVariantMap{{"width", 320}, {"height", 480}, {"fillMode", 2}}
-                             << corners({0, 0, 320, 480});
-    QTest::newRow("wide pixels") << "wide.mp4" << QVariantMap{}
-                                 << corners({0, 120, 640, 240}) + Points{{{320, 60}, Qt::darkGray}};
-    QTest::newRow("upside down") << "one.mp4" << QVariantMap{{"rotation", 180}}
-                                 << Points{{{80, 60}, Qt::white},
-                                           {{560, 60}, Qt::blue},
-                                           {{80, 420}, Qt::green},
-                                           {{560, 420}, Qt::red}};
-    QTest::newRow("mirrored medium") << "other.mp4" << QVariantMap{}
-                                     << Points{{{80, 60}, Qt::green},
-                                               {{560, 60}, Qt::red},
-                                               {{80, 420}, Qt::white},
-                                               {{560, 420}, Qt::blue}};
+    row("twice as large", "one.mp4", QVariantMap{}, corners({0, 0, 640, 480}));
+    row("as it is", "one.mp4", QVariantMap{{"width", 320}, {"height", 240}},
+        corners({0, 0, 320, 240}) + Points{{{330, 250}, Qt::darkGray}});
+    row("bars above and below", "one.mp4", QVariantMap{{"width", 320}, {"height", 480}},
+        corners({0, 120, 320, 240}) + Points{{{160, 60}, Qt::darkGray}});
+    row("stretched", "one.mp4", QVariantMap{{"width", 320}, {"height", 480}, {"fillMode", 0}},
+        corners({0, 0, 320, 480}));
+    row("cut off", "one.mp4", QVariantMap{{"width", 320}, {"height", 480}, {"fillMode", 2}}, corners({0, 0, 320, 480}));
+    row("wide pixels", "wide.mp4", QVariantMap{}, corners({0, 120, 640, 240}) + Points{{{320, 60}, Qt::darkGray}});
+    row("upside down", "one.mp4", QVariantMap{{"rotation", 180}},
+        Points{{{80, 60}, Qt::white}, {{560, 60}, Qt::blue}, {{80, 420}, Qt::green}, {{560, 420}, Qt::red}});
+    row("mirrored medium", "other.mp4", QVariantMap{},
+        Points{{{80, 60}, Qt::green}, {{560, 60}, Qt::red}, {{80, 420}, Qt::white}, {{560, 420}, Qt::blue}});
 }
 
 void tst_VideoWindow::picture_isWhereItBelongs()
@@ -435,11 +425,8 @@ void tst_VideoWindow::itemGoes_whilePicturesCome()
 
 void tst_VideoWindow::lies_costThePictureOnly_data()
 {
-    QTest::addColumn<QString>("lie");
-    for (const char *lie :
-         {"too large", "may shrink", "no file", "stride", "slot", "generation", "garbage", "frame first"}) {
-        QTest::newRow(lie) << QString::fromLatin1(lie);
-    }
+    Rows<QString>("lie").each(
+        {"too large", "may shrink", "no file", "stride", "slot", "generation", "garbage", "frame first"});
 }
 
 void tst_VideoWindow::lies_costThePictureOnly()
