@@ -201,54 +201,45 @@ void LogTest::lines_ofAController()
     QCOMPARE(linesOf(log).last(), prefix + "pps state received: '\"paused\"");
 }
 
+using C = NowPlayingConnection;
 using NowPlaying = std::function<void(NowPlayingConnection &, NowPlayingConnectionPrivate &)>;
 
 void LogTest::lines_ofNowPlaying_data()
 {
     const Rows<NowPlaying, QString> row("act", "lines");
-    const auto setterRow = [&](const char *name, const std::function<void(NowPlayingConnection &)> &act,
-                               const char *lines) {
-        row(name, NowPlaying([=](NowPlayingConnection &connection, auto &) { act(connection); }), lines);
+    const auto set = [](auto method, auto... arguments) {
+        return NowPlaying(
+            [=](NowPlayingConnection &connection, auto &) { static_cast<void>((connection.*method)(arguments...)); });
     };
-    const auto messageRow = [&](const char *name, const QVariantMap &control, const char *lines) {
-        row(name, NowPlaying([=](auto &, NowPlayingConnectionPrivate &parts) { parts.handleControlMessage(control); }),
-            lines);
+    const auto message = [](const QVariantMap &control) {
+        return NowPlaying([=](auto &, NowPlayingConnectionPrivate &parts) { parts.handleControlMessage(control); });
     };
-    setterRow(
-        "position", [](auto &c) { c.setPosition(7); },
+    row("position", set(&C::setPosition, 7),
         "NowPlayingConnection::setPosition: postion=7 | NowPlayingConnection::setPosition: emit "
         "positionChanged() | NowPlayingConnection::setPosition:   position=7");
-    setterRow(
-        "icon", [](auto &c) { c.setIconUrl(QUrl(QStringLiteral("file:///music/a.png"))); },
+    row("icon", set(&C::setIconUrl, QUrl(QStringLiteral("file:///music/a.png"))),
         "NowPlayingConnection::setIconUrl: url=file:///s/s.png | NowPlayingConnection::setIconUrl: emit "
         "iconUrlChanged() | NowPlayingConnection::setIconUrl:   iconUrl=file:///s/s.png");
-    setterRow(
-        "relative icon", [](auto &c) { c.setIconUrl(QUrl(QStringLiteral("a.png"))); },
+    row("relative icon", set(&C::setIconUrl, QUrl(QStringLiteral("a.png"))),
         "NowPlayingConnection::setIconUrl: url=\"a.png\" | NowPlayingConnection::setIconUrl: emit "
         "iconUrlChanged() | NowPlayingConnection::setIconUrl:   iconUrl=\"a.png\"");
-    setterRow(
-        "state", [](auto &c) { c.setMediaState(MediaState::Paused); },
+    row("state", set(&C::setMediaState, MediaState::Paused),
         "NowPlayingConnection::setMediaState: state=3 | NowPlayingConnection::setMediaState: emit "
         "mediaStateChanged() | NowPlayingConnection::setMediaState:   mediaState=Paused");
-    setterRow(
-        "same next", [](auto &c) { c.setNextEnabled(true); },
+    row("same next", set(&C::setNextEnabled, true),
         "NowPlayingConnection::setNextEnabled: nextEnabled=true | NowPlayingConnection::setNextEnabled: Next "
         "button is already enabled");
-    setterRow(
-        "same shuffle mode", [](auto &c) { c.setShuffleMode(ShuffleMode::Unsupported); },
+    row("same shuffle mode", set(&C::setShuffleMode, ShuffleMode::Unsupported),
         "NowPlayingConnection::setShuffleMode: shuffleMode=0 | NowPlayingConnection::setShuffleMode: Ignoring "
         "setting the same repeat mode. shuffleMode=0");
-    setterRow(
-        "preemptable already", [](auto &c) { c.setPreemptable(true); },
+    row("preemptable already", set(&C::setPreemptable, true),
         "NowPlayingConnection::setPreemptable: preemptable=true | NowPlayingConnection::setPreemptable: This "
         "connection is already  preemtable");
-    setterRow(
-        "not preemptable", [](auto &c) { c.setPreemptable(false); },
+    row("not preemptable", set(&C::setPreemptable, false),
         "NowPlayingConnection::setPreemptable: preemptable=false | NowPlayingConnection::setPriorityLevel: "
         "priority level=1 | NowPlayingConnection::setPreemptable: emit preemptableChanged() | "
         "NowPlayingConnection::setPreemptable:   preemptable=false");
-    setterRow(
-        "track change", [](auto &c) { c.trackChange(); },
+    row("track change", set(&C::trackChange),
         "NowPlayingConnection::trackChange: Service not acquired. error=InvalidState");
     row("registration", NowPlaying([](auto &, NowPlayingConnectionPrivate &parts) {
             parts.registration(QStringLiteral("a"), PriorityLevel::High, OverlayStyle::Plain, 7, DeviceMode::Capture);
@@ -266,15 +257,15 @@ void LogTest::lines_ofNowPlaying_data()
         "NowPlayingConnectionPrivate::onInvalidate: force=false | "
         "NowPlayingConnectionPrivate::onInvalidate: Not sending data. "
         "acquired=false, send=false");
-    messageRow("watcher", {{"msg", "track"}, {"dat", "sendData"}},
-               "NowPlayingConnectionPrivate::handleControlMessage: control=QMap((\"dat\", QVariant(QString, "
-               "\"sendData\"))(\"msg\", QVariant(QString, \"track\"))) | "
-               "NowPlayingConnectionPrivate::handleControlMessage: SEND metadata | "
-               "NowPlayingConnectionPrivate::handleControlMessage: emit controllerActiveChanged() | "
-               "NowPlayingConnectionPrivate::handleControlMessage:   controllerActive=true");
-    messageRow("unknown message", {{"msg", "odd"}},
-               "NowPlayingConnectionPrivate::handleControlMessage: control=QMap((\"msg\", QVariant(QString, "
-               "\"odd\"))) | NowPlayingConnectionPrivate::handleControlMessage: Unknown message. msg=\"odd\"");
+    row("watcher", message({{"msg", "track"}, {"dat", "sendData"}}),
+        "NowPlayingConnectionPrivate::handleControlMessage: control=QMap((\"dat\", QVariant(QString, "
+        "\"sendData\"))(\"msg\", QVariant(QString, \"track\"))) | "
+        "NowPlayingConnectionPrivate::handleControlMessage: SEND metadata | "
+        "NowPlayingConnectionPrivate::handleControlMessage: emit controllerActiveChanged() | "
+        "NowPlayingConnectionPrivate::handleControlMessage:   controllerActive=true");
+    row("unknown message", message({{"msg", "odd"}}),
+        "NowPlayingConnectionPrivate::handleControlMessage: control=QMap((\"msg\", QVariant(QString, "
+        "\"odd\"))) | NowPlayingConnectionPrivate::handleControlMessage: Unknown message. msg=\"odd\"");
 }
 
 void LogTest::lines_ofNowPlaying()

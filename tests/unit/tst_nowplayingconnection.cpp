@@ -76,6 +76,12 @@ struct Fixture {
 
 using Action = std::function<void(Fixture &)>;
 
+template<typename Method, typename... Arguments>
+Action call(Method method, Arguments... arguments)
+{
+    return [=](Fixture &f) { static_cast<void>((f.connection.*method)(arguments...)); };
+}
+
 /** The metadata that is published, as the JSON of an otherwise new connection with these entries changed or added. */
 QString metaDataMessage(const QVariantMap &entries)
 {
@@ -216,23 +222,17 @@ void NowPlayingConnectionTest::acquire_worksAgain_afterServiceWent()
 void NowPlayingConnectionTest::registration_data()
 {
     const Rows<Action, QString> row("act", "data");
-    row(
-        "high priority", [](Fixture &f) { f.connection.setPriorityLevel(PriorityLevel::High); },
+    row("high priority", call(&C::setPriorityLevel, PriorityLevel::High),
         R"({"audio":"general","name":"player","overlay":"plain","prio":"high"})");
-    row(
-        "not preemptable", [](Fixture &f) { f.connection.setPreemptable(false); },
+    row("not preemptable", call(&C::setPreemptable, false),
         R"({"audio":"general","name":"player","overlay":"plain","prio":"high"})");
-    row(
-        "recorder", [](Fixture &f) { f.connection.setDeviceMode(DeviceMode::Capture); },
+    row("recorder", call(&C::setDeviceMode, DeviceMode::Capture),
         R"({"audio":"general","name":"player","overlay":"plain","prio":"low","recorder":true})");
-    row(
-        "name", [](Fixture &f) { f.connection.setConnectionName(QStringLiteral("a \"b\"")); },
+    row("name", call(&C::setConnectionName, QStringLiteral("a \"b\"")),
         R"({"audio":"general","name":"a \"b\"","overlay":"plain","prio":"low"})");
-    row(
-        "audio manager handle", [](Fixture &f) { f.connection.setAudioManagerHandle(4000000000U); },
+    row("audio manager handle", call(&C::setAudioManagerHandle, 4000000000U),
         R"({"audio":"general","audioman_handle":4000000000,"name":"player","overlay":"plain","prio":"low"})");
-    row(
-        "overlay", [](Fixture &f) { f.connection.setOverlayStyle(OverlayStyle::Fancy); },
+    row("overlay", call(&C::setOverlayStyle, OverlayStyle::Fancy),
         R"({"audio":"general","name":"player","overlay":"fancy","prio":"low"})");
 }
 
@@ -373,14 +373,12 @@ void NowPlayingConnectionTest::setter_data()
     const auto row = [&](const char *name, const Action &act, const char *signalText, const QStringList &messages,
                          const char *lines = "") { add(name, act, signalText, messages, lines); };
     const QVariantMap metaData{{"title", "A"}};
-    row("metadata", [=](Fixture &f) { f.connection.setMetaData(metaData); },
-        "metaDataChanged(QMap((title, QVariant(QString, A))))", {metaDataMessage({{"title", "A"}, {"track", "A"}})});
-    row("icon", [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("http://host/a"))); },
-        "iconUrlChanged(http://host/a)", {});
-    row("duration", [](Fixture &f) { f.connection.setDuration(7); }, "durationChanged(7)|durationChanged(uint 7)",
+    row("metadata", call(&C::setMetaData, metaData), "metaDataChanged(QMap((title, QVariant(QString, A))))",
+        {metaDataMessage({{"title", "A"}, {"track", "A"}})});
+    row("icon", call(&C::setIconUrl, QUrl(QStringLiteral("http://host/a"))), "iconUrlChanged(http://host/a)", {});
+    row("duration", call(&C::setDuration, 7), "durationChanged(7)|durationChanged(uint 7)",
         {metaDataMessage({{"duration", 7}})});
-    row("position", [](Fixture &f) { f.connection.setPosition(0); }, "positionChanged(0)|positionChanged(uint 0)",
-        {metaDataMessage({})});
+    row("position", call(&C::setPosition, 0), "positionChanged(0)|positionChanged(uint 0)", {metaDataMessage({})});
     row("two in a row",
         [](Fixture &f) {
             f.connection.setPosition(1);
@@ -388,32 +386,32 @@ void NowPlayingConnectionTest::setter_data()
         },
         "positionChanged(1)|positionChanged(uint 1)|durationChanged(2)|durationChanged(uint 2)",
         {metaDataMessage({{"duration", 2}, {"position", 1}}), metaDataMessage({{"duration", 2}, {"position", 1}})});
-    row("next", [](Fixture &f) { f.connection.setNextEnabled(false); }, "nextEnabledChanged(false)", {});
-    row("same next", [](Fixture &f) { f.connection.setNextEnabled(true); }, "", {});
-    row("previous", [](Fixture &f) { f.connection.setPreviousEnabled(false); }, "previousEnabledChanged(false)", {});
-    row("same previous", [](Fixture &f) { f.connection.setPreviousEnabled(true); }, "", {});
-    row("repeat mode", [](Fixture &f) { f.connection.setRepeatMode(RepeatMode::Track); }, "repeatModeChanged(Track)",
+    row("next", call(&C::setNextEnabled, false), "nextEnabledChanged(false)", {});
+    row("same next", call(&C::setNextEnabled, true), "", {});
+    row("previous", call(&C::setPreviousEnabled, false), "previousEnabledChanged(false)", {});
+    row("same previous", call(&C::setPreviousEnabled, true), "", {});
+    row("repeat mode", call(&C::setRepeatMode, RepeatMode::Track), "repeatModeChanged(Track)",
         {metaDataMessage({{"repeat_mode", "track"}})});
-    row("same repeat mode", [](Fixture &f) { f.connection.setRepeatMode(RepeatMode::Unsupported); }, "", {});
-    row("shuffle mode", [](Fixture &f) { f.connection.setShuffleMode(ShuffleMode::All); }, "shuffleModeChanged(All)",
+    row("same repeat mode", call(&C::setRepeatMode, RepeatMode::Unsupported), "", {});
+    row("shuffle mode", call(&C::setShuffleMode, ShuffleMode::All), "shuffleModeChanged(All)",
         {metaDataMessage({{"shuffle_mode", "all"}})});
-    row("same shuffle mode", [](Fixture &f) { f.connection.setShuffleMode(ShuffleMode::Unsupported); }, "", {});
-    row("paused", [](Fixture &f) { f.connection.setMediaState(MediaState::Paused); }, "mediaStateChanged(Paused)",
+    row("same shuffle mode", call(&C::setShuffleMode, ShuffleMode::Unsupported), "", {});
+    row("paused", call(&C::setMediaState, MediaState::Paused), "mediaStateChanged(Paused)",
         {"dat::paused|msg::state|"});
-    row("prepared", [](Fixture &f) { f.connection.setMediaState(MediaState::Prepared); }, "mediaStateChanged(Prepared)",
+    row("prepared", call(&C::setMediaState, MediaState::Prepared), "mediaStateChanged(Prepared)",
         {"dat::stopped|msg::state|"});
-    row("same state", [](Fixture &f) { f.connection.setMediaState(MediaState::Stopped); }, "mediaStateChanged(Stopped)",
+    row("same state", call(&C::setMediaState, MediaState::Stopped), "mediaStateChanged(Stopped)",
         {"dat::stopped|msg::state|"});
     row("track change", [](Fixture &f) { QCOMPARE(f.connection.trackChange(), MediaError::None); }, "",
         {"dat::trackchange|msg::state|"});
-    row("overlay", [](Fixture &f) { f.connection.setOverlayStyle(OverlayStyle::Fancy); }, "overlayStyleChanged(Fancy)",
+    row("overlay", call(&C::setOverlayStyle, OverlayStyle::Fancy), "overlayStyleChanged(Fancy)",
         {R"(dat:json:{"audio":"general","name":"player","overlay":"fancy","prio":"low"}|msg::register|)"});
-    row("same overlay", [](Fixture &f) { f.connection.setOverlayStyle(OverlayStyle::Plain); }, "", {});
-    row("handle", [](Fixture &f) { f.connection.setAudioManagerHandleQml(7); },
+    row("same overlay", call(&C::setOverlayStyle, OverlayStyle::Plain), "", {});
+    row("handle", call(&C::setAudioManagerHandleQml, 7),
         "audioManagerHandleChanged(7)|audioManagerHandleChanged(uint 7)",
         {R"(dat:json:{"audio":"general","audioman_handle":7,"name":"player","overlay":"plain","prio":"low"}|)"
          "msg::register|"});
-    row("same handle", [](Fixture &f) { f.connection.setAudioManagerHandle(0); }, "", {});
+    row("same handle", call(&C::setAudioManagerHandle, 0), "", {});
     row(
         "variants that are none",
         [](Fixture &f) {
@@ -425,8 +423,7 @@ void NowPlayingConnectionTest::setter_data()
         "W NowPlayingConnection::setPositionQml: Unable to convert variant position. position=\"abc\"|"
         "W NowPlayingConnection::setDurationQml: Unable to convert variant duration. duration=\"abc\"|"
         "W NowPlayingConnection::setAudioManagerHandleQml: Unable to convert variant handle.");
-    row(
-        "preemptable, too late", [](Fixture &f) { f.connection.setPreemptable(false); }, "", {},
+    row("preemptable, too late", call(&C::setPreemptable, false), "", {},
         "W NowPlayingConnection::setPreemptable: Attempting to set preemptable after creation.");
     row(
         "metadata that no message can hold",
@@ -463,9 +460,7 @@ void NowPlayingConnectionTest::metaData_data()
     const auto row = [&](const char *name, const Action &given, const QVariantMap &entries) {
         add(name, given, metaDataMessage(entries));
     };
-    const auto withMetaData = [](const QVariantMap &metaData) {
-        return [=](Fixture &f) { f.connection.setMetaData(metaData); };
-    };
+    const auto withMetaData = [](const QVariantMap &metaData) { return call(&C::setMetaData, metaData); };
     row("title and number", withMetaData({{"title", "A"}, {"track", 3}}),
         {{"title", "A"}, {"track", "A"}, {"track_number", "3"}});
     row("number alone", withMetaData({{"track", 3}}), {{"track", 3}, {"track_number", "3"}});
@@ -480,17 +475,16 @@ void NowPlayingConnectionTest::metaData_data()
         },
         {{"nextEnabled", false}, {"prevEnabled", false}, {"repeat_mode", "none"}, {"shuffle_mode", "off"}});
     const QString here = QCoreApplication::applicationFilePath();
-    row("icon", [=](Fixture &f) { f.connection.setIconUrl(QUrl::fromLocalFile(here)); },
+    row("icon", call(&C::setIconUrl, QUrl::fromLocalFile(here)),
         {{"albumArtwork", QString(QLatin1String("file://") + here)}});
     QUrl icon = QUrl::fromLocalFile(writeFile(m_folder.filePath(QStringLiteral("ä b%20.png")), {}));
     const QString artwork = QString::fromLatin1(icon.toEncoded());
-    row("icon with a blank, an umlaut and a percent sign", [=](Fixture &f) { f.connection.setIconUrl(icon); },
-        {{"albumArtwork", artwork}});
+    row("icon with a blank, an umlaut and a percent sign", call(&C::setIconUrl, icon), {{"albumArtwork", artwork}});
     icon.setScheme({});
-    row("the same without a scheme", [=](Fixture &f) { f.connection.setIconUrl(icon); }, {{"albumArtwork", artwork}});
-    row("missing icon", [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("file:///no/such/file"))); },
+    row("the same without a scheme", call(&C::setIconUrl, icon), {{"albumArtwork", artwork}});
+    row("missing icon", call(&C::setIconUrl, QUrl(QStringLiteral("file:///no/such/file"))),
         {{"albumArtwork", "file:///no/such/file"}});
-    row("icon in the net", [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("http://host/a.png"))); }, {});
+    row("icon in the net", call(&C::setIconUrl, QUrl(QStringLiteral("http://host/a.png"))), {});
 }
 
 void NowPlayingConnectionTest::metaData()
@@ -545,7 +539,7 @@ void NowPlayingConnectionTest::connection_mayGo_inEachSlot_data()
 {
     const Rows<Action, Action, int> row("given", "act", "signalCount");
     const Action nothing = [](Fixture &) {};
-    const Action acquire = [](Fixture &f) { f.connection.acquire(); };
+    const Action acquire = call(&C::acquire);
     const Action acquired = [](Fixture &f) { f.acquire(); };
     const auto message = [](const char *text) -> Action {
         return [text = QString::fromLatin1(text)](Fixture &f) {
@@ -562,22 +556,12 @@ void NowPlayingConnectionTest::connection_mayGo_inEachSlot_data()
                               R"(msg::track|dat:json:{"command":"repeat"})", "res::acquire"});
         },
         acquire, 4);
-    row(
-        "revoke", acquired, [](Fixture &f) { f.connection.revoke(); }, 1);
-    row(
-        "position", acquired, [](Fixture &f) { f.connection.setPosition(7); }, 2);
-    row(
-        "duration", acquired, [](Fixture &f) { f.connection.setDuration(7); }, 2);
-    row(
-        "handle", acquired, [](Fixture &f) { f.connection.setAudioManagerHandle(7); }, 2);
-    row(
-        "metadata", acquired,
-        [](Fixture &f) {
-            f.connection.setMetaData({{"title", "A"}});
-        },
-        1);
-    row(
-        "icon", acquired, [](Fixture &f) { f.connection.setIconUrl(QUrl(QStringLiteral("file:///a.png"))); }, 1);
+    row("revoke", acquired, call(&C::revoke), 1);
+    row("position", acquired, call(&C::setPosition, 7), 2);
+    row("duration", acquired, call(&C::setDuration, 7), 2);
+    row("handle", acquired, call(&C::setAudioManagerHandle, 7), 2);
+    row("metadata", acquired, call(&C::setMetaData, QVariantMap{{"title", "A"}}), 1);
+    row("icon", acquired, call(&C::setIconUrl, QUrl(QStringLiteral("file:///a.png"))), 1);
     row("command", acquired, message("msg::track|dat::next"), 1);
     row("watcher", acquired, message("msg::track|dat::sendData"), 1);
     row("role taken away", acquired, message("msg::revoke|dat:json:{}"), 1);
