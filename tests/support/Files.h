@@ -3,9 +3,9 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-/* Whole files at once. What fails ends the test program. */
+/* Whole files at once. */
 
-/** Makes a file, or replaces it; its path. */
+/** Makes a file, or replaces it, and returns its path; ends the test program when that fails. */
 QString writeFile(const QString &path, const QByteArray &content);
 /** What a file holds; nothing when it is not there. */
 QByteArray readFile(const QString &path);

@@ -30,7 +30,7 @@ public:
     QString next();
     /** The next so many. */
     QStringList next(int count);
-    /** What came since the last call, with everything that this process wrote before. */
+    /** What came since the last call; everything that the library has written by now is among it. */
     QStringList take();
 
     void clientOpened(voro::pps::ClientId client, const voro::pps::Peer &peer) override;
@@ -44,7 +44,7 @@ private:
     /** Used in the broker's thread only. */
     voro::pps::Broker *m_broker = nullptr;
     const std::string m_path;
-    /** What it writes comes behind all that the library's objects wrote: it counts with them. */
+    /** What it writes is handled after all that the library's objects have written. */
     voro::PpsObject m_marker;
     std::mutex m_mutex;
     std::condition_variable m_wake;
