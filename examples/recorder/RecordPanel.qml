@@ -43,7 +43,10 @@ Pane {
     }
 
     function check(result: int): bool {
-        if (result !== MediaError.None)
+        // Where to record from is the only source that there is.
+        if (result === MediaError.SourceUnavailable)
+            failed(qsTr("There is no microphone, or the sound server does not answer."));
+        else if (result !== MediaError.None)
             failed(MediaErrors.text(result));
         return result === MediaError.None;
     }

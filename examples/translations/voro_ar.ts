@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>القنوات</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>لا يوجد ميكروفون، أو خادم الصوت لا يستجيب.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>

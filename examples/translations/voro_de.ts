@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>Kanäle</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Es gibt kein Mikrofon, oder der Tonserver antwortet nicht.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>

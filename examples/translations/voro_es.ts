@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>Canales</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>No hay micrófono o el servidor de sonido no responde.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>

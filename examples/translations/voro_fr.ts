@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>Canaux</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Il n’y a pas de microphone, ou le serveur de son ne répond pas.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>

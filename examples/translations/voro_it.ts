@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>Canali</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Non c’è un microfono oppure il server audio non risponde.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>

@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>チャンネル</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>マイクがないか、サウンドサーバーが応答しません。</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>

@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>Kanały</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Nie ma mikrofonu albo serwer dźwięku nie odpowiada.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>

@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>Canais</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Não há microfone ou o servidor de som não responde.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>

@@ -921,6 +921,10 @@
         <source>Channels</source>
         <translation>声道</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>没有麦克风，或声音服务器没有响应。</translation>
+    </message>
 </context>
 <context>
     <name>RecordingLine</name>
