@@ -76,9 +76,9 @@ double Files::sizeOf(const QUrl &url) const
     return static_cast<double>(QFileInfo(url.toLocalFile()).size());
 }
 
-double Files::freeSpaceOf(const QUrl &url) const
+double Files::freeSpaceOf(const QUrl &folder) const
 {
-    return static_cast<double>(QStorageInfo(QFileInfo(url.toLocalFile()).path()).bytesAvailable());
+    return static_cast<double>(QStorageInfo(folder.toLocalFile()).bytesAvailable());
 }
 
 QUrl Files::folderOf(const QUrl &url) const

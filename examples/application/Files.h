@@ -29,8 +29,8 @@ public:
     Q_INVOKABLE QString nameOf(const QUrl &url) const;
     /** In bytes. */
     Q_INVOKABLE double sizeOf(const QUrl &url) const;
-    /** What is left in bytes where the file is or is to be. */
-    Q_INVOKABLE double freeSpaceOf(const QUrl &url) const;
+    /** What is left in bytes in the file system of that folder. */
+    Q_INVOKABLE double freeSpaceOf(const QUrl &folder) const;
     Q_INVOKABLE QUrl folderOf(const QUrl &url) const;
     /** As people write it. */
     Q_INVOKABLE QString pathOf(const QUrl &url) const;
