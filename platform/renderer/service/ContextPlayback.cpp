@@ -1,0 +1,283 @@
+#include "Context.h"
+#include "ContextRules.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace voro::renderer {
+
+namespace {
+
+Result noInput()
+{
+    return {ErrorCode::InvalidState, "there is no input"};
+}
+
+} // namespace
+
+void Context::play(const pps::Message &)
+{
+    if (!m_input) {
+        finish(noInput());
+    } else if (m_state == State::Playing) {
+        finish({});
+    } else if (const Result problem = checkRecording(); !problem) {
+        finish(problem);
+    } else if (m_isOpen) {
+        startPlaying();
+    } else if (m_deaths >= MostDeaths) {
+        finish({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
+    } else {
+        open(*m_input, [this](const Result &result) {
+            m_isOpen = static_cast<bool>(result);
+            if (m_isOpen) {
+                startPlaying();
+            } else {
+                finish(result);
+            }
+        });
+    }
+}
+
+/** Whether a recording could begin now. */
+Result Context::checkRecording() const
+{
+    if (!isRecording()) {
+        return {};
+    }
+    const RecordingFile *file = m_journal.file();
+    return file && !file->isUsed() ? Result() : Result(ErrorCode::InvalidState, "there is no file, or it is finished");
+}
+
+void Context::startPlaying()
+{
+    if (isRecording()) {
+        const auto recording = OpenRecording::make(m_view, m_journal.file()->path(), m_owner);
+        waitForDisk(
+            m_journal.file()->path(), [recording] { return recording->open(); },
+            [this, recording](const Result &result) { startRecording(recording, result); });
+        return;
+    }
+    m_engine->ask("play", {}, [this](const Result &result) {
+        showPlaying(result);
+        finish(result);
+    });
+}
+
+void Context::startRecording(const std::shared_ptr<OpenRecording> &recording, const Result &opened)
+{
+    if (!opened) {
+        letGo(recording, opened);
+        return;
+    }
+    // The worker may have died meanwhile.
+    if (!m_isOpen || !m_engine->pass(recording->descriptor())) {
+        letGo(recording, {ErrorCode::Internal, "the worker does not take the file"});
+        return;
+    }
+    m_engine->ask("play", {}, [this, recording](const Result &result) {
+        if (result) {
+            recording->keep();
+            m_journal.file()->setUsed();
+        }
+        showPlaying(result);
+        letGo(recording, result);
+    });
+}
+
+/** Finishes a play when the daemon has nothing to do with the file any more. */
+void Context::letGo(const std::shared_ptr<OpenRecording> &recording, const Result &result)
+{
+    const auto work = [recording] {
+        recording->letGo();
+        return Result();
+    };
+    waitForDisk(m_journal.file()->path(), work, [this, result](const Result &) { finish(result); });
+}
+
+void Context::showPlaying(const Result &result)
+{
+    if (result) {
+        m_resume.reset();
+        setState(State::Playing);
+    }
+}
+
+void Context::stop(const pps::Message &)
+{
+    if (m_input && m_state == State::Playing) {
+        stopPlaying([this](const Result &result) { finish(result); });
+        return;
+    }
+    if (m_hasEnded) {
+        if (!m_hasFailed && !m_resume) {
+            // Playing would begin anew.
+            m_resume = TrackPosition{1, 0};
+        }
+        setState(m_state);
+    }
+    finish({});
+}
+
+void Context::stopPlaying(Engine::Done done)
+{
+    m_engine->ask("stop", {}, [this, done = std::move(done)](const Result &result) {
+        if (result) {
+            m_deaths = 0;
+            m_resume.reset();
+            setState(State::Stopped);
+        }
+        done(result);
+    });
+}
+
+void Context::speedSet(const pps::Message &message)
+{
+    const int64_t speed = message.number("speed", -1);
+    if (!m_input) {
+        finish(noInput());
+        return;
+    }
+    if (!isSpeed(speed, isRecording())) {
+        finish({ErrorCode::UnsupportedValue, "the speed is out of its range"});
+        return;
+    }
+    m_isSpeedTaken = false;
+    const auto done = [this, speed = static_cast<int>(speed)](const Result &result) {
+        if (result && !m_isSpeedTaken && speed != m_speed) {
+            setSpeed(speed);
+        }
+        finish(result);
+    };
+    // What does not play takes any speed.
+    const bool canFail = m_isOpen && m_state == State::Playing;
+    if (m_isOpen) {
+        std::string line;
+        pps::appendNumber(line, "speed", speed);
+        m_engine->ask("speed", line, canFail ? Engine::Done(done) : Engine::Done([](const Result &) {}));
+    }
+    if (!canFail) {
+        done({});
+    }
+}
+
+void Context::seek(const pps::Message &message)
+{
+    if (!m_input) {
+        finish(noInput());
+        return;
+    }
+    const auto parsed = parsePosition(message.text("position"));
+    TrackPosition target =
+        parsed ? TrackPosition{parsed->track.value_or(m_position.track), parsed->milliseconds} : TrackPosition{0, 0};
+    if (target.track == 0 || target.track > m_total) {
+        finish({ErrorCode::InvalidParameter, "there is no such position"});
+        return;
+    }
+    if (m_isOpen) {
+        std::string lines;
+        pps::appendNumber(lines, "track", target.track);
+        pps::appendNumber(lines, "position", target.milliseconds);
+        m_engine->ask("seek", lines, [this, target](const Result &result) {
+            if (result && m_state != State::Playing) {
+                m_resume = target;
+            }
+            finish(result);
+        });
+    } else if (target.track != m_position.track && !m_hasFailed && !m_kinds.empty()) {
+        m_resume = target;
+        reopen(Purpose::GoOn, [this](const Result &result) { finish(result); });
+    } else {
+        if (target.track != m_position.track) {
+            m_folder.setQueue(target.track, m_total);
+        }
+        if (const int64_t duration = kindOf(target.track).duration; duration > 0) {
+            target.milliseconds = std::min(target.milliseconds, duration);
+        }
+        m_resume = m_position = target;
+        m_folder.setPosition(target.milliseconds);
+        finish({});
+    }
+}
+
+const char *Context::nameOf(State state)
+{
+    switch (state) {
+    case State::Idle:
+        return "idle";
+    case State::Stopped:
+        return "stopped";
+    case State::Playing:
+        return "playing";
+    }
+    return "";
+}
+
+void Context::setState(State state, const std::optional<Folder::Ending> &ending)
+{
+    m_state = state;
+    m_hasEnded = ending.has_value();
+    m_hasFailed = ending && ending->code != ErrorCode::None;
+    watchEngine();
+    if (m_engine) {
+        m_engine->setCompleting(state == State::Playing && isRecording());
+    }
+    // A recorder that is ready must not look like one that was reset.
+    const bool isReadyRecorder = state == State::Stopped && isRecording();
+    m_folder.setState(nameOf(state), m_speed,
+                      isReadyRecorder && !ending ? Folder::Ending{ErrorCode::None, m_position} : ending);
+}
+
+void Context::setSpeed(int speed)
+{
+    m_speed = speed;
+    m_folder.setSpeed(speed);
+    watchEngine();
+}
+
+Context::Kind Context::kindOf(unsigned track) const
+{
+    const auto found = m_kinds.find(track);
+    return found == m_kinds.end() ? Kind() : found->second;
+}
+
+/** Whether the journal and the position are enough to go on with another engine. */
+bool Context::canPark() const
+{
+    const Kind kind = kindOf(m_position.track);
+    if (!m_isOpen || m_hasFailed || isRecording() || !kind.isSeekable) {
+        return false;
+    }
+    const bool isPictureShown = (kind.isFilm && m_journal.hasVideo()) || m_journal.hasCaptions();
+    return m_state == State::Stopped || (m_state == State::Playing && m_speed == 0 && !isPictureShown);
+}
+
+/** A context that rests gives its engine back after a while. */
+void Context::updateParking()
+{
+    if (canPark()) {
+        m_parking.start(m_parkingDelay);
+    } else {
+        m_parking.stop();
+    }
+}
+
+void Context::park()
+{
+    if (!m_isBusy && canPark()) {
+        keepTrack();
+        m_isOpen = false;
+        m_engine.reset();
+    }
+}
+
+/** A paused engine is left to sleep: whether it lives shows with the next request. */
+void Context::watchEngine()
+{
+    if (m_engine) {
+        m_engine->setWatched(m_state == State::Playing && m_speed != 0);
+    }
+    updateParking();
+}
+
+} // namespace voro::renderer
