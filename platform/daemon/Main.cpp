@@ -45,6 +45,8 @@ int complain(const std::string &problem, int status)
 int serve(int argc, char **argv, const std::string &folder, voro::Socket &socket, voro::Background &background,
           int idleExit)
 {
+    // It comes to whoever holds a lease on a file that somebody opens.
+    std::signal(SIGIO, SIG_IGN);
     QCoreApplication application(argc, argv);
     voro::pps::Broker broker;
     QSocketNotifier brokerReady(broker.fd(), QSocketNotifier::Read);

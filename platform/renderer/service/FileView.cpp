@@ -8,42 +8,55 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <map>
 #include <utility>
 
 namespace voro::renderer {
 
 namespace {
 
-/** What tells an object of the kernel from others; empty when there is none. */
-std::string identityOf(const std::string &path)
+/** What tells a file from others, as the kernel knows it without asking the disk; empty when there is none. */
+std::string identityOf(const pps::Fd &file)
 {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino)
-                                            : std::string();
+    struct statx status {};
+    return statx(file.get(), "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, STATX_INO, &status) == 0
+               ? std::to_string(status.stx_dev_major) + ':' + std::to_string(status.stx_dev_minor) + ':'
+                     + std::to_string(status.stx_ino)
+               : std::string();
+}
+
+pps::Fd placeOf(const std::string &process, const char *name)
+{
+    return pps::Fd(open((process + name).c_str(), O_PATH | O_CLOEXEC));
 }
 
 /** The mount namespace and the root of a process; empty when the system does not say. */
-std::string viewOf(const std::string &process)
+std::string viewOf(const std::string &process, const pps::Fd &root)
 {
-    const std::string mounts = identityOf(process + "/ns/mnt");
-    const std::string root = identityOf(process + "/root/.");
-    return mounts.empty() || root.empty() ? std::string() : mounts + '/' + root;
+    const std::string mounts = identityOf(placeOf(process, "/ns/mnt"));
+    const std::string place = identityOf(root);
+    return mounts.empty() || place.empty() ? std::string() : mounts + '/' + place;
 }
 
 } // namespace
 
 FileView::Shared FileView::of(pid_t process)
 {
+    static std::map<std::string, std::weak_ptr<const FileView>> views;
     const std::string folder = "/proc/" + std::to_string(process);
-    std::string name = viewOf(folder);
-    pps::Fd root;
-    if (!name.empty() && name != viewOf("/proc/self")) {
-        root.reset(::open((folder + "/root").c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    }
-    if (!root.isValid()) {
+    pps::Fd root = placeOf(folder, "/root");
+    std::string name = viewOf(folder, root);
+    if (name.empty() || name == viewOf("/proc/self", placeOf("/proc/self", "/root"))) {
         name.clear();
+        root.reset();
     }
-    return Shared(new FileView(std::move(root), std::move(name)));
+    std::erase_if(views, [](const auto &view) { return view.second.expired(); });
+    if (auto known = views[name].lock()) {
+        return known;
+    }
+    const Shared view(new FileView(std::move(root), name));
+    views[name] = view;
+    return view;
 }
 
 pps::Fd FileView::open(const std::string &path, int flags, mode_t mode) const
@@ -55,11 +68,15 @@ pps::Fd FileView::open(const std::string &path, int flags, mode_t mode) const
     how.flags = static_cast<uint64_t>(flags);
     how.mode = mode;
     how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
+    // Something may be renamed at this very moment, and by intent again and again.
+    constexpr int MostAttempts = 100;
     pps::Fd file;
-    do {
+    for (int attempt = 0; attempt < MostAttempts; ++attempt) {
         file.reset(static_cast<int>(syscall(SYS_openat2, m_root.get(), path.c_str(), &how, sizeof how)));
-        // Something was renamed at this very moment.
-    } while (!file.isValid() && errno == EAGAIN);
+        if (file.isValid() || errno != EAGAIN) {
+            break;
+        }
+    }
     return file;
 }
 

@@ -16,7 +16,10 @@ class FileView {
 public:
     using Shared = std::shared_ptr<const FileView>;
 
-    /** The view of a process; this process's own where it is the same, or where the system does not let it be known. */
+    /**
+     * The view of a process, which processes share that see the same; this process's own where it is the same, or where
+     * the system does not let it be known. Does not wait for a disk, and belongs to the event loop.
+     */
     static Shared of(pid_t process);
 
     /** As open(2); invalid with errno. Links lead nowhere beyond the view. */

@@ -39,6 +39,8 @@ public:
     void open(const pps::Message &request, int64_t id);
     /** The same for a change of all but the medium. */
     void set(const pps::Message &request);
+    /** Lets go of the files in memory that nobody uses any more. */
+    void releaseMemory() { m_memory.release(); }
 
 private:
     class Permission;

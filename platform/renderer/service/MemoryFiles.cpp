@@ -9,17 +9,25 @@ namespace voro::renderer {
 
 namespace {
 
-/** Whether somebody has a file open for writing, or mapped: there is no lease for readers then. */
-bool isInUse(const pps::Fd &watch)
+/**
+ * Empties the file for good, since it cannot grow, if nobody else uses it. The lease says so and holds back whoever
+ * would open the file in between; the descriptor of a path does not count as open.
+ */
+bool isEmptied(const pps::Fd &file)
 {
-    return fcntl(watch.get(), F_SETLEASE, F_RDLCK) != 0 && errno == EAGAIN;
+    const bool isUnused = fcntl(file.get(), F_SETLEASE, F_WRLCK) == 0;
+    const bool isEmpty = isUnused && ftruncate(file.get(), 0) == 0;
+    if (isUnused) {
+        fcntl(file.get(), F_SETLEASE, F_UNLCK);
+    }
+    return isEmpty;
 }
 
 } // namespace
 
 void MemoryFiles::release()
 {
-    std::erase_if(m_files, [](const File &file) { return !isInUse(file.watch); });
+    std::erase_if(m_files, [](const File &file) { return isEmptied(file.ours); });
 }
 
 pps::Fd MemoryFiles::make(size_t size)
@@ -33,15 +41,15 @@ pps::Fd MemoryFiles::make(size_t size)
         errno = ENOMEM;
         return {};
     }
-    // The descriptor of a new file does not count as one that writes; those of its name do.
+    // A lease takes no notice of the descriptor of a new file, but of those that were opened by name.
     const pps::Fd file = makeMemoryFile(size);
     const std::string name = nameOf(file);
-    pps::Fd watch(open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    pps::Fd ours(open(name.c_str(), O_RDWR | O_CLOEXEC));
     pps::Fd shared(open(name.c_str(), O_RDWR | O_CLOEXEC));
-    if (!watch.isValid() || !shared.isValid()) {
+    if (!ours.isValid() || !shared.isValid()) {
         return {};
     }
-    m_files.push_back({std::move(watch), size});
+    m_files.push_back({std::move(ours), size});
     return shared;
 }
 

@@ -1,7 +1,6 @@
 #include "Worker.h"
 
 #include "SocketPair.h"
-#include "Usage.h"
 
 #include <pps/FdPassing.h>
 #include <pps/Log.h>
@@ -54,7 +53,8 @@ Worker::Worker(pps::Broker &broker, const Limits &limits, Reach reach, std::func
     : m_broker(broker),
       m_limits(limits),
       m_reach(reach),
-      m_onDeath(std::move(onDeath))
+      m_onDeath(std::move(onDeath)),
+      m_usage(limits.usage)
 {
     QObject::connect(&m_timer, &QTimer::timeout, [this] { check(); });
     m_silence.start();
@@ -92,7 +92,7 @@ void Worker::begin(std::unique_ptr<Process> process)
 void Worker::connected(pps::ClientId client)
 {
     m_client = client;
-    m_hasGotOn = true;
+    m_usage.noteProgress();
     m_silence.restart();
     for (auto &[id, pending] : m_pending) {
         pending.age.restart();
@@ -109,9 +109,13 @@ void Worker::received(std::string_view text)
     if (!message.parse(text)) {
         return;
     }
-    notePosition(message);
+    if (message.has(PositionName)) {
+        m_usage.notePosition(message.number(PositionName));
+    }
     if (!message.has("res")) {
-        m_hasGotOn |= !message.has(PositionName);
+        if (!message.has(PositionName)) {
+            m_usage.noteProgress();
+        }
         if (m_listener) {
             m_listener->engineEvent(message, text);
         }
@@ -123,7 +127,7 @@ void Worker::received(std::string_view text)
     }
     const Engine::Done done = std::move(found->second.done);
     m_pending.erase(found);
-    m_hasGotOn = true;
+    m_usage.noteProgress();
     updateTimer();
     done(resultOf(message));
 }
@@ -199,35 +203,13 @@ void Worker::updateTimer()
     }
 }
 
-void Worker::notePosition(const pps::Message &message)
+bool Worker::isExcessive()
 {
-    if (message.has(PositionName) && message.number(PositionName) != m_position) {
-        m_position = message.number(PositionName);
-        m_hasGotOn = true;
+    const std::string excess = m_process && m_client != 0 ? m_usage.findExcess(m_process->id()) : std::string();
+    if (!excess.empty()) {
+        log::warn(log::Category::Worker, "a worker %s", excess.c_str());
     }
-}
-
-/** Whether it uses more than any medium needs, which a decoder in an endless loop does. */
-bool Worker::isOutOfBounds()
-{
-    const auto usage = m_process && m_client != 0 ? Usage::of(m_process->id()) : std::nullopt;
-    if (!usage) {
-        return false;
-    }
-    if (std::exchange(m_hasGotOn, false)) {
-        m_used = usage->processor;
-    }
-    if (usage->threads > m_limits.threads) {
-        log::warn(log::Category::Worker, "a worker has %ld threads", usage->threads);
-        return true;
-    }
-    const std::chrono::milliseconds wasted = usage->processor - m_used;
-    if (wasted > std::chrono::milliseconds(m_limits.processor)) {
-        log::warn(log::Category::Worker, "a worker has used %lld ms of processor time and has not got on",
-                  static_cast<long long>(wasted.count()));
-        return true;
-    }
-    return false;
+    return !excess.empty();
 }
 
 bool Worker::isOverdue() const
@@ -239,7 +221,10 @@ bool Worker::isOverdue() const
 
 void Worker::check()
 {
-    if (isOutOfBounds()) {
+    if (m_media) {
+        m_media->releaseMemory();
+    }
+    if (isExcessive()) {
         m_hangs = true;
         die();
     } else if (!isExpected()) {

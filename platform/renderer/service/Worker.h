@@ -3,6 +3,7 @@
 #include "Engine.h"
 #include "MediaFiles.h"
 #include "Nursery.h"
+#include "UsageWatch.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
@@ -10,10 +11,8 @@
 #include <pps/broker/Broker.h>
 #include <pps/Fd.h>
 
-#include <chrono>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace voro::renderer {
@@ -21,7 +20,7 @@ namespace voro::renderer {
 /** A worker process and the conversation with it. It is spare until somebody listens. */
 class Worker : public std::enable_shared_from_this<Worker> {
 public:
-    /** How long a worker may take, in milliseconds. */
+    /** How long a worker may take, in milliseconds, and what it may use. */
     struct Limits {
         /** Between two looks at it. */
         int check = 1'000;
@@ -33,12 +32,9 @@ public:
         int localOpening = 15'000;
         /** Until it has connected: the very first one on a machine reads every plugin. */
         int start = 60'000;
-        /** Of processor time without getting on. */
-        int processor = 30'000;
         /** Between two looks at what it uses while nothing is expected of it. */
         int restingCheck = 60'000;
-        /** How many it may have. */
-        long threads = 512;
+        UsageWatch::Limits usage{};
     };
     struct Kind {
         std::string program;
@@ -97,8 +93,7 @@ private:
     void die();
     void check();
     bool isExpected() const { return m_isWatched || !m_pending.empty(); }
-    bool isOutOfBounds();
-    void notePosition(const pps::Message &message);
+    bool isExcessive();
     void updateTimer();
     int longestFor(std::string_view command, const pps::Message &request) const;
     void handFiles(std::string_view command, const pps::Message &request, int64_t id);
@@ -133,11 +128,7 @@ private:
     bool m_isWatched = false;
     bool m_isCompleting = false;
     bool m_isDead = false;
-    /** Where it said last that it is. */
-    std::optional<int64_t> m_position;
-    bool m_hasGotOn = false;
-    /** What it had used when it got on last. */
-    std::chrono::milliseconds m_used{0};
+    UsageWatch m_usage;
     QTimer m_timer;
     QElapsedTimer m_silence;
 };

@@ -229,6 +229,22 @@ void tst_MediaFiles::memory_isCountedWhileItIsInUse()
     large.reset();
     QVERIFY(!memory.make(2).isValid());
     munmap(mapped, 1);
+
+    // Whoever has a name for it alone finds it empty, and cannot fill it again.
+    pps::Fd full = memory.make(MemoryFiles::MostSize);
+    pps::Fd reader(::open(nameOf(full).c_str(), O_RDONLY | O_CLOEXEC));
+    const pps::Fd place(::open(nameOf(full).c_str(), O_PATH | O_CLOEXEC));
+    QCOMPARE(write(full.get(), "x", 1), 1);
+    full.reset();
+    QVERIFY(!memory.make(1).isValid());
+    reader.reset();
+    memory.release();
+    const pps::Fd again(::open(nameOf(place).c_str(), O_RDWR | O_CLOEXEC));
+    char byte = 0;
+    QVERIFY(again.isValid());
+    QCOMPARE(read(again.get(), &byte, 1), 0);
+    QVERIFY(write(again.get(), "x", 1) < 0);
+
     std::vector<pps::Fd> files;
     while (files.size() <= MemoryFiles::MostFiles) {
         files.push_back(memory.make(1));

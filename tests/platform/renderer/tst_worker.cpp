@@ -25,9 +25,9 @@ using namespace voro::renderer;
 namespace {
 
 constexpr Worker::Limits Limits{.check = 20, .silence = 400, .request = 900, .localOpening = 600};
-/** Of processor time, in milliseconds. */
-constexpr int LittleTime = 200;
+constexpr std::chrono::milliseconds LittleTime{200};
 constexpr long FewThreads = 8;
+constexpr size_t LittleMemory = size_t{256} << 20;
 /** For a worker that never connects. The usual limit is for the others: none of them fails because it starts slowly. */
 constexpr int ShortStart = 500;
 /** Says in a worker's environment that it is to hang while it starts. */
@@ -47,16 +47,17 @@ std::chrono::nanoseconds usedTime()
     return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
 }
 
-/** Uses processor time, and says that it gets on or that it stays where it is, and in the end that it is done. */
-void workHard(pps::Connection &link, bool getsOn)
+/** Uses much processor time, between rests, and reports progress or that it stays where it is; "done" at the end. */
+void workHard(pps::Connection &link, bool getsOn, std::chrono::milliseconds rest)
 {
     const auto begin = usedTime();
-    for (int position = 0; usedTime() - begin < 4 * std::chrono::milliseconds(LittleTime);) {
+    for (int position = 0; usedTime() - begin < 3 * LittleTime;) {
         std::string text = answer("ping", 0, {});
         pps::appendNumber(text, PositionName, getsOn ? ++position : 0);
         link.write(text);
         for (const auto start = usedTime(); usedTime() - start < std::chrono::milliseconds(5);) {
         }
+        std::this_thread::sleep_for(rest);
     }
     link.write("msg::done\n");
 }
@@ -78,10 +79,13 @@ int runWorker()
         } else if (message.text("msg") == "fall_silent") {
             pause();
         } else if (message.text("msg") == "work") {
-            workHard(link, message.has("gets_on"));
+            workHard(link, message.has("gets_on"), std::chrono::milliseconds(message.number("rest")));
         } else if (message.text("msg") == "multiply") {
             std::vector<std::thread> threads(FewThreads);
             std::ranges::generate(threads, [] { return std::thread(pause); });
+            pause();
+        } else if (message.text("msg") == "grow") {
+            const std::vector<char> memory(LittleMemory, 1);
             pause();
         }
     }
@@ -174,16 +178,21 @@ void tst_Worker::workerThatUsesTooMuch_isEnded_data()
     QTest::addColumn<std::string>("command");
     QTest::addColumn<std::string>("lines");
     QTest::addColumn<bool>("isEnded");
-    QTest::newRow("processor time without getting on") << std::string("work") << std::string() << true;
-    QTest::newRow("processor time") << std::string("work") << std::string("gets_on::yes\n") << false;
-    QTest::newRow("threads") << std::string("multiply") << std::string() << true;
+    const auto row = [](const char *name, const char *command, const char *lines, bool isEnded) {
+        QTest::newRow(name) << std::string(command) << std::string(lines) << isEnded;
+    };
+    row("processor time without progress", "work", "", true);
+    row("processor time with progress", "work", "gets_on::yes\n", false);
+    row("processor time of a long rest", "work", "rest:n:50\n", false);
+    row("threads", "multiply", "", true);
+    row("memory", "grow", "", true);
 }
 
 void tst_Worker::workerThatUsesTooMuch_isEnded()
 {
     QFETCH(const std::string, command);
     QFETCH(const std::string, lines);
-    Player player({.check = 20, .processor = LittleTime, .threads = FewThreads});
+    Player player({.check = 100, .usage = {LittleTime, FewThreads, LittleMemory}});
     QVERIFY(player.engine);
     player.engine->ask(command, lines, [](const Result &) {});
     QTRY_VERIFY_WITH_TIMEOUT(player.listener.isDead || player.listener.hasHeard, 20'000);

@@ -80,11 +80,11 @@ void Commands::handle(const pps::Message &message)
     }
 }
 
-/** Tells that this worker lives, and how far it has got. */
+/** Reports that this worker lives, and how far it has got. */
 void Commands::ping(int64_t id)
 {
     std::string text = answer("ping", id, {});
-    pps::appendNumber(text, PositionName, m_player.position());
+    pps::appendNumber(text, PositionName, m_recorder.isOpen() ? m_recorder.position() : m_player.position());
     m_link.send(text);
 }
 

@@ -196,7 +196,7 @@ void Recorder::complete()
     m_pipeline->release();
     reportStatus();
     if (!m_failure) {
-        m_reports.failed(m_failure, 1, m_pipeline->gate().position());
+        m_reports.failed(m_failure, 1, position());
     }
     answer(m_failure);
 }
@@ -215,6 +215,11 @@ void Recorder::setTimeout(guint milliseconds)
 
 // Reports
 
+int64_t Recorder::position() const
+{
+    return m_pipeline->gate().position();
+}
+
 void Recorder::restartStatusTimer()
 {
     m_statusTimer.reset(g_timeout_add(m_settings.interval, onStatusDue, this));
@@ -230,7 +235,7 @@ void Recorder::reportStatus()
 {
     const bool isRunning = m_phase == Phase::Running;
     const int level = isRunning ? m_pipeline->gate().takeLevel() : 0;
-    m_reports.status(m_pipeline->gate().position(), 100, isRunning ? "playing" : "idle", level);
+    m_reports.status(position(), 100, isRunning ? "playing" : "idle", level);
 }
 
 } // namespace voro::renderer

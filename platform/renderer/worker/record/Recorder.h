@@ -40,6 +40,8 @@ public:
     /** Likewise, and lets go of the source. */
     void close(Answer answer);
     bool isOpen() const { return m_pipeline != nullptr; }
+    /** How much is recorded, in milliseconds; only while it is open. */
+    int64_t position() const;
 
 private:
     enum class Phase {
