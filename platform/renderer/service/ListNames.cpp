@@ -142,6 +142,60 @@ bool isIn(std::string_view text, std::string_view name)
     return false;
 }
 
+/** The name of segments ("chunk-$Number%05d$.m4s") as the texts around what varies; one text if nothing does. */
+std::vector<std::string> partsOf(std::string_view pattern)
+{
+    std::vector<std::string> parts(1);
+    for (size_t place = 0; place < pattern.size();) {
+        const size_t sign = std::min(pattern.find('$', place), pattern.size());
+        parts.back() += pattern.substr(place, sign - place);
+        const size_t end = std::min(pattern.find('$', sign + 1), pattern.size());
+        if (end == sign + 1 && end < pattern.size()) {
+            parts.back() += '$';
+        } else if (end < pattern.size()) {
+            parts.emplace_back();
+        }
+        place = end + 1;
+    }
+    return parts;
+}
+
+/** The names of segments that an XML list has in quotes; of each the last part of its path. */
+std::vector<std::vector<std::string>> segmentsIn(std::string_view text)
+{
+    constexpr size_t Most = 64;
+    constexpr size_t Longest = 1024;
+    std::vector<std::vector<std::string>> segments;
+    for (size_t sign = text.find('$'); sign != text.npos && segments.size() < Most; sign = text.find('$', sign)) {
+        const std::string_view before = text.substr(0, sign);
+        const size_t start = before.find_last_of("\"'<>") + 1;
+        const size_t end = std::min(text.find_first_of("\"'<>", sign), text.size());
+        const std::string_view value = text.substr(start, std::min(end - start, Longest));
+        auto parts = partsOf(value.substr(value.rfind('/') + 1));
+        if (start > 0 && parts.size() > 1) {
+            segments.push_back(std::move(parts));
+        }
+        sign = end;
+    }
+    return segments;
+}
+
+bool isSegment(std::string_view name, const std::vector<std::string> &parts)
+{
+    if (name.starts_with('.') || !name.starts_with(parts.front())) {
+        return false;
+    }
+    name.remove_prefix(parts.front().size());
+    for (auto part = parts.begin() + 1; part != parts.end() - 1; ++part) {
+        const size_t place = name.find(*part);
+        if (place == name.npos) {
+            return false;
+        }
+        name.remove_prefix(place + part->size());
+    }
+    return name.ends_with(parts.back());
+}
+
 /** Whether there is the URL of a medium from the net in a text; the name of an XML language is none. */
 bool hasNetworkUrl(std::string_view text)
 {
@@ -170,6 +224,7 @@ ListNames::ListNames(std::string_view listPath, std::string_view text)
 {
     const std::string plain = withoutReferences(text);
     m_nameNetwork = hasNetworkUrl(plain);
+    m_segments = segmentsIn(plain);
     for (const std::string &way : {std::string(text), plain, withoutEscapes(plain)}) {
         if (std::string slashed = withSlashes(way); std::ranges::find(m_texts, slashed) == m_texts.end()) {
             m_texts.push_back(std::move(slashed));
@@ -189,6 +244,10 @@ bool ListNames::contain(const std::string &path) const
     }
     const std::filesystem::path folder = std::filesystem::path(withSlashes(m_folder)).lexically_normal();
     const bool isBelow = normal.string().starts_with(folder.string());
+    const auto isNamed = [name = normal.filename().string()](const auto &parts) { return isSegment(name, parts); };
+    if (isBelow && std::ranges::any_of(m_segments, isNamed)) {
+        return true;
+    }
     return hasName(isBelow ? normal.filename().string() : normal.lexically_relative(folder).string());
 }
 

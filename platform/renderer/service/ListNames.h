@@ -8,7 +8,7 @@ namespace voro::renderer {
 
 /**
  * The names in the text of a list, however they are written: as paths or URIs, relative to the list or not, with
- * references of XML, with backslashes, in UTF-8 or Latin 1.
+ * references of XML, with backslashes, in UTF-8 or Latin 1; the names of a stream's segments with what varies in them.
  */
 class ListNames {
 public:
@@ -28,6 +28,8 @@ private:
     std::string m_folder;
     /** The text as it stands, and in the other ways to read it. */
     std::vector<std::string> m_texts;
+    /** The texts around what varies in the names of segments. */
+    std::vector<std::vector<std::string>> m_segments;
     bool m_nameNetwork = false;
 };
 

@@ -71,6 +71,12 @@ void tst_MediaFiles::names_areFoundHoweverTheyAreWritten_data()
     row("Latin 1 in the list", "\xe4.ogg", "/music/ä.ogg");
     row("Latin 1 in the name", "ä.ogg", "/music/\xe4.ogg");
     row("with parameters", "a.ogg?x#y", "/music/a.ogg");
+    row("segment", R"(media="s/$RepresentationID$-$Number%05d$.m4s")", "/music/s/0-00001.m4s");
+    row("segment with a sign", "initialization='$$5-$Time$-x.m4s'", "/music/$5-7-x.m4s");
+    row("segment elsewhere", "media='$Number$.m4s'", "/home/1.m4s", false);
+    row("no segment", "media='a-$Number$.m4s'", "/music/b-1.m4s", false);
+    row("signs without a segment", "media='$a.ogg'", "/music/xa.ogg", false);
+    row("hidden file as a segment", "media='$Number$'", "/music/.key", false);
     row("not named", "a.ogg\n", "/music/b.ogg", false);
     row("part of a name", "aa.ogg\na.ogg.gz\n", "/music/a.ogg", false);
     row("the same name elsewhere", "a.ogg\n", "/home/a.ogg", false);
