@@ -25,7 +25,7 @@ int64_t tap(FakeDevice &device)
 {
     const int64_t released = bench::now();
     const auto now = FakeDevice::Time::clock::now();
-    device.tellPress(KEY_PLAY, now, now);
+    device.sendPress(KEY_PLAY, now, now);
     return released;
 }
 
