@@ -14,6 +14,8 @@ namespace voro::renderer {
 class Landlock {
 public:
     enum class Access {
+        /** Opening folders. */
+        List,
         Read,
         /** Writing to what is there. */
         Write,
