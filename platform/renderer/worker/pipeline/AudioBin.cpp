@@ -3,16 +3,42 @@
 #include <gst/audio/audio.h>
 #include <renderer/worker/gst/Equalizer.h>
 #include <renderer/worker/gst/Gaps.h>
+#include <renderer/worker/gst/SinkStart.h>
 #include <renderer/worker/video/WindowSink.h>
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace voro::renderer {
 
 namespace {
 
+/** What is decoded, what the sound server holds, and how much of that it asks for at once. */
+struct Amounts {
+    GstClockTime decoded;
+    GstClockTime held;
+    GstClockTime filled;
+};
 /** Enough to play without a gap, little enough to answer a change at once. */
-constexpr GstClockTime OpenAhead = 200 * GST_MSECOND;
+constexpr Amounts Little{200 * GST_MSECOND, 200 * GST_MSECOND, 10 * GST_MSECOND};
+/** Two fillings are decoded in advance: the threads need not wait for each other within one. */
+constexpr Amounts Much{1 * GST_SECOND, 2 * GST_SECOND, 500 * GST_MSECOND};
 /** Others need the processor until it plays. */
 constexpr GstClockTime ClosedAhead = 10 * GST_MSECOND;
+/** It begins to be heard with this: enough to go on with while more is decoded. */
+constexpr GstClockTime Beginning = 50 * GST_MSECOND;
+
+const Amounts &amounts(AudioBin::Ahead ahead)
+{
+    return ahead == AudioBin::Ahead::Much ? Much : Little;
+}
+
+void setAmounts(GstElement *serverSink, const Amounts &amounts)
+{
+    g_object_set(serverSink, "buffer-time", static_cast<gint64>(amounts.held / GST_USECOND), "latency-time",
+                 static_cast<gint64>(amounts.filled / GST_USECOND), nullptr);
+}
 
 void setRole(GstElement *serverSink, const std::string &role)
 {
@@ -103,7 +129,12 @@ AudioBin::AudioBin()
     gst_element_link(m_equalizer, m_volume);
     addTempo();
     g_object_set(m_queue, "max-size-buffers", 0, "max-size-bytes", 0, nullptr);
-    decodeAhead(OpenAhead);
+    decodeAhead(amounts(m_ahead).decoded);
+    gst_segment_init(&m_segment, GST_FORMAT_TIME);
+    const Owned<GstPad> output(gst_element_get_static_pad(m_volume, "src"));
+    gst_pad_add_probe(output.get(),
+                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
+                      onOutput, this, nullptr);
 
     const Owned<GstPad> target(gst_element_get_static_pad(m_queue, "sink"));
     m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
@@ -133,8 +164,9 @@ AudioBin::~AudioBin()
     removeSink();
 }
 
-void AudioBin::resetSink(bool isAudible, const std::string &role)
+void AudioBin::resetSink(bool isAudible, const std::string &role, Ahead ahead)
 {
+    m_ahead = ahead;
     if (m_isStretched.exchange(false)) {
         removeTempo();
         addTempo();
@@ -147,7 +179,9 @@ void AudioBin::resetSink(bool isAudible, const std::string &role)
     }
     if (m_isServerSink) {
         setRole(m_sink, role);
+        setAmounts(m_sink, amounts(ahead));
     }
+    applyVolume();
 }
 
 bool AudioBin::hasLostServer() const
@@ -238,13 +272,75 @@ GstPadProbeReturn AudioBin::onDecoded(GstPad *, GstPadProbeInfo *info, gpointer 
             if (segment->rate != 1) {
                 bin->m_isStretched = true;
             }
+            bin->m_decoded = 0;
         } else if (GST_EVENT_TYPE(event) == GST_EVENT_EOS && bin->m_awaitsDecoded.exchange(false)) {
             postNote(element, EmptyMessage);
         }
-    } else if (bin->m_awaitsDecoded.exchange(false)) {
-        postNote(element, DecodedMessage);
+    } else {
+        if (bin->m_awaitsDecoded.exchange(false)) {
+            postNote(element, DecodedMessage);
+        }
+        if (bin->isFarAhead() && GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
+            bin->pace(GST_BUFFER_DURATION(GST_PAD_PROBE_INFO_BUFFER(info)));
+        }
     }
     return GST_PAD_PROBE_OK;
+}
+
+/** Leaves others the processor while much is decoded for the first time: they bring the beginning to be heard. */
+void AudioBin::pace(GstClockTime duration)
+{
+    constexpr unsigned Speed = 10;
+    // A seek waits as long.
+    constexpr GstClockTime LongestRest = 2 * GST_MSECOND;
+    if (!GST_CLOCK_TIME_IS_VALID(duration) || m_decoded > Much.decoded + Much.held) {
+        return;
+    }
+    m_decoded += duration;
+    if (m_decoded > 3 * Beginning) {
+        std::this_thread::sleep_for(std::chrono::nanoseconds(std::min(duration / Speed, LongestRest)));
+    }
+}
+
+// Runs in a streaming thread.
+GstPadProbeReturn AudioBin::onOutput(GstPad *, GstPadProbeInfo *info, gpointer self)
+{
+    auto *bin = static_cast<AudioBin *>(self);
+    if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
+        bin->noteOutput(GST_PAD_PROBE_INFO_BUFFER(info));
+        return GST_PAD_PROBE_OK;
+    }
+    GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
+    if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
+        gst_event_copy_segment(event, &bin->m_segment);
+        bin->m_sent = 0;
+    } else if (GST_EVENT_TYPE(event) == GST_EVENT_STREAM_START && GST_CLOCK_TIME_IS_VALID(bin->m_end)) {
+        const guint64 time = gst_segment_to_running_time(&bin->m_segment, GST_FORMAT_TIME, bin->m_end);
+        const guint64 position = gst_segment_to_stream_time(&bin->m_segment, GST_FORMAT_TIME, bin->m_end);
+        const bool isValid = GST_CLOCK_TIME_IS_VALID(time) && GST_CLOCK_TIME_IS_VALID(position);
+        const std::lock_guard lock(bin->m_mutex);
+        bin->m_boundary = isValid ? Boundary{time, static_cast<int64_t>(position / GST_MSECOND)} : Boundary();
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+void AudioBin::noteOutput(const GstBuffer *buffer)
+{
+    if (!GST_BUFFER_PTS_IS_VALID(buffer) || !GST_BUFFER_DURATION_IS_VALID(buffer)) {
+        return;
+    }
+    m_end = std::min(GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer), m_segment.stop);
+    // Until its buffer is full, the sink would wait again after each pause.
+    if (m_isServerSink && m_sent >= Beginning && m_sent < Much.held) {
+        startSink(m_sink);
+    }
+    m_sent += GST_BUFFER_DURATION(buffer);
+}
+
+AudioBin::Boundary AudioBin::boundary() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_boundary;
 }
 
 void AudioBin::decodeAhead(GstClockTime time)
@@ -264,7 +360,7 @@ void AudioBin::closeGate()
 
 void AudioBin::openGate()
 {
-    decodeAhead(OpenAhead);
+    decodeAhead(amounts(m_ahead).decoded);
     if (m_gateProbe != 0) {
         gst_pad_remove_probe(m_gate.get(), m_gateProbe);
         m_gateProbe = 0;
@@ -273,7 +369,17 @@ void AudioBin::openGate()
 
 void AudioBin::setVolume(long percent)
 {
-    g_object_set(m_volume, "volume", static_cast<double>(percent) / 100.0, nullptr);
+    m_percent = percent;
+    applyVolume();
+}
+
+void AudioBin::applyVolume()
+{
+    const double volume = static_cast<double>(m_percent) / 100.0;
+    g_object_set(m_volume, "volume", m_isServerSink ? 1.0 : volume, nullptr);
+    if (m_isServerSink) {
+        g_object_set(m_sink, "volume", volume, nullptr);
+    }
 }
 
 void AudioBin::setPreset(Preset preset)

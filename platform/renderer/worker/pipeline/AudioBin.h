@@ -4,6 +4,8 @@
 #include <renderer/worker/gst/Gst.h>
 
 #include <atomic>
+#include <cstdint>
+#include <mutex>
 #include <string>
 
 namespace voro::renderer {
@@ -22,6 +24,21 @@ public:
     /** The element message of a stream that ends without such a buffer. */
     static constexpr char EmptyMessage[] = "voro-empty";
 
+    /** How much is decoded and handed to the sound server before it is heard. */
+    enum class Ahead {
+        /** So little that a change is heard at once. */
+        Little,
+        /** So much that processes wake up rarely; after a change the sound has to be decoded again. */
+        Much,
+    };
+    /** Where a stream ends and the next one begins. */
+    struct Boundary {
+        /** When that is heard, as a running time of the pipeline. */
+        GstClockTime time = 0;
+        /** The position there of the stream that ends, in milliseconds. */
+        int64_t end = 0;
+    };
+
     AudioBin();
     ~AudioBin();
     AudioBin(const AudioBin &) = delete;
@@ -32,7 +49,11 @@ public:
      * Gives the bin, which must not be in use, a sink; one that plays into nothing in real time when it shall not be
      * heard or there is no sound server. The role tells the sound server what the sound is for.
      */
-    void resetSink(bool isAudible, const std::string &role);
+    void resetSink(bool isAudible, const std::string &role, Ahead ahead);
+    /** Whether much is handed to the sound server before it is heard. */
+    bool isFarAhead() const { return m_isServerSink && m_ahead == Ahead::Much; }
+    /** The last boundary that went to the sink. */
+    Boundary boundary() const;
     /**
      * Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
      * then.
@@ -51,8 +72,9 @@ public:
     void openGate();
     bool isOpen() const { return m_gateProbe == 0; }
 
-    /** From 0 to 100. */
+    /** From 0 to 100. Where a sound server plays, it sets the volume, which is heard at once. */
     void setVolume(long percent);
+    /** Holds for what is decoded from now on. */
     void setPreset(Preset preset);
 
     /** The sound server's device that is played to, empty while there is none. */
@@ -65,9 +87,13 @@ public:
 private:
     static GstPadProbeReturn onDecoded(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     static GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    static GstPadProbeReturn onOutput(GstPad *pad, GstPadProbeInfo *info, gpointer self);
 
     /** How much is decoded before it is needed. */
     void decodeAhead(GstClockTime time);
+    void pace(GstClockTime duration);
+    void applyVolume();
+    void noteOutput(const GstBuffer *buffer);
     void addSink(bool isAudible);
     void addTempo();
     void removeTempo();
@@ -84,11 +110,22 @@ private:
     GstElement *m_sink = nullptr;
     bool m_isServerSink = false;
     bool m_isSilent = false;
+    Ahead m_ahead = Ahead::Little;
+    long m_percent = 100;
     Owned<GstPad> m_gate;
     Owned<GstPad> m_input;
     /** What can be put in, whichever the sink is. */
     Owned<GstCaps> m_accepted;
     gulong m_gateProbe = 0;
+    /** How much was decoded since the beginning or the last seek. Only the decoding thread uses it. */
+    GstClockTime m_decoded = 0;
+    /** What goes to the sink: its segment and where the last buffer ends in it. Only the streaming thread uses them. */
+    GstSegment m_segment;
+    GstClockTime m_end = GST_CLOCK_TIME_NONE;
+    /** How much went to the sink since the beginning or the last seek. */
+    GstClockTime m_sent = 0;
+    mutable std::mutex m_mutex;
+    Boundary m_boundary;
     /** Read by streaming threads. */
     std::atomic<bool> m_awaitsDecoded = false;
     /** The speed was another one: what changed it has garbage in its first samples when it is started again. */

@@ -105,7 +105,7 @@ bool FilePlayback::take(const Piece &piece)
 void FilePlayback::start()
 {
     const auto open = [this] {
-        audio().resetSink(m_piece.outputs.isAudible, m_piece.outputs.role);
+        audio().resetSink(m_piece.outputs.isAudible, m_piece.outputs.role, AudioBin::Ahead::Much);
         audio().closeGate();
         if (m_tags) {
             GstTagList *tags = gst_tag_list_ref(m_tags.get());

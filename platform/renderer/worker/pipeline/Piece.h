@@ -47,6 +47,8 @@ struct Piece {
     Outputs outputs;
 
     bool isLocal() const { return uri.starts_with("file:"); }
+    /** Whether sound alone is played of it, from this machine. */
+    bool isLocalSound() const { return isLocal() && !outputs.hasVideo && !outputs.hasCaptions; }
     /** Whether captions come from a file of their own; one whose texts nobody takes would end the medium. */
     bool hasCaptionFile() const { return outputs.hasCaptions && !captions.url.empty(); }
 };

@@ -2,6 +2,7 @@
 
 #include <renderer/worker/gst/Failure.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace voro::renderer {
@@ -21,12 +22,33 @@ void PipelinePlayback::begin()
     m_succession.setUnknown();
 }
 
+void PipelinePlayback::setPreset(Preset preset)
+{
+    if (std::exchange(m_preset, preset) == preset) {
+        return;
+    }
+    m_audio.setPreset(preset);
+    // What the sound server holds has the old one.
+    if (m_audio.isFarAhead() && m_transport.hasBegun() && !m_succession.isTaken()) {
+        seek(position(), rate());
+    }
+}
+
 void PipelinePlayback::run()
 {
     if (!m_transport.suspension()) {
         m_audio.openGate();
     }
     m_transport.run();
+    if (m_next) {
+        advanceWhenHeard();
+    }
+}
+
+void PipelinePlayback::hold()
+{
+    m_nextTimer.reset();
+    m_transport.hold();
 }
 
 void PipelinePlayback::unload()
@@ -40,6 +62,8 @@ void PipelinePlayback::unload()
     m_transport.reset();
     m_group = GST_GROUP_ID_INVALID;
     m_hasAdvanced = false;
+    m_next.reset();
+    m_nextTimer.reset();
 }
 
 bool PipelinePlayback::canPlayOn(const Failure &failure) const
@@ -81,6 +105,7 @@ void PipelinePlayback::handle(GstMessage *message)
     case GST_MESSAGE_EOS:
         // An end that was reached before the seek that is on its way is none any more.
         if (!m_transport.isSeeking()) {
+            advance();
             m_events.ended();
         }
         break;
@@ -136,6 +161,47 @@ void PipelinePlayback::handleStart(GstMessage *message)
     const bool isOther = m_group != GST_GROUP_ID_INVALID && group != m_group;
     m_group = group;
     if (isOther && m_succession.isTaken()) {
+        m_next = m_audio.isFarAhead() ? m_audio.boundary() : AudioBin::Boundary();
+        advanceWhenHeard();
+    }
+}
+
+/** In milliseconds; until the next medium is heard, whose beginning went to the sound server. */
+int64_t PipelinePlayback::untilNext() const
+{
+    GstElement *pipeline = m_pipeline.get();
+    const GstClockTime now = GST_STATE(pipeline) == GST_STATE_PLAYING ? gst_element_get_current_running_time(pipeline)
+                                                                      : gst_element_get_start_time(pipeline);
+    return m_next->time > now ? static_cast<int64_t>((m_next->time - now) / GST_MSECOND) : 0;
+}
+
+int64_t PipelinePlayback::position() const
+{
+    return m_next ? std::max<int64_t>(0, m_next->end - untilNext()) : m_transport.position();
+}
+
+void PipelinePlayback::advanceWhenHeard()
+{
+    if (const int64_t rest = untilNext(); rest > 0) {
+        m_nextTimer.reset(g_timeout_add(static_cast<guint>(rest), onNextDue, this));
+    } else {
+        advance();
+    }
+}
+
+gboolean PipelinePlayback::onNextDue(gpointer self)
+{
+    auto *playback = static_cast<PipelinePlayback *>(self);
+    playback->m_nextTimer.forget();
+    playback->advanceWhenHeard();
+    return G_SOURCE_REMOVE;
+}
+
+/** The medium that follows, if one has come so far, is the one that plays. */
+void PipelinePlayback::advance()
+{
+    m_nextTimer.reset();
+    if (std::exchange(m_next, std::nullopt)) {
         m_hasAdvanced = true;
         m_succession.advance();
         forgetPlayed();

@@ -7,21 +7,24 @@
 #include <renderer/worker/gst/Graph.h>
 #include <renderer/worker/gst/Gst.h>
 
+#include <cstdint>
+#include <optional>
+
 namespace voro::renderer {
 
 /** What the ways to play have in common: a pipeline with an AudioBin in it, whose messages become events. */
 class PipelinePlayback : public Playback {
 public:
     void setVolume(long percent) override { m_audio.setVolume(percent); }
-    void setPreset(Preset preset) override { m_audio.setPreset(preset); }
+    void setPreset(Preset preset) override;
     void run() override;
-    void hold() override { m_transport.hold(); }
+    void hold() override;
     void unload() override;
     bool hasBegun() const override { return m_transport.hasBegun(); }
     Succession &succession() override { return m_succession; }
     bool seek(int64_t time, int rate) override { return m_transport.seek({time, rate}); }
     int rate() const override { return m_transport.rate(); }
-    int64_t position() const override { return m_transport.position(); }
+    int64_t position() const override;
     int64_t duration() const override { return durationOf(m_pipeline.get()); }
     bool isSeekable() const override { return renderer::isSeekable(m_pipeline.get()); }
     int sampleRate() const override { return m_audio.sampleRate(); }
@@ -58,6 +61,10 @@ private:
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handleTags(GstMessage *message);
     void handleStart(GstMessage *message);
+    static gboolean onNextDue(gpointer self);
+    int64_t untilNext() const;
+    void advanceWhenHeard();
+    void advance();
 
     Owned<GstElement> m_pipeline;
     Graph m_graph{m_pipeline.get()};
@@ -65,12 +72,17 @@ private:
     Succession &m_succession;
     Transport m_transport;
     Source m_watch;
+    Preset m_preset = Preset::Off;
     bool m_isLoaded = false;
     bool m_isOpening = false;
     /** The streams that play, told from the next medium's. */
     guint m_group = GST_GROUP_ID_INVALID;
     /** It plays another medium than was loaded. */
     bool m_hasAdvanced = false;
+    /** Where the next medium begins, which went to the sound server and is not heard yet. */
+    std::optional<AudioBin::Boundary> m_next;
+    /** Runs until it is heard, while the medium plays. */
+    Source m_nextTimer;
 };
 
 } // namespace voro::renderer
