@@ -90,7 +90,7 @@ Medium mediumFromArgument(const QByteArray &argument)
     if (!url.isValid()) {
         throw UsageError{QStringLiteral("'%1' is no URL: %2").arg(QString::fromLocal8Bit(argument), url.errorString())};
     }
-    return {url, url.toDisplayString()};
+    return {url, url.isLocalFile() ? url.fileName() : url.toDisplayString()};
 }
 
 Medium newFileFromArgument(const QByteArray &argument)

@@ -98,7 +98,7 @@ const Command PlayCommand{
                     {"--volume", "F", "the volume: 0.5 or 50%"},
                     {"--repeat", "MODE", "none, track or all",
                      [] { return enumeratorNames<multimedia::RepeatMode>({"Unsupported"}); }},
-                    {"--shuffle", nullptr, "plays several media in an order of chance"},
+                    {"--shuffle", nullptr, "plays several media in random order"},
                     {"--eq", "NAME", "an equalizer preset, for instance BassBoost or Rock",
                      [] { return enumeratorNames<multimedia::EqualizerPreset>(); }},
                     {"--window", "ID", "shows the video in a window of X11, by its number"},

@@ -34,7 +34,7 @@ struct PlaybackSettings {
     multimedia::EqualizerPreset::Type equalizerPreset = multimedia::EqualizerPreset::Off;
     QString windowId;
     std::optional<Medium> captions;
-    /** Whether several media play in an order of chance. */
+    /** Whether several media play in random order. */
     bool isShuffled = false;
     bool json = false;
     /** Whether it shows as what is now playing on the device. */

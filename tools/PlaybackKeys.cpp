@@ -110,7 +110,11 @@ MediaError::Type Playback::seekToTenth(unsigned tenths)
 
 MediaError::Type Playback::seekToChapter(std::optional<unsigned> begin)
 {
-    if (!begin || !m_player.isSeekable()) {
+    if (!begin) {
+        report(QStringLiteral("there is no further chapter"));
+        return MediaError::None;
+    }
+    if (!m_player.isSeekable()) {
         return MediaError::UnsupportedOperation;
     }
     m_sought = begin;

@@ -26,7 +26,9 @@ QString rendererWords(const QUrl &medium)
     const std::unique_ptr<mmr_context_t, decltype(&mmr_context_destroy)> context(
         connection ? mmr_context_create(connection.get(), name.constData(), 0, 0600) : nullptr, &mmr_context_destroy);
     const bool hasOutput = context && mmr_output_attach(context.get(), "audio:default", "audio") >= 0;
-    if (!hasOutput || mmr_input_attach(context.get(), medium.toEncoded().constData(), "autolist") == 0) {
+    // The renderer takes the path of a file as it stands.
+    const QByteArray url = medium.isLocalFile() ? medium.toLocalFile().toUtf8() : medium.toEncoded();
+    if (!hasOutput || mmr_input_attach(context.get(), url.constData(), "autolist") == 0) {
         return {};
     }
     const mmr_error_info_t *info = mmr_error_info(context.get());

@@ -248,6 +248,7 @@ void tst_tool_parts::medium()
     QDir::setCurrent(before);
     QVERIFY(medium.url.isValid());
     if (url.isEmpty()) {
+        QCOMPARE(medium.name, QFileInfo(path).fileName());
         QCOMPARE(medium.url.toLocalFile(), path.startsWith(QLatin1String("%1")) ? folder.path() + path.mid(2) : path);
     } else {
         QCOMPARE(medium.url.toString(QUrl::FullyEncoded), url);
