@@ -16,6 +16,11 @@ QString MediaErrors::text(int error, const QUrl &medium) const
     return errorSentence(error, medium);
 }
 
+QString MediaErrors::recordingText(int error, const QUrl &file) const
+{
+    return recordingSentence(error, file);
+}
+
 QString MediaErrors::name(int error) const
 {
     return QString::fromLatin1(QMetaEnum::fromType<multimedia::MediaError::Type>().valueToKey(error));

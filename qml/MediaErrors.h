@@ -21,6 +21,8 @@ public:
     Q_INVOKABLE QString text(int error) const;
     /** A sentence for an error of a medium: for a file it tells what is wrong with it, as that it is missing. */
     Q_INVOKABLE QString text(int error, const QUrl &medium) const;
+    /** A sentence for an error of a recording: what is wrong with its file or with where it should be. */
+    Q_INVOKABLE QString recordingText(int error, const QUrl &file) const;
     /** The enumerator name of an error, as in `SourceUnavailable`; empty for an unknown number. */
     Q_INVOKABLE QString name(int error) const;
 };

@@ -38,6 +38,11 @@ QString rendererWords(const QUrl &medium)
                : QString();
 }
 
+QString codeOf(MediaError::Type error)
+{
+    return QStringLiteral(" (%1)").arg(enumeratorName(error));
+}
+
 } // namespace
 
 QString fragment(QString sentence)
@@ -62,14 +67,19 @@ QString daemonProblem()
 
 QString problemOf(MediaError::Type error, const QUrl &medium)
 {
-    const QString code = QStringLiteral(" (%1)").arg(enumeratorName(error));
     if (const QString reason = daemonProblem(); !reason.isEmpty()) {
-        return reason + code;
+        return reason + codeOf(error);
     }
     const QString words = fragment(errorSentence(error, medium));
     const bool isUnclear = error == MediaError::UnsupportedMediaType && words == fragment(errorSentence(error));
     const QString more = isUnclear && !medium.isEmpty() ? rendererWords(medium) : QString();
-    return words + (more.isEmpty() ? more : QLatin1String(": ") + more) + code;
+    return words + (more.isEmpty() ? more : QLatin1String(": ") + more) + codeOf(error);
+}
+
+QString recordingProblem(MediaError::Type error, const QUrl &file)
+{
+    const QString reason = daemonProblem();
+    return (reason.isEmpty() ? fragment(recordingSentence(error, file)) : reason) + codeOf(error);
 }
 
 } // namespace voro

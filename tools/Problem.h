@@ -19,4 +19,7 @@ QString fragment(QString sentence);
  */
 QString problemOf(multimedia::MediaError::Type error, const QUrl &medium = QUrl());
 
+/** The same of a recording into a file. */
+QString recordingProblem(multimedia::MediaError::Type error, const QUrl &file);
+
 } // namespace voro

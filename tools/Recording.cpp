@@ -25,14 +25,6 @@ constexpr unsigned ReportInterval = 100;
 /** Reports come at least every second. */
 constexpr int LongestSilence = 3'000;
 
-/** A recording has no other source than the audio input. */
-QString recordingProblem(MediaError::Type error)
-{
-    return error == MediaError::SourceUnavailable && daemonProblem().isEmpty()
-               ? QStringLiteral("there is no audio input (SourceUnavailable)")
-               : problemOf(error);
-}
-
 } // namespace
 
 Recording::Recording(RecordingSettings settings) : Session("record"), m_settings(std::move(settings))
@@ -64,7 +56,7 @@ bool Recording::begin()
 {
     const auto error = start();
     if (error != MediaError::None) {
-        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error));
+        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error, m_settings.file.url));
     }
     return error == MediaError::None;
 }
@@ -109,9 +101,10 @@ void Recording::end()
         QCoreApplication::processEvents();
     }
     if (const auto error = m_recorder.reset(); error != MediaError::None && !hasFailed()) {
-        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error));
+        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error, m_settings.file.url));
     }
-    if (m_settings.json) {
+    const bool isEmpty = hasFailed() && removeEmptyFile();
+    if (m_settings.json || isEmpty) {
         return;
     }
     const QString summary =
@@ -142,7 +135,7 @@ void Recording::checkRenderer()
     const bool isPaused = m_recorder.mediaState() == MediaState::Paused;
     const auto error = isPaused ? m_recorder.pause() : m_recorder.record();
     if (error != MediaError::None) {
-        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error));
+        fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error, m_settings.file.url));
         finish();
     }
 }
@@ -185,8 +178,16 @@ void Recording::onMediaStateChanged(MediaState::Type state)
 
 void Recording::onError(MediaError::Type error, unsigned)
 {
-    fail(QStringLiteral("%1: %2 at %3").arg(m_settings.file.name, recordingProblem(error), timeText(m_duration)));
+    fail(QStringLiteral("%1: %2 at %3")
+             .arg(m_settings.file.name, recordingProblem(error, m_settings.file.url), timeText(m_duration)));
     finish();
+}
+
+bool Recording::removeEmptyFile() const
+{
+    const QString path = m_settings.file.url.toLocalFile();
+    const QFileInfo file(path);
+    return file.isFile() && !file.isSymLink() && file.size() == 0 && QFile::remove(path);
 }
 
 qint64 Recording::fileSize() const

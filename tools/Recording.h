@@ -53,6 +53,8 @@ private:
     /** Has the renderer record no more than is wanted; false when it cannot be told. */
     bool limit() const;
 
+    /** A recording that failed before it had anything leaves nothing behind. */
+    bool removeEmptyFile() const;
     qint64 fileSize() const;
     void refresh();
 

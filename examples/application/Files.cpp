@@ -204,11 +204,14 @@ QString Files::remove(const QUrl &file) const
     return removed.remove() ? QString() : tr("It cannot be deleted: %1.").arg(removed.errorString());
 }
 
-void Files::markCutShort(const QUrl &recording) const
+bool Files::markCutShort(const QUrl &recording) const
 {
-    if (QFileInfo::exists(recording.toLocalFile())) {
-        rename(recording, tr("%1 (cut short)").arg(nameOf(recording)));
+    if (sizeOf(recording) == 0) {
+        remove(recording);
+        return false;
     }
+    rename(recording, tr("%1 (cut short)").arg(nameOf(recording)));
+    return true;
 }
 
 QList<QUrl> Files::mediaOf(const QList<QUrl> &urls) const

@@ -53,8 +53,8 @@ public:
     /** Gives a file another name in its folder; the extension stays. */
     Q_INVOKABLE QString rename(const QUrl &file, const QString &name) const;
     Q_INVOKABLE QString remove(const QUrl &file) const;
-    /** Says in its name that a recording was cut short. Nothing happens to one that is not there. */
-    Q_INVOKABLE void markCutShort(const QUrl &recording) const;
+    /** Says in its name that a recording was cut short. One without content is removed, and the result is false. */
+    Q_INVOKABLE bool markCutShort(const QUrl &recording) const;
 
     /** The media that are meant: files and addresses as they are, of folders everything in them. */
     Q_INVOKABLE QList<QUrl> mediaOf(const QList<QUrl> &urls) const;

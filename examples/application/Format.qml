@@ -30,8 +30,10 @@ QtObject {
         return text.replace(" ", "\u00a0");
     }
 
-    /** Seconds as 45 minutes, 12 hours or 3 days. */
+    /** Seconds as 45 seconds, 45 minutes, 12 hours or 3 days. */
     function span(seconds: real): string {
+        if (seconds < 2 * 60)
+            return qsTr("%1 seconds").arg(Math.floor(seconds));
         if (seconds < 2 * 3600)
             return qsTr("%1 minutes").arg(Math.floor(seconds / 60));
         if (seconds < 2 * 86400)

@@ -43,11 +43,8 @@ Pane {
     }
 
     function check(result: int): bool {
-        // Where to record from is the only source that there is.
-        if (result === MediaError.SourceUnavailable)
-            failed(qsTr("There is no microphone, or the sound server does not answer."));
-        else if (result !== MediaError.None)
-            failed(MediaErrors.text(result));
+        if (result !== MediaError.None)
+            failed(MediaErrors.recordingText(result, recorder.outputUrl));
         return result === MediaError.None;
     }
 
@@ -101,8 +98,9 @@ Pane {
         onError: (mediaError) => {
             const recording = panel.file;
             panel.finish();
-            panel.failed(qsTr("The recording has ended: %1 What was recorded is in the list.").arg(MediaErrors.text(mediaError)));
-            Files.markCutShort(recording);
+            const reason = MediaErrors.recordingText(mediaError, recording);
+            const hasContent = Files.markCutShort(recording);
+            panel.failed(hasContent ? qsTr("The recording has ended: %1 What was recorded is in the list.").arg(reason) : reason);
         }
     }
 

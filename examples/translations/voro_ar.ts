@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>الملف فارغ.</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>لا يوجد ميكروفون، أو خادم الصوت لا يستجيب.</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>ينتهي اسم التسجيل بـ ‎.wav أو ‎.ogg أو ‎.opus أو ‎.flac أو ‎.mp3 أو ‎.m4a أو ‎.amr.</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>لا يوجد مجلد كهذا.</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>لا يُسمح لك بالكتابة في هذا المجلد.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>القرص ممتلئ.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1 يوم</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 ثانية</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>القنوات</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>لا يوجد ميكروفون، أو خادم الصوت لا يستجيب.</translation>
     </message>
 </context>
 <context>

@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>Die Datei ist leer.</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Es gibt kein Mikrofon, oder der Tonserver antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>Der Name einer Aufnahme endet mit .wav, .ogg, .opus, .flac, .mp3, .m4a oder .amr.</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>Diesen Ordner gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>In diesen Ordner dürfen Sie nicht schreiben.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>Der Datenträger ist voll.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1 Tage</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 Sekunden</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>Kanäle</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>Es gibt kein Mikrofon, oder der Tonserver antwortet nicht.</translation>
     </message>
 </context>
 <context>

@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>El archivo está vacío.</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>No hay micrófono o el servidor de sonido no responde.</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>El nombre de una grabación termina en .wav, .ogg, .opus, .flac, .mp3, .m4a o .amr.</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>No existe esa carpeta.</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>No tiene permiso para escribir en esta carpeta.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>El disco está lleno.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1 días</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 segundos</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>Canales</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>No hay micrófono o el servidor de sonido no responde.</translation>
     </message>
 </context>
 <context>

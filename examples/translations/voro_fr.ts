@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>Le fichier est vide.</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Il n’y a pas de microphone, ou le serveur de son ne répond pas.</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>Le nom d’un enregistrement se termine par .wav, .ogg, .opus, .flac, .mp3, .m4a ou .amr.</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>Ce dossier n’existe pas.</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>Vous n’avez pas le droit d’écrire dans ce dossier.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>Le disque est plein.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1 jours</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 secondes</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>Canaux</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>Il n’y a pas de microphone, ou le serveur de son ne répond pas.</translation>
     </message>
 </context>
 <context>

@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>Il file è vuoto.</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Non c’è un microfono oppure il server audio non risponde.</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>Il nome di una registrazione termina con .wav, .ogg, .opus, .flac, .mp3, .m4a o .amr.</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>Questa cartella non esiste.</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>Non è permesso scrivere in questa cartella.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>Il disco è pieno.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1 giorni</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 secondi</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>Canali</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>Non c’è un microfono oppure il server audio non risponde.</translation>
     </message>
 </context>
 <context>

@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>ファイルが空です。</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>マイクがないか、サウンドサーバーが応答しません。</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>録音の名前は .wav、.ogg、.opus、.flac、.mp3、.m4a、.amr のいずれかで終わります。</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>そのフォルダーはありません。</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>このフォルダーに書き込む権限がありません。</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>ディスクがいっぱいです。</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1日</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 秒</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>チャンネル</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>マイクがないか、サウンドサーバーが応答しません。</translation>
     </message>
 </context>
 <context>

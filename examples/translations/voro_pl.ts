@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>Plik jest pusty.</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Nie ma mikrofonu albo serwer dźwięku nie odpowiada.</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>Nazwa nagrania kończy się na .wav, .ogg, .opus, .flac, .mp3, .m4a lub .amr.</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>Nie ma takiego folderu.</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>Nie wolno zapisywać w tym folderze.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>Dysk jest pełny.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1 dni</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 s</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>Kanały</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>Nie ma mikrofonu albo serwer dźwięku nie odpowiada.</translation>
     </message>
 </context>
 <context>

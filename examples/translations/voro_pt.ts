@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>O ficheiro está vazio.</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>Não há microfone ou o servidor de som não responde.</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>O nome de uma gravação termina em .wav, .ogg, .opus, .flac, .mp3, .m4a ou .amr.</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>Esta pasta não existe.</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>Não tem permissão para escrever nesta pasta.</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>O disco está cheio.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1 dias</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 segundos</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>Canais</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>Não há microfone ou o servidor de som não responde.</translation>
     </message>
 </context>
 <context>

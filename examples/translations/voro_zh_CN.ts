@@ -299,6 +299,26 @@
         <source>The file is empty.</source>
         <translation>文件是空的。</translation>
     </message>
+    <message>
+        <source>There is no microphone, or the sound server does not answer.</source>
+        <translation>没有麦克风，或声音服务器没有响应。</translation>
+    </message>
+    <message>
+        <source>The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.</source>
+        <translation>录音的名称以 .wav、.ogg、.opus、.flac、.mp3、.m4a 或 .amr 结尾。</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>没有此文件夹。</translation>
+    </message>
+    <message>
+        <source>You may not write in this folder.</source>
+        <translation>您无权在此文件夹中写入。</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>磁盘已满。</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>
@@ -360,6 +380,10 @@
     <message>
         <source>%1 days</source>
         <translation>%1 天</translation>
+    </message>
+    <message>
+        <source>%1 seconds</source>
+        <translation>%1 秒</translation>
     </message>
 </context>
 <context>
@@ -920,10 +944,6 @@
     <message>
         <source>Channels</source>
         <translation>声道</translation>
-    </message>
-    <message>
-        <source>There is no microphone, or the sound server does not answer.</source>
-        <translation>没有麦克风，或声音服务器没有响应。</translation>
     </message>
 </context>
 <context>

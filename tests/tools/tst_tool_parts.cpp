@@ -28,6 +28,7 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <words/ErrorWords.h>
 
 #include <array>
 #include <thread>
@@ -112,6 +113,8 @@ private Q_SLOTS:
     void input_playsBeforeItsEnd_unlessItsContentsComeLater();
     void inputServer_passesEverythingOn_andKeepsLittle();
     void codecs_areMissing_byPackagesOfTheList();
+    void recordings_sayWhatIsWrongWithTheirPlace_data();
+    void recordings_sayWhatIsWrongWithTheirPlace();
     void keys_data();
     void keys();
     void times_data();
@@ -366,6 +369,25 @@ void tst_tool_parts::codecs_areMissing_byPackagesOfTheList()
     const auto present = doctor::CodecsCheck().examine();
     QVERIFY(std::all_of(present.begin(), present.end(),
                         [](const doctor::Finding &finding) { return finding.health == doctor::Health::Good; }));
+}
+
+void tst_tool_parts::recordings_sayWhatIsWrongWithTheirPlace_data()
+{
+    const Rows<multimedia::MediaError::Type, QString, QString> row("error", "file", "words");
+    row("no such folder", multimedia::MediaError::OutputUnavailable, "/no-such/a.ogg", "There is no such folder.");
+    row("folder that is forbidden", multimedia::MediaError::Permission, "/proc/a.ogg",
+        "You may not write in this folder.");
+    row("file that is forbidden", multimedia::MediaError::Permission, "/proc/version", "This is not permitted.");
+    // There is no space in it.
+    row("full", multimedia::MediaError::Write, "/proc/a.ogg", "The disk is full.");
+    row("broken", multimedia::MediaError::Write, "/tmp/a.ogg", "The recording could not be written.");
+}
+
+void tst_tool_parts::recordings_sayWhatIsWrongWithTheirPlace()
+{
+    QFETCH(multimedia::MediaError::Type, error);
+    QFETCH(QString, file);
+    QTEST(recordingSentence(error, QUrl::fromLocalFile(file)), "words");
 }
 
 void tst_tool_parts::keys_data()

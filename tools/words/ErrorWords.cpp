@@ -2,6 +2,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
+#include <QtCore/QStorageInfo>
 
 namespace voro {
 
@@ -12,6 +13,9 @@ namespace {
 struct ErrorWords {
     Q_DECLARE_TR_FUNCTIONS(ErrorWords)
 };
+
+/** What is left on a full disk may be less than one write takes. */
+constexpr qint64 LeastSpace = 64 * 1024;
 
 } // namespace
 
@@ -70,6 +74,29 @@ QString errorSentence(int error, const QUrl &medium)
         return ErrorWords::tr("You may not read this file.");
     }
     return file.isFile() && file.size() == 0 ? ErrorWords::tr("The file is empty.") : errorSentence(error);
+}
+
+QString recordingSentence(int error, const QUrl &file)
+{
+    const QString path = file.toLocalFile();
+    const QFileInfo folder(QFileInfo(path).path());
+    // A recording has no other source than the microphone, and no other output than its file.
+    if (error == MediaError::SourceUnavailable) {
+        return ErrorWords::tr("There is no microphone, or the sound server does not answer.");
+    }
+    if (error == MediaError::UnsupportedMediaType) {
+        return ErrorWords::tr("The name of a recording ends in .wav, .ogg, .opus, .flac, .mp3, .m4a or .amr.");
+    }
+    if (error == MediaError::OutputUnavailable && !folder.isDir()) {
+        return ErrorWords::tr("There is no such folder.");
+    }
+    if (error == MediaError::Permission && !QFileInfo::exists(path)) {
+        return ErrorWords::tr("You may not write in this folder.");
+    }
+    if (error == MediaError::Write && QStorageInfo(folder.filePath()).bytesAvailable() < LeastSpace) {
+        return ErrorWords::tr("The disk is full.");
+    }
+    return errorSentence(error);
 }
 
 } // namespace voro
