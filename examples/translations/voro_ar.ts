@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>القرص ممتلئ.</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>خادم الصوت لا يستجيب، أو أن ما يشير إليه هذا الملف مفقود.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>Der Datenträger ist voll.</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>Der Tonserver antwortet nicht, oder es fehlt, wohin diese Datei führt.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

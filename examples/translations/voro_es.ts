@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>El disco está lleno.</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>El servidor de sonido no responde o falta aquello a lo que lleva este archivo.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>Le disque est plein.</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>Le serveur de son ne répond pas, ou ce à quoi mène ce fichier est introuvable.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

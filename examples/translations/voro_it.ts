@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>Il disco è pieno.</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>Il server audio non risponde oppure manca ciò a cui porta questo file.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>ディスクがいっぱいです。</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>サウンドサーバーが応答しないか、このファイルの参照先がありません。</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>Dysk jest pełny.</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>Serwer dźwięku nie odpowiada albo brakuje tego, do czego prowadzi ten plik.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>O disco está cheio.</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>O servidor de som não responde ou falta aquilo a que este ficheiro leva.</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

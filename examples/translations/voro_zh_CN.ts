@@ -319,6 +319,10 @@
         <source>The disk is full.</source>
         <translation>磁盘已满。</translation>
     </message>
+    <message>
+        <source>The sound server does not answer, or what this file leads to is missing.</source>
+        <translation>声音服务器没有响应，或此文件指向的内容不存在。</translation>
+    </message>
 </context>
 <context>
     <name>Files</name>

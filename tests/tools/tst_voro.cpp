@@ -440,9 +440,11 @@ void tst_voro::doctor_findsWhatIsThere_andWhatIsMissing()
         const SilentDaemon daemon;
         const Result well = voro({"doctor", "daemon", "sound"});
         QCOMPARE(well.status, 0);
-        QVERIFY2(well.out.contains("; players and recorders: 0\n"
-                                   "good     sound        the sample plays\n"
-                                   "good     sound        there is an input to record from\n"),
+        QVERIFY2(well.out.contains(
+                     "; players and recorders: 0\n"
+                     "good     sound        the sample plays; if you hear nothing, check volume and output in the "
+                     "sound settings\n"
+                     "good     sound        there is an input to record from\n"),
                  well.out.constData());
         qputenv("DISPLAY", ":nowhere");
         const Result windowless = voro({"doctor", "window", "confinement"});

@@ -4,6 +4,7 @@
 #include <multimedia/MediaPlayer.h>
 
 #include <QtCore/QEventLoop>
+#include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 
@@ -27,6 +28,12 @@ bool isSilent(PpsObject &audio)
     return objects.value(QStringLiteral("@audio")).toMap().value(QStringLiteral("silent")).toBool();
 }
 
+Finding stuck()
+{
+    return {Health::Missing, QStringLiteral("the sample does not get on: the sound server hangs"),
+            QStringLiteral("start the sound server anew, for instance systemctl --user restart pipewire-pulse")};
+}
+
 /** Plays the sample without being heard. */
 Finding tryOutput()
 {
@@ -34,7 +41,11 @@ Finding tryOutput()
     PpsObject audio(contextFolder(QStringLiteral("MediaPlayer")) + QLatin1String("/audio"));
     player.setVolume(0);
     player.setSourceUrl(sampleMedium().url);
-    if (const auto error = player.play(); error != MediaError::None) {
+    const auto error = player.play();
+    if (error == MediaError::SourceUnavailable && QFileInfo::exists(sampleMedium().url.toLocalFile())) {
+        return stuck();
+    }
+    if (error != MediaError::None) {
         return {Health::Missing, QStringLiteral("the sample cannot be played: ") + problemOf(error)};
     }
     bool hasPlayed = false;
@@ -48,15 +59,15 @@ Finding tryOutput()
     QTimer::singleShot(PatienceMs, &loop, &QEventLoop::quit);
     loop.exec();
     if (!hasPlayed) {
-        return {Health::Missing, QStringLiteral("the sample does not get on: the sound server hangs"),
-                QStringLiteral("start the sound server anew, for instance systemctl --user restart pipewire-pulse")};
+        return stuck();
     }
     audio.open(PpsOpenMode::Subscribe);
     if (isSilent(audio)) {
         return {Health::Missing, QStringLiteral("no sound server answers; media play without sound"),
                 QStringLiteral("install and start PipeWire (pipewire-pulse) or PulseAudio (pulseaudio)")};
     }
-    return {Health::Good, QStringLiteral("the sample plays")};
+    return {Health::Good,
+            QStringLiteral("the sample plays; if you hear nothing, check volume and output in the sound settings")};
 }
 
 /** Prepares a recording that never begins. */
@@ -66,13 +77,11 @@ Finding tryInput()
     AudioRecorder recorder;
     // A recorder without the daemon can be prepared all the same.
     const bool hasContext = !contextFolder(QStringLiteral("AudioRecorder")).isEmpty();
-    recorder.setOutputUrl(QUrl::fromLocalFile(folder.filePath(QStringLiteral("a.wav"))));
+    const QUrl file = QUrl::fromLocalFile(folder.filePath(QStringLiteral("a.wav")));
+    recorder.setOutputUrl(file);
     const auto error = hasContext ? recorder.prepare() : MediaError::InvalidState;
-    const bool isMissing = error == MediaError::SourceUnavailable;
     if (error != MediaError::None) {
-        return {Health::Limited,
-                QStringLiteral("nothing can be recorded: ")
-                    + (isMissing ? QStringLiteral("there is no audio input") : problemOf(error)),
+        return {Health::Limited, QStringLiteral("nothing can be recorded: ") + recordingProblem(error, file),
                 QStringLiteral("connect a microphone and choose it in the sound settings")};
     }
     return {Health::Good, QStringLiteral("there is an input to record from")};

@@ -73,6 +73,9 @@ QString errorSentence(int error, const QUrl &medium)
     if (!file.isReadable()) {
         return ErrorWords::tr("You may not read this file.");
     }
+    if (error == MediaError::SourceUnavailable) {
+        return ErrorWords::tr("The sound server does not answer, or what this file leads to is missing.");
+    }
     return file.isFile() && file.size() == 0 ? ErrorWords::tr("The file is empty.") : errorSentence(error);
 }
 
