@@ -41,7 +41,8 @@ QString read(const QStringList &arguments, const Description &description, QVari
     const QCommandLineOption light(QStringLiteral("light"), QStringLiteral("Light colours, whatever the system has."));
     parser.addOptions({dark, light});
     if (!description.operands.isEmpty()) {
-        parser.addPositionalArgument(description.operands, QString(), description.operands);
+        parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("What is opened at the start."),
+                                     description.operands);
     }
     if (!parser.parse(arguments)) {
         return parser.errorText();

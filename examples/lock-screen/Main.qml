@@ -52,16 +52,16 @@ ApplicationWindow {
             anchors.horizontalCenter: parent.horizontalCenter
             spacing: 8
             Button {
-                text: "⏮"
+                text: "Previous"
                 enabled: controller.previousEnabled
                 onClicked: controller.previous()
             }
             Button {
-                text: controller.mediaState === MediaState.Started ? "⏸" : "⏵"
+                text: controller.mediaState === MediaState.Started ? "Pause" : "Play"
                 onClicked: controller.playPause()
             }
             Button {
-                text: "⏭"
+                text: "Next"
                 enabled: controller.nextEnabled
                 onClicked: controller.next()
             }
