@@ -22,9 +22,9 @@ QtObject {
         const fraction = unit => (bytes / unit).toLocaleString(Qt.locale(), "f", 1);
         let text = qsTr("%1 GB").arg(fraction(1e9));
         if (bytes < 1000)
-            text = qsTr("%1 B").arg(bytes);
+            text = qsTr("%1 B").arg(whole(bytes));
         else if (bytes < 1e6)
-            text = qsTr("%1 kB").arg(Math.round(bytes / 1000));
+            text = qsTr("%1 kB").arg(whole(bytes / 1000 + 0.5));
         else if (bytes < 1e9)
             text = qsTr("%1 MB").arg(fraction(1e6));
         return text.replace(" ", "\u00a0");
@@ -33,11 +33,15 @@ QtObject {
     /** Seconds as 45 seconds, 45 minutes, 12 hours or 3 days. */
     function span(seconds: real): string {
         if (seconds < 2 * 60)
-            return qsTr("%1 seconds").arg(Math.floor(seconds));
+            return qsTr("%1 seconds").arg(whole(seconds));
         if (seconds < 2 * 3600)
-            return qsTr("%1 minutes").arg(Math.floor(seconds / 60));
+            return qsTr("%1 minutes").arg(whole(seconds / 60));
         if (seconds < 2 * 86400)
-            return qsTr("%1 hours").arg(Math.floor(seconds / 3600));
-        return qsTr("%1 days").arg(Math.floor(seconds / 86400));
+            return qsTr("%1 hours").arg(whole(seconds / 3600));
+        return qsTr("%1 days").arg(whole(seconds / 86400));
+    }
+
+    function whole(number: real): string {
+        return Math.floor(number).toLocaleString(Qt.locale(), "f", 0);
     }
 }

@@ -52,6 +52,7 @@ AbstractButton {
                 Layout.fillWidth: true
                 text: bar.player.title
                 textFormat: Text.PlainText
+                horizontalAlignment: Text.AlignLeft
                 elide: Text.ElideRight
                 font.bold: true
             }
@@ -60,6 +61,7 @@ AbstractButton {
                 visible: text !== ""
                 text: bar.player.artist
                 textFormat: Text.PlainText
+                horizontalAlignment: Text.AlignLeft
                 elide: Text.ElideRight
                 color: Theme.faint
             }
