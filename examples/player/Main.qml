@@ -47,21 +47,30 @@ AppWindow {
         { key: qsTr("Escape"), text: qsTr("Back, or to the folder above") },
     ]
 
-    /** Plays files and addresses; of folders alone the first is shown. */
+    /** Plays files and addresses, and what is in the folders among them; of folders alone the first is shown. */
     function openAll(urls: var) {
-        const folder = urls.find(url => Files.isFolder(url));
-        const media = urls.filter(url => !Files.isFolder(url));
-        if (folder !== undefined) {
-            window.folder = folder;
+        const folders = urls.filter(url => Files.isFolder(url));
+        if (folders.length > 0) {
+            window.folder = folders[0];
             showsPlayer = false;
         }
-        play(media);
+        if (folders.length < urls.length)
+            play(urls);
     }
-    function play(media: var) {
-        if (media.length === 0)
+    /** Plays files, addresses and what is in folders. */
+    function play(urls: var) {
+        const media = [...Files.mediaOf(urls)];
+        if (media.length === 0) {
+            player.problem = qsTr("There is nothing in it that can be played.");
             return;
+        }
         player.open(media, 0);
         showsPlayer = true;
+    }
+    /** What is dragged over the window; a text may be an address. */
+    function urlsOf(drag: DragEvent): var {
+        const address = Files.addressOf(drag.text);
+        return drag.hasUrls ? drag.urls : String(address) !== "" ? [address] : [];
     }
 
     Settings {
@@ -158,8 +167,8 @@ AppWindow {
         }
         DropArea {
             anchors.fill: parent
-            onEntered: (drag) => drag.accepted = drag.hasUrls
-            onDropped: (drop) => window.play(Files.mediaOf(drop.urls))
+            onEntered: (drag) => drag.accepted = window.urlsOf(drag).length > 0
+            onDropped: (drop) => window.play(window.urlsOf(drop))
             Rectangle {
                 anchors.fill: parent
                 visible: parent.containsDrag // qmllint disable

@@ -10,14 +10,18 @@ Item {
     /** What the player names the place of its pictures by. */
     readonly property string windowId: video.windowId
 
+    // The last picture of a film stays there until another one comes, which a medium that fails never brings.
+    readonly property bool hasPicture: video.hasPicture && (player.hasVideo || player.isPlaying)
+
     VideoWindow {
         id: video
         anchors.fill: parent
+        opacity: picture.hasPicture ? 1 : 0
         Accessible.role: Accessible.Graphic
-        Accessible.name: hasPicture ? qsTr("Film") : ""
+        Accessible.name: picture.hasPicture ? qsTr("Film") : ""
     }
     Cover {
-        visible: !video.hasPicture
+        visible: !picture.hasPicture
         anchors.centerIn: parent
         width: Math.min(parent.width, parent.height, 420)
         height: width

@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>المصادر</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>ليس فيه شيء يمكن تشغيله.</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

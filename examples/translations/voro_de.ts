@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>Quellen</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>Darin ist nichts, was sich abspielen lässt.</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>Fuentes</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>No contiene nada que se pueda reproducir.</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>Sources</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>Il ne contient rien qui puisse être lu.</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>Sorgenti</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>Non contiene nulla che si possa riprodurre.</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>再生元</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>再生できるものが入っていません。</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

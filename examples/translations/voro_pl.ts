@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>Źródła</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>Nie ma w nim nic, co można odtworzyć.</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>Fontes</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>Não contém nada que possa ser reproduzido.</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

@@ -723,6 +723,10 @@
         <source>Sources</source>
         <translation>来源</translation>
     </message>
+    <message>
+        <source>There is nothing in it that can be played.</source>
+        <translation>其中没有可以播放的内容。</translation>
+    </message>
 </context>
 <context>
     <name>MiniBar</name>

@@ -1,9 +1,11 @@
 #include "Daemon.h"
 #include "Home.h"
 #include "PulseServer.h"
+#include "Rows.h"
 #include "Screen.h"
 #include "XServer.h"
 
+#include <QtCore/QMimeData>
 #include <QtCore/QProcess>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
@@ -28,6 +30,8 @@ private Q_SLOTS:
     void windowAndVolume_areRemembered();
     void wideWindow_givesEveryButtonItsPlace();
     void address_isAskedFor();
+    void whatIsDropped_plays_data();
+    void whatIsDropped_plays();
     void secondStart_handsItsFilesToTheFirst();
 
 private:
@@ -82,6 +86,9 @@ void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
     QVERIFY(player.click("Français"));
     QTRY_VERIFY(player.isChecked("Français") && !player.isChecked("Deutsch"));
     QVERIFY(!player.shows("“two”*"));
+    // The last picture goes with its film.
+    receive(player, "Music/broken.ogg");
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("“broken”: *") && !player.shows("Film"), PatienceMs);
 }
 
 void tst_PlayerApplication::brokenFile_isNamed_andNotFollowedByAnother()
@@ -232,6 +239,35 @@ void tst_PlayerApplication::address_isAskedFor()
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("Northern Lights"), PatienceMs);
 }
 
+void tst_PlayerApplication::whatIsDropped_plays_data()
+{
+    QDir().mkpath(m_home.path("Nothing"));
+    const QString song = QUrl::fromLocalFile(m_home.album("3.ogg")).toString();
+    const Rows<QString, QString, QString> row("format", "content", "shown");
+    row("file", "text/uri-list", song, "Harbour");
+    row("folder", "text/uri-list", QUrl::fromLocalFile(m_home.path("Music/Northern Lights")).toString(), "First Frost");
+    row("address as text", "text/plain", song, "Harbour");
+    row("folder without media", "text/uri-list", QUrl::fromLocalFile(m_home.path("Nothing")).toString(),
+        "There is nothing in it*");
+}
+
+void tst_PlayerApplication::whatIsDropped_plays()
+{
+    QFETCH(QString, format);
+    QFETCH(QString, content);
+    QFETCH(QString, shown);
+    Screen player("voro.player", operands({"Music"}));
+    QMimeData dragged;
+    dragged.setData(format, content.toUtf8());
+    const QPoint place(100, 300);
+    QDragEnterEvent enter(place, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(player.window(), &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(place, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(player.window(), &drop);
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows(shown), PatienceMs);
+}
+
 void tst_PlayerApplication::secondStart_handsItsFilesToTheFirst()
 {
     QProcess bus;
@@ -247,10 +283,12 @@ void tst_PlayerApplication::secondStart_handsItsFilesToTheFirst()
     QTRY_COMPARE_WITH_TIMEOUT(device.title(), "First Frost", PatienceMs);
     QProcess second;
     second.setProcessEnvironment(environment);
-    second.start(QStringLiteral(BIN "voro-player"), {m_home.album("3.ogg")});
+    second.start(QStringLiteral(BIN "voro-player"), {m_home.album("3.ogg"), m_home.path("Music/Northern Lights")});
     QVERIFY(second.waitForFinished(PatienceMs));
     QCOMPARE(second.exitCode(), 0);
     QTRY_COMPARE_WITH_TIMEOUT(device.title(), "Harbour", PatienceMs);
+    // What is in the folder comes next.
+    QTRY_VERIFY_WITH_TIMEOUT(device.isNextEnabled(), PatienceMs);
     for (QProcess *process : {&first, &bus}) {
         process->terminate();
         QVERIFY(process->waitForFinished(PatienceMs));
