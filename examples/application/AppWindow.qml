@@ -1,6 +1,6 @@
 import QtQuick
 import QtQuick.Controls
-import Qt.labs.settings
+import voro.application
 
 /** The window of an application: a phone's size at first, then as it was left; its colours from the theme. */
 ApplicationWindow {

@@ -1,5 +1,4 @@
 import QtQuick
-import Qt.labs.settings
 import voro.application
 
 /** The library beside what is played, or one of the two where the window is narrow. */

@@ -1,5 +1,5 @@
 import QtQuick
-import Qt.labs.settings
+import voro.application
 
 /** Remembers where long media stopped, and offers to go on there. */
 Item {
