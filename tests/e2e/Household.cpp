@@ -145,15 +145,3 @@ bool SpawnFolder::isGone(pid_t daemon)
 {
     return ::kill(daemon, 0) != 0 && errno == ESRCH;
 }
-
-int SpawnFolder::processes() const
-{
-    int count = 0;
-    for (const QString &process : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs)) {
-        QFile environment(QStringLiteral("/proc/%1/environ").arg(process));
-        const QString program = QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process));
-        count += program.endsWith(QLatin1String("/vorod")) && environment.open(QFile::ReadOnly)
-                 && environment.readAll().contains("VORO_RUNTIME_DIR=" + m_folder.path().toLocal8Bit());
-    }
-    return count;
-}

@@ -71,8 +71,6 @@ public:
     pid_t daemon() const;
     /** Whether that one has gone. */
     static bool isGone(pid_t daemon);
-    /** How many processes serve the folder: a daemon and its guardian are two. */
-    int processes() const;
 
 private:
     QTemporaryDir m_folder;

@@ -6,16 +6,11 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QElapsedTimer>
-#include <QtCore/QProcess>
-#include <QtCore/QSocketNotifier>
 #include <QtTest/QtTest>
 
 #include <Rows.h>
-#include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
-#include <cstdlib>
 #include <random>
 #include <thread>
 
@@ -26,37 +21,6 @@ namespace {
 int openDescriptors()
 {
     return static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).count());
-}
-
-/**
- * A player in a process of its own, which says each time that it plays, and plays again after an error. Its input ends
- * it.
- */
-int runApplication(int argc, char **argv)
-{
-    QCoreApplication application(argc, argv);
-    MediaPlayer player;
-    bool isTold = false;
-    QObject::connect(&player, qOverload<unsigned>(&MediaPlayer::positionChanged), &application, [&] {
-        if (!std::exchange(isTold, true)) {
-            std::puts("plays");
-            std::fflush(stdout);
-        }
-    });
-    const auto play = [&] {
-        isTold = false;
-        if (player.play() != MediaError::None) {
-            QCoreApplication::exit(1);
-        }
-    };
-    QObject::connect(&player, qOverload<MediaError::Type, unsigned>(&MediaPlayer::error), &application, play,
-                     Qt::QueuedConnection);
-    player.setStatusInterval(50);
-    player.setSourceUrl(QUrl(QString::fromLocal8Bit(argv[2])));
-    play();
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
-    return QCoreApplication::exec();
 }
 
 /** How often the daemon is lost; VORO_ROUNDS says otherwise. */
@@ -77,7 +41,6 @@ private Q_SLOTS:
     void everybodyIsTold_andTheNextCommandWorks();
     void preparedPlayer_isTold_andPlaysWhereItWas();
     void lostPlayer_playsWithoutHavingBeenTold();
-    void fiftyApplications_startOneDaemon_andPlay();
 
 private:
     QTemporaryDir m_folder;
@@ -213,54 +176,5 @@ void tst_DaemonLoss::lostPlayer_playsWithoutHavingBeenTold()
     QCOMPARE(errors.size(), 0);
 }
 
-void tst_DaemonLoss::fiftyApplications_startOneDaemon_andPlay()
-{
-    const SpawnFolder runtime;
-    std::vector<std::unique_ptr<QProcess>> applications;
-    for (int i = 0; i < 50; ++i) {
-        auto application = std::make_unique<QProcess>();
-        application->start(QCoreApplication::applicationFilePath(), {"--application", m_tone.toString()});
-        applications.push_back(std::move(application));
-    }
-    const auto allPlay = [&applications](int times) {
-        return QTest::qWaitFor(
-            [&] {
-                return std::all_of(applications.begin(), applications.end(), [times](const auto &application) {
-                    return application->bytesAvailable() == times * qint64(sizeof "plays");
-                });
-            },
-            60'000);
-    };
-    QVERIFY(allPlay(1));
-    QElapsedTimer since;
-    since.start();
-    ::kill(runtime.daemon(), SIGKILL);
-    if (!allPlay(2)) {
-        for (const auto &application : applications) {
-            qWarning() << application->state() << application->exitCode() << application->readAllStandardOutput()
-                       << application->readAllStandardError().right(300);
-        }
-        QFAIL("not all play again");
-    }
-    qInfo("all play after %lld ms", since.elapsed());
-    QCOMPARE(runtime.processes(), 2);
-    for (const auto &application : applications) {
-        application->closeWriteChannel();
-    }
-    for (const auto &application : applications) {
-        QVERIFY(application->waitForFinished());
-        QCOMPARE(application->exitCode(), 0);
-    }
-}
-
-int main(int argc, char **argv)
-{
-    if (argc == 3 && qstrcmp(argv[1], "--application") == 0) {
-        return runApplication(argc, argv);
-    }
-    QCoreApplication application(argc, argv);
-    tst_DaemonLoss test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(tst_DaemonLoss)
 #include "tst_daemonloss.moc"

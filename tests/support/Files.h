@@ -9,3 +9,6 @@
 QString writeFile(const QString &path, const QByteArray &content);
 /** What a file holds; nothing when it is not there. */
 QByteArray readFile(const QString &path);
+
+/** A WAV file of silence without tags, 8000 bytes a second. */
+QByteArray silentWav(int seconds);

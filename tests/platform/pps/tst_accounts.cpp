@@ -102,7 +102,6 @@ bool ask(Connection &control, const std::string &command)
 class tst_Accounts : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void process_getsAFractionOfWhatIsLeft();
     void chargesAtRandom_agreeWithTheRule();
     void hostileAndHonest_atRandom_honestOnesNeverNotice();
     void whatWasLeftBehind_goesOldestFirst();
@@ -116,27 +115,6 @@ private Q_SLOTS:
     void frameSocket_turnsAway_whenDescriptorsRunOut();
     void frameSocket_closesWhoSaysNoName();
 };
-
-void tst_Accounts::process_getsAFractionOfWhatIsLeft()
-{
-    Accounts accounts;
-    const size_t all = accounts.room(Accounts::Services, Resource::Contexts);
-    std::vector<Accounts::Charge> charges;
-    size_t others = 0;
-    for (const pid_t process : {10, 11, 12}) {
-        size_t own = 0;
-        for (auto charge = accounts.take(process, Resource::Contexts); charge.isValid();
-             charge = accounts.take(process, Resource::Contexts)) {
-            charges.push_back(std::move(charge));
-            ++own;
-        }
-        QCOMPARE(own, (all - others) / 4);
-        others += own;
-    }
-    QCOMPARE(accounts.room(Accounts::Services, Resource::Contexts), all);
-    charges.clear();
-    QCOMPARE(accounts.room(13, Resource::Contexts), all / 4);
-}
 
 // Whoever asks gets what fits into a quarter of what the others leave; what was left behind is in nobody's way.
 void tst_Accounts::chargesAtRandom_agreeWithTheRule()

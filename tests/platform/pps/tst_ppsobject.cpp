@@ -38,8 +38,6 @@ private Q_SLOTS:
     void init() { m_daemon = std::make_unique<Daemon>(); }
     void cleanup() { m_daemon.reset(); }
 
-    void plainObject_reads_data();
-    void plainObject_reads();
     void closedObject_refusesEverything();
     void sendMessage_tellsWhatFailed();
     void blockingRead_waitsForAPublication();
@@ -57,38 +55,6 @@ private:
 
     std::unique_ptr<Daemon> m_daemon;
 };
-
-void TestPpsObject::plainObject_reads_data()
-{
-    const Rows<QByteArrayList, QByteArrayList, QByteArray, QByteArray> row("before", "between", "first", "second");
-
-    row("nothing there", {}, {}, {}, {});
-    row("deleted attribute", {"a::1\nb::2"}, {"-a"}, "@o\na::1\nb::2\n", "@o\nb::2\n-a\n");
-    row("replaced whole", {"a::1\nb::2"}, {"*@o\nb::3"}, "@o\na::1\nb::2\n", "*@o\nb::3\n");
-    row("deleted object", {"a::1"}, {"-@o"}, "@o\na::1\n", "-@o\n");
-}
-
-void TestPpsObject::plainObject_reads()
-{
-    QFETCH(QByteArrayList, before);
-    QFETCH(QByteArrayList, between);
-    Open publisher(path("o"), PpsOpenMode::Publish);
-    for (const QByteArray &text : before) {
-        QVERIFY(publisher.write(text));
-    }
-    Open reader(path("o"), PpsOpenMode::Subscribe);
-    bool ok = false;
-    QTEST(reader.read(&ok), "first");
-    QVERIFY(ok);
-    for (const QByteArray &text : between) {
-        QVERIFY(publisher.write(text));
-    }
-    Open barrier(path("o"), PpsOpenMode::Subscribe);
-    QTEST(reader.read(&ok), "second");
-    QVERIFY(ok);
-    QCOMPARE(reader.read(&ok), QByteArray());
-    QVERIFY(ok);
-}
 
 // Returns when everything that was written so far has reached the objects of this thread.
 void TestPpsObject::letEventsPass()

@@ -93,6 +93,7 @@ private Q_SLOTS:
     void firstOpen_startsADaemon();
     void daemon_hasNothingOfWhoStartedIt();
     void userManager_startsTheDaemon();
+    void racingClients_startOne_data();
     void racingClients_startOne();
     void killedDaemon_isReplaced();
     void autospawn_canBeSwitchedOff();
@@ -227,9 +228,22 @@ void TestVorod::userManager_startsTheDaemon()
     QCOMPARE(openError(connection), 0);
 }
 
+void TestVorod::racingClients_startOne_data()
+{
+    const Rows<bool> row("isKilled");
+    row("the first", false);
+    row("the next one after a crash", true);
+}
+
 void TestVorod::racingClients_startOne()
 {
+    QFETCH(const bool, isKilled);
     StartFolder folder;
+    if (isKilled) {
+        pps::Connection before;
+        QCOMPARE(openError(before), 0);
+        folder.end(SIGKILL);
+    }
     constexpr int Count = 4;
     std::vector<std::unique_ptr<ChildProcess>> clients;
     for (int i = 0; i < Count; ++i) {
@@ -416,9 +430,7 @@ void TestVorod::replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt()
     const QString program = folder.filePath("vorod");
     QVERIFY(QFile::copy(VOROD, program) && QFile::copy(VOROD, program + ".new"));
     QVERIFY(QFile::link(QFileInfo(VOROD).dir().filePath("voro-renderer"), folder.filePath("voro-renderer")));
-    const QByteArray head =
-        QByteArray::fromHex("524946468c3e000057415645666d74201000000001000100401f0000803e00000200100064617461003e0000");
-    const QString medium = writeFile(folder.filePath("a.wav"), head + QByteArray(0x3e00, '\0'));
+    const QString medium = writeFile(folder.filePath("a.wav"), silentWav(1));
     QProcess daemon;
     daemon.start(program, {});
     pps::Connection control;
