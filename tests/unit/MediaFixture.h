@@ -4,10 +4,10 @@
 #include "private/Logger.h"
 #include "private/MmrContextNotifier.h"
 #include "Rows.h"
+#include "RuntimeBroker.h"
 #include "ScriptedRenderer.h"
 #include "SignalLog.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
@@ -31,8 +31,8 @@ void compareAnnouncements(const QStringList &debugLines, const QStringList &trac
 void runEventLoop();
 
 /**
- * A player or recorder with a scripted renderer and its log. The renderer's objects cannot be watched, so that a test
- * itself plays the monitor.
+ * A player or recorder with a scripted renderer and its log. Without a RuntimeBroker the renderer's objects cannot be
+ * watched, so that a test itself plays the monitor.
  */
 template<typename Media>
 class MediaFixture {
@@ -40,8 +40,10 @@ public:
     explicit MediaFixture(const std::function<void(voro::test::ScriptedRenderer &)> &script = {})
         : renderer(trace,
                    [&](voro::test::ScriptedRenderer &scripted) {
-                       qputenv("VORO_RUNTIME_DIR", folder.path().toUtf8());
-                       qputenv("VORO_AUTOSPAWN", "0");
+                       if (!RuntimeBroker::current()) {
+                           qputenv("VORO_RUNTIME_DIR", folder.path().toUtf8());
+                           qputenv("VORO_AUTOSPAWN", "0");
+                       }
                        if (script) {
                            script(scripted);
                        }
@@ -97,13 +99,7 @@ public:
 template<typename Media>
 void record(QStringList &trace, const PreparationOf<Media> &given, const ActionOn<Media> &act, qsizetype end)
 {
-    const QByteArray runtime = qgetenv("VORO_RUNTIME_DIR");
-    // A broker that a test has made stays the one.
-    MediaFixture<Media> f([&](auto &) {
-        if (QFile::exists(QString::fromUtf8(runtime) + QLatin1String("/pps.sock"))) {
-            qputenv("VORO_RUNTIME_DIR", runtime);
-        }
-    });
+    MediaFixture<Media> f;
     given(f);
     f.forget();
     const QPointer<voro::multimedia::MmrContextNotifier> monitor(&f.notifier);
@@ -123,21 +119,18 @@ void record(QStringList &trace, const PreparationOf<Media> &given, const ActionO
     trace = f.trace;
 }
 
-/**
- * Destroys the object in the slot of each signal that an action leads to. A function makes the action, which may hold
- * what a run needs for itself.
- */
-template<typename Media, typename MakeAction>
-void destroyEverywhere(const PreparationOf<Media> &given, const MakeAction &makeAction)
+/** Destroys the object in the slot of each signal that an action leads to. */
+template<typename Media>
+void destroyEverywhere(const PreparationOf<Media> &given, const ActionOn<Media> &act)
 {
     QStringList whole;
-    record<Media>(whole, given, makeAction(), -1);
+    record<Media>(whole, given, act, -1);
     for (qsizetype end = 0; end < whole.size() && !QTest::currentTestFailed(); ++end) {
         if (!isSignal(whole.at(end))) {
             continue;
         }
         QStringList trace;
-        record<Media>(trace, given, makeAction(), end);
+        record<Media>(trace, given, act, end);
         QCOMPARE(trace, whole.mid(0, end + 1) + (QStringList{"mmr_context_destroy", "mmr_disconnect"}));
     }
 }
@@ -174,7 +167,7 @@ void tryRow()
         compareAnnouncements(f.log.takeDebugLines(), f.trace);
     }
     if (isSmooth && !QTest::currentTestFailed()) {
-        destroyEverywhere<Media>(given, [&] { return act; });
+        destroyEverywhere<Media>(given, act);
     }
 }
 
@@ -202,6 +195,21 @@ auto reported(void (voro::multimedia::MmrContextNotifier::*signal)(Parameters...
     return [=](auto &f) {
         (f.notifier.*signal)(arguments...);
         return voro::multimedia::MediaError::None;
+    };
+}
+
+/**
+ * The renderer publishes objects, with " | " between, which the monitor reads together. Returns with the last signal
+ * that comes of them.
+ */
+inline auto published(const char *objects, const char *last)
+{
+    return [=](auto &f) {
+        for (const QString &object : QString::fromLatin1(objects).split(QStringLiteral(" | "))) {
+            RuntimeBroker::current()->publish(voro::test::contextFolder(f.contextName), object);
+        }
+        const auto isOver = [&] { return !f.owned || f.trace.contains(QLatin1String(last)); };
+        return QTest::qWaitFor(isOver) ? voro::multimedia::MediaError::None : voro::multimedia::MediaError::Internal;
     };
 }
 

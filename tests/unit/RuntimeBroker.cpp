@@ -1,7 +1,10 @@
 #include "RuntimeBroker.h"
 
+RuntimeBroker *RuntimeBroker::s_current = nullptr;
+
 RuntimeBroker::RuntimeBroker()
 {
+    s_current = this;
     qputenv("VORO_RUNTIME_DIR", m_folder.path().toUtf8());
     qputenv("VORO_AUTOSPAWN", "0");
     const int listener = voro::pps::listenIn(m_folder.path().toStdString());

@@ -9,6 +9,11 @@
 class RuntimeBroker {
 public:
     RuntimeBroker();
+    ~RuntimeBroker() { s_current = nullptr; }
+    Q_DISABLE_COPY_MOVE(RuntimeBroker)
+
+    /** The one that there is; null when there is none. */
+    static RuntimeBroker *current() { return s_current; }
 
     /**
      * Publishes an object of a folder: "NAME ATTRIBUTE…", each attribute as it stands in PPS text. A name may have "*"
@@ -19,6 +24,7 @@ public:
     voro::pps::BrokerThread &thread() { return m_thread; }
 
 private:
+    static RuntimeBroker *s_current;
     QTemporaryDir m_folder;
     voro::pps::BrokerThread m_thread;
 };

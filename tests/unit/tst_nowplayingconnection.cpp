@@ -230,10 +230,6 @@ void NowPlayingConnectionTest::registration_data()
         R"({"audio":"general","name":"player","overlay":"plain","prio":"low","recorder":true})");
     row("name", call(&C::setConnectionName, QStringLiteral("a \"b\"")),
         R"({"audio":"general","name":"a \"b\"","overlay":"plain","prio":"low"})");
-    row("audio manager handle", call(&C::setAudioManagerHandle, 4000000000U),
-        R"({"audio":"general","audioman_handle":4000000000,"name":"player","overlay":"plain","prio":"low"})");
-    row("overlay", call(&C::setOverlayStyle, OverlayStyle::Fancy),
-        R"({"audio":"general","name":"player","overlay":"fancy","prio":"low"})");
 }
 
 void NowPlayingConnectionTest::registration()
@@ -407,9 +403,9 @@ void NowPlayingConnectionTest::setter_data()
     row("overlay", call(&C::setOverlayStyle, OverlayStyle::Fancy), "overlayStyleChanged(Fancy)",
         {R"(dat:json:{"audio":"general","name":"player","overlay":"fancy","prio":"low"}|msg::register|)"});
     row("same overlay", call(&C::setOverlayStyle, OverlayStyle::Plain), "", {});
-    row("handle", call(&C::setAudioManagerHandleQml, 7),
-        "audioManagerHandleChanged(7)|audioManagerHandleChanged(uint 7)",
-        {R"(dat:json:{"audio":"general","audioman_handle":7,"name":"player","overlay":"plain","prio":"low"}|)"
+    row("handle", call(&C::setAudioManagerHandleQml, 4000000000U),
+        "audioManagerHandleChanged(4000000000)|audioManagerHandleChanged(uint 4000000000)",
+        {R"(dat:json:{"audio":"general","audioman_handle":4000000000,"name":"player","overlay":"plain","prio":"low"}|)"
          "msg::register|"});
     row("same handle", call(&C::setAudioManagerHandle, 0), "", {});
     row(
