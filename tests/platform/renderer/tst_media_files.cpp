@@ -5,6 +5,7 @@
 #include <QtTest/QtTest>
 
 #include <fcntl.h>
+#include <Files.h>
 #include <pps/broker/Broker.h>
 #include <pps/FdPassing.h>
 #include <renderer/common/FileRequest.h>
@@ -14,6 +15,7 @@
 #include <renderer/service/MemoryFiles.h>
 #include <renderer/service/RecordingFile.h>
 #include <renderer/service/SocketPair.h>
+#include <Rows.h>
 #include <sched.h>
 #include <sys/mman.h>
 #include <sys/mount.h>
@@ -52,11 +54,9 @@ private Q_SLOTS:
 
 void tst_MediaFiles::names_areFoundHoweverTheyAreWritten_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<bool>("expected");
-    const auto row = [](const char *title, const QByteArray &text, const QByteArray &path, bool expected = true) {
-        QTest::newRow(title) << text << path << expected;
+    const Rows<QByteArray, QByteArray, bool> add("text", "path", "expected");
+    const auto row = [&](const char *title, const QByteArray &text, const QByteArray &path, bool expected = true) {
+        add(title, text, path, expected);
     };
     row("beside the list", "#EXTM3U\na.ogg\n", "/music/a.ogg");
     row("in a folder below", "sub/./x/../a.ogg\r\n", "/music/sub/a.ogg");
@@ -96,12 +96,14 @@ void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
 {
     const QTemporaryDir folder;
     const auto path = [&](const char *name) { return folder.filePath(QString::fromLatin1(name)).toStdString(); };
-    const auto write = [&](const char *name, const QByteArray &content) {
-        QFile file(QString::fromStdString(path(name)));
-        return file.open(QFile::WriteOnly) && file.write(content) == content.size();
-    };
-    QVERIFY(write("list.m3u", "a.ogg\ninner.m3u\ngone.ogg\n") && write("inner.m3u", "b.ogg\n") && write("a.ogg", "A")
-            && write("b.ogg", "B") && write("secret", "S") && write("film.srt", "1"));
+    for (const auto &[name, content] : {std::pair("list.m3u", "a.ogg\ninner.m3u\ngone.ogg\n"),
+                                        {"inner.m3u", "b.ogg\n"},
+                                        {"a.ogg", "A"},
+                                        {"b.ogg", "B"},
+                                        {"secret", "S"},
+                                        {"film.srt", "1"}}) {
+        writeFile(folder.filePath(QLatin1String(name)), content);
+    }
 
     pps::Broker broker;
     QSocketNotifier ready(broker.fd(), QSocketNotifier::Read);
@@ -186,8 +188,7 @@ void tst_MediaFiles::application_meansTheFilesThatItSees()
     QDir(folder.path()).mkdir("outer");
     const auto in = [&](const char *name) { return folder.filePath(QLatin1String(name)); };
     for (const char *place : {"inner", "outer"}) {
-        QFile file(in(place) + "/file");
-        QVERIFY(file.open(QFile::WriteOnly) && file.write(place) > 0);
+        writeFile(in(place) + "/file", place);
         QVERIFY(QFile::link(in("outer/file"), in(place) + "/link"));
     }
     const auto [reading, writing] = socketPair();

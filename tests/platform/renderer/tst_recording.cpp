@@ -157,13 +157,6 @@ private Q_SLOTS:
 
 private:
     QString file(const QString &name) const { return m_folder.filePath(name); }
-    static void addFormats(const QStringList &formats)
-    {
-        QTest::addColumn<QString>("format");
-        for (const QString &format : formats) {
-            QTest::newRow(qPrintable(format)) << format;
-        }
-    }
 
     QTemporaryDir m_folder;
 };
@@ -334,7 +327,7 @@ void tst_Recording::sourceEnds_fileIsComplete()
 
 void tst_Recording::diskFull_whatIsThereCanBeRead_data()
 {
-    addFormats({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
+    Rows<QString>("format").each({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
 }
 
 // A limit of the files' size stands for the disk.
@@ -355,7 +348,7 @@ void tst_Recording::diskFull_whatIsThereCanBeRead()
 
 void tst_Recording::workerKilled_fileStaysAndPlays_data()
 {
-    addFormats({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
+    Rows<QString>("format").each({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
 }
 
 void tst_Recording::workerKilled_fileStaysAndPlays()

@@ -8,6 +8,7 @@
 #include <pps/Text.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/service/WorkerPool.h>
+#include <Rows.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -133,15 +134,7 @@ private Q_SLOTS:
 
 void tst_Worker::workerThatTakesTooLong_isEnded_data()
 {
-    QTest::addColumn<std::string>("command");
-    QTest::addColumn<std::string>("lines");
-    QTest::addColumn<bool>("hangsAtStart");
-    QTest::addColumn<int>("limit");
-    QTest::addColumn<int>("error");
-    const auto row = [](const char *name, const char *command, const char *lines, int limit, ErrorCode error) {
-        QTest::newRow(name) << std::string(command) << std::string(lines) << (limit == ShortStart) << limit
-                            << static_cast<int>(error);
-    };
+    const Rows<std::string, std::string, int, ErrorCode> row("command", "lines", "limit", "error");
     row("a local medium", "open", "url::/a.ogg\n", Limits.localOpening, ErrorCode::SourceUnavailable);
     row("a medium of the net", "open", "url::http://x/a.ogg\n", Limits.request, ErrorCode::SourceUnavailable);
     row("any other request", "seek", "", Limits.request, ErrorCode::Internal);
@@ -153,10 +146,9 @@ void tst_Worker::workerThatTakesTooLong_isEnded()
 {
     QFETCH(const std::string, command);
     QFETCH(const std::string, lines);
-    QFETCH(const bool, hangsAtStart);
     QFETCH(const int, limit);
     Worker::Limits limits = Limits;
-    if (hangsAtStart) {
+    if (limit == ShortStart) {
         limits.start = ShortStart;
         qputenv(HangsAtStart, "1");
     }
@@ -169,18 +161,13 @@ void tst_Worker::workerThatTakesTooLong_isEnded()
     player.engine->ask(command, lines, [&](const Result &told) { result = told; });
     QTRY_VERIFY_WITH_TIMEOUT(result, 20'000);
     QVERIFY2(time.elapsed() >= limit, qPrintable(QString::number(time.elapsed())));
-    QTEST(static_cast<int>(result->code), "error");
+    QTEST(result->code, "error");
     QVERIFY(player.listener.isDead);
 }
 
 void tst_Worker::workerThatUsesTooMuch_isEnded_data()
 {
-    QTest::addColumn<std::string>("command");
-    QTest::addColumn<std::string>("lines");
-    QTest::addColumn<bool>("isEnded");
-    const auto row = [](const char *name, const char *command, const char *lines, bool isEnded) {
-        QTest::newRow(name) << std::string(command) << std::string(lines) << isEnded;
-    };
+    const Rows<std::string, std::string, bool> row("command", "lines", "isEnded");
     row("processor time without progress", "work", "", true);
     row("processor time with progress", "work", "gets_on::yes\n", false);
     row("processor time of a long rest", "work", "rest:n:50\n", false);
