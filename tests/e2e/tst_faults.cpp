@@ -87,7 +87,6 @@ private Q_SLOTS:
     void manyPlayers_leaveNothing();
     void manyPlayers_outliveTheirWorkers_data();
     void manyPlayers_outliveTheirWorkers();
-    void sourceChangedOften_playsTheLast();
     void fileCutWhilePlaying_isTold_data();
     void fileCutWhilePlaying_isTold();
     void diskBreaks_isTold_andMended_itPlays();
@@ -292,25 +291,6 @@ void tst_Faults::manyPlayers_outliveTheirWorkers()
         }
         QVERIFY(moves);
     }
-}
-
-void tst_Faults::sourceChangedOften_playsTheLast()
-{
-    const QUrl other = QUrl::fromLocalFile(media::makeTone(m_folder.filePath("other.wav"), {.seconds = 30}));
-    MediaPlayer player;
-    QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
-    for (int i = 0; i < 100; ++i) {
-        QCOMPARE(player.setSourceUrl(i % 2 == 0 ? m_url : other), MediaError::None);
-        QCOMPARE(player.play(), MediaError::None);
-        QCOMPARE(player.mediaState(), MediaState::Started);
-    }
-    QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
-    QTRY_VERIFY(positions.count() > 1);
-    QCOMPARE(player.duration(), 30'000u);
-    QCOMPARE(player.mediaState(), MediaState::Started);
-    QVERIFY(errors.isEmpty());
-    QCOMPARE(workersWith(other.toLocalFile().toUtf8(), m_daemon->processId()).size(), 1);
-    QVERIFY(workersWith(m_url.toLocalFile().toUtf8(), m_daemon->processId()).isEmpty());
 }
 
 void tst_Faults::fileCutWhilePlaying_isTold_data()

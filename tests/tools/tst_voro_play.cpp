@@ -40,24 +40,6 @@ QByteArray remote(const QStringList &arguments)
     return result.status == 0 ? result.out : "failed: " + result.err;
 }
 
-/** Writes half a minute of silence without any tags. */
-void writeSilence(const QString &path)
-{
-    const QByteArray samples(30 * 8000, '\x80');
-    QFile file(path);
-    QDataStream stream(&file);
-    stream.setByteOrder(QDataStream::LittleEndian);
-    QVERIFY(file.open(QFile::WriteOnly));
-    stream.writeRawData("RIFF", 4);
-    stream << static_cast<quint32>(36 + samples.size());
-    stream.writeRawData("WAVEfmt ", 8);
-    stream << 16U << static_cast<quint16>(1) << static_cast<quint16>(1) << 8000U << 8000U << static_cast<quint16>(1)
-           << static_cast<quint16>(8);
-    stream.writeRawData("data", 4);
-    stream << static_cast<quint32>(samples.size());
-    QCOMPARE(stream.writeRawData(samples.constData(), static_cast<int>(samples.size())), samples.size());
-}
-
 } // namespace
 
 void tst_VoroPlay::saysWhatIsWrong_andPlaysTheNext()
@@ -94,29 +76,17 @@ void tst_VoroPlay::json_tellsTheWholeStory()
     QCOMPARE(result.status, 0);
     double last = 0;
     QStringList states;
-    QString title;
-    int ends = 0;
-    for (const QByteArray &line : result.out.split('\n')) {
-        if (line.isEmpty()) {
-            continue;
-        }
+    for (const QByteArray &line : result.out.trimmed().split('\n')) {
         const QJsonObject signal = QJsonDocument::fromJson(line).object();
-        const QString name = signal.value(QLatin1String("signal")).toString();
-        QVERIFY2(!name.isEmpty() && signal.value(QLatin1String("t")).toDouble() >= last, line.constData());
-        last = signal.value(QLatin1String("t")).toDouble();
-        if (name == QLatin1String("mediaStateChanged")) {
-            states.append(signal.value(QLatin1String("mediaState")).toString());
-        } else if (name == QLatin1String("metaDataChanged")) {
-            title = signal.value(QLatin1String("metaData")).toObject().value(QLatin1String("title")).toString();
-        } else if (name == QLatin1String("positionChanged")) {
-            QVERIFY2(signal.value(QLatin1String("position")).toDouble() >= 0, line.constData());
-        } else if (name == QLatin1String("playbackCompleted")) {
-            ++ends;
+        QVERIFY2(signal["signal"].isString() && signal["t"].toDouble() >= last, line.constData());
+        last = signal["t"].toDouble();
+        if (signal.contains("mediaState")) {
+            states += signal["mediaState"].toString();
         }
     }
     QCOMPARE(states, (QStringList{"Prepared", "Started", "Stopped"}));
-    QCOMPARE(title, "First Light");
-    QCOMPARE(ends, 1);
+    QVERIFY(result.out.contains("\"title\":\"First Light\""));
+    QCOMPARE(result.out.count("\"signal\":\"playbackCompleted\""), 1);
 }
 
 void tst_VoroPlay::warns_whenThereIsNoSoundServer()
@@ -156,7 +126,7 @@ void tst_VoroPlay::queue_isRepeatedAndShuffled_asTheRemoteAsks()
 {
     const SilentDaemon daemon;
     for (const char *name : {"a.wav", "b.wav", "c.wav"}) {
-        writeSilence(daemon.folder() + '/' + name);
+        writeFile(daemon.folder() + '/' + name, silentWav(30));
     }
     RunningVoro playing({"play", "--json", daemon.folder()});
     QVERIFY(playing.waitFor(state("Started")));

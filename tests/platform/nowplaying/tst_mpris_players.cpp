@@ -50,7 +50,6 @@ private Q_SLOTS:
     void commands_areCalls();
     void theOnePlaying_isChosen();
     void holder_comesFirst();
-    void manyPlayers_comeAndGo();
     void player_thatHangs_holdsNobodyUp();
     void bus_thatGoes_takesThePlayersAlong();
 
@@ -349,26 +348,6 @@ void TestMprisPlayers::holder_comesFirst()
     QCOMPARE(controller.next(), Stopped);
     QCOMPARE(controller.next(), update());
     QVERIFY(controller.waitFor(Playing));
-}
-
-void TestMprisPlayers::manyPlayers_comeAndGo()
-{
-    Talk controller;
-    controller.subscribe();
-    QVERIFY(controller.waitFor(Free));
-    for (int round = 0; round < 3; ++round) {
-        for (int i = 0; i < 20; ++i) {
-            players->call("add('p" + QByteArray::number(i)
-                          + "', PlaybackStatus='Playing', Metadata=metadata(title='T'))");
-        }
-        QVERIFY(controller.waitFor(theirs()));
-        for (int i = 0; i < 20; ++i) {
-            players->call("remove('p" + QByteArray::number(i) + "')");
-        }
-        QVERIFY(controller.waitFor(Free));
-    }
-    controller.write("msg::m_play");
-    QVERIFY(controller.waitFor(failure("m_play", "nothing is playing")));
 }
 
 void TestMprisPlayers::player_thatHangs_holdsNobodyUp()
