@@ -48,3 +48,6 @@ std::string readNow(Connection &connection);
 std::string readNext(Connection &connection);
 
 } // namespace voro::pps
+
+/** Compares a text of the broker's with what is expected. */
+#define COMPARE_TEXT(actual, expected) QCOMPARE(QByteArray::fromStdString(actual), QByteArray(expected))
