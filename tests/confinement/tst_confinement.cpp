@@ -120,7 +120,7 @@ struct Attempts {
 /** Reads what was printed about a kind of worker and the layers that it has been without, by process. */
 QMap<QByteArray, Attempts> read(const QByteArray &output, const QStringList &options)
 {
-    constexpr int Refusals[] = {EPERM, EACCES, EEXIST, ENOSYS, ENOENT, EROFS, ECONNREFUSED, ENETUNREACH};
+    constexpr int Refusals[] = {EPERM, EACCES, ENOSYS, ENOENT, EROFS, ECONNREFUSED, ENETUNREACH};
     QMap<QByteArray, Attempts> processes;
     for (const QByteArray &line : output.split('\n')) {
         const QByteArrayList parts = line.split('=');

@@ -2,6 +2,7 @@
 
 #include "Landlock.h"
 #include "Namespaces.h"
+#include "SoundServer.h"
 #include "SystemPlaces.h"
 
 #include <linux/capability.h>
@@ -145,10 +146,6 @@ bool Confinement::limitFiles(Reach reach) const
         for (const std::string &path : places) {
             landlock.allow(path.c_str(), Landlock::Access::Read);
         }
-    }
-    // The sound server's library opens the folder of its socket to look whose it is.
-    for (const std::string &place : soundServerPlaces()) {
-        landlock.allow(place.c_str(), Landlock::Access::List);
     }
     for (const char *device : {"/dev/null", "/dev/zero", "/dev/full"}) {
         landlock.allow(device, Landlock::Access::Write);

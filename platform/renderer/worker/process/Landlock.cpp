@@ -36,7 +36,6 @@ constexpr uint64_t OfFiles = Execute | WriteFile | ReadFile | Truncate | Control
 
 /** By Landlock::Access. */
 constexpr uint64_t KindsOf[] = {
-    ReadFolder,
     ReadFile | ReadFolder,
     ReadFile | WriteFile,
     ReadFile | ReadFolder | WriteFile | Truncate | MakeFile | RemoveFile,
@@ -86,9 +85,7 @@ void Landlock::allow(const char *path, Access access)
     if (!S_ISDIR(status.st_mode)) {
         kinds &= OfFiles;
     }
-    if ((kinds & m_files) != 0) {
-        m_rules.push_back({std::move(parent), kinds & m_files});
-    }
+    m_rules.push_back({std::move(parent), kinds & m_files});
 }
 
 bool Landlock::enforce()

@@ -14,8 +14,6 @@ namespace voro::renderer {
 class Landlock {
 public:
     enum class Access {
-        /** Opening folders. */
-        List,
         Read,
         /** Writing to what is there. */
         Write,

@@ -3,6 +3,7 @@
 #include "HandedFiles.h"
 #include "Nursery.h"
 #include "Setup.h"
+#include "SoundServer.h"
 
 #include <renderer/common/FileRequest.h>
 #include <renderer/common/MemoryFile.h>
@@ -81,6 +82,7 @@ int main(int argc, char **argv)
     // Whatever else the daemon has open.
     close_range(WorkerMediaSocket + 1, ~0U, 0);
     restrictProcess();
+    nameSoundServer();
     startGStreamer();
     warmUp();
     Confinement confinement;

@@ -1,5 +1,6 @@
 #include "Namespaces.h"
 
+#include "SoundServer.h"
 #include "SystemPlaces.h"
 
 #include <fcntl.h>

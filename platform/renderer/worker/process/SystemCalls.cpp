@@ -193,10 +193,6 @@ SystemCalls::SystemCalls(Devices devices, Files files, Reach reach)
     }
     if (devices == Devices::Open) {
         rules.allow(ForDevices);
-    } else {
-        // The sound server's library makes its folder before it looks for the server there. The folder exists.
-        rules.add(SCMP_ACT_ERRNO(EEXIST), "mkdir");
-        rules.add(SCMP_ACT_ERRNO(EEXIST), "mkdirat");
     }
     if (rules.areGood() && seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_OPTIMIZE, 2) == 0) {
         m_program = programOf(filter.get());

@@ -3,12 +3,9 @@
 #include "Module.h"
 
 #include <glib.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <string_view>
 
 namespace voro::renderer {
 
@@ -25,24 +22,7 @@ void addFrom(const char *variable, std::vector<std::string> &places)
     }
 }
 
-/** The server that the environment names: the path of a socket, or a place on the network; empty for the usual one. */
-std::string soundServer()
-{
-    constexpr std::string_view Scheme = "unix:";
-    std::string server = std::getenv("PULSE_SERVER") ? std::getenv("PULSE_SERVER") : "";
-    if (server.starts_with(Scheme)) {
-        server.erase(0, Scheme.size());
-    }
-    return server;
-}
-
 } // namespace
-
-bool isSoundServerFar()
-{
-    const std::string server = soundServer();
-    return !server.empty() && !server.starts_with('/');
-}
 
 std::vector<std::string> systemPlaces()
 {
@@ -90,25 +70,6 @@ std::vector<std::string> systemPlaces()
 std::vector<std::string> screenPlaces()
 {
     return {ScreenServerPlace, std::string(g_get_home_dir()) + "/.Xauthority"};
-}
-
-std::vector<std::string> soundServerPlaces()
-{
-    std::vector<std::string> places{"/run/pulse"};
-    addFrom("PULSE_RUNTIME_PATH", places);
-    const std::string server = soundServer();
-    if (server.starts_with('/')) {
-        // A server that starts anew makes its socket again; but what else is in the folder must be the server's, too.
-        const std::filesystem::path folder = std::filesystem::path(server).parent_path();
-        places.push_back(folder.filename().string().starts_with("pulse") ? folder.string() : server);
-    }
-    if (const char *runtime = std::getenv("XDG_RUNTIME_DIR")) {
-        const std::string own = std::string(runtime) + "/pulse";
-        // Where there is none yet a server will make its socket in it.
-        mkdir(own.c_str(), 0700);
-        places.push_back(own);
-    }
-    return places;
 }
 
 } // namespace voro::renderer

@@ -11,12 +11,6 @@ namespace voro::renderer {
  */
 std::vector<std::string> systemPlaces();
 
-/** The folders in which sockets of the sound server may be. */
-std::vector<std::string> soundServerPlaces();
-
-/** Whether the sound server is on the network. */
-bool isSoundServerFar();
-
 /** The folder of the sockets of X servers. */
 inline constexpr char ScreenServerPlace[] = "/tmp/.X11-unix";
 /** What drawing at an X server takes: that folder, and the key. */

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace voro::renderer {
+
+/**
+ * Names the sound server's usual places in the environment when neither it nor the configuration names a server. The
+ * server's library would look for them itself, but it makes folders on the way, which a worker may not do.
+ */
+void nameSoundServer();
+
+/** Whether the sound server may be on the network. */
+bool isSoundServerFar();
+
+/** The folders in which sockets of the sound server may be. */
+std::vector<std::string> soundServerPlaces();
+
+} // namespace voro::renderer
