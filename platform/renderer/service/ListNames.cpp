@@ -182,7 +182,7 @@ std::vector<std::vector<std::string>> segmentsIn(std::string_view text)
 
 bool isSegment(std::string_view name, const std::vector<std::string> &parts)
 {
-    if (name.starts_with('.') || !name.starts_with(parts.front())) {
+    if (!name.starts_with(parts.front())) {
         return false;
     }
     name.remove_prefix(parts.front().size());
@@ -245,7 +245,8 @@ bool ListNames::contain(const std::string &path) const
     const std::filesystem::path folder = std::filesystem::path(withSlashes(m_folder)).lexically_normal();
     const bool isBelow = normal.string().starts_with(folder.string());
     const auto isNamed = [name = normal.filename().string()](const auto &parts) { return isSegment(name, parts); };
-    if (isBelow && std::ranges::any_of(m_segments, isNamed)) {
+    const bool isHidden = ('/' + normal.lexically_relative(folder).string()).find("/.") != std::string::npos;
+    if (isBelow && !isHidden && std::ranges::any_of(m_segments, isNamed)) {
         return true;
     }
     return hasName(isBelow ? normal.filename().string() : normal.lexically_relative(folder).string());

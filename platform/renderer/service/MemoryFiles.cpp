@@ -9,14 +9,22 @@ namespace voro::renderer {
 
 namespace {
 
+/** Empties a file for good: it cannot grow again, nor be written to when it must not shrink. */
+bool empty(const pps::Fd &file, size_t size)
+{
+    return ftruncate(file.get(), 0) == 0
+           || (fallocate(file.get(), FALLOC_FL_PUNCH_HOLE | FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) == 0
+               && fcntl(file.get(), F_ADD_SEALS, F_SEAL_WRITE) == 0);
+}
+
 /**
- * Empties the file for good, since it cannot grow, if nobody else uses it. The lease says so and holds back whoever
- * would open the file in between; the descriptor of a path does not count as open.
+ * Does so if nobody else uses the file. The lease says that, and holds back whoever would open the file in between: the
+ * descriptor of a path does not count as open.
  */
-bool isEmptied(const pps::Fd &file)
+bool isEmptied(const pps::Fd &file, size_t size)
 {
     const bool isUnused = fcntl(file.get(), F_SETLEASE, F_WRLCK) == 0;
-    const bool isEmpty = isUnused && ftruncate(file.get(), 0) == 0;
+    const bool isEmpty = isUnused && empty(file, size);
     if (isUnused) {
         fcntl(file.get(), F_SETLEASE, F_UNLCK);
     }
@@ -27,7 +35,7 @@ bool isEmptied(const pps::Fd &file)
 
 void MemoryFiles::release()
 {
-    std::erase_if(m_files, [](const File &file) { return isEmptied(file.ours); });
+    std::erase_if(m_files, [](const File &file) { return isEmptied(file.ours, file.size); });
 }
 
 pps::Fd MemoryFiles::make(size_t size)

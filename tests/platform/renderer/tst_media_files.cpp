@@ -49,6 +49,7 @@ private Q_SLOTS:
     void names_areFoundHoweverTheyAreWritten();
     void worker_getsWhatItsContextWasGiven();
     void application_meansTheFilesThatItSees();
+    void memory_isCountedWhileItIsInUse_data();
     void memory_isCountedWhileItIsInUse();
 };
 
@@ -77,6 +78,7 @@ void tst_MediaFiles::names_areFoundHoweverTheyAreWritten_data()
     row("no segment", "media='a-$Number$.m4s'", "/music/b-1.m4s", false);
     row("signs without a segment", "media='$a.ogg'", "/music/xa.ogg", false);
     row("hidden file as a segment", "media='$Number$'", "/music/.key", false);
+    row("segment in a hidden folder", "media='$Number$'", "/music/.keys/1", false);
     row("not named", "a.ogg\n", "/music/b.ogg", false);
     row("part of a name", "aa.ogg\na.ogg.gz\n", "/music/a.ogg", false);
     row("the same name elsewhere", "a.ogg\n", "/home/a.ogg", false);
@@ -224,8 +226,16 @@ void tst_MediaFiles::application_meansTheFilesThatItSees()
     QVERIFY(!QFile::exists(in("inner/new.wav")));
 }
 
+void tst_MediaFiles::memory_isCountedWhileItIsInUse_data()
+{
+    const Rows<int> row("seals");
+    row("may shrink", 0);
+    row("may not shrink", F_SEAL_SHRINK);
+}
+
 void tst_MediaFiles::memory_isCountedWhileItIsInUse()
 {
+    QFETCH(const int, seals);
     MemoryFiles memory;
     QVERIFY(!memory.make(MemoryFiles::MostSize + 1).isValid());
     pps::Fd large = memory.make(MemoryFiles::MostSize - 1);
@@ -242,6 +252,7 @@ void tst_MediaFiles::memory_isCountedWhileItIsInUse()
     pps::Fd reader(::open(nameOf(full).c_str(), O_RDONLY | O_CLOEXEC));
     const pps::Fd place(::open(nameOf(full).c_str(), O_PATH | O_CLOEXEC));
     QCOMPARE(write(full.get(), "x", 1), 1);
+    QCOMPARE(fcntl(full.get(), F_ADD_SEALS, seals), 0);
     full.reset();
     QVERIFY(!memory.make(1).isValid());
     reader.reset();
@@ -249,7 +260,8 @@ void tst_MediaFiles::memory_isCountedWhileItIsInUse()
     const pps::Fd again(::open(nameOf(place).c_str(), O_RDWR | O_CLOEXEC));
     char byte = 0;
     QVERIFY(again.isValid());
-    QCOMPARE(read(again.get(), &byte, 1), 0);
+    QCOMPARE(read(again.get(), &byte, 1), seals == 0 ? 0 : 1);
+    QCOMPARE(byte, '\0');
     QVERIFY(write(again.get(), "x", 1) < 0);
 
     std::vector<pps::Fd> files;

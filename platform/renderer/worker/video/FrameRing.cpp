@@ -56,7 +56,7 @@ std::unique_ptr<FrameRing> FrameRing::make(const GstVideoInfo &pictures, uint32_
     }
     ring->m_file = makeMemoryFile(size);
     const int file = ring->m_file.get();
-    if (fcntl(file, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_SEAL) != 0) {
+    if (fcntl(file, F_ADD_SEALS, F_SEAL_SHRINK) != 0) {
         return nullptr;
     }
     void *memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
