@@ -33,11 +33,13 @@ private Q_SLOTS:
     void initTestCase();
     void play_soundsAtTheSink_data();
     void play_soundsAtTheSink();
-    void server_isFoundAtItsUsualPlace();
+    void server_isFoundWithoutBeingNamed_data();
+    void server_isFoundWithoutBeingNamed();
     void preparedLongAgo_soundsAtOnce();
     void type_reachesTheServer();
     void change_isHeardAtOnce_data();
     void change_isHeardAtOnce();
+    void nextTrack_isReportedWhenItIsHeard_data();
     void nextTrack_isReportedWhenItIsHeard();
     void filmSoughtToItsEnd_rightAfterPlay_ends();
     void serverEnds_playerStops_andSoundsWithTheNextOne();
@@ -74,15 +76,34 @@ void tst_Sound::play_soundsAtTheSink()
     QVERIFY(recorder.waitForTone(880, 300));
 }
 
-void tst_Sound::server_isFoundAtItsUsualPlace()
+void tst_Sound::server_isFoundWithoutBeingNamed_data()
 {
-    const QString path = media::makeTone(m_folder.filePath("usual.wav"), {.frequency = 880, .seconds = 10});
+    const Rows<bool> row("isConfigured");
+    row("at its usual place", false);
+    row("where the configuration says", true);
+}
+
+void tst_Sound::server_isFoundWithoutBeingNamed()
+{
+    QFETCH(const bool, isConfigured);
+    const QString path = media::makeTone(m_folder.filePath("found.wav"), {.frequency = 880, .seconds = 10});
     MonitorRecorder recorder;
     const QByteArray server = qgetenv("PULSE_SERVER");
+    const QByteArray folder = qgetenv("PULSE_RUNTIME_PATH");
     qunsetenv("PULSE_SERVER");
+    if (isConfigured) {
+        QFile configuration(m_folder.filePath("client.conf"));
+        QVERIFY(configuration.open(QFile::WriteOnly)
+                && configuration.write("; a\n default-server = " + server + '\n') > 0);
+        configuration.close();
+        qputenv("PULSE_CLIENTCONFIG", configuration.fileName().toLocal8Bit());
+        qunsetenv("PULSE_RUNTIME_PATH");
+    }
     {
         const Daemon daemon;
         qputenv("PULSE_SERVER", server);
+        qputenv("PULSE_RUNTIME_PATH", folder);
+        qunsetenv("PULSE_CLIENTCONFIG");
         MediaPlayer player;
         QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
         QCOMPARE(player.play(), MediaError::None);
@@ -161,9 +182,17 @@ void tst_Sound::change_isHeardAtOnce()
     QVERIFY2(samples < 48'000, qPrintable(QString::number(samples)));
 }
 
+void tst_Sound::nextTrack_isReportedWhenItIsHeard_data()
+{
+    const Rows<int> row("channels");
+    row("of the same format", 2);
+    row("of another one", 1);
+}
+
 void tst_Sound::nextTrack_isReportedWhenItIsHeard()
 {
-    media::makeTone(m_folder.filePath("first.ogg"), {.frequency = 500, .seconds = 4});
+    QFETCH(const int, channels);
+    media::makeTone(m_folder.filePath("first.ogg"), {.frequency = 500, .seconds = 4, .channels = channels});
     media::makeTone(m_folder.filePath("second.ogg"), {.frequency = 900, .seconds = 10});
     QFile list(m_folder.filePath("two.m3u"));
     QVERIFY(list.open(QFile::WriteOnly) && list.write("first.ogg\nsecond.ogg\n") > 0);
@@ -182,6 +211,14 @@ void tst_Sound::nextTrack_isReportedWhenItIsHeard()
     QTRY_VERIFY_WITH_TIMEOUT(reported > 0, 20'000);
     QVERIFY2(last > 3'500 && last <= 4'000, qPrintable(QString::number(last)));
     QVERIFY(recorder.waitForTone(900, 100));
+    // Of the first one everything is heard.
+    const QByteArray samples = recorder.samples();
+    constexpr qsizetype Tenth = 9'600;
+    int tenths = 0;
+    for (qsizetype place = 0; place + Tenth <= samples.size(); place += Tenth) {
+        tenths += tone::share(samples.mid(place, Tenth), 500) > 0.9 ? 1 : 0;
+    }
+    QVERIFY2(tenths >= 38, qPrintable(QString::number(tenths)));
     const qsizetype late = (recorder.samples().size() - reported) / 2;
     QVERIFY2(late < 48'000, qPrintable(QString::number(late)));
 }

@@ -27,15 +27,18 @@ public:
     int64_t time = 0;
     int64_t length = 5000;
     bool allowsSeeks = true;
+    bool isFar = false;
 
     const Events &events() const { return m_events; }
 
     void setVolume(long) override {}
     void setPreset(Preset) override {}
+    bool isFarAhead() const override { return isFar; }
     void setSource(const Rectangle &) override {}
     bool load(const Piece &piece) override
     {
-        m_log += " load:" + nameOf(piece.uri) + (piece.outputs.isAudible ? "" : ":silent");
+        m_log += " load:" + nameOf(piece.uri) + (piece.outputs.isAudible ? "" : ":silent")
+                 + (piece.isChanging ? ":soon" : "");
         time = 0;
         m_rate = 1000;
         m_hasBegun = false;
@@ -131,6 +134,8 @@ public:
             {"audible", [&] { change([](Settings &settings) { settings.outputs.isAudible = true; }); }},
             {"autopause", [&] { change([](Settings &settings) { settings.pausesWithDevice = true; }); }},
             {"repeat", [&] { change([&](Settings &settings) { settings.repeat = repeatMode(words.value(1)); }); }},
+            {"volume", [&] { change([&](Settings &settings) { settings.volume = first; }); }},
+            {"far", [&] { m_playback.isFar = true; }},
             {"at", [&] { m_playback.time = first; }},
             {"noSeeks", [&] { m_playback.allowsSeeks = false; }},
             {"decoded", [&] { events.decoded(); }},
@@ -226,6 +231,15 @@ void tst_Player::steps_data()
         decoded -> queue:1:1 status:0:playing run status:0:playing
         stop -> status:0:idle
         play -> load:a ok)");
+    row("a volume that would be heard late", "a b", R"(
+        list, decoded, play
+        volume 50 ->
+        far
+        at 1500
+        volume 50 ->
+        volume 30 -> load:a:soon
+        decoded -> queue:1:2 status:1500:playing seek:1500 probe:b run status:1500:playing
+        ended -> load:b:soon)");
     row("a list without a gap", "a b", R"(
         list -> load:a
         decoded -> track:1 track:2 queue:1:2 status:0:idle probe:b ok
@@ -268,7 +282,7 @@ void tst_Player::steps_data()
     row("the output is gone, with automatic pause", "a", R"(
         autopause, medium, decoded, play, at 700
         failed 12 -> load:a speed:0
-        decoded -> queue:1:1 status:0:playing seek:700 status:700:playing
+        decoded -> queue:1:1 status:700:playing seek:700 status:700:playing
         speed 1000 -> run status:700:playing ok)");
     row("a track is repeated", "a", R"(
         repeat track, medium, decoded, play
@@ -292,7 +306,7 @@ void tst_Player::steps_data()
         play -> seek:3000 run status:3000:playing ok
         seek 4 0 -> error:2
         seek 1 100 -> load:a queue:1:3 status:100:idle ok
-        decoded -> track:1 queue:1:3 status:0:playing seek:100 probe:c run status:100:playing
+        decoded -> track:1 queue:1:3 status:100:playing seek:100 probe:c run status:100:playing
         ended -> load:c
         decoded -> queue:3:3 status:0:playing run status:0:playing
         ended -> status:5000:idle ended:3:5000)");
@@ -304,7 +318,7 @@ void tst_Player::steps_data()
         list, decoded, play, stop
         seek 2 400 -> track:2 queue:2:2 status:400:idle ok
         play -> load:b ok
-        decoded -> queue:2:2 status:0:playing seek:400 run status:400:playing)");
+        decoded -> queue:2:2 status:400:playing seek:400 run status:400:playing)");
     row("a seek beyond the end", "a", R"(
         medium, decoded
         seek 1 9000 -> status:5000:idle ok
@@ -314,7 +328,7 @@ void tst_Player::steps_data()
     row("a seek when the next track is taken", "a b", R"(
         list, decoded, play, probed, take
         seek 1 300 -> load:a status:300:idle ok
-        decoded -> queue:1:2 status:0:playing seek:300 probe:b run status:300:playing)");
+        decoded -> queue:1:2 status:300:playing seek:300 probe:b run status:300:playing)");
     row("hold and go on", "a", R"(
         medium, decoded, speed 0
         play -> status:0:playing ok
@@ -326,7 +340,7 @@ void tst_Player::steps_data()
     row("another speed when the next track is taken", "a b", R"(
         list, decoded, play, probed, take, at 4900
         speed 2000 -> load:a ok
-        decoded -> queue:1:2 status:0:playing seek:4900x2000 run status:4900:playing)");
+        decoded -> queue:1:2 status:4900:playing seek:4900x2000 run status:4900:playing)");
     row("a speed that the medium refuses", "a", R"(
         medium, decoded, noSeeks, speed 2000
         play -> error:7
@@ -349,7 +363,7 @@ void tst_Player::steps_data()
         decoded -> queue:1:1 status:0:idle
         play, at 800
         audible -> load:a
-        decoded -> queue:1:1 status:0:playing seek:800 run status:800:playing)");
+        decoded -> queue:1:1 status:800:playing seek:800 run status:800:playing)");
     row("a list longer than a queue", QByteArray("a ").repeated(12'000).chopped(1), R"(
         list -> load:a
         decoded -> track:1 track:2 track:3 queue:1:10000 status:0:idle probe:a ok

@@ -164,24 +164,25 @@ AudioBin::~AudioBin()
     removeSink();
 }
 
-void AudioBin::resetSink(bool isAudible, const std::string &role, Ahead ahead)
+void AudioBin::resetSink(const Piece &piece)
 {
-    m_ahead = ahead;
     if (m_isStretched.exchange(false)) {
         removeTempo();
         addTempo();
     }
-    if (m_isServerSink && isAudible) {
+    if (m_isServerSink && piece.outputs.isAudible) {
         gst_element_set_locked_state(m_sink, FALSE);
     } else {
         removeSink();
-        addSink(isAudible);
+        addSink(piece.outputs.isAudible);
     }
+    m_ahead = piece.mayBeFarAhead() ? Ahead::Much : Ahead::Little;
+    m_sinkFormat.reset();
+    m_end = GST_CLOCK_TIME_NONE;
     if (m_isServerSink) {
-        setRole(m_sink, role);
-        setAmounts(m_sink, amounts(ahead));
+        setRole(m_sink, piece.outputs.role);
+        setAmounts(m_sink, amounts(m_ahead));
     }
-    applyVolume();
 }
 
 bool AudioBin::hasLostServer() const
@@ -303,7 +304,7 @@ void AudioBin::pace(GstClockTime duration)
 }
 
 // Runs in a streaming thread.
-GstPadProbeReturn AudioBin::onOutput(GstPad *, GstPadProbeInfo *info, gpointer self)
+GstPadProbeReturn AudioBin::onOutput(GstPad *output, GstPadProbeInfo *info, gpointer self)
 {
     auto *bin = static_cast<AudioBin *>(self);
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
@@ -314,6 +315,10 @@ GstPadProbeReturn AudioBin::onOutput(GstPad *, GstPadProbeInfo *info, gpointer s
     if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
         gst_event_copy_segment(event, &bin->m_segment);
         bin->m_sent = 0;
+    } else if (GST_EVENT_TYPE(event) == GST_EVENT_CAPS) {
+        GstCaps *caps = nullptr;
+        gst_event_parse_caps(event, &caps);
+        bin->noteFormat(output, caps);
     } else if (GST_EVENT_TYPE(event) == GST_EVENT_STREAM_START && GST_CLOCK_TIME_IS_VALID(bin->m_end)) {
         const guint64 time = gst_segment_to_running_time(&bin->m_segment, GST_FORMAT_TIME, bin->m_end);
         const guint64 position = gst_segment_to_stream_time(&bin->m_segment, GST_FORMAT_TIME, bin->m_end);
@@ -335,6 +340,16 @@ void AudioBin::noteOutput(const GstBuffer *buffer)
         startSink(m_sink);
     }
     m_sent += GST_BUFFER_DURATION(buffer);
+}
+
+/** The sink drops what it holds when the format becomes another one: a gap of next to no length has it played first. */
+void AudioBin::noteFormat(GstPad *output, GstCaps *format)
+{
+    const bool isOther = m_sinkFormat && !gst_caps_is_equal(m_sinkFormat.get(), format);
+    m_sinkFormat.reset(gst_caps_ref(format));
+    if (isOther && isFarAhead() && GST_CLOCK_TIME_IS_VALID(m_end) && m_end > 0) {
+        gst_pad_push_event(output, gst_event_new_gap(m_end - 1, 1));
+    }
 }
 
 AudioBin::Boundary AudioBin::boundary() const
@@ -369,17 +384,7 @@ void AudioBin::openGate()
 
 void AudioBin::setVolume(long percent)
 {
-    m_percent = percent;
-    applyVolume();
-}
-
-void AudioBin::applyVolume()
-{
-    const double volume = static_cast<double>(m_percent) / 100.0;
-    g_object_set(m_volume, "volume", m_isServerSink ? 1.0 : volume, nullptr);
-    if (m_isServerSink) {
-        g_object_set(m_sink, "volume", volume, nullptr);
-    }
+    g_object_set(m_volume, "volume", static_cast<double>(percent) / 100.0, nullptr);
 }
 
 void AudioBin::setPreset(Preset preset)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Piece.h"
+
 #include <renderer/common/Names.h>
 #include <renderer/worker/gst/Gst.h>
 
@@ -46,10 +48,10 @@ public:
 
     GstElement *element() const { return m_bin.get(); }
     /**
-     * Gives the bin, which must not be in use, a sink; one that plays into nothing in real time when it shall not be
-     * heard or there is no sound server. The role tells the sound server what the sound is for.
+     * Gives the bin, which must not be in use, a sink for a medium; one that plays into nothing in real time when it
+     * shall not be heard or there is no sound server.
      */
-    void resetSink(bool isAudible, const std::string &role, Ahead ahead);
+    void resetSink(const Piece &piece);
     /** Whether much is handed to the sound server before it is heard. */
     bool isFarAhead() const { return m_isServerSink && m_ahead == Ahead::Much; }
     /** The last boundary that went to the sink. */
@@ -72,9 +74,8 @@ public:
     void openGate();
     bool isOpen() const { return m_gateProbe == 0; }
 
-    /** From 0 to 100. Where a sound server plays, it sets the volume, which is heard at once. */
+    /** From 0 to 100. Holds for what has not gone to the sink, like the preset. */
     void setVolume(long percent);
-    /** Holds for what is decoded from now on. */
     void setPreset(Preset preset);
 
     /** The sound server's device that is played to, empty while there is none. */
@@ -92,8 +93,8 @@ private:
     /** How much is decoded before it is needed. */
     void decodeAhead(GstClockTime time);
     void pace(GstClockTime duration);
-    void applyVolume();
     void noteOutput(const GstBuffer *buffer);
+    void noteFormat(GstPad *output, GstCaps *format);
     void addSink(bool isAudible);
     void addTempo();
     void removeTempo();
@@ -111,7 +112,6 @@ private:
     bool m_isServerSink = false;
     bool m_isSilent = false;
     Ahead m_ahead = Ahead::Little;
-    long m_percent = 100;
     Owned<GstPad> m_gate;
     Owned<GstPad> m_input;
     /** What can be put in, whichever the sink is. */
@@ -119,7 +119,11 @@ private:
     gulong m_gateProbe = 0;
     /** How much was decoded since the beginning or the last seek. Only the decoding thread uses it. */
     GstClockTime m_decoded = 0;
-    /** What goes to the sink: its segment and where the last buffer ends in it. Only the streaming thread uses them. */
+    /**
+     * What goes to the sink: its format, its segment and where the last buffer ends in it. Only the streaming thread
+     * uses them.
+     */
+    Owned<GstCaps> m_sinkFormat;
     GstSegment m_segment;
     GstClockTime m_end = GST_CLOCK_TIME_NONE;
     /** How much went to the sink since the beginning or the last seek. */

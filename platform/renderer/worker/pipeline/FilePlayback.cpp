@@ -29,7 +29,8 @@ FilePlayback::~FilePlayback()
 bool FilePlayback::load(const Piece &piece)
 {
     unload();
-    const bool isAhead = m_aheadTimer.isActive() && piece.uri == m_piece.uri && piece.outputs == m_piece.outputs;
+    const bool isAhead = m_aheadTimer.isActive() && piece.uri == m_piece.uri && piece.outputs == m_piece.outputs
+                         && piece.isChanging == m_piece.isChanging;
     if (isAhead && !piece.hasCaptionFile()) {
         begin();
         adoptAhead();
@@ -105,7 +106,7 @@ bool FilePlayback::take(const Piece &piece)
 void FilePlayback::start()
 {
     const auto open = [this] {
-        audio().resetSink(m_piece.outputs.isAudible, m_piece.outputs.role, AudioBin::Ahead::Much);
+        audio().resetSink(m_piece);
         audio().closeGate();
         if (m_tags) {
             GstTagList *tags = gst_tag_list_ref(m_tags.get());

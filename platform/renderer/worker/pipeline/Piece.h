@@ -45,10 +45,12 @@ struct Piece {
     std::string uri;
     CaptionChoice captions;
     Outputs outputs;
+    /** Whether volume or equalizer are being changed, which is to be heard soon. */
+    bool isChanging = false;
 
     bool isLocal() const { return uri.starts_with("file:"); }
-    /** Whether sound alone is played of it, from this machine. */
-    bool isLocalSound() const { return isLocal() && !outputs.hasVideo && !outputs.hasCaptions; }
+    /** Whether it may be decoded long before it is heard: sound alone, of this machine. */
+    bool mayBeFarAhead() const { return !isChanging && isLocal() && !outputs.hasVideo && !outputs.hasCaptions; }
     /** Whether captions come from a file of their own; one whose texts nobody takes would end the medium. */
     bool hasCaptionFile() const { return outputs.hasCaptions && !captions.url.empty(); }
 };

@@ -18,20 +18,9 @@ void PipelinePlayback::begin()
 {
     m_isLoaded = true;
     m_isOpening = true;
+    ++m_load;
     // A short medium may be read to its end before anybody could say what comes next.
     m_succession.setUnknown();
-}
-
-void PipelinePlayback::setPreset(Preset preset)
-{
-    if (std::exchange(m_preset, preset) == preset) {
-        return;
-    }
-    m_audio.setPreset(preset);
-    // What the sound server holds has the old one.
-    if (m_audio.isFarAhead() && m_transport.hasBegun() && !m_succession.isTaken()) {
-        seek(position(), rate());
-    }
 }
 
 void PipelinePlayback::run()
@@ -64,6 +53,7 @@ void PipelinePlayback::unload()
     m_hasAdvanced = false;
     m_next.reset();
     m_nextTimer.reset();
+    m_failure.reset();
 }
 
 bool PipelinePlayback::canPlayOn(const Failure &failure) const
@@ -104,14 +94,18 @@ void PipelinePlayback::handle(GstMessage *message)
         break;
     case GST_MESSAGE_EOS:
         // An end that was reached before the seek that is on its way is none any more.
-        if (!m_transport.isSeeking()) {
-            advance();
+        if (!m_transport.isSeeking() && advance()) {
             m_events.ended();
         }
         break;
     case GST_MESSAGE_ERROR:
         m_graph.showFailure();
-        handleError(message);
+        if (m_next && !m_audio.isSink(GST_MESSAGE_SRC(message))) {
+            // It is the next medium's, which is not heard yet.
+            m_failure.reset(gst_message_ref(message));
+        } else {
+            handleError(message);
+        }
         break;
     case GST_MESSAGE_TAG:
         handleTags(message);
@@ -197,16 +191,24 @@ gboolean PipelinePlayback::onNextDue(gpointer self)
     return G_SOURCE_REMOVE;
 }
 
-/** The medium that follows, if one has come so far, is the one that plays. */
-void PipelinePlayback::advance()
+/** The medium that follows, if one has come so far, is the one that plays. False when it is given up upon that. */
+bool PipelinePlayback::advance()
 {
     m_nextTimer.reset();
-    if (std::exchange(m_next, std::nullopt)) {
-        m_hasAdvanced = true;
-        m_succession.advance();
-        forgetPlayed();
-        m_events.advanced();
+    if (!std::exchange(m_next, std::nullopt)) {
+        return true;
     }
+    const unsigned load = m_load;
+    m_hasAdvanced = true;
+    m_succession.advance();
+    forgetPlayed();
+    m_events.advanced();
+    if (load == m_load && m_failure) {
+        const Owned<GstMessage> failure = std::move(m_failure);
+        handleError(failure.get());
+        return false;
+    }
+    return m_isLoaded && load == m_load;
 }
 
 } // namespace voro::renderer

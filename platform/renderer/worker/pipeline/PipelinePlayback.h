@@ -16,7 +16,8 @@ namespace voro::renderer {
 class PipelinePlayback : public Playback {
 public:
     void setVolume(long percent) override { m_audio.setVolume(percent); }
-    void setPreset(Preset preset) override;
+    void setPreset(Preset preset) override { m_audio.setPreset(preset); }
+    bool isFarAhead() const override { return m_audio.isFarAhead() && hasBegun(); }
     void run() override;
     void hold() override;
     void unload() override;
@@ -64,7 +65,7 @@ private:
     static gboolean onNextDue(gpointer self);
     int64_t untilNext() const;
     void advanceWhenHeard();
-    void advance();
+    bool advance();
 
     Owned<GstElement> m_pipeline;
     Graph m_graph{m_pipeline.get()};
@@ -72,9 +73,10 @@ private:
     Succession &m_succession;
     Transport m_transport;
     Source m_watch;
-    Preset m_preset = Preset::Off;
     bool m_isLoaded = false;
     bool m_isOpening = false;
+    /** Tells what was loaded from what is. */
+    unsigned m_load = 0;
     /** The streams that play, told from the next medium's. */
     guint m_group = GST_GROUP_ID_INVALID;
     /** It plays another medium than was loaded. */
@@ -83,6 +85,8 @@ private:
     std::optional<AudioBin::Boundary> m_next;
     /** Runs until it is heard, while the medium plays. */
     Source m_nextTimer;
+    /** Why it does not play, if so. */
+    Owned<GstMessage> m_failure;
 };
 
 } // namespace voro::renderer

@@ -42,6 +42,8 @@ public:
     /** From 0 to 100. */
     virtual void setVolume(long percent) = 0;
     virtual void setPreset(Preset preset) = 0;
+    /** Whether what plays was decoded, with its volume and preset, long before it is heard. */
+    virtual bool isFarAhead() const = 0;
     /** Which part of the pictures is shown. */
     virtual void setSource(const Rectangle &part) = 0;
 

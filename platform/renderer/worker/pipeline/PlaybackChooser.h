@@ -17,6 +17,7 @@ public:
 
     void setVolume(long percent) override;
     void setPreset(Preset preset) override;
+    bool isFarAhead() const override { return m_chosen->isFarAhead(); }
     void setSource(const Rectangle &part) override { m_playbin.setSource(part); }
     bool load(const Piece &piece) override;
     void loadAhead(const Piece &piece) override;

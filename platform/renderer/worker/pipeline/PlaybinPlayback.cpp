@@ -96,8 +96,7 @@ void PlaybinPlayback::open(bool needsPicture)
     m_emptyStreams = 0;
     m_missing = {};
     audio().removeLostSink();
-    audio().resetSink(m_piece.outputs.isAudible, m_piece.outputs.role,
-                      m_piece.isLocalSound() ? AudioBin::Ahead::Much : AudioBin::Ahead::Little);
+    audio().resetSink(m_piece);
     audio().closeGate();
     // Who decodes asks every sink what it takes, and our bin for pictures takes as long as all the rest. Without any
     // sink playbin would look for one itself; and the one it gets tells the position, so it keeps time.

@@ -51,6 +51,7 @@ void Player::open(const Medium &medium, bool isPlaylist, unsigned track, int64_t
     m_phase = Phase::Opening;
     m_reports.reset();
     m_isForward = true;
+    m_isChanging = false;
     m_mayBePlaylist = false;
     if (const Result problem = medium.check(); !problem) {
         finishOpen(problem);
@@ -98,7 +99,7 @@ void Player::load()
     m_probe.cancel();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
-    m_playback.load({uri(track), captions(track), m_settings.outputs});
+    m_playback.load({uri(track), captions(track), m_settings.outputs, m_isChanging});
     prepareFollowing();
 }
 
@@ -341,6 +342,9 @@ void Player::apply(const Settings &settings)
     const bool isOtherPlace = settings.outputs != m_settings.outputs
                               || (m_queue.total() > 0 && settings.captions.contains(m_queue.current())
                                   && settings.captions.at(m_queue.current()).url != captions(m_queue.current()).url);
+    const bool isHeardLate = m_playback.isFarAhead() && isOpen() && m_track.facts().isSeekable
+                             && (settings.volume != m_settings.volume || settings.preset != m_settings.preset);
+    m_isChanging |= isHeardLate;
     m_settings = settings;
     m_queue.setRepeat(settings.repeat);
     m_playback.setVolume(settings.volume);
@@ -350,7 +354,7 @@ void Player::apply(const Settings &settings)
         restartStatusTimer();
     }
     watchDevice();
-    if (isOtherPlace) {
+    if (isOtherPlace || isHeardLate) {
         reload();
     } else if (isOpen()) {
         m_playback.selectCaptions(captions(m_queue.current()));
@@ -611,7 +615,7 @@ CaptionChoice Player::captions(unsigned track) const
 
 int64_t Player::position() const
 {
-    return m_phase == Phase::Running ? m_playback.position() : m_position;
+    return m_phase == Phase::Running && m_playback.hasBegun() ? m_playback.position() : m_position;
 }
 
 void Player::reportTrack()

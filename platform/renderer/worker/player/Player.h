@@ -114,6 +114,8 @@ private:
     Track m_track{{.measured = [this] { onChanged(); }, .coverMade = [this] { reportTrack(); }}};
     std::optional<Following> m_following;
     bool m_isForward = true;
+    /** Volume or equalizer were changed while the queue played, and probably will be again. */
+    bool m_isChanging = false;
     /** What has just been played to its end, until the next track is decoded. */
     struct Played {
         unsigned track;
