@@ -6,6 +6,8 @@
 #include "StandardInput.h"
 #include "Window.h"
 
+#include <QtCore/QFileInfo>
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -66,6 +68,10 @@ ExitStatus run(const Arguments &arguments)
     }
     if (const auto captions = arguments.value("--captions")) {
         settings.captions = mediumFromArgument(*captions);
+        if (!QFileInfo::exists(settings.captions->url.toLocalFile())) {
+            throw UsageError{
+                QStringLiteral("--captions: this machine has no file '%1'").arg(QString::fromLocal8Bit(*captions))};
+        }
         if (settings.windowId.isEmpty()) {
             throw UsageError{QStringLiteral("--captions: they are shown in a window, which --window has to name")};
         }
@@ -102,7 +108,7 @@ const Command PlayCommand{
                     {"--eq", "NAME", "an equalizer preset, for instance BassBoost or Rock",
                      [] { return enumeratorNames<multimedia::EqualizerPreset>(); }},
                     {"--window", "ID", "shows the video in a window of X11, by its number"},
-                    {"--captions", "URL", "a file of captions, shown in the window"},
+                    {"--captions", "FILE", "a file of captions of this machine, shown in the window"},
                     {"--no-publish", nullptr, "does not show as what is now playing on the device"},
                     {"--json", nullptr, "prints every signal of the player as one JSON object a line"},
                 },

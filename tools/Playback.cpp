@@ -4,6 +4,7 @@
 #include "Output.h"
 #include "Problem.h"
 #include "StopSignals.h"
+#include "TerminalLine.h"
 
 #include <multimedia/MetaData.h>
 
@@ -73,6 +74,9 @@ void Playback::connectPlayer()
         }
         refresh();
     });
+    if (m_settings.windowId.isEmpty() && !m_settings.json && TerminalLine::isAvailable()) {
+        connect(&m_player, &MediaPlayer::videoDimensionsChanged, this, &Playback::onPictures);
+    }
     connect(&m_player, &MediaPlayer::buffering, this, [this](double fraction) {
         m_buffering = fraction;
         refresh();
@@ -254,6 +258,18 @@ void Playback::perform(const std::function<Error::Type()> &command)
     if (const auto error = command(); error != MediaError::None) {
         report(problemOf(error));
     }
+}
+
+void Playback::onPictures(const QSize &size)
+{
+    if (size.isEmpty()) {
+        return;
+    }
+    // Once is enough.
+    disconnect(&m_player, &MediaPlayer::videoDimensionsChanged, this, &Playback::onPictures);
+    clearLine();
+    print("playing the sound only; voro demo shows the pictures, too\n");
+    refresh();
 }
 
 void Playback::onState(MediaState::Type state)

@@ -74,6 +74,8 @@ private:
     void failWith(const Medium &medium, Error::Type error);
     /** Runs a command and reports its error. */
     void perform(const std::function<Error::Type()> &command);
+    /** Says that there is more than is heard. */
+    void onPictures(const QSize &size);
     void onState(multimedia::MediaState::Type state);
     void onTrack(unsigned track);
     void onEnd();

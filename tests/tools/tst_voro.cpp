@@ -69,7 +69,8 @@ void tst_voro::unusableArguments_areRefusedByName_data()
     row("play --speed -1", "--speed: nothing comes before the beginning; --start says where to begin");
     row("play --speed 0.2", "--speed: nothing plays slower than at 0.25");
     row("play --window w", "--window: 'w' is not the number of a window");
-    row("play --captions a.srt", "--captions: they are shown in a window, which --window has to name");
+    row("play --captions no.srt", "--captions: this machine has no file 'no.srt'");
+    row("play --captions /proc/version", "--captions: they are shown in a window, which --window has to name");
     row("play /dev/pts", "'/dev/pts': nothing in this folder can be played");
     row("play --repeat unsupported", "--repeat: 'unsupported' is not one of None, Track, All");
     row("record", "FILE is missing");
