@@ -68,7 +68,7 @@ const Command DemoCommand{
             .summary = "shows the player application",
             .details = "  FILE, URL    what it plays, one after the other; without any the sample that comes with the "
                        "program\n"
-                       "  FOLDER       the folder that it shows",
+                       "  FOLDER       the folder that it shows; beside files what is in it plays, too",
             .options = {},
         },
     .run = run,

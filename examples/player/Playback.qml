@@ -112,13 +112,24 @@ MediaPlayer {
         asked = -1;
         sourceUrl = queue[number];
         showCaptions(Files.captionsOf(queue[number])[0]?.url ?? "");
-        return check(prepare());
+        const result = prepare();
+        return check(dropCaptions(result) ? prepare() : result);
     }
 
     /** Shows captions from a file; without one those in the medium itself. */
     function showCaptions(file: url) {
         if (String(file) !== String(captions) && check(setClosedCaptionUrl(1, file)))
             captions = file;
+    }
+
+    /** Captions that cannot be read end their film, too, which can be tried without them. */
+    function dropCaptions(result: int): bool {
+        if (result !== MediaError.ResourceCorrupted || String(captions) === "")
+            return false;
+        const unreadable = Files.nameOf(captions);
+        showCaptions("");
+        problem = qsTr("The captions “%1” cannot be read.").arg(unreadable);
+        return true;
     }
 
     /** Media in another order, the one that is chosen in front. */
@@ -268,7 +279,12 @@ MediaPlayer {
         return result === MediaError.None;
     }
 
-    onError: (mediaError) => check(mediaError)
+    onError: (mediaError) => {
+        if (dropCaptions(mediaError))
+            resume();
+        else
+            check(mediaError);
+    }
     onPlaybackCompleted: if (isSingly) goOn()
     onPositionChanged: {
         if (!isPlaying || asked < 0)

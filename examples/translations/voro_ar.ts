@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>يتعذر تشغيل «%1».</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>تعذّرت قراءة الترجمة النصية “%1”.</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>„%1“ lässt sich nicht spielen.</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>Die Untertitel „%1“ sind nicht lesbar.</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

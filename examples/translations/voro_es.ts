@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>No se puede reproducir «%1».</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>Los subtítulos «%1» no se pueden leer.</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

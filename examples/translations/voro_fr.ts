@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>Impossible de lire « %1 ».</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>Les sous-titres « %1 » sont illisibles.</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>Impossibile riprodurre “%1”.</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>I sottotitoli “%1” non sono leggibili.</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

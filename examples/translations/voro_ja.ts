@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>「%1」は再生できません。</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>字幕「%1」を読み取れません。</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>Nie można odtworzyć „%1”.</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>Nie można odczytać napisów „%1”.</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>Não é possível reproduzir “%1”.</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>As legendas “%1” não podem ser lidas.</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

@@ -793,6 +793,10 @@
         <source>“%1” cannot be played.</source>
         <translation>无法播放“%1”。</translation>
     </message>
+    <message>
+        <source>The captions “%1” cannot be read.</source>
+        <translation>无法读取字幕“%1”。</translation>
+    </message>
 </context>
 <context>
     <name>PlayerPage</name>

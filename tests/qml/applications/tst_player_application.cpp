@@ -65,7 +65,7 @@ void tst_PlayerApplication::receive(const Screen &player, const QString &file) c
 
 void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
 {
-    for (const char *name : {"one", "two"}) {
+    for (const char *name : {"one", "two", "three"}) {
         media::makeTone(m_home.path(QStringLiteral("%1.mkv").arg(name)), {.seconds = 20, .hasPicture = true});
     }
     const QByteArray captions = "1\n00:00:00,000 --> 00:00:19,000\nWords\n";
@@ -73,6 +73,7 @@ void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
     m_home.write("two.fr.srt", captions);
     m_home.write("two.de.srt", captions);
     m_home.write("two.en.forced.srt", captions);
+    m_home.write("three.srt", "no captions");
     Screen player("voro.player", operands({"one.mkv", "two.mkv"}));
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("Film"), PatienceMs);
     QVERIFY(player.click("Captions"));
@@ -86,6 +87,11 @@ void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
     QVERIFY(player.click("Français"));
     QTRY_VERIFY(player.isChecked("Français") && !player.isChecked("Deutsch"));
     QVERIFY(!player.shows("“two”*"));
+    player.press(Qt::Key_Escape);
+    // Captions that cannot be read do not keep their film from being played.
+    receive(player, "three.mkv");
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("The captions “three” cannot be read."), PatienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Pause") && player.shows("Film"), PatienceMs);
     // The last picture goes with its film.
     receive(player, "Music/broken.ogg");
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("“broken”: *") && !player.shows("Film"), PatienceMs);
