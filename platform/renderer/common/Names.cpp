@@ -12,6 +12,9 @@ struct Name {
     Value value;
     std::string_view text;
 };
+// For compilers that do not deduce an aggregate's arguments: clang before 17.
+template<typename Value>
+Name(Value, std::string_view) -> Name<Value>;
 
 template<typename Value, size_t Count>
 std::optional<Value> find(const std::array<Name<Value>, Count> &names, std::string_view text)

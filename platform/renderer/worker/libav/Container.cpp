@@ -195,7 +195,7 @@ int64_t Container::measure()
     int64_t longest = 0;
     for (const auto &[index, extent] : extents) {
         const int64_t length = extent.last > extent.first ? extent.last - extent.first : extent.sum;
-        longest = std::max(longest, av_rescale_q(length, m_context->streams[index]->time_base, AV_TIME_BASE_Q));
+        longest = std::max(longest, av_rescale_q(length, m_context->streams[index]->time_base, av_get_time_base_q()));
     }
     return longest;
 }
