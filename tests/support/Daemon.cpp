@@ -7,6 +7,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 
 namespace {
@@ -35,7 +36,12 @@ public:
     bool wait()
     {
         char message[64];
-        return recv(m_socket, message, sizeof message, 0) > 0;
+        ssize_t size = 0;
+        // The end of an earlier daemon may interrupt it.
+        do {
+            size = recv(m_socket, message, sizeof message, 0);
+        } while (size < 0 && errno == EINTR);
+        return size > 0;
     }
 
 private:
