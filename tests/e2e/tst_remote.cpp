@@ -114,12 +114,7 @@ void get(const NowPlayingController &controller)
 
 using C = NowPlayingController;
 constexpr std::pair<const char *, Getter> Getters[] = {
-    {"mediaState", get<&C::mediaState>},     {"metaData", get<&C::metaData>},
-    {"duration", get<&C::duration>},         {"position", get<&C::position>},
-    {"nextEnabled", get<&C::isNextEnabled>}, {"previousEnabled", get<&C::isPreviousEnabled>},
-    {"repeatMode", get<&C::repeatMode>},     {"shuffleMode", get<&C::shuffleMode>},
-    {"iconUrl", get<&C::iconUrl>},
-};
+    {"mediaState", get<&C::mediaState>}, {"metaData", get<&C::metaData>}, {"position", get<&C::position>}};
 
 } // namespace
 
