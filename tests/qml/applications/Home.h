@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Media.h"
+#include "Rows.h"
+#include "XServer.h"
 
 #include <multimedia/MetaData.h>
 #include <multimedia/NowPlayingController.h>
@@ -9,6 +11,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 #include <QtTest/QtTest>
 
@@ -83,3 +86,15 @@ private:
     QSignalSpy m_metaData{this, &voro::multimedia::NowPlayingController::metaDataChanged};
     QSignalSpy m_positions{this, qOverload<unsigned>(&voro::multimedia::NowPlayingController::positionChanged)};
 };
+
+/** Runs a test of applications, which gets its home folder, with an X server of its own. */
+template<typename Test>
+int runInHome(int argc, char **argv)
+{
+    const Home home;
+    const XServer screen;
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setOrganizationName(QStringLiteral("voro"));
+    Test test(home);
+    return QTest::qExec(&test, argc, argv);
+}

@@ -2,14 +2,12 @@
 #include "Home.h"
 #include "PulseServer.h"
 #include "Screen.h"
-#include "XServer.h"
 
 #include <multimedia/MetaData.h>
 #include <multimedia/NowPlayingConnection.h>
 #include <multimedia/NowPlayingController.h>
 
 #include <QtCore/QProcess>
-#include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QtTest>
 
@@ -41,26 +39,6 @@ constexpr QRgb LightBackground = 0xfff5f7f9;
 constexpr QRgb LightAccent = 0xff0a7563;
 constexpr QRgb CoverAbove = 0xff142c66;
 constexpr QRgb CoverBelow = 0xff101830;
-
-struct Exit {
-    int status;
-    QByteArray complaint;
-};
-
-Exit runProgram(const QString &name, const QStringList &arguments, const QStringList &withoutVariables = {})
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString &variable : withoutVariables) {
-        environment.remove(variable);
-    }
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(BIN) + name, arguments, QIODevice::ReadOnly);
-    if (!process.waitForFinished(PatienceMs) || process.exitStatus() != QProcess::NormalExit) {
-        return {-1, process.readAllStandardError()};
-    }
-    return {process.exitCode(), process.readAllStandardError()};
-}
 
 } // namespace
 
@@ -419,12 +397,10 @@ void tst_Applications::remote_changesTheVolume()
 
 void tst_Applications::colours_data()
 {
-    QTest::addColumn<QString>("uri");
-    QTest::addColumn<QString>("colours");
-    QTest::addColumn<QRgb>("background");
-    for (const char *uri : {"voro.player", "voro.recorder", "voro.remote"}) {
-        QTest::addRow("%s dark", uri) << QString::fromLatin1(uri) << "dark" << DarkBackground;
-        QTest::addRow("%s light", uri) << QString::fromLatin1(uri) << "light" << LightBackground;
+    const Rows<QString, QString, QRgb> row("uri", "colours", "background");
+    for (const QByteArray uri : {"voro.player", "voro.recorder", "voro.remote"}) {
+        row(uri + " dark", uri, "dark", DarkBackground);
+        row(uri + " light", uri, "light", LightBackground);
     }
 }
 
@@ -440,22 +416,14 @@ void tst_Applications::colours()
 
 void tst_Applications::commandLine_data()
 {
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("complaint");
-    const QString player = "voro-player";
-    QTest::newRow("help") << player << QStringList{"--help"} << 0 << QByteArray();
-    QTest::newRow("version") << player << QStringList{"--version"} << 0 << QByteArray();
-    QTest::newRow("unknown option") << player << QStringList{"--loud"} << 2
-                                    << QByteArray("voro-player: Unknown option 'loud'.");
-    QTest::newRow("dark and light") << player << QStringList{"--dark", "--light"} << 2
-                                    << QByteArray("voro-player: It is either --dark or --light.");
-    QTest::newRow("operand") << "voro-remote" << QStringList{"song.ogg"} << 2
-                             << QByteArray("voro-remote: 'song.ogg' is too much.");
-    QTest::newRow("no display") << "voro" << QStringList{"demo"} << 1
-                                << QByteArray(
-                                       "voro: demo: there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+    const Rows<QString, QStringList, int, QByteArray> row("program", "arguments", "status", "complaint");
+    row("help", "voro-player", {"--help"}, 0, {});
+    row("version", "voro-player", {"--version"}, 0, {});
+    row("unknown option", "voro-player", {"--loud"}, 2, "voro-player: Unknown option 'loud'.");
+    row("dark and light", "voro-player", {"--dark", "--light"}, 2, "voro-player: It is either --dark or --light.");
+    row("operand", "voro-remote", {"song.ogg"}, 2, "voro-remote: 'song.ogg' is too much.");
+    row("no display", "voro", {"demo"}, 1,
+        "voro: demo: there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
 }
 
 void tst_Applications::commandLine()
@@ -463,12 +431,18 @@ void tst_Applications::commandLine()
     QFETCH(QString, program);
     QFETCH(QStringList, arguments);
     QFETCH(int, status);
-    QFETCH(QByteArray, complaint);
-    const QStringList withoutVariables =
-        status == 1 ? QStringList{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"} : QStringList();
-    const Exit exit = runProgram(program, arguments, withoutVariables);
-    QCOMPARE(exit.complaint.trimmed(), complaint);
-    QCOMPARE(exit.status, status);
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (status == 1) {
+        for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+            environment.remove(variable);
+        }
+    }
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(BIN) + program, arguments, QIODevice::ReadOnly);
+    QVERIFY(process.waitForFinished(PatienceMs) && process.exitStatus() == QProcess::NormalExit);
+    QTEST(process.readAllStandardError().trimmed(), "complaint");
+    QCOMPARE(process.exitCode(), status);
 }
 
 void tst_Applications::demo_playsTheSample()
@@ -484,13 +458,7 @@ void tst_Applications::demo_playsTheSample()
 
 int main(int argc, char *argv[])
 {
-    const Home home;
-    const XServer screen;
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName("tst_applications");
-    QGuiApplication::setOrganizationName("voro");
-    tst_Applications test(home);
-    return QTest::qExec(&test, argc, argv);
+    return runInHome<tst_Applications>(argc, argv);
 }
 
 #include "tst_applications.moc"

@@ -2,9 +2,7 @@
 #include "Daemon.h"
 #include "Home.h"
 #include "Screen.h"
-#include "XServer.h"
 
-#include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
@@ -63,23 +61,16 @@ QStringList cutTexts(const QQuickItem *item, const QRectF &window)
 
 void tst_Languages::texts_haveTheirRoom_data()
 {
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("uri");
-    QTest::addColumn<double>("scale");
+    const Rows<QString, QString, double> row("language", "uri", "scale");
     const QDir translations(":/voro/translations");
     QCOMPARE(translations.count(), 9U);
-    for (const QString &file : QStringList{"voro_en.qm"} + translations.entryList()) {
-        const QString language = file.chopped(3).mid(5);
-        for (const char *uri : {"voro.player", "voro.recorder", "voro.remote"}) {
-            QTest::addRow("%s %s", qPrintable(language), uri) << language << uri << 1.0;
+    for (const QByteArray uri : {"voro.player", "voro.recorder", "voro.remote"}) {
+        for (const QString &file : QStringList{"voro_en.qm"} + translations.entryList()) {
+            const QString language = file.chopped(3).mid(5);
+            row(language.toLatin1() + ' ' + uri, language, uri, 1.0);
         }
+        row("large texts, " + uri, "de", uri, 2.0);
     }
-    QTest::newRow("large texts, player") << "de"
-                                         << "voro.player" << 2.0;
-    QTest::newRow("large texts, recorder") << "de"
-                                           << "voro.recorder" << 2.0;
-    QTest::newRow("large texts, remote") << "de"
-                                         << "voro.remote" << 2.0;
 }
 
 void tst_Languages::texts_haveTheirRoom()
@@ -119,13 +110,7 @@ void tst_Languages::texts_haveTheirRoom()
 
 int main(int argc, char *argv[])
 {
-    const Home home;
-    const XServer screen;
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName("tst_languages");
-    QGuiApplication::setOrganizationName("voro");
-    tst_Languages test(home);
-    return QTest::qExec(&test, argc, argv);
+    return runInHome<tst_Languages>(argc, argv);
 }
 
 #include "tst_languages.moc"

@@ -3,11 +3,9 @@
 #include "PulseServer.h"
 #include "Rows.h"
 #include "Screen.h"
-#include "XServer.h"
 
 #include <QtCore/QMimeData>
 #include <QtCore/QProcess>
-#include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
 
 using namespace voro::multimedia;
@@ -303,13 +301,7 @@ void tst_PlayerApplication::secondStart_handsItsFilesToTheFirst()
 
 int main(int argc, char *argv[])
 {
-    const Home home;
-    const XServer screen;
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName("tst_player_application");
-    QGuiApplication::setOrganizationName("voro");
-    tst_PlayerApplication test(home);
-    return QTest::qExec(&test, argc, argv);
+    return runInHome<tst_PlayerApplication>(argc, argv);
 }
 
 #include "tst_player_application.moc"
