@@ -1,61 +1,9 @@
-#include "Daemon.h"
-#include "Talk.h"
-#include "TestBus.h"
-
-#include <QtDBus/QtDBus>
-#include <QtTest/QtTest>
+#include "MprisTest.h"
 
 #include <Rows.h>
 #include <services/nowplaying/desktop/DesktopEntry.h>
 
-#include <memory>
-
-namespace {
-
-const QString Path = "/org/mpris/MediaPlayer2";
-const QString Root = "org.mpris.MediaPlayer2";
-const QString PlayerInterface = "org.mpris.MediaPlayer2.Player";
-const QString Properties = "org.freedesktop.DBus.Properties";
-const QString Name = "org.mpris.MediaPlayer2.voro.a";
-
-/** Whoever waits for the bus or a player that hangs, waits longer than this. In milliseconds. */
-constexpr qint64 Blocked = 4000;
-
-} // namespace
-
-/** Records what the bus tells: names that come and go, changed properties, jumps. */
-class Witness : public QObject {
-    Q_OBJECT
-public:
-    explicit Witness(QDBusConnection bus)
-    {
-        bus.connect("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged", this,
-                    SLOT(ownerChanged(QString, QString, QString)));
-        bus.connect(QString(), Path, Properties, "PropertiesChanged", this,
-                    SLOT(propertiesChanged(QString, QVariantMap, QStringList)));
-        bus.connect(QString(), Path, PlayerInterface, "Seeked", this, SLOT(seeked(qlonglong)));
-        // The matches are in place when the bus has answered anything.
-        bus.interface()->isServiceRegistered("none");
-    }
-    QStringList names;
-    QVariantMap changes;
-    QStringList gone;
-    QList<qlonglong> jumps;
-
-private Q_SLOTS:
-    void ownerChanged(const QString &name, const QString &before, const QString &after)
-    {
-        if (name.startsWith(Root)) {
-            names += (after.isEmpty() ? "-" : before.isEmpty() ? "+" : "*") + name.mid(Root.size() + 1);
-        }
-    }
-    void propertiesChanged(const QString &, const QVariantMap &changed, const QStringList &invalidated)
-    {
-        changes.insert(changed);
-        gone += invalidated;
-    }
-    void seeked(qlonglong position) { jumps += position; }
-};
+using namespace mpris;
 
 /** An application as a desktop commands it; it says what it is told to do. */
 class DesktopApplication : public QObject {
@@ -80,29 +28,10 @@ private:
     }
 };
 
-class TestMpris : public QObject {
+/** What the player on the bus says and does. */
+class TestMpris : public MprisTest {
     Q_OBJECT
 private Q_SLOTS:
-    void init()
-    {
-        bus = std::make_unique<TestBus>();
-        daemon = std::make_unique<Daemon>();
-        test = QDBusConnection::connectToBus(bus->address(), "test");
-        holder = std::make_unique<Talk>(PlayerControl);
-    }
-    void cleanup()
-    {
-        holder.reset();
-        test = QDBusConnection("none");
-        QDBusConnection::disconnectFromBus("test");
-        daemon.reset();
-        bus.reset();
-    }
-
-    void name_isMadeOfTheHolders();
-    void name_ofAnyBytes_isShown();
-    void name_thatIsTaken_getsTheProcess();
-    void object_isAWatcher();
     void object_saysWhatItIs();
     void application_isNamedRaisedAndEnded_asItsDesktopFileSays();
     void desktopEntry_isReadFromTheUnit_data();
@@ -118,127 +47,7 @@ private Q_SLOTS:
     void calls_commandTheHolder();
     void calls_thatAreWrong_getAnError_data();
     void calls_thatAreWrong_getAnError();
-    void preemptedHolder_goesBeforeTheNewOneAppears();
-    void bus_maybeStartedLater_goAway_andComeBack();
-    void bus_thatHangs_holdsNobodyUp_data();
-    void bus_thatHangs_holdsNobodyUp();
-    void bus_thatHangs_letsTheDaemonEnd_data() { bus_thatHangs_holdsNobodyUp_data(); }
-    void bus_thatHangs_letsTheDaemonEnd();
-
-private:
-    void acquire(const QByteArray &name = "a");
-    /** Acquires the role and waits for the player on the bus. */
-    void appear();
-    /** Has the holder write, and returns when the service has handled it. */
-    void tell(const QByteArray &lines);
-    bool waitForName(const QString &name);
-    QDBusMessage call(const QString &interface, const QString &method, const QVariantList &arguments = {});
-    QVariant property(const QString &name);
-
-    std::unique_ptr<TestBus> bus;
-    std::unique_ptr<Daemon> daemon;
-    QDBusConnection test{"none"};
-    std::unique_ptr<Talk> holder;
 };
-
-void TestMpris::acquire(const QByteArray &name)
-{
-    holder->acquire(name);
-    QVERIFY(holder->waitFor(Send));
-}
-
-void TestMpris::appear()
-{
-    acquire();
-    QVERIFY(waitForName(Name));
-}
-
-void TestMpris::tell(const QByteArray &lines)
-{
-    holder->write(lines);
-    QCOMPARE(holder->rest(), QByteArrayList());
-    // What was told is there when a later answer is.
-    call(Properties, "Get", {PlayerInterface, "Rate"});
-    QCoreApplication::processEvents();
-}
-
-bool TestMpris::waitForName(const QString &name)
-{
-    return QTest::qWaitFor([&] { return test.interface()->isServiceRegistered(name).value(); }, 20'000);
-}
-
-QDBusMessage TestMpris::call(const QString &interface, const QString &method, const QVariantList &arguments)
-{
-    QDBusMessage message = QDBusMessage::createMethodCall(Name, Path, interface, method);
-    message.setArguments(arguments);
-    return test.call(message);
-}
-
-QVariant TestMpris::property(const QString &name)
-{
-    const QDBusMessage reply = call(Properties, "Get", {PlayerInterface, name});
-    const QVariant value = reply.arguments().value(0).value<QDBusVariant>().variant();
-    return value.metaType() == QMetaType::fromType<QDBusArgument>() ? QVariant(qdbus_cast<QVariantMap>(value)) : value;
-}
-
-void TestMpris::name_isMadeOfTheHolders()
-{
-    const std::pair<QByteArray, QString> names[] = {{"Player_1", "Player_1"},
-                                                    {"NPC:17", "NPC_17"},
-                                                    {"com.example.Player", "com.example.Player"},
-                                                    {".a..b.", "_a._b_"},
-                                                    {"1.2.x3", "_._.x3"},
-                                                    {"My Plåyer-2", "My_Pl__yer-2"},
-                                                    {QByteArray(300, 'x'), QString(255 - 28, 'x')}};
-    acquire();
-    for (const auto &[name, busName] : names) {
-        holder->write(R"(msg::register|dat:json:{"prio":"low","name":")" + name + "\"}");
-        QVERIFY2(waitForName("org.mpris.MediaPlayer2.voro." + busName), name.constData());
-    }
-}
-
-void TestMpris::name_ofAnyBytes_isShown()
-{
-    QString all;
-    QByteArray json;
-    for (ushort c = 255; c > 0; --c) {
-        all += QChar(c);
-        json += "\\u00" + QByteArray::number(c, 16).rightJustified(2, '0');
-    }
-    Witness witness(test);
-    // A text on the bus ends where a NUL is.
-    acquire(json + "\\u0000");
-    QTRY_COMPARE(witness.names.size(), 1);
-    const QString name = Root + '.' + witness.names.first().mid(1);
-    QDBusMessage question = QDBusMessage::createMethodCall(name, Path, Properties, "Get");
-    question.setArguments({Root, "Identity"});
-    const QDBusMessage reply = test.call(question);
-    QCOMPARE(reply.arguments().value(0).value<QDBusVariant>().variant().toString(), all);
-}
-
-void TestMpris::name_thatIsTaken_getsTheProcess()
-{
-    QVERIFY(test.registerService(Name));
-    acquire();
-    QVERIFY(waitForName(Name + ".instance" + QString::number(getpid())));
-    QVERIFY(test.registerService("org.mpris.MediaPlayer2.voro.b"));
-    QVERIFY(test.registerService("org.mpris.MediaPlayer2.voro.b.instance" + QString::number(getpid())));
-    // Without any name it is not there, and nobody watches.
-    holder->write(R"(msg::register|dat:json:{"name":"b","prio":"low"})");
-    QCOMPARE(holder->next(), Hold);
-}
-
-void TestMpris::object_isAWatcher()
-{
-    acquire();
-    Talk controller;
-    controller.subscribe();
-    QVERIFY(controller.waitFor(Ours));
-    QCOMPARE(holder->rest(), QByteArrayList());
-    bus->kill();
-    controller.write("msg::md_unsubscribe");
-    QCOMPARE(holder->next(), Hold);
-}
 
 void TestMpris::object_saysWhatItIs()
 {
@@ -520,97 +329,6 @@ void TestMpris::calls_thatAreWrong_getAnError()
     tell(R"(msg::metadata|dat:json:{"repeat_mode":"none","shuffle_mode":"off"})");
     QTEST(call(interface, method, arguments).errorName(), "error");
     QCOMPARE(holder->rest(), QByteArrayList());
-}
-
-void TestMpris::preemptedHolder_goesBeforeTheNewOneAppears()
-{
-    Witness witness(test);
-    acquire();
-    Talk other(PlayerControl);
-    other.acquire("b");
-    QCOMPARE(other.next(), Granted);
-    QCOMPARE(other.next(), Send);
-    other.write(R"(msg::register|dat:json:{"name":"c","prio":"low"})");
-    QTRY_COMPARE(witness.names, (QStringList{"+voro.a", "-voro.a", "+voro.b", "-voro.b", "+voro.c"}));
-}
-
-void TestMpris::bus_maybeStartedLater_goAway_andComeBack()
-{
-    holder.reset();
-    daemon.reset();
-    bus.reset();
-    bus = std::make_unique<TestBus>(TestBus::Later);
-    daemon = std::make_unique<Daemon>();
-    holder = std::make_unique<Talk>(PlayerControl);
-    holder->acquire("a");
-    QCOMPARE(holder->next(), Granted);
-    QCOMPARE(holder->next(), Hold);
-    for (int i = 0; i < 3; ++i) {
-        bus->start();
-        QCOMPARE(holder->next(), Send);
-        // The name was asked for before, but by another road.
-        QByteArray said;
-        QVERIFY2(
-            QTest::qWaitFor([&said] { return (said = runProgram("playerctl", {"-l"})).contains("voro.a"); }, 20'000),
-            said.constData());
-        bus->kill();
-        QCOMPARE(holder->next(), Hold);
-    }
-}
-
-void TestMpris::bus_thatHangs_holdsNobodyUp_data()
-{
-    const Rows<bool> row("isConnected");
-    row("from the beginning", false);
-    row("later", true);
-}
-
-void TestMpris::bus_thatHangs_holdsNobodyUp()
-{
-    QFETCH(const bool, isConnected);
-    if (isConnected) {
-        acquire("z");
-    }
-    bus->stop();
-    Talk controller;
-    QElapsedTimer timer;
-    timer.start();
-    controller.subscribe();
-    QVERIFY(controller.waitFor(isConnected ? Ours : Free));
-    QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
-    timer.restart();
-    Talk other(PlayerControl);
-    other.acquire("a");
-    QCOMPARE(other.next(), Granted);
-    QCOMPARE(other.next(), Send);
-    other.write("msg::state|dat::playing");
-    QVERIFY(controller.waitFor(Playing));
-    QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
-    bus->goOn();
-    QVERIFY(waitForName(Name));
-    QCOMPARE(property("PlaybackStatus"), "Playing");
-}
-
-void TestMpris::bus_thatHangs_letsTheDaemonEnd()
-{
-    QFETCH(const bool, isConnected);
-    if (isConnected) {
-        acquire();
-    }
-    bus->stop();
-    Talk controller;
-    controller.subscribe();
-    QVERIFY(controller.waitFor(isConnected ? Ours : Free));
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(daemon->stop());
-    QVERIFY2(timer.elapsed() < Blocked, QByteArray::number(timer.elapsed()));
-    // Whoever comes next finds everything as it should be.
-    QVERIFY(daemon->start());
-    Talk next(PlayerControl);
-    next.acquire("a");
-    QCOMPARE(next.next(), Granted);
-    bus->goOn();
 }
 
 int main(int argc, char **argv)
