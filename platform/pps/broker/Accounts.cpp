@@ -73,7 +73,8 @@ void Accounts::Charge::release()
 
 Accounts::Accounts()
 {
-    // All that the descriptors are for has a part of them. A worker takes six, and eight for files in memory if it wants.
+    // All that the descriptors are for has a part of them. A worker takes six, and eight for files in memory if it
+    // wants.
     const size_t descriptors = descriptorLimit();
     m_capacities[at(Resource::Memory)] = Memory;
     m_capacities[at(Resource::Connections)] = std::min<size_t>(8192, descriptors / 2);
