@@ -27,7 +27,7 @@ constexpr Amounts Much{1 * GST_SECOND, 2 * GST_SECOND, 500 * GST_MSECOND};
 /** Others need the processor until it plays. */
 constexpr GstClockTime ClosedAhead = 10 * GST_MSECOND;
 /** It begins to be heard with this: enough to go on with while more is decoded. */
-constexpr GstClockTime Beginning = 50 * GST_MSECOND;
+constexpr GstClockTime Beginning = 30 * GST_MSECOND;
 
 const Amounts &amounts(AudioBin::Ahead ahead)
 {
