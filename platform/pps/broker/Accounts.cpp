@@ -73,7 +73,7 @@ void Accounts::Charge::release()
 
 Accounts::Accounts()
 {
-    // All that the descriptors are for has a part of them. A worker takes six, and eight for files in memory if it
+    // All that the descriptors are for has a part of them. A worker takes seven, and eight for files in memory if it
     // wants.
     const size_t descriptors = descriptorLimit();
     m_capacities[at(Resource::Memory)] = Memory;

@@ -30,12 +30,18 @@ pps::Fd placeOf(const std::string &process, const char *name)
     return pps::Fd(open((process + name).c_str(), O_PATH | O_CLOEXEC));
 }
 
-/** The mount namespace and the root of a process; empty when the system does not say. */
-std::string viewOf(const std::string &process, const pps::Fd &root)
+/** A name for a mount namespace and a root in it; empty when the system does not say. */
+std::string nameOf(const pps::Fd &mounts, const pps::Fd &root)
 {
-    const std::string mounts = identityOf(placeOf(process, "/ns/mnt"));
+    const std::string space = identityOf(mounts);
     const std::string place = identityOf(root);
-    return mounts.empty() || place.empty() ? std::string() : mounts + '/' + place;
+    return space.empty() || place.empty() ? std::string() : space + '/' + place;
+}
+
+std::string ownName()
+{
+    static const std::string name = nameOf(placeOf("/proc/self", "/ns/mnt"), placeOf("/proc/self", "/root"));
+    return name;
 }
 
 } // namespace
@@ -44,17 +50,19 @@ FileView::Shared FileView::of(pid_t process)
 {
     static std::map<std::string, std::weak_ptr<const FileView>> views;
     const std::string folder = "/proc/" + std::to_string(process);
+    pps::Fd mounts = placeOf(folder, "/ns/mnt");
     pps::Fd root = placeOf(folder, "/root");
-    std::string name = viewOf(folder, root);
-    if (name.empty() || name == viewOf("/proc/self", placeOf("/proc/self", "/root"))) {
+    std::string name = nameOf(mounts, root);
+    if (name.empty() || name == ownName()) {
         name.clear();
+        mounts.reset();
         root.reset();
     }
     std::erase_if(views, [](const auto &view) { return view.second.expired(); });
     if (auto known = views[name].lock()) {
         return known;
     }
-    const Shared view(new FileView(std::move(root), name));
+    const Shared view(new FileView(std::move(mounts), std::move(root), name));
     views[name] = view;
     return view;
 }

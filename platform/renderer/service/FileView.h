@@ -28,8 +28,14 @@ public:
     const std::string &name() const { return m_name; }
 
 private:
-    FileView(pps::Fd root, std::string name) : m_root(std::move(root)), m_name(std::move(name)) {}
+    FileView(pps::Fd mounts, pps::Fd root, std::string name)
+        : m_mounts(std::move(mounts)),
+          m_root(std::move(root)),
+          m_name(std::move(name))
+    {}
 
+    /** Keeps the mount namespace, so that no other one gets its name. */
+    const pps::Fd m_mounts;
     /** Invalid for this process's own view. */
     const pps::Fd m_root;
     const std::string m_name;

@@ -117,7 +117,7 @@ private:
     /** What can be put in, whichever the sink is. */
     Owned<GstCaps> m_accepted;
     gulong m_gateProbe = 0;
-    /** How much was decoded since the beginning or the last seek. Only the decoding thread uses it. */
+    /** How much was decoded since a medium began or was sought in. Only the decoding thread uses it. */
     GstClockTime m_decoded = 0;
     /**
      * What goes to the sink: its format, its segment and where the last buffer ends in it. Only the streaming thread
@@ -126,7 +126,7 @@ private:
     Owned<GstCaps> m_sinkFormat;
     GstSegment m_segment;
     GstClockTime m_end = GST_CLOCK_TIME_NONE;
-    /** How much went to the sink since the beginning or the last seek. */
+    /** How much went to the sink since then. */
     GstClockTime m_sent = 0;
     mutable std::mutex m_mutex;
     Boundary m_boundary;

@@ -1,5 +1,7 @@
 #include "NetworkRules.h"
 
+#include "SoundServer.h"
+
 #include <arpa/inet.h>
 #include <dlfcn.h>
 #include <glib.h>
@@ -78,10 +80,9 @@ std::vector<std::string> namedByEnvironment()
             names.push_back(hostOf(proxy));
         }
     }
-    if (const char *server = std::getenv("PULSE_SERVER")) {
-        const std::string text = server;
-        const size_t start = text.starts_with("tcp") ? text.find(':') + 1 : 0;
-        names.push_back(hostOf(text.substr(start, text.find(':', start) - start)));
+    for (const std::string &server : soundServers()) {
+        const size_t start = server.starts_with("tcp") ? server.find(':') + 1 : 0;
+        names.push_back(hostOf(server.substr(start, server.find(':', start) - start)));
     }
     return names;
 }

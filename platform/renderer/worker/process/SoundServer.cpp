@@ -56,20 +56,6 @@ std::string configuredServer()
     return {};
 }
 
-/** The servers that are tried, one after the other: paths of sockets, or places on the network. */
-std::vector<std::string> servers()
-{
-    const std::string named = variable(Variable);
-    std::istringstream words(named.empty() ? configuredServer() : named);
-    std::vector<std::string> servers;
-    for (std::string server; words >> server;) {
-        // In front may stand the machine for which it holds, in braces.
-        server.erase(0, server.starts_with('{') ? server.find('}') + 1 : 0);
-        servers.push_back(server.starts_with(Scheme) ? server.substr(Scheme.size()) : server);
-    }
-    return servers;
-}
-
 /** The folders where servers usually have their sockets. */
 std::vector<std::string> usualFolders()
 {
@@ -85,9 +71,22 @@ std::vector<std::string> usualFolders()
 
 } // namespace
 
+std::vector<std::string> soundServers()
+{
+    const std::string named = variable(Variable);
+    std::istringstream words(named.empty() ? configuredServer() : named);
+    std::vector<std::string> servers;
+    for (std::string server; words >> server;) {
+        // In front may stand the machine for which it holds, in braces.
+        server.erase(0, server.starts_with('{') ? server.find('}') + 1 : 0);
+        servers.push_back(server.starts_with(Scheme) ? server.substr(Scheme.size()) : server);
+    }
+    return servers;
+}
+
 void nameSoundServer()
 {
-    if (!servers().empty()) {
+    if (!soundServers().empty()) {
         return;
     }
     std::string names;
@@ -99,7 +98,7 @@ void nameSoundServer()
 
 bool isSoundServerFar()
 {
-    return !std::ranges::all_of(servers(), [](const std::string &server) { return server.starts_with('/'); });
+    return !std::ranges::all_of(soundServers(), [](const std::string &server) { return server.starts_with('/'); });
 }
 
 std::vector<std::string> soundServerPlaces()
@@ -109,7 +108,7 @@ std::vector<std::string> soundServerPlaces()
     if (places.front() != SharedFolder) {
         mkdir(places.front().c_str(), 0700);
     }
-    for (const std::string &server : servers()) {
+    for (const std::string &server : soundServers()) {
         // A server that starts anew makes its socket again; but what else is in the folder must be the server's, too.
         const std::filesystem::path folder = std::filesystem::path(server).parent_path();
         if (server.starts_with('/')) {

@@ -11,6 +11,9 @@ namespace voro::renderer {
  */
 void nameSoundServer();
 
+/** The servers that are tried, one after the other: paths of sockets, or places on the network. */
+std::vector<std::string> soundServers();
+
 /** Whether the sound server may be on the network. */
 bool isSoundServerFar();
 
