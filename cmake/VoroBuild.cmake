@@ -24,7 +24,7 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverl
 if(VORO_WERROR)
   add_compile_options(-Werror)
 endif()
-add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_DISABLE_DEPRECATED_BEFORE=0x060000)
+add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   # Files of more than 2 GiB.
