@@ -5,6 +5,7 @@
 #include <renderer/common/FileRequest.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <string_view>
@@ -25,7 +26,7 @@ LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness
     if (path.starts_with(OwnFiles)) {
         return LocalFile::open(path);
     }
-    const std::lock_guard lock(m_mutex);
+    Lock lock(m_mutex);
     const auto isOld = [now = Clock::now()](const Recent &recent) { return now - recent.time > Moment; };
     std::erase_if(m_recent, isOld);
     const auto found = std::ranges::find(m_recent, path, &Recent::path);
@@ -39,7 +40,7 @@ LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness
     if (isExpected) {
         m_expected.clear();
     }
-    Answer answer = isExpected ? receive(m_expectedId) : ask(path);
+    Answer answer = isExpected ? receive(m_expectedId, lock) : ask(path, lock);
     auto file = answer.file.isValid() ? std::make_shared<LocalFile>(std::move(answer.file))
                                       : std::make_shared<LocalFile>(answer.error);
     m_recent.push_back({path, file, Clock::now()});
@@ -48,49 +49,66 @@ LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness
 
 pps::Fd HandedFiles::makeMemory(size_t size)
 {
-    const std::lock_guard lock(m_mutex);
-    return ask(std::string(MemoryPrefix) + std::to_string(size)).file;
+    Lock lock(m_mutex);
+    return ask(std::string(MemoryPrefix) + std::to_string(size), lock).file;
 }
 
-/** Waits for the file with a number. */
-HandedFiles::Answer HandedFiles::receive(int64_t id)
+/** Waits for the answer with a number. */
+HandedFiles::Answer HandedFiles::receive(int64_t id, Lock &lock)
 {
-    while (m_unasked.id != id) {
-        pollfd readable{WorkerMediaSocket, POLLIN, 0};
-        std::array<std::byte, sizeof(int64_t) + sizeof(int32_t) + 1> packet;
-        pps::Fd file;
-        poll(&readable, 1, -1);
-        const ssize_t size = pps::receivePacket(WorkerMediaSocket, packet, file);
-        if (size < 0 && errno == EAGAIN) {
-            continue;
+    for (;;) {
+        const auto found = std::ranges::find(m_answers, id, &Answer::id);
+        if (found != m_answers.end()) {
+            Answer answer = std::move(*found);
+            m_answers.erase(found);
+            return answer;
         }
-        const auto answer =
-            size > 0 ? FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(size))) : std::nullopt;
-        if (!answer) {
+        const bool isSuperseded = id > 0 && id < m_expectedId;
+        if (m_hasEnded || isSuperseded) {
             return {id, EIO, {}};
         }
-        Answer received{answer->id, answer->error, std::move(file)};
-        if (!received.file.isValid() && received.error == 0) {
-            received.error = EMFILE;
+        if (m_isReading) {
+            m_hasCome.wait(lock);
+            continue;
         }
-        if (received.id == id) {
-            return received;
-        }
-        if (received.id > 0) {
-            // It came before somebody's question was answered.
-            m_unasked = std::move(received);
-        }
+        m_isReading = true;
+        lock.unlock();
+        Answer answer = readAnswer();
+        lock.lock();
+        m_isReading = false;
+        m_hasEnded = answer.id == 0;
+        m_answers.push_back(std::move(answer));
+        m_hasCome.notify_all();
     }
-    return std::exchange(m_unasked, {});
 }
 
-HandedFiles::Answer HandedFiles::ask(const std::string &wanted)
+/** Waits for the next answer; its number is 0 at the end. */
+HandedFiles::Answer HandedFiles::readAnswer()
+{
+    pollfd readable{WorkerMediaSocket, POLLIN, 0};
+    std::array<std::byte, sizeof(int64_t) + sizeof(int32_t) + 1> packet;
+    pps::Fd file;
+    ssize_t size = -1;
+    do {
+        poll(&readable, 1, -1);
+        size = pps::receivePacket(WorkerMediaSocket, packet, file);
+    } while (size < 0 && errno == EAGAIN);
+    const auto answer =
+        size > 0 ? FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(size))) : std::nullopt;
+    if (!answer) {
+        return {};
+    }
+    const int error = answer->error == 0 && !file.isValid() ? EMFILE : answer->error;
+    return {answer->id, error, std::move(file)};
+}
+
+HandedFiles::Answer HandedFiles::ask(const std::string &wanted, Lock &lock)
 {
     const int64_t id = --m_lastId;
     std::vector<std::byte> packet(sizeof id + wanted.size());
     std::memcpy(packet.data(), &id, sizeof id);
     std::memcpy(packet.data() + sizeof id, wanted.data(), wanted.size());
-    return pps::sendPacket(WorkerMediaSocket, packet) ? receive(id) : Answer{id, EIO, {}};
+    return pps::sendPacket(WorkerMediaSocket, packet) ? receive(id, lock) : Answer{id, EIO, {}};
 }
 
 void HandedFiles::expect(const std::string &path, int64_t request)
@@ -99,6 +117,8 @@ void HandedFiles::expect(const std::string &path, int64_t request)
     m_recent.clear();
     m_expected = path;
     m_expectedId = request;
+    std::erase_if(m_answers, [request](const Answer &answer) { return answer.id > 0 && answer.id < request; });
+    m_hasCome.notify_all();
 }
 
 void HandedFiles::forget()

@@ -3,6 +3,7 @@
 #include <renderer/common/OpenLocal.h>
 
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -38,15 +39,21 @@ private:
         pps::Fd file;
     };
 
-    Answer ask(const std::string &wanted);
-    Answer receive(int64_t id);
+    using Lock = std::unique_lock<std::mutex>;
+    Answer ask(const std::string &wanted, Lock &lock);
+    Answer receive(int64_t id, Lock &lock);
+    Answer readAnswer();
 
     std::mutex m_mutex;
+    /** One thread reads what comes, for all that wait. */
+    bool m_isReading = false;
+    std::condition_variable m_hasCome;
+    bool m_hasEnded = false;
     std::string m_expected;
     int64_t m_expectedId = 0;
     int64_t m_lastId = 0;
-    /** The medium that was handed over last, until it is expected. */
-    Answer m_unasked;
+    /** What has come and nobody has taken yet: the medium that was handed over last, and what others wait for. */
+    std::vector<Answer> m_answers;
     /** To open a medium takes several looks at it. */
     std::vector<Recent> m_recent;
 };
