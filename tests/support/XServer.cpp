@@ -1,5 +1,7 @@
 #include "XServer.h"
 
+#include <QtCore/QFile>
+
 #include <sys/prctl.h>
 #include <xcb/xcb.h>
 
@@ -58,6 +60,12 @@ void XServer::destroyWindow(quint32 window)
 {
     xcb_destroy_window(m_connection, window);
     sync(m_connection);
+}
+
+QByteArray XServer::maps() const
+{
+    QFile file(QStringLiteral("/proc/%1/maps").arg(m_process.processId()));
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 int XServer::count(quint32 window, int x, int y, int width, int height, const std::function<bool(quint32 rgb)> &isMeant)

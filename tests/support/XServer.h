@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QByteArray>
 #include <QtCore/QProcess>
 #include <QtCore/QtGlobal>
 
@@ -19,6 +20,9 @@ public:
     /** Makes a visible window and returns its id. */
     quint32 makeWindow(int x, int y, int width, int height);
     void destroyWindow(quint32 window);
+
+    /** What is mapped into the server's memory, a line each, as /proc tells. */
+    QByteArray maps() const;
 
     /** How many pixels of a window's area are of such a colour. */
     int count(quint32 window, int x, int y, int width, int height, const std::function<bool(quint32 rgb)> &isMeant);

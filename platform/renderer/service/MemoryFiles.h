@@ -12,7 +12,7 @@ class MemoryFiles {
 public:
     /** Enough for the pictures of 8K. */
     static constexpr size_t MostSize = size_t{640} << 20;
-    static constexpr size_t MostFiles = 8;
+    static constexpr size_t MostFiles = 16;
 
     /** A file of that size, which cannot grow; invalid with errno when the worker has too much, or there is no room. */
     pps::Fd make(size_t size);

@@ -92,6 +92,8 @@ void tst_Video::picture_isDrawn_andCut()
     QCOMPARE(mmr_play(application.context()), 0);
     QTRY_VERIFY(m_screen.count(window, 10, 10, 140, 220, isRed) == 140 * 220);
     QVERIFY(m_screen.count(window, 170, 10, 140, 220, isBlue) == 140 * 220);
+    // In files that the daemon made and counts.
+    QVERIFY(m_screen.maps().contains("memfd:voro"));
 
     QCOMPARE(application.setOutput(video, "video_src_x", "160"), 0);
     QCOMPARE(application.setOutput(video, "video_src_w", "160"), 0);

@@ -62,8 +62,6 @@ constexpr const char *Allowed[] = {
     "connect", "getpeername", "getsockname", "getsockopt", "recvfrom", "recvmmsg", "recvmsg", "sendmmsg", "sendmsg",
     "sendto", "setsockopt", "shutdown", "socketpair", "recv", "recvmmsg_time64", "send"};
 
-/** How clients of an X server share memory with it. */
-constexpr const char *SharedMemory[] = {"shmat", "shmctl", "shmdt", "shmget"};
 /** What elements about which nothing is known may need. */
 constexpr const char *ForDevices[] = {"flock", "ioctl",  "memfd_create", "mkdir",     "mkdirat", "mmap",
                                       "mmap2", "rename", "renameat",     "renameat2", "unlink",  "unlinkat"};
@@ -187,9 +185,6 @@ SystemCalls::SystemCalls(Devices devices, Files files, Reach reach)
     for (const char *name : {"mmap", "mmap2"}) {
         rules.add(SCMP_ACT_ALLOW, name, scmp_arg_cmp{3, SCMP_CMP_MASKED_EQ, MAP_ANONYMOUS, 0});
         rules.add(SCMP_ACT_ALLOW, name, scmp_arg_cmp{3, SCMP_CMP_MASKED_EQ, MAP_ANONYMOUS | MAP_SHARED, MAP_ANONYMOUS});
-    }
-    if (reach.windows) {
-        rules.allow(SharedMemory);
     }
     if (devices == Devices::Open) {
         rules.allow(ForDevices);
