@@ -3,7 +3,6 @@
 #include <gst/audio/audio.h>
 #include <renderer/worker/gst/Equalizer.h>
 #include <renderer/worker/gst/Gaps.h>
-#include <renderer/worker/gst/SinkStart.h>
 #include <renderer/worker/video/WindowSink.h>
 
 #include <algorithm>
@@ -14,27 +13,10 @@ namespace voro::renderer {
 
 namespace {
 
-/** What is decoded, what the sound server holds, and how much of that it asks for at once. */
-struct Amounts {
-    GstClockTime decoded;
-    GstClockTime held;
-    GstClockTime filled;
-};
-/** Enough to play without a gap, little enough to answer a change at once. */
-constexpr Amounts Little{200 * GST_MSECOND, 200 * GST_MSECOND, 10 * GST_MSECOND};
-/** Two fillings are decoded in advance: the threads need not wait for each other within one. */
-constexpr Amounts Much{1 * GST_SECOND, 2 * GST_SECOND, 500 * GST_MSECOND};
 /** Others need the processor until it plays. */
 constexpr GstClockTime ClosedAhead = 10 * GST_MSECOND;
-/** It begins to be heard with this: enough to go on with while more is decoded. */
-constexpr GstClockTime Beginning = 30 * GST_MSECOND;
 
-const Amounts &amounts(AudioBin::Ahead ahead)
-{
-    return ahead == AudioBin::Ahead::Much ? Much : Little;
-}
-
-void setAmounts(GstElement *serverSink, const Amounts &amounts)
+void setAmounts(GstElement *serverSink, const AheadAmounts &amounts)
 {
     g_object_set(serverSink, "buffer-time", static_cast<gint64>(amounts.held / GST_USECOND), "latency-time",
                  static_cast<gint64>(amounts.filled / GST_USECOND), nullptr);
@@ -130,11 +112,8 @@ AudioBin::AudioBin()
     addTempo();
     g_object_set(m_queue, "max-size-buffers", 0, "max-size-bytes", 0, nullptr);
     decodeAhead(amounts(m_ahead).decoded);
-    gst_segment_init(&m_segment, GST_FORMAT_TIME);
     const Owned<GstPad> output(gst_element_get_static_pad(m_volume, "src"));
-    gst_pad_add_probe(output.get(),
-                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
-                      onOutput, this, nullptr);
+    m_output.watch(output.get());
 
     const Owned<GstPad> target(gst_element_get_static_pad(m_queue, "sink"));
     m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
@@ -177,8 +156,7 @@ void AudioBin::resetSink(const Piece &piece)
         addSink(piece.outputs.isAudible);
     }
     m_ahead = piece.mayBeFarAhead() ? Ahead::Much : Ahead::Little;
-    m_sinkFormat.reset();
-    m_end = GST_CLOCK_TIME_NONE;
+    m_output.begin(m_isServerSink ? m_sink : nullptr, m_ahead);
     if (m_isServerSink) {
         setRole(m_sink, piece.outputs.role);
         setAmounts(m_sink, amounts(m_ahead));
@@ -292,70 +270,17 @@ GstPadProbeReturn AudioBin::onDecoded(GstPad *, GstPadProbeInfo *info, gpointer 
 void AudioBin::pace(GstClockTime duration)
 {
     constexpr unsigned Speed = 10;
+    // What begins to be heard, and some more.
+    constexpr GstClockTime Unpaced = 90 * GST_MSECOND;
     // A seek waits as long.
     constexpr GstClockTime LongestRest = 2 * GST_MSECOND;
-    if (!GST_CLOCK_TIME_IS_VALID(duration) || m_decoded > Much.decoded + Much.held) {
+    if (!GST_CLOCK_TIME_IS_VALID(duration) || m_decoded > amounts(Ahead::Much).decoded + amounts(Ahead::Much).held) {
         return;
     }
     m_decoded += duration;
-    if (m_decoded > 3 * Beginning) {
+    if (m_decoded > Unpaced) {
         std::this_thread::sleep_for(std::chrono::nanoseconds(std::min(duration / Speed, LongestRest)));
     }
-}
-
-// Runs in a streaming thread.
-GstPadProbeReturn AudioBin::onOutput(GstPad *output, GstPadProbeInfo *info, gpointer self)
-{
-    auto *bin = static_cast<AudioBin *>(self);
-    if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
-        bin->noteOutput(GST_PAD_PROBE_INFO_BUFFER(info));
-        return GST_PAD_PROBE_OK;
-    }
-    GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
-    if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
-        gst_event_copy_segment(event, &bin->m_segment);
-        bin->m_sent = 0;
-    } else if (GST_EVENT_TYPE(event) == GST_EVENT_CAPS) {
-        GstCaps *caps = nullptr;
-        gst_event_parse_caps(event, &caps);
-        bin->noteFormat(output, caps);
-    } else if (GST_EVENT_TYPE(event) == GST_EVENT_STREAM_START && GST_CLOCK_TIME_IS_VALID(bin->m_end)) {
-        const guint64 time = gst_segment_to_running_time(&bin->m_segment, GST_FORMAT_TIME, bin->m_end);
-        const guint64 position = gst_segment_to_stream_time(&bin->m_segment, GST_FORMAT_TIME, bin->m_end);
-        const bool isValid = GST_CLOCK_TIME_IS_VALID(time) && GST_CLOCK_TIME_IS_VALID(position);
-        const std::lock_guard lock(bin->m_mutex);
-        bin->m_boundary = isValid ? Boundary{time, static_cast<int64_t>(position / GST_MSECOND)} : Boundary();
-    }
-    return GST_PAD_PROBE_OK;
-}
-
-void AudioBin::noteOutput(const GstBuffer *buffer)
-{
-    if (!GST_BUFFER_PTS_IS_VALID(buffer) || !GST_BUFFER_DURATION_IS_VALID(buffer)) {
-        return;
-    }
-    m_end = std::min(GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer), m_segment.stop);
-    // Until its buffer is full, the sink would wait again after each pause.
-    if (m_isServerSink && m_sent >= Beginning && m_sent < Much.held) {
-        startSink(m_sink);
-    }
-    m_sent += GST_BUFFER_DURATION(buffer);
-}
-
-/** The sink drops what it holds when the format becomes another one: a gap of next to no length has it played first. */
-void AudioBin::noteFormat(GstPad *output, GstCaps *format)
-{
-    const bool isOther = m_sinkFormat && !gst_caps_is_equal(m_sinkFormat.get(), format);
-    m_sinkFormat.reset(gst_caps_ref(format));
-    if (isOther && isFarAhead() && GST_CLOCK_TIME_IS_VALID(m_end) && m_end > 0) {
-        gst_pad_push_event(output, gst_event_new_gap(m_end - 1, 1));
-    }
-}
-
-AudioBin::Boundary AudioBin::boundary() const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_boundary;
 }
 
 void AudioBin::decodeAhead(GstClockTime time)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Ahead.h"
+#include "AudioOutput.h"
 #include "Piece.h"
 
 #include <renderer/common/Names.h>
@@ -7,7 +9,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <mutex>
 #include <string>
 
 namespace voro::renderer {
@@ -26,21 +27,6 @@ public:
     /** The element message of a stream that ends without such a buffer. */
     static constexpr char EmptyMessage[] = "voro-empty";
 
-    /** How much is decoded and handed to the sound server before it is heard. */
-    enum class Ahead {
-        /** So little that a change is heard at once. */
-        Little,
-        /** So much that processes wake up rarely; after a change the sound has to be decoded again. */
-        Much,
-    };
-    /** Where a stream ends and the next one begins. */
-    struct Boundary {
-        /** When that is heard, as a running time of the pipeline. */
-        GstClockTime time = 0;
-        /** The position there of the stream that ends, in milliseconds. */
-        int64_t end = 0;
-    };
-
     AudioBin();
     ~AudioBin();
     AudioBin(const AudioBin &) = delete;
@@ -55,7 +41,7 @@ public:
     /** Whether much is handed to the sound server before it is heard. */
     bool isFarAhead() const { return m_isServerSink && m_ahead == Ahead::Much; }
     /** The last boundary that went to the sink. */
-    Boundary boundary() const;
+    AudioOutput::Boundary boundary() const { return m_output.boundary(); }
     /**
      * Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
      * then.
@@ -88,13 +74,10 @@ public:
 private:
     static GstPadProbeReturn onDecoded(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     static GstPadProbeReturn onQuery(GstPad *pad, GstPadProbeInfo *info, gpointer self);
-    static GstPadProbeReturn onOutput(GstPad *pad, GstPadProbeInfo *info, gpointer self);
 
     /** How much is decoded before it is needed. */
     void decodeAhead(GstClockTime time);
     void pace(GstClockTime duration);
-    void noteOutput(const GstBuffer *buffer);
-    void noteFormat(GstPad *output, GstCaps *format);
     void addSink(bool isAudible);
     void addTempo();
     void removeTempo();
@@ -119,17 +102,7 @@ private:
     gulong m_gateProbe = 0;
     /** How much was decoded since a medium began or was sought in. Only the decoding thread uses it. */
     GstClockTime m_decoded = 0;
-    /**
-     * What goes to the sink: its format, its segment and where the last buffer ends in it. Only the streaming thread
-     * uses them.
-     */
-    Owned<GstCaps> m_sinkFormat;
-    GstSegment m_segment;
-    GstClockTime m_end = GST_CLOCK_TIME_NONE;
-    /** How much went to the sink since then. */
-    GstClockTime m_sent = 0;
-    mutable std::mutex m_mutex;
-    Boundary m_boundary;
+    AudioOutput m_output;
     /** Read by streaming threads. */
     std::atomic<bool> m_awaitsDecoded = false;
     /** The speed was another one: what changed it has garbage in its first samples when it is started again. */

@@ -82,7 +82,7 @@ private:
     /** It plays another medium than was loaded. */
     bool m_hasAdvanced = false;
     /** Where the next medium begins, which went to the sound server and is not heard yet. */
-    std::optional<AudioBin::Boundary> m_next;
+    std::optional<AudioOutput::Boundary> m_next;
     /** Runs until it is heard, while the medium plays. */
     Source m_nextTimer;
     /** Why it does not play, if so. */

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Ahead.h"
+
+#include <renderer/worker/gst/Gst.h>
+
+#include <cstdint>
+#include <mutex>
+
+namespace voro::renderer {
+
+/**
+ * Watches what goes to an audio sink, and has it go so that the sound server has little to do: the sink starts early,
+ * plays a format to its end before the next one, and gets few large buffers once it is far ahead.
+ */
+class AudioOutput {
+public:
+    /** Where a stream ends and the next one begins. */
+    struct Boundary {
+        /** When that is heard, as a running time of the pipeline. */
+        GstClockTime time = 0;
+        /** The position there of the stream that ends, in milliseconds. */
+        int64_t end = 0;
+    };
+
+    AudioOutput() { gst_segment_init(&m_segment, GST_FORMAT_TIME); }
+    AudioOutput(const AudioOutput &) = delete;
+    AudioOutput &operator=(const AudioOutput &) = delete;
+
+    /** Watches a pad, which must not outlive this object. */
+    void watch(GstPad *pad);
+    /** Begins a medium, while nothing flows. `serverSink` is null for other sinks, which are left as they are. */
+    void begin(GstElement *serverSink, Ahead ahead);
+    /** The last boundary that went to the sink. */
+    Boundary boundary() const;
+
+private:
+    static GstPadProbeReturn onData(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    GstPadProbeReturn onBuffer(GstPad *pad, GstPadProbeInfo *info);
+    void onEvent(GstPad *pad, GstEvent *event);
+
+    bool isFarAhead() const { return m_serverSink && m_ahead == Ahead::Much; }
+    void note(const GstBuffer *buffer);
+    void noteFormat(GstPad *pad, GstCaps *format);
+    void noteBoundary();
+    GstPadProbeReturn collect(GstPad *pad, GstPadProbeInfo *info);
+    void push(GstPad *pad);
+
+    GstElement *m_serverSink = nullptr;
+    Ahead m_ahead = Ahead::Little;
+    // Only the streaming thread uses what follows.
+    Owned<GstCaps> m_format;
+    GstSegment m_segment;
+    /** Where the last buffer ends in the segment. */
+    GstClockTime m_end = GST_CLOCK_TIME_NONE;
+    /** How much has come since the segment began. */
+    GstClockTime m_sent = 0;
+    /** What waits until it is enough. */
+    Owned<GstBuffer> m_collected;
+
+    mutable std::mutex m_mutex;
+    Boundary m_boundary;
+};
+
+} // namespace voro::renderer
