@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <pps/Fd.h>
+#include <pps/FilePages.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -115,6 +116,7 @@ void guard(bool isDetached)
             _exit(EXIT_FAILURE);
         }
     }
+    pps::releaseFilePages();
     watch();
 }
 

@@ -12,6 +12,7 @@
 #include <QtCore/QTimer>
 
 #include <pps/broker/Broker.h>
+#include <pps/FilePages.h>
 #include <pps/Runtime.h>
 #include <renderer/service/RendererService.h>
 #include <services/common/Paths.h>
@@ -99,6 +100,8 @@ int serve(int argc, char **argv, const std::string &folder, voro::Socket &socket
             }
         });
     }
+    // Not before what belongs to the start is done.
+    QTimer::singleShot(3'000, &application, voro::pps::releaseFilePages);
     socket.announce();
     background.ready();
     const int status = QCoreApplication::exec();

@@ -8,6 +8,7 @@
 #include <linux/sched.h>
 #include <poll.h>
 #include <pps/FdPassing.h>
+#include <pps/FilePages.h>
 #include <pps/Log.h>
 #include <renderer/common/FileRequest.h>
 #include <renderer/common/Protocol.h>
@@ -103,6 +104,7 @@ std::optional<Reach> Nursery::run()
         log::warn(log::Category::Worker, "workers cannot be forked: a plugin has started a thread");
         return std::nullopt;
     }
+    pps::releaseFilePages();
     m_confinement.begin();
     if (!limitNurseryCalls()) {
         log::warn(log::Category::Worker, "this kernel does not limit the nursery's system calls (seccomp)");

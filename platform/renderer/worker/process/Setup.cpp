@@ -86,8 +86,10 @@ void warmUp()
     }
     for (const char *name : Common) {
         const Owned<GstPluginFeature> feature(gst_registry_lookup_feature(gst_registry_get(), name));
-        if (feature) {
-            const Owned<GstPluginFeature> loaded(gst_plugin_feature_load(feature.get()));
+        const Owned<GstPluginFeature> loaded(feature ? gst_plugin_feature_load(feature.get()) : nullptr);
+        if (loaded) {
+            // What all elements of a type share is made now, and stands in memory once.
+            g_type_class_ref(gst_element_factory_get_element_type(GST_ELEMENT_FACTORY(loaded.get())));
         }
     }
 }
