@@ -3,7 +3,9 @@
 
 #include <QtTest/QtTest>
 
+#include <fcntl.h>
 #include <Rows.h>
+#include <unistd.h>
 
 using namespace voro::pps;
 
@@ -68,6 +70,7 @@ private Q_SLOTS:
     void client_thatDoesNotRead_isDisconnectedAtOneMebibyte();
     void service_isTold_onceTheClientHasReadEverything();
     void publisherOnly_isNeverSentAnything();
+    void descriptor_isWatched_untilItIsUnwatched();
 
 private:
     std::unique_ptr<RecordingService> service;
@@ -377,6 +380,25 @@ void TestServices::publisherOnly_isNeverSentAnything()
     QVERIFY(!client->read(text, false));
     QCOMPARE(client->error(), EBADF);
     QVERIFY(client->isOpen());
+}
+
+void TestServices::descriptor_isWatched_untilItIsUnwatched()
+{
+    int ends[2];
+    QVERIFY(pipe2(ends, O_CLOEXEC) == 0);
+    const Fd reading(ends[0]);
+    const Fd writing(ends[1]);
+    QVERIFY(write(writing.get(), "x", 1) == 1);
+    Broker own;
+    int calls = 0;
+    own.watch(reading.get(), [&calls] { ++calls; });
+    own.process();
+    QCOMPARE(calls, 1);
+    own.unwatch(reading.get());
+    pollfd ready{own.fd(), POLLIN, 0};
+    QCOMPARE(poll(&ready, 1, 0), 0);
+    own.process();
+    QCOMPARE(calls, 1);
 }
 
 QTEST_GUILESS_MAIN(TestServices)
