@@ -1,5 +1,7 @@
 #include "RuntimeBroker.h"
 
+#include <pps/Runtime.h>
+
 RuntimeBroker *RuntimeBroker::s_current = nullptr;
 
 RuntimeBroker::RuntimeBroker()
@@ -7,7 +9,7 @@ RuntimeBroker::RuntimeBroker()
     s_current = this;
     qputenv("VORO_RUNTIME_DIR", m_folder.path().toUtf8());
     qputenv("VORO_AUTOSPAWN", "0");
-    const int listener = voro::pps::listenIn(m_folder.path().toStdString());
+    const int listener = voro::pps::listenAt(voro::pps::socketPath(m_folder.path().toStdString())).release();
     m_thread.run([&](voro::pps::Broker &broker) { broker.listen(listener); });
 }
 

@@ -1,9 +1,8 @@
 #include "ServiceThread.h"
 
-#include "BrokerThread.h"
-
 #include <QtCore/QDir>
 
+#include <pps/Runtime.h>
 #include <services/common/SharedControl.h>
 #include <sys/fsuid.h>
 
@@ -44,7 +43,7 @@ void ServiceThread::run()
     });
     voro::SharedControl control(broker, "/pps/services/multimedia/mediaplayer/control");
     control.add(service);
-    broker.listen(voro::pps::listenIn(m_folder.path().toStdString()));
+    broker.listen(voro::pps::listenAt(voro::pps::socketPath(m_folder.path().toStdString())).release());
     if (!m_hasPermissions) {
         constexpr uid_t Nobody = 65534;
         // Of this thread only.

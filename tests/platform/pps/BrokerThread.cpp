@@ -1,10 +1,8 @@
 #include "BrokerThread.h"
 
 #include <poll.h>
-#include <pps/Runtime.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -82,21 +80,6 @@ std::unique_ptr<Connection> BrokerThread::open(std::string_view path, unsigned m
         std::abort();
     }
     return connection;
-}
-
-int listenIn(const std::string &folder)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    const std::string path = socketPath(folder);
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    const int listener = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    if (bind(listener, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
-        || listen(listener, SOMAXCONN) != 0) {
-        std::perror(path.c_str());
-        std::abort();
-    }
-    return listener;
 }
 
 std::string readNow(Connection &connection)

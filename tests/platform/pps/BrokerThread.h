@@ -39,9 +39,6 @@ private:
     std::thread m_thread;
 };
 
-/** A listening socket at which clients find a broker in the runtime folder. */
-int listenIn(const std::string &folder);
-
 /** What a read that does not wait gives; "FAILED" for a failing one. */
 std::string readNow(Connection &connection);
 /** What a read that waits gives. */

@@ -37,7 +37,6 @@ public:
 
     /** Not there before a client makes it. */
     QString folder() const { return m_parent.filePath("runtime"); }
-    QString file(const char *name) const { return folder() + '/' + name; }
 
     /** The process that answers at the socket; 0 when none does. */
     pid_t daemon() const
@@ -90,13 +89,10 @@ class TestVorod : public QObject {
 private Q_SLOTS:
     void commandLine_isAnswered_data();
     void commandLine_isAnswered();
-    void firstOpen_startsADaemon();
-    void daemon_hasNothingOfWhoStartedIt();
+    void firstOpen_startsADaemon_thatHasNothingOfWhoStartedIt();
     void userManager_startsTheDaemon();
     void racingClients_startOne_data();
     void racingClients_startOne();
-    void killedDaemon_isReplaced();
-    void autospawn_canBeSwitchedOff();
     void runtimeFolder_mustBeOurs_data();
     void runtimeFolder_mustBeOurs();
     void secondDaemon_isRefused();
@@ -136,27 +132,7 @@ void TestVorod::commandLine_isAnswered()
     QVERIFY2(ended.err.startsWith(err) && ended.err.isEmpty() == err.isEmpty(), ended.err.constData());
 }
 
-void TestVorod::firstOpen_startsADaemon()
-{
-    StartFolder folder;
-    pps::Connection connection;
-    QCOMPARE(openError(connection), 0);
-    QVERIFY(connection.write("a::1"));
-    std::string text;
-    QVERIFY(connection.read(text, true));
-    struct stat status {};
-    QCOMPARE(stat(folder.folder().toLocal8Bit(), &status), 0);
-    QCOMPARE(status.st_mode & 0777, mode_t(0700));
-    // It has nothing to do with who started it.
-    const pid_t daemon = folder.daemon();
-    QVERIFY(getsid(daemon) != getsid(0));
-    QCOMPARE(QFile::symLinkTarget(QString("/proc/%1/cwd").arg(daemon)), QString("/"));
-    for (const char *number : {"0", "1", "2"}) {
-        QCOMPARE(QFile::symLinkTarget(QString("/proc/%1/fd/").arg(daemon) + number), QString("/dev/null"));
-    }
-}
-
-void TestVorod::daemon_hasNothingOfWhoStartedIt()
+void TestVorod::firstOpen_startsADaemon_thatHasNothingOfWhoStartedIt()
 {
     StartFolder folder;
     qputenv("VORO_AUDIO_SINK", "fakesink");
@@ -175,8 +151,15 @@ void TestVorod::daemon_hasNothingOfWhoStartedIt()
         return openError(connection);
     });
     QCOMPARE(application.wait(), 0);
+    struct stat status {};
+    QCOMPARE(stat(folder.folder().toLocal8Bit(), &status), 0);
+    QCOMPARE(status.st_mode & 0777, mode_t(0700));
     const pid_t daemon = folder.daemon();
-    QVERIFY(daemon > 0);
+    QVERIFY(daemon > 0 && getsid(daemon) != getsid(0));
+    QCOMPARE(QFile::symLinkTarget(QString("/proc/%1/cwd").arg(daemon)), QString("/"));
+    for (const char *number : {"0", "1", "2"}) {
+        QCOMPARE(QFile::symLinkTarget(QString("/proc/%1/fd/").arg(daemon) + number), QString("/dev/null"));
+    }
     const QByteArrayList variables = readFile(QString("/proc/%1/environ").arg(daemon)).split('\0');
     QVERIFY(variables.contains("VORO_AUDIO_SINK=fakesink"));
     QVERIFY(variables.contains("LANG=C.UTF-8"));
@@ -271,31 +254,6 @@ void TestVorod::racingClients_startOne()
     // All of them were this one's clients: another would hold the lock or the socket.
     QCOMPARE(folder.daemon(), daemon);
     QCOMPARE(run({}).status, 1);
-}
-
-void TestVorod::killedDaemon_isReplaced()
-{
-    StartFolder folder;
-    pps::Connection before;
-    QCOMPARE(openError(before), 0);
-    const pid_t first = folder.daemon();
-    folder.end(SIGKILL);
-    QVERIFY(QFile::exists(folder.file("pps.sock")) && QFile::exists(folder.file("vorod.lock")));
-    pps::Connection after;
-    QCOMPARE(openError(after), 0);
-    QVERIFY(folder.daemon() != first);
-    std::string text;
-    QVERIFY(before.write("a::1") && before.read(text, true));
-    QCOMPARE(text, std::string("+@o\na::1\n"));
-}
-
-void TestVorod::autospawn_canBeSwitchedOff()
-{
-    StartFolder folder;
-    qputenv("VORO_AUTOSPAWN", "0");
-    pps::Connection connection;
-    QCOMPARE(openError(connection), ECONNREFUSED);
-    QCOMPARE(folder.daemon(), 0);
 }
 
 void TestVorod::runtimeFolder_mustBeOurs_data()
@@ -461,7 +419,7 @@ void TestVorod::daemon_endsWhenNobodyIsLeft()
     const pid_t daemon = folder.daemon();
     QVERIFY(daemon > 0);
     QVERIFY(pps::waitForEnd({daemon, {}, 0}, 60'000));
-    QVERIFY(!QFile::exists(folder.file("pps.sock")));
+    QVERIFY(!QFile::exists(folder.folder() + "/pps.sock"));
 }
 
 void TestVorod::daemon_takesThePassedSocket()
