@@ -8,6 +8,14 @@
 
 namespace voro::pps {
 
+void refuseDescriptors(int socket)
+{
+    // SO_PASSRIGHTS, which older headers lack.
+    constexpr int PassRights = 83;
+    constexpr int No = 0;
+    setsockopt(socket, SOL_SOCKET, PassRights, &No, sizeof No);
+}
+
 bool sendPacket(int socket, std::span<const std::byte> packet, std::span<const int> descriptors)
 {
     iovec data{const_cast<std::byte *>(packet.data()), packet.size()};

@@ -14,6 +14,12 @@ namespace voro::pps {
 /** The most descriptors that go along with one packet. */
 inline constexpr size_t MostPassed = 3;
 
+/**
+ * Has nobody pass descriptors to a socket, nor to those that a listening one accepts: to close one may take as long as
+ * its sender likes. Kernels before Linux 6.16 do not know that.
+ */
+void refuseDescriptors(int socket);
+
 /** Sends one packet, with descriptors, without waiting. False when the socket does not take it. */
 bool sendPacket(int socket, std::span<const std::byte> packet, std::span<const int> descriptors);
 /** The same with a descriptor unless that is -1. */

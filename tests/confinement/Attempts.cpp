@@ -69,8 +69,8 @@ long connectTo(const std::string &abstractName)
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     abstractName.copy(address.sun_path + 1, sizeof address.sun_path - 1);
-    return connect(socket, reinterpret_cast<sockaddr *>(&address),
-                   static_cast<socklen_t>(sizeof(sa_family_t) + 1 + abstractName.size()));
+    // The worker's own function keeps its libraries from it.
+    return syscall(SYS_connect, socket, &address, sizeof(sa_family_t) + 1 + abstractName.size());
 }
 
 long connectToPort()
@@ -127,6 +127,21 @@ long reopenHanded()
             return openFor(("/proc/self/fd/" + std::to_string(descriptor)).c_str(), O_RDWR | O_TRUNC);
         }
     }
+}
+
+long linger()
+{
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    const struct linger forLong {
+        1, 60
+    };
+    return socket < 0 ? -1 : setsockopt(socket, SOL_SOCKET, SO_LINGER, &forLong, sizeof forLong);
+}
+
+long connectSockets()
+{
+    int sockets[2];
+    return syscall(SYS_socketpair, AF_UNIX, SOCK_STREAM, 0, sockets);
 }
 
 long raiseLimit()
@@ -200,6 +215,17 @@ const Attempt Attempts[] = {
     {"fork", "S", "", forkAndEnd},
     {"fork by clone3", "S", "", [] { return syscall(SYS_clone3, nullptr, 0); }},
     {"signal the parent", "LS", "", [] { return static_cast<long>(kill(getppid(), SIGTERM)); }},
+    {"see how the parent is scheduled", "S", "", [] { return static_cast<long>(sched_getscheduler(getppid())); }},
+    {"change how the parent is scheduled", "S", "",
+     [] {
+         const sched_param parameters{};
+         return static_cast<long>(sched_setscheduler(getppid(), SCHED_OTHER, &parameters));
+     }},
+    {"see the parent's limits", "S", "",
+     [] {
+         rlimit limits{};
+         return static_cast<long>(prlimit(getppid(), RLIMIT_NOFILE, nullptr, &limits));
+     }},
     {"probe the parent", "LS", "", [] { return static_cast<long>(kill(getppid(), 0)); }},
     {"signal a thread of the parent", "LS", "", [] { return syscall(SYS_tgkill, getppid(), getppid(), 0); }},
     {"queue a signal", "S", "", [] { return syscall(SYS_rt_sigqueueinfo, getppid(), SIGUSR1, nullptr); }},
@@ -232,6 +258,10 @@ const Attempt Attempts[] = {
     {"listen", "S", "", [] { return static_cast<long>(listen(socket(AF_UNIX, SOCK_STREAM, 0), 1)); }},
     {"a raw socket", "S", "", [] { return static_cast<long>(socket(AF_PACKET, SOCK_RAW, 0)); }},
     {"a socket of a virtual machine", "S", "", [] { return static_cast<long>(socket(AF_VSOCK, SOCK_STREAM, 0)); }},
+    {"a pair of sockets", "S", "", connectSockets},
+    {"a socket for datagrams to servers of this machine", "S", "",
+     [] { return static_cast<long>(socket(AF_UNIX, SOCK_DGRAM, 0)); }},
+    {"have the end of a socket take long", "S", "", linger},
     {"audit messages", "S", "", [] { return static_cast<long>(socket(AF_NETLINK, SOCK_RAW, 9)); }},
     {"an abstract socket", "NL", "", [] { return connectTo(folder); }},
     {"connect to a port", "NLS", "network", connectToPort},

@@ -150,7 +150,7 @@ QMap<QByteArray, Attempts> read(const QByteArray &output, const QStringList &opt
     return processes;
 }
 
-constexpr int AllAttempts = 72;
+constexpr int AllAttempts = 78;
 
 } // namespace
 
@@ -172,7 +172,7 @@ void tst_Confinement::workerThatWasTakenOver_canDoNothing_data()
         if (*user && geteuid() != 0) {
             continue;
         }
-        for (const char *kind : {"", "windows", "network", "-N", "-L", "-S"}) {
+        for (const char *kind : {"", "windows", "network", "network windows", "-N", "-L", "-S"}) {
             const QString options = QStringLiteral("%1 %2").arg(QLatin1String(kind), QLatin1String(user)).simplified();
             QTest::newRow(qPrintable(options.isEmpty() ? QStringLiteral("a local medium") : options))
                 << options.split(' ', Qt::SkipEmptyParts);

@@ -73,13 +73,13 @@ void Accounts::Charge::release()
 
 Accounts::Accounts()
 {
-    // All that the descriptors are for has a part of them. A worker takes seven, and eight for files in memory if it
+    // All that the descriptors are for has a part of them. A worker takes seven, and sixteen for files in memory if it
     // wants.
     const size_t descriptors = descriptorLimit();
     m_capacities[at(Resource::Memory)] = Memory;
     m_capacities[at(Resource::Connections)] = std::min<size_t>(8192, descriptors / 2);
     m_capacities[at(Resource::Contexts)] = 1024;
-    m_capacities[at(Resource::Workers)] = std::min<size_t>(256, descriptors / 32);
+    m_capacities[at(Resource::Workers)] = std::min<size_t>(256, descriptors / 64);
     m_capacities[at(Resource::Viewers)] = std::min<size_t>(1024, descriptors / 16);
     m_capacities[at(Resource::DiskJobs)] = 64;
 }

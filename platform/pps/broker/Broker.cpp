@@ -2,6 +2,7 @@
 
 #include "BrokerPrivate.h"
 
+#include <pps/FdPassing.h>
 #include <sys/epoll.h>
 
 namespace voro::pps {
@@ -12,6 +13,7 @@ Broker::~Broker() = default;
 
 void Broker::listen(int socket)
 {
+    refuseDescriptors(socket);
     d->addListener(socket);
 }
 

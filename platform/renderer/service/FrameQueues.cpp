@@ -48,6 +48,7 @@ bool FrameQueues::listen(const std::string &folder)
     if (!m_listener.isValid()) {
         return false;
     }
+    pps::refuseDescriptors(m_listener.get());
     m_pending = std::make_unique<QSocketNotifier>(m_listener.get(), QSocketNotifier::Read);
     QObject::connect(m_pending.get(), &QSocketNotifier::activated, [this] { accept(); });
     return true;

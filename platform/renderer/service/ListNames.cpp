@@ -234,6 +234,10 @@ ListNames::ListNames(std::string_view listPath, std::string_view text)
 
 bool ListNames::contain(const std::string &path) const
 {
+    // The system would begin in this process's folder, or stop at the zero.
+    if (!path.starts_with('/') || path.find('\0') != path.npos) {
+        return false;
+    }
     constexpr size_t LongestName = 255;
     const std::filesystem::path normal = std::filesystem::path(withSlashes(path)).lexically_normal();
     if (std::ranges::any_of(normal, [](const auto &part) { return part.string().size() > LongestName; })) {

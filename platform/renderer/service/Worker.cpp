@@ -7,6 +7,7 @@
 #include <renderer/common/FileRequest.h>
 #include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -64,6 +65,11 @@ Worker::Worker(pps::Broker &broker, const Limits &limits, Reach reach, std::func
     auto [media, theirMedia] = socketPair();
     if (theirs.isValid() && theirFiles.isValid() && theirMedia.isValid()) {
         m_theirs = {std::move(theirs), std::move(theirFiles), std::move(theirMedia)};
+        for (const pps::Fd *end : {&ours, &files, &media}) {
+            pps::refuseDescriptors(end->get());
+        }
+        // Nothing is read there: what came would lie in the way of all that the user's programs pass to each other.
+        shutdown(files.get(), SHUT_RD);
         // The worker waits for the answer to its opening.
         m_socket = m_broker.adopt(ours.release(), WorkerPath);
         m_files = std::move(files);

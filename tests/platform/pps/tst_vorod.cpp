@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <pps/Announcement.h>
 #include <pps/Connection.h>
+#include <pps/FdPassing.h>
 #include <pps/Runtime.h>
 #include <Rows.h>
 #include <sched.h>
@@ -99,6 +100,7 @@ private Q_SLOTS:
     void olderDaemon_makesRoom_whenNobodyNeedsIt_data();
     void olderDaemon_makesRoom_whenNobodyNeedsIt();
     void olderClient_isAnswered();
+    void descriptors_areRefused();
     void replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt();
     void daemon_endsWhenNobodyIsLeft();
     void daemon_takesThePassedSocket();
@@ -377,6 +379,25 @@ void TestVorod::olderClient_isAnswered()
     QVERIFY(recv(socket.get(), answer, sizeof answer, 0) >= ssize_t(pps::CommonHeader));
     QCOMPARE(int(answer[0]), int(pps::Reply::Opened));
     QCOMPARE(int(answer[2]), EPROTO);
+}
+
+void TestVorod::descriptors_areRefused()
+{
+    constexpr int PassRights = 83;
+    int isKnown = 0;
+    socklen_t size = sizeof isKnown;
+    const pps::Fd any(socket(AF_UNIX, SOCK_SEQPACKET, 0));
+    if (getsockopt(any.get(), SOL_SOCKET, PassRights, &isKnown, &size) != 0) {
+        QSKIP("This kernel lets every socket take descriptors");
+    }
+    const Daemon daemon;
+    for (const char *name : {"pps.sock", "frames.sock"}) {
+        const pps::Fd socket = pps::connectToSocket((daemon.folder() + '/' + name).toStdString());
+        QVERIFY2(socket.isValid(), name);
+        const std::byte packet{};
+        QVERIFY(!pps::sendPacket(socket.get(), std::span(&packet, 1), socket.get()));
+        QCOMPARE(errno, EPERM);
+    }
 }
 
 void TestVorod::replacedProgram_endsTheDaemon_whenNoPlayerNeedsIt()

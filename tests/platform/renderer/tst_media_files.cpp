@@ -85,6 +85,8 @@ void tst_MediaFiles::names_areFoundHoweverTheyAreWritten_data()
     row("the same name beside the folder", "a.ogg\n", "/music/../a.ogg", false);
     row("folder", "sub/a.ogg\n", "/music/", false);
     row("nothing", "\n\n", "", false);
+    row("without the folder", "a.ogg\n", "a.ogg", false);
+    row("another file before a zero", "a.ogg\n", QByteArray("/home/key\0/../../music/a.ogg", 28), false);
 }
 
 void tst_MediaFiles::names_areFoundHoweverTheyAreWritten()

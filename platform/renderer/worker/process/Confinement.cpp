@@ -24,8 +24,10 @@ namespace {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 // The sanitizer needs more than any medium.
 constexpr rlim_t MostMemory = RLIM_INFINITY;
+constexpr rlim_t MostAddresses = RLIM_INFINITY;
 #else
 constexpr rlim_t MostMemory = rlim_t{2} << 30;
+constexpr rlim_t MostAddresses = rlim_t{16} << 30;
 #endif
 constexpr rlim_t MostDescriptors = 512;
 
@@ -65,7 +67,8 @@ void restrictProcess()
     std::signal(SIGXFSZ, SIG_IGN);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_DATA, MostMemory);
-    limit(RLIMIT_NOFILE, MostDescriptors);
+    // What is mapped and not used has tables all the same.
+    limit(RLIMIT_AS, MostAddresses);
 }
 
 void setOutliving(bool isOutliving)
@@ -112,6 +115,11 @@ void Confinement::prepare(Reach reach)
     callsFor(reach);
 }
 
+Reach Confinement::widened(Reach reach) const
+{
+    return {.network = reach.network || m_keepsNetwork, .windows = reach.windows};
+}
+
 const SystemCalls &Confinement::callsFor(Reach reach)
 {
     const auto found = std::ranges::find(m_calls, reach, &std::pair<Reach, SystemCalls>::first);
@@ -120,13 +128,14 @@ const SystemCalls &Confinement::callsFor(Reach reach)
     }
     const Devices devices = m_elements.unknown.empty() ? Devices::Closed : Devices::Open;
     const Files files = m_elements.needNothing() ? Files::ReadOnly : Files::Writable;
-    const Reach widened{.network = reach.network || m_keepsNetwork, .windows = reach.windows};
-    return m_calls.emplace_back(reach, SystemCalls(devices, files, widened)).second;
+    return m_calls.emplace_back(reach, SystemCalls(devices, files, widened(reach))).second;
 }
 
 void Confinement::complete(Reach reach)
 {
-    if (m_isInNamespaces && !narrowNamespaces(reach)) {
+    // Not for what forks: descriptors on their way count together, and others may have many there.
+    limit(RLIMIT_NOFILE, MostDescriptors);
+    if (m_isInNamespaces && !narrowNamespaces(widened(reach))) {
         log::warn(log::Category::Worker, "a worker sees other processes and the X servers");
     }
     dropCapabilities();
@@ -157,15 +166,16 @@ bool Confinement::limitFiles(Reach reach) const
         landlock.allow("/", Landlock::Access::Create);
         landlock.allow("/dev", Landlock::Access::Control);
     }
-    if (reach.network || m_keepsNetwork) {
+    if (widened(reach).network) {
         landlock.allowConnections();
+        for (const std::string &path : networkPlaces()) {
+            landlock.allow(path.c_str(), Landlock::Access::Read);
+        }
     }
     if (reach.windows) {
         for (const std::string &path : screenPlaces()) {
             landlock.allow(path.c_str(), Landlock::Access::Read);
         }
-        // The client library of the X server gives up when it may not try the server's abstract name.
-        landlock.allowAbstractSockets();
     }
     return landlock.enforce();
 }

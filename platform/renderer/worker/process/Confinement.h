@@ -10,8 +10,10 @@
 
 namespace voro::renderer {
 
-/** Has the process end with its parent, and gives up core dumps, privileges to come, and memory and descriptors
- * without end. To be called first. */
+/**
+ * Has the process end with its parent, and gives up core dumps, privileges to come, and memory without end. To be
+ * called first.
+ */
 void restrictProcess();
 
 /** Whether the end of its parent leaves this process running, for what it still has to write. */
@@ -42,6 +44,7 @@ public:
     void complete(Reach reach);
 
 private:
+    Reach widened(Reach reach) const;
     const SystemCalls &callsFor(Reach reach);
     bool limitFiles(Reach reach) const;
 

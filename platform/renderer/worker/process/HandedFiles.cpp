@@ -77,7 +77,9 @@ HandedFiles::Answer HandedFiles::receive(int64_t id, Lock &lock)
         lock.lock();
         m_isReading = false;
         m_hasEnded = answer.id == 0;
-        m_answers.push_back(std::move(answer));
+        if (answer.id < 0 || answer.id >= m_expectedId) {
+            m_answers.push_back(std::move(answer));
+        }
         m_hasCome.notify_all();
     }
 }

@@ -92,7 +92,7 @@ bool Landlock::enforce()
 {
     Ruleset attributes{.files = m_files,
                        .network = BindTcp | (m_areConnectionsAllowed ? 0 : ConnectTcp),
-                       .scopes = Signals | (m_areAbstractSocketsAllowed ? 0 : AbstractSockets)};
+                       .scopes = Signals | AbstractSockets};
     const pps::Fd ruleset(
         static_cast<int>(syscall(SYS_landlock_create_ruleset, &attributes, sizeOfRuleset(version()), 0)));
     if (!ruleset.isValid()) {

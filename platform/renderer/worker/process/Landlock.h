@@ -29,8 +29,6 @@ public:
     void allow(const char *path, Access access);
     /** Allows connections to servers on the network. */
     void allowConnections() { m_areConnectionsAllowed = true; }
-    /** Allows connections to servers with abstract names. */
-    void allowAbstractSockets() { m_areAbstractSocketsAllowed = true; }
     /** Restricts the calling thread and the threads that it starts from now on. False when the kernel refuses. */
     bool enforce();
 
@@ -39,7 +37,6 @@ public:
 
 private:
     bool m_areConnectionsAllowed = false;
-    bool m_areAbstractSocketsAllowed = false;
     uint64_t m_files = 0;
     struct Rule {
         pps::Fd parent;

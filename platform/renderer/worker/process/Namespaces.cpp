@@ -167,7 +167,7 @@ bool Root::enter()
 bool enterNamespaces(const OwnElements &elements)
 {
     std::vector<Place> places;
-    for (const auto &all : {systemPlaces(), soundServerPlaces(), screenPlaces(), elements.files}) {
+    for (const auto &all : {systemPlaces(), soundServerPlaces(), networkPlaces(), screenPlaces(), elements.files}) {
         for (const std::string &path : all) {
             places.push_back({path});
         }
@@ -191,16 +191,23 @@ bool leaveNetwork()
 
 bool narrowNamespaces(Reach reach)
 {
-    // Shared memory of X servers is the system's; nothing else needs it.
-    if (unshare(CLONE_NEWNS | (reach.windows ? 0 : CLONE_NEWIPC)) != 0) {
+    if (unshare(CLONE_NEWNS | CLONE_NEWIPC) != 0) {
         return false;
     }
     const std::string process = std::string(AllProcesses) + '/' + std::to_string(getpid());
     bool isNarrow = mount(process.c_str(), ThisProcess, nullptr, MS_BIND | MS_REC, nullptr) == 0
                     && umount2(AllProcesses, MNT_DETACH) == 0;
-    for (const std::string &place : screenPlaces()) {
-        const bool isLeft = reach.windows || access(place.c_str(), F_OK) != 0;
-        isNarrow = (isLeft || umount2(place.c_str(), MNT_DETACH) == 0) && isNarrow;
+    const auto takeOff = [&isNarrow](const std::vector<std::string> &places) {
+        for (const std::string &place : places) {
+            const bool isThere = access(place.c_str(), F_OK) == 0;
+            isNarrow = (!isThere || umount2(place.c_str(), MNT_DETACH) == 0) && isNarrow;
+        }
+    };
+    if (!reach.windows) {
+        takeOff(screenPlaces());
+    }
+    if (!reach.network) {
+        takeOff(networkPlaces());
     }
     return isNarrow;
 }

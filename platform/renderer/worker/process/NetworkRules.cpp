@@ -8,10 +8,12 @@
 #include <netinet/in.h>
 #include <renderer/common/Medium.h>
 #include <sys/syscall.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 
@@ -180,10 +182,26 @@ bool NetworkRules::mayConnect(const sockaddr &address) const
 
 } // namespace voro::renderer
 
+namespace {
+
+bool isAbstract(const sockaddr *address, socklen_t size)
+{
+    return address && size > offsetof(sockaddr_un, sun_path) && address->sa_family == AF_UNIX
+           && reinterpret_cast<const sockaddr_un *>(address)->sun_path[0] == '\0';
+}
+
+} // namespace
+
 // Every library of the process that connects or looks names up comes by here.
 
 extern "C" __attribute__((visibility("default"))) int connect(int socket, const sockaddr *address, socklen_t size)
 {
+    // The client library of the X server tries the server's abstract name first, which this process may not, and goes
+    // on only when nobody is there.
+    if (isAbstract(address, size)) {
+        errno = ECONNREFUSED;
+        return -1;
+    }
     const bool isWhole =
         address && size >= (address->sa_family == AF_INET6 ? sizeof(sockaddr_in6) : sizeof(sockaddr_in));
     if (isWhole && !voro::renderer::NetworkRules::instance().mayConnect(*address)) {

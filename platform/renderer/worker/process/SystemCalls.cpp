@@ -4,6 +4,7 @@
 #include <linux/netlink.h>
 #include <linux/sched.h>
 #include <linux/seccomp.h>
+#include <netinet/in.h>
 #include <pps/Fd.h>
 #include <seccomp.h>
 #include <sys/ioctl.h>
@@ -53,14 +54,16 @@ constexpr const char *Allowed[] = {
     "clock_getres_time64", "clock_gettime64", "clock_nanosleep_time64",
     // The process and its threads.
     "arch_prctl", "exit", "exit_group", "get_robust_list", "getegid", "geteuid", "getgid", "getgroups", "getpid",
-    "getppid", "getpriority", "getresgid", "getresuid", "getrlimit", "getrusage", "gettid", "getuid", "rseq",
-    "sched_get_priority_max", "sched_getattr", "sched_setattr", "sched_get_priority_min", "sched_getaffinity",
-    "sched_getparam", "sched_getscheduler", "sched_yield", "set_robust_list", "set_tid_address", "sysinfo", "uname",
-    "getrandom", "getcpu", "tgkill", "getegid32", "geteuid32", "getgid32", "getgroups32", "getresgid32", "getresuid32",
-    "getuid32", "set_tls", "ugetrlimit",
+    "getppid", "getresgid", "getresuid", "getrlimit", "getrusage", "gettid", "getuid", "rseq", "sched_get_priority_max",
+    "sched_get_priority_min", "sched_yield", "set_robust_list", "set_tid_address", "sysinfo", "uname", "getrandom",
+    "getcpu", "tgkill", "getegid32", "geteuid32", "getgid32", "getgroups32", "getresgid32", "getresuid32", "getuid32",
+    "set_tls", "ugetrlimit",
     // Sockets that exist.
     "connect", "getpeername", "getsockname", "getsockopt", "recvfrom", "recvmmsg", "recvmsg", "sendmmsg", "sendmsg",
-    "sendto", "setsockopt", "shutdown", "socketpair", "recv", "recvmmsg_time64", "send"};
+    "sendto", "shutdown", "recv", "recvmmsg_time64", "send"};
+
+/** What a process may ask about itself, by the number 0, and not about others. */
+constexpr const char *OfProcess[] = {"sched_getattr", "sched_getparam", "sched_getscheduler", "sched_getaffinity"};
 
 /** What elements about which nothing is known may need. */
 constexpr const char *ForDevices[] = {"flock", "ioctl",  "memfd_create", "mkdir",     "mkdirat", "mmap",
@@ -69,6 +72,10 @@ constexpr const char *ForDevices[] = {"flock", "ioctl",  "memfd_create", "mkdir"
 constexpr unsigned long FileControls[] = {F_DUPFD, F_DUPFD_CLOEXEC, F_GETFD,  F_SETFD,     F_GETFL,    F_SETFL,
                                           F_GETLK, F_SETLK,         F_SETLKW, F_ADD_SEALS, F_GET_SEALS};
 constexpr int NetworkFamilies[] = {AF_INET, AF_INET6};
+constexpr int ProtocolLevels[] = {IPPROTO_IP, IPPROTO_TCP, IPPROTO_UDP, IPPROTO_IPV6, SOL_NETLINK};
+/** None that makes the end of a socket take long, or its buffers large. */
+constexpr int SocketOptions[] = {SO_REUSEADDR, SO_REUSEPORT, SO_BROADCAST, SO_KEEPALIVE, SO_PRIORITY,
+                                 SO_PASSCRED,  SO_OOBINLINE, SO_TIMESTAMP, SO_RCVTIMEO,  SO_SNDTIMEO};
 constexpr unsigned long DeviceControls[] = {FIONREAD, FIONBIO, FIOCLEX, TCGETS, TIOCGWINSZ};
 constexpr unsigned long ProcessControls[] = {PR_SET_NAME, PR_GET_NAME, PR_SET_VMA, PR_GET_DUMPABLE,
                                              PR_GET_NO_NEW_PRIVS};
@@ -170,13 +177,25 @@ SystemCalls::SystemCalls(Devices devices, Files files, Reach reach)
     // Threads, no processes. The arguments of clone3 cannot be looked at; without it the C library takes clone.
     rules.add(SCMP_ACT_ALLOW, "clone", scmp_arg_cmp{0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD});
     rules.add(SCMP_ACT_ERRNO(ENOSYS), "clone3");
-    // Asking for limits, not setting them.
-    rules.add(SCMP_ACT_ALLOW, "prlimit64", isEqual(2, 0));
+    for (const char *name : OfProcess) {
+        rules.add(SCMP_ACT_ALLOW, name, isEqual(0, 0));
+    }
+    // The C library asks by a thread's number, and goes on when there is no such call.
+    rules.add(SCMP_ACT_ERRNO(ENOSYS), "sched_getaffinity", scmp_arg_cmp{0, SCMP_CMP_NE, 0, 0});
+    // Limits may be asked for, not set.
+    rules.add(SCMP_ACT_ALLOW, "prlimit64", isEqual(0, 0), isEqual(2, 0));
     // A descriptor for reading could be opened again for writing by its name in /proc.
     const scmp_datum_t changes = files == Files::ReadOnly ? O_ACCMODE | O_TRUNC | O_CREAT : 0;
     rules.add(SCMP_ACT_ALLOW, "open", scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, changes, 0});
     rules.add(SCMP_ACT_ALLOW, "openat", scmp_arg_cmp{2, SCMP_CMP_MASKED_EQ, changes, 0});
-    rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_UNIX));
+    // No pairs and no datagrams: what they hold on their way counts as the user's.
+    rules.add(
+        SCMP_ACT_ALLOW, "socket", isEqual(0, AF_UNIX),
+        scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, static_cast<scmp_datum_t>(~(SOCK_CLOEXEC | SOCK_NONBLOCK)), SOCK_STREAM});
+    rules.allowWith("setsockopt", 1, ProtocolLevels);
+    for (const int option : SocketOptions) {
+        rules.add(SCMP_ACT_ALLOW, "setsockopt", isEqual(1, SOL_SOCKET), isEqual(2, static_cast<scmp_datum_t>(option)));
+    }
     if (reach.network) {
         rules.allowWith("socket", 0, NetworkFamilies);
         rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_NETLINK), isEqual(2, NETLINK_ROUTE));

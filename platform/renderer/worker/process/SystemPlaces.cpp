@@ -45,10 +45,6 @@ std::vector<std::string> systemPlaces()
                                     "/proc/sys",
                                     "/var/cache/fontconfig",
                                     "/var/lib/ca-certificates",
-                                    "/run/systemd/resolve",
-                                    "/run/resolvconf",
-                                    "/run/NetworkManager",
-                                    "/run/avahi-daemon",
                                     moduleFolder()};
     for (const char *variable :
          {"GST_PLUGIN_PATH", "GST_PLUGIN_PATH_1_0", "GST_PLUGIN_SYSTEM_PATH", "GST_PLUGIN_SYSTEM_PATH_1_0",
@@ -65,6 +61,11 @@ std::vector<std::string> systemPlaces()
         places.push_back(place);
     }
     return places;
+}
+
+std::vector<std::string> networkPlaces()
+{
+    return {"/run/systemd/resolve", "/run/resolvconf", "/run/NetworkManager", "/run/avahi-daemon"};
 }
 
 std::vector<std::string> screenPlaces()

@@ -11,6 +11,9 @@ namespace voro::renderer {
  */
 std::vector<std::string> systemPlaces();
 
+/** What finding hosts by their names takes, like the sockets of helpers, which reach the network for others. */
+std::vector<std::string> networkPlaces();
+
 /** The folder of the sockets of X servers. */
 inline constexpr char ScreenServerPlace[] = "/tmp/.X11-unix";
 /** What drawing at an X server takes: that folder, and the key. */
