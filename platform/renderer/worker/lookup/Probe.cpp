@@ -16,6 +16,13 @@ constexpr guint LongestWait = 15'000;
 /** Of a local medium, until it is read in the other way. */
 constexpr guint LongestSilence = 4'000;
 
+/** What a sink gets; null while it gets nothing. */
+Owned<GstCaps> capsOf(GstElement *sink)
+{
+    const Owned<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
+    return Owned<GstCaps>(pad ? gst_pad_get_current_caps(pad.get()) : nullptr);
+}
+
 } // namespace
 
 void Probe::start(const std::string &uri, Done done)
@@ -46,6 +53,7 @@ bool Probe::openOtherWay()
 void Probe::open(const std::string &uri)
 {
     m_facts = {};
+    m_tags.clear();
     m_open.add(uri);
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-probe"))));
     GstElement *decoder = makeElement("uridecodebin");
@@ -99,7 +107,8 @@ void Probe::handle(GstMessage *message)
         GstTagList *tags = nullptr;
         gst_message_parse_tag(message, &tags);
         const Owned<GstTagList> owned(tags);
-        m_facts.merge(tags);
+        const Owned<GstCaps> caps = capsOf(GST_ELEMENT(GST_MESSAGE_SRC(message)));
+        m_facts.merge(m_tags.choose(tags, sampleRateOf(caps.get()) > 0).get());
         break;
     }
     case GST_MESSAGE_ELEMENT:
@@ -125,8 +134,7 @@ void Probe::collect()
     m_facts.isSeekable = isSeekable(m_pipeline.get());
     const auto addSink = [](const GValue *item, gpointer facts) {
         auto *sink = static_cast<GstElement *>(g_value_get_object(item));
-        const Owned<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
-        const Owned<GstCaps> caps(pad ? gst_pad_get_current_caps(pad.get()) : nullptr);
+        const Owned<GstCaps> caps = capsOf(sink);
         auto *known = static_cast<Facts *>(facts);
         if (const Dimensions size = dimensionsOf(caps.get()); size.width > 0) {
             known->dimensions = size;

@@ -5,6 +5,7 @@
 #include <renderer/common/Error.h>
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/media/Facts.h>
+#include <renderer/worker/media/TagPrecedence.h>
 
 #include <functional>
 #include <string>
@@ -40,6 +41,7 @@ private:
     std::string m_uri;
     Done m_done;
     Facts m_facts;
+    TagPrecedence m_tags;
     OpenMedia m_open;
     Owned<GstElement> m_pipeline;
     Source m_watch;

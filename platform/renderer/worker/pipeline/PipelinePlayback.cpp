@@ -18,6 +18,7 @@ void PipelinePlayback::begin()
 {
     m_isLoaded = true;
     m_isOpening = true;
+    m_tags.clear();
     ++m_load;
     // A short medium may be read to its end before anybody could say what comes next.
     m_succession.setUnknown();
@@ -138,14 +139,18 @@ void PipelinePlayback::handle(GstMessage *message)
 
 void PipelinePlayback::handleTags(GstMessage *message)
 {
+    GstObject *source = GST_MESSAGE_SRC(message);
     // Our bin has told them already; and what the next medium says is not this one's.
-    if (m_audio.isSink(GST_MESSAGE_SRC(message)) || m_succession.isTaken()) {
+    if (m_audio.isSink(source) || m_succession.isTaken()) {
         return;
     }
-    GstTagList *tags = nullptr;
-    gst_message_parse_tag(message, &tags);
-    const Owned<GstTagList> owned(tags);
-    m_events.tagged(tags);
+    GstTagList *raw = nullptr;
+    gst_message_parse_tag(message, &raw);
+    const Owned<GstTagList> all(raw);
+    const Owned<GstTagList> tags = m_tags.choose(all.get(), source == GST_OBJECT(m_audio.element()));
+    if (!gst_tag_list_is_empty(tags.get())) {
+        m_events.tagged(tags.get());
+    }
 }
 
 void PipelinePlayback::handleStart(GstMessage *message)
@@ -201,6 +206,7 @@ bool PipelinePlayback::advance()
     const unsigned load = m_load;
     m_hasAdvanced = true;
     m_succession.advance();
+    m_tags.clear();
     forgetPlayed();
     m_events.advanced();
     if (load == m_load && m_failure) {

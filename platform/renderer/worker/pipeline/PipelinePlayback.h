@@ -6,6 +6,7 @@
 
 #include <renderer/worker/gst/Graph.h>
 #include <renderer/worker/gst/Gst.h>
+#include <renderer/worker/media/TagPrecedence.h>
 
 #include <cstdint>
 #include <optional>
@@ -73,6 +74,7 @@ private:
     Succession &m_succession;
     Transport m_transport;
     Source m_watch;
+    TagPrecedence m_tags;
     bool m_isLoaded = false;
     bool m_isOpening = false;
     /** Tells what was loaded from what is. */
