@@ -51,6 +51,7 @@ private Q_SLOTS:
     void captions_areShown();
     void captionsOfFile_leaveTheMediumAlone_data();
     void captionsOfFile_leaveTheMediumAlone();
+    void captions_areTold_andTheFilmsOwnTitle();
     void dimensions_areTold();
 
 private:
@@ -77,7 +78,10 @@ void tst_Video::initTestCase()
     encode("captions.mkv", graph,
            QStringList{"-i", QString::fromUtf8(file("c.srt")), "-i", QString::fromUtf8(file("c.ass")), "-map", "1",
                        "-map", "2"}
-               + vp8 + QStringList{"-c:a", "libvorbis", "-c:s:0", "srt", "-c:s:1", "ass"});
+               + vp8
+               + QStringList{"-c:a", "libvorbis", "-c:s:0", "srt", "-c:s:1", "ass", "-metadata", "title=The film",
+                             "-metadata:s:a:0", "title=Stereo", "-metadata:s:s:0", "language=ger", "-metadata:s:s:1",
+                             "title=For the deaf"});
     encode("mute.webm", QStringLiteral("color=c=red:s=160x240:r=25:d=1"), {"-c:v", "libvpx"});
     encode("wide.mp4", QStringLiteral("color=c=red:s=160x240:r=25:d=1,setsar=2/1"), {});
 }
@@ -206,16 +210,21 @@ void tst_Video::captions_areShown()
 
 void tst_Video::captionsOfFile_leaveTheMediumAlone_data()
 {
-    const Rows<bool, QByteArray, QByteArray> row("hasWindow", "isDisabled", "captions");
+    const Rows<bool, QByteArray, QByteArray, bool> row("hasWindow", "isDisabled", "captions", "areUnreadable");
     const QByteArray head = "1\n00:00:00,200 --> 00:00:20,000\n";
     const QByteArray plain = head + "WIDE WHITE WORDS\n";
-    row("no window", false, "0", plain);
-    row("switched off", true, "1", plain);
-    row("longer than the medium", true, "0", plain);
-    row("60 KB of marks", true, "0", head + QByteArray("<b>").repeated(20'000) + "x\n\n");
-    row("600 KB of marks", true, "0", head + QByteArray("<b>\n").repeated(150'000) + "x\n\n");
-    row("a line of 6 MB", true, "0", head + QByteArray(6'000'000, 'x') + "\n\n");
-    row("many behind the end", true, "0", QByteArray("1\n00:01:00,000 --> 00:01:01,000\nlate\n\n").repeated(10'000));
+    row("no window", false, "0", plain, false);
+    row("switched off", true, "1", plain, false);
+    row("longer than the medium", true, "0", plain, false);
+    row("60 KB of marks", true, "0", head + QByteArray("<b>").repeated(20'000) + "x\n\n", false);
+    row("600 KB of marks", true, "0", head + QByteArray("<b>\n").repeated(150'000) + "x\n\n", false);
+    row("a line of 6 MB", true, "0", head + QByteArray(6'000'000, 'x') + "\n\n", false);
+    row("many behind the end", true, "0", QByteArray("1\n00:01:00,000 --> 00:01:01,000\nlate\n\n").repeated(10'000),
+        false);
+    row("nothing in them", true, "0", "", true);
+    row("another text", true, "0", "These are no captions.\n", true);
+    row("no text", true, "0", QByteArray("\0\1\x90\x8f", 4).repeated(1000), true);
+    row("9 MB", true, "0", plain.repeated(200'000), true);
 }
 
 void tst_Video::captionsOfFile_leaveTheMediumAlone()
@@ -223,6 +232,7 @@ void tst_Video::captionsOfFile_leaveTheMediumAlone()
     QFETCH(const bool, hasWindow);
     QFETCH(const QByteArray, isDisabled);
     QFETCH(const QByteArray, captions);
+    QFETCH(const bool, areUnreadable);
     write("other.srt", captions);
     const quint32 window = m_screen.makeWindow(0, 0, Width, Height);
     const Application application;
@@ -239,7 +249,17 @@ void tst_Video::captionsOfFile_leaveTheMediumAlone()
     QCOMPARE(waitForEnd(*state).number("error", -1), 0);
     QVERIFY2(timer.elapsed() < 8'000, QByteArray::number(timer.elapsed()).constData());
     QCOMPARE(application.content("status").number("position"), 1000);
+    QCOMPARE(application.content("q1").has("captions_unreadable"), areUnreadable);
     m_screen.destroyWindow(window);
+}
+
+void tst_Video::captions_areTold_andTheFilmsOwnTitle()
+{
+    const Application application;
+    QCOMPARE(application.attach(file("captions.mkv")), 0);
+    QTRY_COMPARE(QByteArray::fromStdString(application.content("q1").text("captions")),
+                 QByteArray(R"([{"language":"de","title":""},{"language":"und","title":"For the deaf"}])"));
+    QCOMPARE(application.content("q1").text("md_title_name"), std::string("The film"));
 }
 
 void tst_Video::dimensions_areTold()

@@ -115,28 +115,32 @@ std::string CaptionFile::open(const std::string &url)
 {
     m_copy.reset();
     const Medium medium(url);
-    if (!medium.isLocal() || !medium.check()) {
+    if (!medium.check()) {
+        return {};
+    }
+    if (!medium.isLocal()) {
         return medium.uri();
     }
     std::string text = openLocal(medium.path())->at(0, Largest + 1);
     if (text.size() > Largest) {
-        return medium.uri();
+        return {};
     }
     if (!g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)) {
         gsize size = 0;
-        const Owned<char> wide(
-            g_convert(text.data(), static_cast<gssize>(text.size()), "UTF-8", "WINDOWS-1252", nullptr, &size, nullptr));
-        if (!wide) {
+        const bool isWide = text.starts_with("\xff\xfe") || text.starts_with("\xfe\xff");
+        const Owned<char> converted(g_convert(text.data(), static_cast<gssize>(text.size()), "UTF-8",
+                                              isWide ? "UTF-16" : "WINDOWS-1252", nullptr, &size, nullptr));
+        if (!converted) {
             return medium.uri();
         }
-        text.assign(wide.get(), size);
+        text.assign(converted.get(), size);
     }
     if (std::string converted = subRipOfScript(text); !converted.empty()) {
         text = std::move(converted);
     }
     text.append(text.size() < Shortest ? Shortest - text.size() : 1, '\n');
     m_copy = makeMemoryFile(std::string_view(text));
-    return m_copy.isValid() ? "file://" + nameOf(m_copy) : medium.uri();
+    return m_copy.isValid() ? "file://" + nameOf(m_copy) : std::string();
 }
 
 } // namespace voro::renderer

@@ -10,8 +10,9 @@ namespace voro::renderer {
 class CaptionFile {
 public:
     /**
-     * Reads the file and returns the URI of what is to be played instead; of what comes from the net and of what
-     * cannot be read it is the medium's own. It is valid until the next call.
+     * Reads the file and returns the URI of what is to be played instead; of what comes from the net and of
+     * what has an unknown encoding it is the medium's own, of a file that cannot be read it is empty. It is valid until
+     * the next call.
      */
     std::string open(const std::string &url);
     void close() { m_copy.reset(); }

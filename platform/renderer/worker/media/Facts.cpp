@@ -3,6 +3,9 @@
 #include "Tags.h"
 
 #include <pps/Text.h>
+#include <renderer/worker/captions/CaptionLimit.h>
+
+#include <algorithm>
 
 namespace voro::renderer {
 
@@ -20,6 +23,28 @@ bool isSame(GstSample *one, GstSample *other)
         gst_buffer_get_size(otherBuffer) == map.size && gst_buffer_memcmp(otherBuffer, 0, map.data, map.size) == 0;
     gst_buffer_unmap(buffer, &map);
     return isEqual;
+}
+
+/** Nothing where there are none. */
+std::string toAttributes(const CaptionFacts &captions)
+{
+    /** More than any film has; what a broken one claims has to leave room for the rest. */
+    constexpr size_t MostStreams = 32;
+    constexpr size_t LongestText = 64;
+    std::string list;
+    for (size_t i = 0; i < std::min(captions.streams.size(), MostStreams); ++i) {
+        const CaptionFacts::Stream &stream = captions.streams[i];
+        list += list.empty() ? R"({"language":)" : R"(,{"language":)";
+        pps::appendJsonString(list, limitedCaption(stream.language, LongestText));
+        list += R"(,"title":)";
+        pps::appendJsonString(list, limitedCaption(stream.title, LongestText));
+        list += '}';
+    }
+    std::string lines = list.empty() ? std::string() : "captions:json:[" + list + "]\n";
+    if (captions.isOtherUnreadable) {
+        pps::appendBool(lines, "captions_unreadable", true);
+    }
+    return lines;
 }
 
 } // namespace
@@ -69,6 +94,7 @@ std::string toAttributes(const Facts &facts)
         pps::appendNumber(lines, "md_video_pixel_width", size.pixelWidth);
         pps::appendNumber(lines, "md_video_pixel_height", size.pixelHeight);
     }
+    lines += toAttributes(facts.captions);
     return lines + toAttributes(facts.tags.get(), facts.thumbnail.get());
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace voro::renderer {
 
@@ -18,6 +19,19 @@ struct Dimensions {
 /** The size that video or image caps tell; nothing for others. */
 Dimensions dimensionsOf(const GstCaps *caps);
 
+/** What is known of a track's captions. */
+struct CaptionFacts {
+    struct Stream {
+        /** A code, and a title for people; each may be empty. */
+        std::string language;
+        std::string title;
+    };
+    /** Those in the medium itself. */
+    std::vector<Stream> streams{};
+    /** Those from elsewhere cannot be read. */
+    bool isOtherUnreadable = false;
+};
+
 /** What is known of a track. */
 struct Facts {
     Owned<GstTagList> tags{gst_tag_list_new_empty()};
@@ -31,6 +45,7 @@ struct Facts {
     /** In Hz, 0 when not known. */
     int sampleRate = 0;
     Dimensions dimensions;
+    CaptionFacts captions{};
 
     /** Adds tags; newer ones replace older ones, and a thumbnail goes with its picture. */
     void merge(const GstTagList *news);

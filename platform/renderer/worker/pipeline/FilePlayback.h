@@ -26,6 +26,7 @@ public:
     void setSource(const Rectangle &) override {}
     void selectCaptions(const CaptionChoice &) override {}
     Dimensions dimensions() const override { return {}; }
+    CaptionFacts captions() const override { return {}; }
     bool isCommonFile() const override { return true; }
 
     bool load(const Piece &piece) override;

@@ -81,6 +81,7 @@ public:
     /** In Hz, 0 when not known. */
     virtual int sampleRate() const = 0;
     virtual Dimensions dimensions() const = 0;
+    virtual CaptionFacts captions() const = 0;
 
     /** The sound server's device that is played to, empty while there is none. */
     virtual std::string device() const = 0;

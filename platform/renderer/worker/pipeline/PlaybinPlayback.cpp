@@ -4,6 +4,7 @@
 
 #include <renderer/worker/captions/CaptionEnd.h>
 #include <renderer/worker/captions/CaptionLimit.h>
+#include <renderer/worker/captions/CaptionStreams.h>
 #include <renderer/worker/gst/EarlyErrors.h>
 #include <renderer/worker/gst/Gaps.h>
 #include <renderer/worker/gst/HttpSource.h>
@@ -36,6 +37,13 @@ constexpr guint StandstillInterval = 200;
 
 /** The message that all streams of the medium were found. */
 constexpr char StreamsKnown[] = "voro-streams-known";
+/** The message that more is known of the captions. */
+constexpr char CaptionsKnown[] = "voro-captions-known";
+
+void onTextTags(GstElement *playbin, gint, gpointer)
+{
+    postNote(playbin, CaptionsKnown);
+}
 
 } // namespace
 
@@ -49,6 +57,7 @@ PlaybinPlayback::PlaybinPlayback(Succession &succession)
     g_signal_connect(pipeline(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     g_signal_connect(pipeline(), "deep-element-added", G_CALLBACK(WholeOgg::onElementAdded), nullptr);
     g_signal_connect(pipeline(), "about-to-finish", G_CALLBACK(onAboutToFinish), this);
+    g_signal_connect(pipeline(), "text-tags-changed", G_CALLBACK(onTextTags), nullptr);
 }
 
 PlaybinPlayback::~PlaybinPlayback()
@@ -60,6 +69,7 @@ bool PlaybinPlayback::load(const Piece &piece)
 {
     unload();
     m_piece = piece;
+    m_isCaptionFileBad = false;
     m_ways.begin(piece.uri);
     open(false);
     return true;
@@ -106,14 +116,14 @@ void PlaybinPlayback::open(bool needsPicture)
         m_video.awaitDecoded();
     }
     m_hasContent = false;
-    const std::string captions = openCaptions();
+    m_captionUri = openCaptions();
     m_open.add(m_openedUri);
-    if (!captions.empty()) {
-        m_open.add(captions);
+    if (!m_captionUri.empty()) {
+        m_open.add(m_captionUri);
     }
     g_object_set(pipeline(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);
-    g_object_set(pipeline(), "uri", m_openedUri.c_str(), "suburi", captions.empty() ? nullptr : captions.c_str(),
-                 "flags", flags(), nullptr);
+    g_object_set(pipeline(), "uri", m_openedUri.c_str(), "suburi",
+                 m_captionUri.empty() ? nullptr : m_captionUri.c_str(), "flags", flags(), nullptr);
     gst_element_set_state(pipeline(), GST_STATE_PAUSED);
     constexpr guint LongestSilence = 4'000;
     m_silence.reset(m_ways.isOwn() && m_piece.isLocal() ? g_timeout_add(LongestSilence, onSilence, this) : 0);
@@ -128,11 +138,12 @@ std::string PlaybinPlayback::openCaptions()
         m_captions.setWindow(m_piece.outputs.hasCaptions ? m_piece.outputs.captionWindow : Window());
     }
     m_captions.setShown(m_piece.captions.areShown);
-    if (!m_piece.hasCaptionFile()) {
-        return {};
+    std::string uri = showsCaptionFile() ? m_captionFile.open(m_piece.captions.url) : std::string();
+    m_isCaptionFileBad = m_piece.hasCaptionFile() && uri.empty();
+    if (!uri.empty()) {
+        m_captionTimer.reset(g_timeout_add(StandstillInterval, onStandstillDue, this));
     }
-    m_captionTimer.reset(g_timeout_add(StandstillInterval, onStandstillDue, this));
-    return m_captionFile.open(m_piece.captions.url);
+    return uri;
 }
 
 /** A local medium that comes to nothing in so long a time is stuck. */
@@ -152,7 +163,7 @@ unsigned PlaybinPlayback::flags() const
     if (m_showsPictures) {
         flags |= PlayVideo;
     }
-    if (m_piece.hasCaptionFile() || (m_piece.outputs.hasCaptions && m_piece.captions.areShown)) {
+    if (showsCaptionFile() || (m_piece.outputs.hasCaptions && m_piece.captions.areShown)) {
         flags |= PlayText;
     }
     if (!m_piece.isLocal()) {
@@ -171,13 +182,23 @@ void PlaybinPlayback::selectCaptions(const CaptionChoice &captions)
 
 void PlaybinPlayback::selectStream()
 {
-    gint texts = 0;
+    const bool isOwn = !showsCaptionFile();
+    const auto numbers = isOwn ? ownCaptions(pipeline(), m_openedUri) : otherCaptions(pipeline(), m_openedUri);
+    const auto wanted = static_cast<size_t>(isOwn ? m_piece.captions.index : 0);
     gint current = 0;
-    g_object_get(pipeline(), "n-text", &texts, "current-text", &current, nullptr);
-    const int wanted = m_piece.captions.index;
-    if (wanted < texts && wanted != current) {
-        g_object_set(pipeline(), "current-text", wanted, nullptr);
+    g_object_get(pipeline(), "current-text", &current, nullptr);
+    if (wanted < numbers.size() && numbers[wanted] != current) {
+        g_object_set(pipeline(), "current-text", numbers[wanted], nullptr);
     }
+}
+
+CaptionFacts PlaybinPlayback::captions() const
+{
+    CaptionFacts captions{.isOtherUnreadable = m_isCaptionFileBad};
+    for (const int number : ownCaptions(pipeline(), m_openedUri)) {
+        captions.streams.push_back(describeCaptions(pipeline(), number));
+    }
+    return captions;
 }
 
 void PlaybinPlayback::stop()
@@ -316,12 +337,15 @@ Dimensions PlaybinPlayback::dimensions() const
 void PlaybinPlayback::handleNote(GstMessage *note)
 {
     if (gst_message_has_name(note, AudioBin::DecodedMessage)) {
+        m_isCaptionFileBad |= m_piece.hasCaptionFile() && otherCaptions(pipeline(), m_openedUri).empty();
         selectStream();
         decoded();
     } else if (gst_message_has_name(note, AudioBin::EmptyMessage)) {
         checkContent();
     } else if (gst_message_has_name(note, StreamsKnown)) {
         checkStreams();
+    } else if (gst_message_has_name(note, CaptionsKnown)) {
+        m_events.changed();
     } else if (gst_message_has_name(note, "missing-plugin")) {
         noteMissing(note);
     } else if (const Owned<GstMessage> error = EarlyErrors::in(note); error && isOpening()) {
@@ -332,11 +356,26 @@ void PlaybinPlayback::handleNote(GstMessage *note)
 void PlaybinPlayback::handleError(GstMessage *error)
 {
     GstObject *source = GST_MESSAGE_SRC(error);
+    if (isOfCaptionFile(source)) {
+        m_isCaptionFileBad = true;
+        if (!isOpening()) {
+            transport().suspend(transport().suspended());
+        }
+        reopen(false);
+        return;
+    }
     Failure failure = failureOf(error, audio().isSink(source) || m_video.isSink(source));
     if (failure.result.code == ErrorCode::UnsupportedMediaType && !m_missing.name.empty()) {
         failure.result.text = "missing: " + m_missing.name;
     }
     fail(failure);
+}
+
+/** Whether captions from elsewhere complain; they keep nothing from being played. */
+bool PlaybinPlayback::isOfCaptionFile(GstObject *source) const
+{
+    GstElement *decoder = decoderAround(source);
+    return decoder && !m_captionUri.empty() && uriOf(decoder) == m_captionUri;
 }
 
 /** Keeps what a playbin tells of a stream that it has no element for. */

@@ -29,6 +29,7 @@ public:
     void loadAhead(const Piece &) override {}
     void selectCaptions(const CaptionChoice &captions) override;
     Dimensions dimensions() const override;
+    CaptionFacts captions() const override;
     bool isCommonFile() const override { return false; }
 
 private:
@@ -56,7 +57,9 @@ private:
     /** Opens the medium again; what has played goes on there where it was. */
     void reopen(bool needsPicture);
     unsigned flags() const;
+    bool showsCaptionFile() const { return m_piece.hasCaptionFile() && !m_isCaptionFileBad; }
     void selectStream();
+    bool isOfCaptionFile(GstObject *source) const;
     /** Reports a failure, unless the medium may be read in the other way. */
     void fail(const Failure &failure);
     void noteMissing(GstMessage *message);
@@ -70,6 +73,9 @@ private:
     Owned<GstElement> m_blind;
     Captions m_captions;
     CaptionFile m_captionFile;
+    /** What the playbin was given as captions from elsewhere. */
+    std::string m_captionUri;
+    bool m_isCaptionFileBad = false;
     /** Runs while there are captions that could keep the medium from ending. */
     Source m_captionTimer;
     int64_t m_lastTime = 0;

@@ -42,6 +42,7 @@ void Track::refresh(const Playback &playback)
     m_facts.isSeekable = playback.isSeekable();
     m_facts.sampleRate = playback.sampleRate();
     m_facts.dimensions = playback.dimensions();
+    m_facts.captions = playback.captions();
 }
 
 void Track::measure(bool isCommon)
