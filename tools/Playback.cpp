@@ -58,6 +58,9 @@ void Playback::connectPlayer()
         m_printer = new SignalPrinter(&m_player, voro::print, this);
     }
     connect(&m_player, &MediaPlayer::metaDataChanged, this, &Playback::refresh);
+    if (m_settings.captions && !m_settings.json) {
+        connect(&m_player, &MediaPlayer::metaDataChanged, this, &Playback::onMetaData);
+    }
     connect(&m_player, &MediaPlayer::mediaStateChanged, this, &Playback::onState);
     connect(&m_player, &MediaPlayer::repeatModeChanged, this, &Playback::refresh);
     connect(&m_player, &MediaPlayer::bufferStatusChanged, this, &Playback::refresh);
@@ -270,6 +273,15 @@ void Playback::onPictures(const QSize &size)
     clearLine();
     print("playing the sound only; voro demo shows the pictures, too\n");
     refresh();
+}
+
+void Playback::onMetaData(const QVariantMap &metaData)
+{
+    if (metaData.value(QStringLiteral("captions_unreadable")).toBool()) {
+        // Once is enough.
+        disconnect(&m_player, &MediaPlayer::metaDataChanged, this, &Playback::onMetaData);
+        report(m_settings.captions->name + QLatin1String(": these captions cannot be read"));
+    }
 }
 
 void Playback::onState(MediaState::Type state)

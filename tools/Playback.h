@@ -76,6 +76,8 @@ private:
     void perform(const std::function<Error::Type()> &command);
     /** Says that there is more than is heard. */
     void onPictures(const QSize &size);
+    /** Says that captions are left out that cannot be read. */
+    void onMetaData(const QVariantMap &metaData);
     void onState(multimedia::MediaState::Type state);
     void onTrack(unsigned track);
     void onEnd();
