@@ -103,8 +103,8 @@ void Recording::end()
     if (const auto error = m_recorder.reset(); error != MediaError::None && !hasFailed()) {
         fail(m_settings.file.name + QLatin1String(": ") + recordingProblem(error, m_settings.file.url));
     }
-    const bool isEmpty = hasFailed() && removeEmptyFile();
-    if (m_settings.json || isEmpty) {
+    // An empty file goes with its recording.
+    if (m_settings.json || (hasFailed() && fileSize() == 0)) {
         return;
     }
     const QString summary =
@@ -181,13 +181,6 @@ void Recording::onError(MediaError::Type error, unsigned)
     fail(QStringLiteral("%1: %2 at %3")
              .arg(m_settings.file.name, recordingProblem(error, m_settings.file.url), timeText(m_duration)));
     finish();
-}
-
-bool Recording::removeEmptyFile() const
-{
-    const QString path = m_settings.file.url.toLocalFile();
-    const QFileInfo file(path);
-    return file.isFile() && !file.isSymLink() && file.size() == 0 && QFile::remove(path);
 }
 
 qint64 Recording::fileSize() const

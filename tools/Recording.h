@@ -52,9 +52,6 @@ private:
     void checkRenderer();
     /** Has the renderer record no more than is wanted; false when it cannot be told. */
     bool limit() const;
-
-    /** A recording that failed before it had anything leaves nothing behind. */
-    bool removeEmptyFile() const;
     qint64 fileSize() const;
     void refresh();
 

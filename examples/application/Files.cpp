@@ -207,7 +207,6 @@ QString Files::remove(const QUrl &file) const
 bool Files::markCutShort(const QUrl &recording) const
 {
     if (sizeOf(recording) == 0) {
-        remove(recording);
         return false;
     }
     rename(recording, tr("%1 (cut short)").arg(nameOf(recording)));

@@ -145,6 +145,8 @@ private:
     Engine::Done m_opened;
     /** Whether the engine has the medium. */
     bool m_isOpen = false;
+    /** What the engine records into. */
+    std::shared_ptr<OpenRecording> m_recording;
     std::optional<Journal::Input> m_input;
     State m_state = State::Idle;
     bool m_hasEnded = false;

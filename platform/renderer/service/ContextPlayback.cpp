@@ -79,6 +79,7 @@ void Context::startRecording(const std::shared_ptr<OpenRecording> &recording, co
         if (result) {
             recording->keep();
             m_journal.file()->setUsed();
+            m_recording = recording;
         }
         showPlaying(result);
         letGo(recording, result);
@@ -218,6 +219,12 @@ void Context::setState(State state, const std::optional<Folder::Ending> &ending)
     m_state = state;
     m_hasEnded = ending.has_value();
     m_hasFailed = ending && ending->code != ErrorCode::None;
+    if (state != State::Playing && m_recording) {
+        if (m_hasFailed) {
+            m_recording->giveUp();
+        }
+        m_recording.reset();
+    }
     watchEngine();
     if (m_engine) {
         m_engine->setCompleting(state == State::Playing && isRecording());

@@ -100,17 +100,21 @@ std::shared_ptr<OpenRecording> OpenRecording::make(const FileView::Shared &view,
 Result OpenRecording::open()
 {
     constexpr int Flags = O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    bool isNew = false;
     m_file = m_view->open(m_path, Flags);
     if (!m_file.isValid() && errno == ENOENT) {
         m_file = m_view->open(m_path, Flags | O_CREAT | O_EXCL, 0666);
-        m_isNew = m_file.isValid();
-        if (const auto mask = umaskOf(m_process); m_isNew && mask) {
+        isNew = m_file.isValid();
+        if (const auto mask = umaskOf(m_process); isNew && mask) {
             fchmod(m_file.get(), 0666 & ~*mask);
         }
     }
     struct stat status {};
     if (!m_file.isValid() || fstat(m_file.get(), &status) != 0) {
         return failure(m_path, errno);
+    }
+    if (isNew) {
+        m_made = {status.st_dev, status.st_ino};
     }
     if (!S_ISREG(status.st_mode)) {
         return {ErrorCode::OutputUnavailable, m_path + " is no file"};
@@ -124,18 +128,15 @@ Result OpenRecording::open()
 
 void OpenRecording::letGo()
 {
-    struct stat ours {};
     struct stat there {};
     const fs::path path(m_path);
-    const pps::Fd folder = m_isNew ? m_view->open(path.parent_path(), O_PATH | O_DIRECTORY | O_CLOEXEC) : pps::Fd();
-    const bool isOurs = folder.isValid() && fstat(m_file.get(), &ours) == 0 && ours.st_size == 0
-                        && fstatat(folder.get(), path.filename().c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0
-                        && there.st_dev == ours.st_dev && there.st_ino == ours.st_ino;
-    if (isOurs) {
+    const bool mayGo = m_made && !m_isKept;
+    const pps::Fd folder = mayGo ? m_view->open(path.parent_path(), O_PATH | O_DIRECTORY | O_CLOEXEC) : pps::Fd();
+    if (folder.isValid() && fstatat(folder.get(), path.filename().c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0
+        && there.st_size == 0 && m_made == std::pair(there.st_dev, there.st_ino)) {
         unlinkat(folder.get(), path.filename().c_str(), 0);
     }
     m_file.reset();
-    m_isNew = false;
 }
 
 RecordingFile::RecordingFile(const std::string &path, const std::string &key)

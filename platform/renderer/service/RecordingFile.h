@@ -7,15 +7,18 @@
 #include <renderer/common/RecordingFormat.h>
 #include <sys/types.h>
 
+#include <atomic>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace voro::renderer {
 
 /**
- * The file of a recording that is about to start. Each of its functions may wait for the disk; the last owner of what
- * make() returns lets go of it on a thread of its own.
+ * The file of a recording. open() and letGo() may wait for the disk; the last owner of what make() returns lets go of
+ * it on a thread of its own.
  */
 class OpenRecording {
 public:
@@ -26,8 +29,10 @@ public:
     Result open();
     int descriptor() const { return m_file.get(); }
     /** Lets the recording have the file. */
-    void keep() { m_isNew = false; }
-    /** Closes the file. One that was made for a recording that did not start goes. */
+    void keep() { m_isKept = true; }
+    /** The recording has failed. */
+    void giveUp() { m_isKept = false; }
+    /** Closes the file. An empty one that was made for a recording that does not have it goes. */
     void letGo();
 
 private:
@@ -41,7 +46,9 @@ private:
     std::string m_path;
     pid_t m_process;
     pps::Fd m_file;
-    bool m_isNew = false;
+    /** What tells the file, if it was made here, from another one of its name. */
+    std::optional<std::pair<dev_t, ino_t>> m_made;
+    std::atomic<bool> m_isKept = false;
 };
 
 /**

@@ -16,6 +16,8 @@ private Q_SLOTS:
     void recordingSteps_data();
     void recordingSteps() { trySteps(); }
     void recordingFile_isLeftAlone_untilItStarts();
+    void recordingFile_goesWithAFailure_whenNothingIsInIt_data();
+    void recordingFile_goesWithAFailure_whenNothingIsInIt();
     void recordingFile_isOneRecorders();
 
 private:
@@ -98,6 +100,44 @@ void tst_ContextRecording::recordingFile_isLeftAlone_untilItStarts()
     QVERIFY(QFile::exists(m_folder.filePath(QStringLiteral("new.wav"))));
     QCOMPARE(stage.step("stop"), 0);
     QVERIFY(!stage.engines.isCompleting());
+}
+
+void tst_ContextRecording::recordingFile_goesWithAFailure_whenNothingIsInIt_data()
+{
+    const Rows<bool, QByteArray, QString, bool> row("wasThere", "content", "end", "isLeft");
+    const QString failed = QStringLiteral("!failed err:n:9 position:n:0 track:n:1");
+    row("a new file, a failure", false, "", failed, false);
+    row("a new file, a crash", false, "", "!die", false);
+    row("a new file, stopped", false, "", "stop", true);
+    row("with content", false, "sound", failed, true);
+    row("an older file", true, "", failed, true);
+}
+
+void tst_ContextRecording::recordingFile_goesWithAFailure_whenNothingIsInIt()
+{
+    QFETCH(const bool, wasThere);
+    QFETCH(const QByteArray, content);
+    QFETCH(const QString, end);
+    QFETCH(const bool, isLeft);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.wav"));
+    const QString marker = folder.filePath(QStringLiteral("b.wav"));
+    if (wasThere) {
+        writeFile(path, {});
+    }
+    Stage stage;
+    for (const QString &file : {path, marker}) {
+        QCOMPARE(stage.step(outputCommand(file).toStdString()), 0);
+        QCOMPARE(stage.step("input_attach url::audio:default type::track"), 0);
+        QCOMPARE(stage.step("play"), 0);
+        QVERIFY(QFile::exists(file));
+        if (file == path && !content.isEmpty()) {
+            writeFile(path, content);
+        }
+        stage.step(file == path ? end.toStdString() : "!failed err:n:9 position:n:0 track:n:1");
+    }
+    QTRY_VERIFY(!QFile::exists(marker));
+    QTRY_COMPARE(QFile::exists(path), isLeft);
 }
 
 void tst_ContextRecording::recordingFile_isOneRecorders()
