@@ -24,7 +24,7 @@ endif()
 set(prefix "${WORK}/a prefix")
 file(RENAME ${installed} ${prefix})
 
-set(files bin/voro ${LIBEXEC}/voro-info ${LIBEXEC}/vorod ${LIBEXEC}/voro-renderer ${LIB}/voro/playlist.so ${LIB}/voro/libav.so ${LIB}/voro/screen.so ${LIB}/voro/desktop.so ${LIB}/voro/sound.so
+set(files bin/voro ${LIBEXEC}/voro-info ${LIBEXEC}/vorod ${LIBEXEC}/voro-renderer ${LIB}/voro/playlist.so ${LIB}/voro/libav.so ${LIB}/voro/screen.so ${LIB}/voro/desktop.so ${LIB}/voro/sound.so ${LIB}/voro/devices.so
   share/voro/sample.ogg share/voro/sounds/input_keypress.wav include/voro/PpsObject.h include/multimedia/MediaPlayer.h
   lib/systemd/user/vorod.socket lib/systemd/user/vorod.service)
 if(QML)

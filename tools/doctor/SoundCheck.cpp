@@ -1,5 +1,7 @@
 #include "SoundCheck.h"
 
+#include "Devices.h"
+
 #include <multimedia/AudioRecorder.h>
 #include <multimedia/MediaPlayer.h>
 
@@ -34,8 +36,24 @@ Finding stuck()
             QStringLiteral("start the sound server anew, for instance systemctl --user restart pipewire-pulse")};
 }
 
+/** What keeps the output that is used from being heard; good without. */
+Finding examineVolume(const std::optional<Device> &output)
+{
+    if (output && output->isMuted) {
+        return {Health::Missing, QStringLiteral("the sample plays, but the output “%1” is muted").arg(output->name),
+                QStringLiteral("voro remote mute off")};
+    }
+    if (output && output->volume == 0) {
+        return {Health::Missing,
+                QStringLiteral("the sample plays, but the volume of the output “%1” is 0").arg(output->name),
+                QStringLiteral("voro remote volume 50%")};
+    }
+    return {Health::Good,
+            QStringLiteral("the sample plays; if you hear nothing, check volume and output in the sound settings")};
+}
+
 /** Plays the sample without being heard. */
-Finding tryOutput()
+Finding tryOutput(const std::optional<Device> &output)
 {
     MediaPlayer player;
     PpsObject audio(contextFolder(QStringLiteral("MediaPlayer")) + QLatin1String("/audio"));
@@ -66,12 +84,11 @@ Finding tryOutput()
         return {Health::Missing, QStringLiteral("no sound server answers; media play without sound"),
                 QStringLiteral("install and start PipeWire (pipewire-pulse) or PulseAudio (pulseaudio)")};
     }
-    return {Health::Good,
-            QStringLiteral("the sample plays; if you hear nothing, check volume and output in the sound settings")};
+    return examineVolume(output);
 }
 
 /** Prepares a recording that never begins. */
-Finding tryInput()
+Finding tryInput(const std::optional<Device> &input)
 {
     const QTemporaryDir folder;
     AudioRecorder recorder;
@@ -84,6 +101,10 @@ Finding tryInput()
         return {Health::Limited, QStringLiteral("nothing can be recorded: ") + recordingProblem(error, file),
                 QStringLiteral("connect a microphone and choose it in the sound settings")};
     }
+    if (input && (input->isMuted || input->volume == 0)) {
+        return {Health::Limited, QStringLiteral("recordings are silent: the input “%1” is muted").arg(input->name),
+                QStringLiteral("turn it on in the sound settings")};
+    }
     return {Health::Good, QStringLiteral("there is an input to record from")};
 }
 
@@ -91,7 +112,8 @@ Finding tryInput()
 
 std::vector<Finding> SoundCheck::examine() const
 {
-    return {tryOutput(), tryInput()};
+    const Devices devices = defaultDevices();
+    return {tryOutput(devices.output), tryInput(devices.input)};
 }
 
 } // namespace voro::doctor

@@ -391,6 +391,11 @@ void tst_Applications::remote_changesTheVolume()
     QTRY_VERIFY(sink("get-sink-volume").contains(" 35% "));
     QVERIFY(remote.click("Sound off"));
     QTRY_VERIFY(sink("get-sink-mute").contains("yes"));
+    QProcess doctor;
+    doctor.start(QStringLiteral(BIN "voro"), {"doctor", "sound"}, QIODevice::ReadOnly);
+    QVERIFY(doctor.waitForFinished(PatienceMs));
+    const QByteArray findings = doctor.readAllStandardOutput();
+    QVERIFY2(findings.contains(" is muted\n                      try: voro remote mute off\n"), findings.constData());
     QVERIFY(remote.click("Sound on"));
     QTRY_VERIFY(sink("get-sink-mute").contains("no"));
 }
