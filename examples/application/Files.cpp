@@ -161,13 +161,24 @@ QVariantList Files::captionsOf(const QUrl &medium) const
         const QString text = kind.isEmpty() ? language : QStringLiteral("%1 (%2)").arg(language, kind);
         const QVariantMap caption{{QStringLiteral("url"), QUrl::fromLocalFile(film.dir().filePath(file))},
                                   {QStringLiteral("text"), language.isEmpty() ? file : text}};
-        if (!language.isEmpty() && QLocale(code).language() == QLocale().language()) {
+        if (isOwnLanguage(code)) {
             captions.prepend(caption);
         } else {
             captions.append(caption);
         }
     }
     return captions;
+}
+
+QString Files::nameOfLanguage(const QString &code) const
+{
+    return mediafiles::nameOfLanguage(code);
+}
+
+bool Files::isOwnLanguage(const QString &code) const
+{
+    const QLocale::Language language = QLocale(code).language();
+    return !code.isEmpty() && language != QLocale::C && language == QLocale().language();
 }
 
 QUrl Files::newRecording(const QString &extension) const

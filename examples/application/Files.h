@@ -48,12 +48,17 @@ public:
      */
     Q_INVOKABLE QVariantList captionsOf(const QUrl &medium) const;
 
+    /** How a language calls itself, by its code; empty for an unknown one. */
+    Q_INVOKABLE QString nameOfLanguage(const QString &code) const;
+    /** Whether a code is that of the user's language. */
+    Q_INVOKABLE bool isOwnLanguage(const QString &code) const;
+
     /** A new name for a recording, by the time. */
     Q_INVOKABLE QUrl newRecording(const QString &extension) const;
     /** Gives a file another name in its folder; the extension stays. */
     Q_INVOKABLE QString rename(const QUrl &file, const QString &name) const;
     Q_INVOKABLE QString remove(const QUrl &file) const;
-    /** Says in its name that a recording was cut short. One without content is removed, and the result is false. */
+    /** Says in its name that a recording was cut short; false when there is nothing in it. */
     Q_INVOKABLE bool markCutShort(const QUrl &recording) const;
 
     /** The media that are meant: files and addresses as they are, of folders everything in them. */

@@ -4,7 +4,7 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import voro.application
 
-/** Whether captions are shown, and which: those of a file beside the film, or those in the film itself. */
+/** Whether captions are shown, and which: those of the files beside the film, and those in the film itself. */
 Sheet {
     id: sheet
 
@@ -12,9 +12,13 @@ Sheet {
 
     title: qsTr("Captions")
 
-    function choose(url: url) {
-        player.showCaptions(url);
-        player.closedCaptionEnabled = true;
+    readonly property var files: Files.captionsOf(player.current)
+
+    function nameOf(stream: var, number: int): string {
+        const language = Files.nameOfLanguage(stream.language);
+        if (language !== "" && stream.title !== "")
+            return qsTr("%1 (%2)").arg(language).arg(stream.title);
+        return language || stream.title || qsTr("Captions %1").arg(number + 1);
     }
 
     CheckLine {
@@ -25,48 +29,42 @@ Sheet {
         onClicked: sheet.player.closedCaptionEnabled = !sheet.player.closedCaptionEnabled
     }
     Repeater {
-        model: Files.captionsOf(sheet.player.current)
+        model: sheet.files
         delegate: CheckLine {
             required property var modelData
             Layout.fillWidth: true
             symbol: "captions"
             title: modelData.text
             isRadio: true
-            isOn: String(sheet.player.captions) === String(modelData.url)
-            onClicked: sheet.choose(modelData.url)
+            isOn: String(sheet.player.captions) === String(modelData.url) && !sheet.player.areCaptionsUnreadable
+            onClicked: {
+                sheet.player.showCaptions(modelData.url);
+                sheet.player.closedCaptionEnabled = true;
+            }
         }
     }
-    CheckLine {
-        Layout.fillWidth: true
-        symbol: "film"
-        title: qsTr("In the film itself")
-        isRadio: true
-        isOn: String(sheet.player.captions) === ""
-        onClicked: sheet.choose("")
-    }
-    RowLayout {
-        Layout.fillWidth: true
-        Layout.leftMargin: Theme.margin
-        Layout.rightMargin: 4
-        visible: String(sheet.player.captions) === ""
-        enabled: sheet.player.closedCaptionEnabled
-        Label {
+    Repeater {
+        model: sheet.player.captionStreams
+        delegate: CheckLine {
+            required property var modelData
+            required property int index
             Layout.fillWidth: true
-            text: qsTr("Language %1").arg(sheet.player.closedCaptionIndex + 1)
+            symbol: "film"
+            title: sheet.nameOf(modelData, index)
+            isRadio: true
+            isOn: String(sheet.player.captions) === "" && sheet.player.closedCaptionIndex === index
+            onClicked: {
+                sheet.player.showCaptionStream(index);
+                sheet.player.closedCaptionEnabled = true;
+            }
         }
-        IconButton {
-            symbol: "back"
-            isDirected: true
-            text: qsTr("Previous language")
-            enabled: sheet.player.closedCaptionIndex > 0
-            onClicked: sheet.player.closedCaptionIndex -= 1
-        }
-        IconButton {
-            symbol: "back"
-            isDirected: true
-            rotation: 180
-            text: qsTr("Next language")
-            onClicked: sheet.player.closedCaptionIndex += 1
-        }
+    }
+    Label {
+        Layout.fillWidth: true
+        Layout.margins: Theme.margin
+        visible: sheet.files.length + sheet.player.captionStreams.length === 0
+        text: qsTr("This film has no captions.")
+        wrapMode: Text.Wrap
+        color: Theme.faint
     }
 }

@@ -111,6 +111,7 @@ void Library::scan()
         Q_EMIT isReadyChanged();
     }
     QMetaObject::invokeMethod(m_reader, &TagReader::clear);
+    m_others.clear();
     const auto read = isDeep() ? &mediafiles::filesBelow : &mediafiles::filesIn;
     m_pool.start([this, read, folder = m_folder, generation = m_generation] {
         const QList<mediafiles::File> files = read(folder);
@@ -190,13 +191,14 @@ void Library::askOn()
 void Library::onFound(const QString &path, const Tags &found, const QByteArray &picture)
 {
     const auto place = m_places.constFind(path);
+    if (m_others.remove(path) && place == m_places.cend()) {
+        keep(path, QFileInfo(path).lastModified().toMSecsSinceEpoch(), found, picture);
+    }
     if (place == m_places.cend()) {
         return;
     }
     Entry &entry = m_entries[*place];
-    Tags tags = found;
-    tags.cover = picture.isEmpty() ? Files::coverOf(QUrl::fromLocalFile(path)) : m_cache.coverFile(picture);
-    entry.tags = &m_cache.keep(path, entry.file.modified, tags);
+    entry.tags = &keep(path, entry.file.modified, found, picture);
     if (isDeep()) {
         if (!m_reshow.isActive()) {
             m_reshow.start();
@@ -205,6 +207,15 @@ void Library::onFound(const QString &path, const Tags &found, const QByteArray &
         Q_EMIT dataChanged(index(row), index(row));
     }
     askOn();
+}
+
+const Tags &Library::keep(const QString &path, qint64 modified, Tags tags, const QByteArray &picture)
+{
+    tags.cover = picture.isEmpty() ? Files::coverOf(QUrl::fromLocalFile(path)) : m_cache.coverFile(picture);
+    const Tags &kept = m_cache.keep(path, modified, tags);
+    ++m_titlesFound;
+    Q_EMIT titlesFoundChanged();
+    return kept;
 }
 
 QString Library::titleOf(const Entry &entry) const
@@ -298,6 +309,18 @@ QList<QUrl> Library::media() const
 int Library::indexOf(const QUrl &url) const
 {
     return static_cast<int>(m_shownPaths.indexOf(url.toLocalFile()));
+}
+
+void Library::readTags(const QUrl &url)
+{
+    const QFileInfo file(url.toLocalFile());
+    if (const auto place = m_places.constFind(file.filePath()); place != m_places.cend()) {
+        ask(m_entries[*place]);
+    } else if (url.isLocalFile() && !m_others.contains(file.filePath())
+               && !m_cache.find(file.filePath(), file.lastModified().toMSecsSinceEpoch())) {
+        m_others.insert(file.filePath());
+        QMetaObject::invokeMethod(m_reader, [reader = m_reader, path = file.filePath()] { reader->read(path); });
+    }
 }
 
 QString Library::titleOf(const QUrl &url) const

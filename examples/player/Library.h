@@ -5,6 +5,7 @@
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QCollator>
 #include <QtCore/QFileSystemWatcher>
+#include <QtCore/QSet>
 #include <QtCore/QThread>
 #include <QtCore/QThreadPool>
 #include <QtCore/QTimer>
@@ -29,6 +30,8 @@ class Library : public QAbstractListModel {
     /** Whether the folder has been read. */
     Q_PROPERTY(bool isReady READ isReady NOTIFY isReadyChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    /** How many titles were found out; for bindings to what titleOf() says. */
+    Q_PROPERTY(int titlesFound READ titlesFound NOTIFY titlesFoundChanged)
 public:
     enum Order { ByFolder, ByTitle, ByArtist, ByAlbum };
     Q_ENUM(Order)
@@ -45,6 +48,7 @@ public:
     void setSearch(const QString &search);
     bool isReady() const { return m_isReady; }
     int count() const { return static_cast<int>(m_shown.size()); }
+    int titlesFound() const { return m_titlesFound; }
 
     int rowCount(const QModelIndex &parent) const override;
     /** Asks for the tags of a line that is seen first. */
@@ -56,6 +60,8 @@ public:
     Q_INVOKABLE int indexOf(const QUrl &url) const;
     /** The title of any medium whose tags were read once, else the name of its file. */
     Q_INVOKABLE QString titleOf(const QUrl &url) const;
+    /** Reads the tags of a medium, which may lie in another folder, if nobody has read them. */
+    Q_INVOKABLE void readTags(const QUrl &url);
 
 Q_SIGNALS:
     void folderChanged();
@@ -63,6 +69,7 @@ Q_SIGNALS:
     void searchChanged();
     void isReadyChanged();
     void countChanged();
+    void titlesFoundChanged();
 
 private:
     struct Entry {
@@ -80,6 +87,7 @@ private:
     /** Asks for the next tags that nobody has seen yet. */
     void askOn();
     void onFound(const QString &path, const Tags &found, const QByteArray &picture);
+    const Tags &keep(const QString &path, qint64 modified, Tags tags, const QByteArray &picture);
     QString titleOf(const Entry &entry) const;
     bool matches(const Entry &entry) const;
     bool isBefore(const Entry &one, const Entry &other) const;
@@ -94,6 +102,9 @@ private:
     QList<int> m_shown;
     QStringList m_shownPaths;
     QHash<QString, int> m_places;
+    /** The media of other folders whose tags are being read. */
+    QSet<QString> m_others;
+    int m_titlesFound = 0;
     /** The entries before this one have been asked for. */
     int m_asked = 0;
     QCollator m_collator;

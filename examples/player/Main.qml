@@ -87,6 +87,7 @@ AppWindow {
     Playback {
         id: player
         windowId: page.windowId
+        onLibraryWanted: library.make()
     }
     Role {
         player: player
@@ -116,7 +117,11 @@ AppWindow {
             visible: window.isWide || !window.showsPlayer
             // What is played first need not wait for what is not seen.
             function need() {
-                if (window.isReady && visible && !item)
+                if (window.isReady && visible)
+                    make();
+            }
+            function make() {
+                if (!item)
                     setSource("LibraryPage.qml", { player: player, resume: resume, opening: opening, menu: window.menu,
                                                    folder: window.folder, focus: true });
             }

@@ -24,6 +24,8 @@ MediaPlayer {
     property int asked: -1
     /** The file that the captions come from; empty for those in the medium itself. */
     property url captions
+    /** Whose captions were chosen last, by the user's language. */
+    property url captionedMedium
     /** What went wrong, in words; empty while nothing did. */
     property string problem: ""
     /** The factor that the user chose, which holds also while playback is paused. */
@@ -31,7 +33,7 @@ MediaPlayer {
     /** The loudness that the user chose, which stays while nothing is heard. */
     property real loudness: 1
     property bool isMuted: false
-    /** Knows the titles of media that have not been played yet; null while nobody has seen it. */
+    /** Knows the titles of media that have not been played yet; null while nobody wants it. */
     property Library library: null
 
     readonly property bool isPlaying: mediaState === MediaState.Started
@@ -49,14 +51,22 @@ MediaPlayer {
     readonly property string artist: metaData[MetaData.Artist] || ""
     /** The attribute of a picture that is in the medium itself. */
     readonly property string embedded: "image"
+    /** Those of its captions, and of captions that cannot be read. */
+    readonly property string captionsKey: "captions"
+    readonly property string unreadableKey: "captions_unreadable"
     /** The one in the medium, or the one beside it. */
     readonly property url cover: metaData[embedded] ? Files.fileOf(metaData[embedded]) : Files.coverOf(current)
     readonly property bool canShuffle: queue.length > 1
+    /** The captions in the medium itself: objects with a `language`, as a code, and a `title`. */
+    readonly property var captionStreams: metaData[captionsKey] ?? []
+    readonly property bool areCaptionsUnreadable: metaData[unreadableKey] ?? false
     readonly property bool hasNext: index + 1 < count
     readonly property bool hasPrevious: index > 0
 
     /** A medium of the queue begins, or plays on where it was. */
     signal resumed
+    /** Somebody wants the library to be there. */
+    signal libraryWanted
 
     statusInterval: 500
     videoOutput: VideoOutput.PrimaryDisplay
@@ -93,7 +103,7 @@ MediaPlayer {
     }
 
     function titleOf(medium: url): string {
-        return library ? library.titleOf(medium) : Files.nameOf(medium);
+        return library && library.titlesFound >= 0 ? library.titleOf(medium) : Files.nameOf(medium);
     }
 
     /** Opens a queue at one of its media. */
@@ -112,8 +122,7 @@ MediaPlayer {
         asked = -1;
         sourceUrl = queue[number];
         showCaptions(Files.captionsOf(queue[number])[0]?.url ?? "");
-        const result = prepare();
-        return check(dropCaptions(result) ? prepare() : result);
+        return check(prepare());
     }
 
     /** Shows captions from a file; without one those in the medium itself. */
@@ -122,14 +131,10 @@ MediaPlayer {
             captions = file;
     }
 
-    /** Captions that cannot be read end their film, too, which can be tried without them. */
-    function dropCaptions(result: int): bool {
-        if (result !== MediaError.ResourceCorrupted || String(captions) === "")
-            return false;
-        const unreadable = Files.nameOf(captions);
+    /** Shows captions of the medium itself. */
+    function showCaptionStream(number: int) {
         showCaptions("");
-        problem = qsTr("The captions “%1” cannot be read.").arg(unreadable);
-        return true;
+        closedCaptionIndex = number;
     }
 
     /** Media in another order, the one that is chosen in front. */
@@ -279,11 +284,16 @@ MediaPlayer {
         return result === MediaError.None;
     }
 
-    onError: (mediaError) => {
-        if (dropCaptions(mediaError))
-            resume();
-        else
-            check(mediaError);
+    onError: (mediaError) => check(mediaError)
+    onAreCaptionsUnreadableChanged: {
+        if (areCaptionsUnreadable)
+            problem = qsTr("The captions “%1” cannot be read.").arg(Files.nameOf(captions));
+    }
+    onCaptionStreamsChanged: {
+        if (captionStreams.length === 0 || String(captionedMedium) === String(current))
+            return;
+        captionedMedium = current;
+        closedCaptionIndex = Math.max(0, captionStreams.findIndex(stream => Files.isOwnLanguage(stream.language)));
     }
     onPlaybackCompleted: if (isSingly) goOn()
     onPositionChanged: {

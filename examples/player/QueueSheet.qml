@@ -10,7 +10,10 @@ Sheet {
     required property Playback player
 
     title: qsTr("Queue")
-    Component.onCompleted: list.model = player.count
+    Component.onCompleted: {
+        player.libraryWanted();
+        list.model = player.count;
+    }
     onOpened: {
         list.currentIndex = player.index;
         list.positionViewAtIndex(player.index, ListView.Center);
@@ -58,9 +61,10 @@ Sheet {
             id: line
             required property int index
             readonly property bool isKnown: index < sheet.player.queue.length
+            readonly property url medium: isKnown ? sheet.player.queue[index] : ""
 
             least: Theme.touch
-            title: isKnown ? sheet.player.titleOf(sheet.player.queue[index]) : qsTr("Track %1").arg(index + 1)
+            title: isKnown ? sheet.player.titleOf(medium) : qsTr("Track %1").arg(index + 1)
             isCurrent: index === sheet.player.index
             highlighted: ListView.isCurrentItem
             focus: ListView.isCurrentItem
@@ -68,6 +72,7 @@ Sheet {
             transform: Translate {
                 y: handle.isHeld ? handle.offset : 0
             }
+            onMediumChanged: sheet.player.library.readTags(medium)
             onClicked: {
                 sheet.player.goTo(index);
                 sheet.close();

@@ -100,20 +100,16 @@
         <translation>إظهار الترجمة</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>داخل الفيلم نفسه</translation>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>اللغة %1</translation>
+        <source>Captions %1</source>
+        <translation>الترجمة النصية %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>اللغة السابقة</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>اللغة التالية</translation>
+        <source>This film has no captions.</source>
+        <translation>لا توجد ترجمة نصية لهذا الفيلم.</translation>
     </message>
 </context>
 <context>

@@ -100,20 +100,16 @@
         <translation>Untertitel zeigen</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>Im Film selbst</translation>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>Sprache %1</translation>
+        <source>Captions %1</source>
+        <translation>Untertitel %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>Vorige Sprache</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>Nächste Sprache</translation>
+        <source>This film has no captions.</source>
+        <translation>Dieser Film hat keine Untertitel.</translation>
     </message>
 </context>
 <context>

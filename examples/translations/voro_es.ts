@@ -100,20 +100,16 @@
         <translation>Mostrar subtítulos</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>En la propia película</translation>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>Idioma %1</translation>
+        <source>Captions %1</source>
+        <translation>Subtítulos %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>Idioma anterior</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>Idioma siguiente</translation>
+        <source>This film has no captions.</source>
+        <translation>Esta película no tiene subtítulos.</translation>
     </message>
 </context>
 <context>

@@ -100,20 +100,16 @@
         <translation>Afficher les sous-titres</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>Dans le film</translation>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>Langue %1</translation>
+        <source>Captions %1</source>
+        <translation>Sous-titres %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>Langue précédente</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>Langue suivante</translation>
+        <source>This film has no captions.</source>
+        <translation>Ce film n’a pas de sous-titres.</translation>
     </message>
 </context>
 <context>

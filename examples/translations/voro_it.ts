@@ -100,20 +100,16 @@
         <translation>Mostra sottotitoli</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>Nel film stesso</translation>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>Lingua %1</translation>
+        <source>Captions %1</source>
+        <translation>Sottotitoli %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>Lingua precedente</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>Lingua successiva</translation>
+        <source>This film has no captions.</source>
+        <translation>Questo film non ha sottotitoli.</translation>
     </message>
 </context>
 <context>

@@ -100,20 +100,16 @@
         <translation>字幕を表示</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>映像に含まれる字幕</translation>
+        <source>%1 (%2)</source>
+        <translation>%1（%2）</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>言語 %1</translation>
+        <source>Captions %1</source>
+        <translation>字幕 %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>前の言語</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>次の言語</translation>
+        <source>This film has no captions.</source>
+        <translation>この動画には字幕がありません。</translation>
     </message>
 </context>
 <context>

@@ -100,20 +100,16 @@
         <translation>Pokaż napisy</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>W samym filmie</translation>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>Język %1</translation>
+        <source>Captions %1</source>
+        <translation>Napisy %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>Poprzedni język</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>Następny język</translation>
+        <source>This film has no captions.</source>
+        <translation>Ten film nie ma napisów.</translation>
     </message>
 </context>
 <context>

@@ -100,20 +100,16 @@
         <translation>Mostrar legendas</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>No próprio filme</translation>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>Idioma %1</translation>
+        <source>Captions %1</source>
+        <translation>Legendas %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>Idioma anterior</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>Idioma seguinte</translation>
+        <source>This film has no captions.</source>
+        <translation>Este filme não tem legendas.</translation>
     </message>
 </context>
 <context>

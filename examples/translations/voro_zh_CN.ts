@@ -100,20 +100,16 @@
         <translation>显示字幕</translation>
     </message>
     <message>
-        <source>In the film itself</source>
-        <translation>影片内嵌</translation>
+        <source>%1 (%2)</source>
+        <translation>%1（%2）</translation>
     </message>
     <message>
-        <source>Language %1</source>
-        <translation>语言 %1</translation>
+        <source>Captions %1</source>
+        <translation>字幕 %1</translation>
     </message>
     <message>
-        <source>Previous language</source>
-        <translation>上一种语言</translation>
-    </message>
-    <message>
-        <source>Next language</source>
-        <translation>下一种语言</translation>
+        <source>This film has no captions.</source>
+        <translation>此影片没有字幕。</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,6 @@
 #include "Daemon.h"
 #include "Home.h"
+#include "Programs.h"
 #include "PulseServer.h"
 #include "Rows.h"
 #include "Screen.h"
@@ -72,6 +73,30 @@ void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
     m_home.write("two.de.srt", captions);
     m_home.write("two.en.forced.srt", captions);
     m_home.write("three.srt", "no captions");
+    QVERIFY(runToEnd("ffmpeg", {"-nostdin",
+                                "-loglevel",
+                                "error",
+                                "-i",
+                                m_home.path("one.mkv"),
+                                "-i",
+                                m_home.path("one.srt"),
+                                "-i",
+                                m_home.path("one.srt"),
+                                "-map",
+                                "0",
+                                "-map",
+                                "1",
+                                "-map",
+                                "2",
+                                "-c",
+                                "copy",
+                                "-metadata:s:s:0",
+                                "language=fre",
+                                "-metadata:s:s:1",
+                                "language=eng",
+                                "-metadata:s:s:1",
+                                "title=For the deaf",
+                                m_home.path("four.mkv")}));
     Screen player("voro.player", operands({"one.mkv", "two.mkv"}));
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("Film"), PatienceMs);
     QVERIFY(player.click("Captions"));
@@ -90,6 +115,14 @@ void tst_PlayerApplication::captions_areFound_forEveryMediumOfAQueue()
     receive(player, "three.mkv");
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("The captions “three” cannot be read."), PatienceMs);
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("Pause") && player.shows("Film"), PatienceMs);
+    // Those in a film have names, too.
+    receive(player, "four.mkv");
+    QTRY_VERIFY_WITH_TIMEOUT(player.window()->title() == "four", PatienceMs);
+    QVERIFY(player.click("Captions"));
+    QTRY_VERIFY(player.isChecked("Français"));
+    QVERIFY(player.click("English (For the deaf)"));
+    QTRY_VERIFY(player.isChecked("English (For the deaf)") && !player.isChecked("Français"));
+    player.press(Qt::Key_Escape);
     // The last picture goes with its film.
     receive(player, "Music/broken.ogg");
     QTRY_VERIFY_WITH_TIMEOUT(player.shows("“broken”: *") && !player.shows("Film"), PatienceMs);
@@ -117,19 +150,23 @@ void tst_PlayerApplication::queue_isRearranged_whileItPlays()
     player.press(Qt::Key_Right);
     QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 10'000, PatienceMs);
     player.press(Qt::Key_Q);
-    QTRY_VERIFY(player.shows("Take “2” out"));
+    // Their titles are read although another folder is shown.
+    QTRY_VERIFY_WITH_TIMEOUT(player.shows("Take “First Frost” out") && player.shows("Take “The Long Way*")
+                                 && player.shows("Take “Harbour” out"),
+                             PatienceMs);
+    const auto top = [&](const char *name) { return player.place(name).top(); };
     // The third one goes before the second, then the first one behind both.
     player.press(Qt::Key_Down);
     QTest::keyClick(player.window(), Qt::Key_Up, Qt::ControlModifier);
-    QTRY_VERIFY(player.place("3").top() < player.place("2").top());
-    QVERIFY(player.carry("Move “1”", "Move “2”"));
-    QTRY_VERIFY(player.place("2").top() < player.place("1").top());
+    QTRY_VERIFY(top("Harbour") < top("The Long Way*"));
+    QVERIFY(player.carry("Move “First Frost”", "Move “The Long Way*"));
+    QTRY_VERIFY(top("The Long Way*") < top("First Frost"));
     // The last one is taken out, and the keys go on at the one before it.
     player.press(Qt::Key_End);
     player.press(Qt::Key_Delete);
     QTRY_VERIFY(!player.shows("broken"));
     QTest::keyClick(player.window(), Qt::Key_Up, Qt::ControlModifier);
-    QTRY_VERIFY(player.place("1").top() < player.place("2").top());
+    QTRY_VERIFY(top("First Frost") < top("The Long Way*"));
     player.press(Qt::Key_Escape);
     QCOMPARE(device.title(), "The Long Way Home under a Green Sky");
     QTRY_VERIFY_WITH_TIMEOUT(device.position() >= 10'000, PatienceMs);
