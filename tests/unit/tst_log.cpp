@@ -1,46 +1,60 @@
 #include "PlayerFixture.h"
 #include "private/Logger.h"
-#include "private/MediaUtils.h"
-#include "private/NowPlayingConnectionPrivate.h"
+#include "ScriptedService.h"
 
+#include <multimedia/AudioRecorder.h>
+#include <multimedia/MediaKeyWatcher.h>
+#include <multimedia/NowPlayingConnection.h>
+#include <multimedia/NowPlayingController.h>
 #include <multimedia/SystemSound.h>
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QThread>
 #include <QtTest/QtTest>
 
-#include <Rows.h>
+#include <Files.h>
 
 using namespace voro::multimedia;
 
-using P = MediaPlayer;
-
-/**
- * The lines that the library writes with debugging on, of each kind some. Announcements of signals are compared by the
- * rows of other tests.
- */
+/** Compares the lines that the library writes with debugging on with lines.txt: a paragraph a class, in their order. */
 class LogTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void lines_ofACommand_data();
-    void lines_ofACommand();
-    void lines_ofAnIdentifier();
-    void lines_ofASound();
-    void lines_ofNowPlaying_data();
-    void lines_ofNowPlaying();
+    void linesOfThePlayer();
+    void linesOfTheRecorder();
+    void linesOfTheConnection();
+    void linesOfTheController();
+    void linesOfKeysAndSounds();
     void tracer_tellsEntryAndExit();
 };
 
 namespace {
 
-/** The lines for debugging since the last call, without those that tell of functions being entered and left. */
-QStringList linesOf(voro::test::LogCatcher &log)
+/**
+ * Compares the lines for debugging with a paragraph of the file, but for what is another in each run. Lines that tell
+ * of functions being entered and left are left out.
+ */
+void compare(voro::test::LogCatcher &log, const char *paragraph)
 {
+    static const QRegularExpression address(QStringLiteral("0x[0-9a-f]+"));
+    static const QRegularExpression identifier(QStringLiteral("(::|generated: )[0-9a-z]+(?=\")"));
     QStringList lines = log.takeDebugLines();
     lines.removeIf([](const QString &line) { return line.startsWith(QLatin1String("FunctionTracer::")); });
-    return lines;
+    lines.replaceInStrings(address, QStringLiteral("0x")).replaceInStrings(identifier, QStringLiteral("\\1ID"));
+    const QString all = QString::fromUtf8(readFile(QStringLiteral(LINES)));
+    const QString heading = QStringLiteral("# %1\n").arg(QLatin1String(paragraph));
+    QCOMPARE(lines, all.section(heading, 1).section(QStringLiteral("\n\n"), 0, 0).trimmed().split(QLatin1Char('\n')));
+}
+
+/** Sets properties, each twice: the second time there is nothing to do. */
+void set(QObject &object, std::initializer_list<std::pair<const char *, QVariant>> values)
+{
+    for (const auto &[name, value] : values) {
+        object.setProperty(name, value);
+        object.setProperty(name, value);
+    }
 }
 
 } // namespace
@@ -50,118 +64,175 @@ void LogTest::initTestCase()
     QVERIFY2(ENABLE_DEBUG, "to be run with VOROMULTIMEDIA_LOG_DEBUG=1");
 }
 
-void LogTest::lines_ofACommand_data()
+void LogTest::linesOfThePlayer()
 {
-    // Lines have " | " between.
-    const Rows<Preparation, Action, QString> row("given", "act", "lines");
-    row("pause", started, call(&P::pause),
-        "MediaPlayer::setSpeed: speed=0 | MediaPlayerPrivate::onMmrSpeedChanged: speed=0 | "
-        "MediaPlayerPrivate::setMediaState: Attempting to change to same state.  mediaState=Paused");
-    row("same volume", newPlayer, call(&P::setVolume, 1.0),
-        "MediaPlayer::setVolume: volume=1 | MediaPlayer::setVolume: Volume already set to 1");
-    row("part of the pictures", startedWithVideo, call(&P::setVideoSourceRect, 1, 2, 3u, 4u),
-        "MediaPlayer::setVideoSourceRect: x=1, y=2, width=3, height=4 | "
-        "MediaPlayerPrivate::updateVideoOutputParams: rect=QRect(1,2 3x4)");
-    row("interval as a variant", newPlayer, call(&P::setStatusIntervalQml, QVariant(1000)),
-        "MediaPlayer::setStatusIntervalQml: statusInterval=\"1000\" | "
-        "MediaPlayer::setStatusInterval: statusInterval=1000 | "
-        "MediaPlayerPrivate::updateContextParams: updateInterval=1000");
-}
-
-void LogTest::lines_ofACommand()
-{
-    QFETCH(Preparation, given);
-    QFETCH(Action, act);
-    QFETCH(QString, lines);
+    const RuntimeBroker broker;
     PlayerFixture f;
-    given(f);
-    f.forget();
-    act(f);
-    QStringList found = linesOf(f.log);
-    found.removeIf([](const QString &line) { return isAnnouncement(line); });
-    QCOMPARE(found, lines.split(QStringLiteral(" | ")));
+    MediaPlayer &player = f.media;
+    player.setVideoOutput(VideoOutput::PrimaryDisplay);
+    set(player, {{"windowId", "w"}, {"windowGroupId", "w"}, {"closedCaptionWindowId", "w"}});
+    player.reset();
+    player.stop();
+    player.setSourceUrl(QUrl(QStringLiteral("file:///music/a.ogg")));
+    player.prepare();
+    player.prepare();
+    for (const auto &[objects, last] :
+         {std::pair("play-queue current:n:2 total:n:3", "trackCountChanged(3)"),
+          {"input a::1", "mmr_input_parameters a=1"},
+          {"p2 name::value", "mmr_track_parameters 2 name=value subpicture_index=0"},
+          {"status position::4500 bufferlevel::1/2 bufferstatus::playing", "bufferStatusChanged(Playing)"},
+          {"state state::playing speed:n:1000", "mediaStateChanged(Started)"}}) {
+        QCOMPARE(published(objects, last)(f), MediaError::None);
+    }
+    player.play();
+    player.pause();
+    player.setSpeed(0.5);
+    player.seek(3, 1500);
+    set(player, {{"volume", 0.5},
+                 {"autoPause", true},
+                 {"equalizerPreset", QVariant::fromValue(EqualizerPreset::Jazz)},
+                 {"audioManagerHandle", 7},
+                 {"repeatMode", QVariant::fromValue(RepeatMode::All)},
+                 {"statusInterval", 250},
+                 {"closedCaptionEnabled", false},
+                 {"closedCaptionIndex", 2}});
+    player.setVideoSourceRect(1, 2, 3, 4);
+    player.setClosedCaptionUrl(1, QUrl(QStringLiteral("file:///films/a.srt")));
+    Q_EMIT f.notifier.durationChanged(900u);
+    Q_EMIT f.notifier.seekableChanged(true);
+    Q_EMIT f.notifier.metaDataChanged(QVariantMap{{QStringLiteral("title"), QStringLiteral("T")}});
+    Q_EMIT f.notifier.videoDimensionsChanged(QSize(4, 3));
+    Q_EMIT f.notifier.speedChanged(2000);
+    Q_EMIT f.notifier.stopped();
+    Q_EMIT f.notifier.stopped();
+    Q_EMIT f.notifier.error(MediaError::Read, 70u, 3u);
+    Q_EMIT f.notifier.playbackCompleted();
+    player.setVideoOutput(VideoOutput::None);
+    player.setAudioOutput(AudioOutput::Default);
+    player.setAudioOutput(AudioOutput::None);
+    compare(f.log, "MediaPlayer");
 }
 
-void LogTest::lines_ofAnIdentifier()
+void LogTest::linesOfTheRecorder()
 {
-    voro::test::LogCatcher log;
-    const QString identifier = MediaUtils::instance()->generateUniqueId();
-    QCOMPARE(linesOf(log),
-             QStringList(QStringLiteral("MediaUtils::generateUniqueId: \"generated: %1\"").arg(identifier)));
+    MediaFixture<AudioRecorder> f;
+    AudioRecorder &recorder = f.media;
+    recorder.prepare();
+    recorder.setOutputUrl(QUrl(QStringLiteral("file:///rec/a.wav")));
+    set(recorder, {{"audioChannelConfiguration", QVariant::fromValue(AudioChannelConfiguration::Mono)},
+                   {"audioManagerHandle", 7},
+                   {"statusInterval", 250}});
+    recorder.reset();
+    recorder.prepare();
+    recorder.prepare();
+    recorder.record();
+    recorder.pause();
+    Q_EMIT f.notifier.playing();
+    Q_EMIT f.notifier.playing();
+    Q_EMIT f.notifier.positionChanged(900u);
+    Q_EMIT f.notifier.volumeLevelChanged(0.5);
+    Q_EMIT f.notifier.error(MediaError::Write, 70u, 1u);
+    recorder.reset();
+    compare(f.log, "AudioRecorder");
 }
 
-void LogTest::lines_ofASound()
+void LogTest::linesOfTheConnection()
 {
-    const QTemporaryDir folder;
-    qputenv("VORO_RUNTIME_DIR", folder.path().toUtf8());
-    qputenv("VORO_AUTOSPAWN", "0");
+    using C = NowPlayingConnection;
     voro::test::LogCatcher log;
+    RuntimeBroker broker;
+    ScriptedService service(broker, QStringLiteral("/pps/services/multimedia/mediaplayer/control"));
+    service.answer(QStringLiteral("msg::acquire"), {QStringLiteral("res::acquire")});
+    C connection(QStringLiteral("player"));
+    QStringList trace;
+    const SignalLog emitted(&connection, trace);
+    connection.trackChange();
+    connection.setDeviceMode(DeviceMode::Capture);
+    connection.setPriorityLevel(PriorityLevel::High);
+    connection.setConnectionName(QStringLiteral("recorder"));
+    set(connection, {{"preemptable", false}});
+    connection.acquire();
+    connection.acquire();
+    set(connection, {{"overlayStyle", QVariant::fromValue(OverlayStyle::Fancy)}, {"audioManagerHandle", 7}});
+    connection.setMediaState(MediaState::Started);
+    connection.trackChange();
+    connection.setMetaData({{QStringLiteral("title"), QStringLiteral("T")}});
+    QCoreApplication::processEvents();
+    for (const char *message :
+         {"msg::track|dat::sendData", "msg::track|dat::next", "msg::track|dat::stop", "msg::track|dat::play",
+          R"(msg::track|dat:json:{"command":"repeat","value":"all"})",
+          R"(msg::track|dat:json:{"command":"shuffle","value":"off"})", "msg::track|dat::holdData"}) {
+        const qsizetype before = trace.size();
+        service.send(QString::fromLatin1(message));
+        QTRY_COMPARE(trace.size(), before + 1);
+        QCoreApplication::processEvents();
+    }
+    set(connection, {{"iconUrl", QUrl(QStringLiteral("http://host/a.png"))},
+                     {"duration", 9},
+                     {"position", 7},
+                     {"nextEnabled", false},
+                     {"previousEnabled", false},
+                     {"repeatMode", QVariant::fromValue(RepeatMode::All)},
+                     {"shuffleMode", QVariant::fromValue(ShuffleMode::Off)}});
+    QCoreApplication::processEvents();
+    service.send(QStringLiteral("msg::none"));
+    service.send(QStringLiteral("msg::track|dat::louder"));
+    service.send(QStringLiteral(R"(msg::revoke|dat:json:{"name":"other","pid":4000})"));
+    QTRY_COMPARE(trace.last(), QStringLiteral("revoked()"));
+    service.answer(QStringLiteral("msg::acquire"), {QStringLiteral("res::acquire|err::revoked")});
+    connection.acquire();
+    compare(log, "NowPlayingConnection");
+}
+
+void LogTest::linesOfTheController()
+{
+    using C = NowPlayingController;
+    voro::test::LogCatcher log;
+    RuntimeBroker broker;
+    ScriptedService service(broker, QStringLiteral("/pps/services/multimedia/mediacontroller/control"));
+    service.answer(QStringLiteral("md_subscribe"), {QStringLiteral(R"(msg::md_update|dat:json:{"duration":9})"),
+                                                    QStringLiteral("msg::m_state|dat::paused"),
+                                                    QStringLiteral(R"(msg::md_update|dat:json:{"position":7})")});
+    C controller;
+    static_cast<void>(controller.position());
+    service.answer(QStringLiteral("md_subscribe"), {});
+    controller.repeat(RepeatMode::All);
+    controller.shuffle(ShuffleMode::Off);
+    QStringList trace;
+    const SignalLog emitted(&controller, trace);
+    disconnect(connect(&controller, &C::trackChanged, [] {}));
+    service.send(QStringLiteral("msg::m_state|dat::playing"));
+    for (const char *update :
+         {R"("track":"T","track_number":"3","artist":"A","album":"B","albumArtwork":"file:///a.png")",
+          R"("nextEnabled":true,"prevEnabled":true,"position":5,"duration":9)",
+          R"("repeat_mode":"all","shuffle_mode":"off")"}) {
+        service.send(QStringLiteral("msg::md_update|dat:json:{%1}").arg(QLatin1String(update)));
+    }
+    service.send(QStringLiteral("msg::m_state|dat::trackchange"));
+    QTRY_VERIFY(trace.contains(QStringLiteral("trackChanged()")));
+    compare(log, "NowPlayingController");
+}
+
+void LogTest::linesOfKeysAndSounds()
+{
+    voro::test::LogCatcher log;
+    RuntimeBroker broker;
+    ScriptedService keys(broker, QStringLiteral("/pps/services/multimedia/mediaplayer/control"));
+    ScriptedService sounds(broker, QStringLiteral("/pps/services/multimedia/sound/control"));
+    MediaKeyWatcher watcher(MediaKey::Play);
+    QStringList trace;
+    const SignalLog emitted(&watcher, trace);
+    watcher.setNotification(MediaKeyNotification::Threshold);
+    for (const char *length : {"short", "med"}) {
+        trace.clear();
+        keys.send(QStringLiteral("msg::key|dat::bn_play_%1").arg(QLatin1String(length)));
+        QTRY_VERIFY(!trace.isEmpty());
+    }
+    watcher.setKey(MediaKey::None);
     SystemSound sound(SystemSound::InputKeypress);
-    log.takeDebugLines();
     sound.play();
-    QCOMPARE(linesOf(log),
-             (QStringList{"SystemSoundPrivate::play: sound=9", "SystemSoundPrivate::send: sound=9, msg=\"play_sound\"",
-                          "SystemSoundPrivate::toString: sound=9"}));
     sound.setSound(SystemSound::InputKeypress);
-    QCOMPARE(linesOf(log).last(), QStringLiteral("SystemSoundPrivate::setSound: Ignoring sound already set"));
-}
-
-using C = NowPlayingConnection;
-using NowPlaying = std::function<void(NowPlayingConnection &, NowPlayingConnectionPrivate &)>;
-
-void LogTest::lines_ofNowPlaying_data()
-{
-    const Rows<NowPlaying, QString> row("act", "lines");
-    const auto set = [](auto method, auto... arguments) {
-        return NowPlaying(
-            [=](NowPlayingConnection &connection, auto &) { static_cast<void>((connection.*method)(arguments...)); });
-    };
-    const auto message = [](const QVariantMap &control) {
-        return NowPlaying([=](auto &, NowPlayingConnectionPrivate &parts) { parts.handleControlMessage(control); });
-    };
-    row("position", set(&C::setPosition, 7),
-        "NowPlayingConnection::setPosition: postion=7 | NowPlayingConnection::setPosition: emit "
-        "positionChanged() | NowPlayingConnection::setPosition:   position=7");
-    row("same next", set(&C::setNextEnabled, true),
-        "NowPlayingConnection::setNextEnabled: nextEnabled=true | NowPlayingConnection::setNextEnabled: Next "
-        "button is already enabled");
-    row("not preemptable", set(&C::setPreemptable, false),
-        "NowPlayingConnection::setPreemptable: preemptable=false | NowPlayingConnection::setPriorityLevel: "
-        "priority level=1 | NowPlayingConnection::setPreemptable: emit preemptableChanged() | "
-        "NowPlayingConnection::setPreemptable:   preemptable=false");
-    row("registration", NowPlaying([](auto &, NowPlayingConnectionPrivate &parts) {
-            parts.registration(QStringLiteral("a"), PriorityLevel::High, OverlayStyle::Plain, 7, DeviceMode::Capture);
-        }),
-        "NowPlayingConnectionPrivate::registration: overlayStyle=Plain, connectionName=\"a\", "
-        "priority level=High, audioManagerHandle=7, deviceMode=Capture | "
-        "NowPlayingConnectionPrivate::toString: priority level=High | "
-        "NowPlayingConnectionPrivate::toString: overlayStyle=Plain | "
-        "NowPlayingConnectionPrivate::send: msg=QMap((\"dat\", QVariant(QVariantMap, "
-        "QMap((\"audio\", QVariant(QString, \"general\"))(\"audioman_handle\", QVariant(uint, 7))"
-        "(\"name\", QVariant(QString, \"a\"))(\"overlay\", QVariant(QString, \"plain\"))"
-        "(\"prio\", QVariant(QString, \"high\"))(\"recorder\", QVariant(bool, true)))))"
-        "(\"msg\", QVariant(QString, \"register\")))");
-    row("nothing to publish", NowPlaying([](auto &, auto &parts) { parts.onInvalidate(); }),
-        "NowPlayingConnectionPrivate::onInvalidate: force=false | "
-        "NowPlayingConnectionPrivate::onInvalidate: Not sending data. "
-        "acquired=false, send=false");
-    row("watcher", message({{"msg", "track"}, {"dat", "sendData"}}),
-        "NowPlayingConnectionPrivate::handleControlMessage: control=QMap((\"dat\", QVariant(QString, "
-        "\"sendData\"))(\"msg\", QVariant(QString, \"track\"))) | "
-        "NowPlayingConnectionPrivate::handleControlMessage: SEND metadata | "
-        "NowPlayingConnectionPrivate::handleControlMessage: emit controllerActiveChanged() | "
-        "NowPlayingConnectionPrivate::handleControlMessage:   controllerActive=true");
-}
-
-void LogTest::lines_ofNowPlaying()
-{
-    QFETCH(NowPlaying, act);
-    QFETCH(QString, lines);
-    NowPlayingConnection connection;
-    NowPlayingConnectionPrivate parts(&connection);
-    voro::test::LogCatcher log;
-    act(connection, parts);
-    QCOMPARE(linesOf(log), lines.split(QStringLiteral(" | ")));
+    compare(log, "MediaKeyWatcher and SystemSound");
 }
 
 void LogTest::tracer_tellsEntryAndExit()
