@@ -1,5 +1,6 @@
 #include "PulseServer.h"
 
+#include "NotifySocket.h"
 #include "Programs.h"
 #include "Tone.h"
 
@@ -9,45 +10,9 @@
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
 
-#include <poll.h>
 #include <sys/prctl.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 #include <csignal>
-#include <cstring>
-
-namespace {
-
-/** Where a service tells that it is ready, as the system's service manager has it told. */
-class Readiness {
-public:
-    explicit Readiness(const QString &path)
-    {
-        QFile::remove(path);
-        sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
-        qstrncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path);
-        if (bind(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0) {
-            qFatal("%s: %s", qPrintable(path), std::strerror(errno));
-        }
-    }
-    ~Readiness() { close(m_socket); }
-    Readiness(const Readiness &) = delete;
-    Readiness &operator=(const Readiness &) = delete;
-
-    /** False when nothing was told in time. */
-    bool wait() const
-    {
-        pollfd ready{.fd = m_socket, .events = POLLIN, .revents = 0};
-        return poll(&ready, 1, 20'000) == 1;
-    }
-
-private:
-    const int m_socket = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-};
-
-} // namespace
 
 PulseServer::PulseServer()
 {
@@ -78,7 +43,7 @@ QString PulseServer::readinessPath() const
 void PulseServer::start()
 {
     QFile::remove(socketPath());
-    const Readiness readiness(readinessPath());
+    const NotifySocket readiness(readinessPath());
     m_process.start(QStringLiteral("pulseaudio"),
                     {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
                      QStringLiteral("module-null-sink sink_name=null"), "-L", "module-rescue-streams", "-L",

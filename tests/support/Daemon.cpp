@@ -1,54 +1,12 @@
 #include "Daemon.h"
 
+#include "NotifySocket.h"
+
 #include <QtCore/QFile>
 
 #include <sys/prctl.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
-
-namespace {
-
-constexpr int StartSeconds = 60;
-
-/** The socket on which the daemon tells that it is ready. */
-class NotifySocket {
-public:
-    explicit NotifySocket(const QByteArray &path) : m_socket(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0))
-    {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        qstrncpy(address.sun_path, path.constData(), sizeof address.sun_path);
-        const timeval limit{StartSeconds, 0};
-        setsockopt(m_socket, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
-        unlink(path.constData());
-        if (bind(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0) {
-            qFatal("cannot bind %s", path.constData());
-        }
-    }
-    ~NotifySocket() { close(m_socket); }
-    NotifySocket(const NotifySocket &) = delete;
-    NotifySocket &operator=(const NotifySocket &) = delete;
-
-    bool wait()
-    {
-        char message[64];
-        ssize_t size = 0;
-        // The end of an earlier daemon may interrupt it.
-        do {
-            size = recv(m_socket, message, sizeof message, 0);
-        } while (size < 0 && errno == EINTR);
-        return size > 0;
-    }
-
-private:
-    int m_socket;
-};
-
-} // namespace
 
 Daemon::Daemon(Start start)
 {
@@ -85,10 +43,10 @@ qint64 Daemon::processId() const
 
 bool Daemon::start(const QStringList &environment)
 {
-    const QByteArray path = m_folder.filePath(QStringLiteral("notify")).toLocal8Bit();
-    NotifySocket ready(path);
+    const QString path = m_folder.filePath(QStringLiteral("notify"));
+    const NotifySocket ready(path);
     m_process.setEnvironment(QProcess::systemEnvironment() + environment
-                             + QStringList(QLatin1String("NOTIFY_SOCKET=") + QString::fromLocal8Bit(path)));
+                             + QStringList(QLatin1String("NOTIFY_SOCKET=") + path));
     m_process.start(QStringLiteral(VOROD), QStringList());
     return m_process.waitForStarted() && ready.wait();
 }
