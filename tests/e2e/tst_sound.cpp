@@ -31,8 +31,6 @@ class tst_Sound : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void play_soundsAtTheSink_data();
-    void play_soundsAtTheSink();
     void server_isFoundWithoutBeingNamed_data();
     void server_isFoundWithoutBeingNamed();
     void preparedLongAgo_soundsAtOnce();
@@ -58,22 +56,6 @@ private:
 void tst_Sound::initTestCase()
 {
     QVERIFY(m_folder.isValid());
-}
-
-void tst_Sound::play_soundsAtTheSink_data()
-{
-    Rows<QString>("name").each({"tone.wav", "tone.ogg", "tone.mp3", "tone.m4a"});
-}
-
-void tst_Sound::play_soundsAtTheSink()
-{
-    QFETCH(QString, name);
-    const QString path = media::makeTone(m_folder.filePath(name), {.frequency = 880, .seconds = 10});
-    MonitorRecorder recorder;
-    MediaPlayer player;
-    QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
-    QCOMPARE(player.play(), MediaError::None);
-    QVERIFY(recorder.waitForTone(880, 300));
 }
 
 void tst_Sound::server_isFoundWithoutBeingNamed_data()
