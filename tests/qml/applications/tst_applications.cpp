@@ -87,7 +87,8 @@ void tst_Applications::player_playsFromTheLibrary_andTellsTheDevice()
     Watcher device;
     Screen player("voro.player");
     QVERIFY(player.click("Northern Lights"));
-    QTRY_VERIFY(player.shows("First Frost, *") && player.shows("The Long Way Home*") && player.shows("Harbour, *"));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        player.shows("First Frost, *") && player.shows("The Long Way Home*") && player.shows("Harbour, *"), PatienceMs);
     QVERIFY(player.keepPicture("player-1.png"));
     QVERIFY(player.click("The Long Way Home*"));
     QTRY_COMPARE_WITH_TIMEOUT(device.title(), "The Long Way Home under a Green Sky", PatienceMs);
