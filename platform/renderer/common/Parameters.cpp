@@ -22,19 +22,15 @@ bool isBetween(std::string_view value)
     return parseNumber(value, Lowest, Highest).has_value();
 }
 
-bool isPreset(std::string_view value)
+template<typename Value>
+bool isName(std::string_view value)
 {
-    return parsePreset(value).has_value();
+    return parseName<Value>(value).has_value();
 }
 
 bool isYesOrNo(std::string_view value)
 {
     return value == "yes" || value == "no";
-}
-
-bool isRepeat(std::string_view value)
-{
-    return parseRepeatMode(value).has_value();
 }
 
 bool isAnything(std::string_view)
@@ -51,7 +47,7 @@ struct Rule {
 constexpr std::array Rules{
     Rule{Owner::Context, "updateinterval", isBetween<20, MostUnsigned>},
     Rule{Owner::Context, "maxduration", isBetween<0, MostUnsigned>},
-    Rule{Owner::Input, "repeat", isRepeat},
+    Rule{Owner::Input, "repeat", isName<RepeatMode>},
     Rule{Owner::Input, "audioman_handle", isBetween<0, MostUnsigned>},
     Rule{Owner::Input, "audio_type", isAnything},
     Rule{Owner::Input, "subpicture_url", isAnything},
@@ -63,7 +59,7 @@ constexpr std::array Rules{
     Rule{Owner::Audio, "audioman_handle", isBetween<0, MostUnsigned>},
     Rule{Owner::Audio, "volume", isBetween<0, 100>},
     Rule{Owner::Audio, "autopause", isYesOrNo},
-    Rule{Owner::Audio, "eq_preset", isPreset},
+    Rule{Owner::Audio, "eq_preset", isName<Preset>},
     Rule{Owner::Video, "video_src_x", isBetween<0, Most>},
     Rule{Owner::Video, "video_src_y", isBetween<0, Most>},
     Rule{Owner::Video, "video_src_w", isBetween<0, Most>},

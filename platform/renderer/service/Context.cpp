@@ -169,7 +169,7 @@ std::string Context::returnText() const
     lines += m_journal.toText();
     if (m_input) {
         pps::appendText(lines, "url", m_input->url);
-        pps::appendText(lines, "type", m_input->type);
+        pps::appendText(lines, "type", nameOf(m_input->type));
     }
     return lines;
 }
@@ -183,11 +183,11 @@ void Context::restore(const pps::Message &message)
             m_folder.setTrackParameters(track, parameters);
         }
     }
-    const Journal::Input input{message.text("url"), message.text("type")};
+    const auto type = parseName<InputType>(message.text("type"));
+    const Journal::Input input{message.text("url"), type.value_or(InputType::AutoList)};
     const int64_t speed = message.number("speed", NormalSpeed);
     m_speed = isSpeed(speed, input.isRecording()) ? static_cast<int>(speed) : NormalSpeed;
-    if (input.url.empty() || input.url.size() > MaximumUrl || !isInputType(input.type)
-        || !m_journal.checkInput(input)) {
+    if (!type || input.url.empty() || input.url.size() > MaximumUrl || !m_journal.checkInput(input)) {
         return;
     }
     const Folder::Will will = m_folder.restore(message.text("will"), m_speed);

@@ -46,7 +46,6 @@ public:
     void onIdle(std::function<void()> callback) { m_onIdle = std::move(callback); }
 
 private:
-    enum class State { Idle, Stopped, Playing };
     /** What matters of a track when it is to be gone on with. */
     struct Kind {
         bool isFilm = false;
@@ -59,8 +58,6 @@ private:
         pps::Message message;
     };
     using Handler = void (Context::*)(const pps::Message &);
-
-    static const char *nameOf(State state);
 
     void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
     void clientMessage(pps::ClientId client, std::string_view text) override;

@@ -10,8 +10,9 @@ namespace voro::renderer {
 
 void Context::inputAttach(const pps::Message &message)
 {
-    const Journal::Input input{message.text("url"), message.text("type")};
-    if (input.url.size() > MaximumUrl || !isInputType(input.type)) {
+    const auto type = parseName<InputType>(message.text("type"));
+    const Journal::Input input{message.text("url"), type.value_or(InputType::AutoList)};
+    if (!type || input.url.size() > MaximumUrl) {
         refuseInput({ErrorCode::InvalidParameter, "the URL is too long or the type unknown"});
     } else if (const Result problem = m_journal.checkInput(input); !problem) {
         refuseInput(problem);

@@ -26,13 +26,16 @@ int outputOf(const pps::Message &message)
 void Context::outputAttach(const pps::Message &message)
 {
     const std::string url = message.text("url");
-    if (message.text("type") == "file") {
+    const auto type = parseName<OutputType>(message.text("type"));
+    if (!type) {
+        finish({ErrorCode::InvalidParameter, "unknown output type " + message.text("type")});
+    } else if (type == OutputType::File) {
         completeRecording([this, url] { attachFile(url); });
-        return;
+    } else {
+        int id = -1;
+        const Result result = m_journal.attachOutput(url, *type, Session::of(message), id);
+        outputAttached(result, id);
     }
-    int id = -1;
-    const Result result = m_journal.attachOutput(url, message.text("type"), Session::of(message), id);
-    outputAttached(result, id);
 }
 
 void Context::attachFile(const std::string &url)

@@ -201,19 +201,6 @@ void Context::seek(const pps::Message &message)
     }
 }
 
-const char *Context::nameOf(State state)
-{
-    switch (state) {
-    case State::Idle:
-        return "idle";
-    case State::Stopped:
-        return "stopped";
-    case State::Playing:
-        return "playing";
-    }
-    return "";
-}
-
 void Context::setState(State state, const std::optional<Folder::Ending> &ending)
 {
     m_state = state;
@@ -231,7 +218,7 @@ void Context::setState(State state, const std::optional<Folder::Ending> &ending)
     }
     // A recorder that is ready must not look like one that was reset.
     const bool isReadyRecorder = state == State::Stopped && isRecording();
-    m_folder.setState(nameOf(state), m_speed,
+    m_folder.setState(state, m_speed,
                       isReadyRecorder && !ending ? Folder::Ending{ErrorCode::None, m_position} : ending);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 /* What holds for every context. */
 
@@ -13,11 +12,6 @@ inline constexpr int MostDeaths = 10;
 inline constexpr int SlowestSpeed = 250;
 inline constexpr int FastestSpeed = 4000;
 inline constexpr int NormalSpeed = 1000;
-
-inline bool isInputType(std::string_view type)
-{
-    return type == "autolist" || type == "playlist" || type == "track";
-}
 
 /** Whether a medium can be played at that speed. A recording either goes on or pauses. */
 inline bool isSpeed(int64_t speed, bool isRecording)

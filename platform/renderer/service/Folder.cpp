@@ -14,10 +14,10 @@ using Fence = pps::Broker::Fence;
 
 namespace {
 
-std::string stateLines(std::string_view state, int speed, const std::optional<Folder::Ending> &ending)
+std::string stateLines(State state, int speed, const std::optional<Folder::Ending> &ending)
 {
     std::string lines;
-    pps::appendText(lines, "state", state);
+    pps::appendText(lines, "state", nameOf(state));
     pps::appendNumber(lines, "speed", speed);
     if (ending) {
         pps::appendNumber(lines, "error", static_cast<int>(ending->code));
@@ -61,7 +61,7 @@ void Folder::leaveWill()
         const Ending ending = m_ending.value_or(Ending{ErrorCode::Internal, m_position});
         will = "@play-queue\n" + queueLines(m_position.track, m_total) + "@status\n"
                + statusLines(m_position.milliseconds, "0/100", "idle", NoVolume) + "@state\n"
-               + stateLines("stopped", m_speed, ending);
+               + stateLines(State::Stopped, m_speed, ending);
     }
     m_broker.setWill(m_path, will, m_shownBy, m_owner);
 }
@@ -85,7 +85,7 @@ Folder::Will Folder::restore(std::string_view will, int speed)
     m_broker.beginReturn(m_path);
     publishQueue(restored.ending.position.track, restored.total, Fence::None);
     setStatus(restored.ending.position.milliseconds, "0/100", "idle");
-    setState("stopped", speed, restored.ending);
+    setState(State::Stopped, speed, restored.ending);
     m_broker.endReturn(m_path);
     return restored;
 }
@@ -100,9 +100,9 @@ bool Folder::publish(const std::string &name, std::string_view lines, Fence fenc
     return isPublished;
 }
 
-void Folder::setState(std::string_view state, int speed, const std::optional<Ending> &ending)
+void Folder::setState(State state, int speed, const std::optional<Ending> &ending)
 {
-    m_isIdle = state == "idle";
+    m_isIdle = state == State::Idle;
     m_speed = speed;
     m_ending = ending;
     m_shownBy = ending ? m_broker.nextVersion() : 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <pps/broker/Broker.h>
+#include <renderer/common/Names.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/TrackPosition.h>
 
@@ -36,7 +37,7 @@ public:
 
     const std::string &path() const { return m_path; }
 
-    void setState(std::string_view state, int speed, const std::optional<Ending> &ending = {});
+    void setState(State state, int speed, const std::optional<Ending> &ending = {});
     /** Shows what was left as the will of an earlier folder: how it stopped there, and where. */
     struct Will {
         Ending ending;

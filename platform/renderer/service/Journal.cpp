@@ -10,6 +10,7 @@
 #include <renderer/common/Window.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 namespace voro::renderer {
@@ -23,22 +24,26 @@ constexpr size_t MostSettings = 256 * 1024;
 constexpr std::string_view OutputPrefix = "output_";
 constexpr int64_t MostOutputs = 1'000'000'000;
 
-Owner ownerOf(const std::string &type)
+Owner ownerOf(OutputType type)
 {
-    if (type == "video") {
+    switch (type) {
+    case OutputType::Audio:
+        return Owner::Audio;
+    case OutputType::Video:
         return Owner::Video;
-    }
-    if (type == "subpicture") {
+    case OutputType::Captions:
         return Owner::Caption;
+    case OutputType::File:
+        break;
     }
-    return type == "file" ? Owner::File : Owner::Audio;
+    return Owner::File;
 }
 
-constexpr const char *ScreenTypes[] = {"video", "subpicture"};
+constexpr std::array ScreenTypes{OutputType::Video, OutputType::Captions};
 
-bool isScreenType(std::string_view type)
+bool isScreenType(OutputType type)
 {
-    return std::find(std::begin(ScreenTypes), std::end(ScreenTypes), type) != std::end(ScreenTypes);
+    return std::ranges::find(ScreenTypes, type) != ScreenTypes.end();
 }
 
 /** The window that a "screen:?winid=…&…" URL names, empty without. */
@@ -57,15 +62,12 @@ std::string windowOf(std::string_view url)
     return {};
 }
 
-Result checkOutput(const std::string &url, const std::string &type, const Session &session)
+Result checkOutput(const std::string &url, OutputType type, const Session &session)
 {
-    if (type != "audio" && !isScreenType(type)) {
-        return {ErrorCode::InvalidParameter, "unknown output type " + type};
-    }
-    if (type == "audio" ? url != "audio:default" : !url.starts_with(ScreenScheme)) {
+    if (type == OutputType::Audio ? url != "audio:default" : !url.starts_with(ScreenScheme)) {
         return {ErrorCode::OutputUnavailable, "there is no output " + url};
     }
-    const bool hasOwnSink = type == "video" && std::getenv("VORO_VIDEO_SINK") != nullptr;
+    const bool hasOwnSink = type == OutputType::Video && std::getenv("VORO_VIDEO_SINK") != nullptr;
     const bool needsDisplay = isScreenType(type) && windowNumber(windowOf(url)) && !hasOwnSink;
     return needsDisplay && session.display.empty()
                ? Result(ErrorCode::OutputUnavailable, "the application has no X server (DISPLAY) for " + url)
@@ -74,7 +76,7 @@ Result checkOutput(const std::string &url, const std::string &type, const Sessio
 
 } // namespace
 
-Result Journal::attachOutput(const std::string &url, const std::string &type, const Session &session, int &id)
+Result Journal::attachOutput(const std::string &url, OutputType type, const Session &session, int &id)
 {
     Result result = checkOutput(url, type, session);
     if (result) {
@@ -98,7 +100,7 @@ Result Journal::attachFile(const std::string &url, const std::string &path, cons
     if (!recording->take()) {
         return {ErrorCode::ResourceUnavailable, path + " is being recorded into"};
     }
-    id = replaceOutput({"file", url, {}, std::move(recording)});
+    id = replaceOutput({OutputType::File, url, {}, std::move(recording)});
     return {};
 }
 
@@ -111,7 +113,7 @@ int Journal::replaceOutput(Output output)
 
 RecordingFile *Journal::file() const
 {
-    const Output *recording = output("file");
+    const Output *recording = output(OutputType::File);
     return recording ? recording->file.get() : nullptr;
 }
 
@@ -195,19 +197,19 @@ Result Journal::setTrack(unsigned track, const Parameters &parameters)
     return {};
 }
 
-Parameters Journal::firstTrack(const std::string &type) const
+Parameters Journal::firstTrack(InputType type) const
 {
     const auto defaults = m_tracks.find(0);
     Parameters first = defaults == m_tracks.end() ? Parameters() : defaults->second;
     for (const auto &[name, value] : m_input.entries()) {
-        if (type == "autolist" && name.starts_with("subpicture_")) {
+        if (type == InputType::AutoList && name.starts_with("subpicture_")) {
             first.set(name, value);
         }
     }
     return first;
 }
 
-const Journal::Output *Journal::output(std::string_view type) const
+const Journal::Output *Journal::output(OutputType type) const
 {
     const auto found = std::find_if(m_outputs.begin(), m_outputs.end(),
                                     [type](const auto &output) { return output.second.type == type; });
@@ -221,7 +223,7 @@ std::string Journal::toText() const
     lines += m_session.toText();
     for (const auto &[id, output] : m_outputs) {
         std::string text;
-        pps::appendText(text, "type", output.type);
+        pps::appendText(text, "type", nameOf(output.type));
         pps::appendText(text, "url", output.url);
         pps::appendText(text, "parameters", output.parameters.toText());
         if (output.file) {
@@ -268,11 +270,11 @@ void Journal::restoreOutput(int id, const pps::Message &output)
     m_nextOutput = id;
     const std::string url = output.text("url");
     const std::string path = RecordingFile::pathOf(url);
-    const bool isAttached =
-        output.text("type") == "file"
-            ? RecordingFile::hasFormat(path) && static_cast<bool>(attachFile(url, path, output.text("key"), id))
-            : static_cast<bool>(attachOutput(url, output.text("type"), m_session, id));
-    if (!isAttached) {
+    const auto type = parseName<OutputType>(output.text("type"));
+    const bool isPossible = type && (type != OutputType::File || RecordingFile::hasFormat(path));
+    if (!isPossible
+        || !(type == OutputType::File ? attachFile(url, path, output.text("key"), id)
+                                      : attachOutput(url, *type, m_session, id))) {
         return;
     }
     setOutput(id, Parameters::fromText(output.text("parameters")).value_or(Parameters()));
@@ -284,7 +286,7 @@ void Journal::restoreOutput(int id, const pps::Message &output)
 std::set<std::string> Journal::frameQueues() const
 {
     std::set<std::string> names;
-    for (const char *type : ScreenTypes) {
+    for (const OutputType type : ScreenTypes) {
         const Output *screen = output(type);
         const std::string window = screen ? windowOf(screen->url) : std::string();
         if (isFrameQueue(window)) {
@@ -300,7 +302,7 @@ Reach Journal::reachFor(const Input &input) const
     if (input.isRecording()) {
         return reach;
     }
-    for (const char *type : ScreenTypes) {
+    for (const OutputType type : ScreenTypes) {
         const Output *screen = output(type);
         reach.windows |= screen && windowNumber(windowOf(screen->url)).has_value();
     }
@@ -320,7 +322,7 @@ std::string Journal::openLines(const Input &input, int speed, const std::optiona
 {
     std::string lines;
     pps::appendText(lines, "url", input.url);
-    pps::appendText(lines, "type", input.type);
+    pps::appendText(lines, "type", nameOf(input.type));
     pps::appendNumber(lines, "speed", speed);
     if (start) {
         pps::appendNumber(lines, "track", start->track);
@@ -343,7 +345,7 @@ std::string Journal::recordingLines(const Input &input) const
 std::string Journal::settingLines() const
 {
     static const Parameters None;
-    const Output *audio = output("audio");
+    const Output *audio = output(OutputType::Audio);
     const Parameters &sound = audio ? audio->parameters : None;
     std::string lines;
     pps::appendNumber(lines, "interval", m_context.number("updateinterval", DefaultInterval));
@@ -354,9 +356,9 @@ std::string Journal::settingLines() const
     pps::appendText(lines, "autopause", sound.text("autopause"));
     pps::appendText(lines, "role", roleOf(static_cast<uint32_t>(sound.number("audioman_handle", 0))));
     pps::appendText(lines, "repeat", m_input.text("repeat"));
-    for (const char *type : ScreenTypes) {
+    for (const OutputType type : ScreenTypes) {
         if (const Output *screen = output(type)) {
-            pps::appendText(lines, type, windowOf(screen->url));
+            pps::appendText(lines, nameOf(type), windowOf(screen->url));
             lines += screen->parameters.toText();
         }
     }

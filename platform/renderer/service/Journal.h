@@ -4,6 +4,7 @@
 #include "Session.h"
 
 #include <pps/Text.h>
+#include <renderer/common/Names.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Reach.h>
 #include <renderer/common/TrackPosition.h>
@@ -20,24 +21,24 @@ namespace voro::renderer {
 class Journal {
 public:
     struct Output {
-        std::string type;
+        OutputType type;
         std::string url;
         Parameters parameters;
-        /** Of an output of the type "file". */
+        /** Of an output of the type File. */
         std::shared_ptr<RecordingFile> file;
     };
     struct Input {
         std::string url;
-        std::string type;
-        bool isRecording() const { return type == "track"; }
+        InputType type = InputType::AutoList;
+        bool isRecording() const { return type == InputType::Track; }
     };
 
     /**
      * Adds an output, which replaces one of the same type; the failure says why it cannot be. One that draws brings
      * the session of its windows.
      */
-    Result attachOutput(const std::string &url, const std::string &type, const Session &session, int &id);
-    /** The same for an output of the type "file", with a path that was inspected, and its key. */
+    Result attachOutput(const std::string &url, OutputType type, const Session &session, int &id);
+    /** The same for an output of the type File, with a path that was inspected, and its key. */
     Result attachFile(const std::string &url, const std::string &path, const std::string &key, int &id);
     Result detachOutput(int id);
     /** Merges parameters into an output's; they are not taken over when one of them is bad. */
@@ -54,7 +55,7 @@ public:
     void restore(const pps::Message &message);
 
     /** What track 1 of an input of that type begins with. */
-    Parameters firstTrack(const std::string &type) const;
+    Parameters firstTrack(InputType type) const;
 
     /** The file that is recorded into, null without such an output. */
     RecordingFile *file() const;
@@ -66,8 +67,8 @@ public:
     Result checkInput(const Input &input) const;
 
     /** Whether there is an output for pictures. */
-    bool hasVideo() const { return output("video") != nullptr; }
-    bool hasCaptions() const { return output("subpicture") != nullptr; }
+    bool hasVideo() const { return output(OutputType::Video) != nullptr; }
+    bool hasCaptions() const { return output(OutputType::Captions) != nullptr; }
     /** What an engine has to reach for an input besides what is in lists. */
     Reach reachFor(const Input &input) const;
     /** The frame queues that outputs show in. */
@@ -80,7 +81,7 @@ public:
 
 private:
     int replaceOutput(Output output);
-    const Output *output(std::string_view type) const;
+    const Output *output(OutputType type) const;
     void restoreOutput(int id, const pps::Message &output);
     std::string recordingLines(const Input &input) const;
 

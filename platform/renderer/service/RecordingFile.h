@@ -52,7 +52,7 @@ private:
 };
 
 /**
- * A file that a context records into: an output of the type "file". It is taken from others while it is one, unless the
+ * A file that a context records into: an output of the type File. It is taken from others while it is one, unless the
  * context could not get its input, and nothing happens to what is on the disk before the recording starts.
  */
 class RecordingFile {

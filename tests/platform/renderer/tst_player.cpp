@@ -160,7 +160,7 @@ private:
     {
         writeFile(m_folder.filePath(QString::fromUtf8(name)), content);
     }
-    static RepeatMode repeatMode(const QByteArray &name) { return parseRepeatMode(name.toStdString()).value(); }
+    static RepeatMode repeatMode(const QByteArray &name) { return parseName<RepeatMode>(name.toStdString()).value(); }
     void change(const std::function<void(Settings &)> &set)
     {
         Settings settings = m_player.settings();

@@ -123,7 +123,7 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
 void Commands::open(const pps::Message &message)
 {
     m_player.close();
-    if (message.text("type") == "track") {
+    if (parseName<InputType>(message.text("type")) == InputType::Track) {
         openRecorder(message);
         return;
     }
@@ -137,8 +137,9 @@ void Commands::open(const pps::Message &message)
         return;
     }
     m_player.apply(read(message, {}));
-    m_player.open(medium, message.text("type") == "playlist", static_cast<unsigned>(message.number("track", 1)),
-                  message.number("position"), [this, id](const Result &result) { reply("open", id, result); });
+    m_player.open(medium, parseName<InputType>(message.text("type")) == InputType::Playlist,
+                  static_cast<unsigned>(message.number("track", 1)), message.number("position"),
+                  [this, id](const Result &result) { reply("open", id, result); });
 }
 
 void Commands::openRecorder(const pps::Message &message)
@@ -211,8 +212,8 @@ Settings Commands::read(const pps::Message &message, Settings settings)
     settings.speed = static_cast<int>(message.number("speed", settings.speed));
     settings.interval = static_cast<guint>(message.number("interval", settings.interval));
     settings.volume = message.number("volume", settings.volume);
-    settings.preset = parsePreset(message.text("eq_preset")).value_or(Preset::Off);
-    settings.repeat = parseRepeatMode(message.text("repeat")).value_or(RepeatMode::None);
+    settings.preset = parseName<Preset>(message.text("eq_preset")).value_or(Preset::Off);
+    settings.repeat = parseName<RepeatMode>(message.text("repeat")).value_or(RepeatMode::None);
     settings.pausesWithDevice = message.text("autopause") == "yes";
     settings.outputs = {.isAudible = message.text("audio") == "true",
                         .role = message.text("role"),
