@@ -1,7 +1,5 @@
 #include "Context.h"
 
-#include "ContextRules.h"
-
 #include <pps/Log.h>
 #include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
@@ -165,7 +163,7 @@ void Context::finish(const Result &result, std::string_view lines)
 std::string Context::returnText() const
 {
     std::string lines;
-    pps::appendNumber(lines, "speed", m_speed);
+    pps::appendNumber(lines, "speed", m_speed.thousandths);
     lines += m_journal.toText();
     if (m_input) {
         pps::appendText(lines, "url", m_input->url);
@@ -185,8 +183,7 @@ void Context::restore(const pps::Message &message)
     }
     const auto type = parseName<InputType>(message.text("type"));
     const Journal::Input input{message.text("url"), type.value_or(InputType::AutoList)};
-    const int64_t speed = message.number("speed", NormalSpeed);
-    m_speed = isSpeed(speed, input.isRecording()) ? static_cast<int>(speed) : NormalSpeed;
+    m_speed = parseSpeed(message.number("speed", -1), input.isRecording()).value_or(NormalSpeed);
     if (!type || input.url.empty() || input.url.size() > MaximumUrl || !m_journal.checkInput(input)) {
         return;
     }
@@ -240,7 +237,7 @@ void Context::engineEvent(const pps::Message &event, std::string_view lines)
         setSilent(true);
     } else if (name == "speed") {
         m_isSpeedTaken = true;
-        setSpeed(static_cast<int>(event.number("speed")));
+        setSpeed({static_cast<int>(event.number("speed"))});
     } else if (name == "ended") {
         m_deaths = 0;
         end(ErrorCode::None, event);

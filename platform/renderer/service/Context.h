@@ -26,6 +26,8 @@ class Context : private pps::Service,
 public:
     /** How long it rests before it gives its engine back, in milliseconds. */
     static constexpr int ParkingDelay = 10'000;
+    /** How many engines may die in a row with a medium. */
+    static constexpr int MostDeaths = 10;
 
     /** On the account of a process, which alone can command it; without one everybody can. */
     Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner = pps::Accounts::Services,
@@ -109,7 +111,7 @@ private:
     void showPlaying(const Result &result);
     void stopPlaying(Engine::Done done);
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
-    void setSpeed(int speed);
+    void setSpeed(Speed speed);
     void watchEngine();
     Kind kindOf(unsigned track) const;
     bool canPark() const;
@@ -148,7 +150,7 @@ private:
     State m_state = State::Idle;
     bool m_hasEnded = false;
     bool m_hasFailed = false;
-    int m_speed = 1000;
+    Speed m_speed;
     /** Whether the engine told that its medium is not heard. */
     bool m_isSilent = false;
     /** Whether the engine took another speed than the one that it was asked for. */

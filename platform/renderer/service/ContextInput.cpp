@@ -1,5 +1,4 @@
 #include "Context.h"
-#include "ContextRules.h"
 
 #include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>

@@ -1,5 +1,4 @@
 #include "Context.h"
-#include "ContextRules.h"
 
 #include <algorithm>
 #include <utility>
@@ -134,17 +133,17 @@ void Context::stopPlaying(Engine::Done done)
 
 void Context::speedSet(const pps::Message &message)
 {
-    const int64_t speed = message.number("speed", -1);
+    const auto speed = parseSpeed(message.number("speed", -1), isRecording());
     if (!m_input) {
         finish(noInput());
         return;
     }
-    if (!isSpeed(speed, isRecording())) {
+    if (!speed) {
         finish({ErrorCode::UnsupportedValue, "the speed is out of its range"});
         return;
     }
     m_isSpeedTaken = false;
-    const auto done = [this, speed = static_cast<int>(speed)](const Result &result) {
+    const auto done = [this, speed = *speed](const Result &result) {
         if (result && !m_isSpeedTaken && speed != m_speed) {
             setSpeed(speed);
         }
@@ -154,7 +153,7 @@ void Context::speedSet(const pps::Message &message)
     const bool canFail = m_isOpen && m_state == State::Playing;
     if (m_isOpen) {
         std::string line;
-        pps::appendNumber(line, "speed", speed);
+        pps::appendNumber(line, "speed", speed->thousandths);
         m_engine->ask("speed", line, canFail ? Engine::Done(done) : Engine::Done([](const Result &) {}));
     }
     if (!canFail) {
@@ -222,7 +221,7 @@ void Context::setState(State state, const std::optional<Folder::Ending> &ending)
                       isReadyRecorder && !ending ? Folder::Ending{ErrorCode::None, m_position} : ending);
 }
 
-void Context::setSpeed(int speed)
+void Context::setSpeed(Speed speed)
 {
     m_speed = speed;
     m_folder.setSpeed(speed);
@@ -243,7 +242,7 @@ bool Context::canPark() const
         return false;
     }
     const bool isPictureShown = (kind.isFilm && m_journal.hasVideo()) || m_journal.hasCaptions();
-    return m_state == State::Stopped || (m_state == State::Playing && m_speed == 0 && !isPictureShown);
+    return m_state == State::Stopped || (m_state == State::Playing && m_speed.isPaused() && !isPictureShown);
 }
 
 /** A context that rests gives its engine back after a while. */
@@ -269,7 +268,7 @@ void Context::park()
 void Context::watchEngine()
 {
     if (m_engine) {
-        m_engine->setWatched(m_state == State::Playing && m_speed != 0);
+        m_engine->setWatched(m_state == State::Playing && !m_speed.isPaused());
     }
     updateParking();
 }

@@ -14,11 +14,11 @@ using Fence = pps::Broker::Fence;
 
 namespace {
 
-std::string stateLines(State state, int speed, const std::optional<Folder::Ending> &ending)
+std::string stateLines(State state, Speed speed, const std::optional<Folder::Ending> &ending)
 {
     std::string lines;
     pps::appendText(lines, "state", nameOf(state));
-    pps::appendNumber(lines, "speed", speed);
+    pps::appendNumber(lines, "speed", speed.thousandths);
     if (ending) {
         pps::appendNumber(lines, "error", static_cast<int>(ending->code));
         pps::appendText(lines, "error_pos", toText(ending->position));
@@ -66,7 +66,7 @@ void Folder::leaveWill()
     m_broker.setWill(m_path, will, m_shownBy, m_owner);
 }
 
-Folder::Will Folder::restore(std::string_view will, int speed)
+Folder::Will Folder::restore(std::string_view will, Speed speed)
 {
     Will restored{{ErrorCode::Internal, {}}, 1};
     while (!will.empty()) {
@@ -100,7 +100,7 @@ bool Folder::publish(const std::string &name, std::string_view lines, Fence fenc
     return isPublished;
 }
 
-void Folder::setState(State state, int speed, const std::optional<Ending> &ending)
+void Folder::setState(State state, Speed speed, const std::optional<Ending> &ending)
 {
     m_isIdle = state == State::Idle;
     m_speed = speed;
@@ -110,12 +110,12 @@ void Folder::setState(State state, int speed, const std::optional<Ending> &endin
     publish("state", stateLines(state, speed, ending));
 }
 
-void Folder::setSpeed(int speed)
+void Folder::setSpeed(Speed speed)
 {
     m_speed = speed;
     leaveWill();
     std::string lines = "@state\n";
-    pps::appendNumber(lines, "speed", speed);
+    pps::appendNumber(lines, "speed", speed.thousandths);
     m_broker.publish(objectPath("state"), lines);
 }
 

@@ -3,6 +3,7 @@
 #include <pps/broker/Broker.h>
 #include <renderer/common/Names.h>
 #include <renderer/common/Parameters.h>
+#include <renderer/common/Speed.h>
 #include <renderer/common/TrackPosition.h>
 
 #include <optional>
@@ -37,15 +38,15 @@ public:
 
     const std::string &path() const { return m_path; }
 
-    void setState(State state, int speed, const std::optional<Ending> &ending = {});
+    void setState(State state, Speed speed, const std::optional<Ending> &ending = {});
     /** Shows what was left as the will of an earlier folder: how it stopped there, and where. */
     struct Will {
         Ending ending;
         unsigned total = 0;
     };
-    Will restore(std::string_view will, int speed);
+    Will restore(std::string_view will, Speed speed);
     /** Changes the speed and nothing else: what else the state says is not written again. */
-    void setSpeed(int speed);
+    void setSpeed(Speed speed);
     /** Tracks that are far from the current one are shown no longer; the current one always is. */
     void setQueue(unsigned current, unsigned total);
     /**
@@ -93,7 +94,7 @@ private:
     std::map<unsigned, Parameters> m_trackParameters;
     // What is shown, for the will.
     bool m_isIdle = true;
-    int m_speed = 0;
+    Speed m_speed;
     std::optional<Ending> m_ending;
     /** The version that shows the ending. */
     uint64_t m_shownBy = 0;

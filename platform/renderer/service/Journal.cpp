@@ -318,12 +318,12 @@ Reach Journal::reachFor(const Input &input) const
     return reach;
 }
 
-std::string Journal::openLines(const Input &input, int speed, const std::optional<TrackPosition> &start) const
+std::string Journal::openLines(const Input &input, Speed speed, const std::optional<TrackPosition> &start) const
 {
     std::string lines;
     pps::appendText(lines, "url", input.url);
     pps::appendText(lines, "type", nameOf(input.type));
-    pps::appendNumber(lines, "speed", speed);
+    pps::appendNumber(lines, "speed", speed.thousandths);
     if (start) {
         pps::appendNumber(lines, "track", start->track);
         pps::appendNumber(lines, "position", start->milliseconds);

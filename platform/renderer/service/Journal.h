@@ -7,6 +7,7 @@
 #include <renderer/common/Names.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Reach.h>
+#include <renderer/common/Speed.h>
 #include <renderer/common/TrackPosition.h>
 
 #include <map>
@@ -75,7 +76,7 @@ public:
     std::set<std::string> frameQueues() const;
 
     /** What an engine needs to open a medium. */
-    std::string openLines(const Input &input, int speed, const std::optional<TrackPosition> &start) const;
+    std::string openLines(const Input &input, Speed speed, const std::optional<TrackPosition> &start) const;
     /** Every setting that a playing engine can change. */
     std::string settingLines() const;
 

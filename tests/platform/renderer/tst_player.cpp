@@ -40,7 +40,7 @@ public:
         m_log += " load:" + nameOf(piece.uri) + (piece.outputs.isAudible ? "" : ":silent")
                  + (piece.isChanging ? ":soon" : "");
         time = 0;
-        m_rate = 1000;
+        m_speed = NormalSpeed;
         m_hasBegun = false;
         m_succession.setUnknown();
         return true;
@@ -56,17 +56,18 @@ public:
     bool hasBegun() const override { return m_hasBegun; }
     void selectCaptions(const CaptionChoice &) override {}
     Succession &succession() override { return m_succession; }
-    bool seek(int64_t target, int rate) override
+    bool seek(int64_t target, Speed speed) override
     {
         if (allowsSeeks) {
-            m_log += " seek:" + std::to_string(target) + (rate == 1000 ? "" : "x" + std::to_string(rate));
+            m_log += " seek:" + std::to_string(target)
+                     + (speed == NormalSpeed ? "" : "x" + std::to_string(speed.thousandths));
             time = target;
-            m_rate = rate;
+            m_speed = speed;
             m_succession.release();
         }
         return allowsSeeks;
     }
-    int rate() const override { return m_rate; }
+    Speed speed() const override { return m_speed; }
     int64_t position() const override { return time; }
     int64_t duration() const override { return length; }
     bool isCommonFile() const override { return true; }
@@ -81,7 +82,7 @@ private:
     std::string &m_log;
     Succession m_succession;
     bool m_hasBegun = false;
-    int m_rate = 1000;
+    Speed m_speed;
 };
 
 /** A probe that finds out what the test says. */
@@ -129,7 +130,7 @@ public:
             {"asList", [&] { open("a", true); }},
             {"play", [&] { answer(m_player.play()); }},
             {"stop", [&] { m_player.stop(); }},
-            {"speed", [&] { answer(m_player.setSpeed(first)); }},
+            {"speed", [&] { answer(m_player.setSpeed({first})); }},
             {"seek", [&] { answer(m_player.seek(static_cast<unsigned>(first), second)); }},
             {"silent", [&] { change([](Settings &settings) { settings.outputs.isAudible = false; }); }},
             {"audible", [&] { change([](Settings &settings) { settings.outputs.isAudible = true; }); }},

@@ -24,8 +24,8 @@ public:
     void unload() override;
     bool hasBegun() const override { return m_transport.hasBegun(); }
     Succession &succession() override { return m_succession; }
-    bool seek(int64_t time, int rate) override { return m_transport.seek({time, rate}); }
-    int rate() const override { return m_transport.rate(); }
+    bool seek(int64_t time, Speed speed) override { return m_transport.seek({time, speed}); }
+    Speed speed() const override { return m_transport.speed(); }
     int64_t position() const override;
     int64_t duration() const override { return durationOf(m_pipeline.get()); }
     bool isSeekable() const override { return renderer::isSeekable(m_pipeline.get()); }

@@ -4,6 +4,7 @@
 #include "Succession.h"
 
 #include <renderer/common/Names.h>
+#include <renderer/common/Speed.h>
 #include <renderer/worker/gst/Failure.h>
 #include <renderer/worker/media/Facts.h>
 
@@ -14,7 +15,7 @@
 
 namespace voro::renderer {
 
-/** Plays one medium after the other to its outputs. Times are milliseconds, rates thousandths of normal speed. */
+/** Plays one medium after the other to its outputs. Times are milliseconds. */
 class Playback {
 public:
     struct Events {
@@ -66,10 +67,10 @@ public:
     /** What comes without a gap after this medium. The medium does not end before it is known. */
     virtual Succession &succession() = 0;
 
-    /** Goes to a time at a rate. While one seek is on its way the next one waits, and only the last one is made. False
-        when the medium does not allow it. */
-    virtual bool seek(int64_t time, int rate) = 0;
-    virtual int rate() const = 0;
+    /** Goes to a time, and on from there at a speed. While one seek is on its way the next one waits, and only the last
+       one is made. False when the medium does not allow it. */
+    virtual bool seek(int64_t time, Speed speed) = 0;
+    virtual Speed speed() const = 0;
 
     /** The time that is heard now, or the one that a seek goes to. */
     virtual int64_t position() const = 0;

@@ -27,8 +27,8 @@ public:
     bool hasBegun() const override { return m_chosen->hasBegun(); }
     void selectCaptions(const CaptionChoice &captions) override;
     Succession &succession() override { return m_succession; }
-    bool seek(int64_t time, int rate) override { return m_chosen->seek(time, rate); }
-    int rate() const override { return m_chosen->rate(); }
+    bool seek(int64_t time, Speed speed) override { return m_chosen->seek(time, speed); }
+    Speed speed() const override { return m_chosen->speed(); }
     int64_t position() const override { return m_chosen->position(); }
     int64_t duration() const override { return m_chosen->duration(); }
     bool isCommonFile() const override { return m_chosen->isCommonFile(); }

@@ -29,7 +29,7 @@ void Transport::hold()
 
 void Transport::reset()
 {
-    m_rate = 1000;
+    m_speed = NormalSpeed;
     m_isHeld = true;
     m_hasBegun = false;
     m_seeking.reset();
@@ -67,7 +67,7 @@ bool Transport::seek(const Target &target)
         m_suspension->target = target;
         return true;
     }
-    if (isSeeking() && target.rate == m_rate) {
+    if (isSeeking() && target.speed == m_speed) {
         m_next = target;
         return true;
     }
@@ -79,13 +79,13 @@ bool Transport::seekNow(const Target &target)
     // A streaming thread that waits for the next medium would hold the seek up.
     m_succession.release();
     const auto time = target.time * static_cast<gint64>(GST_MSECOND);
-    const bool isForward = target.rate > 0;
-    const bool isDone = gst_element_seek(m_pipeline, target.rate / 1000.0, GST_FORMAT_TIME,
+    const bool isForward = !target.speed.isBackward();
+    const bool isDone = gst_element_seek(m_pipeline, target.speed.thousandths / 1000.0, GST_FORMAT_TIME,
                                          static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE),
                                          GST_SEEK_TYPE_SET, isForward ? time : 0, GST_SEEK_TYPE_SET,
                                          isForward ? static_cast<gint64>(GST_CLOCK_TIME_NONE) : time);
     if (isDone) {
-        m_rate = target.rate;
+        m_speed = target.speed;
         m_seeking = target;
         m_rest = target.time;
         m_next.reset();
@@ -120,7 +120,7 @@ int64_t Transport::position() const
 bool Transport::resume()
 {
     const Suspension suspension = *std::exchange(m_suspension, std::nullopt);
-    if (suspension.target.time > 0 || suspension.target.rate != m_rate) {
+    if (suspension.target.time > 0 || suspension.target.speed != m_speed) {
         seek(suspension.target);
     } else {
         // Nobody knows that the pipeline asks again what comes next: that goes by way of the end.

@@ -3,6 +3,7 @@
 #include "Succession.h"
 
 #include <gst/gst.h>
+#include <renderer/common/Speed.h>
 
 #include <cstdint>
 #include <optional>
@@ -17,7 +18,7 @@ class Transport {
 public:
     struct Target {
         int64_t time;
-        int rate;
+        Speed speed;
     };
     /** Where it goes on afterwards, and whether it runs there. */
     struct Suspension {
@@ -33,7 +34,7 @@ public:
     /** Begins anew with another medium. */
     void reset();
 
-    int rate() const { return m_suspension ? m_suspension->target.rate : m_rate; }
+    Speed speed() const { return m_suspension ? m_suspension->target.speed : m_speed; }
     int64_t position() const;
     bool isHeld() const { return m_isHeld; }
     bool hasBegun() const { return m_hasBegun || m_suspension; }
@@ -41,7 +42,7 @@ public:
     bool isSeeking() const { return m_seeking && m_hasBegun; }
 
     /** A suspension of what it does now. */
-    Suspension suspended() const { return {{position(), m_rate}, m_hasBegun && !m_isHeld}; }
+    Suspension suspended() const { return {{position(), m_speed}, m_hasBegun && !m_isHeld}; }
     void suspend(const Suspension &suspension) { m_suspension = suspension; }
     const std::optional<Suspension> &suspension() const { return m_suspension; }
     /** Goes to where it was suspended; whether it is to run there. */
@@ -57,7 +58,7 @@ private:
 
     GstElement *m_pipeline;
     Succession &m_succession;
-    int m_rate = 1000;
+    Speed m_speed;
     bool m_isHeld = true;
     bool m_hasBegun = false;
     /** The seek that is on its way, and the one that waits for its end. */

@@ -11,7 +11,6 @@ namespace voro::renderer {
 namespace {
 
 constexpr guint OpenTimeout = 15'000;
-constexpr int NormalSpeed = 1000;
 constexpr char WasCut[] = "the file was cut off while it played";
 
 /** Tells the log of a track that is passed over; of a long list's not of every one. */
@@ -210,10 +209,10 @@ Result Player::play()
 Result Player::begin()
 {
     m_phase = Phase::Running;
-    const int rate = m_settings.speed == 0 ? NormalSpeed : m_settings.speed;
-    if (rate < 0 && m_position == 0) {
+    const Speed speed = m_settings.speed.isPaused() ? NormalSpeed : m_settings.speed;
+    if (speed.isBackward() && m_position == 0) {
         holdAtBeginning();
-    } else if ((m_position != 0 || rate != NormalSpeed) && !seekTo(m_position, rate)) {
+    } else if ((m_position != 0 || speed != NormalSpeed) && !seekTo(m_position, speed)) {
         m_phase = Phase::Ready;
         return {ErrorCode::UnsupportedOperation, "the medium cannot be played from there or at that speed"};
     }
@@ -225,7 +224,7 @@ Result Player::begin()
 /** Goes on as speed and buffer say. */
 void Player::proceed()
 {
-    if (m_settings.speed == 0 || m_bufferLevel < 100) {
+    if (m_settings.speed.isPaused() || m_bufferLevel < 100) {
         // A sink that never played is not even opened: it would sound late.
         if (m_playback.hasBegun()) {
             m_playback.hold();
@@ -240,23 +239,23 @@ void Player::proceed()
 
 void Player::watchDevice()
 {
-    const bool isWanted = m_settings.pausesWithDevice && m_phase == Phase::Running && m_settings.speed != 0;
+    const bool isWanted = m_settings.pausesWithDevice && m_phase == Phase::Running && !m_settings.speed.isPaused();
     m_device.watch(isWanted ? m_playback.device() : std::string());
 }
 
 void Player::onDeviceLost()
 {
-    m_settings.speed = 0;
+    m_settings.speed = Paused;
     proceed();
-    m_reports.speed(0);
+    m_reports.speed(Paused);
 }
 
 /** Whoever goes backward stays at the beginning. */
 void Player::holdAtBeginning()
 {
-    m_settings.speed = 0;
+    m_settings.speed = Paused;
     reportStatus();
-    m_reports.speed(0);
+    m_reports.speed(Paused);
 }
 
 void Player::stop()
@@ -268,11 +267,11 @@ void Player::stop()
     }
 }
 
-Result Player::setSpeed(int speed)
+Result Player::setSpeed(Speed speed)
 {
-    if (m_phase == Phase::Running && speed != 0 && speed != m_playback.rate()) {
+    if (m_phase == Phase::Running && !speed.isPaused() && speed != m_playback.speed()) {
         const int64_t now = position();
-        if (speed < 0 && now == 0) {
+        if (speed.isBackward() && now == 0) {
             holdAtBeginning();
             proceed();
             return {};
@@ -321,7 +320,7 @@ Result Player::seek(unsigned track, int64_t position)
         reload();
         m_position = target;
     } else if (m_phase == Phase::Running) {
-        if (!seekTo(target, m_playback.rate())) {
+        if (!seekTo(target, m_playback.speed())) {
             return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
         }
         prepareFollowing();
@@ -332,9 +331,9 @@ Result Player::seek(unsigned track, int64_t position)
 }
 
 /** Goes to a time; false when the medium does not allow it, which then plays on undisturbed. */
-bool Player::seekTo(int64_t position, int rate)
+bool Player::seekTo(int64_t position, Speed speed)
 {
-    return m_track.facts().isSeekable && m_playback.seek(position, rate);
+    return m_track.facts().isSeekable && m_playback.seek(position, speed);
 }
 
 void Player::apply(const Settings &settings)
@@ -377,8 +376,8 @@ void Player::prepareFollowing()
     }
     for (;;) {
         const auto next = m_queue.following();
-        const bool isNormal = m_settings.speed == 0 || m_settings.speed == NormalSpeed;
-        if (!next || !isNormal || m_playback.rate() != NormalSpeed || !captions(*next).url.empty()) {
+        const bool isNormal = m_settings.speed.isPaused() || m_settings.speed == NormalSpeed;
+        if (!next || !isNormal || m_playback.speed() != NormalSpeed || !captions(*next).url.empty()) {
             m_playback.succession().set({});
             return;
         }
@@ -471,7 +470,7 @@ void Player::onEnded()
         onFailed({ErrorCode::Read, WasCut});
         return;
     }
-    if (m_playback.rate() < 0) {
+    if (m_playback.speed().isBackward()) {
         // Held first, because a seek that is on its way would be played before it could be held.
         m_playback.hold();
         m_playback.seek(0, NormalSpeed);
@@ -482,7 +481,7 @@ void Player::onEnded()
     const auto next = m_queue.following();
     const int64_t last = std::max(m_track.facts().duration, m_playback.position());
     const bool isSame = next == m_queue.current();
-    if (isSame && m_playback.position() > 0 && seekTo(0, m_playback.rate())) {
+    if (isSame && m_playback.position() > 0 && seekTo(0, m_playback.speed())) {
         prepareFollowing();
         reportStatus();
     } else if (next && (!isSame || (m_playback.position() > 0 && !m_track.facts().isSeekable))) {
@@ -518,10 +517,10 @@ void Player::onFailed(const Result &cause)
     }
     if (m_phase == Phase::Running && m_settings.pausesWithDevice && result.code == ErrorCode::OutputUnavailable) {
         // The device took the stream along; it goes on with another one when the application wants.
-        m_settings.speed = 0;
+        m_settings.speed = Paused;
         m_phase = Phase::Starting;
         load();
-        m_reports.speed(0);
+        m_reports.speed(Paused);
         return;
     }
     if (m_answer && result.code == ErrorCode::UnsupportedMediaType && std::exchange(m_mayBePlaylist, false)) {
@@ -643,7 +642,7 @@ void Player::reportStatus()
 
 void Player::restartStatusTimer()
 {
-    const bool isWanted = m_phase == Phase::Running && m_settings.speed != 0;
+    const bool isWanted = m_phase == Phase::Running && !m_settings.speed.isPaused();
     m_statusTimer.reset(isWanted ? g_timeout_add(m_settings.interval, onStatusDue, this) : 0);
 }
 

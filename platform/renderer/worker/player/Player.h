@@ -29,7 +29,7 @@ public:
     void close();
     Result play();
     void stop();
-    Result setSpeed(int speed);
+    Result setSpeed(Speed speed);
     Result seek(unsigned track, int64_t position);
     /** In the current track. */
     int64_t position() const;
@@ -81,7 +81,7 @@ private:
     void fail(const Result &result);
     /** The queue is over, with the track that was played last. */
     void complete(unsigned track, int64_t last);
-    bool seekTo(int64_t position, int rate);
+    bool seekTo(int64_t position, Speed speed);
     Result begin();
     void proceed();
     void holdAtBeginning();

@@ -81,10 +81,10 @@ void Reports::silent()
     m_send(event("silent"));
 }
 
-void Reports::speed(int speed)
+void Reports::speed(Speed speed)
 {
     std::string lines = event("speed");
-    pps::appendNumber(lines, "speed", speed);
+    pps::appendNumber(lines, "speed", speed.thousandths);
     m_send(lines);
 }
 

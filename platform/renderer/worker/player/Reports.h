@@ -1,6 +1,7 @@
 #pragma once
 
 #include <renderer/common/Error.h>
+#include <renderer/common/Speed.h>
 #include <renderer/worker/media/Facts.h>
 #include <renderer/worker/media/Queue.h>
 
@@ -29,7 +30,7 @@ public:
     /** What is opened plays into nothing, because no sound server answers. */
     void silent();
     /** The speed became another one without having been asked for. */
-    void speed(int speed);
+    void speed(Speed speed);
     void ended(unsigned track, int64_t position);
     void failed(const Result &result, unsigned track, int64_t position);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <renderer/common/Names.h>
+#include <renderer/common/Speed.h>
 #include <renderer/worker/pipeline/Piece.h>
 
 #include <map>
@@ -9,7 +10,7 @@ namespace voro::renderer {
 
 /** What the application set. */
 struct Settings {
-    int speed = 1000;
+    Speed speed;
     guint interval = 1000;
     long volume = 100;
     Preset preset = Preset::Off;

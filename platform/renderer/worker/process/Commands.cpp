@@ -94,7 +94,7 @@ Result Commands::handleNow(const std::string &command, const pps::Message &messa
         return m_player.play();
     }
     if (command == "speed") {
-        return m_player.setSpeed(static_cast<int>(message.number("speed")));
+        return m_player.setSpeed({static_cast<int>(message.number("speed"))});
     }
     if (command == "seek") {
         return m_player.seek(static_cast<unsigned>(message.number("track", 1)), message.number("position"));
@@ -209,7 +209,7 @@ Result Commands::findScreen(const pps::Message &message)
 /** What a message sets; what it leaves out stays as it is. */
 Settings Commands::read(const pps::Message &message, Settings settings)
 {
-    settings.speed = static_cast<int>(message.number("speed", settings.speed));
+    settings.speed = {static_cast<int>(message.number("speed", settings.speed.thousandths))};
     settings.interval = static_cast<guint>(message.number("interval", settings.interval));
     settings.volume = message.number("volume", settings.volume);
     settings.preset = parseName<Preset>(message.text("eq_preset")).value_or(Preset::Off);
