@@ -67,19 +67,14 @@ ErrorCode codeOf(int openingError)
 } // namespace
 
 Medium::Medium(std::string_view url)
-{
-    if (url.starts_with(FileScheme)) {
-        m_text = url.substr(FileScheme.size());
-        m_isLocal = true;
-    } else {
-        m_text = url;
-        m_isLocal = !hasScheme(url);
-    }
-}
+    : m_url(url),
+      m_start(url.starts_with(FileScheme) ? FileScheme.size() : 0),
+      m_isLocal(m_start > 0 || !hasScheme(url))
+{}
 
 std::string Medium::uri() const
 {
-    return m_isLocal ? "file://" + percentEncode(m_text) : m_text;
+    return m_isLocal ? "file://" + percentEncode(path()) : m_url;
 }
 
 bool Medium::isNetworkScheme(std::string_view scheme)
@@ -92,23 +87,23 @@ Result Medium::check() const
 {
     if (!m_isLocal) {
         // Other schemes name what is the worker's own, its open files for example.
-        const std::string scheme = lowerCase(m_text.substr(0, m_text.find(':')));
+        const std::string scheme = lowerCase(m_url.substr(0, m_url.find(':')));
         return isNetworkScheme(scheme) ? Result()
                                        : Result(ErrorCode::UnsupportedMediaType, "media cannot come by " + scheme);
     }
-    if (m_text.empty()) {
+    if (path().empty()) {
         return {ErrorCode::SourceUnavailable, "no source"};
     }
-    const LocalFile::Shared file = openLocal(m_text, Freshness::Now);
+    const LocalFile::Shared file = openLocal(path(), Freshness::Now);
     if (file->error() == EMEDIUMTYPE) {
-        return {ErrorCode::UnsupportedMediaType, m_text + " is no file"};
+        return {ErrorCode::UnsupportedMediaType, path() + " is no file"};
     }
     if (!file->isOpen()) {
         const char *problem = file->error() == ETIMEDOUT ? "the disk does not answer" : std::strerror(file->error());
-        return {codeOf(file->error()), m_text + ": " + problem};
+        return {codeOf(file->error()), path() + ": " + problem};
     }
     if (file->size() == 0) {
-        return {ErrorCode::ResourceCorrupted, m_text + " is empty"};
+        return {ErrorCode::ResourceCorrupted, path() + " is empty"};
     }
     return {};
 }
@@ -134,7 +129,7 @@ bool Medium::isPlaylistText(std::string_view head)
 bool Medium::isNamedLikePlaylist() const
 {
     constexpr std::array Extensions{".m3u", ".pls", ".xspf", ".asx", ".m3u8"};
-    const std::string name = lowerCase(m_isLocal ? m_text : m_text.substr(0, m_text.find_first_of("?#")));
+    const std::string name = lowerCase(m_isLocal ? m_url : m_url.substr(0, m_url.find_first_of("?#")));
     // An m3u8 on the net is nearly always a stream's own index.
     const auto end = Extensions.end() - (m_isLocal ? 0 : 1);
     return std::any_of(Extensions.begin(), end, [&](std::string_view extension) { return name.ends_with(extension); });
@@ -145,7 +140,7 @@ bool Medium::isPlaylist() const
     if (!m_isLocal) {
         return isNamedLikePlaylist();
     }
-    const std::string head = openLocal(m_text)->at(0, HeadSize);
+    const std::string head = openLocal(path())->at(0, HeadSize);
     if (isPlaylistText(head)) {
         return true;
     }
@@ -160,7 +155,7 @@ bool Medium::beginsLikeMedium() const
     if (!m_isLocal) {
         return false;
     }
-    const std::string head = openLocal(m_text)->at(0, HeadSize);
+    const std::string head = openLocal(path())->at(0, HeadSize);
     return head.find("ftyp") == 4 || std::any_of(Beginnings.begin(), Beginnings.end(), [&](std::string_view beginning) {
                return head.starts_with(beginning);
            });

@@ -7,16 +7,22 @@
 
 namespace voro::renderer {
 
-/** A medium as an input URL names it. */
+/** A medium as an input URL names it. Made where the URL is read, and carried from there. */
 class Medium {
 public:
+    /** None. */
+    Medium() = default;
     /** A bare path or `file://PATH`, both as they stand and never decoded, or any other URL. */
     explicit Medium(std::string_view url);
 
+    /** Whether there is no URL. */
+    bool isEmpty() const { return m_url.empty(); }
     /** Whether it is a file of this machine. */
     bool isLocal() const { return m_isLocal; }
+    /** The URL as it was given. */
+    const std::string &url() const { return m_url; }
     /** The path of a local file. */
-    const std::string &path() const { return m_text; }
+    std::string path() const { return m_url.substr(m_start); }
     /** The medium as a proper URI, percent-encoded. */
     std::string uri() const;
 
@@ -39,9 +45,13 @@ public:
     /** Whether a local file begins like a medium of a common format. */
     bool beginsLikeMedium() const;
 
+    bool operator==(const Medium &) const = default;
+
 private:
-    std::string m_text;
-    bool m_isLocal;
+    std::string m_url;
+    /** Where the path begins. */
+    size_t m_start = 0;
+    bool m_isLocal = true;
 };
 
 } // namespace voro::renderer

@@ -1,7 +1,6 @@
 #include "Context.h"
 
 #include <pps/Log.h>
-#include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 
 #include <algorithm>
@@ -166,7 +165,7 @@ std::string Context::returnText() const
     pps::appendNumber(lines, "speed", m_speed.thousandths);
     lines += m_journal.toText();
     if (m_input) {
-        pps::appendText(lines, "url", m_input->url);
+        pps::appendText(lines, "url", m_input->medium.url());
         pps::appendText(lines, "type", nameOf(m_input->type));
     }
     return lines;
@@ -182,14 +181,14 @@ void Context::restore(const pps::Message &message)
         }
     }
     const auto type = parseName<InputType>(message.text("type"));
-    const Journal::Input input{message.text("url"), type.value_or(InputType::AutoList)};
+    const Journal::Input input{Medium(message.text("url")), type.value_or(InputType::AutoList)};
     m_speed = parseSpeed(message.number("speed", -1), input.isRecording()).value_or(NormalSpeed);
-    if (!type || input.url.empty() || input.url.size() > MaximumUrl || !m_journal.checkInput(input)) {
+    if (!type || input.medium.isEmpty() || input.medium.url().size() > MaximumUrl || !m_journal.checkInput(input)) {
         return;
     }
     const Folder::Will will = m_folder.restore(message.text("will"), m_speed);
     m_input = input;
-    m_deadlyUrl = Medium(input.url).uri();
+    m_deadlyUri = input.medium.uri();
     m_state = State::Stopped;
     m_hasEnded = true;
     m_total = will.total;

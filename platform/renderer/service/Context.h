@@ -166,9 +166,9 @@ private:
     /** The settings that the engine was told last. */
     std::string m_settings;
 
-    /** How many engines died in a row with the medium of this URL. */
+    /** How many engines died in a row with the medium of this URI. */
     int m_deaths = 0;
-    std::string m_deadlyUrl;
+    std::string m_deadlyUri;
 };
 
 } // namespace voro::renderer

@@ -1,6 +1,5 @@
 #include "Context.h"
 
-#include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 
 #include <utility>
@@ -10,8 +9,8 @@ namespace voro::renderer {
 void Context::inputAttach(const pps::Message &message)
 {
     const auto type = parseName<InputType>(message.text("type"));
-    const Journal::Input input{message.text("url"), type.value_or(InputType::AutoList)};
-    if (!type || input.url.size() > MaximumUrl) {
+    const Journal::Input input{Medium(message.text("url")), type.value_or(InputType::AutoList)};
+    if (!type || input.medium.url().size() > MaximumUrl) {
         refuseInput({ErrorCode::InvalidParameter, "the URL is too long or the type unknown"});
     } else if (const Result problem = m_journal.checkInput(input); !problem) {
         refuseInput(problem);
@@ -24,9 +23,8 @@ void Context::inputAttach(const pps::Message &message)
 
 void Context::attach(const Journal::Input &input)
 {
-    const std::string url = Medium(input.url).uri();
-    if (url != m_deadlyUrl) {
-        m_deadlyUrl = url;
+    if (const std::string uri = input.medium.uri(); uri != m_deadlyUri) {
+        m_deadlyUri = uri;
         m_deaths = 0;
     }
     if (m_deaths >= MostDeaths) {

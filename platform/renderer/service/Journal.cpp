@@ -5,7 +5,6 @@
 
 #include <pps/Text.h>
 #include <renderer/common/FrameQueue.h>
-#include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/common/Window.h>
 
@@ -136,7 +135,7 @@ Result Journal::checkInput(const Input &input) const
                                    : Result(ErrorCode::UnsupportedOperation, "only the audio input can be recorded");
     }
     int channels = 0;
-    return input.isRecording() ? parseAudioInput(input.url, channels) : Result();
+    return input.isRecording() ? parseAudioInput(input.medium.url(), channels) : Result();
 }
 
 Result Journal::detachOutput(int id)
@@ -313,7 +312,7 @@ Reach Journal::reachFor(const Input &input) const
         return !url.empty() && !Medium(url).isLocal();
     };
     const Parameters first = firstTrack(input.type);
-    reach.network = isScreenFar || !Medium(input.url).isLocal() || hasFarCaptions(std::pair(1, first))
+    reach.network = isScreenFar || !input.medium.isLocal() || hasFarCaptions(std::pair(1, first))
                     || std::ranges::any_of(m_tracks, hasFarCaptions);
     return reach;
 }
@@ -321,7 +320,7 @@ Reach Journal::reachFor(const Input &input) const
 std::string Journal::openLines(const Input &input, Speed speed, const std::optional<TrackPosition> &start) const
 {
     std::string lines;
-    pps::appendText(lines, "url", input.url);
+    pps::appendText(lines, "url", input.medium.url());
     pps::appendText(lines, "type", nameOf(input.type));
     pps::appendNumber(lines, "speed", speed.thousandths);
     if (start) {
@@ -334,7 +333,7 @@ std::string Journal::openLines(const Input &input, Speed speed, const std::optio
 std::string Journal::recordingLines(const Input &input) const
 {
     int channels = 0;
-    parseAudioInput(input.url, channels);
+    parseAudioInput(input.medium.url(), channels);
     std::string lines;
     pps::appendNumber(lines, "channels", channels);
     pps::appendText(lines, "format", file() ? file()->format().extension : std::string_view());

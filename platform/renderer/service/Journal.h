@@ -4,6 +4,7 @@
 #include "Session.h"
 
 #include <pps/Text.h>
+#include <renderer/common/Medium.h>
 #include <renderer/common/Names.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Reach.h>
@@ -29,7 +30,7 @@ public:
         std::shared_ptr<RecordingFile> file;
     };
     struct Input {
-        std::string url;
+        Medium medium;
         InputType type = InputType::AutoList;
         bool isRecording() const { return type == InputType::Track; }
     };

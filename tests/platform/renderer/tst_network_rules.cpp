@@ -69,7 +69,7 @@ void tst_NetworkRules::mediumFromTheNet_leadsNoCloser()
     QFETCH(const QByteArray, captions);
     QFETCH(const QByteArray, target);
     NetworkRules rules;
-    rules.setNamed(medium.toStdString(), {captions.toStdString()});
+    rules.setNamed(Medium(medium.toStdString()), {captions.toStdString()});
     if (!resolved.isEmpty()) {
         sockaddr_storage storage = addressOf(resolved);
         addrinfo info{};
@@ -90,9 +90,9 @@ void tst_NetworkRules::connectionsAreAsked()
         ::connect(socket, reinterpret_cast<const sockaddr *>(&storage), sizeof(sockaddr_in));
         return errno;
     };
-    NetworkRules::instance().setNamed("http://203.0.113.1/a", {});
+    NetworkRules::instance().setNamed(Medium("http://203.0.113.1/a"), {});
     QCOMPARE(attempt(), EACCES);
-    NetworkRules::instance().setNamed("http://127.0.0.1/a", {});
+    NetworkRules::instance().setNamed(Medium("http://127.0.0.1/a"), {});
     QCOMPARE(attempt(), ECONNREFUSED);
     ::close(socket);
 }

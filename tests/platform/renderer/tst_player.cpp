@@ -37,7 +37,7 @@ public:
     void setSource(const Rectangle &) override {}
     bool load(const Piece &piece) override
     {
-        m_log += " load:" + nameOf(piece.uri) + (piece.outputs.isAudible ? "" : ":silent")
+        m_log += " load:" + nameOf(piece.medium.uri()) + (piece.outputs.isAudible ? "" : ":silent")
                  + (piece.isChanging ? ":soon" : "");
         time = 0;
         m_speed = NormalSpeed;
@@ -45,7 +45,7 @@ public:
         m_succession.setUnknown();
         return true;
     }
-    void loadAhead(const Piece &piece) override { m_log += " ahead:" + nameOf(piece.uri); }
+    void loadAhead(const Piece &piece) override { m_log += " ahead:" + nameOf(piece.medium.uri()); }
     void run() override
     {
         m_log += " run";
@@ -90,9 +90,9 @@ class FakeProbe : public Probe {
 public:
     explicit FakeProbe(std::string &log) : m_log(log) {}
 
-    void start(const std::string &uri, Done found) override
+    void start(const Medium &medium, Done found) override
     {
-        m_log += " probe:" + nameOf(uri);
+        m_log += " probe:" + nameOf(medium.uri());
         done = std::move(found);
     }
     void cancel() override { done = nullptr; }

@@ -111,10 +111,9 @@ std::string subRipOfScript(const std::string &script)
     return result;
 }
 
-std::string CaptionFile::open(const std::string &url)
+std::string CaptionFile::open(const Medium &medium)
 {
     m_copy.reset();
-    const Medium medium(url);
     if (!medium.check()) {
         return {};
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <pps/Fd.h>
+#include <renderer/common/Medium.h>
 
 #include <string>
 
@@ -14,7 +15,7 @@ public:
      * what has an unknown encoding it is the medium's own, of a file that cannot be read it is empty. It is valid until
      * the next call.
      */
-    std::string open(const std::string &url);
+    std::string open(const Medium &medium);
     void close() { m_copy.reset(); }
 
 private:

@@ -25,17 +25,16 @@ Owned<GstCaps> capsOf(GstElement *sink)
 
 } // namespace
 
-void Probe::start(const std::string &uri, Done done)
+void Probe::start(const Medium &medium, Done done)
 {
     cancel();
     m_done = std::move(done);
     m_facts = {};
-    m_uri = uri;
-    const Owned<char> path(g_filename_from_uri(uri.c_str(), nullptr, nullptr));
-    if (!path || !isReadBestByLibavformat(path.get()) || !openOtherWay()) {
-        open(uri);
+    m_uri = medium.uri();
+    if (!medium.isLocal() || !isReadBestByLibavformat(medium.path()) || !openOtherWay()) {
+        open(m_uri);
     }
-    m_timer.reset(g_timeout_add(path ? LongestSilence : LongestWait, onTimeout, this));
+    m_timer.reset(g_timeout_add(medium.isLocal() ? LongestSilence : LongestWait, onTimeout, this));
 }
 
 bool Probe::openOtherWay()

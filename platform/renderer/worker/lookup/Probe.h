@@ -3,6 +3,7 @@
 #include "OpenMedia.h"
 
 #include <renderer/common/Error.h>
+#include <renderer/common/Medium.h>
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/media/Facts.h>
 #include <renderer/worker/media/TagPrecedence.h>
@@ -23,7 +24,7 @@ public:
     Probe &operator=(const Probe &) = delete;
 
     /** Calls `done` from the main loop. */
-    virtual void start(const std::string &uri, Done done);
+    virtual void start(const Medium &medium, Done done);
     virtual void cancel();
 
 private:

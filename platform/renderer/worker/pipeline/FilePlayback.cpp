@@ -29,8 +29,9 @@ FilePlayback::~FilePlayback()
 bool FilePlayback::load(const Piece &piece)
 {
     unload();
-    const bool isAhead = m_aheadTimer.isActive() && piece.uri == m_piece.uri && piece.outputs == m_piece.outputs
-                         && piece.isChanging == m_piece.isChanging;
+    // It is asked for with another URL for the same file.
+    const bool isAhead = m_aheadTimer.isActive() && piece.medium.uri() == m_piece.medium.uri()
+                         && piece.outputs == m_piece.outputs && piece.isChanging == m_piece.isChanging;
     if (isAhead && !piece.hasCaptionFile()) {
         begin();
         adoptAhead();
@@ -92,12 +93,11 @@ bool FilePlayback::take(const Piece &piece)
 {
     const std::lock_guard lock(m_mutex);
     m_piece = piece;
-    m_isTaken = !piece.hasCaptionFile() && append(piece.uri);
+    m_isTaken = !piece.hasCaptionFile() && append(piece.medium.uri());
     m_tags.reset();
     if (m_isTaken && m_tracks.back().chain->format() == FileFormat::TaggedMp3) {
         // The demultiplexer keeps its tags to itself when others read through it.
-        const Owned<char> path(g_filename_from_uri(piece.uri.c_str(), nullptr, nullptr));
-        m_tags = id3Tags(path.get());
+        m_tags = id3Tags(piece.medium.path());
     }
     return m_isTaken;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <renderer/common/Medium.h>
 #include <renderer/worker/video/FrameChannel.h>
 
 #include <string>
@@ -34,25 +35,24 @@ struct Outputs {
 
 /** Which captions a track is shown with. */
 struct CaptionChoice {
-    /** Captions from elsewhere, as an input URL; empty without. */
-    std::string url;
+    /** Captions from elsewhere, if there are any. */
+    Medium medium;
     int index = 0;
     bool areShown = true;
 };
 
 /** A medium to be played, and how. */
 struct Piece {
-    std::string uri;
+    Medium medium;
     CaptionChoice captions;
     Outputs outputs;
     /** Whether volume or equalizer are being changed, which is to be heard soon. */
     bool isChanging = false;
 
-    bool isLocal() const { return uri.starts_with("file:"); }
     /** Whether it may be decoded long before it is heard: sound alone, of this machine. */
-    bool mayBeFarAhead() const { return !isChanging && isLocal() && !outputs.hasVideo && !outputs.hasCaptions; }
+    bool mayBeFarAhead() const { return !isChanging && medium.isLocal() && !outputs.hasVideo && !outputs.hasCaptions; }
     /** Whether captions come from a file of their own; one whose texts nobody takes would end the medium. */
-    bool hasCaptionFile() const { return outputs.hasCaptions && !captions.url.empty(); }
+    bool hasCaptionFile() const { return outputs.hasCaptions && !captions.medium.isEmpty(); }
 };
 
 } // namespace voro::renderer

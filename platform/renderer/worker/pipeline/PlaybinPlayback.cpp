@@ -70,7 +70,7 @@ bool PlaybinPlayback::load(const Piece &piece)
     unload();
     m_piece = piece;
     m_isCaptionFileBad = false;
-    m_ways.begin(piece.uri);
+    m_ways.begin(piece.medium);
     open(false);
     return true;
 }
@@ -126,7 +126,7 @@ void PlaybinPlayback::open(bool needsPicture)
                  m_captionUri.empty() ? nullptr : m_captionUri.c_str(), "flags", flags(), nullptr);
     gst_element_set_state(pipeline(), GST_STATE_PAUSED);
     constexpr guint LongestSilence = 4'000;
-    m_silence.reset(m_ways.isOwn() && m_piece.isLocal() ? g_timeout_add(LongestSilence, onSilence, this) : 0);
+    m_silence.reset(m_ways.isOwn() && m_piece.medium.isLocal() ? g_timeout_add(LongestSilence, onSilence, this) : 0);
 }
 
 /** Prepares what shows captions; the URI of those from elsewhere, empty without. */
@@ -138,7 +138,7 @@ std::string PlaybinPlayback::openCaptions()
         m_captions.setWindow(m_piece.outputs.hasCaptions ? m_piece.outputs.captionWindow : Window());
     }
     m_captions.setShown(m_piece.captions.areShown);
-    std::string uri = showsCaptionFile() ? m_captionFile.open(m_piece.captions.url) : std::string();
+    std::string uri = showsCaptionFile() ? m_captionFile.open(m_piece.captions.medium) : std::string();
     m_isCaptionFileBad = m_piece.hasCaptionFile() && uri.empty();
     if (!uri.empty()) {
         m_captionTimer.reset(g_timeout_add(StandstillInterval, onStandstillDue, this));
@@ -166,7 +166,7 @@ unsigned PlaybinPlayback::flags() const
     if (showsCaptionFile() || (m_piece.outputs.hasCaptions && m_piece.captions.areShown)) {
         flags |= PlayText;
     }
-    if (!m_piece.isLocal()) {
+    if (!m_piece.medium.isLocal()) {
         flags |= BufferStreams;
     }
     return flags;

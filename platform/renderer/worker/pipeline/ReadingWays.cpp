@@ -5,13 +5,12 @@
 
 namespace voro::renderer {
 
-void ReadingWays::begin(const std::string &uri)
+void ReadingWays::begin(const Medium &medium)
 {
-    m_uri = uri;
+    m_uri = medium.uri();
     m_firstFailure.reset();
     // GStreamer's own elements tell no tags of some formats, or wrong durations.
-    const Owned<char> path(g_filename_from_uri(uri.c_str(), nullptr, nullptr));
-    m_isLibav = path && isReadBestByLibavformat(path.get()) && !libavUri(uri).empty();
+    m_isLibav = medium.isLocal() && isReadBestByLibavformat(medium.path()) && !libavUri(m_uri).empty();
 }
 
 bool ReadingWays::takeOther(const Failure &failure)

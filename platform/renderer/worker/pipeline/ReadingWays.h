@@ -1,5 +1,6 @@
 #pragma once
 
+#include <renderer/common/Medium.h>
 #include <renderer/worker/gst/Failure.h>
 
 #include <optional>
@@ -11,7 +12,7 @@ namespace voro::renderer {
 class ReadingWays {
 public:
     /** Takes the better way for this medium. */
-    void begin(const std::string &uri);
+    void begin(const Medium &medium);
     /** Takes the other way; false when it was taken before or would not help. Without a failure the present way plays a
         part of the medium. */
     bool takeOther(const Failure &failure);

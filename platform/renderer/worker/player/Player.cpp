@@ -58,7 +58,7 @@ void Player::open(const Medium &medium, bool isPlaylist, unsigned track, int64_t
         // The one tells the application to try the other.
         finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist" : "a playlist"});
         if (isPlaylist) {
-            m_playback.loadAhead({medium.uri(), {}, m_settings.outputs});
+            m_playback.loadAhead({medium, {}, m_settings.outputs});
         }
     } else if (!isPlaylist) {
         m_queue.assign({{medium, {}}});
@@ -98,7 +98,7 @@ void Player::load()
     m_probe.cancel();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
-    m_playback.load({uri(track), captions(track), m_settings.outputs, m_isChanging});
+    m_playback.load({medium(track), captions(track), m_settings.outputs, m_isChanging});
     prepareFollowing();
 }
 
@@ -338,9 +338,10 @@ bool Player::seekTo(int64_t position, Speed speed)
 
 void Player::apply(const Settings &settings)
 {
-    const bool isOtherPlace = settings.outputs != m_settings.outputs
-                              || (m_queue.total() > 0 && settings.captions.contains(m_queue.current())
-                                  && settings.captions.at(m_queue.current()).url != captions(m_queue.current()).url);
+    const bool isOtherPlace =
+        settings.outputs != m_settings.outputs
+        || (m_queue.total() > 0 && settings.captions.contains(m_queue.current())
+            && settings.captions.at(m_queue.current()).medium != captions(m_queue.current()).medium);
     const bool isHeardLate = m_playback.isFarAhead() && isOpen() && m_track.facts().isSeekable
                              && (settings.volume != m_settings.volume || settings.preset != m_settings.preset);
     m_isChanging |= isHeardLate;
@@ -377,7 +378,7 @@ void Player::prepareFollowing()
     for (;;) {
         const auto next = m_queue.following();
         const bool isNormal = m_settings.speed.isPaused() || m_settings.speed == NormalSpeed;
-        if (!next || !isNormal || m_playback.speed() != NormalSpeed || !captions(*next).url.empty()) {
+        if (!next || !isNormal || m_playback.speed() != NormalSpeed || !captions(*next).medium.isEmpty()) {
             m_playback.succession().set({});
             return;
         }
@@ -398,7 +399,7 @@ void Player::prepareFollowing()
             return;
         }
         if (medium(*next).check()) {
-            m_probe.start(uri(*next), [this, track = *next](const Result &result, Facts facts) {
+            m_probe.start(medium(*next), [this, track = *next](const Result &result, Facts facts) {
                 onProbed(track, result, std::move(facts));
             });
             return;

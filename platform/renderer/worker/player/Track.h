@@ -43,7 +43,7 @@ public:
 
 private:
     Listener m_listener;
-    Medium m_medium{{}};
+    Medium m_medium;
     Facts m_facts;
     Extent m_extent;
     Measure m_measure;

@@ -128,16 +128,15 @@ void Commands::open(const pps::Message &message)
         return;
     }
     const int64_t id = message.number("id");
-    const Medium medium(message.text("url"));
-    m_handed.expect(medium.isLocal() ? medium.path() : std::string(), id);
-    m_url = message.text("url");
+    m_medium = Medium(message.text("url"));
+    m_handed.expect(m_medium.isLocal() ? m_medium.path() : std::string(), id);
     nameHosts(message);
     if (const Result problem = findScreen(message); !problem) {
         reply("open", id, problem);
         return;
     }
     m_player.apply(read(message, {}));
-    m_player.open(medium, parseName<InputType>(message.text("type")) == InputType::Playlist,
+    m_player.open(m_medium, parseName<InputType>(message.text("type")) == InputType::Playlist,
                   static_cast<unsigned>(message.number("track", 1)), message.number("position"),
                   [this, id](const Result &result) { reply("open", id, result); });
 }
@@ -191,7 +190,7 @@ void Commands::nameHosts(const pps::Message &message) const
             others.push_back(parameters->text("subpicture_url"));
         }
     }
-    NetworkRules::instance().setNamed(m_url, others);
+    NetworkRules::instance().setNamed(m_medium, others);
 }
 
 /** Goes to the session in which a message wants windows to be drawn into. */
@@ -233,7 +232,7 @@ Settings Commands::read(const pps::Message &message, Settings settings)
         const auto parameters = Parameters::fromText(entry.value);
         if (track && parameters) {
             settings.captions[static_cast<unsigned>(*track)] = {
-                parameters->text("subpicture_url"), static_cast<int>(parameters->number("subpicture_index", 0)),
+                Medium(parameters->text("subpicture_url")), static_cast<int>(parameters->number("subpicture_index", 0)),
                 parameters->text("subpicture_disable") != "1"};
         }
     }

@@ -35,8 +35,7 @@ private:
     HandedFiles &m_handed;
     Link m_link;
     Source m_fileSource;
-    /** Of the medium. */
-    std::string m_url;
+    Medium m_medium;
     /** What the next recording is written into. */
     pps::Fd m_file;
     FrameChannels m_frames;

@@ -6,7 +6,6 @@
 #include <dlfcn.h>
 #include <glib.h>
 #include <netinet/in.h>
-#include <renderer/common/Medium.h>
 #include <sys/syscall.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -122,14 +121,13 @@ NetworkRules &NetworkRules::instance()
     return rules;
 }
 
-void NetworkRules::setNamed(const std::string &medium, const std::vector<std::string> &others)
+void NetworkRules::setNamed(const Medium &medium, const std::vector<std::string> &others)
 {
     const std::lock_guard lock(m_mutex);
-    const bool isLocal = Medium(medium).isLocal();
-    const std::string host = isLocal ? std::string() : hostOf(medium);
-    if (host != m_medium || isLocal) {
+    const std::string host = medium.isLocal() ? std::string() : hostOf(medium.url());
+    if (host != m_medium || medium.isLocal()) {
         m_addresses.clear();
-        m_closest = isLocal ? Zone::Machine : Zone::World;
+        m_closest = medium.isLocal() ? Zone::Machine : Zone::World;
     }
     m_medium = host;
     m_others.clear();

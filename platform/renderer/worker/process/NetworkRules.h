@@ -1,6 +1,7 @@
 #pragma once
 
 #include <netdb.h>
+#include <renderer/common/Medium.h>
 #include <sys/socket.h>
 
 #include <mutex>
@@ -31,7 +32,7 @@ public:
     static NetworkRules &instance();
 
     /** Takes over what the user names: a medium, and the URLs of others. */
-    void setNamed(const std::string &medium, const std::vector<std::string> &others);
+    void setNamed(const Medium &medium, const std::vector<std::string> &others);
     /** Learns which addresses a name has. */
     void learn(const std::string &host, const addrinfo *addresses);
     bool mayConnect(const sockaddr &address) const;
