@@ -20,7 +20,7 @@ Result RequestChannel::call(std::string_view command, std::string_view lines)
     const int64_t id = ++m_lastId;
     m_answer = {};
     m_isUnsent = false;
-    if (m_isLost || !m_connection.write(request(command, id).append(lines))) {
+    if (m_isLost || !m_connection.write(beginRequest(command, id).append(lines))) {
         m_isUnsent = m_isLost = m_isLost || m_connection.error() == ECONNRESET;
         const bool isRefused = m_connection.error() == EMSGSIZE || m_connection.error() == EINVAL;
         return isRefused ? Result(ErrorCode::InvalidParameter, "the request cannot be sent")

@@ -18,6 +18,9 @@ enum class InputType { AutoList, Playlist, Track };
 /** What an output shows or writes. */
 enum class OutputType { Audio, Video, Captions, File };
 
+/** What is done with the buffer of a medium. */
+enum class BufferStatus { Idle, Buffering, Playing };
+
 /** What is played again at its end. */
 enum class RepeatMode { None, Track, All };
 
@@ -75,6 +78,13 @@ inline constexpr auto Names<OutputType> = std::to_array<Name<OutputType>>({
 });
 
 template<>
+inline constexpr auto Names<BufferStatus> = std::to_array<Name<BufferStatus>>({
+    {BufferStatus::Idle, "idle"},
+    {BufferStatus::Buffering, "buffering"},
+    {BufferStatus::Playing, "playing"},
+});
+
+template<>
 inline constexpr auto Names<RepeatMode> = std::to_array<Name<RepeatMode>>({
     {RepeatMode::None, "none"},
     {RepeatMode::Track, "track"},
@@ -103,15 +113,18 @@ inline constexpr auto Names<Preset> = std::to_array<Name<Preset>>({
     {Preset::SpokenWord, "spokenword"},
 });
 
-/** The value of that name, if there is one. */
 template<typename Value>
+concept Named = requires { Names<Value>.size(); };
+
+/** The value of that name, if there is one. */
+template<Named Value>
 std::optional<Value> parseName(std::string_view text)
 {
     const auto found = std::ranges::find(Names<Value>, text, &Name<Value>::text);
     return found == Names<Value>.end() ? std::nullopt : std::optional(found->value);
 }
 
-template<typename Value>
+template<Named Value>
 std::string_view nameOf(Value value)
 {
     return std::ranges::find(Names<Value>, value, &Name<Value>::value)->text;

@@ -8,7 +8,7 @@ constexpr size_t MaximumCause = 1024;
 
 } // namespace
 
-std::string request(std::string_view command, int64_t id)
+std::string beginRequest(std::string_view command, int64_t id)
 {
     std::string text;
     pps::appendText(text, "msg", command);

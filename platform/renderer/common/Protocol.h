@@ -42,11 +42,9 @@ inline constexpr std::string_view PositionName = "position";
 inline constexpr int64_t MostTracks = 10'000;
 /** How far from the current track others are shown. */
 inline constexpr unsigned Neighbourhood = 2;
-/** Before a track's number: the attribute that holds its parameters. */
-inline constexpr std::string_view TrackPrefix = "track_";
 
 /** The first lines of a request. */
-std::string request(std::string_view command, int64_t id);
+std::string beginRequest(std::string_view command, int64_t id);
 /** An answer to a request; a cause that is too long is cut. */
 std::string answer(std::string_view command, int64_t id, const Result &result);
 /** The code that a number stands for; Internal for one that is none. */

@@ -14,20 +14,6 @@ namespace {
 /** An application that does not wait for its answers is not served any more. */
 constexpr size_t MostWaiting = 256;
 
-/** The attribute lines of an event that are a track's metadata. */
-std::string metadataLines(std::string_view lines)
-{
-    std::string result;
-    pps::LineReader reader(lines);
-    for (pps::Line line; reader.next(line);) {
-        const bool isOurs = line.kind == pps::Line::Kind::Attribute && line.name != "msg" && line.name != "track";
-        if (isOurs && line.mark == 0 && result.size() + line.whole.size() < MaximumMetadata) {
-            result.append(line.whole).append("\n");
-        }
-    }
-    return result;
-}
-
 } // namespace
 
 Context::Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner, int parkingDelay)
@@ -208,57 +194,70 @@ void Context::setSilent(bool isSilent)
     }
 }
 
-void Context::engineEvent(const pps::Message &event, std::string_view lines)
+void Context::engineEvent(const Event &event)
 {
-    const std::string name = event.text("msg");
-    if (name == "status") {
-        report(event);
-    } else if (name == "track") {
-        const int64_t track = event.number("track", 1);
-        if (track >= 1 && track <= MostTracks) {
-            m_folder.setTrack(static_cast<unsigned>(track), metadataLines(lines));
-            const Kind kind{.isFilm = event.number("md_video_width") > 0,
-                            .isSeekable = event.text("md_title_seekable") == "true",
-                            .duration = event.number("md_title_duration")};
-            m_kinds[static_cast<unsigned>(track)] = kind;
-            if (kind.isFilm && m_journal.hasVideo()) {
-                m_engines.expectFilms();
-            }
-        }
-    } else if (name == "queue") {
-        m_total = static_cast<unsigned>(std::clamp<int64_t>(event.number("total"), 0, MostTracks));
-        m_position.track = static_cast<unsigned>(std::clamp<int64_t>(event.number("current", 1), 1, MostTracks));
-        m_folder.setQueue(m_position.track, m_total);
-        std::erase_if(m_kinds, [this](const auto &entry) {
-            return entry.first + Neighbourhood < m_position.track || entry.first > m_position.track + Neighbourhood;
-        });
-    } else if (name == "silent") {
-        setSilent(true);
-    } else if (name == "speed") {
-        m_isSpeedTaken = true;
-        setSpeed({static_cast<int>(event.number("speed"))});
-    } else if (name == "ended") {
-        m_deaths = 0;
-        end(ErrorCode::None, event);
-    } else if (name == "failed") {
-        const Result result = resultOf(event);
-        end(result ? ErrorCode::Internal : result.code, event);
+    std::visit(Overloaded{
+                   [this](const events::Status &status) { showStatus(status); },
+                   [this](const events::Track &track) { showTrack(track); },
+                   [this](const events::Queue &queue) { showQueue(queue); },
+                   [this](const events::Silent &) { setSilent(true); },
+                   [this](const SpeedChange &taken) {
+                       m_isSpeedTaken = true;
+                       setSpeed(taken.speed);
+                   },
+                   [this](const events::Ended &ended) {
+                       m_deaths = 0;
+                       end(ErrorCode::None, ended.position);
+                   },
+                   [this](const events::Failed &failed) {
+                       const ErrorCode code = codeOf(failed.error);
+                       end(code == ErrorCode::None ? ErrorCode::Internal : code, failed.position);
+                   },
+               },
+               event);
+}
+
+void Context::showStatus(const events::Status &status)
+{
+    constexpr int Full = 100;
+    m_position.milliseconds = status.position;
+    m_folder.setStatus({status.position, std::clamp(status.bufferLevel, 0, Full), status.bufferStatus,
+                        std::clamp(status.volume, 0, Full)});
+}
+
+void Context::showTrack(const events::Track &track)
+{
+    pps::Message known;
+    if (track.track < 1 || track.track > MostTracks || !known.parse(track.metadata)) {
+        return;
+    }
+    const auto number = static_cast<unsigned>(track.track);
+    m_folder.setTrack(number, track.metadata);
+    const Kind kind{.isFilm = known.number("md_video_width") > 0,
+                    .isSeekable = known.text("md_title_seekable") == "true",
+                    .duration = known.number("md_title_duration")};
+    m_kinds[number] = kind;
+    if (kind.isFilm && m_journal.hasVideo()) {
+        m_engines.expectFilms();
     }
 }
 
-void Context::report(const pps::Message &status)
+void Context::showQueue(const events::Queue &queue)
 {
-    m_position.milliseconds = status.number("position");
-    m_folder.setStatus(m_position.milliseconds, status.text("bufferlevel"), status.text("bufferstatus"),
-                       status.has("volume") ? status.text("volume") : std::string(Folder::NoVolume));
+    m_total = static_cast<unsigned>(std::clamp<int64_t>(queue.total, 0, MostTracks));
+    m_position.track = static_cast<unsigned>(std::clamp<int64_t>(queue.current, 1, MostTracks));
+    m_folder.setQueue(m_position.track, m_total);
+    std::erase_if(m_kinds, [this](const auto &entry) {
+        return entry.first + Neighbourhood < m_position.track || entry.first > m_position.track + Neighbourhood;
+    });
 }
 
-void Context::end(ErrorCode code, const pps::Message &event)
+void Context::end(ErrorCode code, const std::optional<int64_t> &position)
 {
     if (m_state != State::Playing) {
         return;
     }
-    m_position.milliseconds = event.number("position", m_position.milliseconds);
+    m_position.milliseconds = position.value_or(m_position.milliseconds);
     setState(State::Stopped, Folder::Ending{code, m_position});
 }
 
@@ -269,7 +268,7 @@ void Context::engineDied()
     ++m_deaths;
     if (m_input && !m_hasEnded) {
         m_resume = m_position;
-        m_folder.setStatus(m_position.milliseconds, "0/100", "idle");
+        m_folder.setStatus({m_position.milliseconds});
         setState(State::Stopped, Folder::Ending{ErrorCode::Internal, m_position});
     }
 }

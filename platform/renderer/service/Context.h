@@ -64,7 +64,7 @@ private:
     void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
     void clientMessage(pps::ClientId client, std::string_view text) override;
     void clientClosed(pps::ClientId client) override;
-    void engineEvent(const pps::Message &event, std::string_view lines) override;
+    void engineEvent(const Event &event) override;
     void engineDied() override;
     void engineNeedsNetwork() override;
 
@@ -117,8 +117,10 @@ private:
     bool canPark() const;
     void updateParking();
     void setSilent(bool isSilent);
-    void report(const pps::Message &status);
-    void end(ErrorCode code, const pps::Message &event);
+    void showStatus(const events::Status &status);
+    void showTrack(const events::Track &track);
+    void showQueue(const events::Queue &queue);
+    void end(ErrorCode code, const std::optional<int64_t> &position);
 
     std::function<void()> m_onIdle;
     pps::Broker &m_broker;
@@ -164,7 +166,7 @@ private:
     /** Where the next engine begins instead of at the beginning. */
     std::optional<TrackPosition> m_resume;
     /** The settings that the engine was told last. */
-    std::string m_settings;
+    Settings m_settings;
 
     /** How many engines died in a row with the medium of this URI. */
     int m_deaths = 0;

@@ -85,13 +85,14 @@ void Context::open(const Journal::Input &input, Engine::Done done)
     }
     m_opening = input;
     m_opened = std::move(done);
-    m_settings = m_journal.settingLines();
+    m_settings = m_journal.settings();
     m_engine->setFrameQueues(m_journal.frameQueues());
     m_isSilent = false;
-    m_engine->ask("open", m_journal.openLines(input, m_speed, m_resume), [this](const Result &result) {
-        setSilent(m_isSilent);
-        std::exchange(m_opened, nullptr)(result);
-    });
+    m_engine->ask(m_journal.openRequest(input, m_speed, m_resume.value_or(TrackPosition())),
+                  [this](const Result &result) {
+                      setSilent(m_isSilent);
+                      std::exchange(m_opened, nullptr)(result);
+                  });
 }
 
 Reach Context::neededReach(const Journal::Input &input) const
@@ -130,7 +131,7 @@ void Context::reopen(Purpose purpose, Engine::Done done)
             done(played);
         };
         if (m_isOpen && m_state == State::Playing) {
-            m_engine->ask("play", {}, goOn);
+            m_engine->ask(requests::Play{}, goOn);
         } else if (m_isOpen || purpose == Purpose::Trial || !m_engine) {
             done(result);
         } else {
@@ -168,7 +169,7 @@ void Context::closeMedium(Engine::Done done)
     // From here on nothing that happens to the worker is a matter of this medium.
     m_input.reset();
     if (m_isOpen) {
-        m_engine->ask("close", {}, closed);
+        m_engine->ask(requests::Close{}, closed);
     } else {
         closed({});
     }

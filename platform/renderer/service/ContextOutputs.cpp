@@ -1,6 +1,6 @@
 #include "Context.h"
 
-#include <renderer/common/Protocol.h>
+#include <renderer/common/Fields.h>
 
 #include <limits>
 #include <utility>
@@ -33,7 +33,7 @@ void Context::outputAttach(const pps::Message &message)
         completeRecording([this, url] { attachFile(url); });
     } else {
         int id = -1;
-        const Result result = m_journal.attachOutput(url, *type, Session::of(message), id);
+        const Result result = m_journal.attachOutput(url, *type, parseFields<Session>(message), id);
         outputAttached(result, id);
     }
 }
@@ -164,7 +164,7 @@ void Context::setParameters(const pps::Message &message, const std::function<Res
 /** Finishes a command that changed settings. */
 void Context::applySettings(const std::string &lines)
 {
-    if (!m_isOpen || m_journal.settingLines() == m_settings) {
+    if (!m_isOpen || m_journal.settings() == m_settings) {
         finish({}, lines);
     } else if (doesReach()) {
         // An engine takes whatever was checked here, and before all that follows.
@@ -188,9 +188,9 @@ void Context::tellSettings(Engine::Done done)
         reopen(Purpose::Trial, std::move(done));
         return;
     }
-    m_settings = m_journal.settingLines();
+    m_settings = m_journal.settings();
     m_engine->setFrameQueues(m_journal.frameQueues());
-    m_engine->ask("set", m_settings, std::move(done));
+    m_engine->ask(requests::Set{m_settings}, std::move(done));
 }
 
 } // namespace voro::renderer

@@ -57,7 +57,7 @@ void Context::startPlaying()
             [this, recording](const Result &result) { startRecording(recording, result); });
         return;
     }
-    m_engine->ask("play", {}, [this](const Result &result) {
+    m_engine->ask(requests::Play{}, [this](const Result &result) {
         showPlaying(result);
         finish(result);
     });
@@ -74,7 +74,7 @@ void Context::startRecording(const std::shared_ptr<OpenRecording> &recording, co
         letGo(recording, {ErrorCode::Internal, "the worker does not take the file"});
         return;
     }
-    m_engine->ask("play", {}, [this, recording](const Result &result) {
+    m_engine->ask(requests::Play{}, [this, recording](const Result &result) {
         if (result) {
             recording->keep();
             m_journal.file()->setUsed();
@@ -121,7 +121,7 @@ void Context::stop(const pps::Message &)
 
 void Context::stopPlaying(Engine::Done done)
 {
-    m_engine->ask("stop", {}, [this, done = std::move(done)](const Result &result) {
+    m_engine->ask(requests::Stop{}, [this, done = std::move(done)](const Result &result) {
         if (result) {
             m_deaths = 0;
             m_resume.reset();
@@ -152,9 +152,7 @@ void Context::speedSet(const pps::Message &message)
     // What does not play takes any speed.
     const bool canFail = m_isOpen && m_state == State::Playing;
     if (m_isOpen) {
-        std::string line;
-        pps::appendNumber(line, "speed", speed->thousandths);
-        m_engine->ask("speed", line, canFail ? Engine::Done(done) : Engine::Done([](const Result &) {}));
+        m_engine->ask(SpeedChange{*speed}, canFail ? Engine::Done(done) : Engine::Done([](const Result &) {}));
     }
     if (!canFail) {
         done({});
@@ -175,10 +173,7 @@ void Context::seek(const pps::Message &message)
         return;
     }
     if (m_isOpen) {
-        std::string lines;
-        pps::appendNumber(lines, "track", target.track);
-        pps::appendNumber(lines, "position", target.milliseconds);
-        m_engine->ask("seek", lines, [this, target](const Result &result) {
+        m_engine->ask(requests::Seek{target}, [this, target](const Result &result) {
             if (result && m_state != State::Playing) {
                 m_resume = target;
             }

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <pps/Text.h>
 #include <renderer/common/Error.h>
 #include <renderer/common/Reach.h>
+#include <renderer/common/WorkerMessages.h>
 #include <sys/types.h>
 
 #include <functional>
 #include <memory>
 #include <set>
 #include <string>
-#include <string_view>
 
 namespace voro::renderer {
 
@@ -20,7 +19,7 @@ public:
 
     virtual ~Engine() = default;
     /** Asks for something; `done` is called with the answer, with Internal when the engine dies first. */
-    virtual void ask(std::string_view command, std::string_view lines, Done done) = 0;
+    virtual void ask(const Request &request, Done done) = 0;
     /** Hands an open file over, for what is asked next; it stays the caller's as well. False when it cannot. */
     virtual bool pass(int descriptor) = 0;
     /** The frame queues that its outputs show in, for what is asked next. */
@@ -35,8 +34,7 @@ public:
 class EngineListener {
 public:
     virtual ~EngineListener() = default;
-    /** An event, as a message and as the lines that it was read from. */
-    virtual void engineEvent(const pps::Message &event, std::string_view lines) = 0;
+    virtual void engineEvent(const Event &event) = 0;
     /** It crashed or hung; it was asked for nothing any more, and may be destroyed now. */
     virtual void engineDied() = 0;
     /** The list that it was asked to open leads to the network, which it does not reach; it will not answer. */

@@ -26,14 +26,13 @@ std::string stateLines(State state, Speed speed, const std::optional<Folder::End
     return lines;
 }
 
-std::string statusLines(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
-                        std::string_view volume)
+std::string statusLines(const events::Status &status)
 {
     std::string lines;
-    pps::appendNumber(lines, "position", position);
-    pps::appendText(lines, "bufferlevel", bufferLevel);
-    pps::appendText(lines, "bufferstatus", bufferStatus);
-    pps::appendText(lines, "volume", volume);
+    pps::appendNumber(lines, "position", status.position);
+    pps::appendText(lines, "bufferlevel", std::to_string(status.bufferLevel) + "/100");
+    pps::appendText(lines, "bufferstatus", nameOf(status.bufferStatus));
+    pps::appendText(lines, "volume", std::to_string(status.volume) + "/100");
     return lines;
 }
 
@@ -60,8 +59,7 @@ void Folder::leaveWill()
     if (!m_isIdle) {
         const Ending ending = m_ending.value_or(Ending{ErrorCode::Internal, m_position});
         will = "@play-queue\n" + queueLines(m_position.track, m_total) + "@status\n"
-               + statusLines(m_position.milliseconds, "0/100", "idle", NoVolume) + "@state\n"
-               + stateLines(State::Stopped, m_speed, ending);
+               + statusLines({m_position.milliseconds}) + "@state\n" + stateLines(State::Stopped, m_speed, ending);
     }
     m_broker.setWill(m_path, will, m_shownBy, m_owner);
 }
@@ -84,7 +82,7 @@ Folder::Will Folder::restore(std::string_view will, Speed speed)
     }
     m_broker.beginReturn(m_path);
     publishQueue(restored.ending.position.track, restored.total, Fence::None);
-    setStatus(restored.ending.position.milliseconds, "0/100", "idle");
+    setStatus({restored.ending.position.milliseconds});
     setState(State::Stopped, speed, restored.ending);
     m_broker.endReturn(m_path);
     return restored;
@@ -157,25 +155,17 @@ void Folder::setTrack(unsigned track, std::string_view lines)
     }
 }
 
-void Folder::setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
-                       std::string_view volume)
+void Folder::setStatus(const events::Status &status, Fence fence)
 {
-    publishStatus(position, bufferLevel, bufferStatus, volume, Fence::None);
+    m_position.milliseconds = status.position;
+    m_status = status;
+    leaveWill();
+    publish("status", statusLines(status), fence);
 }
 
 void Folder::setPosition(int64_t position)
 {
-    setStatus(position, std::string(m_bufferLevel), std::string(m_bufferStatus));
-}
-
-void Folder::publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
-                           std::string_view volume, Fence fence)
-{
-    m_position.milliseconds = position;
-    m_bufferLevel = bufferLevel;
-    m_bufferStatus = bufferStatus;
-    leaveWill();
-    publish("status", statusLines(position, bufferLevel, bufferStatus, volume), fence);
+    setStatus({position, m_status.bufferLevel, m_status.bufferStatus});
 }
 
 /** Shows a track of which nothing is known. */
@@ -194,7 +184,7 @@ void Folder::clearMedium(unsigned track)
 {
     publishUnknownTrack(track, Fence::Hold);
     publishQueue(track, 0, Fence::Hold);
-    publishStatus(0, "0/100", "idle", NoVolume, Fence::Hold);
+    setStatus({}, Fence::Hold);
     forgetTracks(track, track);
 }
 

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <pps/broker/Broker.h>
-#include <renderer/common/Names.h>
 #include <renderer/common/Parameters.h>
-#include <renderer/common/Speed.h>
-#include <renderer/common/TrackPosition.h>
+#include <renderer/common/WorkerMessages.h>
 
 #include <optional>
 #include <set>
@@ -21,9 +19,6 @@ public:
         ErrorCode code;
         TrackPosition position;
     };
-
-    /** The volume of what does not record. */
-    static constexpr std::string_view NoVolume = "0/100";
 
     /** What the application and its medium say is charged to the application's process, the owner. */
     Folder(pps::Broker &broker, std::string path, pid_t owner)
@@ -53,8 +48,7 @@ public:
      * The metadata of a track, as attribute lines. When the owner cannot have so much, nothing is known of the track.
      */
     void setTrack(unsigned track, std::string_view lines);
-    void setStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
-                   std::string_view volume = NoVolume);
+    void setStatus(const events::Status &status, pps::Broker::Fence fence = pps::Broker::Fence::None);
     /** Another position, and the rest of the status as it is. */
     void setPosition(int64_t position);
     /**
@@ -77,8 +71,6 @@ private:
     bool publish(const std::string &name, std::string_view lines, pps::Broker::Fence fence = pps::Broker::Fence::None,
                  pid_t payer = pps::Accounts::Services);
     bool publishChange(const std::string &name, const Parameters &before, const Parameters &now);
-    void publishStatus(int64_t position, std::string_view bufferLevel, std::string_view bufferStatus,
-                       std::string_view volume, pps::Broker::Fence fence);
     void publishQueue(unsigned current, unsigned total, pps::Broker::Fence fence);
     void publishUnknownTrack(unsigned track, pps::Broker::Fence fence);
     void forgetTracks(unsigned first, unsigned last);
@@ -99,8 +91,7 @@ private:
     /** The version that shows the ending. */
     uint64_t m_shownBy = 0;
     TrackPosition m_position;
-    std::string m_bufferLevel = "0/100";
-    std::string m_bufferStatus = "idle";
+    events::Status m_status;
     unsigned m_total = 0;
 };
 

@@ -4,8 +4,8 @@
 #include "Role.h"
 
 #include <pps/Text.h>
+#include <renderer/common/Fields.h>
 #include <renderer/common/FrameQueue.h>
-#include <renderer/common/Protocol.h>
 #include <renderer/common/Window.h>
 
 #include <algorithm>
@@ -16,12 +16,13 @@ namespace voro::renderer {
 
 namespace {
 
-constexpr long DefaultInterval = 1000;
 /** What all settings together may take; more than a message holds is refused when a medium is opened. */
 constexpr size_t MostSettings = 256 * 1024;
 /** Before an output's id: the attribute that holds it. */
 constexpr std::string_view OutputPrefix = "output_";
 constexpr int64_t MostOutputs = 1'000'000'000;
+/** Before a track's number: the attribute that holds its parameters. */
+constexpr std::string_view TrackPrefix = "track_";
 
 Owner ownerOf(OutputType type)
 {
@@ -59,6 +60,12 @@ std::string windowOf(std::string_view url)
         url.remove_prefix(part.size());
     }
     return {};
+}
+
+CaptionChoice captionsOf(const Parameters &track)
+{
+    return {Medium(track.text("subpicture_url")), static_cast<int>(track.number("subpicture_index", 0)),
+            track.text("subpicture_disable") != "1"};
 }
 
 Result checkOutput(const std::string &url, OutputType type, const Session &session)
@@ -188,7 +195,7 @@ Result Journal::setTrack(unsigned track, const Parameters &parameters)
         return {};
     }
     m_tracks[track] = parameters;
-    if (settingLines().size() > MostSettings) {
+    if (fieldsOf(settings()).size() > MostSettings) {
         m_tracks.erase(track);
         m_tracks.insert(std::move(former));
         return {ErrorCode::InvalidParameter, "the parameters are too many"};
@@ -219,7 +226,7 @@ std::string Journal::toText() const
 {
     std::string lines;
     pps::appendNumber(lines, "next_output", m_nextOutput);
-    lines += m_session.toText();
+    lines += fieldsOf(m_session);
     for (const auto &[id, output] : m_outputs) {
         std::string text;
         pps::appendText(text, "type", nameOf(output.type));
@@ -244,7 +251,7 @@ std::string Journal::toText() const
 void Journal::restore(const pps::Message &message)
 {
     const auto parse = [](const std::string &text) { return Parameters::fromText(text).value_or(Parameters()); };
-    m_session = Session::of(message);
+    m_session = parseFields<Session>(message);
     setContext(parse(message.text("context")));
     setInput(parse(message.text("input")));
     for (const auto &[name, value] : message.entries()) {
@@ -282,14 +289,18 @@ void Journal::restoreOutput(int id, const pps::Message &output)
     }
 }
 
+std::optional<std::string> Journal::window(OutputType type) const
+{
+    const Output *screen = output(type);
+    return screen ? std::optional(windowOf(screen->url)) : std::nullopt;
+}
+
 std::set<std::string> Journal::frameQueues() const
 {
     std::set<std::string> names;
     for (const OutputType type : ScreenTypes) {
-        const Output *screen = output(type);
-        const std::string window = screen ? windowOf(screen->url) : std::string();
-        if (isFrameQueue(window)) {
-            names.insert(window);
+        if (const auto name = window(type); name && isFrameQueue(*name)) {
+            names.insert(*name);
         }
     }
     return names;
@@ -302,72 +313,58 @@ Reach Journal::reachFor(const Input &input) const
         return reach;
     }
     for (const OutputType type : ScreenTypes) {
-        const Output *screen = output(type);
-        reach.windows |= screen && windowNumber(windowOf(screen->url)).has_value();
+        const auto name = window(type);
+        reach.windows |= name && windowNumber(*name);
     }
     const bool isScreenFar =
         reach.windows && !m_session.display.starts_with(':') && !m_session.display.starts_with("unix:");
-    const auto hasFarCaptions = [](const auto &track) {
-        const std::string url = track.second.text("subpicture_url");
-        return !url.empty() && !Medium(url).isLocal();
-    };
+    const auto hasFarCaptions = [](const auto &track) { return !captionsOf(track.second).medium.isLocal(); };
     const Parameters first = firstTrack(input.type);
     reach.network = isScreenFar || !input.medium.isLocal() || hasFarCaptions(std::pair(1, first))
                     || std::ranges::any_of(m_tracks, hasFarCaptions);
     return reach;
 }
 
-std::string Journal::openLines(const Input &input, Speed speed, const std::optional<TrackPosition> &start) const
+requests::Open Journal::openRequest(const Input &input, Speed speed, const TrackPosition &start) const
 {
-    std::string lines;
-    pps::appendText(lines, "url", input.medium.url());
-    pps::appendText(lines, "type", nameOf(input.type));
-    pps::appendNumber(lines, "speed", speed.thousandths);
-    if (start) {
-        pps::appendNumber(lines, "track", start->track);
-        pps::appendNumber(lines, "position", start->milliseconds);
+    requests::Open request{input.medium, input.type, speed, start, {}, settings()};
+    if (input.isRecording()) {
+        parseAudioInput(input.medium.url(), request.recording.channels);
+        request.recording.format = file() ? file()->format().extension : std::string_view();
+        request.recording.role = recordingRole(m_input);
     }
-    return lines + (input.isRecording() ? recordingLines(input) : std::string()) + settingLines();
+    return request;
 }
 
-std::string Journal::recordingLines(const Input &input) const
-{
-    int channels = 0;
-    parseAudioInput(input.medium.url(), channels);
-    std::string lines;
-    pps::appendNumber(lines, "channels", channels);
-    pps::appendText(lines, "format", file() ? file()->format().extension : std::string_view());
-    pps::appendText(lines, "recording_role", recordingRole(m_input));
-    return lines;
-}
-
-std::string Journal::settingLines() const
+Settings Journal::settings() const
 {
     static const Parameters None;
     const Output *audio = output(OutputType::Audio);
+    const Output *video = output(OutputType::Video);
     const Parameters &sound = audio ? audio->parameters : None;
-    std::string lines;
-    pps::appendNumber(lines, "interval", m_context.number("updateinterval", DefaultInterval));
-    pps::appendNumber(lines, "maxduration", m_context.number("maxduration", 0));
-    pps::appendBool(lines, "audio", audio != nullptr);
-    pps::appendNumber(lines, "volume", sound.number("volume", 100));
-    pps::appendText(lines, "eq_preset", sound.text("eq_preset"));
-    pps::appendText(lines, "autopause", sound.text("autopause"));
-    pps::appendText(lines, "role", roleOf(static_cast<uint32_t>(sound.number("audioman_handle", 0))));
-    pps::appendText(lines, "repeat", m_input.text("repeat"));
-    for (const OutputType type : ScreenTypes) {
-        if (const Output *screen = output(type)) {
-            pps::appendText(lines, nameOf(type), windowOf(screen->url));
-            lines += screen->parameters.toText();
-        }
-    }
-    lines += m_session.toText();
+    const Parameters &pictures = video ? video->parameters : None;
+    const auto size = [&](std::string_view name) { return static_cast<int>(pictures.number(name, 0)); };
+    Settings settings{
+        .interval = static_cast<uint32_t>(m_context.number("updateinterval", Settings().interval)),
+        .limit = static_cast<uint32_t>(m_context.number("maxduration", 0)),
+        .isAudible = audio != nullptr,
+        .volume = static_cast<int>(sound.number("volume", 100)),
+        .preset = parseName<Preset>(sound.text("eq_preset")).value_or(Preset::Off),
+        .pausesWithDevice = sound.text("autopause") == "yes",
+        .role = roleOf(static_cast<uint32_t>(sound.number("audioman_handle", 0))),
+        .repeat = parseName<RepeatMode>(m_input.text("repeat")).value_or(RepeatMode::None),
+        .video = window(OutputType::Video),
+        .source = {size("video_src_x"), size("video_src_y"), size("video_src_w"), size("video_src_h")},
+        .subpicture = window(OutputType::Captions),
+        .session = m_session,
+        .captions = {},
+    };
     for (const auto &[track, parameters] : m_tracks) {
         if (track > 0 && !parameters.isEmpty()) {
-            pps::appendText(lines, std::string(TrackPrefix) + std::to_string(track), parameters.toText());
+            settings.captions[track] = captionsOf(parameters);
         }
     }
-    return lines;
+    return settings;
 }
 
 } // namespace voro::renderer

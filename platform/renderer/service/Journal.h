@@ -1,15 +1,10 @@
 #pragma once
 
 #include "RecordingFile.h"
-#include "Session.h"
 
-#include <pps/Text.h>
-#include <renderer/common/Medium.h>
-#include <renderer/common/Names.h>
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Reach.h>
-#include <renderer/common/Speed.h>
-#include <renderer/common/TrackPosition.h>
+#include <renderer/common/WorkerMessages.h>
 
 #include <map>
 #include <memory>
@@ -76,16 +71,17 @@ public:
     /** The frame queues that outputs show in. */
     std::set<std::string> frameQueues() const;
 
-    /** What an engine needs to open a medium. */
-    std::string openLines(const Input &input, Speed speed, const std::optional<TrackPosition> &start) const;
+    /** Has an engine open the input. */
+    requests::Open openRequest(const Input &input, Speed speed, const TrackPosition &start) const;
     /** Every setting that a playing engine can change. */
-    std::string settingLines() const;
+    Settings settings() const;
 
 private:
     int replaceOutput(Output output);
     const Output *output(OutputType type) const;
     void restoreOutput(int id, const pps::Message &output);
-    std::string recordingLines(const Input &input) const;
+    /** The window of an output for pictures, if there is one. */
+    std::optional<std::string> window(OutputType type) const;
 
     std::map<int, Output> m_outputs;
     int m_nextOutput = 0;

@@ -5,9 +5,6 @@
 #include <fcntl.h>
 #include <pps/FdPassing.h>
 #include <renderer/common/FileRequest.h>
-#include <renderer/common/Medium.h>
-#include <renderer/common/Parameters.h>
-#include <renderer/common/Protocol.h>
 #include <renderer/common/TrackPosition.h>
 #include <unistd.h>
 
@@ -32,15 +29,12 @@ constexpr size_t LargestList = 4 << 20;
 constexpr size_t MostText = 32 << 20;
 
 /** The captions, and the file with the right to draw at the X server. */
-std::set<std::string> namedIn(const pps::Message &request)
+std::set<std::string> namedIn(const Settings &settings)
 {
-    std::set<std::string> paths{request.text(AuthorityName)};
-    for (const auto &entry : request.entries()) {
-        const auto parameters =
-            entry.name.starts_with(TrackPrefix) ? Parameters::fromText(entry.value) : std::optional<Parameters>();
-        const Medium captions(parameters ? parameters->text("subpicture_url") : std::string());
-        if (captions.isLocal() && !captions.path().empty()) {
-            paths.insert(captions.path());
+    std::set<std::string> paths{settings.session.authority};
+    for (const auto &[track, captions] : settings.captions) {
+        if (captions.medium.isLocal() && !captions.medium.path().empty()) {
+            paths.insert(captions.medium.path());
         }
     }
     return paths;
@@ -173,21 +167,20 @@ void MediaFiles::setOwner(pid_t owner)
     m_view = FileView::of(owner);
 }
 
-void MediaFiles::open(const pps::Message &request, int64_t id)
+void MediaFiles::open(const requests::Open &request, int64_t id)
 {
-    const Medium medium(request.text("url"));
-    const bool isFile = medium.isLocal() && request.text("type") != "track";
+    const bool isFile = request.medium.isLocal() && !request.isRecording();
     m_permission = std::make_shared<Permission>(m_view, !m_onNetwork);
-    m_permission->setMedium(isFile ? medium.path() : std::string());
-    set(request);
+    m_permission->setMedium(isFile ? request.medium.path() : std::string());
+    set(request.settings);
     if (isFile) {
-        hand(medium.path(), id);
+        hand(request.medium.path(), id);
     }
 }
 
-void MediaFiles::set(const pps::Message &request)
+void MediaFiles::set(const Settings &settings)
 {
-    m_permission->setOthers(namedIn(request));
+    m_permission->setOthers(namedIn(settings));
 }
 
 void MediaFiles::receive()

@@ -6,8 +6,8 @@
 
 #include <pps/broker/Broker.h>
 #include <pps/Fd.h>
-#include <pps/Text.h>
 #include <renderer/common/LocalFile.h>
+#include <renderer/common/WorkerMessages.h>
 
 #include <cstdint>
 #include <deque>
@@ -36,9 +36,9 @@ public:
     /** The process that sees the files, and on whose account disks are waited for. */
     void setOwner(pid_t owner);
     /** Hands over what a request to open a medium names, the medium at once, and what it names no longer, no more. */
-    void open(const pps::Message &request, int64_t id);
+    void open(const requests::Open &request, int64_t id);
     /** The same for a change of all but the medium. */
-    void set(const pps::Message &request);
+    void set(const Settings &settings);
     /** Lets go of the files in memory that nobody uses any more. */
     void releaseMemory() { m_memory.release(); }
 

@@ -5,7 +5,6 @@
 #include <pps/FdPassing.h>
 #include <pps/Log.h>
 #include <renderer/common/FileRequest.h>
-#include <renderer/common/Medium.h>
 #include <renderer/common/Protocol.h>
 #include <sys/socket.h>
 
@@ -18,12 +17,6 @@ namespace voro::renderer {
 Worker::Kind Worker::usual()
 {
     return {std::filesystem::read_symlink("/proc/self/exe").parent_path() / "voro-renderer", {}, true};
-}
-
-int Worker::longestFor(std::string_view command, const pps::Message &request) const
-{
-    const bool isLocal = command == "open" && Medium(request.text("url")).isLocal();
-    return isLocal ? m_limits.localOpening : m_limits.request;
 }
 
 void Worker::setListener(EngineListener *listener)
@@ -41,12 +34,15 @@ void Worker::setOwner(pid_t owner, pps::Accounts::Charge charge)
 }
 
 /** Lets the worker read what it is about to be asked for. */
-void Worker::handFiles(std::string_view command, const pps::Message &request, int64_t id)
+void Worker::handFiles(const Request &request, int64_t id)
 {
-    if (m_media && command == "open") {
-        m_media->open(request, id);
-    } else if (m_media && command == "set") {
-        m_media->set(request);
+    if (!m_media) {
+        return;
+    }
+    if (const auto *open = std::get_if<requests::Open>(&request)) {
+        m_media->open(*open, id);
+    } else if (const auto *set = std::get_if<requests::Set>(&request)) {
+        m_media->set(set->settings);
     }
 }
 
@@ -122,8 +118,8 @@ void Worker::received(std::string_view text)
         if (!message.has(PositionName)) {
             m_usage.noteProgress();
         }
-        if (m_listener) {
-            m_listener->engineEvent(message, text);
+        if (const auto event = parseEvent(message, text); event && m_listener) {
+            m_listener->engineEvent(*event);
         }
         return;
     }
@@ -151,10 +147,10 @@ void Worker::forsake()
     updateTimer();
 }
 
-void Worker::ask(std::string_view command, std::string_view lines, Engine::Done done)
+void Worker::ask(const Request &request, Engine::Done done)
 {
     const int64_t id = ++m_lastId;
-    const std::string text = request(command, id).append(lines);
+    const std::string text = toText(request, id);
     if (text.size() > pps::MaximumMessage) {
         done({ErrorCode::InvalidParameter, "the parameters are too many for a message"});
         return;
@@ -162,13 +158,12 @@ void Worker::ask(std::string_view command, std::string_view lines, Engine::Done 
     if (m_pending.empty()) {
         m_silence.restart();
     }
-    if (command == "open") {
+    const auto *open = std::get_if<requests::Open>(&request);
+    if (open) {
         m_opening = id;
     }
-    pps::Message message;
-    message.parse(lines);
-    handFiles(command, message, id);
-    m_pending[id] = {std::move(done), longestFor(command, message), {}};
+    handFiles(request, id);
+    m_pending[id] = {std::move(done), open && open->medium.isLocal() ? m_limits.localOpening : m_limits.request, {}};
     m_pending[id].age.start();
     updateTimer();
     send(text);
@@ -245,7 +240,7 @@ void Worker::check()
         die();
     } else if (m_client != 0 && m_silence.hasExpired(m_limits.check)) {
         // Its answer is a sign of life and nothing else; a report is one, too.
-        m_broker.send(m_client, request("ping", 0));
+        m_broker.send(m_client, toText(requests::Ping{}, 0));
     }
 }
 

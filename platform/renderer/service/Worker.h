@@ -71,7 +71,7 @@ public:
     /** Nobody is told anything any more, nor of what was asked before. */
     void forsake();
     /** As Engine::ask(). What is too long for a message fails at once. */
-    void ask(std::string_view command, std::string_view lines, Engine::Done done);
+    void ask(const Request &request, Engine::Done done);
     /**
      * Hands over the file to record into, or the end of the frame queue of that name; false when the worker does not
      * take it.
@@ -95,8 +95,7 @@ private:
     bool isExpected() const { return m_isWatched || !m_pending.empty(); }
     bool isExcessive();
     void updateTimer();
-    int longestFor(std::string_view command, const pps::Message &request) const;
-    void handFiles(std::string_view command, const pps::Message &request, int64_t id);
+    void handFiles(const Request &request, int64_t id);
 
     pps::Broker &m_broker;
     const Limits m_limits;

@@ -21,10 +21,7 @@ public:
         }
     }
 
-    void ask(std::string_view command, std::string_view lines, Done done) override
-    {
-        m_worker->ask(command, lines, std::move(done));
-    }
+    void ask(const Request &request, Done done) override { m_worker->ask(request, std::move(done)); }
     bool pass(int descriptor) override { return m_worker->pass(descriptor); }
     void setFrameQueues(const std::set<std::string> &names) override
     {
@@ -186,7 +183,8 @@ void WorkerPool::endCompleted(const std::shared_ptr<Worker> &worker)
 {
     if (std::find(m_workers.begin(), m_workers.end(), worker) != m_workers.end()) {
         worker->forsake();
-        worker->ask("close", {}, [this, worker = worker.get()](const Result &) { end(worker->shared_from_this()); });
+        worker->ask(requests::Close{},
+                    [this, worker = worker.get()](const Result &) { end(worker->shared_from_this()); });
     }
 }
 

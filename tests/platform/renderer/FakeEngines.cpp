@@ -15,10 +15,7 @@ public:
         m_owner.m_listener = nullptr;
     }
 
-    void ask(std::string_view command, std::string_view lines, Done done) override
-    {
-        m_owner.asked(command, lines, std::move(done));
-    }
+    void ask(const Request &request, Done done) override { m_owner.asked(request, std::move(done)); }
     void setFrameQueues(const std::set<std::string> &) override {}
     bool pass(int) override
     {
@@ -43,15 +40,15 @@ std::unique_ptr<Engine> FakeEngines::start(EngineListener &listener, pid_t, Reac
     return std::make_unique<Fake>(*this);
 }
 
-void FakeEngines::asked(std::string_view command, std::string_view lines, Engine::Done done)
+void FakeEngines::asked(const Request &request, Engine::Done done)
 {
-    std::string entry(command);
-    for (const char c : lines.substr(0, lines.empty() ? 0 : lines.size() - 1)) {
-        if (entry.size() == command.size()) {
-            entry += ' ';
-        }
-        entry += c == '\n' ? ' ' : c;
-    }
+    constexpr std::string_view Start = "msg::";
+    constexpr std::string_view Id = " id:n:0";
+    std::string entry = toText(request, 0);
+    entry.pop_back();
+    std::ranges::replace(entry, '\n', ' ');
+    entry.erase(entry.find(Id), Id.size()).erase(0, Start.size());
+    const std::string command = entry.substr(0, entry.find(' '));
     m_log.push_back(entry);
     if (held == command) {
         m_done = std::move(done);
@@ -78,7 +75,7 @@ void FakeEngines::tell(const std::string &event)
     std::replace(lines.begin(), lines.end(), ' ', '\n');
     voro::pps::Message message;
     if (m_listener && message.parse(lines)) {
-        m_listener->engineEvent(message, lines);
+        m_listener->engineEvent(parseEvent(message, lines).value());
     }
 }
 

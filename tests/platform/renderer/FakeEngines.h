@@ -46,7 +46,7 @@ public:
 private:
     class Fake;
 
-    void asked(std::string_view command, std::string_view lines, voro::renderer::Engine::Done done);
+    void asked(const voro::renderer::Request &request, voro::renderer::Engine::Done done);
 
     voro::renderer::EngineListener *m_listener = nullptr;
     voro::renderer::Engine::Done m_done;

@@ -41,7 +41,7 @@ void tst_Context::steps_data()
     row("speeds out of range",
         {attach, "speed_set speed:n:249", "speed_set speed:n:-4001", "speed_set speed:n:4000", "speed_set"},
         {0, 4, 4, 0, 4}, "state::stopped speed:n:4000");
-    row("the end", {attach, "play", "!status position:n:5000 bufferlevel::100/100 bufferstatus::playing", "!ended"},
+    row("the end", {attach, "play", "!status position:n:5000 bufferlevel:n:100 bufferstatus::playing", "!ended"},
         {0, 0, 0, 0}, "state::stopped speed:n:1000 error:n:0 error_pos::1:5000");
     row("a failure", {attach, "play", "!failed err:n:11 position:n:700 track:n:1"}, {0, 0, 0},
         "state::stopped speed:n:1000 error:n:11 error_pos::1:700");
@@ -113,14 +113,14 @@ void tst_Context::reset_isReadBeforeTheNextMedium()
     Stage stage;
     stage.step(Attach);
     stage.step("play");
-    stage.step("!status position:n:4000 bufferlevel::100/100 bufferstatus::playing");
+    stage.step("!status position:n:4000 bufferlevel:n:100 bufferstatus::playing");
     const auto all = stage.watch(".all");
     readNow(*all);
 
     stage.step("input_detach");
     stage.step("input_attach url::/b.ogg type::autolist");
     stage.step("play");
-    stage.step("!status position:n:4000 bufferlevel::100/100 bufferstatus::playing");
+    stage.step("!status position:n:4000 bufferlevel:n:100 bufferstatus::playing");
     const std::string first = readNow(*all);
     for (const char *line : {"md_title_duration:n:0", "md_title_seekable:b:false", "total:n:0", "position:n:0",
                              "volume::0/100", "bufferstatus::idle", "state::playing"}) {

@@ -33,6 +33,9 @@ void tst_ContextEngine::engineIsAsked_data()
 {
     const Rows<QStringList, QByteArrayList> add("commands", "asked");
     const QString attach = QLatin1String(Attach);
+    const QByteArray settings =
+        "interval:n:1000 maxduration:n:0 audio:b:false volume:n:100 eq_preset::off autopause:b:false role:: "
+        "repeat::none display:: xauthority::";
     const auto row = [&](const char *title, const QStringList &commands, const QByteArrayList &asked) {
         add(title, QStringList(attach) + commands, asked);
     };
@@ -43,14 +46,9 @@ void tst_ContextEngine::engineIsAsked_data()
         {"seek track:n:1 position:n:700", "seek track:n:1 position:n:800"});
     row("detach", {"input_detach", "input_detach"}, {"close"});
     row("attach again", {"input_attach url::/b.ogg type::playlist"},
-        {"close",
-         "open url::/b.ogg type::playlist speed:n:1000 interval:n:1000 maxduration:n:0 audio:b:false volume:n:100 "
-         "eq_preset:: autopause:: role:: repeat::"});
+        {"close", "open url::/b.ogg type::playlist speed:n:1000 track:n:1 position:n:0 " + settings});
     row("crash, seek, play", {"play", "!status position:n:900", "!die", "seek position::1:2500", "play"},
-        {"play", "end",
-         "open url::/a.ogg type::autolist speed:n:1000 track:n:1 position:n:2500 "
-         "interval:n:1000 maxduration:n:0 audio:b:false volume:n:100 eq_preset:: autopause:: role:: repeat::",
-         "play"});
+        {"play", "end", "open url::/a.ogg type::autolist speed:n:1000 track:n:1 position:n:2500 " + settings, "play"});
     row("crash, detach", {"!die", "input_detach"}, {"end"});
 }
 
@@ -178,7 +176,7 @@ void tst_ContextEngine::contextThatRests_givesItsEngineBack_data()
     row("paused with captions that are shown",
         {"output_attach url::screen:?winid=item type::subpicture", attach, "play", pause}, false);
     row("failed", {attach, "play", "!failed err:n:11 position:n:700 track:n:1"}, false);
-    row("prepared, to be sought", {attach, "!status position:n:0 bufferlevel::100/100 bufferstatus::idle"}, true,
+    row("prepared, to be sought", {attach, "!status position:n:0 bufferlevel:n:100 bufferstatus::idle"}, true,
         "seek position::1:3", {});
     row("paused, to go on", paused, true, "speed_set speed:n:1000", {"open at 1200", "play", "speed"});
     row("paused, to be sought", paused, true, "seek position::1:3", {"open at 1200", "play", "seek"});
@@ -234,12 +232,14 @@ void tst_ContextEngine::journal_isToldToEveryEngine()
     QCOMPARE(stage.step("speed_set speed:n:500"), 0);
     QCOMPARE(stage.step("output_parameters output:n:0 dat::volume::70"), 0);
     QCOMPARE(stage.step("play"), 0);
-    const QByteArray settings = "eq_preset::jazz autopause:: role:: repeat::all";
+    const QByteArray settings = "eq_preset::jazz autopause:b:false role:: repeat::all display:: xauthority::";
     const QByteArray open = "open url::/a.ogg type::autolist ";
-    QCOMPARE(toList(stage.takeLog()),
-             (QByteArrayList{open + "speed:n:1000 interval:n:250 maxduration:n:0 audio:b:true volume:n:50 " + settings,
-                             "speed speed:n:500",
-                             "set interval:n:250 maxduration:n:0 audio:b:true volume:n:70 " + settings, "play"}));
+    QCOMPARE(
+        toList(stage.takeLog()),
+        (QByteArrayList{
+            open + "speed:n:1000 track:n:1 position:n:0 interval:n:250 maxduration:n:0 audio:b:true volume:n:50 "
+                + settings,
+            "speed speed:n:500", "set interval:n:250 maxduration:n:0 audio:b:true volume:n:70 " + settings, "play"}));
 
     stage.step("!status position:n:3333");
     stage.step("!die");

@@ -137,16 +137,12 @@ void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
         const Answer answer = receive();
         return answer.id != id ? "another answer" : answer.error != 0 ? std::to_string(answer.error) : answer.content;
     };
-    const auto request = [&](const std::string &url, const std::string &captions) {
-        std::string parameters;
-        pps::appendText(parameters, "subpicture_url", captions);
-        std::string lines;
-        pps::appendText(lines, "url", url);
-        pps::appendText(lines, "type", "playlist");
-        pps::appendText(lines, "track_1", parameters);
-        pps::Message message;
-        message.parse(lines);
-        return message;
+    const auto request = [](const std::string &url, const std::string &captions) {
+        requests::Open open;
+        open.medium = Medium(url);
+        open.type = InputType::Playlist;
+        open.settings.captions[1].medium = Medium(captions);
+        return open;
     };
     const std::string refused = std::to_string(EACCES);
 
@@ -164,7 +160,7 @@ void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
     QCOMPARE(ask(path("secret")), refused);
     QCOMPARE(ask(folder.path().toStdString()), refused);
 
-    files.set(request({}, {}));
+    files.set({});
     QCOMPARE(ask(path("film.srt")), refused);
     files.open(request(path("a.ogg"), {}), 8);
     QCOMPARE(receive().content, "A");

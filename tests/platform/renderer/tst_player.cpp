@@ -132,8 +132,8 @@ public:
             {"stop", [&] { m_player.stop(); }},
             {"speed", [&] { answer(m_player.setSpeed({first})); }},
             {"seek", [&] { answer(m_player.seek(static_cast<unsigned>(first), second)); }},
-            {"silent", [&] { change([](Settings &settings) { settings.outputs.isAudible = false; }); }},
-            {"audible", [&] { change([](Settings &settings) { settings.outputs.isAudible = true; }); }},
+            {"silent", [&] { change([](Settings &settings) { settings.isAudible = false; }); }},
+            {"audible", [&] { change([](Settings &settings) { settings.isAudible = true; }); }},
             {"autopause", [&] { change([](Settings &settings) { settings.pausesWithDevice = true; }); }},
             {"repeat", [&] { change([&](Settings &settings) { settings.repeat = repeatMode(words.value(1)); }); }},
             {"volume", [&] { change([&](Settings &settings) { settings.volume = first; }); }},
@@ -164,9 +164,10 @@ private:
     static RepeatMode repeatMode(const QByteArray &name) { return parseName<RepeatMode>(name.toStdString()).value(); }
     void change(const std::function<void(Settings &)> &set)
     {
-        Settings settings = m_player.settings();
-        set(settings);
-        m_player.apply(settings);
+        set(m_settings);
+        Outputs outputs;
+        outputs.isAudible = m_settings.isAudible;
+        m_player.apply(m_settings, outputs);
     }
     /** Until it is answered, or loads something. */
     void open(const char *name, bool isPlaylist)
@@ -187,10 +188,10 @@ private:
     {
         m_log += result ? " ok" : " error:" + std::to_string(static_cast<int>(result.code));
     }
-    void report(const std::string &lines)
+    void report(const std::string &text)
     {
         voro::pps::Message event;
-        event.parse(lines);
+        event.parse(text);
         m_log += " " + event.text("msg");
         for (const char *value : {"current", "total", "track", "position", "bufferstatus", "speed", "err"}) {
             m_log += event.has(value) ? ":" + event.text(value) : std::string();
@@ -201,7 +202,8 @@ private:
     std::string m_log;
     FakePlayback m_playback{m_log};
     FakeProbe m_probe{m_log};
-    Player m_player{m_playback, m_probe, [this](const std::string &lines) { report(lines); }};
+    Settings m_settings;
+    Player m_player{m_playback, m_probe, [this](const Event &event) { report(toText(event)); }};
 };
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <renderer/common/Parameters.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/common/TrackPosition.h>
+#include <renderer/common/WorkerMessages.h>
 #include <Rows.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -42,6 +43,8 @@ private Q_SLOTS:
     void playlist_data();
     void playlist();
     void answer_givesTheResultBack();
+    void workerMessage_isReadAsFarAsItIsGood_data();
+    void workerMessage_isReadAsFarAsItIsGood();
 
 private:
     std::string write(const char *name, const QByteArray &content)
@@ -246,6 +249,58 @@ void tst_RendererCommon::answer_givesTheResultBack()
     // An answer that does not say how it went is no success.
     QVERIFY(message.parse("res::seek\nid:n:8"));
     QCOMPARE(static_cast<int>(resultOf(message).code), static_cast<int>(ErrorCode::Internal));
+}
+
+void tst_RendererCommon::workerMessage_isReadAsFarAsItIsGood_data()
+{
+    const Rows<bool, QByteArray, QByteArray> add("isRequest", "text", "read");
+    const auto request = [&](const char *title, const char *text, const QByteArray &read) {
+        add(title, true, text, read);
+    };
+    const auto event = [&](const char *title, const char *text, const QByteArray &read) {
+        add(title, false, text, read);
+    };
+    const QByteArray settings = "interval:n:250 maxduration:n:0 audio:b:false volume:n:100 eq_preset::off "
+                                "autopause:b:false role:: repeat::all";
+    request("no request", "status position:n:1", "none");
+    request("nothing to say", "stop", "stop id:n:0");
+    request("fields that are missing, or no numbers", "seek track::x", "seek id:n:0 track:n:1 position:n:0");
+    request("words that are none",
+            "open url::/a type::disc speed:n:-500 interval:n:250 audio:b:false repeat::all eq_preset::",
+            "open id:n:0 url::/a type::autolist speed:n:-500 track:n:1 position:n:0 " + settings
+                + " display:: xauthority::");
+    request(
+        "outputs and captions",
+        "set interval:n:250 audio:b:false repeat::all video::0x5 video_src_w:n:8 subpicture:: display:::0 "
+        "captions_2:c:url::/a.srt\\nindex:n:3\\n captions_0::shown:b:false captions_x::shown:b:false",
+        "set id:n:0 " + settings
+            + " video::0x5 video_src_x:n:0 video_src_y:n:0 video_src_w:n:8 video_src_h:n:0 subpicture:: display:::0 "
+              "xauthority:: captions_2:c:url::/a.srt\\nindex:n:3\\nshown:b:true\\n");
+    event("no event", "seek track:n:1", "none");
+    event("a word that is none", "status position:n:-5 bufferlevel:n:40 bufferstatus::full",
+          "status position:n:-5 bufferlevel:n:40 bufferstatus::idle volume:n:0");
+    event("metadata", "track md_title_name::x track:n:3 -md_gone *md_marked::y url::z",
+          "track track:n:3 md_title_name::x url::z");
+    event("an end somewhere", "ended", "ended track:n:1");
+    event("a failure", "failed position:n:9 err:n:11 error::bad", "failed track:n:1 position:n:9 err:n:11 error::bad");
+}
+
+void tst_RendererCommon::workerMessage_isReadAsFarAsItIsGood()
+{
+    QFETCH(const bool, isRequest);
+    QFETCH(QByteArray, text);
+    const std::string lines = "msg::" + text.replace(' ', '\n').toStdString() + '\n';
+    voro::pps::Message message;
+    QVERIFY(message.parse(lines));
+    const auto request = parseRequest(message);
+    const auto event = parseEvent(message, lines);
+    std::string read = "msg::none\n";
+    if (isRequest && request) {
+        read = toText(*request, 0);
+    } else if (!isRequest && event) {
+        read = toText(*event);
+    }
+    QTEST(QByteArray::fromStdString(read.substr(5)).trimmed().replace('\n', ' '), "read");
 }
 
 QTEST_GUILESS_MAIN(tst_RendererCommon)

@@ -34,6 +34,14 @@ constexpr int ShortStart = 500;
 /** Says in a worker's environment that it is to hang while it starts. */
 constexpr const char *HangsAtStart = "VORO_TEST_HANGS_AT_START";
 
+// What this test's worker takes requests for.
+using FallSilent = requests::Stop;
+/** Gets on if a track is named, and rests so many milliseconds in between. */
+using Work = requests::Seek;
+using Multiply = requests::Play;
+using Grow = requests::Close;
+using Anything = SpeedChange;
+
 bool isWorker()
 {
     int type = 0;
@@ -48,7 +56,7 @@ std::chrono::nanoseconds usedTime()
     return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
 }
 
-/** Uses much processor time, between rests, and reports progress or that it stays where it is; "done" at the end. */
+/** Uses much processor time, between rests, and reports progress or that it stays where it is; an event at the end. */
 void workHard(pps::Connection &link, bool getsOn, std::chrono::milliseconds rest)
 {
     const auto begin = usedTime();
@@ -60,10 +68,10 @@ void workHard(pps::Connection &link, bool getsOn, std::chrono::milliseconds rest
         }
         std::this_thread::sleep_for(rest);
     }
-    link.write("msg::done\n");
+    link.write(toText(events::Silent{}));
 }
 
-/** A worker that lives but does not do what it is asked for, and falls silent when it is told to. */
+/** A worker that lives but does not do what it is asked for; some requests it takes for others. */
 int runWorker()
 {
     if (qEnvironmentVariableIsSet(HangsAtStart)) {
@@ -75,17 +83,19 @@ int runWorker()
     }
     for (std::string text; link.read(text, true);) {
         pps::Message message;
-        if (message.parse(text) && message.text("msg") == "ping") {
+        message.parse(text);
+        const Request request = parseRequest(message).value();
+        if (std::holds_alternative<requests::Ping>(request)) {
             link.write(answer("ping", message.number("id"), {}));
-        } else if (message.text("msg") == "fall_silent") {
+        } else if (std::holds_alternative<FallSilent>(request)) {
             pause();
-        } else if (message.text("msg") == "work") {
-            workHard(link, message.has("gets_on"), std::chrono::milliseconds(message.number("rest")));
-        } else if (message.text("msg") == "multiply") {
+        } else if (const auto *work = std::get_if<Work>(&request)) {
+            workHard(link, work->target.track > 0, std::chrono::milliseconds(work->target.milliseconds));
+        } else if (std::holds_alternative<Multiply>(request)) {
             std::vector<std::thread> threads(FewThreads);
             std::ranges::generate(threads, [] { return std::thread(pause); });
             pause();
-        } else if (message.text("msg") == "grow") {
+        } else if (std::holds_alternative<Grow>(request)) {
             const std::vector<char> memory(LittleMemory, 1);
             pause();
         }
@@ -96,7 +106,7 @@ int runWorker()
 /** A context that notes its worker's death. */
 class Listener : public EngineListener {
 public:
-    void engineEvent(const pps::Message &, std::string_view) override { hasHeard = true; }
+    void engineEvent(const Event &) override { hasHeard = true; }
     void engineDied() override { isDead = true; }
     void engineNeedsNetwork() override {}
 
@@ -134,18 +144,22 @@ private Q_SLOTS:
 
 void tst_Worker::workerThatTakesTooLong_isEnded_data()
 {
-    const Rows<std::string, std::string, int, ErrorCode> row("command", "lines", "limit", "error");
-    row("a local medium", "open", "url::/a.ogg\n", Limits.localOpening, ErrorCode::SourceUnavailable);
-    row("a medium of the net", "open", "url::http://x/a.ogg\n", Limits.request, ErrorCode::SourceUnavailable);
-    row("any other request", "seek", "", Limits.request, ErrorCode::Internal);
-    row("silence", "fall_silent", "", Limits.silence, ErrorCode::Internal);
-    row("start", "seek", "", ShortStart, ErrorCode::Internal);
+    const Rows<Request, int, ErrorCode> row("request", "limit", "error");
+    const auto open = [](const char *url) {
+        requests::Open request;
+        request.medium = Medium(url);
+        return request;
+    };
+    row("a local medium", open("/a.ogg"), Limits.localOpening, ErrorCode::SourceUnavailable);
+    row("a medium of the net", open("http://x/a.ogg"), Limits.request, ErrorCode::SourceUnavailable);
+    row("any other request", Anything{}, Limits.request, ErrorCode::Internal);
+    row("silence", FallSilent{}, Limits.silence, ErrorCode::Internal);
+    row("start", Anything{}, ShortStart, ErrorCode::Internal);
 }
 
 void tst_Worker::workerThatTakesTooLong_isEnded()
 {
-    QFETCH(const std::string, command);
-    QFETCH(const std::string, lines);
+    QFETCH(const Request, request);
     QFETCH(const int, limit);
     Worker::Limits limits = Limits;
     if (limit == ShortStart) {
@@ -158,7 +172,7 @@ void tst_Worker::workerThatTakesTooLong_isEnded()
     std::optional<Result> result;
     QElapsedTimer time;
     time.start();
-    player.engine->ask(command, lines, [&](const Result &told) { result = told; });
+    player.engine->ask(request, [&](const Result &told) { result = told; });
     QTRY_VERIFY_WITH_TIMEOUT(result, 20'000);
     QVERIFY2(time.elapsed() >= limit, qPrintable(QString::number(time.elapsed())));
     QTEST(result->code, "error");
@@ -167,21 +181,20 @@ void tst_Worker::workerThatTakesTooLong_isEnded()
 
 void tst_Worker::workerThatUsesTooMuch_isEnded_data()
 {
-    const Rows<std::string, std::string, bool> row("command", "lines", "isEnded");
-    row("processor time without progress", "work", "", true);
-    row("processor time with progress", "work", "gets_on::yes\n", false);
-    row("processor time of a long rest", "work", "rest:n:50\n", false);
-    row("threads", "multiply", "", true);
-    row("memory", "grow", "", true);
+    const Rows<Request, bool> row("request", "isEnded");
+    row("processor time without progress", Work{{.track = 0}}, true);
+    row("processor time with progress", Work{{.track = 1}}, false);
+    row("processor time of a long rest", Work{{.track = 0, .milliseconds = 50}}, false);
+    row("threads", Multiply{}, true);
+    row("memory", Grow{}, true);
 }
 
 void tst_Worker::workerThatUsesTooMuch_isEnded()
 {
-    QFETCH(const std::string, command);
-    QFETCH(const std::string, lines);
+    QFETCH(const Request, request);
     Player player({.check = 100, .usage = {LittleTime, FewThreads, LittleMemory}});
     QVERIFY(player.engine);
-    player.engine->ask(command, lines, [](const Result &) {});
+    player.engine->ask(request, [](const Result &) {});
     QTRY_VERIFY_WITH_TIMEOUT(player.listener.isDead || player.listener.hasHeard, 20'000);
     QTEST(player.listener.isDead, "isEnded");
 }

@@ -1,21 +1,11 @@
 #pragma once
 
-#include <renderer/common/Medium.h>
+#include <renderer/common/Settings.h>
 #include <renderer/worker/video/FrameChannel.h>
 
 #include <string>
 
 namespace voro::renderer {
-
-/** A part of a picture; all of it when it has no size. */
-struct Rectangle {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-
-    bool operator==(const Rectangle &) const = default;
-};
 
 /** Where a medium is played to. */
 struct Outputs {
@@ -31,14 +21,6 @@ struct Outputs {
     bool operator==(const Outputs &) const = default;
     /** Captions are drawn over the pictures when both have the same window. */
     bool areCaptionsOverVideo() const { return hasVideo && hasCaptions && window == captionWindow; }
-};
-
-/** Which captions a track is shown with. */
-struct CaptionChoice {
-    /** Captions from elsewhere, if there are any. */
-    Medium medium;
-    int index = 0;
-    bool areShown = true;
 };
 
 /** A medium to be played, and how. */

@@ -58,7 +58,7 @@ void Player::open(const Medium &medium, bool isPlaylist, unsigned track, int64_t
         // The one tells the application to try the other.
         finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist" : "a playlist"});
         if (isPlaylist) {
-            m_playback.loadAhead({medium, {}, m_settings.outputs});
+            m_playback.loadAhead({medium, {}, m_outputs});
         }
     } else if (!isPlaylist) {
         m_queue.assign({{medium, {}}});
@@ -98,7 +98,7 @@ void Player::load()
     m_probe.cancel();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
-    m_playback.load({medium(track), captions(track), m_settings.outputs, m_isChanging});
+    m_playback.load({medium(track), captions(track), m_outputs, m_isChanging});
     prepareFollowing();
 }
 
@@ -209,7 +209,7 @@ Result Player::play()
 Result Player::begin()
 {
     m_phase = Phase::Running;
-    const Speed speed = m_settings.speed.isPaused() ? NormalSpeed : m_settings.speed;
+    const Speed speed = m_speed.isPaused() ? NormalSpeed : m_speed;
     if (speed.isBackward() && m_position == 0) {
         holdAtBeginning();
     } else if ((m_position != 0 || speed != NormalSpeed) && !seekTo(m_position, speed)) {
@@ -224,7 +224,7 @@ Result Player::begin()
 /** Goes on as speed and buffer say. */
 void Player::proceed()
 {
-    if (m_settings.speed.isPaused() || m_bufferLevel < 100) {
+    if (m_speed.isPaused() || m_bufferLevel < 100) {
         // A sink that never played is not even opened: it would sound late.
         if (m_playback.hasBegun()) {
             m_playback.hold();
@@ -239,23 +239,23 @@ void Player::proceed()
 
 void Player::watchDevice()
 {
-    const bool isWanted = m_settings.pausesWithDevice && m_phase == Phase::Running && !m_settings.speed.isPaused();
+    const bool isWanted = m_settings.pausesWithDevice && m_phase == Phase::Running && !m_speed.isPaused();
     m_device.watch(isWanted ? m_playback.device() : std::string());
 }
 
 void Player::onDeviceLost()
 {
-    m_settings.speed = Paused;
+    m_speed = Paused;
     proceed();
-    m_reports.speed(Paused);
+    m_reports.send(SpeedChange{Paused});
 }
 
 /** Whoever goes backward stays at the beginning. */
 void Player::holdAtBeginning()
 {
-    m_settings.speed = Paused;
+    m_speed = Paused;
     reportStatus();
-    m_reports.speed(Paused);
+    m_reports.send(SpeedChange{Paused});
 }
 
 void Player::stop()
@@ -277,7 +277,7 @@ Result Player::setSpeed(Speed speed)
             return {};
         }
         if (m_playback.succession().isTaken()) {
-            m_settings.speed = speed;
+            m_speed = speed;
             reload();
             return {};
         }
@@ -285,7 +285,7 @@ Result Player::setSpeed(Speed speed)
             return {ErrorCode::UnsupportedOperation, "the medium cannot be played at that speed"};
         }
     }
-    m_settings.speed = speed;
+    m_speed = speed;
     if (m_phase == Phase::Running) {
         prepareFollowing();
         proceed();
@@ -336,16 +336,17 @@ bool Player::seekTo(int64_t position, Speed speed)
     return m_track.facts().isSeekable && m_playback.seek(position, speed);
 }
 
-void Player::apply(const Settings &settings)
+void Player::apply(const Settings &settings, const Outputs &outputs)
 {
     const bool isOtherPlace =
-        settings.outputs != m_settings.outputs
+        outputs != m_outputs
         || (m_queue.total() > 0 && settings.captions.contains(m_queue.current())
             && settings.captions.at(m_queue.current()).medium != captions(m_queue.current()).medium);
     const bool isHeardLate = m_playback.isFarAhead() && isOpen() && m_track.facts().isSeekable
                              && (settings.volume != m_settings.volume || settings.preset != m_settings.preset);
     m_isChanging |= isHeardLate;
     m_settings = settings;
+    m_outputs = outputs;
     m_queue.setRepeat(settings.repeat);
     m_playback.setVolume(settings.volume);
     m_playback.setPreset(settings.preset);
@@ -377,7 +378,7 @@ void Player::prepareFollowing()
     }
     for (;;) {
         const auto next = m_queue.following();
-        const bool isNormal = m_settings.speed.isPaused() || m_settings.speed == NormalSpeed;
+        const bool isNormal = m_speed.isPaused() || m_speed == NormalSpeed;
         if (!next || !isNormal || m_playback.speed() != NormalSpeed || !captions(*next).medium.isEmpty()) {
             m_playback.succession().set({});
             return;
@@ -501,7 +502,7 @@ void Player::complete(unsigned track, int64_t last)
     end(Phase::Stopped);
     m_position = last;
     reportStatus();
-    m_reports.ended(track, m_position);
+    m_reports.send(events::Ended{track, m_position});
     m_position = 0;
     m_queue.setCurrent(1);
 }
@@ -518,10 +519,10 @@ void Player::onFailed(const Result &cause)
     }
     if (m_phase == Phase::Running && m_settings.pausesWithDevice && result.code == ErrorCode::OutputUnavailable) {
         // The device took the stream along; it goes on with another one when the application wants.
-        m_settings.speed = Paused;
+        m_speed = Paused;
         m_phase = Phase::Starting;
         load();
-        m_reports.speed(Paused);
+        m_reports.send(SpeedChange{Paused});
         return;
     }
     if (m_answer && result.code == ErrorCode::UnsupportedMediaType && std::exchange(m_mayBePlaylist, false)) {
@@ -627,7 +628,7 @@ void Player::reportTrack()
 void Player::reportCurrent()
 {
     if (m_playback.isSilent()) {
-        m_reports.silent();
+        m_reports.send(events::Silent{});
     }
     reportTrack();
     m_reports.neighbours(m_queue);
@@ -637,13 +638,13 @@ void Player::reportCurrent()
 
 void Player::reportStatus()
 {
-    const char *status = m_phase != Phase::Running ? "idle" : m_bufferLevel < 100 ? "buffering" : "playing";
-    m_reports.status(position(), m_bufferLevel, status);
+    const BufferStatus filling = m_bufferLevel < 100 ? BufferStatus::Buffering : BufferStatus::Playing;
+    m_reports.send(events::Status{position(), m_bufferLevel, m_phase == Phase::Running ? filling : BufferStatus::Idle});
 }
 
 void Player::restartStatusTimer()
 {
-    const bool isWanted = m_phase == Phase::Running && !m_settings.speed.isPaused();
+    const bool isWanted = m_phase == Phase::Running && !m_speed.isPaused();
     m_statusTimer.reset(isWanted ? g_timeout_add(m_settings.interval, onStatusDue, this) : 0);
 }
 

@@ -2,7 +2,6 @@
 
 #include "DeviceWatch.h"
 #include "Reports.h"
-#include "Settings.h"
 #include "Track.h"
 
 #include <renderer/worker/lookup/Fetch.h>
@@ -33,10 +32,8 @@ public:
     Result seek(unsigned track, int64_t position);
     /** In the current track. */
     int64_t position() const;
-    /** Takes over what the application set, the speed excepted. */
-    void apply(const Settings &settings);
-
-    const Settings &settings() const { return m_settings; }
+    /** Takes over what the application set. */
+    void apply(const Settings &settings, const Outputs &outputs);
 
 private:
     enum class Phase {
@@ -109,6 +106,8 @@ private:
     DeviceWatch m_device{[this] { onDeviceLost(); }};
     Queue m_queue;
     Settings m_settings;
+    Outputs m_outputs;
+    Speed m_speed;
     Phase m_phase = Phase::Closed;
     Answer m_answer;
     Track m_track{{.measured = [this] { onChanged(); }, .coverMade = [this] { reportTrack(); }}};

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <renderer/common/Error.h>
-#include <renderer/common/Speed.h>
+#include <renderer/common/WorkerMessages.h>
 #include <renderer/worker/media/Facts.h>
 #include <renderer/worker/media/Queue.h>
 
@@ -14,7 +14,7 @@ namespace voro::renderer {
 /** What a player tells the service, as event messages. */
 class Reports {
 public:
-    using Send = std::function<void(const std::string &lines)>;
+    using Send = std::function<void(const Event &event)>;
 
     explicit Reports(Send send) : m_send(std::move(send)) {}
 
@@ -26,13 +26,8 @@ public:
     void track(unsigned number, const std::string &uri, const Facts &facts);
     /** Tells of the tracks near the current one what their list says, until they are looked at. */
     void neighbours(const Queue &queue);
-    void status(int64_t position, int bufferLevel, const char *bufferStatus, int volume = 0);
-    /** What is opened plays into nothing, because no sound server answers. */
-    void silent();
-    /** The speed became another one without having been asked for. */
-    void speed(Speed speed);
-    void ended(unsigned track, int64_t position);
     void failed(const Result &result, unsigned track, int64_t position);
+    void send(const Event &event) { m_send(event); }
 
 private:
     Send m_send;

@@ -4,9 +4,6 @@
 #include "NetworkRules.h"
 
 #include <glib-unix.h>
-#include <renderer/common/Parameters.h>
-#include <renderer/common/Protocol.h>
-#include <renderer/common/TrackPosition.h>
 #include <renderer/common/Window.h>
 #include <renderer/worker/media/Files.h>
 #include <renderer/worker/video/WindowSink.h>
@@ -66,17 +63,23 @@ void Commands::takeFiles()
 
 void Commands::handle(const pps::Message &message)
 {
-    const std::string command = message.text("msg");
     // What was handed over for a request came before it.
     takeFiles();
-    if (command == "open") {
-        open(message);
-    } else if (command == "ping") {
-        ping(message.number("id"));
+    const int64_t id = message.number("id");
+    const Answer reply = [this, id, command = message.text("msg")](const Result &result) {
+        m_link.send(answer(command, id, result));
+    };
+    const auto request = parseRequest(message);
+    if (!request) {
+        reply({ErrorCode::Internal, "unknown request " + message.text("msg")});
+    } else if (const auto *opening = std::get_if<requests::Open>(&*request)) {
+        open(*opening, id, reply);
+    } else if (std::holds_alternative<requests::Ping>(*request)) {
+        ping(id);
     } else if (m_recorder.isOpen()) {
-        record(command, message);
+        record(*request, reply);
     } else {
-        reply(command, message.number("id"), handleNow(command, message));
+        reply(play(*request));
     }
 }
 
@@ -88,160 +91,99 @@ void Commands::ping(int64_t id)
     m_link.send(text);
 }
 
-Result Commands::handleNow(const std::string &command, const pps::Message &message)
-{
-    if (command == "play") {
-        return m_player.play();
-    }
-    if (command == "speed") {
-        return m_player.setSpeed({static_cast<int>(message.number("speed"))});
-    }
-    if (command == "seek") {
-        return m_player.seek(static_cast<unsigned>(message.number("track", 1)), message.number("position"));
-    }
-    if (command == "stop") {
-        m_player.stop();
-        m_handed.forget();
-        return {};
-    }
-    if (command == "set") {
-        nameHosts(message);
-        if (const Result problem = findScreen(message); !problem) {
-            return problem;
-        }
-        m_player.apply(read(message, m_player.settings()));
-        return {};
-    }
-    if (command == "close") {
-        m_player.close();
-        m_handed.forget();
-        return {};
-    }
-    return {ErrorCode::Internal, "unknown request " + command};
-}
-
-void Commands::open(const pps::Message &message)
+void Commands::open(const requests::Open &request, int64_t id, const Answer &answer)
 {
     m_player.close();
-    if (parseName<InputType>(message.text("type")) == InputType::Track) {
-        openRecorder(message);
+    if (request.isRecording()) {
+        answer(m_recorder.open(request));
         return;
     }
-    const int64_t id = message.number("id");
-    m_medium = Medium(message.text("url"));
+    m_medium = request.medium;
     m_handed.expect(m_medium.isLocal() ? m_medium.path() : std::string(), id);
-    nameHosts(message);
-    if (const Result problem = findScreen(message); !problem) {
-        reply("open", id, problem);
+    if (const Result problem = apply(request.settings); !problem) {
+        answer(problem);
         return;
     }
-    m_player.apply(read(message, {}));
-    m_player.open(m_medium, parseName<InputType>(message.text("type")) == InputType::Playlist,
-                  static_cast<unsigned>(message.number("track", 1)), message.number("position"),
-                  [this, id](const Result &result) { reply("open", id, result); });
+    m_player.setSpeed(request.speed);
+    m_player.open(m_medium, request.type == InputType::Playlist, request.start.track, request.start.milliseconds,
+                  answer);
 }
 
-void Commands::openRecorder(const pps::Message &message)
+Result Commands::play(const Request &request)
 {
-    reply("open", message.number("id"),
-          m_recorder.open({.format = message.text("format"),
-                           .channels = static_cast<int>(message.number("channels")),
-                           .role = message.text("recording_role"),
-                           .interval = static_cast<guint>(message.number("interval")),
-                           .limit = static_cast<guint>(message.number("maxduration")),
-                           .isPaused = message.number("speed") == 0}));
+    return std::visit(
+        Overloaded{
+            [this](const requests::Play &) { return m_player.play(); },
+            [this](const SpeedChange &change) { return m_player.setSpeed(change.speed); },
+            [this](const requests::Seek &seek) { return m_player.seek(seek.target.track, seek.target.milliseconds); },
+            [this](const requests::Set &change) { return apply(change.settings); },
+            [this](const requests::Stop &) {
+                m_player.stop();
+                m_handed.forget();
+                return Result();
+            },
+            [this](const auto &) {
+                m_player.close();
+                m_handed.forget();
+                return Result();
+            },
+        },
+        request);
 }
 
-void Commands::record(const std::string &command, const pps::Message &message)
+void Commands::record(const Request &request, const Answer &answer)
 {
-    const auto answer = [this, command, id = message.number("id")](const Result &result) {
-        reply(command, id, result);
-    };
-    if (command == "play") {
-        setOutliving(true);
-        m_recorder.start(std::move(m_file), answer);
-    } else if (command == "stop") {
-        m_recorder.stop(answer);
-    } else if (command == "close") {
-        m_recorder.close([answer](const Result &result) {
-            setOutliving(false);
-            answer(result);
-        });
-    } else if (command == "speed") {
-        m_recorder.setPaused(message.number("speed") == 0);
-        answer({});
-    } else if (command == "set") {
-        m_recorder.setInterval(static_cast<guint>(message.number("interval")));
-        m_recorder.setLimit(static_cast<guint>(message.number("maxduration")));
-        answer({});
-    } else {
-        answer({ErrorCode::UnsupportedOperation, "a recording cannot do that"});
+    std::visit(Overloaded{
+                   [&](const requests::Play &) {
+                       setOutliving(true);
+                       m_recorder.start(std::move(m_file), answer);
+                   },
+                   [&](const requests::Stop &) { m_recorder.stop(answer); },
+                   [&](const requests::Close &) {
+                       m_recorder.close([answer](const Result &result) {
+                           setOutliving(false);
+                           answer(result);
+                       });
+                   },
+                   [&](const SpeedChange &change) {
+                       m_recorder.setPaused(change.speed.isPaused());
+                       answer({});
+                   },
+                   [&](const requests::Set &change) {
+                       m_recorder.apply(change.settings);
+                       answer({});
+                   },
+                   [&](const auto &) {
+                       answer({ErrorCode::UnsupportedOperation, "a recording cannot do that"});
+                   },
+               },
+               request);
+}
+
+/** Has the player take over settings, when the windows that they name can be drawn into. */
+Result Commands::apply(const Settings &settings)
+{
+    const auto &[display, authority] = settings.session;
+    std::vector<std::string> urls{display.substr(0, display.find(':'))};
+    for (const auto &[track, captions] : settings.captions) {
+        urls.push_back(captions.medium.url());
     }
-}
+    NetworkRules::instance().setNamed(m_medium, urls);
 
-/** Notes where the user's own URLs lead. */
-void Commands::nameHosts(const pps::Message &message) const
-{
-    std::vector<std::string> others{message.text(DisplayName).substr(0, message.text(DisplayName).find(':'))};
-    for (const auto &entry : message.entries()) {
-        const auto parameters =
-            entry.name.starts_with(TrackPrefix) ? Parameters::fromText(entry.value) : std::optional<Parameters>();
-        if (parameters) {
-            others.push_back(parameters->text("subpicture_url"));
-        }
-    }
-    NetworkRules::instance().setNamed(m_medium, others);
-}
-
-/** Goes to the session in which a message wants windows to be drawn into. */
-Result Commands::findScreen(const pps::Message &message)
-{
     const bool hasOwnSink = std::getenv("VORO_VIDEO_SINK") != nullptr;
-    const bool isNeeded =
-        (windowNumber(message.text("video")) && !hasOwnSink) || windowNumber(message.text("subpicture"));
-    return !isNeeded || useDisplay(message.text(DisplayName), message.text(AuthorityName))
-               ? Result()
-               : Result(ErrorCode::OutputUnavailable,
-                        "the X server " + message.text(DisplayName) + " does not let the renderer draw");
-}
-
-/** What a message sets; what it leaves out stays as it is. */
-Settings Commands::read(const pps::Message &message, Settings settings)
-{
-    settings.speed = {static_cast<int>(message.number("speed", settings.speed.thousandths))};
-    settings.interval = static_cast<guint>(message.number("interval", settings.interval));
-    settings.volume = message.number("volume", settings.volume);
-    settings.preset = parseName<Preset>(message.text("eq_preset")).value_or(Preset::Off);
-    settings.repeat = parseName<RepeatMode>(message.text("repeat")).value_or(RepeatMode::None);
-    settings.pausesWithDevice = message.text("autopause") == "yes";
-    settings.outputs = {.isAudible = message.text("audio") == "true",
-                        .role = message.text("role"),
-                        .hasVideo = message.has("video"),
-                        .hasCaptions = message.has("subpicture"),
-                        .window = m_frames.window(message.text("video")),
-                        .captionWindow = m_frames.window(message.text("subpicture"))};
-    settings.source = {static_cast<int>(message.number("video_src_x")), static_cast<int>(message.number("video_src_y")),
-                       static_cast<int>(message.number("video_src_w")),
-                       static_cast<int>(message.number("video_src_h"))};
-    settings.captions.clear();
-    for (const auto &entry : message.entries()) {
-        if (!entry.name.starts_with(TrackPrefix)) {
-            continue;
-        }
-        const auto track = parseNumber(entry.name.substr(TrackPrefix.size()), 1, MostTracks);
-        const auto parameters = Parameters::fromText(entry.value);
-        if (track && parameters) {
-            settings.captions[static_cast<unsigned>(*track)] = {
-                Medium(parameters->text("subpicture_url")), static_cast<int>(parameters->number("subpicture_index", 0)),
-                parameters->text("subpicture_disable") != "1"};
-        }
+    const std::string video = settings.video.value_or("");
+    const std::string subpicture = settings.subpicture.value_or("");
+    const bool needsScreen = (windowNumber(video) && !hasOwnSink) || windowNumber(subpicture);
+    if (needsScreen && !useDisplay(display, authority)) {
+        return {ErrorCode::OutputUnavailable, "the X server " + display + " does not let the renderer draw"};
     }
-    return settings;
-}
-
-void Commands::reply(const std::string &command, int64_t id, const Result &result)
-{
-    m_link.send(answer(command, id, result));
+    m_player.apply(settings, {.isAudible = settings.isAudible,
+                              .role = settings.role,
+                              .hasVideo = settings.video.has_value(),
+                              .hasCaptions = settings.subpicture.has_value(),
+                              .window = m_frames.window(video),
+                              .captionWindow = m_frames.window(subpicture)});
+    return {};
 }
 
 } // namespace voro::renderer

@@ -18,19 +18,17 @@ public:
     bool start();
 
 private:
+    using Answer = Player::Answer;
+
     void handle(const pps::Message &message);
-    Result handleNow(const std::string &command, const pps::Message &message);
     void ping(int64_t id);
-    void open(const pps::Message &message);
-    void openRecorder(const pps::Message &message);
+    void open(const requests::Open &request, int64_t id, const Answer &answer);
+    Result play(const Request &request);
+    void record(const Request &request, const Answer &answer);
+    Result apply(const Settings &settings);
     void end();
-    void record(const std::string &command, const pps::Message &message);
-    static Result findScreen(const pps::Message &message);
-    Settings read(const pps::Message &message, Settings settings);
     static gboolean onFile(gint fd, GIOCondition condition, gpointer self);
     void takeFiles();
-    void nameHosts(const pps::Message &message) const;
-    void reply(const std::string &command, int64_t id, const Result &result);
 
     HandedFiles &m_handed;
     Link m_link;
@@ -41,8 +39,8 @@ private:
     FrameChannels m_frames;
     PlaybackChooser m_playback;
     Probe m_probe;
-    Player m_player{m_playback, m_probe, [this](const std::string &lines) { m_link.send(lines); }};
-    Recorder m_recorder{[this](const std::string &lines) { m_link.send(lines); }};
+    Player m_player{m_playback, m_probe, [this](const Event &event) { m_link.send(toText(event)); }};
+    Recorder m_recorder{[this](const Event &event) { m_link.send(toText(event)); }};
 };
 
 } // namespace voro::renderer

@@ -30,16 +30,17 @@ GstElement *makeEncoder(const RecordingFormat &format, Result &result)
 
 } // namespace
 
-Result Recorder::open(const Settings &settings)
+Result Recorder::open(const requests::Open &request)
 {
-    m_settings = settings;
-    const RecordingFormat *format = recordingFormat(settings.format);
+    const auto &[channels, extension, role] = request.recording;
+    m_isPaused = request.speed.isPaused();
+    const RecordingFormat *format = recordingFormat(extension);
     if (!format) {
-        return {ErrorCode::UnsupportedMediaType, "unknown format " + settings.format};
+        return {ErrorCode::UnsupportedMediaType, "unknown format " + extension};
     }
     Result result;
     GstElement *encoder = format->encoder.empty() ? nullptr : makeEncoder(*format, result);
-    GstElement *source = result ? makeAudioSource(settings.role) : nullptr;
+    GstElement *source = result ? makeAudioSource(role) : nullptr;
     if (!source) {
         return result ? Result(ErrorCode::SourceUnavailable, "there is no source of sound") : result;
     }
@@ -49,8 +50,8 @@ Result Recorder::open(const Settings &settings)
         RecordingPipeline::Events{.begun = [this] { onBegun(); },
                                   .ended = [this] { onEnded(); },
                                   .failed = [this](const Result &problem) { onFailed(problem); }},
-        source, encoder, *format, settings.channels);
-    m_pipeline->gate().setLimit(settings.limit);
+        source, encoder, *format, channels);
+    apply(request.settings);
     if (const Result problem = m_pipeline->prepare(); !problem) {
         m_pipeline.reset();
         return problem;
@@ -71,29 +72,25 @@ void Recorder::start(pps::Fd file, Answer answer)
     m_answer = std::move(answer);
     m_phase = Phase::Starting;
     setTimeout(StartTimeout);
-    m_pipeline->start(std::move(file), !m_settings.isPaused);
+    m_pipeline->start(std::move(file), !m_isPaused);
 }
 
 void Recorder::setPaused(bool isPaused)
 {
-    m_settings.isPaused = isPaused;
+    m_isPaused = isPaused;
     if (m_phase == Phase::Running) {
         m_pipeline->gate().setOpen(!isPaused);
         reportStatus();
     }
 }
 
-void Recorder::setInterval(guint interval)
+void Recorder::apply(const Settings &settings)
 {
-    m_settings.interval = interval;
+    m_interval = settings.interval;
+    m_pipeline->gate().setLimit(settings.limit);
     if (m_statusTimer.isActive()) {
         restartStatusTimer();
     }
-}
-
-void Recorder::setLimit(guint limit)
-{
-    m_pipeline->gate().setLimit(limit);
 }
 
 void Recorder::stop(Answer answer)
@@ -222,7 +219,7 @@ int64_t Recorder::position() const
 
 void Recorder::restartStatusTimer()
 {
-    m_statusTimer.reset(g_timeout_add(m_settings.interval, onStatusDue, this));
+    m_statusTimer.reset(g_timeout_add(m_interval, onStatusDue, this));
 }
 
 gboolean Recorder::onStatusDue(gpointer self)
@@ -235,7 +232,7 @@ void Recorder::reportStatus()
 {
     const bool isRunning = m_phase == Phase::Running;
     const int level = isRunning ? m_pipeline->gate().takeLevel() : 0;
-    m_reports.status(position(), 100, isRunning ? "playing" : "idle", level);
+    m_reports.send(events::Status{position(), 100, isRunning ? BufferStatus::Playing : BufferStatus::Idle, level});
 }
 
 } // namespace voro::renderer

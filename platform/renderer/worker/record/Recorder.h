@@ -14,27 +14,14 @@ namespace voro::renderer {
 class Recorder {
 public:
     using Answer = std::function<void(const Result &)>;
-    struct Settings {
-        /** The extension of the file. */
-        std::string format;
-        /** 0 for as many as the source has. */
-        int channels = 0;
-        std::string role;
-        guint interval = 1000;
-        /** How much is recorded at most, in milliseconds; 0 for any length. */
-        guint limit = 0;
-        bool isPaused = false;
-    };
-
     explicit Recorder(Reports::Send send) : m_reports(std::move(send)) {}
 
     /** Finds out whether there is a source and an encoder. */
-    Result open(const Settings &settings);
+    Result open(const requests::Open &request);
     /** Begins to record into a file; the answer comes when the source gives something, or none. */
     void start(pps::Fd file, Answer answer);
     void setPaused(bool isPaused);
-    void setInterval(guint interval);
-    void setLimit(guint limit);
+    void apply(const Settings &settings);
     /** Ends the recording; the answer comes when the file is complete. */
     void stop(Answer answer);
     /** Likewise, and lets go of the source. */
@@ -67,7 +54,8 @@ private:
     void answer(const Result &result);
 
     Reports m_reports;
-    Settings m_settings;
+    guint m_interval = Settings().interval;
+    bool m_isPaused = false;
     std::unique_ptr<RecordingPipeline> m_pipeline;
     Phase m_phase = Phase::Ready;
     Answer m_answer;
