@@ -1,19 +1,16 @@
 #include "Connection.h"
 
 #include "Announcement.h"
+#include "Packet.h"
 #include "Runtime.h"
 #include "Start.h"
 
-#include <poll.h>
-#include <sys/random.h>
 #include <sys/socket.h>
-#include <sys/uio.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <mutex>
 #include <utility>
 
@@ -21,64 +18,12 @@ namespace voro::pps {
 
 namespace {
 
-/**
- * Numbers this process's packets. The lock is held while a packet is sent, so that a packet with a higher number was
- * sent later; this is what lets the broker keep the order of a process over all its sockets.
- */
-class Numbers {
-public:
-    static Numbers &instance()
-    {
-        // Never destroyed: objects may still be closed while the process ends.
-        static Numbers &numbers = *new Numbers;
-        return numbers;
-    }
-
-    template<typename Send>
-    bool use(Request &request, Send send)
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_owner != getpid()) {
-            // The first packet, or a forked child's: it counts for itself.
-            m_owner = getpid();
-            m_next = 1;
-            while (getrandom(&m_process, sizeof m_process, 0) != sizeof m_process) {
-            }
-        }
-        request.process = m_process;
-        request.number = m_next;
-        const bool sent = send();
-        m_next += sent;
-        return sent;
-    }
-
-private:
-    std::mutex m_mutex;
-    pid_t m_owner = 0;
-    uint64_t m_process = 0;
-    uint64_t m_next = 1;
-};
-
 using Clock = std::chrono::steady_clock;
 
 /** The longest time from the end of the first of its sockets to the end of the last. */
 constexpr int LongestDeath = 1'000;
 
-/** Waits for a packet; false, with errno, when none comes in time (-1: without a limit). */
-bool waitFor(int socket, int milliseconds)
-{
-    pollfd entry{socket, POLLIN, 0};
-    int result;
-    do {
-        result = poll(&entry, 1, milliseconds);
-    } while (result < 0 && errno == EINTR);
-    if (result == 0) {
-        errno = ETIMEDOUT;
-    }
-    return result > 0;
-}
-
-/** What is left until then for waitFor(). */
+/** What is left until then for waitForPacket(). */
 int leftUntil(Clock::time_point deadline, int milliseconds)
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
@@ -120,55 +65,7 @@ bool hasMadeRoom(const std::string &folder)
     return false;
 }
 
-enum class Received { Packet, Nothing, End };
-
 } // namespace
-
-struct Connection::Packet {
-    Reply header;
-    std::string_view held;
-    std::string_view body;
-    std::string_view will;
-    std::string_view back;
-    // Not initialised: only what arrives is touched.
-    char buffer[MaximumReply];
-
-    bool parse(size_t size)
-    {
-        header = {};
-        std::memcpy(&header, buffer, std::min(size, sizeof header));
-        if (size < sizeof header) {
-            // What other versions have in common with this one.
-            return size >= CommonHeader && header.type == Reply::Opened && header.error != 0;
-        }
-        std::string_view rest(buffer + sizeof header, size - sizeof header);
-        const size_t heldSize = header.heldCount * sizeof(Held);
-        if (heldSize > rest.size() || header.willSize > rest.size() - heldSize
-            || header.returnSize > rest.size() - heldSize - header.willSize) {
-            return false;
-        }
-        held = rest.substr(0, heldSize);
-        back = rest.substr(rest.size() - header.returnSize);
-        will = rest.substr(rest.size() - header.returnSize - header.willSize, header.willSize);
-        body = rest.substr(heldSize, rest.size() - heldSize - header.willSize - header.returnSize);
-        return true;
-    }
-
-    /** Takes the socket's next packet, without waiting. */
-    Received receive(int socket)
-    {
-        ssize_t size;
-        do {
-            // The broker's side may have gone with packets of ours unread; that error hides the packets that it had
-            // sent.
-            size = recv(socket, buffer, sizeof buffer, MSG_DONTWAIT);
-        } while (size < 0 && (errno == EINTR || errno == ECONNRESET));
-        if (size < 0 && errno == EAGAIN) {
-            return Received::Nothing;
-        }
-        return size > 0 && parse(static_cast<size_t>(size)) ? Received::Packet : Received::End;
-    }
-};
 
 Connection::Connection() = default;
 
@@ -246,7 +143,7 @@ bool Connection::handshake(Fd socket)
     }
     Received received;
     while ((received = packet.receive(socket.get())) == Received::Nothing) {
-        if (!waitFor(socket.get(), m_longestAnswer)) {
+        if (!waitForPacket(socket.get(), m_longestAnswer)) {
             return fail(errno);
         }
     }
@@ -293,17 +190,8 @@ bool Connection::send(int socket, Request::Type type, std::string_view body)
     request.version = WireVersion;
     request.knowsWill = m_knowsWill;
     request.seen = m_seen.position;
-    iovec parts[] = {{&request, sizeof request}, {const_cast<char *>(body.data()), body.size()}};
-    msghdr message{};
-    message.msg_iov = parts;
-    message.msg_iovlen = 2;
-    return Numbers::instance().use(request, [&] {
-        ssize_t sent;
-        do {
-            sent = sendmsg(socket, &message, MSG_NOSIGNAL);
-        } while (sent < 0 && errno == EINTR);
-        return sent >= 0 || fail(errno == ECONNRESET ? EPIPE : errno);
-    });
+    const int error = sendRequest(socket, request, body);
+    return error == 0 || fail(error);
 }
 
 // Takes the next packet that has something to say. False when there is none; at the end m_isAtEnd is set then.
@@ -397,7 +285,7 @@ void Connection::awaitEnd()
     const auto deadline = Clock::now() + std::chrono::milliseconds(LongestDeath);
     do {
         drain();
-    } while (!m_isAtEnd && waitFor(fd(), leftUntil(deadline, LongestDeath)));
+    } while (!m_isAtEnd && waitForPacket(fd(), leftUntil(deadline, LongestDeath)));
 }
 
 bool Connection::comeBack(bool mayStart)
@@ -445,7 +333,7 @@ void Connection::pull()
         }
         do {
             while (!receive(packet)) {
-                if (m_isAtEnd || !waitFor(fd(), m_longestAnswer)) {
+                if (m_isAtEnd || !waitForPacket(fd(), m_longestAnswer)) {
                     return;
                 }
             }
@@ -515,7 +403,7 @@ bool Connection::readWithin(std::string &text, int milliseconds)
             }
         } else if (!wait) {
             return true;
-        } else if (const int left = leftUntil(deadline, milliseconds); !waitFor(fd(), left)) {
+        } else if (const int left = leftUntil(deadline, milliseconds); !waitForPacket(fd(), left)) {
             return fail(errno);
         }
     }

@@ -11,6 +11,8 @@
 
 namespace voro::pps {
 
+struct Packet;
+
 /**
  * One open PPS object without Qt: what PpsObject, the renderer's client functions and the workers are made of.
  *
@@ -94,7 +96,6 @@ private:
         Seen after;
         std::string text;
     };
-    struct Packet;
 
     bool fail(int error);
     bool setPath(std::string_view path, unsigned mode);
