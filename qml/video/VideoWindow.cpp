@@ -12,7 +12,7 @@ VideoWindow::VideoWindow(QQuickItem *parent)
       m_receiver(m_windowId)
 {
     setFlag(ItemHasContents);
-    connect(&m_receiver, &FrameReceiver::frameChanged, this, &VideoWindow::onFrameChanged);
+    connect(&m_receiver, &renderer::FrameReceiver::frameChanged, this, &VideoWindow::onFrameChanged);
 }
 
 void VideoWindow::setFillMode(FillMode mode)
@@ -27,7 +27,7 @@ void VideoWindow::setFillMode(FillMode mode)
 
 void VideoWindow::onFrameChanged()
 {
-    const std::shared_ptr<Frame> &frame = m_receiver.frame();
+    const std::shared_ptr<renderer::Frame> &frame = m_receiver.frame();
     const bool hadPicture = hasPicture();
     const QSize size = frame ? frame->size() : QSize();
     const QSizeF shown = frame ? frame->shownSize() : QSizeF();
@@ -77,7 +77,7 @@ QRectF VideoWindow::sourceRect() const
 QSGNode *VideoWindow::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
     auto *node = static_cast<QSGImageNode *>(old);
-    const std::shared_ptr<Frame> &frame = m_receiver.frame();
+    const std::shared_ptr<renderer::Frame> &frame = m_receiver.frame();
     if (!frame || size().isEmpty()) {
         delete node;
         m_isNew = true;
@@ -89,7 +89,8 @@ QSGNode *VideoWindow::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
         node->setFiltering(QSGTexture::Linear);
     }
     if (m_isNew || !node->texture()) {
-        node->setTexture(window()->createTextureFromImage(Frame::image(frame), QQuickWindow::TextureIsOpaque));
+        node->setTexture(
+            window()->createTextureFromImage(renderer::Frame::image(frame), QQuickWindow::TextureIsOpaque));
         m_isNew = false;
     }
     node->setRect(contentRect());

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "FrameReceiver.h"
-
 #include <QtQuick/QQuickItem>
+
+#include <renderer/frames/FrameReceiver.h>
 
 namespace voro::qml {
 
@@ -63,7 +63,7 @@ private:
 
     const QString m_windowId;
     FillMode m_fillMode = PreserveAspectFit;
-    FrameReceiver m_receiver;
+    renderer::FrameReceiver m_receiver;
     QSize m_sourceSize;
     QSizeF m_shownSize;
     /** Whether the picture differs from the scene's. */

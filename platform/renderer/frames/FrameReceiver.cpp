@@ -13,12 +13,11 @@
 #include <cerrno>
 #include <utility>
 
-namespace voro::qml {
+namespace voro::renderer {
 
-using namespace voro::renderer;
-using voro::pps::Fd;
+using pps::Fd;
 
-std::shared_ptr<FrameRing> FrameRing::map(const FrameDescription &description, int file)
+std::shared_ptr<FrameRingReader> FrameRingReader::map(const FrameDescription &description, int file)
 {
     struct stat status {};
     const int seals = fcntl(file, F_GET_SEALS);
@@ -31,14 +30,14 @@ std::shared_ptr<FrameRing> FrameRing::map(const FrameDescription &description, i
     if (memory == MAP_FAILED) {
         return nullptr;
     }
-    std::shared_ptr<FrameRing> ring(new FrameRing);
+    std::shared_ptr<FrameRingReader> ring(new FrameRingReader);
     ring->m_description = description;
     ring->m_memory = static_cast<const std::byte *>(memory);
     ring->m_size = size;
     return ring;
 }
 
-FrameRing::~FrameRing()
+FrameRingReader::~FrameRingReader()
 {
     munmap(const_cast<std::byte *>(m_memory), m_size);
 }
@@ -49,7 +48,7 @@ Frame::~Frame()
     release.generation = m_ring->description().generation;
     release.slot = m_slot;
     // A worker that is gone needs no slot back.
-    voro::pps::sendPacket(m_socket->get(), bytesOf(release));
+    pps::sendPacket(m_socket->get(), bytesOf(release));
 }
 
 uint64_t Frame::serial() const
@@ -100,7 +99,7 @@ void FrameReceiver::Watched::reset()
 FrameReceiver::FrameReceiver(const QString &name, QObject *parent) : QObject(parent), m_name(name.toUtf8())
 {
     std::string folder;
-    if (const int error = voro::pps::runtimeFolder(folder)) {
+    if (const int error = pps::runtimeFolder(folder)) {
         qWarning("VideoWindow: there is no runtime folder: %s", strerror(error));
         return;
     }
@@ -123,9 +122,9 @@ void FrameReceiver::connectToDaemon()
     if (std::exchange(m_tried, made) == made) {
         return;
     }
-    Fd socket = voro::pps::connectToSocket(path);
+    Fd socket = pps::connectToSocket(path);
     const auto name = std::as_bytes(std::span(m_name.constData(), static_cast<size_t>(m_name.size())));
-    if (socket.isValid() && voro::pps::sendPacket(socket.get(), name)) {
+    if (socket.isValid() && pps::sendPacket(socket.get(), name)) {
         m_daemon.set(std::move(socket), [this] { readDaemon(); });
     }
 }
@@ -134,7 +133,7 @@ void FrameReceiver::readDaemon()
 {
     std::byte note{};
     Fd worker;
-    const ssize_t size = voro::pps::receivePacket(m_daemon.socket->get(), std::span(&note, 1), worker);
+    const ssize_t size = pps::receivePacket(m_daemon.socket->get(), std::span(&note, 1), worker);
     if (size < 0 && errno == EAGAIN) {
         return;
     }
@@ -149,7 +148,7 @@ void FrameReceiver::readDaemon()
         m_ring.reset();
         FrameFormats formats;
         formats.formats = static_cast<uint32_t>(FrameFormat::Bgrx);
-        voro::pps::sendPacket(m_worker.socket->get(), bytesOf(formats));
+        pps::sendPacket(m_worker.socket->get(), bytesOf(formats));
     }
 }
 
@@ -158,7 +157,7 @@ void FrameReceiver::readWorker()
     for (;;) {
         std::array<std::byte, MaximumFramePacket> packet;
         Fd file;
-        const ssize_t size = voro::pps::receivePacket(m_worker.socket->get(), packet, file);
+        const ssize_t size = pps::receivePacket(m_worker.socket->get(), packet, file);
         if (size < 0 && errno == EAGAIN) {
             return;
         }
@@ -177,7 +176,7 @@ bool FrameReceiver::handle(std::span<const std::byte> packet, const Fd &file)
     FrameReady ready;
     switch (kindOf(packet)) {
     case FramePacket::Description:
-        m_ring = readPacket(packet, description) ? FrameRing::map(description, file.get()) : nullptr;
+        m_ring = readPacket(packet, description) ? FrameRingReader::map(description, file.get()) : nullptr;
         return m_ring != nullptr;
     case FramePacket::Frame:
         return readPacket(packet, ready) && take(ready);
@@ -208,4 +207,4 @@ void FrameReceiver::show(std::shared_ptr<Frame> frame)
     Q_EMIT frameChanged();
 }
 
-} // namespace voro::qml
+} // namespace voro::renderer

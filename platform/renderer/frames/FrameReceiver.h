@@ -11,24 +11,24 @@
 #include <memory>
 #include <span>
 
-namespace voro::qml {
+namespace voro::renderer {
 
 /** A worker's memory file with pictures, mapped for reading. */
-class FrameRing {
+class FrameRingReader {
 public:
     /** Null when the file does not match the description or could shrink. */
-    static std::shared_ptr<FrameRing> map(const voro::renderer::FrameDescription &description, int file);
-    ~FrameRing();
-    FrameRing(const FrameRing &) = delete;
-    FrameRing &operator=(const FrameRing &) = delete;
+    static std::shared_ptr<FrameRingReader> map(const FrameDescription &description, int file);
+    ~FrameRingReader();
+    FrameRingReader(const FrameRingReader &) = delete;
+    FrameRingReader &operator=(const FrameRingReader &) = delete;
 
-    const voro::renderer::FrameDescription &description() const { return m_description; }
+    const FrameDescription &description() const { return m_description; }
     const std::byte *slot(uint32_t slot) const { return m_memory + slot * m_description.slotSize; }
 
 private:
-    FrameRing() = default;
+    FrameRingReader() = default;
 
-    voro::renderer::FrameDescription m_description;
+    FrameDescription m_description;
     const std::byte *m_memory = nullptr;
     size_t m_size = 0;
 };
@@ -38,7 +38,7 @@ private:
  */
 class Frame {
 public:
-    Frame(std::shared_ptr<voro::pps::Fd> socket, std::shared_ptr<FrameRing> ring, uint32_t slot)
+    Frame(std::shared_ptr<pps::Fd> socket, std::shared_ptr<FrameRingReader> ring, uint32_t slot)
         : m_socket(std::move(socket)),
           m_ring(std::move(ring)),
           m_slot(slot)
@@ -56,8 +56,8 @@ public:
     static QImage image(const std::shared_ptr<Frame> &frame);
 
 private:
-    std::shared_ptr<voro::pps::Fd> m_socket;
-    std::shared_ptr<FrameRing> m_ring;
+    std::shared_ptr<pps::Fd> m_socket;
+    std::shared_ptr<FrameRingReader> m_ring;
     uint32_t m_slot;
 };
 
@@ -77,10 +77,10 @@ Q_SIGNALS:
 private:
     /** A socket and its notifier. */
     struct Watched {
-        std::shared_ptr<voro::pps::Fd> socket;
+        std::shared_ptr<pps::Fd> socket;
         std::unique_ptr<QSocketNotifier> ready;
 
-        void set(voro::pps::Fd descriptor, const std::function<void()> &onReady);
+        void set(pps::Fd descriptor, const std::function<void()> &onReady);
         void reset();
     };
 
@@ -88,8 +88,8 @@ private:
     void readDaemon();
     void readWorker();
     /** False for an invalid message. */
-    bool handle(std::span<const std::byte> packet, const voro::pps::Fd &file);
-    bool take(const voro::renderer::FrameReady &ready);
+    bool handle(std::span<const std::byte> packet, const pps::Fd &file);
+    bool take(const FrameReady &ready);
     void show(std::shared_ptr<Frame> frame);
 
     const QByteArray m_name;
@@ -100,8 +100,8 @@ private:
     /** Creation time of the socket of the last connection: seconds and nanoseconds. */
     std::pair<time_t, long> m_tried;
     Watched m_worker;
-    std::shared_ptr<FrameRing> m_ring;
+    std::shared_ptr<FrameRingReader> m_ring;
     std::shared_ptr<Frame> m_frame;
 };
 
-} // namespace voro::qml
+} // namespace voro::renderer

@@ -1,4 +1,3 @@
-#include "FrameReceiver.h"
 #include "RealMedia.h"
 
 #include <multimedia/MediaPlayer.h>
@@ -15,6 +14,7 @@
 #include <fcntl.h>
 #include <Files.h>
 #include <pps/FdPassing.h>
+#include <renderer/frames/FrameReceiver.h>
 #include <Rows.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
@@ -26,8 +26,6 @@
 
 using namespace voro::multimedia;
 using namespace voro::renderer;
-using voro::qml::Frame;
-using voro::qml::FrameReceiver;
 
 namespace {
 

@@ -78,7 +78,7 @@ bool FrameChannel::renewRing()
     if (m_ring && m_ring->fits(m_info)) {
         return true;
     }
-    m_ring = FrameRing::make(m_info, ++m_generation);
+    m_ring = FrameRingWriter::make(m_info, ++m_generation);
     if (m_ring && !pps::sendPacket(m_socket.get(), bytesOf(m_ring->description()), m_ring->descriptor())) {
         m_ring.reset();
     }

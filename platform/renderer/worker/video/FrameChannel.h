@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FrameRing.h"
+#include "FrameRingWriter.h"
 
 #include <pps/Fd.h>
 #include <renderer/worker/gst/Gst.h>
@@ -44,7 +44,7 @@ private:
     Source m_source;
     /** The item has said that it can show our format. */
     bool m_isReady = false;
-    std::unique_ptr<FrameRing> m_ring;
+    std::unique_ptr<FrameRingWriter> m_ring;
     uint32_t m_generation = 0;
     uint64_t m_serial = 0;
     /** The newest one, and whether the item has it. */

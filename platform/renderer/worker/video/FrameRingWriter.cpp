@@ -1,4 +1,4 @@
-#include "FrameRing.h"
+#include "FrameRingWriter.h"
 
 #include <fcntl.h>
 #include <renderer/common/MemoryFile.h>
@@ -44,9 +44,9 @@ FrameDescription describe(const GstVideoInfo &target, uint32_t generation)
 
 } // namespace
 
-std::unique_ptr<FrameRing> FrameRing::make(const GstVideoInfo &pictures, uint32_t generation)
+std::unique_ptr<FrameRingWriter> FrameRingWriter::make(const GstVideoInfo &pictures, uint32_t generation)
 {
-    std::unique_ptr<FrameRing> ring(new FrameRing);
+    std::unique_ptr<FrameRingWriter> ring(new FrameRingWriter);
     ring->m_source = pictures;
     ring->m_target = shown(pictures);
     ring->m_description = describe(ring->m_target, generation);
@@ -68,19 +68,19 @@ std::unique_ptr<FrameRing> FrameRing::make(const GstVideoInfo &pictures, uint32_
     return ring->m_converter ? std::move(ring) : nullptr;
 }
 
-FrameRing::~FrameRing()
+FrameRingWriter::~FrameRingWriter()
 {
     if (m_memory) {
         munmap(m_memory, Slots * m_description.slotSize);
     }
 }
 
-bool FrameRing::fits(const GstVideoInfo &pictures) const
+bool FrameRingWriter::fits(const GstVideoInfo &pictures) const
 {
     return gst_video_info_is_equal(&pictures, &m_source);
 }
 
-std::optional<uint32_t> FrameRing::takeSlot()
+std::optional<uint32_t> FrameRingWriter::takeSlot()
 {
     const auto slot = static_cast<uint32_t>(std::countr_one(m_taken));
     if (slot >= Slots) {
@@ -90,7 +90,7 @@ std::optional<uint32_t> FrameRing::takeSlot()
     return slot;
 }
 
-bool FrameRing::freeSlot(uint32_t slot)
+bool FrameRingWriter::freeSlot(uint32_t slot)
 {
     const bool isTaken = slot < Slots && (m_taken >> slot & 1) != 0;
     if (isTaken) {
@@ -99,7 +99,7 @@ bool FrameRing::freeSlot(uint32_t slot)
     return isTaken;
 }
 
-bool FrameRing::fill(uint32_t slot, GstBuffer *picture, uint64_t serial)
+bool FrameRingWriter::fill(uint32_t slot, GstBuffer *picture, uint64_t serial)
 {
     GstVideoFrame source;
     if (!gst_video_frame_map(&source, &m_source, picture, GST_MAP_READ)) {

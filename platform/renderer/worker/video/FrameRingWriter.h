@@ -9,14 +9,14 @@
 
 namespace voro::renderer {
 
-/** The memory file of a frame queue, for pictures of one size. */
-class FrameRing {
+/** A memory file of a frame queue, for pictures of one size, as the worker makes and fills it. */
+class FrameRingWriter {
 public:
     /** Nothing when there is no memory, or for pictures that are too large. */
-    static std::unique_ptr<FrameRing> make(const GstVideoInfo &pictures, uint32_t generation);
-    ~FrameRing();
-    FrameRing(const FrameRing &) = delete;
-    FrameRing &operator=(const FrameRing &) = delete;
+    static std::unique_ptr<FrameRingWriter> make(const GstVideoInfo &pictures, uint32_t generation);
+    ~FrameRingWriter();
+    FrameRingWriter(const FrameRingWriter &) = delete;
+    FrameRingWriter &operator=(const FrameRingWriter &) = delete;
 
     /** Whether such pictures can go into it. */
     bool fits(const GstVideoInfo &pictures) const;
@@ -35,7 +35,7 @@ private:
         void operator()(GstVideoConverter *converter) const { gst_video_converter_free(converter); }
     };
 
-    FrameRing() = default;
+    FrameRingWriter() = default;
     std::byte *address(uint32_t slot) const { return m_memory + slot * m_description.slotSize; }
 
     FrameDescription m_description;
