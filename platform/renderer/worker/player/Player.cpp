@@ -13,24 +13,12 @@ namespace {
 constexpr guint OpenTimeout = 15'000;
 constexpr char WasCut[] = "the file was cut off while it played";
 
-/** Tells the log of a track that is passed over; of a long list's not of every one. */
-void logBad(unsigned track, const std::string &cause)
-{
-    constexpr int Most = 50;
-    static int told = 0;
-    if (++told <= Most) {
-        log::warn(log::Category::Worker, "track %u is passed over: %s", track, cause.c_str());
-    } else if (told == Most + 1) {
-        log::warn(log::Category::Worker, "further tracks are passed over without a word");
-    }
-}
-
 } // namespace
 
 Player::Player(Playback &playback, Probe &probe, Reports::Send send)
     : m_reports(std::move(send)),
       m_playback(playback),
-      m_probe(probe)
+      m_next(playback, probe, m_queue, m_reports, [this] { prepareNext(); })
 {
     m_playback.listen({.decoded = [this] { onDecoded(); },
                        .ended = [this] { onEnded(); },
@@ -92,14 +80,13 @@ void Player::openTrack(unsigned track, int64_t position)
 void Player::load()
 {
     const unsigned track = m_queue.current();
-    const bool isProbed = m_following && m_following->track == track;
-    m_track.begin(medium(track), isProbed ? std::move(m_following->facts) : Facts());
-    m_following.reset();
-    m_probe.cancel();
+    auto known = m_next.take();
+    m_track.begin(medium(track), known && known->track == track ? std::move(known->facts) : Facts());
+    m_next.forget();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
     m_playback.load({medium(track), captions(track), m_outputs, m_isChanging});
-    prepareFollowing();
+    prepareNext();
 }
 
 void Player::reload()
@@ -122,7 +109,7 @@ bool Player::passOver(const Result &problem)
         fail(problem);
         return false;
     }
-    logBad(track, problem.text);
+    m_reports.passedOver(track, problem.text);
     if (!other) {
         complete(m_played->track, m_played->end);
         return false;
@@ -139,7 +126,7 @@ void Player::finishOpen(const Result &result)
         m_phase = Phase::Ready;
         m_track.refresh(m_playback);
         reportCurrent();
-        prepareFollowing();
+        prepareNext();
     } else {
         end(Phase::Closed);
     }
@@ -167,8 +154,7 @@ void Player::end(Phase phase)
     m_device.watch({});
     m_statusTimer.reset();
     m_openTimer.reset();
-    m_probe.cancel();
-    m_following.reset();
+    m_next.forget();
     m_fetch.cancel();
     m_playback.unload();
     m_track.end();
@@ -216,7 +202,7 @@ Result Player::begin()
         m_phase = Phase::Ready;
         return {ErrorCode::UnsupportedOperation, "the medium cannot be played from there or at that speed"};
     }
-    prepareFollowing();
+    prepareNext();
     proceed();
     return {};
 }
@@ -287,7 +273,7 @@ Result Player::setSpeed(Speed speed)
     }
     m_speed = speed;
     if (m_phase == Phase::Running) {
-        prepareFollowing();
+        prepareNext();
         proceed();
     }
     return {};
@@ -323,7 +309,7 @@ Result Player::seek(unsigned track, int64_t position)
         if (!seekTo(target, m_playback.speed())) {
             return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
         }
-        prepareFollowing();
+        prepareNext();
     }
     m_position = target;
     reportStatus();
@@ -359,86 +345,38 @@ void Player::apply(const Settings &settings, const Outputs &outputs)
         reload();
     } else if (isOpen()) {
         m_playback.selectCaptions(captions(m_queue.current()));
-        const bool isOutdated =
-            m_playback.succession().isTaken() && m_following && m_queue.following() != m_following->track;
-        if (isOutdated) {
+        if (m_next.isOutdated()) {
             reload();
         } else {
-            prepareFollowing();
+            prepareNext();
         }
     }
 }
 
 // From track to track
 
-void Player::prepareFollowing()
+void Player::prepareNext()
 {
-    if (m_playback.succession().isTaken()) {
-        return;
-    }
-    for (;;) {
-        const auto next = m_queue.following();
-        const bool isNormal = m_speed.isPaused() || m_speed == NormalSpeed;
-        if (!next || !isNormal || m_playback.speed() != NormalSpeed || !captions(*next).medium.isEmpty()) {
-            m_playback.succession().set({});
-            return;
-        }
-        if (*next == m_queue.current()) {
-            // A track without an end or without a length would be repeated for ever in no time.
-            m_playback.succession().set(m_track.facts().duration > 0 ? uri(*next) : std::string());
-            return;
-        }
-        if (m_following && m_following->track == *next) {
-            // Pictures alone, and what is read with libavformat, need another way to be played.
-            const Facts &facts = m_following->facts;
-            m_playback.succession().set(facts.sampleRate > 0 && !facts.needsLibav ? uri(*next) : std::string());
-            return;
-        }
-        m_playback.succession().setUnknown();
-        if (!isOpen()) {
-            // First things first: this track has to be opened.
-            return;
-        }
-        if (medium(*next).check()) {
-            m_probe.start(medium(*next), [this, track = *next](const Result &result, Facts facts) {
-                onProbed(track, result, std::move(facts));
-            });
-            return;
-        }
-        logBad(*next, "it cannot be read");
-        m_queue.setBad(*next);
-    }
-}
-
-void Player::onProbed(unsigned track, const Result &result, Facts facts)
-{
-    if (result) {
-        m_reports.track(track, uri(track), facts);
-        m_following = Following{track, std::move(facts)};
-    } else {
-        logBad(track, result.text);
-        m_queue.setBad(track);
-    }
-    prepareFollowing();
+    const bool isNormalSpeed = (m_speed.isPaused() || m_speed == NormalSpeed) && m_playback.speed() == NormalSpeed;
+    m_next.prepare({isOpen(), isNormalSpeed, m_track.facts().duration, m_settings.captions});
 }
 
 void Player::onAdvanced()
 {
     if (m_track.hasShrunk()) {
-        logBad(m_queue.current(), WasCut);
+        m_reports.passedOver(m_queue.current(), WasCut);
         m_queue.setBad(m_queue.current());
     }
-    if (m_following) {
-        m_queue.setCurrent(m_following->track);
-        m_track.begin(medium(m_following->track), std::move(m_following->facts));
-        m_following.reset();
+    if (auto next = m_next.take()) {
+        m_queue.setCurrent(next->track);
+        m_track.begin(medium(next->track), std::move(next->facts));
     } else if (m_track.hasShrunk()) {
         // What is left of it would be repeated for ever.
         onEnded();
         return;
     }
     reportCurrent();
-    prepareFollowing();
+    prepareNext();
     m_track.measure(m_playback.isCommonFile());
 }
 
@@ -484,7 +422,7 @@ void Player::onEnded()
     const int64_t last = std::max(m_track.facts().duration, m_playback.position());
     const bool isSame = next == m_queue.current();
     if (isSame && m_playback.position() > 0 && seekTo(0, m_playback.speed())) {
-        prepareFollowing();
+        prepareNext();
         reportStatus();
     } else if (next && (!isSame || (m_playback.position() > 0 && !m_track.facts().isSeekable))) {
         m_isForward = true;

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "DeviceWatch.h"
+#include "NextTrack.h"
 #include "Reports.h"
 #include "Track.h"
 
 #include <renderer/worker/lookup/Fetch.h>
-#include <renderer/worker/lookup/Probe.h>
-#include <renderer/worker/media/Queue.h>
-#include <renderer/worker/pipeline/Playback.h>
 #include <renderer/worker/playlist/Playlist.h>
 
 #include <functional>
@@ -48,11 +46,6 @@ private:
         /** Stopped, or played to the end: the medium has to be opened again. */
         Stopped,
     };
-    /** The next track, as far as it was looked at. */
-    struct Following {
-        unsigned track;
-        Facts facts;
-    };
 
     void onDecoded();
     void onEnded();
@@ -63,7 +56,6 @@ private:
     void onChanged();
     void onBuffering(int percent);
     void onDeviceLost();
-    void onProbed(unsigned track, const Result &result, Facts facts);
     static gboolean onStatusDue(gpointer self);
     static gboolean onOpenTimeout(gpointer self);
 
@@ -86,8 +78,7 @@ private:
     void watchDevice();
     void end(Phase phase);
     void finishOpen(const Result &result);
-    /** Sees to it that the next track is known by the time that this one ends. */
-    void prepareFollowing();
+    void prepareNext();
     bool isOpening() const { return m_phase == Phase::Opening || m_phase == Phase::Starting; }
     bool isOpen() const { return m_phase == Phase::Ready || m_phase == Phase::Running; }
     CaptionChoice captions(unsigned track) const;
@@ -100,18 +91,17 @@ private:
 
     Reports m_reports;
     Playback &m_playback;
-    Probe &m_probe;
     Playlist m_playlist;
     Fetch m_fetch;
     DeviceWatch m_device{[this] { onDeviceLost(); }};
     Queue m_queue;
+    NextTrack m_next;
     Settings m_settings;
     Outputs m_outputs;
     Speed m_speed;
     Phase m_phase = Phase::Closed;
     Answer m_answer;
     Track m_track{{.measured = [this] { onChanged(); }, .coverMade = [this] { reportTrack(); }}};
-    std::optional<Following> m_following;
     bool m_isForward = true;
     /** Volume or equalizer were changed while the queue played, and probably will be again. */
     bool m_isChanging = false;

@@ -1,5 +1,6 @@
 #include "Reports.h"
 
+#include <pps/Log.h>
 #include <pps/Text.h>
 
 #include <algorithm>
@@ -40,6 +41,17 @@ void Reports::neighbours(const Queue &queue)
             gst_tag_list_add(facts.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_TITLE, title.c_str(), nullptr);
         }
         track(number, medium.uri(), facts);
+    }
+}
+
+void Reports::passedOver(unsigned track, const std::string &cause)
+{
+    constexpr int Most = 50;
+    static int told = 0;
+    if (++told <= Most) {
+        log::warn(log::Category::Worker, "track %u is passed over: %s", track, cause.c_str());
+    } else if (told == Most + 1) {
+        log::warn(log::Category::Worker, "further tracks are passed over without a word");
     }
 }
 

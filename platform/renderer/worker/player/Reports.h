@@ -26,6 +26,8 @@ public:
     void track(unsigned number, const std::string &uri, const Facts &facts);
     /** Tells of the tracks near the current one what their list says, until they are looked at. */
     void neighbours(const Queue &queue);
+    /** Tells the log of a track that is passed over; of a long list's not of every one. */
+    static void passedOver(unsigned track, const std::string &cause);
     void failed(const Result &result, unsigned track, int64_t position);
     void send(const Event &event) { m_send(event); }
 
