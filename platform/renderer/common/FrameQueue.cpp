@@ -4,7 +4,7 @@
 
 namespace voro::renderer {
 
-bool isSound(const FrameDescription &description, uint64_t size)
+bool isValid(const FrameDescription &description, uint64_t size)
 {
     const auto isSide = [](uint32_t side) { return side >= 1 && side <= static_cast<uint32_t>(MaximumFrameSide); };
     const bool isPlausible = description.packet == FramePacket::Description && description.format == FrameFormat::Bgrx

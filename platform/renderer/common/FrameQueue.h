@@ -96,7 +96,7 @@ struct FrameHeader {
 inline constexpr uint32_t FrameHeaderSize = 64;
 
 /** Whether a description is one, and all that it describes lies in a memory file of that size. */
-bool isSound(const FrameDescription &description, uint64_t size);
+bool isValid(const FrameDescription &description, uint64_t size);
 
 /** Whether a window id names a frame queue: it is neither empty nor the number of a window. */
 bool isFrameQueue(std::string_view window);

@@ -22,7 +22,7 @@ std::shared_ptr<FrameRingReader> FrameRingReader::map(const FrameDescription &de
     struct stat status {};
     const int seals = fcntl(file, F_GET_SEALS);
     const bool canShrink = seals < 0 || (seals & F_SEAL_SHRINK) == 0;
-    if (canShrink || fstat(file, &status) != 0 || !isSound(description, static_cast<uint64_t>(status.st_size))) {
+    if (canShrink || fstat(file, &status) != 0 || !isValid(description, static_cast<uint64_t>(status.st_size))) {
         return nullptr;
     }
     const auto size = static_cast<size_t>(status.st_size);

@@ -180,9 +180,9 @@ private:
     }
     void probed(ErrorCode code)
     {
-        Facts facts;
-        facts.sampleRate = 44100;
-        std::exchange(m_probe.done, nullptr)({code, {}}, std::move(facts));
+        TrackInfo info;
+        info.sampleRate = 44100;
+        std::exchange(m_probe.done, nullptr)({code, {}}, std::move(info));
     }
     void answer(const Result &result)
     {

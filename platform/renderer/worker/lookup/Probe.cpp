@@ -29,7 +29,7 @@ void Probe::start(const Medium &medium, Done done)
 {
     cancel();
     m_done = std::move(done);
-    m_facts = {};
+    m_info = {};
     m_uri = medium.uri();
     if (!medium.isLocal() || !isReadBestByLibavformat(medium.path()) || !openOtherWay()) {
         open(m_uri);
@@ -39,19 +39,19 @@ void Probe::start(const Medium &medium, Done done)
 
 bool Probe::openOtherWay()
 {
-    const std::string other = m_facts.needsLibav ? std::string() : libavUri(m_uri);
+    const std::string other = m_info.needsLibav ? std::string() : libavUri(m_uri);
     if (other.empty()) {
         return false;
     }
     close();
     open(other);
-    m_facts.needsLibav = true;
+    m_info.needsLibav = true;
     return true;
 }
 
 void Probe::open(const std::string &uri)
 {
-    m_facts = {};
+    m_info = {};
     m_tags.clear();
     m_open.add(uri);
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-probe"))));
@@ -107,7 +107,7 @@ void Probe::handle(GstMessage *message)
         gst_message_parse_tag(message, &tags);
         const Owned<GstTagList> owned(tags);
         const Owned<GstCaps> caps = capsOf(GST_ELEMENT(GST_MESSAGE_SRC(message)));
-        m_facts.merge(m_tags.choose(tags, sampleRateOf(caps.get()) > 0).get());
+        m_info.merge(m_tags.choose(tags, sampleRateOf(caps.get()) > 0).get());
         break;
     }
     case GST_MESSAGE_ELEMENT:
@@ -129,12 +129,12 @@ void Probe::handle(GstMessage *message)
 
 void Probe::collect()
 {
-    m_facts.duration = durationOf(m_pipeline.get());
-    m_facts.isSeekable = isSeekable(m_pipeline.get());
-    const auto addSink = [](const GValue *item, gpointer facts) {
+    m_info.duration = durationOf(m_pipeline.get());
+    m_info.isSeekable = isSeekable(m_pipeline.get());
+    const auto addSink = [](const GValue *item, gpointer info) {
         auto *sink = static_cast<GstElement *>(g_value_get_object(item));
         const Owned<GstCaps> caps = capsOf(sink);
-        auto *known = static_cast<Facts *>(facts);
+        auto *known = static_cast<TrackInfo *>(info);
         if (const Dimensions size = dimensionsOf(caps.get()); size.width > 0) {
             known->dimensions = size;
         } else if (const int rate = sampleRateOf(caps.get()); rate > 0) {
@@ -142,7 +142,7 @@ void Probe::collect()
         }
     };
     GstIterator *sinks = gst_bin_iterate_sinks(GST_BIN(m_pipeline.get()));
-    gst_iterator_foreach(sinks, addSink, &m_facts);
+    gst_iterator_foreach(sinks, addSink, &m_info);
     gst_iterator_free(sinks);
 }
 
@@ -169,10 +169,10 @@ void Probe::fail(const Result &result)
 void Probe::finish(const Result &result)
 {
     const Done done = std::exchange(m_done, nullptr);
-    Facts facts = std::move(m_facts);
+    TrackInfo info = std::move(m_info);
     cancel();
     if (done) {
-        done(result, std::move(facts));
+        done(result, std::move(info));
     }
 }
 

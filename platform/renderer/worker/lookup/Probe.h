@@ -5,8 +5,8 @@
 #include <renderer/common/Error.h>
 #include <renderer/common/Medium.h>
 #include <renderer/worker/gst/Gst.h>
-#include <renderer/worker/media/Facts.h>
 #include <renderer/worker/media/TagPrecedence.h>
+#include <renderer/worker/media/TrackInfo.h>
 
 #include <functional>
 #include <string>
@@ -16,7 +16,7 @@ namespace voro::renderer {
 /** Opens a medium without playing it, to know early whether it plays and what it is. */
 class Probe {
 public:
-    using Done = std::function<void(const Result &, Facts)>;
+    using Done = std::function<void(const Result &, TrackInfo)>;
 
     Probe() = default;
     virtual ~Probe() { close(); }
@@ -41,7 +41,7 @@ private:
 
     std::string m_uri;
     Done m_done;
-    Facts m_facts;
+    TrackInfo m_info;
     TagPrecedence m_tags;
     OpenMedia m_open;
     Owned<GstElement> m_pipeline;

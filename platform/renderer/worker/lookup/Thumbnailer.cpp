@@ -2,7 +2,7 @@
 
 #include <gst/base/gsttypefindhelper.h>
 #include <malloc.h>
-#include <renderer/worker/media/Facts.h>
+#include <renderer/worker/media/TrackInfo.h>
 
 #include <array>
 #include <cstdint>

@@ -4,7 +4,7 @@
 
 namespace voro::renderer {
 
-void Queue::assign(std::vector<Entry> entries)
+void Queue::assign(std::vector<QueueEntry> entries)
 {
     m_entries = std::move(entries);
     m_current = 1;

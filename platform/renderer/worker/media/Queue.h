@@ -11,7 +11,7 @@
 namespace voro::renderer {
 
 /** A place in a queue. */
-struct Entry {
+struct QueueEntry {
     Medium medium;
     /** The name that the playlist gives it. */
     std::string title;
@@ -20,11 +20,11 @@ struct Entry {
 /** The tracks that are played one after the other, counted from 1. */
 class Queue {
 public:
-    void assign(std::vector<Entry> entries);
+    void assign(std::vector<QueueEntry> entries);
 
     unsigned total() const { return static_cast<unsigned>(m_entries.size()); }
     unsigned current() const { return m_current; }
-    const Entry &entry(unsigned track) const { return m_entries[track - 1]; }
+    const QueueEntry &entry(unsigned track) const { return m_entries[track - 1]; }
     void setCurrent(unsigned track) { m_current = track; }
     void setRepeat(RepeatMode mode) { m_repeat = mode; }
 
@@ -39,7 +39,7 @@ private:
     std::optional<unsigned> after(unsigned track) const;
     std::optional<unsigned> before(unsigned track) const;
 
-    std::vector<Entry> m_entries;
+    std::vector<QueueEntry> m_entries;
     unsigned m_current = 1;
     std::set<unsigned> m_bad;
     RepeatMode m_repeat = RepeatMode::None;

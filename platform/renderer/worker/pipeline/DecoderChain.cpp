@@ -1,7 +1,7 @@
 #include "DecoderChain.h"
 
 #include <renderer/worker/gst/FileSource.h>
-#include <renderer/worker/gst/Unheard.h>
+#include <renderer/worker/gst/PacketsBeforeTarget.h>
 
 #include <vector>
 
@@ -60,7 +60,7 @@ DecoderChain::DecoderChain(FileFormat format)
     gst_pad_add_probe(input.get(), static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_PUSH),
                       onCoded, this, nullptr);
     if (format == FileFormat::OggVorbis || format == FileFormat::OggOpus) {
-        skipUnheard(m_decoder);
+        skipPacketsBeforeTarget(m_decoder);
     }
 }
 

@@ -6,7 +6,7 @@
 #include <renderer/common/Names.h>
 #include <renderer/common/Speed.h>
 #include <renderer/worker/gst/Failure.h>
-#include <renderer/worker/media/Facts.h>
+#include <renderer/worker/media/TrackInfo.h>
 
 #include <cstdint>
 #include <functional>

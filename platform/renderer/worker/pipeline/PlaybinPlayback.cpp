@@ -8,8 +8,8 @@
 #include <renderer/worker/gst/EarlyErrors.h>
 #include <renderer/worker/gst/Gaps.h>
 #include <renderer/worker/gst/HttpSource.h>
+#include <renderer/worker/gst/PacketsBeforeTarget.h>
 #include <renderer/worker/gst/Replay.h>
-#include <renderer/worker/gst/Unheard.h>
 #include <renderer/worker/gst/WholeOgg.h>
 #include <renderer/worker/media/Libav.h>
 #include <renderer/worker/video/WindowSink.h>
@@ -49,10 +49,10 @@ void onTextTags(GstElement *playbin, gint, gpointer)
 
 PlaybinPlayback::PlaybinPlayback(Succession &succession)
     : PipelinePlayback(makeElement("playbin"), succession),
-      m_blind(GST_ELEMENT(gst_object_ref_sink(silentSink())))
+      m_noVideo(GST_ELEMENT(gst_object_ref_sink(silentSink())))
 {
     g_object_set(pipeline(), "audio-sink", audio().element(), "text-sink", m_captions.element(), nullptr);
-    keepGapsInside(Owned<GstPad>(gst_element_get_static_pad(m_blind.get(), "sink")).get());
+    keepGapsInside(Owned<GstPad>(gst_element_get_static_pad(m_noVideo.get(), "sink")).get());
     EarlyErrors::keep(pipeline());
     g_signal_connect(pipeline(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     g_signal_connect(pipeline(), "deep-element-added", G_CALLBACK(WholeOgg::onElementAdded), nullptr);
@@ -121,7 +121,7 @@ void PlaybinPlayback::open(bool needsPicture)
     if (!m_captionUri.empty()) {
         m_open.add(m_captionUri);
     }
-    g_object_set(pipeline(), "video-sink", m_showsPictures ? m_video.element() : m_blind.get(), nullptr);
+    g_object_set(pipeline(), "video-sink", m_showsPictures ? m_video.element() : m_noVideo.get(), nullptr);
     g_object_set(pipeline(), "uri", m_openedUri.c_str(), "suburi",
                  m_captionUri.empty() ? nullptr : m_captionUri.c_str(), "flags", flags(), nullptr);
     gst_element_set_state(pipeline(), GST_STATE_PAUSED);
@@ -225,7 +225,7 @@ void PlaybinPlayback::onElementAdded(GstBin *, GstBin *parent, GstElement *eleme
     } else if (isOfType(element, "subparse")) {
         limitCaptions(element);
     } else if (isOfType(element, "vorbisdec") || isOfType(element, "opusdec")) {
-        skipUnheard(element);
+        skipPacketsBeforeTarget(element);
     }
 }
 

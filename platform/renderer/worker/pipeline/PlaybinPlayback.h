@@ -70,7 +70,7 @@ private:
 
     VideoBin m_video;
     /** Takes the place of the bin for pictures while nobody sees them. */
-    Owned<GstElement> m_blind;
+    Owned<GstElement> m_noVideo;
     Captions m_captions;
     CaptionFile m_captionFile;
     /** What the playbin was given as captions from elsewhere. */

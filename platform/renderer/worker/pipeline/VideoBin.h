@@ -3,7 +3,7 @@
 #include "Piece.h"
 
 #include <renderer/worker/gst/Gst.h>
-#include <renderer/worker/media/Facts.h>
+#include <renderer/worker/media/TrackInfo.h>
 
 #include <atomic>
 #include <mutex>

@@ -25,8 +25,8 @@ void NextTrack::prepare(const Present &present)
         }
         if (m_known && m_known->track == *next) {
             // Pictures alone, and what is read with libavformat, need another way to be played.
-            const Facts &facts = m_known->facts;
-            m_playback.succession().set(facts.sampleRate > 0 && !facts.needsLibav ? medium.uri() : std::string());
+            const TrackInfo &info = m_known->info;
+            m_playback.succession().set(info.sampleRate > 0 && !info.needsLibav ? medium.uri() : std::string());
             return;
         }
         m_playback.succession().setUnknown();
@@ -34,8 +34,8 @@ void NextTrack::prepare(const Present &present)
             return;
         }
         if (medium.check()) {
-            m_probe.start(medium, [this, track = *next](const Result &result, Facts facts) {
-                onProbed(track, result, std::move(facts));
+            m_probe.start(medium, [this, track = *next](const Result &result, TrackInfo info) {
+                onProbed(track, result, std::move(info));
             });
             return;
         }
@@ -43,11 +43,11 @@ void NextTrack::prepare(const Present &present)
     }
 }
 
-void NextTrack::onProbed(unsigned track, const Result &result, Facts facts)
+void NextTrack::onProbed(unsigned track, const Result &result, TrackInfo info)
 {
     if (result) {
-        m_reports.track(track, m_queue.entry(track).medium.uri(), facts);
-        m_known = Known{track, std::move(facts)};
+        m_reports.track(track, m_queue.entry(track).medium.uri(), info);
+        m_known = Known{track, std::move(info)};
     } else {
         passOver(track, result.text);
     }

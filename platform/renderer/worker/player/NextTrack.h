@@ -29,7 +29,7 @@ public:
     };
     struct Known {
         unsigned track;
-        Facts facts;
+        TrackInfo info;
     };
 
     /** `onProbed` is called when prepare() has more to do. */
@@ -51,7 +51,7 @@ public:
     void forget();
 
 private:
-    void onProbed(unsigned track, const Result &result, Facts facts);
+    void onProbed(unsigned track, const Result &result, TrackInfo info);
     void passOver(unsigned track, const std::string &cause);
 
     Playback &m_playback;

@@ -53,7 +53,7 @@ void Player::open(const Medium &medium, bool isPlaylist, unsigned track, int64_t
         m_mayBePlaylist = !medium.isLocal();
         openTrack(1, position);
     } else {
-        m_playlist.read(medium, [this, track, position](const Result &result, std::vector<Entry> entries) {
+        m_playlist.read(medium, [this, track, position](const Result &result, std::vector<QueueEntry> entries) {
             if (!result) {
                 finishOpen(result);
                 return;
@@ -81,7 +81,7 @@ void Player::load()
 {
     const unsigned track = m_queue.current();
     auto known = m_next.take();
-    m_track.begin(medium(track), known && known->track == track ? std::move(known->facts) : Facts());
+    m_track.begin(medium(track), known && known->track == track ? std::move(known->info) : TrackInfo());
     m_next.forget();
     m_bufferLevel = 100;
     m_openTimer.reset(g_timeout_add(OpenTimeout, onOpenTimeout, this));
@@ -92,7 +92,7 @@ void Player::load()
 void Player::reload()
 {
     if (m_phase == Phase::Running || m_phase == Phase::Ready) {
-        m_position = m_track.facts().isSeekable ? position() : 0;
+        m_position = m_track.info().isSeekable ? position() : 0;
         m_phase = m_phase == Phase::Running ? Phase::Starting : Phase::Opening;
         load();
     } else if (isOpening()) {
@@ -297,9 +297,9 @@ Result Player::seek(unsigned track, int64_t position)
         reportCurrent();
         return {};
     }
-    const int64_t length = m_track.facts().duration;
+    const int64_t length = m_track.info().duration;
     const int64_t target = length > 0 ? std::min(position, length) : position;
-    if (m_phase == Phase::Ready && target != 0 && !m_track.facts().isSeekable) {
+    if (m_phase == Phase::Ready && target != 0 && !m_track.info().isSeekable) {
         return {ErrorCode::UnsupportedOperation, "the medium cannot be sought in"};
     }
     if (m_phase == Phase::Running && m_playback.succession().isTaken()) {
@@ -319,7 +319,7 @@ Result Player::seek(unsigned track, int64_t position)
 /** Goes to a time; false when the medium does not allow it, which then plays on undisturbed. */
 bool Player::seekTo(int64_t position, Speed speed)
 {
-    return m_track.facts().isSeekable && m_playback.seek(position, speed);
+    return m_track.info().isSeekable && m_playback.seek(position, speed);
 }
 
 void Player::apply(const Settings &settings, const Outputs &outputs)
@@ -328,7 +328,7 @@ void Player::apply(const Settings &settings, const Outputs &outputs)
         outputs != m_outputs
         || (m_queue.total() > 0 && settings.captions.contains(m_queue.current())
             && settings.captions.at(m_queue.current()).medium != captions(m_queue.current()).medium);
-    const bool isHeardLate = m_playback.isFarAhead() && isOpen() && m_track.facts().isSeekable
+    const bool isHeardLate = m_playback.isFarAhead() && isOpen() && m_track.info().isSeekable
                              && (settings.volume != m_settings.volume || settings.preset != m_settings.preset);
     m_isChanging |= isHeardLate;
     m_settings = settings;
@@ -358,7 +358,7 @@ void Player::apply(const Settings &settings, const Outputs &outputs)
 void Player::prepareNext()
 {
     const bool isNormalSpeed = (m_speed.isPaused() || m_speed == NormalSpeed) && m_playback.speed() == NormalSpeed;
-    m_next.prepare({isOpen(), isNormalSpeed, m_track.facts().duration, m_settings.captions});
+    m_next.prepare({isOpen(), isNormalSpeed, m_track.info().duration, m_settings.captions});
 }
 
 void Player::onAdvanced()
@@ -369,7 +369,7 @@ void Player::onAdvanced()
     }
     if (auto next = m_next.take()) {
         m_queue.setCurrent(next->track);
-        m_track.begin(medium(next->track), std::move(next->facts));
+        m_track.begin(medium(next->track), std::move(next->info));
     } else if (m_track.hasShrunk()) {
         // What is left of it would be repeated for ever.
         onEnded();
@@ -419,12 +419,12 @@ void Player::onEnded()
         return;
     }
     const auto next = m_queue.following();
-    const int64_t last = std::max(m_track.facts().duration, m_playback.position());
+    const int64_t last = std::max(m_track.info().duration, m_playback.position());
     const bool isSame = next == m_queue.current();
     if (isSame && m_playback.position() > 0 && seekTo(0, m_playback.speed())) {
         prepareNext();
         reportStatus();
-    } else if (next && (!isSame || (m_playback.position() > 0 && !m_track.facts().isSeekable))) {
+    } else if (next && (!isSame || (m_playback.position() > 0 && !m_track.info().isSeekable))) {
         m_isForward = true;
         m_phase = Phase::Starting;
         m_played = Played{m_queue.current(), last};
@@ -559,7 +559,7 @@ int64_t Player::position() const
 
 void Player::reportTrack()
 {
-    m_reports.track(m_queue.current(), uri(m_queue.current()), m_track.facts());
+    m_reports.track(m_queue.current(), uri(m_queue.current()), m_track.info());
     m_track.shrinkCover();
 }
 

@@ -16,11 +16,11 @@ void Reports::queue(unsigned current, unsigned total)
     });
 }
 
-void Reports::track(unsigned number, const std::string &uri, const Facts &facts)
+void Reports::track(unsigned number, const std::string &uri, const TrackInfo &info)
 {
     std::string metadata;
     pps::appendText(metadata, "url", uri);
-    metadata += toAttributes(facts);
+    metadata += toAttributes(info);
     if (std::string &last = m_tracks[number]; metadata != last) {
         last = metadata;
         m_send(events::Track{number, std::move(metadata)});
@@ -36,11 +36,11 @@ void Reports::neighbours(const Queue &queue)
             continue;
         }
         const auto &[medium, title] = queue.entry(number);
-        Facts facts;
+        TrackInfo info;
         if (!title.empty()) {
-            gst_tag_list_add(facts.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_TITLE, title.c_str(), nullptr);
+            gst_tag_list_add(info.tags.get(), GST_TAG_MERGE_REPLACE, GST_TAG_TITLE, title.c_str(), nullptr);
         }
-        track(number, medium.uri(), facts);
+        track(number, medium.uri(), info);
     }
 }
 

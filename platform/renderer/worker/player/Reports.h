@@ -2,8 +2,8 @@
 
 #include <renderer/common/Error.h>
 #include <renderer/common/WorkerMessages.h>
-#include <renderer/worker/media/Facts.h>
 #include <renderer/worker/media/Queue.h>
+#include <renderer/worker/media/TrackInfo.h>
 
 #include <functional>
 #include <map>
@@ -23,7 +23,7 @@ public:
     /** The service forgets the tracks that are far from the current one, and so does this. */
     void queue(unsigned current, unsigned total);
     /** Told only when it is something else than before. */
-    void track(unsigned number, const std::string &uri, const Facts &facts);
+    void track(unsigned number, const std::string &uri, const TrackInfo &info);
     /** Tells of the tracks near the current one what their list says, until they are looked at. */
     void neighbours(const Queue &queue);
     /** Tells the log of a track that is passed over; of a long list's not of every one. */

@@ -7,11 +7,11 @@
 
 namespace voro::renderer {
 
-void Track::begin(const Medium &medium, Facts facts)
+void Track::begin(const Medium &medium, TrackInfo info)
 {
     end();
     m_medium = medium;
-    m_facts = std::move(facts);
+    m_info = std::move(info);
     m_measured = 0;
     m_extent = m_medium.isLocal() ? Extent(m_medium.path()) : Extent();
 }
@@ -25,7 +25,7 @@ void Track::end()
 
 void Track::merge(const GstTagList *tags)
 {
-    m_facts.merge(tags);
+    m_info.merge(tags);
     if (gst_tag_list_get_tag_size(tags, GST_TAG_IMAGE) > 0) {
         // It may be another one than the one that is being made smaller.
         m_thumbnailer.cancel();
@@ -35,14 +35,14 @@ void Track::merge(const GstTagList *tags)
 void Track::refresh(const Playback &playback)
 {
     if (m_measured > 0) {
-        m_facts.duration = m_measured;
+        m_info.duration = m_measured;
     } else if (const int64_t duration = playback.duration(); duration > 0) {
-        m_facts.duration = duration;
+        m_info.duration = duration;
     }
-    m_facts.isSeekable = playback.isSeekable();
-    m_facts.sampleRate = playback.sampleRate();
-    m_facts.dimensions = playback.dimensions();
-    m_facts.captions = playback.captions();
+    m_info.isSeekable = playback.isSeekable();
+    m_info.sampleRate = playback.sampleRate();
+    m_info.dimensions = playback.dimensions();
+    m_info.captions = playback.captions();
 }
 
 void Track::measure(bool isCommon)
@@ -50,8 +50,8 @@ void Track::measure(bool isCommon)
     m_measured = 0;
     if (m_medium.isLocal()) {
         // Without a container the length is an estimate.
-        const bool hasContainer = gst_tag_list_get_tag_size(m_facts.tags.get(), GST_TAG_CONTAINER_FORMAT) > 0;
-        const bool isKnown = m_facts.duration > 0 && (isCommon || hasContainer);
+        const bool hasContainer = gst_tag_list_get_tag_size(m_info.tags.get(), GST_TAG_CONTAINER_FORMAT) > 0;
+        const bool isKnown = m_info.duration > 0 && (isCommon || hasContainer);
         m_measure.start(m_medium.path(), isKnown, [this](int64_t duration) {
             m_measured = duration;
             m_listener.measured();
@@ -61,16 +61,16 @@ void Track::measure(bool isCommon)
 
 void Track::shrinkCover()
 {
-    const auto cover = pictureIn(m_facts.tags.get());
-    if (!cover || !isTooLarge(cover.get()) || m_facts.thumbnail || m_thumbnailer.isRunning()) {
+    const auto cover = pictureIn(m_info.tags.get());
+    if (!cover || !isTooLarge(cover.get()) || m_info.thumbnail || m_thumbnailer.isRunning()) {
         return;
     }
     m_thumbnailer.start(cover.get(), MaximumPicture, [this](GstSample *thumbnail) {
         if (thumbnail) {
-            m_facts.thumbnail.reset(gst_sample_ref(thumbnail));
+            m_info.thumbnail.reset(gst_sample_ref(thumbnail));
             m_listener.coverMade();
         } else {
-            gst_tag_list_remove_tag(m_facts.tags.get(), GST_TAG_IMAGE);
+            gst_tag_list_remove_tag(m_info.tags.get(), GST_TAG_IMAGE);
         }
     });
 }

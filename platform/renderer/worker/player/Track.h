@@ -3,8 +3,8 @@
 #include <renderer/common/Medium.h>
 #include <renderer/worker/lookup/Thumbnailer.h>
 #include <renderer/worker/media/Extent.h>
-#include <renderer/worker/media/Facts.h>
 #include <renderer/worker/media/Measure.h>
+#include <renderer/worker/media/TrackInfo.h>
 
 #include <functional>
 #include <string>
@@ -26,11 +26,11 @@ public:
     explicit Track(Listener listener) : m_listener(std::move(listener)) {}
 
     /** Another track, of which so much is known. */
-    void begin(const Medium &medium, Facts facts);
+    void begin(const Medium &medium, TrackInfo info);
     /** Finds out nothing more; what is known stays. */
     void end();
 
-    const Facts &facts() const { return m_facts; }
+    const TrackInfo &info() const { return m_info; }
     void merge(const GstTagList *tags);
     /** Takes over what is known of it by now. */
     void refresh(const Playback &playback);
@@ -44,7 +44,7 @@ public:
 private:
     Listener m_listener;
     Medium m_medium;
-    Facts m_facts;
+    TrackInfo m_info;
     Extent m_extent;
     Measure m_measure;
     /** The duration that was measured, 0 while it was not. */

@@ -17,7 +17,7 @@ namespace voro::renderer {
 /** Reads playlists of every format, the ones in them included, into one list. */
 class Playlist {
 public:
-    using Done = std::function<void(const Result &, std::vector<Entry>)>;
+    using Done = std::function<void(const Result &, std::vector<QueueEntry>)>;
 
     Playlist() = default;
     ~Playlist() { cancel(); }
@@ -38,7 +38,7 @@ private:
         int depth;
     };
     struct Place {
-        Entry entry;
+        QueueEntry entry;
         std::shared_ptr<const Trail> trail;
     };
     /** One reading under way; it outlives a cancellation. */
@@ -67,7 +67,7 @@ private:
 
     Done m_done;
     std::deque<Place> m_places;
-    std::vector<Entry> m_entries;
+    std::vector<QueueEntry> m_entries;
     Result m_problem;
     int m_read = 0;
     Reading *m_reading = nullptr;

@@ -20,8 +20,8 @@ namespace {
 
 constexpr std::string_view AmrHead = "#!AMR\n";
 /** How much of a recording a loss of power may cost, but for what the disk adds. */
-constexpr std::chrono::seconds LongestUnsent(2);
-constexpr std::chrono::seconds LongestUntold(1);
+constexpr std::chrono::seconds SyncInterval(2);
+constexpr std::chrono::seconds HeadInterval(1);
 
 } // namespace
 
@@ -53,7 +53,7 @@ void FileWriter::finish()
     }
     if (m_file.isValid() && hasLength()) {
         // Its place is there, also on a disk that is full.
-        tell(m_samples());
+        writeLength(m_samples());
     }
     m_file.reset();
 }
@@ -109,7 +109,7 @@ void FileWriter::write(GstBuffer *buffer)
         begin(bytes);
     }
     if (write(bytes)) {
-        keepUp();
+        synchronize();
     }
     gst_buffer_unmap(buffer, &map);
 }
@@ -129,30 +129,30 @@ bool FileWriter::write(std::span<const uint8_t> bytes)
 }
 
 /**
- * Tells now and then how much there is, and has the disk begin with what is written, without waiting for it; the
- * system keeps that in memory much longer.
+ * Writes the length so far into the head now and then, and starts to synchronize the file with the disk, without
+ * waiting for the end. The system alone would keep the data in memory much longer.
  */
-void FileWriter::keepUp()
+void FileWriter::synchronize()
 {
     const auto now = std::chrono::steady_clock::now();
-    if (hasLength() && now - m_told >= LongestUntold) {
-        m_told = now;
-        tell(Mp3Header::Unknown);
+    if (hasLength() && now - m_lastHead >= HeadInterval) {
+        m_lastHead = now;
+        writeLength(Mp3Header::Unknown);
     }
-    if (now - m_sent >= LongestUnsent) {
-        m_sent = now;
+    if (now - m_lastSync >= SyncInterval) {
+        m_lastSync = now;
         sync_file_range(m_file.get(), 0, 0, SYNC_FILE_RANGE_WRITE);
     }
 }
 
-/** Tells in the file's head how long it is. */
-void FileWriter::tell(uint64_t samples)
+/** Writes the file's length into its head. */
+void FileWriter::writeLength(uint64_t samples)
 {
     const std::vector<uint8_t> bytes = head(samples);
     writeAt(0, bytes.data(), bytes.size());
 }
 
-/** Whether the file's head tells how long it is. */
+/** Whether the head of the file holds its length. */
 bool FileWriter::hasLength() const
 {
     return m_head == Head::Wav || m_head == Head::Mp3;

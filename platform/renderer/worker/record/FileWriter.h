@@ -47,8 +47,8 @@ private:
     void begin(std::span<const uint8_t> first);
     bool hasLength() const;
     std::vector<uint8_t> head(uint64_t samples) const;
-    void tell(uint64_t samples);
-    void keepUp();
+    void writeLength(uint64_t samples);
+    void synchronize();
     bool append(const void *bytes, size_t size);
     bool writeAt(uint64_t offset, const void *bytes, size_t size);
     void fail(int error);
@@ -63,12 +63,12 @@ private:
     /** Behind the last byte that was written. */
     uint64_t m_end = 0;
     Mp3Header m_mp3;
-    /** When the head was last told how long the file is. */
-    std::chrono::steady_clock::time_point m_told;
+    /** When the head was written last, with the length so far. */
+    std::chrono::steady_clock::time_point m_lastHead;
     /** What comes; something valid before it is known. */
     SampleSpec m_spec{44'100, 1};
-    /** When what is written was last sent to the disk. */
-    std::chrono::steady_clock::time_point m_sent;
+    /** When the file was last synchronized with the disk. */
+    std::chrono::steady_clock::time_point m_lastSync;
     bool m_hasBegun = false;
     bool m_hasFailed = false;
 };

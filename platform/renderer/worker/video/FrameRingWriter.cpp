@@ -51,7 +51,7 @@ std::unique_ptr<FrameRingWriter> FrameRingWriter::make(const GstVideoInfo &pictu
     ring->m_target = shown(pictures);
     ring->m_description = describe(ring->m_target, generation);
     const auto size = Slots * ring->m_description.slotSize;
-    if (!isSound(ring->m_description, size)) {
+    if (!isValid(ring->m_description, size)) {
         return nullptr;
     }
     ring->m_file = makeMemoryFile(size);

@@ -1,4 +1,4 @@
-#include "Facts.h"
+#include "TrackInfo.h"
 
 #include "Tags.h"
 
@@ -66,7 +66,7 @@ Dimensions dimensionsOf(const GstCaps *caps)
     return size;
 }
 
-void Facts::merge(const GstTagList *news)
+void TrackInfo::merge(const GstTagList *news)
 {
     const Owned<GstTagList> additions(gst_tag_list_copy(news));
     // A bit rate is measured again with every frame; the first one is as good as the next.
@@ -81,21 +81,21 @@ void Facts::merge(const GstTagList *news)
     tags.reset(gst_tag_list_merge(tags.get(), additions.get(), GST_TAG_MERGE_REPLACE));
 }
 
-std::string toAttributes(const Facts &facts)
+std::string toAttributes(const TrackInfo &info)
 {
-    const Dimensions &size = facts.dimensions;
+    const Dimensions &size = info.dimensions;
     std::string lines;
-    pps::appendNumber(lines, "md_title_duration", facts.duration);
-    pps::appendBool(lines, "md_title_seekable", facts.isSeekable);
-    pps::appendNumber(lines, "md_title_samplerate", facts.sampleRate);
+    pps::appendNumber(lines, "md_title_duration", info.duration);
+    pps::appendBool(lines, "md_title_seekable", info.isSeekable);
+    pps::appendNumber(lines, "md_title_samplerate", info.sampleRate);
     pps::appendNumber(lines, "md_video_width", size.width);
     pps::appendNumber(lines, "md_video_height", size.height);
     if (size.pixelWidth > 0 && size.pixelHeight > 0) {
         pps::appendNumber(lines, "md_video_pixel_width", size.pixelWidth);
         pps::appendNumber(lines, "md_video_pixel_height", size.pixelHeight);
     }
-    lines += toAttributes(facts.captions);
-    return lines + toAttributes(facts.tags.get(), facts.thumbnail.get());
+    lines += toAttributes(info.captions);
+    return lines + toAttributes(info.tags.get(), info.thumbnail.get());
 }
 
 } // namespace voro::renderer

@@ -9,6 +9,6 @@ namespace voro::renderer {
  * second, of which only the end and a little before it, so that the decoder is in tune, is needed. Called in a
  * streaming thread.
  */
-void skipUnheard(GstElement *decoder);
+void skipPacketsBeforeTarget(GstElement *decoder);
 
 } // namespace voro::renderer

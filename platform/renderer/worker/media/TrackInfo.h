@@ -33,7 +33,7 @@ struct CaptionFacts {
 };
 
 /** What is known of a track. */
-struct Facts {
+struct TrackInfo {
     Owned<GstTagList> tags{gst_tag_list_new_empty()};
     /** Of a picture that is too large to be told, null while not made. */
     Owned<GstSample> thumbnail{};
@@ -52,6 +52,6 @@ struct Facts {
 };
 
 /** The attribute lines that describe a track. */
-std::string toAttributes(const Facts &facts);
+std::string toAttributes(const TrackInfo &info);
 
 } // namespace voro::renderer

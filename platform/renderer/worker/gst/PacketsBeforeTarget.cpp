@@ -1,4 +1,4 @@
-#include "Unheard.h"
+#include "PacketsBeforeTarget.h"
 
 namespace voro::renderer {
 
@@ -27,7 +27,7 @@ GstPadProbeReturn onPacket(GstPad *, GstPadProbeInfo *info, gpointer self)
 
 } // namespace
 
-void skipUnheard(GstElement *decoder)
+void skipPacketsBeforeTarget(GstElement *decoder)
 {
     const Owned<GstPad> pad(gst_element_get_static_pad(decoder, "sink"));
     gst_pad_add_probe(pad.get(),
