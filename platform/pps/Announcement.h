@@ -7,7 +7,7 @@
 
 namespace voro::pps {
 
-/** What a daemon that is ready says of itself, in the file that it locks for as long as it lives. */
+/** The data of a daemon that is ready, in the file that it locks for as long as it lives. */
 struct Announcement {
     /** The process that serves. */
     pid_t process = 0;
@@ -15,7 +15,7 @@ struct Announcement {
     /** The version of the packets that it understands. */
     unsigned protocol = 0;
 
-    /** What it writes. */
+    /** The text for the file. */
     std::string toText() const;
 };
 

@@ -23,7 +23,7 @@ using Clock = std::chrono::steady_clock;
 /** The longest time from the end of the first of its sockets to the end of the last. */
 constexpr int LongestDeath = 1'000;
 
-/** What is left until then for waitForPacket(). */
+/** The time left for waitForPacket(). */
 int leftUntil(Clock::time_point deadline, int milliseconds)
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
@@ -300,8 +300,8 @@ bool Connection::comeBack(bool mayStart)
     return true;
 }
 
-// Takes all that the socket holds, so that m_update becomes what a read now returns. A change that continues from
-// what was seen is that; whenever there is anything else, the broker is asked for the present.
+// Takes all that the socket holds and sets m_update to the result of a read now. That is a change that continues from
+// the position seen; for anything else the broker is asked for the present.
 void Connection::fetch()
 {
     bool isBehind = !m_update && m_seen.more;
@@ -326,7 +326,7 @@ void Connection::pull()
     Packet packet;
     do {
         if (!send(fd(), Request::Pull, m_seen.held)) {
-            // What the broker had sent before it went, and the end.
+            // Takes the broker's last packets and the end.
             while (receive(packet)) {
             }
             return;
@@ -368,7 +368,7 @@ bool Connection::isReadable()
         if (size > 0 && type != Reply::Keep && type != Reply::Closed) {
             return true;
         }
-        // Nothing to read but what is to be kept, or the end.
+        // Only things to keep, or the end.
         Packet packet;
         if (receive(packet)) {
             m_left += packet.body;
@@ -409,7 +409,7 @@ bool Connection::readWithin(std::string &text, int milliseconds)
     }
 }
 
-/** Reads what is left of a daemon that went; a plain object's last change comes first. */
+/** Reads the rest of a daemon that went; a plain object's last change comes first. */
 bool Connection::readLeft(std::string &text)
 {
     if (m_left.empty() || m_update) {

@@ -5,7 +5,7 @@
 
 namespace voro::pps {
 
-/** What a process does while another one holds the lock that it wants. */
+/** The reaction to a lock that another process holds. */
 enum class WhileLocked {
     /** Tries again a little later. */
     Retry,

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-/* What daemon and workers write to standard error while they run. VORO_LOG chooses from it by category. */
+/* The log of daemon and workers on standard error. VORO_LOG chooses from it by category. */
 
 namespace voro::log {
 

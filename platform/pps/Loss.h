@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-/* What the connections of a process share for the day that they lose their daemon. Every thread may use it. */
+/* Shared by the connections of a process for the loss of their daemon. Every thread may use it. */
 
 namespace voro::pps {
 

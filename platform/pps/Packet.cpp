@@ -58,7 +58,7 @@ bool Packet::parse(size_t size)
     header = {};
     std::memcpy(&header, buffer, std::min(size, sizeof header));
     if (size < sizeof header) {
-        // What other versions have in common with this one.
+        // All versions have this part in common.
         return size >= CommonHeader && header.type == Reply::Opened && header.error != 0;
     }
     std::string_view rest(buffer + sizeof header, size - sizeof header);

@@ -79,13 +79,13 @@ struct Reply {
         /** The broker is about to close the socket. A socket that ends without it lost its daemon. */
         Closed,
     };
-    /** What the client is to keep in place of what it had; it stands behind the text. */
+    /** The texts behind the body that the client keeps in place of its former ones. */
     enum Kept : uint8_t {
         /** The will of the folder, which every connection of the process to the folder shares. */
         FolderWill = 1,
         /** The will of the client of a service object. */
         ClientWill = 2,
-        /** What the client sends first when it is back. */
+        /** The client's first messages when it is back. */
         Return = 4,
     };
     uint8_t type;

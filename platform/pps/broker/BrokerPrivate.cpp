@@ -23,7 +23,7 @@ constexpr int MaximumEvents = 64;
 /** Stands for all processes whose number is not known here, in another namespace. */
 constexpr pid_t UnknownProcess = -1;
 
-/** What an epoll event is about: a client's ID, or one of these. */
+/** The subject of an epoll event: a client's ID, or one of these. */
 constexpr uint64_t WakeEvent = 0;
 constexpr uint64_t ListenEvent = UINT64_MAX;
 constexpr uint64_t ReadEvent = UINT64_MAX - 1;
@@ -96,7 +96,7 @@ Client *Broker::Private::addClient(Fd socket, uint64_t adopted, std::string_view
     const pid_t process = credentials.pid > 0 ? credentials.pid : UnknownProcess;
     auto client = std::make_unique<Client>(id, std::move(socket), Peer{process, adopted});
     client->onlyPath = onlyPath;
-    // What a worker's socket takes is the services' own matter.
+    // The sockets of workers are charged to the services.
     const pid_t payer = onlyPath.empty() ? process : Accounts::Services;
     client->connection = accounts.take(payer, Resource::Connections);
     client->memory = accounts.take(payer, Resource::Memory, client->cost());
@@ -180,7 +180,7 @@ void Broker::Private::detach(Client &client)
     } else if (client.endpoint) {
         hub.removeClient(client);
     }
-    // Whoever sees this can see what its end led to.
+    // A process that sees this can see the consequences of its end.
     if (client.isOpen() && !client.isEnded && !client.hasClosed) {
         client.sayClosed();
     }
@@ -374,7 +374,7 @@ int Broker::Private::openPlain(Client &client, Reply &reply, bool knowsWill)
     }
     store.subscribe(client.path, client.subscriber);
     client.subscriber.knowsWill = knowsWill;
-    // What is there now waits for the first read: nothing is pushed before the reader pulls.
+    // The present content waits for the first read: nothing is pushed before the reader pulls.
     ReaderPosition position;
     client.isMarked = !store.read(client.subscriber, position).empty();
     client.sentVersion = store.version();

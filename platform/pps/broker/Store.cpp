@@ -11,7 +11,7 @@ namespace {
 /** An object of this size is within every bound, when its writer can have so much more. */
 constexpr size_t HarmlessSize = 4096;
 constexpr size_t HarmlessRoom = 1024 * 1024;
-/** What an object takes besides its content, with a folder of its own and all that finds it. */
+/** The cost of an object besides its content, with a folder of its own and its places in maps. */
 constexpr size_t ObjectCost = sizeof(Object) + sizeof(Folder) + 512;
 constexpr size_t MaximumFences = 8;
 /** Deleted objects of a folder that readers can still learn of. */
@@ -96,7 +96,7 @@ bool Store::publish(const ObjectPath &path, std::string_view text, bool fence, p
 
 bool Store::write(Object &object, std::string_view text, bool replace, pid_t writer)
 {
-    // What fails has to leave the object as it was; what is small cannot fail.
+    // A failure has to leave the object as it was; small changes cannot fail.
     const bool isRisky = object.content.size(object.name) + text.size() > HarmlessSize
                          || m_accounts.room(writer, Resource::Memory) < HarmlessRoom;
     Content backup = isRisky ? object.content : Content();
@@ -270,7 +270,7 @@ std::string Store::read(const Subscriber &subscriber, ReaderPosition &position) 
         text = subscriber.object ? readObject(subscriber, position) : readFolder(subscriber, position);
     } while (text.empty() && !position.isSettled());
     if (text.empty() && subscriber.object && subscriber.selection.choosesChanges()) {
-        // What was not chosen now is delivered with what will be.
+        // Changes that are not selected now are delivered with those that are.
         position = {{seen, seen}, {}};
     }
     return text;
@@ -413,7 +413,7 @@ void Store::addFence(Object &object)
     object.fences.push_back({object.content.version(), std::make_shared<const Content>(object.content)});
 }
 
-// What only readers need goes with the last of them. True when the object went as well.
+// Removes data that only readers need with the last of them. True when the object went as well.
 bool Store::forgetUnneeded(Object &object)
 {
     if (!object.content.exists() && object.subscribers.empty() && !wasWritten(object)) {

@@ -21,7 +21,7 @@ class Client;
 struct KeptText {
     std::string text;
     uint64_t shownBy = 0;
-    /** What it takes. */
+    /** Its cost. */
     Accounts::Charge charge;
 };
 using Kept = std::shared_ptr<const KeptText>;
@@ -41,7 +41,7 @@ struct Object {
     std::vector<Subscriber *> subscribers;
     /** The place in Folder::byVersion, which holds every object that was ever written. */
     std::list<Object *>::iterator place;
-    /** What it takes, charged to the process that wrote it last; not valid for one that was never written. */
+    /** Its cost, charged to the process that wrote it last; not valid for one that was never written. */
     Accounts::Charge charge;
     /** The place among the objects of that process, or among those that were left behind. */
     std::list<Object *>::iterator placeOfOwner;
@@ -60,7 +60,7 @@ struct Folder {
     uint64_t returned = 0;
 };
 
-/** What one reader subscribed to. */
+/** The subscription of one reader. */
 struct Subscriber {
     Client *client = nullptr;
     Folder *folder = nullptr;

@@ -70,7 +70,7 @@ std::string sessionLines()
     return lines;
 }
 
-/** What the daemon that went knew of the context, as a request to make it. */
+/** The lost daemon's knowledge of the context, as a request to make it again. */
 std::string requestAgain(const mmr_context_t &context)
 {
     const voro::pps::Connection &control = context.control.connection();
@@ -93,7 +93,7 @@ Result restore(mmr_context_t &context)
     if (!result) {
         return result;
     }
-    // Whoever did not learn of the loss yet reads the present.
+    // Readers that have not learned of the loss yet read the present.
     context.control.connection().dropFolderWill();
     context.again.clear();
     return context.control.open(context.path + "/control") ? Result()
@@ -202,7 +202,7 @@ int mmr_context_destroy(mmr_context_t *context)
     std::string lines;
     appendText(lines, "name", context->name);
     RequestChannel &service = context->connection->service;
-    // What went with its daemon is gone.
+    // A context that went with its daemon is gone.
     return service.call("context_destroy", lines) || service.isUnsent() ? 0 : -1;
 }
 

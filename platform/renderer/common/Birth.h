@@ -14,7 +14,7 @@ namespace voro::renderer {
 inline constexpr int NetworkNurserySocket = 3;
 inline constexpr int LocalNurserySocket = 4;
 
-/** What a worker is started with: WorkerSocket, WorkerFilesSocket and WorkerMediaSocket. */
+/** The sockets of a new worker: WorkerSocket, WorkerFilesSocket and WorkerMediaSocket. */
 inline constexpr int WorkerSockets = 3;
 
 struct BirthRequest {

@@ -25,7 +25,7 @@ enum class ErrorCode : int {
     CommandFailed = 33,
 };
 
-/** What a command results in: a code, and for a failure the cause in words. */
+/** The result of a command: a code, and for a failure the cause in words. */
 struct Result {
     ErrorCode code = ErrorCode::None;
     std::string text;

@@ -35,7 +35,7 @@ enum class FrameFormat : uint32_t {
 
 enum class FramePacket : uint32_t { Description = 1, Frame, Clear, Formats, Release };
 
-/** What the memory file that comes along holds. */
+/** Describes the memory file that comes along. */
 struct FrameDescription {
     FramePacket packet = FramePacket::Description;
     /** Another number for every memory file; the other packets name the one that they mean. */

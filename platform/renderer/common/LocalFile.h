@@ -38,7 +38,7 @@ public:
     int64_t size() const;
     /** As `pread()`, but reads less only at the end. */
     ssize_t read(int64_t place, std::span<std::byte> bytes) const;
-    /** What stands at a place, less behind the end. */
+    /** The content at a place, less behind the end. */
     std::string at(int64_t place, size_t size) const;
     std::string lastBytes(size_t size) const;
 

@@ -27,7 +27,7 @@ public:
     std::string uri() const;
 
     /**
-     * Whether a local medium can be read: missing, unreadable, no file, or empty are told apart. Opens no device and
+     * Whether a local medium can be read: distinguishes missing, unreadable, no file, and empty. Opens no device and
      * waits for nobody. No error for what is not local.
      */
     Result check() const;

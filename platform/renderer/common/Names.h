@@ -15,13 +15,13 @@ enum class State { Idle, Stopped, Playing };
 /** How an input is read. */
 enum class InputType { AutoList, Playlist, Track };
 
-/** What an output shows or writes. */
+/** The content of an output. */
 enum class OutputType { Audio, Video, Captions, File };
 
-/** What is done with the buffer of a medium. */
+/** The state of a medium's buffer. */
 enum class BufferStatus { Idle, Buffering, Playing };
 
-/** What is played again at its end. */
+/** The part of a queue that is repeated. */
 enum class RepeatMode { None, Track, All };
 
 /** The presets of the equalizer. */

@@ -9,7 +9,7 @@
 namespace voro::renderer {
 
 enum class Freshness {
-    /** What was opened a moment ago for the same purpose will do. */
+    /** A file that was opened a moment ago for the same purpose will do. */
     Recent,
     /** As the file is now. */
     Now,

@@ -9,7 +9,7 @@
 
 namespace voro::renderer {
 
-/** What parameters belong to. */
+/** The owner of parameters. */
 enum class Owner { Context, Input, Track, Audio, Video, Caption, File };
 
 /** A set of named texts. */

@@ -49,7 +49,7 @@ std::string beginRequest(std::string_view command, int64_t id);
 std::string answer(std::string_view command, int64_t id, const Result &result);
 /** The code that a number stands for; Internal for one that is none. */
 ErrorCode codeOf(int64_t number);
-/** The result that an answer tells. */
+/** The result in an answer. */
 Result resultOf(const pps::Message &answer);
 
 } // namespace voro::renderer

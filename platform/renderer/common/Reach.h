@@ -2,7 +2,7 @@
 
 namespace voro::renderer {
 
-/** What a worker may reach beyond the sound server and the files that it is handed. */
+/** The places that a worker may reach beyond the sound server and the files that it is handed. */
 struct Reach {
     bool network = false;
     /** The local X servers. */

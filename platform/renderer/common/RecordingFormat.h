@@ -20,9 +20,9 @@ struct RecordingFormat {
 
     /** The extension of such a file's name, in lower case and without the dot. */
     std::string_view extension;
-    /** What makes the file of 16-bit samples, as a pipeline description; empty when samples are written as they are. */
+    /** The encoder for 16-bit samples, as a pipeline description; empty when samples are written as they are. */
     std::string_view encoder;
-    /** What is added to what the encoder writes. */
+    /** The head that is added to the encoder's output. */
     Head head = Head::None;
     /** Of the encoders that do not settle it themselves. */
     Latency latency = {};

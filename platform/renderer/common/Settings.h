@@ -11,7 +11,7 @@
 
 namespace voro::renderer {
 
-/** What drawing into a window needs of an application's session. */
+/** The part of an application's session that drawing into its windows needs. */
 struct Session {
     /** The X server; empty without one. */
     std::string display;
@@ -52,7 +52,7 @@ struct CaptionChoice {
     bool operator==(const CaptionChoice &) const = default;
 };
 
-/** What a worker can change while it plays. */
+/** Settings that a worker can change while it plays. */
 struct Settings {
     /** Between two reports of the position, in milliseconds. */
     uint32_t interval = 1000;
@@ -62,7 +62,7 @@ struct Settings {
     int volume = 100;
     Preset preset = Preset::Off;
     bool pausesWithDevice = false;
-    /** What the sound is for, empty when nobody said so. */
+    /** The sound server's role for the stream; empty for none. */
     std::string role;
     RepeatMode repeat = RepeatMode::None;
     /** The windows for pictures and captions, if they are wanted. */

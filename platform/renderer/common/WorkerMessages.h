@@ -16,7 +16,7 @@
 
 namespace voro::renderer {
 
-/** What is done for each kind of message. */
+/** A function for each kind of message. */
 template<typename... Kinds>
 struct Overloaded : Kinds... {
     using Kinds::operator()...;
@@ -31,7 +31,7 @@ struct SpeedChange {
     static void fields(auto &self, auto field) { field("speed", self.speed); }
 };
 
-/** What the service asks of a worker. */
+/** Requests of the service. */
 namespace requests {
 
 /** Opens a medium or, as a playlist, a queue of them; or the source of a recording, as a track. */
@@ -97,7 +97,7 @@ struct Ping {};
 using Request = std::variant<requests::Open, requests::Set, requests::Play, SpeedChange, requests::Seek, requests::Stop,
                              requests::Close, requests::Ping>;
 
-/** What a worker reports by itself. */
+/** Reports of a worker. */
 namespace events {
 
 struct Status {
@@ -117,7 +117,7 @@ struct Status {
     }
 };
 
-/** What is known of a track. */
+/** The metadata of a track. */
 struct Track {
     int64_t track = 1;
     /** As attribute lines. */
@@ -137,7 +137,7 @@ struct Queue {
     }
 };
 
-/** What is opened plays into nothing, because no sound server answers. */
+/** The medium plays without sound, because no sound server answers. */
 struct Silent {};
 
 /** The queue was played to its end. */

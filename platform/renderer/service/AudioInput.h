@@ -14,7 +14,7 @@ namespace voro::renderer {
  */
 Result parseAudioInput(std::string_view url, int &channels);
 
-/** What the sound server is told that a recording with these input parameters is for. */
+/** The sound server's role for a recording with these input parameters. */
 std::string recordingRole(const Parameters &input);
 
 } // namespace voro::renderer

@@ -60,7 +60,7 @@ void Context::clientMessage(pps::ClientId client, std::string_view text)
 
 void Context::clientClosed(pps::ClientId client)
 {
-    // What is under way is finished; what waited is not begun.
+    // The present command is finished; waiting ones are dropped.
     const auto waiting = m_commands.begin() + (m_isBusy ? 1 : 0);
     m_commands.erase(std::remove_if(waiting, m_commands.end(),
                                     [client](const Command &command) { return command.client == client; }),
@@ -122,7 +122,7 @@ void Context::begin(Handler handler, const pps::Message &message)
         return;
     }
     reopen(Purpose::GoOn, [this, handler, message](const Result &result) {
-        // What cannot go on has stopped.
+        // A context that cannot go on has stopped.
         if (result || (handler == &Context::stop && m_state == State::Stopped)) {
             (this->*handler)(message);
         } else {
@@ -184,7 +184,7 @@ void Context::restore(const pps::Message &message)
     }
 }
 
-// What the engine says
+// Reports of the engine
 
 void Context::setSilent(bool isSilent)
 {

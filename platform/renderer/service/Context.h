@@ -48,7 +48,7 @@ public:
     void onIdle(std::function<void()> callback) { m_onIdle = std::move(callback); }
 
 private:
-    /** What matters of a track when it is to be gone on with. */
+    /** The properties of a track that decide whether it can be parked. */
     struct Kind {
         bool isFilm = false;
         bool isSeekable = false;
@@ -98,7 +98,7 @@ private:
     void reopen(Purpose purpose, Engine::Done done);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});
-    void tellSettings(Engine::Done done);
+    void sendSettings(Engine::Done done);
     bool isRecording() const { return m_input && m_input->isRecording(); }
     Result checkRecording() const;
     void completeRecording(const std::function<void()> &next);
@@ -135,13 +135,13 @@ private:
     bool m_isBusy = false;
     bool m_isRunning = false;
 
-    /** What the present command waits for. */
+    /** The job that the present command waits for. */
     std::unique_ptr<DiskJob> m_disk;
     std::unique_ptr<Engine> m_engine;
     Reach m_reach;
     /** Whether a list of the medium leads to the network. */
     bool m_isListFar = false;
-    /** What the engine was asked to open and whom to tell, until it answers. */
+    /** The input that the engine is opening, and the callback for its answer. */
     Journal::Input m_opening;
     Engine::Done m_opened;
     /** Whether the engine has the medium. */
@@ -153,7 +153,7 @@ private:
     bool m_hasEnded = false;
     bool m_hasFailed = false;
     Speed m_speed;
-    /** Whether the engine told that its medium is not heard. */
+    /** Whether the engine reported that its medium is not heard. */
     bool m_isSilent = false;
     /** Whether the engine took another speed than the one that it was asked for. */
     bool m_isSpeedTaken = false;
@@ -165,7 +165,7 @@ private:
     TrackPosition m_position;
     /** Where the next engine begins instead of at the beginning. */
     std::optional<TrackPosition> m_resume;
-    /** The settings that the engine was told last. */
+    /** The settings that the engine got last. */
     Settings m_settings;
 
     /** How many engines died in a row with the medium of this URI. */

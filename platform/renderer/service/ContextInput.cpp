@@ -28,7 +28,7 @@ void Context::attach(const Journal::Input &input)
         m_deaths = 0;
     }
     if (m_deaths >= MostDeaths) {
-        refuseInput({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
+        refuseInput({ErrorCode::ResourceCorrupted, "playing this medium crashed the renderer repeatedly"});
         return;
     }
     if (RecordingFile *file = m_journal.file(); file && !file->take()) {
@@ -51,7 +51,7 @@ void Context::attach(const Journal::Input &input)
             return;
         }
         if (m_total > 0) {
-            // The worker had told of it before it died.
+            // The worker had reported it before it died.
             m_folder.clearMedium(m_position.track);
             m_total = 0;
         }

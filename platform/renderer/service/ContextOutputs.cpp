@@ -64,12 +64,12 @@ void Context::outputAttached(const Result &result, int id)
         return;
     }
     // Only the engine finds out whether it can draw there.
-    tellSettings([this, id, line](const Result &told) {
-        const bool isRefused = told.code == ErrorCode::OutputUnavailable;
+    sendSettings([this, id, line](const Result &answered) {
+        const bool isRefused = answered.code == ErrorCode::OutputUnavailable;
         if (isRefused) {
             m_journal.detachOutput(id);
         }
-        const auto answer = [this, problem = isRefused ? told : Result(), line = isRefused ? std::string() : line] {
+        const auto answer = [this, problem = isRefused ? answered : Result(), line = isRefused ? std::string() : line] {
             finish(problem, line);
         };
         if (m_isOpen) {
@@ -148,7 +148,7 @@ void Context::trackParameters(const pps::Message &message)
     });
 }
 
-/** Has the parameters of a command taken over, and tells the engine that plays what holds now. */
+/** Takes over the parameters of a command, and sends the settings to an engine that plays. */
 void Context::setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take)
 {
     const auto parameters = Parameters::fromText(message.text("dat"));
@@ -168,7 +168,7 @@ void Context::applySettings(const std::string &lines)
         finish({}, lines);
     } else if (doesReach()) {
         // An engine takes whatever was checked here, and before all that follows.
-        tellSettings([](const Result &) {});
+        sendSettings([](const Result &) {});
         finish({}, lines);
     } else {
         reopen(Purpose::GoOn, [this, lines](const Result &) { finish({}, lines); });
@@ -182,7 +182,7 @@ bool Context::doesReach() const
     return (m_reach.network || !reach.network) && (m_reach.windows || !reach.windows);
 }
 
-void Context::tellSettings(Engine::Done done)
+void Context::sendSettings(Engine::Done done)
 {
     if (!doesReach()) {
         reopen(Purpose::Trial, std::move(done));

@@ -25,7 +25,7 @@ void Context::play(const pps::Message &)
     } else if (m_isOpen) {
         startPlaying();
     } else if (m_deaths >= MostDeaths) {
-        finish({ErrorCode::ResourceCorrupted, "the medium has ended too many workers"});
+        finish({ErrorCode::ResourceCorrupted, "playing this medium crashed the renderer repeatedly"});
     } else {
         open(*m_input, [this](const Result &result) {
             m_isOpen = static_cast<bool>(result);
@@ -149,7 +149,7 @@ void Context::speedSet(const pps::Message &message)
         }
         finish(result);
     };
-    // What does not play takes any speed.
+    // A medium that does not play takes any speed.
     const bool canFail = m_isOpen && m_state == State::Playing;
     if (m_isOpen) {
         m_engine->ask(SpeedChange{*speed}, canFail ? Engine::Done(done) : Engine::Done([](const Result &) {}));

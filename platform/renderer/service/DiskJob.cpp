@@ -12,7 +12,7 @@
 
 namespace voro::renderer {
 
-/** What the thread has in common with the event loop. */
+/** Shared by the thread and the event loop. */
 struct DiskJob::Shared {
     Work work;
     Result result;
@@ -20,7 +20,7 @@ struct DiskJob::Shared {
     pps::Fd ended{eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
 };
 
-/** Whom to tell. It belongs to the event loop, and stays there as long as the thread runs. */
+/** The listener. It belongs to the event loop, and stays there as long as the thread runs. */
 struct DiskJob::Wait {
     pps::Broker &broker;
     pps::Accounts::Charge charge;

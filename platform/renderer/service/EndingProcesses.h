@@ -7,7 +7,7 @@
 
 namespace voro::renderer {
 
-/** Killed processes, which take their time to end; nobody waits for them. */
+/** Killed processes until they have ended, without waiting for them. */
 class EndingProcesses {
 public:
     void add(std::unique_ptr<Process> process)

@@ -12,7 +12,7 @@
 
 namespace voro::renderer {
 
-/** What plays for a context: a worker. It ends with this object. */
+/** Plays for a context: a worker. It ends with this object. */
 class Engine {
 public:
     using Done = std::function<void(const Result &)>;
@@ -30,7 +30,7 @@ public:
     virtual void setCompleting(bool isCompleting) = 0;
 };
 
-/** Whom an engine tells what happens. */
+/** An engine's listener. */
 class EngineListener {
 public:
     virtual ~EngineListener() = default;

@@ -88,7 +88,7 @@ Folder::Will Folder::restore(std::string_view will, Speed speed)
     return restored;
 }
 
-// Objects are replaced whole, so that nobody is told of attributes that the new content does not have.
+// Objects are replaced whole, so that no reader keeps attributes that the new content lacks.
 bool Folder::publish(const std::string &name, std::string_view lines, Fence fence, pid_t payer)
 {
     const bool isPublished = m_broker.publish(objectPath(name), ("*@" + name + '\n').append(lines), fence, payer);

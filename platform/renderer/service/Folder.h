@@ -20,7 +20,7 @@ public:
         TrackPosition position;
     };
 
-    /** What the application and its medium say is charged to the application's process, the owner. */
+    /** Data of the application and its medium is charged to the application's process, the owner. */
     Folder(pps::Broker &broker, std::string path, pid_t owner)
         : m_broker(broker),
           m_path(std::move(path)),
@@ -84,7 +84,7 @@ private:
     /** The tracks that are shown. */
     std::set<unsigned> m_tracks;
     std::map<unsigned, Parameters> m_trackParameters;
-    // What is shown, for the will.
+    // The present content, for the will.
     bool m_isIdle = true;
     Speed m_speed;
     std::optional<Ending> m_ending;

@@ -19,7 +19,7 @@ namespace voro::renderer {
 
 namespace {
 
-/** Who has not said the name of a queue after so many milliseconds shows nothing. */
+/** An item that has not sent the name of a queue after so many milliseconds is disconnected. */
 constexpr int LongestSilence = 5'000;
 
 /** The process at the other end; nothing when it is another user's. */

@@ -43,7 +43,7 @@ private:
         pps::Accounts::Charge charge;
         pps::Fd socket;
         std::unique_ptr<QSocketNotifier> ready;
-        /** Empty until it was told. */
+        /** Empty until the item has sent it. */
         std::string name;
     };
     struct Source {

@@ -16,7 +16,7 @@ namespace voro::renderer {
 
 namespace {
 
-/** What all settings together may take; more than a message holds is refused when a medium is opened. */
+/** The largest size of all settings; more than a message holds is refused when a medium is opened. */
 constexpr size_t MostSettings = 256 * 1024;
 /** Before an output's id: the attribute that holds it. */
 constexpr std::string_view OutputPrefix = "output_";

@@ -14,7 +14,7 @@
 
 namespace voro::renderer {
 
-/** What a context was given. An engine is told all of it at once, be it the first one or one that follows a crash. */
+/** All settings of a context. An engine gets them at once, be it the first one or one that follows a crash. */
 class Journal {
 public:
     struct Output {
@@ -51,7 +51,7 @@ public:
     std::string toText() const;
     void restore(const pps::Message &message);
 
-    /** What track 1 of an input of that type begins with. */
+    /** The first parameters of track 1 of an input of that type. */
     Parameters firstTrack(InputType type) const;
 
     /** The file that is recorded into, null without such an output. */
@@ -66,7 +66,7 @@ public:
     /** Whether there is an output for pictures. */
     bool hasVideo() const { return output(OutputType::Video) != nullptr; }
     bool hasCaptions() const { return output(OutputType::Captions) != nullptr; }
-    /** What an engine has to reach for an input besides what is in lists. */
+    /** The places that an engine has to reach for an input; those in lists come on top. */
     Reach reachFor(const Input &input) const;
     /** The frame queues that outputs show in. */
     std::set<std::string> frameQueues() const;

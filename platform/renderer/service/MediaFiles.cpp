@@ -111,7 +111,7 @@ private:
                 lists.push_back(list);
             }
         }
-        // Whoever waits for the lock must not wait for a long search.
+        // A long search must not hold the lock.
         const bool isHidden = m_hasNetwork && path.find("/.") != path.npos;
         return !isHidden && std::ranges::any_of(lists, [&](const auto &list) { return list->contain(path); });
     }
@@ -135,7 +135,7 @@ private:
     }
 
     const FileView::Shared m_view;
-    /** What could leave this machine is no file that a list names behind the user's back. */
+    /** A worker with the network gets no hidden files that only a list names. */
     const bool m_hasNetwork;
     std::mutex m_mutex;
     std::string m_medium;
@@ -251,7 +251,7 @@ void MediaFiles::opened(const Request &request, const Result &result, const Loca
     } else if (!chargeForLists()) {
         answer(request.id, ENOMEM);
     } else if (m_onNetwork && request.permission->needsNetwork()) {
-        // Whoever hears of it may destroy this object.
+        // The callback may destroy this object.
         const auto onNetwork = m_onNetwork;
         onNetwork();
     } else {

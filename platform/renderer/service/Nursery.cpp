@@ -164,7 +164,7 @@ void Nursery::receive(Half &half)
     }
 }
 
-/** It has gone; whoever waits for a process gets one in the other way. */
+/** It is gone: pending requests get processes that are started as programs. */
 void Nursery::fail()
 {
     m_failures = m_age.hasExpired(ShortLife) ? 0 : m_failures + 1;

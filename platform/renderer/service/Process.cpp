@@ -19,7 +19,7 @@ namespace voro::renderer {
 
 namespace {
 
-/** This process's environment without the X server of whoever started the daemon. */
+/** This process's environment without the X server of the application that started the daemon. */
 std::vector<char *> environment()
 {
     std::vector<char *> variables;

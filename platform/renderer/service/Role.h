@@ -5,7 +5,7 @@
 
 namespace voro::renderer {
 
-/** What the sound server is told that the stream of an audio manager's handle is for; empty when that says nothing. */
+/** The sound server's role for the stream of an audio manager's handle; empty for an unknown one. */
 std::string roleOf(uint32_t handle);
 /** Likewise for the name of an audio type. */
 std::string roleOf(const std::string &type);

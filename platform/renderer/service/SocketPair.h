@@ -7,7 +7,7 @@
 
 namespace voro::renderer {
 
-/** Two connected sockets that nobody waits at, invalid ones when the process has too many. */
+/** A pair of connected, non-blocking sockets; invalid ones when the process has too many. */
 inline std::pair<pps::Fd, pps::Fd> socketPair()
 {
     int sockets[2];

@@ -33,7 +33,7 @@ void Worker::setOwner(pid_t owner, pps::Accounts::Charge charge)
     }
 }
 
-/** Lets the worker read what it is about to be asked for. */
+/** Hands the worker the files that a request names. */
 void Worker::handFiles(const Request &request, int64_t id)
 {
     if (!m_media) {
@@ -252,7 +252,7 @@ void Worker::die()
     }
 }
 
-void Worker::tellDeath()
+void Worker::reportDeath()
 {
     EngineListener *listener = std::exchange(m_listener, nullptr);
     const auto pending = std::exchange(m_pending, {});
@@ -260,7 +260,7 @@ void Worker::tellDeath()
         listener->engineDied();
     }
     for (const auto &[id, request] : pending) {
-        // What a worker waits for while it opens a medium is the medium's disk.
+        // A worker that hangs while it opens a medium waits for the medium's disk.
         if (m_hangs && id == m_opening) {
             request.done({ErrorCode::SourceUnavailable, "the medium does not answer"});
         } else {

@@ -68,7 +68,7 @@ public:
     void setListener(EngineListener *listener);
     /** The process that stands for it as long as it is there. */
     void setOwner(pid_t owner, pps::Accounts::Charge charge);
-    /** Nobody is told anything any more, nor of what was asked before. */
+    /** Detaches the listener: no events, and pending requests get no answer. */
     void forsake();
     /** As Engine::ask(). What is too long for a message fails at once. */
     void ask(const Request &request, Engine::Done done);
@@ -85,8 +85,8 @@ public:
     void letGo();
     /** Gives up the conversation and hands the process over, to be killed. */
     std::unique_ptr<Process> release();
-    /** Tells its listener, if it has one, that it died. */
-    void tellDeath();
+    /** Reports its death to its listener, if it has one. */
+    void reportDeath();
 
 private:
     void send(const std::string &text);
@@ -118,7 +118,7 @@ private:
     };
     bool isOverdue() const;
     std::map<int64_t, Pending> m_pending;
-    /** What was asked before it connected. */
+    /** Requests from before it connected. */
     std::vector<std::string> m_unsent;
     int64_t m_lastId = 0;
     /** The request to open a medium that came last. */

@@ -7,7 +7,7 @@
 
 namespace voro::renderer {
 
-/** What a context holds of a worker. */
+/** A context's hold on a worker. */
 class WorkerPool::Lease : public Engine {
 public:
     Lease(WorkerPool &pool, std::shared_ptr<Worker> worker) : m_pool(pool), m_worker(std::move(worker)) {}
@@ -166,7 +166,7 @@ void WorkerPool::died(Worker *dead)
         // The next one is started when somebody needs it: what cannot start must not be started for ever.
         m_spare.reset();
     }
-    worker->tellDeath();
+    worker->reportDeath();
     m_ending.add(worker->release());
 }
 

@@ -74,7 +74,7 @@ public:
     bool isSeekable() const override { return true; }
     int sampleRate() const override { return 44100; }
     Dimensions dimensions() const override { return {}; }
-    CaptionFacts captions() const override { return {}; }
+    CaptionInfo captions() const override { return {}; }
     std::string device() const override { return {}; }
     bool isSilent() const override { return false; }
 

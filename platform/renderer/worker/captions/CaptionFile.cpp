@@ -15,7 +15,7 @@ namespace voro::renderer {
 namespace {
 
 constexpr size_t Largest = 8 * 1024 * 1024;
-/** What is shorter is not recognised. */
+/** A shorter file is not recognised. */
 constexpr size_t Shortest = 512;
 
 struct Event {

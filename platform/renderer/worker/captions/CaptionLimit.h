@@ -7,7 +7,7 @@
 
 namespace voro::renderer {
 
-/** What one caption has at most, in bytes. */
+/** The largest caption, in bytes. */
 inline constexpr size_t LargestCaption = 16 * 1024;
 
 /** The beginning of a caption that is no larger than a size, in whole characters. */
@@ -17,7 +17,7 @@ std::string_view limitedCaption(std::string_view text, size_t largest = LargestC
 class CaptionLimit {
 public:
     std::string limited(std::string_view piece);
-    /** What was cut off up to now, in bytes. */
+    /** The amount that was cut off so far, in bytes. */
     size_t removed() const { return m_removed; }
 
 private:

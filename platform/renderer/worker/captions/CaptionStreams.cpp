@@ -88,7 +88,7 @@ std::vector<int> otherCaptions(GstElement *playbin, const std::string &medium)
     return numbersOf(playbin, medium, false);
 }
 
-CaptionFacts::Stream describeCaptions(GstElement *playbin, int number)
+CaptionInfo::Stream describeCaptions(GstElement *playbin, int number)
 {
     const Owned<GstTagList> tags(gst_tag_list_new_empty());
     // Parsers replace what the medium says by less.

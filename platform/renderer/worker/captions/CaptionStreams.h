@@ -1,7 +1,7 @@
 #pragma once
 
 #include <renderer/worker/gst/Gst.h>
-#include <renderer/worker/media/Facts.h>
+#include <renderer/worker/media/TrackInfo.h>
 
 #include <string>
 #include <vector>
@@ -19,6 +19,6 @@ std::vector<int> ownCaptions(GstElement *playbin, const std::string &medium);
 std::vector<int> otherCaptions(GstElement *playbin, const std::string &medium);
 
 /** What a stream of captions says of itself. */
-CaptionFacts::Stream describeCaptions(GstElement *playbin, int number);
+CaptionInfo::Stream describeCaptions(GstElement *playbin, int number);
 
 } // namespace voro::renderer

@@ -47,7 +47,7 @@ private:
     Owned<GstElement> m_pipeline;
     /** A part of the pipeline, or of somebody else's. */
     Owned<GstElement> m_overlay;
-    /** What is due now. */
+    /** The captions that are due now. */
     std::string m_text;
     bool m_isShown = true;
     Source m_timer;

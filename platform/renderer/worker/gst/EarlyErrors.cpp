@@ -5,7 +5,7 @@ namespace voro::renderer {
 namespace {
 
 constexpr char Kept[] = "voro-early-error";
-/** What is kept with an element: the thread that has added it, and the bin that is told. */
+/** Kept with an element: the thread that added it, and the bin that gets its errors. */
 constexpr char Adder[] = "voro-adder";
 constexpr char Top[] = "voro-top";
 
@@ -48,7 +48,7 @@ GstBusSyncReply EarlyErrors::onMessage(GstBus *, GstMessage *message, gpointer d
             gst_element_post_message(top, gst_message_new_element(GST_OBJECT(top), content));
         }
     }
-    // What the bin itself would do with it.
+    // As the bin itself would do.
     GST_BIN_GET_CLASS(decodebin)->handle_message(GST_BIN(decodebin), message);
     return GST_BUS_DROP;
 }

@@ -9,7 +9,7 @@ namespace voro::renderer {
 /** Why a medium does not play. */
 struct Failure {
     Result result;
-    /** Nobody knows what the medium is. */
+    /** No element recognized the medium. */
     bool isUnrecognized = false;
     /** It names a codec that libavcodec does not decode. */
     bool namesCodec = false;
@@ -18,10 +18,10 @@ struct Failure {
 /** Whether it is the medium that does not play, and nothing else. */
 bool isOfMedium(const Result &failure);
 
-/** What an error message says of the medium. `isOutput` tells that an output's element sent it. */
+/** Reads an error message about the medium; `isOutput` for one of an output's element. */
 Failure failureOf(GstMessage *error, bool isOutput);
 
-/** What an error message of a pipeline means to the application. `isOutput` tells that an output's element sent it. */
+/** The failure for the application behind a pipeline's error message; `isOutput` for one of an output's element. */
 Result toResult(GstMessage *message, bool isOutput);
 
 } // namespace voro::renderer

@@ -20,7 +20,7 @@ std::vector<const Graph *> &graphs()
     return all;
 }
 
-/** What a signal is passed on by. GLib's own watch of signals would start a thread in every worker. */
+/** Passes a signal on to the main loop. GLib's own watch of signals would start a thread in every worker. */
 int requests = -1;
 
 void onSignal(int)

@@ -54,10 +54,10 @@ private:
     guint m_id = 0;
 };
 
-/** What an element that plays knows of its medium: milliseconds, 0 when not known. */
+/** The duration of an element's medium in milliseconds, 0 when not known. */
 int64_t durationOf(GstElement *element);
 bool isSeekable(GstElement *element);
-/** What an element that decodes a URI was given. */
+/** The URI of an element that decodes one. */
 std::string uriOf(GstElement *decoder);
 /** The rate of raw or encoded sound in Hz, 0 for other caps. */
 int sampleRateOf(const GstCaps *caps);

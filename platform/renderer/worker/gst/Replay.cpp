@@ -115,7 +115,7 @@ void Replay::pushNext()
             return;
         }
         if (result != GST_FLOW_FLUSHING) {
-            // The source tells of it with its next buffer.
+            // The source reports it with its next buffer.
             const std::lock_guard lock(m_mutex);
             m_result = result;
             m_changed.notify_all();
@@ -126,7 +126,7 @@ void Replay::pushNext()
     gst_pad_pause_task(m_output);
 }
 
-/** What goes on its way now; null at the end and while it is flushed. */
+/** The next buffer; null at the end and during a flush. */
 Owned<GstBuffer> Replay::next()
 {
     std::unique_lock lock(m_mutex);

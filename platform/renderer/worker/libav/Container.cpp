@@ -16,7 +16,7 @@ namespace {
 
 constexpr int BufferSize = 1 << 16;
 
-/** What is no medium, opens other files, or is read better by others: texts, lists, single pictures. */
+/** Formats that are no media, open other files, or are read better by others: texts, lists, single pictures. */
 bool isForeign(const AVInputFormat &format)
 {
     constexpr std::array<std::string_view, 10> Foreign{"tty", "image2", "hls",  "dash",       "concat",
@@ -136,7 +136,7 @@ AVStream *Container::select(AVMediaType kind)
 
 Packet Container::read()
 {
-    // What is damaged in the middle is passed over by going on, as long as anything comes.
+    // Goes on over damage in the middle, as long as anything comes.
     constexpr int MostErrors = 100;
     Packet packet(av_packet_alloc());
     for (int errors = 0; errors < MostErrors && !m_isInterrupted;) {

@@ -43,7 +43,7 @@ public:
 
     /** The time of the file at which it begins. */
     int64_t start() const;
-    /** 0 when the file does not tell. */
+    /** 0 when the file does not say. */
     int64_t duration() const;
     /** Counts the packets of the file, from where it is read. */
     int64_t measure();

@@ -48,7 +48,7 @@ void add(GstTagList *tags, const AVDictionary *metadata)
     }
 }
 
-/** An AIFF file may have several ID3 tags, with several artists each, of which libavformat tells one. */
+/** An AIFF file may have several ID3 tags, with several artists each; libavformat reports one. */
 void addId3Chunks(GstTagList *tags, const LocalFile &file)
 {
     constexpr size_t HeadSize = 8;

@@ -9,7 +9,7 @@ extern "C" {
 
 namespace voro::renderer {
 
-/** What a file tells of itself: its texts and its cover. */
+/** The metadata in a file: its texts and its cover. */
 Owned<GstTagList> tagsOf(const AVFormatContext &context, const LocalFile &file);
 
 } // namespace voro::renderer

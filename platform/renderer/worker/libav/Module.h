@@ -12,7 +12,7 @@
 
 namespace voro::renderer {
 
-/** What the module asks of the worker: whether a URI of LibavProtocol may be opened, and to open its file. */
+/** Functions of the worker: whether a URI of LibavProtocol may be opened, and opening its file. */
 struct LibavHost {
     bool (*mayOpen)(const char *uri);
     LocalFile::Shared (*open)(const std::string &path);

@@ -15,10 +15,10 @@ namespace {
 
 struct Kind {
     AVPixelFormat made;
-    GstVideoFormat told;
+    GstVideoFormat format;
 };
 
-/** What both sides have; the first and the second one are made of everything else. */
+/** Formats of both sides; all others are converted to the first or the second one. */
 constexpr std::array Kinds{
     Kind{AV_PIX_FMT_YUV420P, GST_VIDEO_FORMAT_I420},
     Kind{AV_PIX_FMT_BGRA, GST_VIDEO_FORMAT_BGRA},
@@ -68,7 +68,7 @@ Owned<GstCaps> Pictures::capsOf(const AVFrame &frame)
             sws_freeContext(std::exchange(m_converter, nullptr));
         }
     }
-    gst_video_info_set_format(&m_info, kind.told, static_cast<guint>(m_width), static_cast<guint>(m_height));
+    gst_video_info_set_format(&m_info, kind.format, static_cast<guint>(m_width), static_cast<guint>(m_height));
     if (shape.num > 0 && shape.den > 0) {
         m_info.par_n = shape.num;
         m_info.par_d = shape.den;

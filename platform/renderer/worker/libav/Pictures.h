@@ -24,7 +24,7 @@ private:
     int64_t lengthOf(const AVFrame &frame) const override;
 
     SwsContext *m_converter = nullptr;
-    /** What is made of a frame: the converter writes over the ends of lines, for which a buffer has no room. */
+    /** The converted frame: the converter writes over the ends of lines, for which a buffer has no room. */
     Frame m_made{av_frame_alloc()};
     GstVideoInfo m_info{};
     int m_format = AV_PIX_FMT_NONE;

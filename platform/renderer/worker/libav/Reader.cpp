@@ -220,12 +220,12 @@ bool Reader::seek(GstEvent *event)
     }
     const std::lock_guard seeking(m_seeking);
     const guint32 number = gst_event_get_seqnum(event);
-    const auto tell = [&](Stream &stream, GstEvent *flush) {
+    const auto flushStream = [&](Stream &stream, GstEvent *flush) {
         gst_event_set_seqnum(flush, number);
         gst_pad_push_event(stream.pad, flush);
     };
     for (Stream &stream : m_streams) {
-        tell(stream, gst_event_new_flush_start());
+        flushStream(stream, gst_event_new_flush_start());
     }
     for (Stream &stream : m_streams) {
         gst_pad_pause_task(stream.pad);
@@ -245,7 +245,7 @@ bool Reader::seek(GstEvent *event)
         stream.packets.clear();
         stream.decoder->restart(place.value_or(0));
         stream.isSegmentDue = true;
-        tell(stream, gst_event_new_flush_stop(TRUE));
+        flushStream(stream, gst_event_new_flush_stop(TRUE));
         gst_pad_start_task(stream.pad, onTurn, &stream, nullptr);
     }
     return place.has_value();

@@ -36,10 +36,10 @@ private:
         std::unique_ptr<Decoder> decoder;
         GstPad *pad = nullptr;
         std::deque<Packet> packets{};
-        /** What has to be told before the next buffer. */
+        /** Events that precede the next buffer. */
         bool isSegmentDue = true;
         bool areTagsDue = true;
-        /** Nobody takes it. */
+        /** Its pad is not linked. */
         bool isUnused = false;
     };
 
@@ -62,7 +62,7 @@ private:
     std::thread m_opener;
     std::unique_ptr<Container> m_container;
     std::list<Stream> m_streams;
-    /** What files count from that do not begin at 0, in microseconds. */
+    /** The first time of a file that does not begin at 0, in microseconds. */
     int64_t m_origin = 0;
     guint m_group = 0;
     std::mutex m_seeking;

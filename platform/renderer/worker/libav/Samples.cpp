@@ -7,7 +7,7 @@ namespace voro::renderer {
 
 namespace {
 
-/** How samples of a kind are told, and what they are made of before when GStreamer does not know the kind. */
+/** The format that samples of a kind get, and a conversion before that when GStreamer does not know the kind. */
 struct Kind {
     AVSampleFormat made;
     const char *name;

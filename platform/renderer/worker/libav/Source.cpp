@@ -133,8 +133,8 @@ __attribute__((visibility("default"))) int64_t voroMeasureWithLibav(const char *
     if (!hasSound && !hasPictures) {
         return 0;
     }
-    const int64_t told = container.duration();
-    return (told > 0 ? told : container.measure()) / Millisecond;
+    const int64_t known = container.duration();
+    return (known > 0 ? known : container.measure()) / Millisecond;
 }
 
 } // extern "C"

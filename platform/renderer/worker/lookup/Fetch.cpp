@@ -52,7 +52,7 @@ void Fetch::onData(GstElement *, GstBuffer *buffer, GstPad *, gpointer self)
     GstMapInfo map;
     if (gst_buffer_map(buffer, &map, GST_MAP_READ)) {
         const std::lock_guard lock(fetch->m_mutex);
-        // What is larger is no list; its end does not matter.
+        // A larger text is no list; its end does not matter.
         if (fetch->m_content.size() + map.size <= Largest) {
             fetch->m_content.append(reinterpret_cast<const char *>(map.data), map.size);
         }

@@ -14,7 +14,7 @@ class Fetch {
 public:
     using Done = std::function<void(const Result &, std::string)>;
 
-    /** What is larger is not read to its end. */
+    /** A larger text is not read to its end. */
     static constexpr size_t Largest = 4 * 1024 * 1024;
 
     Fetch() = default;

@@ -14,7 +14,7 @@ namespace voro::renderer {
 
 namespace {
 
-/** What fills a handheld's width; halved until the picture is small enough. */
+/** The width of a handheld's screen; halved until the picture is small enough. */
 constexpr int LongestSide = 320;
 constexpr int ShortestSide = 40;
 

@@ -6,7 +6,7 @@
 
 namespace voro::renderer {
 
-/** Makes a small JPEG of a picture that is too large to be told. */
+/** Makes a small JPEG of a picture that is too large for a report. */
 class Thumbnailer {
 public:
     using Done = std::function<void(GstSample *)>;

@@ -19,7 +19,7 @@ FileFormat fileFormat(const std::string &path);
  */
 bool isReadBestByLibavformat(const std::string &path);
 
-/** Whether a file is an MPEG transport stream, which nowhere tells how long it is. */
+/** Whether a file is an MPEG transport stream, a format that holds no duration. */
 bool isTransportStream(const std::string &path);
 
 } // namespace voro::renderer

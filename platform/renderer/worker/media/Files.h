@@ -7,7 +7,7 @@
 
 namespace voro::renderer {
 
-/** What the service handed over. */
+/** A file from the service. */
 struct PassedFile {
     /** The frame queue whose end it is; empty for the file to record into. */
     std::string queue;

@@ -22,7 +22,7 @@ constexpr std::array<std::array<int, 15>, 2> BitRates{{
     {0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160},
 }};
 
-/** What follows the header of the first frame when the encoder counted for us. */
+/** Follows the header of the first frame when the encoder has counted the frames. */
 constexpr std::array<std::string_view, 3> Counts{"Xing", "Info", "VBRI"};
 /** How far into the first frame such a count may be. */
 constexpr size_t CountRange = 200;

@@ -6,7 +6,7 @@
 
 namespace voro::renderer {
 
-/** What of the decoded samples is sound: an encoder puts some before it and fills the last frame up behind it. */
+/** The decoded samples that are sound: an encoder puts some before them and fills the last frame up behind them. */
 struct Mp3Sound {
     int64_t first;
     int64_t count;

@@ -30,9 +30,9 @@ public:
 
     /** A track that cannot be played is passed over from now on. */
     void setBad(unsigned track) { m_bad.insert(track); }
-    /** What comes when the current track is over. */
+    /** The track after the current one. */
     std::optional<unsigned> following() const;
-    /** What is taken instead of the current track, which turned out to be bad, on the way that was being gone. */
+    /** The track to play instead of the current one, which turned out to be bad. */
     std::optional<unsigned> replacement(bool isForward) const;
 
 private:

@@ -29,7 +29,7 @@ constexpr size_t MaximumTags = 12 * 1024;
 /** A picture's text leaves room for all the rest. */
 constexpr size_t MaximumPictureText = MaximumMetadata - MaximumTags - 4 * 1024;
 
-/** What changes from frame to frame tells nothing about the medium. */
+/** Whether a tag changes from frame to frame, and so describes no medium. */
 constexpr std::array Unsteady{GST_TAG_MINIMUM_BITRATE, GST_TAG_MAXIMUM_BITRATE, "channel-mode", "has-crc"};
 
 bool isUnsteady(const char *tag)

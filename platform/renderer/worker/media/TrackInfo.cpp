@@ -26,14 +26,14 @@ bool isSame(GstSample *one, GstSample *other)
 }
 
 /** Nothing where there are none. */
-std::string toAttributes(const CaptionFacts &captions)
+std::string toAttributes(const CaptionInfo &captions)
 {
     /** More than any film has; what a broken one claims has to leave room for the rest. */
     constexpr size_t MostStreams = 32;
     constexpr size_t LongestText = 64;
     std::string list;
     for (size_t i = 0; i < std::min(captions.streams.size(), MostStreams); ++i) {
-        const CaptionFacts::Stream &stream = captions.streams[i];
+        const CaptionInfo::Stream &stream = captions.streams[i];
         list += list.empty() ? R"({"language":)" : R"(,{"language":)";
         pps::appendJsonString(list, limitedCaption(stream.language, LongestText));
         list += R"(,"title":)";

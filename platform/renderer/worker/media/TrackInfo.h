@@ -16,11 +16,11 @@ struct Dimensions {
     int pixelHeight = 0;
 };
 
-/** The size that video or image caps tell; nothing for others. */
+/** The size in caps of video or images; nothing for others. */
 Dimensions dimensionsOf(const GstCaps *caps);
 
-/** What is known of a track's captions. */
-struct CaptionFacts {
+/** The captions of a track. */
+struct CaptionInfo {
     struct Stream {
         /** A code, and a title for people; each may be empty. */
         std::string language;
@@ -32,10 +32,10 @@ struct CaptionFacts {
     bool isOtherUnreadable = false;
 };
 
-/** What is known of a track. */
+/** The metadata of a track. */
 struct TrackInfo {
     Owned<GstTagList> tags{gst_tag_list_new_empty()};
-    /** Of a picture that is too large to be told, null while not made. */
+    /** A small copy of a picture that is too large for a report; null while not made. */
     Owned<GstSample> thumbnail{};
     /** In milliseconds, 0 when not known. */
     int64_t duration = 0;
@@ -45,7 +45,7 @@ struct TrackInfo {
     /** In Hz, 0 when not known. */
     int sampleRate = 0;
     Dimensions dimensions;
-    CaptionFacts captions{};
+    CaptionInfo captions{};
 
     /** Adds tags; newer ones replace older ones, and a thumbnail goes with its picture. */
     void merge(const GstTagList *news);

@@ -77,7 +77,7 @@ GstPad *DecoderChain::open(const std::string &path)
         gst_pad_set_active(m_output, FALSE);
         gst_element_remove_pad(m_bin.get(), m_output);
     }
-    // What was attached to the pad for the last file goes with it.
+    // Data attached to the pad for the last file goes with it.
     const Owned<GstPad> target(gst_element_get_static_pad(m_decoder, "src"));
     m_output = gst_ghost_pad_new("src", target.get());
     gst_element_add_pad(m_bin.get(), m_output);
@@ -101,7 +101,7 @@ void DecoderChain::onPad(GstElement *, GstPad *pad, gpointer next)
 {
     const Owned<GstPad> input(gst_element_get_static_pad(static_cast<GstElement *>(next), "sink"));
     if (!gst_pad_is_linked(input.get())) {
-        // What does not fit stays without a taker, which ends the file as an error.
+        // A stream that does not fit stays unlinked, which ends the file with an error.
         gst_pad_link(pad, input.get());
     }
 }

@@ -8,7 +8,7 @@
 
 namespace voro::renderer {
 
-/** What decodes the sound of files of a format, made once and used for file after file. */
+/** The decoder for files of a format, made once and used for file after file. */
 class DecoderChain {
 public:
     explicit DecoderChain(FileFormat format);

@@ -22,11 +22,11 @@ public:
     FilePlayback(Succession &succession, AudioBin &other);
     ~FilePlayback() override;
 
-    /** Nobody sees pictures or captions of such a file. */
+    /** Such a file has neither pictures nor captions. */
     void setSource(const Rectangle &) override {}
     void selectCaptions(const CaptionChoice &) override {}
     Dimensions dimensions() const override { return {}; }
-    CaptionFacts captions() const override { return {}; }
+    CaptionInfo captions() const override { return {}; }
     bool isCommonFile() const override { return true; }
 
     bool load(const Piece &piece) override;
@@ -62,13 +62,13 @@ private:
     Piece m_piece;
     /** Runs while a medium is opened ahead. */
     Source m_aheadTimer;
-    /** What was reported of it. */
+    /** Its messages until it is loaded. */
     std::vector<Owned<GstMessage>> m_aheadMessages;
     /** Part of the pipeline, owned by it: passes one file on after the other. */
     GstElement *m_concat;
     /** Of the file that is loaded, as far as it is not told by what decodes it. */
     Owned<GstTagList> m_tags;
-    /** What follows is used by streaming threads, too. */
+    /** For the members below, which streaming threads use, too. */
     std::mutex m_mutex;
     bool m_isTaken = false;
     std::list<Track> m_tracks;

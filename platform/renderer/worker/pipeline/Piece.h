@@ -10,7 +10,7 @@ namespace voro::renderer {
 /** Where a medium is played to. */
 struct Outputs {
     bool isAudible = true;
-    /** What the sound is for, empty when nobody said so. */
+    /** The sound server's role for the stream; empty for none. */
     std::string role;
     /** Whether pictures and captions are wanted, and where they are drawn. */
     bool hasVideo = false;

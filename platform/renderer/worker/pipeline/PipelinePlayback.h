@@ -49,14 +49,14 @@ protected:
     /** Takes the pipeline out of use. */
     virtual void stop() = 0;
     virtual void handle(GstMessage *message);
-    /** What this program's own bins and helpers report. */
+    /** Handles the messages of this program's own bins and helpers. */
     virtual void handleNote(GstMessage *note) = 0;
     virtual void handleError(GstMessage *error) = 0;
     /** Lets go of what has played, when the next medium plays. */
     virtual void forgetPlayed() {}
     /** The first sound or picture is there. */
     void decoded();
-    /** What an old medium still had to say is not the new one's. */
+    /** Drops the messages of a former medium. */
     void forgetMessages();
 
 private:
@@ -77,9 +77,9 @@ private:
     TagPrecedence m_tags;
     bool m_isLoaded = false;
     bool m_isOpening = false;
-    /** Tells what was loaded from what is. */
+    /** Counts loads, so that messages of a former medium are recognized. */
     unsigned m_load = 0;
-    /** The streams that play, told from the next medium's. */
+    /** The streams of the medium that plays; those of the next one differ. */
     guint m_group = GST_GROUP_ID_INVALID;
     /** It plays another medium than was loaded. */
     bool m_hasAdvanced = false;

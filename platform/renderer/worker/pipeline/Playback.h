@@ -37,7 +37,7 @@ public:
     Playback(const Playback &) = delete;
     Playback &operator=(const Playback &) = delete;
 
-    /** Who gets the events, from the main loop. */
+    /** Sets the listener; its functions are called from the main loop. */
     virtual void listen(Events events) { m_events = std::move(events); }
 
     /** From 0 to 100. */
@@ -64,7 +64,7 @@ public:
     /** Which of the medium's captions are shown, if any. Others from elsewhere have to be loaded with the medium. */
     virtual void selectCaptions(const CaptionChoice &captions) = 0;
 
-    /** What comes without a gap after this medium. The medium does not end before it is known. */
+    /** The medium that follows without a gap. This one does not end before the next one is known. */
     virtual Succession &succession() = 0;
 
     /** Goes to a time, and on from there at a speed. While one seek is on its way the next one waits, and only the last
@@ -82,7 +82,7 @@ public:
     /** In Hz, 0 when not known. */
     virtual int sampleRate() const = 0;
     virtual Dimensions dimensions() const = 0;
-    virtual CaptionFacts captions() const = 0;
+    virtual CaptionInfo captions() const = 0;
 
     /** The sound server's device that is played to, empty while there is none. */
     virtual std::string device() const = 0;

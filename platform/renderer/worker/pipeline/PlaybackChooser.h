@@ -35,7 +35,7 @@ public:
     bool isSeekable() const override { return m_chosen->isSeekable(); }
     int sampleRate() const override { return m_chosen->sampleRate(); }
     Dimensions dimensions() const override { return m_chosen->dimensions(); }
-    CaptionFacts captions() const override { return m_chosen->captions(); }
+    CaptionInfo captions() const override { return m_chosen->captions(); }
     std::string device() const override { return m_chosen->device(); }
     bool isSilent() const override { return m_chosen->isSilent(); }
 

@@ -192,9 +192,9 @@ void PlaybinPlayback::selectStream()
     }
 }
 
-CaptionFacts PlaybinPlayback::captions() const
+CaptionInfo PlaybinPlayback::captions() const
 {
-    CaptionFacts captions{.isOtherUnreadable = m_isCaptionFileBad};
+    CaptionInfo captions{.isOtherUnreadable = m_isCaptionFileBad};
     for (const int number : ownCaptions(pipeline(), m_openedUri)) {
         captions.streams.push_back(describeCaptions(pipeline(), number));
     }
@@ -306,7 +306,7 @@ void PlaybinPlayback::checkStreams()
     } else if (isOpening() && isMissingAnything(sounds > 0) && m_ways.takeOther({})) {
         reopen(false);
     } else if (sounds == 0 && !m_showsPictures) {
-        // Nobody sees the pictures, but without them no time would pass.
+        // The pictures stay invisible, but without them no time would pass.
         reopen(true);
     }
 }
@@ -378,7 +378,7 @@ bool PlaybinPlayback::isOfCaptionFile(GstObject *source) const
     return decoder && !m_captionUri.empty() && uriOf(decoder) == m_captionUri;
 }
 
-/** Keeps what a playbin tells of a stream that it has no element for. */
+/** Keeps a playbin's report of a stream that it has no element for. */
 void PlaybinPlayback::noteMissing(GstMessage *message)
 {
     const GstStructure *content = gst_message_get_structure(message);

@@ -29,11 +29,11 @@ public:
     void loadAhead(const Piece &) override {}
     void selectCaptions(const CaptionChoice &captions) override;
     Dimensions dimensions() const override;
-    CaptionFacts captions() const override;
+    CaptionInfo captions() const override;
     bool isCommonFile() const override { return false; }
 
 private:
-    /** What of a medium no element decodes. */
+    /** A stream that no element decodes. */
     struct Missing {
         /** As people call it, empty without. */
         std::string name{};
@@ -81,7 +81,7 @@ private:
     int64_t m_lastTime = 0;
     Piece m_piece;
     ReadingWays m_ways;
-    /** What the playbin was given: the medium's URI, or what stands for it. */
+    /** The playbin's URI: the medium's own, or one of LibavProtocol. */
     std::string m_openedUri;
     OpenMedia m_open;
     Missing m_missing;

@@ -9,7 +9,7 @@ void ReadingWays::begin(const Medium &medium)
 {
     m_uri = medium.uri();
     m_firstFailure.reset();
-    // GStreamer's own elements tell no tags of some formats, or wrong durations.
+    // Of some formats GStreamer's own elements report no tags, or wrong durations.
     m_isLibav = medium.isLocal() && isReadBestByLibavformat(medium.path()) && !libavUri(m_uri).empty();
 }
 

@@ -17,7 +17,7 @@ public:
         part of the medium. */
     bool takeOther(const Failure &failure);
 
-    /** What the playbin opens: the URI, or what stands for it. */
+    /** The URI for the playbin: the medium's own, or one of LibavProtocol. */
     std::string uri() const;
     bool isOwn() const { return !m_isLibav; }
     bool isFirst() const { return !m_firstFailure; }

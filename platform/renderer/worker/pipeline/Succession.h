@@ -7,7 +7,7 @@
 
 namespace voro::renderer {
 
-/** What comes after the medium that plays: asked for by a streaming thread, answered by the main loop. */
+/** The medium that follows: a streaming thread asks for it, the main loop answers. */
 class Succession {
 public:
     /** It will be known soon; who asks waits. */
@@ -33,7 +33,7 @@ public:
         const std::lock_guard lock(m_mutex);
         return m_isTaken;
     }
-    /** Lets go whoever waits, and forgets what was taken. */
+    /** Releases a waiting thread, and forgets a medium that was taken. */
     void release() { set(std::string(), true); }
     /** The medium that was taken plays now. */
     void advance()

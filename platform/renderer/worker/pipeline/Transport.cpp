@@ -41,7 +41,8 @@ void Transport::reset()
 void Transport::settle()
 {
     const GstStateChangeReturn change = gst_element_get_state(m_pipeline, nullptr, nullptr, 0);
-    // What has failed tells why. Asked again, a playbin takes itself apart while its threads still run, and hangs.
+    // A pipeline that failed has posted the reason. Asked again, a playbin takes itself apart while its threads still
+    // run, and hangs.
     if (change == GST_STATE_CHANGE_FAILURE) {
         return;
     }
@@ -123,7 +124,7 @@ bool Transport::resume()
     if (suspension.target.time > 0 || suspension.target.speed != m_speed) {
         seek(suspension.target);
     } else {
-        // Nobody knows that the pipeline asks again what comes next: that goes by way of the end.
+        // The pipeline may not ask again for the next medium: that one is loaded at the end.
         m_succession.release();
     }
     return suspension.isRunning;

@@ -48,7 +48,7 @@ public:
     /** Goes to where it was suspended; whether it is to run there. */
     bool resume();
 
-    // What the pipeline reports.
+    // Reports of the pipeline.
     void stateChanged();
     void seekDone();
 
@@ -64,7 +64,7 @@ private:
     /** The seek that is on its way, and the one that waits for its end. */
     std::optional<Target> m_seeking;
     std::optional<Target> m_next;
-    /** Where it was brought to while it is held; sinks tell that only when they have played. */
+    /** The target of a seek while it is held; sinks report a position only when they have played. */
     std::optional<int64_t> m_rest;
     std::optional<Suspension> m_suspension;
 };

@@ -10,7 +10,7 @@
 
 namespace voro::renderer {
 
-/** What a playbin gets as its video sink: cuts the wanted part out and shows it. */
+/** A playbin's video sink: cuts the wanted part out and shows it. */
 class VideoBin {
 public:
     VideoBin();
@@ -23,7 +23,7 @@ public:
      * without one.
      */
     void resetSink(const Window &window, bool hasCaptions);
-    /** What draws captions over the pictures, null when nothing does. */
+    /** Draws captions over the pictures; null without captions. */
     GstElement *overlay() const { return m_overlay; }
     void setSource(const Rectangle &part);
     bool isSink(GstObject *object) const;

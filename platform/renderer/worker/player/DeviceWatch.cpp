@@ -128,17 +128,17 @@ void DeviceWatch::onSink(pa_context *, const pa_sink_info *info, int isLast, voi
     }
 }
 
-/** Tells the loss, but not from the middle of the server's callback, which must not lose its context. */
+/** Reports the loss, but not from inside the server's callback, which must not lose its context. */
 void DeviceWatch::lose()
 {
     m_wasFound = false;
-    const auto tell = [](gpointer self) -> gboolean {
+    const auto report = [](gpointer self) -> gboolean {
         auto *watch = static_cast<DeviceWatch *>(self);
         watch->m_loss.forget();
         watch->m_onLost();
         return G_SOURCE_REMOVE;
     };
-    m_loss.reset(g_idle_add(tell, this));
+    m_loss.reset(g_idle_add(report, this));
 }
 
 } // namespace voro::renderer

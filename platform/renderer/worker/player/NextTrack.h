@@ -18,7 +18,7 @@ namespace voro::renderer {
 /** Looks at the track that follows the current one, so that the playback can go on with it without a gap. */
 class NextTrack {
 public:
-    /** What it depends on besides the queue. */
+    /** The conditions besides the queue. */
     struct Present {
         /** The current track is open. No other one is looked at before that. */
         bool isOpen;

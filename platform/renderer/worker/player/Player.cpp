@@ -43,7 +43,7 @@ void Player::open(const Medium &medium, bool isPlaylist, unsigned track, int64_t
     if (const Result problem = medium.check(); !problem) {
         finishOpen(problem);
     } else if (isPlaylist != medium.isPlaylist() && (medium.isLocal() || !isPlaylist)) {
-        // The one tells the application to try the other.
+        // The application tries the other type then.
         finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist" : "a playlist"});
         if (isPlaylist) {
             m_playback.loadAhead({medium, {}, m_outputs});
@@ -236,7 +236,7 @@ void Player::onDeviceLost()
     m_reports.send(SpeedChange{Paused});
 }
 
-/** Whoever goes backward stays at the beginning. */
+/** Pauses at the beginning, after playing backward. */
 void Player::holdAtBeginning()
 {
     m_speed = Paused;
@@ -371,7 +371,7 @@ void Player::onAdvanced()
         m_queue.setCurrent(next->track);
         m_track.begin(medium(next->track), std::move(next->info));
     } else if (m_track.hasShrunk()) {
-        // What is left of it would be repeated for ever.
+        // Its rest would be repeated for ever.
         onEnded();
         return;
     }
@@ -380,7 +380,7 @@ void Player::onAdvanced()
     m_track.measure(m_playback.isCommonFile());
 }
 
-// What the pipeline tells
+// Reports of the pipeline
 
 void Player::onDecoded()
 {
@@ -477,7 +477,7 @@ void Player::onFailed(const Result &cause)
     }
 }
 
-/** What a server sends that is no medium may be a playlist, whatever it is called. */
+/** A server may send a playlist under any name: looks at the content of what is no medium. */
 void Player::lookForPlaylist(const Result &result)
 {
     m_openTimer.reset();
@@ -502,7 +502,7 @@ void Player::fail(const Result &result)
 
 void Player::onPlaybackFailed(const Failure &failure)
 {
-    // What begins like a medium and is none was cut off or damaged.
+    // A file that begins like a medium and is none was cut off or damaged.
     const bool isDamaged = failure.isUnrecognized && medium(m_queue.current()).beginsLikeMedium();
     onFailed(isDamaged ? Result(ErrorCode::ResourceCorrupted, failure.result.text) : failure.result);
 }

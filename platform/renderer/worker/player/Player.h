@@ -105,7 +105,7 @@ private:
     bool m_isForward = true;
     /** Volume or equalizer were changed while the queue played, and probably will be again. */
     bool m_isChanging = false;
-    /** What has just been played to its end, until the next track is decoded. */
+    /** The track that was just played to its end, until the next one is decoded. */
     struct Played {
         unsigned track;
         int64_t end;

@@ -11,8 +11,8 @@ namespace voro::renderer {
 void Reports::queue(unsigned current, unsigned total)
 {
     m_send(events::Queue{current, total});
-    std::erase_if(m_tracks, [current](const auto &told) {
-        return told.first + Neighbourhood < current || told.first > current + Neighbourhood;
+    std::erase_if(m_tracks, [current](const auto &reported) {
+        return reported.first + Neighbourhood < current || reported.first > current + Neighbourhood;
     });
 }
 
@@ -47,11 +47,11 @@ void Reports::neighbours(const Queue &queue)
 void Reports::passedOver(unsigned track, const std::string &cause)
 {
     constexpr int Most = 50;
-    static int told = 0;
-    if (++told <= Most) {
+    static int count = 0;
+    if (++count <= Most) {
         log::warn(log::Category::Worker, "track %u is passed over: %s", track, cause.c_str());
-    } else if (told == Most + 1) {
-        log::warn(log::Category::Worker, "further tracks are passed over without a word");
+    } else if (count == Most + 1) {
+        log::warn(log::Category::Worker, "further tracks are passed over without a line here");
     }
 }
 

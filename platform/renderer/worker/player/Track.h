@@ -13,30 +13,31 @@ namespace voro::renderer {
 
 class Playback;
 
-/** The track that is played: what is known of it, and what is still to be found out. */
+/** The track that is played: its metadata, and the search for what is missing. */
 class Track {
 public:
     struct Listener {
         /** The duration was measured; it counts from the next refresh() on. */
         std::function<void()> measured;
-        /** A cover that was too large can be told now. */
+        /** A cover that was too large is small enough for a report now. */
         std::function<void()> coverMade;
     };
 
     explicit Track(Listener listener) : m_listener(std::move(listener)) {}
 
-    /** Another track, of which so much is known. */
+    /** Another track, with the metadata known so far. */
     void begin(const Medium &medium, TrackInfo info);
-    /** Finds out nothing more; what is known stays. */
+    /** Ends the search; the metadata stays. */
     void end();
 
     const TrackInfo &info() const { return m_info; }
     void merge(const GstTagList *tags);
-    /** Takes over what is known of it by now. */
+    /** Takes over what the playback knows by now. */
     void refresh(const Playback &playback);
-    /** Corrects the duration of a file of which there is only an estimate; those in common formats tell it exactly. */
+    /** Corrects the duration of a file of which there is only an estimate; those in common formats hold the exact one.
+     */
     void measure(bool isCommon);
-    /** Makes a cover smaller that is too large to be told. */
+    /** Makes a cover smaller that is too large for a report. */
     void shrinkCover();
     /** Whether the file was cut since it was begun. */
     bool hasShrunk() const { return m_extent.hasShrunk(); }

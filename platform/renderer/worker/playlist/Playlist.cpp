@@ -60,7 +60,7 @@ Medium mediumOf(const char *uri)
     return Medium(path ? pathOf(path.get()) : uri);
 }
 
-/** What a file holds, of a very large one its beginning up to the end of a line. */
+/** The content of a file, of a very large one its beginning up to the end of a line. */
 std::string contentOf(const std::string &path)
 {
     std::string text = openLocal(path)->at(0, Fetch::Largest + 1);
@@ -70,7 +70,7 @@ std::string contentOf(const std::string &path)
     return text;
 }
 
-/** What two names of a list have in common. */
+/** The same for all names of one list. */
 std::string identityOf(const Medium &list)
 {
     const std::string file = list.isLocal() ? openLocal(list.path())->identity() : std::string();

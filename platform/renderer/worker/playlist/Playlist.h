@@ -51,7 +51,7 @@ private:
         Playlist *owner;
         std::shared_ptr<const Trail> trail;
         std::vector<Line> lines;
-        /** What is read instead of the file itself. */
+        /** A repaired copy of the file, which is read instead. */
         pps::Fd copy;
         ~Reading();
     };

@@ -7,7 +7,7 @@
 
 namespace voro::renderer {
 
-/** Whom a reader tells what it finds, from the main loop. */
+/** A reader's listener, called from the main loop. */
 struct PlaylistListener {
     /** A place in the list: a URI or a path, and a title or null. */
     void (*entry)(const char *uri, const char *title, void *data);

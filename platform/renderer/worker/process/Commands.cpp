@@ -63,7 +63,7 @@ void Commands::takeFiles()
 
 void Commands::handle(const pps::Message &message)
 {
-    // What was handed over for a request came before it.
+    // Files for a request arrive before it.
     takeFiles();
     const int64_t id = message.number("id");
     const Answer reply = [this, id, command = message.text("msg")](const Result &result) {

@@ -34,7 +34,7 @@ private:
     Link m_link;
     Source m_fileSource;
     Medium m_medium;
-    /** What the next recording is written into. */
+    /** For the next recording. */
     pps::Fd m_file;
     FrameChannels m_frames;
     PlaybackChooser m_playback;

@@ -31,7 +31,7 @@ constexpr uint64_t RemoveFile = 1U << 5;
 constexpr uint64_t MakeFile = 1U << 8;
 constexpr uint64_t Truncate = 1U << 14;
 constexpr uint64_t ControlDevice = 1U << 15;
-/** What a rule for a single file, not a folder, can allow. */
+/** The rights that a rule for a single file, not a folder, can grant. */
 constexpr uint64_t OfFiles = Execute | WriteFile | ReadFile | Truncate | ControlDevice;
 
 /** By Landlock::Access. */

@@ -79,7 +79,7 @@ int main(int argc, char **argv)
         std::fputs(What, stderr);
         return 1;
     }
-    // Whatever else the daemon has open.
+    // Closes all other descriptors of the daemon.
     close_range(WorkerMediaSocket + 1, ~0U, 0);
     restrictProcess();
     nameSoundServer();

@@ -12,7 +12,7 @@ namespace voro::renderer {
 /** Where the modules are: beside the worker, in an installation as in the build tree. */
 std::string moduleFolder();
 
-/** A function of a module, null when the installation lacks it, which the log is told. */
+/** A function of a module; null, with a line in the log, when the installation lacks it. */
 void *symbolOf(const std::string &module, const char *name);
 
 template<typename Function>

@@ -24,7 +24,7 @@ namespace {
 
 /** Where the new root is made; what the old one has there can be seen no more. */
 constexpr char NewRoot[] = "/tmp";
-/** What the kernel says of all processes, for the nursery only. */
+/** The kernel's view of all processes, for the nursery only. */
 constexpr char AllProcesses[] = "/.processes";
 constexpr char ThisProcess[] = "/proc/self";
 

@@ -20,7 +20,7 @@ namespace voro::renderer {
 
 namespace {
 
-/** What a URL names, in small letters; of what is none, the whole. */
+/** The host of a URL in small letters; the whole text when it is no URL. */
 std::string hostOf(const std::string &url)
 {
     GUri *uri = g_uri_parse(url.c_str(), G_URI_FLAGS_NON_DNS, nullptr);

@@ -58,7 +58,7 @@ pid_t forkSibling(pps::Fd &pidfd)
     return process;
 }
 
-void tell(int socket, int64_t id, pid_t process, const pps::Fd &pidfd)
+void report(int socket, int64_t id, pid_t process, const pps::Fd &pidfd)
 {
     const BirthAnswer answer{id, process};
     pps::sendPacket(socket, std::as_bytes(std::span(&answer, 1)), pidfd.get());
@@ -66,7 +66,7 @@ void tell(int socket, int64_t id, pid_t process, const pps::Fd &pidfd)
 
 enum class Birth { Parent, Child, None };
 
-/** Forks and tells the daemon of it. */
+/** Forks and reports the new process to the daemon. */
 Birth giveBirth(int socket, int64_t id)
 {
     pps::Fd pidfd;
@@ -75,7 +75,7 @@ Birth giveBirth(int socket, int64_t id)
         restrictProcess();
         return Birth::Child;
     }
-    tell(socket, id, std::max<pid_t>(process, 0), pidfd);
+    report(socket, id, std::max<pid_t>(process, 0), pidfd);
     return process > 0 ? Birth::Parent : Birth::None;
 }
 
@@ -150,7 +150,7 @@ std::optional<Reach> Nursery::serve(int socket, bool hasNetwork)
         }
         if (request.hasWindows != 0 && access(ScreenServerPlace, F_OK) != 0) {
             // There was no X server yet.
-            tell(socket, request.id, 0, pps::Fd());
+            report(socket, request.id, 0, pps::Fd());
             continue;
         }
         if (giveBirth(socket, request.id) == Birth::Child) {

@@ -6,7 +6,7 @@
 
 namespace voro::renderer {
 
-/** What a bin description of the user's own needs beyond what the platform's own sinks and sources need. */
+/** The needs of a bin description of the user's own beyond those of the platform's own sinks and sources. */
 struct OwnElements {
     /** Folders of files that it writes. */
     std::vector<std::string> folders;

@@ -26,7 +26,7 @@ std::string variable(const char *name)
     return value ? value : "";
 }
 
-/** What a configuration names as the server. */
+/** The server that a configuration names. */
 std::string serverIn(const std::string &configuration)
 {
     std::ifstream file(configuration);

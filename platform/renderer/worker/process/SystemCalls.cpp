@@ -65,7 +65,7 @@ constexpr const char *Allowed[] = {
 /** What a process may ask about itself, by the number 0, and not about others. */
 constexpr const char *OfProcess[] = {"sched_getattr", "sched_getparam", "sched_getscheduler", "sched_getaffinity"};
 
-/** What elements about which nothing is known may need. */
+/** For unknown elements of the user's own. */
 constexpr const char *ForDevices[] = {"flock", "ioctl",  "memfd_create", "mkdir",     "mkdirat", "mmap",
                                       "mmap2", "rename", "renameat",     "renameat2", "unlink",  "unlinkat"};
 
@@ -128,7 +128,7 @@ private:
     bool m_areGood = true;
 };
 
-/** What a filter is for the kernel, empty when it cannot be had. */
+/** A filter as the kernel takes it; empty on failure. */
 std::vector<sock_filter> programOf(scmp_filter_ctx filter)
 {
     const pps::Fd file(static_cast<int>(syscall(SYS_memfd_create, "filter", MFD_CLOEXEC)));

@@ -11,7 +11,7 @@ namespace voro::renderer {
 
 namespace {
 
-/** What stands in a variable of the environment, folder by folder. */
+/** Adds the folders in a variable of the environment. */
 void addFrom(const char *variable, std::vector<std::string> &places)
 {
     const std::string text = std::getenv(variable) ? std::getenv(variable) : "";

@@ -16,7 +16,7 @@ std::vector<std::string> networkPlaces();
 
 /** The folder of the sockets of X servers. */
 inline constexpr char ScreenServerPlace[] = "/tmp/.X11-unix";
-/** What drawing at an X server takes: that folder, and the key. */
+/** The folder and the key for drawing at an X server. */
 std::vector<std::string> screenPlaces();
 
 } // namespace voro::renderer

@@ -21,7 +21,7 @@ struct Close {
     void operator()(pa_operation *operation) const { pa_operation_unref(operation); }
 };
 
-/** What the sound server's default source gives, nothing without a server or a source. */
+/** The format of the sound server's default source; nothing without a server or a source. */
 SampleSpec serverSpec()
 {
     SampleSpec spec;

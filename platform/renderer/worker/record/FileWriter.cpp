@@ -171,7 +171,7 @@ void FileWriter::begin(std::span<const uint8_t> first)
     }
 }
 
-/** What the file begins with. */
+/** The head of the file. */
 std::vector<uint8_t> FileWriter::head(uint64_t samples) const
 {
     if (m_head == Head::Wav) {

@@ -22,7 +22,7 @@ namespace voro::renderer {
  */
 class FileWriter {
 public:
-    /** `samples` tells how many samples of each channel were recorded. */
+    /** `samples` returns the number of samples recorded of each channel. */
     FileWriter(const RecordingFormat &format, std::function<uint64_t()> samples);
     FileWriter(const FileWriter &) = delete;
     FileWriter &operator=(const FileWriter &) = delete;
@@ -57,7 +57,7 @@ private:
     const RecordingFormat::Latency m_latency;
     const std::function<uint64_t()> m_samples;
     Owned<GstElement> m_sink;
-    // What follows belongs to the streaming thread while the pipeline runs.
+    // The members below belong to the streaming thread while the pipeline runs.
     pps::Fd m_file;
     uint64_t m_offset = 0;
     /** Behind the last byte that was written. */
@@ -65,7 +65,7 @@ private:
     Mp3Header m_mp3;
     /** When the head was written last, with the length so far. */
     std::chrono::steady_clock::time_point m_lastHead;
-    /** What comes; something valid before it is known. */
+    /** The format of the samples; a valid one before the first of them. */
     SampleSpec m_spec{44'100, 1};
     /** When the file was last synchronized with the disk. */
     std::chrono::steady_clock::time_point m_lastSync;

@@ -99,7 +99,7 @@ std::vector<uint8_t> Mp3Header::bytes(uint64_t samples, int delay) const
     return frame;
 }
 
-/** Tells for each hundredth of the time at which 256th of the file it begins. */
+/** For each hundredth of the time, the 256th of the file at which it begins. */
 void Mp3Header::writePlaces(uint8_t *table, size_t size) const
 {
     for (size_t i = 0; i < Places && m_frames > 0; ++i) {

@@ -31,7 +31,7 @@ void setNumber(std::span<uint8_t> bytes, size_t place, uint64_t value)
     }
 }
 
-/** What is in the first atom of that type; empty when there is none, or it is too short for its times. */
+/** The content of the first atom of that type; empty without one, or when it is too short for its times. */
 std::span<uint8_t> inside(std::span<uint8_t> atoms, std::string_view type)
 {
     while (atoms.size() >= AtomHead) {

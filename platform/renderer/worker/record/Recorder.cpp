@@ -15,7 +15,7 @@ constexpr guint StartTimeout = 4'000;
 /** How long the rest of a recording may take to be written. */
 constexpr guint FinishTimeout = 10'000;
 
-/** What makes the file, null when it cannot be made here. */
+/** The encoder of a format; null when this machine has none. */
 GstElement *makeEncoder(const RecordingFormat &format, Result &result)
 {
     GError *raw = nullptr;
@@ -111,7 +111,7 @@ void Recorder::close(Answer answer)
     });
 }
 
-// What the pipeline tells
+// Reports of the pipeline
 
 void Recorder::onBegun()
 {

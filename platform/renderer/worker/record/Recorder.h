@@ -35,7 +35,7 @@ private:
         Ready,
         Starting,
         Running,
-        /** What was recorded is being written to its end. */
+        /** The rest of the recording is being written. */
         Finishing,
         Finished,
     };

@@ -67,7 +67,7 @@ private:
     bool m_isOpen = false;
     bool m_isFirst = true;
     bool m_hasSegment = false;
-    /** What comes is the silence that fills up the end. */
+    /** The samples are the silence that fills up the end. */
     bool m_isFilling = false;
     uint64_t m_frames = 0;
     uint64_t m_limit = 0;

@@ -5,7 +5,7 @@
 
 namespace voro::renderer {
 
-/** What samples are, 16 bits each. */
+/** The format of samples, 16 bits each. */
 struct SampleSpec {
     int rate = 0;
     int channels = 0;

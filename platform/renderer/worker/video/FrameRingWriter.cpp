@@ -14,7 +14,7 @@ namespace {
 constexpr uint32_t Slots = 4;
 constexpr uint64_t SlotAlignment = 4096;
 
-/** What the pictures become: the same in colours that every scene can draw. */
+/** The format of converted pictures: the same in colours that every scene can draw. */
 GstVideoInfo shown(const GstVideoInfo &pictures)
 {
     GstVideoInfo info;
