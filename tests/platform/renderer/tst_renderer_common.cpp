@@ -279,8 +279,7 @@ void tst_RendererCommon::workerMessage_isReadAsFarAsItIsGood_data()
     event("no event", "seek track:n:1", "none");
     event("a word that is none", "status position:n:-5 bufferlevel:n:40 bufferstatus::full",
           "status position:n:-5 bufferlevel:n:40 bufferstatus::idle volume:n:0");
-    event("metadata", "track md_title_name::x track:n:3 -md_gone *md_marked::y url::z",
-          "track track:n:3 md_title_name::x url::z");
+    event("metadata", "track md_title_name::x track:n:3 url::z", "track track:n:3 md_title_name::x url::z");
     event("an end somewhere", "ended", "ended track:n:1");
     event("a failure", "failed position:n:9 err:n:11 error::bad", "failed track:n:1 position:n:9 err:n:11 error::bad");
 }
