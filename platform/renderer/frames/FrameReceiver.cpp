@@ -154,7 +154,9 @@ void FrameReceiver::readDaemon()
 
 void FrameReceiver::readWorker()
 {
-    for (;;) {
+    // Other events of the application must not wait for a worker that never stops.
+    constexpr int MostAtOnce = 16;
+    for (int i = 0; i < MostAtOnce; ++i) {
         std::array<std::byte, MaximumFramePacket> packet;
         Fd file;
         const ssize_t size = pps::receivePacket(m_worker.socket->get(), packet, file);
