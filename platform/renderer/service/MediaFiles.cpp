@@ -31,7 +31,10 @@ constexpr size_t MostText = 32 << 20;
 /** The captions, and the file with the right to draw at the X server. */
 std::set<std::string> namedIn(const Settings &settings)
 {
-    std::set<std::string> paths{settings.session.authority};
+    std::set<std::string> paths;
+    if (!settings.session.display.empty()) {
+        paths.insert(settings.session.authority);
+    }
     for (const auto &[track, captions] : settings.captions) {
         if (captions.medium.isLocal() && !captions.medium.path().empty()) {
             paths.insert(captions.medium.path());

@@ -91,7 +91,9 @@ void tst_ContextRecording::recordingFile_isLeftAlone_untilItStarts()
     QVERIFY(!QFile::exists(m_folder.filePath(QStringLiteral("new.wav"))));
     QCOMPARE(readFile(path), QByteArray("kept"));
     const QByteArrayList log = toList(stage.takeLog());
-    QVERIFY2(log.first().contains("type::track speed:n:1000 channels:n:1 format::wav recording_role::"), log.first());
+    QVERIFY2(log.first().contains(
+                 "type::track speed:n:1000 track:n:1 position:n:0 channels:n:1 format::wav recording_role::"),
+             log.first());
     QCOMPARE(log.mid(1, 2), (QByteArrayList{"file", "play"}));
 
     QVERIFY(!stage.engines.isCompleting());

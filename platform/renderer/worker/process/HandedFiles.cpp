@@ -40,10 +40,14 @@ LocalFile::Shared HandedFiles::open(const std::string &path, Freshness freshness
     if (isExpected) {
         m_expected.clear();
     }
-    Answer answer = isExpected ? receive(m_expectedId, lock) : ask(path, lock);
+    const int64_t medium = m_expectedId;
+    Answer answer = isExpected ? receive(medium, lock) : ask(path, lock);
     auto file = answer.file.isValid() ? std::make_shared<LocalFile>(std::move(answer.file))
                                       : std::make_shared<LocalFile>(answer.error);
-    m_recent.push_back({path, file, Clock::now()});
+    // The next medium may be the same file, and is to be opened anew.
+    if (medium == m_expectedId) {
+        m_recent.push_back({path, file, Clock::now()});
+    }
     return file;
 }
 
