@@ -67,8 +67,6 @@ void restrictProcess()
     std::signal(SIGXFSZ, SIG_IGN);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_DATA, MostMemory);
-    // What is mapped and not used has tables all the same.
-    limit(RLIMIT_AS, MostAddresses);
 }
 
 void setOutliving(bool isOutliving)
@@ -135,6 +133,10 @@ void Confinement::complete(Reach reach)
 {
     // Not for what forks: descriptors on their way count together, and others may have many there.
     limit(RLIMIT_NOFILE, MostDescriptors);
+    if (m_elements.unknown.empty()) {
+        // What is mapped and not used has tables all the same. Drivers of GPUs map far more than there is.
+        limit(RLIMIT_AS, MostAddresses);
+    }
     if (m_isInNamespaces && !narrowNamespaces(widened(reach))) {
         log::warn(log::Category::Worker, "a worker sees other processes and the X servers");
     }
