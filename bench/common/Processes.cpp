@@ -16,7 +16,6 @@
 #include <ctime>
 #include <fstream>
 #include <memory>
-#include <thread>
 
 extern char **environ;
 
@@ -124,11 +123,16 @@ pid_t daemonProcess()
     return std::atoi(daemon);
 }
 
+pid_t parentOf(pid_t process)
+{
+    return std::atoi(field(processFolder(process) + "/status", "PPid").c_str());
+}
+
 std::vector<pid_t> descendants(pid_t process)
 {
     std::vector<pid_t> result;
     for (const pid_t other : processes()) {
-        if (std::atoi(field(processFolder(other) + "/status", "PPid").c_str()) != process) {
+        if (parentOf(other) != process) {
             continue;
         }
         result.push_back(other);
@@ -152,8 +156,8 @@ void waitForCalm(pid_t process)
     for (int i = 0; i < 20; ++i) {
         const auto before = descendants(process);
         const double usedBefore = used(before);
-        std::this_thread::sleep_for(Period);
-        if (descendants(process) == before
+        const bool hasEnded = waitForEnd(before, static_cast<int>(Period.count()));
+        if (!hasEnded && descendants(process) == before
             && used(before) - usedBefore < Busy * std::chrono::duration<double>(Period).count()) {
             return;
         }

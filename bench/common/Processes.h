@@ -28,6 +28,9 @@ long wakeups(pid_t process);
 /** The process of the daemon that serves this run, as VORO_BENCH_DAEMON names it. */
 pid_t daemonProcess();
 
+/** The process that started the given one, or took it over. */
+pid_t parentOf(pid_t process);
+
 /** Every process below the given one. */
 std::vector<pid_t> descendants(pid_t process);
 

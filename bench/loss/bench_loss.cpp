@@ -1,6 +1,6 @@
 /*
  * How long applications wait for the news that the daemon is gone, and for their next commands: three players, a
- * recorder, a holder, two controllers and a key watcher in this process lose it at random moments of a command.
+ * recorder, a holder, two controllers and a key watcher in this process lose it in the middle of a command.
  * Arguments: a medium of sound, and how often each way is tried.
  */
 
@@ -14,7 +14,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -58,7 +57,8 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
     std::mt19937 random(static_cast<unsigned>(signal));
     bench::Figures told;
     bench::Figures command;
-    std::vector<pid_t> workers;
+    /** Daemons, their guardians and workers. */
+    std::vector<pid_t> former;
     std::vector<QString> cutOff;
     int descriptors = 0;
     start(household);
@@ -69,13 +69,13 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
         }
         household.forget();
         const pid_t daemon = runtime.daemon();
+        former.insert(former.end(), {daemon, bench::parentOf(daemon)});
         for (const pid_t worker : bench::descendants(daemon)) {
-            workers.push_back(worker);
+            former.push_back(worker);
         }
         cutOff.push_back(household.recording());
         int64_t lost = 0;
-        std::thread killer([&, delay = std::chrono::microseconds(random() % 3000)] {
-            std::this_thread::sleep_for(delay);
+        std::thread killer([&] {
             lost = bench::now();
             kill(daemon, signal);
         });
@@ -92,9 +92,7 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
     waitFor(household, [&household] { return household.isAtWork(); });
     descriptors = bench::usage(getpid()).descriptors - descriptors;
     const auto processes = [&] {
-        return runtime.processes() - 2 + std::count_if(workers.begin(), workers.end(), [](pid_t worker) {
-                   return !SpawnFolder::isGone(worker);
-               });
+        return std::count_if(former.begin(), former.end(), [](pid_t process) { return !SpawnFolder::isGone(process); });
     };
     // The last ones have a moment to end.
     QElapsedTimer time;

@@ -14,11 +14,9 @@
 
 #include <unistd.h>
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 using namespace voro::multimedia;
@@ -80,7 +78,7 @@ Costs measureOurs(const std::string &path)
     };
     const auto rest = [daemon] {
         while (bench::descendants(daemon).size() >= Prepared) {
-            std::this_thread::sleep_for(std::chrono::seconds(1));
+            bench::waitForEnd(bench::descendants(daemon), 60'000);
         }
     };
     return measure(getpid(), prepare, others, rest);

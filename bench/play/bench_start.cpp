@@ -122,8 +122,8 @@ void measureCrashed(bench::SoundWatch &watch, const std::string &folder, int run
         const std::vector<pid_t> crashed = workers();
         for (const pid_t worker : crashed) {
             kill(worker, SIGKILL);
+            bench::waitForEnd({worker}, 5'000);
         }
-        bench::waitForEnd(crashed, 5'000);
         addPlay(watch, *player, times);
     }
     bench::printRow("play() right after its worker's crash to first sound, ogg", bench::milliseconds(times.median()),

@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <fstream>
-#include <string>
 
 namespace voro::pps {
 
@@ -33,9 +32,9 @@ bool parse(const std::string &line, Mapping &mapping)
 
 } // namespace
 
-void releaseFilePages()
+void releaseFilePages(const std::string &process)
 {
-    std::ifstream mappings("/proc/self/smaps");
+    std::ifstream mappings(process + "/smaps");
     Mapping mapping;
     for (std::string line; std::getline(mappings, line);) {
         // Changed pages, like those of relocated addresses, would be lost.

@@ -15,7 +15,6 @@
 #include <Rows.h>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <random>
 #include <semaphore>
@@ -187,12 +186,10 @@ void tst_Faults::manyPlayers_outliveTheirWorkers()
     // The workers die while one of the players, chosen by chance, does it.
     std::mt19937 random(static_cast<unsigned>(moment));
     const unsigned chosen = random() % Players;
-    const std::chrono::microseconds delay(random() % 10'000);
     std::binary_semaphore start(0);
     QElapsedTimer sinceDeath;
     std::thread killer([&] {
         start.acquire();
-        std::this_thread::sleep_for(delay);
         sinceDeath.start();
         for (const pid_t worker : workersOf(m_daemon->processId())) {
             ::kill(worker, SIGKILL);

@@ -71,8 +71,14 @@ public:
         value = static_cast<std::remove_reference_t<decltype(value)>>(m_message.number(name, value));
     }
     void operator()(std::string_view name, Speed &value) const { (*this)(name, value.thousandths); }
-    void operator()(std::string_view name, std::string &value) const { value = m_message.text(name); }
-    void operator()(std::string_view name, Medium &value) const { value = Medium(m_message.text(name)); }
+    void operator()(std::string_view name, std::string &value) const
+    {
+        value = m_message.has(name) ? m_message.text(name) : value;
+    }
+    void operator()(std::string_view name, Medium &value) const
+    {
+        value = m_message.has(name) ? Medium(m_message.text(name)) : value;
+    }
     void operator()(std::string_view name, Named auto &value) const
     {
         value = parseName<std::remove_reference_t<decltype(value)>>(m_message.text(name)).value_or(value);

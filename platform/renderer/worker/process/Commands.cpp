@@ -9,9 +9,7 @@
 #include <renderer/worker/video/WindowSink.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdlib>
-#include <thread>
 
 namespace voro::renderer {
 
@@ -37,15 +35,12 @@ gboolean Commands::onFile(gint, GIOCondition condition, gpointer self)
 /** Ends the worker with its daemon. Nothing but a recording has to be put in order. */
 void Commands::end()
 {
-    static constexpr std::chrono::seconds LongestCompletion{15};
+    constexpr unsigned LongestCompletion = 15;
     if (!m_recorder.isOpen()) {
         _exit(0);
     }
-    // The disk may never answer, and then the main loop waits with it.
-    std::thread([] {
-        std::this_thread::sleep_for(LongestCompletion);
-        _exit(1);
-    }).detach();
+    // The disk may never answer, and then the main loop waits with it; this signal ends the process all the same.
+    alarm(LongestCompletion);
     m_recorder.close([](const Result &) { _exit(0); });
 }
 

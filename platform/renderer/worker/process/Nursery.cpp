@@ -27,17 +27,18 @@ namespace voro::renderer {
 
 namespace {
 
+/** Where the system describes this process. In namespaces of its own the nursery sees itself among the others only. */
+std::string ownFolder()
+{
+    constexpr const char *AmongOthers = "/.processes/self";
+    return access(AmongOthers, F_OK) == 0 ? AmongOthers : "/proc/self";
+}
+
 bool hasOneThread()
 {
-    // In namespaces of its own the nursery sees itself among the others only.
-    for (const char *folder : {"/.processes/self/task", "/proc/self/task"}) {
-        std::error_code error;
-        const std::filesystem::directory_iterator threads(folder, error);
-        if (!error) {
-            return std::distance(begin(threads), end(threads)) == 1;
-        }
-    }
-    return false;
+    std::error_code error;
+    const std::filesystem::directory_iterator threads(ownFolder() + "/task", error);
+    return !error && std::distance(begin(threads), end(threads)) == 1;
 }
 
 /** As fork(), but the new process is a child of this one's parent. */
@@ -104,7 +105,6 @@ std::optional<Reach> Nursery::run()
         log::warn(log::Category::Worker, "workers cannot be forked: a plugin has started a thread");
         return std::nullopt;
     }
-    pps::releaseFilePages();
     m_confinement.begin();
     if (!limitNurseryCalls()) {
         log::warn(log::Category::Worker, "this kernel does not limit the nursery's system calls (seccomp)");
@@ -125,9 +125,14 @@ std::optional<Reach> Nursery::serve(int socket, bool hasNetwork)
         m_confinement.prepare({.network = hasNetwork, .windows = hasWindows});
     }
     const PluginFolders plugins;
+    constexpr int Idle = 1'000;
+    bool hasRested = false;
     for (;;) {
         pollfd readable{socket, POLLIN, 0};
-        poll(&readable, 1, -1);
+        if (poll(&readable, 1, hasRested ? -1 : Idle) == 0) {
+            hasRested = true;
+            pps::releaseFilePages(ownFolder());
+        }
         BirthRequest request;
         std::array<pps::Fd, WorkerSockets> sockets;
         const ssize_t size = pps::receivePacket(socket, std::as_writable_bytes(std::span(&request, 1)), sockets);

@@ -46,9 +46,9 @@ constexpr const char *Allowed[] = {
     "fstatat64", "fstatfs64", "ftruncate64", "lstat64", "stat64", "statfs64",
     // Waiting and signals.
     "epoll_create1", "epoll_ctl", "epoll_pwait", "epoll_pwait2", "epoll_wait", "eventfd2", "futex", "pipe", "pipe2",
-    "poll", "ppoll", "pselect6", "restart_syscall", "rt_sigaction", "rt_sigprocmask", "rt_sigreturn", "rt_sigtimedwait",
-    "select", "sigaltstack", "_newselect", "futex_time64", "ppoll_time64", "pselect6_time64", "rt_sigtimedwait_time64",
-    "sigreturn",
+    "poll", "ppoll", "pselect6", "restart_syscall", "alarm", "setitimer", "rt_sigaction", "rt_sigprocmask",
+    "rt_sigreturn", "rt_sigtimedwait", "select", "sigaltstack", "_newselect", "futex_time64", "ppoll_time64",
+    "pselect6_time64", "rt_sigtimedwait_time64", "sigreturn",
     // Times.
     "clock_getres", "clock_gettime", "clock_nanosleep", "gettimeofday", "nanosleep", "time", "times",
     "clock_getres_time64", "clock_gettime64", "clock_nanosleep_time64",
