@@ -14,7 +14,7 @@ namespace voro::multimedia {
 
 namespace {
 
-constexpr QLatin1String ControlName("@control");
+constexpr QLatin1String ControllerObject("@control");
 
 bool isMetaData(const QString &key)
 {
@@ -97,8 +97,8 @@ QVariantMap nextMessage(const FunctionTracer &tracer, voro::PpsObject &object)
             WARNING_LINE << "Error decoding PPS message = " << object.error() << " (" << object.errorString();
             continue;
         }
-        if (map.contains(ControlName)) {
-            return map.value(ControlName).toMap();
+        if (map.contains(ControllerObject)) {
+            return map.value(ControllerObject).toMap();
         }
     }
 }
@@ -345,12 +345,12 @@ void NowPlayingControllerPrivate::onReceivedMetaData()
         return;
     }
     DEBUG_LINE << "msg=" << map;
-    if (!map.contains(ControlName)) {
+    if (!map.contains(ControllerObject)) {
         WARNING_LINE << "message does not contain @control";
         return;
     }
     QVariantMap result;
-    processPpsRead(map.value(ControlName).toMap(), result);
+    processPpsRead(map.value(ControllerObject).toMap(), result);
     if (result.value(STATE_TRACKCHANGE).toBool()) {
         announce(tracer, &NowPlayingController::trackChanged);
     }

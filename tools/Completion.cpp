@@ -143,7 +143,7 @@ struct Shell {
 
 constexpr std::array Shells{Shell{"bash", bash}, Shell{"zsh", zsh}, Shell{"fish", fish}};
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runCompletion(const Arguments &arguments)
 {
     if (arguments.operands().size() != 1) {
         throw UsageError{QStringLiteral("bash, zsh or fish is missing")};
@@ -174,7 +174,7 @@ const Command CompletionCommand{
             .options = {},
             .words = [] { return namesOf(Shells); },
         },
-    .run = run,
+    .run = runCompletion,
 };
 
 } // namespace voro

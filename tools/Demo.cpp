@@ -33,7 +33,7 @@ ExitStatus fail(const QString &reason)
     return Failure;
 }
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runDemo(const Arguments &arguments)
 {
     QByteArrayList media;
     for (const QByteArray &operand : arguments.operands()) {
@@ -71,7 +71,7 @@ const Command DemoCommand{
                        "  FOLDER       the folder that it shows; beside files what is in it plays, too",
             .options = {},
         },
-    .run = run,
+    .run = runDemo,
 };
 
 } // namespace voro

@@ -118,7 +118,7 @@ QJsonObject infoOf(const QString &path)
     return info;
 }
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runInfo(const Arguments &arguments)
 {
     if (arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("FILE is missing")};
@@ -160,7 +160,7 @@ const Command InfoCommand{
                        "language\nand size, and their chapters. Nothing is played, and no daemon is needed.",
             .options = {{"--json", nullptr, "prints everything as one JSON object a file"}},
         },
-    .run = run,
+    .run = runInfo,
 };
 
 } // namespace voro

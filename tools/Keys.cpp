@@ -95,7 +95,7 @@ ExitStatus press(MediaKey::Type key, const Arguments &arguments)
     return problem.isEmpty() ? Success : failed(problem);
 }
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runKeys(const Arguments &arguments)
 {
     const QByteArrayList &operands = arguments.operands();
     if (operands.isEmpty()) {
@@ -148,7 +148,7 @@ const Command KeysCommand{
                     return QByteArrayList{"watch", "press"};
                 },
         },
-    .run = run,
+    .run = runKeys,
 };
 
 } // namespace voro

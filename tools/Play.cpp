@@ -17,7 +17,6 @@ namespace voro {
 namespace {
 
 constexpr double SlowestSpeed = 0.25;
-constexpr double FastestSpeed = 4;
 
 std::vector<Medium> mediaFrom(const QByteArrayList &operands, InputUse use)
 {
@@ -43,7 +42,7 @@ std::vector<Medium> mediaFrom(const QByteArrayList &operands, InputUse use)
     return media;
 }
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runPlay(const Arguments &arguments)
 {
     PlaybackSettings settings;
     settings.start = arguments.time("--start");
@@ -114,7 +113,7 @@ const Command PlayCommand{
                 },
             .keys = keyHelp,
         },
-    .run = run,
+    .run = runPlay,
 };
 
 } // namespace voro

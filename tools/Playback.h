@@ -23,6 +23,9 @@
 
 namespace voro {
 
+/** The fastest speed, also backwards. */
+inline constexpr double FastestSpeed = 4;
+
 /** How `voro play` plays. */
 struct PlaybackSettings {
     std::vector<Medium> media;

@@ -18,7 +18,6 @@ constexpr int SeekStep = 5000;
 constexpr int FarSeekStep = 60'000;
 constexpr double VolumeStep = 0.05;
 constexpr double SpeedStep = 0.25;
-constexpr double FastestSpeed = 4;
 
 } // namespace
 

@@ -212,7 +212,7 @@ constexpr std::array Actions{
     Action{"write", 2, Any, write}, Action{"serve", 1, 1, serve},
 };
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runPps(const Arguments &arguments)
 {
     if (arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("ls, cat, watch, write or serve is missing")};
@@ -255,7 +255,7 @@ const Command PpsCommand{
             .words = [] { return namesOf(Actions); },
             .operandsMayBeginWithDash = true,
         },
-    .run = run,
+    .run = runPps,
 };
 
 } // namespace voro

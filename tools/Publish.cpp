@@ -215,7 +215,7 @@ private:
     ExitStatus m_status = Success;
 };
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runPublish(const Arguments &arguments)
 {
     if (!arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("'%1' is too much").arg(QString::fromLocal8Bit(arguments.operands().first()))};
@@ -275,7 +275,7 @@ const Command PublishCommand{
                     {"--json", nullptr, "prints every signal of the connection as one JSON object a line"},
                 },
         },
-    .run = run,
+    .run = runPublish,
 };
 
 } // namespace voro

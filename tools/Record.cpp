@@ -36,7 +36,7 @@ Medium fileFrom(const Arguments &arguments)
     return file;
 }
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runRecord(const Arguments &arguments)
 {
     RecordingSettings settings;
     if (const auto seconds = arguments.number("--seconds", LeastSeconds, MostSeconds)) {
@@ -71,7 +71,7 @@ const Command RecordCommand{
                     {"--json", nullptr, "prints every signal of the recorder as one JSON object a line"},
                 },
         },
-    .run = run,
+    .run = runRecord,
 };
 
 } // namespace voro

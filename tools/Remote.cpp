@@ -284,7 +284,7 @@ QByteArrayList commandNames()
                             << "watch";
 }
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runRemote(const Arguments &arguments)
 {
     if (arguments.operands().isEmpty()) {
         throw UsageError{QStringLiteral("a command is missing")};
@@ -326,7 +326,7 @@ const Command RemoteCommand{
             .options = {{"--json", nullptr, "prints status and changes as one JSON object a line"}},
             .words = commandNames,
         },
-    .run = run,
+    .run = runRemote,
 };
 
 } // namespace voro

@@ -59,7 +59,7 @@ ExitStatus play(SystemSound::Type type)
     return isRefused ? Failure : Success;
 }
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runSound(const Arguments &arguments)
 {
     const QByteArrayList &operands = arguments.operands();
     if (operands.isEmpty()) {
@@ -87,7 +87,7 @@ const Command SoundCommand{
             .options = {},
             .words = [] { return enumeratorNames<SystemSound>({"None"}) << "list"; },
         },
-    .run = run,
+    .run = runSound,
 };
 
 } // namespace voro

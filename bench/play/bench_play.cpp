@@ -130,10 +130,10 @@ void measureSeek(bench::SoundWatch &watch, const std::string &folder, const std:
 /** A list is prepared when its first track is. */
 void measureLongList(const std::string &folder, int runs)
 {
-    constexpr int Entries = 10'000;
+    constexpr int Tracks = 10'000;
     const std::string path = folder + "/long.m3u";
     std::ofstream list(path);
-    for (int i = 0; i < Entries; ++i) {
+    for (int i = 0; i < Tracks; ++i) {
         list << "a.ogg\n";
     }
     list.close();

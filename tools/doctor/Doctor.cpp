@@ -65,7 +65,7 @@ void printForPeople(const Check &check, const Finding &finding)
     }
 }
 
-ExitStatus run(const Arguments &arguments)
+ExitStatus runDoctor(const Arguments &arguments)
 {
     const auto checks = allChecks();
     const QByteArrayList &wanted = arguments.operands();
@@ -133,7 +133,7 @@ const Command DoctorCommand{
                 },
             .words = checkNames,
         },
-    .run = run,
+    .run = runDoctor,
 };
 
 } // namespace voro

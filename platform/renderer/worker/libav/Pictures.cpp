@@ -13,32 +13,32 @@ namespace voro::renderer {
 
 namespace {
 
-struct Kind {
+struct PictureKind {
     AVPixelFormat made;
     GstVideoFormat format;
 };
 
 /** Formats of both sides; all others are converted to the first or the second one. */
-constexpr std::array Kinds{
-    Kind{AV_PIX_FMT_YUV420P, GST_VIDEO_FORMAT_I420},
-    Kind{AV_PIX_FMT_BGRA, GST_VIDEO_FORMAT_BGRA},
-    Kind{AV_PIX_FMT_YUV422P, GST_VIDEO_FORMAT_Y42B},
-    Kind{AV_PIX_FMT_YUV444P, GST_VIDEO_FORMAT_Y444},
-    Kind{AV_PIX_FMT_YUV420P10LE, GST_VIDEO_FORMAT_I420_10LE},
-    Kind{AV_PIX_FMT_YUV422P10LE, GST_VIDEO_FORMAT_I422_10LE},
-    Kind{AV_PIX_FMT_RGB24, GST_VIDEO_FORMAT_RGB},
-    Kind{AV_PIX_FMT_BGR24, GST_VIDEO_FORMAT_BGR},
+constexpr std::array PictureKinds{
+    PictureKind{AV_PIX_FMT_YUV420P, GST_VIDEO_FORMAT_I420},
+    PictureKind{AV_PIX_FMT_BGRA, GST_VIDEO_FORMAT_BGRA},
+    PictureKind{AV_PIX_FMT_YUV422P, GST_VIDEO_FORMAT_Y42B},
+    PictureKind{AV_PIX_FMT_YUV444P, GST_VIDEO_FORMAT_Y444},
+    PictureKind{AV_PIX_FMT_YUV420P10LE, GST_VIDEO_FORMAT_I420_10LE},
+    PictureKind{AV_PIX_FMT_YUV422P10LE, GST_VIDEO_FORMAT_I422_10LE},
+    PictureKind{AV_PIX_FMT_RGB24, GST_VIDEO_FORMAT_RGB},
+    PictureKind{AV_PIX_FMT_BGR24, GST_VIDEO_FORMAT_BGR},
 };
 
-Kind kindOf(AVPixelFormat format)
+PictureKind pictureKindOf(AVPixelFormat format)
 {
-    const auto *const known = std::ranges::find(Kinds, format, &Kind::made);
-    if (known != Kinds.end()) {
+    const auto *const known = std::ranges::find(PictureKinds, format, &PictureKind::made);
+    if (known != PictureKinds.end()) {
         return *known;
     }
     const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(format);
     constexpr uint64_t Coloured = AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL | AV_PIX_FMT_FLAG_ALPHA;
-    return descriptor && (descriptor->flags & Coloured) != 0 ? Kinds[1] : Kinds[0];
+    return descriptor && (descriptor->flags & Coloured) != 0 ? PictureKinds[1] : PictureKinds[0];
 }
 
 } // namespace
@@ -55,7 +55,7 @@ Owned<GstCaps> Pictures::capsOf(const AVFrame &frame)
     m_height = frame.height;
     m_shape = shape;
     const auto format = static_cast<AVPixelFormat>(m_format);
-    const Kind kind = kindOf(format);
+    const PictureKind kind = pictureKindOf(format);
     sws_freeContext(std::exchange(m_converter, nullptr));
     if (kind.made != format) {
         m_converter = sws_getContext(m_width, m_height, format, m_width, m_height, kind.made, SWS_BILINEAR, nullptr,
@@ -81,7 +81,7 @@ Owned<GstCaps> Pictures::capsOf(const AVFrame &frame)
 
 Owned<GstBuffer> Pictures::convert(const AVFrame &frame)
 {
-    const Kind kind = kindOf(static_cast<AVPixelFormat>(frame.format));
+    const PictureKind kind = pictureKindOf(static_cast<AVPixelFormat>(frame.format));
     if (kind.made != frame.format && !m_converter) {
         return nullptr;
     }

@@ -8,12 +8,12 @@ namespace voro::renderer {
 namespace {
 
 /** The format that samples of a kind get, and a conversion before that when GStreamer does not know the kind. */
-struct Kind {
+struct SampleKind {
     AVSampleFormat made;
     const char *name;
 };
 
-Kind kindOf(int format)
+SampleKind sampleKindOf(int format)
 {
     switch (av_get_packed_sample_fmt(static_cast<AVSampleFormat>(format))) {
     case AV_SAMPLE_FMT_U8:
@@ -50,7 +50,7 @@ Owned<GstCaps> Samples::capsOf(const AVFrame &frame)
     } else {
         av_channel_layout_default(&layout, channels);
     }
-    const Kind kind = kindOf(m_format);
+    const SampleKind kind = sampleKindOf(m_format);
     m_frameSize = av_get_bytes_per_sample(kind.made) * channels;
     swr_free(&m_converter);
     swr_alloc_set_opts2(&m_converter, &layout, kind.made, m_rate, &layout, static_cast<AVSampleFormat>(m_format),

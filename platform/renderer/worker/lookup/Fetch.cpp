@@ -8,7 +8,7 @@ namespace voro::renderer {
 
 namespace {
 
-constexpr guint LongestWait = 15'000;
+constexpr guint LongestFetch = 15'000;
 
 } // namespace
 
@@ -30,7 +30,7 @@ void Fetch::get(const std::string &uri, Done done)
     gst_element_link(source, sink);
     const Owned<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
     m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
-    m_timer.reset(g_timeout_add(LongestWait, onTimeout, this));
+    m_timer.reset(g_timeout_add(LongestFetch, onTimeout, this));
     gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING);
 }
 

@@ -12,7 +12,7 @@ namespace voro::renderer {
 
 namespace {
 
-constexpr guint LongestWait = 15'000;
+constexpr guint LongestProbe = 15'000;
 /** Of a local medium, until it is read in the other way. */
 constexpr guint LongestSilence = 4'000;
 
@@ -34,7 +34,7 @@ void Probe::start(const Medium &medium, Done done)
     if (!medium.isLocal() || !isReadBestByLibavformat(medium.path()) || !openOtherWay()) {
         open(m_uri);
     }
-    m_timer.reset(g_timeout_add(medium.isLocal() ? LongestSilence : LongestWait, onTimeout, this));
+    m_timer.reset(g_timeout_add(medium.isLocal() ? LongestSilence : LongestProbe, onTimeout, this));
 }
 
 bool Probe::openOtherWay()
@@ -151,7 +151,7 @@ gboolean Probe::onTimeout(gpointer self)
     auto *probe = static_cast<Probe *>(self);
     probe->m_timer.forget();
     if (probe->openOtherWay()) {
-        probe->m_timer.reset(g_timeout_add(LongestWait, onTimeout, self));
+        probe->m_timer.reset(g_timeout_add(LongestProbe, onTimeout, self));
     } else {
         probe->finish({ErrorCode::SourceUnavailable, "the source does not answer"});
     }

@@ -8,7 +8,7 @@ namespace voro::renderer {
 
 namespace {
 
-constexpr size_t FrameHeader = 4;
+constexpr size_t FrameHeaderLength = 4;
 /** The frame has room for all of it at 64 kbit/s, at every rate. */
 constexpr unsigned BitRate = 64'000;
 /** Which of its four parts the count has: frames, bytes, the table of places, the quality. */
@@ -81,7 +81,7 @@ std::vector<uint8_t> Mp3Header::bytes(uint64_t samples, int delay) const
     const size_t shortSideInformation = isMono ? 9 : 17;
     const size_t sideInformation = isFull ? longSideInformation : shortSideInformation;
 
-    uint8_t *next = frame.data() + FrameHeader + sideInformation;
+    uint8_t *next = frame.data() + FrameHeaderLength + sideInformation;
     write(next, "Xing");
     write(next, AllParts, 4);
     write(next, m_frames, 4);
