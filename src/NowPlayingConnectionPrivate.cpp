@@ -45,12 +45,12 @@ private:
 };
 
 /** A command that the service forwards, and its signal. */
-struct Command {
+struct ForwardedCommand {
     const char *data;
     void (NowPlayingConnection::*signal)();
 };
 
-constexpr Command Commands[] = {
+constexpr ForwardedCommand ForwardedCommands[] = {
     {"next", &NowPlayingConnection::next},     {"prev", &NowPlayingConnection::previous},
     {"play", &NowPlayingConnection::play},     {"pause", &NowPlayingConnection::pause},
     {"stop", &NowPlayingConnection::stop},     {"forward", &NowPlayingConnection::forward},
@@ -359,7 +359,7 @@ void NowPlayingConnectionPrivate::handleTrackMessage(const FunctionTracer &trace
         setControllerActive(tracer, false);
         return;
     }
-    for (const Command &command : Commands) {
+    for (const ForwardedCommand &command : ForwardedCommands) {
         if (text != QLatin1String(command.data)) {
             continue;
         }

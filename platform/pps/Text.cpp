@@ -256,12 +256,12 @@ void appendJsonString(std::string &out, std::string_view value)
 bool Message::parse(std::string_view text)
 {
     m_object.clear();
-    m_entries.clear();
+    m_attributes.clear();
     LineReader reader(text);
     Line line;
     while (reader.next(line)) {
         if (line.kind == Line::Kind::Object) {
-            if (!m_object.empty() || !m_entries.empty()) {
+            if (!m_object.empty() || !m_attributes.empty()) {
                 break;
             }
             m_object = line.name;
@@ -272,23 +272,23 @@ bool Message::parse(std::string_view text)
             } else {
                 value = line.value;
             }
-            m_entries.push_back({std::string(line.name), std::move(value)});
+            m_attributes.push_back({std::string(line.name), std::move(value)});
         }
     }
     while (reader.next(line)) {
     }
     if (reader.failed()) {
         m_object.clear();
-        m_entries.clear();
+        m_attributes.clear();
     }
     return !reader.failed();
 }
 
-const Message::Entry *Message::find(std::string_view name) const
+const Message::Attribute *Message::find(std::string_view name) const
 {
     const auto found =
-        std::find_if(m_entries.rbegin(), m_entries.rend(), [&](const Entry &e) { return e.name == name; });
-    return found == m_entries.rend() ? nullptr : &*found;
+        std::find_if(m_attributes.rbegin(), m_attributes.rend(), [&](const Attribute &e) { return e.name == name; });
+    return found == m_attributes.rend() ? nullptr : &*found;
 }
 
 bool Message::has(std::string_view name) const
@@ -298,13 +298,13 @@ bool Message::has(std::string_view name) const
 
 std::string Message::text(std::string_view name) const
 {
-    const Entry *entry = find(name);
+    const Attribute *entry = find(name);
     return entry ? entry->value : std::string();
 }
 
 int64_t Message::number(std::string_view name, int64_t fallback) const
 {
-    const Entry *entry = find(name);
+    const Attribute *entry = find(name);
     Number number;
     return entry && parseNumber(entry->value, number) && number.integral ? number.integer : fallback;
 }

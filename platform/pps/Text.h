@@ -75,18 +75,18 @@ public:
     /** The value as a number; `fallback` when absent or no number. */
     int64_t number(std::string_view name, int64_t fallback = 0) const;
 
-    struct Entry {
+    struct Attribute {
         std::string name;
         std::string value;
     };
     /** Every attribute in the order of the text. */
-    const std::vector<Entry> &entries() const { return m_entries; }
+    const std::vector<Attribute> &attributes() const { return m_attributes; }
 
 private:
-    const Entry *find(std::string_view name) const;
+    const Attribute *find(std::string_view name) const;
 
     std::string m_object;
-    std::vector<Entry> m_entries;
+    std::vector<Attribute> m_attributes;
 };
 
 } // namespace voro::pps

@@ -15,6 +15,14 @@ struct epoll_event;
 
 namespace voro::pps {
 
+inline Reply makeReply(Reply::Type type, int error = 0)
+{
+    Reply reply{};
+    reply.type = type;
+    reply.error = static_cast<uint16_t>(error);
+    return reply;
+}
+
 /** The broker at work: clients, their packets, and what they subscribed to. */
 class Broker::Private final : public Order::Handler {
 public:

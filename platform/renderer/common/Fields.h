@@ -93,7 +93,7 @@ public:
     template<typename Value>
     void operator()(std::string_view prefix, std::map<unsigned, Value> &values) const
     {
-        for (const auto &[name, text] : m_message.entries()) {
+        for (const auto &[name, text] : m_message.attributes()) {
             const auto number =
                 name.starts_with(prefix) ? parseNumber(name.substr(prefix.size()), 1, MostTracks) : std::nullopt;
             if (pps::Message fields; number && fields.parse(text)) {

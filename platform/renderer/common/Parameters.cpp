@@ -122,7 +122,7 @@ std::optional<Parameters> Parameters::fromText(std::string_view text)
         return std::nullopt;
     }
     Parameters parameters;
-    for (const auto &entry : message.entries()) {
+    for (const auto &entry : message.attributes()) {
         parameters.set(entry.name, entry.value);
     }
     return parameters;

@@ -38,6 +38,8 @@ namespace requests {
 struct Open {
     Medium medium;
     InputType type = InputType::AutoList;
+    /** Of a playlist: a medium that turns out to be none is opened as a track next. */
+    bool isTrackNext = false;
     Speed speed;
     TrackPosition start;
     /** Of a recording. */
@@ -56,6 +58,9 @@ struct Open {
     {
         field("url", self.medium);
         field("type", self.type);
+        if (self.type == InputType::Playlist) {
+            field("track_next", self.isTrackNext);
+        }
         field("speed", self.speed);
         field("track", self.start.track);
         field("position", self.start.milliseconds);

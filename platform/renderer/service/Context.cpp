@@ -47,8 +47,8 @@ void Context::clientMessage(pps::ClientId client, std::string_view text)
     if (!message.parse(text) || !message.has("msg")) {
         return;
     }
-    size_t cost = sizeof(Command) + text.size();
-    cost += message.entries().size() * sizeof(pps::Message::Entry);
+    size_t cost = sizeof(PendingCommand) + text.size();
+    cost += message.attributes().size() * sizeof(pps::Message::Attribute);
     auto charge = m_broker.accounts().take(m_owner, pps::Resource::Memory, cost);
     if (m_commands.size() >= MostWaiting || !charge.isValid()) {
         m_broker.disconnect(client);
@@ -63,32 +63,32 @@ void Context::clientClosed(pps::ClientId client)
     // The present command is finished; waiting ones are dropped.
     const auto waiting = m_commands.begin() + (m_isBusy ? 1 : 0);
     m_commands.erase(std::remove_if(waiting, m_commands.end(),
-                                    [client](const Command &command) { return command.client == client; }),
+                                    [client](const PendingCommand &command) { return command.client == client; }),
                      m_commands.end());
 }
 
 Context::Handler Context::handlerOf(std::string_view command)
 {
-    struct Entry {
+    struct NamedHandler {
         std::string_view name;
         Handler handler;
     };
     static constexpr std::array Handlers{
-        Entry{"context_parameters", &Context::contextParameters},
-        Entry{"input_attach", &Context::inputAttach},
-        Entry{"input_detach", &Context::inputDetach},
-        Entry{"input_parameters", &Context::inputParameters},
-        Entry{"output_attach", &Context::outputAttach},
-        Entry{"output_detach", &Context::outputDetach},
-        Entry{"output_parameters", &Context::outputParameters},
-        Entry{"play", &Context::play},
-        Entry{"seek", &Context::seek},
-        Entry{"speed_set", &Context::speedSet},
-        Entry{"stop", &Context::stop},
-        Entry{"track_parameters", &Context::trackParameters},
+        NamedHandler{"context_parameters", &Context::contextParameters},
+        NamedHandler{"input_attach", &Context::inputAttach},
+        NamedHandler{"input_detach", &Context::inputDetach},
+        NamedHandler{"input_parameters", &Context::inputParameters},
+        NamedHandler{"output_attach", &Context::outputAttach},
+        NamedHandler{"output_detach", &Context::outputDetach},
+        NamedHandler{"output_parameters", &Context::outputParameters},
+        NamedHandler{"play", &Context::play},
+        NamedHandler{"seek", &Context::seek},
+        NamedHandler{"speed_set", &Context::speedSet},
+        NamedHandler{"stop", &Context::stop},
+        NamedHandler{"track_parameters", &Context::trackParameters},
     };
-    const auto found =
-        std::find_if(Handlers.begin(), Handlers.end(), [command](const Entry &entry) { return entry.name == command; });
+    const auto found = std::find_if(Handlers.begin(), Handlers.end(),
+                                    [command](const NamedHandler &entry) { return entry.name == command; });
     return found == Handlers.end() ? nullptr : found->handler;
 }
 
@@ -133,7 +133,7 @@ void Context::begin(Handler handler, const pps::Message &message)
 
 void Context::finish(const Result &result, std::string_view lines)
 {
-    const Command command = std::move(m_commands.front());
+    const PendingCommand command = std::move(m_commands.front());
     m_commands.pop_front();
     m_isBusy = false;
     updateParking();

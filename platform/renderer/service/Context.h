@@ -54,7 +54,7 @@ private:
         bool isSeekable = false;
         int64_t duration = 0;
     };
-    struct Command {
+    struct PendingCommand {
         pps::ClientId client;
         pps::Accounts::Charge charge;
         pps::Message message;
@@ -87,29 +87,29 @@ private:
     void stop(const pps::Message &message);
     void trackParameters(const pps::Message &message);
 
-    void closeMedium(Engine::Done done);
+    void closeMedium(Engine::Answered done);
     void attach(const Journal::Input &input);
     void refuseInput(const Result &problem);
-    void open(const Journal::Input &input, Engine::Done done);
+    void open(const Journal::Input &input, Engine::Answered done);
     Reach neededReach(const Journal::Input &input) const;
     bool doesReach() const;
     enum class Purpose { GoOn, Trial };
     void keepTrack();
-    void reopen(Purpose purpose, Engine::Done done);
+    void reopen(Purpose purpose, Engine::Answered done);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});
-    void sendSettings(Engine::Done done);
+    void sendSettings(Engine::Answered done);
     bool isRecording() const { return m_input && m_input->isRecording(); }
     Result checkRecording() const;
     void completeRecording(const std::function<void()> &next);
     void attachFile(const std::string &url);
     void outputAttached(const Result &result, int id);
-    void waitForDisk(const std::string &path, DiskJob::Work work, DiskJob::Done done);
+    void waitForDisk(const std::string &path, DiskJob::Work work, DiskJob::Finished done);
     void startPlaying();
     void startRecording(const std::shared_ptr<OpenRecording> &recording, const Result &opened);
     void letGo(const std::shared_ptr<OpenRecording> &recording, const Result &result);
     void showPlaying(const Result &result);
-    void stopPlaying(Engine::Done done);
+    void stopPlaying(Engine::Answered done);
     void setState(State state, const std::optional<Folder::Ending> &ending = {});
     void setSpeed(Speed speed);
     void watchEngine();
@@ -131,7 +131,7 @@ private:
     Journal m_journal;
     bool m_isServed;
 
-    std::deque<Command> m_commands;
+    std::deque<PendingCommand> m_commands;
     bool m_isBusy = false;
     bool m_isRunning = false;
 
@@ -143,7 +143,7 @@ private:
     bool m_isListFar = false;
     /** The input that the engine is opening, and the callback for its answer. */
     Journal::Input m_opening;
-    Engine::Done m_opened;
+    Engine::Answered m_opened;
     /** Whether the engine has the medium. */
     bool m_isOpen = false;
     /** What the engine records into. */

@@ -69,7 +69,7 @@ void Context::refuseInput(const Result &problem)
 }
 
 /** Has an engine open the input with all that the context was given: one that reaches what it needs and no more. */
-void Context::open(const Journal::Input &input, Engine::Done done)
+void Context::open(const Journal::Input &input, Engine::Answered done)
 {
     const Reach reach = neededReach(input);
     if (m_engine && m_reach != reach) {
@@ -88,11 +88,13 @@ void Context::open(const Journal::Input &input, Engine::Done done)
     m_settings = m_journal.settings();
     m_engine->setFrameQueues(m_journal.frameQueues());
     m_isSilent = false;
-    m_engine->ask(m_journal.openRequest(input, m_speed, m_resume.value_or(TrackPosition())),
-                  [this](const Result &result) {
-                      setSilent(m_isSilent);
-                      std::exchange(m_opened, nullptr)(result);
-                  });
+    requests::Open request = m_journal.openRequest(input, m_speed, m_resume.value_or(TrackPosition()));
+    // The library asks of every medium first whether it is a playlist.
+    request.isTrackNext = !m_input && input.type == InputType::Playlist;
+    m_engine->ask(request, [this](const Result &result) {
+        setSilent(m_isSilent);
+        std::exchange(m_opened, nullptr)(result);
+    });
 }
 
 Reach Context::neededReach(const Journal::Input &input) const
@@ -114,7 +116,7 @@ void Context::keepTrack()
  * Goes on with an engine that begins where the last one was. When it does not, a context that plays has stopped; but a
  * trial that fails, and a lack of engines, leave it as it is.
  */
-void Context::reopen(Purpose purpose, Engine::Done done)
+void Context::reopen(Purpose purpose, Engine::Answered done)
 {
     if (m_state == State::Playing) {
         m_resume = TrackPosition{m_position.track, kindOf(m_position.track).isSeekable ? m_position.milliseconds : 0};
@@ -155,7 +157,7 @@ void Context::inputDetach(const pps::Message &)
 }
 
 /** Shows that there is no medium, when the engine has nothing more to say about it. */
-void Context::closeMedium(Engine::Done done)
+void Context::closeMedium(Engine::Answered done)
 {
     const auto closed = [this, done = std::move(done)](const Result &) {
         m_isOpen = false;

@@ -81,7 +81,7 @@ void Context::outputAttached(const Result &result, int id)
 }
 
 /** Has done outside the event loop what may wait for the disk with that file. */
-void Context::waitForDisk(const std::string &path, DiskJob::Work work, DiskJob::Done done)
+void Context::waitForDisk(const std::string &path, DiskJob::Work work, DiskJob::Finished done)
 {
     m_disk = std::make_unique<DiskJob>(m_broker, m_owner, std::move(work),
                                        Result(ErrorCode::OutputUnavailable, path + ": the disk does not answer"),
@@ -182,7 +182,7 @@ bool Context::doesReach() const
     return (m_reach.network || !reach.network) && (m_reach.windows || !reach.windows);
 }
 
-void Context::sendSettings(Engine::Done done)
+void Context::sendSettings(Engine::Answered done)
 {
     if (!doesReach()) {
         reopen(Purpose::Trial, std::move(done));

@@ -119,7 +119,7 @@ void Context::stop(const pps::Message &)
     finish({});
 }
 
-void Context::stopPlaying(Engine::Done done)
+void Context::stopPlaying(Engine::Answered done)
 {
     m_engine->ask(requests::Stop{}, [this, done = std::move(done)](const Result &result) {
         if (result) {
@@ -152,7 +152,7 @@ void Context::speedSet(const pps::Message &message)
     // A medium that does not play takes any speed.
     const bool canFail = m_isOpen && m_state == State::Playing;
     if (m_isOpen) {
-        m_engine->ask(SpeedChange{*speed}, canFail ? Engine::Done(done) : Engine::Done([](const Result &) {}));
+        m_engine->ask(SpeedChange{*speed}, canFail ? Engine::Answered(done) : Engine::Answered([](const Result &) {}));
     }
     if (!canFail) {
         done({});

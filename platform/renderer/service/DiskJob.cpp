@@ -24,13 +24,13 @@ struct DiskJob::Shared {
 struct DiskJob::Wait {
     pps::Broker &broker;
     pps::Accounts::Charge charge;
-    Done done;
+    Finished done;
     pps::Fd timer{timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)};
 
     void finish(const Result &result)
     {
         forget();
-        if (const Done callback = std::exchange(done, nullptr)) {
+        if (const Finished callback = std::exchange(done, nullptr)) {
             callback(result);
         }
     }
@@ -43,7 +43,7 @@ struct DiskJob::Wait {
     }
 };
 
-DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Done done, time_t longest)
+DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Finished done, time_t longest)
     : m_wait(new Wait{broker, broker.accounts().take(owner, pps::Resource::DiskJobs), std::move(done)})
 {
     const auto shared = std::make_shared<Shared>();

@@ -17,14 +17,14 @@ namespace voro::renderer {
 class DiskJob {
 public:
     using Work = std::function<Result()>;
-    using Done = std::function<void(const Result &)>;
+    using Finished = std::function<void(const Result &)>;
 
     /**
      * Runs the work on the account of a process. `done` is called from the event loop with its result, or with
      * `silence` when there is none after some seconds, or when the process has too many disks that do not answer. It is
      * not called any more when this object is gone; the work ends when it can.
      */
-    DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Done done, time_t longest = 5);
+    DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Finished done, time_t longest = 5);
     ~DiskJob();
     DiskJob(const DiskJob &) = delete;
     DiskJob &operator=(const DiskJob &) = delete;

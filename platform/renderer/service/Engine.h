@@ -15,11 +15,11 @@ namespace voro::renderer {
 /** Plays for a context: a worker. It ends with this object. */
 class Engine {
 public:
-    using Done = std::function<void(const Result &)>;
+    using Answered = std::function<void(const Result &)>;
 
     virtual ~Engine() = default;
     /** Asks for something; `done` is called with the answer, with Internal when the engine dies first. */
-    virtual void ask(const Request &request, Done done) = 0;
+    virtual void ask(const Request &request, Answered done) = 0;
     /** Hands an open file over, for what is asked next; it stays the caller's as well. False when it cannot. */
     virtual bool pass(int descriptor) = 0;
     /** The frame queues that its outputs show in, for what is asked next. */

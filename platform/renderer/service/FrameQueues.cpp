@@ -56,15 +56,15 @@ bool FrameQueues::listen(const std::string &folder)
 
 void FrameQueues::add(const std::string &name, const void *worker, Give give)
 {
-    m_sources.insert_or_assign(name, Source{worker, std::move(give)});
+    m_producers.insert_or_assign(name, Producer{worker, std::move(give)});
     bring(name);
 }
 
 void FrameQueues::remove(const std::string &name, const void *worker)
 {
-    const auto found = m_sources.find(name);
-    if (found != m_sources.end() && found->second.worker == worker) {
-        m_sources.erase(found);
+    const auto found = m_producers.find(name);
+    if (found != m_producers.end() && found->second.worker == worker) {
+        m_producers.erase(found);
     }
 }
 
@@ -127,10 +127,10 @@ void FrameQueues::close(int viewer)
 /** Gives the two ends away when both who want them are there. */
 void FrameQueues::bring(const std::string &name)
 {
-    const auto source = m_sources.find(name);
+    const auto source = m_producers.find(name);
     const auto viewer =
         std::find_if(m_viewers.begin(), m_viewers.end(), [&](const auto &one) { return one.second.name == name; });
-    if (source == m_sources.end() || viewer == m_viewers.end()) {
+    if (source == m_producers.end() || viewer == m_viewers.end()) {
         return;
     }
     const auto [ours, theirs] = socketPair();

@@ -46,7 +46,7 @@ private:
         /** Empty until the item has sent it. */
         std::string name;
     };
-    struct Source {
+    struct Producer {
         const void *worker;
         Give give;
     };
@@ -63,7 +63,7 @@ private:
     std::unique_ptr<QSocketNotifier> m_pending;
     /** By their sockets. */
     std::map<int, Viewer> m_viewers;
-    std::map<std::string, Source> m_sources;
+    std::map<std::string, Producer> m_producers;
 };
 
 } // namespace voro::renderer

@@ -254,7 +254,7 @@ void Journal::restore(const pps::Message &message)
     m_session = parseFields<Session>(message);
     setContext(parse(message.text("context")));
     setInput(parse(message.text("input")));
-    for (const auto &[name, value] : message.entries()) {
+    for (const auto &[name, value] : message.attributes()) {
         if (name.starts_with(TrackPrefix)) {
             if (const auto track = parseNumber(name.substr(TrackPrefix.size()), 0, MostTracks)) {
                 setTrack(static_cast<unsigned>(*track), parse(value));
@@ -327,7 +327,7 @@ Reach Journal::reachFor(const Input &input) const
 
 requests::Open Journal::openRequest(const Input &input, Speed speed, const TrackPosition &start) const
 {
-    requests::Open request{input.medium, input.type, speed, start, {}, settings()};
+    requests::Open request{input.medium, input.type, false, speed, start, {}, settings()};
     if (input.isRecording()) {
         parseAudioInput(input.medium.url(), request.recording.channels);
         request.recording.format = file() ? file()->format().extension : std::string_view();

@@ -127,7 +127,7 @@ void Worker::received(std::string_view text)
     if (found == m_pending.end()) {
         return;
     }
-    const Engine::Done done = std::move(found->second.done);
+    const Engine::Answered done = std::move(found->second.done);
     m_pending.erase(found);
     m_usage.noteProgress();
     updateTimer();
@@ -147,7 +147,7 @@ void Worker::forsake()
     updateTimer();
 }
 
-void Worker::ask(const Request &request, Engine::Done done)
+void Worker::ask(const Request &request, Engine::Answered done)
 {
     const int64_t id = ++m_lastId;
     const std::string text = toText(request, id);

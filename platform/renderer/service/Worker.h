@@ -71,7 +71,7 @@ public:
     /** Detaches the listener: no events, and pending requests get no answer. */
     void forsake();
     /** As Engine::ask(). What is too long for a message fails at once. */
-    void ask(const Request &request, Engine::Done done);
+    void ask(const Request &request, Engine::Answered done);
     /**
      * Hands over the file to record into, or the end of the frame queue of that name; false when the worker does not
      * take it.
@@ -111,7 +111,7 @@ private:
     EngineListener *m_listener = nullptr;
     pps::Accounts::Charge m_charge;
     struct Pending {
-        Engine::Done done;
+        Engine::Answered done;
         /** How long it may take from the moment when the worker gets it. */
         int longest;
         QElapsedTimer age;

@@ -21,7 +21,7 @@ public:
         }
     }
 
-    void ask(const Request &request, Done done) override { m_worker->ask(request, std::move(done)); }
+    void ask(const Request &request, Answered done) override { m_worker->ask(request, std::move(done)); }
     bool pass(int descriptor) override { return m_worker->pass(descriptor); }
     void setFrameQueues(const std::set<std::string> &names) override
     {

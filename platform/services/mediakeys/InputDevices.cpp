@@ -73,7 +73,7 @@ void InputDevices::add(const std::string &name)
         // It went and another one came, and we have not seen the end yet.
         remove(name);
     }
-    Entry entry{++m_lastNumber, nullptr, nullptr};
+    OpenDevice entry{++m_lastNumber, nullptr, nullptr};
     const auto outcome = InputDevice::open(path, entry.device);
     if (outcome == InputDevice::Outcome::NoPermission && !m_hasWarned) {
         m_hasWarned = true;
@@ -99,7 +99,7 @@ void InputDevices::read()
     }
 }
 
-bool InputDevices::read(const Entry &entry)
+bool InputDevices::read(const OpenDevice &entry)
 {
     return entry.device->read({SourceId::Device, entry.number}, m_listener);
 }

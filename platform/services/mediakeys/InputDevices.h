@@ -24,7 +24,7 @@ public:
     void read();
 
 private:
-    struct Entry {
+    struct OpenDevice {
         uint64_t number;
         std::unique_ptr<InputDevice> device;
         std::unique_ptr<QSocketNotifier> notifier;
@@ -35,7 +35,7 @@ private:
     void scan();
     void add(const std::string &name);
     void remove(const std::string &name);
-    bool read(const Entry &entry);
+    bool read(const OpenDevice &entry);
 
     KeyListener &m_listener;
     const std::string m_folder;
@@ -44,7 +44,7 @@ private:
     int m_folderWatch = -1;
     std::unique_ptr<QSocketNotifier> m_watchReady;
     /** By their names. */
-    std::map<std::string, Entry> m_devices;
+    std::map<std::string, OpenDevice> m_devices;
     uint64_t m_lastNumber = 0;
     bool m_hasWarned = false;
 };

@@ -36,7 +36,7 @@ class MediaKeyService : public pps::Service,
                         private KeyListener {
 public:
     /** Does what a controller would write. */
-    using Command = std::function<void(std::string_view message)>;
+    using WriteMessage = std::function<void(std::string_view message)>;
 
     explicit MediaKeyService(pps::Broker &broker, Mode mode = modeFromEnvironment(),
                              const std::string &deviceFolder = "/dev/input");
@@ -44,7 +44,7 @@ public:
     MediaKeyService &operator=(const MediaKeyService &) = delete;
 
     /** Who does the work of keys that nobody registered; until it is set nobody does. */
-    void setCommand(Command command) { m_command = std::move(command); }
+    void setCommand(WriteMessage command) { m_command = std::move(command); }
 
     // A client of the media player's control object.
     void clientOpened(pps::ClientId client, const pps::Peer &peer) override;
@@ -75,7 +75,7 @@ private:
 
     pps::Broker &m_broker;
     const Mode m_mode;
-    Command m_command;
+    WriteMessage m_command;
     std::map<pps::ClientId, Client> m_clients;
     Presses m_presses;
     PressControl m_control;

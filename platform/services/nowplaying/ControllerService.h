@@ -13,13 +13,13 @@ namespace voro::nowplaying {
 class ControllerService : private pps::Service {
 public:
     /** Takes how a command went: empty, or a problem for people. */
-    using Done = std::function<void(const QString &problem)>;
+    using Answered = std::function<void(const QString &problem)>;
 
     class Listener {
     public:
         virtual ~Listener() = default;
         /** Carries a command out. `done` may be called later. */
-        virtual void commanded(const Command &command, const Done &done) = 0;
+        virtual void commanded(const Command &command, const Answered &done) = 0;
         /** Somebody opened the service for the first time. */
         virtual void controllerOpened() = 0;
         /** Somebody is about to subscribe. Returns the kinds that the source will report afresh: they are held back for

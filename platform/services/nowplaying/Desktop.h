@@ -48,7 +48,7 @@ public:
         virtual void desktopSearched() = 0;
     };
     /** Takes how a command went: empty, or a problem for people. */
-    using Done = std::function<void(const QString &problem)>;
+    using Answered = std::function<void(const QString &problem)>;
 
     virtual ~Desktop() = default;
 
@@ -67,9 +67,9 @@ public:
     /** Whether players that run already may not have been found yet. */
     virtual bool isSearching() const = 0;
     /** Commands player(). */
-    virtual void commandPlayer(const TrackCommand &command, const Done &done) = 0;
+    virtual void commandPlayer(const TrackCommand &command, const Answered &done) = 0;
 
-    virtual void changeVolume(const VolumeCommand &command, const Done &done) = 0;
+    virtual void changeVolume(const VolumeCommand &command, const Answered &done) = 0;
 };
 
 /** The module's entry; its name is `voroMakeDesktop`. */

@@ -138,7 +138,7 @@ TrackCommand NowPlayingService::resolve(const TrackCommand &command) const
     return command;
 }
 
-void NowPlayingService::commandSource(const TrackCommand &command, const ControllerService::Done &done)
+void NowPlayingService::commandSource(const TrackCommand &command, const ControllerService::Answered &done)
 {
     if (m_role.holder()) {
         m_role.command(resolve(command).data);
@@ -158,7 +158,7 @@ void NowPlayingService::subscribersChanged()
     updateClock();
 }
 
-void NowPlayingService::commanded(const Command &command, const ControllerService::Done &done)
+void NowPlayingService::commanded(const Command &command, const ControllerService::Answered &done)
 {
     if (const auto *bad = std::get_if<BadCommand>(&command)) {
         done(bad->problem);

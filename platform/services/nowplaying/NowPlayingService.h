@@ -33,7 +33,7 @@ private:
     void holderReportedMetadata(const Metadata &metadata) override;
     void holderChangedTrack() override;
 
-    void commanded(const Command &command, const ControllerService::Done &done) override;
+    void commanded(const Command &command, const ControllerService::Answered &done) override;
     void controllerOpened() override { desktop(); }
     Audience::Kinds subscribing() override;
     void subscribersChanged() override;
@@ -55,7 +55,7 @@ private:
     void updateClock();
     /** The command for the source as it is now. */
     TrackCommand resolve(const TrackCommand &command) const;
-    void commandSource(const TrackCommand &command, const ControllerService::Done &done);
+    void commandSource(const TrackCommand &command, const ControllerService::Answered &done);
     bool isWatched() const;
     void updateWatched();
 

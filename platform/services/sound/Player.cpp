@@ -27,7 +27,7 @@ Player::~Player()
     }
 }
 
-bool Player::perform(Action action, const Sound &sound, Done done)
+bool Player::perform(Action action, const Sound &sound, Performed done)
 {
     const std::lock_guard lock(m_shared->mutex);
     if (m_shared->tasks.size() >= MaximumWaiting) {

@@ -18,7 +18,7 @@ class Player {
 public:
     using Action = SoundServer::Action;
     /** Takes how it went, in the player's thread: empty, or a problem for people. */
-    using Done = std::function<void(std::string_view problem)>;
+    using Performed = std::function<void(std::string_view problem)>;
 
     /** The sounds of the project's own lie in the folder. */
     explicit Player(std::string folder);
@@ -28,13 +28,13 @@ public:
     Player &operator=(const Player &) = delete;
 
     /** False when too much waits already; `done` is not called then. */
-    bool perform(Action action, const Sound &sound, Done done);
+    bool perform(Action action, const Sound &sound, Performed done);
 
 private:
     struct Task {
         Action action;
         const Sound *sound;
-        Done done;
+        Performed done;
     };
     /** What the thread needs, also when it outlives the player. */
     struct Shared {

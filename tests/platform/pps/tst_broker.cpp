@@ -318,7 +318,7 @@ void TestBroker::listing_showsObjectsServicesAndFolders()
     while (many->hasMore()) {
         Message message;
         QVERIFY(message.parse(readNow(*many)));
-        for (const Message::Entry &entry : message.entries()) {
+        for (const Message::Attribute &entry : message.attributes()) {
             names.insert(entry.name);
         }
     }

@@ -15,7 +15,7 @@ public:
         m_owner.m_listener = nullptr;
     }
 
-    void ask(const Request &request, Done done) override { m_owner.asked(request, std::move(done)); }
+    void ask(const Request &request, Answered done) override { m_owner.asked(request, std::move(done)); }
     void setFrameQueues(const std::set<std::string> &) override {}
     bool pass(int) override
     {
@@ -40,7 +40,7 @@ std::unique_ptr<Engine> FakeEngines::start(EngineListener &listener, pid_t, Reac
     return std::make_unique<Fake>(*this);
 }
 
-void FakeEngines::asked(const Request &request, Engine::Done done)
+void FakeEngines::asked(const Request &request, Engine::Answered done)
 {
     constexpr std::string_view Start = "msg::";
     constexpr std::string_view Id = " id:n:0";

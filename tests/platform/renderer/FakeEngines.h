@@ -46,10 +46,10 @@ public:
 private:
     class Fake;
 
-    void asked(const voro::renderer::Request &request, voro::renderer::Engine::Done done);
+    void asked(const voro::renderer::Request &request, voro::renderer::Engine::Answered done);
 
     voro::renderer::EngineListener *m_listener = nullptr;
-    voro::renderer::Engine::Done m_done;
+    voro::renderer::Engine::Answered m_done;
     std::vector<std::string> m_log;
     int m_started = 0;
     voro::renderer::Reach m_reach;

@@ -46,7 +46,7 @@ void tst_ContextEngine::engineIsAsked_data()
         {"seek track:n:1 position:n:700", "seek track:n:1 position:n:800"});
     row("detach", {"input_detach", "input_detach"}, {"close"});
     row("attach again", {"input_attach url::/b.ogg type::playlist"},
-        {"close", "open url::/b.ogg type::playlist speed:n:1000 track:n:1 position:n:0 " + settings});
+        {"close", "open url::/b.ogg type::playlist track_next:b:true speed:n:1000 track:n:1 position:n:0 " + settings});
     row("crash, seek, play", {"play", "!status position:n:900", "!die", "seek position::1:2500", "play"},
         {"play", "end", "open url::/a.ogg type::autolist speed:n:1000 track:n:1 position:n:2500 " + settings, "play"});
     row("crash, detach", {"!die", "input_detach"}, {"end"});

@@ -90,14 +90,14 @@ class FakeProbe : public Probe {
 public:
     explicit FakeProbe(std::string &log) : m_log(log) {}
 
-    void start(const Medium &medium, Done found) override
+    void start(const Medium &medium, Probed found) override
     {
         m_log += " probe:" + nameOf(medium.uri());
         done = std::move(found);
     }
     void cancel() override { done = nullptr; }
 
-    Done done;
+    Probed done;
 
 private:
     std::string &m_log;
@@ -128,6 +128,7 @@ public:
             {"list", [&] { open("list.m3u", true); }},
             {"medium", [&] { open("a", false); }},
             {"asList", [&] { open("a", true); }},
+            {"onlyAsList", [&] { open("a", true, false); }},
             {"play", [&] { answer(m_player.play()); }},
             {"stop", [&] { m_player.stop(); }},
             {"speed", [&] { answer(m_player.setSpeed({first})); }},
@@ -170,10 +171,13 @@ private:
         m_player.apply(m_settings, outputs);
     }
     /** Until it is answered, or loads something. */
-    void open(const char *name, bool isPlaylist)
+    void open(const char *name, bool isPlaylist, bool isTrackNext = true)
     {
-        m_player.open(Medium(m_folder.filePath(QString::fromLatin1(name)).toStdString()), isPlaylist, 1, 0,
-                      [this](const Result &result) { answer(result); });
+        requests::Open request;
+        request.medium = Medium(m_folder.filePath(QString::fromLatin1(name)).toStdString());
+        request.type = isPlaylist ? InputType::Playlist : InputType::AutoList;
+        request.isTrackNext = isTrackNext;
+        m_player.open(request, [this](const Result &result) { answer(result); });
         while (m_log.empty()) {
             g_main_context_iteration(nullptr, TRUE);
         }
@@ -374,6 +378,7 @@ void tst_Player::steps_data()
         seek 5000 0 -> load:a track:5000 track:4998 track:4999 track:5001 track:5002 queue:5000:10000 status:0:idle ok
         seek 1 0 -> load:a track:1 track:2 track:3 queue:1:10000 status:0:idle ok)");
     row("asked for as a list first", "a", R"(
+        onlyAsList -> error:1
         asList -> error:1 ahead:a
         medium -> load:a)");
 }

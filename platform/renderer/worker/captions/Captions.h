@@ -50,7 +50,7 @@ private:
     /** The captions that are due now. */
     std::string m_text;
     bool m_isShown = true;
-    Source m_timer;
+    MainLoopSource m_timer;
     Window m_window;
 };
 

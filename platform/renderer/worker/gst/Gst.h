@@ -31,13 +31,13 @@ template<typename Type>
 using Owned = std::unique_ptr<Type, Unref>;
 
 /** A timer or watch of the main loop that ends with its owner. */
-class Source {
+class MainLoopSource {
 public:
-    Source() = default;
-    explicit Source(guint id) : m_id(id) {}
-    ~Source() { reset(); }
-    Source(const Source &) = delete;
-    Source &operator=(const Source &) = delete;
+    MainLoopSource() = default;
+    explicit MainLoopSource(guint id) : m_id(id) {}
+    ~MainLoopSource() { reset(); }
+    MainLoopSource(const MainLoopSource &) = delete;
+    MainLoopSource &operator=(const MainLoopSource &) = delete;
 
     bool isActive() const { return m_id != 0; }
     void reset(guint id = 0)

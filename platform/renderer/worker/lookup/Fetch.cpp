@@ -12,7 +12,7 @@ constexpr guint LongestFetch = 15'000;
 
 } // namespace
 
-void Fetch::get(const std::string &uri, Done done)
+void Fetch::get(const std::string &uri, Fetched done)
 {
     cancel();
     m_done = std::move(done);
@@ -80,7 +80,7 @@ gboolean Fetch::onTimeout(gpointer self)
 
 void Fetch::finish(const Result &result)
 {
-    const Done done = std::exchange(m_done, nullptr);
+    const Fetched done = std::exchange(m_done, nullptr);
     cancel();
     if (done) {
         done(result, std::move(m_content));

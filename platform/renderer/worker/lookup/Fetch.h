@@ -12,7 +12,7 @@ namespace voro::renderer {
 /** Gets a small file from the net. */
 class Fetch {
 public:
-    using Done = std::function<void(const Result &, std::string)>;
+    using Fetched = std::function<void(const Result &, std::string)>;
 
     /** A larger text is not read to its end. */
     static constexpr size_t Largest = 4 * 1024 * 1024;
@@ -23,7 +23,7 @@ public:
     Fetch &operator=(const Fetch &) = delete;
 
     /** Calls `done` from the main loop. */
-    void get(const std::string &uri, Done done);
+    void get(const std::string &uri, Fetched done);
     void cancel();
 
 private:
@@ -32,10 +32,10 @@ private:
     static gboolean onTimeout(gpointer self);
     void finish(const Result &result);
 
-    Done m_done;
+    Fetched m_done;
     Owned<GstElement> m_pipeline;
-    Source m_watch;
-    Source m_timer;
+    MainLoopSource m_watch;
+    MainLoopSource m_timer;
     /** Filled by a streaming thread. */
     std::mutex m_mutex;
     std::string m_content;

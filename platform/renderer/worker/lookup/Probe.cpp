@@ -25,7 +25,7 @@ Owned<GstCaps> capsOf(GstElement *sink)
 
 } // namespace
 
-void Probe::start(const Medium &medium, Done done)
+void Probe::start(const Medium &medium, Probed done)
 {
     cancel();
     m_done = std::move(done);
@@ -168,7 +168,7 @@ void Probe::fail(const Result &result)
 
 void Probe::finish(const Result &result)
 {
-    const Done done = std::exchange(m_done, nullptr);
+    const Probed done = std::exchange(m_done, nullptr);
     TrackInfo info = std::move(m_info);
     cancel();
     if (done) {

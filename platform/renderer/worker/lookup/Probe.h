@@ -16,7 +16,7 @@ namespace voro::renderer {
 /** Opens a medium without playing it, to know early whether it plays and what it is. */
 class Probe {
 public:
-    using Done = std::function<void(const Result &, TrackInfo)>;
+    using Probed = std::function<void(const Result &, TrackInfo)>;
 
     Probe() = default;
     virtual ~Probe() { close(); }
@@ -24,7 +24,7 @@ public:
     Probe &operator=(const Probe &) = delete;
 
     /** Calls `done` from the main loop. */
-    virtual void start(const Medium &medium, Done done);
+    virtual void start(const Medium &medium, Probed done);
     virtual void cancel();
 
 private:
@@ -40,13 +40,13 @@ private:
     void finish(const Result &result);
 
     std::string m_uri;
-    Done m_done;
+    Probed m_done;
     TrackInfo m_info;
     TagPrecedence m_tags;
     OpenMedia m_open;
     Owned<GstElement> m_pipeline;
-    Source m_watch;
-    Source m_timer;
+    MainLoopSource m_watch;
+    MainLoopSource m_timer;
 };
 
 } // namespace voro::renderer

@@ -75,7 +75,7 @@ std::string description(int side)
 
 } // namespace
 
-void Thumbnailer::start(GstSample *picture, size_t maximum, Done done)
+void Thumbnailer::start(GstSample *picture, size_t maximum, Scaled done)
 {
     cancel();
     m_picture.reset(gst_sample_ref(picture));
@@ -151,7 +151,7 @@ void Thumbnailer::end()
 
 void Thumbnailer::finish(GstSample *thumbnail)
 {
-    const Done done = std::exchange(m_done, nullptr);
+    const Scaled done = std::exchange(m_done, nullptr);
     cancel();
     done(thumbnail);
     // The pictures were many times as large as what is left.

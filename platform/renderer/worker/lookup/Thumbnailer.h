@@ -9,7 +9,7 @@ namespace voro::renderer {
 /** Makes a small JPEG of a picture that is too large for a report. */
 class Thumbnailer {
 public:
-    using Done = std::function<void(GstSample *)>;
+    using Scaled = std::function<void(GstSample *)>;
 
     Thumbnailer() = default;
     ~Thumbnailer() { cancel(); }
@@ -18,7 +18,7 @@ public:
 
     bool isRunning() const { return static_cast<bool>(m_picture); }
     /** Calls `done` from the main loop, with null for what is no picture; begins when nothing else is to be done. */
-    void start(GstSample *picture, size_t maximum, Done done);
+    void start(GstSample *picture, size_t maximum, Scaled done);
     void cancel();
 
 private:
@@ -30,12 +30,12 @@ private:
 
     Owned<GstSample> m_picture;
     size_t m_maximum = 0;
-    Done m_done;
+    Scaled m_done;
     /** The longest side in pixels. */
     int m_side = 0;
     Owned<GstElement> m_pipeline;
-    Source m_idle;
-    Source m_watch;
+    MainLoopSource m_idle;
+    MainLoopSource m_watch;
 };
 
 } // namespace voro::renderer

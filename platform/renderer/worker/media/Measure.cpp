@@ -14,7 +14,7 @@ namespace voro::renderer {
 namespace {
 
 struct Outcome {
-    std::weak_ptr<Measure::Done> done;
+    std::weak_ptr<Measure::Measured> done;
     int64_t duration;
 };
 
@@ -37,10 +37,10 @@ int64_t lengthOf(const std::string &path, bool isKnown)
 
 } // namespace
 
-void Measure::start(const std::string &path, bool isKnown, Done done)
+void Measure::start(const std::string &path, bool isKnown, Measured done)
 {
-    m_done = std::make_shared<Done>(std::move(done));
-    std::thread([path, isKnown, weak = std::weak_ptr<Done>(m_done)] {
+    m_done = std::make_shared<Measured>(std::move(done));
+    std::thread([path, isKnown, weak = std::weak_ptr<Measured>(m_done)] {
         if (const int64_t duration = lengthOf(path, isKnown); duration > 0) {
             g_idle_add(deliver, new Outcome{weak, duration});
         }

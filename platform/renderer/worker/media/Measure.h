@@ -10,7 +10,7 @@ namespace voro::renderer {
 /** Measures how long a file is when its format does not say, in a thread of its own. */
 class Measure {
 public:
-    using Done = std::function<void(int64_t duration)>;
+    using Measured = std::function<void(int64_t duration)>;
 
     Measure() = default;
     ~Measure() { cancel(); }
@@ -21,11 +21,11 @@ public:
      * Calls `done` from the main loop with the milliseconds, not at all when there is nothing to measure: `isKnown`
      * says that the format told a duration, which is wrong in some formats only.
      */
-    void start(const std::string &path, bool isKnown, Done done);
+    void start(const std::string &path, bool isKnown, Measured done);
     void cancel() { m_done.reset(); }
 
 private:
-    std::shared_ptr<Done> m_done;
+    std::shared_ptr<Measured> m_done;
 };
 
 } // namespace voro::renderer

@@ -61,7 +61,7 @@ private:
     AudioBin &m_other;
     Piece m_piece;
     /** Runs while a medium is opened ahead. */
-    Source m_aheadTimer;
+    MainLoopSource m_aheadTimer;
     /** Its messages until it is loaded. */
     std::vector<Owned<GstMessage>> m_aheadMessages;
     /** Part of the pipeline, owned by it: passes one file on after the other. */

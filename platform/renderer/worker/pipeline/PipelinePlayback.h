@@ -73,7 +73,7 @@ private:
     AudioBin m_audio;
     Succession &m_succession;
     Transport m_transport;
-    Source m_watch;
+    MainLoopSource m_watch;
     TagPrecedence m_tags;
     bool m_isLoaded = false;
     bool m_isOpening = false;
@@ -86,7 +86,7 @@ private:
     /** Where the next medium begins, which went to the sound server and is not heard yet. */
     std::optional<AudioOutput::Boundary> m_next;
     /** Runs until it is heard, while the medium plays. */
-    Source m_nextTimer;
+    MainLoopSource m_nextTimer;
     /** Why it does not play, if so. */
     Owned<GstMessage> m_failure;
 };

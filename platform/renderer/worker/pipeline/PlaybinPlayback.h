@@ -77,7 +77,7 @@ private:
     std::string m_captionUri;
     bool m_isCaptionFileBad = false;
     /** Runs while there are captions that could keep the medium from ending. */
-    Source m_captionTimer;
+    MainLoopSource m_captionTimer;
     int64_t m_lastTime = 0;
     Piece m_piece;
     ReadingWays m_ways;
@@ -86,7 +86,7 @@ private:
     OpenMedia m_open;
     Missing m_missing;
     /** Runs while a local medium is opened with the playbin's own elements. */
-    Source m_silence;
+    MainLoopSource m_silence;
     int m_emptyStreams = 0;
     // Read by streaming threads.
     /** Whether pictures are decoded: to be seen, or because there is nothing else. */

@@ -43,7 +43,7 @@ private:
     std::string m_port;
     bool m_isFound = false;
     bool m_wasFound = false;
-    Source m_loss;
+    MainLoopSource m_loss;
     pa_glib_mainloop *m_loop = nullptr;
     pa_context *m_context = nullptr;
 };

@@ -21,8 +21,8 @@ public:
 
     Player(Playback &playback, Probe &probe, Reports::Send send);
 
-    /** Opens a medium or, as a playlist, a queue of them; the answer comes when it is known to play or not. */
-    void open(const Medium &medium, bool isPlaylist, unsigned track, int64_t position, Answer answer);
+    /** Opens a medium or a queue; the answer comes when it is known to play or not. */
+    void open(const requests::Open &request, Answer answer);
     void close();
     Result play();
     void stop();
@@ -116,8 +116,8 @@ private:
     /** Where the next play begins, or where it stands while nothing plays. */
     int64_t m_position = 0;
     int m_bufferLevel = 100;
-    Source m_statusTimer;
-    Source m_openTimer;
+    MainLoopSource m_statusTimer;
+    MainLoopSource m_openTimer;
 };
 
 } // namespace voro::renderer

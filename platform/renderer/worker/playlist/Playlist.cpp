@@ -86,7 +86,7 @@ Playlist::Reading::~Reading()
     }
 }
 
-void Playlist::read(const Medium &list, Done done)
+void Playlist::read(const Medium &list, ListRead done)
 {
     cancel();
     m_done = std::move(done);
@@ -102,7 +102,7 @@ gboolean Playlist::onTimeout(gpointer self)
     auto *list = static_cast<Playlist *>(self);
     list->m_timer.forget();
     log::warn(log::Category::Worker, "a playlist takes too long and is played as far as it was read");
-    const Done done = std::exchange(list->m_done, nullptr);
+    const ListRead done = std::exchange(list->m_done, nullptr);
     list->cancel();
     list->m_done = done;
     const Result problem(ErrorCode::SourceUnavailable, "the playlist cannot be read in time");
@@ -245,7 +245,7 @@ void Playlist::finish(const Result &result)
 {
     m_timer.reset();
     m_places.clear();
-    const Done done = std::exchange(m_done, nullptr);
+    const ListRead done = std::exchange(m_done, nullptr);
     if (!done) {
         return;
     }

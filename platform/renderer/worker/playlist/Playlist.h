@@ -17,7 +17,7 @@ namespace voro::renderer {
 /** Reads playlists of every format, the ones in them included, into one list. */
 class Playlist {
 public:
-    using Done = std::function<void(const Result &, std::vector<QueueEntry>)>;
+    using ListRead = std::function<void(const Result &, std::vector<QueueEntry>)>;
 
     Playlist() = default;
     ~Playlist() { cancel(); }
@@ -25,7 +25,7 @@ public:
     Playlist &operator=(const Playlist &) = delete;
 
     /** Reads one and calls `done` with what is in it, from the main loop. */
-    void read(const Medium &list, Done done);
+    void read(const Medium &list, ListRead done);
     void cancel();
 
 private:
@@ -65,14 +65,14 @@ private:
     static bool leadsToItself(const Trail *trail, const std::string &identity);
     static gboolean onTimeout(gpointer self);
 
-    Done m_done;
+    ListRead m_done;
     std::deque<Place> m_places;
     std::vector<QueueEntry> m_entries;
     Result m_problem;
     int m_read = 0;
     Reading *m_reading = nullptr;
     Fetch m_fetch;
-    Source m_timer;
+    MainLoopSource m_timer;
 };
 
 } // namespace voro::renderer

@@ -100,8 +100,7 @@ void Commands::open(const requests::Open &request, int64_t id, const Answer &ans
         return;
     }
     m_player.setSpeed(request.speed);
-    m_player.open(m_medium, request.type == InputType::Playlist, request.start.track, request.start.milliseconds,
-                  answer);
+    m_player.open(request, answer);
 }
 
 Result Commands::play(const Request &request)

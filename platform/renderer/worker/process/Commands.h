@@ -32,7 +32,7 @@ private:
 
     HandedFiles &m_handed;
     Link m_link;
-    Source m_fileSource;
+    MainLoopSource m_fileSource;
     Medium m_medium;
     /** For the next recording. */
     pps::Fd m_file;

@@ -28,7 +28,7 @@ private:
     pps::Connection m_connection;
     Handler m_handler;
     std::function<void()> m_onEnd;
-    Source m_source;
+    MainLoopSource m_source;
 };
 
 } // namespace voro::renderer

@@ -61,8 +61,8 @@ private:
     Answer m_answer;
     /** Why it is being ended, when nobody asked for that. */
     Result m_failure;
-    Source m_statusTimer;
-    Source m_timeout;
+    MainLoopSource m_statusTimer;
+    MainLoopSource m_timeout;
 };
 
 } // namespace voro::renderer

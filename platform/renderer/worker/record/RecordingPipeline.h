@@ -58,7 +58,7 @@ private:
     GstElement *m_filter;
     SampleGate m_gate;
     FileWriter m_writer;
-    Source m_watch;
+    MainLoopSource m_watch;
 };
 
 } // namespace voro::renderer

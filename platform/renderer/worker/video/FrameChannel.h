@@ -41,7 +41,7 @@ private:
 
     std::mutex m_mutex;
     pps::Fd m_socket;
-    Source m_source;
+    MainLoopSource m_source;
     /** The item has said that it can show our format. */
     bool m_isReady = false;
     std::unique_ptr<FrameRingWriter> m_ring;

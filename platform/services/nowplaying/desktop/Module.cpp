@@ -27,9 +27,9 @@ public:
 
     std::optional<Player> player() const override;
     bool isSearching() const override { return m_search.isActive(); }
-    void commandPlayer(const TrackCommand &command, const Done &done) override { m_players.command(command, done); }
+    void commandPlayer(const TrackCommand &command, const Answered &done) override { m_players.command(command, done); }
 
-    void changeVolume(const VolumeCommand &command, const Done &done) override { m_volume.change(command, done); }
+    void changeVolume(const VolumeCommand &command, const Answered &done) override { m_volume.change(command, done); }
 
 private:
     void endSearch();
@@ -65,7 +65,7 @@ Module::Module(Listener &listener) : m_listener(listener)
     connect(&m_adaptor, &MprisAdaptor::commanded, this,
             [this](const TrackCommand &command) { m_listener.desktopCommanded(command); });
     connect(&m_adaptor, &MprisAdaptor::volumeCommanded, this,
-            [this](const VolumeCommand &command, const Done &done) { m_volume.change(command, done); });
+            [this](const VolumeCommand &command, const Answered &done) { m_volume.change(command, done); });
     connect(&m_players, &Players::currentChanged, this, [this] { m_listener.desktopPlayerChanged(); });
     connect(&m_players, &Players::currentUpdated, this,
             [this](const PlayerChange &change) { m_listener.desktopPlayerUpdated(change); });

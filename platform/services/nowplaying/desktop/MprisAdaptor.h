@@ -32,7 +32,8 @@ Q_SIGNALS:
     void shownChanged();
     void commanded(const voro::nowplaying::TrackCommand &command);
     /** A bus client sets the volume; `done` takes the result. */
-    void volumeCommanded(const voro::nowplaying::VolumeCommand &command, const voro::nowplaying::Desktop::Done &done);
+    void volumeCommanded(const voro::nowplaying::VolumeCommand &command,
+                         const voro::nowplaying::Desktop::Answered &done);
 
 private:
     void show();

@@ -104,7 +104,7 @@ void Players::ownerChanged(const QString &name, const QString &owner)
         m_players.erase(found);
     }
     if (!owner.isEmpty()) {
-        Entry &entry = m_players[name];
+        KnownPlayer &entry = m_players[name];
         entry = {std::make_unique<RemotePlayer>(*m_bus, name, owner), ++m_lastId};
         connect(entry.player.get(), &RemotePlayer::changed, this,
                 [this, name](const PlayerChange &change) { playerChanged(name, change); });
@@ -114,7 +114,7 @@ void Players::ownerChanged(const QString &name, const QString &owner)
 
 void Players::playerChanged(const QString &name, const PlayerChange &change)
 {
-    Entry &entry = m_players[name];
+    KnownPlayer &entry = m_players[name];
     const bool isPlaying = entry.player->isPlaying();
     if (isPlaying && !std::exchange(entry.wasPlaying, isPlaying)) {
         entry.activity = ++m_lastActivity;
@@ -129,7 +129,7 @@ void Players::playerChanged(const QString &name, const PlayerChange &change)
 
 void Players::choose()
 {
-    const auto rank = [this](const Entry &entry) {
+    const auto rank = [this](const KnownPlayer &entry) {
         return std::tuple(entry.player->isKnown(), entry.player->isPlaying(), entry.id == m_currentId, entry.activity);
     };
     const auto best = std::max_element(m_players.begin(), m_players.end(), [&rank](const auto &a, const auto &b) {
@@ -144,7 +144,7 @@ void Players::choose()
     checkListed();
 }
 
-void Players::command(const TrackCommand &command, const Desktop::Done &done)
+void Players::command(const TrackCommand &command, const Desktop::Answered &done)
 {
     QString problem;
     const QDBusMessage message = m_current->makeCommand(command.data, problem);

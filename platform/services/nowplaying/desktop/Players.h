@@ -21,7 +21,7 @@ public:
     /** The one that plays, else the one that played last; null when there is none. */
     const RemotePlayer *current() const { return m_current; }
     /** Commands current(), of which there must be one. */
-    void command(const TrackCommand &command, const Desktop::Done &done);
+    void command(const TrackCommand &command, const Desktop::Answered &done);
 
 Q_SIGNALS:
     /** current() is another one. */
@@ -36,7 +36,7 @@ private Q_SLOTS:
     void seeked(const QDBusMessage &message);
 
 private:
-    struct Entry {
+    struct KnownPlayer {
         std::unique_ptr<RemotePlayer> player;
         quint64 id = 0;
         /** Grows with every player that begins to play. */
@@ -54,7 +54,7 @@ private:
 
     std::optional<QDBusConnection> m_bus;
     std::unique_ptr<QDBusServiceWatcher> m_watcher;
-    std::map<QString, Entry> m_players;
+    std::map<QString, KnownPlayer> m_players;
     RemotePlayer *m_current = nullptr;
     /** Tells the current one from another at the same place in memory; 0 when there is none. */
     quint64 m_currentId = 0;

@@ -108,7 +108,7 @@ void SinkVolume::fail(const QString &problem)
     m_sink.reset();
     const auto waiting = std::exchange(m_waiting, {});
     const auto sent = std::exchange(m_sent, {});
-    for (const Desktop::Done &done : sent) {
+    for (const Desktop::Answered &done : sent) {
         done(problem);
     }
     for (const Waiting &command : waiting) {
@@ -143,7 +143,7 @@ void SinkVolume::sinkReported(const pa_sink_info *info, int end)
     }
 }
 
-void SinkVolume::change(const VolumeCommand &command, const Desktop::Done &done)
+void SinkVolume::change(const VolumeCommand &command, const Desktop::Answered &done)
 {
     if (m_sink) {
         carryOut(command, done);
@@ -157,7 +157,7 @@ void SinkVolume::change(const VolumeCommand &command, const Desktop::Done &done)
     }
 }
 
-void SinkVolume::carryOut(const VolumeCommand &command, const Desktop::Done &done)
+void SinkVolume::carryOut(const VolumeCommand &command, const Desktop::Answered &done)
 {
     if (!m_sink) {
         done("there is no sound device");
@@ -189,7 +189,7 @@ void SinkVolume::carryOut(const VolumeCommand &command, const Desktop::Done &don
 
 void SinkVolume::acknowledged(bool isGood)
 {
-    const Desktop::Done done = m_sent.front();
+    const Desktop::Answered done = m_sent.front();
     m_sent.pop_front();
     if (m_sent.empty()) {
         askForSink();

@@ -23,7 +23,7 @@ public:
     /** Connects to the sound server unless it is connected, so that the volume is known. */
     void watch();
     /** Carries the command out when the sink is known. */
-    void change(const VolumeCommand &command, const Desktop::Done &done);
+    void change(const VolumeCommand &command, const Desktop::Answered &done);
     /** The volume as a fraction of the normal one, at most 1. */
     double volume() const;
 
@@ -37,7 +37,7 @@ private:
     };
     struct Waiting {
         VolumeCommand command;
-        Desktop::Done done;
+        Desktop::Answered done;
     };
     struct ContextDeleter {
         void operator()(pa_context *context) const;
@@ -46,7 +46,7 @@ private:
     void contextChanged();
     void sinkReported(const pa_sink_info *info, int end);
     void askForSink();
-    void carryOut(const VolumeCommand &command, const Desktop::Done &done);
+    void carryOut(const VolumeCommand &command, const Desktop::Answered &done);
     void acknowledged(bool isGood);
     void fail(const QString &problem);
 
@@ -55,7 +55,7 @@ private:
     /** Commands that wait for the sink to be known. */
     std::vector<Waiting> m_waiting;
     /** Those that were sent and not acknowledged; a report of the sink may be from before them. */
-    std::deque<Desktop::Done> m_sent;
+    std::deque<Desktop::Answered> m_sent;
 };
 
 } // namespace voro::nowplaying
