@@ -1,5 +1,6 @@
 #include "Application.h"
 
+#include "EndSignals.h"
 #include "Instance.h"
 
 #include <QtCore/QCommandLineParser>
@@ -154,6 +155,7 @@ int run(int &argc, char **argv, const Description &description)
     if (!operands.isEmpty()) {
         properties.insert(QStringLiteral("operands"), toVariants(operands));
     }
+    const EndSignals endSignals;
     QQmlApplicationEngine engine;
     QObject::connect(&instance, &Instance::asked, &engine, [&engine](const auto &urls) { receive(engine, urls); });
     QObject::connect(&instance, &Instance::quitAsked, &engine, [&engine] { closeWindow(engine); });

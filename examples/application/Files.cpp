@@ -9,7 +9,8 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QLocale>
 #include <QtCore/QStandardPaths>
-#include <QtCore/QStorageInfo>
+
+#include <filesystem>
 
 namespace {
 
@@ -78,7 +79,14 @@ double Files::sizeOf(const QUrl &url) const
 
 double Files::freeSpaceOf(const QUrl &folder) const
 {
-    return static_cast<double>(QStorageInfo(folder.toLocalFile()).bytesAvailable());
+    std::filesystem::path place(folder.toLocalFile().toStdString());
+    std::error_code error;
+    // A folder that will be made on use counts as the one above.
+    while (!std::filesystem::exists(place, error) && place.has_relative_path()) {
+        place = place.parent_path();
+    }
+    const std::filesystem::space_info space = std::filesystem::space(place, error);
+    return error ? -1 : static_cast<double>(space.available);
 }
 
 QUrl Files::folderOf(const QUrl &url) const

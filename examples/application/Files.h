@@ -29,7 +29,7 @@ public:
     Q_INVOKABLE QString nameOf(const QUrl &url) const;
     /** In bytes. */
     Q_INVOKABLE double sizeOf(const QUrl &url) const;
-    /** What is left in bytes in the file system of that folder. */
+    /** What is left in bytes in the file system of that folder; negative when it is not known. */
     Q_INVOKABLE double freeSpaceOf(const QUrl &folder) const;
     Q_INVOKABLE QUrl folderOf(const QUrl &url) const;
     /** As people write it. */

@@ -124,6 +124,7 @@ Pane {
             Layout.fillWidth: true
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
+            visible: panel.freeSpace >= 0
             text: qsTr("%1 free, enough for %2").arg(Format.size(panel.freeSpace)).arg(Format.span(panel.freeSpace / panel.formatInUse.rate))
             color: panel.freeSpace / panel.formatInUse.rate < 600 ? Theme.warning : Theme.faint
             font.pixelSize: Theme.smallSize

@@ -334,6 +334,8 @@ void tst_PlayerApplication::secondStart_handsItsFilesToTheFirst()
         process->terminate();
         QVERIFY(process->waitForFinished(PatienceMs));
     }
+    // A session that ends it lets it write what it keeps.
+    QCOMPARE(first.exitStatus(), QProcess::NormalExit);
 }
 
 int main(int argc, char *argv[])
