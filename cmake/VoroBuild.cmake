@@ -21,6 +21,10 @@ function(voro_limit_exports target file)
 endfunction()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough)
+if(CMAKE_UNITY_BUILD)
+  # Files that are compiled as one see each other's names; a build of every file by itself tells what is really hidden.
+  add_compile_options(-Wno-shadow -Wno-subobject-linkage -Wno-unused-function)
+endif()
 if(VORO_WERROR)
   add_compile_options(-Werror)
 endif()
