@@ -25,12 +25,41 @@ bool isQtAsCompiled()
     return present.majorVersion() == QT_VERSION_MAJOR && present.minorVersion() == QT_VERSION_MINOR;
 }
 
-QRhiTexture::Format textureFormat(bool isTenBits, bool isPair)
+QRhiTexture::Format textureFormat(FrameFormat format, size_t plane)
 {
-    if (isTenBits) {
-        return isPair ? QRhiTexture::RG16 : QRhiTexture::R16;
+    switch (format) {
+    case FrameFormat::Nv12:
+        return plane == 0 ? QRhiTexture::R8 : QRhiTexture::RG8;
+    case FrameFormat::I420:
+        return QRhiTexture::R8;
+    case FrameFormat::I420Ten:
+        return QRhiTexture::R16;
+    case FrameFormat::P010:
+        return plane == 0 ? QRhiTexture::R16 : QRhiTexture::RG16;
+    case FrameFormat::Bgrx:
+        break;
     }
-    return isPair ? QRhiTexture::RG8 : QRhiTexture::R8;
+    return QRhiTexture::UnknownFormat;
+}
+
+/** Whether a shader converts colours for less than a worker: not where a program stands in for a graphics card. */
+bool isShaderWorthwhile(const QRhi *rhi)
+{
+    if (const QByteArray wish = qgetenv("VORO_VIDEO_SHADER"); !wish.isEmpty()) {
+        return wish != "0";
+    }
+    const QRhiDriverInfo driver = rhi->driverInfo();
+    const auto isOf = [&driver](const char *name) { return driver.deviceName.contains(name); };
+    return driver.deviceType != QRhiDriverInfo::CpuDevice && !isOf("llvmpipe") && !isOf("softpipe")
+           && !isOf("SwiftShader");
+}
+
+bool canTake(const QRhi *rhi, FrameFormat format)
+{
+    const bool isTenBits = format == FrameFormat::I420Ten || format == FrameFormat::P010;
+    return (std::endian::native == std::endian::little || !isTenBits)
+           && rhi->isTextureFormatSupported(textureFormat(format, 0))
+           && rhi->isTextureFormatSupported(textureFormat(format, 1));
 }
 
 } // namespace
@@ -38,34 +67,21 @@ QRhiTexture::Format textureFormat(bool isTenBits, bool isPair)
 uint32_t formatsOf(QQuickWindow *window, QSize picture)
 {
     auto formats = static_cast<uint32_t>(FrameFormat::Bgrx);
-    auto *rhi =
-        static_cast<QRhi *>(window->rendererInterface()->getResource(window, QSGRendererInterface::RhiResource));
-    if (!rhi || !isQtAsCompiled()) {
+    const auto *rhi =
+        static_cast<const QRhi *>(window->rendererInterface()->getResource(window, QSGRendererInterface::RhiResource));
+    if (!rhi || !isQtAsCompiled() || !isShaderWorthwhile(rhi)) {
         return formats;
     }
     const int largest = rhi->resourceLimit(QRhi::TextureSizeMax);
-    if (picture.width() > largest || picture.height() > largest) {
-        return formats;
-    }
-    const auto add = [&formats, rhi](bool isTenBits, FrameFormat single, FrameFormat pair) {
-        if (rhi->isTextureFormatSupported(textureFormat(isTenBits, false))) {
-            formats |= static_cast<uint32_t>(single);
-            if (rhi->isTextureFormatSupported(textureFormat(isTenBits, true))) {
-                formats |= static_cast<uint32_t>(pair);
-            }
+    if (picture.width() <= largest && picture.height() <= largest) {
+        for (const auto format : {FrameFormat::I420, FrameFormat::Nv12, FrameFormat::I420Ten, FrameFormat::P010}) {
+            formats |= canTake(rhi, format) ? static_cast<uint32_t>(format) : 0;
         }
-    };
-    add(false, FrameFormat::I420, FrameFormat::Nv12);
-    if (std::endian::native == std::endian::little) {
-        add(true, FrameFormat::I420Ten, FrameFormat::P010);
     }
     return formats;
 }
 
-PlaneTexture::PlaneTexture(FrameFormat format, size_t plane)
-    : m_shape(renderer::planesOf(format)[plane]),
-      m_isTenBits(format == FrameFormat::I420Ten || format == FrameFormat::P010),
-      m_plane(plane)
+PlaneTexture::PlaneTexture(FrameFormat format, size_t plane) : m_format(format), m_plane(plane)
 {
     setFiltering(Linear);
 }
@@ -79,8 +95,9 @@ PlaneTexture::~PlaneTexture()
 
 void PlaneTexture::setFrame(std::shared_ptr<renderer::Frame> frame)
 {
-    const auto side = [this](int pictureSide) {
-        return static_cast<int>(m_shape.side(static_cast<uint32_t>(pictureSide)));
+    const renderer::PlaneShape shape = renderer::planesOf(m_format)[m_plane];
+    const auto side = [shape](int pictureSide) {
+        return static_cast<int>(shape.side(static_cast<uint32_t>(pictureSide)));
     };
     m_size = {side(frame->size().width()), side(frame->size().height())};
     m_frame = std::move(frame);
@@ -99,8 +116,7 @@ void PlaneTexture::commitTextureOperations(QRhi *rhi, QRhiResourceUpdateBatch *u
     }
     m_isNew = false;
     if (!m_texture) {
-        const bool isPair = m_shape.pixelBytes == (m_isTenBits ? 4U : 2U);
-        m_texture = rhi->newTexture(textureFormat(m_isTenBits, isPair), m_size);
+        m_texture = rhi->newTexture(textureFormat(m_format, m_plane), m_size);
         m_texture->create();
     }
     const auto stride = m_frame->description().plane(m_plane).stride;

@@ -11,10 +11,12 @@ class QRhiTexture;
 
 namespace voro::qml {
 
-/** What scenes of a window can draw, of pictures of that size: bits of FrameFormat. */
+/** The formats in which a window's scene wants pictures of that size: bits of FrameFormat. */
 uint32_t formatsOf(QQuickWindow *window, QSize picture);
 
-/** A plane of pictures in a texture. Uploads each picture from the worker's memory, which it holds until the next one.
+/**
+ * A plane of pictures, which have all the same size, in a texture. Uploads each picture from the worker's memory, which
+ * it holds until the next one.
  */
 class PlaneTexture : public QSGTexture {
     Q_OBJECT
@@ -32,8 +34,7 @@ public:
     void commitTextureOperations(QRhi *rhi, QRhiResourceUpdateBatch *updates) override;
 
 private:
-    const renderer::PlaneShape m_shape;
-    const bool m_isTenBits;
+    const renderer::FrameFormat m_format;
     const size_t m_plane;
     std::shared_ptr<renderer::Frame> m_frame;
     bool m_isNew = false;
