@@ -67,8 +67,8 @@ public:
         voro::pps::Fd file;
         for (ssize_t size = 0; (size = voro::pps::receivePacket(m_worker.get(), packet, file)) > 0;) {
             voro::renderer::FrameFormats formats;
-            if (readPacket(std::span(packet).first(static_cast<size_t>(size)), formats)
-                && formats.packet == voro::renderer::FramePacket::Formats) {
+            // What comes otherwise has another size.
+            if (readPacket(std::span(packet).first(static_cast<size_t>(size)), formats)) {
                 said = formats.formats;
             }
         }
