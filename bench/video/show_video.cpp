@@ -1,7 +1,8 @@
 /*
  * Shows a video in a window: "ours" is a program of a few lines with this project's QML module, "player" the
- * application Player, "qt" a program of a few lines with Qt's module. Arguments: one of these, a file, two numbers.
- * Tells on standard output when the first picture was drawn, and when so many had come; ends with its input.
+ * application Player, "qt" a program of a few lines with Qt's module. Arguments: one of these, a file, two numbers, the
+ * film's width and height. Tells on standard output when the first picture was drawn, and when so many had come; ends
+ * with its input.
  */
 
 #include "Figures.h"
@@ -114,7 +115,7 @@ void dropMessage(QtMsgType, const QMessageLogContext &, const QString &) {}
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
-    if (argc != 5) {
+    if (argc != 7) {
         return 2;
     }
     // The library tells that each medium was tried as a playlist first.
@@ -137,7 +138,7 @@ int main(int argc, char **argv)
     QQuickView view;
     view.engine()->addImportPath(QStringLiteral(MODULES));
     view.setResizeMode(QQuickView::SizeRootObjectToView);
-    view.resize(1280, 720);
+    view.resize(std::atoi(argv[5]), std::atoi(argv[6]));
     QObject *scene = make(*view.engine(), argv[1] == std::string("ours") ? Ours : Qts, {{"file", file}});
     tellPictures(&view, scene, counts);
     view.setContent(QUrl(), nullptr, scene);

@@ -1,10 +1,16 @@
 #include "VideoWindow.h"
 
+#include "PlanarNode.h"
+
 #include <QtCore/QUuid>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGImageNode>
 
+#include <utility>
+
 namespace voro::qml {
+
+using renderer::FrameFormat;
 
 VideoWindow::VideoWindow(QQuickItem *parent)
     : QQuickItem(parent),
@@ -76,25 +82,54 @@ QRectF VideoWindow::sourceRect() const
 
 QSGNode *VideoWindow::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
-    auto *node = static_cast<QSGImageNode *>(old);
     const std::shared_ptr<renderer::Frame> &frame = m_receiver.frame();
-    if (!frame || size().isEmpty()) {
-        delete node;
-        m_isNew = true;
+    const uint32_t formats = formatsOf(window(), m_sourceSize);
+    if (std::exchange(m_formats, formats) != formats) {
+        // This is the scene's thread. The receiver belongs to the item's, which waits for it now.
+        QMetaObject::invokeMethod(
+            this, [this] { m_receiver.setFormats(m_formats); }, Qt::QueuedConnection);
+    }
+    const auto format = frame ? frame->description().frame.format : FrameFormat();
+    // A picture in a format that this scene cannot draw was meant for a former one. The worker sends it again.
+    const bool isShown = !size().isEmpty() && (formats & static_cast<uint32_t>(format)) != 0;
+    const bool isPlanar = format != FrameFormat::Bgrx;
+    if (!isShown || isPlanar != m_isPlanar) {
+        delete std::exchange(old, nullptr);
+    }
+    m_isPlanar = isPlanar;
+    if (!isShown) {
         return nullptr;
     }
+    const bool isNew = std::exchange(m_isNew, false) || !old;
+    return isPlanar ? updatePlanes(static_cast<PlanarNode *>(old), isNew)
+                    : updateImage(static_cast<QSGImageNode *>(old), isNew);
+}
+
+QSGNode *VideoWindow::updateImage(QSGImageNode *node, bool isNew)
+{
     if (!node) {
         node = window()->createImageNode();
         node->setOwnsTexture(true);
         node->setFiltering(QSGTexture::Linear);
     }
-    if (m_isNew || !node->texture()) {
-        node->setTexture(
-            window()->createTextureFromImage(renderer::Frame::image(frame), QQuickWindow::TextureIsOpaque));
-        m_isNew = false;
+    if (isNew) {
+        node->setTexture(window()->createTextureFromImage(renderer::Frame::image(m_receiver.frame()),
+                                                          QQuickWindow::TextureIsOpaque));
     }
     node->setRect(contentRect());
     node->setSourceRect(sourceRect());
+    return node;
+}
+
+QSGNode *VideoWindow::updatePlanes(PlanarNode *node, bool isNew)
+{
+    if (!node) {
+        node = new PlanarNode;
+    }
+    if (isNew) {
+        node->setFrame(m_receiver.frame());
+    }
+    node->setRects(contentRect(), sourceRect());
     return node;
 }
 

@@ -4,7 +4,11 @@
 
 #include <renderer/frames/FrameReceiver.h>
 
+class QSGImageNode;
+
 namespace voro::qml {
+
+class PlanarNode;
 
 /**
  * Shows the video of a player. The scene composes it like any other item.
@@ -60,6 +64,8 @@ protected:
 private:
     void onFrameChanged();
     QRectF sourceRect() const;
+    QSGNode *updateImage(QSGImageNode *node, bool isNew);
+    QSGNode *updatePlanes(PlanarNode *node, bool isNew);
 
     const QString m_windowId;
     FillMode m_fillMode = PreserveAspectFit;
@@ -68,6 +74,9 @@ private:
     QSizeF m_shownSize;
     /** Whether the picture differs from the scene's. */
     bool m_isNew = false;
+    /** What the scene can draw, as bits of FrameFormat, and whether its picture has several planes. */
+    uint32_t m_formats = static_cast<uint32_t>(renderer::FrameFormat::Bgrx);
+    bool m_isPlanar = false;
 };
 
 } // namespace voro::qml

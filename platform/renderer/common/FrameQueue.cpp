@@ -4,21 +4,52 @@
 
 namespace voro::renderer {
 
-bool isValid(const FrameDescription &description, uint64_t size)
+std::span<const PlaneShape> planesOf(FrameFormat format)
 {
+    static constexpr std::array<PlaneShape, 1> Bgrx{{{4, 1}}};
+    static constexpr std::array<PlaneShape, 3> I420{{{1, 1}, {1, 2}, {1, 2}}};
+    static constexpr std::array<PlaneShape, 2> Nv12{{{1, 1}, {2, 2}}};
+    static constexpr std::array<PlaneShape, 3> I420Ten{{{2, 1}, {2, 2}, {2, 2}}};
+    static constexpr std::array<PlaneShape, 2> P010{{{2, 1}, {4, 2}}};
+    switch (format) {
+    case FrameFormat::Bgrx:
+        return Bgrx;
+    case FrameFormat::I420:
+        return I420;
+    case FrameFormat::Nv12:
+        return Nv12;
+    case FrameFormat::I420Ten:
+        return I420Ten;
+    case FrameFormat::P010:
+        return P010;
+    }
+    return {};
+}
+
+bool isValid(const PlanarDescription &description, uint64_t size)
+{
+    const FrameDescription &frame = description.frame;
     const auto isSide = [](uint32_t side) { return side >= 1 && side <= static_cast<uint32_t>(MaximumFrameSide); };
-    const bool isPlausible = description.packet == FramePacket::Description && description.format == FrameFormat::Bgrx
-                             && isSide(description.width) && isSide(description.height)
-                             && isSide(description.pixelWidth) && isSide(description.pixelHeight)
-                             && description.slots >= FewestFrameSlots && description.slots <= MostFrameSlots;
+    const auto kind = frame.format == FrameFormat::Bgrx ? FramePacket::Description : FramePacket::PlanarDescription;
+    const bool isPlausible = frame.packet == kind && isSide(frame.width) && isSide(frame.height)
+                             && isSide(frame.pixelWidth) && isSide(frame.pixelHeight) && frame.slots >= FewestFrameSlots
+                             && frame.slots <= MostFrameSlots && description.colors.matrix <= FrameMatrix::Bt2020
+                             && description.colors.range <= FrameRange::Full;
     // Divided, not multiplied: nothing may overflow.
-    if (!isPlausible || size > MaximumFrameMemory || description.slotSize > size / description.slots
-        || description.slotSize % alignof(FrameHeader) != 0) {
+    if (!isPlausible || size > MaximumFrameMemory || frame.slotSize > size / frame.slots
+        || frame.slotSize % alignof(FrameHeader) != 0) {
         return false;
     }
-    const uint64_t end = description.offset + static_cast<uint64_t>(description.stride) * description.height;
-    return description.offset >= FrameHeaderSize && description.offset % 4 == 0
-           && description.stride >= description.width * 4 && description.stride % 4 == 0 && end <= description.slotSize;
+    const std::span<const PlaneShape> shapes = planesOf(frame.format);
+    for (size_t i = 0; i < shapes.size(); ++i) {
+        const FramePlane plane = description.plane(i);
+        const uint64_t end = plane.offset + static_cast<uint64_t>(plane.stride) * shapes[i].side(frame.height);
+        if (plane.offset < FrameHeaderSize || plane.offset % 4 != 0 || plane.stride % 4 != 0
+            || plane.stride < shapes[i].side(frame.width) * shapes[i].pixelBytes || end > frame.slotSize) {
+            return false;
+        }
+    }
+    return !shapes.empty();
 }
 
 bool isFrameQueue(std::string_view window)

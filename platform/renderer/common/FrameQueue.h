@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -12,10 +13,11 @@
  *
  * A window id that is no number names a frame queue. The item connects to the daemon's socket FrameSocketName and sends
  * the name; the daemon hands it one end of a socket whose other end the worker got, whenever a worker shows there. Over
- * that socket the worker passes a sealed memory file with a ring of slots (Description) and tells of every frame that
- * it has put into a slot (Frame); the item says which formats it can show (Formats) and gives slots back (Release). A
- * slot belongs to the item from the one to the other. Each packet is one of the structures below. The memory file's
- * seals keep it from shrinking, and whatever else the worker says is checked against its size.
+ * that socket the worker passes a sealed memory file with a ring of slots (Description, PlanarDescription) and tells of
+ * every frame that it has put into a slot (Frame); the item says which formats it can show, and again whenever that
+ * changes (Formats), and gives slots back (Release). A slot belongs to the item from the one to the other. Each packet
+ * is one of the structures below. The memory file's seals keep it from shrinking, and whatever else the worker says is
+ * checked against its size.
  */
 
 namespace voro::renderer {
@@ -29,13 +31,33 @@ inline constexpr uint32_t MostFrameSlots = 64;
 
 /** Bits, so that the item can name several. */
 enum class FrameFormat : uint32_t {
-    /** Bytes blue, green, red, unused: what every scene can draw, without a copy or a shader of its own. */
+    /** Bytes blue, green, red, unused: what every scene can draw, and every item therefore takes. */
     Bgrx = 1,
+    /** A plane of luma, then one of Cb and one of Cr, which are half as wide and high. */
+    I420 = 2,
+    /** A plane of luma, then one of Cb and Cr in turn, which is half as wide and high. */
+    Nv12 = 4,
+    /** As I420, in 16 bits in little-endian order, of which the lowest ten count. */
+    I420Ten = 8,
+    /** As Nv12, in 16 bits in little-endian order, of which the highest ten count. */
+    P010 = 16,
 };
 
-enum class FramePacket : uint32_t { Description = 1, Frame, Clear, Formats, Release };
+/** A plane of a format, in relation to the picture. */
+struct PlaneShape {
+    uint32_t pixelBytes = 0;
+    /** 2 for what is half as wide and high as the picture. */
+    uint32_t divisor = 1;
 
-/** Describes the memory file that comes along. */
+    uint32_t side(uint32_t pictureSide) const { return (pictureSide + divisor - 1) / divisor; }
+};
+
+/** The planes of a format; none of an unknown one. */
+std::span<const PlaneShape> planesOf(FrameFormat format);
+
+enum class FramePacket : uint32_t { Description = 1, Frame, Clear, Formats, Release, PlanarDescription };
+
+/** Describes the memory file that comes along. Of several planes this is the first one. */
 struct FrameDescription {
     FramePacket packet = FramePacket::Description;
     /** Another number for every memory file; the other packets name the one that they mean. */
@@ -56,6 +78,41 @@ struct FrameDescription {
     bool operator==(const FrameDescription &) const = default;
 };
 
+enum class FrameMatrix : uint32_t { Bt601, Bt709, Bt2020 };
+enum class FrameRange : uint32_t { Limited, Full };
+
+/** How luma and chroma become colours. */
+struct FrameColors {
+    FrameMatrix matrix = FrameMatrix::Bt601;
+    FrameRange range = FrameRange::Limited;
+    /** Where a chroma sample lies: 1 in the middle of the left two pixels, or the upper two; 0 between both. */
+    uint32_t isLeft = 1;
+    uint32_t isTop = 0;
+
+    bool operator==(const FrameColors &) const = default;
+};
+
+struct FramePlane {
+    uint32_t offset = 0;
+    uint32_t stride = 0;
+
+    bool operator==(const FramePlane &) const = default;
+};
+
+/** Describes a memory file with pictures of several planes, which only items get that take such formats. */
+struct PlanarDescription {
+    FrameDescription frame;
+    FrameColors colors;
+    /** The second and the third plane. */
+    std::array<FramePlane, 2> chroma;
+
+    FramePlane plane(size_t index) const
+    {
+        return index == 0 ? FramePlane{frame.offset, frame.stride} : chroma[index - 1];
+    }
+    bool operator==(const PlanarDescription &) const = default;
+};
+
 /** A slot holds a frame. */
 struct FrameReady {
     FramePacket packet = FramePacket::Frame;
@@ -73,7 +130,7 @@ struct FrameClear {
     FramePacket packet = FramePacket::Clear;
 };
 
-/** Which formats can be shown, as bits. The worker sends nothing before it knows. */
+/** Which formats can be shown, as bits, of which Bgrx is one. The worker sends nothing before it knows. */
 struct FrameFormats {
     FramePacket packet = FramePacket::Formats;
     uint32_t formats = 0;
@@ -95,8 +152,8 @@ struct FrameHeader {
 /** The room for it, so that the picture is aligned. */
 inline constexpr uint32_t FrameHeaderSize = 64;
 
-/** Whether a description is one, and all that it describes lies in a memory file of that size. */
-bool isValid(const FrameDescription &description, uint64_t size);
+/** Whether a description is one, and every plane that it describes lies in a memory file of that size. */
+bool isValid(const PlanarDescription &description, uint64_t size);
 
 /** Whether a window id names a frame queue: it is neither empty nor the number of a window. */
 bool isFrameQueue(std::string_view window);
@@ -121,6 +178,6 @@ bool readPacket(std::span<const std::byte> bytes, Packet &packet)
     return true;
 }
 
-inline constexpr size_t MaximumFramePacket = sizeof(FrameDescription);
+inline constexpr size_t MaximumFramePacket = sizeof(PlanarDescription);
 
 } // namespace voro::renderer

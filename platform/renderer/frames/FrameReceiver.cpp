@@ -17,7 +17,7 @@ namespace voro::renderer {
 
 using pps::Fd;
 
-std::shared_ptr<FrameRingReader> FrameRingReader::map(const FrameDescription &description, int file)
+std::shared_ptr<FrameRingReader> FrameRingReader::map(const PlanarDescription &description, int file)
 {
     struct stat status {};
     const int seals = fcntl(file, F_GET_SEALS);
@@ -45,7 +45,7 @@ FrameRingReader::~FrameRingReader()
 Frame::~Frame()
 {
     FrameRelease release;
-    release.generation = m_ring->description().generation;
+    release.generation = description().frame.generation;
     release.slot = m_slot;
     // A worker that is gone needs no slot back.
     pps::sendPacket(m_socket->get(), bytesOf(release));
@@ -58,24 +58,21 @@ uint64_t Frame::serial() const
 
 QSize Frame::size() const
 {
-    return {static_cast<int>(m_ring->description().width), static_cast<int>(m_ring->description().height)};
+    return {static_cast<int>(description().frame.width), static_cast<int>(description().frame.height)};
 }
 
 QSizeF Frame::shownSize() const
 {
-    const FrameDescription &description = m_ring->description();
-    return {static_cast<qreal>(description.width) * description.pixelWidth / description.pixelHeight,
-            static_cast<qreal>(description.height)};
+    const FrameDescription &frame = description().frame;
+    return {static_cast<qreal>(frame.width) * frame.pixelWidth / frame.pixelHeight, static_cast<qreal>(frame.height)};
 }
 
 QImage Frame::image(const std::shared_ptr<Frame> &frame)
 {
-    const FrameDescription &description = frame->m_ring->description();
-    const auto *pixels = reinterpret_cast<const uchar *>(frame->m_ring->slot(frame->m_slot) + description.offset);
     return QImage(
-        pixels, frame->size().width(), frame->size().height(), static_cast<qsizetype>(description.stride),
-        QImage::Format_RGB32, [](void *held) { delete static_cast<std::shared_ptr<Frame> *>(held); },
-        new std::shared_ptr<Frame>(frame));
+        reinterpret_cast<const uchar *>(frame->plane(0)), frame->size().width(), frame->size().height(),
+        static_cast<qsizetype>(frame->description().frame.stride), QImage::Format_RGB32,
+        [](void *held) { delete static_cast<std::shared_ptr<Frame> *>(held); }, new std::shared_ptr<Frame>(frame));
 }
 
 void FrameReceiver::Watched::set(Fd descriptor, const std::function<void()> &onReady)
@@ -146,10 +143,22 @@ void FrameReceiver::readDaemon()
     if (worker.isValid()) {
         m_worker.set(std::move(worker), [this] { readWorker(); });
         m_ring.reset();
-        FrameFormats formats;
-        formats.formats = static_cast<uint32_t>(FrameFormat::Bgrx);
-        pps::sendPacket(m_worker.socket->get(), bytesOf(formats));
+        sendFormats();
     }
+}
+
+void FrameReceiver::setFormats(uint32_t formats)
+{
+    if (std::exchange(m_formats, formats) != formats && m_worker.socket) {
+        sendFormats();
+    }
+}
+
+void FrameReceiver::sendFormats()
+{
+    FrameFormats formats;
+    formats.formats = m_formats;
+    pps::sendPacket(m_worker.socket->get(), bytesOf(formats));
 }
 
 void FrameReceiver::readWorker()
@@ -174,10 +183,13 @@ void FrameReceiver::readWorker()
 
 bool FrameReceiver::handle(std::span<const std::byte> packet, const Fd &file)
 {
-    FrameDescription description;
+    PlanarDescription description;
     FrameReady ready;
     switch (kindOf(packet)) {
     case FramePacket::Description:
+        m_ring = readPacket(packet, description.frame) ? FrameRingReader::map(description, file.get()) : nullptr;
+        return m_ring != nullptr;
+    case FramePacket::PlanarDescription:
         m_ring = readPacket(packet, description) ? FrameRingReader::map(description, file.get()) : nullptr;
         return m_ring != nullptr;
     case FramePacket::Frame:
@@ -192,7 +204,8 @@ bool FrameReceiver::handle(std::span<const std::byte> packet, const Fd &file)
 
 bool FrameReceiver::take(const FrameReady &ready)
 {
-    if (!m_ring || ready.generation != m_ring->description().generation || ready.slot >= m_ring->description().slots) {
+    if (!m_ring || ready.generation != m_ring->description().frame.generation
+        || ready.slot >= m_ring->description().frame.slots) {
         return false;
     }
     auto frame = std::make_shared<Frame>(m_worker.socket, m_ring, ready.slot);

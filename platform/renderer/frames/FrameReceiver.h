@@ -17,18 +17,18 @@ namespace voro::renderer {
 class FrameRingReader {
 public:
     /** Null when the file does not match the description or could shrink. */
-    static std::shared_ptr<FrameRingReader> map(const FrameDescription &description, int file);
+    static std::shared_ptr<FrameRingReader> map(const PlanarDescription &description, int file);
     ~FrameRingReader();
     FrameRingReader(const FrameRingReader &) = delete;
     FrameRingReader &operator=(const FrameRingReader &) = delete;
 
-    const FrameDescription &description() const { return m_description; }
-    const std::byte *slot(uint32_t slot) const { return m_memory + slot * m_description.slotSize; }
+    const PlanarDescription &description() const { return m_description; }
+    const std::byte *slot(uint32_t slot) const { return m_memory + slot * m_description.frame.slotSize; }
 
 private:
     FrameRingReader() = default;
 
-    FrameDescription m_description;
+    PlanarDescription m_description;
     const std::byte *m_memory = nullptr;
     size_t m_size = 0;
 };
@@ -52,7 +52,10 @@ public:
     QSize size() const;
     /** The size in square pixels. */
     QSizeF shownSize() const;
-    /** The picture without a copy. The frame lives as long as the image and its copies. */
+    const PlanarDescription &description() const { return m_ring->description(); }
+    /** The first byte of a plane. The worker may write to it at any time, whatever it has promised. */
+    const std::byte *plane(size_t index) const { return m_ring->slot(m_slot) + description().plane(index).offset; }
+    /** A picture in Bgrx without a copy. The frame lives as long as the image and its copies. */
     static QImage image(const std::shared_ptr<Frame> &frame);
 
 private:
@@ -67,7 +70,10 @@ class FrameReceiver : public QObject {
 public:
     explicit FrameReceiver(const QString &name, QObject *parent = nullptr);
 
-    /** The newest picture; null without one. */
+    /** What can be shown, as bits of FrameFormat. Only Bgrx at first, which always has to be among it. */
+    void setFormats(uint32_t formats);
+
+    /** The newest picture, which may still be of a format of earlier; null without one. */
     const std::shared_ptr<Frame> &frame() const { return m_frame; }
 
 Q_SIGNALS:
@@ -87,6 +93,7 @@ private:
     void connectToDaemon();
     void readDaemon();
     void readWorker();
+    void sendFormats();
     /** False for an invalid message. */
     bool handle(std::span<const std::byte> packet, const pps::Fd &file);
     bool take(const FrameReady &ready);
@@ -100,6 +107,7 @@ private:
     /** Creation time of the socket of the last connection: seconds and nanoseconds. */
     std::pair<time_t, long> m_tried;
     Watched m_worker;
+    uint32_t m_formats = static_cast<uint32_t>(FrameFormat::Bgrx);
     std::shared_ptr<FrameRingReader> m_ring;
     std::shared_ptr<Frame> m_frame;
 };

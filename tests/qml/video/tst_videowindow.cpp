@@ -1,3 +1,4 @@
+#include "FakeWorker.h"
 #include "RealMedia.h"
 
 #include <multimedia/MediaPlayer.h>
@@ -11,14 +12,9 @@
 #include <QtTest/QtTest>
 
 #include <Daemon.h>
-#include <fcntl.h>
 #include <Files.h>
-#include <pps/FdPassing.h>
 #include <renderer/frames/FrameReceiver.h>
 #include <Rows.h>
-#include <sys/mman.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <Workers.h>
 
 #include <csignal>
@@ -63,78 +59,6 @@ int numberIn(const QImage &image, int y)
     return number;
 }
 
-/** A daemon and a worker that say what the test wants. */
-class Liar {
-public:
-    explicit Liar(const QString &folder)
-    {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        const std::string path = folder.toStdString() + "/frames.sock";
-        path.copy(address.sun_path, path.size());
-        m_listener.reset(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
-        if (bind(m_listener.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
-            || listen(m_listener.get(), 4) != 0) {
-            qFatal("no socket");
-        }
-    }
-    /** Accepts the item and hands it the other end of our socket. */
-    void meet()
-    {
-        m_item.reset(accept4(m_listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
-        int ends[2];
-        if (!m_item.isValid() || socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
-            qFatal("no item");
-        }
-        m_worker.reset(ends[0]);
-        const voro::pps::Fd theirs(ends[1]);
-        constexpr std::byte Note{};
-        voro::pps::sendPacket(m_item.get(), std::span(&Note, 1), theirs.get());
-    }
-    bool say(std::span<const std::byte> packet, int file = -1) const
-    {
-        return voro::pps::sendPacket(m_worker.get(), packet, file);
-    }
-    /** Whether the item has closed its end. */
-    bool isLeft() const
-    {
-        std::array<std::byte, 64> packet;
-        voro::pps::Fd file;
-        ssize_t size;
-        do {
-            size = voro::pps::receivePacket(m_worker.get(), packet, file);
-        } while (size > 0);
-        return size == 0 || errno == ECONNRESET;
-    }
-
-private:
-    voro::pps::Fd m_listener;
-    voro::pps::Fd m_item;
-    voro::pps::Fd m_worker;
-};
-
-voro::pps::Fd memoryFile(off_t size, unsigned seals)
-{
-    voro::pps::Fd file(memfd_create("lie", MFD_CLOEXEC | MFD_ALLOW_SEALING));
-    if (ftruncate(file.get(), size) != 0 || fcntl(file.get(), F_ADD_SEALS, seals) != 0) {
-        qFatal("no memory");
-    }
-    return file;
-}
-
-FrameDescription description(uint32_t width, uint32_t height)
-{
-    FrameDescription result;
-    result.generation = 1;
-    result.width = width;
-    result.height = height;
-    result.slots = FewestFrameSlots;
-    result.offset = FrameHeaderSize;
-    result.stride = width * 4;
-    result.slotSize = FrameHeaderSize + width * height * 4;
-    return result;
-}
-
 } // namespace
 
 /** Pictures in an item: the daemon, its workers, and a scene without a screen. */
@@ -150,6 +74,7 @@ private Q_SLOTS:
     void workerKilled_costsThePicture();
     void daemonKilled_theItemFindsTheNext();
     void itemGoes_whilePicturesCome();
+    void formats_followTheReceiver();
     void lies_costThePictureOnly_data();
     void lies_costThePictureOnly();
 
@@ -421,10 +346,36 @@ void tst_VideoWindow::itemGoes_whilePicturesCome()
     QCOMPARE(player.mediaState(), MediaState::Started);
 }
 
+void tst_VideoWindow::formats_followTheReceiver()
+{
+    constexpr auto Bgrx = static_cast<uint32_t>(FrameFormat::Bgrx);
+    FrameReceiver receiver(QStringLiteral("formats"));
+    MediaPlayer player;
+    player.setWindowId(QStringLiteral("formats"));
+    QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
+    QCOMPARE(player.setSourceUrl(url("one.mp4")), MediaError::None);
+    const auto isOf = [&receiver](FrameFormat format) {
+        return receiver.frame() && receiver.frame()->description().frame.format == format;
+    };
+    receiver.setFormats(Bgrx | static_cast<uint32_t>(FrameFormat::I420));
+    QCOMPARE(player.play(), MediaError::None);
+    QTRY_VERIFY_WITH_TIMEOUT(isOf(FrameFormat::I420), 20'000);
+    // Red is in the upper left corner.
+    const std::shared_ptr<Frame> planes = receiver.frame();
+    const auto near = [&planes](size_t plane, int value) {
+        return qAbs(std::to_integer<int>(*planes->plane(plane)) - value) < 8;
+    };
+    QVERIFY(near(0, 81) && near(1, 90) && near(2, 240));
+    QCOMPARE(player.pause(), MediaError::None);
+    receiver.setFormats(Bgrx);
+    QTRY_VERIFY_WITH_TIMEOUT(isOf(FrameFormat::Bgrx), 20'000);
+    QVERIFY(isLike(Frame::image(receiver.frame()).pixelColor(0, 0), Qt::red));
+}
+
 void tst_VideoWindow::lies_costThePictureOnly_data()
 {
     Rows<QString>("lie").each(
-        {"too large", "may shrink", "no file", "stride", "slot", "generation", "garbage", "frame first"});
+        {"too large", "may shrink", "no file", "stride", "chroma", "slot", "generation", "garbage", "frame first"});
 }
 
 void tst_VideoWindow::lies_costThePictureOnly()
@@ -433,7 +384,7 @@ void tst_VideoWindow::lies_costThePictureOnly()
     const QTemporaryDir folder;
     const QByteArray former = qgetenv("VORO_RUNTIME_DIR");
     qputenv("VORO_RUNTIME_DIR", folder.path().toUtf8());
-    Liar liar(folder.path());
+    FakeWorker liar(folder.path());
     FrameReceiver receiver(QStringLiteral("lied-to"));
     qputenv("VORO_RUNTIME_DIR", former);
     liar.meet();
@@ -445,7 +396,12 @@ void tst_VideoWindow::lies_costThePictureOnly()
     if (lie == "stride") {
         truth.stride = 1U << 31;
     }
-    if (lie == "garbage") {
+    PlanarDescription planes{truth, {}, {{{FrameHeaderSize, 32}, {1U << 30, 32}}}};
+    planes.frame.format = FrameFormat::I420;
+    planes.frame.packet = FramePacket::PlanarDescription;
+    if (lie == "chroma") {
+        QVERIFY(liar.say(bytesOf(planes), file.get()));
+    } else if (lie == "garbage") {
         QVERIFY(liar.say(std::as_bytes(std::span("garbage"))));
     } else if (lie != "frame first") {
         QVERIFY(liar.say(bytesOf(truth), lie == "no file" ? -1 : file.get()));

@@ -28,7 +28,7 @@ void FrameChannel::disconnect()
 {
     m_source.reset();
     m_socket.reset();
-    m_isReady = false;
+    m_formats = 0;
     m_ring.reset();
 }
 
@@ -45,14 +45,14 @@ void FrameChannel::show(GstBuffer *picture, const GstVideoInfo &info)
 void FrameChannel::clear()
 {
     const std::lock_guard lock(m_mutex);
-    if (std::exchange(m_picture, nullptr) && m_isReady) {
+    if (std::exchange(m_picture, nullptr) && m_formats != 0) {
         pps::sendPacket(m_socket.get(), bytesOf(FrameClear()));
     }
 }
 
 void FrameChannel::sendPicture()
 {
-    if (!m_isReady || !m_picture || !renewRing()) {
+    if (m_formats == 0 || !m_picture || !renewRing()) {
         return;
     }
     const auto slot = m_ring->takeSlot();
@@ -65,7 +65,7 @@ void FrameChannel::sendPicture()
 bool FrameChannel::sendFrame(uint32_t slot)
 {
     FrameReady frame;
-    frame.generation = m_ring->description().generation;
+    frame.generation = m_ring->generation();
     frame.slot = slot;
     frame.serial = m_serial;
     frame.time = g_get_monotonic_time() * 1000;
@@ -75,11 +75,11 @@ bool FrameChannel::sendFrame(uint32_t slot)
 /** Sees to it that there is a ring for the present pictures. */
 bool FrameChannel::renewRing()
 {
-    if (m_ring && m_ring->fits(m_info)) {
+    if (m_ring && m_ring->fits(m_info, m_formats)) {
         return true;
     }
-    m_ring = FrameRingWriter::make(m_info, ++m_generation);
-    if (m_ring && !pps::sendPacket(m_socket.get(), bytesOf(m_ring->description()), m_ring->descriptor())) {
+    m_ring = FrameRingWriter::make(m_info, m_formats, ++m_generation);
+    if (m_ring && !pps::sendPacket(m_socket.get(), m_ring->description(), m_ring->descriptor())) {
         m_ring.reset();
     }
     return m_ring != nullptr;
@@ -117,7 +117,7 @@ bool FrameChannel::handle(std::span<const std::byte> packet)
 {
     if (FrameRelease release; kindOf(packet) == FramePacket::Release && readPacket(packet, release)) {
         // Of a former ring there is nothing to give back.
-        if (m_ring && release.generation == m_ring->description().generation && !m_ring->freeSlot(release.slot)) {
+        if (m_ring && release.generation == m_ring->generation() && !m_ring->freeSlot(release.slot)) {
             return false;
         }
         if (!m_isSent) {
@@ -130,7 +130,7 @@ bool FrameChannel::handle(std::span<const std::byte> packet)
     if (kindOf(packet) != FramePacket::Formats || !readPacket(packet, formats)) {
         return false;
     }
-    m_isReady = (formats.formats & static_cast<uint32_t>(FrameFormat::Bgrx)) != 0;
+    m_formats = (formats.formats & static_cast<uint32_t>(FrameFormat::Bgrx)) != 0 ? formats.formats : 0;
     sendPicture();
     return true;
 }

@@ -42,8 +42,8 @@ private:
     std::mutex m_mutex;
     pps::Fd m_socket;
     MainLoopSource m_source;
-    /** The item has said that it can show our format. */
-    bool m_isReady = false;
+    /** What the item can show; 0 before it has said that. */
+    uint32_t m_formats = 0;
     std::unique_ptr<FrameRingWriter> m_ring;
     uint32_t m_generation = 0;
     uint64_t m_serial = 0;

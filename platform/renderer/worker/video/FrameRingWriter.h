@@ -12,22 +12,27 @@ namespace voro::renderer {
 /** A memory file of a frame queue, for pictures of one size, as the worker makes and fills it. */
 class FrameRingWriter {
 public:
-    /** Nothing when there is no memory, or for pictures that are too large. */
-    static std::unique_ptr<FrameRingWriter> make(const GstVideoInfo &pictures, uint32_t generation);
+    /**
+     * For an item that takes these formats, as bits of FrameFormat. Nothing when there is no memory, or for pictures
+     * that are too large.
+     */
+    static std::unique_ptr<FrameRingWriter> make(const GstVideoInfo &pictures, uint32_t formats, uint32_t generation);
     ~FrameRingWriter();
     FrameRingWriter(const FrameRingWriter &) = delete;
     FrameRingWriter &operator=(const FrameRingWriter &) = delete;
 
-    /** Whether such pictures can go into it. */
-    bool fits(const GstVideoInfo &pictures) const;
-    const FrameDescription &description() const { return m_description; }
+    /** Whether such pictures can go into it, for an item that takes these formats. */
+    bool fits(const GstVideoInfo &pictures, uint32_t formats) const;
+    uint32_t generation() const { return m_description.frame.generation; }
+    /** The packet that describes it. */
+    std::span<const std::byte> description() const;
     int descriptor() const { return m_file.get(); }
 
     /** Takes a free slot; nothing when the other side has them all. */
     std::optional<uint32_t> takeSlot();
     /** Gives a slot back; false for one that was not taken. */
     bool freeSlot(uint32_t slot);
-    /** Puts a picture into a slot, converted when it has to be. */
+    /** Puts a picture into a slot, converted when the item cannot do that. */
     bool fill(uint32_t slot, GstBuffer *picture, uint64_t serial);
 
 private:
@@ -36,11 +41,13 @@ private:
     };
 
     FrameRingWriter() = default;
-    std::byte *address(uint32_t slot) const { return m_memory + slot * m_description.slotSize; }
+    std::byte *address(uint32_t slot) const { return m_memory + slot * m_description.frame.slotSize; }
 
-    FrameDescription m_description;
+    PlanarDescription m_description;
     GstVideoInfo m_source{};
+    uint32_t m_formats = 0;
     GstVideoInfo m_target{};
+    /** Null where planes go as they are. */
     std::unique_ptr<GstVideoConverter, FreeConverter> m_converter;
     pps::Fd m_file;
     std::byte *m_memory = nullptr;
