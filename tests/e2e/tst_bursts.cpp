@@ -6,7 +6,6 @@
 #include <multimedia/MediaPlayer.h>
 #include <voro/PpsObject.h>
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <functional>

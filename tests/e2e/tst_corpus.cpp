@@ -6,9 +6,6 @@
 #include <multimedia/MetaData.h>
 #include <voro/mmr.h>
 
-#include <QtCore/QTemporaryDir>
-#include <QtCore/QtEndian>
-#include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
 #include <Rows.h>

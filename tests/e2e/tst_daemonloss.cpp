@@ -4,7 +4,6 @@
 
 #include <voro/PpsObject.h>
 
-#include <QtCore/QDir>
 #include <QtTest/QtTest>
 
 #include <Rows.h>

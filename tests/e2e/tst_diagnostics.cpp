@@ -4,8 +4,6 @@
 
 #include <multimedia/MediaPlayer.h>
 
-#include <QtCore/QProcess>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <csignal>

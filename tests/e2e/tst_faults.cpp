@@ -5,11 +5,6 @@
 
 #include <multimedia/MediaPlayer.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
 #include <Rows.h>

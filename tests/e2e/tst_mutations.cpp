@@ -5,12 +5,6 @@
 
 #include <multimedia/MediaPlayer.h>
 
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QEventLoop>
-#include <QtCore/QFile>
-#include <QtCore/QMap>
-#include <QtCore/QTemporaryDir>
-#include <QtCore/QTimer>
 #include <QtTest/QtTest>
 
 #include <Rows.h>

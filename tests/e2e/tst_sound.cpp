@@ -8,8 +8,6 @@
 #include <multimedia/MediaPlayer.h>
 #include <voro/audio_manager.h>
 
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
 #include <Rows.h>

@@ -12,13 +12,6 @@
 #include <multimedia/EqualizerPreset.h>
 #include <multimedia/RepeatMode.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QSize>
-#include <QtCore/QTemporaryDir>
-#include <QtCore/QTemporaryFile>
-#include <QtCore/QUrl>
 #include <QtTest/QtTest>
 
 #include <doctor/CodecsCheck.h>

@@ -4,8 +4,6 @@
 
 #include <multimedia/MetaData.h>
 
-#include <QtCore/QSet>
-#include <QtCore/QThread>
 #include <QtTest/QtTest>
 
 #include <Rows.h>

@@ -8,8 +8,6 @@
 #include <multimedia/NowPlayingController.h>
 #include <multimedia/SystemSound.h>
 
-#include <QtCore/QRegularExpression>
-#include <QtCore/QThread>
 #include <QtTest/QtTest>
 
 #include <Files.h>

@@ -7,9 +7,6 @@
 #include <multimedia/NowPlayingController.h>
 #include <multimedia/SystemSound.h>
 
-#include <QtCore/QMetaEnum>
-#include <QtCore/QMetaMethod>
-#include <QtCore/QMetaProperty>
 #include <QtTest/QtTest>
 
 #include <Files.h>

@@ -5,7 +5,6 @@
 
 #include <multimedia/NowPlayingConnection.h>
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Files.h>

@@ -4,7 +4,6 @@
 #include <multimedia/MediaKeyWatcher.h>
 #include <voro/PpsObject.h>
 
-#include <QtCore/QFile>
 #include <QtTest/QtTest>
 
 #include <fcntl.h>

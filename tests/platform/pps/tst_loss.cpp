@@ -2,7 +2,6 @@
 
 #include <voro/PpsObject.h>
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Files.h>

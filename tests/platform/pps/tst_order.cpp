@@ -2,7 +2,6 @@
 #include "ChildProcess.h"
 #include "RawClient.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <pps/Runtime.h>

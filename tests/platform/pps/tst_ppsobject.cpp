@@ -2,7 +2,6 @@
 
 #include <voro/PpsObject.h>
 
-#include <QtCore/QThread>
 #include <QtTest/QtTest>
 
 #include <Rows.h>

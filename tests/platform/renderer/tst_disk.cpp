@@ -1,6 +1,5 @@
 #include "RealMedia.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>

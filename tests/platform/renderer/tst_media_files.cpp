@@ -1,7 +1,3 @@
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QSocketNotifier>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <fcntl.h>

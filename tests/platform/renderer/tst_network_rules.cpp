@@ -1,4 +1,3 @@
-#include <QtCore/QUrl>
 #include <QtTest/QtTest>
 
 #include <arpa/inet.h>

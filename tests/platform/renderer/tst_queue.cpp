@@ -1,8 +1,6 @@
 #include "Application.h"
 #include "RealMedia.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>

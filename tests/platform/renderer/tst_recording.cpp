@@ -1,6 +1,5 @@
 #include "Application.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>

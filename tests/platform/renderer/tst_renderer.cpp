@@ -1,7 +1,6 @@
 #include "Application.h"
 #include "RealMedia.h"
 
-#include <QtCore/QElapsedTimer>
 #include <QtTest/QtTest>
 
 #include <ChildProcess.h>

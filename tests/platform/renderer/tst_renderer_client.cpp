@@ -1,6 +1,5 @@
 #include <voro/mmr.h>
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <BrokerThread.h>

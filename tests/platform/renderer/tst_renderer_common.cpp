@@ -1,4 +1,3 @@
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Files.h>

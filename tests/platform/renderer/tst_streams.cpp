@@ -2,8 +2,6 @@
 #include "HttpServer.h"
 #include "RealMedia.h"
 
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QSemaphore>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>

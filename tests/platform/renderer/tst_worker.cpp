@@ -1,6 +1,3 @@
-#include <QtCore/QCoreApplication>
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QSocketNotifier>
 #include <QtTest/QtTest>
 
 #include <pps/broker/Broker.h>

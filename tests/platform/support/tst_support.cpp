@@ -3,7 +3,6 @@
 #include <voro/slog2.h>
 #include <voro/UIToolkitSupport.h>
 
-#include <QtCore/QDir>
 #include <QtTest/QtTest>
 
 #include <Rows.h>

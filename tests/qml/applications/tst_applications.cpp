@@ -7,7 +7,6 @@
 #include <multimedia/NowPlayingConnection.h>
 #include <multimedia/NowPlayingController.h>
 
-#include <QtCore/QProcess>
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QtTest>
 
