@@ -220,9 +220,9 @@ void MediaKeysTest::threshold_isReported_whileTheKeyIsDown()
     Finger finger;
     QElapsedTimer time;
     time.start();
-    finger.start("next", 10'000);
-    QTRY_COMPARE(watch.trace(), QStringList("long"));
-    QVERIFY2(time.elapsed() >= 799 && time.elapsed() < 5'000, qPrintable(QString::number(time.elapsed())));
+    finger.start("next", 60'000);
+    QTRY_COMPARE_WITH_TIMEOUT(watch.trace(), QStringList("long"), 50'000);
+    QVERIFY2(time.elapsed() >= 799, qPrintable(QString::number(time.elapsed())));
 }
 
 void MediaKeysTest::registrationThatGoes_takesThePressAlong()

@@ -53,11 +53,15 @@ std::chrono::nanoseconds usedTime()
     return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
 }
 
-/** Uses much processor time, between rests, and reports progress or that it stays where it is; an event at the end. */
+/**
+ * Uses much processor time, between rests, and reports progress or that it stays where it is; an event at the end. On a
+ * busy machine that takes long, and what may not go on so is not ended before it has the processor for a while.
+ */
 void workHard(pps::Connection &link, bool getsOn, std::chrono::milliseconds rest)
 {
     const auto begin = usedTime();
-    for (int position = 0; usedTime() - begin < 3 * LittleTime;) {
+    const auto most = getsOn ? 3 * LittleTime : rest.count() > 0 ? 3 * LittleTime / 2 : 100 * LittleTime;
+    for (int position = 0; usedTime() - begin < most;) {
         std::string text = answer("ping", 0, {});
         pps::appendNumber(text, PositionName, getsOn ? ++position : 0);
         link.write(text);
@@ -181,7 +185,7 @@ void tst_Worker::workerThatUsesTooMuch_isEnded_data()
     const Rows<Request, bool> row("request", "isEnded");
     row("processor time without progress", Work{{.track = 0}}, true);
     row("processor time with progress", Work{{.track = 1}}, false);
-    row("processor time of a long rest", Work{{.track = 0, .milliseconds = 50}}, false);
+    row("processor time of a long rest", Work{{.track = 0, .milliseconds = 100}}, false);
     row("threads", Multiply{}, true);
     row("memory", Grow{}, true);
 }
@@ -192,7 +196,7 @@ void tst_Worker::workerThatUsesTooMuch_isEnded()
     Player player({.check = 100, .usage = {LittleTime, FewThreads, LittleMemory}});
     QVERIFY(player.engine);
     player.engine->ask(request, [](const Result &) {});
-    QTRY_VERIFY_WITH_TIMEOUT(player.listener.isDead || player.listener.hasHeard, 20'000);
+    QTRY_VERIFY_WITH_TIMEOUT(player.listener.isDead || player.listener.hasHeard, 60'000);
     QTEST(player.listener.isDead, "isEnded");
 }
 
