@@ -128,6 +128,9 @@ private Q_SLOTS:
         QCOMPARE(controller.next(), update({{"track", "U"}}));
         players->call("invalidate('p', CanGoNext=True)");
         QVERIFY(controller.waitFor(update({{"track", "U"}, {"nextEnabled", true}, {"position", 7000}})));
+        // It has less than it had.
+        players->call("answer('p', PlaybackStatus='Paused')");
+        QVERIFY(controller.waitFor(update()));
         QCOMPARE(controller.rest(), QByteArrayList());
     }
 
