@@ -159,161 +159,158 @@ class tst_Confinement : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void workerThatWasTakenOver_canDoNothing_data();
-    void workerThatWasTakenOver_canDoNothing();
-    void workerAtWork_canDoNothing_data();
-    void workerAtWork_canDoNothing();
+    void workerThatWasTakenOver_canDoNothing_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        for (const char *user : {"", "nobody"}) {
+            if (*user && geteuid() != 0) {
+                continue;
+            }
+            for (const char *kind : {"", "windows", "network", "network windows", "-N", "-L", "-S"}) {
+                const QString options =
+                    QStringLiteral("%1 %2").arg(QLatin1String(kind), QLatin1String(user)).simplified();
+                QTest::newRow(qPrintable(options.isEmpty() ? QStringLiteral("a local medium") : options))
+                    << options.split(' ', Qt::SkipEmptyParts);
+            }
+        }
+    }
+
+    void workerThatWasTakenOver_canDoNothing()
+    {
+        QFETCH(QStringList, options);
+        if (!hasNamespaces() && !options.contains("-N")) {
+            options << "-N";
+        }
+        Victim victim;
+        QVERIFY(victim.isGood());
+        QProcess probe;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove("DISPLAY");
+        probe.setProcessEnvironment(environment);
+        probe.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        probe.start(QStringLiteral(CONFINED_PROBE),
+                    QStringList{victim.folder(), QString::number(victim.port()), QString::number(victim.segment())}
+                        + options);
+        QVERIFY(probe.waitForFinished());
+        QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(probe.exitCode(), 0);
+
+        const auto processes = read(probe.readAllStandardOutput(), options);
+        QCOMPARE(processes.size(), 1);
+        QVERIFY2(processes.first().wrong.isEmpty(), processes.first().wrong.join(", "));
+        QCOMPARE(processes.first().count, AllAttempts);
+        QVERIFY(victim.isUntouched());
+    }
+
+    void workerAtWork_canDoNothing_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<QStringList>("options");
+        const auto row = [](const char *name, const char *url, const QStringList &options = {}) {
+            QTest::newRow(name) << QString::fromLatin1(url) << options;
+        };
+        row("a sound", "sound.ogg");
+        row("a film in a window", "film.mkv", {"windows"});
+        row("a list", "list.m3u");
+        row("a stream", "http", {"network"});
+        row("a recording", "");
+    }
+
+    void workerAtWork_canDoNothing()
+    {
+        QFETCH(const QString, url);
+        QFETCH(QStringList, options);
+        if (!hasNamespaces()) {
+            options << "-N";
+        }
+        Victim victim;
+        QVERIFY(victim.isGood());
+        const QTemporaryDir folder;
+        const PulseServer sound;
+        XServer screen;
+        const QString tone = media::makeTone(folder.filePath("sound.ogg"), {.seconds = 60});
+        QFile toneFile(tone);
+        QFile list(folder.filePath("list.m3u"));
+        QVERIFY(toneFile.open(QFile::ReadOnly) && list.open(QFile::WriteOnly) && list.write("sound.ogg\n") > 0);
+        list.close();
+        media::makeTone(folder.filePath("film.mkv"), {.seconds = 60, .hasPicture = true});
+        HttpServer web([content = toneFile.readAll()](HttpExchange &exchange) { exchange.sendRange(content); });
+
+        QProcess daemon;
+        const QString runtime = folder.filePath("runtime");
+        qputenv("VORO_RUNTIME_DIR", runtime.toLocal8Bit());
+        qputenv("VORO_AUTOSPAWN", "0");
+        daemon.setProcessChannelMode(QProcess::MergedChannels);
+        daemon.setEnvironment(QProcess::systemEnvironment()
+                              + QStringList{"LD_PRELOAD=" TAKEN_OVER, "ATTACKED_FOLDER=" + victim.folder(),
+                                            "ATTACKED_PORT=" + QString::number(victim.port()),
+                                            "ATTACKED_SEGMENT=" + QString::number(victim.segment()),
+                                            // The sanitizers' own library would have to be the first one.
+                                            "ASAN_OPTIONS=verify_asan_link_order=0:" + qgetenv("ASAN_OPTIONS")});
+        QByteArray output;
+        const auto waitFor = [&](const auto &condition) {
+            return QTest::qWaitFor(
+                [&] {
+                    output += daemon.readAll();
+                    return condition();
+                },
+                60'000);
+        };
+        daemon.start(QStringLiteral(VOROD), {});
+        QVERIFY(waitFor([&] { return output.contains("serves multimedia in"); }));
+
+        MediaPlayer player;
+        AudioRecorder recorder;
+        if (url.isEmpty()) {
+            recorder.setOutputUrl(QUrl::fromLocalFile(folder.filePath("new.wav")));
+            QCOMPARE(recorder.record(), MediaError::None);
+            QVERIFY(waitFor([&] { return recorder.duration() > 0; }));
+        } else {
+            if (options.contains("windows")) {
+                player.setWindowId(QString::number(screen.makeWindow(0, 0, 64, 64)));
+                QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
+            }
+            const QUrl place = url == "http" ? QUrl(web.url("/sound.ogg")) : QUrl::fromLocalFile(folder.filePath(url));
+            QCOMPARE(player.setSourceUrl(place), MediaError::None);
+            QCOMPARE(player.play(), MediaError::None);
+            QVERIFY(waitFor([&] { return player.position() > 0; }));
+        }
+
+        QFile lock(folder.filePath("runtime/vorod.lock"));
+        QVERIFY(lock.open(QFile::ReadOnly));
+        // The one at work and spare ones, which may do no more.
+        const QList<pid_t> workers = workersOf(lock.readLine().trimmed().toLongLong());
+        for (const pid_t worker : workers) {
+            QCOMPARE(kill(worker, SIGUSR2), 0);
+        }
+        QMap<QByteArray, Attempts> processes;
+        const auto hasTriedAll = [&](pid_t worker) {
+            return processes.value("ATTEMPT " + QByteArray::number(worker)).count == AllAttempts
+                   || kill(worker, 0) != 0;
+        };
+        QVERIFY2(waitFor([&] {
+                     processes = read(output, options);
+                     return std::ranges::all_of(workers, hasTriedAll);
+                 }),
+                 output.constData());
+        const auto isRight = [](const Attempts &attempts) { return attempts.wrong.isEmpty(); };
+        QVERIFY2(std::ranges::any_of(processes, isRight), output.constData());
+        // There was a descriptor to try it with.
+        QVERIFY(QString::fromLocal8Bit(output).contains(QRegularExpression("open what was handed for writing=(?!2=)")));
+        // Nobody has died of it.
+        QVERIFY(waitFor([&, before = player.position() + recorder.duration()] {
+            return player.position() + recorder.duration() > before;
+        }));
+        for (const Attempts &attempts : processes) {
+            // A spare worker may do less than the one that plays, and no more.
+            QVERIFY2(std::ranges::none_of(attempts.wrong, [](const QByteArray &line) { return line.contains("=0="); }),
+                     attempts.wrong.join(", "));
+        }
+        QVERIFY(victim.isUntouched());
+        daemon.terminate();
+        QVERIFY(daemon.waitForFinished());
+    }
 };
-
-void tst_Confinement::workerThatWasTakenOver_canDoNothing_data()
-{
-    QTest::addColumn<QStringList>("options");
-    for (const char *user : {"", "nobody"}) {
-        if (*user && geteuid() != 0) {
-            continue;
-        }
-        for (const char *kind : {"", "windows", "network", "network windows", "-N", "-L", "-S"}) {
-            const QString options = QStringLiteral("%1 %2").arg(QLatin1String(kind), QLatin1String(user)).simplified();
-            QTest::newRow(qPrintable(options.isEmpty() ? QStringLiteral("a local medium") : options))
-                << options.split(' ', Qt::SkipEmptyParts);
-        }
-    }
-}
-
-void tst_Confinement::workerThatWasTakenOver_canDoNothing()
-{
-    QFETCH(QStringList, options);
-    if (!hasNamespaces() && !options.contains("-N")) {
-        options << "-N";
-    }
-    Victim victim;
-    QVERIFY(victim.isGood());
-    QProcess probe;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove("DISPLAY");
-    probe.setProcessEnvironment(environment);
-    probe.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    probe.start(QStringLiteral(CONFINED_PROBE),
-                QStringList{victim.folder(), QString::number(victim.port()), QString::number(victim.segment())}
-                    + options);
-    QVERIFY(probe.waitForFinished());
-    QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(probe.exitCode(), 0);
-
-    const auto processes = read(probe.readAllStandardOutput(), options);
-    QCOMPARE(processes.size(), 1);
-    QVERIFY2(processes.first().wrong.isEmpty(), processes.first().wrong.join(", "));
-    QCOMPARE(processes.first().count, AllAttempts);
-    QVERIFY(victim.isUntouched());
-}
-
-void tst_Confinement::workerAtWork_canDoNothing_data()
-{
-    QTest::addColumn<QString>("url");
-    QTest::addColumn<QStringList>("options");
-    const auto row = [](const char *name, const char *url, const QStringList &options = {}) {
-        QTest::newRow(name) << QString::fromLatin1(url) << options;
-    };
-    row("a sound", "sound.ogg");
-    row("a film in a window", "film.mkv", {"windows"});
-    row("a list", "list.m3u");
-    row("a stream", "http", {"network"});
-    row("a recording", "");
-}
-
-void tst_Confinement::workerAtWork_canDoNothing()
-{
-    QFETCH(const QString, url);
-    QFETCH(QStringList, options);
-    if (!hasNamespaces()) {
-        options << "-N";
-    }
-    Victim victim;
-    QVERIFY(victim.isGood());
-    const QTemporaryDir folder;
-    const PulseServer sound;
-    XServer screen;
-    const QString tone = media::makeTone(folder.filePath("sound.ogg"), {.seconds = 60});
-    QFile toneFile(tone);
-    QFile list(folder.filePath("list.m3u"));
-    QVERIFY(toneFile.open(QFile::ReadOnly) && list.open(QFile::WriteOnly) && list.write("sound.ogg\n") > 0);
-    list.close();
-    media::makeTone(folder.filePath("film.mkv"), {.seconds = 60, .hasPicture = true});
-    HttpServer web([content = toneFile.readAll()](HttpExchange &exchange) { exchange.sendRange(content); });
-
-    QProcess daemon;
-    const QString runtime = folder.filePath("runtime");
-    qputenv("VORO_RUNTIME_DIR", runtime.toLocal8Bit());
-    qputenv("VORO_AUTOSPAWN", "0");
-    daemon.setProcessChannelMode(QProcess::MergedChannels);
-    daemon.setEnvironment(QProcess::systemEnvironment()
-                          + QStringList{"LD_PRELOAD=" TAKEN_OVER, "ATTACKED_FOLDER=" + victim.folder(),
-                                        "ATTACKED_PORT=" + QString::number(victim.port()),
-                                        "ATTACKED_SEGMENT=" + QString::number(victim.segment()),
-                                        // The sanitizers' own library would have to be the first one.
-                                        "ASAN_OPTIONS=verify_asan_link_order=0:" + qgetenv("ASAN_OPTIONS")});
-    QByteArray output;
-    const auto waitFor = [&](const auto &condition) {
-        return QTest::qWaitFor(
-            [&] {
-                output += daemon.readAll();
-                return condition();
-            },
-            60'000);
-    };
-    daemon.start(QStringLiteral(VOROD), {});
-    QVERIFY(waitFor([&] { return output.contains("serves multimedia in"); }));
-
-    MediaPlayer player;
-    AudioRecorder recorder;
-    if (url.isEmpty()) {
-        recorder.setOutputUrl(QUrl::fromLocalFile(folder.filePath("new.wav")));
-        QCOMPARE(recorder.record(), MediaError::None);
-        QVERIFY(waitFor([&] { return recorder.duration() > 0; }));
-    } else {
-        if (options.contains("windows")) {
-            player.setWindowId(QString::number(screen.makeWindow(0, 0, 64, 64)));
-            QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
-        }
-        const QUrl place = url == "http" ? QUrl(web.url("/sound.ogg")) : QUrl::fromLocalFile(folder.filePath(url));
-        QCOMPARE(player.setSourceUrl(place), MediaError::None);
-        QCOMPARE(player.play(), MediaError::None);
-        QVERIFY(waitFor([&] { return player.position() > 0; }));
-    }
-
-    QFile lock(folder.filePath("runtime/vorod.lock"));
-    QVERIFY(lock.open(QFile::ReadOnly));
-    // The one at work and spare ones, which may do no more.
-    const QList<pid_t> workers = workersOf(lock.readLine().trimmed().toLongLong());
-    for (const pid_t worker : workers) {
-        QCOMPARE(kill(worker, SIGUSR2), 0);
-    }
-    QMap<QByteArray, Attempts> processes;
-    const auto hasTriedAll = [&](pid_t worker) {
-        return processes.value("ATTEMPT " + QByteArray::number(worker)).count == AllAttempts || kill(worker, 0) != 0;
-    };
-    QVERIFY2(waitFor([&] {
-                 processes = read(output, options);
-                 return std::ranges::all_of(workers, hasTriedAll);
-             }),
-             output.constData());
-    const auto isRight = [](const Attempts &attempts) { return attempts.wrong.isEmpty(); };
-    QVERIFY2(std::ranges::any_of(processes, isRight), output.constData());
-    // There was a descriptor to try it with.
-    QVERIFY(QString::fromLocal8Bit(output).contains(QRegularExpression("open what was handed for writing=(?!2=)")));
-    // Nobody has died of it.
-    QVERIFY(waitFor([&, before = player.position() + recorder.duration()] {
-        return player.position() + recorder.duration() > before;
-    }));
-    for (const Attempts &attempts : processes) {
-        // A spare worker may do less than the one that plays, and no more.
-        QVERIFY2(std::ranges::none_of(attempts.wrong, [](const QByteArray &line) { return line.contains("=0="); }),
-                 attempts.wrong.join(", "));
-    }
-    QVERIFY(victim.isUntouched());
-    daemon.terminate();
-    QVERIFY(daemon.waitForFinished());
-}
 
 QTEST_GUILESS_MAIN(tst_Confinement)
 #include "tst_confinement.moc"

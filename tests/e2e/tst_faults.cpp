@@ -5,18 +5,12 @@
 
 #include <multimedia/MediaPlayer.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
-#include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 
 #include <Rows.h>
 
 #include <algorithm>
 #include <csignal>
-#include <random>
 #include <semaphore>
 #include <thread>
 
@@ -66,17 +60,196 @@ void act(MediaPlayer &player, Moment moment)
 class tst_Faults : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void nurseryKilled_workersAreStartedAllTheSame_data();
-    void nurseryKilled_workersAreStartedAllTheSame();
-    void manyPlayers_leaveNothing();
-    void manyPlayers_outliveTheirWorkers_data();
-    void manyPlayers_outliveTheirWorkers();
-    void fileCutWhilePlaying_isTold_data();
-    void fileCutWhilePlaying_isTold();
-    void diskBreaks_isTold_andMended_itPlays();
+    void initTestCase()
+    {
+        qputenv("VORO_AUDIO_SINK", "fakesink sync=true");
+        m_url = QUrl::fromLocalFile(media::makeTone(m_folder.filePath("tone.ogg"), {.seconds = 60}));
+    }
+
+    void init() { m_daemon = std::make_unique<Daemon>(); }
+
+    void cleanup() { m_daemon.reset(); }
+
+    void nurseryKilled_workersAreStartedAllTheSame_data()
+    {
+        const Rows<int> row("half");
+        row("the one with the network", 0);
+        row("the one without", 1);
+    }
+
+    void nurseryKilled_workersAreStartedAllTheSame()
+    {
+        QFETCH(const int, half);
+        MediaPlayer players[6];
+        for (MediaPlayer &player : players) {
+            QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+            QCOMPARE(player.play(), MediaError::None);
+            // It is started again until it has gone too often.
+            const QList<pid_t> nursery = nurseryOf(m_daemon->processId());
+            if (!nursery.isEmpty()) {
+                ::kill(nursery[half], SIGKILL);
+                QTRY_VERIFY(areGone(nursery));
+            }
+        }
+        for (const MediaPlayer &player : players) {
+            QTRY_VERIFY(player.position() > 0);
+        }
+    }
+
+    void manyPlayers_leaveNothing()
+    {
+        const auto churn = [this](int count) {
+            for (int i = 0; i < count; ++i) {
+                MediaPlayer player;
+                QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+                // Every twentieth one takes a worker.
+                if (i % 20 == 0) {
+                    QCOMPARE(player.prepare(), MediaError::None);
+                }
+            }
+        };
+        churn(20);
+        QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
+        const int ours = openDescriptors(QCoreApplication::applicationPid());
+        const int theirs = openDescriptors(m_daemon->processId());
+        churn(300);
+        QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
+        QCOMPARE(openDescriptors(QCoreApplication::applicationPid()), ours);
+        QTRY_VERIFY(openDescriptors(m_daemon->processId()) <= theirs);
+    }
+
+    void manyPlayers_outliveTheirWorkers_data()
+    {
+        const Rows<Moment> row("moment");
+        row("prepare", Moment::Prepare);
+        row("play", Moment::Play);
+        row("seek", Moment::Seek);
+        row("reset", Moment::Reset);
+    }
+
+    void manyPlayers_outliveTheirWorkers()
+    {
+        QFETCH(const Moment, moment);
+        std::vector<std::unique_ptr<Victim>> victims;
+        for (int i = 0; i < Players; ++i) {
+            // A file of its own for each tells whose worker is whose.
+            auto victim = std::make_unique<Victim>();
+            victim->path = m_folder.filePath(QStringLiteral("copy%1.ogg").arg(i));
+            QFile::copy(m_url.toLocalFile(), victim->path);
+            victim->player.setStatusInterval(50);
+            QCOMPARE(victim->player.setSourceUrl(QUrl::fromLocalFile(victim->path)), MediaError::None);
+            if (moment != Moment::Prepare) {
+                QCOMPARE(victim->player.prepare(), MediaError::None);
+            }
+            if (moment == Moment::Seek || moment == Moment::Reset) {
+                QCOMPARE(victim->player.play(), MediaError::None);
+            }
+            victims.push_back(std::move(victim));
+        }
+
+        // The workers die while the players in the middle do it.
+        std::binary_semaphore start(0);
+        std::thread killer([&] {
+            start.acquire();
+            for (const pid_t worker : workersOf(m_daemon->processId())) {
+                ::kill(worker, SIGKILL);
+            }
+        });
+        for (unsigned i = 0; i < Players; ++i) {
+            if (i == Players / 2) {
+                start.release();
+            }
+            act(victims[i]->player, moment);
+        }
+        killer.join();
+
+        // Each has a worker, wants none, or has said that it lost it; also one that had to be told so by what it did.
+        const auto isSettled = [this](const auto &victim) {
+            return !victim->errors.isEmpty() || victim->player.mediaState() == MediaState::Unprepared
+                   || !workersWith(victim->path.toUtf8(), m_daemon->processId()).isEmpty();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(std::all_of(victims.begin(), victims.end(), isSettled), 20'000);
+        for (const auto &victim : victims) {
+            QVERIFY(victim->errors.count() <= 1);
+            for (const QList<QVariant> &error : victim->errors) {
+                QCOMPARE(error.first().value<MediaError::Type>(), MediaError::Internal);
+            }
+            victim->positions.clear();
+            QCOMPARE(victim->player.play(), MediaError::None);
+        }
+        for (const auto &victim : victims) {
+            QTRY_VERIFY2_WITH_TIMEOUT(victim->positions.count() > 2, qPrintable(victim->path), 20'000);
+        }
+    }
+
+    void fileCutWhilePlaying_isTold_data()
+    {
+        const Rows<bool, bool> row("isSought", "isRepeated");
+        row("goes on", false, false);
+        row("is sought in", true, false);
+        row("is repeated", false, true);
+    }
+
+    void fileCutWhilePlaying_isTold()
+    {
+        QFETCH(const bool, isSought);
+        QFETCH(const bool, isRepeated);
+        std::vector<std::unique_ptr<Victim>> victims;
+        for (const char *name : {"cut.wav", "cut.ogg", "cut.opus", "cut.mp3", "cut.flac", "cut.m4a", "cut.mkv"}) {
+            auto victim = std::make_unique<Victim>();
+            victim->path = media::makeTone(m_folder.filePath(QLatin1String(name)), {.seconds = 60});
+            victims.push_back(std::move(victim));
+        }
+        for (const auto &victim : victims) {
+            QCOMPARE(victim->player.setStatusInterval(50), MediaError::None);
+            QCOMPARE(victim->player.setRepeatMode(isRepeated ? RepeatMode::Track : RepeatMode::None), MediaError::None);
+            QCOMPARE(victim->player.setSourceUrl(QUrl::fromLocalFile(victim->path)), MediaError::None);
+            QCOMPARE(victim->player.play(), MediaError::None);
+            QTRY_VERIFY(victim->player.position() > 0);
+        }
+        for (const auto &victim : victims) {
+            QVERIFY(QFile::resize(victim->path, 1000));
+            if (isSought) {
+                QCOMPARE(victim->player.seekTime(50'000), MediaError::None);
+            }
+        }
+        for (const auto &victim : victims) {
+            QTRY_COMPARE_WITH_TIMEOUT(victim->errors.count(), 1, 20'000);
+            QCOMPARE(victim->errors.first().first().value<MediaError::Type>(), MediaError::Read);
+            QVERIFY(victim->completions.isEmpty());
+            QCOMPARE(victim->player.mediaState(), MediaState::Stopped);
+            // Where a seek found nothing any more is not a place where it played.
+            QVERIFY(isSought || victim->player.position() < 30'000);
+            QCOMPARE(victim->player.setSourceUrl(m_url), MediaError::None);
+            QCOMPARE(victim->player.play(), MediaError::None);
+        }
+    }
+
+    void diskBreaks_isTold_andMended_itPlays()
+    {
+        const QDir disk(m_folder.filePath(QStringLiteral("disk")));
+        QVERIFY(disk.mkpath(QStringLiteral(".")));
+        QVERIFY(m_daemon->stop());
+        // The sanitizers' own library would have to be the first one.
+        qputenv("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ":verify_asan_link_order=0");
+        QVERIFY(m_daemon->start({QStringLiteral("LD_PRELOAD=" BROKEN_DISK)}));
+        for (const char *name : {"a.wav", "a.flac", "a.mkv"}) {
+            Victim victim;
+            QCOMPARE(victim.player.setStatusInterval(50), MediaError::None);
+            const QString path = media::makeTone(disk.filePath(QLatin1String(name)), {.seconds = 600});
+            QCOMPARE(victim.player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+            QCOMPARE(victim.player.play(), MediaError::None);
+            QTRY_VERIFY(victim.player.position() > 0);
+            QVERIFY(QFile::setPermissions(path, {}));
+            QTRY_COMPARE_WITH_TIMEOUT(victim.errors.count(), 1, 30'000);
+            QCOMPARE(victim.errors.first().first().value<MediaError::Type>(), MediaError::Read);
+            QCOMPARE(victim.player.mediaState(), MediaState::Stopped);
+            QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+            victim.positions.clear();
+            QCOMPARE(victim.player.play(), MediaError::None);
+            QTRY_VERIFY(victim.positions.count() > 2);
+        }
+    }
 
 private:
     /** Whether the daemon knows of none of them any more. */
@@ -89,217 +262,6 @@ private:
     QTemporaryDir m_folder;
     QUrl m_url;
 };
-
-void tst_Faults::initTestCase()
-{
-    qputenv("VORO_AUDIO_SINK", "fakesink sync=true");
-    m_url = QUrl::fromLocalFile(media::makeTone(m_folder.filePath("tone.ogg"), {.seconds = 60}));
-}
-
-void tst_Faults::init()
-{
-    m_daemon = std::make_unique<Daemon>();
-}
-
-void tst_Faults::cleanup()
-{
-    m_daemon.reset();
-}
-
-void tst_Faults::nurseryKilled_workersAreStartedAllTheSame_data()
-{
-    const Rows<int> row("half");
-    row("the one with the network", 0);
-    row("the one without", 1);
-}
-
-void tst_Faults::nurseryKilled_workersAreStartedAllTheSame()
-{
-    QFETCH(const int, half);
-    MediaPlayer players[6];
-    for (MediaPlayer &player : players) {
-        QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
-        QCOMPARE(player.play(), MediaError::None);
-        // It is started again until it has gone too often.
-        const QList<pid_t> nursery = nurseryOf(m_daemon->processId());
-        if (!nursery.isEmpty()) {
-            ::kill(nursery[half], SIGKILL);
-            QTRY_VERIFY(areGone(nursery));
-        }
-    }
-    for (const MediaPlayer &player : players) {
-        QTRY_VERIFY(player.position() > 0);
-    }
-}
-
-void tst_Faults::manyPlayers_leaveNothing()
-{
-    const auto churn = [this](int count) {
-        for (int i = 0; i < count; ++i) {
-            MediaPlayer player;
-            QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
-            // Every twentieth one takes a worker.
-            if (i % 20 == 0) {
-                QCOMPARE(player.prepare(), MediaError::None);
-            }
-        }
-    };
-    churn(20);
-    QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
-    const int ours = openDescriptors(QCoreApplication::applicationPid());
-    const int theirs = openDescriptors(m_daemon->processId());
-    churn(300);
-    QTRY_COMPARE(workersOf(m_daemon->processId()).size(), 1);
-    QCOMPARE(openDescriptors(QCoreApplication::applicationPid()), ours);
-    QTRY_VERIFY(openDescriptors(m_daemon->processId()) <= theirs);
-}
-
-void tst_Faults::manyPlayers_outliveTheirWorkers_data()
-{
-    const Rows<Moment> row("moment");
-    row("prepare", Moment::Prepare);
-    row("play", Moment::Play);
-    row("seek", Moment::Seek);
-    row("reset", Moment::Reset);
-}
-
-void tst_Faults::manyPlayers_outliveTheirWorkers()
-{
-    QFETCH(const Moment, moment);
-    std::vector<std::unique_ptr<Victim>> victims;
-    for (int i = 0; i < Players; ++i) {
-        // A file of its own for each tells whose worker is whose.
-        auto victim = std::make_unique<Victim>();
-        victim->path = m_folder.filePath(QStringLiteral("copy%1.ogg").arg(i));
-        QFile::copy(m_url.toLocalFile(), victim->path);
-        victim->player.setStatusInterval(50);
-        QCOMPARE(victim->player.setSourceUrl(QUrl::fromLocalFile(victim->path)), MediaError::None);
-        if (moment != Moment::Prepare) {
-            QCOMPARE(victim->player.prepare(), MediaError::None);
-        }
-        if (moment == Moment::Seek || moment == Moment::Reset) {
-            QCOMPARE(victim->player.play(), MediaError::None);
-        }
-        victims.push_back(std::move(victim));
-    }
-
-    // The workers die while one of the players, chosen by chance, does it.
-    std::mt19937 random(static_cast<unsigned>(moment));
-    const unsigned chosen = random() % Players;
-    std::binary_semaphore start(0);
-    QElapsedTimer sinceDeath;
-    std::thread killer([&] {
-        start.acquire();
-        sinceDeath.start();
-        for (const pid_t worker : workersOf(m_daemon->processId())) {
-            ::kill(worker, SIGKILL);
-        }
-    });
-    for (unsigned i = 0; i < Players; ++i) {
-        if (i == chosen) {
-            start.release();
-        }
-        act(victims[i]->player, moment);
-    }
-    killer.join();
-
-    // Each has a worker, wants none, or has said that it lost it; also one that had to be told so by what it did.
-    const auto isSettled = [this](const auto &victim) {
-        return !victim->errors.isEmpty() || victim->player.mediaState() == MediaState::Unprepared
-               || !workersWith(victim->path.toUtf8(), m_daemon->processId()).isEmpty();
-    };
-    QTRY_VERIFY(std::all_of(victims.begin(), victims.end(), isSettled));
-    const auto lost =
-        std::count_if(victims.begin(), victims.end(), [](const auto &victim) { return !victim->errors.isEmpty(); });
-    qInfo("%d of the players had lost their workers, and knew it after %d ms", static_cast<int>(lost),
-          static_cast<int>(sinceDeath.elapsed()));
-    for (const auto &victim : victims) {
-        QVERIFY(victim->errors.count() <= 1);
-        for (const QList<QVariant> &error : victim->errors) {
-            QCOMPARE(error.first().value<MediaError::Type>(), MediaError::Internal);
-        }
-        victim->positions.clear();
-        QCOMPARE(victim->player.play(), MediaError::None);
-    }
-    for (const auto &victim : victims) {
-        const bool moves = QTest::qWaitFor([&] { return victim->positions.count() > 2; });
-        if (!moves) {
-            qWarning() << victim->path << victim->player.mediaState() << victim->player.position()
-                       << victim->errors.count() << victim->errors << victim->positions
-                       << workersWith(victim->path.toUtf8(), m_daemon->processId());
-        }
-        QVERIFY(moves);
-    }
-}
-
-void tst_Faults::fileCutWhilePlaying_isTold_data()
-{
-    const Rows<bool, bool> row("isSought", "isRepeated");
-    row("goes on", false, false);
-    row("is sought in", true, false);
-    row("is repeated", false, true);
-}
-
-void tst_Faults::fileCutWhilePlaying_isTold()
-{
-    QFETCH(const bool, isSought);
-    QFETCH(const bool, isRepeated);
-    std::vector<std::unique_ptr<Victim>> victims;
-    for (const char *name : {"cut.wav", "cut.ogg", "cut.opus", "cut.mp3", "cut.flac", "cut.m4a", "cut.mkv"}) {
-        auto victim = std::make_unique<Victim>();
-        victim->path = media::makeTone(m_folder.filePath(QLatin1String(name)), {.seconds = 60});
-        victims.push_back(std::move(victim));
-    }
-    for (const auto &victim : victims) {
-        QCOMPARE(victim->player.setStatusInterval(50), MediaError::None);
-        QCOMPARE(victim->player.setRepeatMode(isRepeated ? RepeatMode::Track : RepeatMode::None), MediaError::None);
-        QCOMPARE(victim->player.setSourceUrl(QUrl::fromLocalFile(victim->path)), MediaError::None);
-        QCOMPARE(victim->player.play(), MediaError::None);
-        QTRY_VERIFY(victim->player.position() > 0);
-    }
-    for (const auto &victim : victims) {
-        QVERIFY(QFile::resize(victim->path, 1000));
-        if (isSought) {
-            QCOMPARE(victim->player.seekTime(50'000), MediaError::None);
-        }
-    }
-    for (const auto &victim : victims) {
-        QTRY_COMPARE_WITH_TIMEOUT(victim->errors.count(), 1, 20'000);
-        QCOMPARE(victim->errors.first().first().value<MediaError::Type>(), MediaError::Read);
-        QVERIFY(victim->completions.isEmpty());
-        QCOMPARE(victim->player.mediaState(), MediaState::Stopped);
-        // Where a seek found nothing any more is not a place where it played.
-        QVERIFY(isSought || victim->player.position() < 30'000);
-        QCOMPARE(victim->player.setSourceUrl(m_url), MediaError::None);
-        QCOMPARE(victim->player.play(), MediaError::None);
-    }
-}
-
-void tst_Faults::diskBreaks_isTold_andMended_itPlays()
-{
-    const QDir disk(m_folder.filePath(QStringLiteral("disk")));
-    QVERIFY(disk.mkpath(QStringLiteral(".")));
-    QVERIFY(m_daemon->stop());
-    // The sanitizers' own library would have to be the first one.
-    qputenv("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ":verify_asan_link_order=0");
-    QVERIFY(m_daemon->start({QStringLiteral("LD_PRELOAD=" BROKEN_DISK)}));
-    for (const char *name : {"a.wav", "a.flac", "a.mkv"}) {
-        Victim victim;
-        QCOMPARE(victim.player.setStatusInterval(50), MediaError::None);
-        const QString path = media::makeTone(disk.filePath(QLatin1String(name)), {.seconds = 600});
-        QCOMPARE(victim.player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
-        QCOMPARE(victim.player.play(), MediaError::None);
-        QTRY_VERIFY(victim.player.position() > 0);
-        QVERIFY(QFile::setPermissions(path, {}));
-        QTRY_COMPARE_WITH_TIMEOUT(victim.errors.count(), 1, 30'000);
-        QCOMPARE(victim.errors.first().first().value<MediaError::Type>(), MediaError::Read);
-        QCOMPARE(victim.player.mediaState(), MediaState::Stopped);
-        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
-        victim.positions.clear();
-        QCOMPARE(victim.player.play(), MediaError::None);
-        QTRY_VERIFY(victim.positions.count() > 2);
-    }
-}
 
 QTEST_GUILESS_MAIN(tst_Faults)
 #include "tst_faults.moc"

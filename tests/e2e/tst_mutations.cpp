@@ -5,12 +5,6 @@
 
 #include <multimedia/MediaPlayer.h>
 
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QEventLoop>
-#include <QtCore/QFile>
-#include <QtCore/QMap>
-#include <QtCore/QTemporaryDir>
-#include <QtCore/QTimer>
 #include <QtTest/QtTest>
 
 #include <Rows.h>
@@ -81,13 +75,86 @@ private:
 class tst_Mutations : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void mutatedFile_isPlayedOrFails_data();
-    void mutatedFile_isPlayedOrFails();
+    void initTestCase()
+    {
+        for (const QString format : Formats) {
+            const bool hasPicture = format == QLatin1String("mp4") || format == QLatin1String("mkv");
+            const QString path = media::makeTone(m_folder.filePath("tone." + format),
+                                                 {.seconds = 2, .tags = {"title=Tone"}, .hasPicture = hasPicture});
+            m_media << readFile(path);
+        }
+    }
+
+    void mutatedFile_isPlayedOrFails_data()
+    {
+        const Rows<int> row("format");
+        for (size_t i = 0; i < Formats.size(); ++i) {
+            row(Formats[i], static_cast<int>(i));
+        }
+    }
+
+    void mutatedFile_isPlayedOrFails()
+    {
+        QFETCH(const int, format);
+        const int count =
+            qEnvironmentVariableIsSet("VORO_MUTATIONS") ? qEnvironmentVariableIntValue("VORO_MUTATIONS") : DefaultCount;
+        const QString path = m_folder.filePath("mutated");
+        const qint64 daemon = m_daemon.processId();
+        Mutator mutator(m_media);
+        MediaPlayer player;
+        player.setWindowId(QStringLiteral("1"));
+        player.setWindowGroupId(QStringLiteral("group"));
+        QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
+        QMap<QString, int> results;
+        auto log = std::make_unique<voro::test::LogCatcher>();
+        for (int i = 0; i < count; ++i) {
+            const unsigned seed = static_cast<unsigned>(format) * 10'000 + static_cast<unsigned>(i);
+            writeFile(path, mutator.mutate(m_media[format], seed));
+            const QString result = play(player, path);
+            player.reset();
+            QVERIFY2(!result.isEmpty(), qPrintable(QStringLiteral("seed %1 hangs").arg(seed)));
+            ++results[result];
+        }
+        QCOMPARE(m_daemon.processId(), daemon);
+        log.reset();
+        qInfo() << results;
+
+        // What was not damaged plays as if nothing had been.
+        QVERIFY(QFile::remove(path));
+        QVERIFY(QFile::copy(m_folder.filePath(QLatin1String("tone.") + Formats[static_cast<size_t>(format)]), path));
+        QCOMPARE(play(player, path), QStringLiteral("ended"));
+    }
 
 private:
     /** Plays a file; what became of it, empty when it hangs. */
-    QString play(MediaPlayer &player, const QString &path);
+    QString play(MediaPlayer &player, const QString &path)
+    {
+        QEventLoop loop;
+        QString result;
+        const auto finish = [&](const QString &what) {
+            result = what;
+            loop.quit();
+        };
+        connect(&player, &MediaPlayer::playbackCompleted, &loop, [&] { finish(QStringLiteral("ended")); });
+        connect(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error), &loop,
+                [&](MediaError::Type error, uint) { finish(QString::number(error)); });
+        QElapsedTimer timer;
+        timer.start();
+        player.setSourceUrl(QUrl::fromLocalFile(path));
+        if (const MediaError::Type error = player.play(); error != MediaError::None) {
+            return timer.hasExpired(LongestWait) ? QString() : QStringLiteral("refused %1").arg(error);
+        }
+        QElapsedTimer sinceMove;
+        connect(&player, qOverload<uint>(&MediaPlayer::positionChanged), &loop, [&] { sinceMove.start(); });
+        QTimer::singleShot(LongestWait, &loop, [&] {
+            const bool isMoving = sinceMove.isValid() && !sinceMove.hasExpired(LongestWait / 2);
+            finish(isMoving ? QStringLiteral("plays on") : QString());
+        });
+        if (result.isEmpty()) {
+            loop.exec();
+        }
+        return result;
+    }
 
     QTemporaryDir m_folder;
     // Faster than time, and what goes to a window goes nowhere.
@@ -96,85 +163,6 @@ private:
     Daemon m_daemon;
     QList<QByteArray> m_media;
 };
-
-void tst_Mutations::initTestCase()
-{
-    for (const QString format : Formats) {
-        const bool hasPicture = format == QLatin1String("mp4") || format == QLatin1String("mkv");
-        const QString path = media::makeTone(m_folder.filePath("tone." + format),
-                                             {.seconds = 2, .tags = {"title=Tone"}, .hasPicture = hasPicture});
-        m_media << readFile(path);
-    }
-}
-
-QString tst_Mutations::play(MediaPlayer &player, const QString &path)
-{
-    QEventLoop loop;
-    QString result;
-    const auto finish = [&](const QString &what) {
-        result = what;
-        loop.quit();
-    };
-    connect(&player, &MediaPlayer::playbackCompleted, &loop, [&] { finish(QStringLiteral("ended")); });
-    connect(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error), &loop,
-            [&](MediaError::Type error, uint) { finish(QString::number(error)); });
-    QElapsedTimer timer;
-    timer.start();
-    player.setSourceUrl(QUrl::fromLocalFile(path));
-    if (const MediaError::Type error = player.play(); error != MediaError::None) {
-        return timer.hasExpired(LongestWait) ? QString() : QStringLiteral("refused %1").arg(error);
-    }
-    QElapsedTimer sinceMove;
-    connect(&player, qOverload<uint>(&MediaPlayer::positionChanged), &loop, [&] { sinceMove.start(); });
-    QTimer::singleShot(LongestWait, &loop, [&] {
-        const bool isMoving = sinceMove.isValid() && !sinceMove.hasExpired(LongestWait / 2);
-        finish(isMoving ? QStringLiteral("plays on") : QString());
-    });
-    if (result.isEmpty()) {
-        loop.exec();
-    }
-    return result;
-}
-
-void tst_Mutations::mutatedFile_isPlayedOrFails_data()
-{
-    const Rows<int> row("format");
-    for (size_t i = 0; i < Formats.size(); ++i) {
-        row(Formats[i], static_cast<int>(i));
-    }
-}
-
-void tst_Mutations::mutatedFile_isPlayedOrFails()
-{
-    QFETCH(const int, format);
-    const int count =
-        qEnvironmentVariableIsSet("VORO_MUTATIONS") ? qEnvironmentVariableIntValue("VORO_MUTATIONS") : DefaultCount;
-    const QString path = m_folder.filePath("mutated");
-    const qint64 daemon = m_daemon.processId();
-    Mutator mutator(m_media);
-    MediaPlayer player;
-    player.setWindowId(QStringLiteral("1"));
-    player.setWindowGroupId(QStringLiteral("group"));
-    QCOMPARE(player.setVideoOutput(VideoOutput::PrimaryDisplay), MediaError::None);
-    QMap<QString, int> results;
-    auto log = std::make_unique<voro::test::LogCatcher>();
-    for (int i = 0; i < count; ++i) {
-        const unsigned seed = static_cast<unsigned>(format) * 10'000 + static_cast<unsigned>(i);
-        writeFile(path, mutator.mutate(m_media[format], seed));
-        const QString result = play(player, path);
-        player.reset();
-        QVERIFY2(!result.isEmpty(), qPrintable(QStringLiteral("seed %1 hangs").arg(seed)));
-        ++results[result];
-    }
-    QCOMPARE(m_daemon.processId(), daemon);
-    log.reset();
-    qInfo() << results;
-
-    // What was not damaged plays as if nothing had been.
-    QVERIFY(QFile::remove(path));
-    QVERIFY(QFile::copy(m_folder.filePath(QLatin1String("tone.") + Formats[static_cast<size_t>(format)]), path));
-    QCOMPARE(play(player, path), QStringLiteral("ended"));
-}
 
 QTEST_GUILESS_MAIN(tst_Mutations)
 #include "tst_mutations.moc"

@@ -4,7 +4,6 @@
 #include "Files.h"
 #include "Rows.h"
 
-#include <QtCore/QProcess>
 #include <QtTest/QtTest>
 
 #include <csignal>

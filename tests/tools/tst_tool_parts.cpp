@@ -12,13 +12,6 @@
 #include <multimedia/EqualizerPreset.h>
 #include <multimedia/RepeatMode.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QSize>
-#include <QtCore/QTemporaryDir>
-#include <QtCore/QTemporaryFile>
-#include <QtCore/QUrl>
 #include <QtTest/QtTest>
 
 #include <doctor/CodecsCheck.h>
@@ -98,468 +91,441 @@ Q_SIGNALS:
 class tst_tool_parts : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void arguments_data();
-    void arguments();
-    void numbers_areRefused_outsideTheirRange_data();
-    void numbers_areRefused_outsideTheirRange();
-    void enumerators_areFound_byNameInAnyCase();
-    void operandsMayBeginWithDash_afterTheFirst();
-    void medium_data();
-    void medium();
-    void medium_hasUsableUrl_forNameThatIsNoUtf8();
-    void folder_givesItsMedia_inTheOrderOfNames();
-    void input_isRefused_whenItHasTooMuch();
-    void input_playsBeforeItsEnd_unlessItsContentsComeLater_data();
-    void input_playsBeforeItsEnd_unlessItsContentsComeLater();
-    void inputServer_passesEverythingOn_andKeepsLittle();
-    void codecs_areMissing_byPackagesOfTheList();
-    void recordings_sayWhatIsWrongWithTheirPlace_data();
-    void recordings_sayWhatIsWrongWithTheirPlace();
-    void keys_data();
-    void keys();
-    void times_data();
-    void times();
-    void statusLine_fits_whateverTheWidth();
-    void statusLine_showsHowFar();
-    void newFile_isNamedAsItStands_data();
-    void newFile_isNamedAsItStands();
-    void peak_isHeld_andFallsToTheLevel();
-    void recordingLine_fits_whateverTheWidth();
-    void recordingLine_showsLevelAndPeak();
-    void printable_replacesControlCharacters();
-    void signals_arePrintedAsJson();
-};
-
-void tst_tool_parts::arguments_data()
-{
-    const Rows<QByteArrayList, QString, QByteArrayList, QByteArray> row("raw", "reason", "operands", "value");
-    using List = QByteArrayList;
-    row("none", List{}, {}, List{}, {});
-    row("operands between options", List{"a", "--value", "1", "b", "--flag"}, {}, List{"a", "b"}, "1");
-    row("value after equals sign", List{"--value=x=y"}, {}, List{}, "x=y");
-    row("negative value", List{"--value", "-1"}, {}, List{}, "-1");
-    row("last value counts", List{"--value=1", "--value=2"}, {}, List{}, "2");
-    row("end of options", List{"--", "--flag", "--"}, {}, List{"--flag", "--"}, {});
-    row("one dash is an operand", List{"-"}, {}, List{"-"}, {});
-    row("unknown", List{"--flog"}, "unknown option '--flog'; did you mean '--flag'?", List{}, {});
-    row("unknown with value", List{"--flog=1"}, "unknown option '--flog'; did you mean '--flag'?", List{}, {});
-    row("short", List{"-v"}, "unknown option '-v'", List{}, {});
-    row("no abbreviations", List{"--val", "1"}, "unknown option '--val'; did you mean '--value'?", List{}, {});
-    row("value missing", List{"--value"}, "--value: V is missing", List{}, {});
-    row("value too much", List{"--flag=1"}, "--flag takes no value", List{}, {});
-}
-
-void tst_tool_parts::arguments()
-{
-    QFETCH(QByteArrayList, raw);
-    QFETCH(QString, reason);
-    QCOMPARE(refusal([&] { Arguments(Help, raw); }), reason);
-    if (!reason.isEmpty()) {
-        return;
-    }
-    const Arguments parsed(Help, raw);
-    QTEST(parsed.operands(), "operands");
-    QTEST(parsed.value("--value").value_or(QByteArray()), "value");
-}
-
-void tst_tool_parts::numbers_areRefused_outsideTheirRange_data()
-{
-    const Rows<QByteArray, bool, bool> row("text", "isNumber", "isMilliseconds");
-    row("0", "0", true, true);
-    row("1", "1", true, true);
-    row("fraction", "0.25", true, false);
-    row("above", "1.01", false, false);
-    row("below", "-0.1", false, false);
-    row("large", "4294967295", false, true);
-    row("too large", "4294967296", false, false);
-    row("not a number", "nan", false, false);
-    row("infinite", "inf", false, false);
-    row("text", "loud", false, false);
-    row("unit", "1s", false, false);
-    row("empty", "", false, false);
-}
-
-void tst_tool_parts::numbers_areRefused_outsideTheirRange()
-{
-    QFETCH(QByteArray, text);
-    const Arguments parsed(Help, {"--value", text});
-    const QString asNumber = refusal([&] { QCOMPARE(*parsed.number("--value", 0, 1), text.toDouble()); });
-    QTEST(asNumber.isEmpty(), "isNumber");
-    const QString asMilliseconds = refusal([&] { QCOMPARE(*parsed.milliseconds("--value"), text.toUInt()); });
-    QTEST(asMilliseconds.isEmpty(), "isMilliseconds");
-    for (const QString &reason : {asNumber, asMilliseconds}) {
-        QVERIFY(reason.isEmpty()
-                || reason.startsWith(QStringLiteral("--value: '%1' is not ").arg(QString::fromUtf8(text))));
-    }
-}
-
-void tst_tool_parts::enumerators_areFound_byNameInAnyCase()
-{
-    using multimedia::EqualizerPreset;
-    using multimedia::RepeatMode;
-    const auto preset = [](const char *name) {
-        return Arguments(Help, {"--value", name}).enumerator<EqualizerPreset>("--value");
-    };
-    QCOMPARE(preset("BassBoost"), std::optional(EqualizerPreset::BassBoost));
-    QCOMPARE(preset("rhythmandblues"), std::optional(EqualizerPreset::RhythmAndBlues));
-    QVERIFY(!Arguments(Help, {}).enumerator<EqualizerPreset>("--value"));
-    for (const char *name : {"Unsupported", "always", "1", ""}) {
-        QCOMPARE(refusal([&] {
-                     (void)Arguments(Help, {"--value", name}).enumerator<RepeatMode>("--value", {"Unsupported"});
-                 }),
-                 QStringLiteral("--value: '%1' is not one of None, Track, All").arg(QLatin1String(name)));
-    }
-}
-
-void tst_tool_parts::operandsMayBeginWithDash_afterTheFirst()
-{
-    CommandHelp help = Help;
-    help.operandsMayBeginWithDash = true;
-    const Arguments parsed(help, {"--flag", "write", "-name", "--flag=1"});
-    QVERIFY(parsed.has("--flag"));
-    QCOMPARE(parsed.operands(), (QByteArrayList{"write", "-name", "--flag=1"}));
-}
-
-void tst_tool_parts::medium_data()
-{
-    // The path that the library will open, or the URL as text; %1 is the working folder.
-    const Rows<QByteArray, bool, QString, QString> row("argument", "isCreated", "path", "url");
-    for (const char *name : {"plain.ogg", "with blank.ogg", "100%25.ogg", "50%.ogg", "a#b.ogg", "what?.ogg",
-                             "a+b&c;d.ogg", "http:tune.ogg", "\xc3\xa4.ogg", "-", "line\nfeed.ogg"}) {
-        row(name, name, true, QStringLiteral("%1/") + QString::fromUtf8(name), {});
-    }
-    row("missing", "no such.ogg", false, "%1/no such.ogg", {});
-    row("absolute", "/no%41such/b.ogg", false, "/no%41such/b.ogg", {});
-    row("drive-like", "c:tune.ogg", false, "%1/c:tune.ogg", {});
-    row("http", "http://host:80/a%20b.ogg?x=1#y", false, {}, "http://host:80/a%20b.ogg?x=1#y");
-    row("file", "file:///tmp/a%2525.ogg", false, "/tmp/a%25.ogg", {});
-}
-
-void tst_tool_parts::medium()
-{
-    QFETCH(QByteArray, argument);
-    QFETCH(bool, isCreated);
-    QFETCH(QString, path);
-    QFETCH(QString, url);
-    const QTemporaryDir folder;
-    const QString before = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(folder.path()));
-    if (isCreated) {
-        QVERIFY(QFile(QString::fromUtf8(argument)).open(QIODevice::WriteOnly));
-    }
-    const Medium medium = mediumFromArgument(argument);
-    QDir::setCurrent(before);
-    QVERIFY(medium.url.isValid());
-    if (url.isEmpty()) {
-        QCOMPARE(medium.name, QFileInfo(path).fileName());
-        QCOMPARE(medium.url.toLocalFile(), path.startsWith(QLatin1String("%1")) ? folder.path() + path.mid(2) : path);
-    } else {
-        QCOMPARE(medium.url.toString(QUrl::FullyEncoded), url);
-    }
-}
-
-void tst_tool_parts::medium_hasUsableUrl_forNameThatIsNoUtf8()
-{
-    const QTemporaryDir folder;
-    const QByteArray path = QFile::encodeName(folder.path()) + "/\xff.ogg";
-    FILE *file = std::fopen(path.constData(), "w");
-    QVERIFY(file);
-    std::fputs("content", file);
-    std::fclose(file);
-    QCOMPARE(readFile(mediumFromArgument(path).url.toLocalFile()), QByteArray("content"));
-    std::remove(path.constData());
-}
-
-void tst_tool_parts::folder_givesItsMedia_inTheOrderOfNames()
-{
-    const QTemporaryDir folder;
-    const QDir dir(folder.path());
-    QVERIFY(dir.mkpath("Disc 10") && dir.mkpath("disc 9") && dir.mkpath(".hidden"));
-    for (const char *name : {"10.ogg", "9.MKV", "b.ts", "notes.txt", "list.m3u", "Disc 10/a.mp3", "disc 9/a.flac",
-                             ".hidden/a.ogg", ".a.ogg"}) {
-        QVERIFY(QFile(dir.filePath(name)).open(QFile::WriteOnly));
-    }
-    // It would go round in circles.
-    QVERIFY(QFile::link(folder.path(), dir.filePath("again")));
-    QStringList found;
-    for (const QByteArray &path : mediaBelow(QFile::encodeName(folder.path()))) {
-        found += dir.relativeFilePath(QFile::decodeName(path));
-    }
-    QCOMPARE(found, (QStringList{"9.MKV", "10.ogg", "b.ts", "disc 9/a.flac", "Disc 10/a.mp3"}));
-}
-
-void tst_tool_parts::input_isRefused_whenItHasTooMuch()
-{
-    int ends[2];
-    QVERIFY(pipe(ends) == 0 && dup2(ends[0], STDIN_FILENO) >= 0 && write(ends[1], "1234", 4) == 4);
-    close(ends[1]);
-    QCOMPARE(refusal([] { inputMedium(InputUse::FromAnywhere, 3); }),
-             "standard input has more than 3 bytes; play it from a file");
-}
-
-void tst_tool_parts::input_playsBeforeItsEnd_unlessItsContentsComeLater_data()
-{
-    const Rows<QByteArray, bool> row("beginning", "plays");
-    const auto box = [](const char *type) { return QByteArray("\0\0\0\x10", 4) + type + QByteArray(8, 'x'); };
-    row("other format", QByteArray("OggS") + QByteArray(12, 'x'), true);
-    row("too little to know", "OggS", false);
-    row("contents first", box("ftyp") + box("free") + box("moov"), true);
-    row("contents behind", box("ftyp") + box("mdat") + box("moov"), false);
-    row("contents to come", box("ftyp"), false);
-    row("broken length", box("ftyp") + QByteArray(4, '\0') + "free" + QByteArray(8, 'x'), false);
-}
-
-void tst_tool_parts::input_playsBeforeItsEnd_unlessItsContentsComeLater()
-{
-    QFETCH(const QByteArray, beginning);
-    QTemporaryFile file;
-    QVERIFY(file.open() && file.write(beginning) == beginning.size() && file.flush());
-    QTEST(playsBeforeItsEnd(file.handle()), "plays");
-}
-
-void tst_tool_parts::inputServer_passesEverythingOn_andKeepsLittle()
-{
-    constexpr qint64 Most = 256 * 1024;
-    QByteArray input;
-    for (int i = 0; input.size() < 16 * Most; ++i) {
-        input += QByteArray::number(i);
-    }
-    int ends[2];
-    QVERIFY(pipe(ends) == 0);
-    std::thread writer([&] {
-        for (qsizetype at = 0, count = 1; at < input.size() && count > 0; at += count) {
-            count = write(ends[1], input.constData() + at, static_cast<size_t>(input.size() - at));
-        }
-        close(ends[1]);
-    });
-    QTemporaryFile file;
-    QVERIFY(file.open());
+    void arguments_data()
     {
-        const InputServer server(ends[0], pps::Fd(dup(file.handle())), 0, Most);
-        const QByteArray answer = answerOf(server.url());
-        QVERIFY(answer.startsWith("HTTP/1.1 200 OK\r\n"));
-        QVERIFY(answer.mid(answer.indexOf("\r\n\r\n") + 4) == input);
-        struct stat information {};
-        QCOMPARE(fstat(file.handle(), &information), 0);
-        QVERIFY2(information.st_blocks * 512 <= Most + 64 * 1024,
-                 QByteArray::number(qint64(information.st_blocks) * 512));
-        QVERIFY(answerOf(server.url()).startsWith("HTTP/1.1 410 "));
-        QVERIFY(answerOf(server.url().resolved(QUrl("/guess"))).startsWith("HTTP/1.1 404 "));
+        const Rows<QByteArrayList, QString, QByteArrayList, QByteArray> row("raw", "reason", "operands", "value");
+        using List = QByteArrayList;
+        row("none", List{}, {}, List{}, {});
+        row("operands between options", List{"a", "--value", "1", "b", "--flag"}, {}, List{"a", "b"}, "1");
+        row("value after equals sign", List{"--value=x=y"}, {}, List{}, "x=y");
+        row("negative value", List{"--value", "-1"}, {}, List{}, "-1");
+        row("last value counts", List{"--value=1", "--value=2"}, {}, List{}, "2");
+        row("end of options", List{"--", "--flag", "--"}, {}, List{"--flag", "--"}, {});
+        row("one dash is an operand", List{"-"}, {}, List{"-"}, {});
+        row("unknown", List{"--flog"}, "unknown option '--flog'; did you mean '--flag'?", List{}, {});
+        row("unknown with value", List{"--flog=1"}, "unknown option '--flog'; did you mean '--flag'?", List{}, {});
+        row("short", List{"-v"}, "unknown option '-v'", List{}, {});
+        row("no abbreviations", List{"--val", "1"}, "unknown option '--val'; did you mean '--value'?", List{}, {});
+        row("value missing", List{"--value"}, "--value: V is missing", List{}, {});
+        row("value too much", List{"--flag=1"}, "--flag takes no value", List{}, {});
     }
-    writer.join();
-    close(ends[0]);
-}
 
-void tst_tool_parts::codecs_areMissing_byPackagesOfTheList()
-{
-    const QTemporaryDir empty;
-    const QByteArrayList packages = readFile(QStringLiteral(VORO_PACKAGES)).split('\n');
-    QString texts;
-    for (const doctor::Finding &finding : doctor::CodecsCheck(empty.path()).examine()) {
-        texts += finding.text + '\n';
-        const QByteArray remedy = finding.remedy.toLatin1();
-        QVERIFY2(remedy.isEmpty() || packages.contains(remedy.mid(remedy.lastIndexOf(' ') + 1)), remedy.constData());
-    }
-    for (const char *text : {"nothing plays: there is no plugin playback\n",
-                             "MP3 plays from files only, if at all: there "
-                             "is no plugin mpg123\n",
-                             "amr cannot be recorded: there is no plugin amrnb\n"}) {
-        QVERIFY2(texts.contains(QLatin1String(text)), qPrintable(texts));
-    }
-    const auto present = doctor::CodecsCheck().examine();
-    QVERIFY(std::all_of(present.begin(), present.end(),
-                        [](const doctor::Finding &finding) { return finding.health == doctor::Health::Good; }));
-}
-
-void tst_tool_parts::recordings_sayWhatIsWrongWithTheirPlace_data()
-{
-    const Rows<multimedia::MediaError::Type, QString, QString> row("error", "file", "words");
-    row("no such folder", multimedia::MediaError::OutputUnavailable, "/no-such/a.ogg", "There is no such folder.");
-    row("folder that is forbidden", multimedia::MediaError::Permission, "/proc/a.ogg",
-        "You may not write in this folder.");
-    row("file that is forbidden", multimedia::MediaError::Permission, "/proc/version", "This is not permitted.");
-    // There is no space in it.
-    row("full", multimedia::MediaError::Write, "/proc/a.ogg", "The disk is full.");
-    row("broken", multimedia::MediaError::Write, "/tmp/a.ogg", "The recording could not be written.");
-}
-
-void tst_tool_parts::recordings_sayWhatIsWrongWithTheirPlace()
-{
-    QFETCH(multimedia::MediaError::Type, error);
-    QFETCH(QString, file);
-    QTEST(recordingSentence(error, QUrl::fromLocalFile(file)), "words");
-}
-
-void tst_tool_parts::keys_data()
-{
-    const Rows<QByteArray, QList<int>> add("bytes", "keys");
-    const auto row = [&](const char *name, const QByteArray &bytes, std::initializer_list<Key> keys) {
-        QList<int> numbers;
-        for (Key key : keys) {
-            numbers.append(static_cast<int>(key));
+    void arguments()
+    {
+        QFETCH(QByteArrayList, raw);
+        QFETCH(QString, reason);
+        QCOMPARE(refusal([&] { Arguments(Help, raw); }), reason);
+        if (!reason.isEmpty()) {
+            return;
         }
-        add(name, bytes, numbers);
-    };
-    row("letters", " +-m[]np<>c?q",
-        {Key::PlayPause, Key::Louder, Key::Softer, Key::Mute, Key::Slower, Key::Faster, Key::Next, Key::Previous,
-         Key::PreviousChapter, Key::NextChapter, Key::Captions, Key::Help, Key::Quit});
-    row("digits", "09", {Key::Tenth0, Key::Tenth9});
-    row("arrows", "\x1b[A\x1b[B\x1b[C\x1b[D", {Key::FarForward, Key::FarBack, Key::Forward, Key::Back});
-    row("arrows of the application mode", "\x1bOC\x1bOD", {Key::Forward, Key::Back});
-    row("unknown keys", "xyz\t\xc3\xa4", {});
-    row("unknown sequence is swallowed whole", "\x1b[15~q", {Key::Quit});
-    row("letters inside a sequence are no keys", "\x1b[1;5n", {});
-    row("escape alone", "\x1bq", {Key::Quit});
-    row("escape twice", "\x1b\x1b[C", {Key::Forward});
-}
+        const Arguments parsed(Help, raw);
+        QTEST(parsed.operands(), "operands");
+        QTEST(parsed.value("--value").value_or(QByteArray()), "value");
+    }
 
-void tst_tool_parts::keys()
-{
-    QFETCH(QByteArray, bytes);
-    KeyDecoder decoder;
-    QList<int> keys;
-    for (char byte : bytes) {
-        if (const auto key = decoder.feed(byte)) {
-            keys.append(int(*key));
+    void numbers_areRefused_outsideTheirRange_data()
+    {
+        const Rows<QByteArray, bool, bool> row("text", "isNumber", "isMilliseconds");
+        row("0", "0", true, true);
+        row("1", "1", true, true);
+        row("fraction", "0.25", true, false);
+        row("above", "1.01", false, false);
+        row("below", "-0.1", false, false);
+        row("large", "4294967295", false, true);
+        row("too large", "4294967296", false, false);
+        row("not a number", "nan", false, false);
+        row("infinite", "inf", false, false);
+        row("text", "loud", false, false);
+        row("unit", "1s", false, false);
+        row("empty", "", false, false);
+    }
+
+    void numbers_areRefused_outsideTheirRange()
+    {
+        QFETCH(QByteArray, text);
+        const Arguments parsed(Help, {"--value", text});
+        const QString asNumber = refusal([&] { QCOMPARE(*parsed.number("--value", 0, 1), text.toDouble()); });
+        QTEST(asNumber.isEmpty(), "isNumber");
+        const QString asMilliseconds = refusal([&] { QCOMPARE(*parsed.milliseconds("--value"), text.toUInt()); });
+        QTEST(asMilliseconds.isEmpty(), "isMilliseconds");
+        for (const QString &reason : {asNumber, asMilliseconds}) {
+            QVERIFY(reason.isEmpty()
+                    || reason.startsWith(QStringLiteral("--value: '%1' is not ").arg(QString::fromUtf8(text))));
         }
     }
-    QTEST(keys, "keys");
-}
 
-void tst_tool_parts::times_data()
-{
-    const Rows<unsigned, QString> row("milliseconds", "text");
-    row("0", 0u, "0:00");
-    row("rounded down", 1999u, "0:01");
-    row("minutes", 754000u, "12:34");
-    row("hours", 3661000u, "1:01:01");
-    row("largest", 4294967295u, "1193:02:47");
-}
-
-void tst_tool_parts::times()
-{
-    QFETCH(unsigned, milliseconds);
-    QTEST(timeText(milliseconds), "text");
-}
-
-void tst_tool_parts::statusLine_fits_whateverTheWidth()
-{
-    const View view{.isPaused = true,
-                    .buffering = 0.5,
-                    .position = 4000,
-                    .duration = 20000,
-                    .volume = 0.8,
-                    .track = 3,
-                    .trackCount = 12,
-                    .captions = true};
-    for (int columns = 1; columns < 200; ++columns) {
-        QVERIFY2(statusLine(view, columns).size() <= columns, qPrintable(statusLine(view, columns)));
+    void enumerators_areFound_byNameInAnyCase()
+    {
+        using multimedia::EqualizerPreset;
+        using multimedia::RepeatMode;
+        const auto preset = [](const char *name) {
+            return Arguments(Help, {"--value", name}).enumerator<EqualizerPreset>("--value");
+        };
+        QCOMPARE(preset("BassBoost"), std::optional(EqualizerPreset::BassBoost));
+        QCOMPARE(preset("rhythmandblues"), std::optional(EqualizerPreset::RhythmAndBlues));
+        QVERIFY(!Arguments(Help, {}).enumerator<EqualizerPreset>("--value"));
+        for (const char *name : {"Unsupported", "always", "1", ""}) {
+            QCOMPARE(refusal([&] {
+                         (void)Arguments(Help, {"--value", name}).enumerator<RepeatMode>("--value", {"Unsupported"});
+                     }),
+                     QStringLiteral("--value: '%1' is not one of None, Track, All").arg(QLatin1String(name)));
+        }
     }
-}
 
-void tst_tool_parts::statusLine_showsHowFar()
-{
-    View view{.position = 5000, .duration = 20000};
-    QCOMPARE(statusLine(view, 48), QStringLiteral(">  0:05 [=====---------------] 0:20  volume 100%"));
-    view.position = 30000;
-    QVERIFY(!statusLine(view, 50).contains(QLatin1Char('-')));
-    view.duration = 0;
-    QCOMPARE(statusLine(view, 50), QStringLiteral(">  0:30 volume 100%"));
-    view.track = 2;
-    view.trackCount = 9;
-    view.speed = -1.5;
-    view.captions = false;
-    QCOMPARE(statusLine(view, 80), QStringLiteral(">  0:30 volume 100%  track 2 of 9  speed -1.5  captions off"));
-}
-
-void tst_tool_parts::newFile_isNamedAsItStands_data()
-{
-    const Rows<QByteArray, QString> row("argument", "reason");
-    row("absolute", "/folder/100%25 #1?.wav", {});
-    row("no URL", "/http://host/a.wav", {});
-    row("two bytes", "/\xc3\xa4.wav", {});
-    row("empty", {}, "an empty name names no file");
-    row("not UTF-8", "/\xff.wav", "'/\ufffd.wav' is not UTF-8");
-}
-
-void tst_tool_parts::newFile_isNamedAsItStands()
-{
-    QFETCH(QByteArray, argument);
-    QFETCH(QString, reason);
-    QCOMPARE(refusal([&] { QCOMPARE(newFileFromArgument(argument).url.toLocalFile(), QString::fromUtf8(argument)); }),
-             reason);
-    QCOMPARE(newFileFromArgument("http:a.wav").url.toLocalFile(), QDir::currentPath() + "/http:a.wav");
-}
-
-void tst_tool_parts::peak_isHeld_andFallsToTheLevel()
-{
-    PeakHold peak;
-    QCOMPARE(peak.update(0.5, 100), 0.5);
-    QCOMPARE(peak.update(0.2, 100 + PeakHold::HoldMs - 1), 0.5);
-    QCOMPARE(peak.update(0.2, 100 + PeakHold::HoldMs), 0.2);
-    QCOMPARE(peak.update(0.9, 101 + PeakHold::HoldMs), 0.9);
-    // An equal level holds it for longer.
-    QCOMPARE(peak.update(0.9, 2000 + PeakHold::HoldMs), 0.9);
-    QCOMPARE(peak.update(0.1, 1999 + 2 * PeakHold::HoldMs), 0.9);
-}
-
-void tst_tool_parts::recordingLine_fits_whateverTheWidth()
-{
-    const RecordingView view{.isPaused = true, .duration = 4000, .level = 0.5, .peak = 1, .size = 123456};
-    for (int columns = 1; columns < 200; ++columns) {
-        QVERIFY2(recordingLine(view, columns).size() <= columns, qPrintable(recordingLine(view, columns)));
+    void operandsMayBeginWithDash_afterTheFirst()
+    {
+        CommandHelp help = Help;
+        help.operandsMayBeginWithDash = true;
+        const Arguments parsed(help, {"--flag", "write", "-name", "--flag=1"});
+        QVERIFY(parsed.has("--flag"));
+        QCOMPARE(parsed.operands(), (QByteArrayList{"write", "-name", "--flag=1"}));
     }
-}
 
-void tst_tool_parts::recordingLine_showsLevelAndPeak()
-{
-    RecordingView view{.duration = 65000, .level = 0.5, .peak = 0.75, .size = 1500000};
-    QCOMPARE(recordingLine(view, 39), QStringLiteral("rec 1:05 [==========----|-----]  1.5 MB"));
-    view = {.isPaused = true, .level = 7, .peak = -1};
-    QCOMPARE(recordingLine(view, 26), QStringLiteral("||  0:00  0 bytes"));
-    QCOMPARE(recordingLine(view, 28), QStringLiteral("||  0:00 [========]  0 bytes"));
-}
-
-void tst_tool_parts::printable_replacesControlCharacters()
-{
-    QCOMPARE(printable(QStringLiteral("a\x1b[2Jb\n\u202ec \u00e4")), QStringLiteral("a\ufffd[2Jb\ufffd\ufffdc \u00e4"));
-}
-
-void tst_tool_parts::signals_arePrintedAsJson()
-{
-    using multimedia::RepeatMode;
-    Sender sender;
-    QByteArrayList lines;
-    const SignalPrinter printer(&sender, [&](const QByteArray &line) { lines.append(line); });
-    Q_EMIT sender.plain();
-    Q_EMIT sender.stateChanged(RepeatMode::All, 7u);
-    Q_EMIT sender.stateChanged(RepeatMode::All, QVariant(7u));
-    Q_EMIT sender.stateChanged(RepeatMode::Type(9), 7u);
-    Q_EMIT sender.positionChanged(QVariant(4000000000u));
-    Q_EMIT sender.positionChanged(4000000000u);
-    Q_EMIT sender.urlChanged(QUrl(QStringLiteral("http://host/a%20b?\"c")));
-    Q_EMIT sender.sizeChanged(QSize(4, 3));
-    Q_EMIT sender.metaDataChanged({{QStringLiteral("title"), QStringLiteral("a\nb")}, {QStringLiteral("n"), 1}});
-    Q_EMIT sender.speedChanged(0.5);
-    sender.setObjectName(QStringLiteral("inherited signals are not printed"));
-
-    const QByteArrayList expected{
-        R"("signal":"plain"})",
-        R"("signal":"stateChanged","state":"All","position":7})",
-        R"("signal":"stateChanged","state":9,"position":7})",
-        R"("signal":"positionChanged","position":4000000000})",
-        R"("signal":"urlChanged","url":"http://host/a%20b?%22c"})",
-        R"("signal":"sizeChanged","size":{"height":3,"width":4}})",
-        R"("signal":"metaDataChanged","metaData":{"n":1,"title":"a\nb"}})",
-        R"("signal":"speedChanged","speed":0.5})",
-    };
-    QCOMPARE(lines.size(), expected.size());
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        QVERIFY(lines[i].startsWith("{\"t\":"));
-        QCOMPARE(lines[i].mid(lines[i].indexOf(',') + 1), expected[i] + '\n');
-        QVERIFY(QJsonDocument::fromJson(lines[i]).isObject());
+    void medium_data()
+    {
+        // The path that the library will open, or the URL as text; %1 is the working folder.
+        const Rows<QByteArray, bool, QString, QString> row("argument", "isCreated", "path", "url");
+        for (const char *name : {"plain.ogg", "with blank.ogg", "100%25.ogg", "50%.ogg", "a#b.ogg", "what?.ogg",
+                                 "a+b&c;d.ogg", "http:tune.ogg", "\xc3\xa4.ogg", "-", "line\nfeed.ogg"}) {
+            row(name, name, true, QStringLiteral("%1/") + QString::fromUtf8(name), {});
+        }
+        row("missing", "no such.ogg", false, "%1/no such.ogg", {});
+        row("absolute", "/no%41such/b.ogg", false, "/no%41such/b.ogg", {});
+        row("drive-like", "c:tune.ogg", false, "%1/c:tune.ogg", {});
+        row("http", "http://host:80/a%20b.ogg?x=1#y", false, {}, "http://host:80/a%20b.ogg?x=1#y");
+        row("file", "file:///tmp/a%2525.ogg", false, "/tmp/a%25.ogg", {});
     }
-}
+
+    void medium()
+    {
+        QFETCH(QByteArray, argument);
+        QFETCH(bool, isCreated);
+        QFETCH(QString, path);
+        QFETCH(QString, url);
+        const QTemporaryDir folder;
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(folder.path()));
+        if (isCreated) {
+            QVERIFY(QFile(QString::fromUtf8(argument)).open(QIODevice::WriteOnly));
+        }
+        const Medium medium = mediumFromArgument(argument);
+        QDir::setCurrent(before);
+        QVERIFY(medium.url.isValid());
+        if (url.isEmpty()) {
+            QCOMPARE(medium.name, QFileInfo(path).fileName());
+            QCOMPARE(medium.url.toLocalFile(),
+                     path.startsWith(QLatin1String("%1")) ? folder.path() + path.mid(2) : path);
+        } else {
+            QCOMPARE(medium.url.toString(QUrl::FullyEncoded), url);
+        }
+    }
+
+    void medium_hasUsableUrl_forNameThatIsNoUtf8()
+    {
+        const QTemporaryDir folder;
+        const QByteArray path = QFile::encodeName(folder.path()) + "/\xff.ogg";
+        FILE *file = std::fopen(path.constData(), "w");
+        QVERIFY(file);
+        std::fputs("content", file);
+        std::fclose(file);
+        QCOMPARE(readFile(mediumFromArgument(path).url.toLocalFile()), QByteArray("content"));
+        std::remove(path.constData());
+    }
+
+    void folder_givesItsMedia_inTheOrderOfNames()
+    {
+        const QTemporaryDir folder;
+        const QDir dir(folder.path());
+        QVERIFY(dir.mkpath("Disc 10") && dir.mkpath("disc 9") && dir.mkpath(".hidden"));
+        for (const char *name : {"10.ogg", "9.MKV", "b.ts", "notes.txt", "list.m3u", "Disc 10/a.mp3", "disc 9/a.flac",
+                                 ".hidden/a.ogg", ".a.ogg"}) {
+            QVERIFY(QFile(dir.filePath(name)).open(QFile::WriteOnly));
+        }
+        // It would go round in circles.
+        QVERIFY(QFile::link(folder.path(), dir.filePath("again")));
+        QStringList found;
+        for (const QByteArray &path : mediaBelow(QFile::encodeName(folder.path()))) {
+            found += dir.relativeFilePath(QFile::decodeName(path));
+        }
+        QCOMPARE(found, (QStringList{"9.MKV", "10.ogg", "b.ts", "disc 9/a.flac", "Disc 10/a.mp3"}));
+    }
+
+    void input_isRefused_whenItHasTooMuch()
+    {
+        int ends[2];
+        QVERIFY(pipe(ends) == 0 && dup2(ends[0], STDIN_FILENO) >= 0 && write(ends[1], "1234", 4) == 4);
+        close(ends[1]);
+        QCOMPARE(refusal([] { inputMedium(InputUse::FromAnywhere, 3); }),
+                 "standard input has more than 3 bytes; play it from a file");
+    }
+
+    void input_playsBeforeItsEnd_unlessItsContentsComeLater_data()
+    {
+        const Rows<QByteArray, bool> row("beginning", "plays");
+        const auto box = [](const char *type) { return QByteArray("\0\0\0\x10", 4) + type + QByteArray(8, 'x'); };
+        row("other format", QByteArray("OggS") + QByteArray(12, 'x'), true);
+        row("too little to know", "OggS", false);
+        row("contents first", box("ftyp") + box("free") + box("moov"), true);
+        row("contents behind", box("ftyp") + box("mdat") + box("moov"), false);
+        row("contents to come", box("ftyp"), false);
+        row("broken length", box("ftyp") + QByteArray(4, '\0') + "free" + QByteArray(8, 'x'), false);
+    }
+
+    void input_playsBeforeItsEnd_unlessItsContentsComeLater()
+    {
+        QFETCH(const QByteArray, beginning);
+        QTemporaryFile file;
+        QVERIFY(file.open() && file.write(beginning) == beginning.size() && file.flush());
+        QTEST(playsBeforeItsEnd(file.handle()), "plays");
+    }
+
+    void inputServer_passesEverythingOn_andKeepsLittle()
+    {
+        constexpr qint64 Most = 256 * 1024;
+        QByteArray input;
+        for (int i = 0; input.size() < 16 * Most; ++i) {
+            input += QByteArray::number(i);
+        }
+        int ends[2];
+        QVERIFY(pipe(ends) == 0);
+        std::thread writer([&] {
+            for (qsizetype at = 0, count = 1; at < input.size() && count > 0; at += count) {
+                count = write(ends[1], input.constData() + at, static_cast<size_t>(input.size() - at));
+            }
+            close(ends[1]);
+        });
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        {
+            const InputServer server(ends[0], pps::Fd(dup(file.handle())), 0, Most);
+            const QByteArray answer = answerOf(server.url());
+            QVERIFY(answer.startsWith("HTTP/1.1 200 OK\r\n"));
+            QVERIFY(answer.mid(answer.indexOf("\r\n\r\n") + 4) == input);
+            struct stat information {};
+            QCOMPARE(fstat(file.handle(), &information), 0);
+            QVERIFY2(information.st_blocks * 512 <= Most + 64 * 1024,
+                     QByteArray::number(qint64(information.st_blocks) * 512));
+            QVERIFY(answerOf(server.url()).startsWith("HTTP/1.1 410 "));
+            QVERIFY(answerOf(server.url().resolved(QUrl("/guess"))).startsWith("HTTP/1.1 404 "));
+        }
+        writer.join();
+        close(ends[0]);
+    }
+
+    void codecs_areMissing_byPackagesOfTheList()
+    {
+        const QTemporaryDir empty;
+        const QByteArrayList packages = readFile(QStringLiteral(VORO_PACKAGES)).split('\n');
+        QString texts;
+        for (const doctor::Finding &finding : doctor::CodecsCheck(empty.path()).examine()) {
+            texts += finding.text + '\n';
+            const QByteArray remedy = finding.remedy.toLatin1();
+            QVERIFY2(remedy.isEmpty() || packages.contains(remedy.mid(remedy.lastIndexOf(' ') + 1)),
+                     remedy.constData());
+        }
+        for (const char *text : {"nothing plays: there is no plugin playback\n",
+                                 "MP3 plays from files only, if at all: there "
+                                 "is no plugin mpg123\n",
+                                 "amr cannot be recorded: there is no plugin amrnb\n"}) {
+            QVERIFY2(texts.contains(QLatin1String(text)), qPrintable(texts));
+        }
+        const auto present = doctor::CodecsCheck().examine();
+        QVERIFY(std::all_of(present.begin(), present.end(),
+                            [](const doctor::Finding &finding) { return finding.health == doctor::Health::Good; }));
+    }
+
+    void recordings_sayWhatIsWrongWithTheirPlace_data()
+    {
+        const Rows<multimedia::MediaError::Type, QString, QString> row("error", "file", "words");
+        row("no such folder", multimedia::MediaError::OutputUnavailable, "/no-such/a.ogg", "There is no such folder.");
+        row("folder that is forbidden", multimedia::MediaError::Permission, "/proc/a.ogg",
+            "You may not write in this folder.");
+        row("file that is forbidden", multimedia::MediaError::Permission, "/proc/version", "This is not permitted.");
+        // There is no space in it.
+        row("full", multimedia::MediaError::Write, "/proc/a.ogg", "The disk is full.");
+        row("broken", multimedia::MediaError::Write, "/tmp/a.ogg", "The recording could not be written.");
+    }
+
+    void recordings_sayWhatIsWrongWithTheirPlace()
+    {
+        QFETCH(multimedia::MediaError::Type, error);
+        QFETCH(QString, file);
+        QTEST(recordingSentence(error, QUrl::fromLocalFile(file)), "words");
+    }
+
+    void keys_data()
+    {
+        const Rows<QByteArray, QList<int>> add("bytes", "keys");
+        const auto row = [&](const char *name, const QByteArray &bytes, std::initializer_list<Key> keys) {
+            QList<int> numbers;
+            for (Key key : keys) {
+                numbers.append(static_cast<int>(key));
+            }
+            add(name, bytes, numbers);
+        };
+        row("letters", " +-m[]np<>c?q",
+            {Key::PlayPause, Key::Louder, Key::Softer, Key::Mute, Key::Slower, Key::Faster, Key::Next, Key::Previous,
+             Key::PreviousChapter, Key::NextChapter, Key::Captions, Key::Help, Key::Quit});
+        row("digits", "09", {Key::Tenth0, Key::Tenth9});
+        row("arrows", "\x1b[A\x1b[B\x1b[C\x1b[D", {Key::FarForward, Key::FarBack, Key::Forward, Key::Back});
+        row("arrows of the application mode", "\x1bOC\x1bOD", {Key::Forward, Key::Back});
+        row("unknown keys", "xyz\t\xc3\xa4", {});
+        row("unknown sequence is swallowed whole", "\x1b[15~q", {Key::Quit});
+        row("letters inside a sequence are no keys", "\x1b[1;5n", {});
+        row("escape alone", "\x1bq", {Key::Quit});
+        row("escape twice", "\x1b\x1b[C", {Key::Forward});
+    }
+
+    void keys()
+    {
+        QFETCH(QByteArray, bytes);
+        KeyDecoder decoder;
+        QList<int> keys;
+        for (char byte : bytes) {
+            if (const auto key = decoder.feed(byte)) {
+                keys.append(int(*key));
+            }
+        }
+        QTEST(keys, "keys");
+    }
+
+    void times_data()
+    {
+        const Rows<unsigned, QString> row("milliseconds", "text");
+        row("0", 0u, "0:00");
+        row("rounded down", 1999u, "0:01");
+        row("minutes", 754000u, "12:34");
+        row("hours", 3661000u, "1:01:01");
+        row("largest", 4294967295u, "1193:02:47");
+    }
+
+    void times()
+    {
+        QFETCH(unsigned, milliseconds);
+        QTEST(timeText(milliseconds), "text");
+    }
+
+    void statusLine_fits_whateverTheWidth()
+    {
+        const View view{.isPaused = true,
+                        .buffering = 0.5,
+                        .position = 4000,
+                        .duration = 20000,
+                        .volume = 0.8,
+                        .track = 3,
+                        .trackCount = 12,
+                        .captions = true};
+        for (int columns = 1; columns < 200; ++columns) {
+            QVERIFY2(statusLine(view, columns).size() <= columns, qPrintable(statusLine(view, columns)));
+        }
+    }
+
+    void statusLine_showsHowFar()
+    {
+        View view{.position = 5000, .duration = 20000};
+        QCOMPARE(statusLine(view, 48), QStringLiteral(">  0:05 [=====---------------] 0:20  volume 100%"));
+        view.position = 30000;
+        QVERIFY(!statusLine(view, 50).contains(QLatin1Char('-')));
+        view.duration = 0;
+        QCOMPARE(statusLine(view, 50), QStringLiteral(">  0:30 volume 100%"));
+        view.track = 2;
+        view.trackCount = 9;
+        view.speed = -1.5;
+        view.captions = false;
+        QCOMPARE(statusLine(view, 80), QStringLiteral(">  0:30 volume 100%  track 2 of 9  speed -1.5  captions off"));
+    }
+
+    void newFile_isNamedAsItStands_data()
+    {
+        const Rows<QByteArray, QString> row("argument", "reason");
+        row("absolute", "/folder/100%25 #1?.wav", {});
+        row("no URL", "/http://host/a.wav", {});
+        row("two bytes", "/\xc3\xa4.wav", {});
+        row("empty", {}, "an empty name names no file");
+        row("not UTF-8", "/\xff.wav", "'/\ufffd.wav' is not UTF-8");
+    }
+
+    void newFile_isNamedAsItStands()
+    {
+        QFETCH(QByteArray, argument);
+        QFETCH(QString, reason);
+        QCOMPARE(
+            refusal([&] { QCOMPARE(newFileFromArgument(argument).url.toLocalFile(), QString::fromUtf8(argument)); }),
+            reason);
+        QCOMPARE(newFileFromArgument("http:a.wav").url.toLocalFile(), QDir::currentPath() + "/http:a.wav");
+    }
+
+    void peak_isHeld_andFallsToTheLevel()
+    {
+        PeakHold peak;
+        QCOMPARE(peak.update(0.5, 100), 0.5);
+        QCOMPARE(peak.update(0.2, 100 + PeakHold::HoldMs - 1), 0.5);
+        QCOMPARE(peak.update(0.2, 100 + PeakHold::HoldMs), 0.2);
+        QCOMPARE(peak.update(0.9, 101 + PeakHold::HoldMs), 0.9);
+        // An equal level holds it for longer.
+        QCOMPARE(peak.update(0.9, 2000 + PeakHold::HoldMs), 0.9);
+        QCOMPARE(peak.update(0.1, 1999 + 2 * PeakHold::HoldMs), 0.9);
+    }
+
+    void recordingLine_fits_whateverTheWidth()
+    {
+        const RecordingView view{.isPaused = true, .duration = 4000, .level = 0.5, .peak = 1, .size = 123456};
+        for (int columns = 1; columns < 200; ++columns) {
+            QVERIFY2(recordingLine(view, columns).size() <= columns, qPrintable(recordingLine(view, columns)));
+        }
+    }
+
+    void recordingLine_showsLevelAndPeak()
+    {
+        RecordingView view{.duration = 65000, .level = 0.5, .peak = 0.75, .size = 1500000};
+        QCOMPARE(recordingLine(view, 39), QStringLiteral("rec 1:05 [==========----|-----]  1.5 MB"));
+        view = {.isPaused = true, .level = 7, .peak = -1};
+        QCOMPARE(recordingLine(view, 26), QStringLiteral("||  0:00  0 bytes"));
+        QCOMPARE(recordingLine(view, 28), QStringLiteral("||  0:00 [========]  0 bytes"));
+    }
+
+    void printable_replacesControlCharacters()
+    {
+        QCOMPARE(printable(QStringLiteral("a\x1b[2Jb\n\u202ec \u00e4")),
+                 QStringLiteral("a\ufffd[2Jb\ufffd\ufffdc \u00e4"));
+    }
+
+    void signals_arePrintedAsJson()
+    {
+        using multimedia::RepeatMode;
+        Sender sender;
+        QByteArrayList lines;
+        const SignalPrinter printer(&sender, [&](const QByteArray &line) { lines.append(line); });
+        Q_EMIT sender.plain();
+        Q_EMIT sender.stateChanged(RepeatMode::All, 7u);
+        Q_EMIT sender.stateChanged(RepeatMode::All, QVariant(7u));
+        Q_EMIT sender.stateChanged(RepeatMode::Type(9), 7u);
+        Q_EMIT sender.positionChanged(QVariant(4000000000u));
+        Q_EMIT sender.positionChanged(4000000000u);
+        Q_EMIT sender.urlChanged(QUrl(QStringLiteral("http://host/a%20b?\"c")));
+        Q_EMIT sender.sizeChanged(QSize(4, 3));
+        Q_EMIT sender.metaDataChanged({{QStringLiteral("title"), QStringLiteral("a\nb")}, {QStringLiteral("n"), 1}});
+        Q_EMIT sender.speedChanged(0.5);
+        sender.setObjectName(QStringLiteral("inherited signals are not printed"));
+
+        const QByteArrayList expected{
+            R"("signal":"plain"})",
+            R"("signal":"stateChanged","state":"All","position":7})",
+            R"("signal":"stateChanged","state":9,"position":7})",
+            R"("signal":"positionChanged","position":4000000000})",
+            R"("signal":"urlChanged","url":"http://host/a%20b?%22c"})",
+            R"("signal":"sizeChanged","size":{"height":3,"width":4}})",
+            R"("signal":"metaDataChanged","metaData":{"n":1,"title":"a\nb"}})",
+            R"("signal":"speedChanged","speed":0.5})",
+        };
+        QCOMPARE(lines.size(), expected.size());
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            QVERIFY(lines[i].startsWith("{\"t\":"));
+            QCOMPARE(lines[i].mid(lines[i].indexOf(',') + 1), expected[i] + '\n');
+            QVERIFY(QJsonDocument::fromJson(lines[i]).isObject());
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_tool_parts)
 #include "tst_tool_parts.moc"

@@ -8,9 +8,6 @@
 #include "ScriptedRenderer.h"
 #include "SignalLog.h"
 
-#include <QtCore/QPointer>
-#include <QtCore/QStringList>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <functional>

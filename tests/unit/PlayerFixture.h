@@ -12,10 +12,31 @@ using Preparation = PreparationOf<voro::multimedia::MediaPlayer>;
 /** Nothing: a new player. */
 inline const Preparation newPlayer = [](PlayerFixture &) {};
 /** Gives the player a medium; prepares it; plays it; plays it with video and captions. */
-void withSource(PlayerFixture &f);
-void prepared(PlayerFixture &f);
-void started(PlayerFixture &f);
-void startedWithVideo(PlayerFixture &f);
+inline void withSource(PlayerFixture &f)
+{
+    f.media.setSourceUrl(QUrl(QStringLiteral("file:///music/a.ogg")));
+}
+
+inline void prepared(PlayerFixture &f)
+{
+    withSource(f);
+    f.media.prepare();
+}
+
+inline void started(PlayerFixture &f)
+{
+    withSource(f);
+    f.media.play();
+}
+
+inline void startedWithVideo(PlayerFixture &f)
+{
+    f.media.setVideoOutput(voro::multimedia::VideoOutput::PrimaryDisplay);
+    f.media.setWindowId(QStringLiteral("w"));
+    f.media.setClosedCaptionWindowId(QStringLiteral("c"));
+    f.media.setWindowGroupId(QStringLiteral("g"));
+    started(f);
+}
 
 /** What `prepared` does on a new player. */
 inline const QString prepareCalls =

@@ -7,9 +7,6 @@
 #include <multimedia/NowPlayingController.h>
 #include <multimedia/SystemSound.h>
 
-#include <QtCore/QMetaEnum>
-#include <QtCore/QMetaMethod>
-#include <QtCore/QMetaProperty>
 #include <QtTest/QtTest>
 
 #include <Files.h>
@@ -18,15 +15,6 @@
 #include <Rows.h>
 
 using namespace voro::multimedia;
-
-/** Compares what the classes declare to the meta-object system with metaobjects.txt, in its order. */
-class MetaObjectsTest : public QObject {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void declaration_isAsWritten_data();
-    void declaration_isAsWritten();
-};
 
 namespace {
 
@@ -84,46 +72,52 @@ QStringList dump(const QMetaObject &type)
 
 } // namespace
 
-void MetaObjectsTest::declaration_isAsWritten_data()
-{
-    const Rows<QStringList> row("declared");
-    for (const QMetaObject *type : {&AudioChannelConfiguration::staticMetaObject,
-                                    &AudioOutput::staticMetaObject,
-                                    &BufferStatus::staticMetaObject,
-                                    &DeviceMode::staticMetaObject,
-                                    &EqualizerPreset::staticMetaObject,
-                                    &MediaError::staticMetaObject,
-                                    &MediaKey::staticMetaObject,
-                                    &MediaKeyNotification::staticMetaObject,
-                                    &MediaState::staticMetaObject,
-                                    &OverlayStyle::staticMetaObject,
-                                    &PriorityLevel::staticMetaObject,
-                                    &RepeatMode::staticMetaObject,
-                                    &ShuffleMode::staticMetaObject,
-                                    &VideoOutput::staticMetaObject,
-                                    &AudioRecorder::staticMetaObject,
-                                    &AudioRecorderPrivate::staticMetaObject,
-                                    &MediaKeyWatcher::staticMetaObject,
-                                    &MediaPlayer::staticMetaObject,
-                                    &MmrContextNotifier::staticMetaObject,
-                                    &NowPlayingConnection::staticMetaObject,
-                                    &NowPlayingController::staticMetaObject,
-                                    &SystemSound::staticMetaObject}) {
-        row(type->className(), dump(*type));
-    }
-}
+/** Compares what the classes declare to the meta-object system with metaobjects.txt, in its order. */
+class MetaObjectsTest : public QObject {
+    Q_OBJECT
 
-void MetaObjectsTest::declaration_isAsWritten()
-{
-    QFETCH(QStringList, declared);
-    // A paragraph a class: its name, then its declarations with "; " between; lines go on after two blanks.
-    const QString whole =
-        QString::fromUtf8(readFile(QStringLiteral(METAOBJECTS))).replace(QLatin1String("\n  "), QLatin1String(" "));
-    const QString name = QLatin1String(QTest::currentDataTag());
-    const QStringList paragraphs = whole.split(QLatin1Char('\n')).filter(name + QLatin1String(": "));
-    QCOMPARE(paragraphs.size(), 1);
-    QCOMPARE(declared, paragraphs.first().mid(name.size() + 2).split(QStringLiteral("; ")));
-}
+private Q_SLOTS:
+    void declaration_isAsWritten_data()
+    {
+        const Rows<QStringList> row("declared");
+        for (const QMetaObject *type : {&AudioChannelConfiguration::staticMetaObject,
+                                        &AudioOutput::staticMetaObject,
+                                        &BufferStatus::staticMetaObject,
+                                        &DeviceMode::staticMetaObject,
+                                        &EqualizerPreset::staticMetaObject,
+                                        &MediaError::staticMetaObject,
+                                        &MediaKey::staticMetaObject,
+                                        &MediaKeyNotification::staticMetaObject,
+                                        &MediaState::staticMetaObject,
+                                        &OverlayStyle::staticMetaObject,
+                                        &PriorityLevel::staticMetaObject,
+                                        &RepeatMode::staticMetaObject,
+                                        &ShuffleMode::staticMetaObject,
+                                        &VideoOutput::staticMetaObject,
+                                        &AudioRecorder::staticMetaObject,
+                                        &AudioRecorderPrivate::staticMetaObject,
+                                        &MediaKeyWatcher::staticMetaObject,
+                                        &MediaPlayer::staticMetaObject,
+                                        &MmrContextNotifier::staticMetaObject,
+                                        &NowPlayingConnection::staticMetaObject,
+                                        &NowPlayingController::staticMetaObject,
+                                        &SystemSound::staticMetaObject}) {
+            row(type->className(), dump(*type));
+        }
+    }
+
+    void declaration_isAsWritten()
+    {
+        QFETCH(QStringList, declared);
+        // A paragraph a class: its name, then its declarations with "; " between; lines go on after two blanks.
+        const QString whole =
+            QString::fromUtf8(readFile(QStringLiteral(METAOBJECTS))).replace(QLatin1String("\n  "), QLatin1String(" "));
+        const QString name = QLatin1String(QTest::currentDataTag());
+        const QStringList paragraphs = whole.split(QLatin1Char('\n')).filter(name + QLatin1String(": "));
+        QCOMPARE(paragraphs.size(), 1);
+        QCOMPARE(declared, paragraphs.first().mid(name.size() + 2).split(QStringLiteral("; ")));
+    }
+};
 
 QTEST_GUILESS_MAIN(MetaObjectsTest)
 #include "tst_metaobjects.moc"

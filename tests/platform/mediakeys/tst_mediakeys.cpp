@@ -4,7 +4,6 @@
 #include <multimedia/MediaKeyWatcher.h>
 #include <voro/PpsObject.h>
 
-#include <QtCore/QFile>
 #include <QtTest/QtTest>
 
 #include <fcntl.h>
@@ -130,372 +129,356 @@ class MediaKeysTest : public QObject {
 
 private Q_SLOTS:
     void init() { qunsetenv("XDG_CURRENT_DESKTOP"); }
-    void press_isReported_byItsLength_data();
-    void press_isReported_byItsLength();
-    void press_isReported_toEachWatcherAsItAsked();
-    void threshold_isReported_whileTheKeyIsDown();
-    void registrationThatGoes_takesThePressAlong();
-    void registrationThatChanges_getsTheRestOfThePress();
-    void registrationThatComes_getsNothingOfThePress();
-    void presses_areNeverLostNorDoubled();
-    void deviceTimes_decide_notWhenTheyAreRead();
-    void deviceThatGoes_releasesWithoutAPress();
-    void devices_pressOneKey_independently();
-    void keyThatNobodyRegistered_isActedUpon_data();
-    void keyThatNobodyRegistered_isActedUpon();
-    void missingPermission_isOneWarning_untilItIsGiven();
-    void folder_mayComeLater();
-    void badMessage_isRefused_data();
-    void badMessage_isRefused();
-};
 
-void MediaKeysTest::press_isReported_byItsLength_data()
-{
-    const Rows<int, int, QString> row("length", "looksAt", "expected");
-    row("a tap", 0, -1, "before");
-    row("just before the threshold", 799, -1, "before");
-    row("the threshold", 800, -1, "threshold after");
-    row("long, and seen late", 801, -1, "threshold after");
-    row("long, and seen in time", 1200, 800, "threshold after");
-    row("looked at before the threshold", 1200, 799, "threshold after");
-}
-
-void MediaKeysTest::press_isReported_byItsLength()
-{
-    QFETCH(int, length);
-    QFETCH(int, looksAt);
-    QFETCH(QString, expected);
-    QStringList trace;
-    Presses presses([&](Presses::Event event, voro::mediakeys::Key, const voro::mediakeys::Owners &owners) {
-        const char *names[] = {"threshold", "before", "after"};
-        trace.append(names[static_cast<int>(event)]);
-        QCOMPARE(owners, (voro::mediakeys::Owners{7}));
-    });
-    const auto start = voro::mediakeys::Clock::now();
-    const voro::mediakeys::SourceId source{voro::mediakeys::SourceId::Device, 1};
-    presses.press(source, voro::mediakeys::Key::Play, start, {7});
-    QCOMPARE(presses.next(), std::optional(start + 800ms));
-    if (looksAt >= 0) {
-        presses.advance(start + std::chrono::milliseconds(looksAt));
-        QCOMPARE(trace.isEmpty(), looksAt < 800);
-        QCOMPARE(presses.next().has_value(), looksAt < 800);
+    void press_isReported_byItsLength_data()
+    {
+        const Rows<int, int, QString> row("length", "looksAt", "expected");
+        row("a tap", 0, -1, "before");
+        row("just before the threshold", 799, -1, "before");
+        row("the threshold", 800, -1, "threshold after");
+        row("long, and seen late", 801, -1, "threshold after");
+        row("long, and seen in time", 1200, 800, "threshold after");
+        row("looked at before the threshold", 1200, 799, "threshold after");
     }
-    // Neither is anything that happens to what is down.
-    presses.press(source, voro::mediakeys::Key::Play, start + 10ms, {7});
-    presses.release({voro::mediakeys::SourceId::Device, 2}, voro::mediakeys::Key::Play, start + 10ms);
-    presses.release(source, voro::mediakeys::Key::Next, start + 10ms);
-    presses.release(source, voro::mediakeys::Key::Play, start + std::chrono::milliseconds(length));
-    QCOMPARE(trace.join(' '), expected);
-    QCOMPARE(presses.next(), std::nullopt);
-}
 
-void MediaKeysTest::press_isReported_toEachWatcherAsItAsked()
-{
-    StartedService service;
-    const auto threshold = MediaKeyNotification::Threshold;
-    Watch shortClicked(MediaKey::Play, Watch::Short);
-    Watch shortThreshold(MediaKey::Play, Watch::Short, threshold);
-    Watch longClicked(MediaKey::Play, Watch::Long);
-    Watch bothClicked(MediaKey::Play);
-    Watch bothThreshold(MediaKey::Play, Watch::Short | Watch::Long, threshold);
-    Watch playPause(MediaKey::PlayPause, Watch::Short);
-    Watch end(MediaKey::Stop, Watch::Short);
-    Finger finger;
-    finger.press("play", 799);
-    finger.press("play", 801);
-    finger.press("stop", 0);
-    QTRY_COMPARE(end.trace(), QStringList("short"));
-    QTRY_COMPARE(shortClicked.trace(), QStringList({"short", "short"}));
-    QTRY_COMPARE(shortThreshold.trace(), QStringList({"short", "short"}));
-    QTRY_COMPARE(longClicked.trace(), QStringList("long"));
-    QTRY_COMPARE(bothClicked.trace(), QStringList({"short", "long", "short"}));
-    QTRY_COMPARE(bothThreshold.trace(), QStringList({"short", "long"}));
-    QCOMPARE(playPause.trace(), QStringList());
-    QCOMPARE(service.takeCommands(), QStringList());
-}
-
-void MediaKeysTest::threshold_isReported_whileTheKeyIsDown()
-{
-    StartedService service;
-    Watch watch(MediaKey::Next);
-    Finger finger;
-    QElapsedTimer time;
-    time.start();
-    finger.start("next", 10'000);
-    QTRY_COMPARE(watch.trace(), QStringList("long"));
-    QVERIFY2(time.elapsed() >= 799 && time.elapsed() < 5'000, qPrintable(QString::number(time.elapsed())));
-}
-
-void MediaKeysTest::registrationThatGoes_takesThePressAlong()
-{
-    StartedService service;
-    Watch watch(MediaKey::Play, Watch::Short);
-    Finger finger;
-    finger.start("play", 100);
-    watch.destroy();
-    QCOMPARE(finger.answer(), "res::press");
-    // It was somebody's, and so it is nobody else's either.
-    QCOMPARE(service.takeCommands(), QStringList());
-    QCOMPARE(watch.trace(), QStringList());
-    finger.press("play", 0);
-    QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
-}
-
-void MediaKeysTest::registrationThatChanges_getsTheRestOfThePress()
-{
-    StartedService service;
-    Watch watch(MediaKey::Play);
-    Finger finger;
-    finger.start("play", 100);
-    watch.watcher().setNotification(MediaKeyNotification::Threshold);
-    QCOMPARE(finger.answer(), "res::press");
-    QTRY_COMPARE(watch.trace(), QStringList("short"));
-    QCOMPARE(service.takeCommands(), QStringList());
-}
-
-void MediaKeysTest::registrationThatComes_getsNothingOfThePress()
-{
-    StartedService service;
-    Finger finger;
-    finger.start("play", 100);
-    Watch watch(MediaKey::Play);
-    QCOMPARE(finger.answer(), "res::press");
-    QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
-    finger.press("play", 0);
-    QTRY_COMPARE(watch.trace(), QStringList("short"));
-}
-
-void MediaKeysTest::presses_areNeverLostNorDoubled()
-{
-    constexpr int Count = 10'000;
-    StartedService service;
-    Watch watch(MediaKey::Play, Watch::Short);
-    const auto device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
-    int pressed = 0;
-    Finger finger;
-    // Presses come no faster than they are read; those of the device fit into its pipe.
-    while (pressed < Count) {
-        for (int i = 0; i < 100; ++i) {
-            finger.start("play", 0);
-            device->send(KEY_PLAYCD, 1);
-            device->send(KEY_PLAYCD, 0);
+    void press_isReported_byItsLength()
+    {
+        QFETCH(int, length);
+        QFETCH(int, looksAt);
+        QFETCH(QString, expected);
+        QStringList trace;
+        Presses presses([&](Presses::Event event, voro::mediakeys::Key, const voro::mediakeys::Owners &owners) {
+            const char *names[] = {"threshold", "before", "after"};
+            trace.append(names[static_cast<int>(event)]);
+            QCOMPARE(owners, (voro::mediakeys::Owners{7}));
+        });
+        const auto start = voro::mediakeys::Clock::now();
+        const voro::mediakeys::SourceId source{voro::mediakeys::SourceId::Device, 1};
+        presses.press(source, voro::mediakeys::Key::Play, start, {7});
+        QCOMPARE(presses.next(), std::optional(start + 800ms));
+        if (looksAt >= 0) {
+            presses.advance(start + std::chrono::milliseconds(looksAt));
+            QCOMPARE(trace.isEmpty(), looksAt < 800);
+            QCOMPARE(presses.next().has_value(), looksAt < 800);
         }
-        pressed += 200;
-        QTRY_COMPARE(watch.trace().size(), pressed);
+        // Neither is anything that happens to what is down.
+        presses.press(source, voro::mediakeys::Key::Play, start + 10ms, {7});
+        presses.release({voro::mediakeys::SourceId::Device, 2}, voro::mediakeys::Key::Play, start + 10ms);
+        presses.release(source, voro::mediakeys::Key::Next, start + 10ms);
+        presses.release(source, voro::mediakeys::Key::Play, start + std::chrono::milliseconds(length));
+        QCOMPARE(trace.join(' '), expected);
+        QCOMPARE(presses.next(), std::nullopt);
     }
-    QCOMPARE(watch.takeTrace().count("short"), Count);
-    QCOMPARE(service.takeCommands(), QStringList());
-}
 
-void MediaKeysTest::deviceTimes_decide_notWhenTheyAreRead()
-{
-    StartedService service;
-    Watch watch(MediaKey::Play, Watch::Short | Watch::Long, MediaKeyNotification::Threshold);
-    FakeDevice device(service.deviceFolder() + "/event0");
-    const auto start = std::chrono::steady_clock::now() - 2s;
-    device.sendPress(KEY_PLAY, start, start + 799ms);
-    device.sendPress(KEY_PLAY, start + 1000ms, start + 1801ms);
-    QTRY_COMPARE(watch.trace(), QStringList({"short", "long"}));
-}
-
-void MediaKeysTest::deviceThatGoes_releasesWithoutAPress()
-{
-    StartedService service;
-    Watch watch(MediaKey::Play);
-    Watch other(MediaKey::Next);
-    auto device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
-    device->send(KEY_NEXT, 1);
-    device->send(KEY_NEXT, 0);
-    device->send(KEY_PLAY, 1);
-    device.reset();
-    QTRY_COMPARE(other.trace(), QStringList("short"));
-    // The same device again: what it pressed before is not down any more.
-    device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
-    device->send(KEY_PLAY, 0);
-    device->send(KEY_NEXT, 1);
-    // When events were lost, what is not down any more was released.
-    device->sendLoss();
-    QTRY_COMPARE(other.trace(), QStringList({"short", "short"}));
-    device->send(KEY_PLAY, 1);
-    device->send(KEY_PLAY, 0);
-    QTRY_COMPARE(watch.trace(), QStringList("short"));
-}
-
-void MediaKeysTest::devices_pressOneKey_independently()
-{
-    StartedService service;
-    Watch watch(MediaKey::Play);
-    FakeDevice first(service.deviceFolder() + "/event0");
-    FakeDevice second(service.deviceFolder() + "/event1");
-    const auto start = std::chrono::steady_clock::now() - 2s;
-    first.sendPress(KEY_PLAY, start, start + 900ms);
-    QTRY_COMPARE(watch.trace(), QStringList({"long", "short"}));
-    watch.takeTrace();
-    first.send(KEY_PLAY, 1);
-    second.send(KEY_PLAY, 1);
-    second.send(KEY_PLAY, 0);
-    QTRY_COMPARE(watch.trace(), QStringList("short"));
-    first.send(KEY_PLAY, 0);
-    QTRY_COMPARE(watch.trace(), QStringList({"short", "short"}));
-}
-
-void MediaKeysTest::keyThatNobodyRegistered_isActedUpon_data()
-{
-    const Rows<Mode, bool, bool> row("mode", "hasDesktop", "isActedUpon");
-    row("auto", Mode::Auto, false, true);
-    row("auto, in a desktop session", Mode::Auto, true, false);
-    row("all, in a desktop session", Mode::All, true, true);
-    row("registered", Mode::Registered, false, false);
-}
-
-void MediaKeysTest::keyThatNobodyRegistered_isActedUpon()
-{
-    QFETCH(Mode, mode);
-    QFETCH(bool, hasDesktop);
-    QFETCH(bool, isActedUpon);
-    if (hasDesktop) {
-        qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+    void press_isReported_toEachWatcherAsItAsked()
+    {
+        StartedService service;
+        const auto threshold = MediaKeyNotification::Threshold;
+        Watch shortClicked(MediaKey::Play, Watch::Short);
+        Watch shortThreshold(MediaKey::Play, Watch::Short, threshold);
+        Watch longClicked(MediaKey::Play, Watch::Long);
+        Watch bothClicked(MediaKey::Play);
+        Watch bothThreshold(MediaKey::Play, Watch::Short | Watch::Long, threshold);
+        Watch playPause(MediaKey::PlayPause, Watch::Short);
+        Watch end(MediaKey::Stop, Watch::Short);
+        Finger finger;
+        finger.press("play", 799);
+        finger.press("play", 801);
+        finger.press("stop", 0);
+        QTRY_COMPARE(end.trace(), QStringList("short"));
+        QTRY_COMPARE(shortClicked.trace(), QStringList({"short", "short"}));
+        QTRY_COMPARE(shortThreshold.trace(), QStringList({"short", "short"}));
+        QTRY_COMPARE(longClicked.trace(), QStringList("long"));
+        QTRY_COMPARE(bothClicked.trace(), QStringList({"short", "long", "short"}));
+        QTRY_COMPARE(bothThreshold.trace(), QStringList({"short", "long"}));
+        QCOMPARE(playPause.trace(), QStringList());
+        QCOMPARE(service.takeCommands(), QStringList());
     }
-    StartedService service(mode);
-    FakeDevice device(service.deviceFolder() + "/event0");
-    auto registered = std::make_unique<Watch>(MediaKey::PlayPause, Watch::Short);
-    const std::pair<unsigned, const char *> keys[] = {{KEY_FASTFORWARD, "msg::m_fforward"},
-                                                      {KEY_PAUSECD, "msg::m_pause"},
-                                                      {KEY_PLAY, "msg::m_play"},
-                                                      {KEY_PLAYCD, "msg::m_play"},
-                                                      {KEY_REWIND, "msg::m_rewind"},
-                                                      {KEY_STOPCD, "msg::m_stop"},
-                                                      {KEY_VOLUMEDOWN, "msg::v_down"},
-                                                      {KEY_VOLUMEUP, "msg::v_up"},
-                                                      {KEY_NEXTSONG, "msg::m_next"},
-                                                      {KEY_NEXT, "msg::m_next"},
-                                                      {KEY_PREVIOUSSONG, "msg::m_previous"},
-                                                      {KEY_PREVIOUS, "msg::m_previous"},
-                                                      {KEY_MUTE, nullptr},
-                                                      {KEY_PLAYPAUSE, nullptr},
-                                                      {KEY_MEDIA, nullptr}};
-    QStringList expected;
-    for (const auto &[code, command] : keys) {
-        const auto start = std::chrono::steady_clock::now();
-        device.send(code, 1, start);
-        // A held key repeats.
-        device.send(code, 2, start + 1ms);
-        device.send(code, 0, start + 4ms);
-        if (isActedUpon && command) {
-            expected.append(command);
+
+    void threshold_isReported_whileTheKeyIsDown()
+    {
+        StartedService service;
+        Watch watch(MediaKey::Next);
+        Finger finger;
+        QElapsedTimer time;
+        time.start();
+        finger.start("next", 60'000);
+        QTRY_COMPARE_WITH_TIMEOUT(watch.trace(), QStringList("long"), 50'000);
+        QVERIFY2(time.elapsed() >= 799, qPrintable(QString::number(time.elapsed())));
+    }
+
+    void registrationThatGoes_takesThePressAlong()
+    {
+        StartedService service;
+        Watch watch(MediaKey::Play, Watch::Short);
+        Finger finger;
+        finger.start("play", 100);
+        watch.destroy();
+        QCOMPARE(finger.answer(), "res::press");
+        // It was somebody's, and so it is nobody else's either.
+        QCOMPARE(service.takeCommands(), QStringList());
+        QCOMPARE(watch.trace(), QStringList());
+        finger.press("play", 0);
+        QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
+    }
+
+    void registrationThatChanges_getsTheRestOfThePress()
+    {
+        StartedService service;
+        Watch watch(MediaKey::Play);
+        Finger finger;
+        finger.start("play", 100);
+        watch.watcher().setNotification(MediaKeyNotification::Threshold);
+        QCOMPARE(finger.answer(), "res::press");
+        QTRY_COMPARE(watch.trace(), QStringList("short"));
+        QCOMPARE(service.takeCommands(), QStringList());
+    }
+
+    void registrationThatComes_getsNothingOfThePress()
+    {
+        StartedService service;
+        Finger finger;
+        finger.start("play", 100);
+        Watch watch(MediaKey::Play);
+        QCOMPARE(finger.answer(), "res::press");
+        QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
+        finger.press("play", 0);
+        QTRY_COMPARE(watch.trace(), QStringList("short"));
+    }
+
+    void presses_areNeverLostNorDoubled()
+    {
+        constexpr int Count = 10'000;
+        StartedService service;
+        Watch watch(MediaKey::Play, Watch::Short);
+        const auto device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
+        int pressed = 0;
+        Finger finger;
+        // Presses come no faster than they are read; those of the device fit into its pipe.
+        while (pressed < Count) {
+            for (int i = 0; i < 100; ++i) {
+                finger.start("play", 0);
+                device->send(KEY_PLAYCD, 1);
+                device->send(KEY_PLAYCD, 0);
+            }
+            pressed += 200;
+            QTRY_COMPARE(watch.trace().size(), pressed);
         }
+        QCOMPARE(watch.takeTrace().count("short"), Count);
+        QCOMPARE(service.takeCommands(), QStringList());
     }
-    QTRY_COMPARE(registered->trace(), QStringList({"short", "short"}));
-    registered.reset();
-    // An injected key press always takes effect.
-    Finger().press("playpause", 0);
-    expected.append("msg::m_playpause");
-    QCOMPARE(service.takeCommands(), expected);
-}
 
-void MediaKeysTest::missingPermission_isOneWarning_untilItIsGiven()
-{
-    QTemporaryDir folder;
-    ServiceThread service;
-    service.dropPermissions();
-    const QString folderPath = QFileInfo(service.deviceFolder()).path();
-    const QString path = service.deviceFolder() + "/event";
-    FakeDevice device(path + "0");
-    const FakeDevice other(path + "1");
-    QVERIFY(QFile::setPermissions(path + "0", {}));
-    QVERIFY(QFile::setPermissions(path + "1", {}));
-    for (const QString &name : {folderPath, service.deviceFolder()}) {
-        QVERIFY(QFile::setPermissions(name, QFile::Permissions(0x7755)));
+    void deviceTimes_decide_notWhenTheyAreRead()
+    {
+        StartedService service;
+        Watch watch(MediaKey::Play, Watch::Short | Watch::Long, MediaKeyNotification::Threshold);
+        FakeDevice device(service.deviceFolder() + "/event0");
+        const auto start = std::chrono::steady_clock::now() - 2s;
+        device.sendPress(KEY_PLAY, start, start + 799ms);
+        device.sendPress(KEY_PLAY, start + 1000ms, start + 1801ms);
+        QTRY_COMPARE(watch.trace(), QStringList({"short", "long"}));
     }
-    const ErrorCatcher errors(folder.filePath("errors"));
-    service.start();
-    Watch watch(MediaKey::Play, Watch::Short);
-    Finger().press("play", 0);
-    QTRY_COMPARE(watch.trace(), QStringList("short"));
-    QTRY_COMPARE(errors.lines().size(), 1);
-    QVERIFY2(errors.lines().first().contains("no permission to read media keys"), errors.lines().first().constData());
-    QVERIFY(QFile::setPermissions(path + "0", QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
-    device.send(KEY_PLAY, 1);
-    device.send(KEY_PLAY, 0);
-    QTRY_COMPARE(watch.trace(), QStringList({"short", "short"}));
-    QCOMPARE(errors.lines().size(), 1);
-}
 
-void MediaKeysTest::folder_mayComeLater()
-{
-    ServiceThread service;
-    QVERIFY(QDir().rmdir(service.deviceFolder()));
-    service.start();
-    Watch watch(MediaKey::Play, Watch::Short);
-    for (const char *name : {"/event0", "/event7"}) {
-        QVERIFY(QDir().mkdir(service.deviceFolder()));
-        {
-            FakeDevice device(service.deviceFolder() + name);
-            device.send(KEY_PLAY, 1);
-            device.send(KEY_PLAY, 0);
-            QTRY_COMPARE(watch.trace(), QStringList("short"));
-            watch.takeTrace();
+    void deviceThatGoes_releasesWithoutAPress()
+    {
+        StartedService service;
+        Watch watch(MediaKey::Play);
+        Watch other(MediaKey::Next);
+        auto device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
+        device->send(KEY_NEXT, 1);
+        device->send(KEY_NEXT, 0);
+        device->send(KEY_PLAY, 1);
+        device.reset();
+        QTRY_COMPARE(other.trace(), QStringList("short"));
+        // The same device again: what it pressed before is not down any more.
+        device = std::make_unique<FakeDevice>(service.deviceFolder() + "/event0");
+        device->send(KEY_PLAY, 0);
+        device->send(KEY_NEXT, 1);
+        // When events were lost, what is not down any more was released.
+        device->sendLoss();
+        QTRY_COMPARE(other.trace(), QStringList({"short", "short"}));
+        device->send(KEY_PLAY, 1);
+        device->send(KEY_PLAY, 0);
+        QTRY_COMPARE(watch.trace(), QStringList("short"));
+    }
+
+    void devices_pressOneKey_independently()
+    {
+        StartedService service;
+        Watch watch(MediaKey::Play);
+        FakeDevice first(service.deviceFolder() + "/event0");
+        FakeDevice second(service.deviceFolder() + "/event1");
+        const auto start = std::chrono::steady_clock::now() - 2s;
+        first.sendPress(KEY_PLAY, start, start + 900ms);
+        QTRY_COMPARE(watch.trace(), QStringList({"long", "short"}));
+        watch.takeTrace();
+        first.send(KEY_PLAY, 1);
+        second.send(KEY_PLAY, 1);
+        second.send(KEY_PLAY, 0);
+        QTRY_COMPARE(watch.trace(), QStringList("short"));
+        first.send(KEY_PLAY, 0);
+        QTRY_COMPARE(watch.trace(), QStringList({"short", "short"}));
+    }
+
+    void keyThatNobodyRegistered_isActedUpon_data()
+    {
+        const Rows<Mode, bool, bool> row("mode", "hasDesktop", "isActedUpon");
+        row("auto", Mode::Auto, false, true);
+        row("auto, in a desktop session", Mode::Auto, true, false);
+        row("all, in a desktop session", Mode::All, true, true);
+        row("registered", Mode::Registered, false, false);
+    }
+
+    void keyThatNobodyRegistered_isActedUpon()
+    {
+        QFETCH(Mode, mode);
+        QFETCH(bool, hasDesktop);
+        QFETCH(bool, isActedUpon);
+        if (hasDesktop) {
+            qputenv("XDG_CURRENT_DESKTOP", "GNOME");
         }
+        StartedService service(mode);
+        FakeDevice device(service.deviceFolder() + "/event0");
+        auto registered = std::make_unique<Watch>(MediaKey::PlayPause, Watch::Short);
+        const std::pair<unsigned, const char *> keys[] = {{KEY_FASTFORWARD, "msg::m_fforward"},
+                                                          {KEY_PAUSECD, "msg::m_pause"},
+                                                          {KEY_PLAY, "msg::m_play"},
+                                                          {KEY_PLAYCD, "msg::m_play"},
+                                                          {KEY_REWIND, "msg::m_rewind"},
+                                                          {KEY_STOPCD, "msg::m_stop"},
+                                                          {KEY_VOLUMEDOWN, "msg::v_down"},
+                                                          {KEY_VOLUMEUP, "msg::v_up"},
+                                                          {KEY_NEXTSONG, "msg::m_next"},
+                                                          {KEY_NEXT, "msg::m_next"},
+                                                          {KEY_PREVIOUSSONG, "msg::m_previous"},
+                                                          {KEY_PREVIOUS, "msg::m_previous"},
+                                                          {KEY_MUTE, nullptr},
+                                                          {KEY_PLAYPAUSE, nullptr},
+                                                          {KEY_MEDIA, nullptr}};
+        QStringList expected;
+        for (const auto &[code, command] : keys) {
+            const auto start = std::chrono::steady_clock::now();
+            device.send(code, 1, start);
+            // A held key repeats.
+            device.send(code, 2, start + 1ms);
+            device.send(code, 0, start + 4ms);
+            if (isActedUpon && command) {
+                expected.append(command);
+            }
+        }
+        QTRY_COMPARE(registered->trace(), QStringList({"short", "short"}));
+        registered.reset();
+        // An injected key press always takes effect.
+        Finger().press("playpause", 0);
+        expected.append("msg::m_playpause");
+        QCOMPARE(service.takeCommands(), expected);
+    }
+
+    void missingPermission_isOneWarning_untilItIsGiven()
+    {
+        QTemporaryDir folder;
+        ServiceThread service;
+        service.dropPermissions();
+        const QString folderPath = QFileInfo(service.deviceFolder()).path();
+        const QString path = service.deviceFolder() + "/event";
+        FakeDevice device(path + "0");
+        const FakeDevice other(path + "1");
+        QVERIFY(QFile::setPermissions(path + "0", {}));
+        QVERIFY(QFile::setPermissions(path + "1", {}));
+        for (const QString &name : {folderPath, service.deviceFolder()}) {
+            QVERIFY(QFile::setPermissions(name, QFile::Permissions(0x7755)));
+        }
+        const ErrorCatcher errors(folder.filePath("errors"));
+        service.start();
+        Watch watch(MediaKey::Play, Watch::Short);
+        Finger().press("play", 0);
+        QTRY_COMPARE(watch.trace(), QStringList("short"));
+        QTRY_COMPARE(errors.lines().size(), 1);
+        QVERIFY2(errors.lines().first().contains("no permission to read media keys"),
+                 errors.lines().first().constData());
+        QVERIFY(QFile::setPermissions(path + "0", QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        device.send(KEY_PLAY, 1);
+        device.send(KEY_PLAY, 0);
+        QTRY_COMPARE(watch.trace(), QStringList({"short", "short"}));
+        QCOMPARE(errors.lines().size(), 1);
+    }
+
+    void folder_mayComeLater()
+    {
+        ServiceThread service;
         QVERIFY(QDir().rmdir(service.deviceFolder()));
+        service.start();
+        Watch watch(MediaKey::Play, Watch::Short);
+        for (const char *name : {"/event0", "/event7"}) {
+            QVERIFY(QDir().mkdir(service.deviceFolder()));
+            {
+                FakeDevice device(service.deviceFolder() + name);
+                device.send(KEY_PLAY, 1);
+                device.send(KEY_PLAY, 0);
+                QTRY_COMPARE(watch.trace(), QStringList("short"));
+                watch.takeTrace();
+            }
+            QVERIFY(QDir().rmdir(service.deviceFolder()));
+        }
     }
-}
 
-void MediaKeysTest::badMessage_isRefused_data()
-{
-    const Rows<bool, QByteArray, QByteArray> row("isPress", "message", "answer");
-    const QByteArray refusal("res::button\nerr::bad registration");
-    row("button without data", false, "msg::button", refusal);
-    row("button, data of another type", false, "msg::button\ndat::bn_play_short", refusal);
-    const char *registrations[] = {
-        R"({"key":"bn_play_short"})",
-        R"({"action":"forward"})",
-        R"({"key":"bn_play_short","action":"steal"})",
-        R"({"key":"bn_play_short","action":5})",
-        R"({"key":["bn_play_short"],"action":"forward"})",
-        R"({"key":"bn_mute_short","action":"forward"})",
-        R"({"key":"bn_play_long","action":"forward"})",
-        R"({"key":"bn_play","action":"forward"})",
-        R"({"key":"bn__short","action":"forward"})",
-        R"({"key":"play_short","action":"forward"})",
-    };
-    for (const char *registration : registrations) {
-        row(registration, false, "msg::button\ndat:json:" + QByteArray(registration), refusal);
+    void badMessage_isRefused_data()
+    {
+        const Rows<bool, QByteArray, QByteArray> row("isPress", "message", "answer");
+        const QByteArray refusal("res::button\nerr::bad registration");
+        row("button without data", false, "msg::button", refusal);
+        row("button, data of another type", false, "msg::button\ndat::bn_play_short", refusal);
+        const char *registrations[] = {
+            R"({"key":"bn_play_short"})",
+            R"({"action":"forward"})",
+            R"({"key":"bn_play_short","action":"steal"})",
+            R"({"key":"bn_play_short","action":5})",
+            R"({"key":["bn_play_short"],"action":"forward"})",
+            R"({"key":"bn_mute_short","action":"forward"})",
+            R"({"key":"bn_play_long","action":"forward"})",
+            R"({"key":"bn_play","action":"forward"})",
+            R"({"key":"bn__short","action":"forward"})",
+            R"({"key":"play_short","action":"forward"})",
+        };
+        for (const char *registration : registrations) {
+            row(registration, false, "msg::button\ndat:json:" + QByteArray(registration), refusal);
+        }
+        const auto failure = [](const QByteArray &command, const QByteArray &problem) {
+            return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
+        };
+        row("unknown command", true, "msg::hold", failure("hold", "unknown command"));
+        row("long command", true, "msg::" + QByteArray(1000, 'x'), failure(QByteArray(255, 'x'), "unknown command"));
+        row("press without data", true, "msg::press", failure("press", "unknown key"));
+        const std::pair<const char *, const char *> presses[] = {
+            {R"({"key":"mute","ms":0})", "unknown key"},
+            {R"({"key":3,"ms":0})", "unknown key"},
+            {R"({"key":"play"})", "bad length"},
+            {R"({"key":"play","ms":-1})", "bad length"},
+            {R"({"key":"play","ms":0.5})", "bad length"},
+            {R"({"key":"play","ms":60001})", "bad length"},
+            {R"({"key":"play","ms":"100"})", "bad length"},
+        };
+        for (const auto &[press, problem] : presses) {
+            row(press, true, "msg::press\ndat:json:" + QByteArray(press), failure("press", problem));
+        }
     }
-    const auto failure = [](const QByteArray &command, const QByteArray &problem) {
-        return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
-    };
-    row("unknown command", true, "msg::hold", failure("hold", "unknown command"));
-    row("long command", true, "msg::" + QByteArray(1000, 'x'), failure(QByteArray(255, 'x'), "unknown command"));
-    row("press without data", true, "msg::press", failure("press", "unknown key"));
-    const std::pair<const char *, const char *> presses[] = {
-        {R"({"key":"mute","ms":0})", "unknown key"},
-        {R"({"key":3,"ms":0})", "unknown key"},
-        {R"({"key":"play"})", "bad length"},
-        {R"({"key":"play","ms":-1})", "bad length"},
-        {R"({"key":"play","ms":0.5})", "bad length"},
-        {R"({"key":"play","ms":60001})", "bad length"},
-        {R"({"key":"play","ms":"100"})", "bad length"},
-    };
-    for (const auto &[press, problem] : presses) {
-        row(press, true, "msg::press\ndat:json:" + QByteArray(press), failure("press", problem));
-    }
-}
 
-void MediaKeysTest::badMessage_isRefused()
-{
-    QFETCH(bool, isPress);
-    QFETCH(QByteArray, message);
-    QFETCH(QByteArray, answer);
-    StartedService service;
-    voro::PpsObject control(QStringLiteral("/pps/services/multimedia/%1/control")
-                                .arg(QLatin1String(isPress ? "mediakeys" : "mediaplayer")));
-    QVERIFY(control.open(voro::PpsOpenMode::PublishSubscribe));
-    control.setBlocking(true);
-    QVERIFY(control.write(message));
-    QCOMPARE(control.read().trimmed(), "@control\n" + answer);
-    Finger().press("play", 0);
-    QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
-}
+    void badMessage_isRefused()
+    {
+        QFETCH(bool, isPress);
+        QFETCH(QByteArray, message);
+        QFETCH(QByteArray, answer);
+        StartedService service;
+        voro::PpsObject control(QStringLiteral("/pps/services/multimedia/%1/control")
+                                    .arg(QLatin1String(isPress ? "mediakeys" : "mediaplayer")));
+        QVERIFY(control.open(voro::PpsOpenMode::PublishSubscribe));
+        control.setBlocking(true);
+        QVERIFY(control.write(message));
+        QCOMPARE(control.read().trimmed(), "@control\n" + answer);
+        Finger().press("play", 0);
+        QCOMPARE(service.takeCommands(), QStringList("msg::m_play"));
+    }
+};
 
 QTEST_GUILESS_MAIN(MediaKeysTest)
 #include "tst_mediakeys.moc"

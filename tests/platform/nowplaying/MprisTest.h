@@ -76,14 +76,43 @@ private Q_SLOTS:
     }
 
 protected:
-    void acquire(const QByteArray &name = "a");
+    void acquire(const QByteArray &name = "a")
+    {
+        holder->acquire(name);
+        QVERIFY(holder->waitFor(Send));
+    }
     /** Acquires the role and waits for the player on the bus. */
-    void appear();
+    void appear()
+    {
+        acquire();
+        QVERIFY(waitForName(mpris::Name));
+    }
     /** Has the holder write, and returns when the service has handled it. */
-    void tell(const QByteArray &lines);
-    bool waitForName(const QString &name);
-    QDBusMessage call(const QString &interface, const QString &method, const QVariantList &arguments = {});
-    QVariant property(const QString &name);
+    void tell(const QByteArray &lines)
+    {
+        holder->write(lines);
+        QCOMPARE(holder->rest(), QByteArrayList());
+        // What was told is there when a later answer is.
+        call(mpris::Properties, "Get", {mpris::PlayerInterface, "Rate"});
+        QCoreApplication::processEvents();
+    }
+    bool waitForName(const QString &name)
+    {
+        return QTest::qWaitFor([&] { return test.interface()->isServiceRegistered(name).value(); }, 20'000);
+    }
+    QDBusMessage call(const QString &interface, const QString &method, const QVariantList &arguments = {})
+    {
+        QDBusMessage message = QDBusMessage::createMethodCall(mpris::Name, mpris::Path, interface, method);
+        message.setArguments(arguments);
+        return test.call(message);
+    }
+    QVariant property(const QString &name)
+    {
+        const QDBusMessage reply = call(mpris::Properties, "Get", {mpris::PlayerInterface, name});
+        const QVariant value = reply.arguments().value(0).value<QDBusVariant>().variant();
+        return value.metaType() == QMetaType::fromType<QDBusArgument>() ? QVariant(qdbus_cast<QVariantMap>(value))
+                                                                        : value;
+    }
 
     std::unique_ptr<TestBus> bus;
     std::unique_ptr<Daemon> daemon;

@@ -38,75 +38,70 @@ private Q_SLOTS:
         server.reset();
     }
 
-    void commands_changeTheDefaultSink_data();
-    void commands_changeTheDefaultSink();
-    void player_onTheBus_hasTheSinksVolume();
-    void server_thatGoes_makesCommandsFail();
+    void commands_changeTheDefaultSink_data()
+    {
+        const Rows<QString, QByteArrayList, QByteArray> row("before", "commands", "after");
+        using Commands = QByteArrayList;
+        row("set", "40%", Commands{"v_set|dat::75"}, "75");
+        row("set to nothing", "40%", Commands{"v_set|dat::0"}, "0");
+        row("up", "40%", Commands{"v_up"}, "45");
+        row("down", "40%", Commands{"v_down"}, "35");
+        row("by a number", "40%", Commands{"v_up|dat::7", "v_down|dat::30"}, "17");
+        row("quick steps", "40%", Commands{"v_up", "v_up", "v_up", "v_down"}, "50");
+        row("up to the end", "97%", Commands{"v_up", "v_up"}, "100");
+        row("down to the end", "3%", Commands{"v_down", "v_down"}, "0");
+        row("up from above the end", "130%", Commands{"v_up", "v_up", "v_mute|dat:b:true"}, "130 muted");
+        row("mute", "40%", Commands{"v_mute|dat:b:true"}, "40 muted");
+        row("mute and not", "40%", Commands{"v_mute|dat:b:true", "v_mute|dat:b:false", "v_up"}, "45");
+    }
+
+    void commands_changeTheDefaultSink()
+    {
+        QFETCH(const QString, before);
+        QFETCH(const QByteArrayList, commands);
+        runProgram("pactl", {"set-sink-volume", "null", before});
+        Talk controller;
+        for (const QByteArray &command : commands) {
+            controller.write("msg::" + command);
+        }
+        QFETCH(const QByteArray, after);
+        QTRY_COMPARE(sink(), after);
+        QCOMPARE(controller.rest(), QByteArrayList());
+    }
+
+    void player_onTheBus_hasTheSinksVolume()
+    {
+        runProgram("pactl", {"set-sink-volume", "null", "40%"});
+        Talk holder(PlayerControl);
+        holder.acquire("a");
+        QVERIFY(holder.waitFor(Send));
+        const auto volume = [] { return runProgram("playerctl", {"volume"}).trimmed(); };
+        QTRY_COMPARE(volume(), "0.400000");
+        runProgram("pactl", {"set-sink-volume", "null", "55%"});
+        QTRY_COMPARE(volume(), "0.550000");
+        QCOMPARE(runProgram("playerctl", {"volume", "0.25"}), "");
+        QCOMPARE(sink(), "25");
+        QCOMPARE(volume(), "0.250000");
+    }
+
+    void server_thatGoes_makesCommandsFail()
+    {
+        runProgram("pactl", {"set-sink-volume", "null", "40%"});
+        Talk controller;
+        controller.write("msg::v_up");
+        QTRY_COMPARE(sink(), "45");
+        server->kill();
+        controller.write("msg::v_up");
+        QCOMPARE(controller.next(), failure("v_up", "there is no sound server"));
+        controller.write("msg::v_mute|dat:b:true");
+        QCOMPARE(controller.next(), failure("v_mute", "there is no sound server"));
+    }
 
 private:
     std::unique_ptr<PulseServer> server;
     std::unique_ptr<TestBus> bus;
     std::unique_ptr<Daemon> daemon;
 };
-
-void TestVolume::commands_changeTheDefaultSink_data()
-{
-    const Rows<QString, QByteArrayList, QByteArray> row("before", "commands", "after");
-    using Commands = QByteArrayList;
-    row("set", "40%", Commands{"v_set|dat::75"}, "75");
-    row("set to nothing", "40%", Commands{"v_set|dat::0"}, "0");
-    row("up", "40%", Commands{"v_up"}, "45");
-    row("down", "40%", Commands{"v_down"}, "35");
-    row("by a number", "40%", Commands{"v_up|dat::7", "v_down|dat::30"}, "17");
-    row("quick steps", "40%", Commands{"v_up", "v_up", "v_up", "v_down"}, "50");
-    row("up to the end", "97%", Commands{"v_up", "v_up"}, "100");
-    row("down to the end", "3%", Commands{"v_down", "v_down"}, "0");
-    row("up from above the end", "130%", Commands{"v_up", "v_up", "v_mute|dat:b:true"}, "130 muted");
-    row("mute", "40%", Commands{"v_mute|dat:b:true"}, "40 muted");
-    row("mute and not", "40%", Commands{"v_mute|dat:b:true", "v_mute|dat:b:false", "v_up"}, "45");
-}
-
-void TestVolume::commands_changeTheDefaultSink()
-{
-    QFETCH(const QString, before);
-    QFETCH(const QByteArrayList, commands);
-    runProgram("pactl", {"set-sink-volume", "null", before});
-    Talk controller;
-    for (const QByteArray &command : commands) {
-        controller.write("msg::" + command);
-    }
-    QFETCH(const QByteArray, after);
-    QTRY_COMPARE(sink(), after);
-    QCOMPARE(controller.rest(), QByteArrayList());
-}
-
-void TestVolume::player_onTheBus_hasTheSinksVolume()
-{
-    runProgram("pactl", {"set-sink-volume", "null", "40%"});
-    Talk holder(PlayerControl);
-    holder.acquire("a");
-    QVERIFY(holder.waitFor(Send));
-    const auto volume = [] { return runProgram("playerctl", {"volume"}).trimmed(); };
-    QTRY_COMPARE(volume(), "0.400000");
-    runProgram("pactl", {"set-sink-volume", "null", "55%"});
-    QTRY_COMPARE(volume(), "0.550000");
-    QCOMPARE(runProgram("playerctl", {"volume", "0.25"}), "");
-    QCOMPARE(sink(), "25");
-    QCOMPARE(volume(), "0.250000");
-}
-
-void TestVolume::server_thatGoes_makesCommandsFail()
-{
-    runProgram("pactl", {"set-sink-volume", "null", "40%"});
-    Talk controller;
-    controller.write("msg::v_up");
-    QTRY_COMPARE(sink(), "45");
-    server->kill();
-    controller.write("msg::v_up");
-    QCOMPARE(controller.next(), failure("v_up", "there is no sound server"));
-    controller.write("msg::v_mute|dat:b:true");
-    QCOMPARE(controller.next(), failure("v_mute", "there is no sound server"));
-}
 
 QTEST_GUILESS_MAIN(TestVolume)
 #include "tst_volume.moc"

@@ -2,7 +2,6 @@
 #include "ChildProcess.h"
 #include "RawClient.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <pps/Runtime.h>
@@ -49,121 +48,114 @@ private Q_SLOTS:
     }
     void cleanup() { broker.reset(); }
 
-    void process_isHandledInItsOrder_whenSocketsComeAndGo();
-    void process_thatIsKilled_hasWrittenAllBeforeItsObjectsClose();
-    void numbers_thatNeverCome_areSkipped_data();
-    void numbers_thatNeverCome_areSkipped();
+    void process_isHandledInItsOrder_whenSocketsComeAndGo()
+    {
+        QTemporaryDir folder;
+        qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
+        broker->run([&](Broker &b) { b.listen(listenAt(socketPath(folder.path().toStdString())).release()); });
+        std::vector<std::string> expected;
+        auto kept = broker->open(Control, Publish);
+        for (int i = 0; i < 200; ++i) {
+            expected.push_back(numbered(i));
+            if (i % 2 == 0) {
+                QVERIFY(kept->write(expected.back()));
+            } else {
+                Connection passing;
+                QVERIFY(passing.open(Control, Publish));
+                QVERIFY(passing.write(expected.back()));
+            }
+        }
+        broker->open(Control, Publish);
+        QVERIFY(numbers() == expected);
+    }
+
+    void process_thatIsKilled_hasWrittenAllBeforeItsObjectsClose()
+    {
+        constexpr int Sockets = 10;
+        constexpr int Messages = 100;
+        for (int round = 0; round < 10; ++round) {
+            std::vector<int> sockets;
+            for (int i = 0; i < Sockets; ++i) {
+                sockets.push_back(broker->connect());
+            }
+            ChildProcess child([&](ChildProcess &self) {
+                std::vector<std::unique_ptr<Connection>> connections;
+                for (const int socket : sockets) {
+                    connections.push_back(std::make_unique<Connection>());
+                    if (!connections.back()->openOn(socket, Control, PublishSubscribe)) {
+                        return 1;
+                    }
+                }
+                self.say();
+                self.hear();
+                for (int i = 0; i < Messages; ++i) {
+                    connections[static_cast<size_t>(i / 3) % connections.size()]->write(numbered(i));
+                }
+                self.say();
+                self.sleep();
+            });
+            for (const int socket : sockets) {
+                close(socket);
+            }
+            QVERIFY(child.hear());
+            // Killed while its messages wait in the sockets, which the broker then reads in an order of its own.
+            broker->run([&](Broker &) {
+                recorder->messages.clear();
+                child.say();
+                QVERIFY(child.hear());
+                child.kill();
+            });
+            std::vector<std::string> messages;
+            do {
+                broker->run([&](Broker &) { messages = recorder->messages; });
+            } while (std::count(messages.begin(), messages.end(), "-") < Sockets);
+            std::vector<std::string> expected;
+            for (int i = 0; i < Messages; ++i) {
+                expected.push_back(numbered(i));
+            }
+            expected.insert(expected.end(), Sockets, "-");
+            QCOMPARE(joined(messages), joined(expected));
+        }
+    }
+
+    void numbers_thatNeverCome_areSkipped_data()
+    {
+        const Rows<std::vector<uint64_t>> row("numbers");
+        row("a gap", std::vector<uint64_t>{2, 5, 6});
+        row("a gap at the beginning", std::vector<uint64_t>{10, 11});
+        row("backwards", std::vector<uint64_t>{5, 4, 3});
+        row("twice", std::vector<uint64_t>{2, 2});
+        row("the largest", std::vector<uint64_t>{UINT64_MAX, 0, UINT64_MAX, 1});
+    }
+
+    void numbers_thatNeverCome_areSkipped()
+    {
+        QFETCH(std::vector<uint64_t>, numbers);
+        RawClient client(broker->connect());
+        QVERIFY(client.send(request(Request::Open, Control, 42, 1)));
+        QCOMPARE(client.receive(), static_cast<int>(Reply::Opened));
+        std::vector<std::string> expected;
+        for (size_t i = 0; i < numbers.size(); ++i) {
+            expected.push_back(numbered(static_cast<int>(i)));
+            QVERIFY(client.send(request(Request::Write, expected.back(), 42, numbers[i])));
+        }
+        QVERIFY(client.send(request(Request::Close, "", 42, 100)));
+        client.waitForEnd();
+        QVERIFY(this->numbers() == expected);
+    }
 
 private:
-    std::vector<std::string> numbers();
+    std::vector<std::string> numbers()
+    {
+        std::vector<std::string> result;
+        broker->run([&](Broker &) { result = recorder->messages; });
+        std::erase_if(result, [](const std::string &message) { return message == "+" || message == "-"; });
+        return result;
+    }
 
     std::unique_ptr<Recorder> recorder;
     std::unique_ptr<BrokerThread> broker;
 };
-
-std::vector<std::string> TestOrder::numbers()
-{
-    std::vector<std::string> result;
-    broker->run([&](Broker &) { result = recorder->messages; });
-    std::erase_if(result, [](const std::string &message) { return message == "+" || message == "-"; });
-    return result;
-}
-
-void TestOrder::process_isHandledInItsOrder_whenSocketsComeAndGo()
-{
-    QTemporaryDir folder;
-    qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
-    broker->run([&](Broker &b) { b.listen(listenAt(socketPath(folder.path().toStdString())).release()); });
-    std::vector<std::string> expected;
-    auto kept = broker->open(Control, Publish);
-    for (int i = 0; i < 200; ++i) {
-        expected.push_back(numbered(i));
-        if (i % 2 == 0) {
-            QVERIFY(kept->write(expected.back()));
-        } else {
-            Connection passing;
-            QVERIFY(passing.open(Control, Publish));
-            QVERIFY(passing.write(expected.back()));
-        }
-    }
-    broker->open(Control, Publish);
-    QVERIFY(numbers() == expected);
-}
-
-void TestOrder::process_thatIsKilled_hasWrittenAllBeforeItsObjectsClose()
-{
-    constexpr int Sockets = 10;
-    constexpr int Messages = 100;
-    for (int round = 0; round < 10; ++round) {
-        std::vector<int> sockets;
-        for (int i = 0; i < Sockets; ++i) {
-            sockets.push_back(broker->connect());
-        }
-        ChildProcess child([&](ChildProcess &self) {
-            std::vector<std::unique_ptr<Connection>> connections;
-            for (const int socket : sockets) {
-                connections.push_back(std::make_unique<Connection>());
-                if (!connections.back()->openOn(socket, Control, PublishSubscribe)) {
-                    return 1;
-                }
-            }
-            self.say();
-            self.hear();
-            for (int i = 0; i < Messages; ++i) {
-                connections[static_cast<size_t>(i / 3) % connections.size()]->write(numbered(i));
-            }
-            self.say();
-            self.sleep();
-        });
-        for (const int socket : sockets) {
-            close(socket);
-        }
-        QVERIFY(child.hear());
-        // Killed while its messages wait in the sockets, which the broker then reads in an order of its own.
-        broker->run([&](Broker &) {
-            recorder->messages.clear();
-            child.say();
-            QVERIFY(child.hear());
-            child.kill();
-        });
-        std::vector<std::string> messages;
-        do {
-            broker->run([&](Broker &) { messages = recorder->messages; });
-        } while (std::count(messages.begin(), messages.end(), "-") < Sockets);
-        std::vector<std::string> expected;
-        for (int i = 0; i < Messages; ++i) {
-            expected.push_back(numbered(i));
-        }
-        expected.insert(expected.end(), Sockets, "-");
-        QCOMPARE(joined(messages), joined(expected));
-    }
-}
-
-void TestOrder::numbers_thatNeverCome_areSkipped_data()
-{
-    const Rows<std::vector<uint64_t>> row("numbers");
-    row("a gap", std::vector<uint64_t>{2, 5, 6});
-    row("a gap at the beginning", std::vector<uint64_t>{10, 11});
-    row("backwards", std::vector<uint64_t>{5, 4, 3});
-    row("twice", std::vector<uint64_t>{2, 2});
-    row("the largest", std::vector<uint64_t>{UINT64_MAX, 0, UINT64_MAX, 1});
-}
-
-void TestOrder::numbers_thatNeverCome_areSkipped()
-{
-    QFETCH(std::vector<uint64_t>, numbers);
-    RawClient client(broker->connect());
-    QVERIFY(client.send(request(Request::Open, Control, 42, 1)));
-    QCOMPARE(client.receive(), static_cast<int>(Reply::Opened));
-    std::vector<std::string> expected;
-    for (size_t i = 0; i < numbers.size(); ++i) {
-        expected.push_back(numbered(static_cast<int>(i)));
-        QVERIFY(client.send(request(Request::Write, expected.back(), 42, numbers[i])));
-    }
-    QVERIFY(client.send(request(Request::Close, "", 42, 100)));
-    client.waitForEnd();
-    QVERIFY(this->numbers() == expected);
-}
 
 QTEST_GUILESS_MAIN(TestOrder)
 #include "tst_order.moc"

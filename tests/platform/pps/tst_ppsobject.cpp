@@ -2,7 +2,6 @@
 
 #include <voro/PpsObject.h>
 
-#include <QtCore/QThread>
 #include <QtTest/QtTest>
 
 #include <Rows.h>
@@ -38,233 +37,219 @@ private Q_SLOTS:
     void init() { m_daemon = std::make_unique<Daemon>(); }
     void cleanup() { m_daemon.reset(); }
 
-    void closedObject_refusesEverything();
-    void sendMessage_tellsWhatFailed();
-    void blockingRead_waitsForAPublication();
-    void readyRead_comesFromTheEventLoopOnly();
-    void readyRead_comesAgainUntilAllIsRead_data();
-    void readyRead_comesAgainUntilAllIsRead();
-    void readyRead_comesOnlyWithSomethingToRead_data();
-    void readyRead_comesOnlyWithSomethingToRead();
-    void readyRead_canBeSwitchedOff();
-    void readyRead_slotMayDeleteTheObject();
-    void readyRead_comesInTheObjectsThread();
+    void closedObject_refusesEverything()
+    {
+        PpsObject object(path("o"));
+        bool ok = true;
+        QVERIFY(!object.isOpen());
+        QCOMPARE(object.error(), 0);
+        QCOMPARE(object.errorString(), QString());
+        QCOMPARE(object.read(&ok), QByteArray());
+        QVERIFY(!ok);
+        QVERIFY(!object.write("a::1"));
+        QVERIFY(!object.close());
+        QCOMPARE(object.error(), EBADF);
+        QVERIFY(!object.errorString().isEmpty());
+        QVERIFY(object.open(PpsOpenMode::Subscribe));
+        QVERIFY(!object.open(PpsOpenMode::Subscribe));
+        QCOMPARE(object.error(), EISCONN);
+        QVERIFY(object.isOpen());
+        QVERIFY(object.close());
+        QVERIFY(!object.isOpen());
+    }
+
+    void sendMessage_tellsWhatFailed()
+    {
+        QCOMPARE(PpsObject::sendMessage(path("control"), "msg::play"), ENXIO);
+        Open server(path("control") + "?server,wait", PpsOpenMode::PublishSubscribe);
+        QVERIFY(server.isBlocking());
+        QCOMPARE(PpsObject::sendMessage(path("control"), "play"), EINVAL);
+        QCOMPARE(PpsObject::sendMessage(path("control"), "msg::play\ndat:b:true"), 0);
+        QByteArrayList lines;
+        while (lines.size() < 7) {
+            lines += server.read().split('\n');
+            lines.removeAll("");
+        }
+        // The first client was turned away by its own text.
+        QVERIFY(lines.at(0).startsWith("+@") && lines.at(1).startsWith("-@") && lines.at(2).startsWith("+@"));
+        QCOMPARE(lines.mid(4, 2), (QByteArrayList{"msg::play", "dat:b:true"}));
+        QCOMPARE(lines.at(6), '-' + lines.at(2).mid(1));
+    }
+
+    void blockingRead_waitsForAPublication()
+    {
+        Open reader(path("o") + "?wait", PpsOpenMode::Subscribe);
+        Open publisher(path("o"), PpsOpenMode::Publish);
+        std::thread writer([&publisher] { publisher.write("a::1"); });
+        bool ok = false;
+        QCOMPARE(reader.read(&ok), QByteArray("+@o\na::1\n"));
+        QVERIFY(ok);
+        writer.join();
+        reader.setBlocking(false);
+        QCOMPARE(reader.read(&ok), QByteArray());
+        QVERIFY(ok);
+    }
+
+    void readyRead_comesFromTheEventLoopOnly()
+    {
+        Open publisher(path("o"), PpsOpenMode::Publish);
+        publisher.write("a::1");
+        PpsObject reader(path("o"));
+        QSignalSpy spy(&reader, &PpsObject::readyRead);
+        QVERIFY(reader.open(PpsOpenMode::Subscribe));
+        QCOMPARE(spy.count(), 0);
+        QVERIFY(spy.wait());
+        QCOMPARE(reader.read(), QByteArray("@o\na::1\n"));
+        spy.clear();
+        publisher.write("a::2");
+        Open barrier(path("o"), PpsOpenMode::Subscribe);
+        QCOMPARE(reader.read(), QByteArray("@o\na::2\n"));
+        publisher.write("a::3");
+        publisher.write("a::4");
+        QCOMPARE(spy.count(), 0);
+        QVERIFY(spy.wait());
+    }
+
+    void readyRead_comesAgainUntilAllIsRead_data()
+    {
+        const Rows<QString, int> row("object", "reads");
+        row("messages", "control", 5);
+        row("texts of a folder", ".all", 3);
+    }
+
+    void readyRead_comesAgainUntilAllIsRead()
+    {
+        QFETCH(QString, object);
+        QFETCH(int, reads);
+        Open server(path("control") + "?server", PpsOpenMode::PublishSubscribe);
+        PpsObject reader(path(object.toLatin1()));
+        QByteArrayList texts;
+        QSignalSpy spy(&reader, &PpsObject::readyRead);
+        connect(&reader, &PpsObject::readyRead, [&] { texts += reader.read(); });
+        QVERIFY(reader.open(PpsOpenMode::Subscribe));
+        for (int i = 0; i < 5; ++i) {
+            const QByteArray text = "a::" + QByteArray(30000, 'x');
+            server.write("@control\n" + text);
+            Open(path(("o" + QByteArray::number(i)).constData()), PpsOpenMode::Publish).write(text);
+        }
+        while (texts.size() < reads && spy.wait()) {
+        }
+        letEventsPass();
+        QVERIFY(!texts.contains(QByteArray()));
+        QCOMPARE(texts.join().count("a::"), 5);
+        QVERIFY2(texts.size() >= reads, QByteArray::number(texts.size()).constData());
+    }
+
+    void readyRead_comesOnlyWithSomethingToRead_data()
+    {
+        const Rows<QByteArray> row("removal");
+        row("attribute deleted", "-e");
+        row("object deleted", "-@o");
+        row("object replaced", "*@o\na::1");
+    }
+
+    // What was pushed and is gone again is never read.
+    void readyRead_comesOnlyWithSomethingToRead()
+    {
+        QFETCH(QByteArray, removal);
+        Open publisher(path("o"), PpsOpenMode::Publish);
+        publisher.write("e:n:1");
+        Open reader(path("o") + "?delta,f=e", PpsOpenMode::Subscribe);
+        reader.read();
+        publisher.write("e:n:2");
+        publisher.write(removal);
+        QSignalSpy spy(&reader, &PpsObject::readyRead);
+        letEventsPass();
+        QCOMPARE(spy.count(), 0);
+        publisher.write("e:n:3");
+        QVERIFY(spy.wait());
+        QVERIFY(reader.read().endsWith("\ne:n:3\n"));
+    }
+
+    void readyRead_canBeSwitchedOff()
+    {
+        Open publisher(path("o"), PpsOpenMode::Publish);
+        PpsObject reader(path("o"));
+        QVERIFY(reader.isReadyReadEnabled());
+        reader.setReadyReadEnabled(false);
+        QSignalSpy spy(&reader, &PpsObject::readyRead);
+        QVERIFY(reader.open(PpsOpenMode::Subscribe));
+        publisher.write("a::1");
+        letEventsPass();
+        QCOMPARE(spy.count(), 0);
+        reader.setReadyReadEnabled(true);
+        QVERIFY(spy.wait());
+        reader.setReadyReadEnabled(false);
+        reader.read();
+        publisher.write("a::2");
+        spy.clear();
+        letEventsPass();
+        QCOMPARE(spy.count(), 0);
+        QCOMPARE(reader.read(), QByteArray("@o\na::2\n"));
+    }
+
+    void readyRead_slotMayDeleteTheObject()
+    {
+        for (const bool readsFirst : {false, true}) {
+            Open(path("o"), PpsOpenMode::Publish).write("a::1");
+            auto *reader = new Open(path("o"), PpsOpenMode::Subscribe);
+            QSignalSpy destroyed(reader, &QObject::destroyed);
+            connect(reader, &PpsObject::readyRead, this, [reader, readsFirst] {
+                if (readsFirst) {
+                    reader->read();
+                }
+                delete reader;
+            });
+            QVERIFY(destroyed.wait());
+            // And from the socket's notification, not only from the first look.
+            reader = new Open(path("o"), PpsOpenMode::Subscribe);
+            reader->read();
+            letEventsPass();
+            QSignalSpy destroyedLater(reader, &QObject::destroyed);
+            connect(reader, &PpsObject::readyRead, this, [reader] { delete reader; });
+            Open(path("o"), PpsOpenMode::Publish).write("a::2");
+            QVERIFY(destroyedLater.wait());
+        }
+    }
+
+    void readyRead_comesInTheObjectsThread()
+    {
+        QThread thread;
+        auto *reader = new Open(path("o"), PpsOpenMode::Subscribe);
+        reader->read();
+        letEventsPass();
+        reader->moveToThread(&thread);
+        QByteArray text;
+        QThread *seenIn = nullptr;
+        QObject context;
+        connect(reader, &PpsObject::readyRead, reader, [&] {
+            seenIn = QThread::currentThread();
+            text = reader->read();
+            delete reader;
+            thread.quit();
+        });
+        thread.start();
+        Open(path("o"), PpsOpenMode::Publish).write("a::1");
+        QVERIFY(thread.wait());
+        QCOMPARE(seenIn, &thread);
+        QCOMPARE(text, QByteArray("+@o\na::1\n"));
+    }
 
 private:
-    void letEventsPass();
+    // Returns when everything that was written so far has reached the objects of this thread.
+    void letEventsPass()
+    {
+        static int number = 0;
+        Open watcher(path("barrier"), PpsOpenMode::Subscribe);
+        watcher.read();
+        QSignalSpy spy(&watcher, &PpsObject::readyRead);
+        Open(path("barrier"), PpsOpenMode::Publish).write("a:n:" + QByteArray::number(++number));
+        QVERIFY(spy.wait());
+        QCoreApplication::processEvents();
+    }
 
     std::unique_ptr<Daemon> m_daemon;
 };
-
-// Returns when everything that was written so far has reached the objects of this thread.
-void TestPpsObject::letEventsPass()
-{
-    static int number = 0;
-    Open watcher(path("barrier"), PpsOpenMode::Subscribe);
-    watcher.read();
-    QSignalSpy spy(&watcher, &PpsObject::readyRead);
-    Open(path("barrier"), PpsOpenMode::Publish).write("a:n:" + QByteArray::number(++number));
-    QVERIFY(spy.wait());
-    QCoreApplication::processEvents();
-}
-
-void TestPpsObject::closedObject_refusesEverything()
-{
-    PpsObject object(path("o"));
-    bool ok = true;
-    QVERIFY(!object.isOpen());
-    QCOMPARE(object.error(), 0);
-    QCOMPARE(object.errorString(), QString());
-    QCOMPARE(object.read(&ok), QByteArray());
-    QVERIFY(!ok);
-    QVERIFY(!object.write("a::1"));
-    QVERIFY(!object.close());
-    QCOMPARE(object.error(), EBADF);
-    QVERIFY(!object.errorString().isEmpty());
-    QVERIFY(object.open(PpsOpenMode::Subscribe));
-    QVERIFY(!object.open(PpsOpenMode::Subscribe));
-    QCOMPARE(object.error(), EISCONN);
-    QVERIFY(object.isOpen());
-    QVERIFY(object.close());
-    QVERIFY(!object.isOpen());
-}
-
-void TestPpsObject::sendMessage_tellsWhatFailed()
-{
-    QCOMPARE(PpsObject::sendMessage(path("control"), "msg::play"), ENXIO);
-    Open server(path("control") + "?server,wait", PpsOpenMode::PublishSubscribe);
-    QVERIFY(server.isBlocking());
-    QCOMPARE(PpsObject::sendMessage(path("control"), "play"), EINVAL);
-    QCOMPARE(PpsObject::sendMessage(path("control"), "msg::play\ndat:b:true"), 0);
-    QByteArrayList lines;
-    while (lines.size() < 7) {
-        lines += server.read().split('\n');
-        lines.removeAll("");
-    }
-    // The first client was turned away by its own text.
-    QVERIFY(lines.at(0).startsWith("+@") && lines.at(1).startsWith("-@") && lines.at(2).startsWith("+@"));
-    QCOMPARE(lines.mid(4, 2), (QByteArrayList{"msg::play", "dat:b:true"}));
-    QCOMPARE(lines.at(6), '-' + lines.at(2).mid(1));
-}
-
-void TestPpsObject::blockingRead_waitsForAPublication()
-{
-    Open reader(path("o") + "?wait", PpsOpenMode::Subscribe);
-    Open publisher(path("o"), PpsOpenMode::Publish);
-    std::thread writer([&publisher] { publisher.write("a::1"); });
-    bool ok = false;
-    QCOMPARE(reader.read(&ok), QByteArray("+@o\na::1\n"));
-    QVERIFY(ok);
-    writer.join();
-    reader.setBlocking(false);
-    QCOMPARE(reader.read(&ok), QByteArray());
-    QVERIFY(ok);
-}
-
-void TestPpsObject::readyRead_comesFromTheEventLoopOnly()
-{
-    Open publisher(path("o"), PpsOpenMode::Publish);
-    publisher.write("a::1");
-    PpsObject reader(path("o"));
-    QSignalSpy spy(&reader, &PpsObject::readyRead);
-    QVERIFY(reader.open(PpsOpenMode::Subscribe));
-    QCOMPARE(spy.count(), 0);
-    QVERIFY(spy.wait());
-    QCOMPARE(reader.read(), QByteArray("@o\na::1\n"));
-    spy.clear();
-    publisher.write("a::2");
-    Open barrier(path("o"), PpsOpenMode::Subscribe);
-    QCOMPARE(reader.read(), QByteArray("@o\na::2\n"));
-    publisher.write("a::3");
-    publisher.write("a::4");
-    QCOMPARE(spy.count(), 0);
-    QVERIFY(spy.wait());
-}
-
-void TestPpsObject::readyRead_comesAgainUntilAllIsRead_data()
-{
-    const Rows<QString, int> row("object", "reads");
-    row("messages", "control", 5);
-    row("texts of a folder", ".all", 3);
-}
-
-void TestPpsObject::readyRead_comesAgainUntilAllIsRead()
-{
-    QFETCH(QString, object);
-    QFETCH(int, reads);
-    Open server(path("control") + "?server", PpsOpenMode::PublishSubscribe);
-    PpsObject reader(path(object.toLatin1()));
-    QByteArrayList texts;
-    QSignalSpy spy(&reader, &PpsObject::readyRead);
-    connect(&reader, &PpsObject::readyRead, [&] { texts += reader.read(); });
-    QVERIFY(reader.open(PpsOpenMode::Subscribe));
-    for (int i = 0; i < 5; ++i) {
-        const QByteArray text = "a::" + QByteArray(30000, 'x');
-        server.write("@control\n" + text);
-        Open(path(("o" + QByteArray::number(i)).constData()), PpsOpenMode::Publish).write(text);
-    }
-    while (texts.size() < reads && spy.wait()) {
-    }
-    letEventsPass();
-    QVERIFY(!texts.contains(QByteArray()));
-    QCOMPARE(texts.join().count("a::"), 5);
-    QVERIFY2(texts.size() >= reads, QByteArray::number(texts.size()).constData());
-}
-
-void TestPpsObject::readyRead_comesOnlyWithSomethingToRead_data()
-{
-    const Rows<QByteArray> row("removal");
-    row("attribute deleted", "-e");
-    row("object deleted", "-@o");
-    row("object replaced", "*@o\na::1");
-}
-
-// What was pushed and is gone again is never read.
-void TestPpsObject::readyRead_comesOnlyWithSomethingToRead()
-{
-    QFETCH(QByteArray, removal);
-    Open publisher(path("o"), PpsOpenMode::Publish);
-    publisher.write("e:n:1");
-    Open reader(path("o") + "?delta,f=e", PpsOpenMode::Subscribe);
-    reader.read();
-    publisher.write("e:n:2");
-    publisher.write(removal);
-    QSignalSpy spy(&reader, &PpsObject::readyRead);
-    letEventsPass();
-    QCOMPARE(spy.count(), 0);
-    publisher.write("e:n:3");
-    QVERIFY(spy.wait());
-    QVERIFY(reader.read().endsWith("\ne:n:3\n"));
-}
-
-void TestPpsObject::readyRead_canBeSwitchedOff()
-{
-    Open publisher(path("o"), PpsOpenMode::Publish);
-    PpsObject reader(path("o"));
-    QVERIFY(reader.isReadyReadEnabled());
-    reader.setReadyReadEnabled(false);
-    QSignalSpy spy(&reader, &PpsObject::readyRead);
-    QVERIFY(reader.open(PpsOpenMode::Subscribe));
-    publisher.write("a::1");
-    letEventsPass();
-    QCOMPARE(spy.count(), 0);
-    reader.setReadyReadEnabled(true);
-    QVERIFY(spy.wait());
-    reader.setReadyReadEnabled(false);
-    reader.read();
-    publisher.write("a::2");
-    spy.clear();
-    letEventsPass();
-    QCOMPARE(spy.count(), 0);
-    QCOMPARE(reader.read(), QByteArray("@o\na::2\n"));
-}
-
-void TestPpsObject::readyRead_slotMayDeleteTheObject()
-{
-    for (const bool readsFirst : {false, true}) {
-        Open(path("o"), PpsOpenMode::Publish).write("a::1");
-        auto *reader = new Open(path("o"), PpsOpenMode::Subscribe);
-        QSignalSpy destroyed(reader, &QObject::destroyed);
-        connect(reader, &PpsObject::readyRead, this, [reader, readsFirst] {
-            if (readsFirst) {
-                reader->read();
-            }
-            delete reader;
-        });
-        QVERIFY(destroyed.wait());
-        // And from the socket's notification, not only from the first look.
-        reader = new Open(path("o"), PpsOpenMode::Subscribe);
-        reader->read();
-        letEventsPass();
-        QSignalSpy destroyedLater(reader, &QObject::destroyed);
-        connect(reader, &PpsObject::readyRead, this, [reader] { delete reader; });
-        Open(path("o"), PpsOpenMode::Publish).write("a::2");
-        QVERIFY(destroyedLater.wait());
-    }
-}
-
-void TestPpsObject::readyRead_comesInTheObjectsThread()
-{
-    QThread thread;
-    auto *reader = new Open(path("o"), PpsOpenMode::Subscribe);
-    reader->read();
-    letEventsPass();
-    reader->moveToThread(&thread);
-    QByteArray text;
-    QThread *seenIn = nullptr;
-    QObject context;
-    connect(reader, &PpsObject::readyRead, reader, [&] {
-        seenIn = QThread::currentThread();
-        text = reader->read();
-        delete reader;
-        thread.quit();
-    });
-    thread.start();
-    Open(path("o"), PpsOpenMode::Publish).write("a::1");
-    QVERIFY(thread.wait());
-    QCOMPARE(seenIn, &thread);
-    QCOMPARE(text, QByteArray("+@o\na::1\n"));
-}
 
 QTEST_GUILESS_MAIN(TestPpsObject)
 #include "tst_ppsobject.moc"

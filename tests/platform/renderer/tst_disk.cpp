@@ -1,6 +1,5 @@
 #include "RealMedia.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>
@@ -87,91 +86,83 @@ private:
 class tst_Disk : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void silentShare_costsItsContextAnError_data();
-    void silentShare_costsItsContextAnError();
-    void silentRuntimeFolder_isRefused();
+    void initTestCase() { media::encode(m_medium, "sine=duration=20"); }
+
+    void silentShare_costsItsContextAnError_data()
+    {
+        const Rows<QStringList, QString, ErrorCode> row("before", "command", "error");
+        row("output", {}, "output_attach\ntype::file\nurl::%/a.wav", ErrorCode::OutputUnavailable);
+        row("input", {}, "input_attach\ntype::autolist\nurl::%/a.ogg", ErrorCode::SourceUnavailable);
+        row("list", {}, "input_attach\ntype::playlist\nurl::%/a.m3u", ErrorCode::SourceUnavailable);
+        const QStringList captions{"output_attach\ntype::subpicture\nurl::screen:?winid=w&wingrp=g", AttachGood,
+                                   "track_parameters\ntrack:n:1\ndat::subpicture_url::%/a.srt"};
+        row("captions, which are left out", captions, "play", ErrorCode::None);
+    }
+
+    void silentShare_costsItsContextAnError()
+    {
+        QFETCH(const QStringList, before);
+        QFETCH(const QString, command);
+        SilentShare share;
+        if (!share.isMounted()) {
+            QSKIP("only root can mount a share that does not answer");
+        }
+        const auto filled = [&](QString text) {
+            return text.replace('%', QString::fromStdString(share.path())).replace('@', m_medium).toStdString();
+        };
+        Daemon daemon;
+        Control service(Service);
+        QCOMPARE(service.run("context_create\nname::hangs"), 0);
+        QCOMPARE(service.run("context_create\nname::good"), 0);
+        Control hangs(Contexts + std::string("hangs/control"));
+        Control good(Contexts + std::string("good/control"));
+        QCOMPARE(hangs.run("output_attach\nurl::audio:default\ntype::audio"), 0);
+        for (const QString &earlier : before) {
+            QCOMPARE(hangs.run(filled(earlier)), 0);
+        }
+        QElapsedTimer time;
+        time.start();
+        hangs.write(filled(command));
+        // The others are answered all the while.
+        int answers = 0;
+        for (; !hangs.hasAnswered(); ++answers) {
+            QCOMPARE(good.run("stop"), 0);
+        }
+        QVERIFY(answers > 100);
+        const pps::Message answer = hangs.answer();
+        QVERIFY2(time.elapsed() >= 2'900 && time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
+        QTEST(static_cast<ErrorCode>(answer.number("err", -1)), "error");
+        const std::string text = answer.text("error");
+        QVERIFY2(text.empty() || text.find("does not answer") != std::string::npos, text.c_str());
+        // It goes on with another medium.
+        for (const char *later : {"stop", "input_detach", "track_parameters\ntrack:n:1\ndat::", AttachGood, "play"}) {
+            QCOMPARE(hangs.run(filled(later)), 0);
+        }
+        // Ends what still waits, so that the daemon can end in order.
+        share.end();
+        QCOMPARE(service.run("context_destroy\nname::hangs"), 0);
+    }
+
+    void silentRuntimeFolder_isRefused()
+    {
+        SilentShare share;
+        if (!share.isMounted()) {
+            QSKIP("only root can mount a share that does not answer");
+        }
+        qputenv("VORO_RUNTIME_DIR", QByteArray::fromStdString(share.path()));
+        QElapsedTimer time;
+        time.start();
+        pps::Connection connection;
+        QVERIFY(!connection.open(Service, pps::PublishSubscribe));
+        QCOMPARE(connection.error(), ETIMEDOUT);
+        QVERIFY2(time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
+        share.end();
+    }
 
 private:
     QTemporaryDir m_folder;
     QString m_medium = m_folder.filePath("a.wav");
 };
-
-void tst_Disk::initTestCase()
-{
-    media::encode(m_medium, "sine=duration=20");
-}
-
-void tst_Disk::silentShare_costsItsContextAnError_data()
-{
-    const Rows<QStringList, QString, ErrorCode> row("before", "command", "error");
-    row("output", {}, "output_attach\ntype::file\nurl::%/a.wav", ErrorCode::OutputUnavailable);
-    row("input", {}, "input_attach\ntype::autolist\nurl::%/a.ogg", ErrorCode::SourceUnavailable);
-    row("list", {}, "input_attach\ntype::playlist\nurl::%/a.m3u", ErrorCode::SourceUnavailable);
-    const QStringList captions{"output_attach\ntype::subpicture\nurl::screen:?winid=w&wingrp=g", AttachGood,
-                               "track_parameters\ntrack:n:1\ndat::subpicture_url::%/a.srt"};
-    row("captions, which are left out", captions, "play", ErrorCode::None);
-}
-
-void tst_Disk::silentShare_costsItsContextAnError()
-{
-    QFETCH(const QStringList, before);
-    QFETCH(const QString, command);
-    SilentShare share;
-    if (!share.isMounted()) {
-        QSKIP("only root can mount a share that does not answer");
-    }
-    const auto filled = [&](QString text) {
-        return text.replace('%', QString::fromStdString(share.path())).replace('@', m_medium).toStdString();
-    };
-    Daemon daemon;
-    Control service(Service);
-    QCOMPARE(service.run("context_create\nname::hangs"), 0);
-    QCOMPARE(service.run("context_create\nname::good"), 0);
-    Control hangs(Contexts + std::string("hangs/control"));
-    Control good(Contexts + std::string("good/control"));
-    QCOMPARE(hangs.run("output_attach\nurl::audio:default\ntype::audio"), 0);
-    for (const QString &earlier : before) {
-        QCOMPARE(hangs.run(filled(earlier)), 0);
-    }
-    QElapsedTimer time;
-    time.start();
-    hangs.write(filled(command));
-    // The others are answered all the while.
-    int answers = 0;
-    for (; !hangs.hasAnswered(); ++answers) {
-        QCOMPARE(good.run("stop"), 0);
-    }
-    QVERIFY(answers > 100);
-    const pps::Message answer = hangs.answer();
-    QVERIFY2(time.elapsed() >= 2'900 && time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
-    QTEST(static_cast<ErrorCode>(answer.number("err", -1)), "error");
-    const std::string text = answer.text("error");
-    QVERIFY2(text.empty() || text.find("does not answer") != std::string::npos, text.c_str());
-    // It goes on with another medium.
-    for (const char *later : {"stop", "input_detach", "track_parameters\ntrack:n:1\ndat::", AttachGood, "play"}) {
-        QCOMPARE(hangs.run(filled(later)), 0);
-    }
-    // Ends what still waits, so that the daemon can end in order.
-    share.end();
-    QCOMPARE(service.run("context_destroy\nname::hangs"), 0);
-}
-
-void tst_Disk::silentRuntimeFolder_isRefused()
-{
-    SilentShare share;
-    if (!share.isMounted()) {
-        QSKIP("only root can mount a share that does not answer");
-    }
-    qputenv("VORO_RUNTIME_DIR", QByteArray::fromStdString(share.path()));
-    QElapsedTimer time;
-    time.start();
-    pps::Connection connection;
-    QVERIFY(!connection.open(Service, pps::PublishSubscribe));
-    QCOMPARE(connection.error(), ETIMEDOUT);
-    QVERIFY2(time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
-    share.end();
-}
 
 QTEST_GUILESS_MAIN(tst_Disk)
 #include "tst_disk.moc"

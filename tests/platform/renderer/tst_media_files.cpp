@@ -1,7 +1,3 @@
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QSocketNotifier>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <fcntl.h>
@@ -41,134 +37,6 @@ struct Answer {
 
 } // namespace
 
-/** A worker gets the files that its context was given and that its lists name, and no others. */
-class tst_MediaFiles : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void names_areFoundHoweverTheyAreWritten_data();
-    void names_areFoundHoweverTheyAreWritten();
-    void worker_getsWhatItsContextWasGiven();
-    void application_meansTheFilesThatItSees();
-    void memory_isCountedWhileItIsInUse_data();
-    void memory_isCountedWhileItIsInUse();
-};
-
-void tst_MediaFiles::names_areFoundHoweverTheyAreWritten_data()
-{
-    const Rows<QByteArray, QByteArray, bool> add("text", "path", "expected");
-    const auto row = [&](const char *title, const QByteArray &text, const QByteArray &path, bool expected = true) {
-        add(title, text, path, expected);
-    };
-    row("beside the list", "#EXTM3U\na.ogg\n", "/music/a.ogg");
-    row("in a folder below", "sub/./x/../a.ogg\r\n", "/music/sub/a.ogg");
-    row("beside the folder", "../other/a.ogg", "/music/../other/a.ogg");
-    row("beside the folder, made absolute", "../other/a.ogg", "/other/a.ogg");
-    row("whole path", "File1=/else/a.ogg\n", "/else/a.ogg");
-    row("URI", "<location>file:///else/a%20b%25.ogg</location>", "/else/a b%.ogg");
-    row("URI with a host", "file://localhost/else/a.ogg", "/else/a.ogg");
-    row("signs of percent as they stand", "100%25.ogg", "/music/100%25.ogg");
-    row("reference of XML", "<ref href=\"Tom &amp; J&#233;r&#xf4;me.ogg\"/>", "/music/Tom & Jérôme.ogg");
-    row("backslashes", "sub\\a.ogg", "/music/sub/a.ogg");
-    row("Latin 1 in the list", "\xe4.ogg", "/music/ä.ogg");
-    row("Latin 1 in the name", "ä.ogg", "/music/\xe4.ogg");
-    row("with parameters", "a.ogg?x#y", "/music/a.ogg");
-    row("segment", R"(media="s/$RepresentationID$-$Number%05d$.m4s")", "/music/s/0-00001.m4s");
-    row("segment with a sign", "initialization='$$5-$Time$-x.m4s'", "/music/$5-7-x.m4s");
-    row("segment elsewhere", "media='$Number$.m4s'", "/home/1.m4s", false);
-    row("no segment", "media='a-$Number$.m4s'", "/music/b-1.m4s", false);
-    row("signs without a segment", "media='$a.ogg'", "/music/xa.ogg", false);
-    row("hidden file as a segment", "media='$Number$'", "/music/.key", false);
-    row("segment in a hidden folder", "media='$Number$'", "/music/.keys/1", false);
-    row("not named", "a.ogg\n", "/music/b.ogg", false);
-    row("part of a name", "aa.ogg\na.ogg.gz\n", "/music/a.ogg", false);
-    row("the same name elsewhere", "a.ogg\n", "/home/a.ogg", false);
-    row("the same name beside the folder", "a.ogg\n", "/music/../a.ogg", false);
-    row("folder", "sub/a.ogg\n", "/music/", false);
-    row("nothing", "\n\n", "", false);
-    row("without the folder", "a.ogg\n", "a.ogg", false);
-    row("another file before a zero", "a.ogg\n", QByteArray("/home/key\0/../../music/a.ogg", 28), false);
-}
-
-void tst_MediaFiles::names_areFoundHoweverTheyAreWritten()
-{
-    QFETCH(const QByteArray, text);
-    QFETCH(const QByteArray, path);
-    QTEST(ListNames("/music/list.m3u", text.toStdString()).contain(path.toStdString()), "expected");
-}
-
-void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
-{
-    const QTemporaryDir folder;
-    const auto path = [&](const char *name) { return folder.filePath(QString::fromLatin1(name)).toStdString(); };
-    for (const auto &[name, content] : {std::pair("list.m3u", "a.ogg\ninner.m3u\ngone.ogg\n"),
-                                        {"inner.m3u", "b.ogg\n"},
-                                        {"a.ogg", "A"},
-                                        {"b.ogg", "B"},
-                                        {"secret", "S"},
-                                        {"film.srt", "1"}}) {
-        writeFile(folder.filePath(QLatin1String(name)), content);
-    }
-
-    pps::Broker broker;
-    QSocketNotifier ready(broker.fd(), QSocketNotifier::Read);
-    connect(&ready, &QSocketNotifier::activated, this, [&broker] { broker.process(); });
-    auto [ours, theirs] = socketPair();
-    MediaFiles files(broker, std::move(ours));
-    files.setOwner(pps::Accounts::Services);
-
-    const int worker = theirs.get();
-    const auto receive = [worker] {
-        std::array<std::byte, 64> packet;
-        pps::Fd file;
-        ssize_t size = -1;
-        (void)QTest::qWaitFor([&] { return (size = pps::receivePacket(worker, packet, file)) > 0; }, 20'000);
-        const auto answer =
-            FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(std::max<ssize_t>(size, 0))));
-        return answer ? Answer{answer->id, answer->error, LocalFile(std::move(file)).at(0, 1)} : Answer{};
-    };
-    int64_t lastId = 0;
-    const auto ask = [&](const std::string &wanted) {
-        const int64_t id = --lastId;
-        std::string packet(reinterpret_cast<const char *>(&id), sizeof id);
-        packet += wanted;
-        if (!pps::sendPacket(worker, std::as_bytes(std::span(packet)))) {
-            return std::string("the question was not taken");
-        }
-        const Answer answer = receive();
-        return answer.id != id ? "another answer" : answer.error != 0 ? std::to_string(answer.error) : answer.content;
-    };
-    const auto request = [](const std::string &url, const std::string &captions) {
-        requests::Open open;
-        open.medium = Medium(url);
-        open.type = InputType::Playlist;
-        open.settings.captions[1].medium = Medium(captions);
-        return open;
-    };
-    const std::string refused = std::to_string(EACCES);
-
-    QCOMPARE(ask(path("a.ogg")), refused);
-    files.open(request("file://" + path("list.m3u"), path("film.srt")), 7);
-    const Answer medium = receive();
-    QCOMPARE(medium.id, 7);
-    QCOMPARE(medium.content, "a");
-    QCOMPARE(ask(path("b.ogg")), refused);
-    QCOMPARE(ask(path("a.ogg")), "A");
-    QCOMPARE(ask(path("inner.m3u")), "b");
-    QCOMPARE(ask(path("b.ogg")), "B");
-    QCOMPARE(ask(path("film.srt")), "1");
-    QCOMPARE(ask(path("gone.ogg")), std::to_string(ENOENT));
-    QCOMPARE(ask(path("secret")), refused);
-    QCOMPARE(ask(folder.path().toStdString()), refused);
-
-    files.set({});
-    QCOMPARE(ask(path("film.srt")), refused);
-    files.open(request(path("a.ogg"), {}), 8);
-    QCOMPARE(receive().content, "A");
-    QCOMPARE(ask(path("b.ogg")), refused);
-    files.open(request("http://host/list.m3u", {}), 9);
-    QCOMPARE(ask(path("a.ogg")), refused);
-}
-
 /** Goes where one folder stands in another one's place, tells that it is there, and waits to be killed. */
 [[noreturn]] static void hideBehind(const QByteArray &inner, const QByteArray &outer, int told)
 {
@@ -181,94 +49,217 @@ void tst_MediaFiles::worker_getsWhatItsContextWasGiven()
     }
 }
 
-void tst_MediaFiles::application_meansTheFilesThatItSees()
-{
-    const QTemporaryDir folder;
-    QDir(folder.path()).mkdir("inner");
-    QDir(folder.path()).mkdir("outer");
-    const auto in = [&](const char *name) { return folder.filePath(QLatin1String(name)); };
-    for (const char *place : {"inner", "outer"}) {
-        writeFile(in(place) + "/file", place);
-        QVERIFY(QFile::link(in("outer/file"), in(place) + "/link"));
+/** A worker gets the files that its context was given and that its lists name, and no others. */
+class tst_MediaFiles : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void names_areFoundHoweverTheyAreWritten_data()
+    {
+        const Rows<QByteArray, QByteArray, bool> add("text", "path", "expected");
+        const auto row = [&](const char *title, const QByteArray &text, const QByteArray &path, bool expected = true) {
+            add(title, text, path, expected);
+        };
+        row("beside the list", "#EXTM3U\na.ogg\n", "/music/a.ogg");
+        row("in a folder below", "sub/./x/../a.ogg\r\n", "/music/sub/a.ogg");
+        row("beside the folder", "../other/a.ogg", "/music/../other/a.ogg");
+        row("beside the folder, made absolute", "../other/a.ogg", "/other/a.ogg");
+        row("whole path", "File1=/else/a.ogg\n", "/else/a.ogg");
+        row("URI", "<location>file:///else/a%20b%25.ogg</location>", "/else/a b%.ogg");
+        row("URI with a host", "file://localhost/else/a.ogg", "/else/a.ogg");
+        row("signs of percent as they stand", "100%25.ogg", "/music/100%25.ogg");
+        row("reference of XML", "<ref href=\"Tom &amp; J&#233;r&#xf4;me.ogg\"/>", "/music/Tom & Jérôme.ogg");
+        row("backslashes", "sub\\a.ogg", "/music/sub/a.ogg");
+        row("Latin 1 in the list", "\xe4.ogg", "/music/ä.ogg");
+        row("Latin 1 in the name", "ä.ogg", "/music/\xe4.ogg");
+        row("with parameters", "a.ogg?x#y", "/music/a.ogg");
+        row("segment", R"(media="s/$RepresentationID$-$Number%05d$.m4s")", "/music/s/0-00001.m4s");
+        row("segment with a sign", "initialization='$$5-$Time$-x.m4s'", "/music/$5-7-x.m4s");
+        row("segment elsewhere", "media='$Number$.m4s'", "/home/1.m4s", false);
+        row("no segment", "media='a-$Number$.m4s'", "/music/b-1.m4s", false);
+        row("signs without a segment", "media='$a.ogg'", "/music/xa.ogg", false);
+        row("hidden file as a segment", "media='$Number$'", "/music/.key", false);
+        row("segment in a hidden folder", "media='$Number$'", "/music/.keys/1", false);
+        row("not named", "a.ogg\n", "/music/b.ogg", false);
+        row("part of a name", "aa.ogg\na.ogg.gz\n", "/music/a.ogg", false);
+        row("the same name elsewhere", "a.ogg\n", "/home/a.ogg", false);
+        row("the same name beside the folder", "a.ogg\n", "/music/../a.ogg", false);
+        row("folder", "sub/a.ogg\n", "/music/", false);
+        row("nothing", "\n\n", "", false);
+        row("without the folder", "a.ogg\n", "a.ogg", false);
+        row("another file before a zero", "a.ogg\n", QByteArray("/home/key\0/../../music/a.ogg", 28), false);
     }
-    const auto [reading, writing] = socketPair();
-    const pid_t application = fork();
-    if (application == 0) {
-        hideBehind(in("inner").toLocal8Bit(), in("outer").toLocal8Bit(), writing.get());
+
+    void names_areFoundHoweverTheyAreWritten()
+    {
+        QFETCH(const QByteArray, text);
+        QFETCH(const QByteArray, path);
+        QTEST(ListNames("/music/list.m3u", text.toStdString()).contain(path.toStdString()), "expected");
     }
-    const auto end = qScopeGuard([application] {
-        kill(application, SIGKILL);
-        waitpid(application, nullptr, 0);
-    });
-    char isThere = 0;
-    QVERIFY(QTest::qWaitFor([&, socket = reading.get()] { return read(socket, &isThere, 1) == 1; }, 20'000));
-    if (isThere == 'n') {
-        QSKIP("this system gives users no namespaces");
+
+    void worker_getsWhatItsContextWasGiven()
+    {
+        const QTemporaryDir folder;
+        const auto path = [&](const char *name) { return folder.filePath(QString::fromLatin1(name)).toStdString(); };
+        for (const auto &[name, content] : {std::pair("list.m3u", "a.ogg\ninner.m3u\ngone.ogg\n"),
+                                            {"inner.m3u", "b.ogg\n"},
+                                            {"a.ogg", "A"},
+                                            {"b.ogg", "B"},
+                                            {"secret", "S"},
+                                            {"film.srt", "1"}}) {
+            writeFile(folder.filePath(QLatin1String(name)), content);
+        }
+
+        pps::Broker broker;
+        QSocketNotifier ready(broker.fd(), QSocketNotifier::Read);
+        connect(&ready, &QSocketNotifier::activated, this, [&broker] { broker.process(); });
+        auto [ours, theirs] = socketPair();
+        MediaFiles files(broker, std::move(ours));
+        files.setOwner(pps::Accounts::Services);
+
+        const int worker = theirs.get();
+        const auto receive = [worker] {
+            std::array<std::byte, 64> packet;
+            pps::Fd file;
+            ssize_t size = -1;
+            (void)QTest::qWaitFor([&] { return (size = pps::receivePacket(worker, packet, file)) > 0; }, 20'000);
+            const auto answer =
+                FileAnswer::fromBytes(std::span(packet).first(static_cast<size_t>(std::max<ssize_t>(size, 0))));
+            return answer ? Answer{answer->id, answer->error, LocalFile(std::move(file)).at(0, 1)} : Answer{};
+        };
+        int64_t lastId = 0;
+        const auto ask = [&](const std::string &wanted) {
+            const int64_t id = --lastId;
+            std::string packet(reinterpret_cast<const char *>(&id), sizeof id);
+            packet += wanted;
+            if (!pps::sendPacket(worker, std::as_bytes(std::span(packet)))) {
+                return std::string("the question was not taken");
+            }
+            const Answer answer = receive();
+            return answer.id != id     ? "another answer"
+                   : answer.error != 0 ? std::to_string(answer.error)
+                                       : answer.content;
+        };
+        const auto request = [](const std::string &url, const std::string &captions) {
+            requests::Open open;
+            open.medium = Medium(url);
+            open.type = InputType::Playlist;
+            open.settings.captions[1].medium = Medium(captions);
+            return open;
+        };
+        const std::string refused = std::to_string(EACCES);
+
+        QCOMPARE(ask(path("a.ogg")), refused);
+        files.open(request("file://" + path("list.m3u"), path("film.srt")), 7);
+        const Answer medium = receive();
+        QCOMPARE(medium.id, 7);
+        QCOMPARE(medium.content, "a");
+        QCOMPARE(ask(path("b.ogg")), refused);
+        QCOMPARE(ask(path("a.ogg")), "A");
+        QCOMPARE(ask(path("inner.m3u")), "b");
+        QCOMPARE(ask(path("b.ogg")), "B");
+        QCOMPARE(ask(path("film.srt")), "1");
+        QCOMPARE(ask(path("gone.ogg")), std::to_string(ENOENT));
+        QCOMPARE(ask(path("secret")), refused);
+        QCOMPARE(ask(folder.path().toStdString()), refused);
+
+        files.set({});
+        QCOMPARE(ask(path("film.srt")), refused);
+        files.open(request(path("a.ogg"), {}), 8);
+        QCOMPARE(receive().content, "A");
+        QCOMPARE(ask(path("b.ogg")), refused);
+        files.open(request("http://host/list.m3u", {}), 9);
+        QCOMPARE(ask(path("a.ogg")), refused);
     }
-    const auto view = FileView::of(application);
-    const auto content = [&](const char *name, const FileView &seen) {
-        return LocalFile::openAt(seen.open(in(name).toStdString(), O_PATH | O_CLOEXEC))->at(0, 10);
-    };
-    QCOMPARE(content("outer/file", *view), "inner");
-    QCOMPARE(content("outer/link", *view), "inner");
-    QCOMPARE(content("outer/link", *FileView::of(getpid())), "outer");
 
-    // It records there, too, and what was made for nothing goes again.
-    const std::string path = in("outer/new.wav").toStdString();
-    std::string key;
-    QVERIFY(RecordingFile::inspect(*view, path, key));
-    std::shared_ptr<OpenRecording> recording = OpenRecording::make(view, path, application);
-    QVERIFY(recording->open());
-    QVERIFY(QFile::exists(in("inner/new.wav")) && !QFile::exists(in("outer/new.wav")));
-    recording->letGo();
-    QVERIFY(!QFile::exists(in("inner/new.wav")));
-}
+    void application_meansTheFilesThatItSees()
+    {
+        const QTemporaryDir folder;
+        QDir(folder.path()).mkdir("inner");
+        QDir(folder.path()).mkdir("outer");
+        const auto in = [&](const char *name) { return folder.filePath(QLatin1String(name)); };
+        for (const char *place : {"inner", "outer"}) {
+            writeFile(in(place) + "/file", place);
+            QVERIFY(QFile::link(in("outer/file"), in(place) + "/link"));
+        }
+        const auto [reading, writing] = socketPair();
+        const pid_t application = fork();
+        if (application == 0) {
+            hideBehind(in("inner").toLocal8Bit(), in("outer").toLocal8Bit(), writing.get());
+        }
+        const auto end = qScopeGuard([application] {
+            kill(application, SIGKILL);
+            waitpid(application, nullptr, 0);
+        });
+        char isThere = 0;
+        QVERIFY(QTest::qWaitFor([&, socket = reading.get()] { return read(socket, &isThere, 1) == 1; }, 20'000));
+        if (isThere == 'n') {
+            QSKIP("this system gives users no namespaces");
+        }
+        const auto view = FileView::of(application);
+        const auto content = [&](const char *name, const FileView &seen) {
+            return LocalFile::openAt(seen.open(in(name).toStdString(), O_PATH | O_CLOEXEC))->at(0, 10);
+        };
+        QCOMPARE(content("outer/file", *view), "inner");
+        QCOMPARE(content("outer/link", *view), "inner");
+        QCOMPARE(content("outer/link", *FileView::of(getpid())), "outer");
 
-void tst_MediaFiles::memory_isCountedWhileItIsInUse_data()
-{
-    const Rows<int> row("seals");
-    row("may shrink", 0);
-    row("may not shrink", F_SEAL_SHRINK);
-}
-
-void tst_MediaFiles::memory_isCountedWhileItIsInUse()
-{
-    QFETCH(const int, seals);
-    MemoryFiles memory;
-    QVERIFY(!memory.make(MemoryFiles::MostSize + 1).isValid());
-    pps::Fd large = memory.make(MemoryFiles::MostSize - 1);
-    QVERIFY(large.isValid());
-    QVERIFY(ftruncate(large.get(), MemoryFiles::MostSize) != 0);
-    QVERIFY(!memory.make(2).isValid());
-    void *mapped = mmap(nullptr, 1, PROT_READ, MAP_SHARED, large.get(), 0);
-    large.reset();
-    QVERIFY(!memory.make(2).isValid());
-    munmap(mapped, 1);
-
-    // Whoever has a name for it alone finds it empty, and cannot fill it again.
-    pps::Fd full = memory.make(MemoryFiles::MostSize);
-    pps::Fd reader(::open(nameOf(full).c_str(), O_RDONLY | O_CLOEXEC));
-    const pps::Fd place(::open(nameOf(full).c_str(), O_PATH | O_CLOEXEC));
-    QCOMPARE(write(full.get(), "x", 1), 1);
-    QCOMPARE(fcntl(full.get(), F_ADD_SEALS, seals), 0);
-    full.reset();
-    QVERIFY(!memory.make(1).isValid());
-    reader.reset();
-    memory.release();
-    const pps::Fd again(::open(nameOf(place).c_str(), O_RDWR | O_CLOEXEC));
-    char byte = 0;
-    QVERIFY(again.isValid());
-    QCOMPARE(read(again.get(), &byte, 1), seals == 0 ? 0 : 1);
-    QCOMPARE(byte, '\0');
-    QVERIFY(write(again.get(), "x", 1) < 0);
-
-    std::vector<pps::Fd> files;
-    while (files.size() <= MemoryFiles::MostFiles) {
-        files.push_back(memory.make(1));
+        // It records there, too, and what was made for nothing goes again.
+        const std::string path = in("outer/new.wav").toStdString();
+        std::string key;
+        QVERIFY(RecordingFile::inspect(*view, path, key));
+        std::shared_ptr<OpenRecording> recording = OpenRecording::make(view, path, application);
+        QVERIFY(recording->open());
+        QVERIFY(QFile::exists(in("inner/new.wav")) && !QFile::exists(in("outer/new.wav")));
+        recording->letGo();
+        QVERIFY(!QFile::exists(in("inner/new.wav")));
     }
-    QVERIFY(files.at(MemoryFiles::MostFiles - 1).isValid());
-    QVERIFY(!files.back().isValid());
-}
+
+    void memory_isCountedWhileItIsInUse_data()
+    {
+        const Rows<int> row("seals");
+        row("may shrink", 0);
+        row("may not shrink", F_SEAL_SHRINK);
+    }
+
+    void memory_isCountedWhileItIsInUse()
+    {
+        QFETCH(const int, seals);
+        MemoryFiles memory;
+        QVERIFY(!memory.make(MemoryFiles::MostSize + 1).isValid());
+        pps::Fd large = memory.make(MemoryFiles::MostSize - 1);
+        QVERIFY(large.isValid());
+        QVERIFY(ftruncate(large.get(), MemoryFiles::MostSize) != 0);
+        QVERIFY(!memory.make(2).isValid());
+        void *mapped = mmap(nullptr, 1, PROT_READ, MAP_SHARED, large.get(), 0);
+        large.reset();
+        QVERIFY(!memory.make(2).isValid());
+        munmap(mapped, 1);
+
+        // Whoever has a name for it alone finds it empty, and cannot fill it again.
+        pps::Fd full = memory.make(MemoryFiles::MostSize);
+        pps::Fd reader(::open(nameOf(full).c_str(), O_RDONLY | O_CLOEXEC));
+        const pps::Fd place(::open(nameOf(full).c_str(), O_PATH | O_CLOEXEC));
+        QCOMPARE(write(full.get(), "x", 1), 1);
+        QCOMPARE(fcntl(full.get(), F_ADD_SEALS, seals), 0);
+        full.reset();
+        QVERIFY(!memory.make(1).isValid());
+        reader.reset();
+        memory.release();
+        const pps::Fd again(::open(nameOf(place).c_str(), O_RDWR | O_CLOEXEC));
+        char byte = 0;
+        QVERIFY(again.isValid());
+        QCOMPARE(read(again.get(), &byte, 1), seals == 0 ? 0 : 1);
+        QCOMPARE(byte, '\0');
+        QVERIFY(write(again.get(), "x", 1) < 0);
+
+        std::vector<pps::Fd> files;
+        while (files.size() <= MemoryFiles::MostFiles) {
+            files.push_back(memory.make(1));
+        }
+        QVERIFY(files.at(MemoryFiles::MostFiles - 1).isValid());
+        QVERIFY(!files.back().isValid());
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_MediaFiles)
 #include "tst_media_files.moc"

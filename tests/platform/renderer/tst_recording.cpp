@@ -1,6 +1,5 @@
 #include "Application.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <Daemon.h>
@@ -138,285 +137,269 @@ class tst_Recording : public QObject {
 private Q_SLOTS:
     // What others may do with the user's files is the user's choice.
     void initTestCase() { umask(027); }
-    void file_holdsWhatWasRecorded_whenStopReturns_data();
-    void file_holdsWhatWasRecorded_whenStopReturns();
-    void channels_areThoseOfTheUrl_data();
-    void channels_areThoseOfTheUrl();
-    void pause_leavesNoTrace();
-    void level_isThePeakInDecibels_data();
-    void level_isThePeakInDecibels();
-    void sourceFails_oldFileStays_data();
-    void sourceFails_oldFileStays();
-    void sourceEnds_fileIsComplete();
-    void diskFull_whatIsThereCanBeRead_data();
-    void diskFull_whatIsThereCanBeRead();
-    void workerKilled_fileStaysAndPlays_data();
-    void workerKilled_fileStaysAndPlays();
-    void applicationGone_fileIsCompleted_data();
-    void applicationGone_fileIsCompleted();
+
+    void file_holdsWhatWasRecorded_whenStopReturns_data()
+    {
+        const Rows<QString, QByteArray, int> row("name", "content", "excess");
+        row("wav", "a.wav", "pcm_s16le,44100,2", 1);
+        row("ogg", "a.ogg", "vorbis,44100,2", 1);
+        row("opus", "a.opus", "opus,48000,2", 1);
+        row("flac", "a.flac", "flac,44100,2", 1);
+        row("mp3", "a.mp3", "mp3,44100,2", 1);
+        // This reader drops whole blocks behind the end.
+        row("m4a", "a.m4a", "aac,44100,2", 24);
+        // The format cannot tell what is not sound: the codec's 5 ms and whole blocks.
+        row("amr", "a.amr", "amr_nb,8000,1", 26);
+        row("upper case, blanks", "\xc3\xa4 %41.FLAC", "flac,44100,2", 1);
+    }
+
+    void file_holdsWhatWasRecorded_whenStopReturns()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const QByteArray, content);
+        QFETCH(const int, excess);
+        const Daemon daemon(QStringList{sweepSource(file("sweep.raw"))});
+        const Recorder recorder(file(name), "audio:default?nchan=2");
+        QCOMPARE(recorder.result, 0);
+        QCOMPARE(recorder.play(), 0);
+        recorder.waitFor(700);
+        QCOMPARE(mmr_stop(recorder.context()), 0);
+        constexpr int Rate = 16'000;
+        const QByteArray samples = decoded(file(name), Rate);
+        QCOMPARE(probed(file(name)), content);
+        struct stat status {};
+        QCOMPARE(stat(file(name).toLocal8Bit().constData(), &status), 0);
+        QCOMPARE(static_cast<int>(status.st_mode & 0777), 0640);
+        QCOMPARE(recorder.content("state").number("error", -1), 0);
+        const int64_t position = recorder.content("status").number("position");
+        const int64_t more = milliseconds(samples, Rate) - position;
+        QVERIFY2(more >= -1 && more <= excess, qPrintable(QString::number(more)));
+        for (const double place : {0.0, static_cast<double>(position) - 40}) {
+            // A step of the measure more than the 5 ms.
+            const double late = lateness(samples, Rate, place);
+            QVERIFY2(std::abs(late) < 5.1, qPrintable(QString::number(late)));
+        }
+        // It is finished for good.
+        QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
+        QCOMPARE(decoded(file(name), Rate), samples);
+    }
+
+    void channels_areThoseOfTheUrl_data()
+    {
+        const Rows<int, QByteArray, QByteArray> row("source", "url", "content");
+        row("mono source", 1, "audio:default", "pcm_s16le,44100,1");
+        row("stereo of mono", 1, "audio:default?nchan=2", "pcm_s16le,44100,2");
+        row("mono of stereo", 2, "audio:default?nchan=1", "pcm_s16le,44100,1");
+    }
+
+    void channels_areThoseOfTheUrl()
+    {
+        QFETCH(const int, source);
+        QFETCH(const QByteArray, url);
+        QFETCH(const QByteArray, content);
+        const Daemon daemon(QStringList{toneSource(source)});
+        const Recorder recorder(file("c.wav"), url.constData());
+        QCOMPARE(recorder.play(), 0);
+        recorder.waitFor(100);
+        QCOMPARE(mmr_stop(recorder.context()), 0);
+        QCOMPARE(probed(file("c.wav")), content);
+        QVERIFY(tone::share(decoded(file("c.wav")), Frequency) > 0.98);
+    }
+
+    void pause_leavesNoTrace()
+    {
+        const Daemon daemon(QStringList{toneSource(1)});
+        const Recorder recorder(file("p.wav"));
+        QCOMPARE(recorder.play(), 0);
+        for (int i = 1; i <= 8; ++i) {
+            recorder.waitFor(i * 50);
+            QCOMPARE(mmr_speed_set(recorder.context(), 0), 0);
+            // The level is told on, and nothing moves.
+            const int64_t position = recorder.content("status").number("position");
+            for (int report = 0; report < 4; ++report) {
+                QCOMPARE(readMessage(*recorder.status).number("position"), position);
+            }
+            QCOMPARE(recorder.content("state").text("state"), std::string("playing"));
+            QCOMPARE(mmr_speed_set(recorder.context(), 1000), 0);
+        }
+        QCOMPARE(mmr_stop(recorder.context()), 0);
+
+        const QByteArray bytes = decoded(file("p.wav"), 44'100);
+        QCOMPARE(milliseconds(bytes, 44'100), recorder.content("status").number("position"));
+        const auto *samples = reinterpret_cast<const qint16 *>(bytes.constData());
+        int largestStep = 0;
+        for (qsizetype i = 1; i < bytes.size() / 2; ++i) {
+            largestStep = std::max(largestStep, std::abs(samples[i] - samples[i - 1]));
+        }
+        // The tone's own steps, and what the blending of two sides of full height adds.
+        QVERIFY2(largestStep < 1034 + 150 + 5, qPrintable(QString::number(largestStep)));
+    }
+
+    void level_isThePeakInDecibels_data()
+    {
+        const Rows<QString, QString> row("source", "level");
+        row("full scale", toneSource(1, "volume=1"), "100/100");
+        row("-6 dB", toneSource(2), "90/100");
+        row("-40 dB", toneSource(1, "volume=0.01"), "33/100");
+        row("more reports than buffers", toneSource(1, "samplesperbuffer=4410"), "90/100");
+        row("silence", toneSource(1, "wave=silence"), "0/100");
+    }
+
+    void level_isThePeakInDecibels()
+    {
+        QFETCH(const QString, source);
+        QFETCH(const QString, level);
+        const Daemon daemon(QStringList{source});
+        const Recorder recorder(file("l.wav"));
+        QCOMPARE(recorder.content("status").text("volume"), std::string("0/100"));
+        QCOMPARE(recorder.play(), 0);
+        recorder.waitFor(50);
+        for (int report = 0; report < 12; ++report) {
+            QCOMPARE(QString::fromStdString(readMessage(*recorder.status).text("volume")), level);
+        }
+        QCOMPARE(mmr_input_detach(recorder.context()), 0);
+        QCOMPARE(recorder.content("status").text("volume"), std::string("0/100"));
+        QCOMPARE(recorder.content("state").text("state"), std::string("idle"));
+    }
+
+    void sourceFails_oldFileStays_data()
+    {
+        const Rows<QStringList, bool> row("environment", "isAttached");
+        row("no sound server", {"VORO_AUDIO_SOURCE=", "PULSE_SERVER=unix:/nowhere"}, false);
+        row("cannot be opened", {"VORO_AUDIO_SOURCE=filesrc location=/nowhere ! wavparse"}, true);
+        row("gives nothing", {"VORO_AUDIO_SOURCE=appsrc ! identity"}, true);
+        row("ends at once", {toneSource(1, "num-buffers=0")}, true);
+    }
+
+    void sourceFails_oldFileStays()
+    {
+        QFETCH(const QStringList, environment);
+        QFETCH(const bool, isAttached);
+        writeFile(file("old.wav"), "old");
+        const Daemon daemon(environment);
+        for (const char *name : {"old.wav", "new.wav"}) {
+            const Recorder recorder(file(name));
+            QCOMPARE(recorder.result, isAttached ? 0 : static_cast<int>(ErrorCode::SourceUnavailable));
+            if (isAttached) {
+                QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::SourceUnavailable));
+            }
+        }
+        QCOMPARE(readFile(file("old.wav")), QByteArray("old"));
+        QVERIFY(!QFile::exists(file("new.wav")));
+    }
+
+    void sourceEnds_fileIsComplete()
+    {
+        const Daemon daemon(QStringList{toneSource(1, "num-buffers=30")});
+        const Recorder recorder(file("e.m4a"));
+        QCOMPARE(recorder.play(), 0);
+        const auto end = waitForEnd(*recorder.state);
+        QCOMPARE(end.number("error"), static_cast<int>(ErrorCode::SourceUnavailable));
+        QCOMPARE(end.text("error_pos"), std::string("1:300"));
+        QVERIFY(std::abs(milliseconds(decoded(file("e.m4a"))) - 312) <= 12);
+        QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
+        QCOMPARE(mmr_stop(recorder.context()), 0);
+        QCOMPARE(recorder.content("state").number("error", -1), 0);
+    }
+
+    void diskFull_whatIsThereCanBeRead_data()
+    {
+        Rows<QString>("format").each({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
+    }
+
+    // A limit of the files' size stands for the disk.
+    void diskFull_whatIsThereCanBeRead()
+    {
+        QFETCH(const QString, format);
+        const Daemon daemon(QStringList{toneSource(2, "wave=white-noise")});
+        const rlim_t most = format == QLatin1String("amr") ? 1000 : 20'000;
+        const rlimit limit{most, most};
+        QCOMPARE(prlimit(static_cast<pid_t>(daemon.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
+        const QString path = file("full." + format);
+        const Recorder recorder(path);
+        QCOMPARE(recorder.play(), 0);
+        QCOMPARE(waitForEnd(*recorder.state).number("error"), static_cast<int>(ErrorCode::Write));
+        QVERIFY(QFileInfo(path).size() <= static_cast<qint64>(most));
+        QVERIFY2(milliseconds(decoded(path)) > 80, qPrintable(QString::number(milliseconds(decoded(path)))));
+    }
+
+    void workerKilled_fileStaysAndPlays_data()
+    {
+        Rows<QString>("format").each({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
+    }
+
+    void workerKilled_fileStaysAndPlays()
+    {
+        QFETCH(const QString, format);
+        const Daemon daemon(QStringList{toneSource(1)});
+        const QString path = file("killed." + format);
+        Recorder recorder(path);
+        QCOMPARE(recorder.play(), 0);
+        recorder.waitFor(1500);
+        const QList<pid_t> workers = workersWith(path.toUtf8(), daemon.processId());
+        QCOMPARE(workers.size(), 1);
+        ::kill(workers.first(), SIGKILL);
+        const auto end = waitForEnd(*recorder.state);
+        QCOMPARE(end.number("error"), static_cast<int>(ErrorCode::Internal));
+        const QByteArray samples = decoded(path);
+        QVERIFY2(milliseconds(samples) > 400, qPrintable(QString::number(milliseconds(samples))));
+        QVERIFY(tone::share(samples.mid(9600), Frequency) > 0.9);
+        QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
+        QCOMPARE(decoded(path), samples);
+
+        // The application prepares it again, and only then the file is a new one.
+        QCOMPARE(mmr_input_detach(recorder.context()), 0);
+        QVERIFY(mmr_output_attach(recorder.context(), path.toUtf8().constData(), "file") >= 0);
+        QCOMPARE(recorder.attach("audio:default", "track"), 0);
+        QCOMPARE(decoded(path), samples);
+        QCOMPARE(recorder.play(), 0);
+        recorder.waitFor(100);
+        QCOMPARE(mmr_stop(recorder.context()), 0);
+        QVERIFY(decoded(path).size() < samples.size() && !decoded(path).isEmpty());
+    }
+
+    void applicationGone_fileIsCompleted_data()
+    {
+        const Rows<QString, bool> row("format", "isCommanded");
+        row("wav", "wav", false);
+        row("m4a", "m4a", false);
+        row("flac", "flac", false);
+        row("with a command under way", "m4a", true);
+    }
+
+    void applicationGone_fileIsCompleted()
+    {
+        QFETCH(const QString, format);
+        QFETCH(const bool, isCommanded);
+        const Daemon daemon(QStringList{toneSource(1)});
+        const QString path = file("gone." + format);
+        QList<pid_t> halted;
+        {
+            const Recorder recorder(path);
+            QCOMPARE(recorder.play(), 0);
+            recorder.waitFor(500);
+            if (isCommanded) {
+                // The worker answers when the application is gone.
+                halted = workersWith(path.toUtf8(), daemon.processId());
+                QCOMPARE(halted.size(), 1);
+                ::kill(halted.first(), SIGSTOP);
+                const auto control = recorder.watch("control", voro::pps::Publish);
+                QVERIFY(control->write("msg::speed_set\nid:n:1\nspeed:n:0"));
+            }
+        }
+        for (const pid_t worker : halted) {
+            ::kill(worker, SIGCONT);
+        }
+        QTRY_VERIFY(workersWith(path.toUtf8(), daemon.processId()).isEmpty());
+        // A head or an index that was not completed would tell of less.
+        QVERIFY(milliseconds(decoded(path)) > 480);
+    }
 
 private:
     QString file(const QString &name) const { return m_folder.filePath(name); }
 
     QTemporaryDir m_folder;
 };
-
-void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns_data()
-{
-    const Rows<QString, QByteArray, int> row("name", "content", "excess");
-    row("wav", "a.wav", "pcm_s16le,44100,2", 1);
-    row("ogg", "a.ogg", "vorbis,44100,2", 1);
-    row("opus", "a.opus", "opus,48000,2", 1);
-    row("flac", "a.flac", "flac,44100,2", 1);
-    row("mp3", "a.mp3", "mp3,44100,2", 1);
-    // This reader drops whole blocks behind the end.
-    row("m4a", "a.m4a", "aac,44100,2", 24);
-    // The format cannot tell what is not sound: the codec's 5 ms and whole blocks.
-    row("amr", "a.amr", "amr_nb,8000,1", 26);
-    row("upper case, blanks", "\xc3\xa4 %41.FLAC", "flac,44100,2", 1);
-}
-
-void tst_Recording::file_holdsWhatWasRecorded_whenStopReturns()
-{
-    QFETCH(const QString, name);
-    QFETCH(const QByteArray, content);
-    QFETCH(const int, excess);
-    const Daemon daemon(QStringList{sweepSource(file("sweep.raw"))});
-    const Recorder recorder(file(name), "audio:default?nchan=2");
-    QCOMPARE(recorder.result, 0);
-    QCOMPARE(recorder.play(), 0);
-    recorder.waitFor(700);
-    QCOMPARE(mmr_stop(recorder.context()), 0);
-    constexpr int Rate = 16'000;
-    const QByteArray samples = decoded(file(name), Rate);
-    QCOMPARE(probed(file(name)), content);
-    struct stat status {};
-    QCOMPARE(stat(file(name).toLocal8Bit().constData(), &status), 0);
-    QCOMPARE(static_cast<int>(status.st_mode & 0777), 0640);
-    QCOMPARE(recorder.content("state").number("error", -1), 0);
-    const int64_t position = recorder.content("status").number("position");
-    const int64_t more = milliseconds(samples, Rate) - position;
-    QVERIFY2(more >= -1 && more <= excess, qPrintable(QString::number(more)));
-    for (const double place : {0.0, static_cast<double>(position) - 40}) {
-        // A step of the measure more than the 5 ms.
-        const double late = lateness(samples, Rate, place);
-        QVERIFY2(std::abs(late) < 5.1, qPrintable(QString::number(late)));
-    }
-    // It is finished for good.
-    QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
-    QCOMPARE(decoded(file(name), Rate), samples);
-}
-
-void tst_Recording::channels_areThoseOfTheUrl_data()
-{
-    const Rows<int, QByteArray, QByteArray> row("source", "url", "content");
-    row("mono source", 1, "audio:default", "pcm_s16le,44100,1");
-    row("stereo of mono", 1, "audio:default?nchan=2", "pcm_s16le,44100,2");
-    row("mono of stereo", 2, "audio:default?nchan=1", "pcm_s16le,44100,1");
-}
-
-void tst_Recording::channels_areThoseOfTheUrl()
-{
-    QFETCH(const int, source);
-    QFETCH(const QByteArray, url);
-    QFETCH(const QByteArray, content);
-    const Daemon daemon(QStringList{toneSource(source)});
-    const Recorder recorder(file("c.wav"), url.constData());
-    QCOMPARE(recorder.play(), 0);
-    recorder.waitFor(100);
-    QCOMPARE(mmr_stop(recorder.context()), 0);
-    QCOMPARE(probed(file("c.wav")), content);
-    QVERIFY(tone::share(decoded(file("c.wav")), Frequency) > 0.98);
-}
-
-void tst_Recording::pause_leavesNoTrace()
-{
-    const Daemon daemon(QStringList{toneSource(1)});
-    const Recorder recorder(file("p.wav"));
-    QCOMPARE(recorder.play(), 0);
-    for (int i = 1; i <= 8; ++i) {
-        recorder.waitFor(i * 50);
-        QCOMPARE(mmr_speed_set(recorder.context(), 0), 0);
-        // The level is told on, and nothing moves.
-        const int64_t position = recorder.content("status").number("position");
-        for (int report = 0; report < 4; ++report) {
-            QCOMPARE(readMessage(*recorder.status).number("position"), position);
-        }
-        QCOMPARE(recorder.content("state").text("state"), std::string("playing"));
-        QCOMPARE(mmr_speed_set(recorder.context(), 1000), 0);
-    }
-    QCOMPARE(mmr_stop(recorder.context()), 0);
-
-    const QByteArray bytes = decoded(file("p.wav"), 44'100);
-    QCOMPARE(milliseconds(bytes, 44'100), recorder.content("status").number("position"));
-    const auto *samples = reinterpret_cast<const qint16 *>(bytes.constData());
-    int largestStep = 0;
-    for (qsizetype i = 1; i < bytes.size() / 2; ++i) {
-        largestStep = std::max(largestStep, std::abs(samples[i] - samples[i - 1]));
-    }
-    // The tone's own steps, and what the blending of two sides of full height adds.
-    QVERIFY2(largestStep < 1034 + 150 + 5, qPrintable(QString::number(largestStep)));
-}
-
-void tst_Recording::level_isThePeakInDecibels_data()
-{
-    const Rows<QString, QString> row("source", "level");
-    row("full scale", toneSource(1, "volume=1"), "100/100");
-    row("-6 dB", toneSource(2), "90/100");
-    row("-40 dB", toneSource(1, "volume=0.01"), "33/100");
-    row("more reports than buffers", toneSource(1, "samplesperbuffer=4410"), "90/100");
-    row("silence", toneSource(1, "wave=silence"), "0/100");
-}
-
-void tst_Recording::level_isThePeakInDecibels()
-{
-    QFETCH(const QString, source);
-    QFETCH(const QString, level);
-    const Daemon daemon(QStringList{source});
-    const Recorder recorder(file("l.wav"));
-    QCOMPARE(recorder.content("status").text("volume"), std::string("0/100"));
-    QCOMPARE(recorder.play(), 0);
-    recorder.waitFor(50);
-    for (int report = 0; report < 12; ++report) {
-        QCOMPARE(QString::fromStdString(readMessage(*recorder.status).text("volume")), level);
-    }
-    QCOMPARE(mmr_input_detach(recorder.context()), 0);
-    QCOMPARE(recorder.content("status").text("volume"), std::string("0/100"));
-    QCOMPARE(recorder.content("state").text("state"), std::string("idle"));
-}
-
-void tst_Recording::sourceFails_oldFileStays_data()
-{
-    const Rows<QStringList, bool> row("environment", "isAttached");
-    row("no sound server", {"VORO_AUDIO_SOURCE=", "PULSE_SERVER=unix:/nowhere"}, false);
-    row("cannot be opened", {"VORO_AUDIO_SOURCE=filesrc location=/nowhere ! wavparse"}, true);
-    row("gives nothing", {"VORO_AUDIO_SOURCE=appsrc ! identity"}, true);
-    row("ends at once", {toneSource(1, "num-buffers=0")}, true);
-}
-
-void tst_Recording::sourceFails_oldFileStays()
-{
-    QFETCH(const QStringList, environment);
-    QFETCH(const bool, isAttached);
-    writeFile(file("old.wav"), "old");
-    const Daemon daemon(environment);
-    for (const char *name : {"old.wav", "new.wav"}) {
-        const Recorder recorder(file(name));
-        QCOMPARE(recorder.result, isAttached ? 0 : static_cast<int>(ErrorCode::SourceUnavailable));
-        if (isAttached) {
-            QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::SourceUnavailable));
-        }
-    }
-    QCOMPARE(readFile(file("old.wav")), QByteArray("old"));
-    QVERIFY(!QFile::exists(file("new.wav")));
-}
-
-void tst_Recording::sourceEnds_fileIsComplete()
-{
-    const Daemon daemon(QStringList{toneSource(1, "num-buffers=30")});
-    const Recorder recorder(file("e.m4a"));
-    QCOMPARE(recorder.play(), 0);
-    const auto end = waitForEnd(*recorder.state);
-    QCOMPARE(end.number("error"), static_cast<int>(ErrorCode::SourceUnavailable));
-    QCOMPARE(end.text("error_pos"), std::string("1:300"));
-    QVERIFY(std::abs(milliseconds(decoded(file("e.m4a"))) - 312) <= 12);
-    QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
-    QCOMPARE(mmr_stop(recorder.context()), 0);
-    QCOMPARE(recorder.content("state").number("error", -1), 0);
-}
-
-void tst_Recording::diskFull_whatIsThereCanBeRead_data()
-{
-    Rows<QString>("format").each({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
-}
-
-// A limit of the files' size stands for the disk.
-void tst_Recording::diskFull_whatIsThereCanBeRead()
-{
-    QFETCH(const QString, format);
-    const Daemon daemon(QStringList{toneSource(2, "wave=white-noise")});
-    const rlim_t most = format == QLatin1String("amr") ? 1000 : 20'000;
-    const rlimit limit{most, most};
-    QCOMPARE(prlimit(static_cast<pid_t>(daemon.processId()), RLIMIT_FSIZE, &limit, nullptr), 0);
-    const QString path = file("full." + format);
-    const Recorder recorder(path);
-    QCOMPARE(recorder.play(), 0);
-    QCOMPARE(waitForEnd(*recorder.state).number("error"), static_cast<int>(ErrorCode::Write));
-    QVERIFY(QFileInfo(path).size() <= static_cast<qint64>(most));
-    QVERIFY2(milliseconds(decoded(path)) > 80, qPrintable(QString::number(milliseconds(decoded(path)))));
-}
-
-void tst_Recording::workerKilled_fileStaysAndPlays_data()
-{
-    Rows<QString>("format").each({"wav", "ogg", "opus", "flac", "mp3", "m4a", "amr"});
-}
-
-void tst_Recording::workerKilled_fileStaysAndPlays()
-{
-    QFETCH(const QString, format);
-    const Daemon daemon(QStringList{toneSource(1)});
-    const QString path = file("killed." + format);
-    Recorder recorder(path);
-    QCOMPARE(recorder.play(), 0);
-    recorder.waitFor(1500);
-    const QList<pid_t> workers = workersWith(path.toUtf8(), daemon.processId());
-    QCOMPARE(workers.size(), 1);
-    ::kill(workers.first(), SIGKILL);
-    const auto end = waitForEnd(*recorder.state);
-    QCOMPARE(end.number("error"), static_cast<int>(ErrorCode::Internal));
-    const QByteArray samples = decoded(path);
-    QVERIFY2(milliseconds(samples) > 400, qPrintable(QString::number(milliseconds(samples))));
-    QVERIFY(tone::share(samples.mid(9600), Frequency) > 0.9);
-    QCOMPARE(recorder.play(), static_cast<int>(ErrorCode::InvalidState));
-    QCOMPARE(decoded(path), samples);
-
-    // The application prepares it again, and only then the file is a new one.
-    QCOMPARE(mmr_input_detach(recorder.context()), 0);
-    QVERIFY(mmr_output_attach(recorder.context(), path.toUtf8().constData(), "file") >= 0);
-    QCOMPARE(recorder.attach("audio:default", "track"), 0);
-    QCOMPARE(decoded(path), samples);
-    QCOMPARE(recorder.play(), 0);
-    recorder.waitFor(100);
-    QCOMPARE(mmr_stop(recorder.context()), 0);
-    QVERIFY(decoded(path).size() < samples.size() && !decoded(path).isEmpty());
-}
-
-void tst_Recording::applicationGone_fileIsCompleted_data()
-{
-    const Rows<QString, bool> row("format", "isCommanded");
-    row("wav", "wav", false);
-    row("m4a", "m4a", false);
-    row("flac", "flac", false);
-    row("with a command under way", "m4a", true);
-}
-
-void tst_Recording::applicationGone_fileIsCompleted()
-{
-    QFETCH(const QString, format);
-    QFETCH(const bool, isCommanded);
-    const Daemon daemon(QStringList{toneSource(1)});
-    const QString path = file("gone." + format);
-    QList<pid_t> halted;
-    {
-        const Recorder recorder(path);
-        QCOMPARE(recorder.play(), 0);
-        recorder.waitFor(500);
-        if (isCommanded) {
-            // The worker answers when the application is gone.
-            halted = workersWith(path.toUtf8(), daemon.processId());
-            QCOMPARE(halted.size(), 1);
-            ::kill(halted.first(), SIGSTOP);
-            const auto control = recorder.watch("control", voro::pps::Publish);
-            QVERIFY(control->write("msg::speed_set\nid:n:1\nspeed:n:0"));
-        }
-    }
-    for (const pid_t worker : halted) {
-        ::kill(worker, SIGCONT);
-    }
-    QTRY_VERIFY(workersWith(path.toUtf8(), daemon.processId()).isEmpty());
-    // A head or an index that was not completed would tell of less.
-    QVERIFY(milliseconds(decoded(path)) > 480);
-}
 
 QTEST_GUILESS_MAIN(tst_Recording)
 #include "tst_recording.moc"

@@ -82,197 +82,185 @@ class SoundServiceTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void sound_isHeard_andIsNoOther_data();
-    void sound_isHeard_andIsNoOther();
-    void prepare_givesTheServerTheSound();
-    void sounds_overlap();
-    void cameraIsHeard_whileEventSoundsAreMuted();
-    void badMessage_isRefused_data();
-    void badMessage_isRefused();
-    void manySounds_leaveNothing();
-    void serverThatGoes_isAnError_andComesBack();
-    void serverThatHangs_holdsNobodyUp();
+    void sound_isHeard_andIsNoOther_data()
+    {
+        // Of the theme where it has one, else our own.
+        const Rows<SystemSound::Type, QByteArray> row("sound", "sample");
+        row("BatteryAlarm", SystemSound::BatteryAlarm, "voro-alarm_battery");
+        row("BrowserStartEvent", SystemSound::BrowserStartEvent, "voro-event_browser_start");
+        row("CameraShutterEvent", SystemSound::CameraShutterEvent, "camera-shutter");
+        row("DeviceLockEvent", SystemSound::DeviceLockEvent, "voro-event_device_lock");
+        row("DeviceUnlockEvent", SystemSound::DeviceUnlockEvent, "voro-event_device_unlock");
+        row("DeviceTetherEvent", SystemSound::DeviceTetherEvent, "network-connectivity-established");
+        row("DeviceUntetherEvent", SystemSound::DeviceUntetherEvent, "network-connectivity-lost");
+        row("GeneralNotification", SystemSound::GeneralNotification, "message-new-instant");
+        row("InputKeypress", SystemSound::InputKeypress, "voro-input_keypress");
+        row("RecordingStartEvent", SystemSound::RecordingStartEvent, "voro-event_recording_start");
+        row("RecordingStopEvent", SystemSound::RecordingStopEvent, "voro-event_recording_stop");
+        row("SapphireNotification", SystemSound::SapphireNotification, "voro-notification_sapphire");
+        row("SystemMasterVolumeReference", SystemSound::SystemMasterVolumeReference, "audio-volume-change");
+        row("VideoCallEvent", SystemSound::VideoCallEvent, "phone-incoming-call");
+        row("VideoCallOutgoingEvent", SystemSound::VideoCallOutgoingEvent, "phone-outgoing-calling");
+        row("CameraBurstEvent", SystemSound::CameraBurstEvent, "voro-event_camera_burst_sound");
+    }
+
+    void sound_isHeard_andIsNoOther()
+    {
+        QFETCH(SystemSound::Type, sound);
+        QFETCH(QByteArray, sample);
+        QVERIFY(!isAtTheServer(sample));
+        QVERIFY(isHeard([&] { SystemSound::play(sound); }));
+        QVERIFY(isAtTheServer(sample));
+    }
+
+    void prepare_givesTheServerTheSound()
+    {
+        // Its earlier plays have left it there as well.
+        m_recorder.reset();
+        m_server.kill();
+        m_server.start();
+        SystemSound sound(SystemSound::GeneralNotification);
+        SystemSound own(SystemSound::InputKeypress);
+        QTRY_VERIFY(isAtTheServer("message-new-instant"));
+        QTRY_VERIFY(isAtTheServer("voro-input_keypress"));
+        QCOMPARE(soundsThatPlay(), 0);
+        QVERIFY(isHeard([&] { sound.play(); }));
+    }
+
+    void sounds_overlap()
+    {
+        // The test before ends while its sound still plays.
+        QTRY_COMPARE_WITH_TIMEOUT(soundsThatPlay(), 0, 20'000);
+        SystemSound::play(SystemSound::VideoCallEvent);
+        SystemSound::play(SystemSound::VideoCallOutgoingEvent);
+        SystemSound::play(SystemSound::VideoCallEvent);
+        // No QTRY_ macro: it looks again when it has seen what it waits for, which passes.
+        QVERIFY(QTest::qWaitFor([] { return soundsThatPlay() == 3; }, 20'000));
+        QTRY_COMPARE_WITH_TIMEOUT(soundsThatPlay(), 0, 20'000);
+    }
+
+    void cameraIsHeard_whileEventSoundsAreMuted()
+    {
+        run("pactl", {"load-module", "module-stream-restore"});
+        QTRY_COMPARE(soundsThatPlay(), 0);
+        // What is set for one stream of a role is kept for all that follow.
+        QProcess stream;
+        stream.start("pacat", {"--property=media.role=event", "--raw", "/dev/zero"});
+        QTRY_COMPARE(soundsThatPlay(), 1);
+        run("pactl", {"set-sink-input-mute",
+                      QString::fromLatin1(run("pactl", {"list", "short", "sink-inputs"}).split('\t').first()), "1"});
+        for (const auto sound : {SystemSound::CameraShutterEvent, SystemSound::CameraBurstEvent}) {
+            QVERIFY(isHeard([&] { SystemSound::play(sound); }));
+        }
+        stream.kill();
+        stream.waitForFinished();
+    }
+
+    void badMessage_isRefused_data()
+    {
+        const Rows<QByteArray, QByteArray> row("message", "answer");
+        const auto failure = [](const QByteArray &command, const QByteArray &problem) {
+            return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
+        };
+        const QByteArray play = failure("play_sound", "unknown sound");
+        row("unknown command", "msg::stop_sound", failure("stop_sound", "unknown command"));
+        row("no command", "dat::x", failure("", "unknown command"));
+        row("no data", "msg::play_sound", play);
+        row("data of another type", "msg::play_sound\ndat::alarm_battery", play);
+        row("a list", "msg::play_sound\ndat:json:[\"alarm_battery\"]", play);
+        row("a sound of another type", "msg::play_sound\ndat:json:{\"sound\":1}", play);
+        row("unknown sound", "msg::play_sound\ndat:json:{\"sound\":\"moo\"}", play);
+        row("no sound", "msg::prepare_sound\ndat:json:{\"sound\":\"\"}", failure("prepare_sound", "unknown sound"));
+        row("a path", "msg::play_sound\ndat:json:{\"sound\":\"../sounds/alarm_battery\"}", play);
+    }
+
+    void badMessage_isRefused()
+    {
+        QFETCH(QByteArray, message);
+        QFETCH(QByteArray, answer);
+        Client client;
+        client.write(message);
+        QCOMPARE(client.answer(), answer);
+    }
+
+    void manySounds_leaveNothing()
+    {
+        Client client;
+        const auto playMany = [&] {
+            for (int i = 0; i < 100; ++i) {
+                client.request("play_sound", i % 2 ? "input_keypress" : "system_master_volume_reference");
+            }
+            client.settle();
+            QTRY_COMPARE_WITH_TIMEOUT(soundsThatPlay(), 0, 20'000);
+        };
+        // What is needed once at the most is there after the first time.
+        playMany();
+        const qint64 before = memoryOf(m_daemon.processId());
+        for (int i = 0; i < 4; ++i) {
+            playMany();
+        }
+        const qint64 growth = memoryOf(m_daemon.processId()) - before;
+#ifdef __SANITIZE_ADDRESS__
+        // What was freed is kept for a while.
+        constexpr qint64 Allowed = 64 * 1024;
+#else
+        constexpr qint64 Allowed = 512;
+#endif
+        QVERIFY2(growth < Allowed, qPrintable(QString::number(growth)));
+    }
+
+    void serverThatGoes_isAnError_andComesBack()
+    {
+        Client client;
+        m_recorder.reset();
+        m_server.kill();
+        client.request("play_sound", "event_camera_shutter");
+        QVERIFY(client.answer().startsWith("res::play_sound\nerr::"));
+        client.request("prepare_sound", "event_camera_shutter");
+        QVERIFY(client.answer().startsWith("res::prepare_sound\nerr::"));
+        m_server.start();
+        QVERIFY(isHeard([&] { client.request("play_sound", "event_camera_shutter"); }));
+    }
+
+    void serverThatHangs_holdsNobodyUp()
+    {
+        Client client;
+        m_server.suspend();
+        for (int i = 0; i < 100; ++i) {
+            client.request("play_sound", "input_keypress");
+        }
+        QCOMPARE(client.answer(), "res::play_sound\nerr::too many sounds wait\nerror::too many sounds wait");
+        client.settle();
+        QVERIFY(m_daemon.stop());
+        m_server.kill();
+    }
 
 private:
     /** Whether the sink plays something after a silence. */
-    bool isHeard(const std::function<void()> &play);
+    bool isHeard(const std::function<void()> &play)
+    {
+        if (!m_recorder) {
+            m_recorder.emplace();
+        }
+        constexpr qsizetype Pause = 9'600;
+        m_recorder->clear();
+        // No QTRY_ macro: it would end no test.
+        const bool isSilent = QTest::qWaitFor(
+            [this] {
+                const QByteArray heard = m_recorder->samples();
+                return heard.size() >= Pause && tone::firstSound(heard.last(Pause), 100) < 0;
+            },
+            20'000);
+        m_recorder->clear();
+        play();
+        return isSilent
+               && QTest::qWaitFor([this] { return tone::firstSound(m_recorder->samples(), 100) >= 0; }, 20'000);
+    }
 
     PulseServer m_server;
     Daemon m_daemon;
     std::optional<MonitorRecorder> m_recorder;
 };
-
-bool SoundServiceTest::isHeard(const std::function<void()> &play)
-{
-    if (!m_recorder) {
-        m_recorder.emplace();
-    }
-    constexpr qsizetype Pause = 9'600;
-    m_recorder->clear();
-    // No QTRY_ macro: it would end no test.
-    const bool isSilent = QTest::qWaitFor(
-        [this] {
-            const QByteArray heard = m_recorder->samples();
-            return heard.size() >= Pause && tone::firstSound(heard.last(Pause), 100) < 0;
-        },
-        20'000);
-    m_recorder->clear();
-    play();
-    return isSilent && QTest::qWaitFor([this] { return tone::firstSound(m_recorder->samples(), 100) >= 0; }, 20'000);
-}
-
-void SoundServiceTest::sound_isHeard_andIsNoOther_data()
-{
-    // Of the theme where it has one, else our own.
-    const Rows<SystemSound::Type, QByteArray> row("sound", "sample");
-    row("BatteryAlarm", SystemSound::BatteryAlarm, "voro-alarm_battery");
-    row("BrowserStartEvent", SystemSound::BrowserStartEvent, "voro-event_browser_start");
-    row("CameraShutterEvent", SystemSound::CameraShutterEvent, "camera-shutter");
-    row("DeviceLockEvent", SystemSound::DeviceLockEvent, "voro-event_device_lock");
-    row("DeviceUnlockEvent", SystemSound::DeviceUnlockEvent, "voro-event_device_unlock");
-    row("DeviceTetherEvent", SystemSound::DeviceTetherEvent, "network-connectivity-established");
-    row("DeviceUntetherEvent", SystemSound::DeviceUntetherEvent, "network-connectivity-lost");
-    row("GeneralNotification", SystemSound::GeneralNotification, "message-new-instant");
-    row("InputKeypress", SystemSound::InputKeypress, "voro-input_keypress");
-    row("RecordingStartEvent", SystemSound::RecordingStartEvent, "voro-event_recording_start");
-    row("RecordingStopEvent", SystemSound::RecordingStopEvent, "voro-event_recording_stop");
-    row("SapphireNotification", SystemSound::SapphireNotification, "voro-notification_sapphire");
-    row("SystemMasterVolumeReference", SystemSound::SystemMasterVolumeReference, "audio-volume-change");
-    row("VideoCallEvent", SystemSound::VideoCallEvent, "phone-incoming-call");
-    row("VideoCallOutgoingEvent", SystemSound::VideoCallOutgoingEvent, "phone-outgoing-calling");
-    row("CameraBurstEvent", SystemSound::CameraBurstEvent, "voro-event_camera_burst_sound");
-}
-
-void SoundServiceTest::sound_isHeard_andIsNoOther()
-{
-    QFETCH(SystemSound::Type, sound);
-    QFETCH(QByteArray, sample);
-    QVERIFY(!isAtTheServer(sample));
-    QVERIFY(isHeard([&] { SystemSound::play(sound); }));
-    QVERIFY(isAtTheServer(sample));
-}
-
-void SoundServiceTest::prepare_givesTheServerTheSound()
-{
-    // Its earlier plays have left it there as well.
-    m_recorder.reset();
-    m_server.kill();
-    m_server.start();
-    SystemSound sound(SystemSound::GeneralNotification);
-    SystemSound own(SystemSound::InputKeypress);
-    QTRY_VERIFY(isAtTheServer("message-new-instant"));
-    QTRY_VERIFY(isAtTheServer("voro-input_keypress"));
-    QCOMPARE(soundsThatPlay(), 0);
-    QVERIFY(isHeard([&] { sound.play(); }));
-}
-
-void SoundServiceTest::sounds_overlap()
-{
-    // The test before ends while its sound still plays.
-    QTRY_COMPARE_WITH_TIMEOUT(soundsThatPlay(), 0, 20'000);
-    SystemSound::play(SystemSound::VideoCallEvent);
-    SystemSound::play(SystemSound::VideoCallOutgoingEvent);
-    SystemSound::play(SystemSound::VideoCallEvent);
-    // No QTRY_ macro: it looks again when it has seen what it waits for, which passes.
-    QVERIFY(QTest::qWaitFor([] { return soundsThatPlay() == 3; }, 20'000));
-    QTRY_COMPARE_WITH_TIMEOUT(soundsThatPlay(), 0, 20'000);
-}
-
-void SoundServiceTest::cameraIsHeard_whileEventSoundsAreMuted()
-{
-    run("pactl", {"load-module", "module-stream-restore"});
-    QTRY_COMPARE(soundsThatPlay(), 0);
-    // What is set for one stream of a role is kept for all that follow.
-    QProcess stream;
-    stream.start("pacat", {"--property=media.role=event", "--raw", "/dev/zero"});
-    QTRY_COMPARE(soundsThatPlay(), 1);
-    run("pactl", {"set-sink-input-mute",
-                  QString::fromLatin1(run("pactl", {"list", "short", "sink-inputs"}).split('\t').first()), "1"});
-    for (const auto sound : {SystemSound::CameraShutterEvent, SystemSound::CameraBurstEvent}) {
-        QVERIFY(isHeard([&] { SystemSound::play(sound); }));
-    }
-    stream.kill();
-    stream.waitForFinished();
-}
-
-void SoundServiceTest::badMessage_isRefused_data()
-{
-    const Rows<QByteArray, QByteArray> row("message", "answer");
-    const auto failure = [](const QByteArray &command, const QByteArray &problem) {
-        return "res::" + command + "\nerr::" + problem + "\nerror::" + problem;
-    };
-    const QByteArray play = failure("play_sound", "unknown sound");
-    row("unknown command", "msg::stop_sound", failure("stop_sound", "unknown command"));
-    row("no command", "dat::x", failure("", "unknown command"));
-    row("no data", "msg::play_sound", play);
-    row("data of another type", "msg::play_sound\ndat::alarm_battery", play);
-    row("a list", "msg::play_sound\ndat:json:[\"alarm_battery\"]", play);
-    row("a sound of another type", "msg::play_sound\ndat:json:{\"sound\":1}", play);
-    row("unknown sound", "msg::play_sound\ndat:json:{\"sound\":\"moo\"}", play);
-    row("no sound", "msg::prepare_sound\ndat:json:{\"sound\":\"\"}", failure("prepare_sound", "unknown sound"));
-    row("a path", "msg::play_sound\ndat:json:{\"sound\":\"../sounds/alarm_battery\"}", play);
-}
-
-void SoundServiceTest::badMessage_isRefused()
-{
-    QFETCH(QByteArray, message);
-    QFETCH(QByteArray, answer);
-    Client client;
-    client.write(message);
-    QCOMPARE(client.answer(), answer);
-}
-
-void SoundServiceTest::manySounds_leaveNothing()
-{
-    Client client;
-    const auto playMany = [&] {
-        for (int i = 0; i < 100; ++i) {
-            client.request("play_sound", i % 2 ? "input_keypress" : "system_master_volume_reference");
-        }
-        client.settle();
-        QTRY_COMPARE_WITH_TIMEOUT(soundsThatPlay(), 0, 20'000);
-    };
-    // What is needed once at the most is there after the first time.
-    playMany();
-    const qint64 before = memoryOf(m_daemon.processId());
-    for (int i = 0; i < 4; ++i) {
-        playMany();
-    }
-    const qint64 growth = memoryOf(m_daemon.processId()) - before;
-#ifdef __SANITIZE_ADDRESS__
-    // What was freed is kept for a while.
-    constexpr qint64 Allowed = 64 * 1024;
-#else
-    constexpr qint64 Allowed = 512;
-#endif
-    QVERIFY2(growth < Allowed, qPrintable(QString::number(growth)));
-}
-
-void SoundServiceTest::serverThatGoes_isAnError_andComesBack()
-{
-    Client client;
-    m_recorder.reset();
-    m_server.kill();
-    client.request("play_sound", "event_camera_shutter");
-    QVERIFY(client.answer().startsWith("res::play_sound\nerr::"));
-    client.request("prepare_sound", "event_camera_shutter");
-    QVERIFY(client.answer().startsWith("res::prepare_sound\nerr::"));
-    m_server.start();
-    QVERIFY(isHeard([&] { client.request("play_sound", "event_camera_shutter"); }));
-}
-
-void SoundServiceTest::serverThatHangs_holdsNobodyUp()
-{
-    Client client;
-    m_server.suspend();
-    for (int i = 0; i < 100; ++i) {
-        client.request("play_sound", "input_keypress");
-    }
-    QCOMPARE(client.answer(), "res::play_sound\nerr::too many sounds wait\nerror::too many sounds wait");
-    client.settle();
-    QVERIFY(m_daemon.stop());
-    m_server.kill();
-}
 
 QTEST_GUILESS_MAIN(SoundServiceTest)
 #include "tst_soundservice.moc"

@@ -7,10 +7,6 @@
 #include <multimedia/MetaData.h>
 #include <multimedia/NowPlayingController.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QSettings>
-#include <QtCore/QTemporaryDir>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 #include <QtTest/QtTest>

@@ -2,7 +2,6 @@
 
 #include "Application.h"
 
-#include <QtCore/QDir>
 #include <QtGui/QAccessible>
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QtTest>
