@@ -64,6 +64,8 @@ set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${VORO_TREE_LIB})
 cmake_path(GET VORO_TREE_LIB PARENT_PATH VORO_TREE_TESTS)
 string(APPEND VORO_TREE_TESTS /tests)
 
+# Relative as well, so that the name of the build's folder leaves no trace in what is installed.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 voro_way(way BIN LIB)
 set(CMAKE_INSTALL_RPATH "$ORIGIN/${way}")
 voro_way(VORO_DAEMON_WAY LIB LIBEXEC)
