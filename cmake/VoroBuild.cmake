@@ -23,7 +23,7 @@ endfunction()
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough)
 if(CMAKE_UNITY_BUILD)
   # Files that are compiled as one see each other's names; a build of every file by itself tells what is really hidden.
-  add_compile_options(-Wno-shadow -Wno-subobject-linkage -Wno-unused-function)
+  add_compile_options(-Wno-shadow -Wno-unused-function $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()
 if(VORO_WERROR)
   add_compile_options(-Werror)

@@ -23,23 +23,31 @@ int openEvent()
     return event;
 }
 
-} // namespace
-
-EndSignals::EndSignals() : m_notifier(openEvent(), QSocketNotifier::Read)
+void setHandlers(void (*handler)(int))
 {
-    QObject::connect(&m_notifier, &QSocketNotifier::activated, qApp, [this] {
-        m_notifier.setEnabled(false);
-        QCoreApplication::quit();
-    });
     struct sigaction action {};
-    action.sa_handler = noteEnd;
-    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         struct sigaction present {};
         // What the caller has switched off (nohup) stays off.
         if (sigaction(signal, nullptr, &present) == 0 && present.sa_handler != SIG_IGN) {
             sigaction(signal, &action, nullptr);
         }
+    }
+}
+
+} // namespace
+
+EndSignals::EndSignals() : m_notifier(openEvent(), QSocketNotifier::Read)
+{
+    QObject::connect(&m_notifier, &QSocketNotifier::activated, qApp, [this] {
+        m_notifier.setEnabled(false);
+        setHandlers(SIG_DFL);
+        QCoreApplication::quit();
+    });
+    if (event >= 0) {
+        setHandlers(noteEnd);
     }
 }
 

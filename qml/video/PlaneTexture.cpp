@@ -11,6 +11,7 @@
 #endif
 
 #include <bit>
+#include <utility>
 
 namespace voro::qml {
 
@@ -69,7 +70,8 @@ uint32_t formatsOf(QQuickWindow *window, QSize picture)
     auto formats = static_cast<uint32_t>(FrameFormat::Bgrx);
     const auto *rhi =
         static_cast<const QRhi *>(window->rendererInterface()->getResource(window, QSGRendererInterface::RhiResource));
-    if (!rhi || !isQtAsCompiled() || !isShaderWorthwhile(rhi)) {
+    // Rows of planes are longer than the picture is wide.
+    if (!rhi || !isQtAsCompiled() || !rhi->isFeatureSupported(QRhi::ImageDataStride) || !isShaderWorthwhile(rhi)) {
         return formats;
     }
     const int largest = rhi->resourceLimit(QRhi::TextureSizeMax);
@@ -117,10 +119,14 @@ void PlaneTexture::commitTextureOperations(QRhi *rhi, QRhiResourceUpdateBatch *u
     m_isNew = false;
     if (!m_texture) {
         m_texture = rhi->newTexture(textureFormat(m_format, m_plane), m_size);
-        m_texture->create();
+        if (!m_texture->create()) {
+            // The graphics card has no room for it: the scene shows nothing there.
+            delete std::exchange(m_texture, nullptr);
+            return;
+        }
     }
     const auto stride = m_frame->description().plane(m_plane).stride;
-    // The graphics card reads the worker's memory itself, while the frame is drawn.
+    // Not copied here: Qt reads the worker's memory until the frame has been drawn, and m_frame holds it so long.
     QRhiTextureSubresourceUploadDescription upload(QByteArray::fromRawData(
         reinterpret_cast<const char *>(m_frame->plane(m_plane)), static_cast<qsizetype>(stride) * m_size.height()));
     upload.setDataStride(stride);

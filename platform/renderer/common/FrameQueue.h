@@ -85,7 +85,7 @@ enum class FrameRange : uint32_t { Limited, Full };
 struct FrameColors {
     FrameMatrix matrix = FrameMatrix::Bt601;
     FrameRange range = FrameRange::Limited;
-    /** Where a chroma sample lies: 1 in the middle of the left two pixels, or the upper two; 0 between both. */
+    /** Where a chroma sample lies: 1 above the left of its two columns of pixels, 0 midway; the same for rows. */
     uint32_t isLeft = 1;
     uint32_t isTop = 0;
 

@@ -38,7 +38,7 @@ namespace requests {
 struct Open {
     Medium medium;
     InputType type = InputType::AutoList;
-    /** Of a playlist: a medium that turns out to be none is opened as a track next. */
+    /** Asked for as a playlist; if the medium is none, it will be asked for as a track next. */
     bool isTrackNext = false;
     Speed speed;
     TrackPosition start;

@@ -158,7 +158,16 @@ void FrameReceiver::sendFormats()
 {
     FrameFormats formats;
     formats.formats = m_formats;
-    pps::sendPacket(m_worker.socket->get(), bytesOf(formats));
+    if (!pps::sendPacket(m_worker.socket->get(), bytesOf(formats))) {
+        dropWorker();
+    }
+}
+
+void FrameReceiver::dropWorker()
+{
+    m_worker.reset();
+    m_ring.reset();
+    show(nullptr);
 }
 
 void FrameReceiver::readWorker()
@@ -173,9 +182,7 @@ void FrameReceiver::readWorker()
             return;
         }
         if (size <= 0 || !handle(std::span(packet).first(static_cast<size_t>(size)), file)) {
-            m_worker.reset();
-            m_ring.reset();
-            show(nullptr);
+            dropWorker();
             return;
         }
     }

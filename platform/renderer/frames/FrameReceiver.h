@@ -94,6 +94,7 @@ private:
     void readDaemon();
     void readWorker();
     void sendFormats();
+    void dropWorker();
     /** False for an invalid message. */
     bool handle(std::span<const std::byte> packet, const pps::Fd &file);
     bool take(const FrameReady &ready);

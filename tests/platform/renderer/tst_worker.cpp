@@ -55,7 +55,7 @@ std::chrono::nanoseconds usedTime()
 
 /**
  * Uses much processor time, between rests, and reports progress or that it stays where it is; an event at the end. On a
- * busy machine that takes long, and what may not go on so is not ended before it has the processor for a while.
+ * busy machine that takes long: a worker that has to be ended goes on until the daemon notices it.
  */
 void workHard(pps::Connection &link, bool getsOn, std::chrono::milliseconds rest)
 {

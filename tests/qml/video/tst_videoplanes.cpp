@@ -105,7 +105,8 @@ void tst_VideoPlanes::initTestCase()
     m_worker->meet();
     m_view->show();
     // The item says it once the scene is known.
-    QTRY_VERIFY((m_formats = m_worker->formats().value_or(m_formats)) > static_cast<uint32_t>(FrameFormat::Bgrx));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        (m_formats = m_worker->formats().value_or(m_formats)) > static_cast<uint32_t>(FrameFormat::Bgrx), 20'000);
 }
 
 void tst_VideoPlanes::put(const PlanarDescription &description, const QByteArray &picture)
@@ -214,7 +215,8 @@ void tst_VideoPlanes::item_changesItsWindow_andTheWorkerWhatItGave()
     // A worker converts for less than what only stands in for a graphics card.
     qunsetenv("VORO_VIDEO_SHADER");
     video()->update();
-    QTRY_COMPARE((m_formats = m_worker->formats().value_or(m_formats)), static_cast<uint32_t>(FrameFormat::Bgrx));
+    QTRY_COMPARE_WITH_TIMEOUT((m_formats = m_worker->formats().value_or(m_formats)),
+                              static_cast<uint32_t>(FrameFormat::Bgrx), 20'000);
 }
 
 int main(int argc, char *argv[])
