@@ -3,7 +3,9 @@
 #include <sys/mman.h>
 
 #include <cstdio>
-#include <fstream>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
 
 namespace voro::pps {
 
@@ -16,16 +18,16 @@ struct Mapping {
     bool isUnchangedFile = false;
 };
 
-/** Reads the first line of a description; false for any other line. */
-bool parse(const std::string &line, Mapping &mapping)
+/** Reads the first line of a description, which ends with a zero; false for any other line. */
+bool parse(std::string_view line, Mapping &mapping)
 {
     unsigned long begin = 0;
     unsigned long end = 0;
     char flags[5] = {};
-    if (std::sscanf(line.c_str(), "%lx-%lx %4s", &begin, &end, flags) != 3) {
+    if (std::sscanf(line.data(), "%lx-%lx %4s", &begin, &end, flags) != 3) {
         return false;
     }
-    const bool isFile = line.find(" /") != std::string::npos;
+    const bool isFile = line.find(" /") != std::string_view::npos;
     mapping = {begin, end, isFile && flags[1] == '-' && flags[3] == 'p'};
     return true;
 }
@@ -34,15 +36,19 @@ bool parse(const std::string &line, Mapping &mapping)
 
 void releaseFilePages(const std::string &process)
 {
-    std::ifstream mappings(process + "/smaps");
+    const std::unique_ptr<FILE, int (*)(FILE *)> mappings(std::fopen((process + "/smaps").c_str(), "re"), std::fclose);
+    char *text = nullptr;
+    size_t size = 0;
     Mapping mapping;
-    for (std::string line; std::getline(mappings, line);) {
+    while (mappings && getline(&text, &size, mappings.get()) >= 0) {
+        const std::string_view line(text);
         // Changed pages, like those of relocated addresses, would be lost.
-        if (!parse(line, mapping) && line.starts_with("Anonymous:") && line.ends_with(" 0 kB")
+        if (!parse(line, mapping) && line.starts_with("Anonymous:") && line.ends_with(" 0 kB\n")
             && mapping.isUnchangedFile) {
             madvise(reinterpret_cast<void *>(mapping.begin), mapping.end - mapping.begin, MADV_DONTNEED);
         }
     }
+    std::free(text);
 }
 
 } // namespace voro::pps

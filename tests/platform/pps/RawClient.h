@@ -45,7 +45,7 @@ public:
     /** Waits until the broker has closed the socket. */
     void waitForEnd()
     {
-        while (receive() != 0) {
+        while (receive() > 0) {
         }
     }
 
