@@ -63,13 +63,10 @@ bool canTake(const QRhi *rhi, FrameFormat format)
            && rhi->isTextureFormatSupported(textureFormat(format, 1));
 }
 
-} // namespace
-
-uint32_t formatsOf(QQuickWindow *window, QSize picture)
+/** Without a device, the scene is drawn by software. */
+uint32_t formatsOf(const QRhi *rhi, QSize picture)
 {
     auto formats = static_cast<uint32_t>(FrameFormat::Bgrx);
-    const auto *rhi =
-        static_cast<const QRhi *>(window->rendererInterface()->getResource(window, QSGRendererInterface::RhiResource));
     // Rows of planes are longer than the picture is wide.
     if (!rhi || !isQtAsCompiled() || !rhi->isFeatureSupported(QRhi::ImageDataStride) || !isShaderWorthwhile(rhi)) {
         return formats;
@@ -81,6 +78,20 @@ uint32_t formatsOf(QQuickWindow *window, QSize picture)
         }
     }
     return formats;
+}
+
+} // namespace
+
+uint32_t SceneFormats::formatsOf(QQuickWindow *window, QSize picture)
+{
+    const auto *rhi =
+        static_cast<const QRhi *>(window->rendererInterface()->getResource(window, QSGRendererInterface::RhiResource));
+    if (rhi != m_rhi || picture != m_picture) {
+        m_rhi = rhi;
+        m_picture = picture;
+        m_formats = qml::formatsOf(rhi, picture);
+    }
+    return m_formats;
 }
 
 PlaneTexture::PlaneTexture(FrameFormat format, size_t plane) : m_format(format), m_plane(plane)

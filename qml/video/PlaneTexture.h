@@ -7,12 +7,22 @@
 #include <memory>
 
 class QQuickWindow;
+class QRhi;
 class QRhiTexture;
 
 namespace voro::qml {
 
-/** The formats in which a window's scene wants pictures of that size: bits of FrameFormat. */
-uint32_t formatsOf(QQuickWindow *window, QSize picture);
+/** Asks scenes for the formats that they can draw. Keeps the last answer, because the question comes for every picture. */
+class SceneFormats {
+public:
+    /** The formats in which a window's scene wants pictures of that size: bits of FrameFormat. */
+    uint32_t formatsOf(QQuickWindow *window, QSize picture);
+
+private:
+    const QRhi *m_rhi = nullptr;
+    QSize m_picture;
+    uint32_t m_formats = static_cast<uint32_t>(renderer::FrameFormat::Bgrx);
+};
 
 /**
  * A plane of pictures, which have all the same size, in a texture. Uploads each picture from the worker's memory, which

@@ -83,7 +83,7 @@ QRectF VideoWindow::sourceRect() const
 QSGNode *VideoWindow::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
     const std::shared_ptr<renderer::Frame> &frame = m_receiver.frame();
-    const uint32_t formats = formatsOf(window(), m_sourceSize);
+    const uint32_t formats = m_sceneFormats.formatsOf(window(), m_sourceSize);
     if (std::exchange(m_formats, formats) != formats) {
         // This is the scene's thread. The receiver belongs to the item's, which waits for it now.
         QMetaObject::invokeMethod(

@@ -4,6 +4,8 @@
 
 #include <renderer/frames/FrameReceiver.h>
 
+#include "PlaneTexture.h"
+
 class QSGImageNode;
 
 namespace voro::qml {
@@ -74,6 +76,7 @@ private:
     QSizeF m_shownSize;
     /** Whether the picture differs from the scene's. */
     bool m_isNew = false;
+    SceneFormats m_sceneFormats;
     /** What the scene can draw, as bits of FrameFormat, and whether its picture has several planes. */
     uint32_t m_formats = static_cast<uint32_t>(renderer::FrameFormat::Bgrx);
     bool m_isPlanar = false;
