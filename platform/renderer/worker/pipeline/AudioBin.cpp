@@ -5,10 +5,6 @@
 #include <renderer/worker/gst/Gaps.h>
 #include <renderer/worker/video/WindowSink.h>
 
-#include <algorithm>
-#include <chrono>
-#include <thread>
-
 namespace voro::renderer {
 
 namespace {
@@ -106,16 +102,18 @@ AudioBin::AudioBin()
     GstElement *convert = makeElement("audioconvert");
     // One format for all: they need not find out at each medium which of many they have in common.
     g_object_set(m_filter, "caps", m_format.get(), nullptr);
-    gst_bin_add_many(GST_BIN(m_bin.get()), m_queue, convert, m_filter, m_equalizer, m_volume, nullptr);
-    gst_element_link_many(m_queue, convert, m_filter, nullptr);
+    gst_bin_add_many(GST_BIN(m_bin.get()), convert, m_filter, m_queue, m_equalizer, m_volume, nullptr);
+    gst_element_link_many(convert, m_filter, m_queue, nullptr);
     gst_element_link(m_equalizer, m_volume);
     addTempo();
     g_object_set(m_queue, "max-size-buffers", 0, "max-size-bytes", 0, nullptr);
     decodeAhead(amounts(m_ahead).decoded);
+    const Owned<GstPad> decoded(gst_element_get_static_pad(m_filter, "src"));
+    m_decoded.watch(decoded.get());
     const Owned<GstPad> output(gst_element_get_static_pad(m_volume, "src"));
     m_output.watch(output.get());
 
-    const Owned<GstPad> target(gst_element_get_static_pad(m_queue, "sink"));
+    const Owned<GstPad> target(gst_element_get_static_pad(convert, "sink"));
     m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
     gst_element_add_pad(m_bin.get(), m_input.get());
     gst_pad_add_probe(m_input.get(),
@@ -127,15 +125,14 @@ AudioBin::AudioBin()
     gst_pad_add_probe(m_input.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, this, nullptr);
 }
 
-// Runs in a streaming thread. A decoder that asks for buffers would wait in the queue for the closed gate; it has its
-// own.
+// Runs in a streaming thread.
 GstPadProbeReturn AudioBin::onQuery(GstPad *, GstPadProbeInfo *info, gpointer self)
 {
     GstQuery *query = GST_PAD_PROBE_INFO_QUERY(info);
     if (GST_QUERY_TYPE(query) == GST_QUERY_CAPS && GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_PUSH) {
         return answerCaps(query, static_cast<AudioBin *>(self)->m_accepted.get());
     }
-    return GST_QUERY_TYPE(query) == GST_QUERY_ALLOCATION ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
+    return GST_PAD_PROBE_OK;
 }
 
 AudioBin::~AudioBin()
@@ -156,6 +153,7 @@ void AudioBin::resetSink(const Piece &piece)
         addSink(piece.outputs.isAudible);
     }
     m_ahead = piece.mayBeFarAhead() ? Ahead::Much : Ahead::Little;
+    m_decoded.begin(isFarAhead() ? Ahead::Much : Ahead::Little);
     m_output.begin(m_isServerSink ? m_sink : nullptr, m_ahead);
     if (m_isServerSink) {
         setRole(m_sink, piece.outputs.role);
@@ -177,7 +175,7 @@ void AudioBin::addTempo()
 {
     m_tempo = makeElement("scaletempo");
     gst_bin_add(GST_BIN(m_bin.get()), m_tempo);
-    gst_element_link_many(m_filter, m_tempo, m_equalizer, nullptr);
+    gst_element_link_many(m_queue, m_tempo, m_equalizer, nullptr);
     // Changes of equalizer and volume hold for what waits, too.
     m_gate.reset(gst_element_get_static_pad(m_tempo, "src"));
 }
@@ -251,7 +249,6 @@ GstPadProbeReturn AudioBin::onDecoded(GstPad *, GstPadProbeInfo *info, gpointer 
             if (segment->rate != 1) {
                 bin->m_isStretched = true;
             }
-            bin->m_decoded = 0;
         } else if (GST_EVENT_TYPE(event) == GST_EVENT_EOS && bin->m_awaitsDecoded.exchange(false)) {
             postNote(element, EmptyMessage);
         }
@@ -259,28 +256,8 @@ GstPadProbeReturn AudioBin::onDecoded(GstPad *, GstPadProbeInfo *info, gpointer 
         if (bin->m_awaitsDecoded.exchange(false)) {
             postNote(element, DecodedMessage);
         }
-        if (bin->isFarAhead() && GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
-            bin->pace(GST_BUFFER_DURATION(GST_PAD_PROBE_INFO_BUFFER(info)));
-        }
     }
     return GST_PAD_PROBE_OK;
-}
-
-/** Leaves others the processor while much is decoded for the first time: they bring the beginning to be heard. */
-void AudioBin::pace(GstClockTime duration)
-{
-    constexpr unsigned Speed = 10;
-    // What begins to be heard, and some more.
-    constexpr GstClockTime Unpaced = 90 * GST_MSECOND;
-    // A seek waits as long.
-    constexpr GstClockTime LongestRest = 2 * GST_MSECOND;
-    if (!GST_CLOCK_TIME_IS_VALID(duration) || m_decoded > amounts(Ahead::Much).decoded + amounts(Ahead::Much).held) {
-        return;
-    }
-    m_decoded += duration;
-    if (m_decoded > Unpaced) {
-        std::this_thread::sleep_for(std::chrono::nanoseconds(std::min(duration / Speed, LongestRest)));
-    }
 }
 
 void AudioBin::decodeAhead(GstClockTime time)

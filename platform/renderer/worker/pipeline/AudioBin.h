@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Ahead.h"
+#include "AudioInput.h"
 #include "AudioOutput.h"
 #include "Piece.h"
 
@@ -77,7 +78,6 @@ private:
 
     /** How much is decoded before it is needed. */
     void decodeAhead(GstClockTime time);
-    void pace(GstClockTime duration);
     void addSink(bool isAudible);
     void addTempo();
     void removeTempo();
@@ -100,8 +100,7 @@ private:
     /** What can be put in, whichever the sink is. */
     Owned<GstCaps> m_accepted;
     gulong m_gateProbe = 0;
-    /** How much was decoded since a medium began or was sought in. Only the decoding thread uses it. */
-    GstClockTime m_decoded = 0;
+    AudioInput m_decoded;
     AudioOutput m_output;
     /** Read by streaming threads. */
     std::atomic<bool> m_awaitsDecoded = false;

@@ -3,7 +3,6 @@
 #include <renderer/worker/gst/SinkStart.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace voro::renderer {
 
@@ -11,26 +10,12 @@ namespace {
 
 /** It begins to be heard with this: enough to go on with while more is decoded. */
 constexpr GstClockTime Beginning = 30 * GST_MSECOND;
-/** The sound server gives every buffer back by itself, which wakes this process up. */
-constexpr GstClockTime Large = 150 * GST_MSECOND;
-
-bool isContinued(const GstBuffer *buffer, const GstBuffer *next)
-{
-    // Times are rounded.
-    constexpr GstClockTimeDiff Tolerance = GST_MSECOND;
-    const GstClockTimeDiff gap =
-        GST_CLOCK_DIFF(GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer), GST_BUFFER_PTS(next));
-    return !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_DISCONT) && !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_GAP)
-           && std::abs(gap) <= Tolerance;
-}
-
 } // namespace
 
 void AudioOutput::watch(GstPad *pad)
 {
     gst_pad_add_probe(pad,
-                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM
-                                                   | GST_PAD_PROBE_TYPE_EVENT_FLUSH),
+                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
                       onData, this, nullptr);
 }
 
@@ -40,39 +25,20 @@ void AudioOutput::begin(GstElement *serverSink, Ahead ahead)
     m_ahead = ahead;
     m_format.reset();
     m_end = GST_CLOCK_TIME_NONE;
-    m_collected.reset();
 }
 
-// Runs in a streaming thread, but for the beginning of a flush.
+// Runs in a streaming thread.
 GstPadProbeReturn AudioOutput::onData(GstPad *pad, GstPadProbeInfo *info, gpointer self)
 {
     auto *output = static_cast<AudioOutput *>(self);
-    if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
-        return output->onBuffer(pad, info);
-    }
-    GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
-    if (GST_EVENT_TYPE(event) == GST_EVENT_FLUSH_STOP) {
-        output->m_collected.reset();
-    } else if (GST_EVENT_IS_SERIALIZED(event)) {
-        output->push(pad);
-        output->onEvent(pad, event);
-    }
-    return GST_PAD_PROBE_OK;
-}
-
-GstPadProbeReturn AudioOutput::onBuffer(GstPad *pad, GstPadProbeInfo *info)
-{
-    const GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
-    if (!GST_BUFFER_PTS_IS_VALID(buffer) || !GST_BUFFER_DURATION_IS_VALID(buffer)) {
-        push(pad);
+    if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM) {
+        output->onEvent(pad, GST_PAD_PROBE_INFO_EVENT(info));
         return GST_PAD_PROBE_OK;
     }
-    const bool isCollected = isFarAhead() && m_sent >= amounts(Ahead::Much).held;
-    note(buffer);
-    if (isCollected) {
-        return collect(pad, info);
+    const GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
+    if (GST_BUFFER_PTS_IS_VALID(buffer) && GST_BUFFER_DURATION_IS_VALID(buffer)) {
+        output->note(buffer);
     }
-    push(pad);
     return GST_PAD_PROBE_OK;
 }
 
@@ -84,37 +50,6 @@ void AudioOutput::note(const GstBuffer *buffer)
         startSink(m_serverSink);
     }
     m_sent += GST_BUFFER_DURATION(buffer);
-}
-
-/** Lets a buffer wait for others, or go on with those that waited. */
-GstPadProbeReturn AudioOutput::collect(GstPad *pad, GstPadProbeInfo *info)
-{
-    GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
-    if (m_collected && !isContinued(m_collected.get(), buffer)) {
-        push(pad);
-    }
-    if (m_collected) {
-        const GstClockTime duration =
-            GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer) - GST_BUFFER_PTS(m_collected.get());
-        m_collected.reset(gst_buffer_append(m_collected.release(), buffer));
-        GST_BUFFER_DURATION(m_collected.get()) = duration;
-    } else {
-        m_collected.reset(gst_buffer_make_writable(buffer));
-    }
-    if (GST_BUFFER_DURATION(m_collected.get()) < Large) {
-        return GST_PAD_PROBE_HANDLED;
-    }
-    GST_PAD_PROBE_INFO_DATA(info) = m_collected.release();
-    return GST_PAD_PROBE_OK;
-}
-
-/** Has what waited go on before what comes next. The pad itself takes nothing any more when that is the end. */
-void AudioOutput::push(GstPad *pad)
-{
-    const Owned<GstPad> sink(m_collected ? gst_pad_get_peer(pad) : nullptr);
-    if (sink) {
-        gst_pad_chain(sink.get(), m_collected.release());
-    }
 }
 
 void AudioOutput::onEvent(GstPad *pad, GstEvent *event)

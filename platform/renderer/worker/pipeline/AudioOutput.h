@@ -9,10 +9,7 @@
 
 namespace voro::renderer {
 
-/**
- * Watches what goes to an audio sink, and has it go so that the sound server has little to do: the sink starts early,
- * plays a format to its end before the next one, and gets few large buffers once it is far ahead.
- */
+/** Watches what goes to an audio sink: the sink starts early, and plays a format to its end before the next one. */
 class AudioOutput {
 public:
     /** Where a stream ends and the next one begins. */
@@ -36,15 +33,12 @@ public:
 
 private:
     static GstPadProbeReturn onData(GstPad *pad, GstPadProbeInfo *info, gpointer self);
-    GstPadProbeReturn onBuffer(GstPad *pad, GstPadProbeInfo *info);
     void onEvent(GstPad *pad, GstEvent *event);
 
     bool isFarAhead() const { return m_serverSink && m_ahead == Ahead::Much; }
     void note(const GstBuffer *buffer);
     void noteFormat(GstPad *pad, GstCaps *format);
     void noteBoundary();
-    GstPadProbeReturn collect(GstPad *pad, GstPadProbeInfo *info);
-    void push(GstPad *pad);
 
     GstElement *m_serverSink = nullptr;
     Ahead m_ahead = Ahead::Little;
@@ -55,8 +49,6 @@ private:
     GstClockTime m_end = GST_CLOCK_TIME_NONE;
     /** How much has come since the segment began. */
     GstClockTime m_sent = 0;
-    /** What waits until it is enough. */
-    Owned<GstBuffer> m_collected;
 
     mutable std::mutex m_mutex;
     Boundary m_boundary;

@@ -1,0 +1,128 @@
+#include "AudioInput.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+namespace voro::renderer {
+
+namespace {
+
+constexpr AheadAmounts Far = amounts(Ahead::Much);
+
+bool isContinued(const GstBuffer *buffer, const GstBuffer *next)
+{
+    // Times are rounded.
+    constexpr GstClockTimeDiff Tolerance = GST_MSECOND;
+    const GstClockTimeDiff gap =
+        GST_CLOCK_DIFF(GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer), GST_BUFFER_PTS(next));
+    return !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_DISCONT) && !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_GAP)
+           && std::abs(gap) <= Tolerance;
+}
+
+// Runs in a streaming thread. An element that asks for buffers would wait in the queue for the closed gate; it has its
+// own.
+GstPadProbeReturn onQuery(GstPad *, GstPadProbeInfo *info, gpointer)
+{
+    return GST_QUERY_TYPE(GST_PAD_PROBE_INFO_QUERY(info)) == GST_QUERY_ALLOCATION ? GST_PAD_PROBE_DROP
+                                                                                  : GST_PAD_PROBE_OK;
+}
+
+} // namespace
+
+void AudioInput::watch(GstPad *pad)
+{
+    gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, nullptr, nullptr);
+    gst_pad_add_probe(pad,
+                      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM
+                                                   | GST_PAD_PROBE_TYPE_EVENT_FLUSH),
+                      onData, this, nullptr);
+}
+
+void AudioInput::begin(Ahead ahead)
+{
+    m_ahead = ahead;
+    m_decoded = 0;
+    m_joined.reset();
+}
+
+// Runs in a streaming thread, but for the beginning of a flush.
+GstPadProbeReturn AudioInput::onData(GstPad *pad, GstPadProbeInfo *info, gpointer self)
+{
+    auto *input = static_cast<AudioInput *>(self);
+    if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
+        return input->onBuffer(pad, info);
+    }
+    const GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
+    if (GST_EVENT_TYPE(event) == GST_EVENT_FLUSH_STOP) {
+        input->m_joined.reset();
+    } else if (GST_EVENT_IS_SERIALIZED(event)) {
+        input->push(pad);
+    }
+    if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
+        input->m_decoded = 0;
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+GstPadProbeReturn AudioInput::onBuffer(GstPad *pad, GstPadProbeInfo *info)
+{
+    const GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
+    if (m_ahead != Ahead::Much || !GST_BUFFER_PTS_IS_VALID(buffer) || !GST_BUFFER_DURATION_IS_VALID(buffer)) {
+        push(pad);
+        return GST_PAD_PROBE_OK;
+    }
+    if (m_decoded > Far.decoded + Far.held) {
+        return join(pad, info);
+    }
+    pace(GST_BUFFER_DURATION(buffer));
+    return GST_PAD_PROBE_OK;
+}
+
+/** Leaves others the processor while much is decoded for the first time: they bring the beginning to be heard. */
+void AudioInput::pace(GstClockTime duration)
+{
+    constexpr unsigned Speed = 10;
+    // What begins to be heard, and some more.
+    constexpr GstClockTime Unpaced = 90 * GST_MSECOND;
+    // A seek waits as long.
+    constexpr GstClockTime LongestRest = 2 * GST_MSECOND;
+    m_decoded += duration;
+    if (m_decoded > Unpaced) {
+        std::this_thread::sleep_for(std::chrono::nanoseconds(std::min(duration / Speed, LongestRest)));
+    }
+}
+
+/** Lets a buffer wait for others, or go on with those that waited. */
+GstPadProbeReturn AudioInput::join(GstPad *pad, GstPadProbeInfo *info)
+{
+    GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
+    if (m_joined && !isContinued(m_joined.get(), buffer)) {
+        push(pad);
+    }
+    if (m_joined) {
+        const GstClockTime duration =
+            GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer) - GST_BUFFER_PTS(m_joined.get());
+        m_joined.reset(gst_buffer_append(m_joined.release(), buffer));
+        GST_BUFFER_DURATION(m_joined.get()) = duration;
+    } else {
+        m_joined.reset(gst_buffer_make_writable(buffer));
+    }
+    if (GST_BUFFER_DURATION(m_joined.get()) < Far.filled) {
+        return GST_PAD_PROBE_HANDLED;
+    }
+    GST_PAD_PROBE_INFO_DATA(info) = m_joined.release();
+    return GST_PAD_PROBE_OK;
+}
+
+/** Has what waited go on before what comes next. The pad itself takes nothing any more when that is the end. */
+void AudioInput::push(GstPad *pad)
+{
+    const Owned<GstPad> queue(m_joined ? gst_pad_get_peer(pad) : nullptr);
+    if (queue) {
+        gst_pad_chain(queue.get(), m_joined.release());
+    }
+}
+
+} // namespace voro::renderer

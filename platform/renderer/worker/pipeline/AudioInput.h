@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Ahead.h"
+
+#include <renderer/worker/gst/Gst.h>
+
+namespace voro::renderer {
+
+/**
+ * Watches what is decoded on its way to the queue, in our format. Far ahead it goes there rarely and in large pieces,
+ * because every piece wakes up the thread behind the queue, this one and the sound server's.
+ */
+class AudioInput {
+public:
+    AudioInput() = default;
+    AudioInput(const AudioInput &) = delete;
+    AudioInput &operator=(const AudioInput &) = delete;
+
+    /** Watches a pad, which must not outlive this object. */
+    void watch(GstPad *pad);
+    /** Begins a medium, while nothing flows. */
+    void begin(Ahead ahead);
+
+private:
+    static GstPadProbeReturn onData(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    GstPadProbeReturn onBuffer(GstPad *pad, GstPadProbeInfo *info);
+    void pace(GstClockTime duration);
+    GstPadProbeReturn join(GstPad *pad, GstPadProbeInfo *info);
+    void push(GstPad *pad);
+
+    Ahead m_ahead = Ahead::Little;
+    // Only the decoding thread uses what follows.
+    /** How much was decoded since a medium began or was sought in. */
+    GstClockTime m_decoded = 0;
+    /** What waits until it is enough. */
+    Owned<GstBuffer> m_joined;
+};
+
+} // namespace voro::renderer
