@@ -125,6 +125,7 @@ std::optional<Reach> Nursery::serve(int socket, bool hasNetwork)
         m_confinement.prepare({.network = hasNetwork, .windows = hasWindows});
     }
     const PluginFolders plugins;
+    mergeFreeMemory();
     constexpr int Idle = 1'000;
     bool hasRested = false;
     for (;;) {

@@ -1,8 +1,10 @@
 #include "Setup.h"
 
+#include <malloc.h>
 #include <renderer/worker/gst/FileSource.h>
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/lookup/OpenMedia.h>
+#include <renderer/worker/pipeline/PlaybackChooser.h>
 
 #include <cstdio>
 
@@ -16,7 +18,8 @@ constexpr const char *Common[] = {
     "vorbisdec",      "opusdec",        "opusparse",     "flacparse",          "flacdec",           "id3demux",
     "mpegaudioparse", "mpg123audiodec", "qtdemux",       "aacparse",           "matroskademux",     "queue",
     "multiqueue",     "audioconvert",   "audioresample", "scaletempo",         "equalizer-10bands", "volume",
-    "pulsesink",      "fakesink",       "inputselector", "streamsynchronizer",
+    "pulsesink",      "fakesink",       "inputselector", "streamsynchronizer", "videoconvert",      "videoscale",
+    "videocrop",
 };
 
 std::string cacheFolder()
@@ -72,6 +75,12 @@ void startGStreamer()
 void warmUpForFilms()
 {
     const Owned<GstPlugin> decoders(gst_plugin_load_by_name("libav"));
+    mergeFreeMemory();
+}
+
+void mergeFreeMemory()
+{
+    malloc_trim(0);
 }
 
 void warmUp()
@@ -92,6 +101,11 @@ void warmUp()
             g_type_class_ref(gst_element_factory_get_element_type(GST_ELEMENT_FACTORY(loaded.get())));
         }
     }
+    {
+        // Whatever else is made once for all, tables of names for example.
+        const PlaybackChooser sample;
+    }
+    mergeFreeMemory();
 }
 
 } // namespace voro::renderer

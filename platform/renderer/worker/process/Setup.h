@@ -9,5 +9,7 @@ void startGStreamer();
 void warmUp();
 /** Loads the large library that decodes most films. */
 void warmUpForFilms();
+/** Merges the pieces of memory that were freed. Otherwise every worker does it later, and copies the pages for it. */
+void mergeFreeMemory();
 
 } // namespace voro::renderer
