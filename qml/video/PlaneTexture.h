@@ -12,7 +12,7 @@ class QRhiTexture;
 
 namespace voro::qml {
 
-/** Asks scenes for the formats that they can draw. Keeps the last answer, because the question comes for every picture. */
+/** Asks scenes for the formats that they can draw, and keeps the last answer: the question comes for every picture. */
 class SceneFormats {
 public:
     /** The formats in which a window's scene wants pictures of that size: bits of FrameFormat. */

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "PlaneTexture.h"
+
 #include <QtQuick/QQuickItem>
 
 #include <renderer/frames/FrameReceiver.h>
-
-#include "PlaneTexture.h"
 
 class QSGImageNode;
 
