@@ -66,20 +66,19 @@ private Q_SLOTS:
 
     void application_isNamedRaisedAndEnded_asItsDesktopFileSays()
     {
+        appear();
+        Witness witness(test);
         QProcess starter;
         starter.start("/bin/sh", {"-c",
                                   "GIO_LAUNCHED_DESKTOP_FILE=/a/org.example.Player.desktop "
                                   "GIO_LAUNCHED_DESKTOP_FILE_PID=$$ exec \"$0\" hold",
                                   QCoreApplication::applicationFilePath()});
-        QVERIFY(waitForName(Name));
-        const auto desktopEntry = [this] {
-            return call(Properties, "Get", {Root, "DesktopEntry"}).arguments().value(0).value<QDBusVariant>().variant();
-        };
-        QTRY_COMPARE(desktopEntry(), "org.example.Player");
-
+        QTRY_COMPARE(witness.changes.value("DesktopEntry"), "org.example.Player");
         // It has that name on the bus, so it can be raised and ended.
-        QTRY_VERIFY(
-            qdbus_cast<QVariantMap>(call(Properties, "GetAll", {Root}).arguments().value(0))["CanRaise"].toBool());
+        QTRY_COMPARE(witness.changes.value("CanRaise"), true);
+        auto known = qdbus_cast<QVariantMap>(call(Properties, "GetAll", {Root}).arguments().value(0));
+        QCOMPARE(known["DesktopEntry"], "org.example.Player");
+        QCOMPARE(known["CanRaise"], true);
         for (const auto &[command, told] : {std::pair("Raise", "Activate\n"), {"Quit", "quit\n"}}) {
             QCOMPARE(call(Root, command).type(), QDBusMessage::ReplyMessage);
             QVERIFY(starter.waitForReadyRead(20'000));

@@ -2,8 +2,10 @@
 
 #include <renderer/service/Engine.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 /**
@@ -12,8 +14,17 @@
  */
 class FakeEngines : public voro::renderer::EngineSource {
 public:
-    std::unique_ptr<voro::renderer::Engine> start(voro::renderer::EngineListener &listener, pid_t owner,
-                                                  voro::renderer::Reach reach) override;
+    std::unique_ptr<voro::renderer::Engine> start(voro::renderer::EngineListener &listener, pid_t,
+                                                  voro::renderer::Reach reach) override
+    {
+        if (areTaken) {
+            return nullptr;
+        }
+        ++m_started;
+        m_reach = reach;
+        m_listener = &listener;
+        return std::make_unique<Fake>(*this);
+    }
     void expectFilms() override { m_expectsFilms = true; }
 
     /** The answer to a command from now on; without one it succeeds. */
@@ -26,7 +37,7 @@ public:
     int total = 1;
 
     /** What was asked since the last call: "COMMAND ATTRIBUTE…", and "end" when a context let go of its engine. */
-    std::vector<std::string> takeLog();
+    std::vector<std::string> takeLog() { return std::exchange(m_log, {}); }
     int started() const { return m_started; }
     /** Of the engine that was started last. */
     voro::renderer::Reach reach() const { return m_reach; }
@@ -38,15 +49,77 @@ public:
     bool areFilmsExpected() const { return m_expectsFilms; }
     bool isHolding() const { return m_done != nullptr; }
 
-    void release(const voro::renderer::Result &result = {});
+    void release(const voro::renderer::Result &result = {}) { std::exchange(m_done, nullptr)(result); }
     /** Sends an event of the present engine: "NAME ATTRIBUTE…". */
-    void tell(const std::string &event);
-    void die();
+    void tell(const std::string &event)
+    {
+        std::string lines = "msg::" + event + '\n';
+        std::replace(lines.begin(), lines.end(), ' ', '\n');
+        voro::pps::Message message;
+        if (m_listener && message.parse(lines)) {
+            m_listener->engineEvent(voro::renderer::parseEvent(message, lines).value());
+        }
+    }
+    void die()
+    {
+        const auto pending = std::exchange(m_done, nullptr);
+        std::exchange(m_listener, nullptr)->engineDied();
+        if (pending) {
+            pending({voro::renderer::ErrorCode::Internal, "the worker died"});
+        }
+    }
 
 private:
-    class Fake;
+    class Fake : public voro::renderer::Engine {
+    public:
+        explicit Fake(FakeEngines &owner) : m_owner(owner) {}
+        ~Fake() override
+        {
+            m_owner.m_log.emplace_back("end");
+            m_owner.m_done = nullptr;
+            m_owner.m_listener = nullptr;
+        }
 
-    void asked(const voro::renderer::Request &request, voro::renderer::Engine::Answered done);
+        void ask(const voro::renderer::Request &request, Answered done) override
+        {
+            m_owner.asked(request, std::move(done));
+        }
+        void setFrameQueues(const std::set<std::string> &) override {}
+        bool pass(int) override
+        {
+            m_owner.m_log.emplace_back("file");
+            return true;
+        }
+        void setWatched(bool isWatched) override { m_owner.m_isWatched = isWatched; }
+        void setCompleting(bool isCompleting) override { m_owner.m_isCompleting = isCompleting; }
+
+    private:
+        FakeEngines &m_owner;
+    };
+
+    void asked(const voro::renderer::Request &request, voro::renderer::Engine::Answered done)
+    {
+        constexpr std::string_view Start = "msg::";
+        constexpr std::string_view Id = " id:n:0";
+        std::string entry = voro::renderer::toText(request, 0);
+        entry.pop_back();
+        std::ranges::replace(entry, '\n', ' ');
+        entry.erase(entry.find(Id), Id.size()).erase(0, Start.size());
+        const std::string command = entry.substr(0, entry.find(' '));
+        m_log.push_back(entry);
+        if (held == command) {
+            m_done = std::move(done);
+            return;
+        }
+        const auto answer = answers.find(command);
+        const auto result = answer == answers.end() ? voro::renderer::Result() : answer->second;
+        if (command == "open" && result) {
+            tell("track track:n:1 md_title_duration:n:5000 md_title_seekable:b:true md_video_width:n:0 "
+                 "md_video_height:n:0");
+            tell("queue current:n:1 total:n:" + std::to_string(total));
+        }
+        done(result);
+    }
 
     voro::renderer::EngineListener *m_listener = nullptr;
     voro::renderer::Engine::Answered m_done;

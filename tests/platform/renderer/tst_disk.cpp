@@ -31,15 +31,11 @@ public:
     {
         const std::string options =
             "fd=" + std::to_string(m_device.get()) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
-        m_isMounted = m_device.isValid() && mount("silent", path().c_str(), "fuse", 0, options.c_str()) == 0;
-    }
-    ~SilentShare()
-    {
-        if (m_isMounted) {
-            umount2(path().c_str(), MNT_DETACH);
+        if (mount("silent", path().c_str(), "fuse", 0, options.c_str()) != 0) {
+            qFatal("cannot mount a share");
         }
     }
-    bool isMounted() const { return m_isMounted; }
+    ~SilentShare() { umount2(path().c_str(), MNT_DETACH); }
     std::string path() const { return m_folder.path().toStdString(); }
     /** From here on everything fails that waits. */
     void end() { m_device.reset(); }
@@ -47,7 +43,6 @@ public:
 private:
     QTemporaryDir m_folder;
     pps::Fd m_device;
-    bool m_isMounted = false;
 };
 
 /** A control object and its commands. */
@@ -104,9 +99,6 @@ private Q_SLOTS:
         QFETCH(const QStringList, before);
         QFETCH(const QString, command);
         SilentShare share;
-        if (!share.isMounted()) {
-            QSKIP("only root can mount a share that does not answer");
-        }
         const auto filled = [&](QString text) {
             return text.replace('%', QString::fromStdString(share.path())).replace('@', m_medium).toStdString();
         };
@@ -146,9 +138,6 @@ private Q_SLOTS:
     void silentRuntimeFolder_isRefused()
     {
         SilentShare share;
-        if (!share.isMounted()) {
-            QSKIP("only root can mount a share that does not answer");
-        }
         qputenv("VORO_RUNTIME_DIR", QByteArray::fromStdString(share.path()));
         QElapsedTimer time;
         time.start();

@@ -222,14 +222,11 @@ private Q_SLOTS:
         qputenv("GST_REGISTRY_DISABLE", "yes");
         gst_init(nullptr, nullptr);
     }
-    void steps_data();
-    void steps();
-};
 
-void tst_Player::steps_data()
-{
-    const Rows<QByteArray, QByteArray> row("media", "steps");
-    row("a medium to its end, and again", "a", R"(
+    void steps_data()
+    {
+        const Rows<QByteArray, QByteArray> row("media", "steps");
+        row("a medium to its end, and again", "a", R"(
         medium -> load:a
         decoded -> track:1 queue:1:1 status:0:idle ok
         play -> run status:0:playing ok
@@ -239,7 +236,7 @@ void tst_Player::steps_data()
         decoded -> queue:1:1 status:0:playing run status:0:playing
         stop -> status:0:idle
         play -> load:a ok)");
-    row("a volume that would be heard late", "a b", R"(
+        row("a volume that would be heard late", "a b", R"(
         list, decoded, play
         volume 50 ->
         far
@@ -248,7 +245,7 @@ void tst_Player::steps_data()
         volume 30 -> load:a:soon
         decoded -> queue:1:2 status:1500:playing seek:1500 probe:b run status:1500:playing
         ended -> load:b:soon)");
-    row("a list without a gap", "a b", R"(
+        row("a list without a gap", "a b", R"(
         list -> load:a
         decoded -> track:1 track:2 queue:1:2 status:0:idle probe:b ok
         play -> probe:b run status:0:playing ok
@@ -258,48 +255,48 @@ void tst_Player::steps_data()
         take -> next:
         ended -> status:5000:idle ended:2:5000
         play -> load:a ok)");
-    row("missing tracks are passed over", "-x a -y b -z", R"(
+        row("missing tracks are passed over", "-x a -y b -z", R"(
         list -> load:a
         decoded -> track:2 track:1 track:3 track:4 queue:2:5 status:0:idle probe:b ok
         play, probed
         ended -> load:b
         decoded -> track:4 track:5 queue:4:5 status:0:playing run status:0:playing
         ended -> status:5000:idle ended:4:5000)");
-    row("a next track that does not play is passed over", "a b c", R"(
+        row("a next track that does not play is passed over", "a b c", R"(
         list, decoded, play
         probed 5 -> probe:c
         probed -> track:3
         take -> next:c)");
-    row("nothing in a list", "#EXTM3U", "list -> error:11");
-    row("a list that leads to itself", "list.m3u", "list -> error:11");
-    row("only missing tracks", QByteArray("-x ").repeated(10'000).chopped(1), "list -> error:10");
-    row("tracks that do not open", "a b", R"(
+        row("nothing in a list", "#EXTM3U", "list -> error:11");
+        row("a list that leads to itself", "list.m3u", "list -> error:11");
+        row("only missing tracks", QByteArray("-x ").repeated(10'000).chopped(1), "list -> error:10");
+        row("tracks that do not open", "a b", R"(
         list -> load:a
         failed 5 -> load:b
         failed 11 -> error:11
         play -> error:3)");
-    row("a track breaks while it plays", "a b", R"(
+        row("a track breaks while it plays", "a b", R"(
         list, decoded, play, at 700
         failed 11 -> load:b
         decoded -> track:2 queue:2:2 status:0:playing run status:0:playing
         failed 11 -> status:0:idle failed:2:0:11)");
-    row("the only medium breaks while it plays", "a", R"(
+        row("the only medium breaks while it plays", "a", R"(
         medium, decoded, play, at 700
         failed 11 -> status:700:idle failed:1:700:11
         play -> load:a ok)");
-    row("the output is gone, with automatic pause", "a", R"(
+        row("the output is gone, with automatic pause", "a", R"(
         autopause, medium, decoded, play, at 700
         failed 12 -> load:a speed:0
         decoded -> queue:1:1 status:700:playing seek:700 status:700:playing
         speed 1000 -> run status:700:playing ok)");
-    row("a track is repeated", "a", R"(
+        row("a track is repeated", "a", R"(
         repeat track, medium, decoded, play
         take -> next:a
         advanced -> queue:1:1 status:0:playing
         ended -> seek:0 status:0:playing
         repeat none, take
         ended -> status:5000:idle ended:1:5000)");
-    row("a list is repeated", "a b", R"(
+        row("a list is repeated", "a b", R"(
         repeat all, list, decoded, play, probed, take
         advanced -> queue:2:2 status:0:playing probe:a
         probed -> track:1
@@ -307,7 +304,7 @@ void tst_Player::steps_data()
         repeat none -> load:b
         decoded -> track:2 queue:2:2 status:0:playing run status:0:playing
         ended -> status:5000:idle ended:2:5000)");
-    row("another track", "a -x c", R"(
+        row("another track", "a -x c", R"(
         list -> load:a
         seek 3 3000 -> load:c track:3 track:1 track:2 queue:3:3 status:3000:idle ok
         decoded -> track:3 queue:3:3 status:3000:idle ok
@@ -318,26 +315,26 @@ void tst_Player::steps_data()
         ended -> load:c
         decoded -> queue:3:3 status:0:playing run status:0:playing
         ended -> status:5000:idle ended:3:5000)");
-    row("backward over a track that does not play", "a b c", R"(
+        row("backward over a track that does not play", "a b c", R"(
         list, seek 3 0
         seek 2 0 -> load:b queue:2:3 status:0:idle ok
         failed 5 -> load:a)");
-    row("a seek while it is stopped", "a b", R"(
+        row("a seek while it is stopped", "a b", R"(
         list, decoded, play, stop
         seek 2 400 -> track:2 queue:2:2 status:400:idle ok
         play -> load:b ok
         decoded -> queue:2:2 status:400:playing seek:400 run status:400:playing)");
-    row("a seek beyond the end", "a", R"(
+        row("a seek beyond the end", "a", R"(
         medium, decoded
         seek 1 9000 -> status:5000:idle ok
         play -> seek:5000 run status:5000:playing ok
         noSeeks
         seek 1 10 -> error:7)");
-    row("a seek when the next track is taken", "a b", R"(
+        row("a seek when the next track is taken", "a b", R"(
         list, decoded, play, probed, take
         seek 1 300 -> load:a status:300:idle ok
         decoded -> queue:1:2 status:300:playing seek:300 probe:b run status:300:playing)");
-    row("hold and go on", "a", R"(
+        row("hold and go on", "a", R"(
         medium, decoded, speed 0
         play -> status:0:playing ok
         speed 1000 -> run status:0:playing ok
@@ -345,57 +342,58 @@ void tst_Player::steps_data()
         speed 0 -> hold status:300:playing ok
         speed 1000 -> run status:300:playing ok
         speed 2000 -> seek:300x2000 run status:300:playing ok)");
-    row("another speed when the next track is taken", "a b", R"(
+        row("another speed when the next track is taken", "a b", R"(
         list, decoded, play, probed, take, at 4900
         speed 2000 -> load:a ok
         decoded -> queue:1:2 status:4900:playing seek:4900x2000 run status:4900:playing)");
-    row("a speed that the medium refuses", "a", R"(
+        row("a speed that the medium refuses", "a", R"(
         medium, decoded, noSeeks, speed 2000
         play -> error:7
         speed 1000 -> ok
         play -> run status:0:playing ok)");
-    row("backward to the beginning", "a", R"(
+        row("backward to the beginning", "a", R"(
         medium, decoded, seek 1 300, speed -1000
         play -> seek:300x-1000 run status:300:playing ok
         ended -> hold seek:0 status:0:playing speed:0 hold status:0:playing
         speed -2000 -> status:0:playing speed:0 hold status:0:playing ok
         speed 1000 -> run status:0:playing ok)");
-    row("the buffer runs empty", "a", R"(
+        row("the buffer runs empty", "a", R"(
         medium, decoded, play
         buffering 40 -> hold status:0:buffering
         buffering 60 -> status:0:buffering
         buffering 100 -> run status:0:playing)");
-    row("another output", "a", R"(
+        row("another output", "a", R"(
         medium, decoded
         silent -> load:a:silent
         decoded -> queue:1:1 status:0:idle
         play, at 800
         audible -> load:a
         decoded -> queue:1:1 status:800:playing seek:800 run status:800:playing)");
-    row("a list longer than a queue", QByteArray("a ").repeated(12'000).chopped(1), R"(
+        row("a list longer than a queue", QByteArray("a ").repeated(12'000).chopped(1), R"(
         list -> load:a
         decoded -> track:1 track:2 track:3 queue:1:10000 status:0:idle probe:a ok
         seek 5000 0 -> load:a track:5000 track:4998 track:4999 track:5001 track:5002 queue:5000:10000 status:0:idle ok
         seek 1 0 -> load:a track:1 track:2 track:3 queue:1:10000 status:0:idle ok)");
-    row("asked for as a list first", "a", R"(
+        row("asked for as a list first", "a", R"(
         onlyAsList -> error:1
         asList -> error:1 ahead:a
         medium -> load:a)");
-}
+    }
 
-void tst_Player::steps()
-{
-    QFETCH(const QByteArray, media);
-    QFETCH(const QByteArray, steps);
-    Stage stage(media);
-    for (const QByteArray &line : steps.trimmed().split('\n')) {
-        const qsizetype arrow = line.indexOf(" -> ");
-        for (const QByteArray &step : line.first(arrow < 0 ? line.size() : arrow).split(',')) {
-            const QByteArray outcome = stage.step(step);
-            QVERIFY2(arrow < 0 || outcome == line.mid(arrow + 4), step + " -> " + outcome);
+    void steps()
+    {
+        QFETCH(const QByteArray, media);
+        QFETCH(const QByteArray, steps);
+        Stage stage(media);
+        for (const QByteArray &line : steps.trimmed().split('\n')) {
+            const qsizetype arrow = line.indexOf(" -> ");
+            for (const QByteArray &step : line.first(arrow < 0 ? line.size() : arrow).split(',')) {
+                const QByteArray outcome = stage.step(step);
+                QVERIFY2(arrow < 0 || outcome == line.mid(arrow + 4), step + " -> " + outcome);
+            }
         }
     }
-}
+};
 
 QTEST_GUILESS_MAIN(tst_Player)
 #include "tst_player.moc"

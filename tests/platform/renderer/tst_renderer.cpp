@@ -63,6 +63,7 @@ private Q_SLOTS:
         encodeLong("a.ogg", {"-c:a", "libvorbis"});
         encodeLong("a.opus", {"-c:a", "libopus", "-ar", "48000"});
         encodeLong("a.flac");
+        encodeLong("a.aiff");
         encodeLong("constant.mp3", {"-b:a", "128k"});
         encodeLong("variable.mp3", {"-q:a", "4"});
         encodeLong("uncounted.mp3", {"-q:a", "4", "-write_xing", "0"});
@@ -199,7 +200,7 @@ private Q_SLOTS:
     {
         const Application application;
         QVERIFY(application.attachAudio() >= 0);
-        for (const char *name : {"a.wav", "a.ogg", "a.flac", "variable.mp3"}) {
+        for (const char *name : {"a.wav", "a.ogg", "a.flac", "a.aiff", "variable.mp3"}) {
             QCOMPARE(application.attach(file(name)), 0);
             QCOMPARE(mmr_seek(application.context(), "1:9000"), 0);
             QCOMPARE(application.content("status").number("position"), 9000);
