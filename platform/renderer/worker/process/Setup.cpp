@@ -4,7 +4,6 @@
 #include <renderer/worker/gst/FileSource.h>
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/lookup/OpenMedia.h>
-#include <renderer/worker/pipeline/PlaybackChooser.h>
 
 #include <cstdio>
 
@@ -100,10 +99,6 @@ void warmUp()
             // What all elements of a type share is made now, and stands in memory once.
             g_type_class_ref(gst_element_factory_get_element_type(GST_ELEMENT_FACTORY(loaded.get())));
         }
-    }
-    {
-        // Whatever else is made once for all, tables of names for example.
-        const PlaybackChooser sample;
     }
     mergeFreeMemory();
 }
