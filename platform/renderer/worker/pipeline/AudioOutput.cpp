@@ -53,7 +53,7 @@ GstPadProbeReturn AudioOutput::onData(GstPad *pad, GstPadProbeInfo *info, gpoint
     GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
     if (GST_EVENT_TYPE(event) == GST_EVENT_FLUSH_STOP) {
         output->m_collected.reset();
-    } else if (GST_EVENT_IS_SERIALIZED(event)) {
+    } else if ((gst_event_type_get_flags(GST_EVENT_TYPE(event)) & GST_EVENT_TYPE_SERIALIZED) != 0) {
         output->push(pad);
         output->onEvent(pad, event);
     }
