@@ -7,7 +7,6 @@
 #include <QtCore/QtEndian>
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 
 using namespace voro::multimedia;
@@ -143,5 +142,8 @@ pid_t SpawnFolder::daemon() const
 
 bool SpawnFolder::isGone(pid_t daemon)
 {
-    return ::kill(daemon, 0) != 0 && errno == ESRCH;
+    // Where the first process collects nobody, as in some containers, what has ended stays as a zombie.
+    QFile file(QStringLiteral("/proc/%1/stat").arg(daemon));
+    const QByteArray stat = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return stat.isEmpty() || stat.mid(stat.lastIndexOf(')')).startsWith(") Z");
 }

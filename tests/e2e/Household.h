@@ -69,7 +69,7 @@ public:
 
     /** The daemon that said last that it is ready; 0 when there was none. */
     pid_t daemon() const;
-    /** Whether that one has gone. */
+    /** Whether that process has ended. */
     static bool isGone(pid_t daemon);
 
 private:

@@ -70,6 +70,30 @@ private Q_SLOTS:
 
     void cleanup() { m_daemon.reset(); }
 
+    /** Workers would share a descriptor, and a thread would stay behind when they are forked. */
+    void nursery_hasOneThread_andNoDescriptorButItsSocket_data()
+    {
+        const Rows<QString, qsizetype> row("folder", "entries");
+        row("threads", "task", 1);
+        if (geteuid() == 0) {
+            // The three standard ones, and the socket.
+            row("descriptors", "fd", 4);
+        }
+    }
+
+    void nursery_hasOneThread_andNoDescriptorButItsSocket()
+    {
+        QFETCH(const QString, folder);
+        MediaPlayer player;
+        QCOMPARE(player.setSourceUrl(m_url), MediaError::None);
+        QCOMPARE(player.prepare(), MediaError::None);
+        QTRY_COMPARE(nurseryOf(m_daemon->processId()).size(), 2);
+        for (const pid_t half : nurseryOf(m_daemon->processId())) {
+            const QDir entries(QStringLiteral("/proc/%1/%2").arg(half).arg(folder));
+            QTEST(entries.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size(), "entries");
+        }
+    }
+
     void nurseryKilled_workersAreStartedAllTheSame_data()
     {
         const Rows<int> row("half");

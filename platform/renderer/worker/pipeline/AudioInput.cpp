@@ -57,7 +57,7 @@ GstPadProbeReturn AudioInput::onData(GstPad *pad, GstPadProbeInfo *info, gpointe
     const GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
     if (GST_EVENT_TYPE(event) == GST_EVENT_FLUSH_STOP) {
         input->m_joined.reset();
-    } else if (GST_EVENT_IS_SERIALIZED(event)) {
+    } else if ((gst_event_type_get_flags(GST_EVENT_TYPE(event)) & GST_EVENT_TYPE_SERIALIZED) != 0) {
         input->push(pad);
     }
     if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
