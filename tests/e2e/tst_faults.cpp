@@ -8,6 +8,7 @@
 #include <QtTest/QtTest>
 
 #include <Rows.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
