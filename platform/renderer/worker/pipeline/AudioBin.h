@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Ahead.h"
-#include "AudioInput.h"
 #include "AudioOutput.h"
+#include "DecodedSound.h"
 #include "Piece.h"
 
 #include <renderer/common/Names.h>
@@ -57,6 +57,9 @@ public:
     /** Before the bin is taken out of use: to connect to the sound server anew would take time with each medium. */
     void keepConnection();
 
+    /** Has all that was decoded go on. The decoding thread calls it before it waits for the next medium. */
+    void passOn() { m_decoded.passOn(); }
+
     void closeGate();
     void openGate();
     bool isOpen() const { return m_gateProbe == 0; }
@@ -100,7 +103,7 @@ private:
     /** What can be put in, whichever the sink is. */
     Owned<GstCaps> m_accepted;
     gulong m_gateProbe = 0;
-    AudioInput m_decoded;
+    DecodedSound m_decoded;
     AudioOutput m_output;
     /** Read by streaming threads. */
     std::atomic<bool> m_awaitsDecoded = false;

@@ -10,6 +10,7 @@ namespace {
 
 /** It begins to be heard with this: enough to go on with while more is decoded. */
 constexpr GstClockTime Beginning = 30 * GST_MSECOND;
+
 } // namespace
 
 void AudioOutput::watch(GstPad *pad)

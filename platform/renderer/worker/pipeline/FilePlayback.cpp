@@ -239,6 +239,7 @@ GstPadProbeReturn FilePlayback::onData(GstPad *, GstPadProbeInfo *info, gpointer
 /** Has the next file ready before the end of this one goes on its way. */
 void FilePlayback::onPlayed()
 {
+    audio().passOn();
     const std::string uri = succession().take();
     const std::lock_guard lock(m_mutex);
     if (uri.empty() || !m_isTaken) {

@@ -276,6 +276,7 @@ void PlaybinPlayback::onAboutToFinish(GstElement *playbin, gpointer self)
     if (pictures > 0 || texts > 0 || !playback->m_hasContent) {
         return;
     }
+    playback->audio().passOn();
     const std::string uri = playback->succession().take();
     if (!uri.empty()) {
         playback->m_open.add(uri);

@@ -10,24 +10,26 @@ namespace voro::renderer {
  * Watches what is decoded on its way to the queue, in our format. Far ahead it goes there rarely and in large pieces,
  * because every piece wakes up the thread behind the queue, this one and the sound server's.
  */
-class AudioInput {
+class DecodedSound {
 public:
-    AudioInput() = default;
-    AudioInput(const AudioInput &) = delete;
-    AudioInput &operator=(const AudioInput &) = delete;
+    DecodedSound() = default;
+    DecodedSound(const DecodedSound &) = delete;
+    DecodedSound &operator=(const DecodedSound &) = delete;
 
     /** Watches a pad, which must not outlive this object. */
     void watch(GstPad *pad);
     /** Begins a medium, while nothing flows. */
     void begin(Ahead ahead);
+    /** Has what waits go on, in the decoding thread: nothing else may come for long. */
+    void passOn();
 
 private:
     static GstPadProbeReturn onData(GstPad *pad, GstPadProbeInfo *info, gpointer self);
-    GstPadProbeReturn onBuffer(GstPad *pad, GstPadProbeInfo *info);
+    GstPadProbeReturn onBuffer(GstPadProbeInfo *info);
     void pace(GstClockTime duration);
-    GstPadProbeReturn join(GstPad *pad, GstPadProbeInfo *info);
-    void push(GstPad *pad);
+    GstPadProbeReturn join(GstPadProbeInfo *info);
 
+    GstPad *m_pad = nullptr;
     Ahead m_ahead = Ahead::Little;
     // Only the decoding thread uses what follows.
     /** How much was decoded since a medium began or was sought in. */

@@ -1,4 +1,4 @@
-#include "AudioInput.h"
+#include "DecodedSound.h"
 
 #include <algorithm>
 #include <chrono>
@@ -17,7 +17,8 @@ bool isContinued(const GstBuffer *buffer, const GstBuffer *next)
     constexpr GstClockTimeDiff Tolerance = GST_MSECOND;
     const GstClockTimeDiff gap =
         GST_CLOCK_DIFF(GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer), GST_BUFFER_PTS(next));
-    return !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_DISCONT) && !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_GAP)
+    const auto isSilence = [](const GstBuffer *any) { return GST_BUFFER_FLAG_IS_SET(any, GST_BUFFER_FLAG_GAP); };
+    return !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_DISCONT) && !isSilence(buffer) && !isSilence(next)
            && std::abs(gap) <= Tolerance;
 }
 
@@ -31,8 +32,9 @@ GstPadProbeReturn onQuery(GstPad *, GstPadProbeInfo *info, gpointer)
 
 } // namespace
 
-void AudioInput::watch(GstPad *pad)
+void DecodedSound::watch(GstPad *pad)
 {
+    m_pad = pad;
     gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, nullptr, nullptr);
     gst_pad_add_probe(pad,
                       static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM
@@ -40,7 +42,7 @@ void AudioInput::watch(GstPad *pad)
                       onData, this, nullptr);
 }
 
-void AudioInput::begin(Ahead ahead)
+void DecodedSound::begin(Ahead ahead)
 {
     m_ahead = ahead;
     m_decoded = 0;
@@ -48,40 +50,40 @@ void AudioInput::begin(Ahead ahead)
 }
 
 // Runs in a streaming thread, but for the beginning of a flush.
-GstPadProbeReturn AudioInput::onData(GstPad *pad, GstPadProbeInfo *info, gpointer self)
+GstPadProbeReturn DecodedSound::onData(GstPad *, GstPadProbeInfo *info, gpointer self)
 {
-    auto *input = static_cast<AudioInput *>(self);
+    auto *sound = static_cast<DecodedSound *>(self);
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
-        return input->onBuffer(pad, info);
+        return sound->onBuffer(info);
     }
     const GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
     if (GST_EVENT_TYPE(event) == GST_EVENT_FLUSH_STOP) {
-        input->m_joined.reset();
+        sound->m_joined.reset();
     } else if ((gst_event_type_get_flags(GST_EVENT_TYPE(event)) & GST_EVENT_TYPE_SERIALIZED) != 0) {
-        input->push(pad);
+        sound->passOn();
     }
     if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
-        input->m_decoded = 0;
+        sound->m_decoded = 0;
     }
     return GST_PAD_PROBE_OK;
 }
 
-GstPadProbeReturn AudioInput::onBuffer(GstPad *pad, GstPadProbeInfo *info)
+GstPadProbeReturn DecodedSound::onBuffer(GstPadProbeInfo *info)
 {
     const GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
     if (m_ahead != Ahead::Much || !GST_BUFFER_PTS_IS_VALID(buffer) || !GST_BUFFER_DURATION_IS_VALID(buffer)) {
-        push(pad);
+        passOn();
         return GST_PAD_PROBE_OK;
     }
     if (m_decoded > Far.decoded + Far.held) {
-        return join(pad, info);
+        return join(info);
     }
     pace(GST_BUFFER_DURATION(buffer));
     return GST_PAD_PROBE_OK;
 }
 
 /** Leaves others the processor while much is decoded for the first time: they bring the beginning to be heard. */
-void AudioInput::pace(GstClockTime duration)
+void DecodedSound::pace(GstClockTime duration)
 {
     constexpr unsigned Speed = 10;
     // What begins to be heard, and some more.
@@ -95,11 +97,11 @@ void AudioInput::pace(GstClockTime duration)
 }
 
 /** Lets a buffer wait for others, or go on with those that waited. */
-GstPadProbeReturn AudioInput::join(GstPad *pad, GstPadProbeInfo *info)
+GstPadProbeReturn DecodedSound::join(GstPadProbeInfo *info)
 {
     GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
     if (m_joined && !isContinued(m_joined.get(), buffer)) {
-        push(pad);
+        passOn();
     }
     if (m_joined) {
         const GstClockTime duration =
@@ -116,10 +118,10 @@ GstPadProbeReturn AudioInput::join(GstPad *pad, GstPadProbeInfo *info)
     return GST_PAD_PROBE_OK;
 }
 
-/** Has what waited go on before what comes next. The pad itself takes nothing any more when that is the end. */
-void AudioInput::push(GstPad *pad)
+/** The pad itself takes nothing any more when that is the end. */
+void DecodedSound::passOn()
 {
-    const Owned<GstPad> queue(m_joined ? gst_pad_get_peer(pad) : nullptr);
+    const Owned<GstPad> queue(m_joined ? gst_pad_get_peer(m_pad) : nullptr);
     if (queue) {
         gst_pad_chain(queue.get(), m_joined.release());
     }
