@@ -49,7 +49,10 @@ private:
 
 namespace {
 
-/** How long the start of the next spare worker waits, so that it takes no time from the one that begins to work. */
+/**
+ * How long the start of the next spare worker waits, so that it takes no time from the one that begins to work. Where
+ * one start follows the other, the next one would have to wait longer.
+ */
 constexpr int SpareDelay = 200;
 /** Most media are files, heard or shown in applications that draw themselves. */
 constexpr Reach SpareReach;
@@ -63,7 +66,6 @@ WorkerPool::WorkerPool(pps::Broker &broker, Worker::Kind kind)
       m_nursery(broker, m_kind.program, m_kind.mayFork, m_ending)
 {
     m_spareTimer.setSingleShot(true);
-    m_spareTimer.setInterval(SpareDelay);
     QObject::connect(&m_spareTimer, &QTimer::timeout, [this] { prepareSpare(); });
     m_broker.serve(WorkerPath, this);
 }
@@ -115,7 +117,9 @@ std::unique_ptr<Engine> WorkerPool::start(EngineListener &listener, pid_t owner,
         m_spare && m_spare->reach() == reach ? std::exchange(m_spare, nullptr) : make(reach);
     worker->setOwner(owner, std::move(charge));
     worker->setListener(&listener);
-    m_spareTimer.start();
+    const bool isOneOfMany = m_lastStart.isValid() && !m_lastStart.hasExpired(SpareDelay);
+    m_spareTimer.start(isOneOfMany ? 0 : SpareDelay);
+    m_lastStart.start();
     return std::make_unique<Lease>(*this, std::move(worker));
 }
 

@@ -6,6 +6,9 @@
 #include "Nursery.h"
 #include "Worker.h"
 
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+
 #include <pps/broker/Broker.h>
 
 #include <list>
@@ -47,6 +50,7 @@ private:
     FrameQueues m_queues;
     std::shared_ptr<Worker> m_spare;
     QTimer m_spareTimer;
+    QElapsedTimer m_lastStart;
     std::list<std::shared_ptr<Worker>> m_workers;
     EndingProcesses m_ending;
     Nursery m_nursery;
