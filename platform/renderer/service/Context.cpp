@@ -16,19 +16,19 @@ constexpr size_t MostWaiting = 256;
 
 } // namespace
 
-Context::Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner, int parkingDelay)
+Context::Context(pps::Broker &broker, EngineSource &engines, Parking &parking, std::string path, pid_t owner)
     : m_broker(broker),
       m_engines(engines),
+      m_parking(parking),
       m_owner(owner),
       m_view(FileView::of(owner)),
       m_folder(broker, std::move(path), owner),
-      m_isServed(broker.serve(m_folder.path() + "/control", this)),
-      m_parkingDelay(parkingDelay),
-      m_parking(broker, [this] { park(); })
+      m_isServed(broker.serve(m_folder.path() + "/control", this))
 {}
 
 Context::~Context()
 {
+    m_parking.remove(*this);
     if (m_isServed) {
         m_broker.unserve(m_folder.path() + "/control");
     }
@@ -240,6 +240,8 @@ void Context::showTrack(const events::Track &track)
     if (kind.isFilm && m_journal.hasVideo()) {
         m_engines.expectFilms();
     }
+    // A context whose engine reports something does not rest, and now it may be one that can.
+    updateParking();
 }
 
 void Context::showQueue(const events::Queue &queue)

@@ -5,7 +5,7 @@
 #include "FileView.h"
 #include "Folder.h"
 #include "Journal.h"
-#include "Timer.h"
+#include "Parking.h"
 
 #include <pps/broker/Broker.h>
 
@@ -22,16 +22,15 @@ namespace voro::renderer {
  * do, and shows its state in its folder. It outlives its engines.
  */
 class Context : private pps::Service,
-                private EngineListener {
+                private EngineListener,
+                private Parking::Guest {
 public:
-    /** How long it rests before it gives its engine back, in milliseconds. */
-    static constexpr int ParkingDelay = 10'000;
     /** How many engines may die in a row with a medium. */
     static constexpr int MostDeaths = 10;
 
     /** On the account of a process, which alone can command it; without one everybody can. */
-    Context(pps::Broker &broker, EngineSource &engines, std::string path, pid_t owner = pps::Accounts::Services,
-            int parkingDelay = ParkingDelay);
+    Context(pps::Broker &broker, EngineSource &engines, Parking &parking, std::string path,
+            pid_t owner = pps::Accounts::Services);
     ~Context() override;
     Context(const Context &) = delete;
     Context &operator=(const Context &) = delete;
@@ -43,7 +42,7 @@ public:
     const std::string &path() const { return m_folder.path(); }
     bool hasMedium() const { return m_input.has_value(); }
     /** Gives the engine back, as after a long rest; does nothing when it does not rest. */
-    void park();
+    void park() override;
     /** Has a function called when it has let go of its medium. */
     void onIdle(std::function<void()> callback) { m_onIdle = std::move(callback); }
 
@@ -125,6 +124,7 @@ private:
     std::function<void()> m_onIdle;
     pps::Broker &m_broker;
     EngineSource &m_engines;
+    Parking &m_parking;
     pid_t m_owner;
     const FileView::Shared m_view;
     Folder m_folder;
@@ -157,8 +157,6 @@ private:
     bool m_isSilent = false;
     /** Whether the engine took another speed than the one that it was asked for. */
     bool m_isSpeedTaken = false;
-    const int m_parkingDelay;
-    Timer m_parking;
     /** Of the tracks near the current one. */
     std::map<unsigned, Kind> m_kinds;
     unsigned m_total = 0;

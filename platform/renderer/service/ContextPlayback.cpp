@@ -232,6 +232,9 @@ Context::Kind Context::kindOf(unsigned track) const
 /** Whether the journal and the position are enough to go on with another engine. */
 bool Context::canPark() const
 {
+    if (!m_input) {
+        return m_engine != nullptr;
+    }
     const Kind kind = kindOf(m_position.track);
     if (!m_isOpen || m_hasFailed || isRecording() || !kind.isSeekable) {
         return false;
@@ -240,20 +243,22 @@ bool Context::canPark() const
     return m_state == State::Stopped || (m_state == State::Playing && m_speed.isPaused() && !isPictureShown);
 }
 
-/** A context that rests gives its engine back after a while. */
+/** A context that rests gives its engine back sooner or later. */
 void Context::updateParking()
 {
-    if (canPark()) {
-        m_parking.start(m_parkingDelay);
+    if (!m_isBusy && canPark()) {
+        m_parking.add(*this, m_owner);
     } else {
-        m_parking.stop();
+        m_parking.remove(*this);
     }
 }
 
 void Context::park()
 {
     if (!m_isBusy && canPark()) {
-        keepTrack();
+        if (m_isOpen) {
+            keepTrack();
+        }
         m_isOpen = false;
         m_engine.reset();
     }

@@ -21,7 +21,7 @@ std::string folderOf(const std::string &name)
 
 } // namespace
 
-RendererService::RendererService(pps::Broker &broker) : m_broker(broker), m_workers(broker)
+RendererService::RendererService(pps::Broker &broker) : m_broker(broker), m_workers(broker), m_parking(broker)
 {
     m_broker.serve(ServicePath, this);
 }
@@ -64,7 +64,7 @@ Result RendererService::create(pps::ClientId client, const pps::Message &message
     if (!charge.isValid()) {
         return {ErrorCode::ResourceUnavailable, "the process has too many contexts"};
     }
-    auto context = std::make_unique<Context>(m_broker, m_workers, folder, process);
+    auto context = std::make_unique<Context>(m_broker, m_workers, m_parking, folder, process);
     if (!context->isServed()) {
         return {ErrorCode::ResourceUnavailable, "the name is taken"};
     }

@@ -47,6 +47,7 @@ private:
 
     pps::Broker &m_broker;
     WorkerPool m_workers;
+    Parking m_parking;
     std::function<void()> m_onIdle;
     std::map<pps::ClientId, pid_t> m_clients;
     /** By their folders: two names may have one. */

@@ -31,16 +31,20 @@ inline std::string path(const std::string &object)
 /** One context in the broker's thread, with engines that the test plays, and the test as its application. */
 class Stage {
 public:
-    explicit Stage(int parkingDelay = Context::ParkingDelay)
+    explicit Stage(const voro::renderer::Parking::Delays &delays = {})
     {
         run([&](Broker &broker) {
-            m_context.emplace(broker, engines, Folder, voro::pps::Accounts::Services, parkingDelay);
+            m_parking.emplace(broker, delays);
+            m_context.emplace(broker, engines, *m_parking, Folder);
         });
         m_control = m_thread.open(path("control"), voro::pps::PublishSubscribe);
     }
     ~Stage()
     {
-        run([this](Broker &) { m_context.reset(); });
+        run([this](Broker &) {
+            m_context.reset();
+            m_parking.reset();
+        });
     }
 
     void run(const std::function<void(Broker &)> &function) { m_thread.run(function); }
@@ -102,6 +106,7 @@ public:
 
 private:
     BrokerThread m_thread;
+    std::optional<voro::renderer::Parking> m_parking;
     std::optional<Context> m_context;
     std::unique_ptr<Connection> m_control;
     int m_lastId = 0;

@@ -2,9 +2,14 @@
 
 #include <QtCore/QTemporaryDir>
 
+#include <renderer/service/Parking.h>
 #include <Rows.h>
 
+#include <array>
+#include <atomic>
+
 using namespace context;
+using voro::renderer::Parking;
 
 /** What a context asks of its engine, and when it has one. */
 class tst_ContextEngine : public QObject {
@@ -124,7 +129,7 @@ private Q_SLOTS:
 
     void rest_isNoticed()
     {
-        Stage stage(1);
+        Stage stage({.usual = 1});
         QCOMPARE(stage.step(Attach), 0);
         std::vector<std::string> log;
         const auto isGivenBack = [&] {
@@ -133,6 +138,42 @@ private Q_SLOTS:
             return !log.empty() && log.back() == "end";
         };
         QTRY_VERIFY(isGivenBack());
+    }
+
+    void ofMoreThanEightOfAProcess_thoseThatRestedLongestGiveTheirEnginesBack()
+    {
+        struct Guest final : Parking::Guest {
+            void park() override { isParked = true; }
+            std::atomic<bool> isParked = false;
+        };
+        std::array<Guest, 12> guests;
+        const auto areParked = [&] {
+            QByteArray text;
+            for (const Guest &guest : guests) {
+                text += guest.isParked ? 'p' : '-';
+            }
+            return text;
+        };
+        std::optional<Parking> parking;
+        BrokerThread thread;
+        thread.run([&](Broker &broker) {
+            parking.emplace(broker, Parking::Delays{.beyondMost = 1});
+            for (size_t i = 0; i < 10; ++i) {
+                parking->add(guests[i], 1);
+            }
+            parking->add(guests[0], 1);
+            parking->remove(guests[2]);
+            parking->add(guests[10], 2);
+            parking->add(guests[11], 2);
+        });
+        QTRY_COMPARE(areParked(), "-p----------");
+        thread.run([&](Broker &) {
+            parking->remove(guests[3]);
+            parking->add(guests[2], 1);
+            parking->add(guests[1], 1);
+        });
+        QTRY_COMPARE(areParked(), "-p--p-------");
+        thread.run([&](Broker &) { parking.reset(); });
     }
 
     void contextThatRests_givesItsEngineBack_data()
@@ -166,6 +207,7 @@ private Q_SLOTS:
         row("paused, to go on", paused, true, "speed_set speed:n:1000", {"open at 1200", "play", "speed"});
         row("paused, to be sought", paused, true, "seek position::1:3", {"open at 1200", "play", "seek"});
         row("paused, to be stopped", paused, true, "stop", {"open at 1200", "play", "stop"});
+        row("detached", {attach, "play", "input_detach"}, true);
         row("playing", {attach, "play"}, false);
         row("a paused film", {picture, attach, film, "play", pause}, false);
         row("a paused film that nobody sees", {attach, film, "play", pause}, true);
