@@ -52,6 +52,9 @@ std::vector<std::string> systemPlaces()
           "PULSE_CLIENTCONFIG", "PULSE_COOKIE"}) {
         addFrom(variable, places);
     }
+    if (const char *configuration = std::getenv("PULSE_CLIENTCONFIG")) {
+        places.push_back(std::string(configuration) + ".d");
+    }
     const std::string home = g_get_home_dir();
     const std::string config = g_get_user_config_dir();
     const std::string data = g_get_user_data_dir();
