@@ -1,6 +1,7 @@
 #include "ChildProcess.h"
 #include "Daemon.h"
 #include "Files.h"
+#include "StartFolder.h"
 
 #include <QtTest/QtTest>
 
@@ -25,43 +26,6 @@ using namespace voro;
 namespace {
 
 constexpr auto Object = "/pps/f/o";
-
-/** A runtime folder without a daemon, in which clients may start one; it is ended, by its id, at the end. */
-class StartFolder {
-public:
-    StartFolder()
-    {
-        qputenv("VORO_RUNTIME_DIR", folder().toLocal8Bit());
-        qunsetenv("VORO_AUTOSPAWN");
-    }
-    ~StartFolder() { end(SIGTERM); }
-
-    /** Not there before a client makes it. */
-    QString folder() const { return m_parent.filePath("runtime"); }
-
-    /** The process that answers at the socket; 0 when none does. */
-    pid_t daemon() const
-    {
-        const pps::Fd socket = pps::connectTo(folder().toStdString());
-        ucred peer{};
-        socklen_t size = sizeof peer;
-        getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &peer, &size);
-        return peer.pid;
-    }
-    /** Ends the daemon and waits for its end. */
-    void end(int signal) const
-    {
-        const pid_t process = daemon();
-        if (process == 0) {
-            return;
-        }
-        kill(process, signal);
-        pps::waitForEnd({process, {}, 0}, -1);
-    }
-
-private:
-    QTemporaryDir m_parent;
-};
 
 int openError(pps::Connection &connection)
 {
