@@ -284,10 +284,6 @@ std::unique_ptr<Process> Worker::release()
     m_isDead = true;
     m_listener = nullptr;
     m_timer.stop();
-    if (m_process) {
-        m_process->onEnd(nullptr);
-        m_process->kill();
-    }
     return std::move(m_process);
 }
 

@@ -37,6 +37,14 @@ private Q_SLOTS:
         row("crash, seek, play", {"play", "!status position:n:900", "!die", "seek position::1:2500", "play"},
             {"play", "end", "open url::/a.ogg type::autolist speed:n:1000 track:n:1 position:n:2500 " + settings,
              "play"});
+        row("crash, seek beyond the end, play", {"play", "!die", "seek position::1:9000", "play"},
+            {"play", "end", "open url::/a.ogg type::autolist speed:n:1000 track:n:1 position:n:5000 " + settings,
+             "play"});
+        row("crash, seek in what has no known length, play",
+            {"play", "!track track:n:1 md_title_duration:n:0 md_title_seekable:b:true", "!die", "seek position::1:9000",
+             "play"},
+            {"play", "end", "open url::/a.ogg type::autolist speed:n:1000 track:n:1 position:n:9000 " + settings,
+             "play"});
         row("crash, detach", {"!die", "input_detach"}, {"end"});
     }
 

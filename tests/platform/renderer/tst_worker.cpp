@@ -33,6 +33,7 @@ constexpr const char *HangsAtStart = "VORO_TEST_HANGS_AT_START";
 
 // What this test's worker takes requests for.
 using FallSilent = requests::Stop;
+using AnswerAndFallSilent = requests::Set;
 /** Gets on if a track is named, and rests so many milliseconds in between. */
 using Work = requests::Seek;
 using Multiply = requests::Play;
@@ -89,6 +90,9 @@ int runWorker()
         if (std::holds_alternative<requests::Ping>(request)) {
             link.write(answer("ping", message.number("id"), {}));
         } else if (std::holds_alternative<FallSilent>(request)) {
+            pause();
+        } else if (std::holds_alternative<AnswerAndFallSilent>(request)) {
+            link.write(answer("set", message.number("id"), {}));
             pause();
         } else if (const auto *work = std::get_if<Work>(&request)) {
             workHard(link, work->target.track > 0, std::chrono::milliseconds(work->target.milliseconds));
@@ -172,6 +176,17 @@ private Q_SLOTS:
         QVERIFY2(time.elapsed() >= limit, qPrintable(QString::number(time.elapsed())));
         QTEST(result->code, "error");
         QVERIFY(player.listener.isDead);
+    }
+
+    void workerThatPlays_isEndedWhenItFallsSilent()
+    {
+        Player player(Limits);
+        QVERIFY(player.engine);
+        bool isAnswered = false;
+        player.engine->ask(AnswerAndFallSilent{}, [&](const Result &) { isAnswered = true; });
+        QTRY_VERIFY_WITH_TIMEOUT(isAnswered, 20'000);
+        player.engine->setWatched(true);
+        QTRY_VERIFY_WITH_TIMEOUT(player.listener.isDead, 20'000);
     }
 
     void workerThatUsesTooMuch_isEnded_data()
