@@ -141,6 +141,16 @@ private Q_SLOTS:
         QCOMPARE(attributes(stage.content("q7")), QByteArray());
     }
 
+    void mediumThatNobodyHears_isShown()
+    {
+        Stage stage;
+        QCOMPARE(stage.step(Attach), 0);
+        stage.step("!silent");
+        QCOMPARE(attributes(stage.content("audio")), QByteArray("silent:b:true"));
+        QCOMPARE(stage.step(Attach), 0);
+        QCOMPARE(attributes(stage.content("audio")), QByteArray("silent:b:false"));
+    }
+
     void window_needsTheApplicationsSession()
     {
         constexpr int Unavailable = 12;
