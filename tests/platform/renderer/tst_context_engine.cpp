@@ -197,9 +197,9 @@ private Q_SLOTS:
                              const QByteArrayList &asked = {}) { add(title, commands, isParked, command, asked); };
         row("prepared", {attach}, true, "play", {"open", "play"});
         row("stopped", {attach, "play", "stop"}, true, "play", {"open", "play"});
-        row("stopped on the second track",
-            {attach, "!queue current:n:2 total:n:2", "!track track:n:2 md_title_seekable:b:true", "play", "stop"}, true,
-            "play", {"open on 2", "play"});
+        row("stopped on the fifth track",
+            {attach, "!track track:n:5 md_title_seekable:b:true", "!queue current:n:5 total:n:9", "play", "stop"}, true,
+            "play", {"open on 5", "play"});
         row("ended", {attach, "play", "!ended"}, true, "play", {"open", "play"});
         row("ended, then stopped on the first track",
             {attach, "!queue current:n:2 total:n:2", "!track track:n:2 md_title_seekable:b:true", "play", "!ended",
@@ -246,7 +246,7 @@ private Q_SLOTS:
         QByteArrayList log;
         for (const QByteArray &entry : toList(stage.takeLog())) {
             log << entry.split(' ').first() + (entry.contains("position:n:1200") ? " at 1200" : "")
-                       + (entry.contains("track:n:2") ? " on 2" : "");
+                       + (entry.contains("track:n:2") ? " on 2" : "") + (entry.contains("track:n:5") ? " on 5" : "");
         }
         QCOMPARE(log.first(asked.size()), asked);
         const std::string full = "bufferlevel::100/100";
