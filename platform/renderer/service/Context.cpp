@@ -240,7 +240,7 @@ void Context::showTrack(const events::Track &track)
     if (kind.isFilm && m_journal.hasVideo()) {
         m_engines.expectFilms();
     }
-    // A context whose engine reports something does not rest, and now it may be one that can.
+    // The report may have made the track one that can be parked; the rest begins anew.
     updateParking();
 }
 
@@ -273,6 +273,7 @@ void Context::engineDied()
         m_folder.setStatus({m_position.milliseconds});
         setState(State::Stopped, Folder::Ending{ErrorCode::Internal, m_position});
     }
+    updateParking();
 }
 
 void Context::engineNeedsNetwork()

@@ -232,11 +232,11 @@ Context::Kind Context::kindOf(unsigned track) const
 /** Whether the journal and the position are enough to go on with another engine. */
 bool Context::canPark() const
 {
-    if (!m_input) {
+    if (!m_input || !m_isOpen) {
         return m_engine != nullptr;
     }
     const Kind kind = kindOf(m_position.track);
-    if (!m_isOpen || m_hasFailed || isRecording() || !kind.isSeekable) {
+    if (m_hasFailed || isRecording() || !kind.isSeekable) {
         return false;
     }
     const bool isPictureShown = (kind.isFilm && m_journal.hasVideo()) || m_journal.hasCaptions();

@@ -13,8 +13,8 @@
 namespace voro::renderer {
 
 /**
- * Those who rest and keep an engine meanwhile. Each may do so for a while, but of one process's only a few: an
- * application that prepares a hundred players does not fill the memory with engines.
+ * The contexts that rest with an engine. Each keeps it for a while, but only a few of each process do: an application
+ * that prepares a hundred players does not fill the memory with engines.
  */
 class Parking {
 public:
@@ -30,7 +30,7 @@ public:
     /** How long one rests before it gives its engine back, in milliseconds. */
     struct Delays {
         int usual = 10'000;
-        /** For those of a process that has more; an engine that was just asked to open a medium still looks at it. */
+        /** For contexts beyond `Most`; an engine that was just asked to open a medium still looks at it. */
         int beyondMost = 500;
     };
     /** How many of a process's rest with an engine for the usual time: those who began last. */
@@ -60,7 +60,7 @@ private:
 
     const Delays m_delays;
     Timer m_timer;
-    /** Who began last is behind. */
+    /** In the order in which they began to rest. */
     std::deque<Resting> m_resting;
 };
 

@@ -50,8 +50,8 @@ private:
 namespace {
 
 /**
- * How long the start of the next spare worker waits, so that it takes no time from the one that begins to work. Where
- * one start follows the other, the next one would have to wait longer.
+ * How long the start of the next spare worker waits, so that it takes no time from the one that begins to work. When
+ * starts follow each other more closely, it is started at once: the next start would wait longer for a worker.
  */
 constexpr int SpareDelay = 200;
 /** Most media are files, heard or shown in applications that draw themselves. */

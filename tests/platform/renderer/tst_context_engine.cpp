@@ -253,6 +253,18 @@ private Q_SLOTS:
         QVERIFY(before.find(full) == before.npos || stage.content("status").find(full) != before.npos);
     }
 
+    void contextWhoseMediumOpensNoMore_givesItsEngineBack()
+    {
+        Stage stage;
+        QCOMPARE(stage.step(Attach), 0);
+        stage.step("!die");
+        stage.run([&](Broker &) { stage.engines.answers["open"] = {ErrorCode::SourceUnavailable, "gone"}; });
+        QCOMPARE(stage.step("play"), static_cast<int>(ErrorCode::SourceUnavailable));
+        QVERIFY(stage.takeLog().back() != "end");
+        stage.park();
+        QCOMPARE(stage.takeLog(), std::vector<std::string>{"end"});
+    }
+
     void journal_isToldToEveryEngine()
     {
         Stage stage;

@@ -56,7 +56,7 @@ private Q_SLOTS:
         row("usually", "default-server = unix:/run/a/native\n", "", {"/run/a/native"});
         row("no blanks, a comment, no line's end", "; a\ndefault-server=unix:/a # =\n;default-server=b", "", {"/a"});
         row("several, and a machine's name", "default-server = {m}unix:/a tcp:b:1", "", {"/a", "tcp:b:1"});
-        row("a part comes later", "default-server = unix:/a\nrubbish\n", "default-server = unix:/b", {"/b"});
+        row("a part comes later", "default-server = unix:/a", "default-server = unix:/b", {"/b"});
         row("of the part only", "", "default-server = unix:/b", {"/b"});
     }
 
@@ -85,6 +85,23 @@ private Q_SLOTS:
         QCOMPARE(readFile(copies.filePath(names[0])), "default-sink = a\n");
         QCOMPARE(readFile(copies.filePath(names[1])), part);
         QVERIFY(readFile(copies.filePath(names[2])).contains("enable-shm = no\n"));
+    }
+
+    void soundServer_ofTheEnvironment_goesBeforeConfigurations()
+    {
+        const QTemporaryDir folder;
+        const auto found = [](const char *variable, const QString &value) {
+            qunsetenv("PULSE_SERVER");
+            qputenv(variable, value.toLocal8Bit());
+            nameSoundServer();
+            return toList(soundServers());
+        };
+        writeFile(folder.filePath("client.conf"), "default-server = unix:/a");
+        qunsetenv("PULSE_CLIENTCONFIG");
+        QCOMPARE(found("PULSE_CONFIG_PATH", folder.path()), QByteArrayList{"/a"});
+        const QString other = writeFile(folder.filePath("other.conf"), "default-server = unix:/b");
+        QCOMPARE(found("PULSE_CLIENTCONFIG", other), QByteArrayList{"/b"});
+        QCOMPARE(found("PULSE_SERVER", "unix:/c"), QByteArrayList{"/c"});
     }
 };
 
