@@ -31,6 +31,9 @@ pid_t daemonProcess();
 /** The process that started the given one, or took it over. */
 pid_t parentOf(pid_t process);
 
+/** How many descendants a daemon has when every player rests: its second process, the nursery's two, a spare worker. */
+constexpr size_t Resting = 4;
+
 /** Every process below the given one. */
 std::vector<pid_t> descendants(pid_t process);
 

@@ -34,13 +34,14 @@ struct Everything {
     bench::Usage workers = bench::usage(bench::descendants(bench::daemonProcess()));
 };
 
-/** How many workers there are beyond those of living players and the spare one, when those that were killed ended. */
+/** How many processes there are beyond those of living players and of a daemon at rest, when killed ones have ended. */
 size_t leftWorkers(size_t players)
 {
     for (;;) {
         const auto workers = bench::descendants(bench::daemonProcess());
-        if (workers.size() <= players + 1 || !bench::waitForEnd(workers, 5'000)) {
-            return workers.size() <= players ? 0 : workers.size() - players - 1;
+        if (workers.size() <= players + bench::Resting || !bench::waitForEnd(workers, 5'000)) {
+            const size_t expected = players + bench::Resting;
+            return workers.size() <= expected ? 0 : workers.size() - expected;
         }
     }
 }

@@ -24,8 +24,6 @@ using namespace voro::multimedia;
 namespace {
 
 constexpr int Prepared = 16;
-/** Below the daemon's first process when every player rests: its second, the nursery's two, a spare worker. */
-constexpr size_t Resting = 4;
 
 /** What players add to the application, and what they take with the processes that serve it. */
 struct Cost {
@@ -79,7 +77,7 @@ Costs measureOurs(const std::string &path)
         return bench::usage(daemon).pss + bench::usage(bench::descendants(daemon)).pss;
     };
     const auto rest = [daemon] {
-        while (bench::descendants(daemon).size() > Resting) {
+        while (bench::descendants(daemon).size() > bench::Resting) {
             bench::waitForEnd(bench::descendants(daemon), 60'000);
         }
     };

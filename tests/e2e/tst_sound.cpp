@@ -1,5 +1,4 @@
 #include "Daemon.h"
-#include "Files.h"
 #include "Media.h"
 #include "Programs.h"
 #include "PulseServer.h"
@@ -44,36 +43,29 @@ private Q_SLOTS:
     {
         QFETCH(const bool, isConfigured);
         const QString path = media::makeTone(m_folder.filePath("found.wav"), {.frequency = 880, .seconds = 10});
+        MonitorRecorder recorder;
         const QByteArray server = qgetenv("PULSE_SERVER");
         const QByteArray folder = qgetenv("PULSE_RUNTIME_PATH");
-        const QByteArray otherSink = isConfigured ? m_server.addSink("other") : QByteArray();
-        const auto restore = qScopeGuard([&] {
-            qputenv("PULSE_SERVER", server);
-            qputenv("PULSE_RUNTIME_PATH", folder);
-            qputenv("VORO_RUNTIME_DIR", m_daemon.folder().toLocal8Bit());
-            qunsetenv("PULSE_CLIENTCONFIG");
-            if (isConfigured) {
-                m_server.removeSink(otherSink);
-            }
-        });
         qunsetenv("PULSE_SERVER");
         if (isConfigured) {
-            const QString configuration = m_folder.filePath("client.conf");
-            const QDir parts(configuration + ".d");
-            QVERIFY(parts.mkpath("."));
-            writeFile(configuration, "; a\n default-server = " + server + '\n');
-            writeFile(parts.filePath("sink.conf"), "default-sink = null\n");
-            qputenv("PULSE_CLIENTCONFIG", configuration.toLocal8Bit());
+            QFile configuration(m_folder.filePath("client.conf"));
+            QVERIFY(configuration.open(QFile::WriteOnly)
+                    && configuration.write("; a\n default-server = " + server + '\n') > 0);
+            configuration.close();
+            qputenv("PULSE_CLIENTCONFIG", configuration.fileName().toLocal8Bit());
             qunsetenv("PULSE_RUNTIME_PATH");
         }
-        const Daemon daemon;
-        qputenv("PULSE_SERVER", server);
-        qunsetenv("PULSE_CLIENTCONFIG");
-        MonitorRecorder recorder;
-        MediaPlayer player;
-        QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
-        QCOMPARE(player.play(), MediaError::None);
-        QVERIFY(recorder.waitForTone(880, 300));
+        {
+            const Daemon daemon;
+            qputenv("PULSE_SERVER", server);
+            qputenv("PULSE_RUNTIME_PATH", folder);
+            qunsetenv("PULSE_CLIENTCONFIG");
+            MediaPlayer player;
+            QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+            QCOMPARE(player.play(), MediaError::None);
+            QVERIFY(recorder.waitForTone(880, 300));
+        }
+        qputenv("VORO_RUNTIME_DIR", m_daemon.folder().toLocal8Bit());
     }
 
     void preparedLongAgo_soundsAtOnce()
