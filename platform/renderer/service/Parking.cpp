@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <ranges>
+#include <tuple>
 
 namespace voro::renderer {
 

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <utility>
 
 namespace voro::renderer {
 

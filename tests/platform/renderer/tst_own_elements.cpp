@@ -20,7 +20,7 @@ QByteArrayList toList(const std::vector<std::string> &texts)
 } // namespace
 
 /** What a worker is let see for sinks and sources of the user's own. */
-class tst_Surroundings : public QObject {
+class tst_OwnElements : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void description_opensWhatItsElementsNeed_data()
@@ -49,6 +49,6 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(tst_Surroundings)
+QTEST_APPLESS_MAIN(tst_OwnElements)
 
-#include "tst_surroundings.moc"
+#include "tst_own_elements.moc"
