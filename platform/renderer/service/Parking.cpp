@@ -9,7 +9,7 @@ namespace voro::renderer {
 
 void Parking::add(Guest &guest, pid_t owner)
 {
-    std::erase_if(m_resting, [&](const Resting &resting) { return resting.guest == &guest; });
+    forget(&guest);
     m_resting.push_back({&guest, owner, {}});
     m_resting.back().since.start();
     armTimer();
@@ -17,9 +17,15 @@ void Parking::add(Guest &guest, pid_t owner)
 
 void Parking::remove(const Guest &guest)
 {
-    if (std::erase_if(m_resting, [&](const Resting &resting) { return resting.guest == &guest; }) > 0) {
+    if (forget(&guest)) {
         armTimer();
     }
+}
+
+/** Whether it rested. */
+bool Parking::forget(const Guest *guest)
+{
+    return std::erase_if(m_resting, [guest](const Resting &resting) { return resting.guest == guest; }) > 0;
 }
 
 std::pair<Parking::Guest *, qint64> Parking::next() const
@@ -39,7 +45,7 @@ std::pair<Parking::Guest *, qint64> Parking::next() const
 void Parking::parkRested()
 {
     for (auto [guest, left] = next(); guest && left <= 0; std::tie(guest, left) = next()) {
-        std::erase_if(m_resting, [guest](const Resting &resting) { return resting.guest == guest; });
+        forget(guest);
         guest->park();
     }
     armTimer();

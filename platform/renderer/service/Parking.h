@@ -54,6 +54,7 @@ private:
         QElapsedTimer since;
     };
 
+    bool forget(const Guest *guest);
     void parkRested();
     void armTimer();
     /** The one whose time ends first, and in how many milliseconds it does. */
