@@ -59,6 +59,11 @@ void PulseServer::suspend()
     ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
 }
 
+void PulseServer::resume()
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
+}
+
 QByteArray PulseServer::control(const QStringList &arguments)
 {
     return runToEnd(QStringLiteral("pactl"), arguments).value().trimmed();

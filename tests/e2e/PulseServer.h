@@ -23,8 +23,9 @@ public:
     void kill();
     /** Starts it again, at the same place. */
     void start();
-    /** Lets it hang, until it is killed. */
+    /** Lets it hang, until it is resumed or killed. */
     void suspend();
+    void resume();
 
 private:
     QString socketPath() const;
