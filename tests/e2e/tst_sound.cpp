@@ -1,4 +1,5 @@
 #include "Daemon.h"
+#include "Files.h"
 #include "Media.h"
 #include "Programs.h"
 #include "PulseServer.h"
@@ -43,29 +44,36 @@ private Q_SLOTS:
     {
         QFETCH(const bool, isConfigured);
         const QString path = media::makeTone(m_folder.filePath("found.wav"), {.frequency = 880, .seconds = 10});
-        MonitorRecorder recorder;
         const QByteArray server = qgetenv("PULSE_SERVER");
         const QByteArray folder = qgetenv("PULSE_RUNTIME_PATH");
-        qunsetenv("PULSE_SERVER");
-        if (isConfigured) {
-            QFile configuration(m_folder.filePath("client.conf"));
-            QVERIFY(configuration.open(QFile::WriteOnly)
-                    && configuration.write("; a\n default-server = " + server + '\n') > 0);
-            configuration.close();
-            qputenv("PULSE_CLIENTCONFIG", configuration.fileName().toLocal8Bit());
-            qunsetenv("PULSE_RUNTIME_PATH");
-        }
-        {
-            const Daemon daemon;
+        const QByteArray otherSink = isConfigured ? m_server.addSink("other") : QByteArray();
+        const auto restore = qScopeGuard([&] {
             qputenv("PULSE_SERVER", server);
             qputenv("PULSE_RUNTIME_PATH", folder);
+            qputenv("VORO_RUNTIME_DIR", m_daemon.folder().toLocal8Bit());
             qunsetenv("PULSE_CLIENTCONFIG");
-            MediaPlayer player;
-            QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
-            QCOMPARE(player.play(), MediaError::None);
-            QVERIFY(recorder.waitForTone(880, 300));
+            if (isConfigured) {
+                m_server.removeSink(otherSink);
+            }
+        });
+        qunsetenv("PULSE_SERVER");
+        if (isConfigured) {
+            const QString configuration = m_folder.filePath("client.conf");
+            const QDir parts(configuration + ".d");
+            QVERIFY(parts.mkpath("."));
+            writeFile(configuration, "; a\n default-server = " + server + '\n');
+            writeFile(parts.filePath("sink.conf"), "default-sink = null\n");
+            qputenv("PULSE_CLIENTCONFIG", configuration.toLocal8Bit());
+            qunsetenv("PULSE_RUNTIME_PATH");
         }
-        qputenv("VORO_RUNTIME_DIR", m_daemon.folder().toLocal8Bit());
+        const Daemon daemon;
+        qputenv("PULSE_SERVER", server);
+        qunsetenv("PULSE_CLIENTCONFIG");
+        MonitorRecorder recorder;
+        MediaPlayer player;
+        QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+        QCOMPARE(player.play(), MediaError::None);
+        QVERIFY(recorder.waitForTone(880, 300));
     }
 
     void preparedLongAgo_soundsAtOnce()

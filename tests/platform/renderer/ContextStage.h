@@ -6,6 +6,7 @@
 
 #include <BrokerThread.h>
 #include <renderer/service/Context.h>
+#include <Texts.h>
 
 #include <optional>
 
@@ -118,15 +119,6 @@ inline QByteArray attributes(const std::string &text)
     QByteArrayList lines = QByteArray::fromStdString(text).split('\n');
     lines.removeIf([](const QByteArray &line) { return line.isEmpty() || line.contains('@'); });
     return lines.join(' ');
-}
-
-inline QByteArrayList toList(const std::vector<std::string> &log)
-{
-    QByteArrayList list;
-    for (const std::string &entry : log) {
-        list << QByteArray::fromStdString(entry);
-    }
-    return list;
 }
 
 /** The command that makes a file the output. */

@@ -2,22 +2,9 @@
 
 #include <renderer/worker/process/OwnElements.h>
 #include <Rows.h>
-
-#include <algorithm>
-#include <iterator>
+#include <Texts.h>
 
 using namespace voro::renderer;
-
-namespace {
-
-QByteArrayList toList(const std::vector<std::string> &texts)
-{
-    QByteArrayList list;
-    std::ranges::transform(texts, std::back_inserter(list), QByteArray::fromStdString);
-    return list;
-}
-
-} // namespace
 
 /** What a worker is let see for sinks and sources of the user's own. */
 class tst_OwnElements : public QObject {

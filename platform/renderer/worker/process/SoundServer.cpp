@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string_view>
 
@@ -17,6 +18,9 @@ namespace {
 
 constexpr std::string_view Scheme = "unix:";
 constexpr const char *Variable = "PULSE_SERVER";
+constexpr const char *ConfigurationVariable = "PULSE_CLIENTCONFIG";
+/** Of the folder with the parts of a configuration. */
+constexpr const char *PartsSuffix = ".d";
 /** Of a server for all users. */
 constexpr const char *SharedFolder = "/run/pulse";
 
@@ -26,34 +30,78 @@ std::string variable(const char *name)
     return value ? value : "";
 }
 
-/** The server that a configuration names. */
-std::string serverIn(const std::string &configuration)
+/** The configuration's main file, by the rules of the server's library; empty when there is none. */
+std::string configurationFile()
 {
-    std::ifstream file(configuration);
-    for (std::string line; std::getline(file, line);) {
-        std::istringstream words(line);
-        std::string name;
-        std::string sign;
-        std::string server;
-        if (words >> name >> sign && name == "default-server" && sign == "="
-            && std::getline(words >> std::ws, server)) {
-            return server;
+    if (const std::string named = variable(ConfigurationVariable); !named.empty()) {
+        return named;
+    }
+    const std::string own = variable("PULSE_CONFIG_PATH");
+    std::vector<std::string> folders{own};
+    if (own.empty()) {
+        folders = {std::string(g_get_home_dir()) + "/.pulse", std::string(g_get_user_config_dir()) + "/pulse"};
+    }
+    folders.emplace_back("/etc/pulse");
+    for (const std::string &folder : folders) {
+        if (const std::string file = folder + "/client.conf"; access(file.c_str(), F_OK) == 0) {
+            return file;
         }
     }
     return {};
 }
 
-/** The first configuration that there is counts alone. */
-std::string configuredServer()
+/** The main file of a configuration and the parts in the folder beside it, in their order. */
+std::vector<std::string> filesOfConfiguration(const std::string &main)
 {
-    for (const std::string &place :
-         {variable("PULSE_CLIENTCONFIG"), std::string(g_get_user_config_dir()) + "/pulse/client.conf",
-          std::string("/etc/pulse/client.conf")}) {
-        if (access(place.c_str(), F_OK) == 0) {
-            return serverIn(place);
+    std::vector<std::string> parts;
+    std::error_code error;
+    std::filesystem::directory_iterator place(main + PartsSuffix, error);
+    for (; !error && place != end(place); place.increment(error)) {
+        if (place->path().extension() == ".conf") {
+            parts.push_back(place->path());
         }
     }
-    return {};
+    std::ranges::sort(parts);
+    parts.insert(parts.begin(), main);
+    return parts;
+}
+
+std::string contentOf(const std::string &file)
+{
+    constexpr size_t Longest = size_t{64} << 10;
+    std::error_code error;
+    std::string text;
+    if (std::filesystem::is_regular_file(file, error)) {
+        text.resize(Longest);
+        std::ifstream stream(file);
+        stream.read(text.data(), Longest);
+        text.resize(static_cast<size_t>(stream.gcount()));
+    }
+    return text;
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    constexpr std::string_view Blanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(Blanks) + 1);
+}
+
+/** The server that a configuration names: the last one counts. */
+std::string serverIn(const std::vector<std::string> &configuration)
+{
+    std::string server;
+    for (const std::string &text : configuration) {
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+            line.erase(std::min(line.find_first_of("#;"), line.size()));
+            const size_t sign = line.find('=');
+            if (sign != line.npos && trimmed(std::string_view(line).substr(0, sign)) == "default-server") {
+                server = trimmed(std::string_view(line).substr(sign + 1));
+            }
+        }
+    }
+    return server;
 }
 
 /** The folders where servers usually have their sockets. */
@@ -73,8 +121,7 @@ std::vector<std::string> usualFolders()
 
 std::vector<std::string> soundServers()
 {
-    const std::string named = variable(Variable);
-    std::istringstream words(named.empty() ? configuredServer() : named);
+    std::istringstream words(variable(Variable));
     std::vector<std::string> servers;
     for (std::string server; words >> server;) {
         // In front may stand the machine for which it holds, in braces.
@@ -86,14 +133,43 @@ std::vector<std::string> soundServers()
 
 void nameSoundServer()
 {
-    if (!soundServers().empty()) {
+    if (!variable(Variable).empty()) {
         return;
     }
-    std::string names;
-    for (const std::string &folder : usualFolders()) {
-        names.append(names.empty() ? "" : " ").append(Scheme).append(folder).append("/native");
+    std::string names = serverIn(soundConfiguration());
+    if (names.empty()) {
+        for (const std::string &folder : usualFolders()) {
+            names.append(names.empty() ? "" : " ").append(Scheme).append(folder).append("/native");
+        }
     }
     setenv(Variable, names.c_str(), 1);
+}
+
+std::vector<std::string> soundConfiguration()
+{
+    std::vector<std::string> texts;
+    if (const std::string main = configurationFile(); !main.empty()) {
+        std::ranges::transform(filesOfConfiguration(main), std::back_inserter(texts), contentOf);
+    }
+    return texts;
+}
+
+void writeSoundConfiguration(const std::string &path, std::vector<std::string> texts)
+{
+    texts.resize(std::max<size_t>(texts.size(), 1));
+    // Each piece of sound in shared memory that the server is done with would wake the worker.
+    texts.emplace_back("enable-shm = no\nshm-size-bytes = 0\n");
+    mkdir((path + PartsSuffix).c_str(), 0700);
+    for (size_t i = 0; i < texts.size(); ++i) {
+        // So that the order of their names is that of their numbers.
+        constexpr size_t First = 1'000;
+        std::ofstream(i == 0 ? path : path + PartsSuffix + '/' + std::to_string(First + i) + ".conf") << texts[i];
+    }
+}
+
+void useSoundConfiguration(const std::string &path)
+{
+    setenv(ConfigurationVariable, path.c_str(), 1);
 }
 
 bool isSoundServerFar()

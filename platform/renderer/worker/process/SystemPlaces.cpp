@@ -49,8 +49,11 @@ std::vector<std::string> systemPlaces()
     for (const char *variable :
          {"GST_PLUGIN_PATH", "GST_PLUGIN_PATH_1_0", "GST_PLUGIN_SYSTEM_PATH", "GST_PLUGIN_SYSTEM_PATH_1_0",
           "LD_LIBRARY_PATH", "GIO_EXTRA_MODULES", "FONTCONFIG_PATH", "FONTCONFIG_FILE", "SSL_CERT_FILE", "SSL_CERT_DIR",
-          "PULSE_CLIENTCONFIG", "PULSE_COOKIE"}) {
+          "PULSE_CLIENTCONFIG", "PULSE_CONFIG_PATH", "PULSE_COOKIE"}) {
         addFrom(variable, places);
+    }
+    if (const char *configuration = std::getenv("PULSE_CLIENTCONFIG")) {
+        places.push_back(std::string(configuration) + ".d");
     }
     const std::string home = g_get_home_dir();
     const std::string config = g_get_user_config_dir();
