@@ -10,9 +10,8 @@
 
 namespace voro::renderer {
 
-FilePlayback::FilePlayback(Succession &succession, AudioBin &other)
+FilePlayback::FilePlayback(Succession &succession)
     : PipelinePlayback(gst_pipeline_new("voro-file"), succession),
-      m_other(other),
       m_concat(makeElement("concat"))
 {
     gst_bin_add_many(GST_BIN(pipeline()), m_concat, audio().element(), nullptr);
@@ -114,7 +113,6 @@ void FilePlayback::start()
         }
         gst_element_set_state(pipeline(), GST_STATE_PAUSED);
     };
-    m_other.removeLostSink();
     open();
     // Other threads open the file meanwhile.
     if (audio().hasLostServer()) {

@@ -18,8 +18,7 @@ namespace voro::renderer {
  */
 class FilePlayback : public PipelinePlayback {
 public:
-    /** The other bin's sink shares the connection to the sound server. */
-    FilePlayback(Succession &succession, AudioBin &other);
+    explicit FilePlayback(Succession &succession);
     ~FilePlayback() override;
 
     /** Such a file has neither pictures nor captions. */
@@ -58,7 +57,6 @@ private:
     bool append(const std::string &uri);
     void remove(Track &track);
 
-    AudioBin &m_other;
     Piece m_piece;
     /** Runs while a medium is opened ahead. */
     MainLoopSource m_aheadTimer;

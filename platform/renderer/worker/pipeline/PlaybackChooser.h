@@ -3,11 +3,14 @@
 #include "FilePlayback.h"
 #include "PlaybinPlayback.h"
 
+#include <optional>
+
 namespace voro::renderer {
 
 /**
  * Plays each medium in the faster way that it can be played in: files of sound in a common format with the decoders
- * that are kept for them, everything else with a playbin, which also takes over what the decoders fail at.
+ * that are kept for them, everything else with a playbin, which also takes over what the decoders fail at. The playbin
+ * is made with the first medium that needs it.
  */
 class PlaybackChooser : public Playback {
 public:
@@ -18,7 +21,7 @@ public:
     void setVolume(long percent) override;
     void setPreset(Preset preset) override;
     bool isFarAhead() const override { return m_chosen->isFarAhead(); }
-    void setSource(const Rectangle &part) override { m_playbin.setSource(part); }
+    void setSource(const Rectangle &part) override;
     bool load(const Piece &piece) override;
     void loadAhead(const Piece &piece) override;
     void run() override { m_chosen->run(); }
@@ -41,13 +44,19 @@ public:
 
 private:
     void onFileFailed(const Failure &failure);
+    void chooseFile();
     void loadPlaybin();
+    PlaybinPlayback &playbin();
 
     Succession m_succession;
-    PlaybinPlayback m_playbin{m_succession};
-    FilePlayback m_file{m_succession, m_playbin.audio()};
-    PipelinePlayback *m_chosen = &m_playbin;
+    FilePlayback m_file{m_succession};
+    std::optional<PlaybinPlayback> m_playbin;
+    PipelinePlayback *m_chosen = &m_file;
     Piece m_piece;
+    // What a playbin that is made gets.
+    long m_volume = 100;
+    Preset m_preset{};
+    Rectangle m_source;
 };
 
 } // namespace voro::renderer
