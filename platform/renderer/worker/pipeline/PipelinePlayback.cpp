@@ -10,9 +10,19 @@ namespace voro::renderer {
 PipelinePlayback::PipelinePlayback(GstElement *pipeline, Succession &succession)
     : m_pipeline(GST_ELEMENT(gst_object_ref_sink(pipeline))),
       m_succession(succession),
-      m_transport(pipeline, succession),
-      m_watch(gst_bus_add_watch(GST_ELEMENT_BUS(pipeline), onMessage, this))
-{}
+      m_transport(pipeline, succession)
+{
+    // It has a descriptor, which forked processes would share.
+    gst_element_set_bus(pipeline, nullptr);
+}
+
+void PipelinePlayback::listen(Events events)
+{
+    Playback::listen(std::move(events));
+    const Owned<GstBus> bus(gst_bus_new());
+    gst_element_set_bus(m_pipeline.get(), bus.get());
+    m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
+}
 
 void PipelinePlayback::begin()
 {

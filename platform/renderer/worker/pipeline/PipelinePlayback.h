@@ -16,6 +16,7 @@ namespace voro::renderer {
 /** What the ways to play have in common: a pipeline with an AudioBin in it, whose messages become events. */
 class PipelinePlayback : public Playback {
 public:
+    void listen(Events events) override;
     void setVolume(long percent) override { m_audio.setVolume(percent); }
     void setPreset(Preset preset) override { m_audio.setPreset(preset); }
     bool isFarAhead() const override { return m_audio.isFarAhead() && hasBegun(); }

@@ -37,7 +37,10 @@ public:
     Playback(const Playback &) = delete;
     Playback &operator=(const Playback &) = delete;
 
-    /** Sets the listener; its functions are called from the main loop. */
+    /**
+     * Sets the listener; its functions are called from the main loop. Before, there are neither threads nor descriptors,
+     * so that a process may be forked.
+     */
     virtual void listen(Events events) { m_events = std::move(events); }
 
     /** From 0 to 100. */

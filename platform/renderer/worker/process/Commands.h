@@ -3,7 +3,6 @@
 #include "HandedFiles.h"
 #include "Link.h"
 
-#include <renderer/worker/pipeline/PlaybackChooser.h>
 #include <renderer/worker/player/Player.h>
 #include <renderer/worker/record/Recorder.h>
 #include <renderer/worker/video/FrameChannel.h>
@@ -13,7 +12,7 @@ namespace voro::renderer {
 /** Passes the service's requests to the player or the recorder, and its answers and reports back. */
 class Commands {
 public:
-    explicit Commands(HandedFiles &handed) : m_handed(handed) {}
+    Commands(HandedFiles &handed, Playback &playback) : m_handed(handed), m_playback(playback) {}
     /** False when the worker was not started by the daemon. */
     bool start();
 
@@ -37,7 +36,7 @@ private:
     /** For the next recording. */
     pps::Fd m_file;
     FrameChannels m_frames;
-    PlaybackChooser m_playback;
+    Playback &m_playback;
     Probe m_probe;
     Player m_player{m_playback, m_probe, [this](const Event &event) { m_link.send(toText(event)); }};
     Recorder m_recorder{[this](const Event &event) { m_link.send(toText(event)); }};

@@ -9,6 +9,7 @@
 #include <renderer/common/MemoryFile.h>
 #include <renderer/common/Protocol.h>
 #include <renderer/worker/gst/Graph.h>
+#include <renderer/worker/pipeline/PlaybackChooser.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -41,14 +42,14 @@ int refuse(std::string_view argument)
     return 2;
 }
 
-int work()
+int work(voro::renderer::Playback &playback)
 {
     using namespace voro::renderer;
     Graph::showOnSignal();
     HandedFiles handed;
     setFileOpener([&handed](const std::string &path, Freshness freshness) { return handed.open(path, freshness); });
     setMemoryMaker([&handed](size_t size) { return handed.makeMemory(size); });
-    Commands commands(handed);
+    Commands commands(handed, playback);
     if (!commands.start()) {
         std::fputs("voro-renderer: the daemon does not answer\n", stderr);
         return 1;
@@ -85,6 +86,8 @@ int main(int argc, char **argv)
     nameSoundServer();
     startGStreamer();
     warmUp();
+    // Made before processes are forked, it is in memory once.
+    PlaybackChooser playback;
     Confinement confinement;
     if (isNursery) {
         reach = Nursery(confinement).run();
@@ -98,5 +101,5 @@ int main(int argc, char **argv)
         return 1;
     }
     confinement.complete(*reach);
-    return work();
+    return work(playback);
 }
