@@ -10,7 +10,9 @@
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
 
+#include <netinet/in.h>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -80,6 +82,24 @@ QByteArray PulseServer::addSink(const char *name)
 void PulseServer::removeSink(const QByteArray &sink)
 {
     control({"unload-module", QString::fromLatin1(sink)});
+}
+
+QByteArray PulseServer::serveOnNetwork()
+{
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    auto *generic = reinterpret_cast<sockaddr *>(&address);
+    if (bind(socket, generic, length) != 0 || getsockname(socket, generic, &length) != 0) {
+        qFatal("no port to serve on");
+    }
+    close(socket);
+    const QByteArray port = QByteArray::number(ntohs(address.sin_port));
+    control({"load-module", "module-native-protocol-tcp", "listen=127.0.0.1", "port=" + port,
+             "auth-cookie=" + qEnvironmentVariable("PULSE_COOKIE")});
+    return "tcp:127.0.0.1:" + port;
 }
 
 PulseServer::~PulseServer()

@@ -16,6 +16,9 @@ public:
     /** Takes a sink away; what played to it is moved to another one. */
     void removeSink(const QByteArray &sink);
 
+    /** Serves on a port of this machine, too, to who knows the cookie; the server's name there. */
+    QByteArray serveOnNetwork();
+
     /** What the server's control program answers to these arguments. */
     static QByteArray control(const QStringList &arguments);
 

@@ -35,14 +35,16 @@ private Q_SLOTS:
 
     void server_isFoundWithoutBeingNamed_data()
     {
-        const Rows<bool> row("isConfigured");
-        row("at its usual place", false);
-        row("where the configuration says", true);
+        const Rows<bool, bool> row("isConfigured", "isFar");
+        row("at its usual place", false, false);
+        row("where the configuration says", true, false);
+        row("on the network", true, true);
     }
 
     void server_isFoundWithoutBeingNamed()
     {
         QFETCH(const bool, isConfigured);
+        QFETCH(const bool, isFar);
         const QString path = media::makeTone(m_folder.filePath("found.wav"), {.frequency = 880, .seconds = 10});
         const QByteArray server = qgetenv("PULSE_SERVER");
         const QByteArray folder = qgetenv("PULSE_RUNTIME_PATH");
@@ -56,16 +58,17 @@ private Q_SLOTS:
                 m_server.removeSink(otherSink);
             }
         });
-        qunsetenv("PULSE_SERVER");
         if (isConfigured) {
             const QString configuration = m_folder.filePath("client.conf");
             const QDir parts(configuration + ".d");
             QVERIFY(parts.mkpath("."));
-            writeFile(configuration, "; a\n default-server = " + server + '\n');
+            const QByteArray name = isFar ? m_server.serveOnNetwork() : server;
+            writeFile(configuration, "; a\n default-server = " + name + '\n');
             writeFile(parts.filePath("sink.conf"), "default-sink = null\n");
             qputenv("PULSE_CLIENTCONFIG", configuration.toLocal8Bit());
             qunsetenv("PULSE_RUNTIME_PATH");
         }
+        qunsetenv("PULSE_SERVER");
         const Daemon daemon;
         qputenv("PULSE_SERVER", server);
         qunsetenv("PULSE_CLIENTCONFIG");

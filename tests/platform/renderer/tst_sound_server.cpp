@@ -7,7 +7,7 @@
 
 using namespace voro::renderer;
 
-/** The sound server that workers play to, and the configuration of its library that they get. */
+/** The sound server that workers play to. */
 class tst_SoundServer : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -35,17 +35,6 @@ private Q_SLOTS:
         qunsetenv("PULSE_SERVER");
         nameSoundServer();
         QTEST(toList(soundServers()), "servers");
-
-        // Workers get the same, in the same order, and then one part more.
-        const std::string copy = folder.filePath("copy").toStdString();
-        writeSoundConfiguration(copy, soundConfiguration());
-        QCOMPARE(readFile(QString::fromStdString(copy)), main);
-        const QDir copies(folder.filePath("copy.d"));
-        const QStringList names = copies.entryList(QDir::Files, QDir::Name);
-        QCOMPARE(names.size(), 3);
-        QCOMPARE(readFile(copies.filePath(names[0])), "default-sink = a\n");
-        QCOMPARE(readFile(copies.filePath(names[1])), part);
-        QVERIFY(readFile(copies.filePath(names[2])).contains("enable-shm = no\n"));
     }
 
     void inEnvironment_goesBeforeConfigurations()

@@ -38,8 +38,8 @@ public:
     Playback &operator=(const Playback &) = delete;
 
     /**
-     * Sets the listener; its functions are called from the main loop. Before, there are neither threads nor descriptors,
-     * so that a process may be forked.
+     * Sets the listener; its functions are called from the main loop. Before, there are neither threads nor
+     * descriptors, so that a process may be forked.
      */
     virtual void listen(Events events) { m_events = std::move(events); }
 

@@ -3,8 +3,7 @@
 
 #include <cerrno>
 
-// Every library of the process that makes a file in memory comes by here. The sound server's does so, for what it
-// shares with the server.
+// Every library of the process that makes a file in memory comes by here.
 
 extern "C" __attribute__((visibility("default"))) int memfd_create(const char *, unsigned) noexcept
 {

@@ -27,7 +27,6 @@ constexpr char NewRoot[] = "/tmp";
 /** The kernel's view of all processes, for the nursery only. */
 constexpr char AllProcesses[] = "/.processes";
 constexpr char ThisProcess[] = "/proc/self";
-constexpr char SoundConfiguration[] = "/.sound.conf";
 
 /** A file or folder of the old root. */
 struct Place {
@@ -137,15 +136,12 @@ bool Root::add(const Place &place)
 
 bool Root::enter()
 {
-    // Read before the old root's files are hidden.
-    const std::vector<std::string> configuration = soundConfiguration();
     pps::Fd processes(open_tree(AT_FDCWD, "/proc", OPEN_TREE_CLONE | OPEN_TREE_CLOEXEC | AT_RECURSIVE));
     if (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0
         || mount("voro", NewRoot, "tmpfs", MS_NOSUID | MS_NODEV, "mode=0755,size=1m") != 0) {
         return false;
     }
     m_trees.push_back({std::move(processes), AllProcesses, true});
-    writeSoundConfiguration(std::string(NewRoot) + SoundConfiguration, configuration);
     bool isMade = makeFolders(std::string(NewRoot) + ThisProcess);
     for (const Tree &tree : m_trees) {
         const std::string target = NewRoot + tree.path;
@@ -185,13 +181,7 @@ bool enterNamespaces(const OwnElements &elements)
         return false;
     }
     Root root;
-    if (!std::ranges::all_of(places, [&root](const Place &place) { return root.add(place); }) || !root.enter()) {
-        return false;
-    }
-    if (access(SoundConfiguration, R_OK) == 0) {
-        useSoundConfiguration(SoundConfiguration);
-    }
-    return true;
+    return std::ranges::all_of(places, [&root](const Place &place) { return root.add(place); }) && root.enter();
 }
 
 bool leaveNetwork()

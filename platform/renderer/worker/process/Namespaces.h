@@ -10,8 +10,7 @@ namespace voro::renderer {
 
 /**
  * Enters a user and a mount namespace with a root of its own, in which there is nothing but the system's files, to be
- * read, the sockets of sound server and X servers, and a copy of the user's configuration of the sound server's
- * library, which counts from then on. False, and nothing has changed, where the kernel refuses.
+ * read, and the sockets of sound server and X servers. False, and nothing has changed, where the kernel refuses.
  */
 bool enterNamespaces(const OwnElements &elements);
 

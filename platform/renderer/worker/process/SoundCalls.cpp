@@ -1,11 +1,14 @@
 #include <dlfcn.h>
+#include <pulse/context.h>
+#include <pulse/error.h>
+#include <pulse/proplist.h>
 #include <pulse/stream.h>
 #include <pulse/timeval.h>
 
-// Whoever plays through the sound server, as GStreamer's sink does, comes by here instead of going to the server's
-// library. That one calculates the time of a stream without signs: in the moment that a stream goes on it may say that
-// a hundred thousand years were played, and it never says less afterwards. The stream would be heard, but its position
-// would stand still for ever.
+#include <algorithm>
+
+// Whoever plays or records through the sound server, as GStreamer's elements do, comes by here instead of going to the
+// server's library.
 
 namespace {
 
@@ -16,21 +19,32 @@ Function *next(const char *name)
     return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
 }
 
-/** Whether a stream may have played as long as that, by what the server has said at its last report. */
-bool isPossible(pa_usec_t time, const pa_stream *stream)
+/** Whether a stream may have played or recorded as long as that, by what the server has said at its last report. */
+bool isPossible(pa_usec_t time, pa_stream *stream)
 {
     // The server reports at least every 1.5 s.
     constexpr pa_usec_t Latest = 10 * PA_USEC_PER_SEC;
-    const pa_timing_info *report = pa_stream_get_timing_info(const_cast<pa_stream *>(stream));
-    const auto bytes = report && report->read_index > 0 ? static_cast<uint64_t>(report->read_index) : 0;
-    return time <= pa_bytes_to_usec(bytes, pa_stream_get_sample_spec(const_cast<pa_stream *>(stream))) + Latest;
+    const pa_timing_info *report = pa_stream_get_timing_info(stream);
+    const int64_t bytes = report ? std::max<int64_t>({0, report->read_index, report->write_index}) : 0;
+    return time <= pa_bytes_to_usec(static_cast<uint64_t>(bytes), pa_stream_get_sample_spec(stream)) + Latest;
 }
 
 } // namespace
 
 extern "C" {
 
-/** Such a time does not stay. Sinks take care themselves that their clocks do not run backward. */
+/** Connections without memory that is shared with the server: each piece that the server is done with wakes a worker.
+ */
+__attribute__((visibility("default"))) pa_context *pa_context_new(pa_mainloop_api *loop, const char *name)
+{
+    pa_proplist *properties = pa_proplist_new();
+    pa_proplist_sets(properties, PA_PROP_CONTEXT_FORCE_DISABLE_SHM, "1");
+    pa_context *context = pa_context_new_with_proplist(loop, name, properties);
+    pa_proplist_free(properties);
+    return context;
+}
+
+/** Without the flag the library keeps the largest time that it ever said, also one that cannot be. */
 __attribute__((visibility("default"))) int pa_stream_connect_playback(pa_stream *stream, const char *device,
                                                                       const pa_buffer_attr *attributes,
                                                                       pa_stream_flags_t flags, const pa_cvolume *volume,
@@ -41,7 +55,10 @@ __attribute__((visibility("default"))) int pa_stream_connect_playback(pa_stream 
                    other);
 }
 
-/** Such a time is none. */
+/**
+ * Fails when the stream cannot have played as long as the library says. It calculates without signs: in the moment that
+ * a stream goes on it may say a hundred thousand years. Clocks keep their last time then.
+ */
 __attribute__((visibility("default"))) int pa_stream_get_time(pa_stream *stream, pa_usec_t *time)
 {
     static const auto timeOf = next<decltype(pa_stream_get_time)>("pa_stream_get_time");

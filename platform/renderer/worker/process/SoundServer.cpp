@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string_view>
 
@@ -18,9 +17,6 @@ namespace {
 
 constexpr std::string_view Scheme = "unix:";
 constexpr const char *Variable = "PULSE_SERVER";
-constexpr const char *ConfigurationVariable = "PULSE_CLIENTCONFIG";
-/** Of the folder with the parts of a configuration. */
-constexpr const char *PartsSuffix = ".d";
 /** Of a server for all users. */
 constexpr const char *SharedFolder = "/run/pulse";
 
@@ -33,13 +29,13 @@ std::string variable(const char *name)
 /** The configuration's main file, by the rules of the server's library; empty when there is none. */
 std::string configurationFile()
 {
-    if (const std::string named = variable(ConfigurationVariable); !named.empty()) {
+    if (const std::string named = variable("PULSE_CLIENTCONFIG"); !named.empty()) {
         return named;
     }
     const std::string own = variable("PULSE_CONFIG_PATH");
     std::vector<std::string> folders{own};
     if (own.empty()) {
-        folders = {std::string(g_get_home_dir()) + "/.pulse", std::string(g_get_user_config_dir()) + "/pulse"};
+        folders = {std::string(g_get_home_dir()) + "/.pulse", std::string(g_get_home_dir()) + "/.config/pulse"};
     }
     folders.emplace_back("/etc/pulse");
     for (const std::string &folder : folders) {
@@ -55,7 +51,7 @@ std::vector<std::string> filesOfConfiguration(const std::string &main)
 {
     std::vector<std::string> parts;
     std::error_code error;
-    std::filesystem::directory_iterator place(main + PartsSuffix, error);
+    std::filesystem::directory_iterator place(main + ".d", error);
     for (; !error && place != end(place); place.increment(error)) {
         if (place->path().extension() == ".conf") {
             parts.push_back(place->path());
@@ -66,20 +62,6 @@ std::vector<std::string> filesOfConfiguration(const std::string &main)
     return parts;
 }
 
-std::string contentOf(const std::string &file)
-{
-    constexpr size_t Longest = size_t{64} << 10;
-    std::error_code error;
-    std::string text;
-    if (std::filesystem::is_regular_file(file, error)) {
-        text.resize(Longest);
-        std::ifstream stream(file);
-        stream.read(text.data(), Longest);
-        text.resize(static_cast<size_t>(stream.gcount()));
-    }
-    return text;
-}
-
 std::string_view trimmed(std::string_view text)
 {
     constexpr std::string_view Blanks = " \t\r\n";
@@ -87,12 +69,17 @@ std::string_view trimmed(std::string_view text)
     return text.substr(0, text.find_last_not_of(Blanks) + 1);
 }
 
-/** The server that a configuration names: the last one counts. */
-std::string serverIn(const std::vector<std::string> &configuration)
+/** The server that the user's configuration names: the last one counts. */
+std::string configuredServer()
 {
     std::string server;
-    for (const std::string &text : configuration) {
-        std::istringstream lines(text);
+    const std::string main = configurationFile();
+    for (const std::string &file : main.empty() ? std::vector<std::string>() : filesOfConfiguration(main)) {
+        std::error_code error;
+        std::ifstream lines;
+        if (std::filesystem::is_regular_file(file, error)) {
+            lines.open(file);
+        }
         for (std::string line; std::getline(lines, line);) {
             line.erase(std::min(line.find_first_of("#;"), line.size()));
             const size_t sign = line.find('=');
@@ -136,40 +123,13 @@ void nameSoundServer()
     if (!variable(Variable).empty()) {
         return;
     }
-    std::string names = serverIn(soundConfiguration());
+    std::string names = configuredServer();
     if (names.empty()) {
         for (const std::string &folder : usualFolders()) {
             names.append(names.empty() ? "" : " ").append(Scheme).append(folder).append("/native");
         }
     }
     setenv(Variable, names.c_str(), 1);
-}
-
-std::vector<std::string> soundConfiguration()
-{
-    std::vector<std::string> texts;
-    if (const std::string main = configurationFile(); !main.empty()) {
-        std::ranges::transform(filesOfConfiguration(main), std::back_inserter(texts), contentOf);
-    }
-    return texts;
-}
-
-void writeSoundConfiguration(const std::string &path, std::vector<std::string> texts)
-{
-    texts.resize(std::max<size_t>(texts.size(), 1));
-    // Each piece of sound in shared memory that the server is done with would wake the worker.
-    texts.emplace_back("enable-shm = no\nshm-size-bytes = 0\n");
-    mkdir((path + PartsSuffix).c_str(), 0700);
-    for (size_t i = 0; i < texts.size(); ++i) {
-        // So that the order of their names is that of their numbers.
-        constexpr size_t First = 1'000;
-        std::ofstream(i == 0 ? path : path + PartsSuffix + '/' + std::to_string(First + i) + ".conf") << texts[i];
-    }
-}
-
-void useSoundConfiguration(const std::string &path)
-{
-    setenv(ConfigurationVariable, path.c_str(), 1);
 }
 
 bool isSoundServerFar()

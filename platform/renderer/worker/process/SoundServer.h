@@ -14,15 +14,6 @@ void nameSoundServer();
 /** The servers that are tried, one after the other: paths of sockets, or places on the network. */
 std::vector<std::string> soundServers();
 
-/** The texts of the user's configuration of the sound server's library: of its main file, and of its parts in order. */
-std::vector<std::string> soundConfiguration();
-
-/** Writes that of workers: these texts, and that they do without memory that is shared with the server. */
-void writeSoundConfiguration(const std::string &path, std::vector<std::string> texts);
-
-/** Has the sound server's library take its configuration from there. */
-void useSoundConfiguration(const std::string &path);
-
 /** Whether the sound server may be on the network. */
 bool isSoundServerFar();
 

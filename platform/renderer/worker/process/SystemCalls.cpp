@@ -1,5 +1,7 @@
 #include "SystemCalls.h"
 
+#include "SoundServer.h"
+
 #include <fcntl.h>
 #include <linux/netlink.h>
 #include <linux/sched.h>
@@ -188,6 +190,13 @@ SystemCalls::SystemCalls(Devices devices, Files files, Reach reach)
     const scmp_datum_t changes = files == Files::ReadOnly ? O_ACCMODE | O_TRUNC | O_CREAT : 0;
     rules.add(SCMP_ACT_ALLOW, "open", scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, changes, 0});
     rules.add(SCMP_ACT_ALLOW, "openat", scmp_arg_cmp{2, SCMP_CMP_MASKED_EQ, changes, 0});
+    if (files == Files::ReadOnly) {
+        // Libraries that try to write first open a file for reading after this error only.
+        for (const scmp_datum_t change : {O_WRONLY, O_RDWR}) {
+            rules.add(SCMP_ACT_ERRNO(EACCES), "open", scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, O_ACCMODE, change});
+            rules.add(SCMP_ACT_ERRNO(EACCES), "openat", scmp_arg_cmp{2, SCMP_CMP_MASKED_EQ, O_ACCMODE, change});
+        }
+    }
     // No pairs and no datagrams: what they hold on their way counts as the user's.
     rules.add(
         SCMP_ACT_ALLOW, "socket", isEqual(0, AF_UNIX),
@@ -195,6 +204,11 @@ SystemCalls::SystemCalls(Devices devices, Files files, Reach reach)
     rules.allowWith("setsockopt", 1, ProtocolLevels);
     for (const int option : SocketOptions) {
         rules.add(SCMP_ACT_ALLOW, "setsockopt", isEqual(1, SOL_SOCKET), isEqual(2, static_cast<scmp_datum_t>(option)));
+    }
+    if (reach.network && isSoundServerFar()) {
+        rules.add(SCMP_ACT_ALLOW, "socketpair", isEqual(0, AF_UNIX),
+                  scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, static_cast<scmp_datum_t>(~(SOCK_CLOEXEC | SOCK_NONBLOCK)),
+                               SOCK_DGRAM});
     }
     if (reach.network) {
         rules.allowWith("socket", 0, NetworkFamilies);
