@@ -1,7 +1,7 @@
 /*
- * Processor time and wakeups for a minute of mp3, beside playbin3 in the application's process and mpv, all at the same
- * time, and the wakeups of a player that is paused, of one that is prepared and without any. Argument: a folder with
- * minute.mp3, which is longer than a minute; VORO_BENCH_DAEMON names the daemon's process.
+ * Processor time, wakeups and memory for a minute of mp3, beside playbin3 in the application's process and mpv, all at
+ * the same time, and the wakeups of a player that is paused, of one that is prepared and without any. Argument: a
+ * folder with minute.mp3, which is longer than a minute; VORO_BENCH_DAEMON names the daemon's process.
  */
 
 #include "Contestants.h"
@@ -72,6 +72,19 @@ Cost costOf(const bench::PeerProcess &peer)
     return cost;
 }
 
+/** What players add to the application, and the memory of the processes that serve it. */
+long oursMemory(long before)
+{
+    const pid_t daemon = bench::daemonProcess();
+    return bench::usage(getpid()).rss - before + bench::usage(daemon).pss
+           + bench::usage(bench::descendants(daemon)).pss;
+}
+
+std::string megabytes(long kilobytes, const char *unit)
+{
+    return bench::text(static_cast<double>(kilobytes) / 1000, 1, unit);
+}
+
 /** Runs the event loop, as an application does. */
 void live(std::chrono::milliseconds time)
 {
@@ -105,6 +118,7 @@ int main(int argc, char **argv)
     bench::silenceLibrary();
     const std::string nobody = oursAtRest();
 
+    const long applicationBefore = bench::usage(getpid()).rss;
     MediaPlayer player;
     player.setSourceUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
     bench::must(player.prepare());
@@ -120,6 +134,8 @@ int main(int argc, char **argv)
 
     bench::PeerProcess playbin("playbin3");
     bench::PeerProcess mpv("mpv");
+    const long playbinMemory = bench::usage(playbin.process()).rss;
+    const long mpvMemory = bench::usage(mpv.process()).rss;
     bench::must(player.play());
     playbin.play(path);
     mpv.play(path);
@@ -131,6 +147,9 @@ int main(int argc, char **argv)
     const Cost ours = oursSince(oursBefore);
     const Cost ofPlaybin = costOf(playbin) - playbinBefore;
     const Cost ofMpv = costOf(mpv) - mpvBefore;
+    const long memory = oursMemory(applicationBefore);
+    const long memoryOfPlaybin = bench::usage(playbin.process()).rss - playbinMemory;
+    const long memoryOfMpv = bench::usage(mpv.process()).rss - mpvMemory;
     bench::must(player.pause());
     const std::string paused = oursAtRest();
 
@@ -138,6 +157,8 @@ int main(int argc, char **argv)
     bench::printRow("a minute of mp3, processor time", bench::text(ours.time, 2, " s"),
                     bench::text(ofPlaybin.time, 2, " s (playbin3), ") + bench::text(ofMpv.time, 2, " s (mpv)"),
                     "≤ 1.1 × playbin3");
+    bench::printRow("memory altogether while it plays", megabytes(memory, " MB"),
+                    megabytes(memoryOfPlaybin, " MB (playbin3), ") + megabytes(memoryOfMpv, " MB (mpv)"), "≤ 18 MB");
     bench::printRow("wakeups a second while it plays", perSecond(ours.wakeups, 60s),
                     perSecond(ofPlaybin.wakeups, 60s) + " (playbin3), " + perSecond(ofMpv.wakeups, 60s) + " (mpv)",
                     "≤ 20");

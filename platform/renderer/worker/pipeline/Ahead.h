@@ -22,8 +22,9 @@ struct AheadAmounts {
 constexpr AheadAmounts amounts(Ahead ahead)
 {
     return ahead == Ahead::Much
-               // Two fillings are decoded in advance: the threads need not wait for each other within one.
-               ? AheadAmounts{1 * GST_SECOND, 2 * GST_SECOND, 500 * GST_MSECOND}
+               // A filling is decoded in advance, and the next one waits: the threads need not wait for each other
+               // within one.
+               ? AheadAmounts{500 * GST_MSECOND, 2 * GST_SECOND, 500 * GST_MSECOND}
                // Enough to play without a gap, little enough to answer a change at once.
                : AheadAmounts{200 * GST_MSECOND, 200 * GST_MSECOND, 10 * GST_MSECOND};
 }

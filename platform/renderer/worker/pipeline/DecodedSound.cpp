@@ -99,31 +99,56 @@ void DecodedSound::pace(GstClockTime duration)
 /** Lets a buffer wait for others, or go on with those that waited. */
 GstPadProbeReturn DecodedSound::join(GstPadProbeInfo *info)
 {
-    GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
-    if (m_joined && !isContinued(m_joined.get(), buffer)) {
+    const Owned<GstBuffer> buffer(GST_PAD_PROBE_INFO_BUFFER(info));
+    GST_PAD_PROBE_INFO_DATA(info) = nullptr;
+    const gsize size = gst_buffer_get_size(buffer.get());
+    if (m_joined
+        && (!isContinued(m_joined.get(), buffer.get()) || m_filled + size > gst_buffer_get_size(m_joined.get()))) {
         passOn();
     }
-    if (m_joined) {
-        const GstClockTime duration =
-            GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer) - GST_BUFFER_PTS(m_joined.get());
-        m_joined.reset(gst_buffer_append(m_joined.release(), buffer));
-        GST_BUFFER_DURATION(m_joined.get()) = duration;
-    } else {
-        m_joined.reset(gst_buffer_make_writable(buffer));
+    if (!m_joined) {
+        // In one piece from the beginning: memory that grows leaves holes, and is copied once more.
+        constexpr guint64 Most = 4 << 20;
+        const auto duration = std::max<GstClockTime>(GST_BUFFER_DURATION(buffer.get()), 1);
+        const guint64 space = std::min(gst_util_uint64_scale(size, Far.filled, duration), Most) + size;
+        m_joined.reset(gst_buffer_new_allocate(nullptr, space, nullptr));
+        gst_buffer_copy_into(m_joined.get(), buffer.get(),
+                             static_cast<GstBufferCopyFlags>(GST_BUFFER_COPY_FLAGS | GST_BUFFER_COPY_TIMESTAMPS), 0,
+                             size);
+        m_filled = 0;
     }
+    GstMapInfo data;
+    if (gst_buffer_map(buffer.get(), &data, GST_MAP_READ)) {
+        m_filled += gst_buffer_fill(m_joined.get(), m_filled, data.data, data.size);
+        gst_buffer_unmap(buffer.get(), &data);
+    }
+    GST_BUFFER_DURATION(m_joined.get()) =
+        GST_BUFFER_PTS(buffer.get()) + GST_BUFFER_DURATION(buffer.get()) - GST_BUFFER_PTS(m_joined.get());
     if (GST_BUFFER_DURATION(m_joined.get()) < Far.filled) {
         return GST_PAD_PROBE_HANDLED;
     }
-    GST_PAD_PROBE_INFO_DATA(info) = m_joined.release();
+    GST_PAD_PROBE_INFO_DATA(info) = finished();
     return GST_PAD_PROBE_OK;
+}
+
+/** What was joined, without the memory that it did not need. */
+GstBuffer *DecodedSound::finished()
+{
+    gst_buffer_set_size(m_joined.get(), static_cast<gssize>(m_filled));
+    return m_joined.release();
 }
 
 /** The pad itself takes nothing any more when that is the end. */
 void DecodedSound::passOn()
 {
-    const Owned<GstPad> queue(m_joined ? gst_pad_get_peer(m_pad) : nullptr);
-    if (queue) {
-        gst_pad_chain(queue.get(), m_joined.release());
+    if (m_joined) {
+        GstBuffer *buffer = finished();
+        const Owned<GstPad> queue(gst_pad_get_peer(m_pad));
+        if (queue) {
+            gst_pad_chain(queue.get(), buffer);
+        } else {
+            gst_buffer_unref(buffer);
+        }
     }
 }
 

@@ -28,6 +28,7 @@ private:
     GstPadProbeReturn onBuffer(GstPadProbeInfo *info);
     void pace(GstClockTime duration);
     GstPadProbeReturn join(GstPadProbeInfo *info);
+    GstBuffer *finished();
 
     GstPad *m_pad = nullptr;
     Ahead m_ahead = Ahead::Little;
@@ -36,6 +37,8 @@ private:
     GstClockTime m_decoded = 0;
     /** What waits until it is enough. */
     Owned<GstBuffer> m_joined;
+    /** How many bytes of that are sound. */
+    gsize m_filled = 0;
 };
 
 } // namespace voro::renderer

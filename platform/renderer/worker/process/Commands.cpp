@@ -4,6 +4,7 @@
 #include "NetworkRules.h"
 
 #include <glib-unix.h>
+#include <pps/FilePages.h>
 #include <renderer/common/Window.h>
 #include <renderer/worker/media/Files.h>
 #include <renderer/worker/video/WindowSink.h>
@@ -44,6 +45,20 @@ void Commands::end()
     m_recorder.close([](const Result &) { _exit(0); });
 }
 
+/** What plays on undisturbed needs little of what its beginning needed. */
+void Commands::armSettledTimer()
+{
+    constexpr guint Settled = 3'000;
+    m_settledTimer.reset(m_player.isRunning() ? g_timeout_add(Settled, onSettled, this) : 0);
+}
+
+gboolean Commands::onSettled(gpointer self)
+{
+    static_cast<Commands *>(self)->m_settledTimer.forget();
+    pps::releaseFilePages();
+    return G_SOURCE_REMOVE;
+}
+
 /** Takes what was handed over up to now. */
 void Commands::takeFiles()
 {
@@ -75,6 +90,7 @@ void Commands::handle(const pps::Message &message)
         record(*request, reply);
     } else {
         reply(play(*request));
+        armSettledTimer();
     }
 }
 

@@ -26,12 +26,16 @@ private:
     void record(const Request &request, const Answer &answer);
     Result apply(const Settings &settings);
     void end();
+    void armSettledTimer();
+    static gboolean onSettled(gpointer self);
     static gboolean onFile(gint fd, GIOCondition condition, gpointer self);
     void takeFiles();
 
     HandedFiles &m_handed;
     Link m_link;
     MainLoopSource m_fileSource;
+    /** Runs for a while from a request on. */
+    MainLoopSource m_settledTimer;
     Medium m_medium;
     /** For the next recording. */
     pps::Fd m_file;
