@@ -101,7 +101,7 @@ int serve(int argc, char **argv, const std::string &folder, voro::Socket &socket
         });
     }
     // Not before what belongs to the start is done.
-    QTimer::singleShot(3'000, &application, [] { voro::pps::releaseFilePages(); });
+    QTimer::singleShot(3'000, &application, [] { voro::pps::releaseLibraryPages(); });
     socket.announce();
     background.ready();
     const int status = QCoreApplication::exec();

@@ -1,10 +1,13 @@
 #include "FilePages.h"
 
+#include <link.h>
 #include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <span>
 #include <string_view>
 
 namespace voro::pps {
@@ -32,6 +35,21 @@ bool parse(std::string_view line, Mapping &mapping)
     return true;
 }
 
+/** Nothing is loaded or unloaded while this runs. */
+int release(dl_phdr_info *object, size_t, void *)
+{
+    static const auto page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
+    for (const auto &segment : std::span(object->dlpi_phdr, object->dlpi_phnum)) {
+        if (segment.p_type != PT_LOAD || (segment.p_flags & PF_W) != 0) {
+            continue;
+        }
+        const uintptr_t begin = (object->dlpi_addr + segment.p_vaddr) & ~(page - 1);
+        const uintptr_t end = (object->dlpi_addr + segment.p_vaddr + segment.p_memsz + page - 1) & ~(page - 1);
+        madvise(reinterpret_cast<void *>(begin), end - begin, MADV_DONTNEED);
+    }
+    return 0;
+}
+
 } // namespace
 
 void releaseFilePages(const std::string &process)
@@ -49,6 +67,11 @@ void releaseFilePages(const std::string &process)
         }
     }
     std::free(text);
+}
+
+void releaseLibraryPages()
+{
+    dl_iterate_phdr(release, nullptr);
 }
 
 } // namespace voro::pps

@@ -138,10 +138,10 @@ long linger()
     return socket < 0 ? -1 : setsockopt(socket, SOL_SOCKET, SO_LINGER, &forLong, sizeof forLong);
 }
 
-long connectSockets()
+long connectSockets(int type)
 {
     int sockets[2];
-    return syscall(SYS_socketpair, AF_UNIX, SOCK_STREAM, 0, sockets);
+    return syscall(SYS_socketpair, AF_UNIX, type, 0, sockets);
 }
 
 long raiseLimit()
@@ -258,7 +258,8 @@ const Attempt Attempts[] = {
     {"listen", "S", "", [] { return static_cast<long>(listen(socket(AF_UNIX, SOCK_STREAM, 0), 1)); }},
     {"a raw socket", "S", "", [] { return static_cast<long>(socket(AF_PACKET, SOCK_RAW, 0)); }},
     {"a socket of a virtual machine", "S", "", [] { return static_cast<long>(socket(AF_VSOCK, SOCK_STREAM, 0)); }},
-    {"a pair of sockets", "S", "", connectSockets},
+    {"a pair of sockets", "S", "", [] { return connectSockets(SOCK_STREAM); }},
+    {"a pair of sockets for datagrams", "S", "", [] { return connectSockets(SOCK_DGRAM); }},
     {"a socket for datagrams to servers of this machine", "S", "",
      [] { return static_cast<long>(socket(AF_UNIX, SOCK_DGRAM, 0)); }},
     {"have the end of a socket take long", "S", "", linger},

@@ -150,7 +150,7 @@ QMap<QByteArray, Attempts> read(const QByteArray &output, const QStringList &opt
     return processes;
 }
 
-constexpr int AllAttempts = 78;
+constexpr int AllAttempts = 79;
 
 } // namespace
 

@@ -97,8 +97,11 @@ QByteArray PulseServer::serveOnNetwork()
     }
     close(socket);
     const QByteArray port = QByteArray::number(ntohs(address.sin_port));
-    control({"load-module", "module-native-protocol-tcp", "listen=127.0.0.1", "port=" + port,
-             "auth-cookie=" + qEnvironmentVariable("PULSE_COOKIE")});
+    if (control({"load-module", "module-native-protocol-tcp", "listen=127.0.0.1", "port=" + port,
+                 "auth-cookie=" + qEnvironmentVariable("PULSE_COOKIE")})
+            .isEmpty()) {
+        qFatal("port %s was taken meanwhile", port.constData());
+    }
     return "tcp:127.0.0.1:" + port;
 }
 

@@ -17,9 +17,7 @@ bool isContinued(const GstBuffer *buffer, const GstBuffer *next)
     constexpr GstClockTimeDiff Tolerance = GST_MSECOND;
     const GstClockTimeDiff gap =
         GST_CLOCK_DIFF(GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer), GST_BUFFER_PTS(next));
-    const auto isSilence = [](const GstBuffer *any) { return GST_BUFFER_FLAG_IS_SET(any, GST_BUFFER_FLAG_GAP); };
-    return !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_DISCONT) && !isSilence(buffer) && !isSilence(next)
-           && std::abs(gap) <= Tolerance;
+    return !GST_BUFFER_FLAG_IS_SET(next, GST_BUFFER_FLAG_DISCONT) && std::abs(gap) <= Tolerance;
 }
 
 // Runs in a streaming thread. An element that asks for buffers would wait in the queue for the closed gate; it has its
@@ -75,11 +73,15 @@ GstPadProbeReturn DecodedSound::onBuffer(GstPadProbeInfo *info)
         passOn();
         return GST_PAD_PROBE_OK;
     }
-    if (m_decoded > Far.decoded + Far.held) {
-        return join(info);
+    if (m_decoded <= Far.decoded + Far.held) {
+        pace(GST_BUFFER_DURATION(buffer));
+        return GST_PAD_PROBE_OK;
     }
-    pace(GST_BUFFER_DURATION(buffer));
-    return GST_PAD_PROBE_OK;
+    if (GST_BUFFER_FLAG_IS_SET(buffer, GST_BUFFER_FLAG_GAP) || GST_BUFFER_DURATION(buffer) >= Far.filled) {
+        passOn();
+        return GST_PAD_PROBE_OK;
+    }
+    return join(info);
 }
 
 /** Leaves others the processor while much is decoded for the first time: they bring the beginning to be heard. */
@@ -131,7 +133,7 @@ GstPadProbeReturn DecodedSound::join(GstPadProbeInfo *info)
     return GST_PAD_PROBE_OK;
 }
 
-/** What was joined, without the memory that it did not need. */
+/** What was joined. Its memory stays as large as it was made. */
 GstBuffer *DecodedSound::finished()
 {
     gst_buffer_set_size(m_joined.get(), static_cast<gssize>(m_filled));

@@ -60,11 +60,10 @@ bool PlaybackChooser::load(const Piece &piece)
     return true;
 }
 
-// All sinks share a connection: a kept one would give its broken one to every new one.
-
 void PlaybackChooser::chooseFile()
 {
     m_chosen = &m_file;
+    // All sinks share a connection: a kept one would give its broken one to every new one.
     if (m_playbin) {
         m_playbin->audio().removeLostSink();
     }

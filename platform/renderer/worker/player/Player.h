@@ -28,8 +28,8 @@ public:
     void stop();
     Result setSpeed(Speed speed);
     Result seek(unsigned track, int64_t position);
-    /** Whether something is played, as far as the sound server and the network let it. */
-    bool isRunning() const { return m_phase == Phase::Running && !m_speed.isPaused(); }
+    /** Whether something is played or will be as soon as it is opened. */
+    bool isRunning() const { return (m_phase == Phase::Running || m_phase == Phase::Starting) && !m_speed.isPaused(); }
     /** In the current track. */
     int64_t position() const;
     /** Takes over what the application set. */

@@ -55,7 +55,7 @@ void Commands::armSettledTimer()
 gboolean Commands::onSettled(gpointer self)
 {
     static_cast<Commands *>(self)->m_settledTimer.forget();
-    pps::releaseFilePages();
+    pps::releaseLibraryPages();
     return G_SOURCE_REMOVE;
 }
 

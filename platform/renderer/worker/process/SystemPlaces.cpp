@@ -55,6 +55,11 @@ std::vector<std::string> systemPlaces()
     if (const char *configuration = std::getenv("PULSE_CLIENTCONFIG"); configuration && *configuration) {
         places.push_back(std::string(configuration) + ".d");
     }
+    if (const char *folder = std::getenv("PULSE_CONFIG_PATH"); folder && *folder) {
+        for (const char *name : {"/client.conf", "/client.conf.d"}) {
+            places.push_back(std::string(folder) + name);
+        }
+    }
     const std::string home = g_get_home_dir();
     const std::string config = g_get_user_config_dir();
     const std::string data = g_get_user_data_dir();
