@@ -157,9 +157,7 @@ private Q_SLOTS:
         const Application application;
         QCOMPARE(application.attach(file("huge.flac")), 0);
         // In real time, so that there is time for the picture.
-        const auto state = application.watch("state?wait");
-        QCOMPARE(mmr_play(application.context()), 0);
-        QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+        QCOMPARE(application.playToEnd(), 0);
         for (const pid_t worker : workersOf(m_daemon.processId())) {
             QVERIFY2(peakMemory(worker) < 200 * 1024, QByteArray::number(peakMemory(worker)).constData());
         }
@@ -382,14 +380,10 @@ private Q_SLOTS:
 
 private:
     /** Plays to the end; the samples that came out, 44100 of them each second. */
-    QList<float> play(const Application &application, int expectedCode = 0)
+    QList<float> play(const Application &application)
     {
-        const auto state = application.watch("state?wait");
-        if (mmr_play(application.context()) != 0) {
-            qFatal("cannot play: %s", mmr_error_info(application.context())->extra_text);
-        }
-        if (waitForEnd(*state).number("error", -1) != expectedCode) {
-            qFatal("it ended otherwise");
+        if (const int error = application.playToEnd(); error != 0) {
+            qFatal("it ended with %d", error);
         }
         return samplesOf(file("heard.raw"));
     }

@@ -284,13 +284,7 @@ private:
         const Application application("another");
         const bool isReady = application.attachAudio() >= 0 && application.attach(url, type) == 0
                              && mmr_seek(application.context(), position) == 0;
-        const auto state = application.watch("state?wait");
-        if (!isReady || mmr_play(application.context()) != 0) {
-            qWarning("%s", mmr_error_info(application.context())->extra_text);
-            return -1;
-        }
-        const auto code = waitForEnd(*state).number("error", -1);
-        return code == 0 ? samplesOf(file("heard.raw")).size() : -1;
+        return isReady && application.playToEnd() == 0 ? samplesOf(file("heard.raw")).size() : -1;
     }
 
     /** The first part of the path says how the second one is served. */
