@@ -161,9 +161,7 @@ private Q_SLOTS:
         QFETCH(const int, channels);
         media::makeTone(m_folder.filePath("first.ogg"), {.frequency = 500, .seconds = 4, .channels = channels});
         media::makeTone(m_folder.filePath("second.ogg"), {.frequency = 900, .seconds = 3.5});
-        QFile list(m_folder.filePath("two.m3u"));
-        QVERIFY(list.open(QFile::WriteOnly) && list.write("first.ogg\nsecond.ogg\n") > 0);
-        list.close();
+        const QString list = writeFile(m_folder.filePath("two.m3u"), "first.ogg\nsecond.ogg\n");
         MonitorRecorder recorder;
         MediaPlayer player;
         const QSignalSpy completions(&player, &MediaPlayer::playbackCompleted);
@@ -174,7 +172,7 @@ private Q_SLOTS:
         connect(&player, qOverload<uint>(&MediaPlayer::trackChanged), &player,
                 [&](uint track) { reported = track == 2 ? recorder.samples().size() : 0; });
         QCOMPARE(player.setStatusInterval(20), MediaError::None);
-        QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(list.fileName())), MediaError::None);
+        QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(list)), MediaError::None);
         QCOMPARE(player.play(), MediaError::None);
         QTRY_VERIFY_WITH_TIMEOUT(reported > 0, 20'000);
         QVERIFY2(last > 3'500 && last <= 4'000, qPrintable(QString::number(last)));
