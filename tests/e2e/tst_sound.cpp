@@ -44,31 +44,23 @@ private Q_SLOTS:
     {
         QFETCH(const bool, isConfigured);
         const QString path = media::makeTone(m_folder.filePath("found.wav"), {.frequency = 880, .seconds = 10});
-        const QByteArray server = qgetenv("PULSE_SERVER");
-        const QByteArray folder = qgetenv("PULSE_RUNTIME_PATH");
         const QByteArray otherSink = isConfigured ? m_server.addSink("other") : QByteArray();
         const auto restore = qScopeGuard([&] {
-            qputenv("PULSE_SERVER", server);
-            qputenv("PULSE_RUNTIME_PATH", folder);
             qputenv("VORO_RUNTIME_DIR", m_daemon.folder().toLocal8Bit());
-            qunsetenv("PULSE_CLIENTCONFIG");
             if (isConfigured) {
                 m_server.removeSink(otherSink);
             }
         });
-        qunsetenv("PULSE_SERVER");
+        QStringList environment{"PULSE_SERVER="};
         if (isConfigured) {
             const QString configuration = m_folder.filePath("client.conf");
             const QDir parts(configuration + ".d");
             QVERIFY(parts.mkpath("."));
-            writeFile(configuration, "; a\n default-server = " + server + '\n');
+            writeFile(configuration, "; a\n default-server = " + qgetenv("PULSE_SERVER") + '\n');
             writeFile(parts.filePath("sink.conf"), "default-sink = null\n");
-            qputenv("PULSE_CLIENTCONFIG", configuration.toLocal8Bit());
-            qunsetenv("PULSE_RUNTIME_PATH");
+            environment << "PULSE_CLIENTCONFIG=" + configuration << "PULSE_RUNTIME_PATH=" + m_folder.path();
         }
-        const Daemon daemon;
-        qputenv("PULSE_SERVER", server);
-        qunsetenv("PULSE_CLIENTCONFIG");
+        const Daemon daemon(environment);
         MonitorRecorder recorder;
         MediaPlayer player;
         QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
