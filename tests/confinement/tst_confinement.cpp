@@ -16,6 +16,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest>
 
+#include <Rows.h>
 #include <sched.h>
 #include <sys/shm.h>
 #include <sys/socket.h>
@@ -141,16 +142,12 @@ class tst_Confinement : public QObject {
 private Q_SLOTS:
     void workerThatWasTakenOver_canDoNothing_data()
     {
-        QTest::addColumn<QStringList>("options");
-        for (const char *user : {"", "nobody"}) {
-            if (*user && geteuid() != 0) {
-                continue;
-            }
-            for (const char *kind : {"", "windows", "network", "network windows", "-N", "-L", "-S"}) {
-                const QString options =
-                    QStringLiteral("%1 %2").arg(QLatin1String(kind), QLatin1String(user)).simplified();
-                QTest::newRow(qPrintable(options.isEmpty() ? QStringLiteral("a local medium") : options))
-                    << options.split(' ', Qt::SkipEmptyParts);
+        const Rows<QStringList> row("options");
+        for (const char *kind : {"", "windows", "network", "network windows", "-N", "-L", "-S"}) {
+            const QStringList options = QString::fromLatin1(kind).split(' ', Qt::SkipEmptyParts);
+            row(*kind ? kind : "a local medium", options);
+            if (geteuid() == 0) {
+                row(qPrintable(QLatin1String("nobody ") + kind), options + QStringList("nobody"));
             }
         }
     }
@@ -182,16 +179,12 @@ private Q_SLOTS:
 
     void workerAtWork_canDoNothing_data()
     {
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<QStringList>("options");
-        const auto row = [](const char *name, const char *url, const QStringList &options = {}) {
-            QTest::newRow(name) << QString::fromLatin1(url) << options;
-        };
-        row("a sound", "sound.ogg");
+        const Rows<QString, QStringList> row("url", "options");
+        row("a sound", "sound.ogg", {});
         row("a film in a window", "film.mkv", {"windows"});
-        row("a list", "list.m3u");
+        row("a list", "list.m3u", {});
         row("a stream", "http", {"network"});
-        row("a recording", "");
+        row("a recording", "", {});
     }
 
     void workerAtWork_canDoNothing()
