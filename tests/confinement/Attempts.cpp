@@ -24,6 +24,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -167,7 +168,7 @@ struct Attempt {
     const char *layers;
     /** The option of a worker that may do it all the same. */
     const char *kind;
-    long (*make)();
+    std::function<long()> make;
 };
 
 const Attempt Attempts[] = {
@@ -175,7 +176,7 @@ const Attempt Attempts[] = {
     {"read what the system has", "", "", [] { return openFor("/etc/passwd", O_RDONLY); }},
     {"read itself", "", "", [] { return openFor("/proc/self/stat", O_RDONLY); }},
     {"start a thread", "", "", startThread},
-    {"connect to a server's socket", "", "", [] { return static_cast<long>(socket(AF_UNIX, SOCK_STREAM, 0)); }},
+    {"connect to a server's socket", "", "", [] { return socket(AF_UNIX, SOCK_STREAM, 0); }},
     {"map memory", "", "", [] { return map(MAP_PRIVATE | MAP_ANONYMOUS); }},
     {"allocate memory", "", "", [] { return std::malloc(1 << 20) ? 0L : -1L; }},
     // Memory that would not count.
@@ -191,61 +192,58 @@ const Attempt Attempts[] = {
      [] { return openFor(("/proc/" + std::to_string(getppid()) + "/status").c_str(), O_RDONLY); }},
     {"open what was handed for writing", "LS", "", reopenHanded},
     {"write a file", "NL", "", [] { return openFor(file.c_str(), O_WRONLY); }},
-    {"truncate a file", "NLS", "", [] { return static_cast<long>(truncate(file.c_str(), 0)); }},
+    {"truncate a file", "NLS", "", [] { return truncate(file.c_str(), 0); }},
     {"open and truncate a file", "NL", "", [] { return openFor(file.c_str(), O_RDONLY | O_TRUNC); }},
     {"make a file", "NL", "", [] { return openFor(in("new").c_str(), O_CREAT | O_RDWR); }},
-    {"make a folder", "NLS", "", [] { return static_cast<long>(mkdir(in("folder").c_str(), 0700)); }},
-    {"make a fifo", "NLS", "", [] { return static_cast<long>(mkfifo(in("fifo").c_str(), 0600)); }},
-    {"remove a file", "NLS", "", [] { return static_cast<long>(unlink(file.c_str())); }},
-    {"rename a file", "NLS", "", [] { return static_cast<long>(rename(file.c_str(), in("other").c_str())); }},
-    {"link a file", "NLS", "", [] { return static_cast<long>(link(file.c_str(), in("hard").c_str())); }},
-    {"make a symbolic link", "NLS", "", [] { return static_cast<long>(symlink(file.c_str(), in("soft").c_str())); }},
-    {"chmod a file", "NS", "", [] { return static_cast<long>(chmod(file.c_str(), 0666)); }},
-    {"chown a file", "NS", "", [] { return static_cast<long>(chown(file.c_str(), getuid(), getgid())); }},
-    {"touch a file", "NS", "", [] { return static_cast<long>(utimensat(AT_FDCWD, file.c_str(), nullptr, 0)); }},
-    {"set an attribute of a file", "NS", "",
-     [] { return static_cast<long>(setxattr(file.c_str(), "user.a", "b", 1, 0)); }},
+    {"make a folder", "NLS", "", [] { return mkdir(in("folder").c_str(), 0700); }},
+    {"make a fifo", "NLS", "", [] { return mkfifo(in("fifo").c_str(), 0600); }},
+    {"remove a file", "NLS", "", [] { return unlink(file.c_str()); }},
+    {"rename a file", "NLS", "", [] { return rename(file.c_str(), in("other").c_str()); }},
+    {"link a file", "NLS", "", [] { return link(file.c_str(), in("hard").c_str()); }},
+    {"make a symbolic link", "NLS", "", [] { return symlink(file.c_str(), in("soft").c_str()); }},
+    {"chmod a file", "NS", "", [] { return chmod(file.c_str(), 0666); }},
+    {"chown a file", "NS", "", [] { return chown(file.c_str(), getuid(), getgid()); }},
+    {"touch a file", "NS", "", [] { return utimensat(AT_FDCWD, file.c_str(), nullptr, 0); }},
+    {"set an attribute of a file", "NS", "", [] { return setxattr(file.c_str(), "user.a", "b", 1, 0); }},
     {"write to a terminal", "NL", "", [] { return openFor("/dev/tty", O_RDWR); }},
     {"write to shared memory", "NL", "", [] { return openFor("/dev/shm/voro-probe", O_CREAT | O_RDWR); }},
-    {"lock a file by lease", "S", "", [] { return static_cast<long>(fcntl(STDIN_FILENO, F_SETLEASE, F_WRLCK)); }},
+    {"lock a file by lease", "S", "", [] { return fcntl(STDIN_FILENO, F_SETLEASE, F_WRLCK); }},
     {"watch files", "S", "", [] { return syscall(SYS_inotify_init1, 0); }},
     // Programs and processes.
     {"start a program", "LS", "", [] { return spawn("/usr/bin/true"); }},
-    {"become a program", "LS", "", [] { return static_cast<long>(execl("/usr/bin/true", "true", nullptr)); }},
+    {"become a program", "LS", "", [] { return execl("/usr/bin/true", "true", nullptr); }},
     {"fork", "S", "", forkAndEnd},
     {"fork by clone3", "S", "", [] { return syscall(SYS_clone3, nullptr, 0); }},
-    {"signal the parent", "LS", "", [] { return static_cast<long>(kill(getppid(), SIGTERM)); }},
-    {"see how the parent is scheduled", "S", "", [] { return static_cast<long>(sched_getscheduler(getppid())); }},
+    {"signal the parent", "LS", "", [] { return kill(getppid(), SIGTERM); }},
+    {"see how the parent is scheduled", "S", "", [] { return sched_getscheduler(getppid()); }},
     {"change how the parent is scheduled", "S", "",
      [] {
          const sched_param parameters{};
-         return static_cast<long>(sched_setscheduler(getppid(), SCHED_OTHER, &parameters));
+         return sched_setscheduler(getppid(), SCHED_OTHER, &parameters);
      }},
     {"see the parent's limits", "S", "",
      [] {
          rlimit limits{};
-         return static_cast<long>(prlimit(getppid(), RLIMIT_NOFILE, nullptr, &limits));
+         return prlimit(getppid(), RLIMIT_NOFILE, nullptr, &limits);
      }},
-    {"probe the parent", "LS", "", [] { return static_cast<long>(kill(getppid(), 0)); }},
+    {"probe the parent", "LS", "", [] { return kill(getppid(), 0); }},
     {"signal a thread of the parent", "LS", "", [] { return syscall(SYS_tgkill, getppid(), getppid(), 0); }},
     {"queue a signal", "S", "", [] { return syscall(SYS_rt_sigqueueinfo, getppid(), SIGUSR1, nullptr); }},
     {"open the parent's pidfd", "S", "", [] { return syscall(SYS_pidfd_open, getppid(), 0); }},
-    {"have a descriptor signal", "S", "", [] { return static_cast<long>(fcntl(STDIN_FILENO, F_SETOWN, getppid())); }},
+    {"have a descriptor signal", "S", "", [] { return fcntl(STDIN_FILENO, F_SETOWN, getppid()); }},
     {"trace the parent", "S", "", [] { return ptrace(PTRACE_ATTACH, getppid(), nullptr, nullptr); }},
     {"read the parent's memory", "S", "",
      [] { return syscall(SYS_process_vm_readv, getppid(), nullptr, 0, nullptr, 0, 0); }},
     {"compare with the parent", "S", "", [] { return syscall(SYS_kcmp, getpid(), getppid(), 0, 0, 0); }},
-    {"set the parent's priority", "S", "",
-     [] { return static_cast<long>(setpriority(PRIO_PROCESS, static_cast<id_t>(getppid()), 5)); }},
+    {"set the parent's priority", "S", "", [] { return setpriority(PRIO_PROCESS, static_cast<id_t>(getppid()), 5); }},
     {"raise a limit", "S", "", raiseLimit},
-    {"allow core dumps", "S", "", [] { return static_cast<long>(prctl(PR_SET_DUMPABLE, 1)); }},
-    {"outlive the daemon", "S", "", [] { return static_cast<long>(prctl(PR_SET_PDEATHSIG, 0)); }},
-    {"change the user", "S", "",
-     [] { return static_cast<long>(syscall(SYS_setresuid, getuid(), getuid(), getuid())); }},
+    {"allow core dumps", "S", "", [] { return prctl(PR_SET_DUMPABLE, 1); }},
+    {"outlive the daemon", "S", "", [] { return prctl(PR_SET_PDEATHSIG, 0); }},
+    {"change the user", "S", "", [] { return syscall(SYS_setresuid, getuid(), getuid(), getuid()); }},
     // The kernel.
-    {"mount", "S", "", [] { return static_cast<long>(mount("none", "/mnt", "tmpfs", 0, nullptr)); }},
+    {"mount", "S", "", [] { return mount("none", "/mnt", "tmpfs", 0, nullptr); }},
     {"unshare", "S", "", [] { return syscall(SYS_unshare, 0x10000000); }},
-    {"change the root", "S", "", [] { return static_cast<long>(chroot("/")); }},
+    {"change the root", "S", "", [] { return chroot("/"); }},
     {"io_uring", "S", "", [] { return syscall(SYS_io_uring_setup, 1, nullptr); }},
     {"bpf", "S", "", [] { return syscall(SYS_bpf, 0, nullptr, 0); }},
     {"keys", "S", "", [] { return syscall(SYS_keyctl, KEYCTL_GET_KEYRING_ID, 0, 0); }},
@@ -255,21 +253,20 @@ const Attempt Attempts[] = {
     {"another filter", "S", "", [] { return syscall(SYS_seccomp, 2, 0, nullptr); }},
     // Sockets.
     {"bind a port", "LS", "", [] { return socketBoundTo(AF_INET); }},
-    {"listen", "S", "", [] { return static_cast<long>(listen(socket(AF_UNIX, SOCK_STREAM, 0), 1)); }},
-    {"a raw socket", "S", "", [] { return static_cast<long>(socket(AF_PACKET, SOCK_RAW, 0)); }},
-    {"a socket of a virtual machine", "S", "", [] { return static_cast<long>(socket(AF_VSOCK, SOCK_STREAM, 0)); }},
+    {"listen", "S", "", [] { return listen(socket(AF_UNIX, SOCK_STREAM, 0), 1); }},
+    {"a raw socket", "S", "", [] { return socket(AF_PACKET, SOCK_RAW, 0); }},
+    {"a socket of a virtual machine", "S", "", [] { return socket(AF_VSOCK, SOCK_STREAM, 0); }},
     {"a pair of sockets", "S", "", [] { return connectSockets(SOCK_STREAM); }},
     {"a pair of sockets for datagrams", "S", "", [] { return connectSockets(SOCK_DGRAM); }},
-    {"a socket for datagrams to servers of this machine", "S", "",
-     [] { return static_cast<long>(socket(AF_UNIX, SOCK_DGRAM, 0)); }},
+    {"a socket for datagrams to servers of this machine", "S", "", [] { return socket(AF_UNIX, SOCK_DGRAM, 0); }},
     {"have the end of a socket take long", "S", "", linger},
-    {"audit messages", "S", "", [] { return static_cast<long>(socket(AF_NETLINK, SOCK_RAW, 9)); }},
+    {"audit messages", "S", "", [] { return socket(AF_NETLINK, SOCK_RAW, 9); }},
     {"an abstract socket", "NL", "", [] { return connectTo(folder); }},
     {"connect to a port", "NLS", "network", connectToPort},
     {"send a datagram", "NS", "network", sendDatagram},
     {"connect to another server of the user", "N", "", [] { return connectToPath(in("server")); }},
     {"see other processes", "NL", "", [] { return openFor("/proc/1/cmdline", O_RDONLY); }},
-    {"inject into a terminal", "S", "", [] { return static_cast<long>(ioctl(STDIN_FILENO, 0x5412, "x")); }},
+    {"inject into a terminal", "S", "", [] { return ioctl(STDIN_FILENO, 0x5412, "x"); }},
 };
 
 } // namespace

@@ -1,4 +1,6 @@
 #include "../platform/renderer/HttpServer.h"
+#include "Daemon.h"
+#include "Files.h"
 #include "Media.h"
 #include "PulseServer.h"
 #include "Workers.h"
@@ -14,7 +16,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest>
 
-#include <netinet/in.h>
+#include <Rows.h>
 #include <sched.h>
 #include <sys/shm.h>
 #include <sys/socket.h>
@@ -43,39 +45,31 @@ bool hasNamespaces()
     return child > 0 && waitpid(child, &status, 0) == child && status == 0;
 }
 
-/** A server that an attacker would like to talk to. */
-int listenAt(int family, const sockaddr *address, socklen_t size)
-{
-    const int server = socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    return bind(server, address, size) == 0 && listen(server, 8) == 0 ? server : -1;
-}
-
+/** A server at a socket with that path, or of that abstract name. */
 int listenAt(const QByteArray &name, bool isAbstract)
 {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     name.toStdString().copy(address.sun_path + (isAbstract ? 1 : 0), sizeof address.sun_path - 1);
     const auto size = offsetof(sockaddr_un, sun_path) + (isAbstract ? 1 : 0) + static_cast<size_t>(name.size());
-    return listenAt(AF_UNIX, reinterpret_cast<sockaddr *>(&address), static_cast<socklen_t>(size));
-}
-
-/** At a free port, which it tells. */
-int listenAtPort(quint16 &port)
-{
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    const int server = listenAt(AF_INET, reinterpret_cast<sockaddr *>(&address), size);
-    getsockname(server, reinterpret_cast<sockaddr *>(&address), &size);
-    port = ntohs(address.sin_port);
-    return server;
+    const int server = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    return bind(server, reinterpret_cast<sockaddr *>(&address), static_cast<socklen_t>(size)) == 0
+                   && listen(server, 8) == 0
+               ? server
+               : -1;
 }
 
 /** What an attacker finds: a file of the user's, shared memory, and servers. */
 class Victim {
 public:
-    Victim();
+    Victim()
+    {
+        // Other users could do what the user himself may not be able to do.
+        m_isGood = m_segment >= 0 && QFile::setPermissions(m_file, QFile::Permissions(0x6666))
+                   && QFile::setPermissions(m_folder.filePath("server"), QFile::Permissions(0x7777))
+                   && QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777))
+                   && std::ranges::all_of(m_servers, [](int server) { return server >= 0; });
+    }
     ~Victim()
     {
         std::ranges::for_each(m_servers, close);
@@ -84,39 +78,26 @@ public:
     Victim(const Victim &) = delete;
     Victim &operator=(const Victim &) = delete;
 
-    QString folder() const { return m_folder.path(); }
-    quint16 port() const { return m_port; }
-    int segment() const { return m_segment; }
     bool isGood() const { return m_isGood; }
+    /** Folder, port and segment. */
+    QStringList places() const
+    {
+        return {m_folder.path(), QString::number(QUrl(m_web.url({})).port()), QString::number(m_segment)};
+    }
     /** Whether the file holds what it did. */
-    bool isUntouched();
+    bool isUntouched() const { return readFile(m_file) == Content; }
 
 private:
+    static constexpr char Content[] = "the user's own";
+
     QTemporaryDir m_folder;
-    QFile m_file{m_folder.filePath("file")};
-    quint16 m_port = 0;
+    const QString m_file = writeFile(m_folder.filePath("file"), Content);
+    const HttpServer m_web{[](HttpExchange &) {}};
     int m_segment = shmget(IPC_PRIVATE, 1, 0666);
-    int m_servers[3] = {listenAt(m_folder.path().toLocal8Bit(), true),
-                        listenAt(m_folder.filePath("server").toLocal8Bit(), false), listenAtPort(m_port)};
+    int m_servers[2] = {listenAt(m_folder.path().toLocal8Bit(), true),
+                        listenAt(m_folder.filePath("server").toLocal8Bit(), false)};
     bool m_isGood = false;
 };
-
-constexpr char Content[] = "the user's own";
-
-Victim::Victim()
-{
-    // Other users could do what the user himself may not be able to do.
-    m_isGood = m_segment >= 0 && m_file.open(QFile::ReadWrite) && m_file.write(Content) > 0 && m_file.flush()
-               && m_file.setPermissions(QFile::Permissions(0x6666))
-               && QFile(m_folder.filePath("server")).setPermissions(QFile::Permissions(0x7777))
-               && QFile(m_folder.path()).setPermissions(QFile::Permissions(0x7777))
-               && std::ranges::all_of(m_servers, [](int server) { return server >= 0; });
-}
-
-bool Victim::isUntouched()
-{
-    return m_file.seek(0) && m_file.readAll() == Content;
-}
 
 /** The attempts that one process reports. */
 struct Attempts {
@@ -161,16 +142,12 @@ class tst_Confinement : public QObject {
 private Q_SLOTS:
     void workerThatWasTakenOver_canDoNothing_data()
     {
-        QTest::addColumn<QStringList>("options");
-        for (const char *user : {"", "nobody"}) {
-            if (*user && geteuid() != 0) {
-                continue;
-            }
-            for (const char *kind : {"", "windows", "network", "network windows", "-N", "-L", "-S"}) {
-                const QString options =
-                    QStringLiteral("%1 %2").arg(QLatin1String(kind), QLatin1String(user)).simplified();
-                QTest::newRow(qPrintable(options.isEmpty() ? QStringLiteral("a local medium") : options))
-                    << options.split(' ', Qt::SkipEmptyParts);
+        const Rows<QStringList> row("options");
+        for (const char *kind : {"", "windows", "network", "network windows", "-N", "-L", "-S"}) {
+            const QStringList options = QString::fromLatin1(kind).split(' ', Qt::SkipEmptyParts);
+            row(*kind ? kind : "a local medium", options);
+            if (geteuid() == 0) {
+                row(qPrintable(QLatin1String("nobody ") + kind), options + QStringList("nobody"));
             }
         }
     }
@@ -188,9 +165,7 @@ private Q_SLOTS:
         environment.remove("DISPLAY");
         probe.setProcessEnvironment(environment);
         probe.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        probe.start(QStringLiteral(CONFINED_PROBE),
-                    QStringList{victim.folder(), QString::number(victim.port()), QString::number(victim.segment())}
-                        + options);
+        probe.start(QStringLiteral(CONFINED_PROBE), victim.places() + options);
         QVERIFY(probe.waitForFinished());
         QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
         QCOMPARE(probe.exitCode(), 0);
@@ -204,16 +179,12 @@ private Q_SLOTS:
 
     void workerAtWork_canDoNothing_data()
     {
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<QStringList>("options");
-        const auto row = [](const char *name, const char *url, const QStringList &options = {}) {
-            QTest::newRow(name) << QString::fromLatin1(url) << options;
-        };
-        row("a sound", "sound.ogg");
+        const Rows<QString, QStringList> row("url", "options");
+        row("a sound", "sound.ogg", {});
         row("a film in a window", "film.mkv", {"windows"});
-        row("a list", "list.m3u");
+        row("a list", "list.m3u", {});
         row("a stream", "http", {"network"});
-        row("a recording", "");
+        row("a recording", "", {});
     }
 
     void workerAtWork_canDoNothing()
@@ -229,35 +200,25 @@ private Q_SLOTS:
         const PulseServer sound;
         XServer screen;
         const QString tone = media::makeTone(folder.filePath("sound.ogg"), {.seconds = 60});
-        QFile toneFile(tone);
-        QFile list(folder.filePath("list.m3u"));
-        QVERIFY(toneFile.open(QFile::ReadOnly) && list.open(QFile::WriteOnly) && list.write("sound.ogg\n") > 0);
-        list.close();
+        writeFile(folder.filePath("list.m3u"), "sound.ogg\n");
         media::makeTone(folder.filePath("film.mkv"), {.seconds = 60, .hasPicture = true});
-        HttpServer web([content = toneFile.readAll()](HttpExchange &exchange) { exchange.sendRange(content); });
+        HttpServer web([content = readFile(tone)](HttpExchange &exchange) { exchange.sendRange(content); });
 
-        QProcess daemon;
-        const QString runtime = folder.filePath("runtime");
-        qputenv("VORO_RUNTIME_DIR", runtime.toLocal8Bit());
-        qputenv("VORO_AUTOSPAWN", "0");
-        daemon.setProcessChannelMode(QProcess::MergedChannels);
-        daemon.setEnvironment(QProcess::systemEnvironment()
-                              + QStringList{"LD_PRELOAD=" TAKEN_OVER, "ATTACKED_FOLDER=" + victim.folder(),
-                                            "ATTACKED_PORT=" + QString::number(victim.port()),
-                                            "ATTACKED_SEGMENT=" + QString::number(victim.segment()),
-                                            // The sanitizers' own library would have to be the first one.
-                                            "ASAN_OPTIONS=verify_asan_link_order=0:" + qgetenv("ASAN_OPTIONS")});
+        const QStringList places = victim.places();
+        Daemon daemon({"LD_PRELOAD=" TAKEN_OVER, "ATTACKED_FOLDER=" + places[0], "ATTACKED_PORT=" + places[1],
+                       "ATTACKED_SEGMENT=" + places[2],
+                       // The sanitizers' own library would have to be the first one.
+                       "ASAN_OPTIONS=verify_asan_link_order=0:" + qgetenv("ASAN_OPTIONS")},
+                      QProcess::MergedChannels);
         QByteArray output;
         const auto waitFor = [&](const auto &condition) {
             return QTest::qWaitFor(
                 [&] {
-                    output += daemon.readAll();
+                    output += daemon.takeOutput();
                     return condition();
                 },
                 60'000);
         };
-        daemon.start(QStringLiteral(VOROD), {});
-        QVERIFY(waitFor([&] { return output.contains("serves multimedia in"); }));
 
         MediaPlayer player;
         AudioRecorder recorder;
@@ -276,10 +237,8 @@ private Q_SLOTS:
             QVERIFY(waitFor([&] { return player.position() > 0; }));
         }
 
-        QFile lock(folder.filePath("runtime/vorod.lock"));
-        QVERIFY(lock.open(QFile::ReadOnly));
         // The one at work and spare ones, which may do no more.
-        const QList<pid_t> workers = workersOf(lock.readLine().trimmed().toLongLong());
+        const QList<pid_t> workers = workersOf(daemon.processId());
         for (const pid_t worker : workers) {
             QCOMPARE(kill(worker, SIGUSR2), 0);
         }
@@ -307,8 +266,6 @@ private Q_SLOTS:
                      attempts.wrong.join(", "));
         }
         QVERIFY(victim.isUntouched());
-        daemon.terminate();
-        QVERIFY(daemon.waitForFinished());
     }
 };
 

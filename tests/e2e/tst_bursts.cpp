@@ -60,13 +60,6 @@ bool isRight(MediaState::Type said, bool mayWaitPaused)
 class tst_Bursts : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase()
-    {
-        qputenv("VORO_AUDIO_SINK", "fakesink sync=true");
-        qputenv("VORO_AUDIO_SOURCE", "audiotestsrc is-live=true samplesperbuffer=441");
-        m_daemon = std::make_unique<Daemon>();
-    }
-
     void player_saysWhatItsContextDoes()
     {
         const QUrl tone = QUrl::fromLocalFile(media::makeTone(m_folder.filePath("tone.ogg"), {.seconds = 60}));
@@ -133,7 +126,9 @@ private:
     }
 
     QTemporaryDir m_folder;
-    std::unique_ptr<Daemon> m_daemon;
+    const bool m_ends = qputenv("VORO_AUDIO_SINK", "fakesink sync=true")
+                        && qputenv("VORO_AUDIO_SOURCE", "audiotestsrc is-live=true samplesperbuffer=441");
+    Daemon m_daemon;
 };
 
 QTEST_GUILESS_MAIN(tst_Bursts)

@@ -1,3 +1,4 @@
+#include "Daemon.h"
 #include "Files.h"
 #include "Media.h"
 #include "Workers.h"
@@ -15,10 +16,11 @@ class DiagnosticsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { m_log.clear(); }
+
     void log_holdsWhatIsChosen()
     {
-        QProcess daemon;
-        start(daemon, "all,-keys,colour");
+        Daemon daemon(chosen("all,-keys,colour"), QProcess::MergedChannels);
         MediaPlayer player;
         play(player);
         QVERIFY(isWritten(daemon, "voro-renderer: worker: gets "));
@@ -28,19 +30,14 @@ private Q_SLOTS:
                            "sound\n"),
             m_log.constData());
         QVERIFY2(!m_log.contains(": keys: "), m_log.constData());
-        daemon.terminate();
-        QVERIFY(daemon.waitForFinished());
     }
 
     void graph_isShown_onRequestAndOnAFailure()
     {
-        QProcess daemon;
-        start(daemon, "-worker,graph");
+        Daemon daemon(chosen("-worker,graph"), QProcess::MergedChannels);
         MediaPlayer player;
         play(player);
-        QVERIFY(!m_log.contains("digraph"));
-        const QByteArrayList lock = readFile(m_folder.filePath(QStringLiteral("vorod.lock"))).split('\n');
-        const QList<pid_t> workers = workersOf(lock.first().toLongLong());
+        const QList<pid_t> workers = workersOf(daemon.processId());
         QVERIFY(!workers.isEmpty());
         // Whichever plays; a spare worker has nothing to show and goes on as well.
         for (const pid_t worker : workers) {
@@ -56,23 +53,13 @@ private Q_SLOTS:
         QVERIFY(player.play() != MediaError::None);
         QVERIFY(isWritten(daemon, "digraph pipeline"));
         QVERIFY2(!m_log.contains("voro-renderer: worker: "), m_log.constData());
-        daemon.terminate();
-        QVERIFY(daemon.waitForFinished());
     }
 
 private:
-    /** Starts a daemon in a runtime folder of its own. */
-    void start(QProcess &daemon, const char *chosen)
+    /** The environment of a daemon with a choice of what it logs. */
+    static QStringList chosen(const char *categories)
     {
-        m_log.clear();
-        qputenv("VORO_RUNTIME_DIR", m_folder.path().toLocal8Bit());
-        qputenv("VORO_AUTOSPAWN", "0");
-        daemon.setProcessChannelMode(QProcess::MergedChannels);
-        daemon.setEnvironment(QProcess::systemEnvironment()
-                              + QStringList{QLatin1String("VORO_LOG=") + QLatin1String(chosen),
-                                            QStringLiteral("VORO_AUDIO_SINK=fakesink sync=true")});
-        daemon.start(QStringLiteral(VOROD), QStringList());
-        QVERIFY(isWritten(daemon, "serves multimedia in"));
+        return {QLatin1String("VORO_LOG=") + QLatin1String(categories), "VORO_AUDIO_SINK=fakesink sync=true"};
     }
 
     /** Has a player play a file for longer than a test takes. */
@@ -84,11 +71,11 @@ private:
     }
 
     /** Waits until the daemon or a worker has written a text. */
-    bool isWritten(QProcess &daemon, const QByteArray &text)
+    bool isWritten(Daemon &daemon, const QByteArray &text)
     {
         return QTest::qWaitFor(
             [&] {
-                m_log += daemon.readAll();
+                m_log += daemon.takeOutput();
                 return m_log.contains(text);
             },
             60'000);

@@ -46,32 +46,24 @@ private Q_SLOTS:
         QFETCH(const bool, isConfigured);
         QFETCH(const bool, isFar);
         const QString path = media::makeTone(m_folder.filePath("found.wav"), {.frequency = 880, .seconds = 10});
-        const QByteArray server = qgetenv("PULSE_SERVER");
-        const QByteArray folder = qgetenv("PULSE_RUNTIME_PATH");
         const QByteArray otherSink = isConfigured ? m_server.addSink("other") : QByteArray();
         const auto restore = qScopeGuard([&] {
-            qputenv("PULSE_SERVER", server);
-            qputenv("PULSE_RUNTIME_PATH", folder);
             qputenv("VORO_RUNTIME_DIR", m_daemon.folder().toLocal8Bit());
-            qunsetenv("PULSE_CLIENTCONFIG");
             if (isConfigured) {
                 m_server.removeSink(otherSink);
             }
         });
+        QStringList environment{"PULSE_SERVER="};
         if (isConfigured) {
             const QString configuration = m_folder.filePath("client.conf");
             const QDir parts(configuration + ".d");
             QVERIFY(parts.mkpath("."));
-            const QByteArray name = isFar ? m_server.serveOnNetwork() : server;
+            const QByteArray name = isFar ? m_server.serveOnNetwork() : qgetenv("PULSE_SERVER");
             writeFile(configuration, "; a\n default-server = " + name + '\n');
             writeFile(parts.filePath("sink.conf"), "default-sink = null\n");
-            qputenv("PULSE_CLIENTCONFIG", configuration.toLocal8Bit());
-            qunsetenv("PULSE_RUNTIME_PATH");
+            environment << "PULSE_CLIENTCONFIG=" + configuration << "PULSE_RUNTIME_PATH=" + m_folder.path();
         }
-        qunsetenv("PULSE_SERVER");
-        const Daemon daemon;
-        qputenv("PULSE_SERVER", server);
-        qunsetenv("PULSE_CLIENTCONFIG");
+        const Daemon daemon(environment);
         MonitorRecorder recorder;
         MediaPlayer player;
         QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
@@ -167,9 +159,7 @@ private Q_SLOTS:
         QFETCH(const int, channels);
         media::makeTone(m_folder.filePath("first.ogg"), {.frequency = 500, .seconds = 4, .channels = channels});
         media::makeTone(m_folder.filePath("second.ogg"), {.frequency = 900, .seconds = 3.5});
-        QFile list(m_folder.filePath("two.m3u"));
-        QVERIFY(list.open(QFile::WriteOnly) && list.write("first.ogg\nsecond.ogg\n") > 0);
-        list.close();
+        const QString list = writeFile(m_folder.filePath("two.m3u"), "first.ogg\nsecond.ogg\n");
         MonitorRecorder recorder;
         MediaPlayer player;
         const QSignalSpy completions(&player, &MediaPlayer::playbackCompleted);
@@ -180,7 +170,7 @@ private Q_SLOTS:
         connect(&player, qOverload<uint>(&MediaPlayer::trackChanged), &player,
                 [&](uint track) { reported = track == 2 ? recorder.samples().size() : 0; });
         QCOMPARE(player.setStatusInterval(20), MediaError::None);
-        QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(list.fileName())), MediaError::None);
+        QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(list)), MediaError::None);
         QCOMPARE(player.play(), MediaError::None);
         QTRY_VERIFY_WITH_TIMEOUT(reported > 0, 20'000);
         QVERIFY2(last > 3'500 && last <= 4'000, qPrintable(QString::number(last)));

@@ -1,9 +1,9 @@
+#include <fuzzer/FuzzedDataProvider.h>
 #include <pps/broker/Broker.h>
 #include <pps/Wire.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -36,24 +36,6 @@ private:
 constexpr const char *Paths[] = {"/pps/f/a",       "/pps/f/b?delta",  "/pps/f/.all",         "/pps/f/.all?delta,f=x",
                                  "/pps/f/.list",   "/pps/f/control",  "/pps/f/control?wait", "/pps/g/control?server",
                                  "/pps/g/control", "/pps/f/a?f=x,f=y"};
-
-/** Takes the fuzzer's bytes apart. */
-class Input {
-public:
-    Input(const uint8_t *data, size_t size) : m_at(data), m_end(data + size) {}
-    bool isEmpty() const { return m_at == m_end; }
-    uint8_t byte() { return isEmpty() ? 0 : *m_at++; }
-    std::string bytes(size_t count)
-    {
-        const size_t taken = std::min(count, static_cast<size_t>(m_end - m_at));
-        m_at += taken;
-        return {reinterpret_cast<const char *>(m_at - taken), taken};
-    }
-
-private:
-    const uint8_t *m_at;
-    const uint8_t *m_end;
-};
 
 /** The other ends of some of the broker's sockets. */
 class Clients {
@@ -102,20 +84,21 @@ private:
     int m_sockets[6];
 };
 
-std::string packet(Input &input, uint64_t &number)
+std::string packet(FuzzedDataProvider &input, uint64_t &number)
 {
-    const uint8_t kind = input.byte();
+    const auto byte = [&input] { return input.ConsumeIntegral<uint8_t>(); };
+    const uint8_t kind = byte();
     Request header{};
     header.type = static_cast<uint8_t>(kind % 6);
     header.mode = static_cast<uint8_t>(1 + kind / 6 % 4);
     header.version = WireVersion;
-    header.process = 1 + input.byte() % 2;
+    header.process = 1 + byte() % 2;
     // Mostly in order, sometimes with gaps and backwards.
-    number += input.byte() % 3;
+    number += byte() % 3;
     header.number = number;
-    header.seen = {input.byte(), input.byte()};
+    header.seen = {byte(), byte()};
     std::string body =
-        header.type == Request::Open ? Paths[input.byte() % std::size(Paths)] : input.bytes(input.byte());
+        header.type == Request::Open ? input.PickValueInArray(Paths) : input.ConsumeBytesAsString(byte());
     if (kind >= 250) {
         return body;
     }
@@ -131,10 +114,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     BusyService service(broker);
     broker.serve("/pps/f/control", &service);
     Clients clients(broker);
-    Input input(data, size);
+    FuzzedDataProvider input(data, size);
     uint64_t number = 0;
-    while (!input.isEmpty()) {
-        const uint8_t step = input.byte();
+    while (input.remaining_bytes() > 0) {
+        const auto step = input.ConsumeIntegral<uint8_t>();
         if (step % 4 == 3) {
             clients.read(step / 4);
         } else {

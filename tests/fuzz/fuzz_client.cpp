@@ -1,10 +1,9 @@
+#include <fuzzer/FuzzedDataProvider.h>
 #include <pps/Connection.h>
 #include <pps/Wire.h>
 #include <sys/socket.h>
 
-#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 
 using namespace voro::pps;
@@ -14,29 +13,26 @@ namespace {
 constexpr const char *Paths[] = {"/pps/f/a", "/pps/f/.all", "/pps/f/b?delta,f=e", "/pps/f/control",
                                  "/pps/f/control?wait"};
 
-std::string packet(const uint8_t *&at, const uint8_t *end)
+std::string packet(FuzzedDataProvider &input)
 {
+    const auto byte = [&input] { return input.ConsumeIntegral<uint8_t>(); };
     Reply header{};
-    uint8_t fields[8] = {};
-    const size_t taken = std::min<size_t>(sizeof fields, static_cast<size_t>(end - at));
-    std::memcpy(fields, at, taken);
-    at += taken;
-    header.type = fields[0] % 10;
-    header.more = fields[1] % 2;
-    header.error = fields[1] > 250 ? fields[1] : 0;
-    header.heldCount = fields[2] % 3;
-    header.kept = fields[3] % 8;
-    header.from = fields[4] % 4;
-    header.to = {fields[4] / 4U, fields[4] / 4U};
-    header.willSize = fields[5];
-    header.returnSize = fields[6];
-    header.shownBy = fields[6] % 3;
-    const size_t size = std::min<size_t>(fields[7] * 2U, static_cast<size_t>(end - at));
-    std::string whole(reinterpret_cast<const char *>(&header), sizeof header);
-    whole.append(reinterpret_cast<const char *>(at), size);
-    at += size;
+    header.type = byte() % 10;
+    const uint8_t kind = byte();
+    header.more = kind % 2;
+    header.error = kind > 250 ? kind : 0;
+    header.heldCount = byte() % 3;
+    header.kept = byte() % 8;
+    const uint8_t versions = byte();
+    header.from = versions % 4;
+    header.to = {versions / 4U, versions / 4U};
+    header.willSize = byte();
+    header.returnSize = byte();
+    header.shownBy = header.returnSize % 3;
+    const std::string whole =
+        std::string(reinterpret_cast<const char *>(&header), sizeof header) + input.ConsumeBytesAsString(byte() * 2U);
     // Some are cut off.
-    return fields[1] % 16 == 15 ? whole.substr(0, whole.size() / 2) : whole;
+    return kind % 16 == 15 ? whole.substr(0, whole.size() / 2) : whole;
 }
 
 } // namespace
@@ -44,27 +40,25 @@ std::string packet(const uint8_t *&at, const uint8_t *end)
 // A broker sends anything and then goes, with or without a word: reading ends, and so does every text.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    if (size == 0) {
-        return 0;
-    }
+    FuzzedDataProvider input(data, size);
+    const auto first = input.ConsumeIntegral<uint8_t>();
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
         std::abort();
     }
     Reply opened{};
     opened.type = Reply::Opened;
-    opened.more = data[0] & 1;
+    opened.more = first & 1;
     opened.from = 1;
     ::send(ends[1], &opened, sizeof opened, MSG_DONTWAIT);
-    const uint8_t *at = data + 1;
-    while (at < data + size) {
-        const std::string whole = packet(at, data + size);
+    while (input.remaining_bytes() > 0) {
+        const std::string whole = packet(input);
         ::send(ends[1], whole.data(), whole.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
     }
     // It answers nothing, so whatever waits for an answer sees its end.
     shutdown(ends[1], SHUT_RDWR);
     Connection connection;
-    if (connection.openOn(ends[0], Paths[data[0] / 2 % std::size(Paths)], PublishSubscribe - (data[0] / 2 % 5 == 1))) {
+    if (connection.openOn(ends[0], Paths[first / 2 % std::size(Paths)], PublishSubscribe - (first / 2 % 5 == 1))) {
         std::string text;
         size_t reads = 0;
         while (connection.isReadable() && connection.read(text, false)) {

@@ -20,8 +20,9 @@ Daemon::Daemon(Start start)
     }
 }
 
-Daemon::Daemon(const QStringList &environment) : Daemon(Later)
+Daemon::Daemon(const QStringList &environment, QProcess::ProcessChannelMode output) : Daemon(Later)
 {
+    m_process.setProcessChannelMode(output);
     if (!start(environment)) {
         qFatal("vorod does not start");
     }

@@ -14,10 +14,12 @@ public:
     /** Makes the folder and starts the daemon in it; returns when clients can connect. */
     explicit Daemon(Start start = Now);
     /** The same with additional variables "NAME=VALUE" in its environment. */
-    explicit Daemon(const QStringList &environment);
+    explicit Daemon(const QStringList &environment, QProcess::ProcessChannelMode output = QProcess::ForwardedChannels);
     /** Ends the daemon. A daemon that crashed or complained (a sanitizer, a leak) ends the test program. */
     ~Daemon();
 
+    /** What it and its workers have written since the last call, if its channels are merged. */
+    QByteArray takeOutput() { return m_process.readAll(); }
     QString folder() const { return m_folder.path(); }
     /** The id of the process that serves, 0 when it does not run. Its parent, which guards it, is guardianId(). */
     qint64 processId() const;

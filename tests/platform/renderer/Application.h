@@ -14,6 +14,27 @@
 #include <string>
 #include <vector>
 
+/** Waits for the object's next content. */
+inline voro::pps::Message readMessage(voro::pps::Connection &object)
+{
+    std::string text;
+    voro::pps::Message message;
+    if (!object.read(text, true) || !message.parse(text)) {
+        qFatal("the object cannot be read");
+    }
+    return message;
+}
+
+/** Reads until the state names an error. */
+inline voro::pps::Message waitForEnd(voro::pps::Connection &state)
+{
+    voro::pps::Message message;
+    do {
+        message = readMessage(state);
+    } while (!message.has("error"));
+    return message;
+}
+
 /** A connection to the renderer with one context, as an application has it. */
 class Application {
 public:
@@ -54,6 +75,13 @@ public:
         return code(mmr_output_parameters(m_context, output, dictionary(name, value)));
     }
     int attachAudio() const { return mmr_output_attach(m_context, "audio:default", "audio"); }
+    /** Plays to the end; the error code of that, or of the command. */
+    int playToEnd() const
+    {
+        const auto state = watch("state?wait");
+        const int result = code(mmr_play(m_context));
+        return result != 0 ? result : static_cast<int>(waitForEnd(*state).number("error", -1));
+    }
 
     /** An object of the context's folder, to be read if nothing else is said. */
     std::unique_ptr<voro::pps::Connection> watch(const std::string &object, unsigned mode = voro::pps::Subscribe) const
@@ -104,25 +132,4 @@ inline QList<float> samplesOf(const QByteArray &path)
     const QByteArray bytes = file.readAll();
     const auto *samples = reinterpret_cast<const float *>(bytes.constData());
     return {samples, samples + bytes.size() / static_cast<qsizetype>(sizeof(float))};
-}
-
-/** Waits for the object's next content. */
-inline voro::pps::Message readMessage(voro::pps::Connection &object)
-{
-    std::string text;
-    voro::pps::Message message;
-    if (!object.read(text, true) || !message.parse(text)) {
-        qFatal("the object cannot be read");
-    }
-    return message;
-}
-
-/** Reads until the state names an error. */
-inline voro::pps::Message waitForEnd(voro::pps::Connection &state)
-{
-    voro::pps::Message message;
-    do {
-        message = readMessage(state);
-    } while (!message.has("error"));
-    return message;
 }

@@ -2,25 +2,12 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
-#include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 
 #include <Files.h>
-#include <Programs.h>
+#include <Media.h>
 
 namespace media {
-
-/**
- * Encodes what a filter graph of the encoder generates into a file, with additional output arguments. Ends the test
- * program when that fails.
- */
-inline void encode(const QString &path, const QString &graph, const QStringList &arguments = {})
-{
-    const QStringList input = {"-nostdin", "-loglevel", "error", "-y", "-f", "lavfi", "-i", graph};
-    if (!runToEnd(QStringLiteral("ffmpeg"), input + arguments + QStringList(QStringLiteral("file:") + path))) {
-        qFatal("cannot encode %s", qUtf8Printable(path));
-    }
-}
 
 /** A folder of a test's own with its media. */
 class Folder {

@@ -14,13 +14,7 @@ private Q_SLOTS:
         const QString attach = QLatin1String(Attach);
         row("without an input", {"play", "seek position::5", "speed_set speed:n:500", "stop", "input_detach"},
             {3, 3, 3, 0, 0}, "");
-        row("attach", {attach}, {0}, "state::stopped speed:n:1000");
         row("attach, detach", {attach, "input_detach"}, {0, 0}, "state::idle speed:n:1000");
-        row("attach twice", {attach, attach}, {0, 0}, "state::stopped speed:n:1000");
-        row("play", {attach, "play"}, {0, 0}, "state::playing speed:n:1000");
-        row("play twice", {attach, "play", "play"}, {0, 0, 0}, "state::playing speed:n:1000");
-        row("stop twice", {attach, "play", "stop", "stop"}, {0, 0, 0, 0}, "state::stopped speed:n:1000");
-        row("hold", {attach, "play", "speed_set speed:n:0"}, {0, 0, 0}, "state::playing speed:n:0");
         row("play held", {attach, "speed_set speed:n:0", "play"}, {0, 0, 0}, "state::playing speed:n:0");
         row("speed while stopped", {attach, "speed_set speed:n:-2000"}, {0, 0}, "state::stopped speed:n:-2000");
         row("speeds out of range",
@@ -28,11 +22,6 @@ private Q_SLOTS:
             {0, 4, 4, 0, 4}, "state::stopped speed:n:4000");
         row("the end", {attach, "play", "!status position:n:5000 bufferlevel:n:100 bufferstatus::playing", "!ended"},
             {0, 0, 0, 0}, "state::stopped speed:n:1000 error:n:0 error_pos::1:5000");
-        row("a failure", {attach, "play", "!failed err:n:11 position:n:700 track:n:1"}, {0, 0, 0},
-            "state::stopped speed:n:1000 error:n:11 error_pos::1:700");
-        row("a crash", {attach, "play", "!status position:n:1200", "!die"}, {0, 0, 0, 0},
-            "state::stopped speed:n:1000 error:n:1 error_pos::1:1200");
-        row("play after the end", {attach, "play", "!ended", "play"}, {0, 0, 0, 0}, "state::playing speed:n:1000");
         row("stop after the end", {attach, "play", "!ended", "stop"}, {0, 0, 0, 0}, "state::stopped speed:n:1000");
         row("detach after the end", {attach, "play", "!ended", "input_detach"}, {0, 0, 0, 0},
             "state::idle speed:n:1000");

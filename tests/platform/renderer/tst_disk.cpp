@@ -1,12 +1,11 @@
+#include "Application.h"
 #include "RealMedia.h"
 
 #include <QtTest/QtTest>
 
 #include <Daemon.h>
 #include <fcntl.h>
-#include <pps/Connection.h>
 #include <pps/Fd.h>
-#include <pps/Text.h>
 #include <renderer/common/Error.h>
 #include <Rows.h>
 #include <sys/mount.h>
@@ -17,9 +16,6 @@ using namespace voro;
 using renderer::ErrorCode;
 
 namespace {
-
-constexpr const char *Service = "/pps/services/multimedia/renderer/control";
-constexpr const char *Contexts = "/pps/services/multimedia/renderer/context/";
 
 /** A medium on a disk that answers. */
 constexpr const char *AttachGood = "input_attach\ntype::autolist\nurl::@";
@@ -43,36 +39,6 @@ public:
 private:
     QTemporaryDir m_folder;
     pps::Fd m_device;
-};
-
-/** A control object and its commands. */
-class Control {
-public:
-    explicit Control(const std::string &path)
-    {
-        if (!m_connection.open(path, pps::PublishSubscribe)) {
-            qFatal("cannot open %s", path.c_str());
-        }
-    }
-    void write(const std::string &command) { m_connection.write("msg::" + command); }
-    pps::Message answer()
-    {
-        pps::Message message;
-        std::string text;
-        if (!m_connection.read(text, true) || !message.parse(text)) {
-            qFatal("no answer");
-        }
-        return message;
-    }
-    bool hasAnswered() { return m_connection.isReadable(); }
-    int run(const std::string &command)
-    {
-        write(command);
-        return static_cast<int>(answer().number("err", -1));
-    }
-
-private:
-    pps::Connection m_connection;
 };
 
 } // namespace
@@ -102,37 +68,38 @@ private Q_SLOTS:
         const auto filled = [&](QString text) {
             return text.replace('%', QString::fromStdString(share.path())).replace('@', m_medium).toStdString();
         };
-        Daemon daemon;
-        Control service(Service);
-        QCOMPARE(service.run("context_create\nname::hangs"), 0);
-        QCOMPARE(service.run("context_create\nname::good"), 0);
-        Control hangs(Contexts + std::string("hangs/control"));
-        Control good(Contexts + std::string("good/control"));
-        QCOMPARE(hangs.run("output_attach\nurl::audio:default\ntype::audio"), 0);
+        const Daemon daemon;
+        const Application hangs("hangs");
+        const Application good("good");
+        const auto control = hangs.watch("control", pps::PublishSubscribe);
+        const auto run = [&](const QString &text) {
+            control->write("msg::" + filled(text));
+            return static_cast<int>(readMessage(*control).number("err", -1));
+        };
+        QVERIFY(hangs.attachAudio() >= 0);
         for (const QString &earlier : before) {
-            QCOMPARE(hangs.run(filled(earlier)), 0);
+            QCOMPARE(run(earlier), 0);
         }
         QElapsedTimer time;
         time.start();
-        hangs.write(filled(command));
+        control->write("msg::" + filled(command));
         // The others are answered all the while.
         int answers = 0;
-        for (; !hangs.hasAnswered(); ++answers) {
-            QCOMPARE(good.run("stop"), 0);
+        for (; !control->isReadable(); ++answers) {
+            QCOMPARE(mmr_stop(good.context()), 0);
         }
         QVERIFY(answers > 100);
-        const pps::Message answer = hangs.answer();
+        const pps::Message answer = readMessage(*control);
         QVERIFY2(time.elapsed() >= 2'900 && time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
         QTEST(static_cast<ErrorCode>(answer.number("err", -1)), "error");
         const std::string text = answer.text("error");
         QVERIFY2(text.empty() || text.find("does not answer") != std::string::npos, text.c_str());
         // It goes on with another medium.
         for (const char *later : {"stop", "input_detach", "track_parameters\ntrack:n:1\ndat::", AttachGood, "play"}) {
-            QCOMPARE(hangs.run(filled(later)), 0);
+            QCOMPARE(run(later), 0);
         }
         // Ends what still waits, so that the daemon can end in order.
         share.end();
-        QCOMPARE(service.run("context_destroy\nname::hangs"), 0);
     }
 
     void silentRuntimeFolder_isRefused()
@@ -142,7 +109,7 @@ private Q_SLOTS:
         QElapsedTimer time;
         time.start();
         pps::Connection connection;
-        QVERIFY(!connection.open(Service, pps::PublishSubscribe));
+        QVERIFY(!connection.open("/pps/services/multimedia/renderer/control", pps::PublishSubscribe));
         QCOMPARE(connection.error(), ETIMEDOUT);
         QVERIFY2(time.elapsed() < 20'000, std::to_string(time.elapsed()).c_str());
         share.end();

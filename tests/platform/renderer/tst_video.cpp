@@ -117,9 +117,7 @@ private Q_SLOTS:
         const Application application;
         QVERIFY(url.isEmpty() || mmr_output_attach(application.context(), url.constData(), "video") >= 0);
         QCOMPARE(application.attach(file("mute.webm")), 0);
-        const auto state = application.watch("state?wait");
-        QCOMPARE(mmr_play(application.context()), 0);
-        QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+        QCOMPARE(application.playToEnd(), 0);
         QCOMPARE(application.content("status").number("position"), 1000);
     }
 
@@ -222,11 +220,9 @@ private Q_SLOTS:
         strm_dict_t *parameters = strm_dict_set(strm_dict_new(), "subpicture_url", file("other.srt").constData());
         parameters = strm_dict_set(parameters, "subpicture_disable", isDisabled.constData());
         QCOMPARE(mmr_track_parameters(application.context(), 1, parameters), 0);
-        const auto state = application.watch("state?wait");
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(mmr_play(application.context()), 0);
-        QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+        QCOMPARE(application.playToEnd(), 0);
         QVERIFY2(timer.elapsed() < 20'000, QByteArray::number(timer.elapsed()).constData());
         QCOMPARE(application.content("status").number("position"), 1000);
         QCOMPARE(application.content("q1").has("captions_unreadable"), areUnreadable);
