@@ -90,15 +90,6 @@ bool Talk::waitFor(const QByteArray &message)
     return found == message;
 }
 
-bool Talk::waitForBoth(const QByteArray &one, const QByteArray &other)
-{
-    QByteArray found;
-    do {
-        found = next();
-    } while (found != one && found != other && found != "END" && found != "NOTHING");
-    return (found == one && waitFor(other)) || (found == other && waitFor(one));
-}
-
 void Talk::acquire(const QByteArray &name, const QByteArray &priority)
 {
     write("msg::register|dat:json:{\"name\":\"" + name + "\",\"prio\":\"" + priority + "\"}");

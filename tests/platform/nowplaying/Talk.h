@@ -47,8 +47,6 @@ public:
     void subscribe() { write("msg::md_subscribe"); }
     /** Reads messages until one is this. */
     bool waitFor(const QByteArray &message);
-    /** The same for two messages in any order. */
-    bool waitForBoth(const QByteArray &one, const QByteArray &other);
 
 private:
     const bool m_isController;

@@ -62,18 +62,6 @@ private:
     QProcess m_process;
 };
 
-/** Runs a program on the bus and returns what it printed. */
-inline QByteArray runProgram(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    if (!process.waitForFinished(Patience)) {
-        qFatal("%s does not end", qPrintable(program));
-    }
-    return process.readAll();
-}
-
 /** Players of another program. */
 class TestPlayers {
 public:

@@ -173,7 +173,6 @@ private Q_SLOTS:
         row("state", "msg::state|dat::playing", {"PlaybackStatus"});
         row("the same state", "msg::state|dat::paused", {});
         row("track change", "msg::state|dat::trackchange", {"Metadata"});
-        row("the same metadata", R"(msg::metadata|dat:json:{"track":"T"})", {});
         row("position only", R"(msg::metadata|dat:json:{"track":"T","position":900})", {});
         row("title", R"(msg::metadata|dat:json:{"track":"U"})", {"Metadata"});
         row("duration", R"(msg::metadata|dat:json:{"track":"T","duration":1})", {"Metadata"});
@@ -200,13 +199,11 @@ private Q_SLOTS:
     void artwork_isALocalUrl_data()
     {
         const Rows<QByteArray, QString> row("artwork", "url");
-        row("url", "file:///a.png", "file:///a.png");
         row("path", "/a b%.png", "file:///a%20b%25.png");
         row("url with blanks", "file:///a bü%25.png", "file:///a%20b%C3%BC%25.png");
         row("data", "data:image/png;base64,AAAA", "data:image/png;base64,AAAA");
         row("net", "http://example.org/a.png", "");
         row("file of another machine", "file://example.org/a.png", "");
-        row("no place", "a.png", "");
     }
 
     void artwork_isALocalUrl()
@@ -258,8 +255,6 @@ private Q_SLOTS:
                 << Properties << QString("Set") << arguments << commands;
         };
         set("LoopStatus", "Playlist", {track(R"({"command":"repeat","value":"all"})")});
-        set("LoopStatus", "Track", {track(R"({"command":"repeat","value":"track"})")});
-        set("LoopStatus", "None", {track(R"({"command":"repeat","value":"none"})")});
         set("Shuffle", true, {track(R"({"command":"shuffle","value":"all"})")});
         set("Shuffle", false, {track(R"({"command":"shuffle","value":"off"})")});
         set("Rate", 2.0, {});
@@ -292,13 +287,10 @@ private Q_SLOTS:
         row(PlayerInterface, "Dance", {}, "UnknownMethod");
         row(Root, "Next", {}, "UnknownMethod");
         row(PlayerInterface, "Next", {1}, "InvalidArgs");
-        row(PlayerInterface, "Seek", {"1"}, "InvalidArgs");
         row(PlayerInterface, "OpenUri", {"file:///a.ogg"}, "NotSupported");
-        row(Properties, "Get", {"a.b"}, "InvalidArgs");
         row(Properties, "Get", {"a.b", "Rate"}, "UnknownInterface");
         row(Properties, "Get", {PlayerInterface, "Colour"}, "UnknownProperty");
         row(Properties, "Set", {PlayerInterface, "CanSeek", variant(true)}, "PropertyReadOnly");
-        row(Properties, "Set", {PlayerInterface, "Metadata", variant(QVariantMap{{"a", 1}})}, "PropertyReadOnly");
         row(Properties, "Set", {PlayerInterface, "LoopStatus", variant("Twice")}, "InvalidArgs");
         row(Properties, "Set", {PlayerInterface, "Shuffle", variant(1)}, "InvalidArgs");
         row(Properties, "Set", {PlayerInterface, "Volume", variant(0.5)}, "Failed");

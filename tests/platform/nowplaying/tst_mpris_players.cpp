@@ -64,9 +64,6 @@ private Q_SLOTS:
         row("other types in the metadata",
             R"(Metadata=metadata(title=["T"], artist="A", album=metadata(a=1), trackNumber=ObjectPath("/a"), length="long", artUrl=[1, 2]))",
             Stopped, Fields{{"track", "T"}, {"artist", "A"}});
-        row("negative length", "Metadata=metadata(length=Int64(-5000000)), Position=Int64(-1)", Stopped, Fields());
-        row("huge length", "Metadata=metadata(length=Int64(9223372036854775807))", Stopped,
-            Fields{{"duration", static_cast<qint64>(4294967295)}});
         row("huge artwork", R"(Metadata=metadata(title="T", artUrl="file:///" + "a" * 1048576))", Stopped,
             Fields{{"track", "T"}});
         row("huge texts", R"(Metadata=metadata(title="T" * 1048576))", Stopped, Fields{{"track", QString(4096, 'T')}});
@@ -113,7 +110,8 @@ private Q_SLOTS:
             "add('p', PlaybackStatus='Paused', Rate=0.0, Position=Int64(7000000), Metadata=metadata(title='T'))");
         Talk controller;
         controller.subscribe();
-        QVERIFY(controller.waitForBoth(theirs(), update({{"track", "T"}, {"position", 7000}})));
+        QVERIFY(controller.waitFor(update({{"track", "T"}, {"position", 7000}})));
+        controller.rest();
         players->call("change('p', PlaybackStatus='Playing')");
         QCOMPARE(controller.next(), Playing);
         QCOMPARE(controller.next(), update({{"track", "T"}, {"position", 7000}}));
@@ -141,16 +139,12 @@ private Q_SLOTS:
         const QByteArray there = update({{"track", "T"}, {"position", 7000}});
         const QByteArray metadata = "change('p', Metadata=metadata(title='T'";
         const QByteArray play = "change('p', PlaybackStatus='Playing')";
-        row("another title",
-            Steps{{"change('p', Metadata=metadata(title='U'))", {TrackChange, update({{"track", "U"}})}}});
         row("another track of the same name", Steps{{metadata + ", trackid=ObjectPath('/2')))", {TrackChange, begun}}});
         row("a name that is a text", Steps{{metadata + ", trackid='2'))", {TrackChange, begun}}});
         row("the same track", Steps{{metadata + ", trackid=ObjectPath('/1'), trackNumber=3))",
                                      {update({{"track", "T"}, {"track_number", "3"}, {"position", 7000}})}}});
         row("anew after a stop",
             Steps{{"change('p', PlaybackStatus='Stopped')", {Stopped, there}}, {play, {TrackChange, Playing, begun}}});
-        row("after a pause",
-            Steps{{"change('p', PlaybackStatus='Paused')", {Paused, there}}, {play, {Playing, there}}});
     }
 
     void newTrack_isTold_andBeginsAtZero()
@@ -160,7 +154,8 @@ private Q_SLOTS:
                       "Metadata=metadata(title='T', trackid=ObjectPath('/1')))");
         Talk controller;
         controller.subscribe();
-        QVERIFY(controller.waitForBoth(theirs(), update({{"track", "T"}, {"position", 7000}})));
+        QVERIFY(controller.waitFor(update({{"track", "T"}, {"position", 7000}})));
+        controller.rest();
         for (const auto &[call, messages] : steps) {
             players->call(call);
             for (const QByteArray &message : messages) {

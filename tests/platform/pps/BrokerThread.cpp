@@ -61,14 +61,14 @@ bool BrokerThread::publish(std::string_view path, std::string_view text, Broker:
     return isGood;
 }
 
-int BrokerThread::connect()
+int BrokerThread::connect(std::string_view onlyPath)
 {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
         std::perror("socketpair");
         std::abort();
     }
-    run([&](Broker &broker) { broker.adopt(ends[1]); });
+    run([&](Broker &broker) { broker.adopt(ends[1], onlyPath); });
     return ends[0];
 }
 

@@ -23,8 +23,8 @@ public:
     /** Publishes from the broker's own process. */
     bool publish(std::string_view path, std::string_view text, Broker::Fence fence = Broker::Fence::None);
 
-    /** A connected socket of a new client. */
-    int connect();
+    /** A connected socket of a new client, which may have been given one object. */
+    int connect(std::string_view onlyPath = {});
     /** An open object of a new client; ends the test program when it does not open. */
     std::unique_ptr<Connection> open(std::string_view path, unsigned mode);
 

@@ -16,7 +16,7 @@ public:
         qputenv("VORO_RUNTIME_DIR", folder().toLocal8Bit());
         qunsetenv("VORO_AUTOSPAWN");
     }
-    ~StartFolder() { end(SIGTERM); }
+    ~StartFolder() { end(); }
 
     /** Not there before a client makes it. */
     QString folder() const { return m_parent.filePath("runtime"); }
@@ -31,13 +31,13 @@ public:
         return peer.pid;
     }
     /** Ends the daemon and waits for its end. */
-    void end(int signal) const
+    void end() const
     {
         const pid_t process = daemon();
         if (process == 0) {
             return;
         }
-        kill(process, signal);
+        kill(process, SIGTERM);
         voro::pps::waitForEnd({process, {}, 0}, -1);
     }
 

@@ -6,8 +6,6 @@
 
 #include <Rows.h>
 
-#include <thread>
-
 using namespace voro;
 
 namespace {
@@ -74,40 +72,8 @@ private Q_SLOTS:
         QVERIFY(lines.at(0).startsWith("+@") && lines.at(1).startsWith("-@") && lines.at(2).startsWith("+@"));
         QCOMPARE(lines.mid(4, 2), (QByteArrayList{"msg::play", "dat:b:true"}));
         QCOMPARE(lines.at(6), '-' + lines.at(2).mid(1));
-    }
-
-    void blockingRead_waitsForAPublication()
-    {
-        Open reader(path("o") + "?wait", PpsOpenMode::Subscribe);
-        Open publisher(path("o"), PpsOpenMode::Publish);
-        std::thread writer([&publisher] { publisher.write("a::1"); });
-        bool ok = false;
-        QCOMPARE(reader.read(&ok), QByteArray("+@o\na::1\n"));
-        QVERIFY(ok);
-        writer.join();
-        reader.setBlocking(false);
-        QCOMPARE(reader.read(&ok), QByteArray());
-        QVERIFY(ok);
-    }
-
-    void readyRead_comesFromTheEventLoopOnly()
-    {
-        Open publisher(path("o"), PpsOpenMode::Publish);
-        publisher.write("a::1");
-        PpsObject reader(path("o"));
-        QSignalSpy spy(&reader, &PpsObject::readyRead);
-        QVERIFY(reader.open(PpsOpenMode::Subscribe));
-        QCOMPARE(spy.count(), 0);
-        QVERIFY(spy.wait());
-        QCOMPARE(reader.read(), QByteArray("@o\na::1\n"));
-        spy.clear();
-        publisher.write("a::2");
-        Open barrier(path("o"), PpsOpenMode::Subscribe);
-        QCOMPARE(reader.read(), QByteArray("@o\na::2\n"));
-        publisher.write("a::3");
-        publisher.write("a::4");
-        QCOMPARE(spy.count(), 0);
-        QVERIFY(spy.wait());
+        server.setBlocking(false);
+        QCOMPARE(server.read(), QByteArray());
     }
 
     void readyRead_comesAgainUntilAllIsRead_data()
@@ -138,32 +104,6 @@ private Q_SLOTS:
         QVERIFY(!texts.contains(QByteArray()));
         QCOMPARE(texts.join().count("a::"), 5);
         QVERIFY2(texts.size() >= reads, QByteArray::number(texts.size()).constData());
-    }
-
-    void readyRead_comesOnlyWithSomethingToRead_data()
-    {
-        const Rows<QByteArray> row("removal");
-        row("attribute deleted", "-e");
-        row("object deleted", "-@o");
-        row("object replaced", "*@o\na::1");
-    }
-
-    // What was pushed and is gone again is never read.
-    void readyRead_comesOnlyWithSomethingToRead()
-    {
-        QFETCH(QByteArray, removal);
-        Open publisher(path("o"), PpsOpenMode::Publish);
-        publisher.write("e:n:1");
-        Open reader(path("o") + "?delta,f=e", PpsOpenMode::Subscribe);
-        reader.read();
-        publisher.write("e:n:2");
-        publisher.write(removal);
-        QSignalSpy spy(&reader, &PpsObject::readyRead);
-        letEventsPass();
-        QCOMPARE(spy.count(), 0);
-        publisher.write("e:n:3");
-        QVERIFY(spy.wait());
-        QVERIFY(reader.read().endsWith("\ne:n:3\n"));
     }
 
     void readyRead_canBeSwitchedOff()

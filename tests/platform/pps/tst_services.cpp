@@ -64,7 +64,6 @@ private Q_SLOTS:
         const std::string open = request(Request::Open, Object, 7, 1);
         row("an empty packet", Packets{""});
         row("half a header", Packets{open.substr(0, 20)});
-        row("an unknown type first", Packets{request(99, "", 7, 1)});
         row("an unknown type later", Packets{open, request(99, "", 7, 2)});
         row("a write before opening", Packets{request(Request::Write, "a::1", 7, 1)});
         row("a second open", Packets{open, request(Request::Open, Object, 7, 2)});
@@ -104,9 +103,6 @@ private Q_SLOTS:
         const Rows<std::string, unsigned, std::string, int> row("path", "mode", "text", "error");
         const std::string object = Object;
         row("no PPS text", object, 3U, "hello", EINVAL);
-        row("nothing", object, 3U, {}, EINVAL);
-        row("NUL", object, 3U, std::string("a::\0", 4), EINVAL);
-        row("another object's name", object, 3U, "@p\na::1", EINVAL);
         row("a client's name, by a client", Control, 3U, "@control.1\na::1", EINVAL);
         row("too long", object, 3U, "a::" + std::string(MaximumMessage, 'x'), EMSGSIZE);
         row("opened for reading", object, 2U, "a::1", EBADF);
@@ -132,15 +128,11 @@ private Q_SLOTS:
         const Rows<std::string, unsigned, int> row("path", "mode", "error");
         row("no mode", Object, 0, EINVAL);
         row("an unknown mode", Object, 4, EINVAL);
-        row("nothing", "", 2, EINVAL);
         row("not under /pps", "/tmp/o", 2, EINVAL);
         row("no name", "/pps/f/", 2, EINVAL);
-        row("the root", "/pps/", 2, EINVAL);
         row("an empty folder name", "/pps//o", 2, EINVAL);
         row("a folder above", "/pps/../o", 2, EINVAL);
-        row("a hidden name", "/pps/.x", 2, EINVAL);
         row("an unknown option", "/pps/f/o?fast", 2, EINVAL);
-        row("an empty option", "/pps/f/o?delta,,wait", 2, EINVAL);
         row("a filter without a name", "/pps/f/o?f=", 2, EINVAL);
         row("a plain object's server", "/pps/f/o?server", 3, EINVAL);
         row("a server that does not read", "/pps/f/control?server", 1, EINVAL);
