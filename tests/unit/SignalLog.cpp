@@ -16,32 +16,32 @@ QString debugText(const QVariant &value)
     return comma < 0 ? text : text.mid(comma + 2).chopped(1);
 }
 
-QString shown(const QMetaType &type, const void *argument)
-{
-    if (type == QMetaType::fromType<QVariant>()) {
-        const auto &value = *static_cast<const QVariant *>(argument);
-        return QLatin1String(value.metaType().name()) + QLatin1Char(' ') + value.toString();
-    }
-    if (type.flags().testFlag(QMetaType::IsEnumeration)) {
-        const QMetaEnum enumeration = type.metaObject()->enumerator(type.metaObject()->indexOfEnumerator("Type"));
-        return QLatin1String(enumeration.valueToKey(*static_cast<const int *>(argument)));
-    }
-    const QVariant value(type, argument);
-    return value.canConvert<QString>() ? value.toString() : debugText(value);
-}
-
 QString described(const QMetaMethod &method, void **arguments)
 {
     QStringList values;
     for (int i = 0; i < method.parameterCount(); ++i) {
         // Qt reads it without the sanitizer that would tell when it is gone.
         static_cast<void>(*static_cast<const volatile char *>(arguments[i + 1]));
-        values += shown(method.parameterMetaType(i), arguments[i + 1]);
+        const QMetaType type = method.parameterMetaType(i);
+        const auto *variant = static_cast<const QVariant *>(arguments[i + 1]);
+        values += type == QMetaType::fromType<QVariant>()
+                      ? QLatin1String(variant->metaType().name()) + QLatin1Char(' ') + shown(*variant)
+                      : shown(QVariant(type, arguments[i + 1]));
     }
     return QString::fromLatin1(method.name()) + QLatin1Char('(') + values.join(QLatin1String(", ")) + QLatin1Char(')');
 }
 
 } // namespace
+
+QString shown(const QVariant &value)
+{
+    const QMetaType type = value.metaType();
+    if (type.flags().testFlag(QMetaType::IsEnumeration)) {
+        const QMetaEnum enumeration = type.metaObject()->enumerator(type.metaObject()->indexOfEnumerator("Type"));
+        return QLatin1String(enumeration.valueToKey(value.toInt()));
+    }
+    return value.canConvert<QString>() ? value.toString() : debugText(value);
+}
 
 SignalLog::SignalLog(QObject *sender, QStringList &trace) : m_trace(trace)
 {

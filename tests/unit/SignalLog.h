@@ -6,6 +6,9 @@
 
 #include <functional>
 
+/** A value as a text; an enumerator by its name. */
+QString shown(const QVariant &value);
+
 /**
  * Records every signal that an object's class adds to QObject into a trace, as "positionChanged(100)" or, where the
  * argument is a variant, "positionChanged(uint 100)". Enumerators are shown by name.

@@ -27,10 +27,6 @@ private Q_SLOTS:
 
         row("prepare", withSource, call(&P::prepare), toPrepared + "; mediaState=Prepared");
         row("prepare, prepared", prepared, call(&P::prepare), "");
-        row("prepare after a reset", after(prepared, call(&P::reset)), call(&P::prepare),
-            "mmr_output_attach audio:default audio; mmr_output_parameters 1 volume=100; "
-            "mmr_track_parameters 0 subpicture_index=0; mmr_input_attach file:///music/a.ogg playlist; "
-            "mmr_track_parameters 0; mmr_input_parameters; mediaStateChanged(Prepared); mediaState=Prepared");
         row("play, unprepared", withSource, call(&P::play),
             toPrepared + "; mmr_speed_set 1000; mmr_play; mmr_play; mediaStateChanged(Started); mediaState=Started");
         row("play, started", started, call(&P::play), "mmr_speed_set 1000");
@@ -217,8 +213,7 @@ private Q_SLOTS:
         row("idle forgets the medium, not the position", known, reported(&N::idle),
             "bufferStatusChanged(Idle); mmr_track_parameters 1; trackChanged(1); trackChanged(uint 1); "
             "durationChanged(0); durationChanged(uint 0); seekableChanged(false); mediaStateChanged(Unprepared); "
-            "bufferStatus=Idle; duration=0; mediaState=Unprepared; metaData=QVariant(QVariantMap, QMap()); "
-            "seekable=false");
+            "bufferStatus=Idle; duration=0; mediaState=Unprepared; metaData=QMap(); seekable=false");
         row("completed", started, reported(&N::playbackCompleted),
             "mediaStateChanged(Stopped); playbackCompleted(); mediaState=Stopped");
         row("completed, stopped already", stopped, reported(&N::playbackCompleted), "playbackCompleted()");
@@ -242,7 +237,7 @@ private Q_SLOTS:
         row("seekable", known, reported(&N::seekableChanged, false), "seekableChanged(false); seekable=false");
         row("same seekable", known, reported(&N::seekableChanged, true), "");
         row("video size", known, reported(&N::videoDimensionsChanged, QSize(4, 4)),
-            "videoDimensionsChanged(QSize(4, 4)); videoDimensions=QVariant(QSize, QSize(4, 4))");
+            "videoDimensionsChanged(QSize(4, 4)); videoDimensions=QSize(4, 4)");
         row("same video size", known, reported(&N::videoDimensionsChanged, QSize(4, 3)), "");
         row("same metadata: told again", known, reported(&N::metaDataChanged, metaData),
             "metaDataChanged(QMap((title, QVariant(QString, T))))");
@@ -263,21 +258,10 @@ private Q_SLOTS:
             "durationChanged(uint 900); metaDataChanged(QMap((duration, QVariant(int, 900)))); trackCountChanged(2); "
             "trackCountChanged(uint 2); metaDataChanged(QMap((duration, QVariant(int, 900)))); speedChanged(2); "
             "positionChanged(70); positionChanged(uint 70); buffering(0.5); bufferStatusChanged(Playing); speed=2; "
-            "bufferStatus=Playing; duration=900; "
-            "metaData=QVariant(QVariantMap, QMap((\"duration\", QVariant(int, 900)))); position=70; track=2; "
+            "bufferStatus=Playing; duration=900; metaData=QMap((duration, QVariant(int, 900))); position=70; track=2; "
             "trackCount=2");
         row("hold", started, published("state state::playing speed:n:0", "speedChanged(0)"),
             "mediaStateChanged(Paused); speedChanged(0); speed=0; mediaState=Paused");
-        row("end", started,
-            published("state state::stopped speed:n:1000 error:n:0 error_pos::1:900", "playbackCompleted()"),
-            "mediaStateChanged(Stopped); playbackCompleted(); mediaState=Stopped");
-        row("error", started,
-            published("state state::stopped speed:n:1000 error:n:5 error_pos::1:900",
-                      "error(UnsupportedMediaType, uint 900)"),
-            "mediaStateChanged(Stopped); error(UnsupportedMediaType, 900); error(UnsupportedMediaType, uint 900); "
-            "mediaState=Stopped");
-        row("idle", started, published("state state::idle speed:n:0", "speedChanged(0)"),
-            unprepared + "; speedChanged(0); mediaState=Unprepared");
     }
 
     void publication()
@@ -328,9 +312,7 @@ private Q_SLOTS:
             row(name, url, {attach + text + " autolist", attach + text + " playlist"});
         };
         local("file with a blank", "file:///music/a%20b.mp3", "/music/a b.mp3");
-        local("file with a percent sign", "file:///music/100%2525.ogg", "/music/100%25.ogg");
         local("file with a letter of two bytes", "file:///music/\xc3\xa4.ogg", "/music/\xc3\xa4.ogg");
-        local("three slashes in the path", "file://///music/a.ogg", "/music/a.ogg");
         local("path", "/music/a.ogg", "/music/a.ogg");
         remote("stream", QUrl(QStringLiteral("http://host/a.ogg")), "http://host/a.ogg");
         remote("stream with a blank", QUrl(QStringLiteral("http://host/a b%2Fc.ogg")), "http://host/a%20b%2Fc.ogg");

@@ -1,15 +1,7 @@
-#include <multimedia/AudioChannelConfiguration.h>
-#include <multimedia/AudioOutput.h>
-#include <multimedia/AudioRecorder.h>
-#include <multimedia/MediaKeyWatcher.h>
-#include <multimedia/MediaPlayer.h>
-#include <multimedia/NowPlayingConnection.h>
-#include <multimedia/NowPlayingController.h>
-#include <multimedia/SystemSound.h>
-
 #include <QtTest/QtTest>
 
 #include <Files.h>
+#include <LibraryClasses.h>
 #include <private/AudioRecorderPrivate.h>
 #include <private/MmrContextNotifier.h>
 #include <Rows.h>
@@ -80,28 +72,9 @@ private Q_SLOTS:
     void declaration_isAsWritten_data()
     {
         const Rows<QStringList> row("declared");
-        for (const QMetaObject *type : {&AudioChannelConfiguration::staticMetaObject,
-                                        &AudioOutput::staticMetaObject,
-                                        &BufferStatus::staticMetaObject,
-                                        &DeviceMode::staticMetaObject,
-                                        &EqualizerPreset::staticMetaObject,
-                                        &MediaError::staticMetaObject,
-                                        &MediaKey::staticMetaObject,
-                                        &MediaKeyNotification::staticMetaObject,
-                                        &MediaState::staticMetaObject,
-                                        &OverlayStyle::staticMetaObject,
-                                        &PriorityLevel::staticMetaObject,
-                                        &RepeatMode::staticMetaObject,
-                                        &ShuffleMode::staticMetaObject,
-                                        &VideoOutput::staticMetaObject,
-                                        &AudioRecorder::staticMetaObject,
-                                        &AudioRecorderPrivate::staticMetaObject,
-                                        &MediaKeyWatcher::staticMetaObject,
-                                        &MediaPlayer::staticMetaObject,
-                                        &MmrContextNotifier::staticMetaObject,
-                                        &NowPlayingConnection::staticMetaObject,
-                                        &NowPlayingController::staticMetaObject,
-                                        &SystemSound::staticMetaObject}) {
+        const QList<const QMetaObject *> privates{&AudioRecorderPrivate::staticMetaObject,
+                                                  &MmrContextNotifier::staticMetaObject};
+        for (const QMetaObject *type : LibraryEnumerations + LibraryClasses + privates) {
             row(type->className(), dump(*type));
         }
     }

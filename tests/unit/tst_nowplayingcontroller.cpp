@@ -99,12 +99,9 @@ private Q_SLOTS:
             return QStringLiteral("msg::m_command|dat:json:{\"command\":\"%1\", \"value\":\"%2\"}").arg(command, mode);
         };
         const auto repeat = [](RepeatMode::Type mode) { return Command([=](C &c) { return c.repeat(mode); }); };
-        add("repeat none", repeat(RepeatMode::None), modeMessage("repeat", "none"));
-        add("repeat track", repeat(RepeatMode::Track), modeMessage("repeat", "track"));
         add("repeat all", repeat(RepeatMode::All), modeMessage("repeat", "all"));
         add("repeat unsupported", repeat(RepeatMode::Unsupported), modeMessage("repeat", "none"));
         const auto shuffle = [](ShuffleMode::Type mode) { return Command([=](C &c) { return c.shuffle(mode); }); };
-        add("shuffle off", shuffle(ShuffleMode::Off), modeMessage("shuffle", "off"));
         add("shuffle all", shuffle(ShuffleMode::All), modeMessage("shuffle", "all"));
         add("shuffle unsupported", shuffle(ShuffleMode::Unsupported), modeMessage("shuffle", "off"));
     }

@@ -125,11 +125,6 @@ private Q_SLOTS:
         row("group", newPlayer, call(&P::setWindowGroupId, id), "windowGroupIdChanged(w); windowGroupId=w");
         row("captions", newPlayer, call(&P::setClosedCaptionWindowId, id),
             "closedCaptionWindowIdChanged(w); closedCaptionWindowId=w");
-        const auto given =
-            after(call(&P::setWindowId, id), call(&P::setWindowGroupId, id), call(&P::setClosedCaptionWindowId, id));
-        row("same window", given, call(&P::setWindowId, id), "");
-        row("same group", given, call(&P::setWindowGroupId, id), "");
-        row("same window for captions", given, call(&P::setClosedCaptionWindowId, id), "");
     }
 
     void window() { tryRow<P>(); }
@@ -162,8 +157,6 @@ private Q_SLOTS:
             "enabled. enabled=false, error=InvalidParameter; closedCaptionEnabled=false; -> InvalidParameter");
         row("index", startedWithVideo, call(&P::setClosedCaptionIndex, 2u),
             "mmr_track_parameters 1 subpicture_index=2; " + index2);
-        row("index, without a caption output", newPlayer, call(&P::setClosedCaptionIndex, 2u),
-            "mmr_track_parameters 1; " + index2);
         row("index, track out of range: no call, kept", after(tracks(3), onTrack(3), tracks(2)),
             call(&P::setClosedCaptionIndex, 2u),
             "C MediaPlayerPrivate::updateTrackParamSubpictureIndex: Unable to set out of range track parameters. "
@@ -205,11 +198,8 @@ private Q_SLOTS:
         const QString handle7 = QStringLiteral("audioManagerHandleChanged(7); audioManagerHandleChanged(uint 7)");
 
         row("volume, unprepared: kept for prepare", newPlayer, volume(0.5), "volumeChanged(0.5); volume=0.5");
-        row("volume, same", prepared, volume(1.0), "");
         row("volume, truncated up to the last step", prepared, volume(0.999),
             "mmr_output_parameters 0 volume=99; volumeChanged(0.999); volume=0.999");
-        row("volume, truncated to silence", prepared, volume(0.005),
-            "mmr_output_parameters 0 volume=0; volumeChanged(0.005); volume=0.005");
         row("volume, silence", prepared, volume(0.0), "mmr_output_parameters 0 volume=0; volumeChanged(0); volume=0");
         row("volume, negative", prepared, volume(-0.1),
             "W MediaPlayer::setVolume: Volume value out of range. volume=-0.1; -> InvalidParameter");
@@ -221,11 +211,9 @@ private Q_SLOTS:
             "mmr_output_parameters 0 volume=100 autopause=yes; autoPauseChanged(true); autoPause=true");
         row("auto pause off: not sent", after(prepared, autoPause(true)), autoPause(false),
             "mmr_output_parameters 0 volume=100; autoPauseChanged(false); autoPause=false");
-        row("auto pause, same", prepared, autoPause(false), "");
         row("equalizer off: not sent", after(prepared, equalizer(EqualizerPreset::Rock)),
             equalizer(EqualizerPreset::Off),
             "mmr_output_parameters 0 volume=100; equalizerPresetChanged(Off); equalizerPreset=Off");
-        row("equalizer, same", prepared, equalizer(EqualizerPreset::Off), "");
         row("handle, with all settings",
             after(prepared, volume(0.25), autoPause(true), equalizer(EqualizerPreset::RhythmAndBlues)), handle(7),
             "mmr_output_parameters 0 audioman_handle=7 volume=25 autopause=yes eq_preset=randb; " + handle7

@@ -201,15 +201,6 @@ private Q_SLOTS:
         QTRY_VERIFY(!QFile::exists(file));
     }
 
-    void player_tellsWhatCannotBePlayed()
-    {
-        Screen player("voro.player");
-        QVERIFY(player.click("broken, OGG*"));
-        QTRY_VERIFY_WITH_TIMEOUT(player.shows("“broken”: *"), PatienceMs);
-        QVERIFY(player.click("Close the message"));
-        QTRY_VERIFY(!player.shows("“broken”: *"));
-    }
-
     void player_fillsAWideWindow()
     {
         Screen player("voro.player");

@@ -33,30 +33,11 @@ private Q_SLOTS:
         m_home.write("two.de.srt", captions);
         m_home.write("two.en.forced.srt", captions);
         m_home.write("three.srt", "no captions");
-        QVERIFY(runToEnd("ffmpeg", {"-nostdin",
-                                    "-loglevel",
-                                    "error",
-                                    "-i",
-                                    m_home.path("one.mkv"),
-                                    "-i",
-                                    m_home.path("one.srt"),
-                                    "-i",
-                                    m_home.path("one.srt"),
-                                    "-map",
-                                    "0",
-                                    "-map",
-                                    "1",
-                                    "-map",
-                                    "2",
-                                    "-c",
-                                    "copy",
-                                    "-metadata:s:s:0",
-                                    "language=fre",
-                                    "-metadata:s:s:1",
-                                    "language=eng",
-                                    "-metadata:s:s:1",
-                                    "title=For the deaf",
-                                    m_home.path("four.mkv")}));
+        const QString twoTracks =
+            "-nostdin -loglevel error -i one.mkv -i one.srt -i one.srt -map 0 -map 1 -map 2 -c copy "
+            "-metadata:s:s:0 language=fre -metadata:s:s:1 language=eng -metadata:s:s:1";
+        QVERIFY(
+            runToEnd("ffmpeg", twoTracks.split(' ') + QStringList{"title=For the deaf", "four.mkv"}, m_home.path(".")));
         Screen player("voro.player", operands({"one.mkv", "two.mkv"}));
         QTRY_VERIFY_WITH_TIMEOUT(player.shows("Film"), PatienceMs);
         QVERIFY(player.click("Captions"));
@@ -97,6 +78,8 @@ private Q_SLOTS:
         QVERIFY(player.click("broken"));
         QTRY_VERIFY_WITH_TIMEOUT(player.shows("“broken”*"), PatienceMs);
         QTRY_VERIFY(player.shows("Play"));
+        QVERIFY(player.click("Close the message"));
+        QTRY_VERIFY(!player.shows("“broken”*"));
     }
 
     void queue_isRearranged_whileItPlays()

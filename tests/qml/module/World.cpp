@@ -2,45 +2,17 @@
 
 #include "Media.h"
 
-#include <multimedia/AudioChannelConfiguration.h>
-#include <multimedia/AudioRecorder.h>
-#include <multimedia/MediaKeyWatcher.h>
-#include <multimedia/MediaPlayer.h>
-#include <multimedia/NowPlayingConnection.h>
-#include <multimedia/NowPlayingController.h>
-#include <multimedia/SystemSound.h>
 #include <voro/PpsObject.h>
 
 #include <QtCore/QMetaEnum>
 #include <QtCore/QMetaProperty>
 #include <QtCore/QTemporaryDir>
 
+#include <LibraryClasses.h>
+
 using namespace voro::multimedia;
 
 namespace {
-
-const QList<const QMetaObject *> Classes{
-    &AudioRecorder::staticMetaObject,        &MediaKeyWatcher::staticMetaObject,      &MediaPlayer::staticMetaObject,
-    &NowPlayingConnection::staticMetaObject, &NowPlayingController::staticMetaObject, &SystemSound::staticMetaObject,
-};
-
-const QList<const QMetaObject *> Enumerations{
-    &AudioChannelConfiguration::staticMetaObject,
-    &AudioOutput::staticMetaObject,
-    &BufferStatus::staticMetaObject,
-    &DeviceMode::staticMetaObject,
-    &EqualizerPreset::staticMetaObject,
-    &MediaError::staticMetaObject,
-    &MediaKey::staticMetaObject,
-    &MediaKeyNotification::staticMetaObject,
-    &MediaState::staticMetaObject,
-    &OverlayStyle::staticMetaObject,
-    &PriorityLevel::staticMetaObject,
-    &RepeatMode::staticMetaObject,
-    &ShuffleMode::staticMetaObject,
-    &SystemSound::staticMetaObject,
-    &VideoOutput::staticMetaObject,
-};
 
 QString nameOf(const QMetaObject *type)
 {
@@ -49,7 +21,7 @@ QString nameOf(const QMetaObject *type)
 
 const QMetaObject *classNamed(const QString &name)
 {
-    for (const QMetaObject *type : Classes) {
+    for (const QMetaObject *type : LibraryClasses) {
         if (nameOf(type) == name) {
             return type;
         }
@@ -81,7 +53,7 @@ const QTemporaryDir &folder()
 QStringList World::classes()
 {
     QStringList names;
-    for (const QMetaObject *type : Classes) {
+    for (const QMetaObject *type : LibraryClasses) {
         names += nameOf(type);
     }
     return names;
@@ -110,7 +82,7 @@ QStringList World::slotNames(const QString &className) const
 QStringList World::enumerators()
 {
     QStringList all;
-    for (const QMetaObject *type : Enumerations) {
+    for (const QMetaObject *type : LibraryEnumerations + QList{&SystemSound::staticMetaObject}) {
         const QMetaEnum enumeration = type->enumerator(type->indexOfEnumerator("Type"));
         for (int i = 0; i < enumeration.keyCount(); ++i) {
             all += QStringLiteral("%1.%2=%3")

@@ -49,9 +49,7 @@ TestCase {
             { tag: "1.0: equalizerPreset", version: "1.0", line: "equalizerPreset: EqualizerPreset.Jazz", refused: true },
             { tag: "1.0: onEqualizerPresetChanged", version: "1.0", line: "onEqualizerPresetChanged: {}", refused: true },
             { tag: "1.0: volume", version: "1.0", line: "volume: 0.5", refused: false },
-            { tag: "1.1: closedCaptionEnabled", version: "1.1", line: "closedCaptionEnabled: false", refused: false },
             { tag: "1.1: equalizerPreset", version: "1.1", line: "equalizerPreset: EqualizerPreset.Jazz", refused: false },
-            { tag: "no version: equalizerPreset", version: "", line: "equalizerPreset: EqualizerPreset.Jazz", refused: false },
         ];
     }
     function test_revision_isKnownFromItsVersionOn(row) {

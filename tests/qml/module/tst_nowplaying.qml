@@ -80,8 +80,6 @@ TestCase {
         return [
             { tag: "tap", listens: both, notification: MediaKeyNotification.Clicked, ms: 50, presses: [MediaKey.Next] },
             { tag: "hold", listens: both, notification: MediaKeyNotification.Threshold, ms: 900, presses: [-MediaKey.Next] },
-            { tag: "hold, clicked", listens: both, notification: MediaKeyNotification.Clicked, ms: 900,
-              presses: [-MediaKey.Next, MediaKey.Next] },
             { tag: "hold, heard as tap", listens: { short: true, long: false }, ms: 900,
               notification: MediaKeyNotification.Threshold, presses: [MediaKey.Next] },
         ];

@@ -13,11 +13,9 @@ TestCase {
             property string title: metaData[MetaData.Title] ?? ""
             property bool isPlaying: mediaState === MediaState.Started
             property var positions: []
-            property int lastError: MediaError.None
             readonly property Timer timer: Timer { }
             statusInterval: 100
             onPositionChanged: (position) => positions.push(position)
-            onError: (mediaError) => lastError = mediaError
             QtObject { objectName: "written inside" }
         }
     }
@@ -37,48 +35,6 @@ TestCase {
         verify(!player.isPlaying);
         compare(player.reset(), MediaError.None);
         compare(player.mediaState, MediaState.Unprepared);
-    }
-
-    function test_end_isSignalled() {
-        const player = createTemporaryObject(players, test, { sourceUrl: World.tone("end.wav", 0.3, "Short") });
-        completed.target = player;
-        player.play();
-        completed.wait();
-        compare(player.mediaState, MediaState.Stopped);
-    }
-    SignalSpy {
-        id: completed
-        signalName: "playbackCompleted"
-    }
-
-    function test_failure_isAResult() {
-        const player = createTemporaryObject(players, test, { sourceUrl: World.place("missing.ogg") });
-        compare(player.play(), MediaError.SourceUnavailable);
-    }
-
-    function test_settings_takeEnumerators_data() {
-        return [
-            { tag: "repeatMode", value: RepeatMode.All },
-            { tag: "equalizerPreset", value: EqualizerPreset.Jazz },
-            { tag: "audioOutput", value: AudioOutput.None },
-            { tag: "videoOutput", value: VideoOutput.PrimaryDisplay },
-            { tag: "volume", value: 0.25 },
-            { tag: "closedCaptionEnabled", value: false },
-            { tag: "closedCaptionIndex", value: 2 },
-            { tag: "windowId", value: "w" },
-        ];
-    }
-    function test_settings_takeEnumerators(row) {
-        const player = createTemporaryObject(players, test);
-        const spy = createTemporaryObject(spies, test, { target: player, signalName: row.tag + "Changed" });
-        verify(player[row.tag] !== row.value);
-        player[row.tag] = row.value;
-        compare(player[row.tag], row.value);
-        verify(spy.count >= 1);
-    }
-    Component {
-        id: spies
-        SignalSpy { }
     }
 
     function test_objects_canBeWrittenInside() {
@@ -108,15 +64,5 @@ TestCase {
         const player = createTemporaryObject(players, test, { sourceUrl: file });
         compare(player.prepare(), MediaError.None);
         tryVerify(() => player.duration > 200);
-    }
-
-    SystemSound {
-        id: sound
-        sound: SystemSound.CameraShutterEvent
-    }
-    function test_sound_isChosenByName() {
-        compare(sound.sound, SystemSound.CameraShutterEvent);
-        sound.sound = SystemSound.BatteryAlarm;
-        compare(sound.sound, 1);
     }
 }
