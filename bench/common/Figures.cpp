@@ -47,6 +47,11 @@ std::string text(double value, int digits, const char *unit)
     return buffer;
 }
 
+std::string megabytes(long kilobytes, const char *suffix)
+{
+    return text(static_cast<double>(kilobytes) / 1000, 1, " MB") + suffix;
+}
+
 std::string milliseconds(double nanoseconds)
 {
     return text(nanoseconds / 1e6, 2, " ms");

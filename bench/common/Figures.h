@@ -27,6 +27,8 @@ void printRow(const std::string &what, const std::string &ours, const std::strin
 void printHead(const std::string &title);
 /** "1.23 ms" from nanoseconds. */
 std::string milliseconds(double nanoseconds);
+/** "1.5 MB" with something behind it. */
+std::string megabytes(long kilobytes, const char *suffix = "");
 std::string text(double value, int digits, const char *unit);
 
 } // namespace bench

@@ -123,6 +123,11 @@ pid_t daemonProcess()
     return std::atoi(daemon);
 }
 
+long servicePss()
+{
+    return usage(daemonProcess()).pss + usage(descendants(daemonProcess())).pss;
+}
+
 pid_t parentOf(pid_t process)
 {
     return std::atoi(field(processFolder(process) + "/status", "PPid").c_str());

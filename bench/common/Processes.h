@@ -37,6 +37,9 @@ constexpr size_t Resting = 4;
 /** Every process below the given one. */
 std::vector<pid_t> descendants(pid_t process);
 
+/** The memory of the daemon and of all below it, in kB: shared pages divided. */
+long servicePss();
+
 /**
  * Waits until no process comes or goes below the given one and none is busy: a spare worker is started a moment after
  * the last one was given out, and loads its plugins.

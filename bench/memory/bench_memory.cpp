@@ -74,7 +74,7 @@ Costs measureOurs(const std::string &path)
     const pid_t daemon = bench::daemonProcess();
     const auto others = [daemon] {
         bench::waitForCalm(daemon);
-        return bench::usage(daemon).pss + bench::usage(bench::descendants(daemon)).pss;
+        return bench::servicePss();
     };
     const auto rest = [daemon] {
         while (bench::descendants(daemon).size() > bench::Resting) {
@@ -89,11 +89,6 @@ Costs measurePeer(const std::string &name, const std::string &path)
     bench::PeerProcess peer(name);
     return measure(
         peer.process(), [&] { peer.prepare(path); }, [] { return 0L; });
-}
-
-std::string megabytes(long kilobytes)
-{
-    return bench::text(static_cast<double>(kilobytes) / 1000, 1, " MB");
 }
 
 } // namespace
@@ -123,15 +118,16 @@ int main(int argc, char **argv)
         bench::printRow(what, value(ours), others, wanted);
     };
     row(
-        "16 players: memory in the application", [](const Costs &costs) { return megabytes(costs.all.application); },
-        "< 3 MB");
+        "16 players: memory in the application",
+        [](const Costs &costs) { return bench::megabytes(costs.all.application); }, "< 3 MB");
     row(
-        "16 players: memory altogether", [](const Costs &costs) { return megabytes(costs.all.altogether); },
+        "16 players: memory altogether", [](const Costs &costs) { return bench::megabytes(costs.all.altogether); },
         "< 200 MB");
-    bench::printRow("the same, 10 s later", megabytes(ours.rested.altogether), "–", "< 20 MB");
+    bench::printRow("the same, 10 s later", bench::megabytes(ours.rested.altogether), "–", "< 20 MB");
     row(
         "16 players: threads in the application", [](const Costs &costs) { return std::to_string(costs.all.threads); },
         "0");
     row(
-        "one player: memory altogether", [](const Costs &costs) { return megabytes(costs.one.altogether); }, "< 45 MB");
+        "one player: memory altogether", [](const Costs &costs) { return bench::megabytes(costs.one.altogether); },
+        "< 45 MB");
 }

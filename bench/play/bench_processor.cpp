@@ -72,19 +72,6 @@ Cost costOf(const bench::PeerProcess &peer)
     return cost;
 }
 
-/** What players add to the application, and the memory of the processes that serve it. */
-long oursMemory(long before)
-{
-    const pid_t daemon = bench::daemonProcess();
-    return bench::usage(getpid()).rss - before + bench::usage(daemon).pss
-           + bench::usage(bench::descendants(daemon)).pss;
-}
-
-std::string megabytes(long kilobytes, const char *unit)
-{
-    return bench::text(static_cast<double>(kilobytes) / 1000, 1, unit);
-}
-
 /** Runs the event loop, as an application does. */
 void live(std::chrono::milliseconds time)
 {
@@ -131,7 +118,7 @@ int main(int argc, char **argv)
     live(20s);
     const Cost alone = oursSince(aloneBefore);
     // Peers would take a share of the pages of libraries that are theirs, too.
-    const long memory = oursMemory(applicationBefore);
+    const long memory = bench::usage(getpid()).rss - applicationBefore + bench::servicePss();
     bench::must(player.stop());
 
     bench::PeerProcess playbin("playbin3");
@@ -158,8 +145,9 @@ int main(int argc, char **argv)
     bench::printRow("a minute of mp3, processor time", bench::text(ours.time, 2, " s"),
                     bench::text(ofPlaybin.time, 2, " s (playbin3), ") + bench::text(ofMpv.time, 2, " s (mpv)"),
                     "≤ 1.1 × playbin3");
-    bench::printRow("memory altogether while it plays, which the peers' processes grow by", megabytes(memory, " MB"),
-                    megabytes(memoryOfPlaybin, " MB (playbin3), ") + megabytes(memoryOfMpv, " MB (mpv)"), "≤ 18 MB");
+    bench::printRow("memory altogether while it plays, which the peers' processes grow by", bench::megabytes(memory),
+                    bench::megabytes(memoryOfPlaybin, " (playbin3), ") + bench::megabytes(memoryOfMpv, " (mpv)"),
+                    "≤ 18 MB");
     bench::printRow("wakeups a second while it plays", perSecond(ours.wakeups, 60s),
                     perSecond(ofPlaybin.wakeups, 60s) + " (playbin3), " + perSecond(ofMpv.wakeups, 60s) + " (mpv)",
                     "≤ 20");

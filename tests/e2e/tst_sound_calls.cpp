@@ -103,7 +103,8 @@ private Q_SLOTS:
             time += 4 * Step;
             silence.pause(true);
             silence.pause(false);
-            QVERIFY(silence.time().value_or(0) < time + 10 * Step);
+            // A loaded machine may be late; the fault says years.
+            QVERIFY(silence.time().value_or(0) < time + 600 * Step);
         }
     }
 };

@@ -33,8 +33,7 @@ bool isPossible(pa_usec_t time, pa_stream *stream)
 
 extern "C" {
 
-/** Connections without memory that is shared with the server: each piece that the server is done with wakes a worker.
- */
+/** Connections without shared memory: each piece that the server is done with would wake a worker. */
 __attribute__((visibility("default"))) pa_context *pa_context_new(pa_mainloop_api *loop, const char *name)
 {
     pa_proplist *properties = pa_proplist_new();

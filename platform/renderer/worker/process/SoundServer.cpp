@@ -46,12 +46,18 @@ std::string configurationFile()
     return {};
 }
 
-/** The main file of a configuration and the parts in the folder beside it, in their order. */
+/** The folder beside the main file of a configuration with its parts. */
+std::string folderOfParts(const std::string &main)
+{
+    return main + ".d";
+}
+
+/** The main file of a configuration and its parts, in their order. */
 std::vector<std::string> filesOfConfiguration(const std::string &main)
 {
     std::vector<std::string> parts;
     std::error_code error;
-    std::filesystem::directory_iterator place(main + ".d", error);
+    std::filesystem::directory_iterator place(folderOfParts(main), error);
     for (; !error && place != end(place); place.increment(error)) {
         if (place->path().extension() == ".conf") {
             parts.push_back(place->path());
@@ -130,6 +136,12 @@ void nameSoundServer()
         }
     }
     setenv(Variable, names.c_str(), 1);
+}
+
+std::vector<std::string> soundConfigurationPlaces()
+{
+    const std::string main = configurationFile();
+    return main.empty() ? std::vector<std::string>() : std::vector<std::string>{main, folderOfParts(main)};
 }
 
 bool isSoundServerFar()

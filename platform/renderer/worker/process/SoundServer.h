@@ -14,6 +14,9 @@ void nameSoundServer();
 /** The servers that are tried, one after the other: paths of sockets, or places on the network. */
 std::vector<std::string> soundServers();
 
+/** The file and the folder of the user's configuration of the server's library; none when there is none. */
+std::vector<std::string> soundConfigurationPlaces();
+
 /** Whether the sound server may be on the network. */
 bool isSoundServerFar();
 

@@ -205,12 +205,12 @@ SystemCalls::SystemCalls(Devices devices, Files files, Reach reach)
     for (const int option : SocketOptions) {
         rules.add(SCMP_ACT_ALLOW, "setsockopt", isEqual(1, SOL_SOCKET), isEqual(2, static_cast<scmp_datum_t>(option)));
     }
-    if (reach.network && isSoundServerFar()) {
-        rules.add(SCMP_ACT_ALLOW, "socketpair", isEqual(0, AF_UNIX),
-                  scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, static_cast<scmp_datum_t>(~(SOCK_CLOEXEC | SOCK_NONBLOCK)),
-                               SOCK_DGRAM});
-    }
     if (reach.network) {
+        if (isSoundServerFar()) {
+            rules.add(SCMP_ACT_ALLOW, "socketpair", isEqual(0, AF_UNIX),
+                      scmp_arg_cmp{1, SCMP_CMP_MASKED_EQ, static_cast<scmp_datum_t>(~(SOCK_CLOEXEC | SOCK_NONBLOCK)),
+                                   SOCK_DGRAM});
+        }
         rules.allowWith("socket", 0, NetworkFamilies);
         rules.add(SCMP_ACT_ALLOW, "socket", isEqual(0, AF_NETLINK), isEqual(2, NETLINK_ROUTE));
     }

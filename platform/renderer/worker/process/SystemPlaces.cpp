@@ -1,11 +1,13 @@
 #include "SystemPlaces.h"
 
 #include "Module.h"
+#include "SoundServer.h"
 
 #include <glib.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 namespace voro::renderer {
 
@@ -49,24 +51,16 @@ std::vector<std::string> systemPlaces()
     for (const char *variable :
          {"GST_PLUGIN_PATH", "GST_PLUGIN_PATH_1_0", "GST_PLUGIN_SYSTEM_PATH", "GST_PLUGIN_SYSTEM_PATH_1_0",
           "LD_LIBRARY_PATH", "GIO_EXTRA_MODULES", "FONTCONFIG_PATH", "FONTCONFIG_FILE", "SSL_CERT_FILE", "SSL_CERT_DIR",
-          "PULSE_CLIENTCONFIG", "PULSE_COOKIE"}) {
+          "PULSE_COOKIE"}) {
         addFrom(variable, places);
     }
-    if (const char *configuration = std::getenv("PULSE_CLIENTCONFIG"); configuration && *configuration) {
-        places.push_back(std::string(configuration) + ".d");
-    }
-    if (const char *folder = std::getenv("PULSE_CONFIG_PATH"); folder && *folder) {
-        for (const char *name : {"/client.conf", "/client.conf.d"}) {
-            places.push_back(std::string(folder) + name);
-        }
-    }
+    std::ranges::copy(soundConfigurationPlaces(), std::back_inserter(places));
     const std::string home = g_get_home_dir();
     const std::string config = g_get_user_config_dir();
     const std::string data = g_get_user_data_dir();
-    for (const std::string &place :
-         {home + "/.fonts", home + "/.fonts.conf", home + "/.pulse-cookie", home + "/.pulse", home + "/.config/pulse",
-          config + "/fontconfig", config + "/pulse", data + "/fonts", data + "/gstreamer-1.0",
-          std::string(g_get_user_cache_dir()) + "/fontconfig"}) {
+    for (const std::string &place : {home + "/.fonts", home + "/.fonts.conf", home + "/.pulse-cookie", home + "/.pulse",
+                                     config + "/fontconfig", config + "/pulse", data + "/fonts",
+                                     data + "/gstreamer-1.0", std::string(g_get_user_cache_dir()) + "/fontconfig"}) {
         places.push_back(place);
     }
     return places;
