@@ -35,6 +35,7 @@ void Transport::reset()
     m_seeking.reset();
     m_next.reset();
     m_rest.reset();
+    m_lastPosition = 0;
     m_suspension.reset();
 }
 
@@ -89,6 +90,7 @@ bool Transport::seekNow(const Target &target)
         m_speed = target.speed;
         m_seeking = target;
         m_rest = target.time;
+        m_lastPosition = target.time;
         m_next.reset();
     }
     return isDone;
@@ -113,9 +115,10 @@ int64_t Transport::position() const
     if (m_isHeld && m_rest) {
         return *m_rest;
     }
-    gint64 position = 0;
-    gst_element_query_position(m_pipeline, GST_FORMAT_TIME, &position);
-    return std::max<int64_t>(0, position / static_cast<gint64>(GST_MSECOND));
+    if (gint64 position = 0; gst_element_query_position(m_pipeline, GST_FORMAT_TIME, &position)) {
+        m_lastPosition = std::max<int64_t>(0, position / static_cast<gint64>(GST_MSECOND));
+    }
+    return m_lastPosition;
 }
 
 bool Transport::resume()

@@ -66,6 +66,8 @@ private:
     std::optional<Target> m_next;
     /** The target of a seek while it is held; sinks report a position only when they have played. */
     std::optional<int64_t> m_rest;
+    /** Counts while the pipeline has none: a bin may report the end of a seek twice, while the next one flushes. */
+    mutable int64_t m_lastPosition = 0;
     std::optional<Suspension> m_suspension;
 };
 
