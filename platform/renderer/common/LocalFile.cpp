@@ -62,8 +62,9 @@ ssize_t LocalFile::read(int64_t place, std::span<std::byte> bytes) const
 
 std::string LocalFile::at(int64_t place, size_t size) const
 {
-    std::string text(size, '\0');
-    const ssize_t count = place < 0 ? 0 : read(place, std::as_writable_bytes(std::span(text)));
+    const int64_t rest = place < 0 ? 0 : std::max<int64_t>(0, this->size() - place);
+    std::string text(std::min(size, static_cast<size_t>(rest)), '\0');
+    const ssize_t count = read(place, std::as_writable_bytes(std::span(text)));
     text.resize(static_cast<size_t>(std::max<ssize_t>(count, 0)));
     return text;
 }
