@@ -1,3 +1,4 @@
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <renderer/worker/gst/Gst.h>
@@ -5,31 +6,48 @@
 
 using namespace voro::renderer;
 
+namespace {
+
+/** An element that takes every seek and knows no position, as a pipeline does while it flushes. */
+Owned<GstElement> makeFlushingElement()
+{
+    const auto initialize = [](gpointer type, gpointer) {
+        GST_ELEMENT_CLASS(type)->send_event = [](GstElement *, GstEvent *event) -> gboolean {
+            gst_event_unref(event);
+            return TRUE;
+        };
+        GST_ELEMENT_CLASS(type)->query = [](GstElement *, GstQuery *) -> gboolean { return FALSE; };
+    };
+    const GType type = g_type_register_static_simple(GST_TYPE_ELEMENT, "FlushingElement", sizeof(GstElementClass),
+                                                     initialize, sizeof(GstElement), nullptr, GTypeFlags());
+    return Owned<GstElement>(GST_ELEMENT(gst_object_ref_sink(g_object_new(type, nullptr))));
+}
+
+} // namespace
+
 /** Running and seeking one pipeline. */
 class tst_Transport : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void position_isTheTarget_whileThePipelineHasNone()
     {
+        // Without plugins: for each 2048 names GLib leaves a table behind, which a sanitizer reports.
+        const QTemporaryDir folder;
+        qputenv("GST_REGISTRY", folder.filePath("registry").toLocal8Bit());
+        qputenv("GST_PLUGIN_SYSTEM_PATH", "");
         gst_init(nullptr, nullptr);
-        const Owned<GstElement> pipeline(gst_parse_launch("audiotestsrc name=source ! fakesink sync=true", nullptr));
-        gst_element_set_state(pipeline.get(), GST_STATE_PLAYING);
-        QCOMPARE(gst_element_get_state(pipeline.get(), nullptr, nullptr, GST_CLOCK_TIME_NONE),
-                 GST_STATE_CHANGE_SUCCESS);
+        const Owned<GstElement> pipeline = makeFlushingElement();
         Succession succession;
         Transport transport(pipeline.get(), succession);
         transport.run();
-        // Nothing comes to the sink any more.
-        const Owned<GstElement> source(gst_bin_get_by_name(GST_BIN(pipeline.get()), "source"));
-        const Owned<GstPad> pad(gst_element_get_static_pad(source.get(), "src"));
-        gst_pad_add_probe(
-            pad.get(), GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM,
-            [](GstPad *, GstPadProbeInfo *, gpointer) { return GST_PAD_PROBE_OK; }, nullptr, nullptr);
         QVERIFY(transport.seek({5000, NormalSpeed}));
         QCOMPARE(transport.position(), 5000);
-        // The end of an earlier seek, reported once more.
+        // The second report may be of an earlier seek.
+        transport.seekDone();
         transport.seekDone();
         QCOMPARE(transport.position(), 5000);
+        transport.reset();
+        QCOMPARE(transport.position(), 0);
         gst_element_set_state(pipeline.get(), GST_STATE_NULL);
     }
 };
