@@ -145,5 +145,8 @@ bool SpawnFolder::isGone(pid_t daemon)
     // Where the first process collects nobody, as in some containers, what has ended stays as a zombie.
     QFile file(QStringLiteral("/proc/%1/stat").arg(daemon));
     const QByteArray stat = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    return stat.isEmpty() || stat.mid(stat.lastIndexOf(')')).startsWith(") Z");
+    const QByteArrayList fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+    // Threads that still end keep its sockets open.
+    constexpr int ThreadCount = 17;
+    return stat.isEmpty() || (fields.first() == "Z" && fields.value(ThreadCount).toInt() <= 1);
 }
