@@ -23,6 +23,10 @@ void Transport::hold()
         m_suspension->isRunning = false;
         return;
     }
+    if (!m_isHeld && !m_seeking) {
+        // It has played on from there.
+        m_rest.reset();
+    }
     m_isHeld = true;
     settle();
 }
