@@ -13,7 +13,7 @@ void Transport::run()
     }
     m_hasBegun = true;
     m_isHeld = false;
-    m_rest.reset();
+    m_isAtTarget = false;
     settle();
 }
 
@@ -25,7 +25,7 @@ void Transport::hold()
     }
     if (!m_isHeld && !m_seeking) {
         // It has played on from there.
-        m_rest.reset();
+        m_isAtTarget = false;
     }
     m_isHeld = true;
     settle();
@@ -38,7 +38,7 @@ void Transport::reset()
     m_hasBegun = false;
     m_seeking.reset();
     m_next.reset();
-    m_rest.reset();
+    m_isAtTarget = false;
     m_lastPosition = 0;
     m_suspension.reset();
 }
@@ -93,7 +93,7 @@ bool Transport::seekNow(const Target &target)
     if (isDone) {
         m_speed = target.speed;
         m_seeking = target;
-        m_rest = target.time;
+        m_isAtTarget = true;
         m_lastPosition = target.time;
         m_next.reset();
     }
@@ -116,8 +116,8 @@ int64_t Transport::position() const
     if (m_next || m_seeking) {
         return m_next ? m_next->time : m_seeking->time;
     }
-    if (m_isHeld && m_rest) {
-        return *m_rest;
+    if (m_isHeld && m_isAtTarget) {
+        return m_lastPosition;
     }
     if (gint64 position = 0; gst_element_query_position(m_pipeline, GST_FORMAT_TIME, &position)) {
         m_lastPosition = std::max<int64_t>(0, position / static_cast<gint64>(GST_MSECOND));

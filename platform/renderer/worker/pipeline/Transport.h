@@ -64,9 +64,9 @@ private:
     /** The seek that is on its way, and the one that waits for its end. */
     std::optional<Target> m_seeking;
     std::optional<Target> m_next;
-    /** The target of a seek while it is held; sinks report a position only when they have played. */
-    std::optional<int64_t> m_rest;
-    /** Counts while the pipeline has none: a bin may report the end of a seek twice, while the next one flushes. */
+    /** Whether it has not played since the last seek: sinks report a position only when they have. */
+    bool m_isAtTarget = false;
+    /** Holds while the pipeline reports none: a bin may report the end of a seek twice, while the next one flushes. */
     mutable int64_t m_lastPosition = 0;
     std::optional<Suspension> m_suspension;
 };
