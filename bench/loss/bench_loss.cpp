@@ -6,12 +6,15 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
 
 #include <Figures.h>
 #include <Household.h>
 #include <Processes.h>
+#include <StartFolder.h>
 #include <unistd.h>
+#include <Workers.h>
 
 #include <algorithm>
 #include <csignal>
@@ -51,7 +54,7 @@ void start(Household &household)
 
 void measure(const char *name, int signal, const QUrl &medium, int rounds)
 {
-    const SpawnFolder runtime;
+    const StartFolder runtime;
     const QTemporaryDir recordings;
     Household household(medium, recordings.path());
     std::mt19937 random(static_cast<unsigned>(signal));
@@ -83,7 +86,7 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
         killer.join();
         waitFor(household, [&household] { return household.isTold(); });
         told.add(static_cast<double>(bench::now() - lost));
-        waitFor(household, [daemon] { return SpawnFolder::isGone(daemon); });
+        waitFor(household, [daemon] { return hasEnded(daemon); });
         const int64_t asked = bench::now();
         household.player(0).play();
         command.add(static_cast<double>(bench::now() - asked));
@@ -92,7 +95,7 @@ void measure(const char *name, int signal, const QUrl &medium, int rounds)
     waitFor(household, [&household] { return household.isAtWork(); });
     descriptors = bench::usage(getpid()).descriptors - descriptors;
     const auto processes = [&] {
-        return std::count_if(former.begin(), former.end(), [](pid_t process) { return !SpawnFolder::isGone(process); });
+        return std::count_if(former.begin(), former.end(), [](pid_t process) { return !hasEnded(process); });
     };
     // The last ones have a moment to end.
     QElapsedTimer time;

@@ -7,7 +7,6 @@
 #include <QtCore/QtEndian>
 
 #include <algorithm>
-#include <csignal>
 
 using namespace voro::multimedia;
 
@@ -119,34 +118,4 @@ bool Household::isComplete(const QString &recording)
     constexpr qint64 Head = 8;
     const QByteArray head = file.read(Head);
     return head.startsWith("RIFF") && qFromLittleEndian<quint32>(head.constData() + 4) == file.size() - Head;
-}
-
-SpawnFolder::SpawnFolder()
-{
-    qputenv("VORO_RUNTIME_DIR", m_folder.path().toLocal8Bit());
-    qunsetenv("VORO_AUTOSPAWN");
-}
-
-SpawnFolder::~SpawnFolder()
-{
-    if (const pid_t last = daemon(); last > 0) {
-        ::kill(last, SIGTERM);
-    }
-}
-
-pid_t SpawnFolder::daemon() const
-{
-    QFile lock(m_folder.filePath(QStringLiteral("vorod.lock")));
-    return lock.open(QFile::ReadOnly) ? lock.readLine().trimmed().toInt() : 0;
-}
-
-bool SpawnFolder::isGone(pid_t daemon)
-{
-    // Where the first process collects nobody, as in some containers, what has ended stays as a zombie.
-    QFile file(QStringLiteral("/proc/%1/stat").arg(daemon));
-    const QByteArray stat = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    const QByteArrayList fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
-    // Threads that still end keep its sockets open.
-    constexpr int ThreadCount = 17;
-    return stat.isEmpty() || (fields.first() == "Z" && fields.value(ThreadCount).toInt() <= 1);
 }

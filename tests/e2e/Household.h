@@ -6,8 +6,6 @@
 #include <multimedia/NowPlayingConnection.h>
 #include <multimedia/NowPlayingController.h>
 
-#include <QtCore/QTemporaryDir>
-
 #include <array>
 
 /**
@@ -54,24 +52,4 @@ private:
     int m_revocations = 0;
     int m_presses = 0;
     int m_wrong = 0;
-};
-
-/**
- * A runtime folder in which applications start the daemon themselves; it is ended with the object. While the object
- * exists VORO_RUNTIME_DIR names the folder.
- */
-class SpawnFolder {
-public:
-    SpawnFolder();
-    ~SpawnFolder();
-    SpawnFolder(const SpawnFolder &) = delete;
-    SpawnFolder &operator=(const SpawnFolder &) = delete;
-
-    /** The daemon that said last that it is ready; 0 when there was none. */
-    pid_t daemon() const;
-    /** Whether that process has ended. */
-    static bool isGone(pid_t daemon);
-
-private:
-    QTemporaryDir m_folder;
 };

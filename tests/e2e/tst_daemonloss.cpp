@@ -1,5 +1,6 @@
 #include "Household.h"
 #include "Media.h"
+#include "StartFolder.h"
 #include "Workers.h"
 
 #include <voro/PpsObject.h>
@@ -49,7 +50,7 @@ private Q_SLOTS:
     void everybodyIsTold_andTheNextCommandWorks()
     {
         QFETCH(const int, signal);
-        const SpawnFolder runtime;
+        const StartFolder runtime;
         Household household(m_tone, m_folder.path());
         QString problem = household.start();
         QVERIFY2(problem.isEmpty(), qPrintable(problem));
@@ -71,13 +72,13 @@ private Q_SLOTS:
             household.player(static_cast<size_t>(round) % Household::Players).seekTime(50'000);
             killer.join();
             QVERIFY2(QTest::qWaitFor([&] { return household.isTold(); }, 20'000), qPrintable(household.report()));
-            QTRY_VERIFY(SpawnFolder::isGone(daemon));
+            QTRY_VERIFY(hasEnded(daemon));
 
             const QString recording = household.recording();
             problem = household.start();
             QVERIFY2(problem.isEmpty(), qPrintable(problem));
             QVERIFY2(runtime.daemon() != daemon, "the old one answers");
-            QTRY_VERIFY(std::all_of(workers.begin(), workers.end(), SpawnFolder::isGone));
+            QTRY_VERIFY(std::all_of(workers.begin(), workers.end(), hasEnded));
             QVERIFY(Household::isComplete(recording));
             // The key is registered again, sooner or later.
             const QString press = QStringLiteral(R"(msg::press
@@ -93,7 +94,7 @@ dat:json:{"key":"play","ms":0})");
 
     void preparedPlayer_isTold_andPlaysWhereItWas()
     {
-        const SpawnFolder runtime;
+        const StartFolder runtime;
         MediaPlayer player;
         QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
         QSignalSpy positions(&player, qOverload<uint>(&MediaPlayer::positionChanged));
@@ -127,7 +128,7 @@ dat:json:{"key":"play","ms":0})");
     // A command that ended the loss is the present; nothing of before is told after it.
     void lostPlayer_playsWithoutHavingBeenTold()
     {
-        const SpawnFolder runtime;
+        const StartFolder runtime;
         MediaPlayer player;
         QSignalSpy errors(&player, qOverload<MediaError::Type, uint>(&MediaPlayer::error));
         player.setSourceUrl(m_tone);
@@ -135,7 +136,7 @@ dat:json:{"key":"play","ms":0})");
         QTRY_VERIFY(player.duration() > 0);
         const pid_t daemon = runtime.daemon();
         ::kill(daemon, SIGKILL);
-        while (!SpawnFolder::isGone(daemon)) {
+        while (!hasEnded(daemon)) {
             std::this_thread::yield();
         }
         QCOMPARE(player.play(), MediaError::None);

@@ -54,3 +54,14 @@ qint64 peakMemory(pid_t process)
     const qsizetype start = text.indexOf(Field) + static_cast<qsizetype>(sizeof Field);
     return text.mid(start).simplified().split(' ').first().toLongLong();
 }
+
+bool hasEnded(pid_t process)
+{
+    // Where the first process collects nobody, as in some containers, what has ended stays as a zombie.
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    const QByteArray stat = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QByteArrayList fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+    // Threads that still end keep its sockets open.
+    constexpr int ThreadCount = 17;
+    return stat.isEmpty() || (fields.first() == "Z" && fields.value(ThreadCount).toInt() <= 1);
+}

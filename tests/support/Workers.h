@@ -13,3 +13,5 @@ QList<pid_t> nurseryOf(qint64 daemon);
 QList<pid_t> workersWith(const QByteArray &file, qint64 daemon);
 /** How much memory a process has had at most, in KiB. */
 qint64 peakMemory(pid_t process);
+/** Whether a process has ended, with all its threads. */
+bool hasEnded(pid_t process);
