@@ -74,7 +74,7 @@ Result RendererService::create(pps::ClientId client, const pps::Message &message
     pps::appendText(line, "path", context->path());
     context->onIdle([this] { contextIdle(); });
     m_contexts[folder] = {std::move(charge), client, name, std::move(context)};
-    m_workers.prepareSpare();
+    m_workers.setContexts(m_contexts.size());
     return {};
 }
 
@@ -85,7 +85,7 @@ Result RendererService::destroy(pps::ClientId client, const std::string &name)
         return {ErrorCode::InvalidParameter, "there is no such context"};
     }
     m_contexts.erase(found);
-    contextIdle();
+    contextsEnded();
     return {};
 }
 
@@ -93,6 +93,12 @@ bool RendererService::isIdle() const
 {
     return std::none_of(m_contexts.begin(), m_contexts.end(),
                         [](const auto &entry) { return entry.second.context->hasMedium(); });
+}
+
+void RendererService::contextsEnded()
+{
+    m_workers.setContexts(m_contexts.size());
+    contextIdle();
 }
 
 void RendererService::contextIdle() const
@@ -106,7 +112,7 @@ void RendererService::clientClosed(pps::ClientId client)
 {
     m_clients.erase(client);
     std::erase_if(m_contexts, [client](const auto &entry) { return entry.second.owner == client; });
-    contextIdle();
+    contextsEnded();
 }
 
 } // namespace voro::renderer

@@ -42,6 +42,7 @@ private:
     void clientClosed(pps::ClientId client) override;
 
     Result create(pps::ClientId client, const pps::Message &message, std::string &line);
+    void contextsEnded();
     void contextIdle() const;
     Result destroy(pps::ClientId client, const std::string &name);
 

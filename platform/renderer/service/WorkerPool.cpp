@@ -10,7 +10,10 @@ namespace voro::renderer {
 /** A context's hold on a worker. */
 class WorkerPool::Lease : public Engine {
 public:
-    Lease(WorkerPool &pool, std::shared_ptr<Worker> worker) : m_pool(pool), m_worker(std::move(worker)) {}
+    Lease(WorkerPool &pool, std::shared_ptr<Worker> worker) : m_pool(pool), m_worker(std::move(worker))
+    {
+        ++m_pool.m_leases;
+    }
     ~Lease() override
     {
         setFrameQueues({});
@@ -19,6 +22,9 @@ public:
         } else {
             m_pool.end(m_worker);
         }
+        --m_pool.m_leases;
+        // Later: its context may be about to start another one.
+        m_pool.m_spareTimer.start(0);
     }
 
     void ask(const Request &request, Answered done) override { m_worker->ask(request, std::move(done)); }
@@ -54,6 +60,8 @@ namespace {
  * starts follow each other more closely, it is started at once: the next start would wait longer for a worker.
  */
 constexpr int SpareDelay = 200;
+/** How long a spare worker is kept that no context can want: one that is created soon takes it. */
+constexpr int SpareRest = 300;
 /** Most media are files, heard or shown in applications that draw themselves. */
 constexpr Reach SpareReach;
 
@@ -66,7 +74,7 @@ WorkerPool::WorkerPool(pps::Broker &broker, Worker::Kind kind)
       m_nursery(broker, m_kind.program, m_kind.mayFork, m_ending)
 {
     m_spareTimer.setSingleShot(true);
-    QObject::connect(&m_spareTimer, &QTimer::timeout, [this] { prepareSpare(); });
+    QObject::connect(&m_spareTimer, &QTimer::timeout, [this] { reviewSpare(); });
     m_broker.serve(WorkerPath, this);
 }
 
@@ -100,10 +108,32 @@ std::shared_ptr<Worker> WorkerPool::make(Reach reach)
     return worker;
 }
 
-void WorkerPool::prepareSpare()
+void WorkerPool::setContexts(size_t count)
+{
+    m_contexts = count;
+    if (isSpareWanted()) {
+        makeSpare();
+    } else {
+        m_spareTimer.start(SpareRest);
+    }
+}
+
+void WorkerPool::makeSpare()
 {
     if (!m_spare) {
         m_spare = make(SpareReach);
+    }
+}
+
+void WorkerPool::reviewSpare()
+{
+    if (isSpareWanted()) {
+        makeSpare();
+    } else if (std::exchange(m_isBurst, false)) {
+        makeSpare();
+        m_spareTimer.start(SpareRest);
+    } else if (m_spare) {
+        end(std::exchange(m_spare, nullptr));
     }
 }
 
@@ -117,8 +147,8 @@ std::unique_ptr<Engine> WorkerPool::start(EngineListener &listener, pid_t owner,
         m_spare && m_spare->reach() == reach ? std::exchange(m_spare, nullptr) : make(reach);
     worker->setOwner(owner, std::move(charge));
     worker->setListener(&listener);
-    const bool isOneOfMany = m_lastStart.isValid() && !m_lastStart.hasExpired(SpareDelay);
-    m_spareTimer.start(isOneOfMany ? 0 : SpareDelay);
+    m_isBurst = m_lastStart.isValid() && !m_lastStart.hasExpired(SpareDelay);
+    m_spareTimer.start(m_isBurst ? 0 : SpareDelay);
     m_lastStart.start();
     return std::make_unique<Lease>(*this, std::move(worker));
 }

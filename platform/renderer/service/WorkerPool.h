@@ -16,7 +16,10 @@
 
 namespace voro::renderer {
 
-/** Starts the workers, keeps one of them spare, and passes on what they say. */
+/**
+ * Starts the workers and passes on what they say. While a context has no worker, as one that is new or parked, it keeps
+ * a spare one.
+ */
 class WorkerPool : public EngineSource,
                    private pps::Service {
 public:
@@ -25,8 +28,8 @@ public:
     WorkerPool(const WorkerPool &) = delete;
     WorkerPool &operator=(const WorkerPool &) = delete;
 
-    /** Sees to it that there is a spare worker. */
-    void prepareSpare();
+    /** How many contexts there are, each with one worker at most. */
+    void setContexts(size_t count);
     /** Where its workers show pictures when not in windows. */
     FrameQueues &frameQueues() { return m_queues; }
     std::unique_ptr<Engine> start(EngineListener &listener, pid_t owner, Reach reach) override;
@@ -39,6 +42,9 @@ private:
     void clientMessage(pps::ClientId client, std::string_view text) override;
     void clientClosed(pps::ClientId client) override;
 
+    bool isSpareWanted() const { return m_leases < m_contexts; }
+    void makeSpare();
+    void reviewSpare();
     std::shared_ptr<Worker> make(Reach reach);
     std::shared_ptr<Worker> find(pps::ClientId client) const;
     void died(Worker *worker);
@@ -48,9 +54,14 @@ private:
     pps::Broker &m_broker;
     const Worker::Kind m_kind;
     FrameQueues m_queues;
+    size_t m_contexts = 0;
+    /** How many of them have a worker. */
+    size_t m_leases = 0;
     std::shared_ptr<Worker> m_spare;
     QTimer m_spareTimer;
     QElapsedTimer m_lastStart;
+    /** Whether starts follow each other so closely that the next one is expected. */
+    bool m_isBurst = false;
     std::list<std::shared_ptr<Worker>> m_workers;
     EndingProcesses m_ending;
     Nursery m_nursery;

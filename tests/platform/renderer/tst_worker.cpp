@@ -8,6 +8,7 @@
 #include <Rows.h>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <Workers.h>
 
 #include <algorithm>
 #include <chrono>
@@ -207,6 +208,25 @@ private Q_SLOTS:
         player.engine->ask(request, [](const Result &) {});
         QTRY_VERIFY_WITH_TIMEOUT(player.listener.isDead || player.listener.hasHeard, 60'000);
         QTEST(player.listener.isDead, "isEnded");
+    }
+
+    void spareWorker_isThereWhileAContextHasNone()
+    {
+        const auto workers = [] { return workersOf(getpid()).size(); };
+        Player player({});
+        QVERIFY(player.engine);
+        QTRY_COMPARE(workers(), 1);
+        player.pool.setContexts(2);
+        QTRY_COMPARE(workers(), 2);
+        player.pool.setContexts(1);
+        QTRY_COMPARE(workers(), 1);
+        QVERIFY(!player.listener.isDead);
+        // Its context has none now.
+        const QList<pid_t> atWork = workersOf(getpid());
+        player.engine.reset();
+        QTRY_VERIFY(workers() == 1 && workersOf(getpid()) != atWork);
+        player.pool.setContexts(0);
+        QTRY_COMPARE(workers(), 0);
     }
 };
 

@@ -126,7 +126,7 @@ std::optional<Reach> Nursery::serve(int socket, bool hasNetwork)
     }
     const PluginFolders plugins;
     mergeFreeMemory();
-    constexpr int Idle = 1'000;
+    constexpr int Idle = 400;
     bool hasRested = false;
     for (;;) {
         pollfd readable{socket, POLLIN, 0};
