@@ -4,10 +4,29 @@
 
 #include <renderer/worker/video/WindowSink.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
 namespace voro::renderer {
+
+namespace {
+
+/** The end of a text in running time; none when it has no duration. */
+GstClockTime endOf(GstBuffer *text, GstPad *pad)
+{
+    const Owned<GstEvent> event(gst_pad_get_sticky_event(pad, GST_EVENT_SEGMENT, 0));
+    if (!event || !GST_BUFFER_PTS_IS_VALID(text) || !GST_BUFFER_DURATION_IS_VALID(text)) {
+        return GST_CLOCK_TIME_NONE;
+    }
+    const GstSegment *segment = nullptr;
+    gst_event_parse_segment(event.get(), &segment);
+    const bool isForward = segment->rate > 0;
+    const GstClockTime last = GST_BUFFER_PTS(text) + (isForward ? GST_BUFFER_DURATION(text) : 0);
+    return gst_segment_to_running_time(segment, GST_FORMAT_TIME, std::clamp(last, segment->start, segment->stop));
+}
+
+} // namespace
 
 Captions::Captions() : m_sink(GST_ELEMENT(gst_object_ref_sink(makeElement("fakesink"))))
 {
@@ -72,8 +91,15 @@ void Captions::setShown(bool isShown)
     draw();
 }
 
+void Captions::setRunning(bool isRunning)
+{
+    m_isRunning = isRunning;
+    armTimer();
+}
+
 void Captions::clear()
 {
+    ++m_epoch;
     m_timer.reset();
     show({});
 }
@@ -94,33 +120,57 @@ void Captions::draw()
 }
 
 // Runs in a streaming thread.
-void Captions::leave(std::string text, GstClockTime duration)
+void Captions::post(std::string text, GstClockTime end)
 {
-    g_main_context_invoke_full(nullptr, G_PRIORITY_DEFAULT, onNext, new Caption{this, std::move(text), duration},
+    g_main_context_invoke_full(nullptr, G_PRIORITY_DEFAULT, onPosted, new Caption{this, m_epoch, std::move(text), end},
                                [](gpointer caption) { delete static_cast<Caption *>(caption); });
 }
 
-gboolean Captions::onNext(gpointer data)
+gboolean Captions::onPosted(gpointer data)
 {
     const auto *caption = static_cast<Caption *>(data);
     Captions *self = caption->owner;
-    self->m_timer.reset();
-    self->show(caption->text);
-    if (!caption->text.empty() && GST_CLOCK_TIME_IS_VALID(caption->duration)) {
-        self->m_timer.reset(g_timeout_add(static_cast<guint>(GST_TIME_AS_MSECONDS(caption->duration)), onOver, self));
+    if (caption->epoch == self->m_epoch) {
+        self->m_end = caption->end;
+        self->show(caption->text);
+        self->armTimer();
+    }
+    return G_SOURCE_REMOVE;
+}
+
+void Captions::armTimer()
+{
+    const bool isNeeded = m_isRunning && !m_text.empty() && GST_CLOCK_TIME_IS_VALID(m_end);
+    m_timer.reset(isNeeded ? g_timeout_add(static_cast<guint>(untilEnd() / GST_MSECOND + 1), onEnd, this) : 0);
+}
+
+GstClockTime Captions::untilEnd() const
+{
+    const GstClockTime now = gst_element_get_current_running_time(m_sink.get());
+    return GST_CLOCK_TIME_IS_VALID(now) && now < m_end ? m_end - now : 0;
+}
+
+gboolean Captions::onEnd(gpointer data)
+{
+    auto *self = static_cast<Captions *>(data);
+    self->m_timer.forget();
+    if (self->untilEnd() > 0) {
+        self->armTimer();
+    } else {
+        self->show({});
     }
     return G_SOURCE_REMOVE;
 }
 
 // Runs in a streaming thread.
-void Captions::onText(GstElement *, GstBuffer *buffer, GstPad *, gpointer self)
+void Captions::onText(GstElement *, GstBuffer *buffer, GstPad *pad, gpointer self)
 {
     GstMapInfo map;
     if (gst_buffer_map(buffer, &map, GST_MAP_READ)) {
         const std::string text(limitedCaption({reinterpret_cast<const char *>(map.data), map.size}));
         gst_buffer_unmap(buffer, &map);
         if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)) {
-            static_cast<Captions *>(self)->leave(text, GST_BUFFER_DURATION(buffer));
+            static_cast<Captions *>(self)->post(text, endOf(buffer, pad));
         }
     }
 }
@@ -129,16 +179,9 @@ void Captions::onText(GstElement *, GstBuffer *buffer, GstPad *, gpointer self)
 GstPadProbeReturn Captions::onFlush(GstPad *, GstPadProbeInfo *info, gpointer self)
 {
     if (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_FLUSH_STOP) {
-        static_cast<Captions *>(self)->leave({}, GST_CLOCK_TIME_NONE);
+        static_cast<Captions *>(self)->post({}, GST_CLOCK_TIME_NONE);
     }
     return GST_PAD_PROBE_OK;
-}
-
-gboolean Captions::onOver(gpointer self)
-{
-    static_cast<Captions *>(self)->m_timer.forget();
-    static_cast<Captions *>(self)->show({});
-    return G_SOURCE_REMOVE;
 }
 
 } // namespace voro::renderer

@@ -3,13 +3,14 @@
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/video/FrameChannel.h>
 
+#include <atomic>
 #include <string>
 
 namespace voro::renderer {
 
 /**
  * Shows captions, over the pictures or in a window of their own. Its element takes a playbin's text, each when its
- * time has come.
+ * time has come. Each is hidden at its end in the time of the pipeline: later when that holds or plays slowly.
  */
 class Captions {
 public:
@@ -25,23 +26,29 @@ public:
     void setOverlay(GstElement *overlay);
     /** Hides the captions, or shows them again. */
     void setShown(bool isShown);
+    /** Whether the pipeline plays. */
+    void setRunning(bool isRunning);
+    /** Hides the caption, and drops those on their way from streaming threads. */
     void clear();
 
 private:
-    static void onText(GstElement *sink, GstBuffer *buffer, GstPad *pad, gpointer self);
-    static GstPadProbeReturn onFlush(GstPad *pad, GstPadProbeInfo *info, gpointer self);
-    static gboolean onOver(gpointer self);
-    /** Takes over, in the main loop, what a streaming thread left in m_next. */
-    static gboolean onNext(gpointer self);
-    void leave(std::string text, GstClockTime duration);
-    void show(const std::string &text);
-    void draw();
-
     struct Caption {
         Captions *owner;
+        unsigned epoch;
         std::string text;
-        GstClockTime duration;
+        /** In the running time of the pipeline. */
+        GstClockTime end;
     };
+
+    static void onText(GstElement *sink, GstBuffer *buffer, GstPad *pad, gpointer self);
+    static GstPadProbeReturn onFlush(GstPad *pad, GstPadProbeInfo *info, gpointer self);
+    static gboolean onPosted(gpointer caption);
+    static gboolean onEnd(gpointer self);
+    void post(std::string text, GstClockTime end);
+    void armTimer();
+    GstClockTime untilEnd() const;
+    void show(const std::string &text);
+    void draw();
 
     Owned<GstElement> m_sink;
     Owned<GstElement> m_pipeline;
@@ -49,8 +56,12 @@ private:
     Owned<GstElement> m_overlay;
     /** The captions that are due now. */
     std::string m_text;
+    GstClockTime m_end = GST_CLOCK_TIME_NONE;
     bool m_isShown = true;
+    bool m_isRunning = false;
     MainLoopSource m_timer;
+    /** Counts calls of clear(). */
+    std::atomic<unsigned> m_epoch = 0;
     Window m_window;
 };
 

@@ -207,6 +207,7 @@ void PlaybinPlayback::stop()
     gst_element_set_state(pipeline(), GST_STATE_NULL);
     m_open.clear();
     m_captionTimer.reset();
+    m_captions.setRunning(false);
     m_captions.clear();
     m_silence.reset();
 }
@@ -333,6 +334,16 @@ Dimensions PlaybinPlayback::dimensions() const
     const Owned<GstPad> pad(raw);
     const Owned<GstCaps> caps(pad ? gst_pad_get_current_caps(pad.get()) : nullptr);
     return dimensionsOf(caps.get());
+}
+
+void PlaybinPlayback::handle(GstMessage *message)
+{
+    PipelinePlayback::handle(message);
+    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STATE_CHANGED && GST_MESSAGE_SRC(message) == GST_OBJECT(pipeline())) {
+        GstState state = GST_STATE_NULL;
+        gst_message_parse_state_changed(message, nullptr, &state, nullptr);
+        m_captions.setRunning(state == GST_STATE_PLAYING);
+    }
 }
 
 void PlaybinPlayback::handleNote(GstMessage *note)

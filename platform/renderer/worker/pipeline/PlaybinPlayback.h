@@ -49,6 +49,7 @@ private:
     static gboolean onSilence(gpointer self);
     static gboolean onStandstillDue(gpointer self);
     void stop() override;
+    void handle(GstMessage *message) override;
     void handleNote(GstMessage *note) override;
     void handleError(GstMessage *error) override;
 
