@@ -86,6 +86,8 @@ private Q_SLOTS:
         row("an unknown format", [](auto &d) { d.frame.format = static_cast<FrameFormat>(6); });
         row("an unknown matrix", [](auto &d) { d.colors.matrix = static_cast<FrameMatrix>(3); });
         row("an unknown range", [](auto &d) { d.colors.range = static_cast<FrameRange>(2); });
+        row("luma in the header", [](auto &d) { d.frame.offset = 0; });
+        row("lines of luma too short", [](auto &d) { d.frame.stride = 4; });
         row("chroma in the header", [](auto &d) { d.chroma[0].offset = 0; });
         row("chroma behind the slot", [](auto &d) { d.chroma[1].offset += 4; });
         row("an odd offset", [](auto &d) { d.chroma[0].offset += 1; });
