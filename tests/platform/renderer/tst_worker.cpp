@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <ctime>
 #include <memory>
 #include <optional>
@@ -29,6 +30,8 @@ constexpr long FewThreads = 8;
 constexpr size_t LittleMemory = size_t{256} << 20;
 /** For a worker that never connects. The usual limit is for the others: none of them fails because it starts slowly. */
 constexpr int ShortStart = 500;
+/** Says in the environment that a process is this program's worker. */
+constexpr const char *IsWorker = "VORO_TEST_IS_WORKER";
 /** Says in a worker's environment that it is to hang while it starts. */
 constexpr const char *HangsAtStart = "VORO_TEST_HANGS_AT_START";
 
@@ -41,7 +44,7 @@ using Multiply = requests::Play;
 using Grow = requests::Close;
 using Anything = SpeedChange;
 
-bool isWorker()
+bool hasSocket()
 {
     int type = 0;
     socklen_t size = sizeof type;
@@ -228,13 +231,36 @@ private Q_SLOTS:
         player.pool.setContexts(0);
         QTRY_COMPARE(workers(), 0);
     }
+
+    void spareWorker_thatDied_isNotHandedOut()
+    {
+        Player player({});
+        QVERIFY(player.engine);
+        QTRY_COMPARE(workersOf(getpid()).size(), 1);
+        QList<pid_t> workers = workersOf(getpid());
+        const pid_t atWork = workers.first();
+        player.pool.setContexts(2);
+        QTRY_COMPARE((workers = workersOf(getpid())).size(), 2);
+        const pid_t spare = workers.first() == atWork ? workers.last() : workers.first();
+        kill(spare, SIGKILL);
+        QTRY_VERIFY(!workersOf(getpid()).contains(spare));
+        Listener listener;
+        const auto engine = player.pool.start(listener, pps::Accounts::Services, {});
+        QVERIFY(engine);
+        std::optional<Result> result;
+        engine->ask(AnswerAndFallSilent{}, [&result](const Result &answer) { result = answer; });
+        QTRY_VERIFY(result);
+        QVERIFY(*result);
+    }
 };
 
 int main(int argc, char **argv)
 {
-    if (isWorker()) {
-        return runWorker();
+    // One without its socket would run the test again, with workers of its own.
+    if (qEnvironmentVariableIsSet(IsWorker)) {
+        return hasSocket() ? runWorker() : 1;
     }
+    qputenv(IsWorker, "yes");
     QCoreApplication application(argc, argv);
     tst_Worker test;
     return QTest::qExec(&test, argc, argv);
