@@ -155,7 +155,7 @@ bool Connection::handshake(Fd socket)
     }
     brokerReached(packet.header.from);
     if (m_isAtEnd && packet.header.from == m_broker) {
-        // It lives, and had no room left to say that it ends us.
+        // The same broker still runs: our socket was too full for its last packet.
         m_lostDaemon = false;
         return fail(ECONNABORTED);
     }

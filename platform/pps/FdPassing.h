@@ -15,8 +15,8 @@ namespace voro::pps {
 inline constexpr size_t MostPassed = 3;
 
 /**
- * Has nobody pass descriptors to a socket, nor to those that a listening one accepts: to close one may take as long as
- * its sender likes. Kernels before Linux 6.16 do not know that.
+ * Makes the kernel refuse descriptors that are sent to a socket, or to those that a listening one accepts: closing one
+ * may take as long as its sender likes. Has no effect before Linux 6.16.
  */
 void refuseDescriptors(int socket);
 

@@ -80,7 +80,7 @@ void Context::open(const Journal::Input &input, Engine::Answered done)
         m_engine = m_engines.start(*this, m_owner, reach);
     }
     if (!m_engine) {
-        done({ErrorCode::ResourceUnavailable, "the process plays too much at once"});
+        done({ErrorCode::ResourceUnavailable, "the process has too many workers"});
         return;
     }
     m_opening = input;

@@ -14,9 +14,8 @@
 namespace voro::renderer {
 
 /**
- * Brings those who show pictures together with those who have them: the items of applications, which connect and say
- * the name of their frame queue, and the workers whose output has that name. Each gets one end of a socket, whoever
- * comes first; from then on the daemon has no part in it.
+ * Connects items of applications, which send the name of their frame queue, with the workers whose output has that
+ * name. Each gets one end of a pair of sockets, in whatever order they come; the daemon takes no further part.
  */
 class FrameQueues {
 public:
@@ -34,7 +33,7 @@ public:
      */
     bool listen(const std::string &folder);
 
-    /** Somebody has pictures for that name from now on. Who had them before gets no more viewers. */
+    /** Makes a worker the producer for that name, in place of a former one, which gets no more viewers. */
     void add(const std::string &name, const void *worker, Give give);
     void remove(const std::string &name, const void *worker);
 

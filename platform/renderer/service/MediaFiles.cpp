@@ -196,7 +196,7 @@ void MediaFiles::receive()
     }
     int64_t id = 0;
     if (size <= static_cast<ssize_t>(sizeof id)) {
-        // It has ended, or talks nonsense.
+        // The worker has closed the socket or sent a malformed packet.
         m_broker.unwatch(m_socket.get());
         m_socket.reset();
         return;

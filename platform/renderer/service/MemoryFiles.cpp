@@ -18,8 +18,8 @@ bool empty(const pps::Fd &file, size_t size)
 }
 
 /**
- * Does so if nobody else uses the file. The lease says that, and holds back whoever would open the file in between: the
- * descriptor of a path does not count as open.
+ * Empties the file unless it is open or mapped elsewhere: only then is the write lease granted, which also delays an
+ * open in between. A descriptor of the path alone does not count.
  */
 bool isEmptied(const pps::Fd &file, size_t size)
 {

@@ -36,7 +36,7 @@ public:
     /** Calls back from the event loop when it ended; not when it never started. */
     void onEnd(std::function<void()> callback);
     void kill();
-    /** Leaves it alone: it ends by itself, and nobody hears of it. */
+    /** Detaches from the process: it is not killed with this object, and its end is not reported. */
     void letGo();
     /** How it ended, in words. */
     std::string ending() const;

@@ -46,7 +46,7 @@ private:
     std::string m_path;
     pid_t m_process;
     pps::Fd m_file;
-    /** What tells the file, if it was made here, from another one of its name. */
+    /** The device and inode of the file if it was created here, to recognise it by. */
     std::optional<std::pair<dev_t, ino_t>> m_made;
     std::atomic<bool> m_isKept = false;
 };

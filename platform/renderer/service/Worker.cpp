@@ -64,7 +64,7 @@ Worker::Worker(pps::Broker &broker, const Limits &limits, Reach reach, std::func
         for (const pps::Fd *end : {&ours, &files, &media}) {
             pps::refuseDescriptors(end->get());
         }
-        // Nothing is read there: what came would lie in the way of all that the user's programs pass to each other.
+        // Nothing is read there: descriptors queued in it would count against the user's limit of those in flight.
         shutdown(files.get(), SHUT_RD);
         // The worker waits for the answer to its opening.
         m_socket = m_broker.adopt(ours.release(), WorkerPath);

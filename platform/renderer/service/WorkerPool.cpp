@@ -197,7 +197,7 @@ void WorkerPool::died(Worker *dead)
     const std::shared_ptr<Worker> worker = *found;
     m_workers.erase(found);
     if (m_spare == worker) {
-        // The next one is started when somebody needs it: what cannot start must not be started for ever.
+        // Not replaced at once: one that cannot start would be started in a loop.
         m_spare.reset();
     }
     worker->reportDeath();

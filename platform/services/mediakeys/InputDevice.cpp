@@ -90,7 +90,7 @@ bool InputDevice::hasMediaKeys() const
     return false;
 }
 
-// What is typed is none of our business, and would wake the daemon at every key and every move of a mouse.
+// All other events are private, and would wake the daemon at every key and every move of a mouse.
 void InputDevice::receiveMediaKeysOnly()
 {
     Bits codes{};

@@ -23,7 +23,7 @@ enum class Mode {
     /** Never. */
     Registered,
 };
-/** The mode that the environment names; a name that is none is complained of and taken for `auto`. */
+/** The mode that the environment names; an unknown name is logged and means `auto`. */
 Mode modeFromEnvironment();
 
 /**

@@ -94,7 +94,7 @@ void NowPlayingService::reportSource()
         setState(player->state);
         reportPlayer(*player);
     }
-    // Whoever waited for the present gets it whole.
+    // Subscribers from whom messages were held back get them now.
     m_controllers.release();
     updateClock();
 }

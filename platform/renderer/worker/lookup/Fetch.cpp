@@ -20,7 +20,7 @@ void Fetch::get(const std::string &uri, Fetched done)
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("voro-fetch"))));
     GstElement *source = gst_element_make_from_uri(GST_URI_SRC, uri.c_str(), nullptr, nullptr);
     if (!source) {
-        finish({ErrorCode::UnsupportedMediaType, "nothing reads " + uri});
+        finish({ErrorCode::UnsupportedMediaType, "no element can read " + uri});
         return;
     }
     GstElement *sink = makeElement("fakesink");

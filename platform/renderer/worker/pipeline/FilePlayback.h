@@ -64,7 +64,7 @@ private:
     std::vector<Owned<GstMessage>> m_aheadMessages;
     /** Part of the pipeline, owned by it: passes one file on after the other. */
     GstElement *m_concat;
-    /** Of the file that is loaded, as far as it is not told by what decodes it. */
+    /** The tags of the loaded file that its decoders do not report. */
     Owned<GstTagList> m_tags;
     /** For the members below, which streaming threads use, too. */
     std::mutex m_mutex;

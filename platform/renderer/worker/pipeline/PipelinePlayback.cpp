@@ -150,7 +150,7 @@ void PipelinePlayback::handle(GstMessage *message)
 void PipelinePlayback::handleTags(GstMessage *message)
 {
     GstObject *source = GST_MESSAGE_SRC(message);
-    // Our bin has told them already; and what the next medium says is not this one's.
+    // AudioBin has posted the sink's tags already. Once the next medium is taken, tags may be that one's.
     if (m_audio.isSink(source) || m_succession.isTaken()) {
         return;
     }

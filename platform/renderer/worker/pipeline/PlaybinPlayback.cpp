@@ -109,7 +109,7 @@ void PlaybinPlayback::open(bool needsPicture)
     audio().resetSink(m_piece);
     audio().closeGate();
     // Who decodes asks every sink what it takes, and our bin for pictures takes as long as all the rest. Without any
-    // sink playbin would look for one itself; and the one it gets tells the position, so it keeps time.
+    // sink playbin would look for one itself; the one it gets answers queries of the position, so it keeps time.
     m_showsPictures = m_piece.outputs.hasVideo || needsPicture;
     if (m_showsPictures) {
         m_video.resetSink(m_piece.outputs.window, m_piece.outputs.areCaptionsOverVideo());

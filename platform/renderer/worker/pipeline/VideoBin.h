@@ -31,8 +31,7 @@ public:
     /** The size of the pictures that come, nothing while not known. */
     Dimensions dimensions() const;
     /**
-     * From now on the first picture is told by an element message DecodedMessage, or their end before the first one by
-     * an EmptyMessage.
+     * Posts the element message DecodedMessage at the next picture, or EmptyMessage when the stream ends before one.
      */
     void awaitDecoded() { m_awaitsDecoded = true; }
 

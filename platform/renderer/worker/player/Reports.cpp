@@ -51,7 +51,7 @@ void Reports::passedOver(unsigned track, const std::string &cause)
     if (++count <= Most) {
         log::warn(log::Category::Worker, "track %u is passed over: %s", track, cause.c_str());
     } else if (count == Most + 1) {
-        log::warn(log::Category::Worker, "further tracks are passed over without a line here");
+        log::warn(log::Category::Worker, "further skipped tracks are not logged");
     }
 }
 

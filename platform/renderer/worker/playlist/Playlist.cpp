@@ -18,7 +18,7 @@ namespace {
 constexpr size_t MostEntries = 10'000;
 constexpr int MostPlaylists = 500;
 constexpr int DeepestNesting = 16;
-/** Before the service, which waits for 15 s, takes the worker for one that hangs. */
+/** Shorter than the 15 s after which the service ends a worker that opens a local medium. */
 constexpr guint LongestWait = 12'000;
 
 bool exists(const std::string &path)
@@ -26,7 +26,7 @@ bool exists(const std::string &path)
     return openLocal(path)->isOpen();
 }
 
-/** Whether a name of a list reads the same in every way. */
+/** Whether a name needs no decoding: ASCII without percent signs. */
 bool isPlain(const std::string &name)
 {
     return std::ranges::all_of(name, [](unsigned char c) { return c < 128 && c != '%'; });
@@ -38,7 +38,7 @@ std::string unescaped(const std::string &text)
     return result ? result.get() : text;
 }
 
-/** The path of an entry of a list, which says escaped or not, in which alphabet it likes, what the file is called. */
+/** The path of an entry: of the name as written and decoded in several ways the first that exists. */
 std::string pathOf(const std::string &listed)
 {
     if (isPlain(listed) || exists(listed)) {
@@ -145,7 +145,8 @@ void Playlist::proceed()
         const bool isTooMuch = place.trail->depth >= DeepestNesting || m_read >= MostPlaylists;
         std::string identity = identityOf(medium);
         if (isTooMuch || leadsToItself(place.trail.get(), identity)) {
-            log::warn(log::Category::Worker, "a playlist that leads to itself is left out");
+            log::warn(log::Category::Worker,
+                      "a playlist is left out: it contains itself, is nested too deeply, or there are too many");
             continue;
         }
         parse(std::make_shared<Trail>(Trail{medium, std::move(identity), place.trail, place.trail->depth + 1}));

@@ -16,7 +16,7 @@ namespace voro::renderer {
 
 bool Commands::start()
 {
-    // An item of an application may come at any time.
+    // The socket of a frame queue may arrive at any time, without a request.
     m_fileSource.reset(
         g_unix_fd_add(WorkerFilesSocket, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), onFile, this));
     return m_link.open([this](const pps::Message &message) { handle(message); }, [this] { end(); });
@@ -45,7 +45,7 @@ void Commands::end()
     m_recorder.close([](const Result &) { _exit(0); });
 }
 
-/** What plays on undisturbed needs little of what its beginning needed. */
+/** Releases pages of libraries that only the beginning needed, when something has played on for a while. */
 void Commands::armSettledTimer()
 {
     constexpr guint Settled = 3'000;

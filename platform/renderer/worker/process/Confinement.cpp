@@ -131,7 +131,8 @@ const SystemCalls &Confinement::callsFor(Reach reach)
 
 void Confinement::complete(Reach reach)
 {
-    // Not for what forks: descriptors on their way count together, and others may have many there.
+    // Not in the nursery, which passes descriptors: the kernel compares this limit with all that the user has in
+    // flight.
     limit(RLIMIT_NOFILE, MostDescriptors);
     if (m_elements.unknown.empty()) {
         // What is mapped and not used has tables all the same. Drivers of GPUs map far more than there is.

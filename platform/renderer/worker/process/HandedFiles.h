@@ -20,9 +20,9 @@ public:
     LocalFile::Shared open(const std::string &path, Freshness freshness);
     /** A file in memory of that size, invalid when the daemon refuses it. */
     pps::Fd makeMemory(size_t size);
-    /** The medium of a request to open comes without being asked for. */
+    /** Announces a path whose file the daemon sends unasked, with this request. */
     void expect(const std::string &path, int64_t request);
-    /** Closes what others do not use. */
+    /** Closes the files that are kept for being opened again; one in use stays open. */
     void forget();
 
 private:

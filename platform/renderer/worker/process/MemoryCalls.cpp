@@ -3,11 +3,11 @@
 
 #include <cerrno>
 
-// Every library of the process that makes a file in memory comes by here.
+// Replaces the C library's memfd_create() in the whole process.
 
 extern "C" __attribute__((visibility("default"))) int memfd_create(const char *, unsigned) noexcept
 {
-    // A library says only later how large it is to be; it takes no memory until something is written.
+    // The caller sets the size only later. The largest one takes no memory until something is written.
     constexpr size_t Largest = size_t{64} << 20;
     const int file = voro::renderer::makeMemoryFile(Largest).release();
     if (file < 0) {

@@ -43,9 +43,9 @@ private:
     mutable std::mutex m_mutex;
     std::string m_medium;
     std::set<std::string> m_others;
-    /** Of the names. */
+    /** The addresses of these names, which are always allowed. */
     std::set<std::string> m_addresses;
-    /** The closest that may be reached besides. */
+    /** All other addresses have to be in this zone or one farther away. */
     Zone m_closest = Zone::Machine;
 };
 

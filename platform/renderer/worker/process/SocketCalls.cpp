@@ -7,10 +7,10 @@
 
 #include <cerrno>
 
-// Every library of the process that makes a pair of sockets comes by here, and gets a pipe: GStreamer reads at its
-// first end and writes at the second. Descriptors cannot wait in a pipe. Those that wait in sockets count as the
-// user's, and too many would keep all other processes from passing theirs. What looks for a sound server on the network
-// needs pairs for datagrams, and gets them then.
+// Replaces the C library's socketpair() in the whole process by a pipe: GStreamer reads at its first end and writes at
+// the second. Descriptors cannot wait in a pipe. Those that wait in sockets count as the user's, and too many would
+// keep all other processes from passing theirs. Only a search for a sound server on the network gets real pairs, for
+// datagrams.
 
 extern "C" __attribute__((visibility("default"))) int socketpair(int family, int type, int, int ends[2]) noexcept
 {

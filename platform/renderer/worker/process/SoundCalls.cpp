@@ -7,8 +7,7 @@
 
 #include <algorithm>
 
-// Whoever plays or records through the sound server, as GStreamer's elements do, comes by here instead of going to the
-// server's library.
+// These functions replace those of the sound server's library in the whole process, for GStreamer's elements too.
 
 namespace {
 
@@ -55,8 +54,8 @@ __attribute__((visibility("default"))) int pa_stream_connect_playback(pa_stream 
 }
 
 /**
- * Fails when the stream cannot have played as long as the library says. It calculates without signs: in the moment that
- * a stream goes on it may say a hundred thousand years. Clocks keep their last time then.
+ * Fails when the stream cannot have played as long as the library says: its unsigned arithmetic may wrap around when a
+ * stream resumes, to a hundred thousand years. After the failure clocks keep their last time.
  */
 __attribute__((visibility("default"))) int pa_stream_get_time(pa_stream *stream, pa_usec_t *time)
 {

@@ -14,7 +14,7 @@ namespace {
 
 std::atomic<int> runningCalls = 0;
 
-// What the threads still use would be destroyed under them, and Qt would wait for a bus that does not answer.
+// Ends the process without destructors: threads still use the objects, and Qt would wait for a bus that hangs.
 void leaveThem(int status, void *)
 {
     if (runningCalls > 0) {

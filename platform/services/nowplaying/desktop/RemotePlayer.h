@@ -13,8 +13,8 @@
 namespace voro::nowplaying {
 
 /**
- * A player of another program on the session bus. Everything that it says is checked; what it does not say is waited
- * for by nobody.
+ * A player of another program on the session bus. Everything that it reports is checked; missing reports are not
+ * waited for.
  */
 class RemotePlayer : public QObject {
     Q_OBJECT

@@ -23,7 +23,7 @@ public:
 
 Q_SIGNALS:
     void connected();
-    /** Whoever hangs on the connection lets go of it now. */
+    /** The connection is lost; receivers release it before they return. */
     void disconnected();
     /** Whether there is a bus is known: isConnecting() is false. */
     void settled();
