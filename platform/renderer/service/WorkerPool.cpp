@@ -127,9 +127,10 @@ void WorkerPool::makeSpare()
 
 void WorkerPool::reviewSpare()
 {
+    const bool isNextExpected = std::exchange(m_isBurst, false);
     if (isSpareWanted()) {
         makeSpare();
-    } else if (std::exchange(m_isBurst, false)) {
+    } else if (isNextExpected) {
         makeSpare();
         m_spareTimer.start(SpareRest);
     } else if (m_spare) {
