@@ -3,7 +3,7 @@
 #include <QtCore/QVersionNumber>
 
 #include <fcntl.h>
-#include <pps/Announcement.h>
+#include <pps/DaemonRecord.h>
 #include <pps/FileLock.h>
 #include <pps/Runtime.h>
 #include <pps/Wire.h>
@@ -28,7 +28,7 @@ constexpr int ShortWait = 1'000;
 /** How long another daemon may hold the lock without answering clients. */
 constexpr std::chrono::seconds LongestWait{10};
 
-bool isOlder(const pps::Announcement &daemon)
+bool isOlder(const pps::DaemonRecord &daemon)
 {
     return daemon.process > 0
            && QVersionNumber::fromString(QString::fromStdString(daemon.version))
@@ -137,7 +137,7 @@ Socket::Outcome Socket::lock(const std::string &folder, bool isPatient, std::str
 
 void Socket::announce()
 {
-    const std::string text = pps::Announcement{getpid(), VORO_VERSION, pps::WireVersion}.toText();
+    const std::string text = pps::DaemonRecord{getpid(), VORO_VERSION, pps::WireVersion}.toText();
     if (pwrite(m_lock.get(), text.data(), text.size(), 0) < 0) {
         std::perror("vorod: cannot announce that it is ready");
     }

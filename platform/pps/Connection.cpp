@@ -1,6 +1,6 @@
 #include "Connection.h"
 
-#include "Announcement.h"
+#include "DaemonRecord.h"
 #include "Packet.h"
 #include "Runtime.h"
 #include "Start.h"

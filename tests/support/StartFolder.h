@@ -2,7 +2,7 @@
 
 #include <QtCore/QTemporaryDir>
 
-#include <pps/Announcement.h>
+#include <pps/DaemonRecord.h>
 #include <pps/Runtime.h>
 #include <sys/socket.h>
 

@@ -3,7 +3,7 @@
 #include <QtCore/QCoreApplication>
 
 #include <Folders.h>
-#include <pps/Announcement.h>
+#include <pps/DaemonRecord.h>
 #include <pps/Runtime.h>
 #include <Problem.h>
 

@@ -1,6 +1,6 @@
 #include "Restart.h"
 
-#include <pps/Announcement.h>
+#include <pps/DaemonRecord.h>
 #include <pps/Runtime.h>
 #include <Problem.h>
 

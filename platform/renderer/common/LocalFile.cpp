@@ -13,17 +13,17 @@ LocalFile::Shared LocalFile::open(const std::string &path)
     return openAt(pps::Fd(::open(path.c_str(), O_PATH | O_CLOEXEC)));
 }
 
-LocalFile::Shared LocalFile::openAt(const pps::Fd &place)
+LocalFile::Shared LocalFile::openAt(const pps::Fd &pathDescriptor)
 {
     struct stat status {};
-    if (!place.isValid() || fstat(place.get(), &status) != 0) {
+    if (!pathDescriptor.isValid() || fstat(pathDescriptor.get(), &status) != 0) {
         return std::make_shared<LocalFile>(errno);
     }
     // To open a device may change it.
     if (!S_ISREG(status.st_mode)) {
         return std::make_shared<LocalFile>(EMEDIUMTYPE);
     }
-    pps::Fd file(::open(nameOf(place).c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    pps::Fd file(::open(nameOf(pathDescriptor).c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
     return file.isValid() ? std::make_shared<LocalFile>(std::move(file)) : std::make_shared<LocalFile>(errno);
 }
 
@@ -40,12 +40,12 @@ int64_t LocalFile::size() const
     return fstat(m_file.get(), &status) == 0 ? status.st_size : 0;
 }
 
-ssize_t LocalFile::read(int64_t place, std::span<std::byte> bytes) const
+ssize_t LocalFile::read(int64_t offset, std::span<std::byte> bytes) const
 {
     size_t count = 0;
     while (count < bytes.size()) {
         const ssize_t size =
-            pread(m_file.get(), bytes.data() + count, bytes.size() - count, place + static_cast<off_t>(count));
+            pread(m_file.get(), bytes.data() + count, bytes.size() - count, offset + static_cast<off_t>(count));
         if (size < 0 && errno == EINTR) {
             continue;
         }
@@ -60,11 +60,11 @@ ssize_t LocalFile::read(int64_t place, std::span<std::byte> bytes) const
     return static_cast<ssize_t>(count);
 }
 
-std::string LocalFile::at(int64_t place, size_t size) const
+std::string LocalFile::at(int64_t offset, size_t size) const
 {
-    const int64_t rest = place < 0 ? 0 : std::max<int64_t>(0, this->size() - place);
+    const int64_t rest = offset < 0 ? 0 : std::max<int64_t>(0, this->size() - offset);
     std::string text(std::min(size, static_cast<size_t>(rest)), '\0');
-    const ssize_t count = read(place, std::as_writable_bytes(std::span(text)));
+    const ssize_t count = read(offset, std::as_writable_bytes(std::span(text)));
     text.resize(static_cast<size_t>(std::max<ssize_t>(count, 0)));
     return text;
 }

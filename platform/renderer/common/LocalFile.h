@@ -24,8 +24,8 @@ public:
 
     /** Opens a regular file; the error of anything else is `EMEDIUMTYPE`. Opens no device, waits for no writer. */
     static Shared open(const std::string &path);
-    /** The same for what is open already, but only as a place (`O_PATH`); an invalid one failed, with errno. */
-    static Shared openAt(const pps::Fd &place);
+    /** The same for what is open already, but only as a path (`O_PATH`); an invalid one failed, with errno. */
+    static Shared openAt(const pps::Fd &pathDescriptor);
 
     bool isOpen() const { return m_file.isValid(); }
     /** The errno number of opening. */
@@ -37,9 +37,9 @@ public:
     /** How long the file is now. */
     int64_t size() const;
     /** As `pread()`, but reads less only at the end. */
-    ssize_t read(int64_t place, std::span<std::byte> bytes) const;
-    /** The content at a place, less behind the end. */
-    std::string at(int64_t place, size_t size) const;
+    ssize_t read(int64_t offset, std::span<std::byte> bytes) const;
+    /** The content at an offset, less behind the end. */
+    std::string at(int64_t offset, size_t size) const;
     std::string lastBytes(size_t size) const;
 
 private:

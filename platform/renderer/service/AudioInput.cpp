@@ -1,6 +1,6 @@
 #include "AudioInput.h"
 
-#include "Role.h"
+#include "StreamRole.h"
 
 namespace voro::renderer {
 
@@ -28,8 +28,8 @@ Result parseAudioInput(std::string_view url, int &channels)
 
 std::string recordingRole(const Parameters &input)
 {
-    const std::string role = roleOf(static_cast<uint32_t>(input.number("audioman_handle", 0)));
-    return role.empty() ? roleOf(input.text("audio_type")) : role;
+    const std::string role = streamRoleOf(static_cast<uint32_t>(input.number("audioman_handle", 0)));
+    return role.empty() ? streamRoleOf(input.text("audio_type")) : role;
 }
 
 } // namespace voro::renderer

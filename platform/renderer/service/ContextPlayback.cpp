@@ -89,7 +89,7 @@ void Context::startRecording(const std::shared_ptr<OpenRecording> &recording, co
 void Context::letGo(const std::shared_ptr<OpenRecording> &recording, const Result &result)
 {
     const auto work = [recording] {
-        recording->letGo();
+        recording->close();
         return Result();
     };
     waitForDisk(m_journal.file()->path(), work, [this, result](const Result &) { finish(result); });

@@ -57,7 +57,7 @@ bool FrameQueues::listen(const std::string &folder)
 void FrameQueues::add(const std::string &name, const void *worker, Give give)
 {
     m_producers.insert_or_assign(name, Producer{worker, std::move(give)});
-    bring(name);
+    connectQueue(name);
 }
 
 void FrameQueues::remove(const std::string &name, const void *worker)
@@ -112,7 +112,7 @@ void FrameQueues::read(int viewer)
         close(former->first);
     }
     m_viewers[viewer].name = name;
-    bring(name);
+    connectQueue(name);
 }
 
 void FrameQueues::close(int viewer)
@@ -125,7 +125,7 @@ void FrameQueues::close(int viewer)
 }
 
 /** Gives the two ends away when both who want them are there. */
-void FrameQueues::bring(const std::string &name)
+void FrameQueues::connectQueue(const std::string &name)
 {
     const auto source = m_producers.find(name);
     const auto viewer =

@@ -53,7 +53,7 @@ private:
     void accept();
     void read(int viewer);
     void close(int viewer);
-    void bring(const std::string &name);
+    void connectQueue(const std::string &name);
 
     pps::Accounts &m_accounts;
     std::string m_path;

@@ -1,7 +1,7 @@
 #include "Journal.h"
 
 #include "AudioInput.h"
-#include "Role.h"
+#include "StreamRole.h"
 
 #include <pps/Text.h>
 #include <renderer/common/Fields.h>
@@ -351,7 +351,7 @@ Settings Journal::settings() const
         .volume = static_cast<int>(sound.number("volume", 100)),
         .preset = parseName<Preset>(sound.text("eq_preset")).value_or(Preset::Off),
         .pausesWithDevice = sound.text("autopause") == "yes",
-        .role = roleOf(static_cast<uint32_t>(sound.number("audioman_handle", 0))),
+        .role = streamRoleOf(static_cast<uint32_t>(sound.number("audioman_handle", 0))),
         .repeat = parseName<RepeatMode>(m_input.text("repeat")).value_or(RepeatMode::None),
         .video = window(OutputType::Video),
         .source = {size("video_src_x"), size("video_src_y"), size("video_src_w"), size("video_src_h")},

@@ -111,7 +111,7 @@ void Process::reap()
     close();
 }
 
-void Process::letGo()
+void Process::detach()
 {
     if (isRunning()) {
         close();

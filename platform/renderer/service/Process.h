@@ -37,7 +37,7 @@ public:
     void onEnd(std::function<void()> callback);
     void kill();
     /** Detaches from the process: it is not killed with this object, and its end is not reported. */
-    void letGo();
+    void detach();
     /** How it ended, in words. */
     std::string ending() const;
 

@@ -91,7 +91,7 @@ std::shared_ptr<OpenRecording> OpenRecording::make(const FileView::Shared &view,
 {
     return {new OpenRecording(view, path, process), [](OpenRecording *recording) {
                 std::thread([recording] {
-                    recording->letGo();
+                    recording->close();
                     delete recording;
                 }).detach();
             }};
@@ -126,7 +126,7 @@ Result OpenRecording::open()
     return {};
 }
 
-void OpenRecording::letGo()
+void OpenRecording::close()
 {
     struct stat there {};
     const fs::path path(m_path);

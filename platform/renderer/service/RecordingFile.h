@@ -17,7 +17,7 @@
 namespace voro::renderer {
 
 /**
- * The file of a recording. open() and letGo() may wait for the disk; the last owner of what make() returns lets go of
+ * The file of a recording. open() and close() may wait for the disk; the last owner of what make() returns lets go of
  * it on a thread of its own.
  */
 class OpenRecording {
@@ -33,7 +33,7 @@ public:
     /** The recording has failed. */
     void giveUp() { m_isKept = false; }
     /** Closes the file. An empty one that was made for a recording that does not have it goes. */
-    void letGo();
+    void close();
 
 private:
     OpenRecording(FileView::Shared view, std::string path, pid_t process)

@@ -140,7 +140,7 @@ void Worker::closed()
     die();
 }
 
-void Worker::forsake()
+void Worker::detachListener()
 {
     m_listener = nullptr;
     m_pending.clear();
@@ -275,7 +275,7 @@ void Worker::letGo()
     m_listener = nullptr;
     m_timer.stop();
     if (m_process) {
-        m_process->letGo();
+        m_process->detach();
     }
 }
 

@@ -69,7 +69,7 @@ public:
     /** The process that stands for it as long as it is there. */
     void setOwner(pid_t owner, pps::Accounts::Charge charge);
     /** Detaches the listener: no events, and pending requests get no answer. */
-    void forsake();
+    void detachListener();
     /** As Engine::ask(). What is too long for a message fails at once. */
     void ask(const Request &request, Engine::Answered done);
     /**

@@ -217,7 +217,7 @@ void WorkerPool::end(const std::shared_ptr<Worker> &worker)
 void WorkerPool::endCompleted(const std::shared_ptr<Worker> &worker)
 {
     if (std::find(m_workers.begin(), m_workers.end(), worker) != m_workers.end()) {
-        worker->forsake();
+        worker->detachListener();
         worker->ask(requests::Close{},
                     [this, worker = worker.get()](const Result &) { end(worker->shared_from_this()); });
     }

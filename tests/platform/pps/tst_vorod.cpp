@@ -6,8 +6,8 @@
 #include <QtTest/QtTest>
 
 #include <fcntl.h>
-#include <pps/Announcement.h>
 #include <pps/Connection.h>
+#include <pps/DaemonRecord.h>
 #include <pps/FdPassing.h>
 #include <pps/Runtime.h>
 #include <Rows.h>
@@ -267,7 +267,7 @@ private Q_SLOTS:
         ChildProcess older([&](ChildProcess &self) {
             signal(SIGUSR1, isNeeded ? SIG_IGN : SIG_DFL);
             const pps::Fd lock(open((path + pps::LockName).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-            const std::string text = pps::Announcement{getpid(), "0.9", 1}.toText();
+            const std::string text = pps::DaemonRecord{getpid(), "0.9", 1}.toText();
             const pps::Fd listener = pps::listenAt(pps::socketPath(path));
             if (flock(lock.get(), LOCK_EX) != 0 || write(lock.get(), text.data(), text.size()) < 0) {
                 return 1;

@@ -223,7 +223,7 @@ private Q_SLOTS:
         std::shared_ptr<OpenRecording> recording = OpenRecording::make(view, path, application);
         QVERIFY(recording->open());
         QVERIFY(QFile::exists(in(seen + "/new.wav")) && !QFile::exists(in(unseen + "/new.wav")));
-        recording->letGo();
+        recording->close();
         QVERIFY(!QFile::exists(in(seen + "/new.wav")));
     }
 

@@ -111,7 +111,7 @@ AudioBin::AudioBin()
     const Owned<GstPad> decoded(gst_element_get_static_pad(m_filter, "src"));
     m_decoded.watch(decoded.get());
     const Owned<GstPad> output(gst_element_get_static_pad(m_volume, "src"));
-    m_output.watch(output.get());
+    m_sinkWatch.watch(output.get());
 
     const Owned<GstPad> target(gst_element_get_static_pad(convert, "sink"));
     m_input.reset(GST_PAD(gst_object_ref(gst_ghost_pad_new("sink", target.get()))));
@@ -154,7 +154,7 @@ void AudioBin::resetSink(const Piece &piece)
     }
     m_ahead = piece.mayBeFarAhead() ? Ahead::Much : Ahead::Little;
     m_decoded.begin(isFarAhead() ? Ahead::Much : Ahead::Little);
-    m_output.begin(m_isServerSink ? m_sink : nullptr, m_ahead);
+    m_sinkWatch.begin(m_isServerSink ? m_sink : nullptr, m_ahead);
     if (m_isServerSink) {
         setRole(m_sink, piece.outputs.role);
         setAmounts(m_sink, amounts(m_ahead));

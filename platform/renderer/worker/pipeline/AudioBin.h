@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Ahead.h"
-#include "AudioOutput.h"
 #include "DecodedSound.h"
 #include "Piece.h"
+#include "SinkWatch.h"
 
 #include <renderer/common/Names.h>
 #include <renderer/worker/gst/Gst.h>
@@ -42,7 +42,7 @@ public:
     /** Whether much is handed to the sound server before it is heard. */
     bool isFarAhead() const { return m_isServerSink && m_ahead == Ahead::Much; }
     /** The last boundary that went to the sink. */
-    AudioOutput::Boundary boundary() const { return m_output.boundary(); }
+    SinkWatch::Boundary boundary() const { return m_sinkWatch.boundary(); }
     /**
      * Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
      * then.
@@ -104,7 +104,7 @@ private:
     Owned<GstCaps> m_accepted;
     gulong m_gateProbe = 0;
     DecodedSound m_decoded;
-    AudioOutput m_output;
+    SinkWatch m_sinkWatch;
     /** Read by streaming threads. */
     std::atomic<bool> m_awaitsDecoded = false;
     /** The speed was another one: what changed it has garbage in its first samples when it is started again. */

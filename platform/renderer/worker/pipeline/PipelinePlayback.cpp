@@ -170,7 +170,7 @@ void PipelinePlayback::handleStart(GstMessage *message)
     const bool isOther = m_group != GST_GROUP_ID_INVALID && group != m_group;
     m_group = group;
     if (isOther && m_succession.isTaken()) {
-        m_next = m_audio.isFarAhead() ? m_audio.boundary() : AudioOutput::Boundary();
+        m_next = m_audio.isFarAhead() ? m_audio.boundary() : SinkWatch::Boundary();
         advanceWhenHeard();
     }
 }

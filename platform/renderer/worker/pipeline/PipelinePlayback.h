@@ -85,7 +85,7 @@ private:
     /** It plays another medium than was loaded. */
     bool m_hasAdvanced = false;
     /** Where the next medium begins, which went to the sound server and is not heard yet. */
-    std::optional<AudioOutput::Boundary> m_next;
+    std::optional<SinkWatch::Boundary> m_next;
     /** Runs until it is heard, while the medium plays. */
     MainLoopSource m_nextTimer;
     /** Why it does not play, if so. */

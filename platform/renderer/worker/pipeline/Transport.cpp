@@ -14,7 +14,7 @@ void Transport::run()
     m_hasBegun = true;
     m_isHeld = false;
     m_isAtTarget = false;
-    settle();
+    applyState();
 }
 
 void Transport::hold()
@@ -28,7 +28,7 @@ void Transport::hold()
         m_isAtTarget = false;
     }
     m_isHeld = true;
-    settle();
+    applyState();
 }
 
 void Transport::reset()
@@ -43,7 +43,7 @@ void Transport::reset()
     m_suspension.reset();
 }
 
-void Transport::settle()
+void Transport::applyState()
 {
     const GstStateChangeReturn change = gst_element_get_state(m_pipeline, nullptr, nullptr, 0);
     // A pipeline that failed has posted the reason. Asked again, a playbin takes itself apart while its threads still
@@ -63,7 +63,7 @@ void Transport::settle()
 void Transport::stateChanged()
 {
     if (m_hasBegun) {
-        settle();
+        applyState();
     }
 }
 

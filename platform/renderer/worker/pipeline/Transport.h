@@ -53,7 +53,7 @@ public:
     void seekDone();
 
 private:
-    void settle();
+    void applyState();
     bool seekNow(const Target &target);
 
     GstElement *m_pipeline;

@@ -56,7 +56,7 @@ void NextTrack::onProbed(unsigned track, const Result &result, TrackInfo info)
 
 void NextTrack::passOver(unsigned track, const std::string &cause)
 {
-    m_reports.passedOver(track, cause);
+    m_reports.logPassedOver(track, cause);
     m_queue.setBad(track);
 }
 

@@ -107,7 +107,7 @@ bool Player::passOver(const Result &problem)
         fail(problem);
         return false;
     }
-    m_reports.passedOver(track, problem.text);
+    m_reports.logPassedOver(track, problem.text);
     if (!other) {
         complete(m_played->track, m_played->end);
         return false;

@@ -16,7 +16,7 @@ constexpr char WasCut[] = "the file was cut off while it played";
 void Player::onAdvanced()
 {
     if (m_track.hasShrunk()) {
-        m_reports.passedOver(m_queue.current(), WasCut);
+        m_reports.logPassedOver(m_queue.current(), WasCut);
         m_queue.setBad(m_queue.current());
     }
     if (auto next = m_next.take()) {

@@ -44,7 +44,7 @@ void Reports::neighbours(const Queue &queue)
     }
 }
 
-void Reports::passedOver(unsigned track, const std::string &cause)
+void Reports::logPassedOver(unsigned track, const std::string &cause)
 {
     constexpr int Most = 50;
     static int count = 0;

@@ -27,7 +27,7 @@ public:
     /** Reports the tracks near the current one by the titles in their list, until they are probed. */
     void neighbours(const Queue &queue);
     /** Logs that a track is passed over, of a long list the first ones. */
-    static void passedOver(unsigned track, const std::string &cause);
+    static void logPassedOver(unsigned track, const std::string &cause);
     void failed(const Result &result, unsigned track, int64_t position);
     void send(const Event &event) { m_send(event); }
 

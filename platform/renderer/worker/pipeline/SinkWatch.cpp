@@ -1,4 +1,4 @@
-#include "AudioOutput.h"
+#include "SinkWatch.h"
 
 #include <renderer/worker/gst/SinkStart.h>
 
@@ -13,14 +13,14 @@ constexpr GstClockTime Beginning = 30 * GST_MSECOND;
 
 } // namespace
 
-void AudioOutput::watch(GstPad *pad)
+void SinkWatch::watch(GstPad *pad)
 {
     gst_pad_add_probe(pad,
                       static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
                       onData, this, nullptr);
 }
 
-void AudioOutput::begin(GstElement *serverSink, Ahead ahead)
+void SinkWatch::begin(GstElement *serverSink, Ahead ahead)
 {
     m_serverSink = serverSink;
     m_ahead = ahead;
@@ -29,21 +29,21 @@ void AudioOutput::begin(GstElement *serverSink, Ahead ahead)
 }
 
 // Runs in a streaming thread.
-GstPadProbeReturn AudioOutput::onData(GstPad *pad, GstPadProbeInfo *info, gpointer self)
+GstPadProbeReturn SinkWatch::onData(GstPad *pad, GstPadProbeInfo *info, gpointer self)
 {
-    auto *output = static_cast<AudioOutput *>(self);
+    auto *watch = static_cast<SinkWatch *>(self);
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM) {
-        output->onEvent(pad, GST_PAD_PROBE_INFO_EVENT(info));
+        watch->onEvent(pad, GST_PAD_PROBE_INFO_EVENT(info));
         return GST_PAD_PROBE_OK;
     }
     const GstBuffer *buffer = GST_PAD_PROBE_INFO_BUFFER(info);
     if (GST_BUFFER_PTS_IS_VALID(buffer) && GST_BUFFER_DURATION_IS_VALID(buffer)) {
-        output->note(buffer);
+        watch->note(buffer);
     }
     return GST_PAD_PROBE_OK;
 }
 
-void AudioOutput::note(const GstBuffer *buffer)
+void SinkWatch::note(const GstBuffer *buffer)
 {
     m_end = std::min(GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer), m_segment.stop);
     // Until its buffer is full, the sink would wait again after each pause.
@@ -53,7 +53,7 @@ void AudioOutput::note(const GstBuffer *buffer)
     m_sent += GST_BUFFER_DURATION(buffer);
 }
 
-void AudioOutput::onEvent(GstPad *pad, GstEvent *event)
+void SinkWatch::onEvent(GstPad *pad, GstEvent *event)
 {
     if (GST_EVENT_TYPE(event) == GST_EVENT_SEGMENT) {
         gst_event_copy_segment(event, &m_segment);
@@ -68,7 +68,7 @@ void AudioOutput::onEvent(GstPad *pad, GstEvent *event)
 }
 
 /** The sink drops what it holds when the format becomes another one: a gap of next to no length has it played first. */
-void AudioOutput::noteFormat(GstPad *pad, GstCaps *format)
+void SinkWatch::noteFormat(GstPad *pad, GstCaps *format)
 {
     const bool isOther = m_format && !gst_caps_is_equal(m_format.get(), format);
     m_format.reset(gst_caps_ref(format));
@@ -77,7 +77,7 @@ void AudioOutput::noteFormat(GstPad *pad, GstCaps *format)
     }
 }
 
-void AudioOutput::noteBoundary()
+void SinkWatch::noteBoundary()
 {
     if (!GST_CLOCK_TIME_IS_VALID(m_end)) {
         return;
@@ -89,7 +89,7 @@ void AudioOutput::noteBoundary()
     m_boundary = isValid ? Boundary{time, static_cast<int64_t>(position / GST_MSECOND)} : Boundary();
 }
 
-AudioOutput::Boundary AudioOutput::boundary() const
+SinkWatch::Boundary SinkWatch::boundary() const
 {
     const std::lock_guard lock(m_mutex);
     return m_boundary;

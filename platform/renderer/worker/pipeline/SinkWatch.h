@@ -10,7 +10,7 @@
 namespace voro::renderer {
 
 /** Watches what goes to an audio sink: the sink starts early, and plays a format to its end before the next one. */
-class AudioOutput {
+class SinkWatch {
 public:
     /** Where a stream ends and the next one begins. */
     struct Boundary {
@@ -20,9 +20,9 @@ public:
         int64_t end = 0;
     };
 
-    AudioOutput() { gst_segment_init(&m_segment, GST_FORMAT_TIME); }
-    AudioOutput(const AudioOutput &) = delete;
-    AudioOutput &operator=(const AudioOutput &) = delete;
+    SinkWatch() { gst_segment_init(&m_segment, GST_FORMAT_TIME); }
+    SinkWatch(const SinkWatch &) = delete;
+    SinkWatch &operator=(const SinkWatch &) = delete;
 
     /** Watches a pad, which must not outlive this object. */
     void watch(GstPad *pad);

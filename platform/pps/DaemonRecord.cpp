@@ -1,4 +1,4 @@
-#include "Announcement.h"
+#include "DaemonRecord.h"
 
 #include "Fd.h"
 #include "Runtime.h"
@@ -14,12 +14,12 @@
 
 namespace voro::pps {
 
-std::string Announcement::toText() const
+std::string DaemonRecord::toText() const
 {
     return std::to_string(process) + '\n' + version + '\n' + std::to_string(protocol) + '\n';
 }
 
-std::optional<Announcement> runningDaemon(const std::string &folder)
+std::optional<DaemonRecord> runningDaemon(const std::string &folder)
 {
     const Fd file(open((folder + LockName).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
     if (!file.isValid() || flock(file.get(), LOCK_SH | LOCK_NB) == 0 || errno != EWOULDBLOCK) {
@@ -28,19 +28,19 @@ std::optional<Announcement> runningDaemon(const std::string &folder)
     char buffer[256];
     const ssize_t size = read(file.get(), buffer, sizeof buffer);
     std::istringstream text(std::string(buffer, static_cast<size_t>(size > 0 ? size : 0)));
-    Announcement daemon;
+    DaemonRecord daemon;
     text >> daemon.process >> daemon.version >> daemon.protocol;
     return daemon;
 }
 
-void askToEnd(const Announcement &daemon, Ending ending)
+void askToEnd(const DaemonRecord &daemon, Ending ending)
 {
     if (daemon.process > 0) {
         kill(daemon.process, ending == Ending::Now ? SIGTERM : SIGUSR1);
     }
 }
 
-bool waitForEnd(const Announcement &daemon, int milliseconds)
+bool waitForEnd(const DaemonRecord &daemon, int milliseconds)
 {
     const Fd handle(static_cast<int>(syscall(SYS_pidfd_open, daemon.process, 0)));
     if (!handle.isValid()) {

@@ -8,7 +8,7 @@
 namespace voro::pps {
 
 /** The data of a daemon that is ready, in the file that it locks for as long as it lives. */
-struct Announcement {
+struct DaemonRecord {
     /** The process that serves. */
     pid_t process = 0;
     std::string version;
@@ -20,12 +20,12 @@ struct Announcement {
 };
 
 /** The daemon that has a runtime folder; nothing when none does. Without a process it is not ready yet. */
-std::optional<Announcement> runningDaemon(const std::string &folder);
+std::optional<DaemonRecord> runningDaemon(const std::string &folder);
 
 /** When a daemon that is asked to end does so, in order: at once, or as soon as no player needs it. */
 enum class Ending { Now, WhenIdle };
-void askToEnd(const Announcement &daemon, Ending ending);
+void askToEnd(const DaemonRecord &daemon, Ending ending);
 /** Waits so many milliseconds at most (-1: without a limit) for its end; whether it came. */
-bool waitForEnd(const Announcement &daemon, int milliseconds);
+bool waitForEnd(const DaemonRecord &daemon, int milliseconds);
 
 } // namespace voro::pps

@@ -1,4 +1,4 @@
-#include "Role.h"
+#include "StreamRole.h"
 
 #include <voro/audio_manager.h>
 
@@ -9,7 +9,7 @@ namespace voro::renderer {
 namespace {
 
 /** The sound servers' own word for a type. */
-std::string roleOfType(int type)
+std::string streamRoleOfType(int type)
 {
     switch (type) {
     case AUDIO_TYPE_VOICE:
@@ -30,16 +30,16 @@ std::string roleOfType(int type)
 
 } // namespace
 
-std::string roleOf(uint32_t handle)
+std::string streamRoleOf(uint32_t handle)
 {
-    return roleOfType(audio_manager_get_type_from_handle(handle));
+    return streamRoleOfType(audio_manager_get_type_from_handle(handle));
 }
 
-std::string roleOf(const std::string &name)
+std::string streamRoleOf(const std::string &name)
 {
     for (int type = 0; const char *known = audio_manager_get_name_from_type(type); ++type) {
         if (name == known) {
-            return roleOfType(type);
+            return streamRoleOfType(type);
         }
     }
     return {};
