@@ -33,13 +33,16 @@ public:
     /** Watches another key, or with `None` no key. The present key is refused with a warning. */
     void setKey(MediaKey::Type key);
 
-    /** When shortPress() is emitted; `Clicked` at first. Matters only while longer presses have listeners too. As set.
+    /**
+     * When shortPress() is emitted; `Clicked` at first. Matters only while longer presses have listeners too. As set.
      */
     MediaKeyNotification::Type notification() const;
 
 public Q_SLOTS:
-    /** Chooses when shortPress() is emitted. The present choice is refused with a warning. Followed by
-     * notificationChanged(). */
+    /**
+     * Chooses when shortPress() is emitted. The present choice is refused with a warning. Followed by
+     * notificationChanged().
+     */
     void setNotification(voro::multimedia::MediaKeyNotification::Type notification);
 
 Q_SIGNALS:

@@ -167,7 +167,8 @@ public Q_SLOTS:
     voro::multimedia::MediaError::Type prepare();
     /** Plays at the last speed and prepares the player first if necessary. Followed by mediaStateChanged(). */
     voro::multimedia::MediaError::Type play();
-    /** Pauses playback with a speed of 0 and prepares the player first if necessary. Followed by mediaStateChanged().
+    /**
+     * Pauses playback with a speed of 0 and prepares the player first if necessary. Followed by mediaStateChanged().
      */
     voro::multimedia::MediaError::Type pause();
     /**

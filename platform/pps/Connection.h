@@ -79,7 +79,8 @@ public:
     const std::string &returnText() const { return m_return; }
     /** The will that the daemon left for the object's folder. */
     std::string folderWill() const { return findWill(m_path->folder, m_broker).text; }
-    /** Drops it, for the service that brings the folder back: a reader that did not read it by then reads the present.
+    /**
+     * Drops it, for the service that brings the folder back: a reader that did not read it by then reads the present.
      */
     void dropFolderWill() const { dropWill(m_path->folder, m_broker); }
 

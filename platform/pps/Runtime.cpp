@@ -128,7 +128,7 @@ std::string runtimeProblem(const std::string &folder, int error)
     }
     const std::string owner = status.st_uid == 0 ? "root" : "user " + std::to_string(status.st_uid);
     return folder + ": belongs to " + owner
-           + " and has to belong to whom it serves; remove it, or name another folder in VORO_RUNTIME_DIR";
+           + ", but must belong to the user of the daemon; remove it, or set VORO_RUNTIME_DIR to another folder";
 }
 
 std::string socketPath(const std::string &folder)

@@ -105,7 +105,8 @@ struct Reply {
     uint64_t shownBy;
 };
 
-/** In every version of the protocol the first packet of either side begins with these bytes, which show its version.
+/**
+ * In every version of the protocol the first packet of either side begins with these bytes, which show its version.
  */
 inline constexpr size_t CommonHeader = 4;
 static_assert(offsetof(Request, version) == 2 && offsetof(Reply, error) == 2);

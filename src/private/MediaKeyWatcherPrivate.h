@@ -51,7 +51,8 @@ private:
         bool operator==(const Listeners &) const = default;
     };
     Listeners countListeners() const;
-    /** The count after a disconnection of one listener. Does not ask Qt, which may hold the lock that counting needs.
+    /**
+     * The count after a disconnection of one listener. Does not ask Qt, which may hold the lock that counting needs.
      */
     Listeners listenersWithout(const QMetaMethod &signal) const;
 

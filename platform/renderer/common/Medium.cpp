@@ -89,14 +89,14 @@ Result Medium::check() const
         // Other schemes name what is the worker's own, its open files for example.
         const std::string scheme = lowerCase(m_url.substr(0, m_url.find(':')));
         return isNetworkScheme(scheme) ? Result()
-                                       : Result(ErrorCode::UnsupportedMediaType, "media cannot come by " + scheme);
+                                       : Result(ErrorCode::UnsupportedMediaType, "unsupported URL scheme: " + scheme);
     }
     if (path().empty()) {
         return {ErrorCode::SourceUnavailable, "no source"};
     }
     const LocalFile::Shared file = openLocal(path(), Freshness::Now);
     if (file->error() == EMEDIUMTYPE) {
-        return {ErrorCode::UnsupportedMediaType, path() + " is no file"};
+        return {ErrorCode::UnsupportedMediaType, path() + " is not a regular file"};
     }
     if (!file->isOpen()) {
         const char *problem = file->error() == ETIMEDOUT ? "the disk does not answer" : std::strerror(file->error());

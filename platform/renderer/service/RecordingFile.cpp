@@ -117,7 +117,7 @@ Result OpenRecording::open()
         m_made = {status.st_dev, status.st_ino};
     }
     if (!S_ISREG(status.st_mode)) {
-        return {ErrorCode::OutputUnavailable, m_path + " is no file"};
+        return {ErrorCode::OutputUnavailable, m_path + " is not a regular file"};
     }
     // The path may lead to what somebody else records into under another name.
     if (flock(m_file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
@@ -183,7 +183,7 @@ Result RecordingFile::inspect(const FileView &view, const std::string &path, std
         return failure(path, errno);
     }
     if (place.isValid() && (fstat(place.get(), &status) != 0 || !S_ISREG(status.st_mode))) {
-        return {ErrorCode::OutputUnavailable, path + " is no file"};
+        return {ErrorCode::OutputUnavailable, path + " is not a regular file"};
     }
     key = keyOf(view, path);
     if (!place.isValid()) {

@@ -231,11 +231,11 @@ void Worker::check()
     } else if (!isExpected()) {
         return;
     } else if (isOverdue()) {
-        log::warn(log::Category::Worker, "a worker does not answer");
+        log::warn(log::Category::Worker, "a worker did not answer a request in time");
         m_hangs = true;
         die();
     } else if (m_silence.hasExpired(m_client == 0 ? m_limits.start : m_limits.silence)) {
-        log::warn(log::Category::Worker, "a worker hangs");
+        log::warn(log::Category::Worker, "a worker has sent nothing for too long");
         m_hangs = true;
         die();
     } else if (m_client != 0 && m_silence.hasExpired(m_limits.check)) {

@@ -28,7 +28,7 @@ Mode modeFromEnvironment()
         return Mode::Registered;
     }
     if (name != "auto") {
-        log::warn(log::Category::Keys, "VORO_MEDIA_KEYS: '%s' is not auto, all or registered; taken for auto", value);
+        log::warn(log::Category::Keys, "VORO_MEDIA_KEYS: '%s' is not auto, all or registered; using auto", value);
     }
     return Mode::Auto;
 }

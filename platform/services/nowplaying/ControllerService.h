@@ -22,8 +22,10 @@ public:
         virtual void commanded(const Command &command, const Answered &done) = 0;
         /** Somebody opened the service for the first time. */
         virtual void controllerOpened() = 0;
-        /** Somebody is about to subscribe. Returns the kinds that the source will report afresh: they are held back for
-         * a short time. */
+        /**
+         * Somebody is about to subscribe. Returns the kinds that the source will report afresh: they are held back for
+         * a short time.
+         */
         virtual Audience::Kinds subscribing() = 0;
         /** hasSubscribers() may have changed. */
         virtual void subscribersChanged() = 0;

@@ -51,8 +51,10 @@ public:
     /** Which part of the pictures is shown. */
     virtual void setSource(const Rectangle &part) = 0;
 
-    /** Opens a medium without playing it; `decoded` or `failed` follows. False when it does not play such media, and
-        nothing follows. */
+    /**
+     * Opens a medium without playing it; `decoded` or `failed` follows. False when it does not play such media, and
+     * nothing follows.
+     */
     virtual bool load(const Piece &piece) = 0;
     /** Begins to open what is probably loaded next, without any event. It is given up when it is not loaded soon. */
     virtual void loadAhead(const Piece &piece) = 0;
@@ -70,8 +72,10 @@ public:
     /** The medium that follows without a gap. This one does not end before the next one is known. */
     virtual Succession &succession() = 0;
 
-    /** Goes to a time, and on from there at a speed. While one seek is on its way the next one waits, and only the last
-       one is made. False when the medium does not allow it. */
+    /**
+     * Goes to a time, and on from there at a speed. While one seek is on its way the next one waits, and only the last
+     * one is made. False when the medium does not allow it.
+     */
     virtual bool seek(int64_t time, Speed speed) = 0;
     virtual Speed speed() const = 0;
 

@@ -13,8 +13,10 @@ class ReadingWays {
 public:
     /** Takes the better way for this medium. */
     void begin(const Medium &medium);
-    /** Takes the other way; false when it was taken before or would not help. Without a failure the present way plays a
-        part of the medium. */
+    /**
+     * Takes the other way; false when it was taken before or would not help. Without a failure the present way plays a
+     * part of the medium.
+     */
     bool takeOther(const Failure &failure);
 
     /** The URI for the playbin: the medium's own, or one of LibavProtocol. */

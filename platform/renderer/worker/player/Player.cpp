@@ -42,7 +42,7 @@ void Player::open(const requests::Open &request, Answer answer)
         finishOpen(problem);
     } else if (isPlaylist != medium.isPlaylist() && (medium.isLocal() || !isPlaylist)) {
         // The application tries the other type then.
-        finishOpen({ErrorCode::Internal, isPlaylist ? "no playlist" : "a playlist"});
+        finishOpen({ErrorCode::Internal, isPlaylist ? "the medium is not a playlist" : "the medium is a playlist"});
         if (request.isTrackNext) {
             m_playback.loadAhead({medium, {}, m_outputs});
         }

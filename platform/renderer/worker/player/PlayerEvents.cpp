@@ -135,7 +135,7 @@ void Player::lookForPlaylist(const Result &result)
     m_openTimer.reset();
     m_playback.unload();
     m_fetch.get(uri(1), [this, result](const Result &, const std::string &content) {
-        finishOpen(Medium::isPlaylistText(content) ? Result(ErrorCode::Internal, "a playlist") : result);
+        finishOpen(Medium::isPlaylistText(content) ? Result(ErrorCode::Internal, "the medium is a playlist") : result);
     });
 }
 

@@ -34,7 +34,8 @@ public:
     void merge(const GstTagList *tags);
     /** Takes over what the playback knows by now. */
     void refresh(const Playback &playback);
-    /** Corrects the duration of a file of which there is only an estimate; those in common formats hold the exact one.
+    /**
+     * Corrects the duration of a file of which there is only an estimate; those in common formats hold the exact one.
      */
     void measure(bool isCommon);
     /** Makes a cover smaller that is too large for a report. */

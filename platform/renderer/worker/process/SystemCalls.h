@@ -22,8 +22,10 @@ private:
     std::vector<sock_filter> m_program;
 };
 
-/** The same for a process that forks workers: no programs, no other processes' memory, none of the kernel's rarer
- * interfaces. What it forks inherits that. */
+/**
+ * The same for a process that forks workers: no programs, no other processes' memory, none of the kernel's rarer
+ * interfaces. What it forks inherits that.
+ */
 bool limitNurseryCalls();
 
 } // namespace voro::renderer

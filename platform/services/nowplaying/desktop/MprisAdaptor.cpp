@@ -264,7 +264,7 @@ QDBusMessage MprisAdaptor::call(const QDBusMessage &message)
         return message.createErrorReply(QDBusError::UnknownMethod, "There is no method " + name);
     }
     if (message.signature() != method->signature) {
-        return message.createErrorReply(QDBusError::InvalidArgs, name + " takes other arguments");
+        return message.createErrorReply(QDBusError::InvalidArgs, "Wrong arguments for " + name);
     }
     if (name == "OpenUri") {
         return message.createErrorReply(QDBusError::NotSupported, "URIs cannot be opened");
@@ -311,7 +311,7 @@ QDBusMessage MprisAdaptor::callProperties(const QDBusMessage &message)
     static const QMap<QString, QString> signatures = {{"Get", "ss"}, {"GetAll", "s"}, {"Set", "ssv"}};
     const QString method = message.member();
     if (message.signature() != signatures.value(method)) {
-        return message.createErrorReply(QDBusError::InvalidArgs, "This is no call of a property");
+        return message.createErrorReply(QDBusError::InvalidArgs, "Wrong arguments for a property call");
     }
     const QVariantList arguments = message.arguments();
     const QString interface = arguments.at(0).toString();
@@ -335,7 +335,7 @@ QDBusMessage MprisAdaptor::callProperties(const QDBusMessage &message)
     }
     const QVariant value = arguments.at(2).value<QDBusVariant>().variant();
     if (value.metaType() != known.value(name).metaType()) {
-        return message.createErrorReply(QDBusError::InvalidArgs, name + " is of another type");
+        return message.createErrorReply(QDBusError::InvalidArgs, "Wrong type for " + name);
     }
     return setProperty(message, name, value);
 }
