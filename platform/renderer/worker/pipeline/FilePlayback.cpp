@@ -203,10 +203,13 @@ bool FilePlayback::append(const std::string &uri)
     gst_pad_add_probe(output,
                       static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
                       onData, &track, nullptr);
-    gst_element_set_locked_state(track.chain->element(), FALSE);
+    // Locked until it is linked: a pipeline on its way to another state would start it, and it would have nowhere to
+    // push to.
+    gst_element_set_locked_state(track.chain->element(), TRUE);
     gst_bin_add(GST_BIN(pipeline()), track.chain->element());
     track.input.reset(gst_element_request_pad_simple(m_concat, "sink_%u"));
     gst_pad_link_full(output, track.input.get(), GST_PAD_LINK_CHECK_NOTHING);
+    gst_element_set_locked_state(track.chain->element(), FALSE);
     return true;
 }
 
