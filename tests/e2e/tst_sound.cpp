@@ -89,6 +89,20 @@ private Q_SLOTS:
         QVERIFY2(silence >= 0 && silence < 48'000, qPrintable(QString::number(silence)));
     }
 
+    void waitingWorker_isConnected_andSoundsAfterAnotherStartOfTheServer()
+    {
+        const QString path = media::makeTone(m_folder.filePath("waiting.wav"), {.frequency = 700, .seconds = 10});
+        // It has no medium, so that a worker waits for one.
+        MediaPlayer player;
+        QTRY_VERIFY(m_server.control({"list", "clients"}).contains("application.name = \"voro-renderer\""));
+        m_server.kill();
+        m_server.start();
+        MonitorRecorder recorder;
+        QCOMPARE(player.setSourceUrl(QUrl::fromLocalFile(path)), MediaError::None);
+        QCOMPARE(player.play(), MediaError::None);
+        QVERIFY(recorder.waitForTone(700, 100));
+    }
+
     void type_reachesTheServer()
     {
         const QString path = media::makeTone(m_folder.filePath("alert.wav"), {.frequency = 600, .seconds = 10});

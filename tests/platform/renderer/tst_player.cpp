@@ -31,6 +31,7 @@ public:
 
     const Events &events() const { return m_events; }
 
+    void connectSound() override {}
     void setVolume(long) override {}
     void setPreset(Preset) override {}
     bool isFarAhead() const override { return isFar; }

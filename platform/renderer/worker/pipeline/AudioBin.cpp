@@ -222,6 +222,14 @@ void AudioBin::removeLostSink()
     }
 }
 
+void AudioBin::connectSound()
+{
+    if (!m_sink) {
+        addSink(true);
+        keepConnection();
+    }
+}
+
 void AudioBin::keepConnection()
 {
     if (m_isServerSink) {

@@ -54,6 +54,8 @@ public:
     void removeSink();
     /** Does so when the connection broke. */
     void removeLostSink();
+    /** Before the bin is in use, as far as there is a sound server. */
+    void connectSound();
     /** Before the bin is taken out of use: to connect to the sound server anew would take time with each medium. */
     void keepConnection();
 

@@ -17,6 +17,7 @@ namespace voro::renderer {
 class PipelinePlayback : public Playback {
 public:
     void listen(Events events) override;
+    void connectSound() override { m_audio.connectSound(); }
     void setVolume(long percent) override { m_audio.setVolume(percent); }
     void setPreset(Preset preset) override { m_audio.setPreset(preset); }
     bool isFarAhead() const override { return m_audio.isFarAhead() && hasBegun(); }

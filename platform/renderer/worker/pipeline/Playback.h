@@ -43,6 +43,8 @@ public:
      */
     virtual void listen(Events events) { m_events = std::move(events); }
 
+    /** Connects to the sound server, while there is time and nothing is loaded, so that no medium waits for that. */
+    virtual void connectSound() = 0;
     /** From 0 to 100. */
     virtual void setVolume(long percent) = 0;
     virtual void setPreset(Preset preset) = 0;

@@ -18,6 +18,7 @@ public:
 
     void listen(Events events) override;
 
+    void connectSound() override { m_file.connectSound(); }
     void setVolume(long percent) override;
     void setPreset(Preset preset) override;
     bool isFarAhead() const override { return m_chosen->isFarAhead(); }

@@ -19,7 +19,17 @@ bool Commands::start()
     // The socket of a frame queue may arrive at any time, without a request.
     m_fileSource.reset(
         g_unix_fd_add(WorkerFilesSocket, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR), onFile, this));
+    m_spareSource.reset(g_idle_add_full(G_PRIORITY_LOW, onSpare, this, nullptr));
     return m_link.open([this](const pps::Message &message) { handle(message); }, [this] { end(); });
+}
+
+/** Nobody needs this worker yet: it does ahead what the first medium would wait for. */
+gboolean Commands::onSpare(gpointer self)
+{
+    auto *commands = static_cast<Commands *>(self);
+    commands->m_spareSource.forget();
+    commands->m_playback.connectSound();
+    return G_SOURCE_REMOVE;
 }
 
 gboolean Commands::onFile(gint, GIOCondition condition, gpointer self)
@@ -75,6 +85,7 @@ void Commands::handle(const pps::Message &message)
 {
     // Files for a request arrive before it.
     takeFiles();
+    m_spareSource.reset();
     const int64_t id = message.number("id");
     const Answer reply = [this, id, command = message.text("msg")](const Result &result) {
         m_link.send(answer(command, id, result));

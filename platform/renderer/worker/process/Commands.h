@@ -28,12 +28,15 @@ private:
     void end();
     void armSettledTimer();
     static gboolean onSettled(gpointer self);
+    static gboolean onSpare(gpointer self);
     static gboolean onFile(gint fd, GIOCondition condition, gpointer self);
     void takeFiles();
 
     HandedFiles &m_handed;
     Link m_link;
     MainLoopSource m_fileSource;
+    /** Until the first request. */
+    MainLoopSource m_spareSource;
     /** Runs for a while from a request on. */
     MainLoopSource m_settledTimer;
     Medium m_medium;
