@@ -106,7 +106,7 @@ private:
     void waitForDisk(const std::string &path, DiskJob::Work work, DiskJob::Finished done);
     void startPlaying();
     void startRecording(const std::shared_ptr<OpenRecording> &recording, const Result &opened);
-    void letGo(const std::shared_ptr<OpenRecording> &recording, const Result &result);
+    void closeAndFinish(const std::shared_ptr<OpenRecording> &recording, const Result &result);
     void showPlaying(const Result &result);
     void stopPlaying(Engine::Answered done);
     void setState(State state, const std::optional<Folder::Ending> &ending = {});

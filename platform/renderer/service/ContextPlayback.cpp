@@ -66,12 +66,12 @@ void Context::startPlaying()
 void Context::startRecording(const std::shared_ptr<OpenRecording> &recording, const Result &opened)
 {
     if (!opened) {
-        letGo(recording, opened);
+        closeAndFinish(recording, opened);
         return;
     }
     // The worker may have died meanwhile.
     if (!m_isOpen || !m_engine->pass(recording->descriptor())) {
-        letGo(recording, {ErrorCode::Internal, "the worker does not take the file"});
+        closeAndFinish(recording, {ErrorCode::Internal, "the worker does not take the file"});
         return;
     }
     m_engine->ask(requests::Play{}, [this, recording](const Result &result) {
@@ -81,12 +81,12 @@ void Context::startRecording(const std::shared_ptr<OpenRecording> &recording, co
             m_recording = recording;
         }
         showPlaying(result);
-        letGo(recording, result);
+        closeAndFinish(recording, result);
     });
 }
 
-/** Finishes a play when the daemon has nothing to do with the file any more. */
-void Context::letGo(const std::shared_ptr<OpenRecording> &recording, const Result &result)
+/** Closes the daemon's side of the file and finishes a play after that. */
+void Context::closeAndFinish(const std::shared_ptr<OpenRecording> &recording, const Result &result)
 {
     const auto work = [recording] {
         recording->close();

@@ -269,7 +269,7 @@ void Worker::reportDeath()
     }
 }
 
-void Worker::letGo()
+void Worker::leaveRunning()
 {
     m_isDead = true;
     m_listener = nullptr;

@@ -82,7 +82,7 @@ public:
     bool isCompleting() const { return m_isCompleting; }
 
     /** Lets it complete what it records, and end by itself. */
-    void letGo();
+    void leaveRunning();
     /** Gives up the conversation and hands the process over, to be killed. */
     std::unique_ptr<Process> release();
     /** Reports its death to its listener, if it has one. */

@@ -82,7 +82,7 @@ WorkerPool::~WorkerPool()
 {
     for (const auto &worker : m_workers) {
         if (worker->isCompleting()) {
-            worker->letGo();
+            worker->leaveRunning();
         } else {
             worker->release();
         }
