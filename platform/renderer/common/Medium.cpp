@@ -108,12 +108,15 @@ Result Medium::check() const
     return {};
 }
 
+std::string_view Medium::withoutByteOrderMark(std::string_view text)
+{
+    constexpr std::string_view Mark = "\xef\xbb\xbf";
+    return text.starts_with(Mark) ? text.substr(Mark.size()) : text;
+}
+
 bool Medium::isPlaylistText(std::string_view head)
 {
-    if (head.starts_with("\xef\xbb\xbf")) {
-        head.remove_prefix(3);
-    }
-    const std::string text = lowerCase(head);
+    const std::string text = lowerCase(withoutByteOrderMark(head));
     if (text.starts_with("#extm3u")) {
         return text.find("#ext-x-") == std::string::npos;
     }

@@ -38,6 +38,8 @@ public:
      * plays like a medium.
      */
     static bool isPlaylistText(std::string_view head);
+    /** A text without the mark of UTF-8 that some programs write at its beginning. */
+    static std::string_view withoutByteOrderMark(std::string_view text);
     /** Whether media come from the network by that scheme, whatever its case. */
     static bool isNetworkScheme(std::string_view scheme);
     /** Whether it has a playlist's name. */

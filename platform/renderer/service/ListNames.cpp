@@ -222,6 +222,7 @@ bool hasNetworkUrl(std::string_view text)
 ListNames::ListNames(std::string_view listPath, std::string_view text)
     : m_folder(listPath.substr(0, listPath.rfind('/') + 1))
 {
+    text = Medium::withoutByteOrderMark(text);
     const std::string plain = withoutReferences(text);
     m_nameNetwork = hasNetworkUrl(plain);
     m_segments = segmentsIn(plain);

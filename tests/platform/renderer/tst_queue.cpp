@@ -52,7 +52,7 @@ private Q_SLOTS:
 
         row("m3u", "l.m3u", "#EXTM3U\n#EXTINF:1,One\na.wav\nb b.wav\nc.flac\n", 0.7, 3);
         row("carriage returns", "l.m3u", "#EXTM3U\r\na.wav\r\nc.flac\r\n", 0.5, 2);
-        row("no head", "l.m3u", "a.wav\nsub/d.wav\n", 0.9, 2);
+        row("no head", "l.m3u", "\xef\xbb\277a.wav\nsub/d.wav\n", 0.9, 2);
         row("byte order mark", "l.m3u8", "\xef\xbb\xbf#EXTM3U\n\xc3\xa4.wav\n", 1.6, 1);
         row("Latin-1", "l.m3u", "\xe4.wav\na.wav\n", 1.7, 2);
         row("percent sign", "l.m3u", "percent%41.wav\nb%20b.wav\n", 6.6, 2);

@@ -15,7 +15,6 @@ namespace voro::renderer {
 
 namespace {
 
-constexpr std::string_view Mark = "\xef\xbb\xbf";
 constexpr std::string_view Head = "#EXTM3U\n";
 
 bool startsWith(std::string_view text, std::string_view beginning)
@@ -146,9 +145,7 @@ private:
 
 std::string repairedList(std::string text, const Medium &list)
 {
-    if (text.starts_with(Mark)) {
-        text.erase(0, Mark.size());
-    }
+    text.erase(0, text.size() - Medium::withoutByteOrderMark(text).size());
     if (!g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)) {
         gsize size = 0;
         const Owned<char> wide(
