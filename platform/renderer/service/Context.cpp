@@ -160,7 +160,7 @@ std::string Context::returnText() const
 void Context::restore(const pps::Message &message)
 {
     m_journal.restore(message);
-    m_folder.setInput(m_journal.input());
+    m_folder.setInput(m_journal.inputParameters());
     for (const auto &[track, parameters] : m_journal.tracks()) {
         if (track > 0) {
             m_folder.setTrackParameters(track, parameters);
@@ -174,7 +174,7 @@ void Context::restore(const pps::Message &message)
     }
     const Folder::Will will = m_folder.restore(message.text("will"), m_speed);
     m_input = input;
-    m_deadlyUri = input.medium.uri();
+    m_deathsUri = input.medium.uri();
     m_state = State::Stopped;
     m_hasEnded = true;
     m_total = will.total;

@@ -93,7 +93,7 @@ private:
     Reach neededReach(const Journal::Input &input) const;
     bool doesReach() const;
     enum class Purpose { GoOn, Trial };
-    void keepTrack();
+    void resumeAtTrackStart();
     void reopen(Purpose purpose, Engine::Answered done);
     void setParameters(const pps::Message &message, const std::function<Result(const Parameters &)> &take);
     void applySettings(const std::string &lines = {});
@@ -168,7 +168,7 @@ private:
 
     /** How many engines died in a row with the medium of this URI. */
     int m_deaths = 0;
-    std::string m_deadlyUri;
+    std::string m_deathsUri;
 };
 
 } // namespace voro::renderer

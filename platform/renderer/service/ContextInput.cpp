@@ -23,8 +23,8 @@ void Context::inputAttach(const pps::Message &message)
 
 void Context::attach(const Journal::Input &input)
 {
-    if (const std::string uri = input.medium.uri(); uri != m_deadlyUri) {
-        m_deadlyUri = uri;
+    if (const std::string uri = input.medium.uri(); uri != m_deathsUri) {
+        m_deathsUri = uri;
         m_deaths = 0;
     }
     if (m_deaths >= MostDeaths) {
@@ -104,8 +104,8 @@ Reach Context::neededReach(const Journal::Input &input) const
     return reach;
 }
 
-/** Has the next engine begin with the track that is shown. */
-void Context::keepTrack()
+/** Has the next engine begin with the track that is shown, where nothing better is known. */
+void Context::resumeAtTrackStart()
 {
     if (!m_resume && !m_hasEnded) {
         m_resume = TrackPosition{m_position.track, 0};
@@ -121,7 +121,7 @@ void Context::reopen(Purpose purpose, Engine::Answered done)
     if (m_state == State::Playing) {
         m_resume = TrackPosition{m_position.track, kindOf(m_position.track).isSeekable ? m_position.milliseconds : 0};
     } else {
-        keepTrack();
+        resumeAtTrackStart();
     }
     m_isOpen = false;
     open(*m_input, [this, purpose, done = std::move(done)](const Result &result) {

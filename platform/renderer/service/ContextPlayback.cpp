@@ -257,7 +257,7 @@ void Context::park()
 {
     if (!m_isBusy && canPark()) {
         if (m_isOpen) {
-            keepTrack();
+            resumeAtTrackStart();
         }
         m_isOpen = false;
         m_engine.reset();

@@ -180,7 +180,7 @@ Result Journal::setInput(const Parameters &parameters)
 {
     Result result = parameters.check(Owner::Input);
     if (result) {
-        m_input = parameters;
+        m_inputParameters = parameters;
     }
     return result;
 }
@@ -207,7 +207,7 @@ Parameters Journal::firstTrack(InputType type) const
 {
     const auto defaults = m_tracks.find(0);
     Parameters first = defaults == m_tracks.end() ? Parameters() : defaults->second;
-    for (const auto &[name, value] : m_input.entries()) {
+    for (const auto &[name, value] : m_inputParameters.entries()) {
         if (type == InputType::AutoList && name.starts_with("subpicture_")) {
             first.set(name, value);
         }
@@ -239,7 +239,7 @@ std::string Journal::toText() const
         pps::appendText(lines, std::string(OutputPrefix) + std::to_string(id), text);
     }
     pps::appendText(lines, "context", m_context.toText());
-    pps::appendText(lines, "input", m_input.toText());
+    pps::appendText(lines, "input", m_inputParameters.toText());
     for (const auto &[track, parameters] : m_tracks) {
         if (!parameters.isEmpty()) {
             pps::appendText(lines, std::string(TrackPrefix) + std::to_string(track), parameters.toText());
@@ -331,7 +331,7 @@ requests::Open Journal::openRequest(const Input &input, Speed speed, const Track
     if (input.isRecording()) {
         parseAudioInput(input.medium.url(), request.recording.channels);
         request.recording.format = file() ? file()->format().extension : std::string_view();
-        request.recording.role = recordingRole(m_input);
+        request.recording.role = recordingRole(m_inputParameters);
     }
     return request;
 }
@@ -352,7 +352,7 @@ Settings Journal::settings() const
         .preset = parseName<Preset>(sound.text("eq_preset")).value_or(Preset::Off),
         .pausesWithDevice = sound.text("autopause") == "yes",
         .role = streamRoleOf(static_cast<uint32_t>(sound.number("audioman_handle", 0))),
-        .repeat = parseName<RepeatMode>(m_input.text("repeat")).value_or(RepeatMode::None),
+        .repeat = parseName<RepeatMode>(m_inputParameters.text("repeat")).value_or(RepeatMode::None),
         .video = window(OutputType::Video),
         .source = {size("video_src_x"), size("video_src_y"), size("video_src_w"), size("video_src_h")},
         .subpicture = window(OutputType::Captions),

@@ -44,7 +44,7 @@ public:
     Result setInput(const Parameters &parameters);
     /** Replaces a track's parameters; track 0 holds the next input's. */
     Result setTrack(unsigned track, const Parameters &parameters);
-    const Parameters &input() const { return m_input; }
+    const Parameters &inputParameters() const { return m_inputParameters; }
     const std::map<unsigned, Parameters> &tracks() const { return m_tracks; }
 
     /** All of it as attribute lines, and back. An output whose file somebody else has is left out. */
@@ -87,7 +87,7 @@ private:
     int m_nextOutput = 0;
     Session m_session;
     Parameters m_context;
-    Parameters m_input;
+    Parameters m_inputParameters;
     std::map<unsigned, Parameters> m_tracks;
 };
 

@@ -33,7 +33,7 @@ std::pair<Parking::Guest *, qint64> Parking::next() const
     std::pair<Guest *, qint64> next{nullptr, 0};
     std::map<pid_t, size_t> counts;
     for (const Resting &resting : std::views::reverse(m_resting)) {
-        const int delay = ++counts[resting.owner] > Most ? m_delays.beyondMost : m_delays.usual;
+        const int delay = ++counts[resting.owner] > MostResting ? m_delays.beyondMost : m_delays.usual;
         const qint64 left = delay - resting.since.elapsed();
         if (!next.first || left <= next.second) {
             next = {resting.guest, left};

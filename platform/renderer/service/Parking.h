@@ -31,11 +31,11 @@ public:
     /** How long one rests before it gives its engine back, in milliseconds. */
     struct Delays {
         int usual = 10'000;
-        /** For contexts beyond `Most`; an engine that was just asked to open a medium still looks at it. */
+        /** For contexts beyond `MostResting`; an engine that was just asked to open a medium still looks at it. */
         int beyondMost = 500;
     };
     /** How many of a process's rest with an engine for the usual time: those who began last. */
-    static constexpr size_t Most = 8;
+    static constexpr size_t MostResting = 8;
 
     explicit Parking(pps::Broker &broker) : Parking(broker, Delays()) {}
     Parking(pps::Broker &broker, const Delays &delays) : m_delays(delays), m_timer(broker, [this] { parkRested(); }) {}

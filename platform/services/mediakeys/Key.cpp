@@ -34,9 +34,9 @@ struct KindEntry {
 };
 
 constexpr std::array<KindEntry, 3> Kinds{{
-    {"_short", Kind::Short},
-    {"_short_nothresh", Kind::ShortOnly},
-    {"_med", Kind::Medium},
+    {"_short", Kind::AnyRelease},
+    {"_short_nothresh", Kind::ShortRelease},
+    {"_med", Kind::Threshold},
 }};
 
 struct CodeEntry {

@@ -22,11 +22,11 @@ std::optional<Key> keyOfCode(unsigned code, bool isTypewriter);
 /** Which presses a button registration is for. */
 enum class Kind {
     /** A release, whatever the length of the press. */
-    Short,
+    AnyRelease,
     /** A release before the threshold. */
-    ShortOnly,
+    ShortRelease,
     /** Reaching the threshold. */
-    Medium,
+    Threshold,
 };
 
 struct Registration {

@@ -131,11 +131,11 @@ bool MediaKeyService::Client::wants(Presses::Event event, Key key) const
 {
     switch (event) {
     case Presses::Event::ThresholdReached:
-        return registrations.contains({key, Kind::Medium});
+        return registrations.contains({key, Kind::Threshold});
     case Presses::Event::ReleasedBefore:
-        return registrations.contains({key, Kind::Short}) || registrations.contains({key, Kind::ShortOnly});
+        return registrations.contains({key, Kind::AnyRelease}) || registrations.contains({key, Kind::ShortRelease});
     case Presses::Event::ReleasedAfter:
-        return registrations.contains({key, Kind::Short});
+        return registrations.contains({key, Kind::AnyRelease});
     }
     return false;
 }

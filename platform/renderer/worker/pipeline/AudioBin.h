@@ -15,8 +15,7 @@
 namespace voro::renderer {
 
 /**
- * What a playbin gets as its audio sink: speed with the pitch kept, equalizer, volume and the sink itself, behind a
- * gate.
+ * The audio sink of a pipeline: speed with the pitch kept, equalizer, volume and what is heard, behind a gate.
  *
  * While the gate is closed decoded sound waits in front of the sink, so that the sink opens no stream at the sound
  * server before there is something to play: a stream that waited there would sound late.

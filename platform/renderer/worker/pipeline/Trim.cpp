@@ -38,10 +38,10 @@ public:
             break;
         }
         case GST_EVENT_SEGMENT:
-            trim->replace(info, trim->segment(event));
+            trim->replace(info, trim->trimmedSegment(event));
             break;
         case GST_EVENT_SEEK:
-            trim->replace(info, trim->seek(event));
+            trim->replace(info, trim->shiftedSeek(event));
             break;
         default:
             break;
@@ -79,7 +79,7 @@ private:
         }
     }
 
-    GstEvent *segment(GstEvent *event)
+    GstEvent *trimmedSegment(GstEvent *event)
     {
         gst_event_copy_segment(event, &m_segment);
         if (m_segment.format == GST_FORMAT_TIME) {
@@ -94,7 +94,7 @@ private:
         return gst_event_new_segment(&m_segment);
     }
 
-    GstEvent *seek(GstEvent *event) const
+    GstEvent *shiftedSeek(GstEvent *event) const
     {
         gdouble rate = 1;
         GstFormat format = GST_FORMAT_UNDEFINED;

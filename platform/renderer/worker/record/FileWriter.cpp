@@ -52,7 +52,7 @@ void FileWriter::finish()
         begin({});
     }
     if (m_file.isValid() && hasLength()) {
-        // Its place is there, also on a disk that is full.
+        // The head was written at the beginning, so there is room for it on a full disk, too.
         writeLength(m_samples());
     }
     m_file.reset();
