@@ -42,6 +42,7 @@ public:
     bool isFarAhead() const { return m_isServerSink && m_ahead == Ahead::Much; }
     /** The last boundary that went to the sink. */
     SinkWatch::Boundary boundary() const { return m_sinkWatch.boundary(); }
+    bool isExchangingStream() const { return m_sinkWatch.isExchanging(); }
     /**
      * Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
      * then.

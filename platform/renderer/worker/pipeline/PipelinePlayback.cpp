@@ -21,6 +21,7 @@ void PipelinePlayback::listen(Events events)
     Playback::listen(std::move(events));
     const Owned<GstBus> bus(gst_bus_new());
     gst_element_set_bus(m_pipeline.get(), bus.get());
+    gst_bus_set_sync_handler(bus.get(), onPosted, this, nullptr);
     m_watch.reset(gst_bus_add_watch(bus.get(), onMessage, this));
 }
 
@@ -89,6 +90,22 @@ void PipelinePlayback::forgetMessages()
 {
     gst_bus_set_flushing(GST_ELEMENT_BUS(m_pipeline.get()), TRUE);
     gst_bus_set_flushing(GST_ELEMENT_BUS(m_pipeline.get()), FALSE);
+}
+
+/**
+ * Runs in the thread that posts a message. The one that asks for the time hears that the stream at the sound server is
+ * dead while the sink exchanges it; when the new one cannot be had, the streaming thread says so.
+ */
+GstBusSyncReply PipelinePlayback::onPosted(GstBus *, GstMessage *message, gpointer self)
+{
+    const AudioBin &audio = static_cast<PipelinePlayback *>(self)->m_audio;
+    const bool isUntrue = GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR && audio.isExchangingStream()
+                          && g_main_context_is_owner(nullptr) && audio.isSink(GST_MESSAGE_SRC(message));
+    if (!isUntrue) {
+        return GST_BUS_PASS;
+    }
+    gst_message_unref(message);
+    return GST_BUS_DROP;
 }
 
 gboolean PipelinePlayback::onMessage(GstBus *, GstMessage *message, gpointer self)

@@ -62,6 +62,7 @@ protected:
     void forgetMessages();
 
 private:
+    static GstBusSyncReply onPosted(GstBus *bus, GstMessage *message, gpointer self);
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handleTags(GstMessage *message);
     void handleStart(GstMessage *message);

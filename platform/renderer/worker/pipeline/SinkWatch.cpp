@@ -24,6 +24,7 @@ void SinkWatch::begin(GstElement *serverSink, Ahead ahead)
 {
     m_serverSink = serverSink;
     m_ahead = ahead;
+    m_isExchanging = false;
     m_format.reset();
     m_end = GST_CLOCK_TIME_NONE;
 }
@@ -32,6 +33,8 @@ void SinkWatch::begin(GstElement *serverSink, Ahead ahead)
 GstPadProbeReturn SinkWatch::onData(GstPad *pad, GstPadProbeInfo *info, gpointer self)
 {
     auto *watch = static_cast<SinkWatch *>(self);
+    // Whatever came before has passed the sink.
+    watch->m_isExchanging = false;
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM) {
         watch->onEvent(pad, GST_PAD_PROBE_INFO_EVENT(info));
         return GST_PAD_PROBE_OK;
@@ -75,6 +78,7 @@ void SinkWatch::noteFormat(GstPad *pad, GstCaps *format)
     if (isOther && isFarAhead() && GST_CLOCK_TIME_IS_VALID(m_end) && m_end > 0) {
         gst_pad_push_event(pad, gst_event_new_gap(m_end - 1, 1));
     }
+    m_isExchanging = m_serverSink != nullptr;
 }
 
 void SinkWatch::noteBoundary()

@@ -4,6 +4,7 @@
 
 #include <renderer/worker/gst/Gst.h>
 
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 
@@ -30,6 +31,11 @@ public:
     void begin(GstElement *serverSink, Ahead ahead);
     /** The last boundary that went to the sink. */
     Boundary boundary() const;
+    /**
+     * Whether the sink may be exchanging its stream at the server for one of another format. Whoever asks it for the
+     * time meanwhile makes it report that its stream is dead.
+     */
+    bool isExchanging() const { return m_isExchanging; }
 
 private:
     static GstPadProbeReturn onData(GstPad *pad, GstPadProbeInfo *info, gpointer self);
@@ -42,6 +48,7 @@ private:
 
     GstElement *m_serverSink = nullptr;
     Ahead m_ahead = Ahead::Little;
+    std::atomic<bool> m_isExchanging = false;
     // Only the streaming thread uses what follows.
     Owned<GstCaps> m_format;
     GstSegment m_segment;
