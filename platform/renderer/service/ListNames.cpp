@@ -56,11 +56,19 @@ std::optional<uint32_t> referenced(std::string_view name)
     return name.starts_with('#') ? numberIn(name.substr(1), 10) : std::nullopt;
 }
 
+/** A text of XML as its characters; whatever marks them as such ("<![CDATA[...]]>") becomes white space. */
 std::string withoutReferences(std::string_view text)
 {
+    constexpr std::string_view Begin = "<![CDATA[";
+    constexpr std::string_view End = "]]>";
     constexpr size_t Longest = 10;
     std::string result;
     for (size_t i = 0; i < text.size(); ++i) {
+        if (const auto mark = text.substr(i).starts_with(Begin) ? Begin : End; text.substr(i).starts_with(mark)) {
+            result += ' ';
+            i += mark.size() - 1;
+            continue;
+        }
         const std::string_view rest = text.substr(i + 1, Longest);
         const size_t end = text[i] == '&' ? rest.find(';') : std::string_view::npos;
         if (const auto code = end == std::string_view::npos ? std::nullopt : referenced(rest.substr(0, end))) {

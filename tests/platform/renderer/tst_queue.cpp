@@ -51,7 +51,7 @@ private Q_SLOTS:
         const QByteArray folder = path();
 
         row("m3u", "l.m3u", "#EXTM3U\n#EXTINF:1,One\na.wav\nb b.wav\nc.flac\n", 0.7, 3);
-        row("carriage returns", "l.m3u", "#EXTM3U\r\na.wav\r\nc.flac\r\n", 0.5, 2);
+        row("carriage returns", "l.m3u", "#EXTM3U\r\n a.wav\t\r\nc.flac \r\n", 0.5, 2);
         row("no head", "l.m3u", "\xef\xbb\277a.wav\nsub/d.wav\n", 0.9, 2);
         row("byte order mark", "l.m3u8", "\xef\xbb\xbf#EXTM3U\n\xc3\xa4.wav\n", 1.6, 1);
         row("Latin-1", "l.m3u", "\xe4.wav\na.wav\n", 1.7, 2);
@@ -62,7 +62,7 @@ private Q_SLOTS:
         row("two in one file", "l.m3u", "two.ogg\n", 0.8 + 1 / 44100.0, 1);
         const QByteArray bad = "no.wav\nbroken.wav\n";
         row("missing and broken", "l.m3u", bad + "a.wav\n" + bad + "c.flac\n" + bad, 0.5, 8);
-        row("nested", "l.m3u", "sub/list.m3u\nb b.wav\n", 1.1, 3);
+        row("nested", "l.m3u", "sub\\list.m3u\nb b.wav\n", 1.1, 3);
         row("circle", "l.m3u", "circle1.m3u\n", 0.5, 2);
         row("pls", "l.pls",
             "[playlist]\nFile1=a.wav\nTitle1=One\nLength1=1\nFile2=sub/list.m3u\nNumberOfEntries=2\nVersion=2\n", 1.0,
@@ -83,7 +83,7 @@ private Q_SLOTS:
         row("xspf", "l.xspf",
             QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<playlist version=\"1\" "
                        "xmlns=\"http://xspf.org/ns/0/\"><trackList>"
-                       "<track><location>b%20b.wav</location></track><track><location>file://"
+                       "<track><location><![CDATA[b%20b.wav]]></location></track><track><location>file://"
                        + folder + "/a.wav</location></track></trackList></playlist>"),
             0.3, 2);
         row("asx", "l.asx",

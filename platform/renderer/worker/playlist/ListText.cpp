@@ -39,9 +39,12 @@ std::vector<std::string_view> linesOf(std::string_view text)
     return lines;
 }
 
-/** A place made absolute, so that the list may be read from elsewhere. */
-std::string absolutePlace(const std::string &place, const Medium &list)
+/** A place made absolute, so that the list may be read from elsewhere. Lists from other systems have backslashes. */
+std::string absolutePlace(std::string place, const Medium &list)
 {
+    if (place.find('/') == std::string::npos) {
+        std::ranges::replace(place, '\\', '/');
+    }
     const Owned<char> scheme(g_uri_parse_scheme(place.c_str()));
     const bool isLocalPath = list.isLocal() && place[0] == '/';
     if (isLocalPath || (scheme && place.find("://") != std::string::npos)) {
@@ -58,7 +61,8 @@ std::string absolutePlace(const std::string &place, const Medium &list)
 std::string absoluteLines(std::string_view text, const Medium &list)
 {
     std::string result;
-    for (const std::string_view line : linesOf(text)) {
+    for (const std::string_view written : linesOf(text)) {
+        const std::string_view line = trimmed(written);
         const bool isPlace = !line.empty() && line[0] != '#';
         result += isPlace ? absolutePlace(std::string(line), list) : std::string(line);
         result += '\n';
