@@ -83,7 +83,7 @@ private Q_SLOTS:
         row("xspf", "l.xspf",
             QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<playlist version=\"1\" "
                        "xmlns=\"http://xspf.org/ns/0/\"><trackList>"
-                       "<track><location><![CDATA[b%20b.wav]]></location></track><track><location>file://"
+                       "<track><location>\n <![CDATA[b%20b.wav]]>\n</location></track><track><location>file://"
                        + folder + "/a.wav</location></track></trackList></playlist>"),
             0.3, 2);
         row("asx", "l.asx",

@@ -70,6 +70,23 @@ std::string absoluteLines(std::string_view text, const Medium &list)
     return result;
 }
 
+/** A text of XML whose elements have no white space at their edges: the parser would take it for a part of a place. */
+std::string withoutEdges(std::string_view text)
+{
+    constexpr std::string_view Space = " \t\r\n";
+    std::string result;
+    for (const char character : text) {
+        if (character == '<') {
+            result.erase(result.find_last_not_of(Space) + 1);
+        }
+        const bool isEdge = result.ends_with('>') && Space.find(character) != Space.npos;
+        if (!isEdge) {
+            result += character;
+        }
+    }
+    return result;
+}
+
 /** A list with numbers, whose places are ordered by them; what repeats a number belongs to another list behind. */
 class NumberedList {
 public:
@@ -158,7 +175,7 @@ std::string repairedList(std::string text, const Medium &list)
     }
     const size_t first = text.find_first_not_of(" \t\r\n");
     if (first == std::string::npos || text[first] == '<') {
-        return text;
+        return withoutEdges(text);
     }
     text.erase(0, first);
     if (startsWith(text, "[playlist]")) {
