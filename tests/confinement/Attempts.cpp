@@ -238,6 +238,12 @@ const Attempt Attempts[] = {
     {"set the parent's priority", "S", "", [] { return setpriority(PRIO_PROCESS, static_cast<id_t>(getppid()), 5); }},
     {"raise a limit", "S", "", raiseLimit},
     {"allow core dumps", "S", "", [] { return prctl(PR_SET_DUMPABLE, 1); }},
+    {"write core files", "NLS", "",
+     [] {
+         rlimit size{};
+         errno = EPERM;
+         return getrlimit(RLIMIT_CORE, &size) == 0 && size.rlim_max == 0 ? -1 : 0;
+     }},
     {"outlive the daemon", "S", "", [] { return prctl(PR_SET_PDEATHSIG, 0); }},
     {"change the user", "S", "", [] { return syscall(SYS_setresuid, getuid(), getuid(), getuid()); }},
     // The kernel.

@@ -131,7 +131,7 @@ QMap<QByteArray, Attempts> read(const QByteArray &output, const QStringList &opt
     return processes;
 }
 
-constexpr int AllAttempts = 79;
+constexpr int AllAttempts = 80;
 
 } // namespace
 

@@ -147,6 +147,19 @@ dat:json:{"key":"play","ms":0})");
         QCOMPARE(errors.size(), 0);
     }
 
+    void subscriber_startsTheNextDaemon()
+    {
+        const StartFolder runtime;
+        voro::PpsObject controller("/pps/services/multimedia/mediacontroller/control");
+        QByteArray messages;
+        connect(&controller, &voro::PpsObject::readyRead, [&] { messages += controller.read(); });
+        QVERIFY(controller.open(voro::PpsOpenMode::PublishSubscribe) && controller.write("msg::md_subscribe"));
+        QTRY_VERIFY(!messages.isEmpty());
+        const pid_t daemon = runtime.daemon();
+        ::kill(daemon, SIGKILL);
+        QTRY_VERIFY(runtime.daemon() != daemon && runtime.daemon() > 0);
+    }
+
 private:
     QTemporaryDir m_folder;
     QUrl m_tone;

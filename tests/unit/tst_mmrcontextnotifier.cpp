@@ -288,7 +288,7 @@ private Q_SLOTS:
             "mmr_track_parameters 1 a=1 b=2");
         row("track, deleted: forgotten", "p1 a::1 | -p1", "p1 b::2", "mmr_track_parameters 1 b=2");
         row("not a track", "", "px name::value", "");
-        row("not a track either", "", "p1x name::value", "");
+        row("not a track either", "", "p1x name::value | p name::value", "");
     }
 
     void parameters() { tryRow(); }

@@ -294,8 +294,21 @@ private Q_SLOTS:
         QByteArrayList texts;
         for (PpsObject *object : {&subscription, &client}) {
             connect(object, &PpsObject::readyRead, [&texts, object] { texts += object->read(); });
-            QVERIFY(object->open(PpsOpenMode::PublishSubscribe));
         }
+        QVERIFY(subscription.open(PpsOpenMode::Subscribe));
+        // Nobody tries by himself for a subscription.
+        setWill("@o\nx::will\n");
+        publish("o", "x::first");
+        QTRY_COMPARE(texts.size(), 1);
+        texts.clear();
+        loseDaemon();
+        QTRY_COMPARE(texts, QByteArrayList{"@o\nx::will\n"});
+        QCOMPARE(subscription.findChildren<QTimer *>().size(), 1);
+        nextDaemon();
+        publish("o", "x::present");
+        QTRY_COMPARE(texts.size(), 2);
+        texts.clear();
+        QVERIFY(client.open(PpsOpenMode::PublishSubscribe));
         QVERIFY(client.write("msg::subscribe"));
         QTRY_COMPARE(texts, QByteArrayList{"@control\nmsg::hello\n"});
         for (int i = 0; i < 2; ++i) {

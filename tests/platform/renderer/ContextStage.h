@@ -5,6 +5,7 @@
 #include <QtTest/QtTest>
 
 #include <BrokerThread.h>
+#include <poll.h>
 #include <renderer/service/Context.h>
 #include <Texts.h>
 
@@ -140,6 +141,11 @@ inline void trySteps()
     }
     QCOMPARE(results, codes);
     QCOMPARE(attributes(stage.content("state")), state);
+    // Nothing is left over that would wake the daemon without end.
+    stage.run([](Broker &broker) {
+        pollfd events{broker.fd(), POLLIN, 0};
+        QCOMPARE(poll(&events, 1, 0), 0);
+    });
 }
 
 } // namespace context

@@ -166,6 +166,8 @@ private Q_SLOTS:
             QCOMPARE(application.content("state").number("speed", -1), 0);
             QCOMPARE(mmr_speed_set(application.context(), 1000), 0);
             QCOMPARE(waitForEnd(*state).number("error", -1), 0);
+            const int64_t length = application.content("q1").number("md_title_duration");
+            QVERIFY2(std::abs(application.content("status").number("position") - length) <= 1, name);
         }
     }
 

@@ -84,6 +84,8 @@ private Q_SLOTS:
         }
         const std::vector<uint8_t> bytes = header.bytes(Mp3Header::Unknown, 576);
         QCOMPARE(static_cast<int>(bytes[45] << 16 | bytes[46] << 8 | bytes[47]), frames);
+        // Nobody knows how much was added at the end.
+        QCOMPARE(bytes[177] << 16 | bytes[178] << 8 | bytes[179], 576 << 12);
         const auto exact = [&](int percent) { return percent <= 50 ? percent * 1.28 : 64 + (percent - 50) * 3.84; };
         for (int percent = 0; percent < 100 && frames > 1; ++percent) {
             // A frame's and the head's share, and what a table of at most a thousand places rounds off.
