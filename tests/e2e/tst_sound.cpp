@@ -92,9 +92,13 @@ private Q_SLOTS:
     void waitingWorker_isConnected_andSoundsAfterAnotherStartOfTheServer()
     {
         const QString path = media::makeTone(m_folder.filePath("waiting.wav"), {.frequency = 700, .seconds = 10});
+        const auto isConnected = [this] {
+            return m_server.control({"list", "clients"}).contains("application.name = \"voro-renderer\"");
+        };
+        QTRY_VERIFY(!isConnected());
         // It has no medium, so that a worker waits for one.
         MediaPlayer player;
-        QTRY_VERIFY(m_server.control({"list", "clients"}).contains("application.name = \"voro-renderer\""));
+        QTRY_VERIFY(isConnected());
         m_server.kill();
         m_server.start();
         MonitorRecorder recorder;

@@ -2,8 +2,10 @@
 #include <QtTest/QtTest>
 
 #include <renderer/worker/gst/Gst.h>
+#include <renderer/worker/pipeline/SinkWatch.h>
 #include <renderer/worker/pipeline/Transport.h>
 
+#include <future>
 #include <optional>
 
 using namespace voro::renderer;
@@ -26,14 +28,15 @@ Owned<GstElement> makeSeekableElement()
             return reported.has_value();
         };
     };
-    const GType type = g_type_register_static_simple(GST_TYPE_ELEMENT, "SeekableElement", sizeof(GstElementClass),
-                                                     initialize, sizeof(GstElement), nullptr, GTypeFlags());
+    static const GType type =
+        g_type_register_static_simple(GST_TYPE_ELEMENT, "SeekableElement", sizeof(GstElementClass), initialize,
+                                      sizeof(GstElement), nullptr, GTypeFlags());
     return Owned<GstElement>(GST_ELEMENT(gst_object_ref_sink(g_object_new(type, nullptr))));
 }
 
 } // namespace
 
-/** Running and seeking one pipeline. */
+/** Running and seeking one pipeline, and what its sink does. */
 class tst_Transport : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -67,6 +70,30 @@ private Q_SLOTS:
         transport.reset();
         QCOMPARE(transport.position(), 0);
         gst_element_set_state(pipeline.get(), GST_STATE_NULL);
+    }
+
+    void streamIsExchanged_fromItsFormatOn_toTheNextItem()
+    {
+        const Owned<GstElement> sink = makeSeekableElement();
+        const Owned<GstPad> pad(GST_PAD(gst_object_ref_sink(gst_pad_new("src", GST_PAD_SRC))));
+        SinkWatch watch;
+        watch.watch(pad.get());
+        watch.begin(sink.get(), Ahead::Little);
+        gst_pad_set_active(pad.get(), TRUE);
+        const auto isExchangedElsewhere = [&watch] {
+            return std::async(std::launch::async, [&watch] { return watch.isExchangedElsewhere(); }).get();
+        };
+        gst_pad_push_event(pad.get(), gst_event_new_stream_start("one"));
+        QVERIFY(!isExchangedElsewhere());
+        const Owned<GstCaps> format(gst_caps_new_empty_simple("audio/x-raw"));
+        gst_pad_push_event(pad.get(), gst_event_new_caps(format.get()));
+        QVERIFY(isExchangedElsewhere());
+        // The thread that exchanges it hears nothing untrue.
+        QVERIFY(!watch.isExchangedElsewhere());
+        GstSegment segment;
+        gst_segment_init(&segment, GST_FORMAT_TIME);
+        gst_pad_push_event(pad.get(), gst_event_new_segment(&segment));
+        QVERIFY(!isExchangedElsewhere());
     }
 };
 

@@ -5,6 +5,9 @@
 #include <renderer/worker/gst/Gaps.h>
 #include <renderer/worker/video/WindowSink.h>
 
+#include <cstdlib>
+#include <memory>
+
 namespace voro::renderer {
 
 namespace {
@@ -190,16 +193,26 @@ void AudioBin::removeTempo()
 void AudioBin::addSink(bool isAudible)
 {
     GstElement *configured = isAudible ? configuredBin("VORO_AUDIO_SINK") : nullptr;
-    m_sink = configured ? adapted(configured) : isAudible ? serverSink() : nullptr;
-    m_isServerSink = m_sink && !configured;
-    m_isSilent = isAudible && !m_sink;
-    if (!m_sink) {
-        m_sink = silentSink();
+    GstElement *server = isAudible && !configured ? serverSink() : nullptr;
+    m_isSilent = isAudible && !configured && !server;
+    if (server) {
+        addServerSink(server);
+    } else {
+        addToBin(configured ? adapted(configured) : silentSink());
     }
-    if (m_isServerSink) {
-        const Owned<GstPad> pad(gst_element_get_static_pad(m_sink, "sink"));
-        gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onSinkQuery, m_format.get(), nullptr);
-    }
+}
+
+void AudioBin::addServerSink(GstElement *sink)
+{
+    const Owned<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onSinkQuery, m_format.get(), nullptr);
+    addToBin(sink);
+    m_isServerSink = true;
+}
+
+void AudioBin::addToBin(GstElement *sink)
+{
+    m_sink = sink;
     gst_bin_add(GST_BIN(m_bin.get()), m_sink);
     gst_element_link(m_volume, m_sink);
 }
@@ -224,10 +237,31 @@ void AudioBin::removeLostSink()
 
 void AudioBin::connectSound()
 {
-    if (!m_sink) {
-        addSink(true);
-        keepConnection();
+    if (!m_sink && !std::getenv("VORO_AUDIO_SINK")) {
+        g_thread_unref(g_thread_new("voro-connect", connect, this));
     }
+}
+
+gpointer AudioBin::connect(gpointer self)
+{
+    struct Connected {
+        AudioBin *bin;
+        GstElement *sink;
+    };
+    const auto adopt = [](gpointer data) -> gboolean {
+        const std::unique_ptr<Connected> connected(static_cast<Connected *>(data));
+        if (connected->bin->m_sink) {
+            discard(connected->sink);
+        } else {
+            connected->bin->addServerSink(connected->sink);
+            connected->bin->keepConnection();
+        }
+        return G_SOURCE_REMOVE;
+    };
+    if (GstElement *sink = serverSink()) {
+        g_idle_add(adopt, new Connected{static_cast<AudioBin *>(self), sink});
+    }
+    return nullptr;
 }
 
 void AudioBin::keepConnection()

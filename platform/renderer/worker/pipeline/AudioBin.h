@@ -42,7 +42,8 @@ public:
     bool isFarAhead() const { return m_isServerSink && m_ahead == Ahead::Much; }
     /** The last boundary that went to the sink. */
     SinkWatch::Boundary boundary() const { return m_sinkWatch.boundary(); }
-    bool isExchangingStream() const { return m_sinkWatch.isExchanging(); }
+    /** As SinkWatch says. */
+    bool isExchangedElsewhere() const { return m_sinkWatch.isExchangedElsewhere(); }
     /**
      * Whether the kept connection to the sound server broke. That takes time to find out; the sink is good for nothing
      * then.
@@ -54,7 +55,10 @@ public:
     void removeSink();
     /** Does so when the connection broke. */
     void removeLostSink();
-    /** Before the bin is in use, as far as there is a sound server. */
+    /**
+     * Before the bin is in use: connects to the sound server, if that is what it would play to. Does not wait for it,
+     * because a server that hangs keeps its callers waiting.
+     */
     void connectSound();
     /** Before the bin is taken out of use: to connect to the sound server anew would take time with each medium. */
     void keepConnection();
@@ -84,6 +88,9 @@ private:
     /** How much is decoded before it is needed. */
     void decodeAhead(GstClockTime time);
     void addSink(bool isAudible);
+    void addServerSink(GstElement *sink);
+    void addToBin(GstElement *sink);
+    static gpointer connect(gpointer self);
     void addTempo();
     void removeTempo();
 

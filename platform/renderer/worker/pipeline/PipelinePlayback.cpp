@@ -93,14 +93,15 @@ void PipelinePlayback::forgetMessages()
 }
 
 /**
- * Runs in the thread that posts a message. The one that asks for the time hears that the stream at the sound server is
- * dead while the sink exchanges it; when the new one cannot be had, the streaming thread says so.
+ * Runs in the thread that posts a message. Whoever asks the sink for the time, which is the pipeline's, hears that the
+ * stream at the sound server is dead while another thread exchanges it. When the new one cannot be had, that thread
+ * says so.
  */
 GstBusSyncReply PipelinePlayback::onPosted(GstBus *, GstMessage *message, gpointer self)
 {
     const AudioBin &audio = static_cast<PipelinePlayback *>(self)->m_audio;
-    const bool isUntrue = GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR && audio.isExchangingStream()
-                          && g_main_context_is_owner(nullptr) && audio.isSink(GST_MESSAGE_SRC(message));
+    const bool isUntrue = GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR && audio.isExchangedElsewhere()
+                          && audio.isSink(GST_MESSAGE_SRC(message));
     if (!isUntrue) {
         return GST_BUS_PASS;
     }

@@ -24,7 +24,7 @@ void SinkWatch::begin(GstElement *serverSink, Ahead ahead)
 {
     m_serverSink = serverSink;
     m_ahead = ahead;
-    m_isExchanging = false;
+    m_exchanging = nullptr;
     m_format.reset();
     m_end = GST_CLOCK_TIME_NONE;
 }
@@ -34,7 +34,7 @@ GstPadProbeReturn SinkWatch::onData(GstPad *pad, GstPadProbeInfo *info, gpointer
 {
     auto *watch = static_cast<SinkWatch *>(self);
     // Whatever came before has passed the sink.
-    watch->m_isExchanging = false;
+    watch->m_exchanging = nullptr;
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM) {
         watch->onEvent(pad, GST_PAD_PROBE_INFO_EVENT(info));
         return GST_PAD_PROBE_OK;
@@ -78,7 +78,7 @@ void SinkWatch::noteFormat(GstPad *pad, GstCaps *format)
     if (isOther && isFarAhead() && GST_CLOCK_TIME_IS_VALID(m_end) && m_end > 0) {
         gst_pad_push_event(pad, gst_event_new_gap(m_end - 1, 1));
     }
-    m_isExchanging = m_serverSink != nullptr;
+    m_exchanging = m_serverSink ? g_thread_self() : nullptr;
 }
 
 void SinkWatch::noteBoundary()

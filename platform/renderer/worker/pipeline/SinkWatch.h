@@ -32,10 +32,14 @@ public:
     /** The last boundary that went to the sink. */
     Boundary boundary() const;
     /**
-     * Whether the sink may be exchanging its stream at the server for one of another format. Whoever asks it for the
-     * time meanwhile makes it report that its stream is dead.
+     * Whether another thread than the caller's may be exchanging the sink's stream at the server for one of another
+     * format. Whoever asks the sink for the time meanwhile makes it report that its stream is dead.
      */
-    bool isExchanging() const { return m_isExchanging; }
+    bool isExchangedElsewhere() const
+    {
+        const GThread *thread = m_exchanging;
+        return thread && thread != g_thread_self();
+    }
 
 private:
     static GstPadProbeReturn onData(GstPad *pad, GstPadProbeInfo *info, gpointer self);
@@ -48,7 +52,8 @@ private:
 
     GstElement *m_serverSink = nullptr;
     Ahead m_ahead = Ahead::Little;
-    std::atomic<bool> m_isExchanging = false;
+    /** The thread that may be exchanging the stream. */
+    std::atomic<GThread *> m_exchanging = nullptr;
     // Only the streaming thread uses what follows.
     Owned<GstCaps> m_format;
     GstSegment m_segment;

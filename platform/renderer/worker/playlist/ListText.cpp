@@ -39,12 +39,9 @@ std::vector<std::string_view> linesOf(std::string_view text)
     return lines;
 }
 
-/** A place made absolute, so that the list may be read from elsewhere. Lists from other systems have backslashes. */
-std::string absolutePlace(std::string place, const Medium &list)
+/** A place made absolute, so that the list may be read from elsewhere. */
+std::string absolutePlace(const std::string &place, const Medium &list)
 {
-    if (place.find('/') == std::string::npos) {
-        std::ranges::replace(place, '\\', '/');
-    }
     const Owned<char> scheme(g_uri_parse_scheme(place.c_str()));
     const bool isLocalPath = list.isLocal() && place[0] == '/';
     if (isLocalPath || (scheme && place.find("://") != std::string::npos)) {
@@ -70,7 +67,7 @@ std::string absoluteLines(std::string_view text, const Medium &list)
     return result;
 }
 
-/** A text of XML whose elements have no white space at their edges: the parser would take it for a part of a place. */
+/** A text of XML without white space beside its tags: the parser would take it for a part of a place. */
 std::string withoutEdges(std::string_view text)
 {
     constexpr std::string_view Space = " \t\r\n";

@@ -26,10 +26,10 @@ bool exists(const std::string &path)
     return openLocal(path)->isOpen();
 }
 
-/** Whether a name needs no decoding: ASCII without percent signs. */
+/** Whether a name needs no decoding: ASCII without percent signs and backslashes. */
 bool isPlain(const std::string &name)
 {
-    return std::ranges::all_of(name, [](unsigned char c) { return c < 128 && c != '%'; });
+    return std::ranges::all_of(name, [](unsigned char c) { return c < 128 && c != '%' && c != '\\'; });
 }
 
 std::string unescaped(const std::string &text)
@@ -46,6 +46,12 @@ std::string pathOf(const std::string &listed)
     }
     if (std::string plain = unescaped(listed); exists(plain)) {
         return plain;
+    }
+    // Lists from other systems.
+    std::string slashed = unescaped(listed);
+    std::ranges::replace(slashed, '\\', '/');
+    if (exists(slashed)) {
+        return slashed;
     }
     const Owned<char> narrow(g_convert(listed.c_str(), -1, "ISO-8859-1", "UTF-8", nullptr, nullptr, nullptr));
     return narrow && exists(narrow.get()) ? narrow.get() : listed;
