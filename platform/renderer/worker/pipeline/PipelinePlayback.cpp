@@ -30,6 +30,7 @@ void PipelinePlayback::begin()
     m_isLoaded = true;
     m_isOpening = true;
     m_tags.clear();
+    m_position = 0;
     ++m_load;
     // A short medium may be read to its end before anybody could say what comes next.
     m_succession.setUnknown();
@@ -61,6 +62,7 @@ void PipelinePlayback::unload()
     stop();
     forgetMessages();
     m_transport.reset();
+    m_position = 0;
     m_group = GST_GROUP_ID_INVALID;
     m_hasAdvanced = false;
     m_next.reset();
@@ -196,6 +198,10 @@ void PipelinePlayback::handleStart(GstMessage *message)
 /** In milliseconds; until the next medium is heard, whose beginning went to the sound server. */
 int64_t PipelinePlayback::untilNext() const
 {
+    if (m_audio.isExchangedElsewhere()) {
+        // It is asked for again.
+        return 1;
+    }
     GstElement *pipeline = m_pipeline.get();
     const GstClockTime now = GST_STATE(pipeline) == GST_STATE_PLAYING ? gst_element_get_current_running_time(pipeline)
                                                                       : gst_element_get_start_time(pipeline);
@@ -204,7 +210,11 @@ int64_t PipelinePlayback::untilNext() const
 
 int64_t PipelinePlayback::position() const
 {
-    return m_next ? std::max<int64_t>(0, m_next->end - untilNext()) : m_transport.position();
+    // The clock would add the time of the stream that ends to that of the next one, and stay ahead by it.
+    if (!m_audio.isExchangedElsewhere()) {
+        m_position = m_next ? std::max<int64_t>(0, m_next->end - untilNext()) : m_transport.position();
+    }
+    return m_position;
 }
 
 void PipelinePlayback::advanceWhenHeard()

@@ -88,6 +88,8 @@ private:
     bool m_hasAdvanced = false;
     /** Where the next medium begins, which went to the sound server and is not heard yet. */
     std::optional<SinkWatch::Boundary> m_next;
+    /** What was reported last. */
+    mutable int64_t m_position = 0;
     /** Runs until it is heard, while the medium plays. */
     MainLoopSource m_nextTimer;
     /** Why it does not play, if so. */
