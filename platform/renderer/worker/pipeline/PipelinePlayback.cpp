@@ -30,7 +30,6 @@ void PipelinePlayback::begin()
     m_isLoaded = true;
     m_isOpening = true;
     m_tags.clear();
-    m_position = 0;
     ++m_load;
     // A short medium may be read to its end before anybody could say what comes next.
     m_succession.setUnknown();

@@ -44,14 +44,16 @@ std::string pathOf(const std::string &listed)
     if (isPlain(listed) || exists(listed)) {
         return listed;
     }
-    if (std::string plain = unescaped(listed); exists(plain)) {
+    std::string plain = unescaped(listed);
+    if (exists(plain)) {
         return plain;
     }
-    // Lists from other systems.
-    std::string slashed = unescaped(listed);
-    std::ranges::replace(slashed, '\\', '/');
-    if (exists(slashed)) {
-        return slashed;
+    if (plain.find('\\') != std::string::npos) {
+        // The list is from another system.
+        std::ranges::replace(plain, '\\', '/');
+        if (exists(plain)) {
+            return plain;
+        }
     }
     const Owned<char> narrow(g_convert(listed.c_str(), -1, "ISO-8859-1", "UTF-8", nullptr, nullptr, nullptr));
     return narrow && exists(narrow.get()) ? narrow.get() : listed;
