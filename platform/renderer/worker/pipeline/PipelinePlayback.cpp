@@ -93,21 +93,37 @@ void PipelinePlayback::forgetMessages()
     gst_bus_set_flushing(GST_ELEMENT_BUS(m_pipeline.get()), FALSE);
 }
 
-/**
- * Runs in the thread that posts a message. Whoever asks the sink for the time, which is the pipeline's, hears that the
- * stream at the sound server is dead while another thread exchanges it. When the new one cannot be had, that thread
- * says so.
- */
+/** Runs in the thread that posts a message. One that nobody handles would wake the main thread for nothing. */
 GstBusSyncReply PipelinePlayback::onPosted(GstBus *, GstMessage *message, gpointer self)
 {
-    const AudioBin &audio = static_cast<PipelinePlayback *>(self)->m_audio;
-    const bool isUntrue = GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR && audio.isExchangedElsewhere()
-                          && audio.isSink(GST_MESSAGE_SRC(message));
-    if (!isUntrue) {
+    const auto *playback = static_cast<PipelinePlayback *>(self);
+    if (playback->isHandled(message) && !playback->isUntrue(message)) {
         return GST_BUS_PASS;
     }
     gst_message_unref(message);
     return GST_BUS_DROP;
+}
+
+/** Every element reports each of its states, of which only the pipeline's own count. */
+bool PipelinePlayback::isHandled(GstMessage *message) const
+{
+    constexpr int Types = GST_MESSAGE_ELEMENT | GST_MESSAGE_EOS | GST_MESSAGE_ERROR | GST_MESSAGE_TAG
+                          | GST_MESSAGE_STREAM_START | GST_MESSAGE_ASYNC_DONE | GST_MESSAGE_DURATION_CHANGED
+                          | GST_MESSAGE_BUFFERING;
+    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STATE_CHANGED) {
+        return GST_MESSAGE_SRC(message) == GST_OBJECT(m_pipeline.get());
+    }
+    return (GST_MESSAGE_TYPE(message) & Types) != 0;
+}
+
+/**
+ * Whoever asks the sink for the time, which is the pipeline's, hears that the stream at the sound server is dead while
+ * another thread exchanges it. When the new one cannot be had, that thread says so.
+ */
+bool PipelinePlayback::isUntrue(GstMessage *message) const
+{
+    return GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR && m_audio.isExchangedElsewhere()
+           && m_audio.isSink(GST_MESSAGE_SRC(message));
 }
 
 gboolean PipelinePlayback::onMessage(GstBus *, GstMessage *message, gpointer self)
@@ -148,9 +164,7 @@ void PipelinePlayback::handle(GstMessage *message)
         m_events.changed();
         break;
     case GST_MESSAGE_STATE_CHANGED:
-        if (GST_MESSAGE_SRC(message) == GST_OBJECT(m_pipeline.get())) {
-            m_transport.stateChanged();
-        }
+        m_transport.stateChanged();
         break;
     case GST_MESSAGE_DURATION_CHANGED:
         m_events.changed();

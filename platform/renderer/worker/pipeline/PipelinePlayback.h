@@ -63,6 +63,8 @@ protected:
 
 private:
     static GstBusSyncReply onPosted(GstBus *bus, GstMessage *message, gpointer self);
+    bool isHandled(GstMessage *message) const;
+    bool isUntrue(GstMessage *message) const;
     static gboolean onMessage(GstBus *bus, GstMessage *message, gpointer self);
     void handleTags(GstMessage *message);
     void handleStart(GstMessage *message);

@@ -339,7 +339,7 @@ Dimensions PlaybinPlayback::dimensions() const
 void PlaybinPlayback::handle(GstMessage *message)
 {
     PipelinePlayback::handle(message);
-    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STATE_CHANGED && GST_MESSAGE_SRC(message) == GST_OBJECT(pipeline())) {
+    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STATE_CHANGED) {
         GstState state = GST_STATE_NULL;
         gst_message_parse_state_changed(message, nullptr, &state, nullptr);
         m_captions.setRunning(state == GST_STATE_PLAYING);
