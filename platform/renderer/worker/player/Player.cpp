@@ -49,7 +49,7 @@ void Player::open(const requests::Open &request, Answer answer)
     } else if (!isPlaylist) {
         m_queue.assign({{medium, {}}});
         m_mayBePlaylist = !medium.isLocal();
-        openTrack(1, request.start.milliseconds);
+        loadTrack(1, request.start.milliseconds);
     } else {
         m_playlist.read(medium, [this, start = request.start](const Result &result, std::vector<QueueEntry> entries) {
             if (!result) {
@@ -73,6 +73,14 @@ void Player::openTrack(unsigned track, int64_t position)
     if (problem) {
         load();
     }
+}
+
+/** Loads a track that has been checked. */
+void Player::loadTrack(unsigned track, int64_t position)
+{
+    m_queue.setCurrent(track);
+    m_position = position;
+    load();
 }
 
 void Player::load()
@@ -172,15 +180,7 @@ Result Player::play()
         m_phase = Phase::Starting;
         return {};
     case Phase::Stopped:
-        if (m_queue.total() == 1) {
-            if (const Result problem = medium(1).check(); !problem) {
-                return problem;
-            }
-        }
-        m_phase = Phase::Starting;
-        m_isForward = true;
-        openTrack(m_queue.current(), m_position);
-        return {};
+        return replay();
     case Phase::Starting:
     case Phase::Running:
         return {};
@@ -188,6 +188,23 @@ Result Player::play()
         break;
     }
     return {ErrorCode::InvalidState, "no medium"};
+}
+
+/** Plays what was stopped, from where it was. */
+Result Player::replay()
+{
+    const bool isSingle = m_queue.total() == 1;
+    if (const Result problem = isSingle ? medium(1).check() : Result(); !problem) {
+        return problem;
+    }
+    m_phase = Phase::Starting;
+    m_isForward = true;
+    if (isSingle) {
+        loadTrack(1, m_position);
+    } else {
+        openTrack(m_queue.current(), m_position);
+    }
+    return {};
 }
 
 Result Player::begin()

@@ -63,6 +63,7 @@ private:
 
     /** Goes to a track, or to a later one when it does not play. */
     void openTrack(unsigned track, int64_t position);
+    void loadTrack(unsigned track, int64_t position);
     void load();
     /** Opens the current medium again where it is. */
     void reload();
@@ -73,6 +74,7 @@ private:
     /** The queue is over, with the track that was played last. */
     void complete(unsigned track, int64_t last);
     bool seekTo(int64_t position, Speed speed);
+    Result replay();
     Result begin();
     void proceed();
     void holdAtBeginning();
