@@ -151,8 +151,7 @@ struct PlainObject {
     bool add(const Line &line)
     {
         QVariant value;
-        const bool isBare = line.mark == '-' && line.whole.size() == line.name.size() + 1;
-        if (!isBare && !decodeValue(line, value)) {
+        if (!decodeValue(line, value)) {
             return false;
         }
         if (line.mark == '-') {

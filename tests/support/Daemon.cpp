@@ -46,7 +46,8 @@ bool Daemon::start(const QStringList &environment)
 {
     const QString path = m_folder.filePath(QStringLiteral("notify"));
     const NotifySocket ready(path);
-    m_process.setEnvironment(QProcess::systemEnvironment() + environment
+    // What GLib and GStreamer complain about is a fault of the worker, and ends it.
+    m_process.setEnvironment(QProcess::systemEnvironment() + QStringList{"G_DEBUG=fatal-criticals"} + environment
                              + QStringList(QLatin1String("NOTIFY_SOCKET=") + path));
     m_process.start(QStringLiteral(VOROD), QStringList());
     return m_process.waitForStarted() && ready.wait();

@@ -39,8 +39,8 @@ private Q_SLOTS:
         row("text beyond ASCII", "gr\u00F6\u00DFe::\u00FC\n",
             {{QStringLiteral("gr\u00F6\u00DFe"), QStringLiteral("\u00FC")}});
         row("bytes that are no UTF-8", "a::x\xFFy", {{a, QStringLiteral("x\uFFFDy")}});
-        row("escapes", "a:c:1\\n2\\t\\\\\\\"\\x41\\101\\0339",
-            {{a, QStringLiteral("1\n2\t\\\"AA\x1B"
+        row("escapes", "a:c:1\\n2\\t\\\\\\\"\\x4A\\x4b\\101\\0339",
+            {{a, QStringLiteral("1\n2\t\\\"JKA\x1B"
                                 "9")}});
         row("escaped UTF-8", "a:c:\\303\\274", {{a, QStringLiteral("\u00FC")}});
         row("booleans", "a:b:true\nz:b:false", {{a, true}, {QStringLiteral("z"), false}});

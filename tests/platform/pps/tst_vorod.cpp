@@ -238,6 +238,17 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(folder + "/voro"));
     }
 
+    void runtimeFolder_isClosedToOthers()
+    {
+        const QTemporaryDir folder;
+        QVERIFY(QFile::setPermissions(folder.path(), QFile::Permissions(0x7755)));
+        qputenv("VORO_RUNTIME_DIR", folder.path().toLocal8Bit());
+        qputenv("VORO_AUTOSPAWN", "0");
+        pps::Connection connection;
+        QVERIFY(openError(connection) != 0);
+        QCOMPARE(QFile::permissions(folder.path()), QFile::Permissions(0x7700));
+    }
+
     void secondDaemon_isRefused()
     {
         Daemon daemon;
