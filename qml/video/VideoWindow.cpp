@@ -1,10 +1,10 @@
 #include "VideoWindow.h"
 
+#include "ImageNode.h"
 #include "PlanarNode.h"
 
 #include <QtCore/QUuid>
 #include <QtQuick/QQuickWindow>
-#include <QtQuick/QSGImageNode>
 
 #include <utility>
 
@@ -102,22 +102,19 @@ QSGNode *VideoWindow::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
     }
     const bool isNew = std::exchange(m_isNew, false) || !old;
     return isPlanar ? updatePlanes(static_cast<PlanarNode *>(old), isNew)
-                    : updateImage(static_cast<QSGImageNode *>(old), isNew);
+                    : updateImage(static_cast<ImageNode *>(old), isNew);
 }
 
-QSGNode *VideoWindow::updateImage(QSGImageNode *node, bool isNew)
+QSGNode *VideoWindow::updateImage(ImageNode *node, bool isNew)
 {
     if (!node) {
-        node = window()->createImageNode();
-        node->setOwnsTexture(true);
-        node->setFiltering(QSGTexture::Linear);
+        node = new ImageNode(window());
     }
     if (isNew) {
         node->setTexture(window()->createTextureFromImage(renderer::Frame::image(m_receiver.frame()),
                                                           QQuickWindow::TextureIsOpaque));
     }
-    node->setRect(contentRect());
-    node->setSourceRect(sourceRect());
+    node->setRects(contentRect(), sourceRect(), window()->effectiveDevicePixelRatio());
     return node;
 }
 

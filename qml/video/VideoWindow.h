@@ -6,10 +6,9 @@
 
 #include <renderer/frames/FrameReceiver.h>
 
-class QSGImageNode;
-
 namespace voro::qml {
 
+class ImageNode;
 class PlanarNode;
 
 /**
@@ -66,7 +65,7 @@ protected:
 private:
     void onFrameChanged();
     QRectF sourceRect() const;
-    QSGNode *updateImage(QSGImageNode *node, bool isNew);
+    QSGNode *updateImage(ImageNode *node, bool isNew);
     QSGNode *updatePlanes(PlanarNode *node, bool isNew);
 
     const QString m_windowId;

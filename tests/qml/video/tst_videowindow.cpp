@@ -149,6 +149,22 @@ private Q_SLOTS:
         }
     }
 
+    /** Where its pixels are not the screen's, also when only an item around it is scaled later. */
+    void picture_isInterpolated()
+    {
+        makeScene();
+        video()->setSize(QSizeF(320, 240));
+        QCOMPARE(player()->setSourceUrl(QUrl::fromLocalFile(m_folder.filePath("one.mp4"))), MediaError::None);
+        QCOMPARE(player()->play(), MediaError::None);
+        QVERIFY(shows({{{40, 30}, Qt::red}}));
+        QCOMPARE(player()->pause(), MediaError::None);
+        m_view->rootObject()->setTransformOrigin(QQuickItem::TopLeft);
+        m_view->rootObject()->setScale(2);
+        const QImage image = m_view->grabWindow();
+        // Between red and green, at 160 of 320.
+        QVERIFY(image.pixel(318, 120) != image.pixel(319, 120));
+    }
+
     void picture_followsSeek_staysInPause_goesWithTheMedium()
     {
         makeScene();
