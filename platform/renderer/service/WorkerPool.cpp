@@ -1,5 +1,6 @@
 #include "WorkerPool.h"
 
+#include <pps/FilePages.h>
 #include <renderer/common/Protocol.h>
 
 #include <algorithm>
@@ -7,15 +8,24 @@
 
 namespace voro::renderer {
 
+namespace {
+
+/** So long after a start or an end few of the pages are needed any more that were needed for it. */
+constexpr int Calm = 3'000;
+
+} // namespace
+
 /** A context's hold on a worker. */
 class WorkerPool::Lease : public Engine {
 public:
     Lease(WorkerPool &pool, std::shared_ptr<Worker> worker) : m_pool(pool), m_worker(std::move(worker))
     {
         ++m_pool.m_leases;
+        m_pool.m_calmTimer.start(Calm);
     }
     ~Lease() override
     {
+        m_pool.m_calmTimer.start(Calm);
         setFrameQueues({});
         if (m_worker->isCompleting()) {
             m_pool.endCompleted(m_worker);
@@ -75,6 +85,8 @@ WorkerPool::WorkerPool(pps::Broker &broker, Worker::Kind kind)
 {
     m_spareTimer.setSingleShot(true);
     QObject::connect(&m_spareTimer, &QTimer::timeout, [this] { reviewSpare(); });
+    m_calmTimer.setSingleShot(true);
+    QObject::connect(&m_calmTimer, &QTimer::timeout, pps::releaseLibraryPages);
     m_broker.serve(WorkerPath, this);
 }
 

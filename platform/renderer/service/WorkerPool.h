@@ -59,6 +59,7 @@ private:
     size_t m_leases = 0;
     std::shared_ptr<Worker> m_spare;
     QTimer m_spareTimer;
+    QTimer m_calmTimer;
     QElapsedTimer m_lastStart;
     /** Whether starts follow each other so closely that the next one is expected. */
     bool m_isBurst = false;
