@@ -4,11 +4,14 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace voro::pps {
 
@@ -35,8 +38,10 @@ bool parse(std::string_view line, Mapping &mapping)
     return true;
 }
 
-/** Nothing is loaded or unloaded while this runs. */
-int release(dl_phdr_info *object, size_t, void *)
+using Area = std::span<std::byte>;
+
+/** Adds an object's areas that cannot be written. Nothing is loaded or unloaded while this runs. */
+int addAreas(dl_phdr_info *object, size_t, void *areas)
 {
     static const auto page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
     for (const auto &segment : std::span(object->dlpi_phdr, object->dlpi_phnum)) {
@@ -45,7 +50,7 @@ int release(dl_phdr_info *object, size_t, void *)
         }
         const uintptr_t begin = (object->dlpi_addr + segment.p_vaddr) & ~(page - 1);
         const uintptr_t end = (object->dlpi_addr + segment.p_vaddr + segment.p_memsz + page - 1) & ~(page - 1);
-        madvise(reinterpret_cast<void *>(begin), end - begin, MADV_DONTNEED);
+        static_cast<std::vector<Area> *>(areas)->emplace_back(reinterpret_cast<std::byte *>(begin), end - begin);
     }
     return 0;
 }
@@ -71,7 +76,12 @@ void releaseFilePages(const std::string &process)
 
 void releaseLibraryPages()
 {
-    dl_iterate_phdr(release, nullptr);
+    std::vector<Area> areas;
+    dl_iterate_phdr(addAreas, &areas);
+    // Not before all are known: the descriptions are in such pages themselves, and would bring others along with them.
+    for (const Area &area : areas) {
+        madvise(area.data(), area.size(), MADV_DONTNEED);
+    }
 }
 
 } // namespace voro::pps
