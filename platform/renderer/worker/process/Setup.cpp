@@ -1,6 +1,7 @@
 #include "Setup.h"
 
 #include <malloc.h>
+#include <orc/orc.h>
 #include <renderer/worker/gst/FileSource.h>
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/lookup/OpenMedia.h>
@@ -92,6 +93,8 @@ void warmUp()
     for (const char *element : Faulty) {
         rank(element, GST_RANK_NONE);
     }
+    // Otherwise with the first sound, for half a millisecond.
+    orc_init();
     for (const char *name : Common) {
         const Owned<GstPluginFeature> feature(gst_registry_lookup_feature(gst_registry_get(), name));
         const Owned<GstPluginFeature> loaded(feature ? gst_plugin_feature_load(feature.get()) : nullptr);
