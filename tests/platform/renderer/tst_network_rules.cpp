@@ -3,6 +3,9 @@
 #include <arpa/inet.h>
 #include <netdb.h>
 #include <netinet/in.h>
+#include <renderer/worker/gst/FileSource.h>
+#include <renderer/worker/gst/Gst.h>
+#include <renderer/worker/lookup/OpenMedia.h>
 #include <renderer/worker/process/NetworkRules.h>
 #include <Rows.h>
 #include <unistd.h>
@@ -74,6 +77,26 @@ private Q_SLOTS:
         }
         const sockaddr_storage storage = addressOf(target);
         QTEST(rules.mayConnect(reinterpret_cast<const sockaddr &>(storage)), "isAllowed");
+    }
+
+    void mediumFromTheNet_namesNoOtherSource()
+    {
+        gst_init(nullptr, nullptr);
+        QVERIFY(registerFileSource(OpenMedia::mayBeOpened));
+        const auto isMade = [](const char *uri) {
+            GstElement *source = gst_element_make_from_uri(GST_URI_SRC, uri, nullptr, nullptr);
+            return Owned<GstElement>(source ? GST_ELEMENT(gst_object_ref_sink(source)) : nullptr) != nullptr;
+        };
+        constexpr const char *Others[] = {"file:///etc/passwd", "fd://0", "data:,a"};
+        for (const char *uri : Others) {
+            QVERIFY2(isMade(uri), uri);
+        }
+        OpenMedia media;
+        media.add("http://203.0.113.1/a");
+        QVERIFY(isMade("http://203.0.113.1/b"));
+        for (const char *uri : Others) {
+            QVERIFY2(!isMade(uri), uri);
+        }
     }
 
     void connectionsAreAsked()
