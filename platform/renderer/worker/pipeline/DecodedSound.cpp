@@ -56,6 +56,7 @@ GstPadProbeReturn DecodedSound::onData(GstPad *, GstPadProbeInfo *info, gpointer
     }
     const GstEvent *event = GST_PAD_PROBE_INFO_EVENT(info);
     if (GST_EVENT_TYPE(event) == GST_EVENT_FLUSH_STOP) {
+        const std::lock_guard lock(sound->m_mutex);
         sound->m_joined.reset();
     } else if ((gst_event_type_get_flags(GST_EVENT_TYPE(event)) & GST_EVENT_TYPE_SERIALIZED) != 0) {
         sound->passOn();
@@ -104,9 +105,10 @@ GstPadProbeReturn DecodedSound::join(GstPadProbeInfo *info)
     const Owned<GstBuffer> buffer(GST_PAD_PROBE_INFO_BUFFER(info));
     GST_PAD_PROBE_INFO_DATA(info) = nullptr;
     const gsize size = gst_buffer_get_size(buffer.get());
+    const std::lock_guard lock(m_mutex);
     if (m_joined
         && (!isContinued(m_joined.get(), buffer.get()) || m_filled + size > gst_buffer_get_size(m_joined.get()))) {
-        passOn();
+        passOnJoined();
     }
     if (!m_joined) {
         // In one piece from the beginning: memory that grows leaves holes, and is copied once more.
@@ -140,8 +142,14 @@ GstBuffer *DecodedSound::finished()
     return m_joined.release();
 }
 
-/** The pad itself takes nothing any more when that is the end. */
 void DecodedSound::passOn()
+{
+    const std::lock_guard lock(m_mutex);
+    passOnJoined();
+}
+
+/** The pad itself takes nothing any more when that is the end. */
+void DecodedSound::passOnJoined()
 {
     if (m_joined) {
         GstBuffer *buffer = finished();

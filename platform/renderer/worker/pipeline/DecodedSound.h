@@ -4,6 +4,8 @@
 
 #include <renderer/worker/gst/Gst.h>
 
+#include <mutex>
+
 namespace voro::renderer {
 
 /**
@@ -20,7 +22,7 @@ public:
     void watch(GstPad *pad);
     /** Begins a medium, while nothing flows. */
     void begin(Ahead ahead);
-    /** Has what waits go on, in the decoding thread: nothing else may come for long. */
+    /** Has what waits go on, in any streaming thread: nothing else may come for long. */
     void passOn();
 
 private:
@@ -28,13 +30,15 @@ private:
     GstPadProbeReturn onBuffer(GstPadProbeInfo *info);
     void pace(GstClockTime duration);
     GstPadProbeReturn join(GstPadProbeInfo *info);
+    void passOnJoined();
     GstBuffer *finished();
 
     GstPad *m_pad = nullptr;
     Ahead m_ahead = Ahead::Little;
-    // Only the decoding thread uses what follows.
-    /** How much was decoded since a medium began or was sought in. */
+    /** How much was decoded since a medium began or was sought in. Only the thread that decodes uses it. */
     GstClockTime m_decoded = 0;
+    /** Held until a buffer that waited is in the queue, so that none overtakes it. */
+    std::mutex m_mutex;
     /** What waits until it is enough. */
     Owned<GstBuffer> m_joined;
     /** How many bytes of that are sound. */
