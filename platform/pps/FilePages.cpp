@@ -40,7 +40,7 @@ bool parse(std::string_view line, Mapping &mapping)
 
 using Area = std::span<std::byte>;
 
-/** Adds an object's areas that cannot be written. Nothing is loaded or unloaded while this runs. */
+/** Adds an object's areas that cannot be written. */
 int addAreas(dl_phdr_info *object, size_t, void *areas)
 {
     static const auto page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
@@ -53,6 +53,21 @@ int addAreas(dl_phdr_info *object, size_t, void *areas)
         static_cast<std::vector<Area> *>(areas)->emplace_back(reinterpret_cast<std::byte *>(begin), end - begin);
     }
     return 0;
+}
+
+/**
+ * Gives the areas of all objects back, when all are known: the descriptions are in such pages themselves, and would
+ * bring others along with them.
+ */
+int releaseAreas(dl_phdr_info *, size_t, void *)
+{
+    std::vector<Area> areas;
+    dl_iterate_phdr(addAreas, &areas);
+    for (const Area &area : areas) {
+        madvise(area.data(), area.size(), MADV_DONTNEED);
+    }
+    constexpr int Enough = 1;
+    return Enough;
 }
 
 } // namespace
@@ -76,12 +91,8 @@ void releaseFilePages(const std::string &process)
 
 void releaseLibraryPages()
 {
-    std::vector<Area> areas;
-    dl_iterate_phdr(addAreas, &areas);
-    // Not before all are known: the descriptions are in such pages themselves, and would bring others along with them.
-    for (const Area &area : areas) {
-        madvise(area.data(), area.size(), MADV_DONTNEED);
-    }
+    // No other thread loads or unloads anything while a callback runs.
+    dl_iterate_phdr(releaseAreas, nullptr);
 }
 
 } // namespace voro::pps
