@@ -23,6 +23,17 @@ bool isWhole(QPointF point)
     return isNear(point.x(), std::round(point.x())) && isNear(point.y(), std::round(point.y()));
 }
 
+/** Whether a node is drawn into a texture, as by an effect or for a picture of an item: in another size, perhaps. */
+bool isInLayer(const QSGNode *node)
+{
+    for (; node; node = node->parent()) {
+        if (node->type() == QSGNode::RootNodeType && node->parent()) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /** From a node's coordinates to those of the scene. */
 QMatrix4x4 toScene(const QSGNode *node)
 {
@@ -59,7 +70,11 @@ void ImageNode::setRects(const QRectF &rect, const QRectF &sourceRect, qreal pix
 /** Comes before each drawing of the scene: an item around this one may have been moved, turned or scaled. */
 void ImageNode::preprocess()
 {
-    m_image->setFiltering(isPixelByPixel() ? QSGTexture::Nearest : QSGTexture::Linear);
+    const QSGTexture::Filtering filtering = isPixelByPixel() ? QSGTexture::Nearest : QSGTexture::Linear;
+    // Set again, the picture would be drawn again.
+    if (filtering != m_image->filtering()) {
+        m_image->setFiltering(filtering);
+    }
 }
 
 bool ImageNode::isPixelByPixel() const
@@ -70,8 +85,9 @@ bool ImageNode::isPixelByPixel() const
     const QPointF begin = matrix.map(rect.topLeft()) * m_pixelRatio;
     const QPointF corner = matrix.map(rect.topRight()) * m_pixelRatio;
     const QPointF end = matrix.map(rect.bottomRight()) * m_pixelRatio;
-    return isWhole(begin) && isWhole(source.topLeft()) && isNear(corner.y(), begin.y()) && isNear(end.x(), corner.x())
-           && isNear(end.x() - begin.x(), source.width()) && isNear(end.y() - begin.y(), source.height());
+    return !isInLayer(this) && isWhole(begin) && isWhole(source.topLeft()) && isNear(corner.y(), begin.y())
+           && isNear(end.x(), corner.x()) && isNear(end.x() - begin.x(), source.width())
+           && isNear(end.y() - begin.y(), source.height());
 }
 
 } // namespace voro::qml

@@ -130,6 +130,14 @@ QSGNode *VideoWindow::updatePlanes(PlanarNode *node, bool isNew)
     return node;
 }
 
+void VideoWindow::itemChange(ItemChange change, const ItemChangeData &data)
+{
+    if (change == ItemDevicePixelRatioHasChanged) {
+        update();
+    }
+    QQuickItem::itemChange(change, data);
+}
+
 void VideoWindow::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
