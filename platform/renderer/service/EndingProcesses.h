@@ -2,6 +2,8 @@
 
 #include "Process.h"
 
+#include <pps/Log.h>
+
 #include <list>
 #include <memory>
 
@@ -18,7 +20,13 @@ public:
         process->kill();
         m_processes.push_back(std::move(process));
         const auto place = std::prev(m_processes.end());
-        (*place)->onEnd([this, place] { m_processes.erase(place); });
+        (*place)->onEnd([this, place] {
+            // The end of its connection may be noticed before its own.
+            if ((*place)->hasCrashed()) {
+                log::warn(log::Category::Worker, "a worker %s", (*place)->ending().c_str());
+            }
+            m_processes.erase(place);
+        });
     }
 
 private:

@@ -95,6 +95,11 @@ void Process::kill()
     }
 }
 
+bool Process::hasCrashed() const
+{
+    return WIFSIGNALED(m_status) && WTERMSIG(m_status) != SIGKILL;
+}
+
 std::string Process::ending() const
 {
     return WIFSIGNALED(m_status) ? "was ended by signal " + std::to_string(WTERMSIG(m_status))

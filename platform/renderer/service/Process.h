@@ -38,6 +38,8 @@ public:
     void kill();
     /** Detaches from the process: it is not killed with this object, and its end is not reported. */
     void detach();
+    /** Whether it was ended by a signal that is not kill()'s. */
+    bool hasCrashed() const;
     /** How it ended, in words. */
     std::string ending() const;
 
