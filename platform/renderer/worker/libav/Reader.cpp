@@ -61,7 +61,9 @@ void Reader::open(const std::string &path, const LocalFile::Shared &file)
     if (isLate) {
         m_segment.start = m_segment.time = m_segment.position = toNanoseconds(start);
     }
-    m_segment.duration = toNanoseconds(m_container->duration());
+    const int64_t duration = m_container->duration();
+    // A seek in a segment of no length would go to its beginning.
+    m_segment.duration = duration > 0 ? toNanoseconds(duration) : GST_CLOCK_TIME_NONE;
     std::string problem;
     const bool hasSound = addStream(AVMEDIA_TYPE_AUDIO, "audio", problem);
     const bool hasPictures = addStream(AVMEDIA_TYPE_VIDEO, "video", problem);
@@ -258,7 +260,7 @@ gboolean Reader::onQuery(GstPad *pad, GstObject *element, GstQuery *query)
     if (GST_QUERY_TYPE(query) == GST_QUERY_DURATION) {
         gst_query_parse_duration(query, &format, nullptr);
         const guint64 duration = reader->m_segment.duration;
-        if (format == GST_FORMAT_TIME && duration > 0) {
+        if (format == GST_FORMAT_TIME && GST_CLOCK_TIME_IS_VALID(duration)) {
             gst_query_set_duration(query, format, static_cast<gint64>(duration));
             return TRUE;
         }
