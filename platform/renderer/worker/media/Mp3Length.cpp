@@ -70,15 +70,33 @@ Header headerAt(const LocalFile &file, int64_t place)
     return header;
 }
 
-/** Behind the tags that may stand before the first frame. */
-int64_t audioStart(const LocalFile &file)
+/** Behind the tags that may stand before a frame. */
+int64_t behindTags(const LocalFile &file, int64_t place)
 {
-    int64_t start = 0;
-    for (Header tag = headerAt(file, 0); tag[0] == 'I' && tag[1] == 'D' && tag[2] == '3'; tag = headerAt(file, start)) {
+    constexpr unsigned HasFooter = 0x10;
+    for (Header tag = headerAt(file, place); tag[0] == 'I' && tag[1] == 'D' && tag[2] == '3';
+         tag = headerAt(file, place)) {
         const int64_t size = (tag[6] & 127) << 21 | (tag[7] & 127) << 14 | (tag[8] & 127) << 7 | (tag[9] & 127);
-        start += static_cast<int64_t>(tag.size()) + size;
+        place += static_cast<int64_t>(tag.size() * ((tag[5] & HasFooter) != 0 ? 2 : 1)) + size;
     }
-    return start;
+    return place;
+}
+
+/** Where frames go on behind tags, as in files that were joined, or behind damage; nothing when they do not. */
+std::optional<int64_t> nextFrame(const LocalFile &file, int64_t place)
+{
+    constexpr size_t MostDamage = 1 << 20;
+    place = behindTags(file, place);
+    const std::string damage = file.at(place, MostDamage);
+    for (size_t at = damage.find('\xff'); at != std::string::npos; at = damage.find('\xff', at + 1)) {
+        const int64_t found = place + static_cast<int64_t>(at);
+        const auto frame = frameOf(headerAt(file, found));
+        const auto following = frame ? frameOf(headerAt(file, found + frame->size)) : std::nullopt;
+        if (following && following->rate == frame->rate) {
+            return found;
+        }
+    }
+    return std::nullopt;
 }
 
 unsigned bytesAt(std::string_view text, size_t place, size_t size)
@@ -95,7 +113,7 @@ unsigned bytesAt(std::string_view text, size_t place, size_t size)
 std::optional<Mp3Sound> mp3Sound(const std::string &path)
 {
     const LocalFile::Shared file = openLocal(path);
-    const int64_t place = audioStart(*file);
+    const int64_t place = behindTags(*file, 0);
     const auto first = frameOf(headerAt(*file, place));
     if (!first) {
         return std::nullopt;
@@ -124,7 +142,7 @@ std::optional<Mp3Sound> mp3Sound(const std::string &path)
 bool isMp3(const std::string &path)
 {
     const LocalFile::Shared file = openLocal(path);
-    const int64_t place = audioStart(*file);
+    const int64_t place = behindTags(*file, 0);
     const auto first = frameOf(headerAt(*file, place));
     return first && frameOf(headerAt(*file, place + first->size));
 }
@@ -132,7 +150,7 @@ bool isMp3(const std::string &path)
 std::optional<int64_t> mp3Length(const std::string &path)
 {
     const LocalFile::Shared file = openLocal(path);
-    int64_t place = audioStart(*file);
+    int64_t place = behindTags(*file, 0);
     const auto first = frameOf(headerAt(*file, place));
     if (!first || !frameOf(headerAt(*file, place + first->size))) {
         return std::nullopt;
@@ -144,9 +162,12 @@ std::optional<int64_t> mp3Length(const std::string &path)
         }
     }
     double seconds = 0;
-    while (const auto frame = frameOf(headerAt(*file, place))) {
-        seconds += static_cast<double>(frame->samples) / frame->rate;
-        place += frame->size;
+    for (std::optional<int64_t> next = place; next; next = nextFrame(*file, place)) {
+        place = *next;
+        while (const auto frame = frameOf(headerAt(*file, place))) {
+            seconds += static_cast<double>(frame->samples) / frame->rate;
+            place += frame->size;
+        }
     }
     return static_cast<int64_t>(seconds * 1000);
 }
