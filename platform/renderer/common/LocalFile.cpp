@@ -1,12 +1,36 @@
 #include "LocalFile.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 
 namespace voro::renderer {
+
+namespace {
+
+using FilesystemStatus = struct statfs;
+
+/**
+ * Whether a file shows the system itself: the memory of processes, the kernel's settings and traces. Such files count
+ * as regular ones.
+ */
+bool isOfSystem(const pps::Fd &file)
+{
+    constexpr std::array<decltype(FilesystemStatus::f_type), 15> Types{
+        PROC_SUPER_MAGIC, SYSFS_MAGIC,    DEBUGFS_MAGIC,      TRACEFS_MAGIC,       SECURITYFS_MAGIC,
+        SELINUX_MAGIC,    SMACK_MAGIC,    CGROUP_SUPER_MAGIC, CGROUP2_SUPER_MAGIC, BPF_FS_MAGIC,
+        PSTOREFS_MAGIC,   EFIVARFS_MAGIC, NSFS_MAGIC,         BINFMTFS_MAGIC,      DEVPTS_SUPER_MAGIC,
+    };
+    FilesystemStatus status{};
+    return fstatfs(file.get(), &status) == 0 && std::ranges::find(Types, status.f_type) != Types.end();
+}
+
+} // namespace
 
 LocalFile::Shared LocalFile::open(const std::string &path)
 {
@@ -20,7 +44,7 @@ LocalFile::Shared LocalFile::openAt(const pps::Fd &pathDescriptor)
         return std::make_shared<LocalFile>(errno);
     }
     // To open a device may change it.
-    if (!S_ISREG(status.st_mode)) {
+    if (!S_ISREG(status.st_mode) || isOfSystem(pathDescriptor)) {
         return std::make_shared<LocalFile>(EMEDIUMTYPE);
     }
     pps::Fd file(::open(nameOf(pathDescriptor).c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));

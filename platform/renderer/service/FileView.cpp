@@ -69,23 +69,24 @@ FileView::Shared FileView::of(pid_t process)
 
 pps::Fd FileView::open(const std::string &path, int flags, mode_t mode) const
 {
-    if (!m_root.isValid()) {
-        return pps::Fd(::open(path.c_str(), flags, mode));
-    }
+    const bool hasRoot = m_root.isValid();
     open_how how{};
     how.flags = static_cast<uint64_t>(flags);
     how.mode = mode;
-    how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
+    // A link such as /proc/self/fd/3 leads to what this process has open.
+    how.resolve = RESOLVE_NO_MAGICLINKS | (hasRoot ? RESOLVE_IN_ROOT : 0);
     // Something may be renamed at this very moment, and by intent again and again.
     constexpr int MostAttempts = 100;
     pps::Fd file;
     for (int attempt = 0; attempt < MostAttempts; ++attempt) {
-        file.reset(static_cast<int>(syscall(SYS_openat2, m_root.get(), path.c_str(), &how, sizeof how)));
+        const int place = hasRoot ? m_root.get() : AT_FDCWD;
+        file.reset(static_cast<int>(syscall(SYS_openat2, place, path.c_str(), &how, sizeof how)));
         if (file.isValid() || errno != EAGAIN) {
             break;
         }
     }
-    return file;
+    // Kernels before 5.6.
+    return hasRoot || file.isValid() || errno != ENOSYS ? std::move(file) : pps::Fd(::open(path.c_str(), flags, mode));
 }
 
 } // namespace voro::renderer

@@ -139,6 +139,7 @@ private Q_SLOTS:
         row("pipe that nobody writes to", "fifo.ogg", ErrorCode::UnsupportedMediaType);
         row("socket", "socket.ogg", ErrorCode::UnsupportedMediaType);
         add("device", "/dev/zero", static_cast<int>(ErrorCode::UnsupportedMediaType));
+        add("file of the kernel", "/proc/version", static_cast<int>(ErrorCode::UnsupportedMediaType));
         add("nothing", {}, static_cast<int>(ErrorCode::SourceUnavailable));
         add("long name", base + QByteArray(300, 'x'), static_cast<int>(ErrorCode::SourceUnavailable));
     }
