@@ -129,6 +129,14 @@ bool Medium::isPlaylistText(std::string_view head)
            || (content.starts_with("<?xml") && content.find("<playlist") != std::string_view::npos);
 }
 
+bool Medium::isStreamIndex(std::string_view head)
+{
+    const std::string text = lowerCase(withoutByteOrderMark(head));
+    const bool isXml = text.find_first_not_of(" \t\r\n") == text.find('<');
+    return text.starts_with("#extm3u")
+           || (isXml && (text.find("<mpd") != text.npos || text.find("<smoothstreamingmedia") != text.npos));
+}
+
 bool Medium::isNamedLikePlaylist() const
 {
     constexpr std::array Extensions{".m3u", ".pls", ".xspf", ".asx", ".m3u8"};

@@ -38,6 +38,8 @@ public:
      * plays like a medium.
      */
     static bool isPlaylistText(std::string_view head);
+    /** Whether it is such an index, which names the pieces of a stream: of HLS, DASH or Smooth Streaming. */
+    static bool isStreamIndex(std::string_view head);
     /** A text without the mark of UTF-8 that some programs write at its beginning. */
     static std::string_view withoutByteOrderMark(std::string_view text);
     /** Whether media come from the network by that scheme, whatever its case. */

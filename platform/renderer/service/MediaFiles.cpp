@@ -43,12 +43,13 @@ std::set<std::string> namedIn(const Settings &settings)
     return paths;
 }
 
-/** A very large list may end in anything. */
+/** Whether a file names others; what merely has some text in it, as a song's tags, does not. */
 bool isList(const std::string &path, const LocalFile &file)
 {
     constexpr size_t HeadSize = 4096;
     const std::string head = file.at(0, HeadSize);
-    return !head.empty() && (Medium(path).isNamedLikePlaylist() || head.find('\0') == std::string::npos);
+    return !head.empty()
+           && (Medium(path).isNamedLikePlaylist() || Medium::isPlaylistText(head) || Medium::isStreamIndex(head));
 }
 
 } // namespace

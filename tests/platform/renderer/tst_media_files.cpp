@@ -103,10 +103,11 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const auto path = [&](const char *name) { return folder.filePath(QString::fromLatin1(name)).toStdString(); };
-        for (const auto &[name, content] : {std::pair("list.m3u", "a.ogg\ninner.m3u\ngone.ogg\n"),
+        for (const auto &[name, content] : {std::pair("list.m3u", "a.ogg\ninner.m3u\ngone.ogg\n/proc/self/fd/0\n"),
                                             {"inner.m3u", "b.ogg\n"},
                                             {"a.ogg", "A"},
                                             {"b.ogg", "B"},
+                                            {"song.mp3", "ID3\nsecret\n"},
                                             {"secret", "S"},
                                             {"film.srt", "1"}}) {
             writeFile(folder.filePath(QLatin1String(name)), content);
@@ -162,6 +163,7 @@ private Q_SLOTS:
         QCOMPARE(ask(path("b.ogg")), "B");
         QCOMPARE(ask(path("film.srt")), "1");
         QCOMPARE(ask(path("gone.ogg")), std::to_string(ENOENT));
+        QCOMPARE(ask("/proc/self/fd/0"), std::to_string(ELOOP));
         QCOMPARE(ask(path("secret")), refused);
         QCOMPARE(ask(folder.path().toStdString()), refused);
 
@@ -170,7 +172,11 @@ private Q_SLOTS:
         files.open(request(path("a.ogg"), {}), 8);
         QCOMPARE(receive().content, "A");
         QCOMPARE(ask(path("b.ogg")), refused);
-        files.open(request("http://host/list.m3u", {}), 9);
+        // A medium that is text is no list.
+        files.open(request(path("song.mp3"), {}), 9);
+        QCOMPARE(receive().content, "I");
+        QCOMPARE(ask(path("secret")), refused);
+        files.open(request("http://host/list.m3u", {}), 10);
         QCOMPARE(ask(path("a.ogg")), refused);
     }
 
