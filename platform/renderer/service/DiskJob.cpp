@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <semaphore>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -18,6 +19,8 @@ struct DiskJob::Shared {
     Result result;
     std::atomic<bool> hasEnded = false;
     pps::Fd ended{eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
+    /** Released when the event loop has let go of what the work has made. */
+    std::binary_semaphore handled{0};
 };
 
 /** The listener. It belongs to the event loop, and stays there as long as the thread runs. */
@@ -56,14 +59,17 @@ DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &sile
                 wait->broker.unwatch(shared->ended.get());
                 wait->charge.release();
                 wait->finish(shared->result);
+                shared->handled.release();
             }
         });
         try {
             std::thread([shared] {
                 shared->result = shared->work();
-                shared->work = nullptr;
                 shared->hasEnded = true;
                 eventfd_write(shared->ended.get(), 1);
+                // To close a file may take as long as to open it.
+                shared->handled.acquire();
+                shared->work = nullptr;
             }).detach();
         } catch (const std::system_error &) {
             broker.unwatch(shared->ended.get());
