@@ -1,5 +1,6 @@
 #include "Process.h"
 
+#include <poll.h>
 #include <pps/Log.h>
 #include <spawn.h>
 #include <sys/syscall.h>
@@ -80,7 +81,13 @@ void Process::watch(pps::Fd descriptor)
 Process::~Process()
 {
     kill();
-    reap();
+    if (isRunning()) {
+        // One that waits for a disk ends with that, if ever.
+        constexpr int LongestEnd = 200;
+        pollfd ended{m_descriptor.get(), POLLIN, 0};
+        poll(&ended, 1, LongestEnd);
+        waitpid(m_id, nullptr, WNOHANG);
+    }
 }
 
 void Process::onEnd(std::function<void()> callback)
