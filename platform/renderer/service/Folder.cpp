@@ -92,9 +92,10 @@ Folder::Will Folder::restore(std::string_view will, Speed speed)
 bool Folder::publish(const std::string &name, std::string_view lines, Fence fence, pid_t payer)
 {
     const bool isPublished = m_broker.publish(objectPath(name), ("*@" + name + '\n').append(lines), fence, payer);
-    if (!isPublished) {
+    if (!isPublished && m_hasRoom) {
         log::warn(log::Category::Renderer, "%s: there is no room for it", objectPath(name).c_str());
     }
+    m_hasRoom = isPublished;
     return isPublished;
 }
 
@@ -124,6 +125,12 @@ void Folder::setQueue(unsigned current, unsigned total)
         publishUnknownTrack(current, Fence::None);
     }
     publishQueue(current, total, Fence::None);
+    forgetFarTracks();
+}
+
+void Folder::forgetFarTracks()
+{
+    const unsigned current = m_position.track;
     forgetTracks(current > Neighbourhood ? current - Neighbourhood : 1, current + Neighbourhood);
 }
 
@@ -149,6 +156,11 @@ void Folder::publishQueue(unsigned current, unsigned total, Fence fence)
 
 void Folder::setTrack(unsigned track, std::string_view lines)
 {
+    // One is reported before the queue gets there, but few are.
+    constexpr size_t MostTracksShown = 4 * size_t{Neighbourhood};
+    if (m_tracks.size() >= MostTracksShown) {
+        forgetFarTracks();
+    }
     m_tracks.insert(track);
     if (!publish('q' + std::to_string(track), lines, Fence::None, m_owner)) {
         publishUnknownTrack(track, Fence::None);

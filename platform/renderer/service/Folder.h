@@ -74,6 +74,7 @@ private:
     void publishQueue(unsigned current, unsigned total, pps::Broker::Fence fence);
     void publishUnknownTrack(unsigned track, pps::Broker::Fence fence);
     void forgetTracks(unsigned first, unsigned last);
+    void forgetFarTracks();
     std::string objectPath(const std::string &name) const { return m_path + '/' + name; }
 
     pps::Broker &m_broker;
@@ -83,6 +84,8 @@ private:
     Parameters m_input;
     /** The tracks that are shown. */
     std::set<unsigned> m_tracks;
+    /** Whether the last object found room: otherwise the log has said so. */
+    bool m_hasRoom = true;
     std::map<unsigned, Parameters> m_trackParameters;
     // The present content, for the will.
     bool m_isIdle = true;
