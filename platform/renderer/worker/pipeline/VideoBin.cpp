@@ -6,6 +6,7 @@
 #include <renderer/worker/video/WindowSink.h>
 
 #include <algorithm>
+#include <string_view>
 
 namespace voro::renderer {
 
@@ -41,13 +42,13 @@ VideoBin::VideoBin()
 
 void VideoBin::resetSink(const Window &window, bool hasCaptions)
 {
-    for (GstElement *old : {m_sink, m_overlay}) {
+    for (GstElement *old : {m_sink, m_overlay, m_turn}) {
         if (old) {
             gst_element_set_state(old, GST_STATE_NULL);
             gst_bin_remove(GST_BIN(m_bin.get()), old);
         }
     }
-    m_overlay = nullptr;
+    m_overlay = m_turn = nullptr;
     gst_element_unlink(m_convert, m_last);
     if (hasCaptions) {
         m_overlay = makeElement("textoverlay");
@@ -73,6 +74,10 @@ GstPadProbeReturn VideoBin::onInput(GstPad *, GstPadProbeInfo *info, gpointer se
             GstCaps *caps = nullptr;
             gst_event_parse_caps(event, &caps);
             bin->crop(dimensionsOf(caps));
+        } else if (GST_EVENT_TYPE(event) == GST_EVENT_TAG) {
+            GstTagList *tags = nullptr;
+            gst_event_parse_tag(event, &tags);
+            bin->turn(tags);
         } else if (GST_EVENT_TYPE(event) == GST_EVENT_EOS && bin->m_awaitsDecoded.exchange(false)) {
             postNote(bin->element(), AudioBin::EmptyMessage);
         }
@@ -80,6 +85,29 @@ GstPadProbeReturn VideoBin::onInput(GstPad *, GstPadProbeInfo *info, gpointer se
         postNote(bin->element(), AudioBin::DecodedMessage);
     }
     return GST_PAD_PROBE_OK;
+}
+
+/** Has pictures turned that were taken with a turned camera. Others need not go through an element for that. */
+void VideoBin::turn(const GstTagList *tags)
+{
+    const gchar *orientation = nullptr;
+    const bool isTurned = gst_tag_list_peek_string_index(tags, GST_TAG_IMAGE_ORIENTATION, 0, &orientation)
+                          && std::string_view(orientation) != "rotate-0";
+    GstElement *turn = isTurned && !m_turn ? gst_element_factory_make("videoflip", nullptr) : nullptr;
+    if (!turn) {
+        return;
+    }
+    // It reads the tag itself, which comes to it next.
+    gst_util_set_object_arg(G_OBJECT(turn), "video-direction", "auto");
+    m_turn = turn;
+    const Owned<GstPad> output(gst_element_get_static_pad(m_convert, "src"));
+    const Owned<GstPad> input(gst_pad_get_peer(output.get()));
+    gst_bin_add(GST_BIN(m_bin.get()), m_turn);
+    gst_pad_unlink(output.get(), input.get());
+    gst_element_link(m_convert, m_turn);
+    const Owned<GstPad> turned(gst_element_get_static_pad(m_turn, "src"));
+    gst_pad_link(turned.get(), input.get());
+    gst_element_sync_state_with_parent(m_turn);
 }
 
 void VideoBin::setSource(const Rectangle &part)

@@ -38,6 +38,7 @@ public:
 private:
     static GstPadProbeReturn onInput(GstPad *pad, GstPadProbeInfo *info, gpointer self);
     void crop(const Dimensions &size);
+    void turn(const GstTagList *tags);
 
     Owned<GstElement> m_bin;
     // Parts of the bin, owned by it.
@@ -45,6 +46,8 @@ private:
     GstElement *m_convert;
     GstElement *m_last;
     GstElement *m_overlay = nullptr;
+    /** Made by a streaming thread. */
+    GstElement *m_turn = nullptr;
     GstElement *m_sink = nullptr;
     Owned<GstPad> m_input;
     /** Read by streaming threads. */
