@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <string_view>
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -121,8 +122,9 @@ QJsonObject describe(const AVFormatContext &medium)
     for (unsigned i = 0; i < medium.nb_streams; ++i) {
         const AVStream &stream = *medium.streams[i];
         QJsonObject description = describe(stream);
-        // Ogg keeps the tags of the whole medium with its stream.
-        if (const QJsonObject others = tagsOf(stream.metadata); medium.nb_streams == 1 && tags.isEmpty()) {
+        // Ogg keeps the tags of the whole medium with a stream.
+        const bool areOfAll = medium.nb_streams == 1 || std::string_view(medium.iformat->name) == "ogg";
+        if (const QJsonObject others = tagsOf(stream.metadata); areOfAll && tags.isEmpty() && !others.isEmpty()) {
             tags = others;
             description.remove("title");
         }

@@ -3,10 +3,13 @@
 #include <QtTest/QtTest>
 
 #include <renderer/worker/media/FileFormat.h>
+#include <renderer/worker/media/Mp3Length.h>
 #include <Rows.h>
 
 using voro::renderer::fileFormat;
 using voro::renderer::FileFormat;
+using voro::renderer::hasGuessedLength;
+using voro::renderer::mp3Length;
 
 Q_DECLARE_METATYPE(FileFormat)
 
@@ -57,6 +60,33 @@ private Q_SLOTS:
             formatOf(content.left(size));
         }
         QCOMPARE(formatOf(content.left(3)), FileFormat::Other);
+    }
+
+    void length_isGuessed()
+    {
+        const auto isGuessed = [this](const char *name, const QStringList &arguments = {}) {
+            encoded(name, arguments);
+            return hasGuessedLength(file(name).toStdString());
+        };
+        QVERIFY(!isGuessed("a.webm"));
+        QVERIFY(isGuessed("b.webm", {"-live", "1"}));
+        QVERIFY(!isGuessed("a.m4a"));
+        QVERIFY(isGuessed("b.m4a", {"-movflags", "frag_keyframe+empty_moov"}));
+        QVERIFY(isGuessed("a.ts"));
+        QVERIFY(!isGuessed("a.flac"));
+    }
+
+    void mp3Length_goesOnBehindABreak()
+    {
+        const QByteArray part = encoded("l.mp3", {"-write_xing", "0", "-metadata", "title=T"});
+        const auto lengthOf = [this](const QByteArray &content) {
+            write("it", content);
+            return mp3Length(file("it").toStdString()).value_or(0);
+        };
+        const int64_t length = lengthOf(part);
+        QVERIFY(length > 0);
+        QCOMPARE(lengthOf(part + part) / 2, length);
+        QCOMPARE(lengthOf(part + QByteArray(3'000, 'x') + part) / 2, length);
     }
 
 private:

@@ -132,6 +132,23 @@ bool isPlainMp4(const LocalFile &file)
     return sounds == 1 && box.find("mp4a") != std::string::npos;
 }
 
+/** As it is, or as discs have it: with a time before each packet. */
+bool isTransportStream(std::string_view head)
+{
+    constexpr char Sync = 0x47;
+    constexpr size_t Packets = 5;
+    for (const auto &[first, size] : {std::pair<size_t, size_t>(0, 188), std::pair<size_t, size_t>(4, 192)}) {
+        size_t found = 0;
+        while (found < Packets && part(head, first + found * size, 1) == std::string_view(&Sync, 1)) {
+            ++found;
+        }
+        if (found == Packets) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 FileFormat fileFormat(const std::string &path)
@@ -168,22 +185,20 @@ bool isReadBestByLibavformat(const std::string &path)
     return isAiff || isCodedWav || std::ranges::any_of(Marks, hasMark);
 }
 
-bool isTransportStream(const std::string &path)
+bool hasGuessedLength(const std::string &path)
 {
-    constexpr char Sync = 0x47;
-    constexpr size_t Packets = 5;
-    const std::string head = openLocal(path)->at(0, HeadSize);
-    // As it is, or as discs have it: with a time before each packet.
-    for (const auto &[first, size] : {std::pair<size_t, size_t>(0, 188), std::pair<size_t, size_t>(4, 192)}) {
-        size_t found = 0;
-        while (found < Packets && part(head, first + found * size, 1) == std::string_view(&Sync, 1)) {
-            ++found;
-        }
-        if (found == Packets) {
-            return true;
-        }
+    using namespace std::string_view_literals;
+    constexpr size_t DescriptionSize = 64 << 10;
+    constexpr std::string_view Matroska = "\x1a\x45\xdf\xa3";
+    // The duration, as a number of eight or four bytes.
+    constexpr std::array Durations{"\x44\x89\x88"sv, "\x44\x89\x84"sv};
+    const std::string head = openLocal(path)->at(0, DescriptionSize);
+    const auto isInHead = [&head](std::string_view mark) { return head.find(mark) != std::string::npos; };
+    if (head.starts_with(Matroska)) {
+        return std::ranges::none_of(Durations, isInHead);
     }
-    return false;
+    const bool isFragmented = part(head, 4, 4) == "ftyp" && isInHead("mvex");
+    return isFragmented || isTransportStream(head);
 }
 
 } // namespace voro::renderer

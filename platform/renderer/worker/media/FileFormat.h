@@ -19,7 +19,10 @@ FileFormat fileFormat(const std::string &path);
  */
 bool isReadBestByLibavformat(const std::string &path);
 
-/** Whether a file is an MPEG transport stream, a format that holds no duration. */
-bool isTransportStream(const std::string &path);
+/**
+ * Whether a file's length is guessed by who reads its container, which does not tell it: MPEG transport streams,
+ * fragmented MP4, Matroska as browsers record it.
+ */
+bool hasGuessedLength(const std::string &path);
 
 } // namespace voro::renderer

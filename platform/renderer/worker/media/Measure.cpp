@@ -32,7 +32,7 @@ int64_t lengthOf(const std::string &path, bool isKnown)
     if (const auto length = mp3Length(path)) {
         return *length;
     }
-    return isKnown && !isTransportStream(path) ? 0 : measureWithLibav(path);
+    return isKnown && !hasGuessedLength(path) ? 0 : measureWithLibav(path);
 }
 
 } // namespace
