@@ -256,8 +256,10 @@ void Journal::restore(const pps::Message &message)
     setInput(parse(message.text("input")));
     for (const auto &[name, value] : message.attributes()) {
         if (name.starts_with(TrackPrefix)) {
-            if (const auto track = parseNumber(name.substr(TrackPrefix.size()), 0, MostTracks)) {
-                setTrack(static_cast<unsigned>(*track), parse(value));
+            const auto track = parseNumber(name.substr(TrackPrefix.size()), 0, MostTracks);
+            Parameters parameters = parse(value);
+            if (track && !parameters.isEmpty() && parameters.check(Owner::Track)) {
+                m_tracks[static_cast<unsigned>(*track)] = std::move(parameters);
             }
         } else if (name.starts_with(OutputPrefix)) {
             const auto id = parseNumber(name.substr(OutputPrefix.size()), 0, MostOutputs);
@@ -266,6 +268,10 @@ void Journal::restore(const pps::Message &message)
                 restoreOutput(static_cast<int>(*id), output);
             }
         }
+    }
+    // Each by itself would cost as much as all.
+    if (fieldsOf(settings()).size() > MostSettings) {
+        m_tracks.clear();
     }
     m_nextOutput =
         std::max(m_nextOutput, static_cast<int>(std::clamp<int64_t>(message.number("next_output"), 0, MostOutputs)));

@@ -6,6 +6,7 @@
 #include <renderer/worker/gst/Gst.h>
 #include <renderer/worker/lookup/OpenMedia.h>
 
+#include <atomic>
 #include <cstdio>
 
 namespace voro::renderer {
@@ -60,10 +61,21 @@ void rank(const char *decoder, GstRank rank)
     }
 }
 
+/** A library may complain about a broken medium without end. */
+void logBeginning(const gchar *domain, GLogLevelFlags level, const gchar *message, gpointer)
+{
+    constexpr int MostMessages = 100;
+    static std::atomic<int> count = 0;
+    if (count < MostMessages && ++count <= MostMessages) {
+        g_log_default_handler(domain, level, message, nullptr);
+    }
+}
+
 } // namespace
 
 void startGStreamer()
 {
+    g_log_set_default_handler(logBeginning, nullptr);
     // Otherwise GIO writes files and calls the session bus for the settings of the desktop. A worker may do neither.
     setenv("GSETTINGS_BACKEND", "memory", 1);
     setenv("GIO_USE_VFS", "local", 1);
