@@ -1,5 +1,8 @@
 #include "Process.h"
 
+#include "ErrorRelay.h"
+
+#include <fcntl.h>
 #include <poll.h>
 #include <pps/Log.h>
 #include <spawn.h>
@@ -40,6 +43,9 @@ Process::Process(const std::string &program, std::span<const Socket> sockets, co
 {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, ErrorRelay::descriptor(), STDERR_FILENO);
     for (const Socket &socket : sockets) {
         posix_spawn_file_actions_adddup2(&actions, socket.descriptor, socket.number);
     }

@@ -65,6 +65,8 @@ void restrictProcess()
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     // A file that has reached its limit fails the recording and nothing more.
     std::signal(SIGXFSZ, SIG_IGN);
+    // Nobody may read what it complains about any more while it completes a recording.
+    std::signal(SIGPIPE, SIG_IGN);
     limit(RLIMIT_CORE, 0);
     limit(RLIMIT_DATA, MostMemory);
 }
