@@ -248,6 +248,7 @@ void Broker::Private::process()
     do {
         ready = epoll_wait(epoll.get(), events, MaximumEvents, 0);
     } while (ready < 0 && errno == EINTR);
+    order.catchUp();
     for (int i = 0; i < ready; ++i) {
         processEvent(events[i]);
         settle();
@@ -255,6 +256,9 @@ void Broker::Private::process()
     sendKept();
     settle();
     isProcessing = false;
+    if (order.isBehind()) {
+        wakeUp();
+    }
     graveyard.clear();
     accounts.trim();
     if (count != reportedCount) {
