@@ -22,7 +22,7 @@ public:
     class Handler {
     public:
         virtual ~Handler() = default;
-        /** Adds every client that has connected by now. */
+        /** Adds the clients that have connected by now, as many as may be added at once. */
         virtual void acceptPending() = 0;
         virtual void handlePacket(Client &client, const ClientPacket &packet) = 0;
         /** The client's socket was closed at the other end, and everything its process had sent was handled. */

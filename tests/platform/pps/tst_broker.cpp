@@ -2,11 +2,14 @@
 
 #include <QtTest/QtTest>
 
+#include <pps/Fd.h>
 #include <pps/Text.h>
 #include <Rows.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
 #include <set>
+#include <vector>
 
 using namespace voro::pps;
 
@@ -270,6 +273,34 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(names.size(), static_cast<size_t>(6000));
+    }
+
+    void connections_areAccepted_inParts()
+    {
+        std::vector<Fd> clients;
+        std::vector<size_t> counts;
+        broker->run([&](Broker &b) {
+            const int listener = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
+            sockaddr_un address{};
+            address.sun_family = AF_UNIX;
+            // The kernel chooses a name.
+            QCOMPARE(::bind(listener, reinterpret_cast<const sockaddr *>(&address), sizeof(sa_family_t)), 0);
+            QCOMPARE(::listen(listener, SOMAXCONN), 0);
+            socklen_t size = sizeof address;
+            getsockname(listener, reinterpret_cast<sockaddr *>(&address), &size);
+            for (int i = 0; i < 100; ++i) {
+                clients.emplace_back(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+                QCOMPARE(::connect(clients.back().get(), reinterpret_cast<const sockaddr *>(&address), size), 0);
+            }
+            b.onClientCountChanged([&] { counts.push_back(b.clientCount()); });
+            b.listen(listener);
+        });
+        size_t last = 0;
+        do {
+            broker->run([&](Broker &) { last = counts.empty() ? 0 : counts.back(); });
+        } while (last < clients.size());
+        broker->run([](Broker &b) { b.onClientCountChanged({}); });
+        QVERIFY(counts == (std::vector<size_t>{64, 100}));
     }
 
 private:
