@@ -279,6 +279,30 @@ private Q_SLOTS:
         QCOMPARE(names.size(), static_cast<size_t>(6000));
     }
 
+    void manyAttributes_keepTheirOrder_howeverTheyAreWritten()
+    {
+        constexpr int Attributes = 100;
+        const auto line = [](int i, const char *value) { return "a" + std::to_string(i) + "::" + value + "\n"; };
+        std::string first;
+        std::string second;
+        std::string expected = "@o\n";
+        for (int i = 0; i < Attributes; ++i) {
+            first += line(i, "old");
+            second += line(Attributes - 1 - i, "new");
+            expected += i % 2 ? line(i, "new") : "";
+        }
+        for (int i = 0; i < Attributes; i += 2) {
+            second += "-a" + std::to_string(i) + "\n";
+        }
+        for (const int back : {4, 2}) {
+            second += line(back, "again") + "-a" + std::to_string(back) + "\n" + line(back, "back");
+            expected += line(back, "back");
+        }
+        QVERIFY(broker->publish(Object, first));
+        QVERIFY(broker->publish(Object, second));
+        COMPARE_TEXT(readNow(*broker->open(Object, Subscribe)), QByteArray::fromStdString(expected));
+    }
+
     void connections_areAccepted_inParts()
     {
         std::vector<Fd> clients;
