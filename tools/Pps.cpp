@@ -1,6 +1,7 @@
 // voro pps: looks into PPS objects and writes to them, for people who debug and for tests.
 
 #include "Command.h"
+#include "Display.h"
 #include "Folders.h"
 #include "Output.h"
 #include "StopSignals.h"
@@ -37,10 +38,20 @@ QString withOption(const QString &path, const QString &option)
     return path + QLatin1Char(path.contains(QLatin1Char('?')) ? ',' : '?') + option;
 }
 
+/** Lines as a terminal may get them. */
+QByteArray printableLines(const QByteArray &data)
+{
+    QByteArrayList lines = data.split('\n');
+    for (QByteArray &line : lines) {
+        line = printable(QString::fromUtf8(line)).toUtf8();
+    }
+    return lines.join('\n');
+}
+
 /** A read prints as its lines and an empty one after them, so that a reader knows where it ends. */
 void printRead(const QByteArray &data)
 {
-    print(data.endsWith('\n') || data.isEmpty() ? data + '\n' : data + "\n\n");
+    print(printableLines(data) + (data.endsWith('\n') || data.isEmpty() ? "\n" : "\n\n"));
 }
 
 /** Prints what can be read; false when reading fails. */
@@ -92,7 +103,7 @@ ExitStatus list(const QByteArrayList &operands)
     bool isEmpty = true;
     const bool isRead = readFolder(object, [&isEmpty](const QString &name, bool isFolder) {
         isEmpty = false;
-        print(name.toUtf8() + (isFolder ? "/\n" : "\n"));
+        print(printable(name).toUtf8() + (isFolder ? "/\n" : "\n"));
     });
     // A folder is there as long as something is in it.
     if (isRead && isEmpty && folder != QLatin1String("/pps")) {
@@ -117,7 +128,7 @@ ExitStatus cat(const QByteArrayList &operands)
         complain(QStringLiteral("pps: %1: there is no such object").arg(object.path()));
         return Failure;
     }
-    print(data.endsWith('\n') ? data : data + '\n');
+    print(printableLines(data) + (data.endsWith('\n') ? "" : "\n"));
     return Success;
 }
 

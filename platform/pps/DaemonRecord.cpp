@@ -14,6 +14,19 @@
 
 namespace voro::pps {
 
+namespace {
+
+// Whoever can write to the file must not write to terminals by it.
+bool isVersion(const std::string &text)
+{
+    constexpr size_t MaximumVersion = 64;
+    return text.size() <= MaximumVersion
+           && text.find_first_not_of("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz.+~-")
+                  == std::string::npos;
+}
+
+} // namespace
+
 std::string DaemonRecord::toText() const
 {
     return std::to_string(process) + '\n' + version + '\n' + std::to_string(protocol) + '\n';
@@ -30,7 +43,7 @@ std::optional<DaemonRecord> runningDaemon(const std::string &folder)
     std::istringstream text(std::string(buffer, static_cast<size_t>(size > 0 ? size : 0)));
     DaemonRecord daemon;
     text >> daemon.process >> daemon.version >> daemon.protocol;
-    return daemon;
+    return isVersion(daemon.version) ? daemon : DaemonRecord{.version = "unknown"};
 }
 
 void askToEnd(const DaemonRecord &daemon, Ending ending)

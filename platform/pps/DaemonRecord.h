@@ -19,7 +19,10 @@ struct DaemonRecord {
     std::string toText() const;
 };
 
-/** The daemon that has a runtime folder; nothing when none does. Without a process it is not ready yet. */
+/**
+ * The daemon that has a runtime folder; nothing when none does. Without a process it is not ready yet, or what it wrote
+ * is no record: a version has at most 64 letters, digits and ".+~-".
+ */
 std::optional<DaemonRecord> runningDaemon(const std::string &folder);
 
 /** When a daemon that is asked to end does so, in order: at once, or as soon as no player needs it. */

@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::string_view Root = "/pps/";
 constexpr size_t MaximumPath = 1024;
+constexpr size_t MaximumFilter = 32;
 
 std::string_view takeUpTo(std::string_view &rest, char separator)
 {
@@ -19,8 +20,22 @@ std::string_view takeUpTo(std::string_view &rest, char separator)
     return part;
 }
 
+bool addToFilter(std::string_view attribute, std::vector<std::string> &filter)
+{
+    if (!isValidName(attribute)) {
+        return false;
+    }
+    if (std::find(filter.begin(), filter.end(), attribute) == filter.end()) {
+        filter.emplace_back(attribute);
+    }
+    return filter.size() <= MaximumFilter;
+}
+
 bool parseOptions(std::string_view options, ObjectPath &path)
 {
+    if (options.size() > MaximumPath) {
+        return false;
+    }
     do {
         const std::string_view option = takeUpTo(options, ',');
         if (option == "wait") {
@@ -29,9 +44,7 @@ bool parseOptions(std::string_view options, ObjectPath &path)
             path.server = true;
         } else if (option == "delta") {
             path.delta = true;
-        } else if (option.starts_with("f=") && isValidName(option.substr(2))) {
-            path.filter.emplace_back(option.substr(2));
-        } else {
+        } else if (!option.starts_with("f=") || !addToFilter(option.substr(2), path.filter)) {
             return false;
         }
     } while (!options.empty());

@@ -14,7 +14,7 @@ struct ObjectPath {
     bool wait = false;
     bool server = false;
     bool delta = false;
-    /** The attributes that a read is limited to; empty for all. */
+    /** The attributes that a read is limited to, each once; empty for all. */
     std::vector<std::string> filter;
 
     bool isService() const { return name == "control"; }
@@ -25,7 +25,10 @@ struct ObjectPath {
     std::string path() const { return folder + '/' + name; }
 };
 
-/** False when the text is no path: not under "/pps/", a bad name in it, an unknown option or one that does not fit. */
+/**
+ * False when the text is no path: not under "/pps/", a bad name in it, an unknown option or one that does not fit, more
+ * than 32 attributes, or more than 1024 bytes in front of the options or of them.
+ */
 bool parsePath(std::string_view text, ObjectPath &path);
 
 /** How an object is opened, as bits. */

@@ -290,6 +290,10 @@ private Q_SLOTS:
         QCOMPARE(bad.status, 1);
         QVERIFY2(bad.err.startsWith("voro: pps: /pps/test/bad: "), bad.err.constData());
 
+        QCOMPARE(voro({"pps", "write", "/pps/hostile/a\u009bm", "a::\x1b[2J\u009b31m"}).status, 0);
+        QCOMPARE(voro({"pps", "cat", "/pps/hostile/a\u009bm"}).out, "@a\ufffdm\na::\ufffd[2J\ufffd31m\n");
+        QCOMPARE(voro({"pps", "ls", "/pps/hostile"}).out, "a\ufffdm\n");
+
         QCOMPARE(voro({"pps", "ls", "/pps/test/"}).out, QByteArray("object\n"));
         QVERIFY(voro({"pps", "ls"}).out.split('\n').contains("test/"));
         QCOMPARE(voro({"pps", "ls", "/nope/"}).err, QByteArray("voro: pps: /nope: no such folder\n"));

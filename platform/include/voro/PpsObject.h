@@ -16,7 +16,8 @@ class PpsObjectPrivate;
  * A path may carry options after a question mark, separated by commas: `delta` (read what was written since the last
  * read instead of the whole object), `f=NAME` (only attributes of that name; with `delta`: everything that was written,
  * once an attribute of that name was), `wait` (reads block), `server` (own the service object). No deletion passes a
- * filter. The name `.all` in a folder stands for every object of the folder that changed.
+ * filter. At most 32 names are chosen, and the options are no longer than 1024 bytes. The name `.all` in a folder
+ * stands for every object of the folder that changed.
  *
  * The first open of a process starts the daemon `vorod` when none runs, unless the environment says
  * `VORO_AUTOSPAWN=0`.

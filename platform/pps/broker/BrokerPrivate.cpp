@@ -17,6 +17,8 @@ namespace {
 
 constexpr size_t MaximumUnread = 1024 * 1024;
 constexpr int MaximumEvents = 64;
+/** The listening sockets stay readable while more wait. */
+constexpr int MaximumAccepted = 64;
 
 /** Stands for all processes whose number is not known here, in another namespace. */
 constexpr pid_t UnknownProcess = -1;
@@ -97,7 +99,8 @@ Client *Broker::Private::find(ClientId id) const
 void Broker::Private::acceptPending()
 {
     for (const Fd &listener : listeners) {
-        for (Fd socket; acceptor.accept(listener.get(), socket);) {
+        Fd socket;
+        for (; mayAccept > 0 && acceptor.accept(listener.get(), socket); --mayAccept) {
             if (socket.isValid()) {
                 addClient(std::move(socket), 0);
             }
@@ -248,6 +251,8 @@ void Broker::Private::process()
     do {
         ready = epoll_wait(epoll.get(), events, MaximumEvents, 0);
     } while (ready < 0 && errno == EINTR);
+    mayAccept = MaximumAccepted;
+    order.catchUp();
     for (int i = 0; i < ready; ++i) {
         processEvent(events[i]);
         settle();
@@ -255,6 +260,9 @@ void Broker::Private::process()
     sendKept();
     settle();
     isProcessing = false;
+    if (order.isBehind()) {
+        wakeUp();
+    }
     graveyard.clear();
     accounts.trim();
     if (count != reportedCount) {

@@ -96,6 +96,8 @@ public:
     ClientId lastId = 0;
     size_t count = 0;
     size_t reportedCount = 0;
+    /** How many connections may still be accepted before others have their turn. */
+    int mayAccept = 0;
     bool isProcessing = false;
 };
 

@@ -91,6 +91,8 @@ public:
     /** The number of the process that sent the last packet; 0 before the first. */
     uint64_t process = 0;
     bool isEnded = false;
+    /** How many packets its process left that were handled since it ended. */
+    int leftOver = 0;
     /** Keeps a packet that was read ahead of its turn. */
     void keep(const ClientPacket &packet) { m_kept.emplace(packet.header, std::string(packet.body)); }
     bool hasPacket() const { return m_kept.has_value(); }

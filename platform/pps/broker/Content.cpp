@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <utility>
 
 namespace voro::pps {
@@ -27,6 +28,44 @@ size_t heapCost(const std::string &text)
 }
 
 } // namespace
+
+/**
+ * Finds the places of attributes while a message is applied. Most messages are short or write the attributes in the
+ * order in which they are, so an index is only made for one that needs many searches.
+ */
+class Content::Finder {
+public:
+    explicit Finder(const std::vector<Attribute> &attributes) : m_attributes(attributes) {}
+
+    /** The number of attributes when there is none of the name. */
+    size_t find(std::string_view name, size_t guess)
+    {
+        const auto isNamed = [name](const Attribute &candidate) { return candidate.name() == name; };
+        if (guess < m_attributes.size() && isNamed(m_attributes[guess])) {
+            return guess;
+        }
+        if (m_searches < MaximumSearches) {
+            ++m_searches;
+            const auto found = std::find_if(m_attributes.begin(), m_attributes.end(), isNamed);
+            return static_cast<size_t>(found - m_attributes.begin());
+        }
+        for (; m_indexed < m_attributes.size(); ++m_indexed) {
+            m_places.insert_or_assign(std::string(m_attributes[m_indexed].name()), m_indexed);
+        }
+        const auto found = m_places.find(name);
+        const bool isThere = found != m_places.end() && isNamed(m_attributes[found->second]);
+        return isThere ? found->second : m_attributes.size();
+    }
+
+private:
+    static constexpr int MaximumSearches = 16;
+
+    const std::vector<Attribute> &m_attributes;
+    int m_searches = 0;
+    /** The last place of each name, also of one that was removed there. */
+    std::map<std::string, size_t, std::less<>> m_places;
+    size_t m_indexed = 0;
+};
 
 size_t Content::size(std::string_view name) const
 {
@@ -63,19 +102,28 @@ bool Content::apply(std::string_view name, std::string_view text, bool replace, 
     m_version = version;
     LineReader reader(text);
     Line line;
+    Finder finder(m_attributes);
     size_t expected = 0;
+    size_t removed = 0;
     while (reader.nextUnchecked(line)) {
         if (line.kind == Line::Kind::Object) {
             continue;
         }
-        if (line.mark == '-') {
-            removeAttribute(line.name);
-        } else {
-            set(line.whole, line.name, expected++);
+        const bool isRemoved = line.mark == '-';
+        const size_t place = finder.find(line.name, isRemoved ? 0 : expected++);
+        if (!isRemoved) {
+            set(line.whole, line.name, place);
+        } else if (place < m_attributes.size()) {
+            m_attributes[place] = {};
+            ++removed;
+            addDeletion(line.name);
         }
-        if (m_attributes.size() > MaximumAttributes) {
+        if (m_attributes.size() - removed > MaximumAttributes) {
             return false;
         }
+    }
+    if (removed > 0) {
+        closeGaps();
     }
     if (replace) {
         removeUnwritten();
@@ -87,27 +135,22 @@ bool Content::apply(std::string_view name, std::string_view text, bool replace, 
     return size(name) <= MaximumMessage;
 }
 
-// A publisher mostly writes the same attributes in the same order, so the place is a good guess.
-void Content::set(std::string_view line, std::string_view attribute, size_t expected)
+void Content::set(std::string_view line, std::string_view attribute, size_t place)
 {
-    const auto isNamed = [&](const Attribute &candidate) { return candidate.name() == attribute; };
-    auto found = m_attributes.begin() + std::ptrdiff_t(std::min(expected, m_attributes.size()));
-    if (found == m_attributes.end() || !isNamed(*found)) {
-        found = std::find_if(m_attributes.begin(), m_attributes.end(), isNamed);
-    }
-    if (found == m_attributes.end()) {
+    if (place == m_attributes.size()) {
         std::erase_if(m_deletions, [&](const Deletion &deletion) { return deletion.name == attribute; });
         m_attributes.push_back({std::string(line), attribute.size(), m_version});
     } else {
-        found->line = line;
-        found->version = m_version;
+        m_attributes[place].line = line;
+        m_attributes[place].version = m_version;
     }
 }
 
-void Content::removeAttribute(std::string_view attribute)
+void Content::closeGaps()
 {
-    if (std::erase_if(m_attributes, [&](const Attribute &candidate) { return candidate.name() == attribute; }) > 0) {
-        addDeletion(attribute);
+    std::erase_if(m_attributes, [](const Attribute &attribute) { return attribute.line.empty(); });
+    if (m_attributes.capacity() > 2 * MaximumAttributes) {
+        m_attributes.shrink_to_fit();
     }
 }
 

@@ -55,7 +55,7 @@ public:
 
 private:
     struct Attribute {
-        /** "name:encoding:value" */
+        /** "name:encoding:value"; empty once it is removed, until the message that does so is applied. */
         std::string line;
         size_t nameSize;
         uint64_t version;
@@ -66,9 +66,11 @@ private:
         uint64_t version;
     };
 
-    void set(std::string_view line, std::string_view attribute, size_t expected);
-    void removeAttribute(std::string_view attribute);
+    class Finder;
+
+    void set(std::string_view line, std::string_view attribute, size_t place);
     void removeUnwritten();
+    void closeGaps();
     void addDeletion(std::string_view attribute);
 
     bool m_exists = false;

@@ -6,6 +6,9 @@ namespace voro::pps {
 
 namespace {
 
+/** Others get their turn after so many packets. */
+constexpr int MaximumAtOnce = 64;
+
 /** A dead process left at most this many packets that are handled before its end. */
 constexpr int MaximumLeftOver = 10000;
 
@@ -26,6 +29,9 @@ void Order::remove(Client &client)
 
 void Order::readable(Client &client)
 {
+    if (client.hasPacket()) {
+        return;
+    }
     ClientPacket packet;
     switch (client.receive(packet, m_buffer)) {
     case Client::Received::Nothing:
@@ -47,8 +53,9 @@ void Order::readable(Client &client)
         return;
     }
     client.keep(packet);
-    m_behind.push_back(client.process);
-    catchUpAll();
+    if (fallBehind(client.process)) {
+        catchUp();
+    }
 }
 
 // A forked child that writes to an inherited socket counts for itself.
@@ -83,7 +90,7 @@ void Order::readAhead(Client &client)
     }
     client.keep(packet);
     bind(client, packet.header.process);
-    m_behind.push_back(client.process);
+    fallBehind(client.process);
 }
 
 void Order::readAheadAll(uint64_t process)
@@ -120,24 +127,35 @@ void Order::handleLowest(Client &client)
     m_handler.handlePacket(client, {header, body});
 }
 
-void Order::catchUp(uint64_t process)
+/** False when it already was. */
+bool Order::fallBehind(uint64_t process)
 {
-    while (Client *client = lowest(process)) {
+    if (std::find(m_behind.begin(), m_behind.end(), process) != m_behind.end()) {
+        return false;
+    }
+    m_behind.push_back(process);
+    return true;
+}
+
+// Sockets of other processes may have been read ahead as well, on the way to one that had sent nothing yet.
+void Order::catchUp()
+{
+    for (int left = MaximumAtOnce; isBehind() && left > 0; --left) {
+        const uint64_t process = m_behind.front();
+        Client *client = lowest(process);
+        if (!client) {
+            m_behind.pop_front();
+            continue;
+        }
         if (client->packetNumber() > m_processes[process].next) {
             readAheadAll(process);
             client = lowest(process);
         }
         handleLowest(*client);
     }
-}
-
-// Sockets of other processes may have been read ahead as well, on the way to one that had sent nothing yet.
-void Order::catchUpAll()
-{
-    while (!m_behind.empty()) {
-        const uint64_t process = m_behind.back();
-        m_behind.pop_back();
-        catchUp(process);
+    if (isBehind()) {
+        m_behind.push_back(m_behind.front());
+        m_behind.pop_front();
     }
 }
 
@@ -145,17 +163,18 @@ void Order::catchUpAll()
 void Order::end(Client &client)
 {
     client.isEnded = true;
-    const uint64_t process = client.process;
-    for (int left = MaximumLeftOver; process != 0 && left > 0; --left) {
-        readAheadAll(process);
-        Client *const next = lowest(process);
+    for (int left = MaximumAtOnce; client.process != 0 && client.leftOver < MaximumLeftOver; ++client.leftOver) {
+        readAheadAll(client.process);
+        Client *const next = lowest(client.process);
         if (!next) {
             break;
+        }
+        if (--left < 0) {
+            return;
         }
         handleLowest(*next);
     }
     m_handler.handleEnd(client);
-    catchUpAll();
 }
 
 } // namespace voro::pps

@@ -2,6 +2,7 @@
 
 #include "Client.h"
 
+#include <deque>
 #include <unordered_map>
 #include <vector>
 
@@ -13,13 +14,15 @@ namespace voro::pps {
  * A process numbers its packets and sends them in that order. So when a packet arrives whose number is not the next
  * one, the packets in between are already in the kernel's buffers of the other sockets: every socket is read one packet
  * ahead until the missing one appears. A number that does not appear was lost with its socket.
+ *
+ * A process that never stops sending could keep this up for ever, so only so many packets are handled at once.
  */
 class Order {
 public:
     class Handler {
     public:
         virtual ~Handler() = default;
-        /** Adds every client that has connected by now. */
+        /** Adds the clients that have connected by now, as many as may be added at once. */
         virtual void acceptPending() = 0;
         virtual void handlePacket(Client &client, const ClientPacket &packet) = 0;
         /** The client's socket was closed at the other end, and everything its process had sent was handled. */
@@ -31,8 +34,12 @@ public:
 
     void add(Client &client) { m_fresh.push_back(&client); }
     void remove(Client &client);
-    /** Handles what arrived on the client's socket. */
+    /** Handles what arrived on the client's socket, which stays readable while something is left. */
     void readable(Client &client);
+    /** Handles packets that were read ahead, as many as one turn of the event loop may take. */
+    void catchUp();
+    /** Whether packets were read ahead that catchUp() has yet to handle. */
+    bool isBehind() const { return !m_behind.empty(); }
 
 private:
     struct Process {
@@ -45,16 +52,15 @@ private:
     void readAheadAll(uint64_t process);
     Client *lowest(uint64_t process);
     void handleLowest(Client &client);
-    void catchUp(uint64_t process);
-    void catchUpAll();
+    bool fallBehind(uint64_t process);
     void end(Client &client);
 
     Handler &m_handler;
     std::unordered_map<uint64_t, Process> m_processes;
     /** Clients that have sent nothing yet. */
     std::vector<Client *> m_fresh;
-    /** Processes of which packets were read ahead. */
-    std::vector<uint64_t> m_behind;
+    /** Processes of which packets were read ahead, the one whose turn it is in front. */
+    std::deque<uint64_t> m_behind;
     char m_buffer[MaximumRequest];
 };
 

@@ -15,6 +15,8 @@ struct SourceId {
     enum Kind { Device, Client };
     Kind kind;
     uint64_t number;
+    /** Each press of a client is a source of its own; a device is one source. */
+    uint64_t press = 0;
     bool operator==(const SourceId &) const = default;
 };
 
@@ -24,7 +26,7 @@ public:
     virtual ~KeyListener() = default;
     virtual void keyPressed(SourceId source, Key key, Time at) = 0;
     virtual void keyReleased(SourceId source, Key key, Time at) = 0;
-    /** The source is gone, perhaps with keys that are down. */
+    /** The device or client is gone, perhaps with keys that are down, whichever press is named. */
     virtual void sourceGone(SourceId source) = 0;
 };
 

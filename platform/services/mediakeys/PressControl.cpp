@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::string_view ControlPath = "/pps/services/multimedia/mediakeys/control";
 constexpr double LongestPress = 60'000;
+constexpr int MaximumPresses = 16;
 
 } // namespace
 
@@ -35,6 +36,8 @@ void PressControl::clientMessage(pps::ClientId client, std::string_view text)
         problem = "unknown key";
     } else if (length < 0 || length > LongestPress || length != std::floor(length)) {
         problem = "bad length";
+    } else if (const auto count = m_counts.find(client); count != m_counts.end() && count->second == MaximumPresses) {
+        problem = "too many keys";
     }
     if (problem.empty()) {
         press(client, *key, std::chrono::milliseconds(static_cast<int>(length)));
@@ -45,9 +48,10 @@ void PressControl::clientMessage(pps::ClientId client, std::string_view text)
 
 void PressControl::press(pps::ClientId client, Key key, std::chrono::milliseconds length)
 {
-    const Press press{client, {SourceId::Client, ++m_lastNumber}, key};
+    const Press press{client, {SourceId::Client, client, ++m_lastNumber}, key};
     const Time now = Clock::now();
     m_presses.emplace(now + length, press);
+    ++m_counts[client];
     m_listener.keyPressed(press.source, key, now);
     // A tap of no length at all is over before anything else happens.
     advance(now);
@@ -61,13 +65,9 @@ void PressControl::release(const Press &press, Time at)
 
 void PressControl::clientClosed(pps::ClientId client)
 {
-    for (auto entry = m_presses.begin(); entry != m_presses.end();) {
-        if (entry->second.client == client) {
-            m_listener.sourceGone(entry->second.source);
-            entry = m_presses.erase(entry);
-        } else {
-            ++entry;
-        }
+    if (m_counts.erase(client) > 0) {
+        std::erase_if(m_presses, [client](const auto &entry) { return entry.second.client == client; });
+        m_listener.sourceGone({SourceId::Client, client});
     }
 }
 
@@ -76,6 +76,9 @@ void PressControl::advance(Time now)
     while (!m_presses.empty() && m_presses.begin()->first <= now) {
         const auto [at, press] = *m_presses.begin();
         m_presses.erase(m_presses.begin());
+        if (const auto count = m_counts.find(press.client); --count->second == 0) {
+            m_counts.erase(count);
+        }
         release(press, at);
     }
 }

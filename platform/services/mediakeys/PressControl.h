@@ -6,12 +6,14 @@
 
 #include <map>
 #include <optional>
+#include <unordered_map>
 
 namespace voro::mediakeys {
 
 /**
  * The control object by which clients press keys: "press" with the name of a `key`, and in `ms` how long it is held.
- * The answer comes when the key is released. Each press is a source of its own, which goes with its client.
+ * The answer comes when the key is released. Each press is a source of its own, which goes with its client. A client
+ * holds down at most 16 keys at a time.
  */
 class PressControl : private pps::Service {
 public:
@@ -43,6 +45,8 @@ private:
     KeyListener &m_listener;
     /** What is down, by the time of its release. */
     std::multimap<Time, Press> m_presses;
+    /** How many of them are of each client. */
+    std::unordered_map<pps::ClientId, int> m_counts;
     uint64_t m_lastNumber = 0;
 };
 

@@ -28,7 +28,9 @@ void Presses::release(SourceId source, Key key, Time at)
 
 void Presses::forget(SourceId source)
 {
-    std::erase_if(m_presses, [source](const Press &press) { return press.source == source; });
+    std::erase_if(m_presses, [source](const Press &press) {
+        return press.source.kind == source.kind && press.source.number == source.number;
+    });
 }
 
 void Presses::advance(Time now)

@@ -40,7 +40,7 @@ public:
     void press(SourceId source, Key key, Time at, Owners owners);
     /** A key went up. Ignored when the source does not hold it down. */
     void release(SourceId source, Key key, Time at);
-    /** The source is gone; what it held down is released without a report. */
+    /** The device or client is gone; what it held down, by any press, is released without a report. */
     void forget(SourceId source);
     /** Reports the thresholds that were reached up to the time. Every earlier press and release must be known. */
     void advance(Time now);

@@ -107,7 +107,11 @@ private Q_SLOTS:
         });
         const auto start = voro::mediakeys::Clock::now();
         const voro::mediakeys::SourceId source{voro::mediakeys::SourceId::Device, 1};
+        for (const uint64_t press : {1, 2}) {
+            presses.press({voro::mediakeys::SourceId::Client, 1, press}, voro::mediakeys::Key::Play, start - 1ms, {7});
+        }
         presses.press(source, voro::mediakeys::Key::Play, start, {7});
+        presses.forget({voro::mediakeys::SourceId::Client, 1});
         QCOMPARE(presses.next(), std::optional(start + 800ms));
         if (looksAt >= 0) {
             presses.advance(start + std::chrono::milliseconds(looksAt));
@@ -352,6 +356,21 @@ private Q_SLOTS:
             }
             QVERIFY(QDir().rmdir(service.deviceFolder()));
         }
+    }
+
+    void client_holdsDown_onlySoManyKeys()
+    {
+        StartedService service;
+        Finger finger;
+        for (int i = 0; i < 20; ++i) {
+            finger.press("stop", 0);
+        }
+        for (int i = 0; i < 16; ++i) {
+            finger.start("play", 60'000);
+        }
+        finger.start("play", 0);
+        QCOMPARE(finger.answer(), "res::press\nerr::too many keys\nerror::too many keys");
+        Finger().press("play", 0);
     }
 
     void badMessage_isRefused_data()

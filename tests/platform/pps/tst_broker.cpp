@@ -2,11 +2,14 @@
 
 #include <QtTest/QtTest>
 
+#include <pps/Fd.h>
 #include <pps/Text.h>
 #include <Rows.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
 #include <set>
+#include <vector>
 
 using namespace voro::pps;
 
@@ -65,7 +68,11 @@ private Q_SLOTS:
 
     void filter_letsThePassingAttributesThrough()
     {
-        auto reader = broker->open(std::string(Object) + "?f=a,f=b", Subscribe);
+        std::string path = std::string(Object) + "?f=b";
+        for (int i = 0; i < 40; ++i) {
+            path += ",f=a";
+        }
+        auto reader = broker->open(path, Subscribe);
         QVERIFY(broker->publish(Object, "c::1"));
         QVERIFY(!reader->isReadable());
         QVERIFY(broker->publish(Object, "a::1\nc::2"));
@@ -270,6 +277,58 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(names.size(), static_cast<size_t>(6000));
+    }
+
+    void manyAttributes_keepTheirOrder_howeverTheyAreWritten()
+    {
+        constexpr int Attributes = 100;
+        const auto line = [](int i, const char *value) { return "a" + std::to_string(i) + "::" + value + "\n"; };
+        std::string first;
+        std::string second;
+        std::string expected = "@o\n";
+        for (int i = 0; i < Attributes; ++i) {
+            first += line(i, "old");
+            second += line(Attributes - 1 - i, "new");
+            expected += i % 2 ? line(i, "new") : "";
+        }
+        for (int i = 0; i < Attributes; i += 2) {
+            second += "-a" + std::to_string(i) + "\n";
+        }
+        for (const int back : {4, 2}) {
+            second += line(back, "again") + "-a" + std::to_string(back) + "\n" + line(back, "back");
+            expected += line(back, "back");
+        }
+        QVERIFY(broker->publish(Object, first));
+        QVERIFY(broker->publish(Object, second));
+        COMPARE_TEXT(readNow(*broker->open(Object, Subscribe)), QByteArray::fromStdString(expected));
+    }
+
+    void connections_areAccepted_inParts()
+    {
+        std::vector<Fd> clients;
+        std::vector<size_t> counts;
+        broker->run([&](Broker &b) {
+            const int listener = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
+            sockaddr_un address{};
+            address.sun_family = AF_UNIX;
+            // The kernel chooses a name.
+            QCOMPARE(::bind(listener, reinterpret_cast<const sockaddr *>(&address), sizeof(sa_family_t)), 0);
+            QCOMPARE(::listen(listener, SOMAXCONN), 0);
+            socklen_t size = sizeof address;
+            getsockname(listener, reinterpret_cast<sockaddr *>(&address), &size);
+            for (int i = 0; i < 100; ++i) {
+                clients.emplace_back(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+                QCOMPARE(::connect(clients.back().get(), reinterpret_cast<const sockaddr *>(&address), size), 0);
+            }
+            b.onClientCountChanged([&] { counts.push_back(b.clientCount()); });
+            b.listen(listener);
+        });
+        size_t last = 0;
+        do {
+            broker->run([&](Broker &) { last = counts.empty() ? 0 : counts.back(); });
+        } while (last < clients.size());
+        broker->run([](Broker &b) { b.onClientCountChanged({}); });
+        QVERIFY(counts == (std::vector<size_t>{64, 100}));
     }
 
 private:

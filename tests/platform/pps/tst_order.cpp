@@ -120,6 +120,33 @@ private Q_SLOTS:
         QVERIFY(this->numbers() == expected);
     }
 
+    void process_thatIsAlwaysBehind_holdsNobodyUp()
+    {
+        constexpr int Messages = 200;
+        RawClient first(broker->connect());
+        RawClient second(broker->connect());
+        RawClient other(broker->connect());
+        for (RawClient *client : {&first, &second, &other}) {
+            QVERIFY(client->send(request(Request::Open, Control, client == &other ? 43 : 42, 1)));
+            QCOMPARE(client->receive(), static_cast<int>(Reply::Opened));
+        }
+        broker->run([&](Broker &) {
+            for (int i = 0; i < Messages; ++i) {
+                const auto number = static_cast<uint64_t>(2 * i + 10);
+                QVERIFY((i % 2 ? second : first).send(request(Request::Write, numbered(i), 42, number)));
+            }
+            QVERIFY(other.send(request(Request::Write, "other::", 43, 2)));
+        });
+        QTRY_VERIFY(numbers().size() > Messages);
+        auto messages = numbers();
+        const auto found = std::find(messages.begin(), messages.end(), "other::");
+        QVERIFY(found - messages.begin() < Messages / 2);
+        messages.erase(found);
+        for (int i = 0; i < Messages; ++i) {
+            QCOMPARE(messages[static_cast<size_t>(i)], numbered(i));
+        }
+    }
+
 private:
     std::vector<std::string> numbers()
     {

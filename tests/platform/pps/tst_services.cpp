@@ -134,6 +134,12 @@ private Q_SLOTS:
         row("a folder above", "/pps/../o", 2, EINVAL);
         row("an unknown option", "/pps/f/o?fast", 2, EINVAL);
         row("a filter without a name", "/pps/f/o?f=", 2, EINVAL);
+        std::string names = "f=a0";
+        for (int i = 1; i < 33; ++i) {
+            names += ",f=a" + std::to_string(i);
+        }
+        row("more than 32 names", "/pps/f/o?" + names, 2, EINVAL);
+        row("options longer than a path", "/pps/f/o?f=" + std::string(1023, 'a'), 2, EINVAL);
         row("a plain object's server", "/pps/f/o?server", 3, EINVAL);
         row("a server that does not read", "/pps/f/control?server", 1, EINVAL);
         row("a filter on a service object", "/pps/f/control?f=a", 2, EINVAL);

@@ -260,6 +260,25 @@ private Q_SLOTS:
         QCOMPARE(openError(connection), 0);
     }
 
+    void record_isTaken_ifItsVersionIsOne_data()
+    {
+        const Rows<QByteArray, QByteArray> row("version", "taken");
+        row("a version", "1.0~rc1+a-2", "1.0~rc1+a-2");
+        row("control characters", "1.0\x1b[31m", "unknown");
+        row("too long", QByteArray(65, '1'), "unknown");
+    }
+
+    void record_isTaken_ifItsVersionIsOne()
+    {
+        QFETCH(const QByteArray, version);
+        const QTemporaryDir folder;
+        const std::string path = folder.path().toStdString();
+        const pps::Fd lock(open((path + pps::LockName).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+        const std::string text = pps::DaemonRecord{getpid(), version.toStdString(), 1}.toText();
+        QVERIFY(flock(lock.get(), LOCK_EX) == 0 && write(lock.get(), text.data(), text.size()) > 0);
+        QTEST(QByteArray::fromStdString(pps::runningDaemon(path)->version), "taken");
+    }
+
     void olderDaemon_makesRoom_whenNobodyNeedsIt_data()
     {
         const Rows<bool, int, QByteArray> row("isNeeded", "error", "words");
