@@ -1,6 +1,7 @@
 #include "Player.h"
 
 #include <chrono>
+#include <system_error>
 #include <thread>
 
 namespace voro::sound {
@@ -35,11 +36,17 @@ bool Player::perform(Action action, const Sound &sound, Performed done)
     }
     m_shared->tasks.push_back({action, &sound, std::move(done)});
     m_shared->changed.notify_all();
-    if (!m_isStarted) {
-        m_isStarted = true;
-        std::thread([shared = m_shared, folder = m_folder] { run(shared, folder); }).detach();
+    if (m_isStarted) {
+        return true;
     }
-    return true;
+    try {
+        std::thread([shared = m_shared, folder = m_folder] { run(shared, folder); }).detach();
+        m_isStarted = true;
+    } catch (const std::system_error &) {
+        // No thread is to be had; the next sound may get one.
+        m_shared->tasks.clear();
+    }
+    return m_isStarted;
 }
 
 void Player::run(const std::shared_ptr<Shared> &shared, const std::string &folder)

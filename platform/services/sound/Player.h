@@ -27,7 +27,7 @@ public:
     Player(const Player &) = delete;
     Player &operator=(const Player &) = delete;
 
-    /** False when too much waits already; `done` is not called then. */
+    /** False when too much waits already, or no thread is to be had; `done` is not called then. */
     bool perform(Action action, const Sound &sound, Performed done);
 
 private:
