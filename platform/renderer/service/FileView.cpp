@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <linux/openat2.h>
+#include <pps/broker/Accounts.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -14,6 +15,9 @@
 namespace voro::renderer {
 
 namespace {
+
+/** The name of the view in which there are no files. */
+constexpr auto Nothing = "nothing";
 
 /** What tells a file from others, as the kernel knows it without asking the disk; empty when there is none. */
 std::string identityOf(const pps::Fd &file)
@@ -49,26 +53,48 @@ std::string ownName()
 FileView::Shared FileView::of(pid_t process)
 {
     static std::map<std::string, std::weak_ptr<const FileView>> views;
-    const std::string folder = "/proc/" + std::to_string(process);
+    static std::map<pid_t, std::weak_ptr<const FileView>> processes;
+    std::erase_if(views, [](const auto &view) { return view.second.expired(); });
+    std::erase_if(processes, [](const auto &view) { return view.second.expired(); });
+    const auto former = processes[process].lock();
+    const bool isOwn = process == pps::Accounts::Services;
+    const std::string folder = isOwn ? "/proc/self" : "/proc/" + std::to_string(process);
     pps::Fd mounts = placeOf(folder, "/ns/mnt");
     pps::Fd root = placeOf(folder, "/root");
     std::string name = nameOf(mounts, root);
-    if (name.empty() || name == ownName()) {
+    if (name == ownName()) {
         name.clear();
         mounts.reset();
         root.reset();
+    } else if (name.empty()) {
+        if (former) {
+            return former;
+        }
+        // This process's own would let a sandboxed one out that exits, or hides itself, before it is looked at.
+        name = Nothing;
+        mounts.reset();
+        root.reset();
     }
-    std::erase_if(views, [](const auto &view) { return view.second.expired(); });
-    if (auto known = views[name].lock()) {
-        return known;
+    if (former && former->m_name == name) {
+        return former;
     }
-    const Shared view(new FileView(std::move(mounts), std::move(root), name));
-    views[name] = view;
-    return view;
+    auto view = views[name].lock();
+    if (!view) {
+        view.reset(new FileView(std::move(mounts), std::move(root), name));
+        views[name] = view;
+    }
+    // It has a count of its own, so that it is known as long as something is done for the process.
+    Shared itsView(std::make_shared<Shared>(view), view.get());
+    processes[process] = itsView;
+    return itsView;
 }
 
 pps::Fd FileView::open(const std::string &path, int flags, mode_t mode) const
 {
+    if (m_name == Nothing) {
+        errno = EACCES;
+        return {};
+    }
     const bool hasRoot = m_root.isValid();
     open_how how{};
     how.flags = static_cast<uint64_t>(flags);

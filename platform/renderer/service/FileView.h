@@ -17,8 +17,9 @@ public:
     using Shared = std::shared_ptr<const FileView>;
 
     /**
-     * The view of a process, which processes share that see the same; this process's own where it is the same, or where
-     * the system does not let it be known. Does not wait for a disk, and belongs to the event loop.
+     * The view of a process, or this process's own for Accounts::Services. When the process has gone, or the system
+     * does not let its view be known, that is the one that it had if that is still in use, else one in which no file
+     * can be opened. Does not wait for a disk, and belongs to the event loop.
      */
     static Shared of(pid_t process);
 

@@ -82,8 +82,10 @@ void FrameQueues::accept()
     const int viewer = socket.get();
     auto ready = std::make_unique<QSocketNotifier>(viewer, QSocketNotifier::Read);
     QObject::connect(ready.get(), &QSocketNotifier::activated, [this, viewer] { read(viewer); });
-    QTimer::singleShot(LongestSilence, ready.get(), [this, viewer] {
-        if (m_viewers.at(viewer).name.empty()) {
+    QTimer::singleShot(LongestSilence, ready.get(), [this, viewer, notifier = ready.get()] {
+        // A closed one's notifier lives on for a moment, and its number may be another's by then.
+        const auto found = m_viewers.find(viewer);
+        if (found != m_viewers.end() && found->second.ready.get() == notifier && found->second.name.empty()) {
             close(viewer);
         }
     });

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <optional>
 #include <set>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -90,10 +91,14 @@ Result checkFolder(const FileView &view, const std::string &path)
 std::shared_ptr<OpenRecording> OpenRecording::make(const FileView::Shared &view, const std::string &path, pid_t process)
 {
     return {new OpenRecording(view, path, process), [](OpenRecording *recording) {
-                std::thread([recording] {
-                    recording->close();
-                    delete recording;
-                }).detach();
+                try {
+                    std::thread([recording] {
+                        recording->close();
+                        delete recording;
+                    }).detach();
+                } catch (const std::system_error &) {
+                    // No thread is to be had, and closing may wait for ever: it stays open until the process ends.
+                }
             }};
 }
 

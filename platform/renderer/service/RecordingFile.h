@@ -18,7 +18,7 @@ namespace voro::renderer {
 
 /**
  * The file of a recording. open() and close() may wait for the disk; the last owner of what make() returns lets go of
- * it on a thread of its own.
+ * it on a thread of its own, or leaves it open when there is none to be had.
  */
 class OpenRecording {
 public:

@@ -1,6 +1,8 @@
 #include "Player.h"
 
+#include <algorithm>
 #include <chrono>
+#include <system_error>
 #include <thread>
 
 namespace voro::sound {
@@ -11,6 +13,8 @@ using namespace std::chrono_literals;
 
 /** More than this is not heard one by one any more. */
 constexpr size_t MaximumWaiting = 64;
+/** One program must not have the sounds of others refused. */
+constexpr std::ptrdiff_t MaximumOfOneProcess = 8;
 
 } // namespace
 
@@ -27,19 +31,26 @@ Player::~Player()
     }
 }
 
-bool Player::perform(Action action, const Sound &sound, Performed done)
+bool Player::perform(Action action, const Sound &sound, pid_t process, Performed done)
 {
     const std::lock_guard lock(m_shared->mutex);
-    if (m_shared->tasks.size() >= MaximumWaiting) {
+    const auto ofProcess = std::ranges::count(m_shared->tasks, process, &Task::process);
+    if (m_shared->tasks.size() >= MaximumWaiting || ofProcess >= MaximumOfOneProcess) {
         return false;
     }
-    m_shared->tasks.push_back({action, &sound, std::move(done)});
+    m_shared->tasks.push_back({action, &sound, process, std::move(done)});
     m_shared->changed.notify_all();
-    if (!m_isStarted) {
-        m_isStarted = true;
-        std::thread([shared = m_shared, folder = m_folder] { run(shared, folder); }).detach();
+    if (m_isStarted) {
+        return true;
     }
-    return true;
+    try {
+        std::thread([shared = m_shared, folder = m_folder] { run(shared, folder); }).detach();
+        m_isStarted = true;
+    } catch (const std::system_error &) {
+        // No thread is to be had; the next sound may get one.
+        m_shared->tasks.clear();
+    }
+    return m_isStarted;
 }
 
 void Player::run(const std::shared_ptr<Shared> &shared, const std::string &folder)

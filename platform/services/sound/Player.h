@@ -2,6 +2,8 @@
 
 #include "SoundServer.h"
 
+#include <sys/types.h>
+
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -27,13 +29,17 @@ public:
     Player(const Player &) = delete;
     Player &operator=(const Player &) = delete;
 
-    /** False when too much waits already; `done` is not called then. */
-    bool perform(Action action, const Sound &sound, Performed done);
+    /**
+     * Performs it for a process. False when too much waits already, of all or of this process, or no thread is to be
+     * had; `done` is not called then.
+     */
+    bool perform(Action action, const Sound &sound, pid_t process, Performed done);
 
 private:
     struct Task {
         Action action;
         const Sound *sound;
+        pid_t process;
         Performed done;
     };
     /** What the thread needs, also when it outlives the player. */

@@ -54,7 +54,8 @@ void SoundService::clientMessage(pps::ClientId client, std::string_view text)
             },
             Qt::QueuedConnection);
     };
-    if (!m_player.perform(isPlay ? Player::Action::Play : Player::Action::Prepare, *sound, done)) {
+    const auto action = isPlay ? Player::Action::Play : Player::Action::Prepare;
+    if (!m_player.perform(action, *sound, m_processes.at(client), done)) {
         fail(client, request.command, "too many sounds wait");
     }
 }

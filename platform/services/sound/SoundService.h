@@ -6,6 +6,8 @@
 
 #include <pps/broker/Broker.h>
 
+#include <map>
+
 namespace voro::sound {
 
 /** The sound service of the daemon: plays the sounds that applications name. */
@@ -17,14 +19,15 @@ public:
     SoundService &operator=(const SoundService &) = delete;
 
 private:
-    void clientOpened(pps::ClientId, const pps::Peer &) override {}
+    void clientOpened(pps::ClientId client, const pps::Peer &peer) override { m_processes[client] = peer.process; }
     void clientMessage(pps::ClientId client, std::string_view text) override;
-    void clientClosed(pps::ClientId) override {}
+    void clientClosed(pps::ClientId client) override { m_processes.erase(client); }
 
     void report(std::string_view problem);
     void fail(pps::ClientId client, const std::string &command, std::string_view problem);
 
     pps::Broker &m_broker;
+    std::map<pps::ClientId, pid_t> m_processes;
     /** Whether the last sound found no sound server. */
     bool m_isSilent = false;
     /** Brings the reports of the player's thread into its own thread. */

@@ -24,6 +24,7 @@ class Player(mockobject.DBusMockObject):
 
     def __init__(self, name, properties):
         self.name = name
+        self.asked = 0
         self.bus = dbus.bus.BusConnection(dbus.bus.BusConnection.TYPE_SESSION)
         self.bus.set_exit_on_disconnect(False)
         super().__init__(dbus.service.BusName('org.mpris.MediaPlayer2.' + name, self.bus), PATH, PLAYER,
@@ -34,6 +35,7 @@ class Player(mockobject.DBusMockObject):
 
     @dbus.service.method('org.freedesktop.DBus.Properties', in_signature='s', out_signature='a{sv}')
     def GetAll(self, interface, *_arguments, **_keywords):
+        self.asked += 1
         if self.name in refusing:
             raise dbus.exceptions.DBusException('no', name='org.freedesktop.DBus.Error.Failed')
         return self.props[interface]
@@ -56,6 +58,12 @@ def metadata(**entries):
 
 def add(name, **properties):
     players[name] = Player(name, properties)
+
+
+def name_again(name, times):
+    """More names for the same player."""
+    for number in range(times):
+        players[name].bus.request_name(f'org.mpris.MediaPlayer2.{name}{number}')
 
 
 def tell(name, properties, changed, invalidated):

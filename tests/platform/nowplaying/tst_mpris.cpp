@@ -294,7 +294,9 @@ private Q_SLOTS:
         row(Properties, "Set", {PlayerInterface, "LoopStatus", variant("Twice")}, "InvalidArgs");
         row(Properties, "Set", {PlayerInterface, "Shuffle", variant(1)}, "InvalidArgs");
         row(Properties, "Set", {PlayerInterface, "Volume", variant(0.5)}, "Failed");
-        row(Properties, "Forget", {PlayerInterface}, "InvalidArgs");
+        row(Properties, "Forget", {PlayerInterface}, "UnknownMethod");
+        row(Properties, "Forget", {}, "UnknownMethod");
+        row(Properties, "Get", {}, "InvalidArgs");
     }
 
     void calls_thatAreWrong_getAnError()

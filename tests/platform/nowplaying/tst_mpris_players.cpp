@@ -218,6 +218,22 @@ private Q_SLOTS:
         QCOMPARE(players->nextCall(), "p Next");
     }
 
+    void playerOfManyNames_isAskedUnderSome()
+    {
+        Talk controller;
+        controller.subscribe();
+        QVERIFY(controller.waitFor(Free));
+        players->call("add('p', PlaybackStatus='Paused')");
+        QVERIFY(controller.waitFor(Paused));
+        players->call("name_again('p', 9)");
+        players->call("signal('p', 'Seeked', 'x', Int64(9000000))");
+        QVERIFY(controller.waitFor(update({{"position", 9000}})));
+        controller.write("msg::m_next");
+        QCOMPARE(players->nextCall(), "p Next");
+        players->call("say(str(players['p'].asked))");
+        QCOMPARE(players->nextCall(), "4");
+    }
+
     void commands_areCalls_data()
     {
         const Rows<QByteArray, QByteArray, QByteArray> add("properties", "command", "call");

@@ -171,6 +171,8 @@ private Q_SLOTS:
         }
         QCOMPARE(client.answer(), "res::play_sound\nerr::too many sounds wait\nerror::too many sounds wait");
         client.settle();
+        // Another program's sound waits with them.
+        QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(), {"ask"}), 0);
         QVERIFY(m_daemon.stop());
         m_server.kill();
     }
@@ -202,5 +204,16 @@ private:
     std::optional<MonitorRecorder> m_recorder;
 };
 
-QTEST_GUILESS_MAIN(SoundServiceTest)
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc == 2 && qstrcmp(argv[1], "ask") == 0) {
+        Client client;
+        client.request("play_sound", "input_keypress");
+        client.request("settle", {});
+        return client.answer().startsWith("res::settle") ? 0 : 1;
+    }
+    SoundServiceTest test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_soundservice.moc"

@@ -310,6 +310,9 @@ QDBusMessage MprisAdaptor::callProperties(const QDBusMessage &message)
 {
     static const QMap<QString, QString> signatures = {{"Get", "ss"}, {"GetAll", "s"}, {"Set", "ssv"}};
     const QString method = message.member();
+    if (!signatures.contains(method)) {
+        return message.createErrorReply(QDBusError::UnknownMethod, "There is no method " + method);
+    }
     if (message.signature() != signatures.value(method)) {
         return message.createErrorReply(QDBusError::InvalidArgs, "Wrong arguments for a property call");
     }

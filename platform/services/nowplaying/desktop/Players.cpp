@@ -15,6 +15,10 @@ namespace {
 const QString PropertiesChanged = QStringLiteral("PropertiesChanged");
 const QString Seeked = QStringLiteral("Seeked");
 
+/** Every signal is compared with all players; one program must not take the places of all others. */
+constexpr size_t MostPlayers = 64;
+constexpr std::ptrdiff_t MostOfOneOwner = 4;
+
 bool isForeignPlayer(const QString &name)
 {
     return name.startsWith(mpris::NamePrefix) && !name.startsWith(mpris::OurPrefix) && name != mpris::ProxyName;
@@ -103,13 +107,20 @@ void Players::ownerChanged(const QString &name, const QString &owner)
     if (found != m_players.end()) {
         m_players.erase(found);
     }
-    if (!owner.isEmpty()) {
+    if (!owner.isEmpty() && hasRoomFor(owner)) {
         KnownPlayer &entry = m_players[name];
         entry = {std::make_unique<RemotePlayer>(*m_bus, name, owner), ++m_lastId};
         connect(entry.player.get(), &RemotePlayer::changed, this,
                 [this, name](const PlayerChange &change) { playerChanged(name, change); });
     }
     choose();
+}
+
+bool Players::hasRoomFor(const QString &owner) const
+{
+    const auto isItsPlayer = [&owner](const auto &entry) { return entry.second.player->owner() == owner; };
+    return m_players.size() < MostPlayers
+           && std::count_if(m_players.begin(), m_players.end(), isItsPlayer) < MostOfOneOwner;
 }
 
 void Players::playerChanged(const QString &name, const PlayerChange &change)
@@ -120,10 +131,13 @@ void Players::playerChanged(const QString &name, const PlayerChange &change)
         entry.activity = ++m_lastActivity;
     }
     entry.wasPlaying = isPlaying;
-    const quint64 before = m_currentId;
-    choose();
-    if (m_currentId == before && m_current == entry.player.get() && change.isAny()) {
-        Q_EMIT currentUpdated(change);
+    if (entry.id == m_currentId) {
+        m_change.state |= change.state;
+        m_change.metadata |= change.metadata;
+        m_change.track |= change.track;
+    }
+    if (!m_isInSignal) {
+        choose();
     }
 }
 
@@ -138,10 +152,15 @@ void Players::choose()
     const bool hasAny = best != m_players.end() && best->second.player->isKnown();
     m_current = hasAny ? best->second.player.get() : nullptr;
     const quint64 id = hasAny ? best->second.id : 0;
-    if (std::exchange(m_currentId, id) != id) {
+    const bool isOther = std::exchange(m_currentId, id) != id;
+    const PlayerChange change = std::exchange(m_change, {});
+    if (isOther) {
         Q_EMIT currentChanged();
     }
     checkListed();
+    if (!isOther && change.isAny()) {
+        Q_EMIT currentUpdated(change);
+    }
 }
 
 void Players::command(const TrackCommand &command, const Desktop::Answered &done)
@@ -162,11 +181,14 @@ void Players::command(const TrackCommand &command, const Desktop::Answered &done
 
 void Players::forOwner(const QString &owner, const std::function<void(RemotePlayer &)> &function)
 {
+    m_isInSignal = true;
     for (const auto &[name, entry] : m_players) {
         if (entry.player->owner() == owner) {
             function(*entry.player);
         }
     }
+    m_isInSignal = false;
+    choose();
 }
 
 void Players::propertiesChanged(const QDBusMessage &message)

@@ -11,7 +11,10 @@
 
 namespace voro::nowplaying {
 
-/** The players of other programs on the session bus, and which of them is the one to show and command. */
+/**
+ * The players of other programs on the session bus, and which of them is the one to show and command. Of very many, or
+ * many of one program, some are left out.
+ */
 class Players : public QObject {
     Q_OBJECT
 public:
@@ -45,11 +48,12 @@ private:
     };
 
     void list();
+    bool hasRoomFor(const QString &owner) const;
     void ownerChanged(const QString &name, const QString &owner);
     void playerChanged(const QString &name, const PlayerChange &change);
     void choose();
     void checkListed();
-    /** Calls for every player of the connection. */
+    /** Calls for every player of the connection that has sent a signal, and chooses once when all have changed. */
     void forOwner(const QString &owner, const std::function<void(RemotePlayer &)> &function);
 
     std::optional<QDBusConnection> m_bus;
@@ -58,6 +62,9 @@ private:
     RemotePlayer *m_current = nullptr;
     /** Tells the current one from another at the same place in memory; 0 when there is none. */
     quint64 m_currentId = 0;
+    /** What has changed about the current one since the last choice. */
+    PlayerChange m_change;
+    bool m_isInSignal = false;
     quint64 m_lastId = 0;
     quint64 m_lastActivity = 0;
     /** The answers that are still to come before the players of the beginning are known by name. */
