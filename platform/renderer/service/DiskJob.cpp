@@ -19,6 +19,7 @@ struct DiskJob::Shared {
     Result result;
     std::atomic<bool> hasEnded = false;
     pps::Fd ended{eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
+    std::shared_ptr<const void> made;
     /** Released when the event loop has let go of what the work has made. */
     std::binary_semaphore handled{0};
 };
@@ -46,11 +47,13 @@ struct DiskJob::Wait {
     }
 };
 
-DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Finished done, time_t longest)
+DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Finished done, time_t longest,
+                 std::shared_ptr<const void> made)
     : m_wait(new Wait{broker, broker.accounts().take(owner, pps::Resource::DiskJobs), std::move(done)})
 {
     const auto shared = std::make_shared<Shared>();
     shared->work = std::move(work);
+    shared->made = std::move(made);
     itimerspec time{};
     time.it_value.tv_sec = longest;
     if (m_wait->charge.isValid()) {
@@ -65,11 +68,13 @@ DiskJob::DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &sile
         try {
             std::thread([shared] {
                 shared->result = shared->work();
+                shared->work = nullptr;
                 shared->hasEnded = true;
                 eventfd_write(shared->ended.get(), 1);
-                // To close a file may take as long as to open it.
-                shared->handled.acquire();
-                shared->work = nullptr;
+                if (shared->made) {
+                    shared->handled.acquire();
+                    shared->made.reset();
+                }
             }).detach();
         } catch (const std::system_error &) {
             broker.unwatch(shared->ended.get());

@@ -22,9 +22,11 @@ public:
     /**
      * Runs the work on the account of a process. `done` is called from the event loop with its result, or with
      * `silence` when there is none after some seconds, or when the process has too many disks that do not answer. It is
-     * not called any more when this object is gone; the work ends when it can.
+     * not called any more when this object is gone; the work ends when it can. What is `made` goes in that thread, when
+     * nobody else has it after `done`: to close a file may take as long as to open it.
      */
-    DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Finished done, time_t longest = 5);
+    DiskJob(pps::Broker &broker, pid_t owner, Work work, const Result &silence, Finished done, time_t longest = 5,
+            std::shared_ptr<const void> made = {});
     ~DiskJob();
     DiskJob(const DiskJob &) = delete;
     DiskJob &operator=(const DiskJob &) = delete;

@@ -245,7 +245,7 @@ void MediaFiles::openNext()
             }
             opened(done, result, *file);
         },
-        LongestWait);
+        LongestWait, file);
 }
 
 void MediaFiles::opened(const Request &request, const Result &result, const LocalFile::Shared &file)

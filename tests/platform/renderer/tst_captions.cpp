@@ -1,4 +1,5 @@
-#include <QtCore/QTemporaryDir>
+#include "FewPlugins.h"
+
 #include <QtTest/QtTest>
 
 #include <renderer/worker/captions/Captions.h>
@@ -98,14 +99,7 @@ private:
 class tst_Captions : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase()
-    {
-        // Only the plugin of fakesink: for each 2048 names GLib leaves a table behind, which a sanitizer reports.
-        qputenv("GST_REGISTRY", m_plugins.filePath("registry").toLocal8Bit());
-        qputenv("GST_PLUGIN_SYSTEM_PATH", m_plugins.path().toLocal8Bit());
-        QVERIFY(QFile::link(GSTREAMER_PLUGINS "/libgstcoreelements.so", m_plugins.filePath("libgstcoreelements.so")));
-        gst_init(nullptr, nullptr);
-    }
+    void initTestCase() { startGStreamerWith(m_plugins, {"coreelements"}); }
 
     void caption_isShownUntilItsEnd_inTheTimeOfTheMedium_data()
     {

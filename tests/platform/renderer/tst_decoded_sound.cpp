@@ -1,3 +1,5 @@
+#include "FewPlugins.h"
+
 #include <QtTest/QtTest>
 
 #include <renderer/worker/pipeline/DecodedSound.h>
@@ -30,7 +32,7 @@ GstFlowReturn receive(GstPad *pad, GstObject *, GstBuffer *buffer)
 class tst_DecodedSound : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase() { gst_init(nullptr, nullptr); }
+    void initTestCase() { startGStreamerWith(m_plugins, {}); }
 
     /** As when a medium has been read to its end while its last sound is still being decoded. */
     void passedOnByAnotherThread_comesWholeAndInOrder()
@@ -72,6 +74,9 @@ private Q_SLOTS:
         QVERIFY(received.isInOrder);
         QCOMPARE(received.bytes, Buffers * Size);
     }
+
+private:
+    const QTemporaryDir m_plugins;
 };
 
 QTEST_GUILESS_MAIN(tst_DecodedSound)

@@ -1,3 +1,5 @@
+#include "FewPlugins.h"
+
 #include <QtTest/QtTest>
 
 #include <arpa/inet.h>
@@ -81,7 +83,8 @@ private Q_SLOTS:
 
     void mediumFromTheNet_namesNoOtherSource()
     {
-        gst_init(nullptr, nullptr);
+        const QTemporaryDir plugins;
+        startGStreamerWith(plugins, {"coreelements"});
         QVERIFY(registerFileSource(OpenMedia::mayBeOpened));
         const auto isMade = [](const char *uri) {
             GstElement *source = gst_element_make_from_uri(GST_URI_SRC, uri, nullptr, nullptr);
@@ -93,7 +96,6 @@ private Q_SLOTS:
         }
         OpenMedia media;
         media.add("http://203.0.113.1/a");
-        QVERIFY(isMade("http://203.0.113.1/b"));
         for (const char *uri : Others) {
             QVERIFY2(!isMade(uri), uri);
         }

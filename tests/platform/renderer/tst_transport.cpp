@@ -1,4 +1,5 @@
-#include <QtCore/QTemporaryDir>
+#include "FewPlugins.h"
+
 #include <QtTest/QtTest>
 
 #include <renderer/worker/gst/Gst.h>
@@ -40,13 +41,10 @@ Owned<GstElement> makeSeekableElement()
 class tst_Transport : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase() { startGStreamerWith(m_plugins, {}); }
+
     void position_isTheTarget_untilItPlaysFromThere()
     {
-        // Without plugins: for each 2048 names GLib leaves a table behind, which a sanitizer reports.
-        const QTemporaryDir folder;
-        qputenv("GST_REGISTRY", folder.filePath("registry").toLocal8Bit());
-        qputenv("GST_PLUGIN_SYSTEM_PATH", "");
-        gst_init(nullptr, nullptr);
         const Owned<GstElement> pipeline = makeSeekableElement();
         Succession succession;
         Transport transport(pipeline.get(), succession);
@@ -95,6 +93,9 @@ private Q_SLOTS:
         gst_pad_push_event(pad.get(), gst_event_new_segment(&segment));
         QVERIFY(!isExchangedElsewhere());
     }
+
+private:
+    const QTemporaryDir m_plugins;
 };
 
 QTEST_APPLESS_MAIN(tst_Transport)
