@@ -12,7 +12,6 @@
 #include <QtCore/QTimer>
 
 #include <pps/broker/Broker.h>
-#include <pps/FilePages.h>
 #include <pps/Runtime.h>
 #include <renderer/service/RendererService.h>
 #include <services/common/Paths.h>
@@ -100,8 +99,6 @@ int serve(int argc, char **argv, const std::string &folder, voro::Socket &socket
             }
         });
     }
-    // Not before what belongs to the start is done.
-    QTimer::singleShot(3'000, &application, [] { voro::pps::releaseLibraryPages(); });
     socket.announce();
     background.ready();
     const int status = QCoreApplication::exec();

@@ -13,6 +13,7 @@
 #include <future>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -64,12 +65,17 @@ int prepare(const Place &place)
     return (status.st_mode & 0777) == 0700 || chmod(folder, 0700) == 0 ? 0 : errno;
 }
 
-/** The same, but ETIMEDOUT when the disk does not answer. */
+/** The same, but ETIMEDOUT when the disk does not answer, and EAGAIN when no thread is to be had. */
 int prepareInTime(const Place &place)
 {
     std::packaged_task<int()> task([place] { return prepare(place); });
     std::future<int> result = task.get_future();
-    std::thread thread(std::move(task));
+    std::thread thread;
+    try {
+        thread = std::thread(std::move(task));
+    } catch (const std::system_error &) {
+        return EAGAIN;
+    }
     if (result.wait_for(LongestDisk) == std::future_status::ready) {
         thread.join();
         return result.get();

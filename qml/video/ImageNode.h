@@ -10,7 +10,7 @@ namespace voro::qml {
 
 /**
  * Draws a picture of one plane. Where its pixels are the screen's it is not interpolated, which looks the same and
- * takes a scene that the processor draws a third less. The scene's thread uses it.
+ * takes llvmpipe a third less time. The scene's thread uses it.
  */
 class ImageNode : public QSGNode {
 public:

@@ -10,7 +10,7 @@ namespace voro::renderer {
 
 namespace {
 
-/** So long after a start or an end few of the pages are needed any more that were needed for it. */
+/** So long after a start or an end, the daemon's own start too, few pages are needed any more that it needed. */
 constexpr int Calm = 3'000;
 
 } // namespace
@@ -87,6 +87,7 @@ WorkerPool::WorkerPool(pps::Broker &broker, Worker::Kind kind)
     QObject::connect(&m_spareTimer, &QTimer::timeout, [this] { reviewSpare(); });
     m_calmTimer.setSingleShot(true);
     QObject::connect(&m_calmTimer, &QTimer::timeout, pps::releaseLibraryPages);
+    m_calmTimer.start(Calm);
     m_broker.serve(WorkerPath, this);
 }
 

@@ -85,15 +85,22 @@ int64_t behindTags(const LocalFile &file, int64_t place)
 /** Where frames go on behind tags, as in files that were joined, or behind damage; nothing when they do not. */
 std::optional<int64_t> nextFrame(const LocalFile &file, int64_t place)
 {
-    constexpr size_t MostDamage = 1 << 20;
+    constexpr int64_t MostDamage = 1 << 20;
+    // Breaks are mostly short, and there may be many.
+    constexpr size_t PieceSize = 16 << 10;
     place = behindTags(file, place);
-    const std::string damage = file.at(place, MostDamage);
-    for (size_t at = damage.find('\xff'); at != std::string::npos; at = damage.find('\xff', at + 1)) {
-        const int64_t found = place + static_cast<int64_t>(at);
-        const auto frame = frameOf(headerAt(file, found));
-        const auto following = frame ? frameOf(headerAt(file, found + frame->size)) : std::nullopt;
-        if (following && following->rate == frame->rate) {
-            return found;
+    for (const int64_t end = place + MostDamage; place < end; place += PieceSize) {
+        const std::string piece = file.at(place, PieceSize);
+        for (size_t at = piece.find('\xff'); at != std::string::npos; at = piece.find('\xff', at + 1)) {
+            const int64_t found = place + static_cast<int64_t>(at);
+            const auto frame = frameOf(headerAt(file, found));
+            const auto following = frame ? frameOf(headerAt(file, found + frame->size)) : std::nullopt;
+            if (following && following->rate == frame->rate) {
+                return found;
+            }
+        }
+        if (piece.size() < PieceSize) {
+            break;
         }
     }
     return std::nullopt;

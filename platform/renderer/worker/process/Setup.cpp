@@ -62,12 +62,19 @@ void rank(const char *decoder, GstRank rank)
 }
 
 /** A library may complain about a broken medium without end. */
-void logBeginning(const gchar *domain, GLogLevelFlags level, const gchar *message, gpointer)
+void logFewComplaints(const gchar *domain, GLogLevelFlags level, const gchar *message, gpointer)
 {
-    constexpr int MostMessages = 100;
+    constexpr int MostComplaints = 100;
     static std::atomic<int> count = 0;
-    if (count < MostMessages && ++count <= MostMessages) {
+    if ((level & (G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING)) == 0) {
         g_log_default_handler(domain, level, message, nullptr);
+    } else if (count <= MostComplaints) {
+        const int number = ++count;
+        if (number <= MostComplaints) {
+            g_log_default_handler(domain, level, message, nullptr);
+        } else if (number == MostComplaints + 1) {
+            std::fputs("voro-renderer: further complaints of libraries are not shown\n", stderr);
+        }
     }
 }
 
@@ -75,7 +82,7 @@ void logBeginning(const gchar *domain, GLogLevelFlags level, const gchar *messag
 
 void startGStreamer()
 {
-    g_log_set_default_handler(logBeginning, nullptr);
+    g_log_set_default_handler(logFewComplaints, nullptr);
     // Otherwise GIO writes files and calls the session bus for the settings of the desktop. A worker may do neither.
     setenv("GSETTINGS_BACKEND", "memory", 1);
     setenv("GIO_USE_VFS", "local", 1);
